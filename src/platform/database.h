@@ -1,0 +1,44 @@
+// Databases, without the words of any one of them.
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <variant>
+#include <vector>
+
+/// A value of a column or parameter: Null, a number, or UTF-8 text.
+using DbValue = std::variant<std::monostate, std::int64_t, std::string>;
+
+/// One row of a result. Columns count from 0.
+class DbRow {
+ public:
+  virtual ~DbRow() = default;
+  virtual bool IsNull(int column) const = 0;
+  virtual std::int64_t Number(int column) const = 0;
+  virtual std::string Text(int column) const = 0;  ///< "" for Null
+};
+
+class Database {
+ public:
+  virtual ~Database() = default;
+  /// Runs one statement with its parameters bound in order, and hands each row over. Statements are prepared
+  /// once and kept. Throws RunTimeError.
+  virtual void Run(std::string_view sql, const std::vector<DbValue>& parameters = {},
+                   const std::function<void(const DbRow&)>& onRow = {}) = 0;
+  /// Runs a script of several statements without parameters.
+  virtual void RunScript(const std::string& script) = 0;
+};
+
+class Databases {
+ public:
+  virtual ~Databases() = default;
+  enum class Mode { kReadWrite, kReadOnly };
+  /// Opens a database that exists. Throws RunTimeError when the file is missing or cannot be opened.
+  virtual std::unique_ptr<Database> Open(const std::filesystem::path& path, Mode mode) = 0;
+  /// Makes a new, empty one.
+  virtual std::unique_ptr<Database> Create(const std::filesystem::path& path) = 0;
+};

@@ -1,0 +1,107 @@
+// The loop in which everything happens: timers, waiting, handlers, the clock.
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <set>
+#include <vector>
+
+class Timer;
+
+/// Days and times of day of the learner's calendar, without a time zone.
+using LocalTime = std::chrono::local_seconds;
+
+/// The base of all event loops. It keeps the timers and the posted tasks; a loop of its own kind supplies the
+/// clocks and the way to sleep. All calls but Post are made on the one thread of the program.
+class EventLoop {
+ public:
+  using Milliseconds = std::chrono::milliseconds;
+
+  EventLoop() = default;
+  virtual ~EventLoop() = default;
+  EventLoop(const EventLoop&) = delete;
+  EventLoop& operator=(const EventLoop&) = delete;
+
+  /// Runs what is due: posted tasks, timers, input. Returns at once when nothing is.
+  void DoEvents();
+
+  /// The one way to wait: sleeps until something happened, then asks again. Throws ProgramEnd when the
+  /// program ends meanwhile.
+  void WaitUntil(const std::function<bool()>& isMet);
+
+  /// Runs until End is called. Swallows nothing but the ProgramEnd of that call.
+  void Run();
+
+  /// Ends the program: throws ProgramEnd here, and in every wait from now on.
+  [[noreturn]] void End();
+  bool HasEnded() const { return ended_; }
+
+  /// Has a task run by the loop. May be called from any thread.
+  void Post(std::function<void()> task);
+
+  /// Runs one event's handler. An exception that no handler took ends the event alone and goes to
+  /// onUnhandledError; without such a procedure it goes on to the caller.
+  void RunHandler(const std::function<void()>& handler);
+  std::function<void(const std::exception&)> onUnhandledError;
+
+  /// Marks the stretch of code as part of a handler.
+  class HandlerScope {
+   public:
+    explicit HandlerScope(EventLoop& loop) : loop_(loop) { ++loop_.depth_; }
+    ~HandlerScope();
+    HandlerScope(const HandlerScope&) = delete;
+    HandlerScope& operator=(const HandlerScope&) = delete;
+
+   private:
+    EventLoop& loop_;
+  };
+
+  /// Keeps an object until no handler is running, so that a procedure may unload its own window.
+  void DisposeLater(std::shared_ptr<void> object);
+
+  /// Does blocking work, such as a transfer, for a caller who waits for it. No handler runs meanwhile, but a
+  /// loop with windows goes on painting and ticks the timers that only move pictures.
+  virtual void RunBlocking(const std::function<void()>& work) { work(); }
+
+  /// Calls back, once for each time, when a file descriptor can be read. The number stops it again.
+  virtual int WatchReadable(int fd, std::function<void()> callback) = 0;
+  virtual void StopWatching(int watch) = 0;
+
+  /// The wall clock, as local civil time.
+  virtual LocalTime Now() const = 0;
+
+  /// The steady clock that timers follow.
+  virtual Milliseconds Elapsed() const = 0;
+
+ protected:
+  /// Lets the machine's own events in and sleeps until there are some, at most for the given time (for ever
+  /// without one). A time of zero only polls.
+  virtual void Pump(std::optional<Milliseconds> atMost) = 0;
+
+  /// Wakes a Pump that sleeps. Called from any thread.
+  virtual void Wake() = 0;
+
+  /// Called when the set of timers or their times changed.
+  virtual void TimersChanged() {}
+
+  /// Fires each timer that is due, once. With visualOnly, only those that move pictures.
+  bool FireDueTimers(bool visualOnly = false);
+  std::optional<Milliseconds> TimeToNextTimer(bool visualOnly = false) const;
+
+ private:
+  friend class Timer;
+  bool RunPosted();
+  void Started(Timer* timer);
+  void Stopped(Timer* timer);
+
+  std::set<Timer*> timers_;
+  std::mutex postedMutex_;
+  std::vector<std::function<void()>> posted_;
+  std::vector<std::shared_ptr<void>> disposed_;
+  int depth_ = 0;
+  bool ended_ = false;
+};

@@ -1,0 +1,36 @@
+// Files and folders.
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// The file system in small steps, each of which a test can make fail. Paths use "/". All calls but the
+/// questions throw RunTimeError when they fail.
+class Files {
+ public:
+  using Path = std::filesystem::path;
+
+  virtual ~Files() = default;
+  virtual bool FileExists(const Path& path) const = 0;
+  virtual bool FolderExists(const Path& path) const = 0;
+  virtual std::string Read(const Path& path) const = 0;
+  /// Names of the files of a folder, sorted; empty when the folder is missing.
+  virtual std::vector<std::string> List(const Path& folder) const = 0;
+
+  /// Creates or empties a file, writes the bytes and has them reach the disk.
+  virtual void Write(const Path& path, std::string_view bytes, bool isPrivate) = 0;
+  virtual void Append(const Path& path, std::string_view bytes) = 0;
+  virtual void Rename(const Path& from, const Path& to) = 0;
+  virtual void Delete(const Path& path) = 0;
+  /// Creates a folder with those above it. A private one is for its owner alone (0700).
+  virtual void CreateFolder(const Path& path, bool isPrivate) = 0;
+};
+
+/// Replaces a file's content through a temporary file beside it, so that a kill at any point leaves the old
+/// content or the new one whole. A private file is for its owner alone (0600).
+void RewriteFile(Files& files, const Files::Path& path, std::string_view bytes, bool isPrivate);
+
+/// Copies a file through a temporary file beside the target.
+void CopyFile(Files& files, const Files::Path& from, const Files::Path& to);

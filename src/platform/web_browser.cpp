@@ -1,0 +1,44 @@
+#include "platform/web_browser.h"
+
+void WebBrowser::Navigate(const std::string& url) {
+  page_.clear();
+  inputValues.clear();
+  inputChecked.clear();
+  LocationURL = url;
+  if (renderer_ != nullptr) renderer_->Navigate(url);
+}
+
+void WebBrowser::Write(const std::string& html) {
+  page_ = html;
+  inputValues.clear();
+  inputChecked.clear();
+  if (renderer_ != nullptr) renderer_->Write(html);
+}
+
+void WebBrowser::SubmitForm(int index) {
+  if (renderer_ != nullptr) renderer_->SubmitForm(index);
+}
+
+void WebBrowser::GoBack() {
+  if (renderer_ != nullptr) renderer_->GoBack();
+}
+
+void WebBrowser::GoForward() {
+  if (renderer_ != nullptr) renderer_->GoForward();
+}
+
+bool WebBrowser::Checked(const std::string& id) const {
+  const auto found = inputChecked.find(id);
+  return found != inputChecked.end() && found->second;
+}
+
+std::string WebBrowser::Value(const std::string& id) const {
+  const auto found = inputValues.find(id);
+  return found == inputValues.end() ? "" : found->second;
+}
+
+bool WebBrowser::FollowLink(const std::string& url) {
+  bool cancel = false;
+  BeforeNavigate2.Raise(url, cancel);
+  return !cancel;
+}
