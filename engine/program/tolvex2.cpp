@@ -3,11 +3,11 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <array>
 #include <cstdio>
 #include <cstdlib>
 #include <stdexcept>
 
+#include "engine/data_dir.h"
 #include "engine/program/registry_file.h"
 #include "engine/program/run_code.h"
 #include "engine/tolvex.h"
@@ -18,18 +18,6 @@ namespace fs = std::filesystem;
 
 constexpr int kBadRequest = 2;
 constexpr std::string_view kFiller = "\r\n";  // the reader of the page skips its first two bytes
-
-fs::path LanguageData() {
-  std::error_code ignored;
-  const fs::path beside = fs::read_symlink("/proc/self/exe", ignored).parent_path();
-  const char* named = std::getenv("MAROVANE_DATA");  // NOLINT(concurrency-mt-unsafe): one thread
-  const std::array<fs::path, 3> places = {fs::path(named == nullptr ? "" : named), beside / "../share/tolvex",
-                                          beside / "../share/marovane/tolvex"};
-  for (const fs::path& place : places) {
-    if (!place.empty() && fs::exists(place, ignored)) return place;
-  }
-  throw std::runtime_error("the language data was not found; set MAROVANE_DATA to its folder");
-}
 
 /// Writes the page under a fresh name in the working directory.
 fs::path WritePage(std::string_view sentence, const tolvex::Judgement& judgement) {
@@ -43,7 +31,7 @@ fs::path WritePage(std::string_view sentence, const tolvex::Judgement& judgement
 }
 
 void Answer(tolvex::RegistryFile& registry, const std::string& sentence, bool essayMode) {
-  const tolvex::Judgement judgement = tolvex::Engine(LanguageData()).Judge(sentence);
+  const tolvex::Judgement judgement = tolvex::Engine(tolvex::FindDataDir()).Judge(sentence);
   const bool right = judgement.verdict == tolvex::Verdict::kRight;
   const std::string page = essayMode && right ? "NIL" : WritePage(sentence, judgement).string();
   registry.Set("findMistake", fmt::format("{}", static_cast<int>(judgement.verdict)));
