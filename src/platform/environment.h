@@ -12,6 +12,7 @@ struct Environment {
   std::filesystem::path programFolder;  ///< `App.Path`: the read-only files that came with the program
   std::filesystem::path helperFolder;   ///< the programs that stand beside this one
   std::string commandLine;              ///< the edition word, or nothing
+  bool previousInstance = false;        ///< `App.PrevInstance`: another one runs for this user
 
   /// "" for a variable that is not set.
   std::string Variable(const std::string& name) const {

@@ -1,0 +1,20 @@
+// What an installation is told about the world: server roots and other addresses.
+#pragma once
+
+#include <string>
+
+class Files;
+struct Environment;
+
+/// Values of the file `installation.set` beside the program. Roots end in "/".
+struct InstallationValues {
+  std::string serverRoot;        ///< "": the program starts a server of its own
+  std::string campusServerRoot;  ///< account control and page archive of the campus edition
+  std::string updateHost;        ///< a bare host name
+  std::string webSiteRoot;
+  std::string translateRoot;  ///< address of a translation service, up to its page name
+  std::string oldDefaultDomain;
+};
+
+/// Reads the file; one that is absent gives empty values.
+InstallationValues ReadInstallation(Files& files, const Environment& environment);

@@ -1,0 +1,185 @@
+#include "core/message.h"
+
+#include <array>
+
+#include "core/message_catalogue.h"
+#include "core/program.h"
+#include "core/text_utility.h"
+#include "platform/run_time_error.h"
+#include "platform/window_system.h"
+
+namespace {
+
+constexpr std::string_view kLineBreak = "\r\n";
+
+std::string CaptionOf(const std::string& kind) {
+  constexpr std::array kCaptions{"訊息", "錯誤", "詢問", "軟體更新", "匯整資料"};
+  const bool isKnown = kind.size() == 1 && kind[0] >= '0' && kind[0] <= '4';
+  return isKnown ? kCaptions[static_cast<std::size_t>(kind[0] - '0')] : "";
+}
+
+// Line breaks in front of a text centre it roughly in its window.
+std::string PadForCentring(const std::string& text) {
+  constexpr int kLongText = 26;
+  const bool isOneLine = text.find(kLineBreak) == std::string::npos;
+  const std::string padding(kLineBreak);
+  return Len(text) < kLongText && isOneLine ? padding + padding + text : padding + text;
+}
+
+std::string TakeDetail(std::string text, std::string& detail) {
+  if (detail.empty()) return text;
+  text.append(kLineBreak).append(detail);
+  detail.clear();
+  return text;
+}
+
+}  // namespace
+
+FrmMessage::FrmMessage(Program& program)
+    : Form(program.machine, "frmMessage"),
+      tmrProgressFlash(program.machine.loop, 30, Timer::Kind::kVisual),
+      program_(program),
+      fade_(*this) {
+  cmdOK.Click = [this] { Answer("OK"); };
+  cmdCancel.Click = [this] { Answer("CANCEL"); };
+  cmdYes.Click = [this] { Answer("YES"); };
+  cmdNo.Click = [this] { Answer("NO"); };
+  picBG.MouseDown = [this](int button) {
+    if (button == kLeftButton) machine.windows.StartDrag(*this);
+  };
+  tmrProgressFlash.onTick = [this] { MoveProgressFlash(imgProgressFlash, picProgress); };
+}
+
+void FrmMessage::MessageBox(Program& program, const std::string& msgId, int iconIndex,
+                            const std::string& buttons, const std::string& kind) {
+  auto& app = program.app;
+  try {
+    program.frmMessage.Unload();  // a progress box that is up disappears at once
+    program.machine.loop.DoEvents();
+    app.gMsgResult.clear();
+    FrmMessage& box = *program.frmMessage;
+    box.isProgressBox_ = false;
+    box.HideButtons();
+    box.SetButtonCaptions(msgId);
+    box.lblCaption.Caption = CaptionOf(kind);
+    box.SetText(TakeDetail(MessageText(msgId), app.gProgressDetail), iconIndex);
+    box.ArrangeButtons(buttons);
+    box.ShowAboveMain();
+  } catch (const RunTimeError&) {
+    return;
+  }
+}
+
+std::string FrmMessage::Ask(Program& program, const std::string& msgId, int iconIndex,
+                            const std::string& buttons, const std::string& kind) {
+  MessageBox(program, msgId, iconIndex, buttons, kind);
+  program.machine.loop.WaitUntil([&] { return !program.app.gMsgResult.empty(); });
+  return program.app.gMsgResult;
+}
+
+void FrmMessage::ProgressMsgBox(Program& program, const std::string& msgId, int iconIndex,
+                                const std::string& kind) {
+  program.app.gMsgResult.clear();
+  program.frmMessage->ShowAsProgress(TakeDetail(ProgressText(msgId), program.app.gProgressDetail), iconIndex,
+                                     kind);
+  program.app.gMsgResult = "OK";  // a wait behind a progress box ends at once
+}
+
+void FrmMessage::ShowAsProgress(const std::string& text, int iconIndex, const std::string& kind) {
+  isProgressBox_ = true;
+  isClosing_ = false;
+  HideButtons();
+  picProgress.Visible = true;
+  lblCaption.Caption = kind == "0" ? "請稍候" : "";
+  SetText(text, iconIndex);
+  fade_.ShowAtOnce();
+  Show();
+  TopMost = true;
+  tmrProgressFlash.Enabled = true;
+}
+
+void FrmMessage::HideButtons() {
+  for (Control* control :
+       std::initializer_list<Control*>{&cmdOK, &cmdCancel, &cmdYes, &cmdNo, &picProgress}) {
+    control->Visible = false;
+  }
+}
+
+void FrmMessage::SetButtonCaptions(const std::string& msgId) {
+  cmdOK.Caption = "確定";
+  cmdCancel.Caption = msgId == "49" ? "放棄" : "取消";
+  cmdYes.Caption = "是";
+  cmdNo.Caption = "否";
+}
+
+void FrmMessage::SetText(const std::string& text, int iconIndex) {
+  lblMessage.Alignment = Label::kCenter;
+  lblMessage.Caption = PadForCentring(text);
+  imgIcon.Picture = imgIcons(iconIndex).Picture;
+}
+
+void FrmMessage::ArrangeButtons(const std::string& buttons) {
+  if (buttons == "OK") {
+    cmdOK.Left = (Width - cmdOK.Width) / 2;
+    cmdOK.Visible = true;
+  } else if (buttons == "OK_CANCEL") {
+    PlacePair(cmdOK, cmdCancel);
+  } else if (buttons == "YES_NO") {
+    PlacePair(cmdYes, cmdNo);
+  }
+}
+
+void FrmMessage::PlacePair(Control& left, Control& right) {
+  constexpr int kGap = 100;
+  left.Left = Width / 2 - left.Width - kGap;
+  right.Left = Width / 2 + kGap;
+  left.Visible = true;
+  right.Visible = true;
+}
+
+void FrmMessage::ShowAboveMain() {
+  auto& app = program_.app;
+  auto& hall = program_.hall;
+  int remembered = 0;
+  if (app.gAlwaysOnTop == "1" && app.gOpenMain) {
+    Form& frmMain = hall.frmMain->AsForm();
+    remembered = frmMain.Top;
+    frmMain.Top = Top - frmMain.Height;
+  }
+  ShowModal();
+  if (app.gAlwaysOnTop == "1" && hall.frmMain) hall.frmMain->AsForm().Top = remembered;
+}
+
+void FrmMessage::Answer(const char* word) {
+  program_.app.gMsgResult = word;
+  closeForm();
+}
+
+void FrmMessage::closeForm() {
+  isClosing_ = true;
+  fade_.Out();
+}
+
+void FrmMessage::Form_Load() {
+  picBG.Left = 0;
+  picBG.Top = 0;
+  Width = picBG.Width;
+  Height = picBG.Height;
+  const Area screen = machine.windows.Screen();
+  Left = screen.left + (screen.width - Width) / 2;
+  Top = screen.top + (screen.height - Height) / 3 - 500;
+}
+
+void FrmMessage::Form_Activate() {
+  if (isClosing_) return;  // the focus that comes back must not bring the box back
+  if (isProgressBox_) {
+    fade_.ShowAtOnce();
+  } else {
+    fade_.In();
+  }
+}
+
+void MoveProgressFlash(Control& flash, const Control& bar) {
+  constexpr int kStep = 200;
+  flash.Left = flash.Left >= bar.Width ? -flash.Width : flash.Left + kStep;
+}

@@ -1,0 +1,57 @@
+#include "core/process_control.h"
+
+#include <algorithm>
+
+#include "core/program.h"
+#include "platform/environment.h"
+#include "platform/files.h"
+#include "platform/processes.h"
+#include "platform/run_time_error.h"
+
+namespace {
+
+std::string LowerCase(std::string text) {
+  std::ranges::transform(text, text.begin(), [](char sign) {
+    return sign >= 'A' && sign <= 'Z' ? static_cast<char>(sign + 32) : sign;
+  });
+  return text;
+}
+
+bool Matches(const ProcessInfo& process, std::string_view name) {
+  return LowerCase(process.name).ends_with(LowerCase(std::string(name)));
+}
+
+}  // namespace
+
+bool IsProcessRunning(Processes& processes, std::string_view name) {
+  try {
+    return std::ranges::any_of(processes.List(), [&](const auto& process) { return Matches(process, name); });
+  } catch (const RunTimeError&) {
+    return false;
+  }
+}
+
+bool KillProcessByName(Processes& processes, std::string_view name) {
+  bool matched = false;
+  try {
+    for (const auto& process : processes.List()) {
+      if (!Matches(process, name)) continue;
+      matched = true;
+      processes.Terminate(process.id);
+    }
+  } catch (const RunTimeError&) {
+    return matched;
+  }
+  return matched;
+}
+
+void StartHelper(Program& program, const std::string& folder, const std::string& name,
+                 const std::vector<std::string>& arguments) {
+  const Machine& machine = program.machine;
+  std::filesystem::path helper = folder + name;
+  if (!machine.files.FileExists(helper)) helper = machine.environment.helperFolder / name;
+  if (!machine.files.FileExists(helper)) throw RunTimeError("file not found: " + folder + name);
+  machine.processes.Start({.program = helper, .arguments = arguments, .workingFolder = folder});
+}
+
+std::string GetWindowsVersion() { return "0.0.0"; }

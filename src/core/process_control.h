@@ -1,0 +1,21 @@
+// Helper programs: found, started and ended by name.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+class Processes;
+struct Program;
+
+/// True when the file name of some running process ends in `name`, case ignored.
+bool IsProcessRunning(Processes& processes, std::string_view name);
+/// Ends every such process. True when at least one matched.
+bool KillProcessByName(Processes& processes, std::string_view name);
+/// Starts a helper program, looked for in the folder named and then beside this program, with the folder as
+/// its working directory. Throws RunTimeError when it stands in neither or does not start.
+void StartHelper(Program& program, const std::string& folder, const std::string& name,
+                 const std::vector<std::string>& arguments);
+/// Platform id, major and minor version as one text. No platform of ours is "2.6.1", the one that wants
+/// another database driver.
+std::string GetWindowsVersion();

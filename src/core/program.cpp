@@ -1,0 +1,12 @@
+#include "core/program.h"
+
+#include "core/message.h"
+
+Program::Program(Machine& theMachine, InstallationValues values)
+    : machine(theMachine),
+      installation(std::move(values)),
+      frmMessage([this] { return std::make_shared<FrmMessage>(*this); }) {}
+
+Program::~Program() = default;
+
+std::string Program::Version() { return MAROVANE_VERSION; }

@@ -1,0 +1,85 @@
+#include "core/server_access.h"
+
+#include "core/message.h"
+#include "core/program.h"
+#include "core/text_utility.h"
+#include "platform/event_loop.h"
+#include "platform/http.h"
+#include "platform/run_time_error.h"
+#include "platform/text_encoding.h"
+
+std::string BytesToText(std::string_view responseBody) { return FromBig5(responseBody); }
+
+std::string PostForm(Program& program, const std::string& url, const std::string& body) {
+  HttpRequest request{.url = url, .headers = {}, .body = body};
+  // Servers of this family are used to both, in this order.
+  request.headers.emplace_back("Content-Type", "application/x-www-form-urlencoded");
+  request.headers.emplace_back("Content-Type", "text/xml; charset=big5");
+  return BytesToText(program.machine.http.Send(request).body);
+}
+
+namespace {
+
+std::string Probe(Program& program, const std::string& url) {
+  try {
+    return PostForm(program, url, std::string(kAccessKey));
+  } catch (const RunTimeError&) {
+    return "";
+  }
+}
+
+bool IsOnline(const std::string& reply) { return reply.starts_with("ONLINE"); }
+
+}  // namespace
+
+bool IsServerOnline(Program& program) {
+  const std::string reply = Probe(program, program.app.gServerUrlRoot + "p_getconn.asp");
+  if (!IsOnline(reply)) return false;
+  constexpr int kDateFrom = 8;
+  ParseDate(Trim(Mid(reply, kDateFrom)), program.app.gServerDate);
+  return true;
+}
+
+bool IsWebEngineOnline(Program& program, bool allocate) {
+  try {
+    if (allocate) AllocateWebEngine(program);
+  } catch (const RunTimeError&) {
+    return false;
+  }
+  return IsOnline(Probe(program, program.app.gWebEngineRoot + "p_passWebEngine_conn.asp"));
+}
+
+std::string GetWebEngineAddress(Program& program, const std::string& publisherRoot) {
+  const std::string reply =
+      PostForm(program, publisherRoot + "p_all_webengine_get.asp", std::string(kAccessKey));
+  return reply.starts_with("OK") ? Trim(Replace(reply, "OK_", "")) : "";
+}
+
+void AllocateWebEngine(Program& program) {
+  constexpr int kMaxAttempts = 10;
+  while (true) {
+    for (int attempt = 0; attempt < kMaxAttempts; ++attempt) {
+      program.app.gWebEngineRoot = GetWebEngineAddress(program, program.app.gPublisherRoot);
+      if (!program.app.gWebEngineRoot.empty() && IsWebEngineOnline(program, false)) return;
+    }
+    if (FrmMessage::Ask(program, "16001", 2, "OK_CANCEL", "2") != "OK") program.machine.loop.End();
+  }
+}
+
+void PostDecodeForm(Program& program, const std::string& code) {
+  const auto& app = program.app;
+  std::string page;
+  for (const auto& line :
+       {std::string("<html>"), std::string("<head>"),
+        std::string("<meta http-equiv='Content-Language' content='zh-tw'>"),
+        std::string("<meta http-equiv='Content-Type' content='text/html; charset=big5'>"),
+        std::string("<title></title>"), std::string("</head>"), std::string("<body>"),
+        "<form name='frmPost' method='POST' action='" + app.gServerUrlRoot + "p_decode.asp'>",
+        std::string("<input type='HIDDEN' name='key' value='zorbelquinter'>"),
+        "<input type='HIDDEN' name='pno' value='" + app.gAccountNo + "'>",
+        "<input type='HIDDEN' name='code' value='" + code + "'>", std::string("</body>"),
+        std::string("</html>")}) {
+    page += line + "\r\n";
+  }
+  if (program.hall.frmBrowser) program.hall.frmBrowser->GoPostPage(page, 2);
+}

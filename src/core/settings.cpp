@@ -1,0 +1,151 @@
+#include "core/settings.h"
+
+#include <fmt/format.h>
+
+#include <charconv>
+
+#include "core/places.h"
+#include "core/program.h"
+#include "core/server_access.h"
+#include "core/set_file.h"
+#include "core/text_utility.h"
+#include "platform/files.h"
+#include "platform/run_time_error.h"
+
+std::string ReadSetup(Program& program, std::string_view key) {
+  return ReadWriteSetFile(program.machine.files, program.app.gSetupFile, "R", key, "");
+}
+
+void WriteSetup(Program& program, std::string_view key, std::string_view value) {
+  ReadWriteSetFile(program.machine.files, program.app.gSetupFile, "W", key, value);
+}
+
+void WriteNeedSync(Program& program, std::string_view value) { WriteSetup(program, "NeedSync", value); }
+
+std::string GetRegValue(Program& program, std::string_view valueName) {
+  return ReadWriteSetFile(program.machine.files, AccountFile(program.machine.environment), "R", valueName,
+                          "");
+}
+
+namespace {
+
+bool IsNone(const std::string& value) { return value.empty() || value == "0"; }
+
+// A value that `setup.set` lacks comes from the registry mirror. True when there was one.
+bool TakeFromRegistry(Program& program, const char* key, std::string& value) {
+  const std::string mirrored = Trim(GetRegValue(program, key));
+  value = IsNone(mirrored) ? "" : mirrored;
+  WriteSetup(program, key, value);
+  return !value.empty();
+}
+
+void LoadAccountNo(Program& program) {
+  auto& accountNo = program.app.gAccountNo;
+  accountNo = ReadSetup(program, "Pno");
+  if (IsNone(accountNo) && !TakeFromRegistry(program, "Pno", accountNo)) return;
+  SyncUserSettings(program, accountNo, "r");
+}
+
+void LoadPassword(Program& program) {
+  auto& password = program.app.gAccountPassword;
+  password = ReadSetup(program, "userPW");
+  if (IsNone(password)) TakeFromRegistry(program, "userPW", password);
+}
+
+void LoadFontSize(Program& program) {
+  auto& app = program.app;
+  app.gFontSizeName = ReadSetup(program, "FontSize");
+  if (app.gFontSizeName != "MIDDLE" && app.gFontSizeName != "BIG" && app.gFontSizeName != "SMALL") {
+    app.gFontSizeName = "MIDDLE";
+    WriteSetup(program, "FontSize", app.gFontSizeName);
+  }
+  app.gInputFontSize = app.gFontSizeName == "BIG" ? 15 : 12;
+}
+
+// A value that is not legal is off in the file, and on for this run.
+void LoadSwitch(Program& program, const char* key, std::string& value) {
+  value = ReadSetup(program, key);
+  if (value == "1" || value == "0") return;
+  WriteSetup(program, key, "0");
+  value = "1";
+}
+
+void SetTransformValue(Program& program, int value) {
+  program.app.gTransformValue = value;
+  WriteSetup(program, "transformValue", std::to_string(value));
+}
+
+void LoadTransformValue(Program& program) {
+  constexpr int kDefault = 240;
+  constexpr int kLeast = 100;
+  constexpr int kMost = 32767;
+  const std::string text = ReadSetup(program, "transformValue");
+  int number = 0;
+  const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
+  // Also a text that only begins with a digit is none that anybody wanted.
+  if (text.empty() || text[0] < '0' || error != std::errc{} || end != text.data() + text.size() ||
+      number > kMost) {
+    SetTransformValue(program, kDefault);
+  } else if (number < kLeast) {
+    SetTransformValue(program, kLeast);
+  } else {
+    program.app.gTransformValue = number;
+  }
+}
+
+void LoadTexts(Program& program) {
+  auto& app = program.app;
+  app.gEduBackground = ReadSetup(program, "eduBackground");
+  if (app.gEduBackground.empty()) WriteSetup(program, "eduBackground", "");
+  app.gFeedbackErrData = ReadSetup(program, "feedbackErrData");
+  if (!app.gFeedbackErrData.empty()) return;
+  app.gFeedbackErrData = "0";
+  WriteSetup(program, "feedbackErrData", app.gFeedbackErrData);
+}
+
+std::string SettingsList(const AppState& app, const std::string& pno) {
+  return fmt::format(
+      "alwaysOnTop:{}$autoCleanHistory:{}$autoKeyinPw:{}$eduBackground:{}$feedbackErrData:{}$FontSize:{}$Pno:"
+      "{}$"
+      "transformValue:{}$userPW:{}",
+      app.gAlwaysOnTop, app.gAutoCleanHistory, app.gAutoKeyinPw, app.gEduBackground, app.gFeedbackErrData,
+      app.gFontSizeName, pno, app.gTransformValue, app.gAccountPassword);
+}
+
+void StoreSettings(Program& program, const std::string& reply) {
+  constexpr int kListFrom = 4;
+  for (const auto& pair : Split(Trim(Mid(reply, kListFrom)), "$")) {
+    const auto parts = Split(pair, ":");
+    if (parts.size() >= 2) WriteSetup(program, parts[0], parts[1]);
+  }
+}
+
+}  // namespace
+
+void LoadSettings(Program& program) {
+  auto& app = program.app;
+  LoadAccountNo(program);  // what the server holds is what the following steps see
+  LoadPassword(program);
+  LoadFontSize(program);
+  LoadSwitch(program, "autoCleanHistory", app.gAutoCleanHistory);
+  LoadSwitch(program, "autoKeyinPw", app.gAutoKeyinPw);
+  if (app.gAutoKeyinPw == "0") app.gAccountPassword.clear();
+  LoadSwitch(program, "alwaysOnTop", app.gAlwaysOnTop);
+  LoadTransformValue(program);
+  LoadTexts(program);
+}
+
+void SyncUserSettings(Program& program, std::string& pno, std::string_view mode) {
+  if (!IsServerOnline(program)) return;
+  pno = CleanAccountNo(pno);
+  std::string body = std::string(kAccessKey) + "&pdcode=mrv&pno=" + pno;
+  body += mode == "w" ? "&met=w&setting=" + SettingsList(program.app, pno) : "&met=r";
+  std::string reply;
+  try {
+    reply = PostForm(program, program.app.gServerUrlRoot + "p_getusersettings.asp", body);
+  } catch (const RunTimeError&) {
+    return;  // a server that went away in between is one that was never there
+  }
+  // Also what is neither a success nor a refusal, such as some other server's page, holds no settings.
+  if (mode == "r" && reply.starts_with("OK")) StoreSettings(program, reply);
+}

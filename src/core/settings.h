@@ -1,0 +1,25 @@
+// User settings: from `setup.set` into the shared state, and to and from the server.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+struct Program;
+
+/// Fills the settings of the shared state from `setup.set`, repairing what is missing or not legal. Throws
+/// RunTimeError when the file cannot be read or written.
+void LoadSettings(Program& program);
+
+/// Fetches the settings from the server into `setup.set` (mode "r") or sends them (mode "w"). An unreachable
+/// server or a refusal changes nothing.
+/// @param pno account number; comes back without "-" and blanks when the server could be reached.
+void SyncUserSettings(Program& program, std::string& pno, std::string_view mode);
+
+/// A value of the read-only mirror of the account registry; "" when it is missing.
+std::string GetRegValue(Program& program, std::string_view valueName);
+
+/// One key of `setup.set`.
+std::string ReadSetup(Program& program, std::string_view key);
+void WriteSetup(Program& program, std::string_view key, std::string_view value);
+/// Notes in `setup.set` whether something waits for the next full synchronisation, "Y" or "N".
+void WriteNeedSync(Program& program, std::string_view value);

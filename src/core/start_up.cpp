@@ -1,0 +1,222 @@
+#include "core/start_up.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "core/places.h"
+#include "core/process_control.h"
+#include "core/program.h"
+#include "core/set_file.h"
+#include "core/settings.h"
+#include "core/text_utility.h"
+#include "platform/environment.h"
+#include "platform/files.h"
+#include "platform/run_time_error.h"
+#include "platform/window_system.h"
+
+namespace {
+
+std::string InCase(std::string text, int (*convert)(int)) {
+  std::ranges::transform(text, text.begin(),
+                         [convert](unsigned char sign) { return static_cast<char>(convert(sign)); });
+  return text;
+}
+
+// Developer overrides. A file that is present but lacks a switch turns that switch off.
+void ReadDebugIni(Program& program) {
+  auto& app = program.app;
+  const Machine& machine = program.machine;
+  const std::string path = machine.environment.programFolder / "debug.ini";
+  if (!machine.files.FileExists(path)) return;
+  const auto value = [&](const std::string& key) {
+    return ReadWriteSetFile(machine.files, path, "R", key, "");
+  };
+  const auto isTrue = [&](const char* key) { return InCase(value(key), std::tolower) == "true"; };
+  app.gUseWebEngine = isTrue("WebEngine");
+  app.gUseWebEngineWbank = isTrue("WebEngineWbank");
+  app.gDetailMessage = isTrue("DetailMessage");
+  app.gPublisherRoot = value("_WebEnginePublisherRoot" + app.gEdition);
+  app.gACServerRoot = value("_ACServerRoot" + app.gEdition);
+  app.gServerUrlRoot = value("_ServerUrlRoot" + app.gEdition);
+  app.gFileServerRoot = value("_WebEngineFileServerRoot" + app.gEdition);
+  app.gUpdaterUrlRoot = value("_UpdaterUrlRoot" + app.gEdition);
+  if (isTrue("DebugWindow") && program.hall.frmDebug) program.hall.frmDebug->AsForm().Show();
+}
+
+void FillIfEmpty(std::string& root, const std::string& value) {
+  if (root.empty()) root = value;
+}
+
+void FillServerRoots(Program& program) {
+  auto& app = program.app;
+  const auto& values = program.installation;
+  if (app.gEdition == "MRV") {
+    FillIfEmpty(app.gPublisherRoot, values.serverRoot);
+    FillIfEmpty(app.gServerUrlRoot, values.serverRoot);
+    FillIfEmpty(app.gFileServerRoot, values.serverRoot);
+    FillIfEmpty(app.gUpdaterUrlRoot, values.updateHost);
+  } else if (app.gEdition == "XQD") {
+    FillIfEmpty(app.gPublisherRoot, values.serverRoot);
+    FillIfEmpty(app.gServerUrlRoot, values.serverRoot);
+    FillIfEmpty(app.gACServerRoot, values.campusServerRoot);
+    FillIfEmpty(app.gFileServerRoot, values.campusServerRoot);
+    app.gUpdaterUrlRoot.clear();
+  } else {
+    return;
+  }
+  app.gWebSiteRoot = values.webSiteRoot;
+  app.gTranslateUrlRoot =
+      values.translateRoot + "translate?js=n&prev=_t&hl=zh-TW&ie=UTF-8&layout=2&eotf=1&sl=zh-CN&tl=zh-TW&u=";
+}
+
+std::string LanguageOf(const std::string& locale) {
+  if (locale.starts_with("zh_CN")) return "CHS";
+  return locale.starts_with("ja") ? "JPN" : "CHT";
+}
+
+void FillPaths(AppState& app) {
+  app.gRegKeyApp = "software\\Tessaroon\\Marovane";
+  app.gRegKeyEngine = "software\\Tessaroon\\Tolvex";
+  app.gEngineDir = app.gTempDir + "/tolvex/";
+  app.gSetupFile = app.gTempDir + "/" + app.gDataDirName + "/setup.set";
+  app.gRegistryFile = app.gEngineDir + "registry.set";
+}
+
+void ResetExchangeFile(Program& program) {
+  Files& files = program.machine.files;
+  const std::string& path = program.app.gRegistryFile;
+  ResetRegistrySet(files, path, "RESET");
+  for (const auto& [key, value] : {std::pair{"col_suggestion", "0"},
+                                   {"collocationListHtm", ""},
+                                   {"errcode", "0"},
+                                   {"findMistake", "0"},
+                                   {"qcode", "0"},
+                                   {"sentence", "0"},
+                                   {"htm4chk", ""}}) {
+    ReadWriteSetFile(files, path, "W", key, value);
+  }
+  const std::string left = ReadWriteSetFile(files, path, "R", "synChk", "");
+  program.app.gSynChk = "0";
+  if (left != "0" && left != "1") ReadWriteSetFile(files, path, "W", "synChk", "0");
+}
+
+void RunStep(const std::function<void()>& step) {
+  if (step) step();
+}
+
+}  // namespace
+
+void InitApplicationState(Program& program) {
+  auto& app = program.app;
+  const Machine& machine = program.machine;
+  app.gProductCode = "mrv";
+  app.gDataDirName = "marovane";
+  app.gEngineLevel = "beta";
+  app.gDetailMessage = false;
+  app.gUseWebEngine = true;
+  app.gUseWebEngineWbank = true;
+  ReadDebugIni(program);
+  FillServerRoots(program);
+  app.gTempDir = WorkingRoot(machine.environment);
+  app.gLangCode = LanguageOf(machine.environment.Variable("LANG"));
+  InitConnectionStrings(program);
+  app.gMenuExtended = false;
+  app.gInputHasFocus = false;
+  FillPaths(app);
+  if (!machine.files.FolderExists(app.gEngineDir) ||
+      !machine.files.FolderExists(app.gTempDir + "/" + app.gDataDirName)) {
+    RunStep(program.hall.unpackDataFiles);
+  }
+  ResetExchangeFile(program);
+  LoadSettings(program);
+}
+
+void InitConnectionStrings(Program& program) {
+  auto& app = program.app;
+  const std::string prefix = GetWindowsVersion() == "2.6.1"
+                                 ? "Driver={Microsoft Access Driver (*.mdb, *.accdb)};DBQ="
+                                 : "Provider=Microsoft.Jet.OLEDB.4.0;Data Source=";
+  app.gConnRecords = prefix + app.gTempDir + "/marovane/Marovane.mdb;";
+  app.gConnErrList = prefix + app.gTempDir + "/tolvex/data/err4list.mdb;";
+  app.gConnUserHelper = prefix + app.gTempDir + "/tolvex/data/userhelper.mdb;";
+}
+
+bool CheckScreenDpi(Program& program) { return program.machine.windows.LogicalDpi() == 96; }
+
+FrmStartUp::FrmStartUp(Program& program) : Form(program.machine, "frmStartUp"), program_(program) {}
+
+void FrmStartUp::PrepareProgram(Program& program) {
+  auto& hall = program.hall;
+  auto& app = program.app;
+  app.gEdition = Trim(InCase(program.machine.environment.commandLine, std::toupper));
+  if (app.gEdition.empty()) app.gEdition = "MRV";
+  if (program.machine.environment.previousInstance) program.machine.loop.End();
+  if (!CheckScreenDpi(program)) {
+    program.machine.windows.SystemBox(
+        "警告", "您的視窗目前設定為較大顯示字型，請回復預設字型(96dpi)，才能正常使用本軟體。");
+    program.machine.loop.End();
+  }
+  InitApplicationState(program);
+  RunStep(hall.checkDatabaseBuild);
+  RunStep(hall.unpackDataFiles);
+  RunStep(hall.refreshUpdater);
+  RunStep(hall.showPublisherNews);
+  if (app.gEdition == "XQD") RunCampusLogin(program);
+  RunStep(hall.checkVersion);
+  if (GetWindowsVersion() == "2.6.1") RunStep(hall.warmUpErrListDb);
+}
+
+void FrmStartUp::RunCampusLogin(Program& program) {
+  auto& app = program.app;
+  app.gXqdLoginDone = false;
+  app.gXqdLoginOk = false;
+  if (program.hall.frmXQDLogin) {
+    program.hall.frmXQDLogin->AsForm().Show();
+    program.machine.loop.WaitUntil([&app] { return app.gXqdLoginDone; });
+  }
+  if (!app.gXqdLoginOk) program.machine.loop.End();
+}
+
+void FrmStartUp::Form_Load() {
+  constexpr int kOffScreen = -10000;
+  Left = kOffScreen;
+  Top = kOffScreen;
+  PrepareProgram(program_);
+  program_.hall.frmMain->AsForm().Show();
+  if (program_.hall.frmSplash) program_.hall.frmSplash->AsForm().Show();
+}
+
+void FrmStartUp::Form_Activate() {
+  try {
+    PassFocusOn();
+  } catch (const RunTimeError&) {
+    return;  // a window that cannot take the focus is no reason to tell the user
+  }
+}
+
+void FrmStartUp::PassFocusOn() {
+  const auto& app = program_.app;
+  const auto& hall = program_.hall;
+  if (!app.gSplashShown && hall.frmMain) hall.frmMain->AsForm().BringToFront();
+  const auto pass = [](bool isOpen, const auto& door) {
+    if (isOpen && door) door->AsForm().BringToFront();
+  };
+  pass(app.gOpenCollocation, hall.frmCollocation);
+  pass(app.gOpenDiary, hall.frmDiary);
+  pass(app.gOpenErrList, hall.frmErrList);
+  pass(app.gOpenErrSentence, hall.frmErrSentence);
+  pass(app.gOpenFeedback, hall.frmFeedback);
+  pass(app.gOpenSentences, hall.frmSentences);
+  pass(app.gOpenSetup, hall.frmSetup);
+  pass(app.gOpenSuggest, hall.frmSuggest);
+  pass(app.gOpenBindSelect, hall.frmBindSelect);
+  pass(app.gOpenPassword, hall.frmPassword);
+  pass(app.gOpenEssayInputEdu, hall.frmEssayInputEdu);
+  pass(app.gOpenEssayInputForm, hall.frmEssayInputForm);
+  pass(app.gOpenEssayCollect, hall.frmEssayCollect);
+  pass(app.gOpenEssay, hall.frmEssay);
+}
+
+void FrmStartUp::Form_Unload() {
+  if (program_.app.gOpenMain) program_.hall.frmMain->CloseAppProcdure();
+}
