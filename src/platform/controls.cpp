@@ -9,9 +9,7 @@
 
 Control::Control(Form& form, std::string name) : form_(form), name_(std::move(name)) { form.Add(*this); }
 
-Control::~Control() {
-  if (form_.machine.windows.Focused() == this) form_.machine.windows.FocusChanged(nullptr);
-}
+Control::~Control() { form_.machine.windows.Forget(*this); }
 
 void Control::SetFocus() { form_.machine.windows.RequestFocus(*this); }
 

@@ -16,11 +16,14 @@ void EventLoop::DoEvents() {
 }
 
 void EventLoop::WaitUntil(const std::function<bool()>& isMet) {
+  bool mayHaveMore = true;
   while (true) {
     if (ended_) throw ProgramEnd{};
     if (isMet()) return;
-    if (RunPosted() || FireDueTimers()) continue;
-    Pump(TimeToNextTimer());
+    // The machine's events get their turn also while timers are always due.
+    Pump(mayHaveMore ? Milliseconds{0} : TimeToNextTimer());
+    mayHaveMore = RunPosted();
+    mayHaveMore = FireDueTimers() || mayHaveMore;
   }
 }
 
@@ -63,14 +66,26 @@ void EventLoop::DisposeLater(std::shared_ptr<void> object) {
   if (depth_ > 0) disposed_.push_back(std::move(object));
 }
 
+std::function<void()> EventLoop::TakePosted() {
+  const std::lock_guard lock(postedMutex_);
+  if (posted_.empty()) return {};
+  auto task = std::move(posted_.front());
+  posted_.pop_front();
+  return task;
+}
+
 bool EventLoop::RunPosted() {
-  std::vector<std::function<void()>> tasks;
+  std::size_t count = 0;
   {
     const std::lock_guard lock(postedMutex_);
-    tasks.swap(posted_);
+    count = posted_.size();
   }
-  for (const auto& task : tasks) RunHandler(task);
-  return !tasks.empty();
+  // One by one, so that the rest runs also when one of them waits or throws; no more than stood there at
+  // first, so that tasks which post tasks leave room for timers.
+  for (std::size_t i = 0; i < count; ++i) {
+    if (const auto task = TakePosted()) RunHandler(task);
+  }
+  return count > 0;
 }
 
 bool EventLoop::FireDueTimers(bool visualOnly) {

@@ -3,6 +3,7 @@
 
 #include <chrono>
 #include <cstdint>
+#include <deque>
 #include <functional>
 #include <memory>
 #include <mutex>
@@ -95,12 +96,13 @@ class EventLoop {
  private:
   friend class Timer;
   bool RunPosted();
+  std::function<void()> TakePosted();
   void Started(Timer* timer);
   void Stopped(Timer* timer);
 
   std::set<Timer*> timers_;
   std::mutex postedMutex_;
-  std::vector<std::function<void()>> posted_;
+  std::deque<std::function<void()>> posted_;
   std::vector<std::shared_ptr<void>> disposed_;
   int depth_ = 0;
   bool ended_ = false;

@@ -16,9 +16,11 @@ void Form::Show() {
 }
 
 void Form::ShowModal() {
+  const EventLoop::HandlerScope scope(machine.loop);  // the form may be unloaded while it is waited for
   Visible = true;
   machine.windows.Shown(*this, true);
   machine.loop.WaitUntil([this] { return !Visible(); });
+  machine.windows.EndModal(*this);
 }
 
 void Form::Hide() {

@@ -13,17 +13,23 @@ void WindowSystem::Shown(Form& form, bool isModal) {
 }
 
 void WindowSystem::Hidden(Form& form) {
-  std::erase(modal_, &form);
+  EndModal(form);
   if (focused_ != nullptr && &focused_->Owner() == &form) FocusChanged(nullptr);
   if (active_ == &form) ActiveChanged(nullptr);
 }
 
 void WindowSystem::Unloaded(Form& form) {
-  std::erase(modal_, &form);
+  EndModal(form);
   std::erase(forms_, &form);
   // The form is gone for its program: it hears nothing of the focus that it loses.
   if (focused_ != nullptr && &focused_->Owner() == &form) focused_ = nullptr;
   if (active_ == &form) active_ = nullptr;
+}
+
+void WindowSystem::EndModal(Form& form) { std::erase(modal_, &form); }
+
+void WindowSystem::Forget(const Control& control) {
+  if (focused_ == &control) focused_ = nullptr;
 }
 
 void WindowSystem::BringToFront(Form& form) { Activate(form); }

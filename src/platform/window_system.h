@@ -32,6 +32,11 @@ class WindowSystem {
   virtual void Hidden(Form& form);
   virtual void Unloaded(Form& form);
 
+  /// The form no longer keeps others from taking input.
+  void EndModal(Form& form);
+  /// The control goes without hearing anything more.
+  void Forget(const Control& control);
+
   virtual void BringToFront(Form& form);
   /// Asks for the focus. A view answers by FocusChanged when it has moved.
   virtual void RequestFocus(Control& control);
