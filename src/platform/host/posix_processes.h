@@ -1,0 +1,38 @@
+// Processes of this machine.
+#pragma once
+
+#include <map>
+
+#include "platform/event_loop.h"
+#include "platform/host/file_descriptor.h"
+#include "platform/processes.h"
+
+/// Starts programs directly, without a shell. A child gets no file descriptor of this program: its standard
+/// input and output are /dev/null, or the two pipes, and its standard error /dev/null, or this program's own
+/// with pipes. Children that still run when this object goes run on.
+class PosixProcesses : public Processes {
+ public:
+  explicit PosixProcesses(EventLoop& loop) : loop_(loop) {}
+  ~PosixProcesses() override;
+  PosixProcesses(const PosixProcesses&) = delete;
+  PosixProcesses& operator=(const PosixProcesses&) = delete;
+
+  /// A program named without a folder is looked for along PATH.
+  void Start(const ProcessStart& start) override;
+  std::unique_ptr<PipedProcess> StartPiped(const ProcessStart& start) override;
+  /// A process goes by the file name of its first argument, or of its program where it has none.
+  std::vector<ProcessInfo> List() const override;
+  /// Kills at once (SIGKILL). False when there is no such process or it belongs to somebody else.
+  bool Terminate(int id) override;
+
+ private:
+  struct Child {
+    int id;
+    FileDescriptor end;  // can be read when the child has ended
+  };
+  void Watch(int id);
+  void Reap(int watch);
+
+  EventLoop& loop_;
+  std::map<int, Child> children_;  // by number of the watch
+};

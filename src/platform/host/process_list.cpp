@@ -1,0 +1,62 @@
+// The running processes as /proc tells them (proc(5)).
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <charconv>
+#include <fstream>
+#include <iterator>
+
+#include "platform/host/posix_processes.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+std::string ReadWhole(const fs::path& path) {
+  std::ifstream file(path, std::ios::binary);
+  return {std::istreambuf_iterator<char>(file), {}};
+}
+
+int ProcessId(const fs::path& folder) {
+  const std::string name = folder.filename().string();
+  int id = 0;
+  const auto [end, error] = std::from_chars(name.data(), name.data() + name.size(), id);
+  return error == std::errc{} && end == name.data() + name.size() ? id : 0;
+}
+
+bool IsOurs(const fs::path& folder) {
+  struct stat status {};
+  return stat(folder.c_str(), &status) == 0 && status.st_uid == geteuid();
+}
+
+// The state stands behind the name, which is in brackets and may itself hold brackets and blanks.
+bool IsRunning(const fs::path& folder) {
+  const std::string status = ReadWhole(folder / "stat");
+  const auto bracket = status.rfind(')');
+  if (bracket == std::string::npos || bracket + 2 >= status.size()) return false;
+  const char state = status[bracket + 2];
+  return state != 'Z' && state != 'X';
+}
+
+std::string ProgramName(const fs::path& folder) {
+  const std::string arguments = ReadWhole(folder / "cmdline");
+  const std::string first = arguments.substr(0, arguments.find('\0'));
+  if (!first.empty()) return fs::path(first).filename().string();
+  std::error_code ignored;
+  return fs::read_symlink(folder / "exe", ignored).filename().string();
+}
+
+}  // namespace
+
+std::vector<ProcessInfo> PosixProcesses::List() const {
+  std::vector<ProcessInfo> processes;
+  std::error_code error;
+  for (fs::directory_iterator entry("/proc", error), end; !error && entry != end; entry.increment(error)) {
+    const int id = ProcessId(entry->path());
+    // Any of these may end while it is looked at; then it has nothing to tell and is left out.
+    if (id == 0 || !IsOurs(entry->path())) continue;
+    std::string name = ProgramName(entry->path());
+    if (!name.empty() && IsRunning(entry->path())) processes.push_back({id, std::move(name)});
+  }
+  return processes;
+}
