@@ -1,0 +1,54 @@
+// Accounts: their numbers, their passwords, and how often a wrong one may be tried.
+#pragma once
+
+#include <chrono>
+#include <functional>
+#include <mutex>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+
+#include "server/store.h"
+
+namespace marovane {
+
+/// The number without "-" and blanks.
+std::string CleanAccount(std::string_view number);
+
+/// A cleaned number is 1 to 32 letters, digits, "." and "_".
+bool IsAccountNumber(std::string_view number);
+
+/// May be used from several threads.
+class Accounts {
+ public:
+  using Clock = std::function<std::chrono::steady_clock::time_point()>;
+
+  explicit Accounts(Store& store, Clock clock = std::chrono::steady_clock::now)
+      : store_(store), clock_(std::move(clock)) {}
+
+  /// Cleans the number and makes sure that the account exists. Throws Refusal: ERR_INVAILD_ACCOUNT,
+  /// ERR_NOTFOUND.
+  std::string Known(std::string_view number);
+
+  /// As Known, and the password must be the account's. Throws also ERR_WRONG_PASSWORD, and ERR_TRY_LATER when
+  /// too many wrong ones came: ten in a row are free, then one every three seconds.
+  std::string Proven(std::string_view number, const std::string& password);
+
+  /// Makes sure that the account exists with this password.
+  void Ensure(const std::string& number, const std::string& password);
+
+ private:
+  struct Tries {
+    double left;
+    std::chrono::steady_clock::time_point at;
+  };
+  void TakeTry(const std::string& account);
+  void GiveTryBack(const std::string& account);
+
+  Store& store_;
+  Clock clock_;
+  std::mutex mutex_;
+  std::unordered_map<std::string, Tries> tries_;
+};
+
+}  // namespace marovane

@@ -1,0 +1,32 @@
+// The words behind the program's name.
+#pragma once
+
+#include <filesystem>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "server/server.h"
+
+namespace marovane {
+
+/// The words make no command. Its text says which one.
+class UsageError : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
+};
+
+struct Command {
+  bool help = false;
+  bool embedded = false;              ///< started by the desktop program, which holds standard input
+  ServerOptions server;               ///< for an embedded one with a fresh random prefix
+  std::filesystem::path engineData;   ///< "" when not told
+  std::filesystem::path accountFile;  ///< "" for none
+};
+
+extern const char* const kUsage;
+
+/// `words` without the program's name. Throws UsageError.
+Command ParseCommandLine(const std::vector<std::string>& words);
+
+}  // namespace marovane

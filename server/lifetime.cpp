@@ -1,0 +1,50 @@
+#include "server/lifetime.h"
+
+#include <poll.h>
+#include <sys/prctl.h>
+#include <sys/signalfd.h>
+#include <unistd.h>
+
+#include <array>
+#include <cerrno>
+#include <csignal>
+
+namespace marovane {
+namespace {
+
+sigset_t EndSignals() {
+  sigset_t signals;
+  sigemptyset(&signals);
+  sigaddset(&signals, SIGTERM);
+  sigaddset(&signals, SIGINT);
+  return signals;
+}
+
+bool InputHasEnded() {
+  std::array<char, 256> ignored;
+  const ssize_t length = read(STDIN_FILENO, ignored.data(), ignored.size());
+  return length == 0 || (length < 0 && errno != EINTR && errno != EAGAIN);
+}
+
+}  // namespace
+
+void HoldEndSignals() {
+  const sigset_t signals = EndSignals();
+  pthread_sigmask(SIG_BLOCK, &signals, nullptr);
+}
+
+void EndWithParent() { prctl(PR_SET_PDEATHSIG, SIGTERM); }
+
+void WaitForEnd(bool watchInput) {
+  const sigset_t signals = EndSignals();
+  std::array<pollfd, 2> sources = {
+      {{signalfd(-1, &signals, SFD_CLOEXEC), POLLIN, 0}, {watchInput ? STDIN_FILENO : -1, POLLIN, 0}}};
+  while (true) {
+    if (poll(sources.data(), sources.size(), -1) < 0) continue;
+    if (sources[0].revents != 0) break;
+    if (sources[1].revents != 0 && InputHasEnded()) break;
+  }
+  close(sources[0].fd);
+}
+
+}  // namespace marovane

@@ -1,0 +1,58 @@
+// marovane-server: every server page of the program, for one learner's computer or for a school.
+#include <fmt/format.h>
+#include <sys/stat.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <stdexcept>
+
+#include "engine/data_dir.h"
+#include "server/command_line.h"
+#include "server/lifetime.h"
+#include "server/log.h"
+
+namespace {
+
+using namespace marovane;
+
+constexpr int kWrongUsage = 64;
+constexpr int kPrivateFiles = 0077;
+
+std::filesystem::path EngineData(const Command& command) {
+  if (command.engineData.empty()) return tolvex::FindDataDir();
+  if (std::filesystem::is_directory(command.engineData)) return command.engineData;
+  throw std::runtime_error(fmt::format("the language data was not found in {}", command.engineData.string()));
+}
+
+void Serve(const Command& command) {
+  HoldEndSignals();
+  if (command.embedded) EndWithParent();
+  Server server(command.server, LoadTolvex(EngineData(command)));
+  if (!command.accountFile.empty()) server.EnsureAccount(EnsureAccountFile(command.accountFile));
+  server.Start();
+  fmt::print("root={}\n", server.Root());
+  std::fflush(stdout);
+  WaitForEnd(command.embedded);
+  server.Stop();
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  try {
+    umask(kPrivateFiles);
+    const Command command = ParseCommandLine({argv + 1, argv + argc});
+    if (command.help) {
+      fmt::print("{}", kUsage);
+    } else {
+      Serve(command);
+    }
+    return EXIT_SUCCESS;
+  } catch (const UsageError& error) {
+    LogError("{}; see marovane-server --help", error.what());
+    return kWrongUsage;
+  } catch (const std::exception& error) {
+    LogError("{}", error.what());
+    return EXIT_FAILURE;
+  }
+}

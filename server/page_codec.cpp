@@ -1,0 +1,115 @@
+#include "server/page_codec.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <array>
+#include <cstdint>
+#include <numeric>
+
+namespace marovane {
+namespace {
+
+constexpr std::size_t kCheckDigits = 3;
+constexpr std::size_t kPlainHead = 4;   // characters of P in front of its Base64
+constexpr std::size_t kTurnDigits = 2;  // the number k behind them
+constexpr int kOffset = 35;
+constexpr std::string_view kAlphabet = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
+
+bool CheckDigitsFit(std::string_view packed, std::string_view digits) {
+  const unsigned sum = std::accumulate(packed.begin(), packed.end(), 0U,
+                                       [](unsigned total, unsigned char sign) { return total + sign; });
+  return fmt::format("{:03}", sum % 999) == digits;
+}
+
+/// Values 0 to 63 of the alphabet's characters, -1 for others.
+std::array<int, 256> ReverseAlphabet() {
+  std::array<int, 256> values{};
+  values.fill(-1);
+  for (std::size_t i = 0; i < kAlphabet.size(); ++i) {
+    values[static_cast<unsigned char>(kAlphabet[i])] = static_cast<int>(i);
+  }
+  return values;
+}
+
+/// Drops the padding. "+" is a digit of the alphabet too, but never the last one here: the text ends in "O",
+/// which leaves "P", "8" or "w" as the last digit.
+std::string_view WithoutPadding(std::string_view base64) {
+  for (int i = 0; i < 2 && base64.ends_with('+'); ++i) base64.remove_suffix(1);
+  return base64;
+}
+
+std::optional<std::string> FromBase64(std::string_view base64) {
+  static const std::array<int, 256> values = ReverseAlphabet();
+  if (base64.size() % 4 != 0) return std::nullopt;
+  std::string text;
+  std::uint32_t bits = 0;
+  int count = 0;
+  for (const unsigned char digit : WithoutPadding(base64)) {
+    if (values[digit] < 0) return std::nullopt;
+    bits = bits << 6 | static_cast<std::uint32_t>(values[digit]);
+    count += 6;
+    if (count >= 8) {
+      count -= 8;
+      text += static_cast<char>(bits >> count & 0xFF);
+    }
+  }
+  return text;
+}
+
+std::optional<std::string> Unturned(std::string_view packed) {
+  if (packed.size() < kPlainHead) return std::string(packed);
+  if (packed.size() < kPlainHead + kTurnDigits) return std::nullopt;
+  std::string base64(packed.substr(kPlainHead + kTurnDigits));
+  const std::size_t k = base64.size() % 7 + 1;
+  if (packed.substr(kPlainHead, kTurnDigits) != fmt::format("{:02X}", k) || base64.size() < k) {
+    return std::nullopt;
+  }
+  std::rotate(base64.begin(), base64.end() - static_cast<std::ptrdiff_t>(k - 1), base64.end());
+  auto text = FromBase64(base64);
+  if (text && !text->starts_with(packed.substr(0, kPlainHead))) return std::nullopt;
+  return text;
+}
+
+/// The sum of a code and the offset, or nothing when it is not written as it should be.
+std::optional<int> SumOf(std::string_view digits) {
+  constexpr std::string_view kHex = "0123456789ABCDEF";
+  if (digits.empty() || digits.size() > 4 || (digits.size() > 1 && digits[0] == '0')) return std::nullopt;
+  unsigned value = 0;
+  for (const char digit : digits) {
+    const std::size_t nibble = kHex.find(digit);
+    if (nibble == std::string_view::npos) return std::nullopt;
+    value = value << 4 | static_cast<unsigned>(nibble);
+  }
+  return static_cast<std::int16_t>(value);
+}
+
+bool AppendCharacter(std::string_view digits, std::string& page) {
+  const auto sum = SumOf(digits);
+  if (!sum) return false;
+  const int code = *sum - kOffset;
+  const int lead = code >> 8 & 0xFF;
+  const int trail = code & 0xFF;
+  if (code < 0) page += static_cast<char>(lead);
+  page += static_cast<char>(trail);
+  return code < 0 ? lead > 0x80 && lead < 0xFF && trail >= 0x40 : code <= 0xFF;
+}
+
+}  // namespace
+
+std::optional<std::string> DecodePage(std::string_view code) {
+  if (code.size() < kCheckDigits) return std::nullopt;
+  const std::string_view packed = code.substr(0, code.size() - kCheckDigits);
+  if (!CheckDigitsFit(packed, code.substr(packed.size()))) return std::nullopt;
+  const auto text = Unturned(packed);
+  if (!text || (!text->empty() && text->back() != 'O')) return std::nullopt;
+  std::string page;
+  for (std::size_t at = 0; at < text->size();) {
+    const std::size_t end = text->find('O', at);
+    if (!AppendCharacter(std::string_view(*text).substr(at, end - at), page)) return std::nullopt;
+    at = end + 1;
+  }
+  return page;
+}
+
+}  // namespace marovane

@@ -1,0 +1,102 @@
+// Logins, a learner's settings, and which parts of the program are used.
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <array>
+#include <map>
+
+#include "server/day.h"
+#include "server/pages/page.h"
+#include "server/text.h"
+
+namespace marovane {
+namespace {
+
+constexpr std::size_t kNumberLimit = 64;
+constexpr std::size_t kPasswordLimit = 64;
+constexpr std::size_t kWordLimit = 16;
+constexpr std::size_t kListLimit = 1000;
+
+/// What of the list is kept. Not `Pno`, which the asker names, and not `userPW`: whoever knows an account's
+/// number may ask for its settings.
+constexpr std::array<std::string_view, 7> kKeptSettings = {"alwaysOnTop",   "autoCleanHistory", "autoKeyinPw",
+                                                           "eduBackground", "feedbackErrData",  "FontSize",
+                                                           "transformValue"};
+constexpr std::array<std::string_view, 3> kActs = {"collo", "similar", "similar_2"};
+
+template <typename Words>
+bool Holds(const Words& words, std::string_view word) {
+  return std::find(words.begin(), words.end(), word) != words.end();
+}
+
+std::string Number(const Form& form) { return form.Required("pno", kNumberLimit); }
+
+/// Takes the text up to the next `end` off the front of a list.
+std::string_view TakePiece(std::string_view& list, char end) {
+  const std::size_t length = std::min(list.find(end), list.size());
+  const std::string_view piece = list.substr(0, length);
+  list.remove_prefix(std::min(length + 1, list.size()));
+  return piece;
+}
+
+/// The "name:value" pairs of a list joined by "$". As for the program, a value ends at a second ":".
+std::map<std::string, std::string, std::less<>> SettingsOf(std::string_view list) {
+  std::map<std::string, std::string, std::less<>> settings;
+  while (!list.empty()) {
+    std::string_view pair = TakePiece(list, '$');
+    const std::string name = Trim(TakePiece(pair, ':'));
+    settings.emplace(name, Trim(TakePiece(pair, ':')));
+  }
+  return settings;
+}
+
+std::string KeptList(const std::map<std::string, std::string, std::less<>>& settings) {
+  std::string list;
+  for (const std::string_view name : kKeptSettings) {
+    const auto setting = settings.find(name);
+    if (setting != settings.end()) list += fmt::format("${}:{}", name, setting->second);
+  }
+  return list;
+}
+
+Reply WriteSettings(Services& services, const Form& form) {
+  const auto settings = SettingsOf(form.Required("setting", kListLimit));
+  const auto password = settings.find("userPW");
+  const std::string account =
+      services.accounts.Proven(Number(form), password == settings.end() ? "" : password->second);
+  services.store.PutUserSettings(account, KeptList(settings));
+  return TextReply("OK_");
+}
+
+Reply ReadSettings(Services& services, const Form& form) {
+  const std::string account = services.accounts.Known(Number(form));
+  return TextReply(fmt::format("OK_Pno:{}{}", account, services.store.UserSettings(account)));
+}
+
+}  // namespace
+
+Reply Login(Services& services, const Call& call) {
+  const std::string password = call.form.Required("password", kPasswordLimit);
+  return TextReply("OK_" + services.accounts.Proven(Number(call.form), password));
+}
+
+Reply CheckPassword(Services& services, const Call& call) {
+  const std::string password = call.form.Required("pw", kPasswordLimit);
+  return TextReply("OK_" + services.accounts.Proven(Number(call.form), password));
+}
+
+Reply UserSettings(Services& services, const Call& call) {
+  const std::string method = call.form.Required("met", kWordLimit);
+  if (method == "r") return ReadSettings(services, call.form);
+  if (method == "w") return WriteSettings(services, call.form);
+  throw Refusal("ERR_UNKNOWN_METHOD");
+}
+
+Reply UserAct(Services& services, const Call& call) {
+  const std::string act = call.form.Required("act", kWordLimit);
+  if (!Holds(kActs, act)) throw Refusal("ERR_UNKNOWN_ACT");
+  services.store.CountAct(services.accounts.Known(Number(call.form)), TodayAsIso(), act);
+  return TextReply("OK_");
+}
+
+}  // namespace marovane

@@ -1,0 +1,56 @@
+#include "server/pages/page.h"
+
+#include <algorithm>
+#include <array>
+#include <exception>
+
+#include "server/log.h"
+#include "server/text.h"
+
+namespace marovane {
+namespace {
+
+constexpr const char* kAccessKey = "zorbelquinter";
+constexpr std::size_t kPackedPageLimit = 8 << 20;
+
+constexpr std::array<Page, 11> kPages = {{
+    {"p_getconn.asp", ServerProbe},
+    {"p_all_webengine_get.asp", EngineAddress},
+    {"p_passWebEngine_conn.asp", EngineProbe},
+    {"p_passWebEngine.asp", CheckSentence, Page::Body::kPlain, 1 << 20, "s"},
+    {"p_decode.asp", ShowPackedPage, Page::Body::kBrowserForm, kPackedPageLimit},
+    {"p_getlogin.asp", Login},
+    {"p_getauthwithpw.asp", CheckPassword},
+    {"p_getversion.asp", NewestVersion},
+    {"p_getusersettings.asp", UserSettings},
+    {"p_update_useract.asp", UserAct},
+    {"p_publisher_news.asp", PublisherNews},
+}};
+
+Form ReadBody(const Page& page, std::string_view body) {
+  if (body.size() > page.bodyLimit) throw Refusal("ERR_TOO_LONG");
+  return page.body == Page::Body::kPlain ? Form::Plain(body, page.lastField) : Form::Browser(body);
+}
+
+}  // namespace
+
+Reply TextReply(std::string_view text) { return {ToBig5(text)}; }
+
+const Page* FindPage(std::string_view name) {
+  const auto* page =
+      std::find_if(kPages.begin(), kPages.end(), [&](auto& each) { return each.name == name; });
+  return page == kPages.end() ? nullptr : page;
+}
+
+Reply Answer(const Page& page, Services& services, std::string_view body, const std::string& root) try {
+  const Call call{ReadBody(page, body), root};
+  if (call.form.Find("key") != kAccessKey) throw Refusal("ERR_WRONG_KEY");
+  return page.answer(services, call);
+} catch (const Refusal& refusal) {
+  return TextReply(refusal.what());
+} catch (const std::exception& error) {
+  LogError("{}: {}", page.name, error.what());
+  return TextReply("ERR_SERVER");
+}
+
+}  // namespace marovane

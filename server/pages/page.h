@@ -1,0 +1,69 @@
+// The server's pages: what each one gets, what it may use, and what it gives back.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "server/accounts.h"
+#include "server/form.h"
+#include "server/page_store.h"
+#include "server/settings.h"
+#include "server/shared_engine.h"
+#include "server/store.h"
+
+namespace marovane {
+
+/// What the pages share.
+struct Services {
+  const ServerSettings& settings;
+  const SharedEngine& engine;
+  PageStore& results;
+  Store& store;
+  Accounts& accounts;
+};
+
+struct Call {
+  Form form;
+  std::string root;  ///< the server's root as the caller sees it, ended by "/"
+};
+
+struct Reply {
+  std::string body;  ///< CP950
+};
+
+/// A reply of UTF-8 text.
+Reply TextReply(std::string_view text);
+
+/// One page. A refusal is thrown (form.h).
+struct Page {
+  enum class Body { kPlain, kBrowserForm };
+
+  std::string_view name;
+  Reply (*answer)(Services&, const Call&);
+  Body body = Body::kPlain;
+  std::size_t bodyLimit = 1 << 20;  ///< bytes
+  std::string_view lastField = {};  ///< see Form::Plain
+};
+
+/// Null for an unknown name.
+const Page* FindPage(std::string_view name);
+
+/// Reads the body, tests the access key and has the page answer. Refusals and failures come back as a reply
+/// that begins with "ERR_".
+Reply Answer(const Page& page, Services& services, std::string_view body, const std::string& root);
+
+// The pages, each documented in docs/protocol.md.
+Reply ServerProbe(Services& services, const Call& call);
+Reply EngineAddress(Services& services, const Call& call);
+Reply EngineProbe(Services& services, const Call& call);
+Reply NewestVersion(Services& services, const Call& call);
+Reply PublisherNews(Services& services, const Call& call);
+Reply CheckSentence(Services& services, const Call& call);
+Reply ShowPackedPage(Services& services, const Call& call);
+Reply Login(Services& services, const Call& call);
+Reply CheckPassword(Services& services, const Call& call);
+Reply UserSettings(Services& services, const Call& call);
+Reply UserAct(Services& services, const Call& call);
+
+}  // namespace marovane

@@ -1,0 +1,38 @@
+// Pages that only tell something about the server.
+#include "server/day.h"
+#include "server/pages/page.h"
+
+namespace marovane {
+
+namespace {
+
+constexpr std::size_t kTypeLimit = 16;
+
+}  // namespace
+
+Reply ServerProbe(Services& /*services*/, const Call& /*call*/) {
+  return TextReply("ONLINE " + TodayAsShown());
+}
+
+Reply EngineAddress(Services& services, const Call& call) {
+  const std::string& root = services.settings.engineRoot;
+  return TextReply("OK_" + (root.empty() ? call.root : root));
+}
+
+Reply EngineProbe(Services& services, const Call& /*call*/) {
+  return TextReply(services.engine.IsUsable() ? "ONLINE" : "ERR_ENGINE");
+}
+
+Reply NewestVersion(Services& services, const Call& call) {
+  const std::string type = call.form.Required("type", kTypeLimit);
+  if (type == "mrv") return TextReply(services.settings.versionMrv);
+  if (type == "big") return TextReply(services.settings.versionBig);
+  throw Refusal("ERR_UNKNOWN_TYPE");
+}
+
+Reply PublisherNews(Services& services, const Call& /*call*/) {
+  if (services.settings.newsPage.empty()) throw Refusal("ERR_NONEWS");
+  return TextReply("OK_" + services.settings.newsPage);
+}
+
+}  // namespace marovane

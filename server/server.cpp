@@ -1,0 +1,172 @@
+#include "server/server.h"
+
+#include <fmt/format.h>
+#include <httplib.h>
+#include <sodium.h>
+#include <sys/stat.h>
+
+#include <algorithm>
+#include <cerrno>
+#include <stdexcept>
+#include <thread>
+
+#include "server/log.h"
+
+namespace marovane {
+namespace {
+
+constexpr std::size_t kKeptResults = 1000;
+constexpr std::size_t kLargestBody = 8 << 20;
+constexpr std::size_t kThreads = 16;
+constexpr int kBacklog = 128;
+constexpr time_t kReadSeconds = 10;
+constexpr const char* kContentType = "text/html; charset=big5";
+
+/// Pages come from outside (p_decode.asp): whatever they hold runs no script, sends no form and has no
+/// origin.
+constexpr const char* kContentPolicy =
+    "sandbox allow-scripts; default-src 'none'; style-src 'unsafe-inline'; img-src data:";
+
+std::filesystem::path MadeFolder(const std::filesystem::path& folder) {
+  std::error_code failure;
+  if (!std::filesystem::is_directory(folder, failure)) {
+    std::filesystem::create_directories(folder.parent_path(), failure);
+    if (mkdir(folder.c_str(), 0700) != 0) {
+      throw std::runtime_error(fmt::format("cannot make the folder {}: {}", folder.string(),
+                                           std::generic_category().message(errno)));
+    }
+  }
+  return folder;
+}
+
+bool IsHost(const std::string& host) {
+  return !host.empty() && std::all_of(host.begin(), host.end(), [](unsigned char sign) {
+    return std::isalnum(sign) != 0 ||
+           std::string_view(".-:[]_").find(static_cast<char>(sign)) != std::string_view::npos;
+  });
+}
+
+/// One server a port: a second one is told that the port is taken.
+void SetSocketOptions(socket_t socket) {
+  const int yes = 1;
+  setsockopt(socket, SOL_SOCKET, SO_REUSEADDR, &yes, sizeof yes);
+}
+
+httplib::Headers CommonHeaders() {
+  return {{"Cache-Control", "no-store"},
+          {"Content-Security-Policy", kContentPolicy},
+          {"Referrer-Policy", "no-referrer"},
+          {"X-Content-Type-Options", "nosniff"}};
+}
+
+/// One request a connection: an idle one would hold a thread, and the end of the server up.
+void Configure(httplib::Server& http) {
+  http.new_task_queue = [] { return new httplib::ThreadPool(kThreads); };
+  http.set_socket_options(SetSocketOptions);
+  http.set_tcp_nodelay(true);
+  http.set_keep_alive_max_count(1);
+  http.set_read_timeout(kReadSeconds);
+  http.set_payload_max_length(kLargestBody);
+  http.set_default_headers(CommonHeaders());
+}
+
+/// Reads the whole body but keeps no more than is needed to see that it is too long.
+bool ReadBody(const httplib::ContentReader& read, std::size_t limit, std::string& body) {
+  std::size_t total = 0;
+  return read([&](const char* bytes, std::size_t length) {
+    total += length;
+    body.append(bytes, std::min(length, limit + 1 - body.size()));
+    return total <= kLargestBody;
+  });
+}
+
+}  // namespace
+
+Server::Server(ServerOptions options, SharedEngine::Load load)
+    : options_(std::move(options)),
+      engine_(std::move(load)),
+      settings_(ReadServerSettings(MadeFolder(options_.dataDir) / "server.set")),
+      store_(OpenSqliteStore(options_.dataDir / "server.db")),
+      results_(kKeptResults),
+      accounts_(*store_),
+      services_{settings_, engine_, results_, *store_, accounts_},
+      http_(std::make_unique<httplib::Server>()) {
+  Configure(*http_);
+  http_->Post(".*", [this](const auto& request, auto& response, const auto& readBody) {
+    OnPost(request, response, readBody);
+  });
+  http_->Get(".*", [this](const auto& request, auto& response) { OnGet(request, response); });
+}
+
+Server::~Server() { Stop(); }
+
+void Server::EnsureAccount(const AccountEntry& entry) { accounts_.Ensure(entry.number, entry.password); }
+
+void Server::Start() {
+  Bind();
+  listening_ = std::async(std::launch::async, [this] { http_->listen_after_bind(); });
+  while (!http_->is_running() && listening_.wait_for(std::chrono::seconds(0)) != std::future_status::ready) {
+    std::this_thread::yield();
+  }
+}
+
+void Server::Stop() {
+  if (!listening_.valid()) return;
+  http_->stop();
+  listening_.get();
+}
+
+std::string Server::Root() const { return RootFor(fmt::format("{}:{}", options_.listen, options_.port)); }
+
+void Server::Bind() {
+  errno = 0;
+  if (options_.port == 0) {
+    options_.port = std::max(0, http_->bind_to_any_port(options_.listen));
+  } else if (!http_->bind_to_port(options_.listen, options_.port)) {
+    options_.port = 0;
+  }
+  if (options_.port != 0) return;
+  throw std::runtime_error(
+      fmt::format("cannot listen on {}: {}", options_.listen,
+                  errno == 0 ? "no such address" : std::generic_category().message(errno)));
+}
+
+void Server::OnPost(const httplib::Request& request, httplib::Response& response,
+                    const httplib::ContentReader& readBody) {
+  std::string_view path = request.path;
+  const Page* page = TakePrefix(path) ? FindPage(path) : nullptr;
+  std::string body;
+  if (!ReadBody(readBody, page == nullptr ? 0 : page->bodyLimit, body)) return;
+  if (page == nullptr) {
+    response.status = 404;
+    return;
+  }
+  const std::string host = request.get_header_value("Host");
+  response.set_content(Answer(*page, services_, body, IsHost(host) ? RootFor(host) : Root()).body,
+                       kContentType);
+}
+
+void Server::OnGet(const httplib::Request& request, httplib::Response& response) const {
+  std::string_view path = request.path;
+  auto page = TakePrefix(path) ? results_.Find(path) : std::nullopt;
+  if (page) {
+    response.set_content(*page, kContentType);
+  } else {
+    response.status = 404;
+  }
+}
+
+/// Takes the prefix off a path. Its bytes are compared in constant time: they are what keeps others out.
+bool Server::TakePrefix(std::string_view& path) const {
+  const std::string prefix = options_.prefix + "/";
+  if (path.size() < prefix.size() || sodium_memcmp(path.data(), prefix.data(), prefix.size()) != 0)
+    return false;
+  path.remove_prefix(prefix.size());
+  return true;
+}
+
+std::string Server::RootFor(const std::string& host) const {
+  return fmt::format("http://{}{}/", host, options_.prefix);
+}
+
+}  // namespace marovane

@@ -1,0 +1,39 @@
+#include "server/shared_engine.h"
+
+#include <chrono>
+#include <exception>
+
+#include "server/log.h"
+
+namespace marovane {
+namespace {
+
+SharedEngine::Judge LoadAndTell(const SharedEngine::Load& load) try {
+  return load();
+} catch (const std::exception& error) {
+  LogError("the check engine cannot be loaded: {}", error.what());
+  throw;
+}
+
+}  // namespace
+
+SharedEngine::SharedEngine(Load load)
+    : judge_(std::async(std::launch::async, [load = std::move(load)] { return LoadAndTell(load); })) {}
+
+tolvex::Judgement SharedEngine::Ask(std::string_view sentence) const { return judge_.get()(sentence); }
+
+bool SharedEngine::IsUsable() const try {
+  if (judge_.wait_for(std::chrono::seconds(0)) == std::future_status::ready) judge_.get();
+  return true;
+} catch (const std::exception&) {
+  return false;
+}
+
+SharedEngine::Load LoadTolvex(const std::filesystem::path& dataDir) {
+  return [dataDir]() -> SharedEngine::Judge {
+    auto engine = std::make_shared<const tolvex::Engine>(dataDir);
+    return [engine](std::string_view sentence) { return engine->Judge(sentence); };
+  };
+}
+
+}  // namespace marovane

@@ -1,0 +1,34 @@
+// What the server keeps. One small interface, so that another database can stand behind it.
+#pragma once
+
+#include <filesystem>
+#include <memory>
+#include <optional>
+#include <string>
+
+namespace marovane {
+
+/// Texts are UTF-8; an account is its cleaned number. All calls may come from several threads, and throw
+/// std::runtime_error when the database fails.
+class Store {
+ public:
+  virtual ~Store() = default;
+
+  /// Nothing for an unknown account.
+  virtual std::optional<std::string> PasswordHash(const std::string& account) = 0;
+  /// Makes the account or changes its password; its other data stays.
+  virtual void PutAccount(const std::string& account, const std::string& passwordHash) = 0;
+
+  /// The settings list as it was put, "" before that. Unknown accounts have none and keep none.
+  virtual std::string UserSettings(const std::string& account) = 0;
+  virtual void PutUserSettings(const std::string& account, const std::string& settings) = 0;
+
+  /// Counts one use of a part of the program. `day` is ISO text, "2026-11-05".
+  virtual void CountAct(const std::string& account, const std::string& day, const std::string& act) = 0;
+};
+
+/// Opens the SQLite database of a file, and creates it or brings its tables up to date first. Throws
+/// std::runtime_error when the file cannot be used.
+std::unique_ptr<Store> OpenSqliteStore(const std::filesystem::path& file);
+
+}  // namespace marovane
