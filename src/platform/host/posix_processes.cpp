@@ -193,6 +193,12 @@ void PosixProcesses::Reap(int watch) {
   children_.erase(found);
 }
 
+std::vector<int> PosixProcesses::Children() const {
+  std::vector<int> ids;
+  for (const auto& [watch, child] : children_) ids.push_back(child.id);
+  return ids;
+}
+
 bool PosixProcesses::Terminate(int id) {
   // 0 and below would mean whole groups of processes.
   return id > 0 && kill(id, SIGKILL) == 0;

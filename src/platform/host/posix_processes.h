@@ -24,6 +24,8 @@ class PosixProcesses : public Processes {
   std::vector<ProcessInfo> List() const override;
   /// Kills at once (SIGKILL). False when there is no such process or it belongs to somebody else.
   bool Terminate(int id) override;
+  /// Ids of the programs started here that have not been seen to end.
+  std::vector<int> Children() const;
 
  private:
   struct Child {

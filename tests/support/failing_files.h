@@ -1,0 +1,27 @@
+// Files that fail or die at a chosen step.
+#pragma once
+
+#include "platform/files.h"
+#include "tests/support/fault.h"
+
+/// Passes everything on to other files. Each change is a step of the fault; a Write or Append takes three:
+/// before the file is touched, after it was opened (and emptied), after half of the bytes.
+class FailingFiles : public Files {
+ public:
+  explicit FailingFiles(Files& files) : files_(files) {}
+
+  bool FileExists(const Path& path) const override { return files_.FileExists(path); }
+  bool FolderExists(const Path& path) const override { return files_.FolderExists(path); }
+  std::string Read(const Path& path) const override { return files_.Read(path); }
+  std::vector<std::string> List(const Path& folder) const override { return files_.List(folder); }
+  void Write(const Path& path, std::string_view bytes, bool isPrivate) override;
+  void Append(const Path& path, std::string_view bytes) override;
+  void Rename(const Path& from, const Path& to) override;
+  void Delete(const Path& path) override;
+  void CreateFolder(const Path& path, bool isPrivate) override;
+
+  Fault fault;
+
+ private:
+  Files& files_;
+};

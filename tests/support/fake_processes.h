@@ -1,0 +1,57 @@
+// A table of processes that exist only in the test.
+#pragma once
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "platform/headless/virtual_loop.h"
+#include "platform/processes.h"
+#include "platform/timer.h"
+#include "tests/support/fault.h"
+
+/// Programs are known by file name. Starting one that the test did not install is a RunTimeError, as for a
+/// missing file. Each start is a step of the fault.
+class FakeProcesses : public Processes {
+ public:
+  using Work = std::function<void(const ProcessStart&)>;
+
+  explicit FakeProcesses(VirtualLoop& loop) : loop_(loop) {}
+
+  /// A program that does its work when the time, above 0, has gone by on the virtual clock, and then ends.
+  void Install(const std::string& name, std::chrono::milliseconds time, Work work = {});
+  /// A program that runs until somebody ends it.
+  void InstallHanging(const std::string& name) { programs_[name] = {}; }
+  /// A program with pipes. It writes these lines at once and then says no more.
+  void InstallPiped(const std::string& name, std::vector<std::string> lines);
+  /// Adds a process that somebody else has started.
+  /// @return its id
+  int Add(const std::string& name);
+  void End(int id) { running_.erase(id); }
+
+  void Start(const ProcessStart& start) override;
+  std::unique_ptr<PipedProcess> StartPiped(const ProcessStart& start) override;
+  std::vector<ProcessInfo> List() const override;
+  bool Terminate(int id) override;
+
+  std::vector<ProcessStart> started;
+  std::vector<int> terminated;
+  Fault fault;
+
+ private:
+  struct Program {
+    std::optional<std::chrono::milliseconds> time;  // none: hangs
+    Work work;
+    std::vector<std::string> lines;
+  };
+  const Program& Launch(const ProcessStart& start);
+
+  VirtualLoop& loop_;
+  std::map<std::string, Program> programs_;
+  std::map<int, std::string> running_;
+  std::vector<std::unique_ptr<Timer>> timers_;
+  int lastId_ = 1000;
+};

@@ -1,0 +1,37 @@
+#include "tests/support/real_server.h"
+
+#include <sys/wait.h>
+
+#include "platform/run_time_error.h"
+
+namespace {
+
+constexpr int kPatience = 30'000;  // milliseconds
+constexpr const char* kRootLine = "root=";
+
+ProcessStart ServerStart(const std::vector<std::string>& arguments) {
+  ProcessStart start{MAROVANE_SERVER_PROGRAM, {"--embedded"}, {}};
+  start.arguments.insert(start.arguments.end(), arguments.begin(), arguments.end());
+  return start;
+}
+
+}  // namespace
+
+RealServer::RealServer(EventLoop& loop, const std::vector<std::string>& arguments)
+    : processes_(loop), process_(processes_.StartPiped(ServerStart(arguments))) {
+  while (const auto line = process_->ReadLine(kPatience)) {
+    if (!line->starts_with(kRootLine)) continue;
+    root_ = line->substr(std::string(kRootLine).size());
+    return;
+  }
+  throw RunTimeError("the server does not come up");
+}
+
+void RealServer::Kill() {
+  for (const int id : processes_.Children()) {
+    processes_.Terminate(id);
+    siginfo_t ended;
+    waitid(P_PID, static_cast<id_t>(id), &ended, WEXITED | WNOWAIT);
+  }
+  process_.reset();
+}

@@ -1,0 +1,34 @@
+// A whole machine for a test.
+#pragma once
+
+#include "platform/headless/headless_windows.h"
+#include "platform/headless/scripted_user.h"
+#include "platform/headless/virtual_loop.h"
+#include "platform/host/opencc.h"
+#include "platform/host/posix_files.h"
+#include "platform/host/sqlite_database.h"
+#include "platform/machine.h"
+#include "tests/support/failing_databases.h"
+#include "tests/support/failing_files.h"
+#include "tests/support/fake_http.h"
+#include "tests/support/fake_processes.h"
+#include "tests/support/temp_home.h"
+
+/// Virtual clock, no screen, a scripted server and process table; real files and real SQLite in a home of its
+/// own. Each part can be made to fail through its `fault`. The environment may be changed before it is read.
+struct TestMachine {
+  TempHome home;
+  Environment environment = home.MakeEnvironment();
+  VirtualLoop loop;
+  HeadlessWindows windows;
+  HeadlessDesktop desktop;
+  FakeHttp http{loop};
+  PosixFiles realFiles;
+  FailingFiles files{realFiles};
+  SqliteDatabases realDatabases;
+  FailingDatabases databases{realDatabases};
+  FakeProcesses processes{loop};
+  OpenCcConverter chinese;
+  Machine machine{loop, windows, desktop, http, files, databases, processes, chinese, environment};
+  ScriptedUser user{loop, windows};
+};
