@@ -1,0 +1,90 @@
+// The home of the program: a strip with one input box and a menu.
+#pragma once
+
+#include <string>
+
+#include "core/program.h"
+#include "platform/controls.h"
+#include "platform/timer.h"
+
+class RecordDb;
+
+class FrmMain : public Form, public MainWindow {
+ public:
+  FrmMain(Program& theProgram, RecordDb& theRecords);
+
+  // What others may ask of it.
+  Form& AsForm() override { return *this; }
+  RichTextBox& InputBox() override { return txtInput; }
+  Control& MenuButton(int index) override { return imgMenu(index); }
+  /// Mode 1 gives the box the typing style, another the placeholder; once it has the typing style it keeps
+  /// it.
+  void SetInputTextStyle(int mode) override;
+  void PassStringToEngine() override;
+  void CloseAppProcdure() override;
+
+  void Form_Load() override;
+  void Form_Activate() override;
+  void Form_Deactivate() override;
+  void Form_Unload() override;
+
+  void SetDefaultValue();
+  void SetMouseIconHand();
+  /// Shows the long or the short background, and sizes the window to it.
+  void ExtendMenu(bool extended);
+  void SetScrollSwitch(bool enabled);
+  /// Takes text over into the word helper: the selection of the input box, or the first Chinese run of a
+  /// text.
+  /// @param action "CHECK_SELECT_TEXT", "CHECK_CHINESE" or "" for both
+  /// @return the text taken, "" when there is none
+  std::string CheckInputText(const std::string& action, const std::string& text);
+  /// English for a Chinese text; "" when no translation was had.
+  std::string TranslateText(const std::string& text);
+  void imgMenu_Click(int index);
+  /// Starts the fade-out at whose end the program ends.
+  void DoCloseAppEffect();
+
+  Program& program;
+  RecordDb& records;
+
+  RichTextBox txtInput{*this, "txtInput"};
+  TextBox oldtxtInput{*this, "oldtxtInput"}, txtFocus{*this, "txtFocus"};
+  ControlArray<PictureBox, 11> imgMenu{*this, "imgMenu"}, imgBtnOff{*this, "imgBtnOff"},
+      imgBtnOver{*this, "imgBtnOver"}, imgBtnOn{*this, "imgBtnOn"};
+  ControlArray<PictureBox, 2> picScroll{*this, "picScroll"}, imgScrollOn{*this, "imgScrollOn"},
+      imgScrollOff{*this, "imgScrollOff"};
+  PictureBox picBackground{*this, "picBackground"};
+  ControlArray<PictureBox, 2> imgBackground{*this, "imgBackground"};  ///< 0 short, 1 extended
+  CheckBox chkEngineMode{*this, "chkEngineMode"}, chkWebEngineVPS{*this, "chkWebEngineVPS"};
+  Timer tmrMouse, tmrEngineResponse, tmrTransparentForm;
+
+  int engineTicks = 0;  ///< rounds of the settling wait, then seconds of the engine's silence
+
+ private:
+  void BindInput();
+  void BindMenu();
+  void BindScroll();
+  void FilterKey(int& keyAscii) const;
+  void TakeEnter();
+  void TranslateInput(const std::string& chinese);
+  std::string TakeSelection();
+  std::string TakeChinese(const std::string& text);
+  void WatchMouse();
+  bool IsPointerInside() const;
+  void RestoreHovered();
+  void OpenFromMenu(bool isOpen, const Door<HallWindow>& door);
+  void OpenDaySentences();
+  void OpenErrorStatistics();
+  void OpenEssayTopics();
+  void OpenFeedback();
+  void OpenWordHelper();
+  void AskToLeave();
+  void TellNotThere();
+  void PlaceAtBottom();
+  void FadeTick();
+  void DeleteEngineFiles();
+
+  static constexpr int kBreakButton = 10;
+  static constexpr int kNoButton = 99;
+  int hoverIndex_ = kNoButton;
+};

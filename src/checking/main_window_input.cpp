@@ -1,0 +1,92 @@
+// What Enter does in the input box, and what is taken from its text.
+#include "checking/main_window.h"
+#include "core/message.h"
+#include "core/server_access.h"
+#include "core/settings.h"
+#include "core/text_utility.h"
+#include "platform/text_encoding.h"
+
+namespace {
+
+bool IsChinese(char16_t character) {
+  const int code = Asc(character);
+  return code >= 255 || code < 1;
+}
+
+}  // namespace
+
+void FrmMain::TakeEnter() {
+  auto& app = program.app;
+  const std::string text = Trim(txtInput.Text());
+  if (text.empty() && !app.gEssayMode) return;
+  const std::string chinese = CheckInputText("CHECK_CHINESE", text);
+  if (!chinese.empty()) return TranslateInput(chinese);
+  if (app.gEssayMode) {
+    if (text.empty()) {
+      FrmMessage::Ask(program, "14003", 1, "OK", "0");
+    } else {
+      app.gVerdict = text;  // the walk through the essay waits for it
+    }
+    return;
+  }
+  WriteNeedSync(program, "Y");
+  app.gCheckPending = true;
+  PassStringToEngine();
+}
+
+void FrmMain::TranslateInput(const std::string& chinese) {
+  program.app.gLastInput = chinese;
+  FrmMessage::ProgressMsgBox(program, "10003", 0, "0");
+  machine.loop.DoEvents();
+  const std::string result = TranslateText(chinese);
+  program.frmMessage->closeForm();
+  machine.loop.DoEvents();
+  txtInput.Text = result;
+  txtInput.SelStart = Len(result);
+}
+
+std::string FrmMain::TranslateText(const std::string& text) {
+  if (!IsWebEngineOnline(program, true)) return "";
+  const std::string reply = PostForm(program, program.app.gWebEngineRoot + "p_com_translate.asp",
+                                     std::string(kAccessKey) + "&ls=zh-TW&q=" + text);
+  return reply.starts_with("OK") ? Replace(reply, "OK#", "") : "";
+}
+
+std::string FrmMain::CheckInputText(const std::string& action, const std::string& text) {
+  std::string result;
+  if (action.empty() || action == "CHECK_SELECT_TEXT") result = TakeSelection();
+  if ((action.empty() || action == "CHECK_CHINESE") && program.app.gBigTextInput) {
+    const std::string chinese = TakeChinese(text);
+    if (!chinese.empty()) result = chinese;
+  }
+  txtInput.SelLength = 0;
+  return result;
+}
+
+std::string FrmMain::TakeSelection() {
+  const std::string selection = Trim(txtInput.SelText());
+  for (char16_t character : ToUtf16(selection)) {
+    if (IsChinese(character)) return "";
+  }
+  if (selection.empty() || !program.hall.frmCollocation) return selection;
+  const auto& frmCollocation = program.hall.frmCollocation;
+  const bool isPhrase = selection.find(' ') != std::string::npos;
+  frmCollocation->SetFreeword(1, selection);
+  if (!isPhrase) {
+    frmCollocation->SetKeyword(0, selection);
+    frmCollocation->SetKeyword(1, selection);
+  }
+  frmCollocation->SelectTab(isPhrase ? 1 : 2);
+  machine.loop.DoEvents();
+  machine.loop.DoEvents();
+  return selection;
+}
+
+std::string FrmMain::TakeChinese(const std::string& text) {
+  const std::u16string characters = ToUtf16(text);
+  const auto begin = std::find_if(characters.begin(), characters.end(), IsChinese);
+  const auto end = std::find_if_not(begin, characters.end(), IsChinese);
+  const std::string run = ToUtf8(std::u16string(begin, end));
+  if (!run.empty() && program.hall.frmCollocation) program.hall.frmCollocation->SetFreeword(0, run);
+  return run;
+}

@@ -1,0 +1,119 @@
+// The menu of the main window, and the way out of the program.
+#include "checking/main_window.h"
+#include "checking/resume_next.h"
+#include "core/message.h"
+#include "core/set_file.h"
+#include "core/text_utility.h"
+#include "platform/files.h"
+
+void FrmMain::imgMenu_Click(int index) {
+  auto& app = program.app;
+  auto& hall = program.hall;
+  switch (index) {
+    case 0:
+      return OpenDaySentences();
+    case 1:
+      return OpenFromMenu(app.gOpenDiary, hall.frmDiary);
+    case 2:
+      return OpenWordHelper();
+    case 3:
+      return OpenErrorStatistics();
+    case 4:
+      return OpenEssayTopics();
+    case 5:
+      return OpenFeedback();
+    case 6:
+      return OpenFromMenu(app.gOpenSetup, hall.frmSetup);
+    case 7:
+      if (hall.frmBrowser) hall.frmBrowser->GoNavigate(app.gWebSiteRoot + "_htmls/MRV_manual.htm", 1);
+      return;
+    case 8:
+      return AskToLeave();
+    case 9:
+      txtInput.Text = "";
+      txtInput.SetFocus();
+      return;
+    case kBreakButton:
+      app.gVerdict = "#EDIT_BREAK#";
+      return;
+    default:
+      return;
+  }
+}
+
+// A window that is open already is loaded afresh.
+void FrmMain::OpenFromMenu(bool isOpen, const Door<HallWindow>& door) {
+  if (!door) return TellNotThere();
+  if (isOpen) door->AsForm().Unload();
+  door->AsForm().Show();
+}
+
+void FrmMain::OpenDaySentences() {
+  const auto& door = program.hall.frmSentences;
+  if (!door) return TellNotThere();
+  door->ShowDaySentences("OKONLY", "");
+  door->AsForm().Show();
+}
+
+void FrmMain::OpenWordHelper() {
+  const auto& door = program.hall.frmCollocation;
+  if (!door) return TellNotThere();
+  door->AsForm().Show();
+}
+
+void FrmMain::OpenErrorStatistics() {
+  const auto& door = program.hall.frmErrList;
+  if (!door) return TellNotThere();
+  if (program.app.gOpenErrList) door->AsForm().Unload();
+  door->GetHtmlListAllErrType();
+  door->AsForm().Show();
+}
+
+void FrmMain::OpenEssayTopics() {
+  auto& app = program.app;
+  if (!program.hall.frmEssayInputEdu) return TellNotThere();
+  if (app.gEssayMode && FrmMessage::Ask(program, "14006", 2, "OK_CANCEL", "2") == "CANCEL") return;
+  app.gEssayStartRequested = app.gEdition != "XQD";
+  program.hall.frmEssayInputEdu->AsForm().Show();
+}
+
+void FrmMain::OpenFeedback() {
+  const std::string sentence =
+      ReadWriteSetFile(machine.files, program.app.gRegistryFile, "R", "sentence", "");
+  if (sentence == "0" || sentence.empty()) {
+    FrmMessage::Ask(program, "7", 0, "OK", "0");
+  } else if (program.hall.frmFeedback) {
+    program.hall.frmFeedback->AsForm().Show();
+  } else {
+    TellNotThere();
+  }
+}
+
+void FrmMain::TellNotThere() { FrmMessage::Ask(program, "52", 0, "OK", "0"); }
+
+void FrmMain::AskToLeave() {
+  if (FrmMessage::Ask(program, "40", 2, "OK_CANCEL", "2") == "OK") CloseAppProcdure();
+}
+
+void FrmMain::CloseAppProcdure() {
+  Enabled = false;
+  DeleteEngineFiles();
+  DoCloseAppEffect();
+}
+
+void FrmMain::DeleteEngineFiles() {
+  const std::string& folder = program.app.gEngineDir;
+  Steps steps;
+  for (const auto& name : machine.files.List(folder)) {
+    const bool isTemporary = name.starts_with("tmp") && name.find('.') != std::string::npos;
+    if (isTemporary || name == "chkresult.txt") {
+      steps.emplace_back([this, path = folder + name] { machine.files.Delete(path); });
+    }
+  }
+  RunSkippingFailures(steps);
+}
+
+void FrmMain::DoCloseAppEffect() {
+  program.app.gFadeStep = -10;
+  tmrTransparentForm.Enabled = true;
+}

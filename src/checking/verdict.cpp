@@ -1,0 +1,99 @@
+#include "checking/verdict.h"
+
+#include "checking/main_window.h"
+#include "core/message.h"
+#include "core/settings.h"
+#include "core/text_utility.h"
+#include "records/record_db.h"
+
+namespace {
+
+constexpr Color kRight = Rgb(153, 204, 0);
+constexpr Color kFaulty = Rgb(255, 60, 60);
+
+std::string CodeOf(const EngineAnswer& answer) {
+  const std::string code = Trim(answer.errcode);
+  return code.empty() ? "0" : code;
+}
+
+void RecordRight(FrmMain& frmMain, const std::string& sentence) {
+  const LocalTime now = frmMain.machine.loop.Now();
+  frmMain.records.InsertOkSentence(
+      {.sId = MakeRecId(frmMain.program.app, now), .sentence = sentence, .sDate = DayOf(now)});
+}
+
+void RecordFaulty(FrmMain& frmMain, const EngineAnswer& answer) {
+  const LocalTime now = frmMain.machine.loop.Now();
+  frmMain.records.InsertErrSentence({.id = MakeRecId(frmMain.program.app, now),
+                                     .sentence = answer.sentence,
+                                     .errcode = CodeOf(answer),
+                                     .sDate = DayOf(now)});
+}
+
+void CountMistake(RecordDb& records, const std::string& errcode) {
+  if (records.CountMistakes(errcode) > 0) {
+    records.RaiseMistake(errcode);
+  } else {
+    records.InsertMistake(errcode);
+  }
+}
+
+void SetVerdict(std::string& verdict, const std::string& findMistake) {
+  if (findMistake == "0") verdict = "PASS";
+  if (findMistake == "1") verdict = "ERRS";
+  if (findMistake == "2") verdict = "WARN";
+}
+
+bool IsSuggestion(const std::string& list) { return list != "0" && !list.empty(); }
+
+void ShowSuggestions(Program& program, const EngineAnswer& answer, EngineKind kind) {
+  if (!program.hall.frmSuggest) return;
+  const auto show = [&program](const char* name, const std::string& list) {
+    if (IsSuggestion(list)) program.hall.frmSuggest->ShowSuggest(name, list);
+  };
+  if (!IsSuggestion(answer.colSuggestion) && !IsSuggestion(answer.synSuggestion)) return;
+  program.hall.frmSuggest->AsForm().Show();
+  if (kind == EngineKind::kWeb) {
+    program.hall.frmSuggest->HideTabs();
+    program.machine.loop.DoEvents();
+  }
+  show("COL", answer.colSuggestion);
+  show("SYN", answer.synSuggestion);
+}
+
+void CloseProgress(Program& program) {
+  program.frmMessage->closeForm();
+  program.machine.loop.DoEvents();
+}
+
+void GiveWindowBack(FrmMain& frmMain) {
+  frmMain.machine.loop.DoEvents();
+  frmMain.Enabled = true;
+  frmMain.txtFocus.SetFocus();
+  frmMain.machine.loop.DoEvents();
+}
+
+}  // namespace
+
+Steps VerdictSteps(FrmMain& frmMain, const std::string& sentence, const EngineAnswer& answer,
+                   EngineKind kind) {
+  Program& program = frmMain.program;
+  auto& app = program.app;
+  Steps steps;
+  if (!app.gSentencesBusy && answer.IsRight()) {
+    steps.emplace_back([&] { RecordRight(frmMain, sentence); });
+  }
+  if (!app.gSentencesBusy && !answer.IsRight()) {
+    steps.emplace_back([&] { RecordFaulty(frmMain, answer); });
+    steps.emplace_back([&] { CountMistake(frmMain.records, CodeOf(answer)); });
+  }
+  steps.emplace_back([&] { SetVerdict(app.gVerdict, answer.findMistake); });
+  if (!app.gEssayMode) {
+    steps.emplace_back([&, kind] { ShowSuggestions(program, answer, kind); });
+    steps.emplace_back([&] { WriteNeedSync(program, "Y"); });
+    steps.emplace_back([&] { CloseProgress(program); });
+  }
+  steps.emplace_back([&] { frmMain.txtInput.SelColor = answer.IsRight() ? kRight : kFaulty; });
+  steps.emplace_back([&] { GiveWindowBack(frmMain); });
+  return steps;
+}

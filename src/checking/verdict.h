@@ -1,0 +1,15 @@
+// What becomes of an engine's answer: the record, the verdict, the colour of the input.
+#pragma once
+
+#include <string>
+
+#include "checking/engine_answer.h"
+#include "checking/resume_next.h"
+
+class FrmMain;
+
+enum class EngineKind { kLocal, kWeb };
+
+/// The tail of a check, as steps in their order. The arguments must live until the steps have run.
+Steps VerdictSteps(FrmMain& frmMain, const std::string& sentence, const EngineAnswer& answer,
+                   EngineKind kind);

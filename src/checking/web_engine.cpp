@@ -1,0 +1,93 @@
+#include "checking/web_engine.h"
+
+#include <fmt/format.h>
+
+#include "checking/check_head.h"
+#include "checking/main_window.h"
+#include "checking/resume_next.h"
+#include "checking/verdict.h"
+#include "core/digest.h"
+#include "core/message.h"
+#include "core/server_access.h"
+#include "core/text_utility.h"
+
+namespace {
+
+void ShowEngineAddress(Program& program) {
+  if (!program.app.gDetailMessage) return;
+  program.app.gProgressDetail = program.app.gWebEngineRoot;
+  FrmMessage::ProgressMsgBox(program, "3000", 0, "0");
+  program.machine.loop.DoEvents();
+}
+
+std::optional<EngineAnswer> AskOnce(FrmMain& frmMain, const std::string& runCode,
+                                    const std::string& sentence) {
+  Program& program = frmMain.program;
+  if (!IsWebEngineOnline(program, true)) return std::nullopt;
+  ShowEngineAddress(program);
+  return ParseEngineReply(PostForm(program, program.app.gWebEngineRoot + "p_passWebEngine.asp",
+                                   EngineRequestBody(program.app.gAccountNo, runCode, sentence)));
+}
+
+// The request is repeated as often as the server answers anything else.
+std::optional<EngineAnswer> AskUntilAnswered(FrmMain& frmMain, const std::string& sentence) {
+  const std::string runCode = MakeRunCode(frmMain.program.app.gEssayMode);
+  frmMain.engineTicks = 0;
+  frmMain.tmrEngineResponse.Enabled = true;
+  while (true) {
+    if (auto answer = AskOnce(frmMain, runCode, sentence)) return answer;
+    if (frmMain.engineTicks >= kEngineTimeout) return std::nullopt;
+    frmMain.machine.loop.DoEvents();
+  }
+}
+
+}  // namespace
+
+std::string EngineRequestBody(const std::string& accountNo, const std::string& runCode,
+                              const std::string& sentence) {
+  return fmt::format("{}&pno={}&pnomd5={}&checksum={}&p1=beta&p2=0&p3={}&cidx=0&s={}", kAccessKey, accountNo,
+                     Md5Hex(accountNo), Md5Hex(Replace(sentence, " ", "")), runCode,
+                     Replace(sentence, " ", "%20"));
+}
+
+std::optional<EngineAnswer> ParseEngineReply(const std::string& reply) {
+  constexpr std::string_view kSuccess = "OK_";
+  if (!reply.starts_with(kSuccess)) return std::nullopt;
+  auto fields = Split(std::string_view(reply).substr(kSuccess.size()), "#");
+  fields.resize(5);
+  for (auto& field : fields) field = Trim(field);
+  EngineAnswer answer;
+  if (fields[0] == "0") {
+    answer = {.findMistake = "0",
+              .errcode = "0",
+              .sentence = "",
+              .pagePath = fields[2],
+              .colSuggestion = Replace(fields[3], "<@>", ","),
+              .synSuggestion = Replace(fields[4], "<@>", ",")};
+  } else if (fields[0] == "1" || fields[0] == "2") {
+    answer.findMistake = fields[0];
+    answer.errcode = fields[1];
+    answer.pagePath = fields[2];
+    answer.sentence = fields[3];
+  }
+  answer.errcode = EngineReplyCode(answer.errcode);
+  return answer;
+}
+
+void PassStringToEngineWeb(FrmMain& frmMain) {
+  Program& program = frmMain.program;
+  std::string sentence;
+  if (!AcceptInput(frmMain, sentence)) return;
+  if (!OpenCheck(frmMain, sentence)) return StopCheck(frmMain);
+  program.app.gLastInput.clear();
+  const auto answer = AskUntilAnswered(frmMain, sentence);
+  if (!answer) {
+    frmMain.tmrEngineResponse.Enabled = false;
+    TellTimeout(frmMain);
+    return StopCheck(frmMain);
+  }
+  if (!program.app.gEssayMode && program.hall.frmBrowser) {
+    program.hall.frmBrowser->GoNavigate(program.app.gWebEngineRoot + answer->pagePath, 2);
+  }
+  RunInOrder(VerdictSteps(frmMain, sentence, *answer, EngineKind::kWeb));
+}

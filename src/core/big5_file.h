@@ -1,0 +1,10 @@
+// Result pages that the local engine leaves behind.
+#pragma once
+
+#include <string>
+
+class Files;
+
+/// Text of a file in CP950 without its first two bytes, which are not part of the text. Throws RunTimeError
+/// when it cannot be read.
+std::string ReadBig5File(const Files& files, const std::string& path);

@@ -1,0 +1,99 @@
+#include "records/record_db.h"
+
+#include "core/program.h"
+#include "core/text_utility.h"
+#include "platform/machine.h"
+#include "platform/run_time_error.h"
+#include "records/connection.h"
+
+namespace {
+
+constexpr int kSchemaVersion = 1;
+constexpr const char* kStoredApostrophe = "’";
+
+// A stored text never holds a plain apostrophe.
+std::string Stored(const std::string& text) { return Replace(text, "'", kStoredApostrophe); }
+
+std::string IsoDay(std::chrono::year_month_day day) { return FormatDatePadded(day, "-"); }
+
+std::chrono::year_month_day DayFrom(const std::string& iso) {
+  std::chrono::year_month_day day{};
+  if (!ParseDate(iso, day)) throw RunTimeError("a record has the date \"" + iso + "\"");
+  return day;
+}
+
+std::int64_t SchemaVersionOf(Database& db) {
+  std::int64_t version = 0;
+  db.Run("pragma user_version", {}, [&](const DbRow& row) { version = row.Number(0); });
+  return version;
+}
+
+}  // namespace
+
+std::string PlainApostrophes(const std::string& stored) { return Replace(stored, kStoredApostrophe, "'"); }
+
+Database& RecordDb::Db() {
+  if (!db_) {
+    auto db = program_.machine.databases.Open(ConnectionPath(program_.app.gConnRecords),
+                                              Databases::Mode::kReadWrite);
+    if (SchemaVersionOf(*db) != kSchemaVersion) throw RunTimeError("Marovane.mdb is of another version");
+    db_ = std::move(db);
+  }
+  return *db_;
+}
+
+void RecordDb::InsertOkSentence(const OkSentence& row) {
+  Db().Run(
+      "insert into oksentence values (?, 'N', ?, ?, ?, ?, ?, ?)",
+      {row.sId, Stored(row.sentence), IsoDay(row.sDate), row.upload, row.essayId, row.essaySId, row.haveHtm});
+}
+
+void RecordDb::InsertErrSentence(const ErrSentence& row) {
+  Db().Run("insert into errsentence values (?, ?, ?, ?, ?, ?, ?, ?)",
+           {row.id, Stored(row.sentence), row.errcode, IsoDay(row.sDate), row.upload, row.essayId,
+            row.essaySId, row.haveHtm});
+}
+
+int RecordDb::CountMistakes(const std::string& errcode) {
+  int count = 0;
+  Db().Run("select count(*) from mistakes where Errcode = ?", {errcode},
+           [&](const DbRow& row) { count = static_cast<int>(row.Number(0)); });
+  return count;
+}
+
+void RecordDb::InsertMistake(const std::string& errcode) {
+  Db().Run("insert into mistakes values (?, 1)", {errcode});
+}
+
+void RecordDb::RaiseMistake(const std::string& errcode) {
+  Db().Run("update mistakes set times = times + 1 where Errcode = ?", {errcode});
+}
+
+std::vector<std::chrono::year_month_day> RecordDb::Days() {
+  std::vector<std::chrono::year_month_day> days;
+  Db().Run(
+      "select sDate from oksentence where upload <> 'D' union "
+      "select sDate from errsentence where upload <> 'D' order by 1 desc",
+      {}, [&](const DbRow& row) { days.push_back(DayFrom(row.Text(0))); });
+  return days;
+}
+
+std::vector<OkSentence> RecordDb::OkSentencesOf(std::chrono::year_month_day day) {
+  std::vector<OkSentence> sentences;
+  Db().Run("select * from oksentence where upload <> 'D' and sDate = ? order by sId", {IsoDay(day)},
+           [&](const DbRow& row) {
+             sentences.push_back(
+                 {row.Text(0), row.Text(2), day, row.Text(4), row.Text(5), row.Text(6), row.Text(7)});
+           });
+  return sentences;
+}
+
+std::vector<ErrSentence> RecordDb::ErrSentencesOf(std::chrono::year_month_day day) {
+  std::vector<ErrSentence> sentences;
+  Db().Run("select * from errsentence where upload <> 'D' and sDate = ? order by id", {IsoDay(day)},
+           [&](const DbRow& row) {
+             sentences.push_back({row.Text(0), row.Text(1), row.Text(2), day, row.Text(4), row.Text(5),
+                                  row.Text(6), row.Text(7)});
+           });
+  return sentences;
+}

@@ -1,0 +1,64 @@
+// The record database: one typed procedure a statement.
+#pragma once
+
+#include <chrono>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "platform/database.h"
+
+struct Program;
+
+/// A sentence found right. Texts are UTF-8; the apostrophe may be either.
+struct OkSentence {
+  std::string sId;
+  std::string sentence;
+  std::chrono::year_month_day sDate;
+  std::string upload = "N";
+  std::string essayId = "0";
+  std::string essaySId = "0";
+  std::string haveHtm = "N";
+};
+
+/// A sentence with errors or points to watch, its faulty parts between pairs of "*".
+struct ErrSentence {
+  std::string id;
+  std::string sentence;
+  std::string errcode = "0";
+  std::chrono::year_month_day sDate;
+  std::string upload = "N";
+  std::string essayId = "0";
+  std::string essaySId = "0";
+  std::string haveHtm = "N";
+};
+
+/// Opens `Marovane.mdb` at the first statement. Every procedure throws RunTimeError when its statement fails.
+class RecordDb {
+ public:
+  explicit RecordDb(Program& program) : program_(program) {}
+
+  void InsertOkSentence(const OkSentence& row);
+  void InsertErrSentence(const ErrSentence& row);
+
+  /// The tally of error codes.
+  int CountMistakes(const std::string& errcode);
+  void InsertMistake(const std::string& errcode);
+  void RaiseMistake(const std::string& errcode);
+
+  /// Days that have sentences which are not deleted, the latest first.
+  std::vector<std::chrono::year_month_day> Days();
+  /// Sentences of a day that are not deleted, the oldest first.
+  std::vector<OkSentence> OkSentencesOf(std::chrono::year_month_day day);
+  std::vector<ErrSentence> ErrSentencesOf(std::chrono::year_month_day day);
+
+ private:
+  Database& Db();
+
+  Program& program_;
+  std::unique_ptr<Database> db_;
+};
+
+/// A stored text with plain apostrophes, as the user and the engine know it.
+std::string PlainApostrophes(const std::string& stored);
