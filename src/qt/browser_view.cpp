@@ -1,0 +1,120 @@
+#include "qt/browser_view.h"
+
+#include <QElapsedTimer>
+#include <QEventLoop>
+#include <QTimer>
+#include <QVBoxLayout>
+
+#include "platform/form.h"
+#include "qt/form_view.h"
+#include "qt/qt_windows.h"
+#include "qt/text_convert.h"
+
+BrowserView::BrowserView(FormView& form, WebBrowser& browser, QWidget& widget)
+    : ControlView(form, browser, widget), browser_(browser) {
+  auto* layout = new QVBoxLayout(&widget);
+  layout->setContentsMargins(0, 0, 0, 0);
+  browser.SetRenderer(this);
+}
+
+WebPane* BrowserView::Pane() {
+  if (!pane_ && !form_.IsDetached()) {
+    pane_ = form_.Windows().MakeWebPane();
+    HearEvents(*pane_);
+    Widget().layout()->addWidget(pane_->Widget());
+    Widget().setFocusProxy(pane_->Widget());
+  }
+  return pane_.get();
+}
+
+void BrowserView::HearEvents(WebPane& pane) {
+  pane.mayCommand = form_.Windows().MayCommand();
+  pane.events.beforeNavigate = [this](const QString& url) { return MayNavigate(Utf8(url)); };
+  pane.events.command = [this](const QString& url) { RunCommand(Utf8(url)); };
+  pane.events.documentComplete = [this](const QString& url) {
+    Raise([this, url = Utf8(url)] {
+      if (browser_.Page().empty()) browser_.LocationURL = url;
+      browser_.DocumentComplete.Raise(url);
+    });
+  };
+  pane.events.statusText = [this](const QString& text) {
+    Raise([this, text = Utf8(text)] {
+      browser_.StatusText = text;
+      browser_.StatusTextChange.Raise(text);
+    });
+  };
+  pane.events.title = [this](const QString& title) {
+    Raise([this, title = Utf8(title)] { browser_.TitleChange.Raise(title); });
+  };
+}
+
+// The engine wants the answer at once. While a transfer blocks, no handler can be asked.
+bool BrowserView::MayNavigate(const std::string& url) {
+  if (form_.Windows().Loop().IsBlocked()) return true;
+  bool follows = true;
+  Raise([&] { follows = browser_.FollowLink(url); });
+  return follows;
+}
+
+// The handler may ask for the page's inputs, so they come first.
+void BrowserView::RunCommand(const std::string& url) {
+  if (!pane_) return;
+  pane_->ReadInputs([this, url, guard = QPointer<BrowserView>(this)](const PageInputs& inputs) {
+    if (!guard) return;
+    Raise([this, url, inputs] {
+      TakeInputs(inputs);
+      browser_.FollowLink(url);
+    });
+  });
+}
+
+void BrowserView::TakeInputs(const PageInputs& inputs) {
+  browser_.inputValues.clear();
+  browser_.inputChecked.clear();
+  for (auto it = inputs.values.begin(); it != inputs.values.end(); ++it) {
+    browser_.inputValues[Utf8(it.key())] = Utf8(it.value());
+  }
+  for (auto it = inputs.checked.begin(); it != inputs.checked.end(); ++it) {
+    browser_.inputChecked[Utf8(it.key())] = it.value();
+  }
+}
+
+void BrowserView::RefreshInputs() {
+  constexpr int kPatience = 1000;  // milliseconds for a page whose script does not end
+  if (!pane_ || browser_.Page().empty()) return;
+  struct Answer {
+    QEventLoop wait;
+    bool came = false;
+  };
+  const auto answer = std::make_shared<Answer>();
+  pane_->ReadInputs([this, answer, guard = QPointer<BrowserView>(this)](const PageInputs& inputs) {
+    if (guard && !form_.IsDetached()) TakeInputs(inputs);
+    answer->came = true;
+    answer->wait.quit();
+  });
+  if (answer->came) return;
+  QTimer::singleShot(kPatience, &answer->wait, &QEventLoop::quit);
+  answer->wait.exec(QEventLoop::ExcludeUserInputEvents);
+}
+
+void BrowserView::Navigate(const std::string& url) {
+  const bool isBlank = url.empty() || url == "about:blank";
+  if (isBlank && !pane_) return;
+  if (WebPane* const pane = Pane()) pane->Navigate(Text(url));
+}
+
+void BrowserView::Write(const std::string& html) {
+  if (WebPane* const pane = Pane()) pane->Write(Text(html));
+}
+
+void BrowserView::SubmitForm(int index) {
+  if (pane_) pane_->SubmitForm(index);
+}
+
+void BrowserView::GoBack() {
+  if (pane_) pane_->GoBack();
+}
+
+void BrowserView::GoForward() {
+  if (pane_) pane_->GoForward();
+}

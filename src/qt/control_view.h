@@ -1,0 +1,74 @@
+// Binds a control model to its widget, both ways. One class a type of control.
+#pragma once
+
+#include <QMouseEvent>
+#include <QObject>
+#include <QPointer>
+#include <QWidget>
+#include <functional>
+#include <memory>
+#include <vector>
+
+#include "platform/controls.h"
+
+class FormView;
+class QKeyEvent;
+
+/// What all controls have: geometry, visibility, tool tip, cursor, mouse, keys.
+class ControlView : public QObject {
+ public:
+  ControlView(FormView& form, Control& control, QWidget& widget);
+  ~ControlView() override = default;
+
+  Control& Model() const { return control_; }
+  QWidget& Widget() const { return widget_; }
+
+  /// Called before the form is first shown, when its controller has set its handlers.
+  virtual void Ready();
+  /// The model is about to go: follows it no longer.
+  void Detach() { subscriptions_.clear(); }
+  /// Does what a click on it does.
+  virtual void ClickIt();
+  /// Anything wrong with how the control is drawn; "" for nothing.
+  virtual QString Problem() const { return ""; }
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+  /// For events that only one type of control handles. True: handled.
+  virtual bool Handle(QEvent*) { return false; }
+  /// True where the widget itself does nothing with the mouse, so that the view makes the clicks.
+  virtual bool MakesClicks() const { return true; }
+  /// The keys that act as a click.
+  virtual bool IsClickKey(int key) const;
+  /// Raises KeyDown. True when the key goes no further.
+  bool SwallowsKey(const QKeyEvent& event);
+
+  /// Has a procedure follow a property, but not while the widget itself is the source of the change.
+  template <class T, class Apply>
+  void Follow(Property<T>& property, Apply apply) {
+    subscriptions_.push_back(property.Watch([this, apply](const T& value) {
+      if (!fromWidget_) apply(value);
+    }));
+  }
+  /// Carries a change of the widget over into the model.
+  void FromWidget(const std::function<void()>& change);
+  /// Runs handlers of the model.
+  void Raise(const std::function<void()>& act);
+
+  FormView& form_;
+
+ private:
+  void FollowCommonProperties();
+  void TakeGeometry();
+  bool HandleMouse(QMouseEvent* event);
+  bool HandleKey(QKeyEvent* event);
+  void ShowName();
+
+  Control& control_;
+  QWidget& widget_;
+  std::vector<Subscription> subscriptions_;
+  bool fromWidget_ = false;
+};
+
+/// The view for a control's type. Null when the widget is of a class that cannot show it.
+std::unique_ptr<ControlView> MakeControlView(FormView& form, Control& control, QWidget& widget);

@@ -1,0 +1,222 @@
+#include "qt/form_view.h"
+
+#include <QAbstractScrollArea>
+#include <QFile>
+#include <QPushButton>
+#include <QWindow>
+#include <utility>
+
+#include "platform/run_time_error.h"
+#include "qt/browser_view.h"
+#include "qt/geometry.h"
+#include "qt/qt_windows.h"
+#include "qt/text_convert.h"
+#include "qt/ui_loader.h"
+
+namespace {
+
+constexpr int kOffScreen = -10000;  // twips; windows that have to vanish for a while move beyond
+
+// Widgets that hold other widgets of the .ui file; all others are whole in themselves.
+bool IsContainer(const QWidget& widget) {
+  return qobject_cast<const QAbstractScrollArea*>(&widget) == nullptr && widget.layout() == nullptr;
+}
+
+template <class Visit>
+void ForEachWidget(const QWidget& parent, const Visit& visit) {
+  for (QObject* child : parent.children()) {
+    auto* const widget = qobject_cast<QWidget*>(child);
+    if (widget == nullptr || widget->isWindow()) continue;
+    visit(*widget);
+    if (IsContainer(*widget)) ForEachWidget(*widget, visit);
+  }
+}
+
+}  // namespace
+
+FormView::FormView(QtWindows& windows, Form& form)
+    : windows_(windows), form_(form), frame_(std::make_unique<WindowFrame>()) {
+  Load();
+  Bind();
+  BindForm();
+}
+
+FormView::~FormView() { views_.clear(); }
+
+void FormView::Load() {
+  const QString path = windows_.UiFolder() + "/" + Text(form_.Name()) + ".ui";
+  QWidget* const content = LoadUi(path);
+  content->setObjectName(Text(form_.Name()));
+  frame_->setObjectName("frame");
+  frame_->SetContent(content);
+  frame_->setWindowTitle(content->windowTitle());
+}
+
+void FormView::Bind() {
+  for (Control* control : form_.Controls()) {
+    auto* const widget = frame_->Content()->findChild<QWidget*>(Text(control->Name()));
+    auto view = widget == nullptr ? nullptr : MakeControlView(*this, *control, *widget);
+    if (view) {
+      views_.push_back(std::move(view));
+    } else {
+      problems_ << Text(control->Name()) + (widget == nullptr ? ": no widget" : ": wrong kind of widget");
+    }
+  }
+  ForEachWidget(*frame_->Content(), [this](const QWidget& widget) {
+    const bool isNamed = !widget.objectName().isEmpty() && !widget.objectName().startsWith("qt_");
+    if (isNamed && !widget.property("decoration").toBool() &&
+        form_.Find(Utf8(widget.objectName())) == nullptr) {
+      problems_ << widget.objectName() + ": no control";
+    }
+  });
+}
+
+void FormView::BindForm() {
+  const QSize size = frame_->Content()->size();
+  form_.Width = ToTwips(size.width());
+  form_.Height = ToTwips(size.height());
+  if (form_.Caption().empty()) form_.Caption = Utf8(frame_->windowTitle());
+  frame_->setWindowTitle(Text(form_.Caption));
+  toldSize_ = size;
+
+  const auto place = [this](int) { ApplyGeometry(); };
+  for (Property<int>* side : {&form_.Left, &form_.Top, &form_.Width, &form_.Height}) {
+    subscriptions_.push_back(side->Watch(place));
+  }
+  subscriptions_.push_back(form_.Visible.Watch([this](bool) { ShowOrHide(); }));
+  subscriptions_.push_back(
+      form_.Caption.Watch([this](const std::string& text) { frame_->setWindowTitle(Text(text)); }));
+  subscriptions_.push_back(form_.Alpha.Watch([this](int alpha) { frame_->setWindowOpacity(alpha / 255.0); }));
+  subscriptions_.push_back(form_.TopMost.Watch([this](bool topMost) { frame_->SetTopMost(topMost); }));
+
+  frame_->onMovedOrResized = [this] { FrameMoved(); };
+  frame_->onCloseWanted = [this] { CloseWanted(); };
+  frame_->onPointerLeft = [this] { PointerLeft(); };
+  frame_->onKey = [this](int key) { return KeyReached(key); };
+  frame_->onPopupClosed = [this] {
+    if (form_.Visible) Raise([this] { form_.Hide(); });
+  };
+}
+
+ControlView* FormView::Find(const Control& control) const {
+  for (const auto& view : views_) {
+    if (&view->Model() == &control) return view.get();
+  }
+  return nullptr;
+}
+
+ControlView* FormView::Find(const QWidget* widget) const {
+  for (const QWidget* w = widget; w != nullptr; w = w->parentWidget()) {
+    for (const auto& view : views_) {
+      if (&view->Widget() == w) return view.get();
+    }
+  }
+  return nullptr;
+}
+
+bool FormView::IsPopup() const { return frame_->windowType() == Qt::Popup; }
+
+void FormView::Detach() {
+  isDetached_ = true;
+  subscriptions_.clear();
+  for (const auto& view : views_) view->Detach();
+  frame_->hide();
+}
+
+void FormView::Show() {
+  if (!std::exchange(isReady_, true)) {
+    for (const auto& view : views_) view->Ready();
+  }
+  if (IsPopup()) PlacePopup();
+  ShowOrHide();
+}
+
+void FormView::PlacePopup() {
+  const Point mouse = windows_.Cursor();
+  const Area screen = windows_.Screen();
+  form_.Left = std::min(mouse.x, screen.left + screen.width - form_.Width);
+  form_.Top = std::min(mouse.y, screen.top + screen.height - form_.Height);
+}
+
+void FormView::ShowOrHide() {
+  const bool isShown = form_.Visible && form_.Left > kOffScreen && isReady_;
+  if (isShown != frame_->isVisible()) frame_->setVisible(isShown);
+}
+
+void FormView::ApplyGeometry() {
+  if (fromFrame_) return;
+  ShowOrHide();
+  if (form_.Left <= kOffScreen) return;
+  frame_->SetFaceGeometry(QRect(ToPixels(form_.Left), ToPixels(form_.Top), std::max(1, ToPixels(form_.Width)),
+                                std::max(1, ToPixels(form_.Height))));
+}
+
+// The window system or the user moved or resized the window.
+void FormView::FrameMoved() {
+  if (isDetached_) return;
+  const QRect face = frame_->FaceGeometry();
+  if (form_.Left > kOffScreen && frame_->isVisible()) {
+    fromFrame_ = true;
+    // A model that says the same pixel keeps its odd twips.
+    if (ToPixels(form_.Left) != face.left()) form_.Left = ToTwips(face.left());
+    if (ToPixels(form_.Top) != face.top()) form_.Top = ToTwips(face.top());
+    if (ToPixels(form_.Width) != face.width()) form_.Width = ToTwips(face.width());
+    if (ToPixels(form_.Height) != face.height()) form_.Height = ToTwips(face.height());
+    fromFrame_ = false;
+  }
+  if (std::exchange(toldSize_, face.size()) != face.size()) Raise([this] { form_.Form_Resize(); });
+}
+
+void FormView::Raise(const std::function<void()>& act) {
+  windows_.Loop().Enter(this, [this, act] {
+    if (!isDetached_) form_.RunEvent(act);
+  });
+}
+
+// The pointer left the window faster than it could cross the background, where hovered pictures go back to
+// normal.
+void FormView::PointerLeft() {
+  for (const auto& view : views_) {
+    if (view->Widget().size() == frame_->Content()->size()) {
+      Raise([&view] { view->Model().MouseMove.Raise(); });
+      return;
+    }
+  }
+}
+
+void FormView::CloseWanted() {
+  if (isDetached_ || !form_.AcceptsInput()) return;
+  if (form_.QueryClose.HasHandler()) return Raise([this] { form_.QueryClose.Raise(); });
+  ClickMarked("escape");
+}
+
+bool FormView::KeyReached(int key) {
+  if (key == Qt::Key_Escape) return ClickMarked("escape");
+  if (key == Qt::Key_Return || key == Qt::Key_Enter) return ClickMarked("default");
+  return false;
+}
+
+bool FormView::ClickMarked(const char* property) {
+  if (isDetached_) return false;
+  for (const auto& view : views_) {
+    if (!view->Widget().property(property).toBool() || !view->Model().AcceptsInput()) continue;
+    view->ClickIt();
+    return true;
+  }
+  return false;
+}
+
+void FormView::RefreshPages() {
+  for (const auto& view : views_) {
+    if (auto* const browser = dynamic_cast<BrowserView*>(view.get())) browser->RefreshInputs();
+  }
+}
+
+QStringList FormView::Problems() const {
+  QStringList problems = problems_;
+  for (const auto& view : views_) {
+    const QString problem = view->Problem();
+    if (!problem.isEmpty()) problems << problem;
+  }
+  return problems;
+}

@@ -1,0 +1,9 @@
+// Twips of the models and logical pixels of the screen.
+#pragma once
+
+constexpr int kTwipsPerPixel = 15;
+constexpr int ToTwips(int pixels) { return pixels * kTwipsPerPixel; }
+/// Rounds down, also left of the screen.
+constexpr int ToPixels(int twips) {
+  return twips >= 0 ? twips / kTwipsPerPixel : -((-twips + kTwipsPerPixel - 1) / kTwipsPerPixel);
+}

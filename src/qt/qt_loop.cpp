@@ -1,0 +1,152 @@
+#include "qt/qt_loop.h"
+
+#include <QCoreApplication>
+#include <QEvent>
+#include <QPointer>
+#include <QSocketNotifier>
+#include <atomic>
+#include <ctime>
+#include <thread>
+#include <utility>
+
+#include "platform/run_time_error.h"
+
+namespace {
+
+// Counts a stretch of code in a member, also when it ends by an exception.
+class Counted {
+ public:
+  explicit Counted(int& count) : count_(count) { ++count_; }
+  ~Counted() { --count_; }
+  Counted(const Counted&) = delete;
+  Counted& operator=(const Counted&) = delete;
+
+ private:
+  int& count_;
+};
+
+}  // namespace
+
+QtLoop::QtLoop() {
+  timer_.setSingleShot(true);
+  timer_.setTimerType(Qt::PreciseTimer);
+  QObject::connect(&timer_, &QTimer::timeout, [this] { Tick(); });
+}
+
+QtLoop::~QtLoop() = default;
+
+void QtLoop::Pump(std::optional<Milliseconds> atMost) {
+  const Counted scope(pumps_);
+  constexpr int kDrainTime = 20;  // milliseconds; ends earlier when nothing is left
+  if (atMost == Milliseconds{0}) {
+    QCoreApplication::processEvents(QEventLoop::AllEvents, kDrainTime);
+  } else {
+    QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
+  }
+  // Only here no event of a widget that is to be deleted can still be on the stack.
+  if (pumps_ == 1) QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+  RethrowKept();
+}
+
+void QtLoop::RethrowKept() {
+  if (kept_) std::rethrow_exception(std::exchange(kept_, nullptr));
+}
+
+void QtLoop::Wake() { QCoreApplication::postEvent(&waker_, new QEvent(QEvent::User)); }
+
+void QtLoop::TimersChanged() {
+  const auto wait = TimeToNextTimer(IsBlocked());
+  if (wait) {
+    timer_.start(*wait);
+  } else {
+    timer_.stop();
+  }
+}
+
+void QtLoop::Tick() {
+  RunGuarded([this] { FireDueTimers(IsBlocked()); });
+  TimersChanged();
+}
+
+void QtLoop::RunGuarded(const std::function<void()>& act) {
+  try {
+    act();
+  } catch (const ProgramEnd&) {
+    // Every wait throws it again by itself.
+  } catch (...) {
+    kept_ = std::current_exception();
+  }
+}
+
+void QtLoop::Enter(QObject* guard, const std::function<void()>& act) {
+  if (IsBlocked()) {
+    Post([guard = QPointer<QObject>(guard), act] {
+      if (guard) act();
+    });
+    return;
+  }
+  const HandlerScope scope(*this);
+  RunGuarded(act);
+}
+
+void QtLoop::SetWatching(bool on) {
+  for (const auto& [number, notifier] : watches_) notifier->setEnabled(on);
+}
+
+void QtLoop::RunBlocking(const std::function<void()>& work) {
+  std::atomic<bool> done = false;
+  std::exception_ptr failure;
+  std::thread worker([&] {
+    try {
+      work();
+    } catch (...) {
+      failure = std::current_exception();
+    }
+    done = true;
+    Wake();
+  });
+  {
+    const Counted scope(blocked_);
+    SetWatching(false);
+    TimersChanged();
+    while (!done) {
+      QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents | QEventLoop::WaitForMoreEvents);
+    }
+  }
+  worker.join();
+  if (!IsBlocked()) SetWatching(true);
+  TimersChanged();
+  if (failure) std::rethrow_exception(failure);
+  RethrowKept();
+}
+
+int QtLoop::WatchReadable(int fd, std::function<void()> callback) {
+  auto notifier = std::make_unique<QSocketNotifier>(fd, QSocketNotifier::Read);
+  QObject::connect(notifier.get(), &QSocketNotifier::activated,
+                   [this, guard = notifier.get(), callback = std::move(callback)] {
+                     const auto kept = callback;  // the callback may stop this watch
+                     Enter(guard, kept);
+                   });
+  notifier->setEnabled(!IsBlocked());
+  watches_[++lastWatch_] = std::move(notifier);
+  return lastWatch_;
+}
+
+void QtLoop::StopWatching(int watch) {
+  const auto found = watches_.find(watch);
+  if (found == watches_.end()) return;
+  found->second->setEnabled(false);
+  found->second.release()->deleteLater();
+  watches_.erase(found);
+}
+
+LocalTime QtLoop::Now() const {
+  const std::time_t now = std::time(nullptr);
+  std::tm local{};
+  localtime_r(&now, &local);
+  return LocalTime{std::chrono::seconds{timegm(&local)}};
+}
+
+EventLoop::Milliseconds QtLoop::Elapsed() const {
+  return std::chrono::duration_cast<Milliseconds>(std::chrono::steady_clock::now().time_since_epoch());
+}

@@ -1,0 +1,209 @@
+#include "qt/qt_windows.h"
+
+#include <QApplication>
+#include <QKeyEvent>
+#include <QMessageBox>
+#include <QScreen>
+#include <QWindow>
+
+#include "platform/form.h"
+#include "qt/geometry.h"
+#include "qt/text_convert.h"
+
+namespace {
+
+bool IsInput(QEvent::Type type) {
+  switch (type) {
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonRelease:
+    case QEvent::MouseButtonDblClick:
+    case QEvent::MouseMove:
+    case QEvent::Wheel:
+    case QEvent::KeyPress:
+    case QEvent::KeyRelease:
+    case QEvent::Shortcut:
+    case QEvent::ShortcutOverride:
+    case QEvent::InputMethod:
+    case QEvent::ContextMenu:
+    case QEvent::TouchBegin:
+    case QEvent::TouchUpdate:
+    case QEvent::TouchEnd:
+    case QEvent::DragEnter:
+    case QEvent::Drop:
+      return true;
+    default:
+      return false;
+  }
+}
+
+}  // namespace
+
+QtWindows::QtWindows(QtLoop& loop, Options options)
+    : loop_(loop),
+      options_(std::move(options)),
+      skin_(options_.uiFolder + "/skin"),
+      web_(options_.webLibrary) {
+  qApp->installEventFilter(this);
+  connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) { FocusMoved(now); });
+  connect(qApp, &QGuiApplication::focusWindowChanged, this,
+          [this](QWindow* window) { WindowFocused(window); });
+}
+
+QtWindows::~QtWindows() {
+  for (const auto& [form, view] : views_) {
+    view->Detach();
+    delete view;
+  }
+}
+
+FormView* QtWindows::Find(const Form& form) const {
+  const auto found = views_.find(&form);
+  return found == views_.end() ? nullptr : found->second;
+}
+
+FormView* QtWindows::FindByWidget(const QWidget* widget) const {
+  for (const QWidget* w = widget; w != nullptr; w = w->parentWidget()) {
+    for (const auto& [form, view] : views_) {
+      if (&view->Frame() == w) return view;
+    }
+  }
+  return nullptr;
+}
+
+FormView* QtWindows::FindByWindow(const QWindow* window) const {
+  for (const auto& [form, view] : views_) {
+    if (window != nullptr && view->Frame().windowHandle() == window) return view;
+  }
+  return nullptr;
+}
+
+void QtWindows::Loaded(Form& form) {
+  WindowSystem::Loaded(form);
+  views_[&form] = new FormView(*this, form);
+}
+
+void QtWindows::Shown(Form& form, bool isModal) {
+  FormView* const view = Find(form);
+  if (view == nullptr) return;
+  view->Show();
+  if (!view->IsPopup()) WindowSystem::Shown(form, isModal);
+}
+
+void QtWindows::Hidden(Form& form) {
+  WindowSystem::Hidden(form);
+  ActivateLastOf(form);
+}
+
+void QtWindows::Unloaded(Form& form) {
+  WindowSystem::Unloaded(form);
+  FormView* const view = Find(form);
+  if (view == nullptr) return;
+  views_.erase(&form);
+  view->Detach();
+  view->deleteLater();
+  std::erase(recent_, &form);
+  ActivateLastOf(form);
+}
+
+// Where no window manager does it, the window that was active before becomes so again.
+void QtWindows::ActivateLastOf(const Form& gone) {
+  if (QGuiApplication::focusWindow() != nullptr &&
+      FindByWindow(QGuiApplication::focusWindow()) != Find(gone)) {
+    return;
+  }
+  for (auto it = recent_.rbegin(); it != recent_.rend(); ++it) {
+    FormView* const view = *it == &gone ? nullptr : Find(**it);
+    if (view == nullptr || !view->Frame().isVisible() || !AcceptsInput(view->Model())) continue;
+    view->Frame().activateWindow();
+    return;
+  }
+}
+
+void QtWindows::BringToFront(Form& form) {
+  if (FormView* const view = Find(form)) view->Frame().raise();
+  WindowSystem::BringToFront(form);
+}
+
+void QtWindows::Activate(Form& form) {
+  FormView* const view = Find(form);
+  if (view != nullptr && view->Frame().isVisible()) {
+    view->Frame().raise();
+    view->Frame().activateWindow();
+  }
+  std::erase(recent_, &form);
+  recent_.push_back(&form);
+  WindowSystem::Activate(form);
+}
+
+void QtWindows::RequestFocus(Control& control) {
+  FormView* const view = Find(control.Owner());
+  ControlView* const shown = view == nullptr ? nullptr : view->Find(control);
+  if (shown != nullptr) shown->Widget().setFocus(Qt::OtherFocusReason);
+  WindowSystem::RequestFocus(control);
+}
+
+Area QtWindows::Screen() const {
+  const QRect usable = QGuiApplication::primaryScreen()->availableGeometry();
+  return {ToTwips(usable.left()), ToTwips(usable.top()), ToTwips(usable.width()), ToTwips(usable.height())};
+}
+
+Point QtWindows::Cursor() const {
+  const QPoint mouse = QCursor::pos();
+  return {ToTwips(mouse.x()), ToTwips(mouse.y())};
+}
+
+void QtWindows::StartDrag(Form& form) {
+  if (FormView* const view = Find(form)) view->Frame().StartDrag();
+}
+
+void QtWindows::SystemBox(const std::string& title, const std::string& text) {
+  QMessageBox box(QMessageBox::Warning, Text(title), Text(text), QMessageBox::Ok);
+  box.exec();
+}
+
+void QtWindows::SendKeys(const std::string& keys) {
+  QWidget* const target = QApplication::focusWidget();
+  if (target == nullptr || (keys != "{UP}" && keys != "{DOWN}")) return;
+  const int key = keys == "{UP}" ? Qt::Key_Up : Qt::Key_Down;
+  QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier);
+  QKeyEvent release(QEvent::KeyRelease, key, Qt::NoModifier);
+  QCoreApplication::sendEvent(target, &press);
+  QCoreApplication::sendEvent(target, &release);
+}
+
+// A modal form in front, or a form that is not enabled: its window takes no input, but looks as ever.
+bool QtWindows::eventFilter(QObject* watched, QEvent* event) {
+  if (!IsInput(event->type()) || !watched->isWidgetType()) return false;
+  FormView* const view = FindByWidget(static_cast<QWidget*>(watched));
+  if (view == nullptr || AcceptsInput(view->Model())) return false;
+  FormView* const modal = TopModal() == nullptr ? nullptr : Find(*TopModal());
+  if (event->type() == QEvent::MouseButtonPress && modal != nullptr) {
+    modal->Frame().raise();
+    modal->Frame().activateWindow();
+  }
+  return true;
+}
+
+void QtWindows::FocusMoved(QWidget* now) {
+  FormView* const view = FindByWidget(now);
+  if (view == nullptr || view->IsPopup()) return;  // a menu leaves the focus where it is
+  ControlView* const control = view->Find(now);
+  loop_.Enter(view, [this, control = QPointer<ControlView>(control)] {
+    FocusChanged(control ? &control->Model() : nullptr);
+  });
+}
+
+void QtWindows::WindowFocused(QWindow* window) {
+  FormView* const view = FindByWindow(window);
+  if (view == nullptr) {
+    // A window of the toolkit's own, such as a list that drops down, belongs to the form that opened it.
+    if (window == nullptr) loop_.Enter(this, [this] { ActiveChanged(nullptr); });
+    return;
+  }
+  if (view->IsPopup()) return;
+  std::erase(recent_, &view->Model());
+  recent_.push_back(&view->Model());
+  loop_.Enter(view, [this, view] {
+    if (!view->IsDetached()) ActiveChanged(&view->Model());
+  });
+}

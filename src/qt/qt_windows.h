@@ -1,0 +1,68 @@
+// The window system of the desktop: a window for each form.
+#pragma once
+
+#include <QObject>
+#include <functional>
+#include <map>
+#include <vector>
+
+#include "platform/window_system.h"
+#include "qt/form_view.h"
+#include "qt/qt_loop.h"
+#include "qt/skin.h"
+#include "qt/web_library.h"
+
+class QWindow;
+
+class QtWindows : public QObject, public WindowSystem {
+ public:
+  struct Options {
+    QString uiFolder;    ///< with the .ui files, skin/ and skin/marovane.qss
+    QString webLibrary;  ///< path of the library with the web engine
+    /// Tells by its address whether the page of a server may use cmd: and rem: links.
+    std::function<bool(const QString& url)> mayCommand = [](const QString&) { return false; };
+  };
+
+  /// Needs a QApplication made after PrepareApplication().
+  QtWindows(QtLoop& loop, Options options);
+  ~QtWindows() override;
+
+  void Loaded(Form& form) override;
+  void Shown(Form& form, bool isModal) override;
+  void Hidden(Form& form) override;
+  void Unloaded(Form& form) override;
+  void BringToFront(Form& form) override;
+  void RequestFocus(Control& control) override;
+  void Activate(Form& form) override;
+  Area Screen() const override;
+  Point Cursor() const override;
+  void StartDrag(Form& form) override;
+  void SystemBox(const std::string& title, const std::string& text) override;
+  void SendKeys(const std::string& keys) override;
+
+  QtLoop& Loop() const { return loop_; }
+  Skin& Pictures() { return skin_; }
+  const QString& UiFolder() const { return options_.uiFolder; }
+  const std::function<bool(const QString&)>& MayCommand() const { return options_.mayCommand; }
+  std::unique_ptr<WebPane> MakeWebPane() { return web_.MakePane(); }
+  bool HasWebEngine() const { return web_.IsLoaded(); }
+  /// The view of an open form, nullptr for one that is not open.
+  FormView* Find(const Form& form) const;
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+  FormView* FindByWidget(const QWidget* widget) const;
+  FormView* FindByWindow(const QWindow* window) const;
+  void FocusMoved(QWidget* now);
+  void WindowFocused(QWindow* window);
+  void ActivateLastOf(const Form& gone);
+
+  QtLoop& loop_;
+  Options options_;
+  Skin skin_;
+  WebLibrary web_;
+  std::map<const Form*, FormView*> views_;
+  std::vector<const Form*> recent_;  // the form that was active last stands at the end
+};

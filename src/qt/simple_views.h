@@ -1,0 +1,60 @@
+// Views of labels, buttons, boxes with a mark, pictures and lists.
+#pragma once
+
+#include <QAbstractButton>
+#include <QComboBox>
+#include <QLabel>
+
+#include "qt/control_view.h"
+
+class LabelView : public ControlView {
+ public:
+  LabelView(FormView& form, Label& label, QLabel& widget);
+};
+
+/// A push button.
+class ButtonView : public ControlView {
+ public:
+  ButtonView(FormView& form, CommandButton& button, QAbstractButton& widget);
+  void ClickIt() override;
+
+ protected:
+  bool MakesClicks() const override { return false; }
+  bool IsClickKey(int key) const override;
+};
+
+/// A check box or an option. Options of one parent widget are a group.
+class MarkView : public ControlView {
+ public:
+  MarkView(FormView& form, CheckBox& box, QAbstractButton& widget);
+  void ClickIt() override;
+
+ protected:
+  bool MakesClicks() const override { return false; }
+};
+
+/// Paints a picture of the skin into a plain widget, with the text of the widget's property "caption" below
+/// it, and a ring around it while it has the focus.
+class PictureView : public ControlView {
+ public:
+  PictureView(FormView& form, PictureBox& box, QWidget& widget);
+  QString Problem() const override;
+
+ protected:
+  bool Handle(QEvent* event) override;
+
+ private:
+  void Paint();
+  PictureBox& box_;
+};
+
+class ListView : public ControlView {
+ public:
+  ListView(FormView& form, ComboBox& box, QComboBox& widget);
+
+ protected:
+  bool MakesClicks() const override { return false; }
+
+ private:
+  void Fill(QComboBox& widget, const std::vector<std::string>& items);
+};

@@ -1,0 +1,117 @@
+#include "qt/text_view.h"
+
+#include <QCoreApplication>
+#include <QKeyEvent>
+
+#include "platform/form.h"
+#include "qt/form_view.h"
+#include "qt/key_codes.h"
+#include "qt/text_convert.h"
+
+TextView::TextView(FormView& form, TextBox& box, QWidget& widget)
+    : ControlView(form, box, widget), box_(box) {}
+
+bool TextView::Handle(QEvent* event) {
+  if (event->type() == QEvent::KeyPress) return FilterKey(static_cast<QKeyEvent*>(event));
+  if (event->type() == QEvent::InputMethod) return FilterCommit(static_cast<QInputMethodEvent*>(event));
+  return false;
+}
+
+bool TextView::FilterKey(QKeyEvent* event) {
+  if (isComposing_) return false;
+  const QString text = event->text();
+  if (SwallowsKey(*event)) return true;
+  if (text.size() != 1) return false;
+  const int before = text.at(0).unicode();
+  const int after = Filtered(before);
+  if (after == 0 || form_.IsDetached()) return true;
+  if (text.at(0).isPrint() && PassOn(event)) return true;
+  if (after == before) return false;
+  Insert(QString(QChar(after)));
+  return true;
+}
+
+int TextView::Filtered(int character) {
+  Raise([this, &character] { box_.KeyPress.Raise(character); });
+  return character;
+}
+
+// Some input methods deliver plain keys as committed text: what was not composed is filtered like a key.
+bool TextView::FilterCommit(QInputMethodEvent* event) {
+  const bool wasComposing = isComposing_;
+  isComposing_ = !event->preeditString().isEmpty();
+  if (wasComposing || isComposing_ || event->commitString().isEmpty()) return false;
+  QString text;
+  for (const QChar character : event->commitString()) {
+    const int after = Filtered(character.unicode());
+    if (after != 0) text += QChar(after);
+  }
+  if (!form_.IsDetached() && !text.isEmpty()) Insert(text);
+  return true;
+}
+
+// A box with the property "typeInto" only holds the focus while another one must not have it: what is typed
+// goes there.
+bool TextView::PassOn(QEvent* event) {
+  const QByteArray name = Widget().property("typeInto").toByteArray();
+  if (name.isEmpty()) return false;
+  Control* const target = form_.Model().Find(name.toStdString());
+  ControlView* const view = target == nullptr ? nullptr : form_.Find(*target);
+  if (view == nullptr || !target->AcceptsInput()) return false;
+  target->SetFocus();
+  QCoreApplication::sendEvent(&view->Widget(), event);
+  return true;
+}
+
+int TextView::ToWidget(int position) const {
+  const QString text = Text(box_.Text);
+  const QString before = text.left(position);
+  return int(before.size() - before.count("\r\n"));
+}
+
+int TextView::ToModel(int position) const {
+  const QString text = Text(box_.Text);
+  int model = 0;
+  for (int widget = 0; widget < position && model < text.size(); ++widget) {
+    model += text.mid(model, 2) == "\r\n" ? 2 : 1;
+  }
+  return model;
+}
+
+void TextView::Edited(const QString& text) {
+  FromWidget([&] { box_.Text = Utf8(QString(text).replace("\n", "\r\n")); });
+  Raise([this] { box_.Change.Raise(); });
+}
+
+void TextView::SelectionMoved(int start, int length) {
+  FromWidget([&] {
+    const int modelStart = ToModel(start);
+    box_.SelStart = modelStart;
+    box_.SelLength = ToModel(start + length) - modelStart;
+  });
+}
+
+LineView::LineView(FormView& form, TextBox& box, QLineEdit& widget)
+    : TextView(form, box, widget), line_(widget) {
+  if (box.Text().empty()) box.Text = Utf8(widget.text());
+  widget.setText(Text(box.Text));
+  Follow(box.Text, [this](const std::string& text) {
+    if (line_.text() != Text(text)) line_.setText(Text(text));
+  });
+  const auto select = [this](int) { line_.setSelection(box_.SelStart, box_.SelLength); };
+  Follow(box.SelStart, [this, select](int start) {
+    line_.setCursorPosition(start);
+    if (box_.SelLength > 0) select(start);
+  });
+  Follow(box.SelLength, select);
+  connect(&widget, &QLineEdit::textEdited, this, [this](const QString& text) {
+    SelectionMoved(line_.cursorPosition(), 0);
+    Edited(text);
+  });
+  const auto moved = [this] {
+    if (line_.hasSelectedText()) return SelectionMoved(line_.selectionStart(), line_.selectionLength());
+    SelectionMoved(line_.cursorPosition(), 0);
+  };
+  connect(&widget, &QLineEdit::selectionChanged, this, moved);
+  connect(&widget, &QLineEdit::cursorPositionChanged, this, moved);
+}

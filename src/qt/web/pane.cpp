@@ -1,0 +1,118 @@
+#include <QPointer>
+#include <QVBoxLayout>
+#include <QWebEngineScript>
+#include <QWebEngineView>
+#include <deque>
+
+#include "qt/web/page.h"
+#include "qt/web/profile.h"
+#include "qt/web_pane.h"
+
+namespace {
+
+// Inputs by id; of options and boxes the mark, of all the value.
+const char* const kReadInputs = R"js((function() {
+  const found = {values: {}, checked: {}};
+  for (const input of document.querySelectorAll('input[id],select[id],textarea[id]')) {
+    found.values[input.id] = input.value;
+    if (input.type == 'checkbox' || input.type == 'radio') found.checked[input.id] = input.checked;
+  }
+  return found;
+})())js";
+
+class Pane : public WebPane {
+ public:
+  Pane();
+  ~Pane() override;
+  QWidget* Widget() override { return view_; }
+  void Navigate(const QString& url) override;
+  void Write(const QString& html) override;
+  void SubmitForm(int index) override;
+  void GoBack() override { view_->back(); }
+  void GoForward() override { view_->forward(); }
+  void ReadInputs(std::function<void(const PageInputs&)> callback) override;
+
+ private:
+  void Loaded(bool ok);
+  void RunWhenLoaded(const QString& script);
+
+  QPointer<QWebEngineView> view_;
+  WebPage* page_;
+  std::deque<QUrl> written_;  // pages of this view that may still be in its history
+  QStringList waiting_;       // scripts for the page that is being loaded
+  bool isLoading_ = false;
+};
+
+Pane::Pane() : view_(new QWebEngineView), page_(new WebPage(*this, view_)) {
+  view_->setPage(page_);
+  view_->setContextMenuPolicy(Qt::NoContextMenu);
+  page_->setBackgroundColor(QColor("#FAF4ED"));
+  QObject::connect(page_, &QWebEnginePage::loadFinished, view_, [this](bool ok) { Loaded(ok); });
+  QObject::connect(page_, &QWebEnginePage::titleChanged, view_, [this](const QString& title) {
+    // A page without a title of its own is reported with its address.
+    const bool isAddress = title.startsWith(QString(kWrittenPageScheme) + "://") || title == "about:blank";
+    if (events.title && !isAddress) events.title(title);
+  });
+  QObject::connect(page_, &QWebEnginePage::linkHovered, view_, [this](const QString& url) {
+    if (events.statusText) events.statusText(url);
+  });
+}
+
+Pane::~Pane() {
+  for (const QUrl& url : written_) ForgetPage(url);
+  delete view_;
+}
+
+void Pane::Navigate(const QString& url) {
+  waiting_.clear();
+  isLoading_ = true;
+  page_->LoadQuietly(QUrl::fromUserInput(QString(url).replace('\\', '/')));
+}
+
+void Pane::Write(const QString& html) {
+  constexpr std::size_t kKept = 20;  // as far back as somebody is likely to go
+  waiting_.clear();
+  isLoading_ = true;
+  written_.push_back(KeepPage(html));
+  if (written_.size() > kKept) {
+    ForgetPage(written_.front());
+    written_.pop_front();
+  }
+  page_->LoadQuietly(written_.back());
+}
+
+void Pane::SubmitForm(int index) { RunWhenLoaded(QString("document.forms[%1].submit()").arg(index)); }
+
+void Pane::RunWhenLoaded(const QString& script) {
+  if (isLoading_) {
+    waiting_ << script;
+  } else {
+    page_->runJavaScript(script);
+  }
+}
+
+void Pane::Loaded(bool) {
+  isLoading_ = false;
+  const QStringList scripts = std::exchange(waiting_, {});
+  for (const QString& script : scripts) page_->runJavaScript(script);
+  const QString address =
+      page_->url().scheme() == kWrittenPageScheme ? "about:blank" : page_->url().toString();
+  if (events.documentComplete) events.documentComplete(address);
+}
+
+void Pane::ReadInputs(std::function<void(const PageInputs&)> callback) {
+  if (page_->url().scheme() != kWrittenPageScheme) return callback({});
+  page_->runJavaScript(kReadInputs, QWebEngineScript::ApplicationWorld, [callback](const QVariant& answer) {
+    PageInputs inputs;
+    const QVariantMap found = answer.toMap();
+    const QVariantMap values = found["values"].toMap();
+    const QVariantMap checked = found["checked"].toMap();
+    for (auto it = values.begin(); it != values.end(); ++it) inputs.values[it.key()] = it.value().toString();
+    for (auto it = checked.begin(); it != checked.end(); ++it) inputs.checked[it.key()] = it.value().toBool();
+    callback(inputs);
+  });
+}
+
+}  // namespace
+
+extern "C" Q_DECL_EXPORT WebPane* MakeMarovaneWebPane() { return new Pane; }

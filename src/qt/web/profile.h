@@ -1,0 +1,14 @@
+// The one profile of all pages: schemes, settings, and the pages that the program wrote.
+#pragma once
+
+#include <QString>
+#include <QUrl>
+#include <QWebEngineProfile>
+
+/// The profile, made at the first call.
+QWebEngineProfile& WebProfile();
+
+/// Keeps a page that the program wrote and gives the address under which it can be loaded.
+QUrl KeepPage(const QString& html);
+/// Forgets a page, when its view has gone or has left it too far behind.
+void ForgetPage(const QUrl& url);

@@ -1,0 +1,44 @@
+// The wall between the windows and the web engine. The engine stands in a library of its own that is loaded
+// when the first page is shown, so nothing here knows it.
+#pragma once
+
+#include <QMap>
+#include <QString>
+#include <QWidget>
+#include <functional>
+
+/// Inputs of a page by id, as they are now.
+struct PageInputs {
+  QMap<QString, QString> values;
+  QMap<QString, bool> checked;
+};
+
+/// One view of web pages. Deleting it deletes its widget and frees its page.
+class WebPane {
+ public:
+  virtual ~WebPane() = default;
+  virtual QWidget* Widget() = 0;
+  virtual void Navigate(const QString& url) = 0;
+  /// Shows a page that the program wrote. Its forms post in the character set that its meta line declares.
+  virtual void Write(const QString& html) = 0;
+  virtual void SubmitForm(int index) = 0;
+  virtual void GoBack() = 0;
+  virtual void GoForward() = 0;
+  /// Reads the inputs of a written page; the callback comes later, or at once when there is no page.
+  virtual void ReadInputs(std::function<void(const PageInputs&)> callback) = 0;
+
+  /// What happens in the page. All must be set before the first page is shown.
+  struct Events {
+    std::function<bool(const QString& url)> beforeNavigate;  ///< false: do not go there
+    std::function<void(const QString& url)> command;         ///< a cmd: or rem: link of a trusted page
+    std::function<void(const QString& url)> documentComplete;
+    std::function<void(const QString& text)> statusText;
+    std::function<void(const QString& title)> title;
+  };
+  Events events;
+  /// Tells by its address whether a page of a server may give commands. Written pages always may.
+  std::function<bool(const QString& url)> mayCommand;
+};
+
+/// The address under which written pages stand. An outside page cannot have it.
+inline const char* const kWrittenPageScheme = "marovane";

@@ -1,0 +1,200 @@
+#include "qt/window_frame.h"
+
+#include <xcb/xcb.h>
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QLinearGradient>
+#include <QMouseEvent>
+#include <QPainter>
+#include <QPainterPath>
+#include <QWindow>
+#include <cstdlib>
+#include <string>
+
+namespace {
+
+constexpr int kShadow = 16;  // width of the shadow, logical pixels
+constexpr int kRadius = 10;
+constexpr int kGrip = 6;  // how near to an edge the mouse resizes
+
+// Without a compositing manager an X server shows what should be transparent in black.
+bool IsComposited() {
+  const auto* x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
+  if (x11 == nullptr) return true;
+  xcb_connection_t* const connection = x11->connection();
+  const std::string name = "_NET_WM_CM_S0";
+  const auto atomCookie =
+      xcb_intern_atom(connection, 0, static_cast<std::uint16_t>(name.size()), name.c_str());
+  auto* const atom = xcb_intern_atom_reply(connection, atomCookie, nullptr);
+  if (atom == nullptr) return false;
+  auto* const owner =
+      xcb_get_selection_owner_reply(connection, xcb_get_selection_owner(connection, atom->atom), nullptr);
+  const bool isComposited = owner != nullptr && owner->owner != XCB_NONE;
+  std::free(owner);
+  std::free(atom);
+  return isComposited;
+}
+
+QPainterPath RoundedPath(const QRectF& rect, qreal radius) {
+  QPainterPath path;
+  path.addRoundedRect(rect, radius, radius);
+  return path;
+}
+
+}  // namespace
+
+WindowFrame::WindowFrame() {
+  setWindowFlags(Qt::Window | Qt::FramelessWindowHint | Qt::NoDropShadowWindowHint);
+  if (IsComposited()) {
+    setAttribute(Qt::WA_TranslucentBackground);
+    margin_ = kShadow;
+  }
+  setMouseTracking(true);
+}
+
+void WindowFrame::SetContent(QWidget* content) {
+  content_ = content;
+  captionHeight_ = content->property("captionHeight").toInt();
+  isResizable_ = content->property("resizable").toBool();
+  if (content->property("popup").toBool()) {
+    setWindowFlags(Qt::Popup | Qt::FramelessWindowHint | Qt::NoDropShadowWindowHint);
+  }
+  content->setParent(this);
+  content->setMouseTracking(true);
+  content->installEventFilter(this);
+  SetFaceGeometry(QRect(pos(), content->size()));
+}
+
+void WindowFrame::SetFaceGeometry(const QRect& face) {
+  const QRect outer = face.marginsAdded(Margins());
+  if (outer != geometry()) setGeometry(outer);
+}
+
+void WindowFrame::SetTopMost(bool topMost) {
+  if (windowHandle() != nullptr) {
+    windowHandle()->setFlag(Qt::WindowStaysOnTopHint, topMost);
+  } else {
+    setWindowFlag(Qt::WindowStaysOnTopHint, topMost);
+  }
+}
+
+void WindowFrame::StartDrag() {
+  if (windowHandle() == nullptr || windowHandle()->startSystemMove()) return;
+  // No window manager moves it for us.
+  isDragging_ = true;
+  dragOffset_ = QCursor::pos() - pos();
+  grabMouse();
+}
+
+void WindowFrame::resizeEvent(QResizeEvent*) {
+  if (content_ != nullptr) content_->setGeometry(rect().marginsRemoved(Margins()));
+  if (margin_ == 0) setMask(QRegion(RoundedPath(rect(), kRadius).toFillPolygon().toPolygon()));
+  if (onMovedOrResized) onMovedOrResized();
+}
+
+void WindowFrame::moveEvent(QMoveEvent*) {
+  if (onMovedOrResized) onMovedOrResized();
+}
+
+void WindowFrame::closeEvent(QCloseEvent* event) {
+  event->ignore();
+  if (onCloseWanted) onCloseWanted();
+}
+
+void WindowFrame::leaveEvent(QEvent*) {
+  if (onPointerLeft) onPointerLeft();
+}
+
+Qt::Edges WindowFrame::EdgesAt(const QPoint& position) const {
+  const QRect face = rect().marginsRemoved(Margins());
+  Qt::Edges edges;
+  if (!isResizable_) return edges;
+  if (position.x() < face.left() + kGrip) edges |= Qt::LeftEdge;
+  if (position.x() > face.right() - kGrip) edges |= Qt::RightEdge;
+  if (position.y() < face.top() + kGrip) edges |= Qt::TopEdge;
+  if (position.y() > face.bottom() - kGrip) edges |= Qt::BottomEdge;
+  return edges;
+}
+
+void WindowFrame::mousePressEvent(QMouseEvent* event) {
+  const Qt::Edges edges = EdgesAt(event->position().toPoint());
+  if (event->button() == Qt::LeftButton && edges && windowHandle() != nullptr) {
+    windowHandle()->startSystemResize(edges);
+  }
+}
+
+void WindowFrame::mouseMoveEvent(QMouseEvent* event) {
+  if (isDragging_) {
+    move(event->globalPosition().toPoint() - dragOffset_);
+    return;
+  }
+  const Qt::Edges edges = EdgesAt(event->position().toPoint());
+  if (edges == (Qt::LeftEdge | Qt::TopEdge) || edges == (Qt::RightEdge | Qt::BottomEdge)) {
+    setCursor(Qt::SizeFDiagCursor);
+  } else if (edges == (Qt::RightEdge | Qt::TopEdge) || edges == (Qt::LeftEdge | Qt::BottomEdge)) {
+    setCursor(Qt::SizeBDiagCursor);
+  } else if (edges & (Qt::LeftEdge | Qt::RightEdge)) {
+    setCursor(Qt::SizeHorCursor);
+  } else if (edges) {
+    setCursor(Qt::SizeVerCursor);
+  } else {
+    unsetCursor();
+  }
+}
+
+void WindowFrame::mouseReleaseEvent(QMouseEvent*) {
+  if (!isDragging_) return;
+  isDragging_ = false;
+  releaseMouse();
+}
+
+void WindowFrame::hideEvent(QHideEvent*) {
+  if (windowType() == Qt::Popup && onPopupClosed) onPopupClosed();
+}
+
+void WindowFrame::keyPressEvent(QKeyEvent* event) { event->setAccepted(onKey && onKey(event->key())); }
+
+bool WindowFrame::eventFilter(QObject* watched, QEvent* event) {
+  if (watched == content_ && isResizable_ && event->type() == QEvent::Enter) unsetCursor();
+  return QWidget::eventFilter(watched, event);
+}
+
+void WindowFrame::PaintShadow(QPainter& painter) const {
+  constexpr int kAlphaStep = 3;
+  painter.setPen(Qt::NoPen);
+  painter.setBrush(QColor(0, 0, 0, kAlphaStep));
+  for (int inset = 0; inset < kShadow; ++inset) {
+    const QRectF ring = QRectF(rect()).adjusted(inset, inset + 3, -inset, -inset + 3);
+    painter.drawRoundedRect(ring, kRadius + kShadow - inset, kRadius + kShadow - inset);
+  }
+}
+
+void WindowFrame::PaintFace(QPainter& painter) const {
+  const QRectF face = QRectF(rect().marginsRemoved(Margins()));
+  QLinearGradient fill(face.topLeft(), face.bottomLeft());
+  fill.setColorAt(0, QColor("#3c3c3c"));
+  fill.setColorAt(1, QColor("#2b2b2b"));
+  const QPainterPath outline = RoundedPath(face.adjusted(0.5, 0.5, -0.5, -0.5), kRadius);
+  painter.fillPath(outline, fill);
+  if (captionHeight_ > 0) {
+    QLinearGradient strip(face.topLeft(), face.topLeft() + QPointF(0, captionHeight_));
+    strip.setColorAt(0, QColor("#4a4a4a"));
+    strip.setColorAt(1, QColor("#393939"));
+    QPainterPath top;
+    top.addRect(QRectF(face.left(), face.top(), face.width(), captionHeight_));
+    painter.fillPath(outline.intersected(top), strip);
+    painter.fillRect(QRectF(face.left() + 1, face.top() + captionHeight_, face.width() - 2, 1),
+                     QColor("#212121"));
+  }
+  painter.setPen(QPen(QColor(255, 255, 255, 34), 1));
+  painter.drawLine(face.topLeft() + QPointF(kRadius, 1.5), face.topRight() + QPointF(-kRadius, 1.5));
+  painter.strokePath(outline, QPen(QColor("#6e6e6e"), 1));
+}
+
+void WindowFrame::paintEvent(QPaintEvent*) {
+  QPainter painter(this);
+  painter.setRenderHint(QPainter::Antialiasing);
+  if (margin_ > 0) PaintShadow(painter);
+  PaintFace(painter);
+}

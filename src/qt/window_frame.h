@@ -1,0 +1,57 @@
+// The outer window of a form: its face with rounded corners and a thin light edge, and the shadow around it.
+#pragma once
+
+#include <QPoint>
+#include <QWidget>
+#include <functional>
+
+/// A frameless window around a form's content. All its geometry is that of the face; the margin that the
+/// shadow takes is the frame's own affair.
+class WindowFrame : public QWidget {
+ public:
+  WindowFrame();
+
+  /// Takes the content in and the frame's look from its dynamic properties: "captionHeight" (pixels of the
+  /// title strip, 0 for none), "resizable", "popup".
+  void SetContent(QWidget* content);
+  QWidget* Content() const { return content_; }
+
+  QRect FaceGeometry() const { return geometry().marginsRemoved(Margins()); }
+  void SetFaceGeometry(const QRect& face);
+
+  void SetTopMost(bool topMost);
+  /// Follows the mouse until its button is released.
+  void StartDrag();
+
+  std::function<void()> onMovedOrResized;
+  std::function<void()> onCloseWanted;
+  std::function<void()> onPopupClosed;
+  std::function<void()> onPointerLeft;
+  std::function<bool(int key)> onKey;  ///< a key that no widget wanted; true when it was used
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
+  void moveEvent(QMoveEvent* event) override;
+  void closeEvent(QCloseEvent* event) override;
+  void leaveEvent(QEvent* event) override;
+  void hideEvent(QHideEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+  void mousePressEvent(QMouseEvent* event) override;
+  void mouseMoveEvent(QMouseEvent* event) override;
+  void mouseReleaseEvent(QMouseEvent* event) override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+  QMargins Margins() const { return {margin_, margin_, margin_, margin_}; }
+  Qt::Edges EdgesAt(const QPoint& position) const;
+  void PaintShadow(QPainter& painter) const;
+  void PaintFace(QPainter& painter) const;
+
+  QWidget* content_ = nullptr;
+  int margin_ = 0;
+  int captionHeight_ = 0;
+  bool isResizable_ = false;
+  bool isDragging_ = false;
+  QPoint dragOffset_;
+};
