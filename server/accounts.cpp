@@ -30,6 +30,7 @@ bool IsAccountNumber(std::string_view number) {
 std::string Accounts::Known(std::string_view number) {
   std::string account = CleanAccount(number);
   if (!IsAccountNumber(account)) throw Refusal("ERR_INVAILD_ACCOUNT");
+  if (ensured_.valid()) ensured_.get();
   if (!store_.PasswordHash(account)) throw Refusal("ERR_NOTFOUND");
   return account;
 }
@@ -44,8 +45,10 @@ std::string Accounts::Proven(std::string_view number, const std::string& passwor
 }
 
 void Accounts::Ensure(const std::string& number, const std::string& password) {
-  const auto hash = store_.PasswordHash(number);
-  if (!hash || !PasswordFits(password, *hash)) store_.PutAccount(number, HashPassword(password));
+  ensured_ = std::async(std::launch::async, [=, &store = store_] {
+    const auto hash = store.PasswordHash(number);
+    if (!hash || !PasswordFits(password, *hash)) store.PutAccount(number, HashPassword(password));
+  });
 }
 
 void Accounts::TakeTry(const std::string& account) {

@@ -3,6 +3,7 @@
 
 #include <chrono>
 #include <functional>
+#include <future>
 #include <mutex>
 #include <string>
 #include <string_view>
@@ -34,7 +35,8 @@ class Accounts {
   /// too many wrong ones came: ten in a row are free, then one every three seconds.
   std::string Proven(std::string_view number, const std::string& password);
 
-  /// Makes sure that the account exists with this password.
+  /// Makes sure that the account exists with this password, on a thread of its own: a hash takes longer than
+  /// all the rest of a start. Known and Proven wait for it. To be called before them.
   void Ensure(const std::string& number, const std::string& password);
 
  private:
@@ -47,6 +49,7 @@ class Accounts {
 
   Store& store_;
   Clock clock_;
+  std::shared_future<void> ensured_;
   std::mutex mutex_;
   std::unordered_map<std::string, Tries> tries_;
 };

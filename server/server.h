@@ -34,7 +34,7 @@ class Server {
   Server(const Server&) = delete;
   Server& operator=(const Server&) = delete;
 
-  /// Makes sure that the account exists with this password.
+  /// Makes sure that the account exists with this password. To be called before Start.
   void EnsureAccount(const AccountEntry& entry);
 
   /// Listens, and answers from then on on threads of its own. Throws std::runtime_error when the port cannot

@@ -1,0 +1,134 @@
+// The check of a sentence: the reply's fields, its result page, and many checks at once.
+#include <gmock/gmock.h>
+
+#include <atomic>
+#include <future>
+#include <thread>
+
+#include "engine/data_dir.h"
+#include "server/page_store.h"
+#include "tests/server/running_server.h"
+
+namespace {
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+using testing::MatchesRegex;
+
+std::vector<std::string> Fields(const std::string& reply) {
+  std::vector<std::string> fields(1);
+  for (const char sign : reply) {
+    if (sign == '#') {
+      fields.emplace_back();
+    } else {
+      fields.back() += sign;
+    }
+  }
+  return fields;
+}
+
+std::string Sent(std::string sentence) {
+  for (std::size_t at = sentence.find(' '); at != std::string::npos; at = sentence.find(' ')) {
+    sentence.replace(at, 1, "%20");
+  }
+  return "&pno=1&pnomd5=x&checksum=x&p1=beta&p2=0&p3=074148&cidx=0&s=" + sentence;
+}
+
+std::string Check(const RunningServer& server, const std::string& sentence) {
+  return server.Ask("p_passWebEngine.asp", Sent(sentence));
+}
+
+constexpr const char* kPath = "pages/[0-9a-f]{32}\\.htm";
+
+TEST(CheckPage, AnswersEachVerdictInItsFields) {
+  const RunningServer server(Scripted([](std::string_view sentence) {
+    tolvex::Judgement judgement;
+    judgement.col_suggestion = "go to school,go home";
+    judgement.syn_suggestion = "0";
+    if (sentence == "Right.") return judgement;
+    judgement.verdict = sentence == "Watch." ? tolvex::Verdict::kWatch : tolvex::Verdict::kErrors;
+    judgement.errcode = "VB01";
+    judgement.marked = "*" + std::string(sentence) + "*";
+    return judgement;
+  }));
+  const auto path = MatchesRegex(kPath);
+  EXPECT_THAT(Fields(Check(server, "Right.")), ElementsAre("OK_0", "0", path, "go to school<@>go home", "0"));
+  EXPECT_THAT(Fields(Check(server, "Watch.")), ElementsAre("OK_2", "VB01", path, "*Watch.*"));
+  EXPECT_THAT(Fields(Check(server, "He go.")), ElementsAre("OK_1", "VB01", path, "*He go.*"));
+  EXPECT_THAT(Fields(Check(server, " A & b = c + d ")), ElementsAre("OK_1", "VB01", path, "*A & b = c + d*"));
+  EXPECT_THAT(Fields(Check(server, "No # 5")), ElementsAre("OK_1", "VB01", path, "*No \xA1\xAD 5*"));
+}
+
+TEST(CheckPage, ServesTheResultPageUnderItsPath) {
+  const RunningServer server;
+  const std::string wrong = Fields(Check(server, "he goes."))[2];
+  const std::string right = Fields(Check(server, "He goes."))[2];
+  EXPECT_NE(wrong, right);
+  const auto page = server.Get(right);
+  EXPECT_EQ(page->status, 200);
+  EXPECT_EQ(page->get_header_value("Content-Type"), "text/html; charset=big5");
+  EXPECT_THAT(page->body, HasSubstr("\xA5\xBB\xA5\x79\xA4\x6C\xA8\x53\xA6\xB3")) << "本句子沒有 in Big5";
+  EXPECT_THAT(server.Get(wrong)->body, HasSubstr("he goes."));
+  EXPECT_EQ(server.Get("pages/00000000000000000000000000000000.htm")->status, 404);
+}
+
+TEST(PageStore, KeepsTheNewestPages) {
+  marovane::PageStore store(3);
+  std::vector<std::string> paths;
+  for (const char* page : {"1", "2", "3", "4", "5"}) paths.push_back(store.Keep(page));
+  std::vector<std::string> found;
+  for (const std::string& path : paths) found.push_back(store.Find(path).value_or("gone"));
+  EXPECT_THAT(found, ElementsAre("gone", "gone", "3", "4", "5"));
+}
+
+TEST(CheckPage, ListensWhileTheEngineLoads) {
+  std::promise<void> loaded;
+  const RunningServer server([&]() -> marovane::SharedEngine::Judge {
+    loaded.get_future().wait();
+    return JudgeFirstLetter;
+  });
+  EXPECT_EQ(server.Ask("p_passWebEngine_conn.asp", ""), "ONLINE");
+  auto reply = std::async(std::launch::async, [&] { return Check(server, "he goes."); });
+  EXPECT_EQ(server.Ask("p_getversion.asp", "&type=mrv"), "1.0.0");
+  loaded.set_value();
+  EXPECT_THAT(reply.get(), testing::StartsWith("OK_1#PU01#"));
+}
+
+TEST(CheckPage, SaysWhenThereIsNoEngine) {
+  const RunningServer server(
+      []() -> marovane::SharedEngine::Judge { throw std::runtime_error("no tables"); });
+  EXPECT_EQ(Check(server, "He goes."), "ERR_ENGINE");
+  EXPECT_EQ(server.Ask("p_passWebEngine_conn.asp", ""), "ERR_ENGINE");
+  EXPECT_THAT(server.Ask("p_getconn.asp", ""), testing::StartsWith("ONLINE "));
+}
+
+/// The reply without the path, which is new each time.
+std::string Verdict(const RunningServer& server, const std::string& sentence) {
+  auto fields = Fields(Check(server, sentence));
+  if (fields.size() > 2) fields[2].clear();
+  return testing::PrintToString(fields);
+}
+
+TEST(CheckPage, EightLearnersAtOnceGetTheSameVerdicts) {
+  const RunningServer server(marovane::LoadTolvex(tolvex::FindDataDir()));
+  const std::vector<std::string> sentences = {"he goes to school.",        "He goes to school every day.",
+                                              "He go to school everyday.", "She don't like apples.",
+                                              "There is many students.",   "I recieve your letter."};
+  std::vector<std::string> alone;
+  for (const std::string& sentence : sentences) alone.push_back(Verdict(server, sentence));
+  EXPECT_THAT(alone[0], HasSubstr("OK_1")) << "the engine judges";
+  std::atomic<int> same = 0;
+  std::vector<std::thread> learners;
+  for (std::size_t learner = 0; learner < 8; ++learner) {
+    learners.emplace_back([&, learner] {
+      for (std::size_t i = 0; i < 30; ++i) {
+        const std::size_t which = (learner + i) % sentences.size();
+        if (Verdict(server, sentences[which]) == alone[which]) ++same;
+      }
+    });
+  }
+  for (std::thread& learner : learners) learner.join();
+  EXPECT_EQ(same, 8 * 30);
+}
+
+}  // namespace

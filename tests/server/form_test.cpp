@@ -1,0 +1,64 @@
+#include "server/form.h"
+
+#include <gtest/gtest.h>
+
+namespace marovane {
+namespace {
+
+using Found = std::optional<std::string>;
+
+struct Case {
+  const char* body;
+  const char* name;
+  Found plain;
+  Found browser;
+};
+
+TEST(Form, ReadsBodiesOfTheProgramAndOfABrowser) {
+  const Case cases[] = {
+      {"key=a&s=I%20am", "s", "I am", "I am"},
+      {"s=1+1", "s", "1+1", "1 1"},
+      {"s=1%2B1", "s", "1+1", "1+1"},
+      {"s=a=b=c&t=", "s", "a=b=c", "a=b=c"},
+      {"s=a=b&t=", "t", "", ""},
+      {"s=100%&t=%4", "s", "100%", "100%"},
+      {"s=100%&t=%4", "t", "%4", "%4"},
+      {"s=%zz%-1%C3%a9", "s", "%zz%-1\xC3\xA9", "%zz%-1\xC3\xA9"},
+      {"s=first&s=second", "s", "first", "first"},
+      {"&&=x&nothing&s=1&", "s", "1", "1"},
+      {"nothing", "nothing", std::nullopt, std::nullopt},
+      {"", "s", std::nullopt, std::nullopt},
+  };
+  for (const Case& each : cases) {
+    EXPECT_EQ(Form::Plain(each.body).Find(each.name), each.plain) << each.body;
+    EXPECT_EQ(Form::Browser(each.body).Find(each.name), each.browser) << each.body;
+  }
+}
+
+TEST(Form, LetsTheLastFieldHoldEverySign) {
+  const Form form = Form::Plain("key=a&ss=0&s=Tom%20&%20Jerry&key=b", "s");
+  EXPECT_EQ(form.Find("s"), "Tom & Jerry&key=b");
+  EXPECT_EQ(form.Find("key"), "a");
+  EXPECT_EQ(form.Find("ss"), "0");
+}
+
+TEST(Form, RefusesWhatAFieldMayNotHold) {
+  const std::pair<std::string, const char*> cases[] = {
+      {"t=x", "ERR_MISSING_FIELD"}, {"s=123456789", "ERR_TOO_LONG"},
+      {"s=%FF", "ERR_BAD_TEXT"},    {"s=%00", "ERR_BAD_TEXT"},
+      {"s=a\nb", "ERR_BAD_TEXT"},   {"s=\xE4\xBD", "ERR_BAD_TEXT"},
+      {"s=%7F", "ERR_BAD_TEXT"},    {std::string("s=a\0b", 5), "ERR_BAD_TEXT"},
+  };
+  for (const auto& [body, word] : cases) {
+    try {
+      ADD_FAILURE() << body << " gave " << Form::Plain(body).Required("s", 8);
+    } catch (const Refusal& refusal) {
+      EXPECT_STREQ(refusal.what(), word) << body;
+    }
+  }
+  EXPECT_EQ(Form::Plain("s=12345678").Required("s", 8), "12345678");
+  EXPECT_EQ(Form::Plain("s=").Required("s", 8), "");
+}
+
+}  // namespace
+}  // namespace marovane

@@ -1,0 +1,174 @@
+// The program itself: its command line, the embedded mode, and how it ends.
+#include <gmock/gmock.h>
+
+#include <algorithm>
+#include <csignal>
+
+#include "server/key_values.h"
+#include "tests/server/child_process.h"
+#include "tests/server/running_server.h"
+
+namespace {
+
+using testing::HasSubstr;
+using testing::MatchesRegex;
+using testing::Not;
+using testing::StartsWith;
+
+/// No language data: the server runs without an engine.
+class ProcessTest : public testing::Test {
+ protected:
+  ProcessTest() { std::filesystem::create_directory(folder_ / "engine"); }
+
+  std::vector<std::string> Embedded() const {
+    return {"--embedded",
+            "--data",
+            folder_ / "data",
+            "--engine-data",
+            folder_ / "engine",
+            "--account",
+            folder_ / "config/account.set"};
+  }
+
+  TempFolder folder_;
+};
+
+struct Address {
+  std::string host;
+  std::string path;
+};
+
+Address Split(const std::string& root) {
+  const std::size_t slash = root.find('/', std::string("http://").size());
+  return {root.substr(0, slash), root.substr(slash)};
+}
+
+int Status(const std::string& host, const std::string& path) {
+  const auto answer = httplib::Client(host).Post(path, "key=zorbelquinter", "text/xml; charset=big5");
+  return answer ? answer->status : 0;
+}
+
+std::string Login(const std::string& root, const std::filesystem::path& accountFile) {
+  const auto account = marovane::KeyValues::Read(accountFile);
+  const Address address = Split(root);
+  const auto answer = httplib::Client(address.host)
+                          .Post(address.path + "p_getlogin.asp",
+                                "key=zorbelquinter&pno=" + account.Get("Pno") +
+                                    "&password=" + account.Get("userPW") + "&username=&email=&district=",
+                                "text/xml; charset=big5");
+  return answer ? answer->body : "";
+}
+
+TEST_F(ProcessTest, EmbeddedAnswersOnlyBelowItsPrefixOnLoopback) {
+  ChildServer server(Embedded());
+  const std::string root = server.Root();
+  ASSERT_THAT(root, MatchesRegex("http://127\\.0\\.0\\.1:[0-9]+/[0-9a-f]{32}/"));
+  const Address address = Split(root);
+  EXPECT_EQ(Status(address.host, address.path + "p_getconn.asp"), 200);
+
+  std::string wrong = address.path;
+  wrong[5] = wrong[5] == '0' ? '1' : '0';
+  for (const std::string& path : {wrong, std::string("/"), std::string("//"), address.path.substr(0, 33)}) {
+    EXPECT_EQ(Status(address.host, path + "p_getconn.asp"), 404) << path;
+  }
+  const std::string port = address.host.substr(address.host.rfind(':'));
+  EXPECT_EQ(Status("http://127.0.0.2" + port, address.path + "p_getconn.asp"), 0)
+      << "it listens elsewhere too";
+}
+
+TEST_F(ProcessTest, EmbeddedEndsWithItsInput) {
+  ChildServer server(Embedded());
+  ASSERT_THAT(server.Root(), Not(""));
+  server.CloseInput();
+  EXPECT_TRUE(server.HasEnded());
+  EXPECT_EQ(server.ExitStatus(), 0);
+}
+
+TEST_F(ProcessTest, EmbeddedEndsWhenItsParentIsKilled) {
+  ChildServer server(Embedded(), true);
+  ASSERT_THAT(server.Root(), Not(""));
+  server.Signal(SIGKILL);  // the test still holds the input open
+  EXPECT_TRUE(server.HasEnded());
+}
+
+TEST_F(ProcessTest, TerminationEndsItCleanly) {
+  ChildServer server({"--port", "0", "--data", folder_ / "data", "--engine-data", folder_ / "engine",
+                      "--prefix", "school/"});
+  ASSERT_THAT(server.Root(), MatchesRegex("http://127\\.0\\.0\\.1:[0-9]+/school/"));
+  server.CloseInput();
+  server.Signal(SIGTERM);
+  EXPECT_TRUE(server.HasEnded());
+  EXPECT_EQ(server.ExitStatus(), 0);
+  EXPECT_FALSE(std::filesystem::exists(folder_ / "data/server.db-wal")) << "the database was closed";
+}
+
+TEST_F(ProcessTest, KeepsItsAccountThoughKilledAndChangesItsPrefix) {
+  const auto file = folder_ / "config/account.set";
+  std::string roots[3];
+  std::string texts[3];
+  for (int start = 0; start < 3; ++start) {
+    ChildServer server(Embedded());
+    roots[start] = server.Root();
+    texts[start] = ReadFile(file);
+    if (start > 0) {
+      EXPECT_THAT(Login(roots[start], file), StartsWith("OK_"));
+    }
+    server.Signal(SIGKILL);
+    EXPECT_TRUE(server.HasEnded());
+  }
+  EXPECT_NE(Split(roots[0]).path, Split(roots[1]).path);
+  EXPECT_THAT(texts[0], MatchesRegex("Pno=[0-9]{10}\r\nuserPW=[0-9A-Za-z]{12}\r\n"));
+  EXPECT_EQ(texts[0], texts[1]);
+  EXPECT_EQ(texts[1], texts[2]);
+}
+
+TEST_F(ProcessTest, MakesTheAccountOfAFileWhoseDatabaseWasNeverWritten) {
+  std::filesystem::create_directory(folder_ / "config");
+  WriteFile(folder_ / "config/account.set", "Pno=4711\r\nuserPW=abcdefgh1234\r\n");
+  ChildServer server(Embedded());
+  EXPECT_EQ(Login(server.Root(), folder_ / "config/account.set"), "OK_4711");
+}
+
+TEST_F(ProcessTest, TellsInOneLineWhyItCannotStart) {
+  const RunningServer other;
+  const std::string host = Split(other.Root()).host;
+  const std::string taken = host.substr(host.rfind(':') + 1);
+  const std::string data = folder_ / "data";
+  const std::string engine = folder_ / "engine";
+  const std::string file = folder_ / "file";
+  WriteFile(file, "Pno=a/b\r\nuserPW=x\r\n");
+  std::filesystem::create_directory(folder_ / "damaged");
+  WriteFile(folder_ / "damaged/server.db", std::string(3000, 'x'));
+
+  struct Case {
+    std::vector<std::string> words;
+    int status;
+    const char* says;
+  };
+  const Case cases[] = {
+      {{}, 64, "--data is missing"},
+      {{"--embedded", "--data"}, 64, "--data needs a value"},
+      {{"--embedded", "--data", data, "--port", "80"}, 64, "--embedded chooses"},
+      {{"--port", "80x", "--data", data}, 64, "\"80x\" is no port"},
+      {{"--port", "65536", "--data", data}, 64, "is no port"},
+      {{"--data", data, "--prefix", "a b"}, 64, "--prefix"},
+      {{"--data", data, "--speed"}, 64, "unknown word \"--speed\""},
+      {{"--data", file + "/data", "--engine-data", engine}, 1, "cannot make the folder"},
+      {{"--data", folder_ / "damaged", "--engine-data", engine}, 1, "cannot use the database"},
+      {{"--data", data, "--engine-data", file}, 1, "the language data was not found in"},
+      {{"--data", data, "--engine-data", engine, "--account", file}, 1, "names no account number"},
+      {{"--data", data, "--engine-data", engine, "--account", file + "/x"}, 1, "cannot"},
+      {{"--data", data, "--engine-data", engine, "--port", taken}, 1, "cannot listen on 127.0.0.1"},
+      {{"--data", data, "--engine-data", engine, "--listen", "999.1.1.1"}, 1, "cannot listen on 999.1.1.1"},
+  };
+  for (const Case& each : cases) {
+    ChildServer server(each.words);
+    EXPECT_EQ(server.ExitStatus(), each.status) << each.says;
+    const std::string errors = server.Errors();
+    EXPECT_THAT(errors, HasSubstr(each.says));
+    EXPECT_THAT(errors, StartsWith("marovane-server: "));
+    EXPECT_EQ(server.Root(), "");
+  }
+}
+
+}  // namespace

@@ -1,0 +1,39 @@
+// A real server on a free loopback port, with a scripted engine.
+#pragma once
+
+#include <httplib.h>
+
+#include <string>
+
+#include "server/server.h"
+#include "tests/server/temp_folder.h"
+
+/// Judges by the first letter: an upper-case one is right.
+tolvex::Judgement JudgeFirstLetter(std::string_view sentence);
+
+/// An engine that is loaded at once.
+marovane::SharedEngine::Load Scripted(marovane::SharedEngine::Judge judge);
+
+class RunningServer {
+ public:
+  static constexpr const char* kNumber = "1234567890";
+  static constexpr const char* kPassword = "Sesame4711";
+
+  /// `settings` is the text of server.set. The account above exists.
+  explicit RunningServer(marovane::SharedEngine::Load load = Scripted(JudgeFirstLetter),
+                         const std::string& settings = "");
+
+  /// Posts as the program does. The answer's body is as it came.
+  httplib::Result Post(const std::string& page, const std::string& body,
+                       const char* contentType = "text/xml; charset=big5") const;
+  /// The body of the answer to a post with the right access key, which must come with status 200.
+  std::string Ask(const std::string& page, const std::string& fields) const;
+  httplib::Result Get(const std::string& path) const;
+  std::string Root() const { return server_.Root(); }
+
+ private:
+  httplib::Client Client() const;
+
+  TempFolder folder_;
+  marovane::Server server_;
+};
