@@ -97,7 +97,7 @@ void PassStringToEngineLocal(FrmMain& frmMain) {
     TellTimeout(frmMain);
     return StopCheck(frmMain);
   }
-  EngineAnswer answer;
+  EngineAnswer& answer = frmMain.lastAnswer = {};
   std::string page;
   std::string code;
   RunSkippingFailures(ReadAnswerSteps(program, answer, page, code));

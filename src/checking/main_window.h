@@ -3,6 +3,7 @@
 
 #include <string>
 
+#include "checking/engine_answer.h"
 #include "core/program.h"
 #include "platform/controls.h"
 #include "platform/timer.h"
@@ -58,7 +59,8 @@ class FrmMain : public Form, public MainWindow {
   CheckBox chkEngineMode{*this, "chkEngineMode"}, chkWebEngineVPS{*this, "chkWebEngineVPS"};
   Timer tmrMouse, tmrEngineResponse, tmrTransparentForm;
 
-  int engineTicks = 0;  ///< rounds of the settling wait, then seconds of the engine's silence
+  EngineAnswer lastAnswer;  ///< of the latest check that was answered
+  int engineTicks = 0;      ///< rounds of the settling wait, then seconds of the engine's silence
 
  private:
   void BindInput();

@@ -80,7 +80,7 @@ void PassStringToEngineWeb(FrmMain& frmMain) {
   if (!AcceptInput(frmMain, sentence)) return;
   if (!OpenCheck(frmMain, sentence)) return StopCheck(frmMain);
   program.app.gLastInput.clear();
-  const auto answer = AskUntilAnswered(frmMain, sentence);
+  auto answer = AskUntilAnswered(frmMain, sentence);
   if (!answer) {
     frmMain.tmrEngineResponse.Enabled = false;
     TellTimeout(frmMain);
@@ -89,5 +89,6 @@ void PassStringToEngineWeb(FrmMain& frmMain) {
   if (!program.app.gEssayMode && program.hall.frmBrowser) {
     program.hall.frmBrowser->GoNavigate(program.app.gWebEngineRoot + answer->pagePath, 2);
   }
-  RunInOrder(VerdictSteps(frmMain, sentence, *answer, EngineKind::kWeb));
+  frmMain.lastAnswer = std::move(*answer);
+  RunInOrder(VerdictSteps(frmMain, sentence, frmMain.lastAnswer, EngineKind::kWeb));
 }

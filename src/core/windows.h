@@ -49,6 +49,7 @@ class Splash : public HallWindow {
 class Browser : public HallWindow {
  public:
   virtual void GoNavigate(const std::string& url, int mode) = 0;
+  virtual void GoWritePage(const std::string& html, int mode) = 0;
   /// Writes a page into the pane and submits its first form.
   virtual void GoPostPage(const std::string& html, int mode) = 0;
 };
@@ -86,6 +87,12 @@ class ErrorSentences : public HallWindow {
   virtual void ShowErrSentence(const std::string& errcode) = 0;
 };
 
+/// `frmEssay`.
+class Essay : public HallWindow {
+ public:
+  virtual void ShowEssay(const std::string& essayId) = 0;
+};
+
 /// `frmUpload`.
 class UploadRun {
  public:
@@ -102,9 +109,10 @@ struct Hall {
   Door<DaySentences> frmSentences;
   Door<ErrorStatistics> frmErrList;
   Door<ErrorSentences> frmErrSentence;
+  Door<Essay> frmEssay;
   Door<UploadRun> frmUpload;
-  Door<HallWindow> frmDiary, frmEssayInputEdu, frmEssayInputForm, frmEssayCollect, frmEssay, frmFeedback,
-      frmSetup, frmPassword, frmBindSelect, frmXQDLogin, frmMenu, frmDebug;
+  Door<HallWindow> frmDiary, frmEssayInputEdu, frmEssayInputForm, frmEssayCollect, frmFeedback, frmSetup,
+      frmPassword, frmBindSelect, frmXQDLogin, frmMenu, frmDebug;
 
   // Steps of the start that live on higher floors or come with other rooms. An empty one is left out.
   std::function<void()> checkDatabaseBuild, unpackDataFiles, refreshUpdater, showPublisherNews, checkVersion,

@@ -1,0 +1,31 @@
+#include "app/compose.h"
+
+#include "core/error_report.h"
+#include "core/provisioning.h"
+
+namespace {
+
+// A window of a program, made at the first reference.
+template <class T, class... Arguments>
+typename Window<T>::Maker Make(Arguments&... arguments) {
+  return [&arguments...] { return std::make_shared<T>(arguments...); };
+}
+
+}  // namespace
+
+Composition::Composition(Machine& machine, InstallationValues installation)
+    : program(machine, std::move(installation)),
+      records(program),
+      errList(program),
+      frmStartUp(Make<FrmStartUp>(program)),
+      frmMain(Make<FrmMain>(program, records)),
+      frmBrowser(Make<FrmBrowser>(program)) {
+  auto& hall = program.hall;
+  hall.frmMain.LeadsTo([this]() -> MainWindow& { return *frmMain; });
+  hall.frmBrowser.LeadsTo([this]() -> Browser& { return *frmBrowser; });
+  hall.unpackDataFiles = [this] { UnpackDataFiles(program); };
+  hall.warmUpErrListDb = [this] { WarmUpErrListDb(program); };
+  machine.loop.onUnhandledError = [this](const std::exception& error) {
+    ReportUnhandledError(program, error);
+  };
+}

@@ -1,0 +1,28 @@
+// The real machine, for any loop and any way to show windows.
+#pragma once
+
+#include <string>
+
+#include "platform/host/curl_http.h"
+#include "platform/host/host_environment.h"
+#include "platform/host/opencc.h"
+#include "platform/host/posix_files.h"
+#include "platform/host/posix_processes.h"
+#include "platform/host/sqlite_database.h"
+#include "platform/machine.h"
+
+struct HostMachine {
+  HostMachine(EventLoop& loop, WindowSystem& windows, Desktop& desktop, const std::string& commandLine)
+      : environment(ReadHostEnvironment(commandLine)),
+        http(loop),
+        processes(loop),
+        machine{loop, windows, desktop, http, files, databases, processes, chinese, environment} {}
+
+  Environment environment;
+  CurlHttp http;
+  PosixFiles files;
+  SqliteDatabases databases;
+  PosixProcesses processes;
+  OpenCcConverter chinese;
+  Machine machine;
+};

@@ -1,0 +1,62 @@
+#include "app/page_fetcher.h"
+
+#include <fmt/format.h>
+
+#include <cctype>
+
+#include "platform/html.h"
+#include "platform/http.h"
+#include "platform/machine.h"
+#include "platform/run_time_error.h"
+#include "platform/text_encoding.h"
+
+namespace {
+
+// A field of a form post in the page's character set, Big5.
+std::string FormEncoded(const std::string& text) {
+  std::string encoded;
+  for (const char sign : ToBig5(text)) {
+    const auto byte = static_cast<unsigned char>(sign);
+    if (std::isalnum(byte) != 0) {
+      encoded += sign;
+    } else {
+      encoded += sign == ' ' ? "+" : fmt::format("%{:02X}", byte);
+    }
+  }
+  return encoded;
+}
+
+std::string FormBody(const HtmlForm& form) {
+  std::string body;
+  for (const auto& [name, value] : form.fields) {
+    if (!body.empty()) body += '&';
+    body += FormEncoded(name) + "=" + FormEncoded(value);
+  }
+  return body;
+}
+
+}  // namespace
+
+void PageFetcher::Navigate(const std::string& url) {
+  page_.clear();
+  if (url.starts_with("http")) Fetch("GET", url, "");
+}
+
+void PageFetcher::SubmitForm(int index) {
+  const auto forms = HtmlForms(page_);
+  if (index < 0 || static_cast<std::size_t>(index) >= forms.size()) return;
+  const auto& form = forms[static_cast<std::size_t>(index)];
+  Fetch("POST", form.action, FormBody(form));
+}
+
+void PageFetcher::Fetch(const std::string& method, const std::string& url, const std::string& body) {
+  HttpRequest request{.method = method, .url = url, .headers = {}, .body = body};
+  if (method == "POST") request.headers.emplace_back("Content-Type", "application/x-www-form-urlencoded");
+  try {
+    const HttpResponse response = machine_.http.Send(request);
+    const bool isUtf8 = response.contentType.find("utf-8") != std::string::npos;
+    page_ = isUtf8 ? response.body : FromBig5(response.body);
+  } catch (const RunTimeError&) {
+    page_ = "<html><body><p>目前無法取得說明頁，請檢查網路連線</p></body></html>";
+  }
+}

@@ -1,0 +1,29 @@
+// Pages for an edition without a renderer: fetched and kept as text.
+#pragma once
+
+#include <string>
+
+#include "platform/web_browser.h"
+
+struct Machine;
+
+/// Follows a browser control's navigations and form posts over HTTP.
+class PageFetcher : public WebRenderer {
+ public:
+  explicit PageFetcher(Machine& machine) : machine_(machine) {}
+
+  void Navigate(const std::string& url) override;
+  void Write(const std::string& html) override { page_ = html; }
+  void SubmitForm(int index) override;
+  void GoBack() override {}
+  void GoForward() override {}
+
+  /// The page that stands in the control (UTF-8), "" for none; a page that could not be had says so.
+  const std::string& Page() const { return page_; }
+
+ private:
+  void Fetch(const std::string& method, const std::string& url, const std::string& body);
+
+  Machine& machine_;
+  std::string page_;
+};

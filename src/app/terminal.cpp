@@ -1,0 +1,98 @@
+#include "app/terminal.h"
+
+#include <fmt/format.h>
+#include <unistd.h>
+
+#include <algorithm>
+#include <iostream>
+
+#include "app/compose.h"
+#include "app/embedded_server.h"
+#include "app/host_machine.h"
+#include "app/terminal_check.h"
+#include "app/terminal_command.h"
+#include "app/terminal_windows.h"
+#include "core/text_utility.h"
+#include "platform/headless/poll_loop.h"
+#include "platform/processes.h"
+#include "platform/run_time_error.h"
+
+namespace {
+
+constexpr int kWrongUsage = 64;
+
+int CheckAll(TerminalCheck& check, const TerminalCommand& command) {
+  if (!command.sentences.empty()) {
+    for (const auto& sentence : command.sentences) check.Check(sentence);
+    return check.Status();
+  }
+  const bool prompts = isatty(STDIN_FILENO) != 0;
+  std::string line;
+  while (true) {
+    if (prompts) fmt::print(stderr, "請輸入您的句子（每次一句，空行結束）> ");
+    if (!std::getline(std::cin, line) || (prompts && Trim(line).empty())) return check.Status();
+    if (!Trim(line).empty()) check.Check(line);
+  }
+}
+
+void ListDay(RecordDb& records, std::chrono::year_month_day day) {
+  const std::string date = FormatDateUnpadded(day, "/");
+  for (const auto& row : records.OkSentencesOf(day)) {
+    fmt::print("{}\tPASS\t0\t{}\n", date, PlainApostrophes(row.sentence));
+  }
+  for (const auto& row : records.ErrSentencesOf(day)) {
+    fmt::print("{}\tERRS\t{}\t{}\n", date, row.errcode, PlainApostrophes(row.sentence));
+  }
+}
+
+int ListRecords(RecordDb& records, const TerminalCommand& command) {
+  for (const auto& day : command.days.empty() ? records.Days() : command.days) ListDay(records, day);
+  return 0;
+}
+
+int RunCommand(const TerminalCommand& command) {
+  PollLoop loop;
+  TerminalWindows windows;
+  HeadlessDesktop desktop;
+  HostMachine host(loop, windows, desktop, "");
+  InstallationValues installation = ReadInstallation(host.files, host.environment);
+  const EmbeddedServer server = StartEmbeddedServer(host.machine, installation);
+  Composition composition(host.machine, installation);
+  TerminalCheck check(composition, command.json);
+  int status = 0;
+  loop.onUnhandledError = nullptr;
+  try {
+    FrmStartUp::PrepareProgram(composition.program);
+    if (command.kind == TerminalCommand::Kind::kRecords) return ListRecords(composition.records, command);
+    if (command.local) composition.program.app.gUseWebEngine = false;
+    status = CheckAll(check, command);
+  } catch (const ProgramEnd&) {
+    status = TerminalCheck::kNoAnswer;
+  }
+  return status;
+}
+
+}  // namespace
+
+int RunTerminal(const std::vector<std::string>& words) {
+  std::string problem;
+  const auto command = ParseTerminalCommand(words, problem);
+  if (!command) {
+    fmt::print(stderr, "{}\n\n{}", problem, kTerminalUsage);
+    return kWrongUsage;
+  }
+  if (command->kind == TerminalCommand::Kind::kHelp) {
+    fmt::print("{}", kTerminalUsage);
+    return 0;
+  }
+  if (command->kind == TerminalCommand::Kind::kVersion) {
+    fmt::print("Marovane {}\n", Program::Version());
+    return 0;
+  }
+  try {
+    return RunCommand(*command);
+  } catch (const std::exception& error) {
+    fmt::print(stderr, "無法執行：{}\n", error.what());
+    return TerminalCheck::kNoAnswer;
+  }
+}

@@ -1,0 +1,91 @@
+#include "app/terminal_check.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <array>
+#include <nlohmann/json.hpp>
+
+#include "app/compose.h"
+#include "platform/html.h"
+#include "platform/run_time_error.h"
+
+TerminalCheck::TerminalCheck(Composition& composition, bool json)
+    : composition_(composition), fetcher_(composition.program.machine), json_(json) {}
+
+void TerminalCheck::Check(const std::string& sentence) {
+  Ask(sentence);
+  Raise(composition_.program.app.gVerdict);
+  if (json_) {
+    PrintJson(sentence);
+  } else {
+    Print(sentence);
+  }
+}
+
+// As a learner would: the sentence is pasted into the box, and Enter pressed.
+void TerminalCheck::Ask(const std::string& sentence) {
+  Program& program = composition_.program;
+  FrmMain& frmMain = *composition_.frmMain;
+  composition_.frmBrowser->webOther.SetRenderer(&fetcher_);
+  if (!frmMain.Visible()) frmMain.Show();
+  frmMain.txtInput.SetFocus();
+  frmMain.txtInput.Text = sentence;
+  program.app.gVerdict.clear();
+  frmMain.lastAnswer = {};
+  int keyCode = kKeyEnter;
+  try {
+    frmMain.txtInput.KeyDown.Raise(keyCode);
+  } catch (const RunTimeError& error) {
+    fmt::print(stderr, "檢查中斷：{}\n", error.what());
+    program.app.gVerdict.clear();
+    frmMain.Enabled = true;
+  }
+  if (program.app.gVerdict.empty()) program.app.gVerdict = "STOP";
+}
+
+void TerminalCheck::Raise(const std::string& verdict) {
+  // From the mildest to the gravest.
+  constexpr std::array kOrder{kRight, kWatch, kErrors, kNoAnswer};
+  const ExitStatus status = verdict == "PASS"   ? kRight
+                            : verdict == "WARN" ? kWatch
+                            : verdict == "ERRS" ? kErrors
+                                                : kNoAnswer;
+  const auto rank = [&](int value) { return std::ranges::find(kOrder, value) - kOrder.begin(); };
+  if (rank(status) > rank(status_)) status_ = status;
+}
+
+std::string TerminalCheck::MarkedSentence(const std::string& sentence) const {
+  const auto& marked = composition_.frmMain->lastAnswer.sentence;
+  return marked.empty() ? sentence : marked;
+}
+
+std::string TerminalCheck::Outline() const {
+  const auto& errcode = composition_.frmMain->lastAnswer.errcode;
+  return errcode.empty() || errcode == "0" ? "" : composition_.errList.Outline(errcode);
+}
+
+void TerminalCheck::Print(const std::string& sentence) const {
+  const auto& verdict = composition_.program.app.gVerdict;
+  fmt::print("{}", verdict);
+  if (verdict != "STOP") {
+    const std::string outline = Outline();
+    const auto& errcode = composition_.frmMain->lastAnswer.errcode;
+    if (!outline.empty()) fmt::print("  {}  {}", errcode, outline);
+    fmt::print("\n{}\n\n{}", MarkedSentence(sentence), HtmlToText(fetcher_.Page()));
+  }
+  fmt::print("\n");
+  std::fflush(stdout);
+}
+
+void TerminalCheck::PrintJson(const std::string& sentence) const {
+  const auto& verdict = composition_.program.app.gVerdict;
+  const nlohmann::ordered_json line{{"sentence", sentence},
+                                    {"verdict", verdict},
+                                    {"errcode", composition_.frmMain->lastAnswer.errcode},
+                                    {"outline", verdict == "STOP" ? "" : Outline()},
+                                    {"marked", MarkedSentence(sentence)},
+                                    {"page", HtmlToText(fetcher_.Page())}};
+  fmt::print("{}\n", line.dump(-1, ' ', false, nlohmann::json::error_handler_t::replace));
+  std::fflush(stdout);
+}
