@@ -32,7 +32,8 @@ bool VirtualLoop::RunReady(Milliseconds realTime) {
 }
 
 void VirtualLoop::Pump(std::optional<Milliseconds> atMost) {
-  if (isWoken_.exchange(false) || RunReady(Milliseconds{0})) return;
+  const bool isWoken = isWoken_.exchange(false);
+  if (RunReady(Milliseconds{0}) || isWoken) return;
   if (atMost) {
     elapsed_ += *atMost;
     waited_ += *atMost;

@@ -1,0 +1,174 @@
+#include <gmock/gmock.h>
+
+#include <string>
+
+#include "platform/controls.h"
+#include "platform/run_time_error.h"
+#include "platform/timer.h"
+#include "platform/window.h"
+#include "tests/support/test_machine.h"
+
+namespace {
+
+using ::testing::ElementsAre;
+
+std::vector<std::string>& Log() {
+  static std::vector<std::string> log;
+  return log;
+}
+
+class FrmNote : public Form {
+ public:
+  explicit FrmNote(Machine& theMachine) : Form(theMachine, "frmNote") {
+    txtNote.LostFocus = [] { Log().emplace_back("lost"); };
+    txtNote.GotFocus = [] { Log().emplace_back("got"); };
+  }
+  void Form_Load() override {
+    Log().emplace_back("load");
+    if (unloadsItself) Unload();
+    if (fails) throw RunTimeError("no page");
+  }
+  void Form_Activate() override { Log().emplace_back("activate"); }
+  void Form_Deactivate() override { Log().emplace_back("deactivate"); }
+  void Form_Unload() override { Log().emplace_back("unload"); }
+
+  TextBox txtNote{*this, "txtNote"};
+  CommandButton cmdClose{*this, "cmdClose"};
+  std::string text = "alive";
+  static inline bool unloadsItself = false;
+  static inline bool fails = false;
+};
+
+class FormsTest : public ::testing::Test {
+ protected:
+  FormsTest() {
+    Log().clear();
+    FrmNote::unloadsItself = FrmNote::fails = false;
+  }
+  TestMachine machine_;
+  Window<FrmNote> frmNote{[this] { return std::make_shared<FrmNote>(machine_.machine); }};
+  Window<FrmNote> frmOther{[this] { return std::make_shared<FrmNote>(machine_.machine); }};
+};
+
+TEST_F(FormsTest, LoadsAtTheFirstReferenceAndAgainAfterAnUnload) {
+  EXPECT_FALSE(frmNote.IsLoaded());
+  frmNote->text = "changed";
+  EXPECT_THAT(Log(), ElementsAre("load"));
+  frmNote->Unload();
+  EXPECT_EQ(frmNote->text, "alive");
+  EXPECT_THAT(Log(), ElementsAre("load", "unload", "load"));
+  EXPECT_EQ(machine_.windows.OpenForms().size(), 1U);
+}
+
+TEST_F(FormsTest, LetsAHandlerUnloadItsOwnWindowAndGoOn) {
+  frmNote->Show();
+  FrmNote* const form = &*frmNote;
+  std::string after;
+  form->cmdClose.Click = [form, &after] {
+    form->Unload();
+    after = form->text;
+  };
+  machine_.user.Click(form->cmdClose);
+  EXPECT_EQ(after, "alive");
+  EXPECT_FALSE(frmNote.IsLoaded());
+  EXPECT_TRUE(machine_.windows.OpenForms().empty());
+}
+
+TEST_F(FormsTest, ComesThroughALoadThatUnloadsOrFails) {
+  FrmNote::unloadsItself = true;
+  EXPECT_EQ(frmNote->text, "alive");
+  EXPECT_FALSE(frmNote.IsLoaded());
+  FrmNote::unloadsItself = false;
+  FrmNote::fails = true;
+  EXPECT_THROW(frmNote->Show(), RunTimeError);
+  EXPECT_FALSE(frmNote.IsLoaded());
+  FrmNote::fails = false;
+  frmNote->Show();
+  EXPECT_TRUE(frmNote->Visible());
+}
+
+TEST_F(FormsTest, ForgetsAFormThatIsDestroyedWithTheFocus) {
+  {
+    FrmNote loose(machine_.machine);
+    loose.Show();
+    loose.txtNote.SetFocus();
+    Log().clear();
+    machine_.windows.Unloaded(loose);
+    loose.txtNote.SetFocus();
+    machine_.windows.Unloaded(loose);
+    Log().clear();
+  }
+  EXPECT_EQ(machine_.windows.Focused(), nullptr);
+  EXPECT_THAT(Log(), ElementsAre());
+}
+
+TEST_F(FormsTest, ADestroyedControlWithTheFocusHearsNothing) {
+  frmNote->Show();
+  {
+    TextBox passing(*frmNote, "txtPassing");
+    passing.LostFocus = [] { Log().emplace_back("the dead hear"); };
+    passing.SetFocus();
+    Log().clear();
+  }
+  EXPECT_EQ(machine_.windows.Focused(), nullptr);
+  EXPECT_THAT(Log(), ElementsAre());
+}
+
+struct ModalEnd {
+  const char* name;
+  std::function<void(Form&)> end;
+};
+
+class ModalTest : public FormsTest, public ::testing::WithParamInterface<ModalEnd> {};
+
+TEST_P(ModalTest, KeepsOthersOutUntilItGoes) {
+  frmNote->Show();
+  bool wasShut = false;
+  machine_.user.OnModal([&](Form& form) {
+    wasShut = !frmNote->AcceptsInput() && form.AcceptsInput();
+    GetParam().end(form);
+  });
+  frmOther->ShowModal();
+  EXPECT_TRUE(wasShut);
+  EXPECT_TRUE(frmNote->AcceptsInput());
+  EXPECT_EQ(machine_.windows.TopModal(), nullptr);
+}
+
+INSTANTIATE_TEST_SUITE_P(Ways, ModalTest,
+                         ::testing::Values(ModalEnd{"Hide", [](Form& form) { form.Hide(); }},
+                                           ModalEnd{"Unload", [](Form& form) { form.Unload(); }},
+                                           ModalEnd{"Invisible", [](Form& form) { form.Visible = false; }}),
+                         [](const auto& info) { return std::string(info.param.name); });
+
+TEST_F(FormsTest, RunsTimersOfOthersWhileAModalFormIsUp) {
+  int ticks = 0;
+  Timer timer(machine_.loop, 1000);
+  timer.onTick = [&] {
+    if (++ticks == 3) frmOther->Hide();
+  };
+  timer.Enabled = true;
+  frmOther->ShowModal();
+  EXPECT_EQ(ticks, 3);
+}
+
+TEST_F(FormsTest, TellsOfTheFocusAndTheActiveFormInOrder) {
+  frmNote->Show();
+  frmOther->Show();
+  Log().clear();
+  frmNote->txtNote.SetFocus();
+  frmNote->txtNote.SetFocus();
+  frmOther->cmdClose.SetFocus();
+  frmOther->Hide();
+  EXPECT_THAT(Log(),
+              ElementsAre("deactivate", "activate", "got", "deactivate", "activate", "lost", "deactivate"));
+}
+
+TEST_F(FormsTest, RefusesAnIndexOutsideAControlArray) {
+  FrmNote form(machine_.machine);
+  ControlArray<PictureBox, 3> picButtons(form, "picButtons");
+  EXPECT_THROW(picButtons(3), RunTimeError);
+  EXPECT_THROW(picButtons(-1), RunTimeError);
+  EXPECT_EQ(form.Find("picButtons_2"), &picButtons(2));
+}
+
+}  // namespace

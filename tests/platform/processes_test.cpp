@@ -1,0 +1,160 @@
+#include <fcntl.h>
+#include <gmock/gmock.h>
+#include <sys/wait.h>
+
+#include <algorithm>
+#include <stdexcept>
+#include <string>
+
+#include "platform/headless/poll_loop.h"
+#include "platform/host/host_environment.h"
+#include "platform/host/posix_files.h"
+#include "platform/host/posix_processes.h"
+#include "platform/run_time_error.h"
+#include "platform/timer.h"
+#include "tests/support/temp_home.h"
+
+namespace {
+
+using ::testing::HasSubstr;
+using ::testing::Not;
+namespace fs = std::filesystem;
+
+class ProcessesTest : public ::testing::Test {
+ protected:
+  ProcessesTest() {
+    guard_.onTick = [] { throw std::logic_error("nothing woke the loop"); };
+    guard_.Enabled = true;
+  }
+  // The test program under another name.
+  fs::path MakeProgram(const std::string& name) const {
+    const fs::path program = home_ / name;
+    fs::copy_file("/bin/sleep", program);
+    return program;
+  }
+  // A shell is only the program that is started here; nothing starts through one.
+  ProcessStart Shell(const std::string& script) const { return {"/bin/sh", {"-c", script}, home_.Path()}; }
+  bool IsListed(const std::string& end) const {
+    const auto processes = processes_.List();
+    return std::ranges::any_of(processes,
+                               [&end](const auto& process) { return process.name.ends_with(end); });
+  }
+  int FindId(const std::string& name) const {
+    for (const auto& process : processes_.List()) {
+      if (process.name == name) return process.id;
+    }
+    return 0;
+  }
+  void WaitForChildren() {
+    loop_.WaitUntil([this] { return processes_.Children().empty(); });
+  }
+
+  TempHome home_;
+  PollLoop loop_;
+  PosixProcesses processes_{loop_};
+  PosixFiles files_;
+  Timer guard_{loop_, 20'000};
+};
+
+TEST_F(ProcessesTest, StartsListsAndEndsAProgram) {
+  const std::string name = "my" + home_.Path().filename().string() + "tolvex2.exe";
+  EXPECT_FALSE(IsListed(name));
+  processes_.Start({MakeProgram(name), {"600"}, {}});
+  const int id = FindId(name);
+  ASSERT_GT(id, 0);
+  EXPECT_TRUE(processes_.Terminate(id));
+  // The end of the child is the only thing that can wake this wait.
+  loop_.WaitUntil([&] { return !IsListed(name); });
+  WaitForChildren();
+  EXPECT_EQ(kill(id, 0), -1);  // waited for, so that no zombie stays
+  EXPECT_FALSE(processes_.Terminate(id));
+}
+
+TEST_F(ProcessesTest, NeverListsAZombieNorTerminatesAGroup) {
+  const pid_t id = fork();
+  ASSERT_GE(id, 0);
+  if (id == 0) _exit(0);
+  siginfo_t ended;
+  ASSERT_EQ(waitid(P_PID, static_cast<id_t>(id), &ended, WEXITED | WNOWAIT), 0);
+  const auto processes = processes_.List();
+  const auto has = [&processes](int wanted) {
+    return std::ranges::count(processes, wanted, &ProcessInfo::id) > 0;
+  };
+  EXPECT_FALSE(has(id));
+  EXPECT_TRUE(has(getpid()));
+  waitpid(id, nullptr, 0);
+  EXPECT_FALSE(processes_.Terminate(0));
+  EXPECT_FALSE(processes_.Terminate(-1));
+}
+
+TEST_F(ProcessesTest, RefusesAProgramThatCannotStart) {
+  files_.Write(home_ / "no program", "text", false);
+  EXPECT_THROW(processes_.Start({home_ / "missing.exe", {}, {}}), RunTimeError);
+  EXPECT_THROW(processes_.Start({home_ / "no program", {}, {}}), RunTimeError);
+  EXPECT_THROW(processes_.Start({"/bin/true", {}, home_ / "missing"}), RunTimeError);
+  EXPECT_THROW(processes_.StartPiped({home_ / "missing.exe", {}, {}}), RunTimeError);
+  EXPECT_TRUE(processes_.Children().empty());
+}
+
+TEST_F(ProcessesTest, PassesArgumentsAsTheyAreAndWorksInTheFolder) {
+  const std::string odd = "C,1 $HOME 'a' \"b\" ;文 *";
+  processes_.Start({"/bin/sh", {"-c", R"(printf '%s' "$1" > out)", "sh", odd}, home_.Path()});
+  WaitForChildren();
+  EXPECT_EQ(files_.Read(home_ / "out"), odd);
+}
+
+TEST_F(ProcessesTest, GivesAChildNoneOfOurDescriptors) {
+  const int leak = dup2(open("/dev/zero", O_RDONLY), 77);
+  ASSERT_EQ(leak, 77);
+  processes_.Start(
+      Shell("for fd in /proc/self/fd/*; do readlink \"$fd\"; done > out; ls /proc/self/fd >> out"));
+  WaitForChildren();
+  close(leak);
+  const std::string out = files_.Read(home_ / "out");
+  EXPECT_THAT(out, HasSubstr("/dev/null\n"));
+  EXPECT_THAT(out, Not(HasSubstr("77")));
+  EXPECT_THAT(out, Not(HasSubstr("/dev/zero")));
+}
+
+TEST_F(ProcessesTest, ReadsAPipedChildByLineAndLetsItSeeItsInputEnd) {
+  auto child = processes_.StartPiped(Shell("printf 'root=http\\r\\n\\nlast'; cat; touch gone"));
+  EXPECT_EQ(child->ReadLine(10'000), "root=http");
+  EXPECT_EQ(child->ReadLine(10'000), "");
+  EXPECT_EQ(child->ReadLine(1), std::nullopt);  // no whole line yet
+  EXPECT_FALSE(files_.FileExists(home_ / "gone"));
+  child.reset();
+  WaitForChildren();
+  EXPECT_TRUE(files_.FileExists(home_ / "gone"));
+}
+
+TEST_F(ProcessesTest, ReadsTheLastLineOfAPipedChildThatEnded) {
+  const auto child = processes_.StartPiped(Shell("printf 'one\\ntwo'"));
+  EXPECT_EQ(child->ReadLine(10'000), "one");
+  EXPECT_EQ(child->ReadLine(10'000), "two");
+  EXPECT_EQ(child->ReadLine(10'000), std::nullopt);
+  WaitForChildren();
+}
+
+TEST_F(ProcessesTest, LeavesAChildRunningThatOutlivesThem) {
+  const std::string name = home_.Path().filename().string() + "stay.exe";
+  {
+    PosixProcesses passing(loop_);
+    passing.Start({MakeProgram(name), {"600"}, {}});
+  }
+  const int id = FindId(name);
+  ASSERT_GT(id, 0);
+  processes_.Terminate(id);
+  waitpid(id, nullptr, 0);
+}
+
+TEST(HostEnvironment, FindsTheFoldersByTheProgram) {
+  setenv("MAROVANE_TEST", "a=b", 1);
+  const Environment environment = ReadHostEnvironment("XQD");
+  EXPECT_EQ(environment.Variable("MAROVANE_TEST"), "a=b");
+  EXPECT_EQ(environment.Variable("MAROVANE_NOT_SET"), "");
+  EXPECT_EQ(environment.commandLine, "XQD");
+  EXPECT_TRUE(fs::exists(environment.helperFolder / "platform_test"));
+  EXPECT_EQ(environment.programFolder, environment.helperFolder.parent_path() / "share" / "marovane");
+}
+
+}  // namespace
