@@ -19,10 +19,17 @@ Composition::Composition(Machine& machine, InstallationValues installation)
       errList(program),
       frmStartUp(Make<FrmStartUp>(program)),
       frmMain(Make<FrmMain>(program, records)),
-      frmBrowser(Make<FrmBrowser>(program)) {
+      frmSplash(Make<FrmSplash>(program)),
+      frmMenu(Make<FrmMenu>(program)),
+      frmDebug(Make<FrmDebug>(program)),
+      frmBrowser(Make<FrmBrowser>(program)),
+      frmErrSentence(Make<FrmErrSentence>(program, records)) {
   auto& hall = program.hall;
   hall.frmMain.LeadsTo([this]() -> MainWindow& { return *frmMain; });
   hall.frmBrowser.LeadsTo([this]() -> Browser& { return *frmBrowser; });
+  hall.frmMenu.LeadsTo([this]() -> TextMenu& { return *frmMenu; });
+  hall.frmDebug.LeadsTo([this]() -> HallWindow& { return *frmDebug; });
+  hall.frmErrSentence.LeadsTo([this]() -> ErrorSentences& { return *frmErrSentence; });
   hall.unpackDataFiles = [this] { UnpackDataFiles(program); };
   hall.warmUpErrListDb = [this] { WarmUpErrListDb(program); };
   machine.loop.onUnhandledError = [this](const std::exception& error) {

@@ -1,10 +1,14 @@
 // All rooms put together: the one place that knows every window.
 #pragma once
 
+#include "checking/error_sentences.h"
 #include "checking/main_window.h"
+#include "core/debug_window.h"
 #include "core/message.h"
 #include "core/program.h"
+#include "core/splash.h"
 #include "core/start_up.h"
+#include "core/text_menu.h"
 #include "records/err_list_db.h"
 #include "records/record_db.h"
 #include "wordhelper/browser.h"
@@ -18,5 +22,9 @@ struct Composition {
   ErrListDb errList;
   Window<FrmStartUp> frmStartUp;
   Window<FrmMain> frmMain;
+  Window<FrmSplash> frmSplash;
+  Window<FrmMenu> frmMenu;
+  Window<FrmDebug> frmDebug;
   Window<FrmBrowser> frmBrowser;
+  Window<FrmErrSentence> frmErrSentence;
 };

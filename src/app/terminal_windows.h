@@ -3,6 +3,7 @@
 
 #include "platform/headless/headless_windows.h"
 
+class CommandButton;
 class FrmMessage;
 struct Program;
 

@@ -71,7 +71,7 @@ void FrmMain::BindInput() {
     program.app.gInputHasFocus = false;
   };
   txtInput.MouseUp = [this](int button) {
-    if (button == kRightButton && program.hall.frmMenu) program.hall.frmMenu->AsForm().Show();
+    if (button == kRightButton && program.hall.frmMenu) program.hall.frmMenu->PopUp();
   };
 }
 

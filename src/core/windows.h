@@ -45,6 +45,12 @@ class Splash : public HallWindow {
   virtual void StartClosing() = 0;  ///< enables `tmrHide`
 };
 
+/// `frmMenu`, the pop-up menu of the input box.
+class TextMenu : public HallWindow {
+ public:
+  virtual void PopUp() = 0;
+};
+
 /// `frmBrowser`. Mode 1 is its pane `webMain`, mode 2 `webOther`.
 class Browser : public HallWindow {
  public:
@@ -103,6 +109,7 @@ class UploadRun {
 struct Hall {
   Door<MainWindow> frmMain;
   Door<Splash> frmSplash;
+  Door<TextMenu> frmMenu;
   Door<Browser> frmBrowser;
   Door<Suggestions> frmSuggest;
   Door<WordHelper> frmCollocation;
@@ -112,7 +119,7 @@ struct Hall {
   Door<Essay> frmEssay;
   Door<UploadRun> frmUpload;
   Door<HallWindow> frmDiary, frmEssayInputEdu, frmEssayInputForm, frmEssayCollect, frmFeedback, frmSetup,
-      frmPassword, frmBindSelect, frmXQDLogin, frmMenu, frmDebug;
+      frmPassword, frmBindSelect, frmXQDLogin, frmDebug;
 
   // Steps of the start that live on higher floors or come with other rooms. An empty one is left out.
   std::function<void()> checkDatabaseBuild, unpackDataFiles, refreshUpdater, showPublisherNews, checkVersion,

@@ -97,3 +97,10 @@ std::vector<ErrSentence> RecordDb::ErrSentencesOf(std::chrono::year_month_day da
            });
   return sentences;
 }
+
+std::vector<std::string> RecordDb::SentencesWithCode(const std::string& errcode) {
+  std::vector<std::string> sentences;
+  Db().Run("select sentence from errsentence where upload <> 'D' and errcode = ?", {errcode},
+           [&](const DbRow& row) { sentences.push_back(row.Text(0)); });
+  return sentences;
+}

@@ -52,6 +52,8 @@ class RecordDb {
   /// Sentences of a day that are not deleted, the oldest first.
   std::vector<OkSentence> OkSentencesOf(std::chrono::year_month_day day);
   std::vector<ErrSentence> ErrSentencesOf(std::chrono::year_month_day day);
+  /// Stored texts of the sentences with an error code that are not deleted.
+  std::vector<std::string> SentencesWithCode(const std::string& errcode);
 
  private:
   Database& Db();

@@ -1,0 +1,64 @@
+#include "core/splash.h"
+
+#include "core/message.h"
+#include "core/settings.h"
+#include "platform/machine.h"
+
+FrmSplash::FrmSplash(Program& program)
+    : Form(program.machine, "frmSplash"),
+      tmrProgressFlash(program.machine.loop, 30, Timer::Kind::kVisual),
+      tmrHide(program.machine.loop, 2500),
+      program_(program),
+      fade_(*this) {
+  fade_.onShown = [this] { hasFadedIn_ = true; };
+  fade_.onGone = [this] { Leave(); };
+  tmrProgressFlash.onTick = [this] { MoveProgressFlash(imgProgressFlash, picProgress); };
+  tmrHide.onTick = [this] { closeForm(); };
+  cmdOK.Click = [this] { closeForm(); };
+}
+
+void FrmSplash::Form_Load() {
+  program_.app.gSplashShown = true;
+  lblVersion.Caption = Program::Version();
+  picBG.Left = 0;
+  picBG.Top = 0;
+  Width = picBG.Width;
+  Height = picBG.Height;
+  lblOnProgress.Caption = "正在載入中, 請稍候...";
+  lblOnProgress.Visible = false;
+  CenterForm(*this);
+  fade_.In();
+  Show();
+  machine.loop.DoEvents();
+  machine.loop.WaitUntil([this] { return hasFadedIn_; });
+  UploadSilently();
+  tmrProgressFlash.Enabled = true;
+  picProgress.Visible = true;
+  lblOnProgress.Visible = true;
+  machine.loop.DoEvents();
+}
+
+void FrmSplash::UploadSilently() {
+  auto& app = program_.app;
+  if (app.gAccountNo.empty() || !program_.hall.frmUpload) return;
+  app.gUploadAccountNo = app.gAccountNo;
+  app.gUploadFinished = false;
+  program_.hall.frmUpload->SyncProgress("NOMSG");
+  machine.loop.WaitUntil([&app] { return app.gUploadFinished; });
+  WriteNeedSync(program_, "N");
+}
+
+void FrmSplash::closeForm() {
+  tmrHide.Enabled = false;
+  fade_.Out();
+}
+
+void FrmSplash::Leave() {
+  lblOnProgress.Visible = false;
+  Unload();
+  if (program_.hall.frmBrowser) {
+    program_.hall.frmBrowser->GoNavigate(program_.app.gWebSiteRoot + "_htmls/MRV_manual.htm", 1);
+  }
+  program_.hall.frmMain->AsForm().Show();
+  program_.app.gSplashShown = false;
+}
