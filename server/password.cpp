@@ -8,7 +8,7 @@
 namespace marovane {
 
 constexpr unsigned long long kPasses = 2;
-constexpr std::size_t kMemory = 19 * 1024 * 1024;
+constexpr std::size_t kMemory = 19 << 20;  // bytes
 
 std::string HashPassword(const std::string& password) {
   std::array<char, crypto_pwhash_STRBYTES> hash{};

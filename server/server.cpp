@@ -18,7 +18,7 @@ namespace {
 constexpr std::size_t kKeptResults = 1000;
 constexpr std::size_t kLargestBody = 8 << 20;
 constexpr std::size_t kThreads = 16;
-constexpr int kBacklog = 128;
+constexpr int kBacklog = 128;  // callers that may wait for a thread
 constexpr time_t kReadSeconds = 10;
 constexpr const char* kContentType = "text/html; charset=big5";
 
@@ -47,7 +47,7 @@ bool IsHost(const std::string& host) {
 }
 
 /// One server a port: a second one is told that the port is taken.
-void SetSocketOptions(socket_t socket) {
+void SetSocketOptions(int socket) {
   const int yes = 1;
   setsockopt(socket, SOL_SOCKET, SO_REUSEADDR, &yes, sizeof yes);
 }
@@ -62,7 +62,6 @@ httplib::Headers CommonHeaders() {
 /// One request a connection: an idle one would hold a thread, and the end of the server up.
 void Configure(httplib::Server& http) {
   http.new_task_queue = [] { return new httplib::ThreadPool(kThreads); };
-  http.set_socket_options(SetSocketOptions);
   http.set_tcp_nodelay(true);
   http.set_keep_alive_max_count(1);
   http.set_read_timeout(kReadSeconds);
@@ -92,6 +91,7 @@ Server::Server(ServerOptions options, SharedEngine::Load load)
       services_{settings_, engine_, results_, *store_, accounts_},
       http_(std::make_unique<httplib::Server>()) {
   Configure(*http_);
+  http_->set_socket_options([this](int socket) { SetSocketOptions(socket_ = socket); });
   http_->Post(".*", [this](const auto& request, auto& response, const auto& readBody) {
     OnPost(request, response, readBody);
   });
@@ -125,7 +125,10 @@ void Server::Bind() {
   } else if (!http_->bind_to_port(options_.listen, options_.port)) {
     options_.port = 0;
   }
-  if (options_.port != 0) return;
+  if (options_.port != 0) {
+    ::listen(socket_, kBacklog);  // the library's own backlog of five turns a class away that clicks at once
+    return;
+  }
   throw std::runtime_error(
       fmt::format("cannot listen on {}: {}", options_.listen,
                   errno == 0 ? "no such address" : std::generic_category().message(errno)));

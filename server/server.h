@@ -62,6 +62,7 @@ class Server {
   Accounts accounts_;
   Services services_;
   std::unique_ptr<httplib::Server> http_;
+  int socket_ = -1;
   std::future<void> listening_;
 };
 

@@ -75,8 +75,10 @@ TEST(CheckPage, ServesTheResultPageUnderItsPath) {
 TEST(PageStore, KeepsTheNewestPages) {
   marovane::PageStore store(3);
   std::vector<std::string> paths;
+  paths.reserve(5);
   for (const char* page : {"1", "2", "3", "4", "5"}) paths.push_back(store.Keep(page));
   std::vector<std::string> found;
+  found.reserve(5);
   for (const std::string& path : paths) found.push_back(store.Find(path).value_or("gone"));
   EXPECT_THAT(found, ElementsAre("gone", "gone", "3", "4", "5"));
 }
@@ -115,10 +117,12 @@ TEST(CheckPage, EightLearnersAtOnceGetTheSameVerdicts) {
                                               "He go to school everyday.", "She don't like apples.",
                                               "There is many students.",   "I recieve your letter."};
   std::vector<std::string> alone;
+  alone.reserve(sentences.size());
   for (const std::string& sentence : sentences) alone.push_back(Verdict(server, sentence));
   EXPECT_THAT(alone[0], HasSubstr("OK_1")) << "the engine judges";
   std::atomic<int> same = 0;
   std::vector<std::thread> learners;
+  learners.reserve(8);
   for (std::size_t learner = 0; learner < 8; ++learner) {
     learners.emplace_back([&, learner] {
       for (std::size_t i = 0; i < 30; ++i) {

@@ -38,6 +38,7 @@ TEST(Store, CountsActsFromManyThreads) {
   const auto store = OpenSqliteStore(folder / "server.db");
   store->PutAccount("1", "x");
   std::vector<std::thread> threads;
+  threads.reserve(8);
   for (int i = 0; i < 8; ++i) {
     threads.emplace_back([&] {
       for (int j = 0; j < 25; ++j) store->CountAct("1", "2026-11-05", "collo");
