@@ -1,0 +1,48 @@
+// databuild: trains the models and compiles the engine's tables. Run without arguments for its usage.
+#include "engine/databuild/databuild.h"
+
+#include <fmt/format.h>
+
+#include <cstdio>
+#include <stdexcept>
+#include <string_view>
+
+namespace {
+
+constexpr std::string_view kUsage =
+    "usage:\n"
+    "  databuild tagger EWT_TAGGED MASC_TAGGED MODEL   train the tagger\n"
+    "  databuild counts COUNTS < TEXT                  count words, one sentence a line\n"
+    "  databuild tables MODEL COUNTS VERBS SCOWL_DIR WORDNET_DIR HUNSPELL_STEM TABLES RULES...\n"
+    "  databuild parser DICTIONARY_DIR SCOWL_DIR LEVEL TO_DIR\n";
+
+using tolvex::databuild::Sources;
+
+int Run(const std::vector<std::string>& args) {
+  const std::string step = args.empty() ? "" : args[0];
+  if (step == "tagger" && args.size() == 4) {
+    tolvex::databuild::TrainTagger(args[1], args[2], args[3]);
+  } else if (step == "counts" && args.size() == 2) {
+    tolvex::databuild::CountWords(args[1]);
+  } else if (step == "tables" && args.size() > 8) {
+    Sources sources{args[1], args[2], args[3], args[4], args[5], args[6], {}};
+    sources.rules.assign(args.begin() + 8, args.end());
+    tolvex::databuild::CompileTables(sources, args[7]);
+  } else if (step == "parser" && args.size() == 5) {
+    tolvex::databuild::TrimParserDictionary(args[1], args[2], std::stoi(args[3]), args[4]);
+  } else {
+    throw std::invalid_argument(std::string(kUsage));
+  }
+  return 0;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  try {
+    return Run({argv + 1, argv + argc});
+  } catch (const std::exception& error) {
+    fmt::print(stderr, "databuild: {}\n", error.what());
+    return 1;
+  }
+}

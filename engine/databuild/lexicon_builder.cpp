@@ -1,0 +1,320 @@
+#include "engine/databuild/lexicon_builder.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <cmath>
+#include <fstream>
+#include <hunspell/hunspell.hxx>
+#include <sstream>
+#include <stdexcept>
+
+#include "engine/tables/hash.h"
+
+namespace tolvex::databuild {
+namespace {
+
+constexpr int kRarestLevel = 70;
+constexpr int kCommonLevel = 40;  // words that may be proposed as another part of speech
+
+constexpr std::array<std::string_view, kPartCount> kWordNetParts = {"noun", "verb", "adj", "adv"};
+
+std::ifstream Open(const std::filesystem::path& path) {
+  std::ifstream in(path);
+  if (!in) throw std::runtime_error("cannot read " + path.string());
+  return in;
+}
+
+std::vector<std::string> SplitAtBlanks(const std::string& line) {
+  std::istringstream in(line);
+  std::vector<std::string> fields;
+  for (std::string field; in >> field;) fields.push_back(field);
+  return fields;
+}
+
+std::vector<std::string> SplitAtCommas(const std::string& text) {
+  std::istringstream in(text);
+  std::vector<std::string> parts;
+  for (std::string part; std::getline(in, part, ',');) parts.push_back(part);
+  return parts;
+}
+
+bool IsPlainWord(std::string_view word) {
+  return !word.empty() &&
+         std::all_of(word.begin(), word.end(), [](char c) { return IsLower(c) || IsUpper(c) || c == '-'; });
+}
+
+std::uint8_t EightLog(int count) {
+  return static_cast<std::uint8_t>(std::min(255.0, std::round(8 * std::log2(1.0 + count))));
+}
+
+int PartOfSenseType(char type) {
+  switch (type) {
+    case '1':
+      return 0;
+    case '2':
+      return 1;
+    case '4':
+      return 3;
+    default:
+      return 2;
+  }
+}
+
+int PartOfPointer(char part) { return part == 'n' ? 0 : part == 'v' ? 1 : part == 'r' ? 3 : 2; }
+
+struct Synset {
+  std::vector<std::string> words;
+  std::vector<std::array<std::string, 4>> pointers;  // symbol, offset, part, source and target
+};
+
+Synset ParseSynset(const std::string& line) {
+  const auto fields = SplitAtBlanks(line.substr(0, line.find(" | ")));
+  Synset synset;
+  const std::size_t count = std::stoul(fields.at(3), nullptr, 16);
+  for (std::size_t i = 0; i < count; ++i) {
+    const std::string& word = fields.at(4 + 2 * i);
+    synset.words.push_back(ToLower(word.substr(0, word.find('('))));
+  }
+  const std::size_t at = 4 + 2 * count;
+  const std::size_t pointers = std::stoul(fields.at(at));
+  for (std::size_t i = 0; i < pointers; ++i) {
+    const std::size_t p = at + 1 + 4 * i;
+    synset.pointers.push_back({fields.at(p), fields.at(p + 1), fields.at(p + 2), fields.at(p + 3)});
+  }
+  return synset;
+}
+
+}  // namespace
+
+LexiconBuilder::LexiconBuilder() = default;
+LexiconBuilder::~LexiconBuilder() = default;
+
+void LexiconBuilder::Read(const Sources& sources) {
+  hunspell_ = std::make_unique<Hunspell>((sources.hunspell.string() + ".aff").c_str(),
+                                         (sources.hunspell.string() + ".dic").c_str());
+  ReadScowl(sources.scowl);
+  ReadCounts(sources.counts);
+  ReadParts(sources.wordnet);
+  ReadSenseCounts(sources.wordnet);
+  ReadIrregularVerbs(sources.verbs);
+  ReadExceptions(sources.wordnet);
+  std::vector<std::string> lemmas;
+  for (const auto& [word, entry] : entries_) {
+    if (entry.level <= kKnownLevel && word.find('-') == std::string::npos) lemmas.push_back(word);
+  }
+  for (const std::string& lemma : lemmas) {
+    const int parts = entries_[lemma].parts;
+    if ((parts & kVerbPart) != 0) AddVerb(lemma);
+    if ((parts & kNounPart) != 0) AddNoun(lemma);
+    if ((parts & kAdjectivePart) != 0) AddAdjective(lemma);
+  }
+  ReadDerivations(sources.wordnet);
+  AddBe();
+}
+
+void LexiconBuilder::AddBe() {
+  const std::map<std::string, int> forms = {{"be", kBase},   {"is", kThird},        {"was", kPast},
+                                            {"were", kPast}, {"been", kParticiple}, {"being", kIng}};
+  for (const auto& [word, form] : forms) entries_[word].forms |= form;
+}
+
+void LexiconBuilder::ReadScowl(const std::filesystem::path& folder) {
+  for (const char* variety : {"english", "american", "british", "british_z", "canadian", "australian"}) {
+    for (const char* kind : {"words", "upper", "proper-names"}) {
+      for (const int level : {10, 20, 35, 40, 50, 55, 60, kRarestLevel}) {
+        std::ifstream in(folder / fmt::format("{}-{}.{}", variety, kind, level));
+        for (std::string word; std::getline(in, word);) {
+          if (IsPlainWord(word)) entries_[word].level = std::min(entries_[word].level, level);
+        }
+      }
+    }
+  }
+  if (entries_.empty()) throw std::runtime_error("no word lists in " + folder.string());
+}
+
+void LexiconBuilder::ReadCounts(const std::filesystem::path& file) {
+  std::ifstream in = Open(file);
+  std::string word;
+  for (int count = 0; in >> word >> count;) {
+    const auto found = entries_.find(word);
+    if (found != entries_.end()) found->second.count = count;
+  }
+}
+
+void LexiconBuilder::ReadParts(const std::filesystem::path& wordnet) {
+  for (int part = 0; part < kPartCount; ++part) {
+    std::ifstream in = Open(wordnet / fmt::format("index.{}", kWordNetParts[part]));
+    for (std::string line; std::getline(in, line);) {
+      const auto found = entries_.find(line.substr(0, line.find(' ')));
+      if (found != entries_.end()) found->second.parts |= 1 << part;
+    }
+  }
+}
+
+void LexiconBuilder::ReadSenseCounts(const std::filesystem::path& wordnet) {
+  std::ifstream in = Open(wordnet / "cntlist.rev");
+  std::string sense;
+  int number = 0;
+  for (int count = 0; in >> sense >> number >> count;) {
+    const auto percent = sense.find('%');
+    const auto found = entries_.find(sense.substr(0, percent));
+    if (found != entries_.end()) found->second.senses[PartOfSenseType(sense.at(percent + 1))] += count;
+  }
+}
+
+void LexiconBuilder::ReadIrregularVerbs(const std::filesystem::path& file) {
+  std::ifstream in = Open(file);
+  for (std::string line; std::getline(in, line);) {
+    const auto fields = SplitAtBlanks(line);
+    if (fields.empty() || line[0] == '#') continue;
+    if (fields.size() != 3)
+      throw std::runtime_error(fmt::format("{}: three words expected: {}", file.string(), line));
+    irregular_[fields[0]] = {SplitAtCommas(fields[1]), SplitAtCommas(fields[2])};
+  }
+}
+
+void LexiconBuilder::ReadExceptions(const std::filesystem::path& wordnet) {
+  for (auto* exceptions : {&nounExceptions_, &adjectiveExceptions_}) {
+    std::ifstream in = Open(wordnet / (exceptions == &nounExceptions_ ? "noun.exc" : "adj.exc"));
+    for (std::string line; std::getline(in, line);) {
+      const auto fields = SplitAtBlanks(line);
+      if (fields.size() == 2 && fields[0] != fields[1]) (*exceptions)[fields[1]].push_back(fields[0]);
+    }
+  }
+  nounExceptions_["person"] = {"people", "persons"};
+}
+
+bool LexiconBuilder::IsKnown(const std::string& word) const {
+  const auto found = entries_.find(word);
+  return (found != entries_.end() && found->second.level <= kKnownLevel) || hunspell_->spell(word);
+}
+
+std::vector<std::string> LexiconBuilder::Known(const std::vector<std::string>& candidates) const {
+  std::vector<std::string> known;
+  std::copy_if(candidates.begin(), candidates.end(), std::back_inserter(known),
+               [&](const std::string& word) { return IsKnown(word); });
+  return known;
+}
+
+void LexiconBuilder::Connect(const std::string& lemma, const std::string& form, Relation relation,
+                             Relation back, int forms) {
+  entries_[lemma].links.insert({relation, form});
+  Entry& entry = entries_[form];
+  entry.level = std::min(entry.level, kKnownLevel);
+  entry.forms |= forms;
+  entry.links.insert({back, lemma});
+}
+
+void LexiconBuilder::AddVerb(const std::string& verb) {
+  // As verbs of their own these are so rare that a learner means the past of "see", "fall"…
+  static const std::set<std::string> kRatherPast = {"saw",  "fell",   "felt", "wound",
+                                                    "bore", "ground", "are",  "am"};
+  if (verb == "be" || verb.size() < 2 || kRatherPast.count(verb) != 0) return;
+  const auto irregular = irregular_.find(verb);
+  const auto regular = Known(PastCandidates(verb));
+  const auto& past = irregular == irregular_.end() ? regular : irregular->second.first;
+  const auto& participle = irregular == irregular_.end() ? regular : irregular->second.second;
+  const auto ing = Known(IngCandidates(verb));
+  const std::string third = verb == "have" ? "has" : SForm(verb);
+  if (past.empty() || ing.empty()) return;
+  entries_[verb].forms |= kBase;
+  for (const auto& form : past) Connect(verb, form, Relation::kPast, Relation::kIsPastOf, kPast);
+  for (const auto& form : participle) {
+    Connect(verb, form, Relation::kParticiple, Relation::kIsParticipleOf, kParticiple);
+  }
+  for (const auto& form : ing) Connect(verb, form, Relation::kIng, Relation::kIsIngOf, kIng);
+  Connect(verb, third, Relation::kThird, Relation::kIsThirdOf, kThird);
+}
+
+void LexiconBuilder::AddNoun(const std::string& noun) {
+  const auto exception = nounExceptions_.find(noun);
+  const auto plurals =
+      Known(exception == nounExceptions_.end() ? std::vector<std::string>{SForm(noun)} : exception->second);
+  const bool unchanged =
+      plurals.empty() || plurals[0] == noun || entries_[noun].links.count({Relation::kIsPluralOf, noun}) != 0;
+  if (unchanged) return;
+  entries_[noun].forms |= kSingular;
+  for (const auto& plural : plurals) Connect(noun, plural, Relation::kPlural, Relation::kIsPluralOf, kPlural);
+}
+
+void LexiconBuilder::AddAdjective(const std::string& adjective) {
+  std::vector<std::string> comparative = Known(CompareCandidates(adjective, "er"));
+  std::vector<std::string> superlative = Known(CompareCandidates(adjective, "est"));
+  const auto exception = adjectiveExceptions_.find(adjective);
+  if (exception != adjectiveExceptions_.end()) {
+    for (const std::string& form : Known(exception->second)) {
+      (form.ends_with("st") ? superlative : comparative).push_back(form);
+    }
+  }
+  if (comparative.empty() || superlative.empty()) return;
+  entries_[adjective].forms |= kPositive;
+  Connect(adjective, comparative[0], Relation::kComparative, Relation::kIsComparativeOf, kComparative);
+  Connect(adjective, superlative[0], Relation::kSuperlative, Relation::kIsSuperlativeOf, kSuperlative);
+}
+
+void LexiconBuilder::ReadDerivations(const std::filesystem::path& wordnet) {
+  std::map<std::pair<int, std::string>, Synset> synsets;
+  for (int part = 0; part < kPartCount; ++part) {
+    std::ifstream in = Open(wordnet / fmt::format("data.{}", kWordNetParts[part]));
+    for (std::string line; std::getline(in, line);) {
+      if (line[0] != ' ') synsets[{part, line.substr(0, line.find(' '))}] = ParseSynset(line);
+    }
+  }
+  const auto common = [&](const std::string& word) {
+    const auto found = entries_.find(word);
+    return found != entries_.end() && found->second.level <= kCommonLevel;
+  };
+  for (const auto& [key, synset] : synsets) {
+    for (const auto& [symbol, offset, part, numbers] : synset.pointers) {
+      if ((symbol != "+" && symbol != "\\") || numbers == "0000") continue;
+      const auto target = synsets.find({PartOfPointer(part[0]), offset});
+      if (target == synsets.end()) continue;
+      const std::string& from = synset.words.at(std::stoul(numbers.substr(0, 2), nullptr, 16) - 1);
+      const std::string& to = target->second.words.at(std::stoul(numbers.substr(2), nullptr, 16) - 1);
+      if (from == to || from.substr(0, 3) != to.substr(0, 3) || !common(from) || !common(to)) continue;
+      entries_[from].links.insert({Relation::kDerived, to});
+      entries_[to].links.insert({Relation::kDerived, from});
+    }
+  }
+}
+
+void LexiconBuilder::AddTo(TableWriter& writer) const {
+  std::map<std::string, std::uint32_t> number;
+  for (const auto& [text, entry] : entries_) number.emplace(text, static_cast<std::uint32_t>(number.size()));
+  std::vector<Word> words;
+  std::vector<Link> links;
+  std::string texts;
+  for (const auto& [text, entry] : entries_) {
+    Word word;
+    word.text = static_cast<std::uint32_t>(texts.size());
+    word.links = static_cast<std::uint32_t>(links.size());
+    word.letters = LetterSet(text);
+    word.forms = static_cast<std::uint16_t>(entry.forms);
+    word.length = static_cast<std::uint8_t>(text.size());
+    word.level = static_cast<std::uint8_t>(entry.level);
+    word.parts = static_cast<std::uint8_t>(entry.parts);
+    word.frequency = EightLog(entry.count);
+    for (int part = 0; part < kPartCount; ++part) word.senses[part] = EightLog(entry.senses[part]);
+    std::vector<std::pair<Relation, std::string>> ordered(entry.links.begin(), entry.links.end());
+    std::stable_sort(ordered.begin(), ordered.end(), [&](const auto& a, const auto& b) {
+      return entries_.at(a.second).count > entries_.at(b.second).count;
+    });
+    for (const auto& [relation, other] : ordered) links.push_back({number.at(other), relation, {}});
+    word.linkCount = static_cast<std::uint16_t>(ordered.size());
+    texts += text;
+    words.push_back(word);
+  }
+  std::vector<std::uint32_t> slots(1U << 19U);
+  for (const auto& [text, index] : number) {
+    std::size_t i = HashText(text) & (slots.size() - 1);
+    while (slots[i] != 0) i = (i + 1) & (slots.size() - 1);
+    slots[i] = index + 1;
+  }
+  writer.AddArray("lexicon.words", words);
+  writer.AddArray("lexicon.links", links);
+  writer.AddArray("lexicon.slots", slots);
+  writer.AddText("lexicon.text", texts);
+}
+
+}  // namespace tolvex::databuild

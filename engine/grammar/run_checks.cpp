@@ -1,0 +1,14 @@
+#include <array>
+
+#include "engine/grammar/checks.h"
+
+namespace tolvex {
+
+void RunChecks(const Sentence& sentence, Findings& findings) {
+  static constexpr std::array kChecks = {
+      CheckSurface, CheckPronounAgreement, CheckNounAgreement, CheckThereBe,    CheckVerbGroup,
+      CheckNumber,  CheckArticle,          CheckTense,         CheckComparison, CheckShape};
+  for (const auto check : kChecks) check(sentence, findings);
+}
+
+}  // namespace tolvex

@@ -1,0 +1,92 @@
+// Capitals, end marks, doubled words, blanks around punctuation.
+#include <array>
+
+#include "engine/grammar/checks.h"
+
+namespace tolvex {
+namespace {
+
+bool IsPause(const std::string& text) {
+  return text == "," || text == "." || text == "?" || text == "!" || text == ";";
+}
+
+void CheckFirstCapital(const Sentence& sentence, Findings& findings) {
+  for (int i = 0; i < sentence.Size(); ++i) {
+    const Token& token = sentence.At(i);
+    if (!token.IsWord() && !IsDigit(token.text[0])) continue;
+    if (IsLower(token.text[0])) findings.Add("first-capital", i, i, {Capitalised(token.text)});
+    return;
+  }
+}
+
+void CheckEndMark(const Sentence& sentence, Findings& findings) {
+  const int last = sentence.Size() - 1;
+  static const WordSet kEnds = {".", "?", "!", "\"", "'", ")", ":", "...", "..", "'s"};
+  if (last < 1 || kEnds.count(sentence.At(last).text) != 0) return;
+  const std::string& word = sentence.At(last).text;
+  const std::string mark = sentence.AnyBefore(1, {"what", "who", "where", "when", "why", "how"}) ? "?" : ".";
+  const bool isPause = word == "," || word == ";";
+  findings.Add("end-mark", last, last, {isPause ? mark : word + mark});
+}
+
+void CheckDoubledWord(const Sentence& sentence, Findings& findings, int i) {
+  static const WordSet kMayDouble = {"that", "had",   "very", "so",  "really", "is",   "bye",
+                                     "more", "many",  "no",   "ha",  "long",   "blah", "never",
+                                     "far",  "again", "yes",  "her", "you"};
+  const Token& token = sentence.At(i);
+  if (i == 0 || !token.IsWord() || token.lower != sentence.Lower(i - 1)) return;
+  if (kMayDouble.count(token.lower) == 0 && token.lower[0] != '\'') {
+    findings.Add("doubled-word", i - 1, i, {sentence.At(i - 1).text});
+  }
+}
+
+void CheckSpacing(const Sentence& sentence, Findings& findings, int i) {
+  const Token& token = sentence.At(i);
+  const Token& before = sentence.At(i - 1);
+  if (i == 0) return;
+  if (IsPause(token.text) && token.spaceBefore && before.text != "\"") {
+    findings.Add("blank-before-mark", i - 1, i, {before.text + token.text});
+  }
+  if (before.text == "," && !token.spaceBefore && token.IsWord()) {
+    findings.Add("blank-after-mark", i - 1, i, {", " + token.text});
+  }
+  if (before.text == "," && (token.text == "," || token.text == ".")) {
+    findings.Add("doubled-mark", i - 1, i, {token.text});
+  }
+}
+
+void CheckNameInSmallLetters(const Sentence& sentence, Findings& findings, int i) {
+  const Token& token = sentence.At(i);
+  if (!IsLower(token.text[0]) || token.text.size() < 3) return;
+  if (findings.List("always_capital").count(token.lower) != 0) {
+    findings.Add("name-capital", i, i, {Capitalised(token.text)});
+  }
+}
+
+// "He Is my friend": small words never take a capital inside a sentence, unless it is a title.
+void CheckStrayCapital(const Sentence& sentence, Findings& findings, int i) {
+  const Token& token = sentence.At(i);
+  const bool likeWord = token.IsCapitalised() && (token.text.size() < 2 || IsLower(token.text[1]));
+  if (i == 0 || !likeWord || findings.List("small_words").count(token.lower) == 0) return;
+  static const WordSet kMayOpen = {".", "\"", "'", ":", "(", "?", "!", "-", "--", "..."};
+  const bool opens = kMayOpen.count(sentence.At(i - 1).text) != 0 || !sentence.At(i - 1).IsWord();
+  const bool inTitle = sentence.IsName(i - 1) || sentence.IsName(i + 1);
+  if (!opens && !inTitle) findings.Add("stray-capital", i, i, {token.lower});
+}
+
+}  // namespace
+
+void CheckSurface(const Sentence& sentence, Findings& findings) {
+  CheckFirstCapital(sentence, findings);
+  CheckEndMark(sentence, findings);
+  for (int i = 0; i < sentence.Size(); ++i) {
+    const bool initial = sentence.At(i + 1).text == ".";
+    if (sentence.At(i).text == "i" && !initial && i > 0) findings.Add("capital-i", i, i, {"I"});
+    CheckDoubledWord(sentence, findings, i);
+    CheckSpacing(sentence, findings, i);
+    CheckNameInSmallLetters(sentence, findings, i);
+    CheckStrayCapital(sentence, findings, i);
+  }
+}
+
+}  // namespace tolvex

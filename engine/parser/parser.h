@@ -1,0 +1,40 @@
+// Link-grammar as a judge: does a sentence have a complete linkage?
+#pragma once
+
+#include <filesystem>
+#include <memory>
+#include <string>
+
+#include "engine/text/sentence.h"
+
+namespace tolvex {
+
+class Parser {
+ public:
+  /// Loads the dictionary folder kParserLanguage in dataDir. Throws std::runtime_error when it cannot.
+  explicit Parser(const std::filesystem::path& dataDir);
+  ~Parser();
+  Parser(const Parser&) = delete;
+  Parser& operator=(const Parser&) = delete;
+
+  /// Whether the whole text has a linkage. One parse of a sentence of 20 words takes some milliseconds.
+  bool Accepts(const std::string& text) const;
+
+  /// The same with allowances: an opener ("Second,") may be left out, and clauses may be parsed apart.
+  bool AcceptsLoosely(const Sentence& sentence) const;
+
+ private:
+  bool AcceptsPart(const Sentence& sentence, int first, int end, int& parsesLeft) const;
+
+  struct Handle;
+  std::unique_ptr<Handle> handle_;
+};
+
+/// The name under which the dictionary lies: link-grammar looks for a language in the working directory
+/// first, and a name of our own keeps it from finding another one there.
+inline constexpr const char* kParserLanguage = "en-tolvex";
+
+/// Longer sentences are not parsed: the time grows with the third power of the length.
+inline constexpr int kMostParsedTokens = 32;
+
+}  // namespace tolvex

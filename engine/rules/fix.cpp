@@ -1,0 +1,96 @@
+#include "engine/rules/fix.h"
+
+#include <algorithm>
+#include <optional>
+
+namespace tolvex {
+namespace {
+
+std::string VerbForm(const Lexicon& lexicon, std::string_view word, Form form) {
+  const std::string_view lemma = lexicon.VerbLemma(word);
+  return lemma.empty() ? "" : lexicon.Inflect(lemma, form);
+}
+
+std::string Reformed(const Lexicon& lexicon, const std::string& word, std::string_view form) {
+  if (form == "base") return std::string(lexicon.VerbLemma(word));
+  if (form == "third") return VerbForm(lexicon, word, kThird);
+  if (form == "past") return VerbForm(lexicon, word, kPast);
+  if (form == "part") return VerbForm(lexicon, word, kParticiple);
+  if (form == "ing") return VerbForm(lexicon, word, kIng);
+  if (form == "pl") return std::string(lexicon.First(word, Relation::kPlural));
+  if (form == "sg") return std::string(lexicon.First(word, Relation::kIsPluralOf));
+  if (form == "comp") return std::string(lexicon.First(word, Relation::kComparative));
+  if (form == "sup") return std::string(lexicon.First(word, Relation::kSuperlative));
+  if (form == "noun") return Derived(lexicon, word, kNounPart);
+  if (form == "adj") return Derived(lexicon, word, kAdjectivePart);
+  if (form == "verb") return Derived(lexicon, word, kVerbPart);
+  if (form == "adv") return Derived(lexicon, word, kAdverbPart);
+  return {};
+}
+
+// The words of "{2}" or "{2:ing}"; nothing when the form does not exist.
+std::optional<std::string> FillPlace(const std::string& item, const Sentence& sentence,
+                                     const std::vector<TokenRange>& places) {
+  const std::size_t element = std::stoul(item.substr(1)) - 1;
+  const TokenRange place = element < places.size() ? places[element] : TokenRange();
+  if (place.last < place.first) return "";
+  const auto colon = item.find(':');
+  if (colon == std::string::npos) return TextOf(sentence, place.first, place.last);
+  const std::string form = item.substr(colon + 1, item.size() - colon - 2);
+  const std::string word = Reformed(sentence.Words(), sentence.Lower(place.last), form);
+  if (word.empty()) return std::nullopt;
+  return word;
+}
+
+std::optional<std::string> FillTemplate(const std::vector<std::string>& items, const Sentence& sentence,
+                                        const std::vector<TokenRange>& places) {
+  std::string text;
+  for (const std::string& item : items) {
+    const bool place = item.size() > 2 && item[0] == '{';
+    const auto filled = place ? FillPlace(item, sentence, places) : std::optional<std::string>(item);
+    if (!filled) return std::nullopt;
+    if (!text.empty() && !filled->empty() && *filled != ",") text += ' ';
+    text += *filled;
+  }
+  return text;
+}
+
+}  // namespace
+
+std::string TextOf(const Sentence& sentence, int first, int last) {
+  std::string text;
+  for (int i = first; i <= last; ++i) {
+    if (i > first && sentence.At(i).spaceBefore) text += ' ';
+    text += sentence.At(i).text;
+  }
+  return text;
+}
+
+std::string Derived(const Lexicon& lexicon, std::string_view word, Part part) {
+  const Word* entry = lexicon.Find(word);
+  if (entry == nullptr) return {};
+  for (const std::string_view other : lexicon.Related(*entry, Relation::kDerived)) {
+    const Word* candidate = lexicon.Find(other);
+    const bool fits = candidate != nullptr && (IsMostly(*candidate, part) || candidate->parts == part);
+    if (fits) return std::string(other);
+  }
+  return {};
+}
+
+std::vector<std::string> FillFixes(const Rule& rule, const Sentence& sentence,
+                                   const std::vector<TokenRange>& places) {
+  const int first = places[static_cast<std::size_t>(rule.spanFirst)].first;
+  std::vector<std::string> corrections;
+  for (const auto& items : rule.fixes) {
+    auto text = FillTemplate(items, sentence, places);
+    if (!text) continue;
+    if (sentence.At(first).IsCapitalised() && (first == 0 || sentence.IsName(first)))
+      text = Capitalised(*text);
+    if (std::find(corrections.begin(), corrections.end(), *text) == corrections.end()) {
+      corrections.push_back(std::move(*text));
+    }
+  }
+  return corrections;
+}
+
+}  // namespace tolvex

@@ -1,0 +1,31 @@
+// Fills the correction templates of a rule.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "engine/rules/rule.h"
+#include "engine/text/sentence.h"
+
+namespace tolvex {
+
+/// Tokens [first, last] that an element of a pattern took.
+struct TokenRange {
+  int first = 0;
+  int last = -1;
+};
+
+/// The corrections of a match. A template word is a plain word or "{n}", the words that element n (from 1)
+/// took, or "{n:form}", those words inflected: base third past part ing (verbs), pl sg (nouns), comp sup
+/// (adjectives), noun adj verb adv (another part of speech with the same root). A template with a form that
+/// the lexicon does not know is left out.
+std::vector<std::string> FillFixes(const Rule& rule, const Sentence& sentence,
+                                   const std::vector<TokenRange>& places);
+
+/// A word of the same root that is mostly this part of speech, the commonest first; empty when there is none.
+std::string Derived(const Lexicon& lexicon, std::string_view word, Part part);
+
+/// Tokens [first, last] as they were written.
+std::string TextOf(const Sentence& sentence, int first, int last);
+
+}  // namespace tolvex

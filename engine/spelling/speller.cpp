@@ -1,0 +1,163 @@
+#include "engine/spelling/speller.h"
+
+#include <algorithm>
+#include <array>
+#include <bit>
+
+namespace tolvex {
+namespace {
+
+constexpr int kRarestSuggestion = 55;
+constexpr int kMostCost = 25;
+constexpr std::size_t kLongest = 40;
+constexpr int kMostLettersApart = 4;
+
+bool IsVowel(char c) { return std::string_view("aeiouy").find(c) != std::string_view::npos; }
+
+bool SoundAlike(char a, char b) {
+  static constexpr std::array<std::string_view, 7> kGroups = {"cks", "sz", "fv", "gj", "mn", "td", "wv"};
+  if (IsVowel(a) && IsVowel(b)) return true;
+  return std::any_of(kGroups.begin(), kGroups.end(), [&](std::string_view group) {
+    return group.find(a) != std::string_view::npos && group.find(b) != std::string_view::npos;
+  });
+}
+
+int ExchangeCost(char a, char b) {
+  if (a == b) return 0;
+  return SoundAlike(a, b) ? 8 : 11;
+}
+
+// A letter too many or too few costs less when it doubles its neighbour or is a silent e.
+int GapCost(std::string_view word, std::size_t i) {
+  const bool doubles = (i > 0 && word[i - 1] == word[i]) || (i + 1 < word.size() && word[i + 1] == word[i]);
+  if (doubles) return 5;
+  return IsVowel(word[i]) || word[i] == 'h' ? 8 : 10;
+}
+
+// Commoner words are cheaper, and so are words with the same first letter.
+int Penalty(const Word& word, std::string_view text, std::string_view written) {
+  const int rare = std::max(0, 110 - static_cast<int>(word.frequency)) / 12;
+  const int first = text[0] == written[0] ? 0 : 6;
+  return rare + first + (word.level > 40 ? 3 : 0);
+}
+
+std::vector<std::string> SplitAtHyphens(const std::string& word) {
+  std::vector<std::string> parts;
+  std::size_t at = 0;
+  while (at <= word.size()) {
+    const auto end = std::min(word.find_first_of("-/", at), word.size());
+    parts.push_back(word.substr(at, end - at));
+    at = end + 1;
+  }
+  return parts;
+}
+
+}  // namespace
+
+int EditCost(std::string_view written, std::string_view meant, int limit) {
+  std::array<std::array<int, kLongest + 1>, 3> rows = {};
+  for (std::size_t j = 1; j <= meant.size(); ++j) rows[0][j] = rows[0][j - 1] + GapCost(meant, j - 1);
+  for (std::size_t i = 1; i <= written.size(); ++i) {
+    auto& row = rows[i % 3];
+    const auto& above = rows[(i + 2) % 3];
+    const auto& second = rows[(i + 1) % 3];
+    row[0] = above[0] + GapCost(written, i - 1);
+    int least = row[0];
+    for (std::size_t j = 1; j <= meant.size(); ++j) {
+      int cost = above[j - 1] + ExchangeCost(written[i - 1], meant[j - 1]);
+      cost = std::min(cost, above[j] + GapCost(written, i - 1));
+      cost = std::min(cost, row[j - 1] + GapCost(meant, j - 1));
+      const bool swapped = i > 1 && j > 1 && written[i - 1] == meant[j - 2] && written[i - 2] == meant[j - 1];
+      if (swapped && written[i - 1] != written[i - 2]) cost = std::min(cost, second[j - 2] + 7);
+      row[j] = cost;
+      least = std::min(least, cost);
+    }
+    if (least > limit) return limit + 10;
+  }
+  return rows[written.size() % 3][meant.size()];
+}
+
+Speller::Speller(const Lexicon& lexicon) : lexicon_(lexicon) {
+  for (const Word& word : lexicon.Words()) {
+    const std::string_view text = lexicon.Text(word);
+    const bool plain = std::all_of(text.begin(), text.end(), IsLower);
+    if (word.level <= kRarestSuggestion && plain && text.size() > 1) candidates_.push_back(&word);
+  }
+}
+
+bool Speller::Knows(const Token& token) const {
+  if (token.text.size() < 2 || lexicon_.Knows(token.text)) return true;
+  if (token.text.find_first_of("-/") != std::string::npos) {
+    const auto parts = SplitAtHyphens(token.text);
+    return std::all_of(parts.begin(), parts.end(), [&](const auto& part) {
+      return part.size() < 2 || lexicon_.Knows(part) || IsDigit(part[0]);
+    });
+  }
+  static constexpr std::array<std::string_view, 7> kPrefixes = {"un",    "non", "re",  "over",
+                                                                "under", "pre", "anti"};
+  return std::any_of(kPrefixes.begin(), kPrefixes.end(), [&](std::string_view prefix) {
+    const Word* rest =
+        token.lower.starts_with(prefix) ? lexicon_.Find(token.lower.substr(prefix.size())) : nullptr;
+    return token.lower.size() > 7 && rest != nullptr && rest->level <= 35;
+  });
+}
+
+std::vector<std::string> Speller::Suggest(std::string_view word, std::size_t most) const {
+  if (word.size() > kLongest - 3) return {};
+  const std::uint32_t letters = LetterSet(word);
+  std::vector<std::pair<int, std::string_view>> ranked;
+  for (const Word* candidate : candidates_) {
+    const int lengthApart = std::abs(static_cast<int>(candidate->length) - static_cast<int>(word.size()));
+    if (lengthApart > 2 || std::popcount(letters ^ candidate->letters) > kMostLettersApart) continue;
+    const std::string_view text = lexicon_.Text(*candidate);
+    const int cost = EditCost(word, text, kMostCost);
+    if (cost <= kMostCost) ranked.emplace_back(cost + Penalty(*candidate, text, word), text);
+  }
+  std::sort(ranked.begin(), ranked.end());
+  std::vector<std::string> suggestions;
+  for (const auto& [cost, text] : ranked) {
+    if (suggestions.size() == most || cost > ranked[0].first + 12) break;
+    suggestions.emplace_back(text);
+  }
+  return suggestions;
+}
+
+void Speller::CheckWord(const Sentence& sentence, Findings& findings, int i) const {
+  constexpr std::size_t kMostSuggestions = 3;
+  const Token& token = sentence.At(i);
+  if (IsLower(token.text[0]) && lexicon_.Knows(Capitalised(token.text))) {
+    findings.Add("name-capital", i, i, {Capitalised(token.text)});
+    return;
+  }
+  const bool shout = token.text.size() > 1 && IsUpper(token.text[0]) && IsUpper(token.text[1]);
+  if (shout || findings.List("accepted_words").count(token.lower) != 0) return;
+  if (sentence.IsName(i)) {
+    findings.Add("unknown-name", i, i, {});
+    return;
+  }
+  auto suggestions = Suggest(token.lower, kMostSuggestions);
+  if (token.IsCapitalised()) {
+    if (suggestions.empty()) {
+      findings.Add("unknown-name", i, i, {});
+      return;
+    }
+    for (auto& suggestion : suggestions) suggestion = Capitalised(suggestion);
+  }
+  findings.Add("misspelled", i, i, std::move(suggestions));
+}
+
+void Speller::Check(const Sentence& sentence, Findings& findings) const {
+  int looked = 0;
+  for (int i = 0; i < sentence.Size(); ++i) {
+    const Token& token = sentence.At(i);
+    const bool contracted = token.text[0] == '\'' || token.lower == "n't" || sentence.Is(i + 1, {"n't"});
+    const bool foreign = std::any_of(token.text.begin(), token.text.end(),
+                                     [](char c) { return static_cast<unsigned char>(c) > 127; });
+    if (!token.IsWord() || contracted || foreign || Knows(token)) continue;
+    constexpr int kMostUnknown = 12;  // a text of unknown words is no English; keep the time bounded
+    if (++looked > kMostUnknown) return;
+    CheckWord(sentence, findings, i);
+  }
+}
+
+}  // namespace tolvex

@@ -1,0 +1,39 @@
+// Finds misspelled words and proposes known ones.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "engine/lexicon/lexicon.h"
+#include "engine/rules/finding.h"
+#include "engine/text/sentence.h"
+
+namespace tolvex {
+
+class Speller {
+ public:
+  /// Gathers the words that may be proposed. The lexicon must outlive the speller.
+  explicit Speller(const Lexicon& lexicon);
+
+  /// Whether a word is right as written, also as a compound ("well-known") or behind a prefix ("unhelpful").
+  bool Knows(const Token& token) const;
+
+  /// Known words that the misspelled one may stand for, best first, at most `most`.
+  std::vector<std::string> Suggest(std::string_view word, std::size_t most) const;
+
+  /// Adds a finding for each unknown word. A capitalised word inside the sentence may be a name.
+  void Check(const Sentence& sentence, Findings& findings) const;
+
+ private:
+  void CheckWord(const Sentence& sentence, Findings& findings, int i) const;
+
+  const Lexicon& lexicon_;
+  std::vector<const Word*> candidates_;  // common words, by length
+};
+
+/// Optimal string alignment distance in tenths, at most `limit` + 10 when it is larger. Swapped neighbours,
+/// doubled letters and confused vowels cost less than other edits.
+int EditCost(std::string_view written, std::string_view meant, int limit);
+
+}  // namespace tolvex
