@@ -11,17 +11,6 @@ namespace {
 constexpr int kSchemaVersion = 1;
 constexpr const char* kStoredApostrophe = "’";
 
-// A stored text never holds a plain apostrophe.
-std::string Stored(const std::string& text) { return Replace(text, "'", kStoredApostrophe); }
-
-std::string IsoDay(std::chrono::year_month_day day) { return FormatDatePadded(day, "-"); }
-
-std::chrono::year_month_day DayFrom(const std::string& iso) {
-  std::chrono::year_month_day day{};
-  if (!ParseDate(iso, day)) throw RunTimeError("a record has the date \"" + iso + "\"");
-  return day;
-}
-
 std::int64_t SchemaVersionOf(Database& db) {
   std::int64_t version = 0;
   db.Run("pragma user_version", {}, [&](const DbRow& row) { version = row.Number(0); });
@@ -31,6 +20,16 @@ std::int64_t SchemaVersionOf(Database& db) {
 }  // namespace
 
 std::string PlainApostrophes(const std::string& stored) { return Replace(stored, kStoredApostrophe, "'"); }
+
+std::string StoredText(const std::string& text) { return Replace(text, "'", kStoredApostrophe); }
+
+std::string IsoDay(std::chrono::year_month_day day) { return FormatDatePadded(day, "-"); }
+
+std::chrono::year_month_day DayFromIso(const std::string& iso) {
+  std::chrono::year_month_day day{};
+  if (!ParseDate(iso, day)) throw RunTimeError("a record has the date \"" + iso + "\"");
+  return day;
+}
 
 Database& RecordDb::Db() {
   if (!db_) {
@@ -43,14 +42,14 @@ Database& RecordDb::Db() {
 }
 
 void RecordDb::InsertOkSentence(const OkSentence& row) {
-  Db().Run(
-      "insert into oksentence values (?, 'N', ?, ?, ?, ?, ?, ?)",
-      {row.sId, Stored(row.sentence), IsoDay(row.sDate), row.upload, row.essayId, row.essaySId, row.haveHtm});
+  Db().Run("insert into oksentence values (?, 'N', ?, ?, ?, ?, ?, ?)",
+           {row.sId, StoredText(row.sentence), IsoDay(row.sDate), row.upload, row.essayId, row.essaySId,
+            row.haveHtm});
 }
 
 void RecordDb::InsertErrSentence(const ErrSentence& row) {
   Db().Run("insert into errsentence values (?, ?, ?, ?, ?, ?, ?, ?)",
-           {row.id, Stored(row.sentence), row.errcode, IsoDay(row.sDate), row.upload, row.essayId,
+           {row.id, StoredText(row.sentence), row.errcode, IsoDay(row.sDate), row.upload, row.essayId,
             row.essaySId, row.haveHtm});
 }
 
@@ -74,7 +73,7 @@ std::vector<std::chrono::year_month_day> RecordDb::Days() {
   Db().Run(
       "select sDate from oksentence where upload <> 'D' union "
       "select sDate from errsentence where upload <> 'D' order by 1 desc",
-      {}, [&](const DbRow& row) { days.push_back(DayFrom(row.Text(0))); });
+      {}, [&](const DbRow& row) { days.push_back(DayFromIso(row.Text(0))); });
   return days;
 }
 

@@ -55,12 +55,19 @@ class RecordDb {
   /// Stored texts of the sentences with an error code that are not deleted.
   std::vector<std::string> SentencesWithCode(const std::string& errcode);
 
- private:
+  /// The one connection, for the statements of the other files of this room.
   Database& Db();
 
+ private:
   Program& program_;
   std::unique_ptr<Database> db_;
 };
 
 /// A stored text with plain apostrophes, as the user and the engine know it.
 std::string PlainApostrophes(const std::string& stored);
+/// A text as it is stored: without plain apostrophes.
+std::string StoredText(const std::string& text);
+/// A day as it is stored, "2026-11-05".
+std::string IsoDay(std::chrono::year_month_day day);
+/// A stored day. Throws RunTimeError for another text.
+std::chrono::year_month_day DayFromIso(const std::string& iso);
