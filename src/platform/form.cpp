@@ -8,7 +8,7 @@
 
 Form::Form(Machine& theMachine, std::string name) : machine(theMachine), name_(std::move(name)) {}
 
-Form::~Form() = default;
+Form::~Form() { machine.windows.Forget(*this); }
 
 void Form::Show() {
   Visible = true;

@@ -32,6 +32,11 @@ bool WebBrowser::Checked(const std::string& id) const {
   return found != inputChecked.end() && found->second;
 }
 
+void WebBrowser::SetChecked(const std::map<std::string, bool>& marks) {
+  for (const auto& [id, isChecked] : marks) inputChecked[id] = isChecked;
+  if (renderer_ != nullptr) renderer_->SetChecked(marks);
+}
+
 std::string WebBrowser::Value(const std::string& id) const {
   const auto found = inputValues.find(id);
   return found == inputValues.end() ? "" : found->second;

@@ -17,6 +17,8 @@ class WebRenderer {
   virtual void Write(const std::string& html) = 0;
   /// Submits a form of the written page, by number from 0.
   virtual void SubmitForm(int index) = 0;
+  /// Marks boxes of the written page by id, all at once, or takes their marks away.
+  virtual void SetChecked(const std::map<std::string, bool>& marks) = 0;
   virtual void GoBack() = 0;
   virtual void GoForward() = 0;
 };
@@ -41,6 +43,7 @@ class WebBrowser : public Control {
   std::map<std::string, std::string> inputValues;
   std::map<std::string, bool> inputChecked;
   bool Checked(const std::string& id) const;
+  void SetChecked(const std::map<std::string, bool>& marks);
   std::string Value(const std::string& id) const;
 
   Event<const std::string&, bool&> BeforeNavigate2{*this};  ///< address; set the flag to cancel

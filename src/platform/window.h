@@ -52,10 +52,11 @@ class Window {
       throw;
     }
     // A window may unload itself while it loads; the reference that loaded it still ends well.
-    if (form_ != form) loop.DisposeLater(form);
+    if (form_ != form) unloadedAtOnce_ = form;
     return form.get();
   }
 
   Maker make_;
   std::shared_ptr<T> form_;
+  std::shared_ptr<T> unloadedAtOnce_;
 };

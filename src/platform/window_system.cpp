@@ -19,17 +19,21 @@ void WindowSystem::Hidden(Form& form) {
 }
 
 void WindowSystem::Unloaded(Form& form) {
-  EndModal(form);
-  std::erase(forms_, &form);
   // The form is gone for its program: it hears nothing of the focus that it loses.
   if (focused_ != nullptr && &focused_->Owner() == &form) focused_ = nullptr;
-  if (active_ == &form) active_ = nullptr;
+  Forget(form);
 }
 
 void WindowSystem::EndModal(Form& form) { std::erase(modal_, &form); }
 
 void WindowSystem::Forget(const Control& control) {
   if (focused_ == &control) focused_ = nullptr;
+}
+
+void WindowSystem::Forget(const Form& form) {
+  std::erase(modal_, &form);
+  std::erase(forms_, &form);
+  if (active_ == &form) active_ = nullptr;
 }
 
 void WindowSystem::BringToFront(Form& form) { Activate(form); }

@@ -34,8 +34,9 @@ class WindowSystem {
 
   /// The form no longer keeps others from taking input.
   void EndModal(Form& form);
-  /// The control goes without hearing anything more.
+  /// The control or form is destroyed and hears nothing more.
   void Forget(const Control& control);
+  void Forget(const Form& form);
 
   virtual void BringToFront(Form& form);
   /// Asks for the focus. A view answers by FocusChanged when it has moved.

@@ -17,7 +17,7 @@
 
 namespace {
 
-using std::string_literals::operator""s;
+using namespace std::string_literals;
 using ::testing::HasSubstr;
 using ::testing::ThrowsMessage;
 

@@ -28,7 +28,7 @@ class ProcessesTest : public ::testing::Test {
   }
   // The test program under another name.
   fs::path MakeProgram(const std::string& name) const {
-    const fs::path program = home_ / name;
+    fs::path program = home_ / name;
     fs::copy_file("/bin/sleep", program);
     return program;
   }

@@ -8,7 +8,7 @@
 
 namespace {
 
-using std::string_literals::operator""s;
+using namespace std::string_literals;
 
 TEST(Utf16, ReplacesEachMalformedSequenceOnce) {
   const struct {

@@ -82,6 +82,7 @@ int Spawn(const ProcessStart& start, const Streams& streams) {
   std::vector<std::string> words{program};
   words.insert(words.end(), start.arguments.begin(), start.arguments.end());
   std::vector<char*> arguments;
+  arguments.reserve(words.size() + 1);
   for (auto& word : words) arguments.push_back(word.data());
   arguments.push_back(nullptr);
 
