@@ -48,7 +48,7 @@ void FrmMain::TranslateInput(const std::string& chinese) {
 std::string FrmMain::TranslateText(const std::string& text) {
   if (!IsWebEngineOnline(program, true)) return "";
   const std::string reply = PostForm(program, program.app.gWebEngineRoot + "p_com_translate.asp",
-                                     std::string(kAccessKey) + "&ls=zh-TW&q=" + text);
+                                     std::string(kAccessKey) + "&ls=zh-TW&q=" + Replace(text, " ", "%20"));
   return reply.starts_with("OK") ? Replace(reply, "OK#", "") : "";
 }
 

@@ -99,6 +99,15 @@ void RewriteFirstLine(Files& files, const std::string& registryFile) {
   files.Rename(scratch, registryFile);
 }
 
+// A damaged value that ends in half of a character must not keep the program from reading its file.
+std::string TextOf(const std::string& value) {
+  try {
+    return FromBig5(value);
+  } catch (const RunTimeError&) {
+    return FromBig5(value + '?');
+  }
+}
+
 }  // namespace
 
 std::string ReadWriteSetFile(Files& files, const std::string& filePath, std::string_view mode,
@@ -107,7 +116,7 @@ std::string ReadWriteSetFile(Files& files, const std::string& filePath, std::str
   const std::string keyBytes = ToBig5(key);
   if (mode == "R") {
     const auto found = FindKey(entries, keyBytes);
-    return found ? Trim(FromBig5(entries[*found].value)) : "";
+    return found ? Trim(TextOf(entries[*found].value)) : "";
   }
   if (mode == "W") SetKey(files, filePath, std::move(entries), {keyBytes, ToBig5(value)});
   return "";

@@ -114,7 +114,12 @@ std::string SettingsList(const AppState& app, const std::string& pno) {
 
 void StoreSettings(Program& program, const std::string& reply) {
   constexpr int kListFrom = 4;
-  for (const auto& pair : Split(Trim(Mid(reply, kListFrom)), "$")) {
+  constexpr std::size_t kMostSettings = 50;
+  // The list is one line. What is longer, or has more names than the file has room for, is some other page.
+  const std::string list = Trim(Mid(reply, kListFrom));
+  const auto pairs = Split(list.substr(0, list.find_first_of("\r\n")), "$");
+  if (pairs.size() > kMostSettings) return;
+  for (const auto& pair : pairs) {
     const auto parts = Split(pair, ":");
     if (parts.size() >= 2) WriteSetup(program, parts[0], parts[1]);
   }
