@@ -69,8 +69,13 @@ void Configure(httplib::Server& http) {
   http.set_default_headers(CommonHeaders());
 }
 
-/// Reads the whole body but keeps no more than is needed to see that it is too long.
-bool ReadBody(const httplib::ContentReader& read, std::size_t limit, std::string& body) {
+/// Reads the whole body but keeps no more than is needed to see that it is too long. No page takes files: of
+/// a multipart body nothing is kept.
+bool ReadBody(const httplib::Request& request, const httplib::ContentReader& read, std::size_t limit,
+              std::string& body) {
+  if (request.is_multipart_form_data()) {
+    return read([](const auto& /*part*/) { return true; }, [](const char*, std::size_t) { return true; });
+  }
   std::size_t total = 0;
   return read([&](const char* bytes, std::size_t length) {
     total += length;
@@ -116,7 +121,11 @@ void Server::Stop() {
   listening_.get();
 }
 
-std::string Server::Root() const { return RootFor(fmt::format("{}:{}", options_.listen, options_.port)); }
+std::string Server::Root() const {
+  const bool ipv6 = options_.listen.find(':') != std::string::npos;
+  const std::string host = ipv6 ? "[" + options_.listen + "]" : options_.listen;
+  return RootFor(fmt::format("{}:{}", host, options_.port));
+}
 
 void Server::Bind() {
   errno = 0;
@@ -139,7 +148,7 @@ void Server::OnPost(const httplib::Request& request, httplib::Response& response
   std::string_view path = request.path;
   const Page* page = TakePrefix(path) ? FindPage(path) : nullptr;
   std::string body;
-  if (!ReadBody(readBody, page == nullptr ? 0 : page->bodyLimit, body)) return;
+  if (!ReadBody(request, readBody, page == nullptr ? 0 : page->bodyLimit, body)) return;
   if (page == nullptr) {
     response.status = 404;
     return;

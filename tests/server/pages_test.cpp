@@ -87,6 +87,16 @@ TEST(Pages, RefuseAWrongKeyAndUnknownNames) {
   }
 }
 
+TEST(Pages, ReadTheBodyWhateverItsTypeSays) {
+  const RunningServer server;
+  for (const char* type :
+       {"", "text/plain", "application/x-www-form-urlencoded, text/xml; charset=big5", "%s"}) {
+    EXPECT_EQ(server.Post("p_getversion.asp", "key=zorbelquinter&type=big", type)->body, "1.0.0") << type;
+  }
+  const char* files = "--x\r\nContent-Disposition: form-data; name=\"key\"\r\n\r\nzorbelquinter\r\n--x--\r\n";
+  EXPECT_EQ(server.Post("p_getversion.asp", files, "multipart/form-data; boundary=x")->body, "ERR_WRONG_KEY");
+}
+
 TEST(Pages, SendTheirHeaders) {
   const RunningServer server;
   const auto answer = server.Post("p_getconn.asp", "key=zorbelquinter");
@@ -144,7 +154,8 @@ TEST(Pages, ShowAPackedPageToABrowser) {
 TEST(Pages, TakeLargePackedPagesAndNoLargeBodiesElsewhere) {
   const RunningServer server;
   const std::string body = "key=zorbelquinter&type=mrv&code=" + std::string(2 << 20, '0');
-  EXPECT_THAT(server.Post("p_decode.asp", body)->body, HasSubstr("charset=big5"));
+  EXPECT_THAT(server.Post("p_decode.asp", body, "application/x-www-form-urlencoded")->body,
+              HasSubstr("charset=big5"));
   EXPECT_EQ(server.Post("p_getversion.asp", body)->body, "ERR_TOO_LONG");
   EXPECT_EQ(server.Post("p_decode.asp", std::string(9 << 20, 'x'))->status, 413);
   EXPECT_EQ(server.Ask("p_getversion.asp", "&type=mrv"), "1.0.0");
