@@ -1,0 +1,4 @@
+add_executable(check_sentence ${CMAKE_CURRENT_LIST_DIR}/check_sentence.cpp)
+target_include_directories(check_sentence PRIVATE ${PROJECT_SOURCE_DIR})
+target_link_libraries(check_sentence PRIVATE marovane_app marovane_headless tolvex)
+add_dependencies(check_sentence tolvex2 record_database)
