@@ -111,6 +111,13 @@ void BrowserView::SubmitForm(int index) {
   if (pane_) pane_->SubmitForm(index);
 }
 
+void BrowserView::SetChecked(const std::map<std::string, bool>& marks) {
+  if (!pane_) return;
+  QMap<QString, bool> shown;
+  for (const auto& [id, isChecked] : marks) shown[Text(id)] = isChecked;
+  pane_->SetChecked(shown);
+}
+
 void BrowserView::GoBack() {
   if (pane_) pane_->GoBack();
 }

@@ -16,6 +16,7 @@ class BrowserView : public ControlView, public WebRenderer {
   void Navigate(const std::string& url) override;
   void Write(const std::string& html) override;
   void SubmitForm(int index) override;
+  void SetChecked(const std::map<std::string, bool>& marks) override;
   void GoBack() override;
   void GoForward() override;
 

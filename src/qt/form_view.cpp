@@ -48,8 +48,8 @@ void FormView::Load() {
   QWidget* const content = LoadUi(path);
   content->setObjectName(Text(form_.Name()));
   frame_->setObjectName("frame");
-  frame_->SetContent(content);
   frame_->setWindowTitle(content->windowTitle());
+  frame_->SetContent(content);
 }
 
 void FormView::Bind() {
@@ -62,10 +62,11 @@ void FormView::Bind() {
       problems_ << Text(control->Name()) + (widget == nullptr ? ": no widget" : ": wrong kind of widget");
     }
   }
-  ForEachWidget(*frame_->Content(), [this](const QWidget& widget) {
+  ForEachWidget(*frame_->Content(), [this](QWidget& widget) {
     const bool isNamed = !widget.objectName().isEmpty() && !widget.objectName().startsWith("qt_");
-    if (isNamed && !widget.property("decoration").toBool() &&
-        form_.Find(Utf8(widget.objectName())) == nullptr) {
+    if (widget.property("decoration").toBool()) {
+      widget.setAttribute(Qt::WA_TransparentForMouseEvents);
+    } else if (isNamed && form_.Find(Utf8(widget.objectName())) == nullptr) {
       problems_ << widget.objectName() + ": no control";
     }
   });
@@ -126,16 +127,21 @@ void FormView::Detach() {
 void FormView::Show() {
   if (!std::exchange(isReady_, true)) {
     for (const auto& view : views_) view->Ready();
+    FocusFirst();
   }
-  if (IsPopup()) PlacePopup();
   ShowOrHide();
 }
 
-void FormView::PlacePopup() {
-  const Point mouse = windows_.Cursor();
-  const Area screen = windows_.Screen();
-  form_.Left = std::min(mouse.x, screen.left + screen.width - form_.Width);
-  form_.Top = std::min(mouse.y, screen.top + screen.height - form_.Height);
+// Where the keyboard begins: at the widget drawn so, or at the button that Enter presses.
+void FormView::FocusFirst() {
+  if (frame_->focusWidget() != nullptr) return;
+  for (const char* property : {"initialFocus", "default"}) {
+    for (const auto& view : views_) {
+      if (!view->Widget().property(property).toBool() || !view->Model().Visible) continue;
+      view->Widget().setFocus();
+      return;
+    }
+  }
 }
 
 void FormView::ShowOrHide() {
@@ -145,16 +151,17 @@ void FormView::ShowOrHide() {
 
 void FormView::ApplyGeometry() {
   if (fromFrame_) return;
+  if (form_.Left > kOffScreen) {
+    frame_->SetContentGeometry({ToPixels(form_.Left), ToPixels(form_.Top), std::max(1, ToPixels(form_.Width)),
+                                std::max(1, ToPixels(form_.Height))});
+  }
   ShowOrHide();
-  if (form_.Left <= kOffScreen) return;
-  frame_->SetFaceGeometry(QRect(ToPixels(form_.Left), ToPixels(form_.Top), std::max(1, ToPixels(form_.Width)),
-                                std::max(1, ToPixels(form_.Height))));
 }
 
 // The window system or the user moved or resized the window.
 void FormView::FrameMoved() {
   if (isDetached_) return;
-  const QRect face = frame_->FaceGeometry();
+  const QRect face = frame_->ContentGeometry();
   if (form_.Left > kOffScreen && frame_->isVisible()) {
     fromFrame_ = true;
     // A model that says the same pixel keeps its odd twips.

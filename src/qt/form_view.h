@@ -53,7 +53,7 @@ class FormView : public QObject {
   void PointerLeft();
   void CloseWanted();
   bool KeyReached(int key);
-  void PlacePopup();
+  void FocusFirst();
 
   QtWindows& windows_;
   Form& form_;

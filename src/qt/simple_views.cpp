@@ -10,6 +10,8 @@
 
 namespace {
 
+const QColor kAmber("#FFCC00");
+
 Qt::Alignment QtAlignment(int alignment, Qt::Alignment before) {
   Qt::Alignment horizontal = Qt::AlignLeft;
   if (alignment == Label::kRightJustify) horizontal = Qt::AlignRight;
@@ -47,8 +49,6 @@ ButtonView::ButtonView(FormView& form, CommandButton& button, QAbstractButton& w
   Follow(button.Caption, [&widget](const std::string& text) { widget.setText(Text(text)); });
   connect(&widget, &QAbstractButton::clicked, this, [this] {
     Raise([this] {
-      // A menu goes before what was chosen in it begins.
-      if (form_.IsPopup()) form_.Model().Hide();
       form_.RefreshPages();
       Model().Click.Raise();
     });
@@ -82,9 +82,10 @@ PictureView::PictureView(FormView& form, PictureBox& box, QWidget& widget)
   Follow(box.Picture, [&widget](const std::string&) { widget.update(); });
 }
 
+// A picture of the form that the skin does not draw, such as its background, is no mistake; another name is.
 QString PictureView::Problem() const {
   const QString name = Text(box_.Picture);
-  if (name.isEmpty() || name == Text(box_.Name())) return "";
+  if (name.isEmpty() || form_.Model().Find(Utf8(name)) != nullptr) return "";
   if (form_.Windows().Pictures().Find(Text(form_.Model().Name()), name) != nullptr) return "";
   return Text(box_.Name()) + ": no picture " + name;
 }
@@ -98,21 +99,42 @@ bool PictureView::Handle(QEvent* event) {
 void PictureView::Paint() {
   QPainter painter(&Widget());
   painter.setRenderHint(QPainter::Antialiasing);
-  QRectF room = Widget().rect();
+  const QRectF room = Widget().rect();
+  const bool isButton = !Widget().property("caption").toString().isEmpty();
   SkinPicture* const picture =
       form_.Windows().Pictures().Find(Text(form_.Model().Name()), Text(box_.Picture));
   if (picture != nullptr) picture->drawing.render(&painter, room);
-  const QString caption = Widget().property("caption").toString();
-  if (!caption.isEmpty()) {
-    painter.setPen(picture != nullptr ? picture->ink : QColor("#f2f0ea"));
-    painter.setFont(Widget().font());
-    painter.drawText(room.adjusted(0, 0, 0, -5), Qt::AlignHCenter | Qt::AlignBottom, caption);
-  }
-  if (Widget().hasFocus()) {
-    painter.setPen(QPen(QColor("#FFCC00"), 1.5));
-    painter.setBrush(Qt::NoBrush);
-    painter.drawRoundedRect(room.adjusted(1.5, 1.5, -1.5, -1.5), 6, 6);
-  }
+  if (isButton) PaintCaption(painter, picture != nullptr ? picture->ink : PaintButton(painter));
+  if (!Widget().hasFocus()) return;
+  painter.setPen(QPen(kAmber, 1.5));
+  painter.setBrush(Qt::NoBrush);
+  painter.drawRoundedRect(room.adjusted(1.5, 1.5, -1.5, -1.5), 6, 6);
+}
+
+void PictureView::PaintCaption(QPainter& painter, const QColor& ink) const {
+  constexpr int kTall = 48;  // from here on there is a drawing above the caption
+  painter.setPen(Widget().isEnabled() ? ink : QColor("#8a8a8a"));
+  painter.setFont(Widget().font());
+  const bool isBelow = Widget().height() >= kTall;
+  painter.drawText(Widget().rect().adjusted(0, 0, 0, isBelow ? -6 : 0),
+                   Qt::AlignHCenter | (isBelow ? Qt::AlignBottom : Qt::AlignVCenter),
+                   Widget().property("caption").toString());
+}
+
+QColor PictureView::PaintButton(QPainter& painter) const {
+  const QString name = Text(box_.Picture);
+  const bool isOver = name.contains("Over_");
+  const bool isOn = name.contains("On_");
+  const QRectF face = QRectF(Widget().rect()).adjusted(0.5, 0.5, -0.5, -0.5);
+  QLinearGradient fill(face.topLeft(), face.bottomLeft());
+  fill.setColorAt(0, isOn ? "#333333" : isOver ? "#6b6b6b" : "#5a5a5a");
+  fill.setColorAt(1, isOn ? "#333333" : isOver ? "#535353" : "#464646");
+  painter.setPen(QPen(QColor("#222222"), 1));
+  painter.setBrush(fill);
+  painter.drawRoundedRect(face, 7, 7);
+  painter.setPen(QPen(isOn ? QColor(0, 0, 0, 120) : QColor(255, 255, 255, 43), 1));
+  painter.drawLine(face.topLeft() + QPointF(6, 1), face.topRight() + QPointF(-6, 1));
+  return isOver || isOn ? kAmber : QColor("#f2f0ea");
 }
 
 ListView::ListView(FormView& form, ComboBox& box, QComboBox& widget) : ControlView(form, box, widget) {

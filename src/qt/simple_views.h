@@ -7,6 +7,8 @@
 
 #include "qt/control_view.h"
 
+class QPainter;
+
 class LabelView : public ControlView {
  public:
   LabelView(FormView& form, Label& label, QLabel& widget);
@@ -33,8 +35,11 @@ class MarkView : public ControlView {
   bool MakesClicks() const override { return false; }
 };
 
-/// Paints a picture of the skin into a plain widget, with the text of the widget's property "caption" below
-/// it, and a ring around it while it has the focus.
+/// Paints a picture of the skin into a plain widget, with the text of the widget's property "caption" on it
+/// (below the drawing in a tall widget), and a ring around it while it has the focus. Where the skin has no
+/// picture of the name, a widget with a caption is painted as a button, whose state the name tells:
+/// "...Over_",
+/// "...On_", or any other.
 class PictureView : public ControlView {
  public:
   PictureView(FormView& form, PictureBox& box, QWidget& widget);
@@ -45,6 +50,10 @@ class PictureView : public ControlView {
 
  private:
   void Paint();
+  void PaintCaption(QPainter& painter, const QColor& ink) const;
+  /// Paints the face of a button; gives the ink for its caption.
+  QColor PaintButton(QPainter& painter) const;
+
   PictureBox& box_;
 };
 

@@ -8,8 +8,11 @@ SkinPicture::SkinPicture(const QString& path) : drawing(path), ink("#f2f0ea") {
   QFile file(path);
   if (!file.open(QIODevice::ReadOnly)) return;
   QXmlStreamReader reader(&file);
-  if (reader.readNextStartElement() && reader.attributes().hasAttribute("color")) {
-    ink = QColor(reader.attributes().value("color").toString());
+  if (!reader.readNextStartElement()) return;
+  const QXmlStreamAttributes attributes = reader.attributes();
+  if (attributes.hasAttribute("color")) ink = QColor(attributes.value("color").toString());
+  if (attributes.value("preserveAspectRatio") == QLatin1String("none")) {
+    drawing.setAspectRatioMode(Qt::IgnoreAspectRatio);
   }
 }
 

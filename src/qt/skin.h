@@ -10,7 +10,7 @@
 struct SkinPicture {
   explicit SkinPicture(const QString& path);
   QSvgRenderer drawing;
-  /// The root's "color": a caption beside the picture is written in it.
+  /// The root's "color": a caption on the picture is written in it.
   QColor ink;
 };
 

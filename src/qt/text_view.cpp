@@ -4,6 +4,7 @@
 #include <QKeyEvent>
 
 #include "platform/form.h"
+#include "platform/text_encoding.h"
 #include "qt/form_view.h"
 #include "qt/key_codes.h"
 #include "qt/text_convert.h"
@@ -22,18 +23,19 @@ bool TextView::FilterKey(QKeyEvent* event) {
   const QString text = event->text();
   if (SwallowsKey(*event)) return true;
   if (text.size() != 1) return false;
-  const int before = text.at(0).unicode();
-  const int after = Filtered(before);
-  if (after == 0 || form_.IsDetached()) return true;
-  if (text.at(0).isPrint() && PassOn(event)) return true;
-  if (after == before) return false;
-  Insert(QString(QChar(after)));
+  const QChar filtered = Filtered(text.at(0));
+  if (filtered.isNull() || form_.IsDetached()) return true;
+  if (filtered.isPrint() && PassOn(event)) return true;
+  if (filtered == text.at(0)) return false;
+  Insert(filtered);
   return true;
 }
 
-int TextView::Filtered(int character) {
-  Raise([this, &character] { box_.KeyPress.Raise(character); });
-  return character;
+QChar TextView::Filtered(QChar character) {
+  const int before = Asc(character.unicode());
+  int after = before;
+  Raise([this, &after] { box_.KeyPress.Raise(after); });
+  return after == before ? character : QChar(after);
 }
 
 // Some input methods deliver plain keys as committed text: what was not composed is filtered like a key.
@@ -43,8 +45,8 @@ bool TextView::FilterCommit(QInputMethodEvent* event) {
   if (wasComposing || isComposing_ || event->commitString().isEmpty()) return false;
   QString text;
   for (const QChar character : event->commitString()) {
-    const int after = Filtered(character.unicode());
-    if (after != 0) text += QChar(after);
+    const QChar filtered = Filtered(character);
+    if (!filtered.isNull()) text += filtered;
   }
   if (!form_.IsDetached() && !text.isEmpty()) Insert(text);
   return true;

@@ -33,8 +33,8 @@ class TextView : public ControlView {
   bool FilterKey(QKeyEvent* event);
   bool FilterCommit(QInputMethodEvent* event);
   bool PassOn(QEvent* event);
-  /// The character that the handlers let through, 0 for none.
-  int Filtered(int character);
+  /// The character that the handlers of KeyPress let through, a null one for none.
+  QChar Filtered(QChar character);
 
   bool isComposing_ = false;
 };

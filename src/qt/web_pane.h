@@ -24,6 +24,8 @@ class WebPane {
   virtual void SubmitForm(int index) = 0;
   virtual void GoBack() = 0;
   virtual void GoForward() = 0;
+  /// Marks boxes by id or takes their marks away, as soon as the page stands.
+  virtual void SetChecked(const QMap<QString, bool>& marks) = 0;
   /// Reads the inputs of a written page; the callback comes later, or at once when there is no page.
   virtual void ReadInputs(std::function<void(const PageInputs&)> callback) = 0;
 

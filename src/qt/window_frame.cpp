@@ -4,10 +4,13 @@
 
 #include <QApplication>
 #include <QCloseEvent>
+#include <QHBoxLayout>
+#include <QLabel>
 #include <QLinearGradient>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QPainterPath>
+#include <QToolButton>
 #include <QWindow>
 #include <cstdlib>
 #include <string>
@@ -16,13 +19,14 @@ namespace {
 
 constexpr int kShadow = 16;  // width of the shadow, logical pixels
 constexpr int kRadius = 10;
+constexpr int kTitleHeight = 34;
 constexpr int kGrip = 6;  // how near to an edge the mouse resizes
 
 // Without a compositing manager an X server shows what should be transparent in black.
 bool IsComposited() {
   const auto* x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
-  if (x11 == nullptr) return true;
-  xcb_connection_t* const connection = x11->connection();
+  xcb_connection_t* const connection = x11 == nullptr ? nullptr : x11->connection();
+  if (connection == nullptr) return true;  // not on X, or on no screen at all
   const std::string name = "_NET_WM_CM_S0";
   const auto atomCookie =
       xcb_intern_atom(connection, 0, static_cast<std::uint16_t>(name.size()), name.c_str());
@@ -63,11 +67,12 @@ void WindowFrame::SetContent(QWidget* content) {
   content->setParent(this);
   content->setMouseTracking(true);
   content->installEventFilter(this);
-  SetFaceGeometry(QRect(pos(), content->size()));
+  if (content->property("titleBar").toBool()) AddTitleBar();
+  SetContentGeometry(QRect(pos(), content->size()));
 }
 
-void WindowFrame::SetFaceGeometry(const QRect& face) {
-  const QRect outer = face.marginsAdded(Margins());
+void WindowFrame::SetContentGeometry(const QRect& content) {
+  const QRect outer = content.marginsAdded(Margins());
   if (outer != geometry()) setGeometry(outer);
 }
 
@@ -87,7 +92,30 @@ void WindowFrame::StartDrag() {
   grabMouse();
 }
 
+void WindowFrame::AddTitleBar() {
+  titleHeight_ = captionHeight_ = kTitleHeight;
+  titleBar_ = new QWidget(this);
+  auto* layout = new QHBoxLayout(titleBar_);
+  layout->setContentsMargins(14, 0, 8, 0);
+  auto* title = new QLabel(windowTitle());
+  title->setObjectName("windowTitle");
+  connect(this, &QWidget::windowTitleChanged, title, &QLabel::setText);
+  layout->addWidget(title, 1);
+  const auto addButton = [&](const char* name, const QString& tip, auto act) {
+    auto* button = new QToolButton;
+    button->setObjectName(name);
+    button->setToolTip(tip);
+    button->setAccessibleName(tip);
+    button->setFocusPolicy(Qt::TabFocus);
+    connect(button, &QToolButton::clicked, this, act);
+    layout->addWidget(button);
+  };
+  addButton("windowMinimize", "縮到最小", [this] { showMinimized(); });
+  addButton("windowClose", "關閉", [this] { close(); });
+}
+
 void WindowFrame::resizeEvent(QResizeEvent*) {
+  if (titleBar_ != nullptr) titleBar_->setGeometry(Face().left(), Face().top(), Face().width(), titleHeight_);
   if (content_ != nullptr) content_->setGeometry(rect().marginsRemoved(Margins()));
   if (margin_ == 0) setMask(QRegion(RoundedPath(rect(), kRadius).toFillPolygon().toPolygon()));
   if (onMovedOrResized) onMovedOrResized();
@@ -107,7 +135,7 @@ void WindowFrame::leaveEvent(QEvent*) {
 }
 
 Qt::Edges WindowFrame::EdgesAt(const QPoint& position) const {
-  const QRect face = rect().marginsRemoved(Margins());
+  const QRect face = Face();
   Qt::Edges edges;
   if (!isResizable_) return edges;
   if (position.x() < face.left() + kGrip) edges |= Qt::LeftEdge;
@@ -119,8 +147,11 @@ Qt::Edges WindowFrame::EdgesAt(const QPoint& position) const {
 
 void WindowFrame::mousePressEvent(QMouseEvent* event) {
   const Qt::Edges edges = EdgesAt(event->position().toPoint());
-  if (event->button() == Qt::LeftButton && edges && windowHandle() != nullptr) {
+  if (event->button() != Qt::LeftButton || windowHandle() == nullptr) return;
+  if (edges) {
     windowHandle()->startSystemResize(edges);
+  } else if (titleBar_ != nullptr && titleBar_->geometry().contains(event->position().toPoint())) {
+    StartDrag();
   }
 }
 
@@ -171,7 +202,7 @@ void WindowFrame::PaintShadow(QPainter& painter) const {
 }
 
 void WindowFrame::PaintFace(QPainter& painter) const {
-  const QRectF face = QRectF(rect().marginsRemoved(Margins()));
+  const QRectF face = QRectF(Face());
   QLinearGradient fill(face.topLeft(), face.bottomLeft());
   fill.setColorAt(0, QColor("#3c3c3c"));
   fill.setColorAt(1, QColor("#2b2b2b"));

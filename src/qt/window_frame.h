@@ -5,19 +5,20 @@
 #include <QWidget>
 #include <functional>
 
-/// A frameless window around a form's content. All its geometry is that of the face; the margin that the
-/// shadow takes is the frame's own affair.
+/// A frameless window around a form's content. All its geometry is that of the content; the margin that the
+/// shadow takes, and a title bar if it has one, are the frame's own affair.
 class WindowFrame : public QWidget {
  public:
   WindowFrame();
 
-  /// Takes the content in and the frame's look from its dynamic properties: "captionHeight" (pixels of the
-  /// title strip, 0 for none), "resizable", "popup".
+  /// Takes the content in, and the frame's look from its dynamic properties: "captionHeight" (pixels of a
+  /// title strip that the content itself fills), "titleBar" (the frame adds one of its own, with the window's
+  /// title and its buttons), "resizable", "popup".
   void SetContent(QWidget* content);
   QWidget* Content() const { return content_; }
 
-  QRect FaceGeometry() const { return geometry().marginsRemoved(Margins()); }
-  void SetFaceGeometry(const QRect& face);
+  QRect ContentGeometry() const { return geometry().marginsRemoved(Margins()); }
+  void SetContentGeometry(const QRect& content);
 
   void SetTopMost(bool topMost);
   /// Follows the mouse until its button is released.
@@ -43,7 +44,9 @@ class WindowFrame : public QWidget {
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
-  QMargins Margins() const { return {margin_, margin_, margin_, margin_}; }
+  QMargins Margins() const { return {margin_, margin_ + titleHeight_, margin_, margin_}; }
+  QRect Face() const { return rect().adjusted(margin_, margin_, -margin_, -margin_); }
+  void AddTitleBar();
   Qt::Edges EdgesAt(const QPoint& position) const;
   void PaintShadow(QPainter& painter) const;
   void PaintFace(QPainter& painter) const;
@@ -51,6 +54,8 @@ class WindowFrame : public QWidget {
   QWidget* content_ = nullptr;
   int margin_ = 0;
   int captionHeight_ = 0;
+  int titleHeight_ = 0;
+  QWidget* titleBar_ = nullptr;
   bool isResizable_ = false;
   bool isDragging_ = false;
   QPoint dragOffset_;

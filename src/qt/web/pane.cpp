@@ -1,3 +1,5 @@
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QPointer>
 #include <QVBoxLayout>
 #include <QWebEngineScript>
@@ -28,6 +30,7 @@ class Pane : public WebPane {
   void Navigate(const QString& url) override;
   void Write(const QString& html) override;
   void SubmitForm(int index) override;
+  void SetChecked(const QMap<QString, bool>& marks) override;
   void GoBack() override { view_->back(); }
   void GoForward() override { view_->forward(); }
   void ReadInputs(std::function<void(const PageInputs&)> callback) override;
@@ -82,6 +85,16 @@ void Pane::Write(const QString& html) {
 }
 
 void Pane::SubmitForm(int index) { RunWhenLoaded(QString("document.forms[%1].submit()").arg(index)); }
+
+void Pane::SetChecked(const QMap<QString, bool>& marks) {
+  QJsonObject object;
+  for (auto it = marks.begin(); it != marks.end(); ++it) object[it.key()] = it.value();
+  RunWhenLoaded(QString("for (const [id, mark] of Object.entries(%1)) {"
+                        "  const box = document.getElementById(id);"
+                        "  if (box) box.checked = mark;"
+                        "}")
+                    .arg(QString::fromUtf8(QJsonDocument(object).toJson(QJsonDocument::Compact))));
+}
 
 void Pane::RunWhenLoaded(const QString& script) {
   if (isLoading_) {

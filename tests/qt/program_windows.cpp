@@ -1,0 +1,99 @@
+#include "tests/qt/program_windows.h"
+
+namespace {
+
+// As at the end of a fade, and out of reach of its timer.
+Form& Opaque(Form& form) {
+  form.Show();
+  form.Alpha = 255;
+  return form;
+}
+
+Form& ShowMain(WindowedProgram& program, bool extended) {
+  FrmMain& frmMain = *program.composition.frmMain;
+  frmMain.tmrTransparentForm.Enabled = false;
+  frmMain.tmrMouse.Enabled = false;
+  Form& form = Opaque(frmMain);
+  frmMain.tmrMouse.Enabled = false;
+  frmMain.ExtendMenu(extended);
+  form.Alpha = 255;
+  return form;
+}
+
+Form& ShowSentence(WindowedProgram& program, const std::string& sentence, Color color) {
+  Form& form = ShowMain(program, true);
+  FrmMain& frmMain = *program.composition.frmMain;
+  frmMain.SetInputTextStyle(1);
+  frmMain.txtInput.Text = sentence;
+  frmMain.txtInput.SelStart = 0;
+  frmMain.txtInput.SelLength = int(sentence.size());
+  frmMain.txtInput.SelColor = color;
+  frmMain.txtInput.SelLength = 0;
+  frmMain.imgMenu(1).Picture = frmMain.imgBtnOver(1).Picture;
+  frmMain.imgMenu(3).Picture = frmMain.imgBtnOn(3).Picture;
+  return form;
+}
+
+// A message box without the wait for its answer.
+Form& ShowMessage(WindowedProgram& program, int icon, bool asks) {
+  FrmMessage& box = *program.composition.program.frmMessage;
+  box.imgIcon.Picture = box.imgIcons(icon).Picture;
+  box.lblCaption.Caption = asks ? "詢問" : "錯誤";
+  box.lblMessage.Alignment = Label::kCenter;
+  box.lblMessage.Caption = asks ? "\r\n\r\n您確定要離開本程式嗎?"
+                                : "\r\n因為軟體已有重大的變革！\r\n\r\n若未重新安裝程式, 可能產生無法預期的錯誤"
+                                  "\r\n您選擇不更新將無法使用本軟體";
+  box.picProgress.Visible = false;
+  box.cmdOK.Left = asks ? box.Width / 2 - box.cmdOK.Width - 100 : (box.Width - box.cmdOK.Width) / 2;
+  box.cmdCancel.Left = box.Width / 2 + 100;
+  box.cmdOK.Visible = true;
+  box.cmdCancel.Visible = asks;
+  return Opaque(box);
+}
+
+Form& ShowProgress(WindowedProgram& program) {
+  FrmMessage::ProgressMsgBox(program.composition.program, "3000", 0, "0");
+  FrmMessage& box = *program.composition.program.frmMessage;
+  box.tmrProgressFlash.Enabled = false;
+  box.imgProgressFlash.Left = 2100;
+  box.Alpha = 255;
+  return box;
+}
+
+Form& ShowSplash(WindowedProgram& program) {
+  FrmSplash& splash = *program.composition.frmSplash;
+  splash.tmrHide.Enabled = false;
+  splash.tmrProgressFlash.Enabled = false;
+  splash.imgProgressFlash.Left = 1500;
+  return Opaque(splash);
+}
+
+}  // namespace
+
+WindowedProgram::WindowedProgram() : composition(machine.machine, InstallationValues{}) {}
+
+const std::vector<ShownWindow>& ProgramWindows() {
+  static const std::vector<ShownWindow> windows{
+      {"frmMain", [](WindowedProgram& p) -> Form& { return ShowMain(p, false); }},
+      {"frmMain-menu", [](WindowedProgram& p) -> Form& { return ShowMain(p, true); }},
+      {"frmMain-faulty",
+       [](WindowedProgram& p) -> Form& {
+         return ShowSentence(p, "He go to school every day.", Rgb(255, 60, 60));
+       }},
+      {"frmMain-essay",
+       [](WindowedProgram& p) -> Form& {
+         Form& form = ShowMain(p, false);
+         p.composition.frmMain->imgMenu(10).Visible = true;
+         return form;
+       }},
+      {"frmMessage-ask", [](WindowedProgram& p) -> Form& { return ShowMessage(p, 2, true); }},
+      {"frmMessage-error", [](WindowedProgram& p) -> Form& { return ShowMessage(p, 1, false); }},
+      {"frmMessage-progress", ShowProgress},
+      {"frmSplash", ShowSplash},
+      {"frmMenu", [](WindowedProgram& p) -> Form& { return Opaque(*p.composition.frmMenu); }},
+      {"frmDebug", [](WindowedProgram& p) -> Form& { return Opaque(*p.composition.frmDebug); }},
+      {"frmErrSentence", [](WindowedProgram& p) -> Form& { return Opaque(*p.composition.frmErrSentence); }},
+      {"frmBrowser", [](WindowedProgram& p) -> Form& { return Opaque(*p.composition.frmBrowser); }},
+  };
+  return windows;
+}

@@ -1,0 +1,26 @@
+// All windows of the program, each brought up in a state in which a person sees it. A new window is a line
+// more in the list of program_windows.cpp.
+#pragma once
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "app/compose.h"
+#include "tests/qt/qt_machine.h"
+
+/// A program with real windows and nothing behind them.
+struct WindowedProgram {
+  WindowedProgram();
+
+  QtMachine machine{MAROVANE_UI_FOLDER};
+  Composition composition;
+};
+
+struct ShownWindow {
+  std::string name;  ///< window and state, for messages and file names
+  /// Brings the window up and gives it.
+  std::function<Form&(WindowedProgram&)> show;
+};
+
+const std::vector<ShownWindow>& ProgramWindows();
