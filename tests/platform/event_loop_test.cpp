@@ -168,20 +168,12 @@ TEST(EventLoop, DoesNotFireATimerTwiceWhenAnotherTickWaits) {
   Timer first(loop, 1000);
   Timer second(loop, 1000);
   // Both are due at once; whichever comes first lets the other one in.
-  const auto waiting = [&](Timer& own, const char* name) {
-    return [&log, &loop, &own, name] {
-      own.Enabled = false;
-      const auto before = log.size();
-      if (before == 0) {
-        log.emplace_back("waits");
-        loop.WaitUntil([&log] { return log.size() > 1; });
-      } else {
-        log.emplace_back(name);
-      }
-    };
+  const auto tick = [&] {
+    log.emplace_back(log.empty() ? "waits" : "other");
+    if (log.size() == 1) loop.WaitUntil([&log] { return log.size() > 1; });
   };
-  StartTimer(first, waiting(first, "other"));
-  StartTimer(second, waiting(second, "other"));
+  StartTimer(first, tick);
+  StartTimer(second, tick);
   loop.Advance(seconds{1});
   loop.DoEvents();
   EXPECT_THAT(log, ElementsAre("waits", "other"));

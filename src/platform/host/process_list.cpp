@@ -29,15 +29,7 @@ bool IsOurs(const fs::path& folder) {
   return stat(folder.c_str(), &status) == 0 && status.st_uid == geteuid();
 }
 
-// The state stands behind the name, which is in brackets and may itself hold brackets and blanks.
-bool IsRunning(const fs::path& folder) {
-  const std::string status = ReadWhole(folder / "stat");
-  const auto bracket = status.rfind(')');
-  if (bracket == std::string::npos || bracket + 2 >= status.size()) return false;
-  const char state = status[bracket + 2];
-  return state != 'Z' && state != 'X';
-}
-
+// A process that has ended has neither arguments nor a program any more, also while it is still a zombie.
 std::string ProgramName(const fs::path& folder) {
   const std::string arguments = ReadWhole(folder / "cmdline");
   const std::string first = arguments.substr(0, arguments.find('\0'));
@@ -56,7 +48,7 @@ std::vector<ProcessInfo> PosixProcesses::List() const {
     // Any of these may end while it is looked at; then it has nothing to tell and is left out.
     if (id == 0 || !IsOurs(entry->path())) continue;
     std::string name = ProgramName(entry->path());
-    if (!name.empty() && IsRunning(entry->path())) processes.push_back({id, std::move(name)});
+    if (!name.empty()) processes.push_back({id, std::move(name)});
   }
   return processes;
 }
