@@ -68,7 +68,8 @@ struct Engine::Data {
         mended = true;
       }
       const bool doubtful = sentence.Size() >= kLeastDoubtedTokens && sentence.Size() <= kMostDoubtedTokens;
-      if (!mended && doubtful) findings.Add("unsure-parse", 0, sentence.Size() - 1, {});
+      if (!mended && doubtful && !parser.Accepts(std::string(text), 3))
+        findings.Add("unsure-parse", 0, sentence.Size() - 1, {});
     }
     std::erase_if(all, isOpen);
   }

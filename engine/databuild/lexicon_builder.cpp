@@ -110,7 +110,23 @@ void LexiconBuilder::Read(const Sources& sources) {
     if ((parts & kAdjectivePart) != 0) AddAdjective(lemma);
   }
   ReadDerivations(sources.wordnet);
+  PassSensesToForms();
   AddBe();
+}
+
+// "goes" is a verb as often as "go" is one.
+void LexiconBuilder::PassSensesToForms() {
+  std::map<std::string, std::array<int, kPartCount>> gained;
+  for (const auto& [word, entry] : entries_) {
+    for (const auto& [relation, lemma] : entry.links) {
+      if (relation < Relation::kIsThirdOf || relation > Relation::kIsSuperlativeOf) continue;
+      const int part = relation == Relation::kIsPluralOf ? 0 : relation < Relation::kIsPluralOf ? 1 : 2;
+      gained[word][part] += entries_.at(lemma).senses[part];
+    }
+  }
+  for (const auto& [word, senses] : gained) {
+    for (int part = 0; part < kPartCount; ++part) entries_[word].senses[part] += senses[part];
+  }
 }
 
 void LexiconBuilder::AddBe() {
@@ -183,6 +199,9 @@ void LexiconBuilder::ReadExceptions(const std::filesystem::path& wordnet) {
     }
   }
   nounExceptions_["person"] = {"people", "persons"};
+  adjectiveExceptions_["good"] = {"better", "best"};
+  adjectiveExceptions_["bad"] = {"worse", "worst"};
+  adjectiveExceptions_["far"] = {"farther", "farthest"};
 }
 
 bool LexiconBuilder::IsKnown(const std::string& word) const {
@@ -228,6 +247,7 @@ void LexiconBuilder::AddVerb(const std::string& verb) {
 }
 
 void LexiconBuilder::AddNoun(const std::string& noun) {
+  if (noun.size() < 2) return;
   const auto exception = nounExceptions_.find(noun);
   const auto plurals =
       Known(exception == nounExceptions_.end() ? std::vector<std::string>{SForm(noun)} : exception->second);

@@ -44,6 +44,7 @@ class LexiconBuilder {
   void ReadDerivations(const std::filesystem::path& wordnet);
 
   void AddBe();
+  void PassSensesToForms();
   void AddVerb(const std::string& verb);
   void AddNoun(const std::string& noun);
   void AddAdjective(const std::string& adjective);

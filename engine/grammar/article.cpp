@@ -38,6 +38,7 @@ void CheckSound(const Sentence& sentence, Findings& findings, int i) {
 
 void CheckTwoDeterminers(const Sentence& sentence, Findings& findings, int i) {
   if (!sentence.Is(i, {"the", "a", "an"}) || sentence.At(i + 1).text == "A") return;
+  if (i > 0 && sentence.At(i).text == "A") return;  // a mark, not an article
   if (sentence.Is(i + 1, {"the", "a", "an", "my", "this", "their", "his", "our", "your", "these", "some"})) {
     findings.Add("two-determiners", i, i + 1, {sentence.At(i + 1).text, sentence.At(i).text});
   }

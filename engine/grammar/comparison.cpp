@@ -34,7 +34,7 @@ void CheckDoubleDegree(const Sentence& sentence, Findings& findings, int i) {
 }
 
 void CheckThen(const Sentence& sentence, Findings& findings, int i) {
-  if (sentence.Lower(i) != "then") return;
+  if (sentence.Lower(i) != "then" || sentence.IsSign(i + 1)) return;
   for (int at = i - 1; at >= std::max(0, i - 6); --at) {
     if (sentence.Is(at, {",", "and", ";"})) return;
     const Tag tag = sentence.TagAt(at);

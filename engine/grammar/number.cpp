@@ -35,6 +35,7 @@ bool IsQuantityExcused(const Sentence& sentence, int i, int noun) {
                          "billion", "least", "other"}))
     return true;
   if (sentence.Is(i, {"these", "those"}) && noun != i + 1) return true;
+  if (sentence.Lower(i) == "both" && sentence.Is(noun + 1, {"and", "or"})) return true;
   return sentence.Lower(i) == "few" && sentence.Lower(noun - 1) == "more";
 }
 
@@ -78,7 +79,9 @@ void CheckSingularDeterminer(const Sentence& sentence, Findings& findings, int i
       sentence.Lower(noun + 1) != "'" &&
       !sentence.Is(noun, {"news", "means", "series", "species", "people", "data", "works", "headquarters"})) {
     const std::string singular(sentence.Words().First(word, Relation::kIsPluralOf));
-    if (sentence.Lower(i) == "this") {
+    if (sentence.Lower(i) == "another") {
+      findings.Add("another-plural", i, i, {sentence.At(i).IsCapitalised() ? "Other" : "other"});
+    } else if (sentence.Lower(i) == "this") {
       findings.Add("this-plural", i, i, {"these"});
     } else {
       findings.Add(article ? "a-plural" : "every-plural", noun, noun, {singular});
@@ -96,14 +99,16 @@ void CheckOneOf(const Sentence& sentence, Findings& findings, int i) {
   int noun = i + 2;
   const bool determined = sentence.Is(noun, {"the", "these", "those"}) || sentence.TagAt(noun) == Tag::PRPS;
   if (!determined) {
-    if (sentence.TagAt(noun) == Tag::JJS || sentence.Lower(noun) == "most")
+    if (sentence.Has(noun, kSuperlative) || sentence.Is(noun, {"most", "best"}))
       findings.Add("one-of-the", noun, noun, {"the " + sentence.At(noun).text});
     return;
   }
   ++noun;
   while (IsAdjective(sentence.TagAt(noun)) || IsAdverb(sentence.TagAt(noun))) ++noun;
   if (sentence.TagAt(noun) != Tag::NN || !sentence.IsSingular(noun) || HasNounBehind(sentence, noun)) return;
-  if (IsUncounted(findings, sentence.Lower(noun))) return;
+  if (IsUncounted(findings, sentence.Lower(noun)) ||
+      findings.List("either_number").count(sentence.Lower(noun)) != 0)
+    return;
   findings.Add("one-of-plural", noun, noun,
                {std::string(sentence.Words().First(sentence.Lower(noun), Relation::kPlural))});
 }

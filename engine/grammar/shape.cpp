@@ -26,7 +26,8 @@ bool IsImperative(const Sentence& sentence) {
 bool MayHideVerb(const Sentence& sentence) {
   for (int i = 1; i < sentence.Size(); ++i) {
     if (sentence.Has(i, kBase | kThird | kPast) &&
-        (sentence.TagAt(i - 1) == Tag::PRP || IsNoun(sentence.TagAt(i - 1))))
+        (sentence.TagAt(i - 1) == Tag::PRP || IsNoun(sentence.TagAt(i - 1)) ||
+         sentence.Is(i - 1, {"this", "that", "very", "not", "these"})))
       return true;
   }
   return false;
@@ -43,20 +44,30 @@ void CheckFragment(const Sentence& sentence, Findings& findings) {
   if (!IsImperative(sentence) && !MayHideVerb(sentence)) findings.Add("fragment", 0, last - 1, {});
 }
 
+// "Every time we meet, I …", "The more I read, the …": the first part is no sentence of its own.
+bool TimeOpens(const Sentence& sentence) {
+  return sentence.AnyBefore(4, {"time", "moment", "day", "more", "everytime", "year", "minute"});
+}
+
 void CheckCommaSplice(const Sentence& sentence, Findings& findings, int i) {
-  if (sentence.At(i).text != "," || i < 4) return;
-  const bool subject = sentence.Is(i + 1, {"it", "he", "she", "they", "we", "i", "this", "you"}) &&
-                       IsFiniteVerb(sentence.TagAt(i + 2));
+  if (sentence.At(i).text != "," || i < 3 || TimeOpens(sentence)) return;
+  const Tag first = sentence.TagAt(0);
+  const bool opener = first == Tag::VBG || first == Tag::VBN || sentence.Is(0, {"had", "were", "should"});
+  if (opener) return;
+  const bool subject =
+      sentence.Is(i + 1, {"it", "he", "she", "they", "we", "i", "this", "you"}) &&
+      IsFiniteVerb(sentence.TagAt(i + 2)) &&
+      !sentence.Is(i + 2, {"think", "guess", "believe", "hope", "say", "know", "said", "suppose"});
   const bool adverb = sentence.Is(i + 1, {"however", "therefore"}) && sentence.At(i + 2).text == ",";
   if ((!subject && !adverb) || sentence.At(sentence.Size() - 1).text == "?") return;
   static const WordSet kSubordinate = {
-      "if",     "when",    "because", "although",  "though",   "while",    "since",   "as",      "after",
-      "before", "until",   "unless",  "where",     "whatever", "whenever", "who",     "which",   "that",
-      "how",    "what",    "why",     "whether",   "even",     "once",     "for",     "by",      "in",
-      "with",   "to",      "without", "said",      "says",     "say",      "think",   "believe", "guess",
-      "know",   "despite", "due",     "according", "during",   "and",      "but",     "or",      "so",
-      "yes",    "no",      "well",    "mean",      "opinion",  "whereas",  "however", "the",     "whose",
-      "not",    "neither", "either",  "from",      "at",       "on"};
+      "if",      "when",    "because", "although",  "though",   "while",    "since",   "as",      "after",
+      "before",  "until",   "unless",  "where",     "whatever", "whenever", "who",     "which",   "that",
+      "how",     "what",    "why",     "whether",   "even",     "once",     "for",     "by",      "in",
+      "with",    "to",      "without", "said",      "says",     "say",      "think",   "believe", "guess",
+      "know",    "despite", "due",     "according", "during",   "and",      "but",     "or",      "so",
+      "yes",     "no",      "well",    "mean",      "opinion",  "whereas",  "however", "whose",   "not",
+      "neither", "either",  "from",    "at",        "on"};
   bool finite = false;
   bool subjectBefore = false;
   for (int at = 0; at < i; ++at) {

@@ -66,6 +66,7 @@ void CheckNameInSmallLetters(const Sentence& sentence, Findings& findings, int i
 // "He Is my friend": small words never take a capital inside a sentence, unless it is a title.
 void CheckStrayCapital(const Sentence& sentence, Findings& findings, int i) {
   const Token& token = sentence.At(i);
+  if (token.text.size() == 1 && sentence.IsSign(i + 1)) return;  // a mark: "She got an A."
   const bool likeWord = token.IsCapitalised() && (token.text.size() < 2 || IsLower(token.text[1]));
   if (i == 0 || !likeWord || findings.List("small_words").count(token.lower) == 0) return;
   static const WordSet kMayOpen = {".", "\"", "'", ":", "(", "?", "!", "-", "--", "..."};

@@ -42,9 +42,12 @@ void CheckAfterModal(const Sentence& sentence, Findings& findings, int i) {
   const bool nounLike = tag == Tag::NNS && sentence.Has(verb, kThird) &&
                         (sentence.TagAt(i - 1) == Tag::PRP || IsNoun(sentence.TagAt(i - 1)));
   const bool wrongForm = (IsVerbLike(sentence, verb) || nounLike) && sentence.Lacks(verb, kBase);
-  const bool wrongBe = sentence.Is(verb, {"is", "are", "was", "were", "am", "been", "being"}) &&
+  const bool modalNoun =
+      IsNoun(sentence.TagAt(i - 1)) && sentence.Is(i, {"can", "will", "may", "might", "must"});
+  const bool wrongBe = !modalNoun && sentence.Is(verb, {"is", "are", "was", "were", "am", "been", "being"}) &&
                        sentence.Lower(verb - 1) != "that";
-  if (wrongForm || (wrongBe && verb == i + 1)) {
+  const bool nounIsSubject = modalNoun && sentence.Lemma(verb) == "be";
+  if ((wrongForm && !nounIsSubject) || (wrongBe && verb == i + 1)) {
     const std::string better = std::string(sentence.Lemma(verb));
     if (!better.empty() && sentence.Lower(verb) != "used")
       findings.Add(negatedDo ? "do-base" : "modal-base", verb, verb, {better});
@@ -106,8 +109,8 @@ void CheckAfterBe(const Sentence& sentence, Findings& findings, int i) {
   if (!IsBe(sentence, i) || !IsVerb(sentence.TagAt(i)) || InWhatClause(sentence, i)) return;
   const int verb = SkipAdverbs(sentence, i + 1);
   const bool question = sentence.At(sentence.Size() - 1).text == "?";
-  const bool unlisted = IsVerb(sentence.TagAt(verb)) && sentence.Has(verb, kBase | kThird | kPast) &&
-                        sentence.Lacks(verb, kParticiple | kIng) &&
+  const bool unlisted = IsVerb(sentence.TagAt(verb)) && sentence.Has(verb, kBase | kThird) &&
+                        sentence.Lemma(verb) != "be" && sentence.Lacks(verb, kParticiple | kIng) &&
                         !sentence.CanBe(verb, kNounPart | kAdjectivePart | kAdverbPart);
   const bool listed =
       findings.List("never_after_be").count(sentence.Lower(verb)) != 0 && sentence.Lower(verb + 1) != "of";
@@ -143,15 +146,14 @@ void CheckBareNot(const Sentence& sentence, Findings& findings, int i) {
       (before == Tag::PRP && sentence.Is(i - 1, {"i", "he", "she", "it", "we", "they", "you"})) ||
       before == Tag::NNS;
   const Tag tag = sentence.TagAt(i + 1);
-  if (!subject || !(tag == Tag::VB || tag == Tag::VBP || tag == Tag::VBZ) ||
-      sentence.Lacks(i + 1, kBase | kThird))
-    return;
+  const bool verb = tag == Tag::VB || tag == Tag::VBP || tag == Tag::VBZ || sentence.Lower(i + 1) == "like";
+  if (!subject || !verb || sentence.Lacks(i + 1, kBase | kThird)) return;
   const bool governed = IsVerb(sentence.TagAt(i - 2)) || sentence.TagAt(i - 2) == Tag::MD ||
                         sentence.TagAt(i - 2) == Tag::TO || sentence.Is(i - 2, {"why", "that", "or", "and"});
   if (governed) return;
   const bool third = sentence.Is(i - 1, {"he", "she", "it"});
-  const std::string verb = std::string(sentence.Lemma(i + 1));
-  findings.Add("bare-not", i, i + 1, {(third ? "does not " : "do not ") + verb});
+  const std::string base(sentence.Lemma(i + 1));
+  findings.Add("bare-not", i, i + 1, {(third ? "does not " : "do not ") + base});
 }
 
 }  // namespace

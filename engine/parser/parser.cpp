@@ -75,9 +75,10 @@ Parser::Parser(const std::filesystem::path& dataDir) : handle_(std::make_unique<
 
 Parser::~Parser() { dictionary_delete(handle_->dictionary); }
 
-bool Parser::Accepts(const std::string& text) const {
+bool Parser::Accepts(const std::string& text, int mostUnlinked) const {
   const SentenceHandle parsed(sentence_create(text.c_str(), handle_->dictionary));
   const OptionsHandle options = StrictOptions();
+  parse_options_set_max_null_count(options.get(), mostUnlinked);
   if (sentence_split(parsed.get(), options.get()) < 0) return false;
   return sentence_parse(parsed.get(), options.get()) > 0 && sentence_num_valid_linkages(parsed.get()) > 0;
 }

@@ -17,8 +17,8 @@ class Parser {
   Parser(const Parser&) = delete;
   Parser& operator=(const Parser&) = delete;
 
-  /// Whether the whole text has a linkage. One parse of a sentence of 20 words takes some milliseconds.
-  bool Accepts(const std::string& text) const;
+  /// Whether the text has a linkage that leaves out at most so many words. One parse of a sentence of 20 words takes some milliseconds.
+  bool Accepts(const std::string& text, int mostUnlinked = 0) const;
 
   /// The same with allowances: an opener ("Second,") may be left out, and clauses may be parsed apart.
   bool AcceptsLoosely(const Sentence& sentence) const;

@@ -21,6 +21,7 @@ std::string Reformed(const Lexicon& lexicon, const std::string& word, std::strin
   if (form == "sg") return std::string(lexicon.First(word, Relation::kIsPluralOf));
   if (form == "comp") return std::string(lexicon.First(word, Relation::kComparative));
   if (form == "sup") return std::string(lexicon.First(word, Relation::kSuperlative));
+  if (form == "cut") return word.substr(0, word.size() - 1);
   if (form == "noun") return Derived(lexicon, word, kNounPart);
   if (form == "adj") return Derived(lexicon, word, kAdjectivePart);
   if (form == "verb") return Derived(lexicon, word, kVerbPart);

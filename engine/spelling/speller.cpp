@@ -86,7 +86,8 @@ Speller::Speller(const Lexicon& lexicon) : lexicon_(lexicon) {
 }
 
 bool Speller::Knows(const Token& token) const {
-  if (token.text.size() < 2 || lexicon_.Knows(token.text)) return true;
+  const bool abbreviation = token.text.back() == '.';
+  if (token.text.size() < 2 || abbreviation || lexicon_.Knows(token.text)) return true;
   if (token.text.find_first_of("-/") != std::string::npos) {
     const auto parts = SplitAtHyphens(token.text);
     return std::all_of(parts.begin(), parts.end(), [&](const auto& part) {
@@ -125,8 +126,10 @@ std::vector<std::string> Speller::Suggest(std::string_view word, std::size_t mos
 void Speller::CheckWord(const Sentence& sentence, Findings& findings, int i) const {
   constexpr std::size_t kMostSuggestions = 3;
   const Token& token = sentence.At(i);
-  if (IsLower(token.text[0]) && lexicon_.Knows(Capitalised(token.text))) {
-    findings.Add("name-capital", i, i, {Capitalised(token.text)});
+  const Word* name = lexicon_.Find(Capitalised(token.text));
+  if (IsLower(token.text[0]) && name != nullptr && name->level <= kKnownLevel) {
+    constexpr int kFamiliarName = 40;
+    if (name->level <= kFamiliarName) findings.Add("name-capital", i, i, {Capitalised(token.text)});
     return;
   }
   const bool shout = token.text.size() > 1 && IsUpper(token.text[0]) && IsUpper(token.text[1]);

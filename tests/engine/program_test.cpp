@@ -1,0 +1,157 @@
+// tolvex2.exe as a process, in a folder of its own.
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <algorithm>
+
+#include "engine/program/registry_file.h"
+#include "engine/program/run_code.h"
+#include "tests/engine/shared_engine.h"
+
+namespace tolvex::test {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr const char* kReset =
+    "**settings for "
+    "tolvex=\r\ncol_suggestion=0\r\ncollocationListHtm=\r\nerrcode=0\r\nfindMistake=0\r\nqcode=0\r\n"
+    "sentence=0\r\nhtm4chk=\r\nsynChk=\r\ncoursePath=\r\n";
+
+class ProgramTest : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    std::string name = (fs::temp_directory_path() / "engine_test.XXXXXX").string();
+    ASSERT_NE(mkdtemp(name.data()), nullptr);
+    home_ = name;
+  }
+  void TearDown() override { fs::remove_all(home_); }
+
+  void Put(const std::string& sentence) const {
+    std::string text = kReset;
+    text.replace(text.find("sentence=0"), 10, "sentence=" + sentence);
+    std::ofstream(home_ / "registry.set", std::ios::binary) << text;
+  }
+
+  int Run(const std::vector<std::string>& args) const {
+    std::vector<std::string> all = {ENGINE_PROGRAM};
+    all.insert(all.end(), args.begin(), args.end());
+    const pid_t child = fork();
+    if (child == 0) {
+      std::vector<char*> argv;
+      for (auto& arg : all) argv.push_back(arg.data());
+      argv.push_back(nullptr);
+      const int errors = open((home_ / "stderr").c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
+      if (dup2(errors, STDERR_FILENO) < 0 || chdir(home_.c_str()) != 0) _exit(126);
+      execv(argv[0], argv.data());
+      _exit(127);
+    }
+    int status = 0;
+    waitpid(child, &status, 0);
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+  }
+
+  std::string Value(const std::string& key) const {
+    return RegistryFile(home_ / "registry.set").Value(key).value_or("?");
+  }
+
+  std::size_t FileCount() const {
+    return static_cast<std::size_t>(std::distance(fs::directory_iterator(home_), fs::directory_iterator()));
+  }
+
+  fs::path home_;
+};
+
+TEST_F(ProgramTest, AnswersAFaultySentence) {
+  Put("He go to school every day.");
+  ASSERT_EQ(Run({"beta,074148"}), 0);
+  EXPECT_EQ(Value("findMistake"), "1");
+  EXPECT_EQ(Value("errcode"), "AG01");
+  EXPECT_EQ(Value("col_suggestion"), "0");
+  EXPECT_EQ(Value("sentence"), "He *go* to school every day.");
+  const fs::path page = Value("htm4chk");
+  EXPECT_EQ(page.parent_path(), home_);
+  EXPECT_TRUE(page.filename().string().starts_with("tmp") && page.extension() == ".htm");
+  const std::string bytes = ReadText(page);
+  EXPECT_TRUE(bytes.substr(2).starts_with("<!DOCTYPE html>"));
+  EXPECT_NE(bytes.find("\xBF\xF9\xBB\x7E"), std::string::npos) << "no 錯誤 in Big5";
+}
+
+TEST_F(ProgramTest, KeepsTheOtherLinesOfTheFileAndTheirEnds) {
+  Put("He goes home.");
+  ASSERT_EQ(Run({"beta,010203"}), 0);
+  const std::string text = ReadText(home_ / "registry.set");
+  EXPECT_TRUE(
+      text.starts_with("**settings for tolvex=\r\ncol_suggestion=0\r\ncollocationListHtm=\r\nerrcode=0\r\n"
+                       "findMistake=0\r\nqcode=0\r\nsentence=He goes home.\r\nhtm4chk="));
+  EXPECT_TRUE(text.ends_with(".htm\r\nsynChk=\r\ncoursePath=\r\n"));
+}
+
+TEST_F(ProgramTest, WritesNoPageForARightSentenceOfAnEssay) {
+  Put("He goes home.");
+  ASSERT_EQ(Run({"beta,500151"}), 0);
+  EXPECT_EQ(Value("htm4chk"), "NIL");
+  EXPECT_EQ(FileCount(), 2U);  // registry.set and what the test catches of stderr
+  Put("He go home.");
+  ASSERT_EQ(Run({"beta,504999"}), 0);
+  EXPECT_TRUE(fs::exists(Value("htm4chk")));
+}
+
+TEST_F(ProgramTest, TakesASentenceWithEqualsSigns) {
+  Put("I know that 1 + 1 = 2 are right = wrong.");
+  ASSERT_EQ(Run({"beta,010203"}), 0);
+  EXPECT_NE(ReadText(Value("htm4chk")).find("right = wrong"), std::string::npos);
+}
+
+TEST_F(ProgramTest, RefusesWrongRunCodesAndWritesNothing) {
+  Put("He go home.");
+  const std::string before = ReadText(home_ / "registry.set");
+  for (const std::vector<std::string>& args : std::vector<std::vector<std::string>>{{"beta,074149"},
+                                                                                    {"beta,07414"},
+                                                                                    {"beta,0741480"},
+                                                                                    {"beta,07a148"},
+                                                                                    {"074148"},
+                                                                                    {""},
+                                                                                    {},
+                                                                                    {"beta,074148", "x"}}) {
+    EXPECT_EQ(Run(args), 2);
+    const std::string errors = ReadText(home_ / "stderr");
+    EXPECT_EQ(std::count(errors.begin(), errors.end(), '\n'), 1) << errors;
+    EXPECT_EQ(ReadText(home_ / "registry.set"), before);
+    EXPECT_EQ(FileCount(), 2U);
+  }
+}
+
+TEST_F(ProgramTest, RefusesAMissingFileOrSentence) {
+  EXPECT_EQ(Run({"beta,074148"}), 2);
+  std::ofstream(home_ / "registry.set") << "**settings for tolvex=\r\nerrcode=0\r\n";
+  EXPECT_EQ(Run({"beta,074148"}), 2);
+  EXPECT_EQ(FileCount(), 2U);
+}
+
+TEST(RunCode, TellsLevelAndMode) {
+  EXPECT_EQ(ParseRunRequest("beta,494998")->level, "beta");
+  EXPECT_FALSE(ParseRunRequest("beta,494998")->essayMode);
+  EXPECT_TRUE(ParseRunRequest("a,b,504999")->essayMode);
+  EXPECT_FALSE(ParseRunRequest("beta,999998"));
+}
+
+TEST_F(ProgramTest, RegistryFileReadsAndWritesCp950) {
+  std::ofstream(home_ / "registry.set", std::ios::binary)
+      << "marker=\r\n\r\n  sentence = \xBF\xF9 \r\nlone\r\nsentence=second\r\n";
+  RegistryFile registry(home_ / "registry.set");
+  EXPECT_EQ(registry.Value("sentence"), "錯");
+  EXPECT_FALSE(registry.Value("absent"));
+  registry.Set("sentence", "誤 x");
+  registry.Set("added", "1");
+  registry.Write();
+  EXPECT_EQ(ReadText(home_ / "registry.set"),
+            "marker=\r\nsentence=\xBB\x7E x\r\nlone\r\nsentence=second\r\nadded=1\r\n");
+  EXPECT_THROW(RegistryFile(home_ / "nothing.set"), std::runtime_error);
+  EXPECT_THROW(WriteWhole(home_ / "no" / "folder", "x"), std::runtime_error);
+}
+
+}  // namespace
+}  // namespace tolvex::test
