@@ -15,6 +15,7 @@ class PageFetcher : public WebRenderer {
   void Navigate(const std::string& url) override;
   void Write(const std::string& html) override { page_ = html; }
   void SubmitForm(int index) override;
+  void SetChecked(const std::map<std::string, bool>& /*marks*/) override {}
   void GoBack() override {}
   void GoForward() override {}
 

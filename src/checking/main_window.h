@@ -84,7 +84,6 @@ class FrmMain : public Form, public MainWindow {
   void TellNotThere();
   void PlaceAtBottom();
   void FadeTick();
-  void DeleteEngineFiles();
 
   static constexpr int kBreakButton = 10;
   static constexpr int kNoButton = 99;

@@ -1,6 +1,5 @@
-// The menu of the main window, and the way out of the program.
+// The menu of the main window.
 #include "checking/main_window.h"
-#include "checking/resume_next.h"
 #include "core/message.h"
 #include "core/set_file.h"
 #include "core/text_utility.h"
@@ -93,27 +92,4 @@ void FrmMain::TellNotThere() { FrmMessage::Ask(program, "52", 0, "OK", "0"); }
 
 void FrmMain::AskToLeave() {
   if (FrmMessage::Ask(program, "40", 2, "OK_CANCEL", "2") == "OK") CloseAppProcdure();
-}
-
-void FrmMain::CloseAppProcdure() {
-  Enabled = false;
-  DeleteEngineFiles();
-  DoCloseAppEffect();
-}
-
-void FrmMain::DeleteEngineFiles() {
-  const std::string& folder = program.app.gEngineDir;
-  Steps steps;
-  for (const auto& name : machine.files.List(folder)) {
-    const bool isTemporary = name.starts_with("tmp") && name.find('.') != std::string::npos;
-    if (isTemporary || name == "chkresult.txt") {
-      steps.emplace_back([this, path = folder + name] { machine.files.Delete(path); });
-    }
-  }
-  RunSkippingFailures(steps);
-}
-
-void FrmMain::DoCloseAppEffect() {
-  program.app.gFadeStep = -10;
-  tmrTransparentForm.Enabled = true;
 }

@@ -67,6 +67,17 @@ std::string FormatDatePadded(year_month_day date, std::string_view separator) {
                      separator);
 }
 
+std::string FormatNumber(std::int64_t number) {
+  constexpr std::size_t kGroup = 3;
+  std::string digits = fmt::format("{}", number);
+  const std::size_t first = number < 0 ? 1 : 0;
+  for (std::size_t at = digits.size(); at > first + kGroup;) {
+    at -= kGroup;
+    digits.insert(at, 1, ',');
+  }
+  return digits;
+}
+
 bool ParseDate(std::string_view text, year_month_day& date) {
   std::array<int, 3> numbers{};
   const char* at = text.data();

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <chrono>
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -31,6 +32,8 @@ std::chrono::year_month_day DayOf(LocalTime time);
 std::string FormatDateUnpadded(std::chrono::year_month_day date, std::string_view separator);
 /// Year and two digits each of month and day, as "2014-03-02".
 std::string FormatDatePadded(std::chrono::year_month_day date, std::string_view separator);
+/// A whole number with a comma between thousands, as "1,208".
+std::string FormatNumber(std::int64_t number);
 /// Reads year, month and day parted by "/" or "-". False when the text is no date.
 bool ParseDate(std::string_view text, std::chrono::year_month_day& date);
 

@@ -1,6 +1,7 @@
 #include "records/err_list_db.h"
 
 #include "core/program.h"
+#include "core/text_utility.h"
 #include "platform/machine.h"
 #include "platform/run_time_error.h"
 #include "records/connection.h"
@@ -18,6 +19,23 @@ std::string ErrListDb::Outline(const std::string& errcode) {
   Db().Run("select outline from errmain where errcode = ?", {errcode},
            [&](const DbRow& row) { outline = row.Text(0); });
   return outline;
+}
+
+std::vector<ErrorCategory> ErrListDb::Categories() {
+  std::vector<ErrorCategory> categories;
+  Db().Run("select errtype_id, errtype from errtype order by errtype_id", {}, [&](const DbRow& row) {
+    categories.push_back({Trim(row.Text(0)), Trim(row.Text(1))});
+  });
+  return categories;
+}
+
+std::vector<ErrorCode> ErrListDb::CodesOf(const std::string& category) {
+  std::vector<ErrorCode> codes;
+  Db().Run("select errcode, outline from errmain where errcode like ? || '%' order by errcode", {category},
+           [&](const DbRow& row) {
+             codes.push_back({Trim(row.Text(0)), row.IsNull(1) ? "Null" : Trim(row.Text(1))});
+           });
+  return codes;
 }
 
 void WarmUpErrListDb(Program& program) {

@@ -2,6 +2,8 @@
 
 #include <initializer_list>
 
+#include "core/text_utility.h"
+
 namespace {
 
 constexpr std::string_view kLineEnd = "\r\n";
@@ -29,6 +31,10 @@ std::string Theme(std::string_view color) {
   return Lines({"   border-style:none; background-color: " + std::string(color) + ";"});
 }
 
+constexpr const char* kQuietBody =
+    "scroll='auto'  ONDRAGSTART='window.event.returnValue=false' "
+    "ONCONTEXTMENU='window.event.returnValue=false' onSelectStart='event.returnValue=false'>\r\n";
+
 }  // namespace
 
 std::string BuildPageFrame(std::string_view part, std::string_view color) {
@@ -42,7 +48,16 @@ std::string BuildPageFrame(std::string_view part, std::string_view color) {
 
 std::string ParchmentBody(const std::string& programFolder) {
   return "<body background='file:///" + programFolder +
-         "/ui/bg450.jpg' style='background-attachment: fixed;' scroll='auto'  "
-         "ONDRAGSTART='window.event.returnValue=false' ONCONTEXTMENU='window.event.returnValue=false' "
-         "onSelectStart='event.returnValue=false'>\r\n";
+         "/ui/bg450.jpg' style='background-attachment: fixed;' " + kQuietBody;
+}
+
+std::string DarkBody() { return std::string("<body ") + kQuietBody; }
+
+std::string HtmlText(std::string_view text) {
+  if (text.find_first_of("&<>\"") == std::string_view::npos) return std::string(text);
+  std::string html = Replace(text, "&", "&amp;");
+  for (const auto& [sign, entity] : {std::pair{"<", "&lt;"}, {">", "&gt;"}, {"\"", "&quot;"}}) {
+    html = Replace(html, sign, entity);
+  }
+  return html;
 }

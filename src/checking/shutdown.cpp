@@ -1,0 +1,77 @@
+// The way out of the program, and the housekeeping on it.
+#include "checking/main_window.h"
+#include "checking/resume_next.h"
+#include "core/error_report.h"
+#include "core/message.h"
+#include "core/settings.h"
+#include "platform/files.h"
+#include "records/age_cleaning.h"
+#include "views/work_off_screen.h"
+
+namespace {
+
+void AdviseOnSize(Program& program, AgeCleaning& records) {
+  constexpr int kMany = 5000;
+  if (records.CountOkSentences() > kMany || records.CountErrSentences() > kMany) {
+    FrmMessage::Ask(program, "42", 0, "OK", "0");
+  }
+}
+
+// By the server's date, since a clock that is wrong must not cost anybody a record. Without a server it is so
+// early that nothing goes.
+void RemoveOldRecords(const AppState& app, AgeCleaning& records) {
+  constexpr std::chrono::days kKept{180};
+  records.RemoveBefore(std::chrono::sys_days{app.gServerDate} - kKept);
+}
+
+void Upload(Program& program, AgeCleaning& records) {
+  auto& app = program.app;
+  if (!program.hall.frmUpload || !records.HasNewRows()) return;
+  app.gUploadAccountNo = app.gAccountNo;
+  app.gUploadFinished = false;
+  program.hall.frmUpload->SyncProgress("UPLOAD");
+  program.machine.loop.WaitUntil([&app] { return app.gUploadFinished; });
+  WriteNeedSync(program, "N");
+}
+
+void KeepHouse(FrmMain& frmMain) {
+  Program& program = frmMain.program;
+  AgeCleaning records(program, frmMain.records);
+  const bool isDesktopEdition = program.app.gEdition == "MRV";
+  if (isDesktopEdition) AdviseOnSize(program, records);
+  frmMain.Enabled = false;
+  if (isDesktopEdition) RemoveOldRecords(program.app, records);
+  WorkOffScreen work(program, "3002");
+  Upload(program, records);
+  work.Finish();
+}
+
+void DeleteEngineFiles(Files& files, const std::string& folder) {
+  Steps steps;
+  for (const auto& name : files.List(folder)) {
+    const bool isTemporary = name.starts_with("tmp") && name.find('.') != std::string::npos;
+    if (isTemporary || name == "chkresult.txt") {
+      steps.emplace_back([&files, path = folder + name] { files.Delete(path); });
+    }
+  }
+  RunSkippingFailures(steps);
+}
+
+}  // namespace
+
+// A database that fails is told of, but keeps nobody in the program.
+void FrmMain::CloseAppProcdure() {
+  try {
+    KeepHouse(*this);
+  } catch (const RunTimeError& error) {
+    ReportUnhandledError(program, error);
+  }
+  Enabled = false;
+  RunSkippingFailures({[this] { DeleteEngineFiles(machine.files, program.app.gEngineDir); }});
+  DoCloseAppEffect();
+}
+
+void FrmMain::DoCloseAppEffect() {
+  program.app.gFadeStep = -10;
+  tmrTransparentForm.Enabled = true;
+}

@@ -1,0 +1,83 @@
+#include "records/age_cleaning.h"
+
+#include <array>
+#include <filesystem>
+#include <memory>
+
+#include "core/program.h"
+#include "platform/files.h"
+#include "platform/machine.h"
+#include "records/connection.h"
+#include "records/record_db.h"
+#include "records/transaction.h"
+
+namespace {
+
+struct KeptTable {
+  const char* name;
+  const char* key;
+};
+// The list of days is left out: it is made from these.
+constexpr std::array<KeptTable, 3> kKeptTables{
+    {{"oksentence", "sId"}, {"errsentence", "id"}, {"essay", "essayId"}}};
+
+int Count(Database& db, const std::string& sql, const std::vector<DbValue>& parameters = {}) {
+  int count = 0;
+  db.Run("select count(*) from " + sql, parameters,
+         [&](const DbRow& row) { count = static_cast<int>(row.Number(0)); });
+  return count;
+}
+
+std::unique_ptr<Database> OpenArchive(const Machine& machine, const std::filesystem::path& path) {
+  return machine.files.FileExists(path) ? machine.databases.Open(path, Databases::Mode::kReadWrite)
+                                        : machine.databases.Create(path);
+}
+
+bool HasRowsBefore(Database& db, const std::string& day) {
+  for (const auto& table : kKeptTables) {
+    if (Count(db, std::string(table.name) + " where sDate < ?", {day}) > 0) return true;
+  }
+  return false;
+}
+
+}  // namespace
+
+void AgeCleaning::RemoveBefore(Day day) {
+  Database& db = records_.Db();
+  if (HasRowsBefore(db, IsoDay(day))) Archive(day);
+  Transaction transaction(db);
+  for (const char* table : {"workRec", "oksentence", "errsentence", "essay"}) {
+    db.Run(std::string("delete from ") + table + " where sDate < ?", {IsoDay(day)});
+  }
+  transaction.Commit();
+}
+
+// The archive has its own transaction, which ends first: a crash at any point leaves a row in one of the two
+// files at least. What an earlier crash has left in both is not appended twice.
+void AgeCleaning::Archive(Day day) {
+  const std::filesystem::path source = ConnectionPath(program_.app.gConnRecords);
+  const auto archive = OpenArchive(program_.machine, source.parent_path() / "archive.mdb");
+  archive->Run("attach database ? as records", {source.string()});
+  Transaction transaction(*archive);
+  for (const auto& [name, key] : kKeptTables) {
+    const std::string table = name;
+    const std::string column = key;
+    archive->Run("create table if not exists main." + table + " as select * from records." + table +
+                 " where 0");
+    archive->Run("insert into main." + table + " select * from records." + table + " where sDate < ? and " +
+                     column + " not in (select " + column + " from main." + table + ")",
+                 {IsoDay(day)});
+  }
+  transaction.Commit();
+}
+
+int AgeCleaning::CountOkSentences() { return Count(records_.Db(), "oksentence"); }
+
+int AgeCleaning::CountErrSentences() { return Count(records_.Db(), "errsentence"); }
+
+bool AgeCleaning::HasNewRows() {
+  for (const auto& table : kKeptTables) {
+    if (Count(records_.Db(), std::string(table.name) + " where upload = 'N'") > 0) return true;
+  }
+  return false;
+}

@@ -1,0 +1,28 @@
+// What the end of a run does to the records.
+#pragma once
+
+#include "records/day_records.h"
+
+struct Program;
+
+/// Every procedure throws RunTimeError when a statement fails.
+class AgeCleaning {
+ public:
+  AgeCleaning(Program& program, RecordDb& records) : program_(program), records_(records) {}
+
+  /// Removes all records of the days before the given one, after it has appended them to `archive.mdb` beside
+  /// the database, which nothing but a person reads.
+  void RemoveBefore(Day day);
+
+  /// Rows of `oksentence` and `errsentence`, whatever their flags.
+  int CountOkSentences();
+  int CountErrSentences();
+  /// True when a sentence or an essay has not been uploaded.
+  bool HasNewRows();
+
+ private:
+  void Archive(Day day);
+
+  Program& program_;
+  RecordDb& records_;
+};

@@ -1,0 +1,130 @@
+#include "records/day_records.h"
+
+#include "records/record_db.h"
+#include "records/transaction.h"
+
+namespace {
+
+std::vector<DayCount> CountsByDay(Database& db, std::string_view sql) {
+  std::vector<DayCount> days;
+  db.Run(sql, {}, [&](const DbRow& row) {
+    days.push_back({DayFromIso(row.Text(0)), static_cast<int>(row.Number(1))});
+  });
+  return days;
+}
+
+int Count(Database& db, std::string_view sql, Day day) {
+  int count = 0;
+  db.Run(sql, {IsoDay(day)}, [&](const DbRow& row) { count = static_cast<int>(row.Number(0)); });
+  return count;
+}
+
+// Days as a JSON array: one parameter, however many there are.
+std::string JsonOf(const std::vector<Day>& days) {
+  std::string json;
+  for (const auto& day : days) {
+    json += json.empty() ? "[\"" : "\",\"";
+    json += IsoDay(day);
+  }
+  return json.empty() ? "[]" : json + "\"]";
+}
+
+std::vector<ListedSentence> Sentences(Database& db, const std::string& select, const std::vector<Day>& days) {
+  std::vector<ListedSentence> sentences;
+  const auto take = [&](const DbRow& row) { sentences.push_back({row.Text(0), row.Text(1)}); };
+  // Within a day they come in the order in which they were recorded.
+  const std::string order = " order by sDate, rowid";
+  if (days.empty()) {
+    db.Run(select + order, {}, take);
+  } else {
+    db.Run(select + " and sDate in (select value from json_each(?))" + order, {JsonOf(days)}, take);
+  }
+  return sentences;
+}
+
+}  // namespace
+
+void DayRecords::ClearWorkRec() { records_.Db().Run("delete from workRec where 1=1"); }
+
+void DayRecords::InsertOkDays(const std::vector<DayCount>& days) {
+  Database& db = records_.Db();
+  Transaction transaction(db);
+  for (const auto& [day, count] : days) {
+    db.Run("insert into workRec values (?, ?, '0', 'N')", {IsoDay(day), std::to_string(count)});
+  }
+  transaction.Commit();
+}
+
+void DayRecords::MergeErrDays(const std::vector<DayCount>& days) {
+  Database& db = records_.Db();
+  Transaction transaction(db);
+  for (const auto& [day, count] : days) {
+    if (Count(db, "select count(*) from workRec where sDate = ?", day) > 0) {
+      db.Run("update workRec set chkwrong = ? where sDate = ?", {std::to_string(count), IsoDay(day)});
+    } else {
+      db.Run("insert into workRec values (?, '0', ?, 'N')", {IsoDay(day), std::to_string(count)});
+    }
+  }
+  transaction.Commit();
+}
+
+std::vector<Day> DayRecords::WorkRecDays() {
+  std::vector<Day> days;
+  records_.Db().Run("select sDate from workRec order by sDate desc", {},
+                    [&](const DbRow& row) { days.push_back(DayFromIso(row.Text(0))); });
+  return days;
+}
+
+std::vector<DayCount> DayRecords::OkDays() {
+  return CountsByDay(records_.Db(),
+                     "select sDate, count(*) from oksentence where upload <> 'D' group by sDate "
+                     "order by sDate");
+}
+
+std::vector<DayCount> DayRecords::ErrDays() {
+  return CountsByDay(records_.Db(),
+                     "select sDate, count(*) from errsentence where upload <> 'D' group by sDate "
+                     "order by sDate");
+}
+
+int DayRecords::CountOk(Day day) {
+  return Count(records_.Db(),
+               "select count(*) from oksentence where sDate = ? and (essayId = '0' or essayId = '')", day);
+}
+
+int DayRecords::CountErr(Day day) {
+  return Count(records_.Db(),
+               "select count(*) from errsentence where sDate = ? and (essayId = '0' or essayId = '')", day);
+}
+
+std::vector<ListedSentence> DayRecords::OkSentences(const std::vector<Day>& days) {
+  return Sentences(records_.Db(),
+                   "select sId, sentence from oksentence where upload <> 'D' and "
+                   "(essayId = '0' or essayId = '')",
+                   days);
+}
+
+std::vector<ListedSentence> DayRecords::ErrSentences(const std::vector<Day>& days) {
+  return Sentences(records_.Db(),
+                   "select id, sentence from errsentence where (essayId = '0' or essayId = '')", days);
+}
+
+void DayRecords::DeleteDays(const std::vector<Day>& days) {
+  Database& db = records_.Db();
+  Transaction transaction(db);
+  for (const auto& day : days) {
+    db.Run("update oksentence set upload = 'D' where sDate = ?", {IsoDay(day)});
+    db.Run("update errsentence set upload = 'D' where sDate = ?", {IsoDay(day)});
+  }
+  transaction.Commit();
+}
+
+void DayRecords::DeleteSentences(const std::vector<std::string>& ids) {
+  Database& db = records_.Db();
+  Transaction transaction(db);
+  for (const auto& id : ids) {
+    db.Run("update oksentence set upload = 'D' where sId = ?", {id});
+    db.Run("update errsentence set upload = 'D' where id = ?", {id});
+  }
+  transaction.Commit();
+}

@@ -1,0 +1,53 @@
+#include "records/practice_records.h"
+
+#include "records/record_db.h"
+
+std::vector<PracticeDay> PracticeRecords::DaysWithin(Day first, Day last) {
+  std::vector<PracticeDay> days;
+  records_.Db().Run(
+      "select sDate, sum(isRight), sum(1 - isRight) from ("
+      "select sDate, 1 as isRight from oksentence where upload <> 'D' and sDate between ?1 and ?2 union all "
+      "select sDate, 0 from errsentence where upload <> 'D' and sDate between ?1 and ?2) "
+      "group by sDate order by sDate",
+      {IsoDay(first), IsoDay(last)}, [&](const DbRow& row) {
+        days.push_back(
+            {DayFromIso(row.Text(0)), static_cast<int>(row.Number(1)), static_cast<int>(row.Number(2))});
+      });
+  return days;
+}
+
+std::vector<ErrorTally> PracticeRecords::MostFrequentErrors(int limit) {
+  std::vector<ErrorTally> errors;
+  records_.Db().Run(
+      "select errcode, count(*) from errsentence where upload <> 'D' and errcode <> '0' "
+      "group by errcode order by 2 desc, 1 limit ?",
+      {limit}, [&](const DbRow& row) {
+        errors.push_back({row.Text(0), static_cast<int>(row.Number(1))});
+      });
+  return errors;
+}
+
+int PracticeRecords::RunOfDays(Day today) {
+  constexpr const char* kLive = "upload <> 'D' and sDate";
+  const std::string latestOk =
+      std::string("(select sDate from oksentence where ") + kLive + " <= ?1 order by sDate desc limit 1)";
+  const std::string latestErr =
+      std::string("(select sDate from errsentence where ") + kLive + " <= ?1 order by sDate desc limit 1)";
+  const std::string before = " = date(day, '-1 day'))";
+  int length = 0;
+  records_.Db().Run(
+      "with recursive run(day, length) as ("
+      "select max(ifnull(" +
+          latestOk + ", ''), ifnull(" + latestErr +
+          ", '')), 1 union all "
+          "select date(day, '-1 day'), length + 1 from run where "
+          "exists (select 1 from oksentence where " +
+          kLive + before +
+          " or "
+          "exists (select 1 from errsentence where " +
+          kLive + before +
+          ") "
+          "select case when max(day) >= date(?1, '-1 day') then max(length) else 0 end from run",
+      {IsoDay(today)}, [&](const DbRow& row) { length = static_cast<int>(row.Number(0)); });
+  return length;
+}

@@ -1,0 +1,35 @@
+// Practice over time: what the charts are drawn from.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "records/day_records.h"
+
+struct PracticeDay {
+  Day day;
+  int right = 0;
+  int faulty = 0;
+};
+
+struct ErrorTally {
+  std::string errcode;
+  int count = 0;
+};
+
+/// One query each. All count the sentences that are not deleted, also those of essays. A day is the local day
+/// on which a sentence was recorded, and stays it. Every procedure throws RunTimeError.
+class PracticeRecords {
+ public:
+  explicit PracticeRecords(RecordDb& records) : records_(records) {}
+
+  /// The days with sentences from the first to the last given, in order.
+  std::vector<PracticeDay> DaysWithin(Day first, Day last);
+  /// The most frequent codes, the most frequent first; sentences without a code are left out.
+  std::vector<ErrorTally> MostFrequentErrors(int limit);
+  /// Length of the run of days with sentences that ends today, or yesterday as long as today has none.
+  int RunOfDays(Day today);
+
+ private:
+  RecordDb& records_;
+};

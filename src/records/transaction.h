@@ -1,0 +1,31 @@
+// Several statements as one.
+#pragma once
+
+#include "platform/database.h"
+#include "platform/run_time_error.h"
+
+/// Undoes what was done since it was made, unless it is committed. Let no events in meanwhile: what their
+/// handlers write would be part of it.
+class Transaction {
+ public:
+  explicit Transaction(Database& db) : db_(db) { db_.Run("begin immediate"); }
+  ~Transaction() {
+    if (!isOpen_) return;
+    try {
+      db_.Run("rollback");
+    } catch (const RunTimeError&) {
+      return;  // the database has done so itself
+    }
+  }
+  Transaction(const Transaction&) = delete;
+  Transaction& operator=(const Transaction&) = delete;
+
+  void Commit() {
+    db_.Run("commit");
+    isOpen_ = false;
+  }
+
+ private:
+  Database& db_;
+  bool isOpen_ = true;
+};

@@ -1,0 +1,33 @@
+// What the charts of the diary show, before anything is drawn.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "records/practice_records.h"
+
+class ErrListDb;
+
+struct FrequentError {
+  std::string outline;
+  int count = 0;
+};
+
+struct Charts {
+  std::vector<PracticeDay> days;   ///< each of the last six weeks' days, the days off too
+  std::vector<PracticeDay> weeks;  ///< each of the last 26 weeks, told by its Monday
+  std::vector<FrequentError> errors;
+  int runOfDays = 0;
+
+  bool IsEmpty() const;
+};
+
+/// Puts a row for each step of days from the first to the last one and adds up what falls into it.
+/// @param found in order of days, none before the first
+std::vector<PracticeDay> Spread(const std::vector<PracticeDay>& found, Day first, Day last, int stepDays);
+
+/// The Monday of a day's week.
+Day MondayOf(Day day);
+
+/// Throws RunTimeError.
+Charts CollectCharts(RecordDb& records, ErrListDb& errList, Day today);

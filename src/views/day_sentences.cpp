@@ -1,0 +1,148 @@
+#include "views/day_sentences.h"
+
+#include "core/message.h"
+#include "core/text_utility.h"
+#include "platform/desktop.h"
+#include "platform/machine.h"
+#include "platform/run_time_error.h"
+#include "views/day_sentences_page.h"
+
+namespace {
+
+std::vector<Day> DaysFrom(const std::string& list) {
+  std::vector<Day> days;
+  for (const auto& text : Split(list, "#")) {
+    Day day{};
+    if (!ParseDate(text, day)) throw RunTimeError("not a date: " + text);
+    days.push_back(day);
+  }
+  return days;
+}
+
+// Nothing is recorded while it lasts.
+class BusySentences {
+ public:
+  explicit BusySentences(AppState& app) : app_(app) { app_.gSentencesBusy = true; }
+  ~BusySentences() { app_.gSentencesBusy = false; }
+  BusySentences(const BusySentences&) = delete;
+  BusySentences& operator=(const BusySentences&) = delete;
+
+ private:
+  AppState& app_;
+};
+
+}  // namespace
+
+FrmSentences::FrmSentences(Program& program, RecordDb& records, Window<FrmBindSelect>& frmBindSelect)
+    : Form(program.machine, "frmSentences"),
+      tmrMessage(program.machine.loop, 1000),
+      program_(program),
+      records_(records),
+      frmBindSelect_(frmBindSelect),
+      fade_(*this),
+      shell_(picBG, imgClose),
+      list_(webHtml, picSelectAll, lblSelectAll, lblCheckAll) {
+  shell_.Add(picButtons, imgBtnOff, imgBtnOver, imgBtnOn);
+  picButtons.On(&Control::Click, [this](int index) { picButtons_Click(index); });
+  webHtml.BeforeNavigate2 = [this](const std::string& url, bool& cancel) {
+    webHtml_BeforeNavigate2(url, cancel);
+  };
+  imgClose.Click = [this] { closeForm(); };
+  QueryClose = [this] { closeForm(); };
+  tmrMessage.onTick = [this] { TellDeleted(); };
+}
+
+void FrmSentences::Form_Load() {
+  program_.app.gOpenSentences = true;
+  Width = picBG.Width;
+  Height = picBG.Height;
+  shell_.SetMouseIconHand();
+  fade_.In();
+}
+
+void FrmSentences::Form_Unload() { program_.app.gOpenSentences = false; }
+
+void FrmSentences::closeForm() {
+  program_.app.gOpenSentences = false;
+  fade_.Out();
+}
+
+void FrmSentences::ShowDaySentences(const std::string& mode, const std::string& days) {
+  webHtml.Navigate("about:blank");
+  list_.Reset(0);
+  dayList_ = days;
+  const auto wanted = DaysFrom(days);
+  std::vector<ListedSentence> ok;
+  std::vector<ListedSentence> err;
+  if (mode == "OKONLY" || mode == "ALL") ok = records_.OkSentences(wanted);
+  if (mode == "ALL") err = records_.ErrSentences(wanted);
+  list_.Reset(static_cast<int>(ok.size() + err.size()));
+  webHtml.Write(DaySentencesPage(ok, err));
+}
+
+void FrmSentences::picButtons_Click(int index) {
+  if (list_.RowCount() == 0) {
+    FrmMessage::Ask(program_, "13", 1, "OK", "0");
+    return;
+  }
+  const int count = GetCheckCounts();
+  if (count == 0) {
+    FrmMessage::Ask(program_, "14", 1, "OK", "0");
+    return;
+  }
+  if (index == 0) return GetRecAndOutput();
+  if (index == 1) return AskAndDelete();
+  if (count > 1) {
+    FrmMessage::Ask(program_, "14016", 0, "OK", "0");
+    return;
+  }
+  GetRecAndPassEngine();
+}
+
+void FrmSentences::webHtml_BeforeNavigate2(const std::string& url, bool& cancel) {
+  if (!url.starts_with("cmd:")) return;
+  cancel = true;
+  if (url == "cmd:passEngine") picButtons_Click(2);
+}
+
+void FrmSentences::GetRecAndPassEngine() {
+  std::string sentence;
+  const auto rows = list_.CheckedRows();
+  if (!rows.empty()) {
+    list_.Uncheck(rows.front());
+    sentence = webHtml.Value("rec" + std::to_string(rows.front()));
+  }
+  RichTextBox& txtInput = program_.hall.frmMain->InputBox();
+  txtInput.Text = sentence;
+  machine.loop.DoEvents();
+  txtInput.SelStart = 0;
+  txtInput.SelLength = Len(txtInput.Text());
+  txtInput.SelFontName = "Arial";
+  txtInput.SelColor = Rgb(255, 204, 0);
+  const BusySentences busy(program_.app);
+  program_.hall.frmMain->PassStringToEngine();
+}
+
+void FrmSentences::GetRecAndOutput() {
+  const auto paragraph = frmBindSelect_->AskParagraph();
+  if (!paragraph) return;
+  const auto file = machine.desktop.AskSaveFile("輸出造句", "text file (*.txt)|*.txt|", "我的造句.txt");
+  if (!file) return;
+  std::vector<std::string> sentences;
+  for (const int row : list_.CheckedRows()) sentences.push_back(webHtml.Value("rec" + std::to_string(row)));
+  ExportSentences(program_, *file, sentences, *paragraph);
+}
+
+void FrmSentences::AskAndDelete() {
+  if (FrmMessage::Ask(program_, "15", 2, "OK_CANCEL", "2") != "OK") return;
+  CleanupSelectedRecord();
+  tmrMessage.Enabled = true;
+}
+
+void FrmSentences::CleanupSelectedRecord() { records_.DeleteSentences(list_.CheckedKeys()); }
+
+void FrmSentences::TellDeleted() {
+  tmrMessage.Enabled = false;
+  FrmMessage::Ask(program_, "17", 0, "OK", "0");
+  ShowDaySentences("OKONLY", dayList_);
+}

@@ -1,0 +1,15 @@
+// The page of the sentences of some days: one row a sentence.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "records/day_records.h"
+
+/// A sentence of the page as the user knows it, with plain apostrophes.
+std::string ShownSentence(const ListedSentence& row);
+
+/// Right sentences, then faulty ones as they are stored. Row n, from 1, has a box "chk" + n, whose value is
+/// the record id, and a hidden field "rec" + n with the sentence. A double click on a sentence marks its box
+/// and gives the command "cmd:passEngine".
+std::string DaySentencesPage(const std::vector<ListedSentence>& ok, const std::vector<ListedSentence>& err);

@@ -1,0 +1,142 @@
+#include "views/diary.h"
+
+#include "core/message.h"
+#include "core/text_utility.h"
+#include "platform/machine.h"
+#include "views/charts_page.h"
+#include "views/diary_page.h"
+#include "views/work_off_screen.h"
+
+void RebuildDays(DayRecords& records, const std::function<void()>& wait) {
+  records.ClearWorkRec();
+  records.InsertOkDays(records.OkDays());
+  if (wait) wait();
+  records.MergeErrDays(records.ErrDays());
+}
+
+std::vector<DiaryDay> DiaryDays(DayRecords& records) {
+  std::vector<DiaryDay> days;
+  for (const auto& day : records.WorkRecDays()) {
+    const DiaryDay entry{day, records.CountOk(day), records.CountErr(day)};
+    if (entry.ok > 0 || entry.err > 0) days.push_back(entry);
+  }
+  return days;
+}
+
+FrmDiary::FrmDiary(Program& program, RecordDb& records, ErrListDb& errList)
+    : Form(program.machine, "frmDiary"),
+      tmrWaitProcess(program.machine.loop, 1000),
+      tmrMessage(program.machine.loop, 1000),
+      program_(program),
+      recordDb_(records),
+      errList_(errList),
+      records_(records),
+      fade_(*this),
+      shell_(picBG, imgClose),
+      list_(webHtml, picSelectAll, lblSelectAll, lblCheckAll) {
+  shell_.Add(picButtons, imgBtnOff, imgBtnOver, imgBtnOn);
+  picButtons.On(&Control::Click, [this](int index) { picButtons_Click(index); });
+  picTabs.On(&Control::Click, [this](int index) { picTabs_Click(index); });
+  imgClose.Click = [this] { closeForm(); };
+  QueryClose = [this] { closeForm(); };
+  tmrWaitProcess.onTick = [this] {
+    tmrWaitProcess.Enabled = false;
+    waitFlag_ = false;
+  };
+  tmrMessage.onTick = [this] { TellDeleted(); };
+}
+
+void FrmDiary::Form_Load() {
+  program_.app.gOpenDiary = true;
+  Width = picBG.Width;
+  Height = picBG.Height;
+  shell_.SetMouseIconHand();
+  picTabs_Click(0);
+  fade_.In();
+  RebuildWorkRec();
+  ShowWorkRec();
+}
+
+void FrmDiary::Form_Unload() { program_.app.gOpenDiary = false; }
+
+void FrmDiary::closeForm() {
+  program_.app.gOpenDiary = false;
+  fade_.Out();
+}
+
+void FrmDiary::RebuildWorkRec() {
+  WorkOffScreen work(program_, "3003");
+  RebuildDays(records_, [this] { WaitASecond(); });
+  machine.loop.DoEvents();
+  work.Finish();
+}
+
+void FrmDiary::WaitASecond() {
+  machine.loop.DoEvents();
+  tmrWaitProcess.Enabled = true;
+  waitFlag_ = true;
+  machine.loop.WaitUntil([this] { return !waitFlag_; });
+}
+
+void FrmDiary::ShowWorkRec() {
+  webHtml.Navigate("about:blank");
+  const auto days = DiaryDays(records_);
+  list_.Reset(static_cast<int>(days.size()));
+  webHtml.Write(DiaryPage(days));
+}
+
+void FrmDiary::ShowSentenceForm() {
+  std::string days;
+  for (const auto& day : list_.CheckedKeys()) days += day + "#";
+  if (!days.empty()) days.pop_back();
+  const auto& frmSentences = program_.hall.frmSentences;
+  if (program_.app.gOpenSentences) frmSentences->AsForm().Unload();
+  frmSentences->ShowDaySentences("OKONLY", days);
+  frmSentences->AsForm().Show();
+}
+
+void FrmDiary::picButtons_Click(int index) {
+  if (GetCheckCounts() == 0) {
+    FrmMessage::Ask(program_, "19", 1, "OK", "0");
+    return;
+  }
+  if (index == 0) return ShowSentenceForm();
+  if (FrmMessage::Ask(program_, "21", 2, "OK_CANCEL", "2") != "OK") return;
+  CleanupDiaryRecord();
+  tmrMessage.Enabled = true;
+}
+
+void FrmDiary::CleanupDiaryRecord() {
+  std::vector<Day> days;
+  for (const auto& text : list_.CheckedKeys()) {
+    Day day{};
+    if (ParseDate(text, day)) days.push_back(day);
+  }
+  records_.DeleteDays(days);
+}
+
+void FrmDiary::TellDeleted() {
+  tmrMessage.Enabled = false;
+  FrmMessage::Ask(program_, "17", 0, "OK", "0");
+  RebuildWorkRec();
+  ShowWorkRec();
+}
+
+void FrmDiary::picTabs_Click(int index) {
+  const bool showsCharts = index == 1;
+  for (int i = 0; i < picTabs.Count(); ++i) {
+    picTabs(i).Picture = i == index ? imgTabOn(i).Picture : imgTabOff(i).Picture;
+  }
+  for (int i = 0; i < picButtons.Count(); ++i) {
+    picButtons(i).Visible = !showsCharts;
+    picSelectAll(i).Visible = !showsCharts;
+    lblSelectAll(i).Visible = !showsCharts;
+  }
+  webHtml.Visible = !showsCharts;
+  webCharts.Visible = showsCharts;
+  if (showsCharts) ShowCharts();
+}
+
+void FrmDiary::ShowCharts() {
+  webCharts.Write(ChartsPage(CollectCharts(recordDb_, errList_, DayOf(machine.loop.Now()))));
+}

@@ -1,0 +1,77 @@
+#include "views/error_statistics.h"
+
+#include "core/message.h"
+#include "core/text_utility.h"
+#include "platform/environment.h"
+#include "platform/machine.h"
+#include "views/error_statistics_page.h"
+#include "views/work_off_screen.h"
+
+namespace {
+
+constexpr const char* kOpenCode = "cmd:errcode:";
+constexpr const char* kRememberCode = "rem:errcode:";
+
+}  // namespace
+
+FrmErrList::FrmErrList(Program& program, RecordDb& records, ErrListDb& errList)
+    : Form(program.machine, "frmErrList"),
+      program_(program),
+      errList_(errList),
+      counts_(records),
+      fade_(*this),
+      shell_(picBG, imgClose) {
+  shell_.Add(picButtons, imgBtnOff(0), imgBtnOver(0), imgBtnOn(0));
+  picButtons.Click = [this] { picButtons_Click(); };
+  webHtml.BeforeNavigate2 = [this](const std::string& url, bool& cancel) {
+    webHtml_BeforeNavigate2(url, cancel);
+  };
+  imgClose.Click = [this] { closeForm(); };
+  QueryClose = [this] { closeForm(); };
+}
+
+void FrmErrList::Form_Load() {
+  program_.app.gOpenErrList = true;
+  Width = picBG.Width;
+  Height = picBG.Height;
+  shell_.SetMouseIconHand();
+  fade_.In();
+}
+
+void FrmErrList::Form_Unload() { program_.app.gOpenErrList = false; }
+
+void FrmErrList::closeForm() {
+  program_.app.gOpenErrList = false;
+  fade_.Out();
+}
+
+void FrmErrList::GetHtmlListAllErrType() {
+  WorkOffScreen work(program_, "3005");
+  webHtml.Navigate("about:blank");
+  const auto tree = CountErrors(errList_, counts_, [this] { machine.loop.DoEvents(); });
+  webHtml.Write(ErrorStatisticsPage(machine.environment.programFolder.string(), tree));
+  work.Finish();
+}
+
+void FrmErrList::webHtml_BeforeNavigate2(const std::string& url, bool& cancel) {
+  if (url.starts_with("cmd:")) {
+    cancel = true;
+    if (!url.starts_with(kOpenCode)) return;
+    const std::string code = Replace(url, kOpenCode, "");
+    program_.hall.frmErrSentence->ShowErrSentence(code);
+    program_.hall.frmErrSentence->AsForm().Show();
+  } else if (url == "rem:clear") {
+    selectedCode_.clear();  // not cancelled: the page stays as it is all the same
+  } else if (url.starts_with("rem:")) {
+    cancel = true;
+    selectedCode_ = Replace(url, kRememberCode, "");
+  }
+}
+
+void FrmErrList::picButtons_Click() {
+  if (selectedCode_.empty()) {
+    FrmMessage::Ask(program_, "22", 1, "OK", "0");
+    return;
+  }
+  webHtml.FollowLink(kOpenCode + selectedCode_);
+}

@@ -1,0 +1,94 @@
+#include "views/error_statistics_page.h"
+
+#include <fmt/format.h>
+
+#include "core/text_utility.h"
+#include "views/page_frame.h"
+
+namespace {
+
+// Opens and closes branches, and marks the chosen row.
+constexpr const char* kScript = R"html(<script language='javascript'>
+var oldSelectTD = '';
+function show(pId, pDisplay) { document.getElementById(pId).style.display = pDisplay; }
+function paint(pId, pColor) { document.getElementById(pId).style.backgroundColor = pColor; }
+function extendArea(pCode) {
+  var thisCode = 'div' + pCode;
+  var thisImgOff = 'imgoff' + pCode;
+  var thisImgOn = 'imgon' + pCode;
+  var isOpen = document.getElementById(thisCode).style.display == 'inline';
+  show(thisCode, isOpen ? 'none' : 'inline');
+  show(thisImgOff, isOpen ? 'inline' : 'none');
+  show(thisImgOn, isOpen ? 'none' : 'inline');
+}
+function selectTD(pTDCode) {
+  if (oldSelectTD != '') paint(oldSelectTD, '#585858');
+  if (pTDCode != '') paint(pTDCode, '#000000');
+  oldSelectTD = pTDCode;
+}
+</script>
+)html";
+
+constexpr const char* kCategory =
+    R"html(<tr><td onclick="javascript:selectTD('');" align='left' colspan='2' width='100%'>
+<a style='text-decoration: none;' href="javascript:extendArea('{0}');" onclick="document.location.href='rem:clear';">
+<img id = 'imgoff{0}' src='file:///{1}/ui/folder-off.gif' border='0' style='display:inline;'>
+<img id = 'imgon{0}' src='file:///{1}/ui/folder-on.gif' border='0' style='display:none;'>
+<font style='font-family: Arial; font-size: 14px; color: #FFCC00'>{2}</font>
+&nbsp;&nbsp;&nbsp;&nbsp;<font style='font-family: Arial; font-size: 14px; color: #FFCC00'>{3}</font>
+</a>
+</td>
+</tr>
+<tr><td align='left' colspan='2' width='100%'>
+<table width='100%' id='div{0}' style='display:none;'>
+)html";
+
+constexpr const char* kCode = R"html(<tr>
+<td width='5%'></td>
+<td id='td_{0}' onclick="javascript:selectTD('td_{0}');" width='95%' align='left'>
+<a style='text-decoration: none;' href='javascript:;' ondblclick="document.location.href='cmd:errcode:{0}';" onclick="document.location.href='rem:errcode:{0}';">
+<font style='font-family: Arial; font-size: 12px; color: #FFFFFF'>{1}</font>
+</a>
+&nbsp;&nbsp;&nbsp;&nbsp;<font style='font-family: Arial; font-size: 12px; color: #FFCC00'>{2}</font>
+</td>
+</tr>
+)html";
+
+void AppendCategory(std::string& page, const std::string& folder, const CountedCategory& entry) {
+  const auto out = std::back_inserter(page);
+  fmt::format_to(out, fmt::runtime(kCategory), entry.category.id, folder, HtmlText(entry.category.name),
+                 FormatNumber(entry.count));
+  for (const auto& [code, count] : entry.codes) {
+    fmt::format_to(out, fmt::runtime(kCode), code.errcode, HtmlText(code.outline), FormatNumber(count));
+  }
+  page += "</table>\n</td></tr>\n";
+}
+
+}  // namespace
+
+std::vector<CountedCategory> CountErrors(ErrListDb& errList, ErrorCounts& counts,
+                                         const std::function<void()>& afterEachCode) {
+  std::vector<CountedCategory> tree;
+  for (const auto& category : errList.Categories()) {
+    const int total = counts.CountLike(category.id);
+    if (total <= 0) continue;
+    CountedCategory entry{category, total, {}};
+    for (const auto& code : errList.CodesOf(category.id)) {
+      const int count = counts.CountWith(code.errcode);
+      if (count > 0) entry.codes.push_back({code, count});
+      if (afterEachCode) afterEachCode();
+    }
+    tree.push_back(std::move(entry));
+  }
+  return tree;
+}
+
+std::string ErrorStatisticsPage(const std::string& programFolder,
+                                const std::vector<CountedCategory>& categories) {
+  std::string tree = kScript;
+  std::string body = "<div align='center'>\n<table border='0' width='99%' id='table1'>\n";
+  for (const auto& category : categories) AppendCategory(body, programFolder, category);
+  body += "</table>\n";
+  return BuildPageFrame("HEADER", "") + Replace(tree, "\n", "\r\n") + DarkBody() +
+         Replace(body, "\n", "\r\n") + BuildPageFrame("FOOTER", "");
+}

@@ -1,0 +1,102 @@
+#include "views/record_export.h"
+
+#include "core/message.h"
+#include "platform/files.h"
+#include "platform/machine.h"
+#include "platform/run_time_error.h"
+
+namespace {
+
+constexpr const char* kLineEnd = "\r\n";
+
+// Unlike what stood at the path before, a part of the new text is of no use to anybody.
+void WriteWhole(Files& files, const Files::Path& path, const std::string& text) {
+  try {
+    RewriteFile(files, path, text, false);
+  } catch (const RunTimeError&) {
+    Files::Path part = path;
+    part += ".new";
+    if (files.FileExists(part)) files.Delete(part);
+    throw;
+  }
+}
+
+void TellNotWritten(Program& program, const Files::Path& path) {
+  program.app.gProgressDetail = "無法寫入檔案「" + path.string() + "」，請檢查磁碟空間以及資料夾的寫入權限";
+  FrmMessage::Ask(program, "404", 1, "OK", "1");
+}
+
+}  // namespace
+
+std::string ExportText(const std::vector<std::string>& sentences, bool paragraph) {
+  std::string text;
+  for (const auto& sentence : sentences) {
+    text += sentence;
+    if (!paragraph) {
+      text += kLineEnd;
+    } else {
+      text += sentence.ends_with('.') ? " " : ". ";
+    }
+  }
+  return text + kLineEnd;
+}
+
+bool ExportSentences(Program& program, const std::string& path, const std::vector<std::string>& sentences,
+                     bool paragraph) {
+  Files& files = program.machine.files;
+  Files::Path file = path;
+  if (!file.has_extension()) file += ".txt";
+  if (files.FileExists(file) && FrmMessage::Ask(program, "12", 2, "YES_NO", "2") != "YES") return false;
+  try {
+    WriteWhole(files, file, ExportText(sentences, paragraph));
+  } catch (const RunTimeError&) {
+    TellNotWritten(program, file);
+    return false;
+  }
+  FrmMessage::Ask(program, "18", 0, "OK", "0");
+  return true;
+}
+
+FrmBindSelect::FrmBindSelect(Program& program)
+    : Form(program.machine, "frmBindSelect"), program_(program), fade_(*this), shell_(picBG, imgClose) {
+  shell_.Add(picButtons, imgBtnOff, imgBtnOver, imgBtnOn);
+  lblOption(0).Caption = "將句子併為一個段落";
+  lblOption(1).Caption = "句子各自獨立為一行";
+  lblOption.On(&Control::Click, [this](int index) { lblOption_Click(index); });
+  picButtons.On(&Control::Click, [this](int index) { picButtons_Click(index); });
+  imgClose.Click = [this] { picButtons_Click(1); };
+  QueryClose = [this] { picButtons_Click(1); };
+}
+
+std::optional<bool> FrmBindSelect::AskParagraph() {
+  ShowModal();
+  if (lblOpt.Caption().empty()) return std::nullopt;
+  return lblOpt.Caption() == "1";
+}
+
+void FrmBindSelect::Form_Load() {
+  program_.app.gOpenBindSelect = true;
+  Width = picBG.Width;
+  Height = picBG.Height;
+  CenterForm(*this);
+  shell_.SetMouseIconHand();
+  for (int i = 0; i < lblOption.Count(); ++i) lblOption(i).HandCursor = true;
+  fade_.In();
+}
+
+void FrmBindSelect::Form_Unload() { program_.app.gOpenBindSelect = false; }
+
+void FrmBindSelect::closeForm() {
+  program_.app.gOpenBindSelect = false;
+  fade_.Out();
+}
+
+void FrmBindSelect::lblOption_Click(int index) {
+  for (int i = 0; i < optLink.Count(); ++i) optLink(i).Value = i == index;
+}
+
+void FrmBindSelect::picButtons_Click(int index) {
+  const bool isParagraph = optLink(0).Value;
+  lblOpt.Caption = index != 0 ? "" : isParagraph ? "1" : "2";
+  closeForm();
+}

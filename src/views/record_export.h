@@ -1,0 +1,50 @@
+// Sentences as a text file.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "core/program.h"
+#include "core/shell_buttons.h"
+#include "core/window_shell.h"
+
+/// One sentence a line (CR LF); or, as a paragraph, each with a full stop at its end, if it has none, and a
+/// blank behind it. The text's last line is ended too.
+std::string ExportText(const std::vector<std::string>& sentences, bool paragraph);
+
+/// Writes sentences into a text file (UTF-8), which it replaces whole, and tells the user how that went. Asks
+/// before it replaces a file. A failure leaves no part of a file.
+/// @param path the ending ".txt" is added to a name without one
+/// @return true when the file has been written
+bool ExportSentences(Program& program, const std::string& path, const std::vector<std::string>& sentences,
+                     bool paragraph);
+
+/// Asks how the sentences are to be joined.
+class FrmBindSelect : public Form, public HallWindow {
+ public:
+  explicit FrmBindSelect(Program& program);
+
+  Form& AsForm() override { return *this; }
+  /// Shows the window and waits. True: one paragraph; nothing when the user gave up.
+  std::optional<bool> AskParagraph();
+
+  void Form_Load() override;
+  void Form_Unload() override;
+  void closeForm();
+
+  ControlArray<OptionButton, 2> optLink{*this, "optLink"};
+  ControlArray<Label, 2> lblOption{*this, "lblOption"};
+  ControlArray<PictureBox, 2> picButtons{*this, "picButtons"}, imgBtnOff{*this, "imgBtnOff"},
+      imgBtnOver{*this, "imgBtnOver"}, imgBtnOn{*this, "imgBtnOn"};
+  Label lblOpt{*this, "lblOpt"};  ///< "1" a paragraph, "2" line by line, "" no answer
+  PictureBox imgClose{*this, "imgClose"}, picBG{*this, "picBG"};
+
+ private:
+  void lblOption_Click(int index);
+  void picButtons_Click(int index);
+
+  Program& program_;
+  Fade fade_;
+  ShellButtons shell_;
+};

@@ -1,0 +1,25 @@
+// Fills a record database for looking at the windows: fill_records <Marovane.mdb> [last day] [sentences]
+// [days]
+#include <fmt/format.h>
+
+#include "core/text_utility.h"
+#include "platform/host/sqlite_database.h"
+#include "tests/support/realistic_records.h"
+
+int main(int argc, char** argv) {
+  RealisticRecords wish;
+  if (argc < 3 || !ParseDate(argv[2], wish.lastDay)) {
+    fmt::print(stderr, "fill_records <Marovane.mdb> <last day> [sentences] [days]\n");
+    return 64;
+  }
+  if (argc > 3) wish.sentences = std::stoi(argv[3]);
+  if (argc > 4) wish.days = std::stoi(argv[4]);
+  try {
+    SqliteDatabases databases;
+    FillRealistically(*databases.Open(argv[1], Databases::Mode::kReadWrite), wish);
+  } catch (const std::exception& error) {
+    fmt::print(stderr, "{}\n", error.what());
+    return 1;
+  }
+  return 0;
+}

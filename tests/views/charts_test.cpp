@@ -1,0 +1,120 @@
+#include "views/charts.h"
+
+#include "tests/views/views_fixture.h"
+#include "views/chart_drawing.h"
+#include "views/charts_page.h"
+
+namespace {
+
+using ::testing::HasSubstr;
+using ::testing::Not;
+
+constexpr Day kToday{std::chrono::year{2026} / 11 / 5};  // a Thursday
+
+class ChartsTest : public ViewsTest {};
+
+TEST_F(ChartsTest, WeeksBeginOnMonday) {
+  const struct {
+    Day day, monday;
+  } kCases[] = {
+      {std::chrono::year{2026} / 11 / 5, std::chrono::year{2026} / 11 / 2},
+      {std::chrono::year{2026} / 11 / 2, std::chrono::year{2026} / 11 / 2},
+      {std::chrono::year{2026} / 11 / 1, std::chrono::year{2026} / 10 / 26},
+      {std::chrono::year{2026} / 1 / 3, std::chrono::year{2025} / 12 / 29},
+  };
+  for (const auto& c : kCases) EXPECT_EQ(MondayOf(c.day), c.monday) << FormatDateUnpadded(c.day, "/");
+}
+
+TEST_F(ChartsTest, SpreadsOverDaysAndWeeks) {
+  const Day first{std::chrono::year{2026} / 10 / 26};
+  const auto weeks =
+      Spread({{first, 1, 2}, {std::chrono::year{2026} / 11 / 1, 3, 0}, {kToday, 5, 1}}, first, kToday, 7);
+  ASSERT_EQ(weeks.size(), 2);
+  EXPECT_EQ(weeks[0].right * 10 + weeks[0].faulty, 42);
+  EXPECT_EQ(weeks[1].right * 10 + weeks[1].faulty, 51);
+  EXPECT_EQ(Spread({}, first, kToday, 1).size(), 11);
+}
+
+TEST_F(ChartsTest, CollectsWhatIsNotDeletedFromItsOwnDays) {
+  PutOk({"1", "2026-11-05", "a"});
+  PutOk({"2", "2026-11-05", "b", "D"});
+  PutErr({"3", "2026-11-05", "c", "Y", "77", "AG01"});
+  PutErr({"4", "2026-11-02", "d", "Y", "0", "AG01"});
+  PutErr({"5", "2026-11-02", "e", "Y", "0", "XX01"});
+  PutErr({"6", "2026-11-02", "f", "Y", "0", "0"});
+  PutErr({"7", "2026-11-02", "g", "D", "0", "XX01"});
+  PutOk({"8", "2026-05-11", "the first day of the half year"});
+  PutOk({"9", "2026-05-10", "before it"});
+  PutOk({"10", "2026-11-06", "a clock that was wrong"});
+  const Charts charts = CollectCharts(records, errList, kToday);
+  EXPECT_EQ(charts.days.size(), 39);
+  EXPECT_EQ(charts.days.front().day, Day{std::chrono::year{2026} / 9 / 28});
+  EXPECT_EQ(charts.days.back().right * 10 + charts.days.back().faulty, 11);
+  ASSERT_EQ(charts.weeks.size(), 26);
+  EXPECT_EQ(charts.weeks.front().right, 1);
+  EXPECT_EQ(charts.weeks.back().right * 10 + charts.weeks.back().faulty, 14);
+  ASSERT_EQ(charts.errors.size(), 2);
+  EXPECT_EQ(charts.errors[0].outline + std::to_string(charts.errors[0].count), "第三人稱單數2");
+  EXPECT_EQ(charts.errors[1].outline + std::to_string(charts.errors[1].count), "XX011");
+  EXPECT_EQ(charts.runOfDays, 1);
+}
+
+TEST_F(ChartsTest, ARunOfDaysEndsTodayOrYesterday) {
+  const struct {
+    std::vector<const char*> days;
+    int run;
+  } kCases[] = {
+      {{}, 0},
+      {{"2026-11-05"}, 1},
+      {{"2026-11-05", "2026-11-04", "2026-11-02"}, 2},
+      {{"2026-11-04", "2026-11-03", "2026-11-02", "2026-11-01", "2026-10-31"}, 5},
+      {{"2026-11-03", "2026-11-02"}, 0},
+      {{"2026-11-06"}, 0},
+  };
+  PracticeRecords practice(records);
+  for (const auto& c : kCases) {
+    db->Run("delete from oksentence");
+    db->Run("delete from errsentence");
+    bool isOk = false;
+    for (const char* day : c.days) {
+      isOk = !isOk;
+      if (isOk) PutOk({day, day, "a"});
+      if (!isOk) PutErr({day, day, "a"});
+    }
+    EXPECT_EQ(practice.RunOfDays(kToday), c.run) << (c.days.empty() ? "none" : c.days.front());
+  }
+}
+
+TEST_F(ChartsTest, ScalesHoldTheirCountAndHalveEvenly) {
+  for (const auto& [count, top] : {std::pair{0, 4},
+                                   {4, 4},
+                                   {5, 6},
+                                   {7, 10},
+                                   {11, 20},
+                                   {61, 100},
+                                   {100, 100},
+                                   {1601, 2000},
+                                   {60001, 100000}}) {
+    EXPECT_EQ(ScaleTop(count), top) << count;
+  }
+}
+
+TEST_F(ChartsTest, DrawsWeeksWithoutSentencesAsGaps) {
+  const Day monday{std::chrono::year{2026} / 11 / 2};
+  const std::string line = ShareLine({{monday, 1, 1}, {monday, 0, 0}, {monday, 3, 0}, {monday, 0, 2}});
+  const auto path = line.substr(line.find("<path d='"));
+  EXPECT_EQ(std::count(path.begin(), path.end(), 'M'), 2);
+  EXPECT_THAT(line, HasSubstr("2026/11/2 起的一週：50%（2 句）"));
+}
+
+TEST_F(ChartsTest, NothingGivesAFriendlyPicture) {
+  const std::string page = ChartsPage(CollectCharts(records, errList, kToday));
+  EXPECT_THAT(page, HasSubstr("還沒有造句記錄"));
+  EXPECT_THAT(page, Not(HasSubstr("每日造句")));
+  PutOk({"1", "2026-11-05", "a"});
+  const std::string drawn = ChartsPage(CollectCharts(records, errList, kToday));
+  EXPECT_THAT(drawn, HasSubstr("每日造句"));
+  EXPECT_THAT(drawn, Not(HasSubstr("最常犯的錯誤")));
+}
+
+}  // namespace

@@ -1,0 +1,199 @@
+#include "views/diary.h"
+
+#include "platform/run_time_error.h"
+#include "tests/views/views_fixture.h"
+#include "views/diary_page.h"
+
+namespace {
+
+using namespace std::chrono_literals;
+using ::testing::HasSubstr;
+using ::testing::Not;
+
+/// Remembers what it was asked to show.
+class FakeSentences : public Form, public DaySentences {
+ public:
+  explicit FakeSentences(Machine& theMachine) : Form(theMachine, "frmSentences") {}
+  Form& AsForm() override { return *this; }
+  void ShowDaySentences(const std::string& kind, const std::string& days) override {
+    asked.push_back(kind + ":" + days);
+  }
+  std::vector<std::string> asked;
+};
+
+class DiaryTest : public ViewsTest {
+ protected:
+  DiaryTest() {
+    program.hall.frmSentences.LeadsTo([this]() -> DaySentences& { return frmSentences; });
+  }
+
+  FrmDiary& Open() {
+    frmDiary->Show();
+    LoadInputs(frmDiary->webHtml);
+    return *frmDiary;
+  }
+
+  FakeSentences frmSentences{machine.machine};
+  Window<FrmDiary> frmDiary{[this] { return std::make_shared<FrmDiary>(program, records, errList); }};
+};
+
+TEST_F(DiaryTest, ListsDaysWithTheirCountsNewestFirst) {
+  PutOk({"1", "2026-11-05", "a"});
+  PutOk({"2", "2026-11-05", "b", "D"});  // deleted, but its day has others: it counts
+  PutOk({"3", "2026-11-05", "c", "Y", "77"});
+  PutErr({"4", "2026-11-05", "d", "Y", ""});
+  PutErr({"5", "2026-10-30", "e"});
+  PutOk({"6", "2026-11-01", "f", "D"});
+  PutErr({"7", "2026-11-01", "g", "D"});
+  PutOk({"8", "2026-11-02", "h", "N", "77"});
+  Open();
+  DayRecords days(records);
+  const auto shown = DiaryDays(days);
+  std::vector<std::string> lines;
+  for (const auto& entry : shown) {
+    lines.push_back(FormatDateUnpadded(entry.day, "/") + " " + std::to_string(entry.ok) + " " +
+                    std::to_string(entry.err));
+  }
+  EXPECT_THAT(lines, ::testing::ElementsAre("2026/11/5 2 1", "2026/10/30 0 1"));
+  EXPECT_EQ(frmDiary->webHtml.Value("chk1"), "2026/11/5");
+  EXPECT_EQ(frmDiary->webHtml.Value("chk2"), "2026/10/30");
+  EXPECT_EQ(frmDiary->webHtml.inputChecked.size(), 2);
+  // The day of essays only and the day of deleted ones only differ in the derived table.
+  EXPECT_EQ(Query("select sDate || ':' || chkright || '/' || chkwrong || recFlag from workRec order by 1"),
+            "2026-10-30:0/1N 2026-11-02:1/0N 2026-11-05:2/1N");
+}
+
+TEST_F(DiaryTest, PageHasTheRowsWithThousandsSeparators) {
+  const Day day{std::chrono::year{2026} / 3 / 7};
+  const std::string page = DiaryPage({{day, 1234567, 1000}});
+  EXPECT_THAT(page,
+              HasSubstr("<tr height='30' style='font-family: Arial; font-size: 15px; color: #FFFFFF'>\r\n"
+                        "<td width='10%' align='center'><input type='checkbox' name='chk1' id='chk1' "
+                        "value='2026/3/7'></td>\r\n"
+                        "<td width='30%' align='left'>2026/3/7</td>\r\n"
+                        "<td width='20%' align='right'>1,235,567</td>\r\n"
+                        "<td width='20%' align='right'>1,234,567</td>\r\n"
+                        "<td width='20%' align='right'>1,000</td>\r\n"
+                        "</tr>"));
+  EXPECT_THAT(page, ::testing::EndsWith("</table>\r\n</body>\r\n</html>\r\n"));
+  EXPECT_THAT(DiaryPage({}), Not(HasSubstr("chk")));
+  EXPECT_THAT(DiaryPage({}), HasSubstr("犯錯次數"));
+}
+
+TEST_F(DiaryTest, RebuildingTakesASecondOfTheEmptyScreen) {
+  frmMain.Left = 4711;
+  std::vector<int> lefts;
+  const auto watch = frmMain.Left.Watch([&](int left) { lefts.push_back(left); });
+  const auto before = machine.loop.Elapsed();
+  Open();
+  EXPECT_GE(machine.loop.Elapsed() - before, 1000ms);
+  EXPECT_LT(machine.loop.Elapsed() - before, 1500ms);
+  EXPECT_THAT(lefts, ::testing::ElementsAre(-20000, 4711));
+}
+
+TEST_F(DiaryTest, AFailingDatabaseBringsTheMainWindowBack) {
+  PutOk({"1", "2026-11-05", "a"});
+  frmMain.Left = 4711;
+  records.Db();
+  for (int step = 1; step <= 6; ++step) {
+    machine.databases.fault.Reset();
+    machine.databases.fault.FailAt(step);
+    EXPECT_THROW(Open(), RunTimeError) << step;
+    EXPECT_EQ(frmMain.Left, 4711) << step;
+    EXPECT_FALSE(app.gOpenDiary) << step;
+  }
+  machine.databases.fault.Reset();
+  Open();
+  EXPECT_EQ(frmDiary->webHtml.Value("chk1"), "2026/11/5");
+}
+
+TEST_F(DiaryTest, ButtonsWantAChosenDay) {
+  PutOk({"1", "2026-11-05", "a"});
+  Open();
+  for (int button : {0, 1}) {
+    AnswerMessage("19");
+    machine.user.Click(frmDiary->picButtons(button));
+  }
+  EXPECT_EQ(machine.user.Expected(), 0);
+  EXPECT_TRUE(frmSentences.asked.empty());
+  EXPECT_EQ(Query("select upload from oksentence"), "N");
+}
+
+TEST_F(DiaryTest, ShowsTheSentencesOfAllChosenDays) {
+  for (const char* day : {"2026-11-02", "2026-11-03", "2026-11-04", "2026-11-05"}) PutOk({day, day, "a"});
+  Open();
+  for (const char* id : {"chk1", "chk2", "chk4"}) frmDiary->webHtml.inputChecked[id] = true;
+  frmSentences.Visible = true;
+  app.gOpenSentences = true;
+  machine.user.Click(frmDiary->picButtons(0));
+  EXPECT_THAT(frmSentences.asked, ::testing::ElementsAre("OKONLY:2026/11/5#2026/11/4#2026/11/2"));
+  EXPECT_TRUE(frmSentences.Visible);
+}
+
+TEST_F(DiaryTest, DeletesChosenDaysAndRebuildsAfterASecond) {
+  PutOk({"1", "2026-11-05", "a", "Y"});
+  PutOk({"2", "2026-11-05", "b", "Y", "77"});
+  PutErr({"3", "2026-11-05", "c"});
+  PutOk({"4", "2026-11-04", "d"});
+  Open();
+  frmDiary->webHtml.inputChecked["chk1"] = true;
+  AnswerMessage("21", &FrmMessage::cmdCancel);
+  machine.user.Click(frmDiary->picButtons(1));
+  EXPECT_EQ(Query("select upload from oksentence order by sId"), "Y Y N");
+  AnswerMessage("21");
+  machine.user.Click(frmDiary->picButtons(1));
+  EXPECT_EQ(Query("select upload from oksentence order by sId"), "D D N");
+  EXPECT_EQ(Query("select upload from errsentence"), "D");
+  EXPECT_THAT(frmDiary->webHtml.Page(), HasSubstr("2026/11/5"));
+  AnswerMessage("17");
+  Wait(3500ms);
+  EXPECT_EQ(machine.user.Expected(), 0);
+  EXPECT_THAT(frmDiary->webHtml.Page(), Not(HasSubstr("2026/11/5")));
+  EXPECT_THAT(frmDiary->webHtml.Page(), HasSubstr("2026/11/4"));
+}
+
+TEST_F(DiaryTest, SwitchesSelectAllNoneAndInvert) {
+  for (const char* day : {"2026-11-03", "2026-11-04", "2026-11-05"}) PutOk({day, day, "a"});
+  FrmDiary& diary = Open();
+  const auto marks = [&] {
+    std::string text;
+    for (const char* id : {"chk1", "chk2", "chk3"}) text += diary.webHtml.Checked(id) ? 'x' : '-';
+    return text;
+  };
+  diary.webHtml.inputChecked["chk2"] = true;
+  machine.user.Click(diary.picSelectAll(1));
+  EXPECT_EQ(marks(), "x-x");
+  EXPECT_EQ(diary.lblCheckAll(1).Caption(), "1");
+  machine.user.Click(diary.lblSelectAll(1));
+  EXPECT_EQ(marks(), "-x-");
+  EXPECT_EQ(diary.lblCheckAll(1).Caption(), "0");
+  machine.user.Click(diary.lblSelectAll(0));
+  EXPECT_EQ(marks(), "xxx");
+  EXPECT_NE(diary.picSelectAll(0).Picture(), diary.picSelectAll(1).Picture());
+  machine.user.Click(diary.picSelectAll(0));
+  EXPECT_EQ(marks(), "---");
+  EXPECT_EQ(diary.GetCheckCounts(), 0);
+}
+
+TEST_F(DiaryTest, ChartsAreTheSecondPage) {
+  PutOk({"1", "2026-11-05", "a"});
+  FrmDiary& diary = Open();
+  EXPECT_FALSE(diary.webCharts.Visible);
+  machine.user.Click(diary.picTabs(1));
+  EXPECT_TRUE(diary.webCharts.Visible);
+  EXPECT_FALSE(diary.picButtons(1).Visible);
+  EXPECT_THAT(diary.webCharts.Page(), HasSubstr("2026/11/5：正確 1，犯錯 0"));
+  machine.user.Click(diary.picTabs(0));
+  EXPECT_FALSE(diary.webCharts.Visible);
+  EXPECT_TRUE(diary.picButtons(1).Visible);
+}
+
+TEST_F(DiaryTest, ClosingFadesOutAndClearsTheFlag) {
+  Open();
+  EXPECT_TRUE(app.gOpenDiary);
+  machine.user.Click(frmDiary->imgClose);
+  EXPECT_FALSE(app.gOpenDiary);
+  machine.loop.WaitUntil([&] { return !frmDiary.IsLoaded(); });
+}
+
+}  // namespace

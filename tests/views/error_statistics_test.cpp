@@ -1,0 +1,111 @@
+#include "views/error_statistics.h"
+
+#include "tests/views/views_fixture.h"
+#include "views/error_statistics_page.h"
+
+namespace {
+
+using ::testing::HasSubstr;
+using ::testing::Not;
+
+class FakeErrSentence : public Form, public ErrorSentences {
+ public:
+  explicit FakeErrSentence(Machine& theMachine) : Form(theMachine, "frmErrSentence") {}
+  Form& AsForm() override { return *this; }
+  void ShowErrSentence(const std::string& errcode) override { asked.push_back(errcode); }
+  std::vector<std::string> asked;
+};
+
+class ErrorStatisticsTest : public ViewsTest {
+ protected:
+  ErrorStatisticsTest() {
+    program.hall.frmErrSentence.LeadsTo([this]() -> ErrorSentences& { return frmErrSentence; });
+    PutErr({"1", "2026-11-05", "a", "N", "0", "AG01"});
+    PutErr({"2", "2026-11-05", "b", "D", "0", "AG01"});   // deleted ones count
+    PutErr({"3", "2026-11-05", "c", "N", "77", "AG01"});  // those of essays too
+    PutErr({"4", "2026-11-05", "d", "N", "0", "AG99"});   // no code of the catalogue, but of the category
+    PutErr({"5", "2026-11-05", "e", "N", "0", "VF01"});
+    PutErr({"6", "2026-11-05", "f", "N", "0", "0"});
+  }
+
+  FrmErrList& Open() {
+    frmErrList->GetHtmlListAllErrType();
+    frmErrList->Show();
+    return *frmErrList;
+  }
+
+  FakeErrSentence frmErrSentence{machine.machine};
+  Window<FrmErrList> frmErrList{[this] { return std::make_shared<FrmErrList>(program, records, errList); }};
+};
+
+TEST_F(ErrorStatisticsTest, CountsCategoriesByPrefixAndCodesByName) {
+  PutErr({"7", "2026-11-05", "g", "N", "0", "PR77"});
+  ErrorCounts counts(records);
+  std::vector<std::string> lines;
+  int steps = 0;
+  for (const auto& category : CountErrors(errList, counts, [&] { ++steps; })) {
+    lines.push_back(category.category.id + " " + category.category.name + " " +
+                    std::to_string(category.count));
+    for (const auto& [code, count] : category.codes) {
+      lines.push_back("- " + code.errcode + " " + code.outline + " " + std::to_string(count));
+    }
+  }
+  EXPECT_THAT(lines, ::testing::ElementsAre("AG 主詞與動詞一致 4", "- AG01 第三人稱單數 3", "PR 介系詞 1",
+                                            "VF 動詞形式 1", "- VF01 Null 1"));
+  EXPECT_EQ(steps, 4);
+}
+
+TEST_F(ErrorStatisticsTest, PageIsATreeWithClosedBranches) {
+  const std::string page =
+      ErrorStatisticsPage("/opt/m", {{{"AG", "一致"}, 1204, {{{"AG01", "a < b"}, 1203}}}});
+  for (const char* part : {
+           "<img id = 'imgoffAG' src='file:////opt/m/ui/folder-off.gif' border='0' style='display:inline;'>",
+           "<img id = 'imgonAG' src='file:////opt/m/ui/folder-on.gif' border='0' style='display:none;'>",
+           "href=\"javascript:extendArea('AG');\" onclick=\"document.location.href='rem:clear';\">",
+           "<font style='font-family: Arial; font-size: 14px; color: #FFCC00'>1,204</font>",
+           "<table width='100%' id='divAG' style='display:none;'>",
+           "ondblclick=\"document.location.href='cmd:errcode:AG01';\"",
+           "onclick=\"document.location.href='rem:errcode:AG01';\">",
+           "<font style='font-family: Arial; font-size: 12px; color: #FFFFFF'>a &lt; b</font>",
+           "<font style='font-family: Arial; font-size: 12px; color: #FFCC00'>1,203</font>",
+       }) {
+    EXPECT_THAT(page, HasSubstr(part));
+  }
+  // The script finds the cell that it is told.
+  EXPECT_THAT(page, HasSubstr("<td id='td_AG01' onclick=\"javascript:selectTD('td_AG01');\""));
+  EXPECT_THAT(Replace(page, "\r\n", ""), Not(::testing::ContainsRegex("[\r\n]")));
+}
+
+TEST_F(ErrorStatisticsTest, NoMistakesMakeAnEmptyTree) {
+  db->Run("delete from errsentence");
+  FrmErrList& window = Open();
+  EXPECT_THAT(window.webHtml.Page(), HasSubstr("id='table1'>\r\n</table>"));
+  AnswerMessage("22");
+  machine.user.Click(window.picButtons);
+  EXPECT_EQ(machine.user.Expected(), 0);
+}
+
+TEST_F(ErrorStatisticsTest, LinksRememberAndOpenACode) {
+  FrmErrList& window = Open();
+  EXPECT_FALSE(window.webHtml.FollowLink("rem:errcode:AG01"));
+  machine.user.Click(window.picButtons);
+  EXPECT_FALSE(window.webHtml.FollowLink("cmd:errcode:VF01"));
+  for (const char* unknown : {"cmd:", "cmd:other"}) EXPECT_FALSE(window.webHtml.FollowLink(unknown));
+  EXPECT_THAT(frmErrSentence.asked, ::testing::ElementsAre("AG01", "VF01"));
+  EXPECT_TRUE(frmErrSentence.Visible);
+  EXPECT_TRUE(window.webHtml.FollowLink("rem:clear"));
+  AnswerMessage("22");
+  machine.user.Click(window.picButtons);
+  EXPECT_EQ(frmErrSentence.asked.size(), 2);
+  EXPECT_TRUE(window.webHtml.FollowLink("http://elsewhere/"));
+}
+
+TEST_F(ErrorStatisticsTest, MainWindowComesBack) {
+  frmMain.Left = 4711;
+  Open();
+  EXPECT_EQ(frmMain.Left, 4711);
+  frmErrList.Unload();
+  EXPECT_FALSE(app.gOpenErrList);
+}
+
+}  // namespace

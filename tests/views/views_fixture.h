@@ -1,0 +1,90 @@
+// Windows that look back on records, over real databases and without a screen.
+#pragma once
+
+#include <regex>
+#include <string>
+#include <vector>
+
+#include "core/message.h"
+#include "core/message_catalogue.h"
+#include "core/text_utility.h"
+#include "platform/timer.h"
+#include "platform/web_browser.h"
+#include "records/err_list_db.h"
+#include "records/record_db.h"
+#include "tests/core/core_fixture.h"
+
+/// What a renderer would find in a page: the values and marks of its inputs, by id.
+inline void LoadInputs(WebBrowser& browser) {
+  static const std::regex input(R"re(<input type='(\w+)' name='\w+' id='(\w+)' value=(['"])(.*?)\3>)re");
+  const std::string& page = browser.Page();
+  for (std::sregex_iterator at(page.begin(), page.end(), input), end; at != end; ++at) {
+    browser.inputValues[(*at)[2]] = Replace((*at)[4].str(), "&quot;", "\"");
+    if ((*at)[1] == "checkbox") browser.inputChecked[(*at)[2]] = false;
+  }
+}
+
+class ViewsTest : public CoreTest {
+ protected:
+  ViewsTest() {
+    const auto path = machine.home / "tmp" / "marovane" / "Marovane.mdb";
+    db = machine.realDatabases.Create(path);
+    db->RunScript(machine.realFiles.Read(SCHEMA_FILE));
+    app.gConnRecords = "Data Source=" + path.string() + ";";
+    const auto catalogue = machine.home / "tmp" / "tolvex" / "data" / "err4list.mdb";
+    machine.realFiles.CreateFolder(catalogue.parent_path(), true);
+    machine.realDatabases.Create(catalogue)->RunScript(
+        "create table errtype (errtype_id text, errtype text);"
+        "create table errmain (errcode text, outline text);"
+        "insert into errtype values ('VF', '動詞形式'), (' AG ', '主詞與動詞一致'), ('PR', '介系詞');"
+        "insert into errmain values ('AG02', '第二個'), ('AG01', ' 第三人稱單數 '), ('VF01', null),"
+        "  ('PR01', '介系詞用錯');");
+    app.gConnErrList = "Data Source=" + catalogue.string() + ";";
+    program.hall.frmMain.LeadsTo([this]() -> MainWindow& { return frmMain; });
+  }
+
+  struct Row {
+    const char* id;
+    const char* day;
+    const char* sentence;
+    const char* upload = "N";
+    const char* essayId = "0";
+    const char* errcode = "AG01";
+  };
+  void PutOk(const Row& row) {
+    db->Run("insert into oksentence values (?, 'N', ?, ?, ?, ?, '0', 'N')",
+            {row.id, row.sentence, row.day, row.upload, row.essayId});
+  }
+  void PutErr(const Row& row) {
+    db->Run("insert into errsentence values (?, ?, ?, ?, ?, ?, '0', 'N')",
+            {row.id, row.sentence, row.errcode, row.day, row.upload, row.essayId});
+  }
+
+  /// First columns of all rows, joined.
+  std::string Query(const std::string& sql) {
+    std::string text;
+    db->Run(sql, {}, [&](const DbRow& row) { text += (text.empty() ? "" : " ") + row.Text(0); });
+    return text;
+  }
+
+  /// Expects a message of this number next and answers it.
+  void AnswerMessage(const std::string& msgId, CommandButton FrmMessage::*answer = &FrmMessage::cmdOK) {
+    machine.user.OnModal([this, msgId, answer](Form& form) {
+      auto& box = dynamic_cast<FrmMessage&>(form);
+      EXPECT_THAT(box.lblMessage.Caption(), ::testing::EndsWith(MessageText(msgId)));
+      machine.user.Click(box.*answer);
+    });
+  }
+
+  void Wait(std::chrono::milliseconds time) {
+    const auto until = machine.loop.Elapsed() + time;
+    Timer clock(machine.loop, static_cast<int>(time.count()));
+    clock.Enabled = true;
+    machine.loop.WaitUntil([&] { return machine.loop.Elapsed() >= until; });
+  }
+
+  std::unique_ptr<Database> db;
+  RecordDb records{program};
+  ErrListDb errList{program};
+  FakeMain frmMain{machine.machine};
+};
