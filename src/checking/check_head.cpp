@@ -1,10 +1,5 @@
 #include "checking/check_head.h"
 
-#include <fmt/format.h>
-
-#include <cmath>
-#include <random>
-
 #include "checking/main_window.h"
 #include "core/message.h"
 #include "core/set_file.h"
@@ -26,7 +21,9 @@ void ClearEssay(AppState& app) {
   app.gEssayOriginal.clear();
   app.gEssayCurrent.clear();
   app.gEssaySentence.clear();
+  app.gEssayCurSentence.clear();
   app.gEssaySentenceNo = 1;
+  app.gEssayFinished = false;
 }
 
 // False when the check has to wait for the password. The prompt starts it anew.
@@ -42,12 +39,6 @@ bool PassPasswordGate(FrmMain& frmMain) {
     FrmMessage::Ask(program, "32", 1, "OK", "0");
   }
   return false;
-}
-
-// Uniform over 0..1 times 48, rounded half to even, from 1 to 49.
-int DrawNumber(std::mt19937& random) {
-  constexpr double kSpread = 48;
-  return static_cast<int>(std::nearbyint(std::uniform_real_distribution<double>(0, 1)(random) * kSpread)) + 1;
 }
 
 }  // namespace
@@ -75,15 +66,6 @@ bool OpenCheck(FrmMain& frmMain, const std::string& sentence) {
   ReadWriteSetFile(program.machine.files, app.gRegistryFile, "W", "sentence", sentence);
   return true;
 }
-
-std::string MakeRunCode(bool isEssay) {
-  constexpr int kEssay = 50;
-  std::mt19937 random{std::random_device{}()};
-  const int a = isEssay ? kEssay : DrawNumber(random);
-  return RunCode(a, DrawNumber(random));
-}
-
-std::string RunCode(int a, int b) { return fmt::format("{:02}{:02}{:02}", a, b, a + b); }
 
 void StopCheck(FrmMain& frmMain) {
   Program& program = frmMain.program;

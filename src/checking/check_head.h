@@ -3,10 +3,9 @@
 
 #include <string>
 
-class FrmMain;
+#include "core/engine_exchange.h"
 
-/// Seconds after which an engine counts as silent.
-inline constexpr int kEngineTimeout = 30;
+class FrmMain;
 
 /// Normalises the input. False when it holds a character that no engine takes: the user has been told, and
 /// nothing has been written.
@@ -16,12 +15,6 @@ bool AcceptInput(FrmMain& frmMain, std::string& sentence);
 /// Disables the main window, clears the essay, shows the progress box, asks for the password if need be, and
 /// writes the sentence into the exchange file. False when the check has to wait for the password.
 bool OpenCheck(FrmMain& frmMain, const std::string& sentence);
-
-/// The run code of an engine call: two drawn numbers and their sum, two digits each.
-std::string MakeRunCode(bool isEssay);
-
-/// The run code of two numbers from 0 to 50.
-std::string RunCode(int a, int b);
 
 /// Ends a check without an answer.
 void StopCheck(FrmMain& frmMain);

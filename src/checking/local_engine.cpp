@@ -3,7 +3,6 @@
 #include <string>
 
 #include "checking/check_head.h"
-#include "checking/engine_answer.h"
 #include "checking/main_window.h"
 #include "checking/resume_next.h"
 #include "checking/verdict.h"
@@ -17,41 +16,14 @@
 
 namespace {
 
-constexpr const char* kEngineName = "tolvex2.exe";
-
-std::string ReadKey(Program& program, const char* key) {
-  return ReadWriteSetFile(program.machine.files, program.app.gRegistryFile, "R", key, "");
-}
-
-// Turns of the event loop, not a span of time: they let the file system and an engine that is being killed
-// settle.
-void SettleDown(FrmMain& frmMain) {
-  constexpr int kLastRound = 5000;
-  for (frmMain.engineTicks = 0; frmMain.engineTicks <= kLastRound; ++frmMain.engineTicks) {
-    frmMain.machine.loop.DoEvents();
-  }
-}
-
 void Launch(FrmMain& frmMain) {
   Program& program = frmMain.program;
   auto& app = program.app;
   if (!program.machine.files.FileExists(app.gEngineDir + kEngineName))
     app.gEngineDir = app.gTempDir + "/tolvex/";
-  SettleDown(frmMain);
+  SettleDown(frmMain.machine.loop, frmMain.engineTicks);
   StartHelper(program, app.gEngineDir, kEngineName, {app.gEngineLevel + "," + MakeRunCode(app.gEssayMode)});
   program.machine.loop.DoEvents();
-}
-
-// The engine has ended and left its page.
-bool HasFinished(FrmMain& frmMain) {
-  Program& program = frmMain.program;
-  if (IsProcessRunning(program.machine.processes, kEngineName)) return false;
-  try {
-    const std::string page = ReadKey(program, "htm4chk");
-    return program.machine.files.FileExists(page);
-  } catch (const RunTimeError&) {
-    return false;
-  }
 }
 
 bool WaitForEngine(FrmMain& frmMain) {
@@ -59,27 +31,27 @@ bool WaitForEngine(FrmMain& frmMain) {
   frmMain.tmrEngineResponse.Enabled = true;
   bool isDone = false;
   frmMain.machine.loop.WaitUntil([&] {
-    isDone = HasFinished(frmMain);
+    isDone = HasEngineFinished(frmMain.program);
     return isDone || frmMain.engineTicks >= kEngineTimeout;
   });
   frmMain.tmrEngineResponse.Enabled = false;
   return isDone;
 }
 
-Steps ReadAnswerSteps(Program& program, EngineAnswer& answer, std::string& page, std::string& code) {
+Steps ShowPageSteps(Program& program, const std::string& pagePath, std::string& page, std::string& code) {
+  return {[&] { page = ReadBig5File(program.machine.files, pagePath); },
+          [&] { code = EncodeForServer(page); }, [&] { program.machine.files.Delete(pagePath); },
+          [&] { PostDecodeForm(program, code); }};
+}
+
+Steps ReadAnswerSteps(Program& program, EngineAnswer& answer) {
   const auto read = [&program](std::string& field, const char* key) {
-    return [&program, &field, key] { field = ReadKey(program, key); };
+    return [&program, &field, key] { field = ReadExchangeKey(program, key); };
   };
-  return {read(answer.pagePath, "htm4chk"),
-          [&] { page = ReadBig5File(program.machine.files, answer.pagePath); },
-          [&] { code = EncodeForServer(page); },
-          [&] { program.machine.files.Delete(answer.pagePath); },
-          [&] { PostDecodeForm(program, code); },
-          read(answer.findMistake, "findMistake"),
-          read(answer.errcode, "errcode"),
+  return {read(answer.findMistake, "findMistake"), read(answer.errcode, "errcode"),
           [&] { answer.errcode = EngineReplyCode(answer.errcode); },
           [&] {
-            if (!answer.IsRight()) answer.sentence = ReadKey(program, "sentence");
+            if (!answer.IsRight()) answer.sentence = ReadExchangeKey(program, "sentence");
           },
           read(answer.colSuggestion, "col_suggestion")};
 }
@@ -100,6 +72,8 @@ void PassStringToEngineLocal(FrmMain& frmMain) {
   EngineAnswer& answer = frmMain.lastAnswer = {};
   std::string page;
   std::string code;
-  RunSkippingFailures(ReadAnswerSteps(program, answer, page, code));
+  RunSkippingFailures({[&] { answer.pagePath = ReadExchangeKey(program, "htm4chk"); }});
+  if (!program.app.gEssayMode) RunSkippingFailures(ShowPageSteps(program, answer.pagePath, page, code));
+  RunSkippingFailures(ReadAnswerSteps(program, answer));
   RunSkippingFailures(VerdictSteps(frmMain, sentence, answer, EngineKind::kLocal));
 }

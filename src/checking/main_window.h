@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "checking/engine_answer.h"
+#include "core/engine_exchange.h"
 #include "core/program.h"
 #include "platform/controls.h"
 #include "platform/timer.h"

@@ -71,7 +71,7 @@ void FrmMain::OpenErrorStatistics() {
 void FrmMain::OpenEssayTopics() {
   auto& app = program.app;
   if (!program.hall.frmEssayInputEdu) return TellNotThere();
-  if (app.gEssayMode && FrmMessage::Ask(program, "14006", 2, "OK_CANCEL", "2") == "CANCEL") return;
+  if (app.gEssayReportShown && FrmMessage::Ask(program, "14006", 2, "OK_CANCEL", "2") == "CANCEL") return;
   app.gEssayStartRequested = app.gEdition != "XQD";
   program.hall.frmEssayInputEdu->AsForm().Show();
 }

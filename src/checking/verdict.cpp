@@ -30,20 +30,6 @@ void RecordFaulty(FrmMain& frmMain, const EngineAnswer& answer) {
                                      .sDate = DayOf(now)});
 }
 
-void CountMistake(RecordDb& records, const std::string& errcode) {
-  if (records.CountMistakes(errcode) > 0) {
-    records.RaiseMistake(errcode);
-  } else {
-    records.InsertMistake(errcode);
-  }
-}
-
-void SetVerdict(std::string& verdict, const std::string& findMistake) {
-  if (findMistake == "0") verdict = "PASS";
-  if (findMistake == "1") verdict = "ERRS";
-  if (findMistake == "2") verdict = "WARN";
-}
-
 bool IsSuggestion(const std::string& list) { return list != "0" && !list.empty(); }
 
 void ShowSuggestions(Program& program, const EngineAnswer& answer, EngineKind kind) {
@@ -85,7 +71,7 @@ Steps VerdictSteps(FrmMain& frmMain, const std::string& sentence, const EngineAn
   }
   if (!app.gSentencesBusy && !answer.IsRight()) {
     steps.emplace_back([&] { RecordFaulty(frmMain, answer); });
-    steps.emplace_back([&] { CountMistake(frmMain.records, CodeOf(answer)); });
+    steps.emplace_back([&] { frmMain.records.TallyMistake(CodeOf(answer)); });
   }
   steps.emplace_back([&] { SetVerdict(app.gVerdict, answer.findMistake); });
   if (!app.gEssayMode) {

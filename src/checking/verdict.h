@@ -3,8 +3,8 @@
 
 #include <string>
 
-#include "checking/engine_answer.h"
 #include "checking/resume_next.h"
+#include "core/engine_exchange.h"
 
 class FrmMain;
 

@@ -1,12 +1,9 @@
 #include "checking/web_engine.h"
 
-#include <fmt/format.h>
-
 #include "checking/check_head.h"
 #include "checking/main_window.h"
 #include "checking/resume_next.h"
 #include "checking/verdict.h"
-#include "core/digest.h"
 #include "core/message.h"
 #include "core/server_access.h"
 #include "core/text_utility.h"
@@ -42,37 +39,6 @@ std::optional<EngineAnswer> AskUntilAnswered(FrmMain& frmMain, const std::string
 }
 
 }  // namespace
-
-std::string EngineRequestBody(const std::string& accountNo, const std::string& runCode,
-                              const std::string& sentence) {
-  return fmt::format("{}&pno={}&pnomd5={}&checksum={}&p1=beta&p2=0&p3={}&cidx=0&s={}", kAccessKey, accountNo,
-                     Md5Hex(accountNo), Md5Hex(Replace(sentence, " ", "")), runCode,
-                     Replace(sentence, " ", "%20"));
-}
-
-std::optional<EngineAnswer> ParseEngineReply(const std::string& reply) {
-  constexpr std::string_view kSuccess = "OK_";
-  if (!reply.starts_with(kSuccess)) return std::nullopt;
-  auto fields = Split(std::string_view(reply).substr(kSuccess.size()), "#");
-  fields.resize(5);
-  for (auto& field : fields) field = Trim(field);
-  EngineAnswer answer;
-  if (fields[0] == "0") {
-    answer = {.findMistake = "0",
-              .errcode = "0",
-              .sentence = "",
-              .pagePath = fields[2],
-              .colSuggestion = Replace(fields[3], "<@>", ","),
-              .synSuggestion = Replace(fields[4], "<@>", ",")};
-  } else if (fields[0] == "1" || fields[0] == "2") {
-    answer.findMistake = fields[0];
-    answer.errcode = fields[1];
-    answer.pagePath = fields[2];
-    answer.sentence = fields[3];
-  }
-  answer.errcode = EngineReplyCode(answer.errcode);
-  return answer;
-}
 
 void PassStringToEngineWeb(FrmMain& frmMain) {
   Program& program = frmMain.program;

@@ -89,8 +89,17 @@ struct AppState {
   std::string gEssayOriginal;
   std::string gEssayCurrent;
   std::string gEssaySentence;
-  int gEssaySentenceNo = 0;
+  int gEssaySentenceNo = 0;   ///< place in gEssaySentence, from 1, in UTF-16 units
+  int gEssaySentenceLen = 0;  ///< length of the sentence that is highlighted
+  std::string gEssaySId;      ///< shared by all attempts at the sentence that is judged
+  std::string gEssayCurSentence;
+  bool gEssayNewSentence = false;  ///< the next sentence gets a gEssaySId of its own
   bool gEssayMode = false;
+  bool gEssayFinished = false;
+  bool gEssayReportShown = false;   ///< the report of the walk that has just ended is shown
+  bool gEssayActive = false;        ///< the essay window has been activated
+  bool gEssayNoListReturn = false;  ///< closing the essay window does not lead back to the list of topics
+  std::string gEssayPlacementMode;  ///< "NORMAL" while the essay window reloads itself
 
   // Which windows are open.
   bool gOpenMain = false;

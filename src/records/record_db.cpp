@@ -68,6 +68,14 @@ void RecordDb::RaiseMistake(const std::string& errcode) {
   Db().Run("update mistakes set times = times + 1 where Errcode = ?", {errcode});
 }
 
+void RecordDb::TallyMistake(const std::string& errcode) {
+  if (CountMistakes(errcode) > 0) {
+    RaiseMistake(errcode);
+  } else {
+    InsertMistake(errcode);
+  }
+}
+
 std::vector<std::chrono::year_month_day> RecordDb::Days() {
   std::vector<std::chrono::year_month_day> days;
   Db().Run(

@@ -46,6 +46,8 @@ class RecordDb {
   int CountMistakes(const std::string& errcode);
   void InsertMistake(const std::string& errcode);
   void RaiseMistake(const std::string& errcode);
+  /// Counts one more mistake of the code.
+  void TallyMistake(const std::string& errcode);
 
   /// Days that have sentences which are not deleted, the latest first.
   std::vector<std::chrono::year_month_day> Days();
