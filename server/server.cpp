@@ -10,6 +10,7 @@
 #include <stdexcept>
 #include <thread>
 
+#include "server/images.h"
 #include "server/log.h"
 
 namespace marovane {
@@ -146,23 +147,34 @@ void Server::Bind() {
 void Server::OnPost(const httplib::Request& request, httplib::Response& response,
                     const httplib::ContentReader& readBody) {
   std::string_view path = request.path;
-  const Page* page = TakePrefix(path) ? FindPage(path) : nullptr;
+  const Page* page = TakePrefix(path) ? FindPage(path, Page::Method::kPost) : nullptr;
   std::string body;
   if (!ReadBody(request, readBody, page == nullptr ? 0 : page->bodyLimit, body)) return;
   if (page == nullptr) {
     response.status = 404;
     return;
   }
+  AnswerPage(*page, request, body, response);
+}
+
+void Server::AnswerPage(const Page& page, const httplib::Request& request, std::string_view body,
+                        httplib::Response& response) {
   const std::string host = request.get_header_value("Host");
-  response.set_content(Answer(*page, services_, body, IsHost(host) ? RootFor(host) : Root()).body,
+  response.set_content(Answer(page, services_, body, IsHost(host) ? RootFor(host) : Root()).body,
                        kContentType);
 }
 
-void Server::OnGet(const httplib::Request& request, httplib::Response& response) const {
+void Server::OnGet(const httplib::Request& request, httplib::Response& response) {
   std::string_view path = request.path;
-  auto page = TakePrefix(path) ? results_.Find(path) : std::nullopt;
-  if (page) {
-    response.set_content(*page, kContentType);
+  if (!TakePrefix(path)) {
+    response.status = 404;
+  } else if (const auto result = results_.Find(path)) {
+    response.set_content(*result, kContentType);
+  } else if (const Image* image = FindImage(path)) {
+    response.set_content(image->bytes.data(), image->bytes.size(), image->contentType);
+  } else if (const Page* page = FindPage(path, Page::Method::kGet)) {
+    const auto query = request.target.find('?');
+    AnswerPage(*page, request, query == std::string::npos ? "" : request.target.substr(query + 1), response);
   } else {
     response.status = 404;
   }

@@ -50,7 +50,9 @@ class Server {
   void Bind();
   void OnPost(const httplib::Request& request, httplib::Response& response,
               const httplib::ContentReader& readBody);
-  void OnGet(const httplib::Request& request, httplib::Response& response) const;
+  void OnGet(const httplib::Request& request, httplib::Response& response);
+  void AnswerPage(const Page& page, const httplib::Request& request, std::string_view body,
+                  httplib::Response& response);
   bool TakePrefix(std::string_view& path) const;
   std::string RootFor(const std::string& host) const;
 

@@ -11,7 +11,7 @@ namespace marovane {
 namespace {
 
 /// Step N brings a database of version N to version N + 1. A step that was published is never changed.
-constexpr std::array<const char*, 1> kSchemaSteps = {R"(
+constexpr std::array<const char*, 2> kSchemaSteps = {R"(
     CREATE TABLE account (
       number TEXT PRIMARY KEY,
       password_hash TEXT NOT NULL,
@@ -23,6 +23,14 @@ constexpr std::array<const char*, 1> kSchemaSteps = {R"(
       act TEXT NOT NULL,
       times INTEGER NOT NULL,
       PRIMARY KEY (account, day, act)
+    );
+)",
+                                                     R"(
+    CREATE TABLE archive (
+      pnomd5 TEXT NOT NULL,
+      checksum TEXT NOT NULL,
+      page TEXT NOT NULL,
+      PRIMARY KEY (pnomd5, checksum)
     );
 )"};
 
@@ -46,7 +54,7 @@ class SqliteStore : public Store {
   explicit SqliteStore(const std::filesystem::path& file) : database_(file) { BringUpToDate(database_); }
 
   std::optional<std::string> PasswordHash(const std::string& account) override {
-    return First("SELECT password_hash FROM account WHERE number = ?", account);
+    return First("SELECT password_hash FROM account WHERE number = ?", {account});
   }
 
   void PutAccount(const std::string& account, const std::string& passwordHash) override {
@@ -57,7 +65,7 @@ class SqliteStore : public Store {
   }
 
   std::string UserSettings(const std::string& account) override {
-    return First("SELECT settings FROM account WHERE number = ?", account).value_or("");
+    return First("SELECT settings FROM account WHERE number = ?", {account}).value_or("");
   }
 
   void PutUserSettings(const std::string& account, const std::string& settings) override {
@@ -71,11 +79,20 @@ class SqliteStore : public Store {
         {account, day, act});
   }
 
+  void PutArchivedPage(const ArchiveKey& key, const std::string& page) override {
+    Write("INSERT OR REPLACE INTO archive (pnomd5, checksum, page) VALUES (?, ?, ?)",
+          {key.pnomd5, key.checksum, page});
+  }
+
+  std::optional<std::string> ArchivedPage(const ArchiveKey& key) override {
+    return First("SELECT page FROM archive WHERE pnomd5 = ? AND checksum = ?", {key.pnomd5, key.checksum});
+  }
+
  private:
-  std::optional<std::string> First(const std::string& sql, const std::string& parameter) {
+  std::optional<std::string> First(const std::string& sql, const std::vector<std::string>& parameters) {
     const std::lock_guard lock(mutex_);
     std::optional<std::string> first;
-    database_.Run(sql, {parameter}, [&](std::string value) { first = std::move(value); });
+    database_.Run(sql, parameters, [&](std::string value) { first = std::move(value); });
     return first;
   }
 

@@ -8,6 +8,12 @@
 
 namespace marovane {
 
+/// Names an archived page: digests of an account number and of a sentence.
+struct ArchiveKey {
+  std::string pnomd5;
+  std::string checksum;
+};
+
 /// Texts are UTF-8; an account is its cleaned number. All calls may come from several threads, and throw
 /// std::runtime_error when the database fails.
 class Store {
@@ -25,6 +31,10 @@ class Store {
 
   /// Counts one use of a part of the program. `day` is ISO text, "2026-11-05".
   virtual void CountAct(const std::string& account, const std::string& day, const std::string& act) = 0;
+
+  /// A page of an archive, by digests; a second one of the same takes its place. Nothing for an unknown one.
+  virtual void PutArchivedPage(const ArchiveKey& key, const std::string& page) = 0;
+  virtual std::optional<std::string> ArchivedPage(const ArchiveKey& key) = 0;
 };
 
 /// Opens the SQLite database of a file, and creates it or brings its tables up to date first. Throws

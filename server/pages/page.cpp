@@ -13,12 +13,19 @@ namespace {
 constexpr const char* kAccessKey = "zorbelquinter";
 constexpr std::size_t kPackedPageLimit = 8 << 20;
 
-constexpr std::array<Page, 11> kPages = {{
+constexpr std::array<Page, 13> kPages = {{
     {"p_getconn.asp", ServerProbe},
     {"p_all_webengine_get.asp", EngineAddress},
     {"p_passWebEngine_conn.asp", EngineProbe},
     {"p_passWebEngine.asp", CheckSentence, Page::Body::kPlain, 1 << 20, "s"},
     {"p_decode.asp", ShowPackedPage, Page::Body::kBrowserForm, kPackedPageLimit},
+    {"p_all_engine_htm_rec.asp", ArchivePage, Page::Body::kBrowserForm, kPackedPageLimit},
+    {"p_all_engine_htm_show.asp",
+     ShowArchivedPage,
+     Page::Body::kBrowserForm,
+     1 << 12,
+     {},
+     Page::Method::kGet},
     {"p_getlogin.asp", Login},
     {"p_getauthwithpw.asp", CheckPassword},
     {"p_getversion.asp", NewestVersion},
@@ -36,9 +43,10 @@ Form ReadBody(const Page& page, std::string_view body) {
 
 Reply TextReply(std::string_view text) { return {ToBig5(text)}; }
 
-const Page* FindPage(std::string_view name) {
-  const auto* page =
-      std::find_if(kPages.begin(), kPages.end(), [&](auto& each) { return each.name == name; });
+const Page* FindPage(std::string_view name, Page::Method method) {
+  const auto* page = std::find_if(kPages.begin(), kPages.end(), [&](const Page& each) {
+    return each.name == name && each.method == method;
+  });
   return page == kPages.end() ? nullptr : page;
 }
 

@@ -38,16 +38,18 @@ Reply TextReply(std::string_view text);
 /// One page. A refusal is thrown (form.h).
 struct Page {
   enum class Body { kPlain, kBrowserForm };
+  enum class Method { kPost, kGet };  ///< of a GET the query is the body
 
   std::string_view name;
   Reply (*answer)(Services&, const Call&);
   Body body = Body::kPlain;
   std::size_t bodyLimit = 1 << 20;  ///< bytes
   std::string_view lastField = {};  ///< see Form::Plain
+  Method method = Method::kPost;
 };
 
-/// Null for an unknown name.
-const Page* FindPage(std::string_view name);
+/// Null for a name that is unknown or answers another method.
+const Page* FindPage(std::string_view name, Page::Method method);
 
 /// Reads the body, tests the access key and has the page answer. Refusals and failures come back as a reply
 /// that begins with "ERR_".
@@ -61,6 +63,8 @@ Reply NewestVersion(Services& services, const Call& call);
 Reply PublisherNews(Services& services, const Call& call);
 Reply CheckSentence(Services& services, const Call& call);
 Reply ShowPackedPage(Services& services, const Call& call);
+Reply ArchivePage(Services& services, const Call& call);
+Reply ShowArchivedPage(Services& services, const Call& call);
 Reply Login(Services& services, const Call& call);
 Reply CheckPassword(Services& services, const Call& call);
 Reply UserSettings(Services& services, const Call& call);

@@ -1,5 +1,6 @@
 #!/bin/sh
-# Makes the pictures that generated pages show: the parchment, folders and the button of the suggestions.
+# Makes the pictures that generated pages show: the parchment, folders, the button of the suggestions, and the
+# pictures of reports, which are the server's.
 # Needs rsvg-convert (librsvg2-bin) and ImageMagick. The results are committed.
 set -e
 cd "$(dirname "$0")/.."
@@ -21,3 +22,20 @@ done
 for name in btnok_off btnok_over btnok_on; do
   rsvg-convert skin/pages/$name.svg | convert - -background '#FAF4ED' -alpha remove $name.gif
 done
+
+# With a transparent ground: soft edges go over into a colour between those of the pages.
+cut_out() {
+  convert "$1" \( +clone -alpha extract -threshold 40% \) \( -clone 0 -background '#FFFFE8' -alpha remove \) \
+    -delete 0 -reverse -alpha off -compose CopyOpacity -composite "$2"
+}
+for name in ico_mrv_ext ico_mrv_hint ico_mrv_close ico_mrv_closeup ico_mrv_err mrv_icon_warning; do
+  rsvg-convert skin/pages/$name.svg -o /tmp/$name.png
+  cut_out /tmp/$name.png ../server/images/$name.gif
+  rm /tmp/$name.png
+done
+for frame in 1 2; do
+  rsvg-convert skin/pages/ico_sys_break_point_flash_$frame.svg -o /tmp/flash.png
+  cut_out /tmp/flash.png /tmp/flash_$frame.png
+done
+convert -dispose background -delay 60 /tmp/flash_1.png /tmp/flash_2.png -loop 0 ../server/images/ico_sys_break_point_flash.gif
+rm /tmp/flash.png /tmp/flash_1.png /tmp/flash_2.png

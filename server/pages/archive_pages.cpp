@@ -1,0 +1,61 @@
+// The archive of result pages, filed by the digests of an account number and of a sentence.
+#include <algorithm>
+
+#include "engine/tolvex.h"
+#include "server/pages/page.h"
+#include "server/text.h"
+
+namespace marovane {
+namespace {
+
+constexpr std::size_t kDigestLength = 32;
+constexpr std::size_t kPageLimit = 1 << 20;
+
+constexpr std::string_view kMissing = R"(<!DOCTYPE html>
+<html lang="zh-Hant">
+<head>
+<meta http-equiv="Content-Type" content="text/html; charset=big5">
+<title>沒有批改內容</title>
+</head>
+<body style="background: #FAF4ED; color: #3A2F26; font-family: sans-serif; line-height: 1.6; padding: 18px 22px">
+<p><b>伺服器上沒有這個句子的詳細批改內容。</b></p>
+<p>可能是批改當時網路中斷，內容沒有送達。您可以在主視窗再檢查一次這個句子，即可看到說明。</p>
+</body>
+</html>
+)";
+
+bool IsDigest(std::string_view text) {
+  return text.size() == kDigestLength && text.find_first_not_of("0123456789abcdef") == std::string_view::npos;
+}
+
+ArchiveKey KeyOf(const Form& form) {
+  ArchiveKey key{form.Required("pnomd5", kDigestLength), form.Required("checksum", kDigestLength)};
+  if (!IsDigest(key.pnomd5) || !IsDigest(key.checksum)) throw Refusal("ERR_BAD_DIGEST");
+  return key;
+}
+
+/// A page has line ends and tabs, which no other field may have.
+std::string RequiredPage(const Form& form) {
+  const auto page = form.Find("filestr");
+  if (!page || page->empty()) throw Refusal("ERR_MISSING_FIELD");
+  if (page->size() > kPageLimit) throw Refusal("ERR_TOO_LONG");
+  if (!IsCleanText(Replace(Replace(Replace(*page, "\r", ""), "\n", ""), "\t", ""))) {
+    throw Refusal("ERR_BAD_TEXT");
+  }
+  return *page;
+}
+
+}  // namespace
+
+Reply ArchivePage(Services& services, const Call& call) {
+  const ArchiveKey key = KeyOf(call.form);
+  services.store.PutArchivedPage(key, RequiredPage(call.form));
+  return TextReply("OK_" + key.checksum);
+}
+
+Reply ShowArchivedPage(Services& services, const Call& call) {
+  const auto page = services.store.ArchivedPage(KeyOf(call.form));
+  return {tolvex::PageInBig5(page ? std::string_view(*page) : kMissing)};
+}
+
+}  // namespace marovane
