@@ -1,0 +1,99 @@
+#include "app/terminal_essay.h"
+
+#include <fmt/format.h>
+#include <unistd.h>
+
+#include <iostream>
+
+#include "app/compose.h"
+#include "app/terminal_command.h"
+#include "core/text_utility.h"
+#include "essay/report_window.h"
+#include "platform/event_loop.h"
+#include "platform/files.h"
+#include "platform/html.h"
+#include "platform/machine.h"
+#include "records/essay_records.h"
+
+namespace {
+
+constexpr int kBreakButton = 10;
+
+std::string WithDosLineEnds(const std::string& text) {
+  return Replace(Replace(text, "\r\n", "\n"), "\n", "\r\n");
+}
+
+}  // namespace
+
+TerminalEssay::TerminalEssay(Composition& composition)
+    : composition_(composition), fetcher_(composition.program.machine) {}
+
+// As a learner would: the text is pasted into the box and sent.
+int TerminalEssay::Walk(const std::string& text) {
+  auto& app = composition_.program.app;
+  FrmMain& frmMain = *composition_.frmMain;
+  composition_.frmBrowser->webOther.SetRenderer(&fetcher_);
+  // The button that breaks a correction off shows when the walk asks for one.
+  correcting_ = frmMain.imgMenu(kBreakButton).Visible.Watch([this](bool visible) {
+    if (visible) composition_.program.machine.loop.Post([this] { AskCorrection(); });
+  });
+  frmMain.Show();
+  composition_.program.hall.frmEssayInputEdu->AsForm().Show();
+  FrmEssay& frmEssay = *composition_.essay.frmEssay;
+  frmEssay.txtInput.SetFocus();
+  frmEssay.txtInput.Text = WithDosLineEnds(text);
+  app.gEssayId.clear();
+  frmEssay.picButtons(1).Click.Raise();
+  correcting_.reset();
+  if (app.gEssayId.empty()) return kNoAnswer;  // the text was refused
+  const int status = Report(app.gEssayId, "");
+  fmt::print("\n短文編號：{}\n", app.gEssayId);
+  if (EssayRecords(composition_.records).FindEssay(app.gEssayId)->finalSet != "A") return kFinished;
+  return app.gVerdict == "STOP" ? kNoAnswer : status + kBrokenOff;
+}
+
+void TerminalEssay::ExplainFault() {
+  const auto attempts = EssayRecords(composition_.records).ErrSentencesOf(composition_.program.app.gEssayId);
+  const auto& app = composition_.program.app;
+  fmt::print("\n{}\n", app.gEssayCurSentence);
+  if (!attempts.empty() && attempts.back().essaySId == app.gEssaySId) {
+    const auto& last = attempts.back();
+    fmt::print("{}  {}  {}\n", PlainApostrophes(last.sentence), last.errcode,
+               composition_.errList.Outline(last.errcode));
+  }
+  if (!app.gEssayPageChecksum.empty()) fmt::print("\n{}", HtmlToText(fetcher_.Page()));
+}
+
+void TerminalEssay::AskCorrection() {
+  FrmMain& frmMain = *composition_.frmMain;
+  ExplainFault();
+  if (isatty(STDIN_FILENO) != 0) fmt::print(stderr, "請輸入修正後的句子（空行中斷批改）> ");
+  std::fflush(stdout);
+  std::string line;
+  if (!std::getline(std::cin, line) || Trim(line).empty()) {
+    frmMain.imgMenu(kBreakButton).Click.Raise();
+    return;
+  }
+  frmMain.txtInput.Text = line;
+  int keyCode = kKeyEnter;
+  frmMain.txtInput.KeyDown.Raise(keyCode);
+}
+
+int TerminalEssay::Report(const std::string& essayId, const std::string& htmlFile) {
+  const std::string page = EssayReportPage(composition_.essay, essayId);
+  if (htmlFile.empty()) {
+    fmt::print("{}", HtmlToText(page));
+  } else {
+    RewriteFile(composition_.program.machine.files, htmlFile, Replace(page, "charset=big5", "charset=utf-8"),
+                false);
+  }
+  std::fflush(stdout);
+  return kFinished;
+}
+
+int RunEssay(Composition& composition, const TerminalCommand& command) {
+  TerminalEssay essay(composition);
+  if (command.kind == TerminalCommand::Kind::kEssayReport)
+    return essay.Report(command.essay, command.htmlFile);
+  return essay.Walk(composition.program.machine.files.Read(command.essay));
+}

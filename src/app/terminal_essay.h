@@ -1,0 +1,34 @@
+// An essay at the terminal: walked through, corrected, and reported on.
+#pragma once
+
+#include <string>
+
+#include "app/page_fetcher.h"
+#include "platform/property.h"
+
+struct Composition;
+struct TerminalCommand;
+
+class TerminalEssay {
+ public:
+  enum ExitStatus { kFinished = 0, kBrokenOff = 1, kNoAnswer = 3 };
+
+  explicit TerminalEssay(Composition& composition);
+
+  /// Walks a text (UTF-8). Corrections are read from standard input, one a line; an empty line or the end of
+  /// the input breaks off.
+  int Walk(const std::string& text);
+  /// Prints the report of an essay, or writes its page to a file when one is named. Throws RunTimeError.
+  int Report(const std::string& essayId, const std::string& htmlFile);
+
+ private:
+  void AskCorrection();
+  void ExplainFault();
+
+  Composition& composition_;
+  PageFetcher fetcher_;
+  Subscription correcting_;
+};
+
+/// Runs the command `essay` and gives its exit status. Throws RunTimeError.
+int RunEssay(Composition& composition, const TerminalCommand& command);

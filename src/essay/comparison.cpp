@@ -1,0 +1,59 @@
+#include "essay/comparison.h"
+
+#include "core/text_utility.h"
+#include "essay/archive.h"
+#include "platform/machine.h"
+#include "platform/window_system.h"
+#include "views/page_frame.h"
+
+std::string EssayComparePage(const std::string& text) {
+  return BuildPageFrame("HEADER", "#FFFFCC") +
+         "<body scroll='auto'>"
+         "<table width='100%' border='0'>"
+         "<td width='100%' style='font-family: Cambria; font-size: 15px; color: #333333; font-weight:bold; "
+         "line-height:150%;'>" +
+         Replace(text, "\r\n", "<br>") + "</td></table>" + BuildPageFrame("FOOTER", "");
+}
+
+FrmEssayCompare::FrmEssayCompare(Program& program)
+    : Form(program.machine, "frmEssayCompare"), program_(program), fade_(*this) {
+  imgClose.Click = [this] { imgClose_Click(); };
+  QueryClose = [this] { imgClose_Click(); };
+  picBG.MouseDown = [this](int button) {
+    if (button == kLeftButton) machine.windows.StartDrag(*this);
+  };
+  webHtml.BeforeNavigate2 = [this](const std::string& url, bool& cancel) { TakeLink(url, cancel); };
+  fade_.onGone = [this] { Leave(); };
+}
+
+// Down and to the right of the centred report.
+void FrmEssayCompare::Form_Load() {
+  constexpr int kDown = 1500;
+  constexpr int kRight = 1000;
+  imgClose.HandCursor = true;
+  CenterForm(*this);
+  Top = Top + kDown;
+  Left = Left + kRight;
+  fade_.In();
+}
+
+void FrmEssayCompare::ShowHtml(const std::string& text) {
+  Show();
+  webHtml.Navigate("about:blank");
+  webHtml.Write(EssayComparePage(text));
+}
+
+void FrmEssayCompare::TakeLink(const std::string& url, bool& cancel) {
+  constexpr std::string_view kShow = "cmd:show:";
+  if (!url.starts_with("cmd:")) return;
+  cancel = true;
+  if (!url.starts_with(kShow) || !program_.hall.frmBrowser) return;
+  program_.hall.frmBrowser->GoNavigate(
+      ArchivedPageUrl(program_, program_.app.gServerUrlRoot, Trim(url.substr(kShow.size()))), 2);
+}
+
+void FrmEssayCompare::Leave() {
+  program_.app.gEssayMode = false;
+  program_.app.gVerdict.clear();
+  Unload();
+}

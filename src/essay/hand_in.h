@@ -1,0 +1,11 @@
+// Handing an essay in as the answer to a teacher's assignment.
+#pragma once
+
+#include <string>
+
+struct Program;
+
+/// Tells the server that an essay is the answer to an assignment. Gives the reply, which begins with "OK" on
+/// success; "" when none came.
+std::string SubmitEssayFinal(Program& program, const std::string& account, const std::string& essayId,
+                             const std::string& workId);

@@ -1,0 +1,89 @@
+#include "essay/report_window.h"
+
+#include "core/window_shell.h"
+#include "essay/report.h"
+#include "essay/room.h"
+#include "platform/run_time_error.h"
+#include "records/err_list_db.h"
+
+namespace {
+
+EssayRow FindEssay(EssayRoom& room, const std::string& essayId) {
+  auto essay = EssayRecords(room.records).FindEssay(essayId);
+  if (!essay) throw RunTimeError("沒有這篇短文：" + essayId);
+  return *std::move(essay);
+}
+
+// In front of it browser windows must find a place, so this time it is not topmost.
+void Reload(EssayRoom& room, bool viewOnly) {
+  auto& app = room.program.app;
+  app.gEssayPlacementMode = "NORMAL";
+  room.frmEssay.Unload();
+  room.frmEssay->Show();
+  app.gEssayPlacementMode.clear();
+  room.frmEssay->mViewOnly = viewOnly;
+  app.gEssayReportShown = !viewOnly;
+}
+
+void WritePage(FrmEssay& frmEssay, const std::string& page) {
+  auto& webHtml = frmEssay.webHtml;
+  webHtml.Top = kParked;
+  webHtml.Left = kParked;
+  webHtml.Visible = true;
+  webHtml.Navigate("about:blank");
+  webHtml.Write(page);
+  webHtml.Top = frmEssay.txtInput.Top;
+  webHtml.Left = frmEssay.txtInput.Left;
+  webHtml.Width = frmEssay.picHtmlDeskPos.Left - webHtml.Left;
+  webHtml.Height = frmEssay.picHtmlDeskPos.Top - webHtml.Top;
+}
+
+void ArrangeCommands(FrmEssay& frmEssay) {
+  for (int i = 0; i < frmEssay.picButtons.Count(); ++i) frmEssay.picButtons(i).Visible = false;
+  for (int i = 0; i < 2; ++i) {
+    frmEssay.picCommands(i).Left = frmEssay.picButtons(i).Left;
+    frmEssay.picCommands(i).Visible = true;
+  }
+  frmEssay.picCommands(2).Visible = false;
+}
+
+// The reload has cleared what the commands need.
+void RestoreState(AppState& app, const EssayRow& essay) {
+  app.gEssayWorkId = essay.workId;
+  app.gEssayOriginal = PlainApostrophes(essay.orgEssay);
+  app.gEssayCurrent = PlainApostrophes(essay.newEssay);
+  app.gEssayQuiz = PlainApostrophes(essay.quiz);
+}
+
+std::string BuildPage(EssayRoom& room, const EssayRow& essay) {
+  EssayRecords records(room.records);
+  return BuildEssayReport({.essay = essay,
+                           .okSentences = records.OkSentencesOf(essay.essayId),
+                           .errSentences = records.ErrSentencesOf(essay.essayId),
+                           .imageRoot = room.program.app.gServerUrlRoot + "_images/",
+                           .outlineOf = [&](const std::string& code) { return room.errList.Outline(code); }});
+}
+
+}  // namespace
+
+std::string EssayReportPage(EssayRoom& room, const std::string& essayId) {
+  return BuildPage(room, FindEssay(room, essayId));
+}
+
+void ShowEssayResultHtml(EssayRoom& room, const std::string& essayId, bool viewOnly) {
+  auto& app = room.program.app;
+  const EssayRow essay = FindEssay(room, essayId);
+  const std::string page = BuildPage(room, essay);
+  Reload(room, viewOnly);
+  FrmEssay& frmEssay = *room.frmEssay;
+  WritePage(frmEssay, page);
+  ArrangeCommands(frmEssay);
+  RestoreState(app, essay);
+  if (viewOnly) {
+    frmEssay.SetInputTextStyle(1);
+  } else {
+    app.gEssayReportShown = true;
+  }
+  frmEssay.mReportDone = true;
+  CenterForm(frmEssay);
+}

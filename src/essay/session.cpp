@@ -1,0 +1,282 @@
+#include "essay/session.h"
+
+#include "core/message.h"
+#include "core/text_utility.h"
+#include "essay/archive.h"
+#include "essay/report_window.h"
+#include "essay/room.h"
+#include "essay/walk.h"
+#include "platform/machine.h"
+#include "platform/window_system.h"
+
+namespace {
+
+constexpr const char* kPrompt = "請在此輸入您的短文內容、完成後請按 [送出] 開始進行分析";
+constexpr const char* kPromptFont = "標楷體";
+constexpr const char* kTypingFont = "Cambria";
+constexpr TextStyle kPromptStyle{.color = Rgb(0, 140, 0)};
+constexpr TextStyle kTypingStyle{.color = Rgb(50, 50, 50)};
+
+enum Button { kStop = 0, kSend = 1, kQuestion = 2 };
+enum Command { kCompare = 0, kRewrite = 1, kNew = 2 };
+
+// Signs that no sentence needs, and one that only a paste brings.
+constexpr std::string_view kRefusedSigns = "!\"#%&()*/<>@^_";
+
+void UnloadIfOpen(bool isOpen, const Door<HallWindow>& door) {
+  if (isOpen && door) door->AsForm().Unload();
+}
+
+}  // namespace
+
+void StyleText(RichTextBox& box, int start, int length, const TextStyle& style) {
+  box.SelStart = start;
+  box.SelLength = length;
+  if (length == 0) return;  // with nothing selected the style would go to the whole text
+  box.SelBold = style.bold;
+  box.SelUnderline = style.underline;
+  box.SelColor = style.color;
+}
+
+void StyleAllText(RichTextBox& box, const TextStyle& style) { StyleText(box, 0, Len(box.Text()), style); }
+
+void ShowInCorner(Form& form) {
+  constexpr int kFromRight = 100;
+  constexpr int kFromBottom = 500;
+  const Area screen = form.machine.windows.Screen();
+  form.Left = screen.left + screen.width - form.Width - kFromRight;
+  form.Top = screen.top + screen.height - form.Height - kFromBottom;
+  form.Show();
+}
+
+FrmEssay::FrmEssay(EssayRoom& room)
+    : Form(room.program.machine, "frmEssay"),
+      tmrCaps(machine.loop, 1000),
+      tmrShowDelay(machine.loop, 10),
+      tmrEngineResponse(machine.loop, 1000),
+      room_(room),
+      fade_(*this),
+      shell_(picBG, imgClose) {
+  BindInput();
+  BindButtons();
+  webHtml.BeforeNavigate2 = [this](const std::string& url, bool& cancel) { TakeLink(url, cancel); };
+  tmrCaps.onTick = [this] { ShowCaps(); };
+  tmrShowDelay.onTick = [this] { ++mShowDelayTicks; };
+  tmrEngineResponse.onTick = [this] { ++mEngineWaitSeconds; };
+  fade_.onGone = [this] { Leave(); };
+}
+
+void FrmEssay::BindInput() {
+  txtInput.GotFocus = [this] {
+    SetInputTextStyle(1);
+    room_.program.app.gInputHasFocus = true;
+  };
+  txtInput.KeyDown = [this](int& keyCode) { FilterKeyDown(keyCode); };
+  txtInput.KeyPress = [this](int& keyAscii) { FilterKeyPress(keyAscii); };
+}
+
+void FrmEssay::BindButtons() {
+  picButtons.On(&Control::Click, [this](int index) { picButtons_Click(index); });
+  picCommands.On(&Control::Click, [this](int index) { picCommands_Click(index); });
+  shell_.Add(picButtons, imgBtnOff, imgBtnOver, imgBtnOn);
+  shell_.Add(picCommands, imgCmdOff, imgCmdOver, imgCmdOn);
+  imgClose.Click = [this] { imgClose_Click(); };
+  QueryClose = [this] {
+    if (imgClose.Visible) imgClose_Click();
+  };
+}
+
+void FrmEssay::ShowStopButton(bool stops) {
+  const std::string name = stops ? "imgStop" : "imgBtn";
+  imgBtnOff(kStop).Picture = name + "Off_0";
+  imgBtnOver(kStop).Picture = name + "Over_0";
+  imgBtnOn(kStop).Picture = name + "On_0";
+  picButtons(kStop).ToolTipText = stops ? "中斷批改" : "關閉";
+  shell_.picButtonsResetImage();
+}
+
+void FrmEssay::Form_Load() {
+  auto& app = room_.program.app;
+  if (app.gEssayPlacementMode != "NORMAL") TopMost = true;
+  app.gOpenEssay = true;
+  picBG.Left = 0;
+  picBG.Top = 0;
+  Width = picBG.Width;
+  Height = picBG.Height;
+  shell_.SetMouseIconHand();
+  ShowStopButton(false);
+  CenterForm(*this);
+  SetInputTextStyle(0);
+  fade_.In();
+  SetDefaultValue();
+  Form& frmMain = room_.program.hall.frmMain->AsForm();
+  mMainLeft = frmMain.Left;
+  frmMain.Left = kAway;
+}
+
+void FrmEssay::Form_Activate() { room_.program.app.gEssayActive = true; }
+
+void FrmEssay::Form_Unload() {
+  room_.program.hall.frmMain->AsForm().Left = mMainLeft;
+  room_.program.app.gEssayReportShown = false;
+  room_.program.app.gEssayActive = false;
+}
+
+void FrmEssay::SetDefaultValue() {
+  auto& app = room_.program.app;
+  webHtml.Left = kParked;
+  webHtml.Visible = false;
+  for (int i = 0; i < picCommands.Count(); ++i) picCommands(i).Visible = false;
+  picButtons(kStop).Visible = true;
+  picButtons(kSend).Visible = true;
+  picButtons(kQuestion).Visible = app.gEdition == "XQD";
+  imgClose.Visible = true;
+  lblCaps(0).Caption = "";
+  lblCaps(1).Caption = "";
+  app.gEssayCurrent.clear();
+  app.gEssaySentence.clear();
+  app.gEssayCurSentence.clear();
+  app.gEssaySentenceNo = 1;
+  app.gEssayFinished = false;
+  mReportDone = false;
+  if (!app.gDetailMessage) return;
+  ShowCaps();
+  tmrCaps.Enabled = true;
+}
+
+void FrmEssay::ShowCaps() {
+  const auto& app = room_.program.app;
+  lblCaps(0).Caption = " <essayid:" + app.gEssayId + "> <wid:" + app.gEssayWorkId + ">" + app.gEssayQuiz;
+  lblCaps(1).Caption = app.gWebEngineRoot;
+}
+
+void FrmEssay::SetInputTextStyle(int mode) {
+  const auto& app = room_.program.app;
+  txtInput.FontName = kTypingFont;
+  txtInput.FontSize = app.gInputFontSize;
+  if (mode != 1) {
+    txtInput.FontName = kPromptFont;
+    txtInput.Text = kPrompt;
+    StyleAllText(txtInput, kPromptStyle);
+    txtInput.SelFontName = kPromptFont;
+    txtInput.SelLength = 0;
+    return;
+  }
+  if (txtInput.Text() == kPrompt) txtInput.Text = "";
+  if (app.gEssayMode) return;
+  StyleAllText(txtInput, kTypingStyle);
+  txtInput.SelFontName = kTypingFont;
+  txtInput.SelLength = 0;
+  txtInput.SelStart = Len(txtInput.Text());
+}
+
+void FrmEssay::FilterKeyDown(int& keyCode) {
+  auto& app = room_.program.app;
+  if (!app.gEssayMode) app.gEssaySentenceNo = 1;
+  keyCode = app.gEssayMode ? 0 : FilterEssayKeyCode(keyCode);
+}
+
+void FrmEssay::FilterKeyPress(int& keyAscii) const {
+  const bool isRefused = keyAscii > 0 && keyAscii < 128 &&
+                         kRefusedSigns.find(static_cast<char>(keyAscii)) != std::string_view::npos;
+  if (room_.program.app.gEssayMode || isRefused) keyAscii = 0;
+}
+
+void FrmEssay::picButtons_Click(int index) {
+  if (index == kStop) return StopOrClose();
+  if (index == kSend) return Send();
+  ShowQuestion();
+}
+
+void FrmEssay::Send() {
+  const auto& program = room_.program;
+  if (mAnalysing) return;
+  shell_.picButtonsResetImage();
+  txtInput.SetFocus();
+  SetInputTextStyle(1);
+  room_.program.app.gEssayCurSentence.clear();
+  UnloadIfOpen(program.app.gOpenEssayCollect, program.hall.frmEssayCollect);
+  StartEssayProcess(room_);
+}
+
+void FrmEssay::StopOrClose() {
+  if (!mAnalysing) return imgClose_Click();
+  mStopRequested = true;
+  if (mViewOnly) {
+    imgClose_Click();
+  } else {
+    room_.program.app.gVerdict = "#EDIT_BREAK#";  // ends any wait of the walk
+  }
+}
+
+void FrmEssay::ShowQuestion() {
+  Program& program = room_.program;
+  const auto& app = program.app;
+  if (app.gEssayStartRequested) {
+    FrmMessage::Ask(program, "14020", 0, "OK", "0");
+    return;
+  }
+  if (program.hall.frmBrowser) {
+    program.hall.frmBrowser->GoNavigate(
+        app.gServerUrlRoot + "p_mrv_get_essay_work.asp?key=zorbelquinter&pno=" + app.gAccountNo +
+            "&workId=" + app.gEssayWorkId + "&mode=GETHTM&cpno=" + app.gTeacherAccount,
+        1);
+  }
+  ShowInCorner(*this);
+}
+
+void FrmEssay::picCommands_Click(int index) {
+  if (index == kCompare) return room_.frmEssayCompare->ShowHtml(room_.program.app.gEssayOriginal);
+  if (index == kRewrite) return RewriteEssay();
+  WriteNewEssay();
+}
+
+void FrmEssay::RewriteEssay() {
+  Program& program = room_.program;
+  auto& app = program.app;
+  UnloadIfOpen(app.gOpenEssayCollect, program.hall.frmEssayCollect);
+  room_.frmEssayCompare.Unload();
+  UnloadIfOpen(app.gOpenEssayInputEdu, program.hall.frmEssayInputEdu);
+  const std::string text = app.gEssayCurrent;
+  SetDefaultValue();
+  app.gEssayQuiz = DefaultEssayTitle(app.gEssayQuiz, machine.loop.Now());
+  txtInput.Text = text;
+  txtInput.SetFocus();
+}
+
+void FrmEssay::WriteNewEssay() {
+  imgClose_Click();
+  if (room_.program.hall.frmEssayInputForm) room_.program.hall.frmEssayInputForm->AsForm().Show();
+}
+
+void FrmEssay::TakeLink(const std::string& url, bool& cancel) {
+  constexpr std::string_view kShow = "cmd:show:";
+  Program& program = room_.program;
+  if (!url.starts_with("cmd:")) return;
+  cancel = true;
+  if (!url.starts_with(kShow) || !program.hall.frmBrowser) return;
+  program.hall.frmBrowser->GoNavigate(
+      ArchivedPageUrl(program, program.app.gFileServerRoot, Trim(url.substr(kShow.size()))), 2);
+  ShowInCorner(*this);
+}
+
+void FrmEssay::imgClose_Click() { fade_.Out(); }
+
+void FrmEssay::Leave() {
+  Program& program = room_.program;
+  auto& app = program.app;
+  tmrCaps.Enabled = false;
+  tmrEngineResponse.Enabled = false;
+  app.gEssayMode = false;
+  app.gVerdict.clear();
+  app.gOpenEssay = false;
+  program.hall.frmMain->InputBox().Text = "";
+  program.hall.frmMain->AsForm().Left = mMainLeft;
+  if (app.gOpenBrowser && program.hall.frmBrowser) program.hall.frmBrowser->AsForm().Hide();
+  if (!app.gEssayNoListReturn && program.hall.frmEssayInputEdu) {
+    UnloadIfOpen(app.gOpenEssayInputEdu, program.hall.frmEssayInputEdu);
+    program.hall.frmEssayInputEdu->AsForm().Show();
+  }
+  app.gEssayNoListReturn = false;
+  Unload();
+}

@@ -1,0 +1,84 @@
+// The essay window: the text is typed, walked through, and gives way to its report.
+#pragma once
+
+#include <string>
+
+#include "core/shell_buttons.h"
+#include "core/window_shell.h"
+#include "platform/controls.h"
+#include "platform/form.h"
+#include "platform/web_browser.h"
+
+struct EssayRoom;
+
+class FrmEssay : public Form {
+ public:
+  explicit FrmEssay(EssayRoom& room);
+
+  void Form_Load() override;
+  void Form_Activate() override;
+  void Form_Unload() override;
+
+  /// The window's empty state.
+  void SetDefaultValue();
+  /// Mode 1 makes the box ready for typing, another shows the prompt.
+  void SetInputTextStyle(int mode);
+  void picButtons_Click(int index);
+  void picCommands_Click(int index);
+  void imgClose_Click();
+  /// What the first button shows: the sign for stopping during a walk, else the one for leaving.
+  void ShowStopButton(bool stops);
+
+  RichTextBox txtInput{*this, "txtInput"};
+  ControlArray<PictureBox, 3> picButtons{*this, "picButtons"}, picCommands{*this, "picCommands"},
+      imgBtnOff{*this, "imgBtnOff"}, imgBtnOver{*this, "imgBtnOver"}, imgBtnOn{*this, "imgBtnOn"},
+      imgCmdOff{*this, "imgCmdOff"}, imgCmdOver{*this, "imgCmdOver"}, imgCmdOn{*this, "imgCmdOn"};
+  WebBrowser webHtml{*this, "webHtml"};
+  PictureBox picBG{*this, "picBG"}, imgClose{*this, "imgClose"}, picHtmlDeskPos{*this, "picHtmlDeskPos"};
+  ControlArray<Label, 2> lblCaps{*this, "lblCaps"};
+  Timer tmrCaps, tmrShowDelay, tmrEngineResponse;
+
+  int mShowDelayTicks = 0;
+  bool mStopRequested = false;
+  int mEngineWaitSeconds = 0;
+  std::string mEngineRunCode;
+  bool mViewOnly = false;
+  bool mAnalysing = false;
+  bool mReportDone = false;
+  int mMainLeft = 0;
+
+ private:
+  void BindInput();
+  void BindButtons();
+  void FilterKeyDown(int& keyCode);
+  void FilterKeyPress(int& keyAscii) const;
+  void Send();
+  void StopOrClose();
+  void ShowQuestion();
+  void RewriteEssay();
+  void WriteNewEssay();
+  void ShowCaps();
+  void TakeLink(const std::string& url, bool& cancel);
+  void Leave();
+
+  EssayRoom& room_;
+  Fade fade_;
+  ShellButtons shell_;
+};
+
+/// A window that has to vanish for a while stands here.
+inline constexpr int kAway = -20000;
+/// A browser control that is not shown stands here.
+inline constexpr int kParked = 20000;
+
+/// Moves a window to the lower right corner, where it leaves the pages of others free, and shows it.
+void ShowInCorner(Form& form);
+
+/// Gives a stretch of a rich text its style. Places count from 0.
+struct TextStyle {
+  Color color;
+  bool bold = true;
+  bool underline = false;
+};
+void StyleText(RichTextBox& box, int start, int length, const TextStyle& style);
+void StyleAllText(RichTextBox& box, const TextStyle& style);

@@ -1,0 +1,90 @@
+// The part of the walk in which the user corrects a sentence.
+#include "core/text_utility.h"
+#include "essay/sentence_cutter.h"
+#include "essay/text_rules.h"
+#include "essay/walk_steps.h"
+#include "platform/event_loop.h"
+#include "platform/machine.h"
+
+namespace essay_walk {
+namespace {
+
+constexpr const char* kWaiting = "##EDIT##";
+constexpr const char* kBrokenOff = "#EDIT_BREAK#";
+constexpr int kClearButton = 9;
+constexpr int kBreakButton = 10;
+constexpr const char* kTypingFont = "Arial";
+constexpr Color kAmber = Rgb(255, 204, 0);
+
+void ShowSentenceInMain(EssayRoom& room) {
+  MainWindow& frmMain = *room.program.hall.frmMain.operator->();
+  RichTextBox& box = frmMain.InputBox();
+  box.Text = room.program.app.gEssayCurSentence;
+  box.SelStart = 0;
+  box.SelLength = Len(box.Text());
+  box.SelFontName = kTypingFont;
+  box.SelColor = kAmber;
+  frmMain.AsForm().Left = room.frmEssay->mMainLeft;
+  frmMain.MenuButton(kClearButton).Visible = false;
+  frmMain.MenuButton(kBreakButton).Visible = true;
+  box.SetFocus();
+}
+
+void HideMain(EssayRoom& room) {
+  MainWindow& frmMain = *room.program.hall.frmMain.operator->();
+  frmMain.MenuButton(kClearButton).Visible = true;
+  frmMain.MenuButton(kBreakButton).Visible = false;
+  frmMain.AsForm().Left = kAway;
+}
+
+std::string EssayWith(const AppState& app, const std::string& correction) {
+  return Replace(app.gEssayCurrent, app.gEssayCurSentence, correction);
+}
+
+// A correction must leave a text that can still be walked to its end.
+bool IsUsable(EssayRoom& room, const std::string& correction) {
+  const std::string refusal = RefusalOfCorrected(EssayWith(room.program.app, correction));
+  if (refusal.empty()) return true;
+  AskInPlace(room, refusal.c_str(), 1, "OK", "0");
+  return false;
+}
+
+// "" when somebody has emptied gVerdict.
+std::string AwaitCorrection(EssayRoom& room) {
+  auto& verdict = room.program.app.gVerdict;
+  do {
+    verdict = kWaiting;
+    room.program.machine.loop.WaitUntil([&verdict] { return verdict != kWaiting; });
+  } while (verdict != kBrokenOff && !verdict.empty() && !IsUsable(room, verdict));
+  return verdict;
+}
+
+// Every equal sentence of the essay is corrected with it.
+void Merge(EssayRoom& room, const std::string& correction) {
+  auto& app = room.program.app;
+  app.gEssayCurrent = EssayWith(app, correction);
+  app.gEssaySentence = RunningText(app.gEssayCurrent);
+  FrmEssay& frmEssay = *room.frmEssay;
+  CenterForm(frmEssay);
+  frmEssay.Show();
+  frmEssay.txtInput.SetFocus();
+  frmEssay.txtInput.Text = app.gEssaySentence;
+  StyleAllText(frmEssay.txtInput, kUnread);
+  StyleText(frmEssay.txtInput, 0, std::max(app.gEssaySentenceNo - 1, 0), kPassed);
+  app.gEssayNewSentence = false;
+}
+
+}  // namespace
+
+Next CorrectSentence(EssayRoom& room) {
+  ShowSentenceInMain(room);
+  const std::string correction = AwaitCorrection(room);
+  HideMain(room);
+  if (correction == kBrokenOff) room.frmEssay->mStopRequested = true;
+  if (room.frmEssay->mStopRequested) return Next::kStop;
+  if (correction.empty()) return Next::kSentence;
+  Merge(room, correction);
+  return Next::kSameAgain;
+}
+
+}  // namespace essay_walk

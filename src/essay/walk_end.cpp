@@ -1,0 +1,138 @@
+// The end of the walk: the essay is closed, uploaded, handed in, and reported on.
+#include <array>
+
+#include "core/message.h"
+#include "core/server_access.h"
+#include "core/settings.h"
+#include "core/text_utility.h"
+#include "essay/hand_in.h"
+#include "essay/report_window.h"
+#include "essay/walk_steps.h"
+#include "platform/event_loop.h"
+#include "platform/machine.h"
+#include "records/essay_records.h"
+
+namespace essay_walk {
+namespace {
+
+void WaitSeconds(EventLoop& loop, int seconds) {
+  Timer tmrWait(loop, 1000);
+  int ticks = 0;
+  tmrWait.onTick = [&ticks] { ++ticks; };
+  tmrWait.Enabled = true;
+  loop.WaitUntil([&] { return ticks >= seconds; });
+}
+
+constexpr int kTries = 10;
+constexpr int kPause = 3;  // seconds between tries
+
+bool UploadOnce(Program& program) {
+  if (!IsServerOnline(program)) return false;
+  program.app.gUploadFinished = false;
+  program.hall.frmUpload->SyncProgress("UPLOAD");
+  program.machine.loop.WaitUntil([&program] { return program.app.gUploadFinished; });
+  return true;
+}
+
+bool TryUpload(Program& program) {
+  for (int i = 0; i < kTries; ++i) {
+    if (UploadOnce(program)) return true;
+    WaitSeconds(program.machine.loop, kPause);
+  }
+  return false;
+}
+
+void Upload(EssayRoom& room) {
+  Program& program = room.program;
+  if (!program.hall.frmUpload) return;
+  while (!TryUpload(program)) {
+    if (AskInPlace(room, "15001", 2, "YES_NO", "3") != "YES") break;
+  }
+  WriteNeedSync(program, "N");
+}
+
+// Side by side in the middle of the window.
+void ArrangeInMiddle(FrmEssay& frmEssay, int count) {
+  constexpr int kGap = 120;
+  const int width = frmEssay.picCommands(0).Width;
+  int left = (frmEssay.Width - count * width - (count - 1) * kGap) / 2;
+  for (int i = 0; i < count; ++i, left += width + kGap) {
+    frmEssay.picCommands(i).Left = left;
+    frmEssay.picCommands(i).Visible = true;
+  }
+}
+
+void ShowStopped(EssayRoom& room) {
+  FrmEssay& frmEssay = *room.frmEssay;
+  frmEssay.picButtons(0).Visible = false;
+  frmEssay.picButtons(1).Visible = false;
+  if (room.program.app.gEngineLevel.starts_with("edu")) frmEssay.picButtons(2).Visible = true;
+}
+
+void ShowFinished(EssayRoom& room) {
+  auto& app = room.program.app;
+  FrmEssay& frmEssay = *room.frmEssay;
+  for (int i = 0; i < frmEssay.picButtons.Count(); ++i) frmEssay.picButtons(i).Visible = false;
+  frmEssay.picCommands(2).Visible = false;
+  ArrangeInMiddle(frmEssay, app.gEssayStartRequested ? 3 : 2);
+  app.gEssayNoListReturn = app.gEssayStartRequested;
+}
+
+bool SubmitEssay(Program& program) {
+  const auto& app = program.app;
+  for (int i = 0; i < kTries; ++i) {
+    if (SubmitEssayFinal(program, app.gAccountNo, app.gEssayId, app.gEssayWorkId).starts_with("OK")) {
+      return true;
+    }
+    WaitSeconds(program.machine.loop, kPause);
+  }
+  return false;
+}
+
+}  // namespace
+
+void FinishEssay(EssayRoom& room) {
+  auto& app = room.program.app;
+  EssayRecords(room.records).FinishEssay(app.gEssayId, app.gEssayCurrent);
+  app.gEssayFinished = true;
+  AskInPlace(room, "14005", 1, "OK", "0");
+  CenterForm(*room.frmEssay);
+  Upload(room);
+}
+
+void WrapUp(EssayRoom& room) {
+  auto& app = room.program.app;
+  FrmEssay& frmEssay = *room.frmEssay;
+  room.program.hall.frmMain->AsForm().Left = kAway;
+  app.gEssayMode = false;
+  frmEssay.txtInput.Text = app.gEssayCurrent;
+  frmEssay.imgClose.Visible = true;
+  if (app.gEssayFinished) {
+    ShowFinished(room);
+  } else {
+    ShowStopped(room);
+  }
+}
+
+void HandIn(EssayRoom& room) {
+  auto& app = room.program.app;
+  EssayRecords records(room.records);
+  if (app.gEssayStartRequested || records.CountHandedIn(app.gEssayWorkId) > 0) return;
+  if (AskInPlace(room, "14019", 2, "YES_NO", "2") != "YES") return;
+  if (SubmitEssay(room.program)) {
+    records.HandInEssay(app.gEssayId, app.gEssayWorkId);
+    AskInPlace(room, "14018", 1, "OK", "0");
+  } else {
+    AskInPlace(room, "14022", 1, "OK", "0");
+  }
+}
+
+void ShowReport(EssayRoom& room) {
+  FrmEssay& frmEssay = *room.frmEssay;
+  StyleAllText(frmEssay.txtInput, kDone);
+  room.program.hall.frmMain->InputBox().Text = "";
+  frmEssay.mAnalysing = false;
+  ShowEssayResultHtml(room, room.program.app.gEssayId, false);
+}
+
+}  // namespace essay_walk
