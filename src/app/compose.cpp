@@ -23,13 +23,21 @@ Composition::Composition(Machine& machine, InstallationValues installation)
       frmMenu(Make<FrmMenu>(program)),
       frmDebug(Make<FrmDebug>(program)),
       frmBrowser(Make<FrmBrowser>(program)),
-      frmErrSentence(Make<FrmErrSentence>(program, records)) {
+      frmErrSentence(Make<FrmErrSentence>(program, records)),
+      frmBindSelect(Make<FrmBindSelect>(program)),
+      frmSentences(Make<FrmSentences>(program, records, frmBindSelect)),
+      frmDiary(Make<FrmDiary>(program, records, errList)),
+      frmErrList(Make<FrmErrList>(program, records, errList)) {
   auto& hall = program.hall;
   hall.frmMain.LeadsTo([this]() -> MainWindow& { return *frmMain; });
   hall.frmBrowser.LeadsTo([this]() -> Browser& { return *frmBrowser; });
   hall.frmMenu.LeadsTo([this]() -> TextMenu& { return *frmMenu; });
   hall.frmDebug.LeadsTo([this]() -> HallWindow& { return *frmDebug; });
   hall.frmErrSentence.LeadsTo([this]() -> ErrorSentences& { return *frmErrSentence; });
+  hall.frmBindSelect.LeadsTo([this]() -> HallWindow& { return *frmBindSelect; });
+  hall.frmSentences.LeadsTo([this]() -> DaySentences& { return *frmSentences; });
+  hall.frmDiary.LeadsTo([this]() -> HallWindow& { return *frmDiary; });
+  hall.frmErrList.LeadsTo([this]() -> ErrorStatistics& { return *frmErrList; });
   hall.unpackDataFiles = [this] { UnpackDataFiles(program); };
   hall.warmUpErrListDb = [this] { WarmUpErrListDb(program); };
   machine.loop.onUnhandledError = [this](const std::exception& error) {

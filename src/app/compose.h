@@ -11,6 +11,10 @@
 #include "core/text_menu.h"
 #include "records/err_list_db.h"
 #include "records/record_db.h"
+#include "views/day_sentences.h"
+#include "views/diary.h"
+#include "views/error_statistics.h"
+#include "views/record_export.h"
 #include "wordhelper/browser.h"
 
 /// A program with all its windows behind the doors of its hall.
@@ -27,4 +31,8 @@ struct Composition {
   Window<FrmDebug> frmDebug;
   Window<FrmBrowser> frmBrowser;
   Window<FrmErrSentence> frmErrSentence;
+  Window<FrmBindSelect> frmBindSelect;
+  Window<FrmSentences> frmSentences;
+  Window<FrmDiary> frmDiary;
+  Window<FrmErrList> frmErrList;
 };
