@@ -2,6 +2,9 @@
 
 #include "core/error_report.h"
 #include "core/provisioning.h"
+#include "core/text_utility.h"
+#include "platform/event_loop.h"
+#include "platform/machine.h"
 
 namespace {
 
@@ -9,6 +12,19 @@ namespace {
 template <class T, class... Arguments>
 typename Window<T>::Maker Make(Arguments&... arguments) {
   return [&arguments...] { return std::make_shared<T>(arguments...); };
+}
+
+// Until topics can be chosen, an essay has a topic of its own.
+HallWindow& StartOwnEssay(EssayRoom& essay) {
+  auto& app = essay.program.app;
+  const LocalTime now = essay.program.machine.loop.Now();
+  essay.frmEssayCompare.Unload();
+  essay.frmEssay.Unload();
+  app.gEssayStartRequested = true;
+  app.gEssayNoListReturn = true;
+  app.gEssayWorkId = MakeRecId(app, now);
+  app.gEssayQuiz = DefaultEssayTitle("", now);
+  return essay;
 }
 
 }  // namespace
@@ -24,6 +40,7 @@ Composition::Composition(Machine& machine, InstallationValues installation)
       frmDebug(Make<FrmDebug>(program)),
       frmBrowser(Make<FrmBrowser>(program)),
       frmErrSentence(Make<FrmErrSentence>(program, records)),
+      essay(program, records, errList),
       frmBindSelect(Make<FrmBindSelect>(program)),
       frmSentences(Make<FrmSentences>(program, records, frmBindSelect)),
       frmDiary(Make<FrmDiary>(program, records, errList)),
@@ -38,6 +55,8 @@ Composition::Composition(Machine& machine, InstallationValues installation)
   hall.frmSentences.LeadsTo([this]() -> DaySentences& { return *frmSentences; });
   hall.frmDiary.LeadsTo([this]() -> HallWindow& { return *frmDiary; });
   hall.frmErrList.LeadsTo([this]() -> ErrorStatistics& { return *frmErrList; });
+  hall.frmEssay.LeadsTo([this]() -> Essay& { return essay; });
+  hall.frmEssayInputEdu.LeadsTo([this]() -> HallWindow& { return StartOwnEssay(essay); });
   hall.unpackDataFiles = [this] { UnpackDataFiles(program); };
   hall.warmUpErrListDb = [this] { WarmUpErrListDb(program); };
   machine.loop.onUnhandledError = [this](const std::exception& error) {

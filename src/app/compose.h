@@ -9,6 +9,7 @@
 #include "core/splash.h"
 #include "core/start_up.h"
 #include "core/text_menu.h"
+#include "essay/room.h"
 #include "records/err_list_db.h"
 #include "records/record_db.h"
 #include "views/day_sentences.h"
@@ -31,6 +32,7 @@ struct Composition {
   Window<FrmDebug> frmDebug;
   Window<FrmBrowser> frmBrowser;
   Window<FrmErrSentence> frmErrSentence;
+  EssayRoom essay;
   Window<FrmBindSelect> frmBindSelect;
   Window<FrmSentences> frmSentences;
   Window<FrmDiary> frmDiary;

@@ -30,6 +30,10 @@ ICONS = {
     "down": '<path d="M6 9l6 6 6-6"/>',
     "cross": '<path d="M7 7l10 10M17 7L7 17"/>',
     "tick": '<path d="M5 12.5l4.5 4.5L19 7"/>',
+    "send": '<path d="M4 11.500L20 4l-5 16-4-6.500zM11 13.500L20 4"/>',
+    "question": '<path d="M5 4h11l3 3v13H5z"/><path d="M10 10.200a2 2 0 1 1 2.800 1.900c-.6.3-.8.6-.8 1.300M12 16.400v.1"/>',
+    "compare": '<path d="M4 5h7v14H4zM13 5h7v14h-7z"/><path d="M6 9h3M6 12h3M15 9h3M15 12h3M15 15h3"/>',
+    "new": '<path d="M12 4H5v16h14v-8"/><path d="M18 3v6M15 6h6"/>',
     "minus": '<path d="M6 16h12"/>',
 }
 
@@ -174,6 +178,26 @@ def diary():
     tabs("frmDiary")
 
 
+def essay():
+    """Buttons of the essay window. The first one tells in words what it does: it stops a walk, or leaves."""
+    width, height = 76, 60
+
+    def word(text, ink):
+        return (f'<text x="{width / 2:g}" y="{height - 8}" font-family="Noto Sans CJK TC" font-size="12" '
+                f'text-anchor="middle" fill="{ink}">{text}</text>')
+
+    for state, (ground, ink) in STATES.items():
+        def button(name, sign, text=""):
+            save(f"frmEssay/{name}", width, height,
+                 cell(width, height, ground) + icon(sign, ink, 27, 9, 22) + (word(text, ink) if text else ""), ink)
+        button(f"imgStop{state}_0", "stop", "中斷批改")
+        button(f"imgBtn{state}_0", "leave", "離開")
+        for index, sign in enumerate(["send", "question"], 1):
+            button(f"imgBtn{state}_{index}", sign)
+        for index, sign in enumerate(["compare", "pen", "new"]):
+            button(f"imgCmd{state}_{index}", sign)
+
+
 def splash():
     width, height = 520, 300
     lines = "".join(f'<path d="M0 {y}h{width}" stroke="#ffffff" stroke-opacity="0.035"/>' for y in range(30, height, 30))
@@ -198,6 +222,26 @@ def page_pictures():
              f'fill="{ink}">確定</text>', ink, gradient("g", top, bottom))
 
 
-for draw in (main_window, logos, close_button, marks, message_icons, progress_bar, browser, diary, splash,
-             page_pictures):
+def report_pictures():
+    """Pictures of the reports on essays, which the server has; turned into GIF by page_images.sh."""
+    def small(name, sign, ink, width=1.6):
+        save(f"pages/{name}", 16, 16, icon(sign, ink, 0.5, 0.5, 15, width))
+    small("ico_mrv_ext", "outside", "#C96F38")
+    small("ico_mrv_hint", "lens", "#2A66B8")
+    small("ico_mrv_close", "cross", "#606060")
+    small("ico_mrv_closeup", "up", "#606060", 2)
+    save("pages/ico_mrv_err", 16, 16, '<circle cx="8" cy="8" r="7" fill="#D0301F"/>'
+         + icon("down", "#ffffff", 2.5, 3, 11, 2.2))
+    save("pages/mrv_icon_warning", 18, 16, '<path d="M9 1.500L17 15H1z" fill="#F0B400" stroke="#A87500" '
+         'stroke-linejoin="round"/><path d="M9 6v4.500M9 12.600v.2" stroke="#3a2a00" stroke-width="1.7" '
+         'stroke-linecap="round"/>')
+    for frame, fill in (("1", "#E0005A"), ("2", "#FF7FAE")):
+        save(f"pages/ico_sys_break_point_flash_{frame}", 84, 20,
+             f'<path d="M1 10L9 1.500h70a4 4 0 0 1 4 4v9a4 4 0 0 1-4 4H9z" fill="{fill}"/>'
+             '<text x="47" y="14.500" font-family="Noto Sans CJK TC" font-size="12" font-weight="bold" '
+             'text-anchor="middle" fill="#ffffff">在此中斷</text>')
+
+
+for draw in (main_window, logos, close_button, marks, message_icons, progress_bar, browser, diary, essay, splash,
+             page_pictures, report_pictures):
     draw()
