@@ -1,0 +1,89 @@
+#include "core/error_report.h"
+
+#include "core/message.h"
+#include "platform/run_time_error.h"
+#include "tests/core/core_fixture.h"
+
+namespace {
+
+using ::testing::HasSubstr;
+
+class ErrorReportTest : public CoreTest {
+ protected:
+  ErrorReportTest() {
+    machine.loop.onUnhandledError = [this](const std::exception& error) {
+      ReportUnhandledError(program, error);
+    };
+    main_.Width = 9000;
+    main_.Height = 1500;
+    machine.windows.Loaded(main_);
+    main_.Show();
+  }
+  void ExpectMessage404(const std::string& detail) {
+    machine.user.OnModal([this, detail](Form& form) {
+      auto& box = dynamic_cast<FrmMessage&>(form);
+      EXPECT_EQ(box.lblCaption.Caption(), "錯誤");
+      EXPECT_EQ(box.lblMessage.Caption(), "\r\n出現無法預期錯誤\r\n" + detail);
+      machine.user.Click(box.cmdOK);
+    });
+  }
+  std::string Log() { return Content(machine.home / "state" / "marovane" / "error.log").value_or(""); }
+
+  FakeMain main_{machine.machine};
+};
+
+TEST_F(ErrorReportTest, WindowsComeBackAndTheTypedTextStays) {
+  main_.txtInput.KeyDown = [this](int&) {
+    main_.Enabled = false;
+    main_.Left = -20000;
+    FrmMessage::ProgressMsgBox(program, "3000", 0, "0");
+    throw RunTimeError("disk full");
+  };
+  ExpectMessage404("disk full");
+  main_.txtInput.Text = std::string("He go to school.");
+  machine.user.Press(main_.txtInput, kKeyEscape);
+  EXPECT_EQ(machine.user.Expected(), 0U);
+  EXPECT_TRUE(main_.AcceptsInput());
+  EXPECT_EQ(main_.Left(), (machine.windows.screen.width - 9000) / 2);
+  EXPECT_EQ(main_.txtInput.Text(), "He go to school.");
+  EXPECT_FALSE(program.frmMessage.IsLoaded()) << "the progress box does not outlive the error";
+  EXPECT_EQ(Log(), "2026-11-05 09:00:00 disk full\n");
+}
+
+TEST_F(ErrorReportTest, EachErrorIsALineAndEndsOneEventAlone) {
+  int handled = 0;
+  main_.txtInput.Click = [&] {
+    if (++handled < 3) throw RunTimeError("error " + std::to_string(handled));
+  };
+  for (const char* detail : {"error 1", "error 2"}) {
+    ExpectMessage404(detail);
+    machine.user.Click(main_.txtInput);
+  }
+  machine.user.Click(main_.txtInput);
+  EXPECT_EQ(handled, 3);
+  EXPECT_THAT(Log(), HasSubstr(" error 1\n"));
+  EXPECT_THAT(Log(), HasSubstr(" error 2\n"));
+}
+
+TEST_F(ErrorReportTest, LogThatCannotBeWrittenDoesNotHideTheError) {
+  Put(machine.home / "state" / "marovane", "a file where the folder should be");
+  main_.txtInput.Click = [] { throw RunTimeError("no reply"); };
+  ExpectMessage404("no reply");
+  machine.user.Click(main_.txtInput);
+  EXPECT_EQ(machine.user.Expected(), 0U);
+}
+
+TEST_F(ErrorReportTest, WindowsThatBelongOffTheScreenStayThere) {
+  FakeMain root(machine.machine);
+  machine.windows.Loaded(root);
+  root.Left = -10000;
+  main_.Left = 300;
+  main_.txtInput.Click = [] { throw RunTimeError("x"); };
+  ExpectMessage404("x");
+  machine.user.Click(main_.txtInput);
+  EXPECT_EQ(root.Left(), -10000);
+  EXPECT_EQ(main_.Left(), 300);
+  machine.windows.Unloaded(root);
+}
+
+}  // namespace

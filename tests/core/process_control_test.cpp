@@ -1,0 +1,76 @@
+#include "core/process_control.h"
+
+#include "core/provisioning.h"
+#include "platform/run_time_error.h"
+#include "tests/core/core_fixture.h"
+
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+using ::testing::Optional;
+using ProcessControlTest = CoreTest;
+
+TEST_F(ProcessControlTest, MatchesTheEndOfTheNameWhateverItsCase) {
+  const int exact = machine.processes.Add("tolvex2.exe");
+  const int longer = machine.processes.Add("MyTolvex2.EXE");
+  machine.processes.Add("tolvex2.exe.old");
+  machine.processes.Add("wexbin.exe");
+  EXPECT_TRUE(IsProcessRunning(machine.processes, "TOLVEX2.EXE"));
+  EXPECT_FALSE(IsProcessRunning(machine.processes, "olvex3.exe"));
+  EXPECT_FALSE(KillProcessByName(machine.processes, "updater.exe"));
+  EXPECT_THAT(machine.processes.terminated, IsEmpty());
+  EXPECT_TRUE(KillProcessByName(machine.processes, "Tolvex2.exe"));
+  EXPECT_THAT(machine.processes.terminated, ElementsAre(exact, longer));
+  EXPECT_FALSE(IsProcessRunning(machine.processes, "tolvex2.exe"));
+}
+
+TEST_F(ProcessControlTest, HelperIsLookedForInItsFolderAndThenBesideTheProgram) {
+  machine.processes.Install("tolvex2.exe", std::chrono::milliseconds{1});
+  EXPECT_THROW(StartHelper(program, app.gEngineDir, "tolvex2.exe", {"beta,010203"}), RunTimeError);
+  Put(machine.home / "helpers" / "tolvex2.exe", "");
+  StartHelper(program, app.gEngineDir, "tolvex2.exe", {"beta,010203"});
+  Put(app.gEngineDir + "tolvex2.exe", "");
+  StartHelper(program, app.gEngineDir, "tolvex2.exe", {"beta,010203"});
+  ASSERT_EQ(machine.processes.started.size(), 2U);
+  EXPECT_EQ(machine.processes.started[0].program, machine.home / "helpers" / "tolvex2.exe");
+  EXPECT_EQ(machine.processes.started[1].program, app.gEngineDir + "tolvex2.exe");
+  for (const auto& start : machine.processes.started) {
+    EXPECT_THAT(start.arguments, ElementsAre("beta,010203"));
+    EXPECT_EQ(start.workingFolder, app.gEngineDir);
+  }
+}
+
+TEST_F(ProcessControlTest, ProvisioningKeepsRecordsAndRenewsTheErrorTexts) {
+  Put(machine.home / "program" / "data" / "Marovane.mdb", "empty records");
+  Put(machine.home / "program" / "data" / "err4list.mdb", "texts 1");
+  const std::string records = app.gTempDir + "/marovane/Marovane.mdb";
+  const std::string errors = app.gEngineDir + "data/err4list.mdb";
+  UnpackDataFiles(program);
+  EXPECT_THAT(Content(records), Optional(std::string("empty records")));
+  Put(records, "a learner's records");
+  Put(machine.home / "program" / "data" / "err4list.mdb", "texts 2");
+  UnpackDataFiles(program);
+  EXPECT_THAT(Content(records), Optional(std::string("a learner's records")));
+  EXPECT_THAT(Content(errors), Optional(std::string("texts 2")));
+  std::filesystem::remove_all(machine.home / "program" / "data");
+  EXPECT_THROW(UnpackDataFiles(program), RunTimeError);
+  EXPECT_THAT(Content(records), Optional(std::string("a learner's records")));
+}
+
+TEST_F(ProcessControlTest, DoorsAreClosedUntilAWindowStandsBehindThem) {
+  EXPECT_FALSE(program.hall.frmMain);
+  int references = 0;
+  FakeMain main(machine.machine);
+  program.hall.frmMain.LeadsTo([&]() -> MainWindow& {
+    ++references;
+    return main;
+  });
+  EXPECT_TRUE(program.hall.frmMain);
+  EXPECT_EQ(references, 0) << "asking whether a door is open is no reference";
+  program.hall.frmMain->CloseAppProcdure();
+  EXPECT_EQ(references, 1);
+  EXPECT_EQ(main.closings, 1);
+}
+
+}  // namespace

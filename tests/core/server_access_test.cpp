@@ -1,0 +1,160 @@
+#include "core/server_access.h"
+
+#include "core/message.h"
+#include "core/text_utility.h"
+#include "platform/run_time_error.h"
+#include "platform/text_encoding.h"
+#include "tests/core/core_fixture.h"
+
+namespace {
+
+using ::testing::Each;
+using ::testing::ElementsAre;
+using ::testing::Pair;
+using ::testing::SizeIs;
+
+constexpr const char* kKey = "key=zorbelquinter";
+constexpr const char* kProbe = "p_getconn.asp";
+constexpr const char* kEngineProbe = "p_passWebEngine_conn.asp";
+constexpr const char* kAllot = "p_all_webengine_get.asp";
+
+class ServerAccessTest : public CoreTest {
+ protected:
+  void Answer16001(CommandButton FrmMessage::*button) {
+    machine.user.OnModal([this, button](Form& form) {
+      auto& box = dynamic_cast<FrmMessage&>(form);
+      EXPECT_EQ(box.lblCaption.Caption(), "詢問");
+      machine.user.Click(box.*button);
+    });
+  }
+  FakeHttp& http_ = machine.http;
+};
+
+TEST_F(ServerAccessTest, RepliesAreBig5MixedWithAscii) {
+  EXPECT_EQ(BytesToText(""), "");
+  EXPECT_EQ(BytesToText("OK_a\xA4\xA4"
+                        "b\xA4\xE5#"),
+            "OK_a中b文#");
+  EXPECT_EQ(BytesToText("\xA4\x40\x80\x41z"), "一\uFFFDz") << "a lead byte takes its pair whatever it is";
+  EXPECT_THROW(BytesToText("OK_\xA4"), RunTimeError);
+}
+
+TEST_F(ServerAccessTest, RequestsCarryBothHeadersAndTheBodyAsItStands) {
+  http_.Route("p_x.asp", ToBig5("OK_好"), 500);
+  EXPECT_EQ(PostForm(program, "http://server/p_x.asp", "key=中 &"), "OK_好") << "whatever the status";
+  ASSERT_THAT(http_.requests, SizeIs(1));
+  EXPECT_EQ(http_.requests[0].method, "POST");
+  EXPECT_EQ(http_.requests[0].body, "key=中 &");
+  EXPECT_THAT(http_.requests[0].headers,
+              ElementsAre(Pair("Content-Type", "application/x-www-form-urlencoded"),
+                          Pair("Content-Type", "text/xml; charset=big5")));
+}
+
+TEST_F(ServerAccessTest, ProbeTakesTheServersDate) {
+  const struct {
+    const char* reply;
+    bool isOnline;
+    const char* date;
+  } cases[] = {{"ONLINE", true, "1899/12/30"},
+               {"ONLINE#2026/11/5", true, "2026/11/5"},
+               {"ONLINE, 2025-01-31 08:00:00", true, "2025/1/31"},
+               {"ONLINE_soon", true, "1899/12/30"},
+               {"online#2026/11/5", false, "1899/12/30"},
+               {"OFFLINE", false, "1899/12/30"},
+               {"", false, "1899/12/30"},
+               {"ONLINE#2026/11/5\xA4", false, "1899/12/30"}};
+  for (const auto& [reply, isOnline, date] : cases) {
+    app.gServerDate = AppState{}.gServerDate;
+    http_.Route(kProbe, reply);
+    EXPECT_EQ(IsServerOnline(program), isOnline) << reply;
+    EXPECT_EQ(FormatDateUnpadded(app.gServerDate, "/"), date) << reply;
+  }
+  http_.RouteToNowhere(kProbe);
+  EXPECT_FALSE(IsServerOnline(program));
+  EXPECT_EQ(http_.requests.back().url, "http://server/p_getconn.asp");
+  EXPECT_THAT(http_.Bodies(kProbe), Each(std::string(kKey)));
+}
+
+TEST_F(ServerAccessTest, EngineAddressIsWhatStandsBehindOk) {
+  const struct {
+    const char *reply, *address;
+  } cases[] = {{"OK_ http://engine/ ", "http://engine/"},
+               {"OKAY", "OKAY"},
+               {"OK_", ""},
+               {"OK_OK_x", "x"},
+               {"ok_x", ""},
+               {"ERR_NONE", ""}};
+  for (const auto& [reply, address] : cases) {
+    http_.Route(kAllot, reply);
+    EXPECT_EQ(GetWebEngineAddress(program, "http://other/"), address) << reply;
+    EXPECT_EQ(http_.requests.back().url, "http://other/p_all_webengine_get.asp");
+  }
+  http_.RouteToNowhere(kAllot);
+  EXPECT_THROW(GetWebEngineAddress(program, "http://other/"), RunTimeError);
+}
+
+TEST_F(ServerAccessTest, AllotsAnEngineThatAnswers) {
+  http_.Queue(kAllot, "OK_");
+  http_.Queue(kAllot, "OK_http://dead/");
+  http_.Queue(kAllot, "OK_http://engine/");
+  http_.Route("dead/p_passWebEngine_conn.asp",
+              [](const HttpRequest&) -> HttpResponse { throw RunTimeError("no connection"); });
+  http_.Route("engine/p_passWebEngine_conn.asp", "ONLINE");
+  EXPECT_TRUE(IsWebEngineOnline(program, true));
+  EXPECT_EQ(app.gWebEngineRoot, "http://engine/");
+  EXPECT_THAT(http_.Bodies(kAllot), SizeIs(3));
+  EXPECT_TRUE(IsWebEngineOnline(program, false));
+  EXPECT_THAT(http_.Bodies(kAllot), SizeIs(3)) << "a plain probe allots nothing";
+}
+
+TEST_F(ServerAccessTest, AsksAfterTenAttemptsAndTriesTenMoreOnOk) {
+  http_.Route(kAllot, "OK_http://engine/");
+  http_.Route(kEngineProbe, "BUSY");
+  Answer16001(&FrmMessage::cmdOK);
+  Answer16001(&FrmMessage::cmdCancel);
+  EXPECT_THROW(AllocateWebEngine(program), ProgramEnd);
+  EXPECT_THAT(http_.Bodies(kAllot), SizeIs(20));
+  EXPECT_THAT(http_.Bodies(kEngineProbe), SizeIs(20));
+  EXPECT_EQ(machine.user.Expected(), 0U);
+  EXPECT_TRUE(machine.loop.HasEnded());
+}
+
+TEST_F(ServerAccessTest, BrokenTransferEndsTheAllotmentQuietly) {
+  http_.RouteToNowhere(kAllot);
+  EXPECT_THROW(AllocateWebEngine(program), RunTimeError);
+  EXPECT_FALSE(IsWebEngineOnline(program, true));
+  EXPECT_THAT(http_.requests, SizeIs(2)) << "no ten attempts, no question";
+}
+
+class FakeBrowser : public Form, public Browser {
+ public:
+  explicit FakeBrowser(Machine& theMachine) : Form(theMachine, "frmBrowser") {}
+  Form& AsForm() override { return *this; }
+  void GoNavigate(const std::string& /*url*/, int /*mode*/) override {}
+  void GoWritePage(const std::string& /*html*/, int /*mode*/) override {}
+  void GoPostPage(const std::string& html, int mode) override {
+    page = html;
+    pane = mode;
+  }
+  std::string page;
+  int pane = 0;
+};
+
+TEST_F(ServerAccessTest, PackedPageGoesOutAsAFormInTheBrowser) {
+  PostDecodeForm(program, "64O185");  // with no browser there is nothing to show
+  FakeBrowser browser(machine.machine);
+  program.hall.frmBrowser.LeadsTo([&]() -> Browser& { return browser; });
+  app.gAccountNo = "4711";
+  PostDecodeForm(program, "64O185");
+  EXPECT_EQ(browser.pane, 2);
+  EXPECT_EQ(browser.page,
+            "<html>\r\n<head>\r\n<meta http-equiv='Content-Language' content='zh-tw'>\r\n"
+            "<meta http-equiv='Content-Type' content='text/html; charset=big5'>\r\n<title></title>\r\n"
+            "</head>\r\n<body>\r\n"
+            "<form name='frmPost' method='POST' action='http://server/p_decode.asp'>\r\n"
+            "<input type='HIDDEN' name='key' value='zorbelquinter'>\r\n"
+            "<input type='HIDDEN' name='pno' value='4711'>\r\n"
+            "<input type='HIDDEN' name='code' value='64O185'>\r\n</body>\r\n</html>\r\n");
+}
+
+}  // namespace

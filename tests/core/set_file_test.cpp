@@ -1,0 +1,229 @@
+#include "core/set_file.h"
+
+#include "platform/run_time_error.h"
+#include "platform/text_encoding.h"
+#include "tests/core/core_fixture.h"
+
+namespace {
+
+using ::testing::AnyOf;
+using ::testing::Optional;
+
+class SetFileTest : public CoreTest {
+ protected:
+  std::string Read(const std::string& path, const std::string& key) {
+    return ReadWriteSetFile(machine.files, path, "R", key, "");
+  }
+  void Write(const std::string& path, const std::string& key, const std::string& value) {
+    EXPECT_EQ(ReadWriteSetFile(machine.files, path, "W", key, value), "");
+  }
+  static std::string Entries(int count) {
+    std::string text;
+    for (int i = 1; i <= count; ++i) text += "k" + std::to_string(i) + "=v\r\n";
+    return text;
+  }
+
+  const std::string setup_ = app.gSetupFile;
+  const std::string registry_ = app.gRegistryFile;
+};
+
+TEST_F(SetFileTest, ReadsLinesOfAnyShape) {
+  Put(setup_,
+      "  Pno  =  42  \r\n"
+      "\r\n"
+      "   \r\n"
+      "a=b=c\r\n"
+      "plain text\r\n"
+      "  indented\r\n"
+      "empty=\r\n"
+      "=no key\r\n"
+      "\ttab\t=\tkept\t\r\n"
+      "Twice=first\r\n"
+      "Twice=second\r\n"
+      "lf only=1\n"
+      "cr only=2\r"
+      "last=no end");
+  const struct {
+    std::string key, value;
+  } cases[] = {
+      {"Pno", "42"},           {"pno", ""},        {"a", "b"},       {"b", ""},
+      {"plain text", ""},      {"empty", ""},      {"", "no key"},   {"tab", ""},
+      {"\ttab\t", "\tkept\t"}, {"Twice", "first"}, {"lf only", "1"}, {"cr only", "2"},
+      {"last", "no end"},      {"absent", ""},
+  };
+  for (const auto& [key, value] : cases) EXPECT_EQ(Read(setup_, key), value) << key;
+}
+
+TEST_F(SetFileTest, RewritesEveryLineInItsPlace) {
+  Put(setup_, "\r\n  Pno  =  42  \r\n   \r\na=b=c\r\nplain text\r\n  indented\r\n=no key\r\nT=1\r\nT=2\r\n");
+  Write(setup_, "T", "new");
+  EXPECT_THAT(Content(setup_),
+              Optional(std::string("Pno=42\r\na=b\r\nplain text=\r\n  indented=\r\nT=new\r\nT=2\r\n")));
+  Write(setup_, "NeedSync", "Y");
+  Write(setup_, "plain text", " x ");
+  EXPECT_THAT(Content(setup_),
+              Optional(std::string(
+                  "Pno=42\r\na=b\r\nplain text= x \r\nindented=\r\nT=new\r\nT=2\r\nNeedSync=Y\r\n")));
+  EXPECT_EQ(Read(setup_, "plain text"), "x");
+}
+
+TEST_F(SetFileTest, AbsentFileReadsAsEmptyAndIsCreatedByAWrite) {
+  EXPECT_EQ(Read(setup_, "Pno"), "");
+  EXPECT_EQ(ReadWriteSetFile(machine.files, setup_, "X", "Pno", "1"), "");
+  EXPECT_EQ(Content(setup_), std::nullopt);
+  Write(setup_, "Pno", "1");
+  EXPECT_THAT(Content(setup_), Optional(std::string("Pno=1\r\n")));
+  EXPECT_EQ(std::filesystem::status(setup_).permissions(), std::filesystem::perms(0600));
+}
+
+TEST_F(SetFileTest, RegistryKeepsItsMarkerInFront) {
+  const struct {
+    const char *name, *before, *after;
+  } cases[] = {
+      {"registry.set", "", "**settings for tolvex=\r\nk=v\r\n"},
+      {"registry.set", "foo=1\r\n", "**settings for tolvex=\r\nfoo=1\r\nk=v\r\n"},
+      {"registry.set", "**settings for tolvex=\r\nk=1\r\n", "**settings for tolvex=\r\nk=v\r\n"},
+      {"registry.set", "xxsettings for tolvex\r\n", "xxsettings for tolvex=\r\nk=v\r\n"},
+      {"registry.set", "ngs for tolvex=\r\n", "**settings for tolvex=\r\nngs for tolvex=\r\nk=v\r\n"},
+      {"registry.set", "a=1\r\n**settings for tolvex=\r\n",
+       "**settings for tolvex=\r\na=1\r\n**settings for tolvex=\r\nk=v\r\n"},
+      {"registry_w.set", "foo=1\r\n", "foo=1\r\nk=v\r\n"},
+      {"setup.set", "foo=1\r\n", "foo=1\r\nk=v\r\n"},
+  };
+  for (const auto& [name, before, after] : cases) {
+    const std::string path = app.gEngineDir + name;
+    Put(path, before);
+    Write(path, "k", "v");
+    EXPECT_THAT(Content(path), Optional(std::string(after))) << before;
+  }
+}
+
+TEST_F(SetFileTest, HoldsNinetyNineEntriesWhileItIsWritten) {
+  const struct {
+    int entries;
+    const char *mode, *key;
+    bool raises;
+    int left;  // entries afterwards
+  } cases[] = {
+      {98, "W", "new", false, 99},  {99, "W", "new", false, 100},   {99, "W", "k99", false, 99},
+      {99, "R", "new", false, 99},  {100, "R", "k100", false, 100}, {100, "R", "new", true, 100},
+      {100, "W", "new", true, 100}, {100, "W", "k1", true, 100},    {100, "X", "", false, 100},
+      {101, "R", "k1", true, 101},  {101, "W", "k1", true, 101},    {101, "X", "", true, 101},
+  };
+  for (const auto& [entries, mode, key, raises, left] : cases) {
+    Put(setup_, Entries(entries));
+    const auto call = [&, mode = mode, key = key] {
+      ReadWriteSetFile(machine.files, setup_, mode, key, "v");
+    };
+    if (raises) {
+      EXPECT_THROW(call(), RunTimeError) << entries << mode << key;
+    } else {
+      EXPECT_NO_THROW(call()) << entries << mode << key;
+    }
+    const std::string text = Content(setup_).value();
+    EXPECT_EQ(std::ranges::count(text, '\n'), left) << entries << mode << key;
+  }
+  Put(setup_, Entries(100));
+  EXPECT_THROW(Write(setup_, "k7", "fresh"), RunTimeError);
+  EXPECT_EQ(Read(setup_, "k7"), "fresh") << "a full file takes the value before the walk passes its end";
+}
+
+TEST_F(SetFileTest, BlankLinesAreNoEntries) {
+  Put(setup_, Entries(99) + "\r\n  \r\n\r\n");
+  EXPECT_EQ(Read(setup_, "absent"), "");
+}
+
+TEST_F(SetFileTest, TextsAreBig5AndForeignBytesStay) {
+  const std::string title = ToBig5("學歷");
+  Put(setup_, title + "=" + ToBig5("大學") + "\r\nodd=\xFF\x31 \r\ncut=" + ToBig5("中") + "\xA4\r\n");
+  EXPECT_EQ(Read(setup_, "學歷"), "大學");
+  EXPECT_EQ(Read(setup_, "cut"), "中\uFFFD") << "half a character must not make the file unreadable";
+  Write(setup_, "學歷", "碩士");
+  EXPECT_THAT(Content(setup_), Optional(title + "=" + ToBig5("碩士") +
+                                        "\r\nodd=\xFF\x31\r\ncut=" + ToBig5("中") + "\xA4\r\n"));
+}
+
+TEST_F(SetFileTest, FileThatCannotBeOpenedIsARunTimeError) {
+  std::filesystem::create_directory(setup_);
+  EXPECT_THROW(Write(setup_, "Pno", "1"), RunTimeError);
+  EXPECT_THROW(ResetRegistrySet(machine.files, app.gTempDir + "/missing/registry.set", "RESET"),
+               RunTimeError);
+  EXPECT_THROW(ResetRegistrySet(machine.files, registry_, "REWRITE_LINE1"), RunTimeError);
+}
+
+constexpr const char* kFresh =
+    "**settings for tolvex=\r\ncol_suggestion=0\r\ncollocationListHtm=\r\nerrcode=0\r\nfindMistake=0\r\n"
+    "qcode=0\r\nsentence=0\r\nhtm4chk=\r\nsynChk=\r\ncoursePath=\r\n";
+
+TEST_F(SetFileTest, ResetWritesTheTenLines) {
+  Put(registry_, "anything\r\n");
+  ResetRegistrySet(machine.files, registry_, "reset");
+  EXPECT_THAT(Content(registry_), Optional(std::string("anything\r\n"))) << "words are compared with case";
+  ResetRegistrySet(machine.files, registry_, "RESET");
+  EXPECT_THAT(Content(registry_), Optional(std::string(kFresh)));
+}
+
+TEST_F(SetFileTest, FirstLineIsRepairedHoweverMuchOfItIsGone) {
+  const std::string marker(kRegistryMarker);
+  const struct {
+    std::string before, after;
+  } cases[] = {
+      {marker + "\r\na=1\r\n", marker + "\r\na=1\r\n"},
+      {"ettings for tolvex=\r\na=1\r\n", marker + "\r\na=1\r\n"},
+      {"ngs for tolvex=\r\na=1\r\n", marker + "\r\na=1\r\n"},
+      {"gs for tolvex=\r\na=1\r\n", marker + "\r\ngs for tolvex=\r\na=1\r\n"},
+      {"\r\n  a = 1  \r\n\r\nx=ngs for tolvex=\r\n", marker + "\r\na = 1\r\n"},
+      {"", marker + "\r\n"},
+  };
+  for (const auto& [before, after] : cases) {
+    Put(registry_, before);
+    ResetRegistrySet(machine.files, registry_, "REWRITE_LINE1");
+    EXPECT_THAT(Content(registry_), Optional(after)) << before;
+    EXPECT_EQ(Content(app.gEngineDir + "registry_w.set"), std::nullopt) << "the scratch copy is gone";
+  }
+}
+
+TEST_F(SetFileTest, KillOrFailureAtAnyStepLeavesTheOldOrTheNewFileWhole) {
+  const std::string old = "ngs for tolvex=\r\nsentence=old\r\n";
+  const struct {
+    const char* name;
+    std::function<void()> change;
+    std::string fresh;
+  } cases[] = {
+      {"write", [&] { Write(registry_, "sentence", "new"); },
+       std::string(kRegistryMarker) + "\r\nngs for tolvex=\r\nsentence=new\r\n"},
+      {"reset", [&] { ResetRegistrySet(machine.files, registry_, "RESET"); }, kFresh},
+      {"repair", [&] { ResetRegistrySet(machine.files, registry_, "REWRITE_LINE1"); },
+       std::string(kRegistryMarker) + "\r\nsentence=old\r\n"},
+  };
+  for (const auto& [name, change, fresh] : cases) {
+    for (const bool kills : {true, false}) {
+      int strikes = 0;
+      for (int step = 1; step < 20; ++step) {
+        Put(registry_, old);
+        machine.files.fault.Reset();
+        if (kills) machine.files.fault.KillAt(step);
+        if (!kills) machine.files.fault.FailAt(step);
+        bool struck = false;
+        try {
+          change();
+        } catch (const Killed&) {
+          struck = true;
+        } catch (const RunTimeError&) {
+          struck = true;
+        }
+        EXPECT_THAT(Content(registry_), Optional(struck ? AnyOf(old, fresh) : AnyOf(fresh, fresh)))
+            << name << " struck at step " << step;
+        if (!struck) break;
+        ++strikes;
+        machine.files.fault.Reset();
+        change();
+        EXPECT_THAT(Content(registry_), Optional(fresh)) << name << " again after step " << step;
+      }
+      EXPECT_GE(strikes, 4) << name;
+      EXPECT_LT(strikes, 19) << name;
+    }
+  }
+}
+
+}  // namespace

@@ -1,0 +1,288 @@
+#include "core/start_up.h"
+
+#include "core/set_file.h"
+#include "platform/run_time_error.h"
+#include "tests/core/core_fixture.h"
+
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+using ::testing::Pair;
+using ::testing::SizeIs;
+
+class StartUpTest : public CoreTest {
+ protected:
+  StartUpTest() {
+    app = {};
+    app.gEdition = "MRV";
+    machine.http.RouteToNowhere("p_getconn.asp");
+  }
+  void PutDebugIni(const std::string& text) { Put(machine.home / "program" / "debug.ini", text); }
+  void Start(const std::string& edition) {
+    app = {};
+    app.gEdition = edition;
+    InitApplicationState(program);
+  }
+};
+
+TEST_F(StartUpTest, DefaultsAndPathsStand) {
+  Start("MRV");
+  const std::string root = (machine.home / "tmp").string();
+  EXPECT_EQ(app.gProductCode + app.gDataDirName + app.gEngineLevel, "mrvmarovanebeta");
+  EXPECT_TRUE(app.gUseWebEngine && app.gUseWebEngineWbank && !app.gDetailMessage);
+  EXPECT_EQ(app.gTempDir, root);
+  EXPECT_EQ(app.gEngineDir, root + "/tolvex/");
+  EXPECT_EQ(app.gSetupFile, root + "/marovane/setup.set");
+  EXPECT_EQ(app.gRegistryFile, root + "/tolvex/registry.set");
+  EXPECT_EQ(app.gRegKeyApp, "software\\Tessaroon\\Marovane");
+  EXPECT_EQ(app.gConnRecords,
+            "Provider=Microsoft.Jet.OLEDB.4.0;Data Source=" + root + "/marovane/Marovane.mdb;");
+  EXPECT_EQ(app.gConnErrList,
+            "Provider=Microsoft.Jet.OLEDB.4.0;Data Source=" + root + "/tolvex/data/err4list.mdb;");
+  EXPECT_EQ(app.gTransformValue, 240) << "the settings were loaded";
+}
+
+TEST_F(StartUpTest, RootsDependOnTheEdition) {
+  struct Roots {
+    std::string publisher, server, file, account, updater, site;
+    bool operator==(const Roots&) const = default;
+  };
+  const struct {
+    const char *edition, *debugIni;
+    Roots roots;
+  } cases[] = {
+      {"MRV",
+       "",
+       {"http://school/", "http://school/", "http://school/", "", "updates.example", "http://site/"}},
+      {"XQD",
+       "",
+       {"http://school/", "http://school/", "http://campus/", "http://campus/", "", "http://site/"}},
+      {"XQD EXTRA", "", {}},
+      {"MRV",
+       "_ServerUrlRootMRV=http://mine/\r\n_UpdaterUrlRootMRV=up\r\n_ACServerRootMRV=http://ac/\r\n"
+       "_WebEnginePublisherRootXQD=http://no/\r\n",
+       {"http://school/", "http://mine/", "http://school/", "http://ac/", "up", "http://site/"}},
+      {"XQD",
+       "_UpdaterUrlRootXQD=up\r\n_WebEnginePublisherRootXQD=http://pub/\r\n"
+       "_WebEngineFileServerRootXQD=http://files/\r\n_ACServerRootXQD=http://ac/\r\n",
+       {"http://pub/", "http://school/", "http://files/", "http://ac/", "", "http://site/"}},
+      {"ABC", "_ServerUrlRootABC=http://abc/\r\n", {"", "http://abc/", "", "", "", ""}},
+  };
+  for (const auto& [edition, debugIni, roots] : cases) {
+    PutDebugIni(debugIni);
+    Start(edition);
+    EXPECT_EQ((Roots{app.gPublisherRoot, app.gServerUrlRoot, app.gFileServerRoot, app.gACServerRoot,
+                     app.gUpdaterUrlRoot, app.gWebSiteRoot}),
+              roots)
+        << edition << "\n"
+        << debugIni;
+  }
+  Start("MRV");
+  EXPECT_EQ(app.gTranslateUrlRoot,
+            "http://translate/translate?js=n&prev=_t&hl=zh-TW&ie=UTF-8&layout=2&eotf=1&sl=zh-CN&tl=zh-TW&u=");
+}
+
+TEST_F(StartUpTest, DebugIniSwitchesOffWhatItDoesNotName) {
+  const struct {
+    const char* text;
+    bool web, wbank, detail;
+  } cases[] = {{"", false, false, false},
+               {"WebEngine=true\r\n", true, false, false},
+               {"WebEngine=TRUE\r\nWebEngineWbank=True\r\nDetailMessage= true \r\n", true, true, true},
+               {"WebEngine=1\r\nDetailMessage=yes\r\nwebengine=true\r\n", false, false, false}};
+  for (const auto& [text, web, wbank, detail] : cases) {
+    PutDebugIni(text);
+    Start("MRV");
+    EXPECT_EQ(app.gUseWebEngine, web) << text;
+    EXPECT_EQ(app.gUseWebEngineWbank, wbank) << text;
+    EXPECT_EQ(app.gDetailMessage, detail) << text;
+  }
+}
+
+TEST_F(StartUpTest, ExchangeFileIsFreshAfterEveryStart) {
+  const std::string fresh =
+      "**settings for tolvex=\r\ncol_suggestion=0\r\ncollocationListHtm=\r\nerrcode=0\r\nfindMistake=0\r\n"
+      "qcode=0\r\nsentence=0\r\nhtm4chk=\r\nsynChk=0\r\ncoursePath=\r\n";
+  const std::string registry = (machine.home / "tmp/tolvex/registry.set").string();
+  for (const std::string before : {"", "sentence=old\r\nsynChk=1\r\n", "\xFF\xFF\r\n"}) {
+    Put(registry, before);
+    Start("MRV");
+    EXPECT_EQ(Content(registry), fresh) << before;
+    EXPECT_EQ(app.gSynChk, "0");
+  }
+}
+
+TEST_F(StartUpTest, MissingFoldersAreUnpackedOnce) {
+  int unpacked = 0;
+  program.hall.unpackDataFiles = [&] {
+    ++unpacked;
+    machine.realFiles.CreateFolder(app.gEngineDir, true);
+    machine.realFiles.CreateFolder(app.gTempDir + "/marovane", true);
+  };
+  Start("MRV");
+  EXPECT_EQ(unpacked, 0);
+  std::filesystem::remove_all(machine.home / "tmp" / "tolvex");
+  Start("MRV");
+  EXPECT_EQ(unpacked, 1);
+  std::filesystem::remove_all(machine.home / "tmp" / "marovane");
+  Start("MRV");
+  EXPECT_EQ(unpacked, 2);
+}
+
+TEST_F(StartUpTest, WorkingRootAndLanguageFollowTheEnvironment) {
+  const struct {
+    const char *tmp, *dataHome, *lang, *root, *code;
+  } cases[] = {{"t", "", "zh_TW.UTF-8", "t", "CHT"},
+               {"t", "d", "zh_CN.UTF-8", "t", "CHS"},
+               {"", "d", "ja_JP.UTF-8", "d/marovane", "JPN"},
+               {"", "", "C", ".local/share/marovane", "CHT"}};
+  program.hall.unpackDataFiles = [&] {
+    machine.realFiles.CreateFolder(app.gEngineDir, true);
+    machine.realFiles.CreateFolder(app.gTempDir + "/marovane", true);
+  };
+  const auto below = [this](const std::string& name) {
+    return name.empty() ? name : (machine.home / name).string();
+  };
+  for (const auto& [tmp, dataHome, lang, root, code] : cases) {
+    machine.environment.variables["TMP"] = below(tmp);
+    machine.environment.variables["XDG_DATA_HOME"] = below(dataHome);
+    machine.environment.variables["LANG"] = lang;
+    Start("MRV");
+    EXPECT_EQ(app.gTempDir, below(root)) << root;
+    EXPECT_EQ(app.gLangCode, code) << lang;
+  }
+}
+
+TEST_F(StartUpTest, InstallationValuesBecomeRoots) {
+  Put(machine.home / "program" / "installation.set",
+      "serverRoot=http://a/b\r\ncampusServerRoot=http://c/\r\nupdateHost=u.example\r\n");
+  const auto values = ReadInstallation(machine.files, machine.environment);
+  EXPECT_EQ(values.serverRoot, "http://a/b/");
+  EXPECT_EQ(values.campusServerRoot, "http://c/");
+  EXPECT_EQ(values.updateHost, "u.example");
+  EXPECT_EQ(values.webSiteRoot, "");
+}
+
+class StepsOfTheStart : public StartUpTest {
+ protected:
+  StepsOfTheStart() {
+    auto& hall = program.hall;
+    const auto note = [this](const char* name) { return [this, name] { steps_.emplace_back(name); }; };
+    hall.checkDatabaseBuild = note("build");
+    hall.unpackDataFiles = note("unpack");
+    hall.refreshUpdater = note("updater");
+    hall.showPublisherNews = note("news");
+    hall.checkVersion = note("version");
+    hall.warmUpErrListDb = note("warm");
+  }
+  std::vector<std::string> steps_;
+};
+
+TEST_F(StepsOfTheStart, ComeInTheirOrder) {
+  machine.environment.commandLine = " mrv ";
+  FrmStartUp::PrepareProgram(program);
+  EXPECT_EQ(app.gEdition, "MRV");
+  EXPECT_THAT(steps_, ElementsAre("build", "unpack", "updater", "news", "version"));
+  machine.environment.commandLine = "";
+  FrmStartUp::PrepareProgram(program);
+  EXPECT_EQ(app.gEdition, "MRV");
+  machine.environment.commandLine = "xqd extra";
+  FrmStartUp::PrepareProgram(program);
+  EXPECT_EQ(app.gEdition, "XQD EXTRA");
+}
+
+TEST_F(StepsOfTheStart, SecondInstanceEndsBeforeItTouchesAnything) {
+  machine.environment.previousInstance = true;
+  EXPECT_THROW(FrmStartUp::PrepareProgram(program), ProgramEnd);
+  EXPECT_THAT(steps_, IsEmpty());
+  EXPECT_EQ(Content(machine.home / "tmp/tolvex/registry.set"), std::nullopt);
+}
+
+class FakeLogin : public Form, public HallWindow {
+ public:
+  explicit FakeLogin(Program& program) : Form(program.machine, "frmXQDLogin"), program_(program) {}
+  Form& AsForm() override { return *this; }
+  void Form_Activate() override {
+    program_.app.gXqdLoginOk = succeeds;
+    program_.app.gXqdLoginDone = true;
+  }
+  bool succeeds = true;
+
+ private:
+  Program& program_;
+};
+
+TEST_F(StepsOfTheStart, CampusEditionLogsInFirst) {
+  machine.environment.commandLine = "XQD";
+  FakeLogin login(program);
+  program.hall.frmXQDLogin.LeadsTo([&]() -> HallWindow& { return login; });
+  FrmStartUp::PrepareProgram(program);
+  EXPECT_THAT(steps_, ElementsAre("build", "unpack", "updater", "news", "version"));
+  login.Hide();
+  login.succeeds = false;
+  EXPECT_THROW(FrmStartUp::PrepareProgram(program), ProgramEnd) << "an earlier login counts for nothing";
+  EXPECT_THAT(steps_, SizeIs(5 + 4)) << "no version check after a refusal";
+}
+
+class FrmStartUpTest : public StartUpTest {
+ protected:
+  FrmStartUpTest() {
+    program.hall.frmMain.LeadsTo([this]() -> MainWindow& { return main_; });
+  }
+  FakeMain main_{machine.machine};
+  FrmStartUp root_{program};
+};
+
+TEST_F(FrmStartUpTest, RootStaysOutOfSightAndShowsTheMainWindow) {
+  root_.Form_Load();
+  EXPECT_EQ(root_.Left(), -10000);
+  EXPECT_EQ(root_.Top(), -10000);
+  EXPECT_FALSE(root_.Visible());
+  EXPECT_TRUE(main_.Visible());
+  root_.Form_Unload();
+  EXPECT_EQ(main_.closings, 0);
+  app.gOpenMain = true;
+  root_.Form_Unload();
+  EXPECT_EQ(main_.closings, 1);
+}
+
+TEST_F(FrmStartUpTest, FocusEndsAtTheLastOpenWindow) {
+  FakeLogin diary(program);
+  FakeLogin setup(program);
+  program.hall.frmDiary.LeadsTo([&]() -> HallWindow& { return diary; });
+  program.hall.frmSetup.LeadsTo([&]() -> HallWindow& { return setup; });
+  const auto activated = [&] {
+    machine.windows.ActiveChanged(nullptr);
+    root_.Form_Activate();
+    return machine.windows.Active();
+  };
+  app.gSplashShown = true;
+  EXPECT_EQ(activated(), nullptr) << "the main window waits for the splash";
+  app.gSplashShown = false;
+  EXPECT_EQ(activated(), &main_);
+  app.gOpenDiary = app.gOpenFeedback = true;  // nothing stands behind the door of the second
+  EXPECT_EQ(activated(), &diary);
+  app.gOpenSetup = true;
+  EXPECT_EQ(activated(), &setup);
+  program.hall.frmSetup.LeadsTo([]() -> HallWindow& { throw RunTimeError("will not load"); });
+  EXPECT_EQ(activated(), &diary) << "errors are swallowed";
+}
+
+class LowWindows : public HeadlessWindows {
+ public:
+  int LogicalDpi() const override { return 120; }
+};
+
+TEST_F(StartUpTest, OtherScreenDensityEndsWithABoxOfTheSystem) {
+  LowWindows windows;
+  Machine dense{machine.loop,      windows,           machine.desktop, machine.http,       machine.files,
+                machine.databases, machine.processes, machine.chinese, machine.environment};
+  Program other(dense, {});
+  EXPECT_THROW(FrmStartUp::PrepareProgram(other), ProgramEnd);
+  EXPECT_THAT(windows.systemBoxes,
+              ElementsAre(Pair(
+                  "警告", "您的視窗目前設定為較大顯示字型，請回復預設字型(96dpi)，才能正常使用本軟體。")));
+}
+
+}  // namespace

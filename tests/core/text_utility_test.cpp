@@ -1,0 +1,136 @@
+#include "core/text_utility.h"
+
+#include <gmock/gmock.h>
+
+#include <set>
+
+#include "core/app_state.h"
+
+namespace {
+
+using namespace std::chrono;
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+TEST(MakeRecId, CountsWithinTheSecondAndStartsAnew) {
+  AppState app;
+  const LocalTime now = local_days{year{2026} / 11 / 5} + 9h;
+  const std::string seconds = "657795600";
+  EXPECT_EQ(MakeRecId(app, now), seconds + "00001");
+  std::set<std::string> ids{seconds + "00001"};
+  for (int i = 2; i < 12800; ++i) ids.insert(MakeRecId(app, now));
+  EXPECT_EQ(ids.size(), 12799U);
+  EXPECT_EQ(*ids.rbegin(), seconds + "12799");
+  EXPECT_EQ(MakeRecId(app, now + 1s), "65779560100001");
+  EXPECT_EQ(MakeRecId(app, now + 1s), "65779560100002");
+  AppState nextRun;
+  EXPECT_EQ(MakeRecId(nextRun, local_days{year{2006} / 1 / 1}), "000001");
+}
+
+TEST(Dates, AreWrittenInBothForms) {
+  const year_month_day march{year{2014} / 3 / 2};
+  const year_month_day november{year{2026} / 11 / 25};
+  EXPECT_EQ(FormatDateUnpadded(march, "/"), "2014/3/2");
+  EXPECT_EQ(FormatDateUnpadded(november, "-"), "2026-11-25");
+  EXPECT_EQ(FormatDatePadded(march, "-"), "2014-03-02");
+  EXPECT_EQ(FormatDatePadded(november, ""), "20261125");
+  EXPECT_EQ(DefaultEssayTitle("", local_days{march} + 23h), "我的短文20140302");
+  EXPECT_EQ(DefaultEssayTitle("My dog", local_days{march}), "My dog");
+}
+
+TEST(Dates, AreReadOnlyWhenTheyAreDates) {
+  const struct {
+    const char *text, *date;
+  } cases[] = {{"2014/3/2", "2014-03-02"},
+               {"2014-03-02", "2014-03-02"},
+               {"2026/11/5 10:20:30", "2026-11-05"},
+               {"2024/2/29", "2024-02-29"},
+               {"2023/2/29", ""},
+               {"2026/13/1", ""},
+               {"2026/-1/1", ""},
+               {"2026/11", ""},
+               {"2026/11/", ""},
+               {"2026/11/5x", ""},
+               {"20261105", ""},
+               {"", ""},
+               {"99999999999/1/1", ""},
+               {"<html>", ""}};
+  for (const auto& [text, date] : cases) {
+    year_month_day day{year{1899} / 12 / 30};
+    EXPECT_EQ(ParseDate(text, day), *date != '\0') << text;
+    EXPECT_EQ(FormatDatePadded(day, "-"), *date != '\0' ? date : "1899-12-30") << text;
+  }
+}
+
+TEST(Texts, AreCutAndCountedInUtf16Units) {
+  EXPECT_EQ(Trim("  a \t "), "a \t");
+  EXPECT_EQ(Trim("   "), "");
+  EXPECT_EQ(Replace("a   b", "  ", " "), "a  b") << "one pass";
+  EXPECT_EQ(Replace("aaa", "a", "aa"), "aaaaaa");
+  EXPECT_THAT(Split("a<@><@>b", "<@>"), ElementsAre("a", "", "b"));
+  EXPECT_THAT(Split("#", "#"), ElementsAre("", ""));
+  EXPECT_THAT(Split("", "#"), IsEmpty());
+  EXPECT_EQ(Len("中a𠮷"), 4);
+  EXPECT_EQ(Mid("中文字", 2), "文字");
+  EXPECT_EQ(Mid("中文字", 1, 2), "中文");
+  EXPECT_EQ(Mid("中文字", 4), "");
+}
+
+TEST(EngineReplyCode, KeepsTheLeadingCode) {
+  const struct {
+    const char *reply, *code;
+  } cases[] = {{"!A1B2C3D4#x", "A1B2C3"},
+               {" A1 #B2", "A1"},
+               {"#A1", ""},
+               {"   ", ""},
+               {"!!!", ""},
+               {"A!1", "A1"},
+               {"", ""},
+               {"ABCDEFGH", "ABCDEF"}};
+  for (const auto& [reply, code] : cases) EXPECT_EQ(EngineReplyCode(reply), code) << reply;
+}
+
+TEST(IsPlainAscii, AcceptsCodes32To122) {
+  for (int code = 0; code < 128; ++code) {
+    EXPECT_EQ(IsPlainAscii("a" + std::string(1, static_cast<char>(code))), code >= 32 && code <= 122) << code;
+  }
+  for (const char* text : {"He said {ok}.", "He 說 ok.", "café", "　", "\r\n"}) {
+    EXPECT_FALSE(IsPlainAscii(text)) << text;
+  }
+  EXPECT_TRUE(IsPlainAscii(""));
+}
+
+TEST(IsValidEmail, WantsBothSignsInside) {
+  const struct {
+    const char* text;
+    bool isValid;
+  } cases[] = {{"a@b.cd", true},       {"a@b.c", false},   {"abc.def", false}, {"abc@def", false},
+               {"@abc.de", false},     {"a.bcde@", false}, {".a@bcde", false}, {"a@bcde.", false},
+               {"學生@校.台灣", true}, {"", false}};
+  for (const auto& [text, isValid] : cases) EXPECT_EQ(IsValidEmail(text), isValid) << text;
+}
+
+std::string PassingCodes(const std::function<int(int)>& filter) {
+  std::string codes;
+  for (int code = 1; code < 256; ++code) {
+    if (const int passed = filter(code); passed != 0) codes += static_cast<char>(passed);
+  }
+  return codes;
+}
+
+TEST(KeyFilters, PassExactlyTheirKeys) {
+  const std::string digits = "0123456789";
+  const std::string capitals = "ABCDEFGHIJKLMNOPQRSTUVWXYZ";
+  const std::string letters = "abcdefghijklmnopqrstuvwxyz";
+  const auto keyAscii = [](const char* caseMode, bool allowBlank) {
+    return PassingCodes([=](int code) { return FilterKeyAscii(code, caseMode, allowBlank); });
+  };
+  EXPECT_EQ(keyAscii("", false), "\b\r\x16-." + digits + capitals + "_" + letters);
+  EXPECT_EQ(keyAscii("UPPER", true), "\b\r\x16 -." + digits + capitals + "_" + capitals);
+  EXPECT_EQ(keyAscii("LOWER", false), "\b\r\x16-." + digits + letters + "_" + letters);
+  EXPECT_EQ(PassingCodes(FilterEssayKeyCode),
+            "\b\r #$%&'(." + digits + capitals + letters + "\xBC\xBD\xBE\xBF\xDE");
+  EXPECT_EQ(CleanAccountNo(" 12-34 5-"), "12345");
+}
+
+}  // namespace

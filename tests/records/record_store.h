@@ -1,0 +1,18 @@
+// The databases of a test, and a look at them that knows nothing of the program's own statements.
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "platform/database.h"
+
+/// Makes an empty record database by the schema that ships, its folder included.
+void CreateRecords(Databases& databases, const std::filesystem::path& path);
+/// Makes an error-text database with these rows of `errmain` (code, outline) and one category.
+void CreateErrList(Databases& databases, const std::filesystem::path& path,
+                   const std::vector<std::pair<std::string, std::string>>& outlines);
+
+/// Rows of a statement, each as its columns joined by "|"; Null as "NULL".
+std::vector<std::string> Rows(Databases& databases, const std::filesystem::path& path, const std::string& sql,
+                              int columns);
