@@ -40,6 +40,8 @@ class ControlView : public QObject {
   virtual bool MakesClicks() const { return true; }
   /// The keys that act as a click.
   virtual bool IsClickKey(int key) const;
+  /// True: the key goes no further.
+  virtual bool HandleKey(QKeyEvent* event);
   /// Raises KeyDown. True when the key goes no further.
   bool SwallowsKey(const QKeyEvent& event);
 
@@ -61,7 +63,6 @@ class ControlView : public QObject {
   void FollowCommonProperties();
   void TakeGeometry();
   bool HandleMouse(QMouseEvent* event);
-  bool HandleKey(QKeyEvent* event);
   void ShowName();
 
   Control& control_;

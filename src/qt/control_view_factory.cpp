@@ -2,6 +2,7 @@
 #include "qt/browser_view.h"
 #include "qt/control_view.h"
 #include "qt/simple_views.h"
+#include "qt/slider_view.h"
 #include "qt/text_view.h"
 
 namespace {
@@ -27,6 +28,7 @@ std::unique_ptr<ControlView> MakeControlView(FormView& form, Control& control, Q
       TryMake<RichTextView, TextBox, QTextEdit>,
       TryMake<LineView, TextBox, QLineEdit>,
       TryMake<ListView, ComboBox, QComboBox>,
+      TryMake<SliderView, Slider, QSlider>,
       TryMake<BrowserView, WebBrowser, QWidget>,
   };
   for (const Maker make : kMakers) {

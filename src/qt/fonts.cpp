@@ -35,5 +35,6 @@ void InstallFonts() {
   QFont font;
   font.setFamilies({kChinese, "Liberation Sans"});
   font.setPixelSize(14);
+  font.setHintingPreference(QFont::PreferNoHinting);
   QApplication::setFont(font);
 }

@@ -52,8 +52,8 @@ RichTextView::RichTextView(FormView& form, TextBox& box, QTextEdit& widget)
     ShowText(box.Text);
   }
   Follow(box.Text, [this](const std::string& text) { ShowText(text); });
-  Follow(box.SelStart, [this](int) { ShowSelection(); });
-  Follow(box.SelLength, [this](int) { ShowSelection(); });
+  Follow(box.SelStart, [this](int) { ShowSelection(edit_.hasFocus()); });
+  Follow(box.SelLength, [this](int) { ShowSelection(edit_.hasFocus()); });
   FollowFont();
   if (auto* rich = dynamic_cast<RichTextBox*>(&box)) FollowStyles(*rich);
   connect(&widget, &QTextEdit::textChanged, this, [this] { TextEdited(); });
@@ -67,6 +67,8 @@ bool RichTextView::eventFilter(QObject* watched, QEvent* event) {
       event->type() <= QEvent::MouseMove) {
     return TextView::eventFilter(&edit_, event);
   }
+  const bool isFocus = event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut;
+  if (watched == &edit_ && isFocus) ShowSelection(event->type() == QEvent::FocusIn);
   return TextView::eventFilter(watched, event);
 }
 
@@ -112,11 +114,12 @@ void RichTextView::ShowText(const std::string& modelText) {
   isShowing_ = before;
 }
 
-void RichTextView::ShowSelection() {
+// Without the focus a selection stands, but is not seen.
+void RichTextView::ShowSelection(bool isSeen) {
   const bool before = std::exchange(isShowing_, true);
   const int last = edit_.document()->characterCount() - 1;
   const int start = std::min(ToWidget(box_.SelStart), last);
-  const int end = std::min(ToWidget(box_.SelStart + box_.SelLength), last);
+  const int end = isSeen ? std::min(ToWidget(box_.SelStart + box_.SelLength), last) : start;
   const QTextCharFormat style = edit_.currentCharFormat();
   QTextCursor cursor = edit_.textCursor();
   cursor.setPosition(start);

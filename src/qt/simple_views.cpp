@@ -31,16 +31,49 @@ void TakeCaption(Model& model, Widget& widget) {
 
 }  // namespace
 
-LabelView::LabelView(FormView& form, Label& label, QLabel& widget) : ControlView(form, label, widget) {
+LabelView::LabelView(FormView& form, Label& label, QLabel& widget)
+    : ControlView(form, label, widget), label_(widget) {
   widget.setTextFormat(Qt::PlainText);
   TakeCaption(label, widget);
   if (widget.alignment() & Qt::AlignHCenter) label.Alignment = Label::kCenter;
   if (widget.alignment() & Qt::AlignRight) label.Alignment = Label::kRightJustify;
-  Follow(label.Caption, [&widget](const std::string& text) { widget.setText(Lines(text)); });
+  Follow(label.Caption, [this](const std::string& text) {
+    label_.setText(Lines(text));
+    Fit();
+  });
   Follow(label.Alignment,
-         [&widget](int alignment) { widget.setAlignment(QtAlignment(alignment, widget.alignment())); });
-  Follow(label.ForeColor,
-         [&widget](Color color) { widget.setStyleSheet("color: " + QColor(QRgb(color)).name()); });
+         [this](int alignment) { label_.setAlignment(QtAlignment(alignment, label_.alignment())); });
+  Follow(label.ForeColor, [this](Color color) {
+    color_ = QColor(QRgb(color));
+    ShowStyle();
+  });
+}
+
+void LabelView::Ready() {
+  ControlView::Ready();
+  Fit();
+}
+
+void LabelView::Fit() {
+  constexpr int kSmallest = 10;
+  if (!label_.wordWrap()) return;
+  fontSize_ = 0;
+  ShowStyle();
+  label_.ensurePolished();
+  for (int size = label_.fontInfo().pixelSize(); size > kSmallest; --size) {
+    const QRect room(0, 0, label_.width(), label_.height());
+    const QRect need = label_.fontMetrics().boundingRect(room, Qt::TextWordWrap, label_.text());
+    if (need.height() <= room.height() && need.width() <= room.width()) return;
+    fontSize_ = size - 1;
+    ShowStyle();
+  }
+}
+
+void LabelView::ShowStyle() {
+  QString style;
+  if (color_.isValid()) style += "color: " + color_.name() + ";";
+  if (fontSize_ > 0) style += QString("font-size: %1px;").arg(fontSize_);
+  if (label_.styleSheet() != style) label_.setStyleSheet(style);
 }
 
 ButtonView::ButtonView(FormView& form, CommandButton& button, QAbstractButton& widget)

@@ -9,9 +9,19 @@
 
 class QPainter;
 
+/// A text. One that wraps becomes smaller where its label is too small for it.
 class LabelView : public ControlView {
  public:
   LabelView(FormView& form, Label& label, QLabel& widget);
+  void Ready() override;
+
+ private:
+  void Fit();
+  void ShowStyle();
+
+  QLabel& label_;
+  QColor color_;
+  int fontSize_ = 0;  // pixels; 0: as the style sheet has it
 };
 
 /// A push button.

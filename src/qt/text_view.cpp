@@ -13,12 +13,10 @@ TextView::TextView(FormView& form, TextBox& box, QWidget& widget)
     : ControlView(form, box, widget), box_(box) {}
 
 bool TextView::Handle(QEvent* event) {
-  if (event->type() == QEvent::KeyPress) return FilterKey(static_cast<QKeyEvent*>(event));
-  if (event->type() == QEvent::InputMethod) return FilterCommit(static_cast<QInputMethodEvent*>(event));
-  return false;
+  return event->type() == QEvent::InputMethod && FilterCommit(static_cast<QInputMethodEvent*>(event));
 }
 
-bool TextView::FilterKey(QKeyEvent* event) {
+bool TextView::HandleKey(QKeyEvent* event) {
   if (isComposing_) return false;
   const QString text = event->text();
   if (SwallowsKey(*event)) return true;

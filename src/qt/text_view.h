@@ -16,6 +16,7 @@ class TextView : public ControlView {
 
  protected:
   bool Handle(QEvent* event) override;
+  bool HandleKey(QKeyEvent* event) override;
   bool MakesClicks() const override { return false; }
   virtual void Insert(const QString& text) = 0;
 
@@ -30,7 +31,6 @@ class TextView : public ControlView {
   TextBox& box_;
 
  private:
-  bool FilterKey(QKeyEvent* event);
   bool FilterCommit(QInputMethodEvent* event);
   bool PassOn(QEvent* event);
   /// The character that the handlers of KeyPress let through, a null one for none.
@@ -62,7 +62,7 @@ class RichTextView : public TextView {
   void FollowStyles(RichTextBox& box);
   void FollowFont();
   void ShowText(const std::string& text);
-  void ShowSelection();
+  void ShowSelection(bool isSeen);
   void Style(const QTextCharFormat& change);
   void StyleAll(const QTextCharFormat& change);
   void TextEdited();

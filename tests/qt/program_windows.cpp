@@ -40,9 +40,10 @@ Form& ShowMessage(WindowedProgram& program, int icon, bool asks) {
   box.imgIcon.Picture = box.imgIcons(icon).Picture;
   box.lblCaption.Caption = asks ? "詢問" : "錯誤";
   box.lblMessage.Alignment = Label::kCenter;
-  box.lblMessage.Caption = asks ? "\r\n\r\n您確定要離開本程式嗎?"
-                                : "\r\n因為軟體已有重大的變革！\r\n\r\n若未重新安裝程式, 可能產生無法預期的錯誤"
-                                  "\r\n您選擇不更新將無法使用本軟體";
+  box.lblMessage.Caption =
+      asks ? "\r\n\r\n您確定要離開本程式嗎?"
+           : "\r\n因為軟體已有重大的變革！\r\n\r\n若未重新安裝程式, 可能產生無法預期的錯誤"
+             "\r\n您選擇不更新將無法使用本軟體";
   box.picProgress.Visible = false;
   box.cmdOK.Left = asks ? box.Width / 2 - box.cmdOK.Width - 100 : (box.Width - box.cmdOK.Width) / 2;
   box.cmdCancel.Left = box.Width / 2 + 100;
@@ -70,7 +71,11 @@ Form& ShowSplash(WindowedProgram& program) {
 
 }  // namespace
 
-WindowedProgram::WindowedProgram() : composition(machine.machine, InstallationValues{}) {}
+WindowedProgram::WindowedProgram() : composition(machine.machine, InstallationValues{}) {
+  composition.program.app.gEdition = "MRV";
+  composition.program.app.gTransformValue = 255;
+  composition.program.app.gInputFontSize = 12;
+}
 
 const std::vector<ShownWindow>& ProgramWindows() {
   static const std::vector<ShownWindow> windows{

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <functional>
+#include <ostream>
 #include <string>
 #include <vector>
 
@@ -22,5 +23,8 @@ struct ShownWindow {
   /// Brings the window up and gives it.
   std::function<Form&(WindowedProgram&)> show;
 };
+
+/// Prints it by its name, for messages of failed tests.
+inline void PrintTo(const ShownWindow& window, std::ostream* out) { *out << window.name; }
 
 const std::vector<ShownWindow>& ProgramWindows();

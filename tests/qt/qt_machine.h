@@ -21,9 +21,7 @@ struct QtMachine {
 
   /// Runs the loop until the condition holds; a test that waits in vain fails by its time-out.
   void Wait(const std::function<bool()>& isMet) { loop.WaitUntil(isMet); }
-  QWidget& Widget(const Control& control) {
-    return windows.Find(control.Owner())->Find(control)->Widget();
-  }
+  QWidget& Widget(const Control& control) { return windows.Find(control.Owner())->Find(control)->Widget(); }
 
   QString trustedPrefix;
   TempHome home;

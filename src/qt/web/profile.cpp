@@ -57,8 +57,8 @@ void RegisterSchemes() {
   QWebEngineUrlScheme::registerScheme(written);
 }
 
-// Makes every written page, whose bytes are UTF-8, behave as one in its declared character set, and has the
-// fonts that it asks for.
+// Makes every written page, whose bytes are UTF-8, behave as one in its declared character set, has the fonts
+// that it asks for, and gives its scroll bars and boxes the look of the windows.
 QWebEngineScript PageScript() {
   QWebEngineScript script;
   script.setInjectionPoint(QWebEngineScript::DocumentReady);
@@ -73,6 +73,16 @@ QWebEngineScript PageScript() {
     document.documentElement.appendChild(style);
     if (!document.documentElement.lang) document.documentElement.lang = 'zh-Hant-TW';
     if (location.protocol != 'marovane:') return;
+    style.textContent +=
+      "::-webkit-scrollbar{width:10px;height:10px}" +
+      "::-webkit-scrollbar-thumb{background:rgba(140,140,140,.75);border-radius:5px}" +
+      "::-webkit-scrollbar-thumb:hover{background:#a0a0a0}" +
+      "input[type=checkbox]{appearance:none;width:16px;height:16px;margin:0;vertical-align:-3px;" +
+      "border:1px solid #1c1c1c;border-radius:4px;background:#2b2b2b center/12px no-repeat}" +
+      "input[type=checkbox]:hover,input[type=checkbox]:focus-visible{border-color:#FFCC00;outline:none}" +
+      "input[type=checkbox]:checked{background-image:url(\"data:image/svg+xml," +
+      "<svg xmlns='http://www.w3.org/2000/svg' viewBox='0 0 12 12'><path d='M2 6l3 3 5-6' fill='none' " +
+      "stroke='%23FFCC00' stroke-width='2' stroke-linecap='round' stroke-linejoin='round'/></svg>\")}";
     const meta = document.querySelector("meta[http-equiv='Content-Type' i]");
     const declared = meta && /charset=([\w-]+)/i.exec(meta.content);
     if (!declared) return;

@@ -1,0 +1,89 @@
+// Every window of the program, drawn and looked at by facts of its pixels.
+#include <gmock/gmock.h>
+
+#include <QLabel>
+#include <QPushButton>
+#include <QRawFont>
+
+#include "qt/text_convert.h"
+#include "tests/qt/program_windows.h"
+
+namespace {
+
+class EveryWindow : public testing::TestWithParam<ShownWindow> {
+ protected:
+  EveryWindow() : form_(GetParam().show(program_)) { program_.machine.loop.DoEvents(); }
+
+  FormView& View() { return *program_.machine.windows.Find(form_); }
+  /// What a person sees of the texts: each widget with its text and the size that the text has.
+  template <class Visit>
+  void ForEachText(const Visit& visit) {
+    for (QWidget* widget : View().Frame().findChildren<QWidget*>()) {
+      if (!widget->isVisible()) continue;
+      QString text = widget->property("caption").toString();
+      if (auto* label = qobject_cast<QLabel*>(widget)) text = label->text();
+      if (auto* button = qobject_cast<QAbstractButton*>(widget)) text = button->text();
+      if (!text.isEmpty()) visit(*widget, text);
+    }
+  }
+
+  WindowedProgram program_;
+  Form& form_;
+};
+
+TEST_P(EveryWindow, BindsAllItsControls) { EXPECT_THAT(View().Problems(), testing::IsEmpty()); }
+
+TEST_P(EveryWindow, CutsNoTextAndHasItsCharacters) {
+  ForEachText([](QWidget& widget, const QString& text) {
+    const QSize need =
+        widget.fontMetrics().boundingRect(QRect(0, 0, widget.width(), 10000), Qt::TextWordWrap, text).size();
+    EXPECT_LE(need.width(), widget.width()) << Utf8(text);
+    EXPECT_LE(need.height(), widget.height()) << Utf8(text);
+    const QRawFont font = QRawFont::fromFont(widget.font(), QFontDatabase::TraditionalChinese);
+    for (const QChar character : text) {
+      if (character.unicode() >= 0x2E80) {
+        EXPECT_TRUE(font.supportsCharacter(character)) << Utf8(QString(character));
+      }
+    }
+  });
+}
+
+TEST_P(EveryWindow, KeepsItsPartsInsideAndNamesWhatCanBeClicked) {
+  const QRect face = View().Frame().Content()->rect();
+  for (Control* control : form_.Controls()) {
+    const QWidget& widget = View().Find(*control)->Widget();
+    if (!widget.isVisible() || widget.parentWidget() != View().Frame().Content()) continue;
+    const bool isInside = face.contains(widget.geometry());
+    // What waits below the edge of a window that can grow is not in sight either.
+    EXPECT_TRUE(isInside || !face.intersects(widget.geometry())) << control->Name();
+    if (control->Click.HasHandler()) {
+      const bool isNamed =
+          !widget.accessibleName().isEmpty() || qobject_cast<const QAbstractButton*>(&widget) != nullptr;
+      EXPECT_TRUE(isNamed) << control->Name();
+      EXPECT_NE(widget.focusPolicy(), Qt::NoFocus) << control->Name();
+    }
+  }
+}
+
+TEST_P(EveryWindow, IsDrawnWithItsFaceAndInk) {
+  const QImage picture = View().Frame().grab().toImage();
+  int bright = 0;
+  int dark = 0;
+  for (int y = 0; y < picture.height(); ++y) {
+    for (int x = 0; x < picture.width(); ++x) {
+      const QColor color = picture.pixelColor(x, y);
+      if (color.alpha() < 255) continue;
+      if (color.lightness() > 150) ++bright;
+      if (color.lightness() < 100) ++dark;
+    }
+  }
+  EXPECT_GT(dark, 2000) << "graphite of the face";
+  EXPECT_GT(bright, 50) << "texts and icons";
+  EXPECT_EQ(picture.pixelColor(0, 0).alpha(), 0) << "the shadow ends softly";
+}
+
+INSTANTIATE_TEST_SUITE_P(Program, EveryWindow, testing::ValuesIn(ProgramWindows()), [](const auto& info) {
+  return QString::fromStdString(info.param.name).remove('-').toStdString();
+});
+
+}  // namespace

@@ -1,0 +1,48 @@
+// A small server that keeps what it is sent.
+#pragma once
+
+#include <QTcpServer>
+#include <QTcpSocket>
+
+/// Answers every request with a page and keeps its bytes.
+class PostServer {
+ public:
+  PostServer() {
+    server_.listen(QHostAddress::LocalHost);
+    QObject::connect(&server_, &QTcpServer::newConnection, [this] {
+      QTcpSocket* const socket = server_.nextPendingConnection();
+      QObject::connect(socket, &QTcpSocket::readyRead, socket, [this, socket] { Read(*socket); });
+      QObject::connect(socket, &QTcpSocket::disconnected, socket, &QObject::deleteLater);
+    });
+  }
+
+  QString Root() const { return QString("http://127.0.0.1:%1/").arg(server_.serverPort()); }
+
+  /// The page that is answered with.
+  QByteArray page = "<html><title>answer</title><body>ok</body></html>";
+  /// Method and path of each request, and of posts the body.
+  QList<QByteArray> requests;
+  QList<QByteArray> bodies;
+
+ private:
+  void Read(QTcpSocket& socket) {
+    QByteArray bytes = socket.property("bytes").toByteArray() + socket.readAll();
+    socket.setProperty("bytes", bytes);
+    const qsizetype headEnd = bytes.indexOf("\r\n\r\n");
+    if (headEnd < 0 || bytes.size() < headEnd + 4 + Length(bytes.left(headEnd))) return;
+    requests << bytes.left(bytes.indexOf(" HTTP"));
+    bodies << bytes.mid(headEnd + 4);
+    socket.write("HTTP/1.0 200 OK\r\nContent-Type: text/html;charset=utf-8\r\nContent-Length: " +
+                 QByteArray::number(page.size()) + "\r\n\r\n" + page);
+    socket.disconnectFromHost();
+  }
+
+  static qsizetype Length(const QByteArray& head) {
+    for (const QByteArray& line : head.split('\n')) {
+      if (line.toLower().startsWith("content-length:")) return line.mid(15).trimmed().toLongLong();
+    }
+    return 0;
+  }
+
+  QTcpServer server_;
+};

@@ -1,0 +1,186 @@
+// The browser control on the real engine. Each case starts the engine once, so related facts share one.
+#include <gmock/gmock.h>
+
+#include <QPushButton>
+#include <QTest>
+
+#include "platform/form.h"
+#include "platform/text_encoding.h"
+#include "platform/web_browser.h"
+#include "platform/window.h"
+#include "tests/qt/post_server.h"
+#include "tests/qt/qt_machine.h"
+
+using testing::ElementsAre;
+using testing::HasSubstr;
+
+namespace {
+
+const std::string kHead =
+    "<html><head><meta http-equiv='Content-Type' content='text/html; charset=big5'></head>";
+
+class FrmPage : public Form {
+ public:
+  explicit FrmPage(Machine& theMachine) : Form(theMachine, "frmPage") {}
+  WebBrowser webMain{*this, "webMain"};
+  CommandButton cmdGo{*this, "cmdGo"};
+};
+
+struct ShownPage {
+  ShownPage() {
+    WebBrowser& web = form->webMain;
+    web.BeforeNavigate2 = [this](const std::string& url, bool& cancel) {
+      asked.push_back(url);
+      cancel = url.starts_with("cmd:") || url.starts_with("rem:");
+    };
+    web.DocumentComplete = [this](const std::string&) { ++completed; };
+    web.TitleChange = [this](const std::string& title) { titles.push_back(title); };
+    form->Show();
+    machine.loop.DoEvents();
+  }
+
+  void Write(const std::string& body) {
+    const int before = completed;
+    form->webMain.Write(kHead + body + "</html>");
+    machine.Wait([&] { return completed > before; });
+  }
+  void Navigate(const QString& url) {
+    const int before = completed;
+    form->webMain.Navigate(url.toStdString());
+    machine.Wait([&] { return completed > before; });
+  }
+  // The engine takes input in the widget that it keeps inside its view.
+  QWidget& Inner() { return *machine.Widget(form->webMain).focusProxy()->focusProxy(); }
+  void ClickAt(const QPoint& where) { QTest::mouseClick(&Inner(), Qt::LeftButton, {}, where); }
+  /// Clicks again until the engine, which may still lay the page out, has taken it.
+  void ClickUntil(const QPoint& where, const std::function<bool()>& isMet) {
+    Timer again(machine.loop, 300);
+    again.onTick = [&] { ClickAt(where); };
+    again.Enabled = true;
+    ClickAt(where);
+    machine.Wait(isMet);
+  }
+
+  QtMachine machine{MAROVANE_TEST_UI_FOLDER};
+  Window<FrmPage> form{[this] { return std::make_shared<FrmPage>(machine.machine); }};
+  std::vector<std::string> asked;
+  std::vector<std::string> titles;
+  int completed = 0;
+};
+
+TEST(WebView, EngineIsNotTouchedBeforeAPageIsNeeded) {
+  ShownPage page;
+  page.form->webMain.Navigate("about:blank");
+  page.machine.loop.DoEvents();
+  EXPECT_FALSE(page.machine.windows.HasWebEngine());
+  page.Write("<body>x</body>");
+  EXPECT_TRUE(page.machine.windows.HasWebEngine());
+}
+
+TEST(WebView, CommandsComeByClickScriptAndAddressAndThePageStays) {
+  ShownPage page;
+  page.Write(
+      "<body style='margin:0'><a id='a' href='cmd:show:1' style='display:block;height:60px'>link</a>"
+      "<input id='mark' value='kept'></body>");
+  page.ClickUntil({10, 20}, [&] { return !page.asked.empty(); });
+  EXPECT_EQ(page.asked.front(), "cmd:show:1");
+  page.asked.clear();
+  page.Write(
+      "<body><a id='a' href='cmd:show:2'>link</a><script>"
+      "document.getElementById('a').click();"
+      "setTimeout(function(){document.location.href='rem:errcode:W1';},50);"
+      "setTimeout(function(){document.title='still here';},150);</script></body>");
+  page.machine.Wait([&] { return !page.titles.empty(); });
+  page.machine.Wait([&] { return page.asked.size() >= 2; });
+  EXPECT_THAT(page.asked, ElementsAre("cmd:show:2", "rem:errcode:W1"));
+  EXPECT_EQ(page.titles.back(), "still here");
+}
+
+TEST(WebView, OnlyTrustedPagesGiveCommands) {
+  ShownPage page;
+  PostServer server;
+  server.page =
+      "<html><body><script>document.location.href='cmd:del:1';"
+      "setTimeout(function(){document.title='done';},200);</script></body></html>";
+  page.Navigate(server.Root() + "outside");
+  page.machine.Wait([&] { return !page.titles.empty() && page.titles.back() == "done"; });
+  EXPECT_THAT(page.asked, testing::Not(testing::Contains("cmd:del:1")));
+  page.machine.trustedPrefix = server.Root();
+  page.Navigate(server.Root() + "inside");
+  page.machine.Wait([&] { return !page.asked.empty() && page.asked.back() == "cmd:del:1"; });
+}
+
+TEST(WebView, OutsidePageCannotReachWrittenOnes) {
+  ShownPage page;
+  PostServer server;
+  page.Write("<body><script>document.title='secret'</script></body>");
+  server.page =
+      "<html><body><iframe src='marovane://page/1'></iframe><script>"
+      "setTimeout(function(){location.href='marovane://page/1';},50);"
+      "setTimeout(function(){document.title='outside';},300);</script></body></html>";
+  page.titles.clear();
+  page.Navigate(server.Root());
+  page.machine.Wait([&] { return !page.titles.empty() && page.titles.back() == "outside"; });
+  EXPECT_EQ(page.form->webMain.LocationURL(), server.Root().toStdString());
+}
+
+TEST(WebView, FormsPostInTheirPagesCharacterSet) {
+  ShownPage page;
+  PostServer server;
+  page.form->webMain.Write(kHead + "<body><form method='post' action='" + server.Root().toStdString() +
+                           "p_feedback.asp'><textarea name='text'>第一行\r\n測試 é</textarea>"
+                           "<input name='plain' value='a b'></form></body></html>");
+  page.form->webMain.SubmitForm(0);  // at once, before the page has been loaded
+  page.machine.Wait([&] { return server.bodies.size() == 1; });
+  EXPECT_EQ(server.requests.front(), "POST /p_feedback.asp");
+  // Big5 of the text by its table; what it cannot write is sent as a reference.
+  EXPECT_EQ(server.bodies.front(), "text=%B2%C4%A4%40%A6%E6%0D%0A%B4%FA%B8%D5+%26%23233%3B&plain=a+b");
+}
+
+TEST(WebView, InputsAreCurrentWhenAHandlerAsks) {
+  ShownPage page;
+  page.Write(
+      "<body style='margin:0'><input type='checkbox' id='chk1' style='position:absolute;left:20px;top:20px;"
+      "width:40px;height:40px'><input type='radio' id='opt1' name='o' checked><input id='word' value='take'>"
+      "</body>");
+  bool isChecked = false;
+  std::string word;
+  page.form->cmdGo.Click = [&] {
+    isChecked = page.form->webMain.Checked("chk1");
+    word = page.form->webMain.Value("word");
+  };
+  QPushButton& button = static_cast<QPushButton&>(page.machine.Widget(page.form->cmdGo));
+  button.click();
+  EXPECT_FALSE(isChecked);
+  EXPECT_EQ(word, "take");
+  EXPECT_TRUE(page.form->webMain.Checked("opt1"));
+  page.ClickAt({40, 40});
+  Timer again(page.machine.loop, 50);
+  again.onTick = [&] { button.click(); };
+  again.Enabled = true;
+  page.machine.Wait([&] { return isChecked; });
+}
+
+TEST(WebView, PicturesOfTheProgramShowAndChineseIsRight) {
+  ShownPage page;
+  const std::string ui = MAROVANE_UI_FOLDER;
+  page.Write("<body background='file:///" + ui + "/bg450.jpg'><img id='i' src='file:///" + ui +
+             "\\btnok_off.gif'><span id='t'>中文</span><script>window.onload=function(){"
+             "document.title=document.getElementById('i').naturalWidth+' '+"
+             "document.getElementById('t').textContent.length;}</script></body>");
+  page.machine.Wait([&] { return !page.titles.empty(); });
+  EXPECT_EQ(page.titles.back(), "88 2");
+}
+
+TEST(WebView, HistoryGoesBackToWrittenPages) {
+  ShownPage page;
+  page.Write("<body><script>document.title='first'</script></body>");
+  page.Write("<body><script>document.title='second'</script></body>");
+  EXPECT_EQ(page.titles.back(), "second");
+  page.form->webMain.GoBack();
+  page.machine.Wait([&] { return page.titles.back() == "first"; });
+  page.form->webMain.GoForward();
+  page.machine.Wait([&] { return page.titles.back() == "second"; });
+}
+
+}  // namespace
