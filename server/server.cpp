@@ -10,8 +10,8 @@
 #include <stdexcept>
 #include <thread>
 
-#include "server/images.h"
 #include "server/log.h"
+#include "server/static_files.h"
 
 namespace marovane {
 namespace {
@@ -170,8 +170,8 @@ void Server::OnGet(const httplib::Request& request, httplib::Response& response)
     response.status = 404;
   } else if (const auto result = results_.Find(path)) {
     response.set_content(*result, kContentType);
-  } else if (const Image* image = FindImage(path)) {
-    response.set_content(image->bytes.data(), image->bytes.size(), image->contentType);
+  } else if (const StaticFile* file = FindStaticFile(path)) {
+    response.set_content(file->bytes.data(), file->bytes.size(), file->contentType);
   } else if (const Page* page = FindPage(path, Page::Method::kGet)) {
     const auto query = request.target.find('?');
     AnswerPage(*page, request, query == std::string::npos ? "" : request.target.substr(query + 1), response);

@@ -1,17 +1,17 @@
-// The pictures of generated pages, which are part of the program.
+// Pages and pictures that never change; they are part of the program.
 #pragma once
 
 #include <string_view>
 
 namespace marovane {
 
-struct Image {
+struct StaticFile {
   std::string_view path;  ///< below the server's root
   const char* contentType;
   std::string_view bytes;
 };
 
 /// Null for an unknown path.
-const Image* FindImage(std::string_view path);
+const StaticFile* FindStaticFile(std::string_view path);
 
 }  // namespace marovane
