@@ -3,7 +3,6 @@
 #include <fmt/format.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <iostream>
 
 #include "app/compose.h"
@@ -11,8 +10,11 @@
 #include "app/host_machine.h"
 #include "app/terminal_check.h"
 #include "app/terminal_command.h"
+#include "app/terminal_essay.h"
+#include "app/terminal_records.h"
 #include "app/terminal_windows.h"
 #include "core/text_utility.h"
+#include "platform/files.h"
 #include "platform/headless/poll_loop.h"
 #include "platform/processes.h"
 #include "platform/run_time_error.h"
@@ -35,21 +37,6 @@ int CheckAll(TerminalCheck& check, const TerminalCommand& command) {
   }
 }
 
-void ListDay(RecordDb& records, std::chrono::year_month_day day) {
-  const std::string date = FormatDateUnpadded(day, "/");
-  for (const auto& row : records.OkSentencesOf(day)) {
-    fmt::print("{}\tPASS\t0\t{}\n", date, PlainApostrophes(row.sentence));
-  }
-  for (const auto& row : records.ErrSentencesOf(day)) {
-    fmt::print("{}\tERRS\t{}\t{}\n", date, row.errcode, PlainApostrophes(row.sentence));
-  }
-}
-
-int ListRecords(RecordDb& records, const TerminalCommand& command) {
-  for (const auto& day : command.days.empty() ? records.Days() : command.days) ListDay(records, day);
-  return 0;
-}
-
 int RunCommand(const TerminalCommand& command) {
   PollLoop loop;
   TerminalWindows windows;
@@ -59,17 +46,22 @@ int RunCommand(const TerminalCommand& command) {
   const EmbeddedServer server = StartEmbeddedServer(host.machine, installation);
   Composition composition(host.machine, installation);
   TerminalCheck check(composition, command.json);
-  int status = 0;
   loop.onUnhandledError = nullptr;
   try {
     FrmStartUp::PrepareProgram(composition.program);
-    if (command.kind == TerminalCommand::Kind::kRecords) return ListRecords(composition.records, command);
     if (command.local) composition.program.app.gUseWebEngine = false;
-    status = CheckAll(check, command);
+    switch (command.kind) {
+      case TerminalCommand::Kind::kCheck:
+        return CheckAll(check, command);
+      case TerminalCommand::Kind::kEssay:
+      case TerminalCommand::Kind::kEssayReport:
+        return RunEssay(composition, command);
+      default:
+        return RunRecordCommand(composition, command);
+    }
   } catch (const ProgramEnd&) {
-    status = TerminalCheck::kNoAnswer;
+    return TerminalCheck::kNoAnswer;
   }
-  return status;
 }
 
 }  // namespace

@@ -1,5 +1,7 @@
 #include "app/terminal_command.h"
 
+#include <map>
+
 #include "core/text_utility.h"
 
 const char* const kTerminalUsage =
@@ -7,13 +9,20 @@ const char* const kTerminalUsage =
     "\n"
     "  check [--local] [--json] [句子…]   檢查句子；沒有句子時從標準輸入逐行讀取\n"
     "  records [日期…]                    列出造句記錄，日期如 2026/11/5\n"
+    "  days                               列出有造句的日期：分析次數、正確句子、犯錯次數\n"
+    "  sentences [日期…]                  列出正確的句子\n"
+    "  mistakes                           列出犯錯統計\n"
+    "  export [--paragraph] 檔案          將正確的句子輸出為文字檔\n"
+    "  essay [--local] 檔案               逐句批改短文；修正的句子由標準輸入讀取\n"
+    "  essay --report 編號 [--html 檔案]  顯示短文的批改分析，或存成網頁\n"
     "  --help                             顯示這份說明\n"
     "  --version                          顯示版本\n"
     "\n"
-    "  --local   使用本機引擎\n"
-    "  --json    每個句子輸出一行 JSON\n"
+    "  --local      使用本機引擎\n"
+    "  --json       每個句子輸出一行 JSON\n"
+    "  --paragraph  將句子併為一個段落\n"
     "\n"
-    "結束碼：0 正確，1 有錯誤，2 有要注意的地方，3 沒有得到結果，64 用法錯誤\n";
+    "結束碼：0 正確，1 有錯誤或批改中斷，2 有要注意的地方，3 沒有得到結果，64 用法錯誤\n";
 
 namespace {
 
@@ -43,7 +52,7 @@ bool ParseCheck(TerminalCommand& command, const std::vector<std::string>& words,
   return true;
 }
 
-bool ParseRecords(TerminalCommand& command, const std::vector<std::string>& words, std::string& problem) {
+bool ParseDays(TerminalCommand& command, const std::vector<std::string>& words, std::string& problem) {
   for (const auto& word : words) {
     std::chrono::year_month_day day{};
     if (!ParseDate(word, day)) {
@@ -55,25 +64,97 @@ bool ParseRecords(TerminalCommand& command, const std::vector<std::string>& word
   return true;
 }
 
+bool ParseEssayOption(TerminalCommand& command, const std::string& option, const std::string& value,
+                      std::string& problem) {
+  if (option == "--report") {
+    command.kind = TerminalCommand::Kind::kEssayReport;
+    command.essay = value;
+  } else if (option == "--html") {
+    command.htmlFile = value;
+  } else {
+    problem = "不認得的選項：" + option;
+    return false;
+  }
+  if (value.empty()) problem = option + " 之後缺少內容";
+  return !value.empty();
+}
+
+bool ParseEssay(TerminalCommand& command, const std::vector<std::string>& words, std::string& problem) {
+  for (std::size_t i = 0; i < words.size(); ++i) {
+    if (words[i] == "--local") {
+      command.local = true;
+    } else if (words[i].starts_with("--")) {
+      const std::string value = i + 1 < words.size() ? words[i + 1] : "";
+      if (!ParseEssayOption(command, words[i], value, problem)) return false;
+      ++i;
+    } else {
+      if (!command.essay.empty()) problem = "一次只能批改一篇短文";
+      command.essay = words[i];
+    }
+  }
+  if (command.essay.empty()) problem = "缺少短文檔案";
+  if (!command.htmlFile.empty() && command.kind == TerminalCommand::Kind::kEssay) {
+    problem = "--html 只能和 --report 一起使用";
+  }
+  return problem.empty();
+}
+
+bool ParseNothing(TerminalCommand& /*command*/, const std::vector<std::string>& words, std::string& problem) {
+  if (words.empty()) return true;
+  problem = "多餘的字：" + words[0];
+  return false;
+}
+
+bool ParseExport(TerminalCommand& command, const std::vector<std::string>& words, std::string& problem) {
+  for (const auto& word : words) {
+    if (word == "--paragraph") {
+      command.paragraph = true;
+    } else if (command.file.empty() && !word.starts_with("--")) {
+      command.file = word;
+    } else {
+      problem = "不認得的選項：" + word;
+      return false;
+    }
+  }
+  if (command.file.empty()) problem = "請指定要輸出的檔案";
+  return !command.file.empty();
+}
+
+using Parser = bool (*)(TerminalCommand&, const std::vector<std::string>&, std::string&);
+
+struct CommandWord {
+  TerminalCommand::Kind kind;
+  Parser parse;
+};
+
+const std::map<std::string, CommandWord>& CommandWords() {
+  using Kind = TerminalCommand::Kind;
+  static const std::map<std::string, CommandWord> words{
+      {"--help", {Kind::kHelp, [](auto&, auto&, auto&) { return true; }}},
+      {"--version", {Kind::kVersion, [](auto&, auto&, auto&) { return true; }}},
+      {"check", {Kind::kCheck, ParseCheck}},
+      {"records", {Kind::kRecords, ParseDays}},
+      {"days", {Kind::kDays, ParseNothing}},
+      {"sentences", {Kind::kSentences, ParseDays}},
+      {"mistakes", {Kind::kMistakes, ParseNothing}},
+      {"export", {Kind::kExport, ParseExport}},
+      {"essay", {Kind::kEssay, ParseEssay}},
+  };
+  return words;
+}
+
 }  // namespace
 
 std::optional<TerminalCommand> ParseTerminalCommand(const std::vector<std::string>& words,
                                                     std::string& problem) {
   TerminalCommand command;
   if (words.empty()) return command;
-  const std::vector<std::string> rest(words.begin() + 1, words.end());
-  if (words[0] == "--help") {
-    command.kind = TerminalCommand::Kind::kHelp;
-  } else if (words[0] == "--version") {
-    command.kind = TerminalCommand::Kind::kVersion;
-  } else if (words[0] == "check") {
-    if (!ParseCheck(command, rest, problem)) return std::nullopt;
-  } else if (words[0] == "records") {
-    command.kind = TerminalCommand::Kind::kRecords;
-    if (!ParseRecords(command, rest, problem)) return std::nullopt;
-  } else {
+  const auto found = CommandWords().find(words[0]);
+  if (found == CommandWords().end()) {
     problem = "不認得的命令：" + words[0];
     return std::nullopt;
   }
+  command.kind = found->second.kind;
+  if (!found->second.parse(command, {words.begin() + 1, words.end()}, problem)) return std::nullopt;
   return command;
 }

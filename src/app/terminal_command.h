@@ -7,12 +7,27 @@
 #include <vector>
 
 struct TerminalCommand {
-  enum class Kind { kCheck, kRecords, kHelp, kVersion };
+  enum class Kind {
+    kCheck,
+    kRecords,
+    kDays,
+    kSentences,
+    kMistakes,
+    kExport,
+    kEssay,
+    kEssayReport,
+    kHelp,
+    kVersion
+  };
   Kind kind = Kind::kCheck;
   bool local = false;  ///< check with the local engine
   bool json = false;
+  bool paragraph = false;  ///< export sentences as one paragraph
+  std::string file;        ///< to export into
   std::vector<std::string> sentences;
   std::vector<std::chrono::year_month_day> days;
+  std::string essay;     ///< file to walk, or id of an essay to report on
+  std::string htmlFile;  ///< where the report's page goes; "" prints it as text
 };
 
 /// Nothing when the words make no command; `problem` then says why.
