@@ -56,6 +56,7 @@ void FrmSentences::Form_Load() {
   program_.app.gOpenSentences = true;
   Width = picBG.Width;
   Height = picBG.Height;
+  CenterForm(*this);
   shell_.SetMouseIconHand();
   fade_.In();
 }

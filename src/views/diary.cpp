@@ -50,6 +50,7 @@ void FrmDiary::Form_Load() {
   program_.app.gOpenDiary = true;
   Width = picBG.Width;
   Height = picBG.Height;
+  CenterForm(*this);
   shell_.SetMouseIconHand();
   picTabs_Click(0);
   fade_.In();

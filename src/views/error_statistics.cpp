@@ -34,6 +34,7 @@ void FrmErrList::Form_Load() {
   program_.app.gOpenErrList = true;
   Width = picBG.Width;
   Height = picBG.Height;
+  CenterForm(*this);
   shell_.SetMouseIconHand();
   fade_.In();
 }
