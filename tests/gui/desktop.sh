@@ -1,0 +1,64 @@
+# Functions for scripts that work the real program from outside: a screen of its own, real keys and clicks.
+# Sourced by tests/gui/* and scripts/screenshots. Wants $MAROVANE, the path of the program.
+
+# Tries a command again and again, for at most a minute.
+wait_until() {
+  local end=$((SECONDS + 60))
+  until "$@" >/dev/null 2>&1; do
+    if [ $SECONDS -gt $end ]; then
+      echo "waited in vain for: $*" >&2
+      return 1
+    fi
+  done
+}
+
+# start_screen WIDTHxHEIGHT: a screen without a window manager.
+start_screen() {
+  SCREEN_FILE=$WORK/display
+  Xvfb -displayfd 3 -screen 0 "${1}x24" -nolisten tcp 3>"$SCREEN_FILE" 2>/dev/null &
+  SCREEN_PID=$!
+  wait_until test -s "$SCREEN_FILE"
+  export DISPLAY=:$(cat "$SCREEN_FILE")
+}
+
+# start_program [SCALE]: a fresh learner's computer.
+start_program() {
+  mkdir -p -m 0700 "$WORK/home" "$WORK/run"
+  env -u TMP -u XDG_DATA_HOME -u XDG_CONFIG_HOME -u XDG_STATE_HOME HOME="$WORK/home" XDG_RUNTIME_DIR="$WORK/run" \
+    QT_SCALE_FACTOR="${1:-1}" LANG=C.UTF-8 "$MAROVANE" 2>"$WORK/log" &
+  PROGRAM_PID=$!
+  DATA=$WORK/home/.local/share/marovane/marovane
+}
+
+stop_all() {
+  [ -z "${PROGRAM_PID:-}" ] || kill "$PROGRAM_PID" 2>/dev/null
+  [ -z "${SCREEN_PID:-}" ] || kill "$SCREEN_PID" 2>/dev/null
+  wait 2>/dev/null
+  rm -rf "$WORK"
+}
+
+# The X window of a form, by its title.
+window_of() { xdotool search --onlyvisible --name "^$1\$" | head -n 1; }
+has_window() { [ -n "$(window_of "$1")" ]; }
+has_no_window() { [ -z "$(window_of "$1")" ]; }
+
+# click_in FORM X Y [BUTTON]: pixels within the window.
+click_in() { xdotool mousemove --window "$(window_of "$1")" "$2" "$3" click "${4:-1}"; }
+
+# has_color COLOR: some pixel of the screen has it, or nearly.
+has_color() {
+  [ "$(import -window root png:- | convert png:- -fuzz 4% -fill white -opaque "$1" -fill black +opaque white \
+    -format '%[fx:maxima > 0.5 ? 1 : 0]' info:)" = 1 ]
+}
+
+# has_color_in FORM COLOR: the same within one window.
+has_color_in() {
+  [ "$(import -window "$(window_of "$1")" png:- | convert png:- -fuzz 4% -fill '#00FF00' -opaque "$2" \
+    -fill black +opaque '#00FF00' -format '%[fx:maxima.g > 0.5 ? 1 : 0]' info:)" = 1 ]
+}
+
+rows() { sqlite3 "$DATA/Marovane.mdb" "$1" 2>/dev/null; }
+has_rows() { [ "$(rows "$1")" = "$2" ]; }
+
+# No process has the program's home in its environment.
+no_process_of_program() { ! grep -lsaz "^HOME=$WORK/home\$" /proc/[0-9]*/environ; }
