@@ -65,7 +65,8 @@ struct Parser::Handle {
 Parser::Parser(const std::filesystem::path& dataDir) : handle_(std::make_unique<Handle>()) {
   static std::mutex loading;  // the data directory is a setting of the whole library
   const std::lock_guard lock(loading);
-  lg_error_set_handler(nullptr, nullptr);
+  // Without a handler the library would pile its messages up for each thread.
+  lg_error_set_handler([](lg_errinfo*, void*) {}, nullptr);
   dictionary_set_data_dir(std::filesystem::absolute(dataDir).c_str());
   handle_->dictionary = dictionary_create_lang(kParserLanguage);
   if (handle_->dictionary == nullptr) {
