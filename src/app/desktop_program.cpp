@@ -1,0 +1,41 @@
+#include "app/desktop_program.h"
+
+#include "core/places.h"
+#include "platform/run_time_error.h"
+
+DesktopProgram::DesktopProgram(const std::string& edition)
+    : windows_(loop_, WindowOptions(edition)),
+      host_(loop_, windows_, desktop_, edition),
+      lock_(WorkingRoot(host_.environment) + "/marovane/instance.lock") {
+  host_.environment.previousInstance = !lock_.IsHeld();
+  InstallationValues installation = ReadInstallation(host_.files, host_.environment);
+  if (lock_.IsHeld()) server_ = StartEmbeddedServer(host_.machine, installation);
+  rooms_ = std::make_unique<Composition>(host_.machine, installation);
+  rooms_->program.hall.frmSplash.LeadsTo([this]() -> Splash& { return *rooms_->frmSplash; });
+}
+
+bool DesktopProgram::Start() {
+  try {
+    rooms_->frmStartUp->Visible();  // the reference is the start
+  } catch (const ProgramEnd&) {
+    return false;
+  }
+  return true;
+}
+
+QtWindows::Options DesktopProgram::WindowOptions(const std::string& edition) {
+  const Environment environment = ReadHostEnvironment(edition);
+  return {.uiFolder = QString::fromStdString(environment.programFolder / "ui"),
+          .webLibrary = QString::fromStdString(environment.helperFolder / "libmarovane_qt_web.so"),
+          .mayCommand = [this](const QString& url) { return IsOwnPage(url.toStdString()); }};
+}
+
+// Only pages of the program's own servers may give it commands.
+bool DesktopProgram::IsOwnPage(const std::string& url) const {
+  if (!rooms_) return false;
+  const AppState& app = rooms_->program.app;
+  for (const auto& root : {app.gServerUrlRoot, app.gWebEngineRoot, app.gFileServerRoot}) {
+    if (!root.empty() && url.starts_with(root)) return true;
+  }
+  return false;
+}
