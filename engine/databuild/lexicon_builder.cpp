@@ -249,8 +249,7 @@ void LexiconBuilder::AddVerb(const std::string& verb) {
 void LexiconBuilder::AddNoun(const std::string& noun) {
   if (noun.size() < 2) return;
   const auto exception = nounExceptions_.find(noun);
-  const auto plurals =
-      Known(exception == nounExceptions_.end() ? std::vector<std::string>{SForm(noun)} : exception->second);
+  const auto plurals = Known(exception == nounExceptions_.end() ? PluralCandidates(noun) : exception->second);
   const bool unchanged =
       plurals.empty() || plurals[0] == noun || entries_[noun].links.count({Relation::kIsPluralOf, noun}) != 0;
   if (unchanged) return;

@@ -64,6 +64,7 @@ class LexiconBuilder {
 std::vector<std::string> PastCandidates(const std::string& verb);
 std::vector<std::string> IngCandidates(const std::string& verb);
 std::string SForm(const std::string& word);
+std::vector<std::string> PluralCandidates(const std::string& noun);
 std::vector<std::string> CompareCandidates(const std::string& adjective, const std::string& ending);
 
 }  // namespace tolvex::databuild

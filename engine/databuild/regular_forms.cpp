@@ -35,6 +35,11 @@ std::string SForm(const std::string& word) {
   return EndsInConsonantY(word) ? WithoutLast(word) + "ies" : word + "s";
 }
 
+std::vector<std::string> PluralCandidates(const std::string& noun) {
+  if (noun.ends_with("man")) return {WithoutLast(noun, 2) + "en", noun + "s"};
+  return {SForm(noun)};
+}
+
 std::vector<std::string> PastCandidates(const std::string& verb) {
   if (verb.back() == 'e') return {verb + "d"};
   if (EndsInConsonantY(verb)) return {WithoutLast(verb) + "ied"};

@@ -26,6 +26,7 @@ int Rank(const Finding& finding) {
 
 std::vector<const Finding*> InTextOrder(const std::vector<Finding>& findings) {
   std::vector<const Finding*> ordered;
+  ordered.reserve(findings.size());
   for (const Finding& finding : findings) ordered.push_back(&finding);
   std::sort(ordered.begin(), ordered.end(), [](const auto* a, const auto* b) { return a->first < b->first; });
   return ordered;
@@ -51,6 +52,7 @@ Fault FaultOf(const Finding& finding, const Sentence& sentence) {
 
 std::string Marked(std::string_view text, const std::vector<Fault>& faults) {
   std::vector<Span> spans;
+  spans.reserve(faults.size());
   for (const Fault& fault : faults) spans.push_back(fault.span);
   std::sort(spans.begin(), spans.end(), [](const Span& a, const Span& b) { return a.begin > b.begin; });
   std::string marked(text);

@@ -97,7 +97,8 @@ void CheckSingularSubject(const Sentence& sentence, Findings& findings, int firs
   const bool determined = tag == Tag::DT || tag == Tag::PRPS || IsAdjective(tag);
   const bool open =
       sentence.Is(first, {"some", "all", "these", "no", "those", "any", "such", "both", "many", "few"});
-  const bool questioned = sentence.TagAt(verb + 1) == Tag::PRP;
+  const bool questioned =
+      sentence.Is(verb, {"do", "have", "are", "were"}) && sentence.TagAt(verb + 1) == Tag::PRP;
   if (!determined || open || questioned || !IsPlainPresent(sentence, verb) || !IsSureVerb(sentence, verb))
     return;
   if (TakesBareVerb(sentence, first) || IsSubjunctive(sentence, first, verb)) return;

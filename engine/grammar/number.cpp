@@ -77,7 +77,8 @@ void CheckSingularDeterminer(const Sentence& sentence, Findings& findings, int i
   const bool article = sentence.Is(i, {"a", "an"});
   if (sentence.TagAt(noun) == Tag::NNS && sentence.IsPlural(noun) && !HasNounBehind(sentence, noun) &&
       sentence.Lower(noun + 1) != "'" &&
-      !sentence.Is(noun, {"news", "means", "series", "species", "people", "data", "works", "headquarters"})) {
+      !sentence.Is(noun, {"news", "means", "series", "species", "people", "data", "works", "headquarters",
+                          "clothes", "trousers", "goods", "pants"})) {
     const std::string singular(sentence.Words().First(word, Relation::kIsPluralOf));
     if (sentence.Lower(i) == "another") {
       findings.Add("another-plural", i, i, {sentence.At(i).IsCapitalised() ? "Other" : "other"});

@@ -17,7 +17,8 @@ class Parser {
   Parser(const Parser&) = delete;
   Parser& operator=(const Parser&) = delete;
 
-  /// Whether the text has a linkage that leaves out at most so many words. One parse of a sentence of 20 words takes some milliseconds.
+  /// Whether the text has a linkage that leaves out at most so many words. One parse of a sentence of 20
+  /// words takes some milliseconds.
   bool Accepts(const std::string& text, int mostUnlinked = 0) const;
 
   /// The same with allowances: an opener ("Second,") may be left out, and clauses may be parsed apart.

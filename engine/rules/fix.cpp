@@ -13,7 +13,7 @@ std::string VerbForm(const Lexicon& lexicon, std::string_view word, Form form) {
 
 std::string Reformed(const Lexicon& lexicon, const std::string& word, std::string_view form) {
   if (form == "base") return std::string(lexicon.VerbLemma(word));
-  if (form == "third") return VerbForm(lexicon, word, kThird);
+  if (form == "third") return word == "were" ? "was" : VerbForm(lexicon, word, kThird);
   if (form == "past") return VerbForm(lexicon, word, kPast);
   if (form == "part") return VerbForm(lexicon, word, kParticiple);
   if (form == "ing") return VerbForm(lexicon, word, kIng);
@@ -21,6 +21,8 @@ std::string Reformed(const Lexicon& lexicon, const std::string& word, std::strin
   if (form == "sg") return std::string(lexicon.First(word, Relation::kIsPluralOf));
   if (form == "comp") return std::string(lexicon.First(word, Relation::kComparative));
   if (form == "sup") return std::string(lexicon.First(word, Relation::kSuperlative));
+  if (form == "plain")
+    return word == "is" ? "are" : word == "was" ? "were" : std::string(lexicon.VerbLemma(word));
   if (form == "cut") return word.substr(0, word.size() - 1);
   if (form == "noun") return Derived(lexicon, word, kNounPart);
   if (form == "adj") return Derived(lexicon, word, kAdjectivePart);
@@ -37,10 +39,11 @@ std::optional<std::string> FillPlace(const std::string& item, const Sentence& se
   if (place.last < place.first) return "";
   const auto colon = item.find(':');
   if (colon == std::string::npos) return TextOf(sentence, place.first, place.last);
-  const std::string form = item.substr(colon + 1, item.size() - colon - 2);
+  const auto close = item.find('}');
+  const std::string form = item.substr(colon + 1, close - colon - 1);
   const std::string word = Reformed(sentence.Words(), sentence.Lower(place.last), form);
   if (word.empty()) return std::nullopt;
-  return word;
+  return word + item.substr(close + 1);
 }
 
 std::optional<std::string> FillTemplate(const std::vector<std::string>& items, const Sentence& sentence,

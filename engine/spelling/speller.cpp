@@ -123,6 +123,17 @@ std::vector<std::string> Speller::Suggest(std::string_view word, std::size_t mos
   return suggestions;
 }
 
+std::string Speller::IrregularForm(const std::string& word) const {
+  const auto stem = [&](std::size_t cut) { return word.substr(0, word.size() - cut); };
+  if (word.size() > 4 && word.ends_with("ed")) {
+    for (const std::string& verb : {stem(2), stem(1), stem(3)}) {
+      if ((lexicon_.Forms(verb) & kBase) != 0) return lexicon_.Inflect(verb, kPast);
+    }
+  }
+  if (word.size() > 3 && word.ends_with('s')) return std::string(lexicon_.First(stem(1), Relation::kPlural));
+  return {};
+}
+
 void Speller::CheckWord(const Sentence& sentence, Findings& findings, int i) const {
   constexpr std::size_t kMostSuggestions = 3;
   const Token& token = sentence.At(i);
@@ -139,6 +150,10 @@ void Speller::CheckWord(const Sentence& sentence, Findings& findings, int i) con
     return;
   }
   auto suggestions = Suggest(token.lower, kMostSuggestions);
+  if (const std::string form = IrregularForm(token.lower); !form.empty()) {
+    std::erase(suggestions, form);
+    suggestions.insert(suggestions.begin(), form);
+  }
   if (token.IsCapitalised()) {
     if (suggestions.empty()) {
       findings.Add("unknown-name", i, i, {});

@@ -26,6 +26,7 @@ class Speller {
   void Check(const Sentence& sentence, Findings& findings) const;
 
  private:
+  std::string IrregularForm(const std::string& word) const;  ///< "goed": "went", "mans": "men", or ""
   void CheckWord(const Sentence& sentence, Findings& findings, int i) const;
 
   const Lexicon& lexicon_;

@@ -72,6 +72,8 @@ TEST_F(LexiconTest, KnowsPluralsAndDegrees) {
   EXPECT_EQ(lexicon_.First("child", Relation::kPlural), "children");
   EXPECT_EQ(lexicon_.First("person", Relation::kPlural), "people");
   EXPECT_EQ(lexicon_.First("city", Relation::kPlural), "cities");
+  EXPECT_EQ(lexicon_.First("woman", Relation::kPlural), "women");
+  EXPECT_EQ(lexicon_.First("human", Relation::kPlural), "humans");
   EXPECT_EQ(lexicon_.NounLemma("knives"), "knife");
   EXPECT_EQ(lexicon_.First("good", Relation::kComparative), "better");
   EXPECT_EQ(lexicon_.First("big", Relation::kSuperlative), "biggest");
