@@ -4,6 +4,7 @@
 
 #include "server/form.h"
 #include "server/password.h"
+#include "server/random_text.h"
 #include "server/text.h"
 
 namespace marovane {
@@ -12,6 +13,8 @@ namespace {
 constexpr double kFreeTries = 10;
 constexpr double kTriesPerSecond = 1.0 / 3;
 constexpr std::size_t kLongestNumber = 32;
+constexpr std::size_t kMadeNumber = 10;
+constexpr std::size_t kShortestPassword = 4;
 
 bool IsNumberSign(char sign) {
   return (sign >= '0' && sign <= '9') || (sign >= 'a' && sign <= 'z') || (sign >= 'A' && sign <= 'Z') ||
@@ -42,6 +45,31 @@ std::string Accounts::Proven(std::string_view number, const std::string& passwor
   if (!PasswordFits(password, store_.PasswordHash(account).value_or(""))) throw Refusal("ERR_WRONG_PASSWORD");
   GiveTryBack(account);
   return account;
+}
+
+bool Accounts::TakesFirstPassword(std::string_view number, const std::string& password) {
+  const std::string account = Known(number);
+  const std::lock_guard lock(firstPassword_);  // of two first logins only one sets it
+  if (!store_.PasswordHash(account).value_or("").empty()) return false;
+  if (password.empty()) throw Refusal("ERR_WRONG_PASSWORD");
+  store_.PutAccount(account, HashPassword(password));
+  return true;
+}
+
+std::string Accounts::Make(const std::string& password) {
+  if (password.size() < kShortestPassword) throw Refusal("ERR_WRONG_PASSWORD");
+  TakeTry("");  // no account's number: the tries of all newcomers
+  std::string number;
+  do {
+    number = RandomDigits(kMadeNumber);
+  } while (store_.PasswordHash(number));
+  store_.PutAccount(number, HashPassword(password));
+  return number;
+}
+
+void Accounts::Await(const std::string& number) {
+  if (!IsAccountNumber(number) || store_.PasswordHash(number)) return;
+  store_.PutAccount(number, "");
 }
 
 void Accounts::Ensure(const std::string& number, const std::string& password) {

@@ -35,6 +35,15 @@ class Accounts {
   /// too many wrong ones came: ten in a row are free, then one every three seconds.
   std::string Proven(std::string_view number, const std::string& password);
 
+  /// Sets the password of an account that has none yet, and tells whether it did. Throws as Known, and
+  /// ERR_WRONG_PASSWORD for an empty one.
+  bool TakesFirstPassword(std::string_view number, const std::string& password);
+  /// Makes an account with a fresh number and gives the number. Throws Refusal: ERR_WRONG_PASSWORD for one
+  /// below four characters, ERR_TRY_LATER when too many accounts are wanted.
+  std::string Make(const std::string& password);
+  /// Lets an account wait for its first password, unless it exists.
+  void Await(const std::string& number);
+
   /// Makes sure that the account exists with this password, on a thread of its own: a hash takes longer than
   /// all the rest of a start. Known and Proven wait for it. To be called before them.
   void Ensure(const std::string& number, const std::string& password);
@@ -51,6 +60,7 @@ class Accounts {
   Clock clock_;
   std::shared_future<void> ensured_;
   std::mutex mutex_;
+  std::mutex firstPassword_;
   std::unordered_map<std::string, Tries> tries_;
 };
 

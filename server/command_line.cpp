@@ -81,6 +81,7 @@ Command ParseCommandLine(const std::vector<std::string>& words) {
        command);
   Check(command, placeGiven);
   if (command.embedded) server.prefix = "/" + RandomHex(kPrefixBytes);
+  server.openAccounts = command.embedded;
   return command;
 }
 

@@ -16,6 +16,8 @@ class KeyValues {
 
   /// "" for a missing key.
   std::string Get(const std::string& key) const;
+  /// All keys and values, as they stand in the file.
+  const std::vector<std::pair<std::string, std::string>>& Lines() const { return lines_; }
   /// A new key comes last; all other lines stay.
   void Set(const std::string& key, const std::string& value);
 

@@ -96,6 +96,8 @@ Server::Server(ServerOptions options, SharedEngine::Load load)
       accounts_(*store_),
       services_{settings_, engine_, results_, *store_, accounts_},
       http_(std::make_unique<httplib::Server>()) {
+  settings_.openAccounts = settings_.openAccounts || options_.openAccounts;
+  for (const std::string& login : settings_.logins) accounts_.Await(login);
   Configure(*http_);
   http_->set_socket_options([this](int socket) { SetSocketOptions(socket_ = socket); });
   http_->Post(".*", [this](const auto& request, auto& response, const auto& readBody) {

@@ -1,5 +1,6 @@
 #include "server/settings.h"
 
+#include "server/accounts.h"
 #include "server/key_values.h"
 
 namespace marovane {
@@ -10,8 +11,25 @@ ServerSettings ReadServerSettings(const std::filesystem::path& file) {
     const std::string value = values.Get(key);
     return value.empty() ? otherwise : value;
   };
-  return {valueOr("engineRoot", ""), valueOr("versionMrv", MAROVANE_VERSION),
-          valueOr("versionBig", MAROVANE_VERSION), valueOr("newsPage", "")};
+  ServerSettings settings{.engineRoot = valueOr("engineRoot", ""),
+                          .versionMrv = valueOr("versionMrv", MAROVANE_VERSION),
+                          .versionBig = valueOr("versionBig", MAROVANE_VERSION),
+                          .newsPage = valueOr("newsPage", ""),
+                          .serviceMail = valueOr("serviceMail", ""),
+                          .schoolCode = valueOr("schoolCode", ""),
+                          .schoolName = valueOr("schoolName", ""),
+                          .openAccounts = values.Get("openAccounts") == "1",
+                          .schools = {},
+                          .logins = {}};
+  const KeyValues schools = KeyValues::Read(file.parent_path() / "schools.set");
+  for (const auto& [login, server] : schools.Lines()) {
+    settings.schools.emplace(CleanAccount(login), server);
+  }
+  const KeyValues logins = KeyValues::Read(file.parent_path() / "logins.set");
+  for (const auto& [login, rest] : logins.Lines()) {
+    settings.logins.push_back(CleanAccount(login));
+  }
+  return settings;
 }
 
 }  // namespace marovane

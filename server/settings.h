@@ -1,20 +1,29 @@
-// What the server's owner may set, in the file server.set of the data folder.
+// What the server's owner may set, in files of the data folder.
 #pragma once
 
 #include <filesystem>
+#include <map>
 #include <string>
+#include <vector>
 
 namespace marovane {
 
 struct ServerSettings {
-  std::string engineRoot;  ///< root address that p_all_webengine_get.asp hands out; "" for the server's own
-  std::string versionMrv;  ///< newest small version of the program
-  std::string versionBig;  ///< newest version that needs a new installation
-  std::string newsPage;    ///< address of the news page, "" for none
+  std::string engineRoot;   ///< root address that p_all_webengine_get.asp hands out; "" for the server's own
+  std::string versionMrv;   ///< newest small version of the program
+  std::string versionBig;   ///< newest version that needs a new installation
+  std::string newsPage;     ///< address of the news page, "" for none
+  std::string serviceMail;  ///< address that learners may write to, "" for none
+  std::string schoolCode;
+  std::string schoolName;
+  bool openAccounts = false;                   ///< learners may make accounts of their own
+  std::map<std::string, std::string> schools;  ///< logins and the servers of their schools, without a scheme
+  std::vector<std::string> logins;             ///< accounts whose first login sets the password
 };
 
-/// Reads the file; a missing one, and each missing key, gives the default. Versions default to this program's
-/// own, so that no update is offered. Throws std::runtime_error when the file cannot be read.
+/// Reads the file, and `schools.set` and `logins.set` beside it; a missing one, and each missing key, gives
+/// the default. Versions default to this program's own, so that no update is offered. Logins come cleaned.
+/// Throws std::runtime_error when a file cannot be read.
 ServerSettings ReadServerSettings(const std::filesystem::path& file);
 
 }  // namespace marovane

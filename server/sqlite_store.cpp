@@ -11,7 +11,7 @@ namespace marovane {
 namespace {
 
 /// Step N brings a database of version N to version N + 1. A step that was published is never changed.
-constexpr std::array<const char*, 2> kSchemaSteps = {R"(
+constexpr std::array<const char*, 3> kSchemaSteps = {R"(
     CREATE TABLE account (
       number TEXT PRIMARY KEY,
       password_hash TEXT NOT NULL,
@@ -31,6 +31,18 @@ constexpr std::array<const char*, 2> kSchemaSteps = {R"(
       checksum TEXT NOT NULL,
       page TEXT NOT NULL,
       PRIMARY KEY (pnomd5, checksum)
+    );
+)",
+                                                     R"(
+    ALTER TABLE account ADD COLUMN user_name TEXT NOT NULL DEFAULT '';
+    ALTER TABLE account ADD COLUMN email TEXT NOT NULL DEFAULT '';
+    CREATE TABLE feedback (
+      day TEXT NOT NULL,
+      account TEXT NOT NULL,
+      errcode TEXT NOT NULL,
+      sentence TEXT NOT NULL,
+      remarks TEXT NOT NULL,
+      email TEXT NOT NULL
     );
 )"};
 
@@ -62,6 +74,16 @@ class SqliteStore : public Store {
         "INSERT INTO account (number, password_hash) VALUES (?, ?)"
         " ON CONFLICT (number) DO UPDATE SET password_hash = excluded.password_hash",
         {account, passwordHash});
+  }
+
+  void PutOwner(const std::string& account, const std::string& userName, const std::string& email) override {
+    Write("UPDATE account SET user_name = ?, email = ? WHERE number = ?", {userName, email, account});
+  }
+
+  void AddFeedback(const Feedback& feedback) override {
+    Write("INSERT INTO feedback (day, account, errcode, sentence, remarks, email) VALUES (?, ?, ?, ?, ?, ?)",
+          {feedback.day, feedback.account, feedback.errcode, feedback.sentence, feedback.remarks,
+           feedback.email});
   }
 
   std::string UserSettings(const std::string& account) override {

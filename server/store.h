@@ -14,6 +14,16 @@ struct ArchiveKey {
   std::string checksum;
 };
 
+/// What a learner says about a verdict.
+struct Feedback {
+  std::string day;  ///< ISO text
+  std::string account;
+  std::string errcode;
+  std::string sentence;
+  std::string remarks;
+  std::string email;  ///< "" when no answer is wanted
+};
+
 /// Texts are UTF-8; an account is its cleaned number. All calls may come from several threads, and throw
 /// std::runtime_error when the database fails.
 class Store {
@@ -24,6 +34,11 @@ class Store {
   virtual std::optional<std::string> PasswordHash(const std::string& account) = 0;
   /// Makes the account or changes its password; its other data stays.
   virtual void PutAccount(const std::string& account, const std::string& passwordHash) = 0;
+
+  /// Notes whose account it is. Unknown accounts keep nothing.
+  virtual void PutOwner(const std::string& account, const std::string& userName,
+                        const std::string& email) = 0;
+  virtual void AddFeedback(const Feedback& feedback) = 0;
 
   /// The settings list as it was put, "" before that. Unknown accounts have none and keep none.
   virtual std::string UserSettings(const std::string& account) = 0;

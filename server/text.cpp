@@ -3,6 +3,7 @@
 #include <iconv.h>
 
 #include <algorithm>
+#include <cerrno>
 #include <charconv>
 
 #include "engine/page/utf8.h"
@@ -53,6 +54,28 @@ bool IsCleanText(std::string_view text) {
     at += character.length;
   }
   return true;
+}
+
+std::string FromBig5(std::string_view bytes) {
+  const iconv_t handle = iconv_open("UTF-8", "CP950");
+  std::string text;
+  std::string rest(bytes);
+  char* in = rest.data();
+  std::size_t inLeft = rest.size();
+  while (handle != reinterpret_cast<iconv_t>(-1) && inLeft > 0) {
+    char converted[256];
+    char* out = converted;
+    std::size_t outLeft = sizeof converted;
+    const bool isBad =
+        iconv(handle, &in, &inLeft, &out, &outLeft) == static_cast<std::size_t>(-1) && errno != E2BIG;
+    text.append(converted, sizeof converted - outLeft);
+    if (!isBad) continue;
+    text += '?';
+    ++in;
+    --inLeft;
+  }
+  if (handle != reinterpret_cast<iconv_t>(-1)) iconv_close(handle);
+  return text;
 }
 
 std::string ToBig5(std::string_view utf8) {

@@ -12,6 +12,9 @@ bool IsCleanText(std::string_view text);
 /// CP950 bytes of a UTF-8 text. A character without a code becomes "?".
 std::string ToBig5(std::string_view utf8);
 
+/// UTF-8 of CP950 bytes; "?" for what is none.
+std::string FromBig5(std::string_view bytes);
+
 /// Without the blanks, tabs and line ends around it.
 std::string Trim(std::string_view text);
 

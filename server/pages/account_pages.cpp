@@ -15,6 +15,7 @@ namespace {
 constexpr std::size_t kNumberLimit = 64;
 constexpr std::size_t kPasswordLimit = 64;
 constexpr std::size_t kWordLimit = 16;
+constexpr std::size_t kOwnerLimit = 200;
 constexpr std::size_t kListLimit = 1000;
 
 /// What of the list is kept. Not `Pno`, which the asker names, and not `userPW`: whoever knows an account's
@@ -73,10 +74,43 @@ Reply ReadSettings(Services& services, const Form& form) {
   return TextReply(fmt::format("OK_Pno:{}{}", account, services.store.UserSettings(account)));
 }
 
+/// A campus login. The first one of an account sets its password.
+Reply CampusLogin(Services& services, const Form& form, const std::string& password) {
+  const std::string login = form.Required("login", kNumberLimit);
+  const bool isFirst = services.accounts.TakesFirstPassword(login, password);
+  if (!isFirst) services.accounts.Proven(login, password);
+  const ServerSettings& settings = services.settings;
+  return TextReply(
+      fmt::format("{}{}#{}#", isFirst ? "SET_" : "OK_", settings.schoolCode, settings.schoolName));
+}
+
+bool WantsAccount(const Form& form) {
+  return form.Find("pno").value_or("").empty() && !form.Find("username").value_or("").empty();
+}
+
+Reply MakeAccount(Services& services, const Form& form, const std::string& password) {
+  if (!services.settings.openAccounts) throw Refusal("ERR_CLOSED");
+  const std::string userName = form.Required("username", kOwnerLimit);
+  const std::string email = form.Required("email", kOwnerLimit);
+  if (email.find('@') == std::string::npos) throw Refusal("ERR_WRONG_EMAIL");
+  const std::string account = services.accounts.Make(password);
+  services.store.PutOwner(account, userName, email);
+  return TextReply("OK_" + account);
+}
+
 }  // namespace
+
+Reply SchoolServer(Services& services, const Call& call) {
+  const auto& schools = services.settings.schools;
+  const auto school = schools.find(CleanAccount(call.form.Required("regId", kNumberLimit)));
+  if (school == schools.end()) throw Refusal("ERR_NOTFOUND");
+  return TextReply("OK_" + school->second);
+}
 
 Reply Login(Services& services, const Call& call) {
   const std::string password = call.form.Required("password", kPasswordLimit);
+  if (call.form.Find("login")) return CampusLogin(services, call.form, password);
+  if (WantsAccount(call.form)) return MakeAccount(services, call.form, password);
   return TextReply("OK_" + services.accounts.Proven(Number(call.form), password));
 }
 

@@ -13,7 +13,7 @@ namespace {
 constexpr const char* kAccessKey = "zorbelquinter";
 constexpr std::size_t kPackedPageLimit = 8 << 20;
 
-constexpr std::array<Page, 13> kPages = {{
+constexpr std::array<Page, 16> kPages = {{
     {"p_getconn.asp", ServerProbe},
     {"p_all_webengine_get.asp", EngineAddress},
     {"p_passWebEngine_conn.asp", EngineProbe},
@@ -32,6 +32,9 @@ constexpr std::array<Page, 13> kPages = {{
     {"p_getusersettings.asp", UserSettings},
     {"p_update_useract.asp", UserAct},
     {"p_publisher_news.asp", PublisherNews},
+    {"p_server_get.asp", SchoolServer},
+    {"p_feedback.asp", TakeFeedback, Page::Body::kBrowserForm, 1 << 14},
+    {"m_service_mail.asp", ServiceMail, Page::Body::kPlain, 1 << 10, {}, Page::Method::kGet, true},
 }};
 
 Form ReadBody(const Page& page, std::string_view body) {
@@ -52,7 +55,7 @@ const Page* FindPage(std::string_view name, Page::Method method) {
 
 Reply Answer(const Page& page, Services& services, std::string_view body, const std::string& root) try {
   const Call call{ReadBody(page, body), root};
-  if (call.form.Find("key") != kAccessKey) throw Refusal("ERR_WRONG_KEY");
+  if (!page.isPublic && call.form.Find("key") != kAccessKey) throw Refusal("ERR_WRONG_KEY");
   return page.answer(services, call);
 } catch (const Refusal& refusal) {
   return TextReply(refusal.what());

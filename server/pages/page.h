@@ -46,6 +46,7 @@ struct Page {
   std::size_t bodyLimit = 1 << 20;  ///< bytes
   std::string_view lastField = {};  ///< see Form::Plain
   Method method = Method::kPost;
+  bool isPublic = false;  ///< needs no access key
 };
 
 /// Null for a name that is unknown or answers another method.
@@ -68,6 +69,9 @@ Reply ShowArchivedPage(Services& services, const Call& call);
 Reply Login(Services& services, const Call& call);
 Reply CheckPassword(Services& services, const Call& call);
 Reply UserSettings(Services& services, const Call& call);
+Reply SchoolServer(Services& services, const Call& call);
+Reply TakeFeedback(Services& services, const Call& call);
+Reply ServiceMail(Services& services, const Call& call);
 Reply UserAct(Services& services, const Call& call);
 
 }  // namespace marovane

@@ -1,0 +1,98 @@
+// What learners say about verdicts, and whom they may write to.
+#include <fmt/format.h>
+
+#include <charconv>
+#include <cstdint>
+
+#include "server/day.h"
+#include "server/pages/page.h"
+#include "server/text.h"
+
+namespace marovane {
+namespace {
+
+constexpr std::size_t kShortLimit = 200;
+constexpr std::size_t kTextLimit = 3000;
+
+constexpr std::string_view kServicePage = R"(<!DOCTYPE html>
+<html lang="zh-Hant">
+<head>
+<meta http-equiv="Content-Type" content="text/html; charset=big5">
+<title>服務信箱</title>
+</head>
+<body style="background: #FAF4ED; color: #3A2F26; font-family: sans-serif; line-height: 1.6; padding: 8px 18px">
+<p><b>謝謝您的意見。</b>我們會依您送回的句子及說明改進批改的內容。</p>
+<p>{}</p>
+</body>
+</html>
+)";
+
+/// Appends a character, RFC 3629. What is none becomes "?".
+void AppendUtf8(std::string& text, std::uint32_t code) {
+  const auto tail = [&](int shift) { text += static_cast<char>(0x80 | (code >> shift & 0x3F)); };
+  if (code < 0x80 || code > 0x10FFFF || (code >= 0xD800 && code < 0xE000)) {
+    text += '?';
+  } else if (code < 0x800) {
+    text += static_cast<char>(0xC0 | code >> 6);
+    tail(0);
+  } else if (code < 0x10000) {
+    text += static_cast<char>(0xE0 | code >> 12);
+    tail(6), tail(0);
+  } else {
+    text += static_cast<char>(0xF0 | code >> 18);
+    tail(12), tail(6), tail(0);
+  }
+}
+
+/// A browser writes a character that the page's Big5 lacks as "&#8217;".
+std::string WithoutReferences(std::string_view text) {
+  std::string plain;
+  while (!text.empty()) {
+    const char* const end = text.data() + text.size();
+    std::uint32_t code = 0;
+    const auto read = text.starts_with("&#")
+                          ? std::from_chars(text.data() + 2, end, code)
+                          : std::from_chars_result{text.data(), std::errc::invalid_argument};
+    const bool isReference = read.ec == std::errc{} && read.ptr != end && *read.ptr == ';' && code >= 0x80;
+    if (isReference) {
+      AppendUtf8(plain, code);
+    } else {
+      plain += text[0];
+    }
+    text.remove_prefix(isReference ? static_cast<std::size_t>(read.ptr + 1 - text.data()) : 1);
+  }
+  return plain;
+}
+
+/// A field of the form, which the program's page posts in Big5. Texts may have lines.
+std::string Field(const Form& form, const std::string& name, std::size_t limit) {
+  const auto bytes = form.Find(name);
+  if (!bytes) throw Refusal("ERR_MISSING_FIELD");
+  if (bytes->size() > limit) throw Refusal("ERR_TOO_LONG");
+  std::string text = WithoutReferences(FromBig5(*bytes));
+  if (!IsCleanText(Replace(Replace(Replace(text, "\r", ""), "\n", ""), "\t", "")))
+    throw Refusal("ERR_BAD_TEXT");
+  return text;
+}
+
+}  // namespace
+
+Reply TakeFeedback(Services& services, const Call& call) {
+  const Form& form = call.form;
+  services.store.AddFeedback({.day = TodayAsIso(),
+                              .account = Field(form, "pno", kShortLimit),
+                              .errcode = Field(form, "errcode", kShortLimit),
+                              .sentence = Field(form, "sentence", kTextLimit),
+                              .remarks = Field(form, "remarks", kTextLimit),
+                              .email = Field(form, "email", kShortLimit)});
+  return TextReply("OK_");
+}
+
+Reply ServiceMail(Services& services, const Call& /*call*/) {
+  const std::string& mail = services.settings.serviceMail;
+  return TextReply(fmt::format(kServicePage, mail.empty()
+                                                 ? std::string("如有其他問題，請洽您的老師或管理人員。")
+                                                 : "其他問題請寫信至：" + mail));
+}
+
+}  // namespace marovane
