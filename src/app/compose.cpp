@@ -2,9 +2,6 @@
 
 #include "core/error_report.h"
 #include "core/provisioning.h"
-#include "core/text_utility.h"
-#include "platform/event_loop.h"
-#include "platform/machine.h"
 
 namespace {
 
@@ -14,16 +11,9 @@ typename Window<T>::Maker Make(Arguments&... arguments) {
   return [&arguments...] { return std::make_shared<T>(arguments...); };
 }
 
-// Until topics can be chosen, an essay has a topic of its own.
+// Until topics can be chosen, the menu leads to an essay on a topic of its own.
 HallWindow& StartOwnEssay(EssayRoom& essay) {
-  auto& app = essay.program.app;
-  const LocalTime now = essay.program.machine.loop.Now();
-  essay.frmEssayCompare.Unload();
-  essay.frmEssay.Unload();
-  app.gEssayStartRequested = true;
-  app.gEssayNoListReturn = true;
-  app.gEssayWorkId = MakeRecId(app, now);
-  app.gEssayQuiz = DefaultEssayTitle("", now);
+  essay.StartOwnEssay("");
   return essay;
 }
 

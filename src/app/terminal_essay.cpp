@@ -25,20 +25,26 @@ std::string WithDosLineEnds(const std::string& text) {
 
 }  // namespace
 
+void PagePrinter::Navigate(const std::string& url) {
+  PageFetcher::Navigate(url);
+  if (!Page().empty()) fmt::print("\n{}", HtmlToText(Page()));
+  std::fflush(stdout);
+}
+
 TerminalEssay::TerminalEssay(Composition& composition)
-    : composition_(composition), fetcher_(composition.program.machine) {}
+    : composition_(composition), printer_(composition.program.machine) {}
 
 // As a learner would: the text is pasted into the box and sent.
 int TerminalEssay::Walk(const std::string& text) {
   auto& app = composition_.program.app;
   FrmMain& frmMain = *composition_.frmMain;
-  composition_.frmBrowser->webOther.SetRenderer(&fetcher_);
+  composition_.frmBrowser->webOther.SetRenderer(&printer_);
   // The button that breaks a correction off shows when the walk asks for one.
   correcting_ = frmMain.imgMenu(kBreakButton).Visible.Watch([this](bool visible) {
     if (visible) composition_.program.machine.loop.Post([this] { AskCorrection(); });
   });
   frmMain.Show();
-  composition_.program.hall.frmEssayInputEdu->AsForm().Show();
+  composition_.essay.StartOwnEssay("");
   FrmEssay& frmEssay = *composition_.essay.frmEssay;
   frmEssay.txtInput.SetFocus();
   frmEssay.txtInput.Text = WithDosLineEnds(text);
@@ -46,10 +52,10 @@ int TerminalEssay::Walk(const std::string& text) {
   frmEssay.picButtons(1).Click.Raise();
   correcting_.reset();
   if (app.gEssayId.empty()) return kNoAnswer;  // the text was refused
-  const int status = Report(app.gEssayId, "");
+  Report(app.gEssayId, "");
   fmt::print("\n短文編號：{}\n", app.gEssayId);
   if (EssayRecords(composition_.records).FindEssay(app.gEssayId)->finalSet != "A") return kFinished;
-  return app.gVerdict == "STOP" ? kNoAnswer : status + kBrokenOff;
+  return app.gVerdict == "STOP" ? kNoAnswer : kBrokenOff;
 }
 
 void TerminalEssay::ExplainFault() {
@@ -61,7 +67,6 @@ void TerminalEssay::ExplainFault() {
     fmt::print("{}  {}  {}\n", PlainApostrophes(last.sentence), last.errcode,
                composition_.errList.Outline(last.errcode));
   }
-  if (!app.gEssayPageChecksum.empty()) fmt::print("\n{}", HtmlToText(fetcher_.Page()));
 }
 
 void TerminalEssay::AskCorrection() {

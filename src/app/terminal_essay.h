@@ -9,6 +9,13 @@
 struct Composition;
 struct TerminalCommand;
 
+/// Prints what a browser would show.
+class PagePrinter : public PageFetcher {
+ public:
+  using PageFetcher::PageFetcher;
+  void Navigate(const std::string& url) override;
+};
+
 class TerminalEssay {
  public:
   enum ExitStatus { kFinished = 0, kBrokenOff = 1, kNoAnswer = 3 };
@@ -26,7 +33,7 @@ class TerminalEssay {
   void ExplainFault();
 
   Composition& composition_;
-  PageFetcher fetcher_;
+  PagePrinter printer_;
   Subscription correcting_;
 };
 

@@ -19,6 +19,9 @@ struct EssayRoom : public Essay {
   Form& AsForm() override { return *frmEssay; }
   /// Shows the report of an essay, unless another one is being walked through just now.
   void ShowEssay(const std::string& essayId) override;
+  /// Shows the essay window afresh, for a topic of the learner's own.
+  /// @param title "" for one made from the day
+  void StartOwnEssay(const std::string& title);
 
   Program& program;
   RecordDb& records;

@@ -29,16 +29,27 @@ void UnloadIfOpen(bool isOpen, const Door<HallWindow>& door) {
 
 }  // namespace
 
-void StyleText(RichTextBox& box, int start, int length, const TextStyle& style) {
+namespace {
+
+void StyleSelection(RichTextBox& box, int start, int length, const TextStyle& style) {
   box.SelStart = start;
   box.SelLength = length;
-  if (length == 0) return;  // with nothing selected the style would go to the whole text
   box.SelBold = style.bold;
   box.SelUnderline = style.underline;
   box.SelColor = style.color;
 }
 
-void StyleAllText(RichTextBox& box, const TextStyle& style) { StyleText(box, 0, Len(box.Text()), style); }
+}  // namespace
+
+void StyleText(RichTextBox& box, int start, int length, const TextStyle& style) {
+  // With nothing selected the style would go to the whole text.
+  if (length > 0) StyleSelection(box, start, length, style);
+}
+
+// Of an empty text, to what is typed next.
+void StyleAllText(RichTextBox& box, const TextStyle& style) {
+  StyleSelection(box, 0, Len(box.Text()), style);
+}
 
 void ShowInCorner(Form& form) {
   constexpr int kFromRight = 100;

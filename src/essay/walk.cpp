@@ -34,11 +34,20 @@ bool AcceptText(EssayRoom& room) {
   return false;
 }
 
+// Two runs within one second make the same ids.
+std::string MakeEssayId(EssayRoom& room) {
+  std::string id;
+  do {
+    id = MakeRecId(room.program.app, room.program.machine.loop.Now());
+  } while (EssayRecords(room.records).FindEssay(id));
+  return id;
+}
+
 void OpenEssay(EssayRoom& room) {
   auto& app = room.program.app;
   const LocalTime now = room.program.machine.loop.Now();
   room.frmEssay->mAnalysing = true;
-  app.gEssayId = MakeRecId(app, now);
+  app.gEssayId = MakeEssayId(room);
   if (app.gEssayQuiz.empty()) app.gEssayQuiz = FormatDateUnpadded(DayOf(now), "") + "我的短文";
   app.gEssayOriginal = room.frmEssay->txtInput.Text;
   app.gEssayCurrent = app.gEssayOriginal;

@@ -2,7 +2,6 @@
 #pragma once
 
 #include "platform/database.h"
-#include "platform/run_time_error.h"
 
 /// Undoes what was done since it was made, unless it is committed. Let no events in meanwhile: what their
 /// handlers write would be part of it.
@@ -13,8 +12,8 @@ class Transaction {
     if (!isOpen_) return;
     try {
       db_.Run("rollback");
-    } catch (const RunTimeError&) {
-      return;  // the database has done so itself
+    } catch (...) {
+      return;  // the database has done so itself, or does when it is opened again
     }
   }
   Transaction(const Transaction&) = delete;

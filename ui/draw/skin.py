@@ -183,8 +183,8 @@ def essay():
     width, height = 76, 60
 
     def word(text, ink):
-        return (f'<text x="{width / 2:g}" y="{height - 8}" font-family="Noto Sans CJK TC" font-size="12" '
-                f'text-anchor="middle" fill="{ink}">{text}</text>')
+        return (f'<text x="{width / 2:g}" y="{height - 9.5:g}" font-family="Noto Sans CJK TC" font-size="12" '
+                f'font-weight="500" text-anchor="middle" fill="{ink}">{text}</text>')
 
     for state, (ground, ink) in STATES.items():
         def button(name, sign, text=""):

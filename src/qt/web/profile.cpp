@@ -106,6 +106,8 @@ void Configure(QWebEngineProfile& profile) {
   settings.setFontFamily(QWebEngineSettings::SansSerifFont, "Noto Sans CJK TC");
   settings.setFontFamily(QWebEngineSettings::SerifFont, "Noto Sans CJK TC");
   settings.setAttribute(QWebEngineSettings::LocalContentCanAccessFileUrls, true);
+  // Reports show pictures of the server.
+  settings.setAttribute(QWebEngineSettings::LocalContentCanAccessRemoteUrls, true);
   settings.setAttribute(QWebEngineSettings::PdfViewerEnabled, false);
 }
 
