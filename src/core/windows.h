@@ -119,7 +119,7 @@ struct Hall {
   Door<Essay> frmEssay;
   Door<UploadRun> frmUpload;
   Door<HallWindow> frmDiary, frmEssayInputEdu, frmEssayInputForm, frmEssayCollect, frmFeedback, frmSetup,
-      frmPassword, frmBindSelect, frmXQDLogin, frmDebug;
+      frmPassword, frmBindSelect, frmXQDLogin, frmSyncLogin, frmDebug;
 
   // Steps of the start that live on higher floors or come with other rooms. An empty one is left out.
   std::function<void()> checkDatabaseBuild, unpackDataFiles, refreshUpdater, showPublisherNews, checkVersion,

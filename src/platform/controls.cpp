@@ -46,3 +46,7 @@ std::string ComboBox::Text() const {
   const auto index = static_cast<std::size_t>(ListIndex());
   return ListIndex() >= 0 && index < items.size() ? items[index] : "";
 }
+
+Slider::Slider(Form& form, const std::string& name) : Control(form, name) {
+  value_ = Value.Watch([this](int) { Change.Raise(); });
+}

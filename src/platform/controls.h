@@ -125,6 +125,17 @@ class ComboBox : public Control {
   std::string Text() const;
 };
 
+/// A whole number chosen by dragging a handle.
+class Slider : public Control {
+ public:
+  Slider(Form& form, const std::string& name);
+  Property<int> Value{0};
+  Event<> Change{*this};  ///< the user or the program set the value
+
+ private:
+  Subscription value_;
+};
+
 /// N controls of one name, told apart by an index from 0. An index out of bounds is a run-time error.
 template <class T, int N>
 class ControlArray {
