@@ -58,6 +58,7 @@ TEST(TextBoxView, EnterThatIsSwallowedLeavesTheTextAndAnotherBreaksTheLine) {
   sample.Type("two");
   EXPECT_EQ(form.txtInput.Text(), "one\r\ntwo");
   EXPECT_EQ(form.txtInput.SelStart, 8);
+  form.txtInput.SetFocus();
   form.txtInput.SelStart = 5;
   form.txtInput.SelLength = 1;
   sample.Type("T");

@@ -7,12 +7,12 @@ cd "$(dirname "$0")/.."
 
 # Fibres and stains that tile without a seam: noise, blurred around the edges as on a torus.
 convert -size 450x450 -seed 7 xc:gray50 +noise Gaussian -virtual-pixel tile -blur 0x14 -auto-level \
-  -colorspace gray +level 44%,56% /tmp/parchment_stains.png
+  -colorspace gray +level 40%,60% /tmp/parchment_stains.png
 convert -size 450x450 -seed 11 xc:gray50 +noise Gaussian -virtual-pixel tile -motion-blur 0x5+20 -auto-level \
-  -colorspace gray +level 46%,54% /tmp/parchment_fibres.png
+  -colorspace gray +level 43%,57% /tmp/parchment_fibres.png
 convert -size 450x450 xc:'#FAF4ED' \
-  /tmp/parchment_stains.png -compose softlight -composite \
-  /tmp/parchment_fibres.png -compose softlight -composite \
+  /tmp/parchment_stains.png -compose overlay -composite \
+  /tmp/parchment_fibres.png -compose overlay -composite \
   -quality 82 -strip bg450.jpg
 rm -f /tmp/parchment_stains.png /tmp/parchment_fibres.png
 

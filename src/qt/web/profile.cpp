@@ -109,6 +109,7 @@ void Configure(QWebEngineProfile& profile) {
   // Reports show pictures of the server.
   settings.setAttribute(QWebEngineSettings::LocalContentCanAccessRemoteUrls, true);
   settings.setAttribute(QWebEngineSettings::PdfViewerEnabled, false);
+  settings.setAttribute(QWebEngineSettings::AutoLoadIconsForPage, false);
 }
 
 void AddFlag(const QByteArray& flag) {
