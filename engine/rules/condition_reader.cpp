@@ -1,0 +1,133 @@
+#include "engine/rules/condition_reader.h"
+
+#include <fmt/format.h>
+
+#include <stdexcept>
+
+namespace tolvex {
+namespace {
+
+int FormMask(std::string_view name) {
+  static const std::map<std::string_view, int> kNames = {
+      {"base", kBase},        {"third", kThird},     {"past", kPast},       {"part", kParticiple},
+      {"ing", kIng},          {"sg", kSingular},     {"pl", kPlural},       {"pos", kPositive},
+      {"comp", kComparative}, {"sup", kSuperlative}, {"verb", kAnyVerbForm}};
+  const auto found = kNames.find(name);
+  return found == kNames.end() ? 0 : found->second;
+}
+
+int PartMask(std::string_view letters) {
+  int mask = 0;
+  for (const char letter : letters) {
+    const auto at = std::string_view("NVJR").find(letter);
+    if (at == std::string_view::npos) return 0;
+    mask |= 1 << at;
+  }
+  return mask;
+}
+
+// A tag's name, or V, N, J, R for all verb, noun, adjective or adverb tags.
+std::uint64_t TagMask(std::string_view name) {
+  static const std::map<std::string_view, std::string_view> kFamilies = {
+      {"V", "VB"}, {"N", "NN"}, {"J", "JJ"}, {"R", "RB"}};
+  const auto family = kFamilies.find(name);
+  std::uint64_t mask = 0;
+  for (int i = 0; i < kTagCount; ++i) {
+    const std::string_view tag = TagName(static_cast<Tag>(i));
+    const bool fits = family == kFamilies.end() ? tag == name : tag.starts_with(family->second);
+    if (fits) mask |= std::uint64_t{1} << static_cast<unsigned>(i);
+  }
+  return mask;
+}
+
+Condition WithKind(Condition condition, Condition::Kind kind) {
+  condition.kind = kind;
+  return condition;
+}
+
+Condition ReadTags(Condition condition, std::string_view names) {
+  condition.kind = Condition::Kind::kTags;
+  for (const std::string& name : Split(names, '|')) {
+    const std::uint64_t mask = TagMask(name);
+    if (mask == 0) throw std::invalid_argument(fmt::format("unknown tag {}", name));
+    condition.tags |= mask;
+  }
+  return condition;
+}
+
+Condition ReadMask(Condition condition, Condition::Kind kind, std::string_view names) {
+  condition.kind = kind;
+  for (const std::string& name : Split(names, '|')) {
+    const int mask = kind == Condition::Kind::kForms ? FormMask(name) : PartMask(name);
+    if (mask == 0) throw std::invalid_argument(fmt::format("unknown form or part {}", name));
+    condition.mask |= mask;
+  }
+  return condition;
+}
+
+std::shared_ptr<const WordSet> ReadWords(std::string_view text, const WordLists& lists) {
+  if (text.size() > 1 && text[0] == '$') {
+    const auto list = lists.find(std::string(text.substr(1)));
+    if (list == lists.end()) throw std::invalid_argument(fmt::format("unknown list {}", text));
+    return list->second;
+  }
+  const auto words = Split(text, '|');
+  return std::make_shared<WordSet>(words.begin(), words.end());
+}
+
+Condition ReadCondition(std::string_view text, const WordLists& lists) {
+  Condition condition;
+  if (text.size() > 1 && text[0] == '!') {
+    condition.negated = true;
+    text.remove_prefix(1);
+  }
+  using Kind = Condition::Kind;
+  if (text == ".") return condition;
+  if (text == "#first") return WithKind(condition, Kind::kFirst);
+  if (text == "#clause") return WithKind(condition, Kind::kClause);
+  if (text == "#end") return WithKind(condition, Kind::kEnd);
+  if (text == "~cap") return WithKind(condition, Kind::kCapital);
+  if (text.size() > 1 && text[0] == '@') return ReadTags(condition, text.substr(1));
+  if (text.size() > 1 && text[0] == ':') return ReadMask(condition, Kind::kForms, text.substr(1));
+  if (text.size() > 1 && text[0] == '+') return ReadMask(condition, Kind::kParts, text.substr(1));
+  if (text.size() > 1 && text[0] == '%') return ReadMask(condition, Kind::kMostly, text.substr(1));
+  if (text.size() > 2 && text[0] == '<' && text.back() == '>') {
+    condition.kind = Kind::kLemmas;
+    condition.words = ReadWords(text.substr(1, text.size() - 2), lists);
+  } else if (text.size() > 2 && text[0] == '[' && text.back() == ']') {
+    condition.kind = Kind::kNounLemmas;
+    condition.words = ReadWords(text.substr(1, text.size() - 2), lists);
+  } else {
+    condition.kind = Kind::kWords;
+    condition.words = ReadWords(text, lists);
+  }
+  return condition;
+}
+
+}  // namespace
+
+std::string_view Trim(std::string_view text) {
+  const auto first = text.find_first_not_of(" \t\r");
+  if (first == std::string_view::npos) return {};
+  return text.substr(first, text.find_last_not_of(" \t\r") - first + 1);
+}
+
+std::vector<std::string> Split(std::string_view text, char separator) {
+  std::vector<std::string> parts;
+  while (!text.empty()) {
+    const auto end = text.find(separator);
+    const std::string_view part = Trim(text.substr(0, end));
+    if (!part.empty()) parts.emplace_back(part);
+    text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
+  }
+  return parts;
+}
+
+std::vector<Condition> ParseConditions(std::string_view text, const WordLists& lists) {
+  std::vector<Condition> all;
+  for (const std::string& part : Split(text, '&')) all.push_back(ReadCondition(part, lists));
+  if (all.empty()) throw std::invalid_argument("empty condition");
+  return all;
+}
+
+}  // namespace tolvex

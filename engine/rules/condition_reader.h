@@ -1,0 +1,25 @@
+// The conditions of rule patterns, as they are written in rule files.
+#pragma once
+
+#include <map>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "engine/rules/rule.h"
+
+namespace tolvex {
+
+using WordLists = std::map<std::string, std::shared_ptr<WordSet>>;
+
+/// Reads conditions joined by "&". Throws std::invalid_argument that says what is wrong.
+std::vector<Condition> ParseConditions(std::string_view text, const WordLists& lists);
+
+/// The text without blanks, tabs and carriage returns at its ends.
+std::string_view Trim(std::string_view text);
+
+/// The parts between separators, trimmed, empty ones left out.
+std::vector<std::string> Split(std::string_view text, char separator);
+
+}  // namespace tolvex
