@@ -80,6 +80,9 @@ struct AppState {
   bool gUploadFinished = false;
   bool gXqdLoginDone = false;
   bool gXqdLoginOk = false;
+  std::string gSchoolName;
+  std::string gSchoolCode;
+  std::string gLoginPassword;  ///< of the campus login
 
   // The running essay.
   bool gEssayStartRequested = false;

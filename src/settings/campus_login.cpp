@@ -1,0 +1,223 @@
+#include "settings/campus_login.h"
+
+#include "core/message.h"
+#include "core/server_access.h"
+#include "core/settings.h"
+#include "core/text_utility.h"
+#include "platform/event_loop.h"
+#include "platform/files.h"
+#include "platform/run_time_error.h"
+#include "platform/text_encoding.h"
+
+namespace {
+
+constexpr int kOffScreen = -20000;
+constexpr Color kFound = Rgb(0, 0, 0xC0);
+constexpr Color kNotFound = Rgb(255, 0, 0);
+constexpr const char* kNoServerYet = "* 尚未取得 *";
+constexpr const char* kNoServer = "* 無法正確取得 *";
+
+std::string Ask(Program& program, const std::string& url, const std::string& fields) {
+  try {
+    return PostForm(program, url, std::string(kAccessKey) + fields);
+  } catch (const RunTimeError&) {
+    return std::string(kConnectFailed);
+  }
+}
+
+void Tell(Program& program, const char* msgId, const char* kind) {
+  FrmMessage::Ask(program, msgId, 1, "OK", kind);
+}
+
+}  // namespace
+
+std::string GetServerForLogin(Program& program, const std::string& login) {
+  return Ask(program, program.app.gACServerRoot + "p_server_get.asp", "&regId=" + login);
+}
+
+std::string LoginToServer(Program& program, const std::string& server, const std::string& login,
+                          const std::string& password) {
+  auto& app = program.app;
+  app.gServerUrlRoot = "http://" + server + "/";
+  app.gUpdaterUrlRoot = server + "/update";
+  if (!IsServerOnline(program)) return std::string(kConnectFailed);
+  return Ask(program, app.gServerUrlRoot + "p_getlogin.asp", "&login=" + login + "&password=" + password);
+}
+
+FrmXQDLogin::FrmXQDLogin(Program& program)
+    : Form(program.machine, "frmXQDLogin"), program_(program), fade_(*this), shell_(picBG, imgClose) {
+  shell_.Add(picButtons, imgBtnOff, imgBtnOver, imgBtnOn);
+  picButtons.On(&Control::Click, [this](int index) { picButtons_Click(index); });
+  txtLogin.KeyPress = [this](int& keyAscii) { txtLogin_KeyPress(keyAscii); };
+  txtLogin.LostFocus = [this] { txtLogin_LostFocus(); };
+  txtPassword.KeyPress = [this](int& keyAscii) {
+    if (keyAscii != kKeyEnter) return;
+    keyAscii = 0;
+    picButtons_Click(0);
+  };
+  imgClose.Click = [this] { picButtons_Click(1); };
+  QueryClose = [this] { picButtons_Click(1); };
+}
+
+void FrmXQDLogin::Form_Load() {
+  certFile_ = program_.app.gTempDir + "/" + program_.app.gDataDirName + "/xqdcert.set";
+  Width = picBG.Width;
+  Height = picBG.Height;
+  CenterForm(*this);
+  shell_.SetMouseIconHand();
+  fade_.In();
+  SetDefaultValue();
+}
+
+void FrmXQDLogin::SetDefaultValue() {
+  lblPara1_0.Caption = "請輸入帳號";
+  lblPara1_1.Caption = "請輸入密碼";
+  lblPara1_3.Caption = "";
+  lblMessage_0.Caption = "若為第一次啟用，請設定密碼（4～10位字元，限用字母及數字）";
+  txtLogin.Text = "";
+  txtPassword.Text = "";
+  lblACServer.Caption = kNoServerYet;
+  ISCCert_IO("R");
+}
+
+void FrmXQDLogin::ISCCert_IO(const std::string& mode) {
+  if (mode == "W") return WriteCertificate();
+  if (mode != "R") return;
+  ReadCertificate();
+  if (!Trim(txtLogin.Text()).empty()) txtLogin_LostFocus();
+}
+
+void FrmXQDLogin::ReadCertificate() {
+  const Files& files = machine.files;
+  if (!files.FileExists(certFile_)) return;
+  const auto lines = Split(Replace(FromBig5(files.Read(certFile_)), "\r\n", "\n"), "\n");
+  const auto line = [&lines](std::size_t number) { return number < lines.size() ? Trim(lines[number]) : ""; };
+  const std::string& oldDomain = program_.installation.oldDefaultDomain;
+  lblACServer.Caption = line(0);
+  // Written before the school had an address of its own.
+  if (!oldDomain.empty() && line(0).find(oldDomain) != std::string::npos) {
+    lblACServer.Caption = Replace(Replace(program_.app.gACServerRoot, "http://", ""), "/", "");
+  }
+  txtLogin.Text = line(1);
+  if (ReadSetup(program_, "autoKeyinPw") == "1") txtPassword.Text = line(2);
+}
+
+// It holds a password.
+void FrmXQDLogin::WriteCertificate() {
+  std::string text;
+  for (const auto& value : {lblACServer.Caption(), txtLogin.Text(), txtPassword.Text()}) {
+    text += Trim(value) + "\r\n";
+  }
+  RewriteFile(machine.files, certFile_, ToBig5(text), true);
+}
+
+void FrmXQDLogin::txtLogin_KeyPress(int& keyAscii) {
+  if (keyAscii == kKeyEnter) {
+    keyAscii = 0;
+    return txtPassword.SetFocus();
+  }
+  keyAscii = FilterKeyAscii(keyAscii, "", false);
+  loginChanged_ = true;
+}
+
+void FrmXQDLogin::MoveAway() {
+  left_ = Left;
+  Left = kOffScreen;
+}
+
+void FrmXQDLogin::MoveBack() { Left = left_; }
+
+void FrmXQDLogin::txtLogin_LostFocus() {
+  if (!loginChanged_) return;
+  loginChanged_ = false;
+  MoveAway();
+  FrmMessage::ProgressMsgBox(program_, "10001", 0, "0");
+  machine.loop.DoEvents();
+  const std::string reply = GetServerForLogin(program_, Trim(txtLogin.Text()));
+  program_.frmMessage->closeForm();
+  if (!reply.starts_with("OK")) return TellNoServer(reply);
+  constexpr int kServerFrom = 4;
+  lblACServer.ForeColor = kFound;
+  lblACServer.Caption = Replace(Trim(Mid(reply, kServerFrom)), "#", "");
+  MoveBack();
+}
+
+void FrmXQDLogin::TellNoServer(const std::string& reply) {
+  if (reply.starts_with("ERR") && reply != kConnectFailed) {
+    Tell(program_, "29851", "0");
+  } else {
+    Tell(program_, "2984", "1");
+  }
+  MoveBack();
+  lblACServer.ForeColor = kNotFound;
+  lblACServer.Caption = kNoServer;
+  txtLogin.SetFocus();
+}
+
+void FrmXQDLogin::picButtons_Click(int index) {
+  if (index == 1) return Finish(false);
+  MoveAway();
+  Login();
+  MoveBack();
+}
+
+void FrmXQDLogin::Login() {
+  if (TellBadInput()) return;
+  Enabled = false;
+  const std::string reply = LoginOrRetry();
+  Enabled = true;
+  if (reply.starts_with("ERR")) return TellRefusal(reply);
+  Accept(reply);
+}
+
+bool FrmXQDLogin::TellBadInput() {
+  constexpr int kMostPassword = 20;
+  const std::string password = Trim(txtPassword.Text());
+  if (Trim(txtLogin.Text()).empty()) {
+    Tell(program_, "26", "0");
+  } else if (password.empty() || Len(password) > kMostPassword) {
+    Tell(program_, "27", "0");
+  } else if (Trim(lblACServer.Caption()).starts_with("*")) {
+    Tell(program_, "29851", "0");
+  } else {
+    return false;
+  }
+  return true;
+}
+
+std::string FrmXQDLogin::LoginOrRetry() {
+  const std::string server = Trim(lblACServer.Caption());
+  const std::string login = Trim(txtLogin.Text());
+  const std::string password = Trim(txtPassword.Text());
+  const std::string reply = LoginToServer(program_, server, login, password);
+  if (reply != kConnectFailed) return reply;
+  // A school may have the pages in a folder of its web site.
+  return LoginToServer(program_, server + "/serverside", login, password);
+}
+
+void FrmXQDLogin::TellRefusal(const std::string& reply) {
+  if (reply == kConnectFailed) Tell(program_, "2984", "1");
+  if (reply == "ERR_NOTFOUND") Tell(program_, "31", "0");
+  if (reply == "ERR_WRONG_PASSWORD") Tell(program_, "32", "0");
+}
+
+void FrmXQDLogin::Accept(const std::string& reply) {
+  auto& app = program_.app;
+  auto parts = Split(Trim(reply), "#");
+  parts.resize(2);
+  if (reply.starts_with("SET")) Tell(program_, "2977", "0");
+  app.gSchoolName = parts[1];
+  app.gAccountNo = Trim(txtLogin.Text());
+  app.gLoginPassword = Trim(txtPassword.Text());
+  app.gSchoolCode = Trim(Replace(Replace(parts[0], "SET_", "OK_"), "OK_", ""));
+  ISCCert_IO("W");
+  Finish(true);
+}
+
+void FrmXQDLogin::Finish(bool isOk) {
+  auto& app = program_.app;
+  app.gXqdLoginOk = isOk;
+  app.gXqdLoginDone = true;
+  app.gOpenPassword = false;
+  Unload();
+}

@@ -1,0 +1,60 @@
+// The login of the campus edition: finds the school's server and logs in there.
+#pragma once
+
+#include <string>
+
+#include "core/program.h"
+#include "core/shell_buttons.h"
+#include "core/window_shell.h"
+
+/// Asks the account server which school's server a login belongs to.
+/// @return "OK_" and the server without a scheme, a refusal, or "ERR_CONNECT_FAILED"
+std::string GetServerForLogin(Program& program, const std::string& login);
+/// Points the program's server roots at a server and logs in there.
+/// @param server without a scheme
+/// @return the server's reply, or "ERR_CONNECT_FAILED"
+std::string LoginToServer(Program& program, const std::string& server, const std::string& login,
+                          const std::string& password);
+
+class FrmXQDLogin : public Form, public HallWindow {
+ public:
+  explicit FrmXQDLogin(Program& program);
+
+  Form& AsForm() override { return *this; }
+  void Form_Load() override;
+
+  /// Reads the file of the latest login into the controls ("R") or writes it ("W").
+  void ISCCert_IO(const std::string& mode);
+
+  TextBox txtLogin{*this, "txtLogin"}, txtPassword{*this, "txtPassword"};
+  Label lblACServer{*this, "lblACServer"}, lblPara1_0{*this, "lblPara1_0"}, lblPara1_1{*this, "lblPara1_1"},
+      lblPara1_3{*this, "lblPara1_3"}, lblMessage_0{*this, "lblMessage_0"};
+  ControlArray<PictureBox, 2> picButtons{*this, "picButtons"}, imgBtnOff{*this, "imgBtnOff"},
+      imgBtnOver{*this, "imgBtnOver"}, imgBtnOn{*this, "imgBtnOn"};
+  PictureBox picBG{*this, "picBG"}, imgClose{*this, "imgClose"};
+
+ private:
+  void SetDefaultValue();
+  void ReadCertificate();
+  void WriteCertificate();
+  void txtLogin_KeyPress(int& keyAscii);
+  void txtLogin_LostFocus();
+  void TellNoServer(const std::string& reply);
+  void picButtons_Click(int index);
+  void Login();
+  std::string LoginOrRetry();
+  /// Tells what is wrong with the input. False when nothing is.
+  bool TellBadInput();
+  void TellRefusal(const std::string& reply);
+  void Accept(const std::string& reply);
+  void Finish(bool isOk);
+  void MoveAway();
+  void MoveBack();
+
+  Program& program_;
+  Fade fade_;
+  ShellButtons shell_;
+  std::string certFile_;
+  bool loginChanged_ = false;
+  int left_ = 0;
+};

@@ -1,0 +1,144 @@
+#include "settings/feedback.h"
+
+#include "core/message.h"
+#include "core/server_access.h"
+#include "core/set_file.h"
+#include "core/text_utility.h"
+#include "settings/options.h"
+
+namespace {
+
+constexpr const char* kPlaceholder =
+    "請在此鍵入您的說明。(勿超過200字元)\r\n"
+    "您送出的句子及說明會傳回伺服器，作為系統改進的參考\r\n"
+    "您的個人資料不會被傳送出去。";
+
+// A value between single quotes.
+std::string Quoted(const std::string& text) {
+  return "'" + Replace(Replace(text, "&", "&amp;"), "'", "&#39;") + "'";
+}
+
+std::string Hidden(const std::string& name, const std::string& value) {
+  return "<input type='HIDDEN' name='" + name + "' value=" + Quoted(value) + ">";
+}
+
+std::string OfRegistry(const Program& program, const char* mode, const char* key) {
+  return ReadWriteSetFile(program.machine.files, program.app.gRegistryFile, mode, key, "");
+}
+
+}  // namespace
+
+FrmFeedback::FrmFeedback(Program& program)
+    : Form(program.machine, "frmFeedback"), program_(program), fade_(*this), shell_(picBG, imgClose) {
+  shell_.Add(picButtons, imgBtnOff, imgBtnOver, imgBtnOn);
+  picButtons.On(&Control::Click, [this](int index) { picButtons_Click(index); });
+  optNeedRes.On(&Control::Click, [this](int index) { optNeedRes_Click(index); });
+  lblNeedRes.On(&Control::Click, [this](int index) {
+    SelectOption(optNeedRes, index);
+    optNeedRes_Click(index);
+  });
+  txtDesc.GotFocus = [this] {
+    if (HasNoRemark()) txtDesc.Text = "";
+  };
+  txtDesc.LostFocus = [this] {
+    if (HasNoRemark()) SetDefaultValue();
+  };
+  imgClose.Click = [this] { imgClose_Click(); };
+  QueryClose = [this] { imgClose_Click(); };
+}
+
+void FrmFeedback::Form_Load() {
+  program_.app.gOpenFeedback = true;
+  Width = picBG.Width;
+  Height = picBG.Height;
+  CenterForm(*this);
+  shell_.SetMouseIconHand();
+  for (int i = 0; i < lblNeedRes.Count(); ++i) lblNeedRes(i).HandCursor = true;
+  SetDefaultValue();
+  fade_.In();
+}
+
+void FrmFeedback::Form_Unload() { program_.app.gOpenFeedback = false; }
+
+void FrmFeedback::SetDefaultValue() {
+  sentence_ = OfRegistry(program_, "R", "sentence");
+  errcode_ = OfRegistry(program_, "R", "errcode");
+  lblSentence.Caption = sentence_;
+  txtDesc.Text = kPlaceholder;
+  txtEmail.Text = "";
+  SelectOption(optNeedRes, 0);
+  picEmail.Visible = false;
+  webServiceMail.Navigate(program_.app.gWebSiteRoot + "m_service_mail.asp");
+}
+
+bool FrmFeedback::HasNoRemark() const {
+  const std::string remark = Trim(txtDesc.Text());
+  return remark.empty() || remark == kPlaceholder;
+}
+
+void FrmFeedback::optNeedRes_Click(int index) {
+  picEmail.Visible = index == 1;
+  if (index == 1) txtEmail.SetFocus();
+}
+
+void FrmFeedback::picButtons_Click(int index) {
+  if (index == 0) return imgClose_Click();
+  OpenWithBrowserForFeedback();
+}
+
+std::string FrmFeedback::Refusal(const std::string& email) {
+  constexpr int kMostRemark = 100;
+  if (optNeedRes(1).Value && !IsValidEmail(email)) return "8";
+  if (HasNoRemark()) return "9";
+  return Len(txtDesc.Text()) > kMostRemark ? "10" : "";
+}
+
+void FrmFeedback::OpenWithBrowserForFeedback() {
+  const std::string email = optNeedRes(1).Value ? Trim(txtEmail.Text()) : "";
+  const std::string refusal = Refusal(email);
+  if (!refusal.empty()) {
+    FrmMessage::Ask(program_, refusal, 1, "OK", "0");
+    return;
+  }
+  if (!IsServerOnline(program_)) {
+    FrmMessage::Ask(program_, "1", 1, "OK", "1");
+    return;
+  }
+  Post(PostPage(email));
+  // The same check is not to be reported twice.
+  OfRegistry(program_, "W", "sentence");
+  OfRegistry(program_, "W", "errcode");
+  FrmMessage::Ask(program_, "11", 0, "OK", "0");
+  Unload();
+}
+
+std::string FrmFeedback::PostPage(const std::string& email) const {
+  const auto& app = program_.app;
+  std::string page;
+  for (const auto& line :
+       {std::string("<html>"), std::string("<head>"),
+        std::string("<meta http-equiv='Content-Language' content='zh-tw'>"),
+        std::string("<meta http-equiv='Content-Type' content='text/html; charset=big5'>"),
+        std::string("<title></title>"), std::string("</head>"), std::string("<body>"),
+        "<form name='frmPost' method='POST' action='" + app.gServerUrlRoot + "p_feedback.asp'>",
+        Hidden("key", "zorbelquinter"), Hidden("pno", app.gAccountNo), Hidden("errcode", errcode_),
+        Hidden("sentence", sentence_), Hidden("remarks", txtDesc.Text), Hidden("email", email),
+        std::string("</body>"), std::string("</html>")}) {
+    page += line + "\r\n";
+  }
+  return page;
+}
+
+void FrmFeedback::Post(const std::string& page) {
+  webMain.Navigate("about:blank");
+  machine.loop.DoEvents();
+  webMain.Write(page);
+  machine.loop.DoEvents();
+  webMain.SubmitForm(0);
+  machine.loop.DoEvents();
+}
+
+void FrmFeedback::imgClose_Click() {
+  program_.app.gOpenFeedback = false;
+  fade_.Out();
+}

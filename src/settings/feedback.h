@@ -1,0 +1,45 @@
+// Tells the makers what the user thinks of the latest verdict.
+#pragma once
+
+#include <string>
+
+#include "core/program.h"
+#include "core/shell_buttons.h"
+#include "core/window_shell.h"
+#include "platform/web_browser.h"
+
+class FrmFeedback : public Form, public HallWindow {
+ public:
+  explicit FrmFeedback(Program& program);
+
+  Form& AsForm() override { return *this; }
+  void Form_Load() override;
+  void Form_Unload() override;
+  void SetDefaultValue();
+  /// Sends the sentence and the remark, when all is well with them.
+  void OpenWithBrowserForFeedback();
+
+  Label lblSentence{*this, "lblSentence"};
+  TextBox txtDesc{*this, "txtDesc"}, txtEmail{*this, "txtEmail"};
+  ControlArray<OptionButton, 2> optNeedRes{*this, "optNeedRes"};
+  ControlArray<Label, 2> lblNeedRes{*this, "lblNeedRes"};
+  ControlArray<PictureBox, 2> picButtons{*this, "picButtons"}, imgBtnOff{*this, "imgBtnOff"},
+      imgBtnOver{*this, "imgBtnOver"}, imgBtnOn{*this, "imgBtnOn"};
+  WebBrowser webMain{*this, "webMain"}, webServiceMail{*this, "webServiceMail"};
+  PictureBox picEmail{*this, "picEmail"}, imgClose{*this, "imgClose"}, picBG{*this, "picBG"};
+
+ private:
+  void optNeedRes_Click(int index);
+  void picButtons_Click(int index);
+  void imgClose_Click();
+  bool HasNoRemark() const;
+  /// The number of the message that refuses the input, "" when it is well.
+  std::string Refusal(const std::string& email);
+  std::string PostPage(const std::string& email) const;
+  void Post(const std::string& page);
+
+  Program& program_;
+  Fade fade_;
+  ShellButtons shell_;
+  std::string sentence_, errcode_;
+};

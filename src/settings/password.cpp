@@ -1,0 +1,166 @@
+#include "settings/password.h"
+
+#include "core/message.h"
+#include "core/server_access.h"
+#include "core/settings.h"
+#include "core/text_utility.h"
+#include "platform/run_time_error.h"
+
+namespace {
+
+constexpr int kLeastPassword = 4;
+constexpr int kMostPassword = 12;
+
+std::string AskLoginPage(Program& program, const std::string& fields) {
+  if (!IsServerOnline(program)) return std::string(kConnectFailed);
+  try {
+    return PostForm(program, program.app.gServerUrlRoot + "p_getlogin.asp", std::string(kAccessKey) + fields);
+  } catch (const RunTimeError&) {
+    return std::string(kConnectFailed);  // it went away in between
+  }
+}
+
+// What a body of "name=value" pairs cannot hold as it stands.
+std::string Escaped(const std::string& text) {
+  std::string escaped = Replace(text, "%", "%25");
+  escaped = Replace(escaped, "&", "%26");
+  return Replace(escaped, " ", "%20");
+}
+
+}  // namespace
+
+std::string LoginWithPassword(Program& program, const std::string& account, const std::string& password) {
+  return AskLoginPage(
+      program, "&pno=" + CleanAccountNo(account) + "&password=" + password + "&username=&email=&district=");
+}
+
+std::string ApplyForAccount(Program& program, const std::string& userName, const std::string& email,
+                            const std::string& password) {
+  return AskLoginPage(program, "&pno=&password=" + password + "&username=" + Escaped(userName) +
+                                   "&email=" + Escaped(email) + "&district=");
+}
+
+int FilterPasswordKey(int keyAscii, std::string_view caseWord, bool allowBlank) {
+  if (keyAscii == '.' || keyAscii == '_' || (keyAscii == '-' && !allowBlank)) return 0;
+  return FilterKeyAscii(keyAscii, caseWord, allowBlank);
+}
+
+FrmPassword::FrmPassword(Program& program)
+    : Form(program.machine, "frmPassword"), program_(program), fade_(*this), shell_(picBG, imgClose) {
+  shell_.Add(picButtons, imgBtnOff, imgBtnOver, imgBtnOn);
+  picButtons.On(&Control::Click, [this](int index) { picButtons_Click(index); });
+  txtPassword.KeyPress = [this](int& keyAscii) { txtPassword_KeyPress(keyAscii); };
+  lblNewAccount.Click = [this] { ShowApplication(!isApplying_); };
+  imgClose.Click = [this] { picButtons_Click(1); };
+  QueryClose = [this] { picButtons_Click(1); };
+}
+
+void FrmPassword::Form_Load() {
+  program_.app.gOpenPassword = true;
+  Width = picBG.Width;
+  CenterForm(*this);
+  shell_.SetMouseIconHand();
+  lblNewAccount.HandCursor = true;
+  ShowApplication(false);
+  txtPassword.Text = "";
+  fade_.In();
+}
+
+void FrmPassword::Form_Unload() { program_.app.gOpenPassword = false; }
+
+void FrmPassword::closeForm() {
+  program_.app.gOpenPassword = false;
+  fade_.Out();
+}
+
+void FrmPassword::ShowApplication(bool isApplying) {
+  isApplying_ = isApplying;
+  for (Control* control : std::initializer_list<Control*>{&txtUserName, &txtEmail, &lblUserName, &lblEmail}) {
+    control->Visible = isApplying;
+  }
+  FitHeight();
+  lblPara1.Caption = isApplying ? "請設定密碼" : "請輸入密碼";
+  lblNewAccount.Caption = isApplying ? "已經有帳號，輸入密碼登入" : "還沒有帳號？按這裡申請新帳號";
+}
+
+// Without the fields of the application the window is lower by their room.
+void FrmPassword::FitHeight() {
+  constexpr int kApplication = 136 * 15;
+  constexpr int kLinkAbove = 84 * 15;
+  constexpr int kButtonsAbove = 48 * 15;
+  Height = isApplying_ ? picBG.Height() : picBG.Height - kApplication;
+  lblNewAccount.Top = Height - kLinkAbove;
+  for (int i = 0; i < picButtons.Count(); ++i) picButtons(i).Top = Height - kButtonsAbove;
+}
+
+void FrmPassword::txtPassword_KeyPress(int& keyAscii) {
+  if (keyAscii == kKeyEnter) {
+    keyAscii = 0;
+    picButtons_Click(0);
+  } else if (keyAscii == kKeyEscape) {
+    keyAscii = 0;
+    picButtons_Click(1);
+  } else {
+    keyAscii = FilterPasswordKey(keyAscii, "", false);
+  }
+}
+
+void FrmPassword::picButtons_Click(int index) {
+  if (index == 1) return closeForm();
+  const std::string password = Trim(txtPassword.Text());
+  if (Len(password) < kLeastPassword || Len(password) > kMostPassword) {
+    FrmMessage::Ask(program_, "27", 1, "OK", "0");
+    return txtPassword.SetFocus();
+  }
+  if (isApplying_) return Apply(password);
+  Login(password);
+}
+
+void FrmPassword::Login(const std::string& password) {
+  Enabled = false;
+  const std::string reply = LoginWithPassword(program_, program_.app.gAccountNo, password);
+  Enabled = true;
+  if (reply.starts_with("ERR")) return TellRefusal(reply);
+  Accept(password);
+}
+
+void FrmPassword::Apply(const std::string& password) {
+  if (Trim(txtUserName.Text()).empty()) {
+    FrmMessage::Ask(program_, "26", 1, "OK", "0");
+    return txtUserName.SetFocus();
+  }
+  const std::string email = Trim(txtEmail.Text());
+  if (!IsValidEmail(email)) {
+    FrmMessage::Ask(program_, "8", 1, "OK", "0");
+    return txtEmail.SetFocus();
+  }
+  Enabled = false;
+  const std::string reply = ApplyForAccount(program_, Trim(txtUserName.Text()), email, password);
+  Enabled = true;
+  if (!reply.starts_with("OK_")) return TellRefusal(reply);
+  auto& app = program_.app;
+  app.gAccountNo = Trim(Replace(reply, "OK_", ""));
+  WriteSetup(program_, "Pno", app.gAccountNo);
+  WriteSetup(program_, "userPW", password);
+  app.gProgressDetail = "您的新帳號是 " + app.gAccountNo + "，請記下帳號及密碼。";
+  FrmMessage::Ask(program_, "", 0, "OK", "0");
+  Accept(password);
+}
+
+void FrmPassword::TellRefusal(const std::string& reply) {
+  if (reply == kConnectFailed) {
+    FrmMessage::Ask(program_, "1", 1, "OK", "1");
+  } else if (reply == "ERR_NOTFOUND") {
+    FrmMessage::Ask(program_, "31", 1, "OK", "0");
+  } else if (reply == "ERR_WRONG_PASSWORD") {
+    FrmMessage::Ask(program_, "32", 1, "OK", "0");
+  } else if (isApplying_) {
+    FrmMessage::Ask(program_, "52", 1, "OK", "0");  // this server makes no accounts
+  }
+}
+
+void FrmPassword::Accept(const std::string& password) {
+  program_.app.gAccountPassword = password;  // for this run
+  closeForm();
+  program_.hall.frmMain->PassStringToEngine();
+}

@@ -1,0 +1,54 @@
+// Asks for the account's password before the first check of a run, when none is kept; and makes new accounts.
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "core/program.h"
+#include "core/shell_buttons.h"
+#include "core/window_shell.h"
+
+/// Asks the server whether a password is the account's.
+/// @param account may have "-" and blanks in it
+/// @return the server's reply, or "ERR_CONNECT_FAILED"
+std::string LoginWithPassword(Program& program, const std::string& account, const std::string& password);
+/// Asks the server for a new account.
+/// @return "OK_" and its number, the server's refusal, or "ERR_CONNECT_FAILED"
+std::string ApplyForAccount(Program& program, const std::string& userName, const std::string& email,
+                            const std::string& password);
+/// Filters a KeyPress code; 0 swallows the key. Passes letters, digits, Backspace, Enter and paste; "-" and
+/// the blank when they are allowed.
+/// @param caseWord "UPPER", "LOWER", or anything else for letters as they are
+int FilterPasswordKey(int keyAscii, std::string_view caseWord, bool allowBlank);
+
+class FrmPassword : public Form, public HallWindow {
+ public:
+  explicit FrmPassword(Program& program);
+
+  Form& AsForm() override { return *this; }
+  void Form_Load() override;
+  void Form_Unload() override;
+  void closeForm();
+
+  TextBox txtPassword{*this, "txtPassword"}, txtUserName{*this, "txtUserName"}, txtEmail{*this, "txtEmail"};
+  Label lblPara1{*this, "lblPara1"}, lblNewAccount{*this, "lblNewAccount"}, lblUserName{*this, "lblUserName"},
+      lblEmail{*this, "lblEmail"};
+  ControlArray<PictureBox, 2> picButtons{*this, "picButtons"}, imgBtnOff{*this, "imgBtnOff"},
+      imgBtnOver{*this, "imgBtnOver"}, imgBtnOn{*this, "imgBtnOn"};
+  PictureBox imgClose{*this, "imgClose"}, picBG{*this, "picBG"};
+
+ private:
+  void picButtons_Click(int index);
+  void txtPassword_KeyPress(int& keyAscii);
+  void ShowApplication(bool isApplying);
+  void FitHeight();
+  void Login(const std::string& password);
+  void Apply(const std::string& password);
+  void TellRefusal(const std::string& reply);
+  void Accept(const std::string& password);
+
+  Program& program_;
+  Fade fade_;
+  ShellButtons shell_;
+  bool isApplying_ = false;
+};

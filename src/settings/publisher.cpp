@@ -1,0 +1,60 @@
+#include "settings/publisher.h"
+
+#include "core/server_access.h"
+#include "core/settings.h"
+#include "core/text_utility.h"
+#include "core/window_shell.h"
+#include "platform/event_loop.h"
+#include "platform/run_time_error.h"
+#include "platform/window_system.h"
+
+namespace {
+
+constexpr const char* kSetupKey = "publisher";
+
+// A value of setup.set ends at "=".
+std::string AsValue(const std::string& url) { return Replace(url, "=", "%3D"); }
+
+// Address of the news page, "" for none.
+std::string NewsPage(Program& program) {
+  const std::string reply = PostForm(program, program.app.gServerUrlRoot + "p_publisher_news.asp",
+                                     std::string(kAccessKey) + "&softcode=" + program.app.gProductCode);
+  return reply.starts_with("OK_") ? Replace(reply, "OK_", "") : "";
+}
+
+}  // namespace
+
+FrmPublisher::FrmPublisher(Program& program) : Form(program.machine, "frmPublisher"), program_(program) {
+  cmdOK.Click = [this] { cmdOK_Click(); };
+  QueryClose = [this] { cmdOK_Click(); };
+  lblNoshow.Click = [this] { chkNoShow.Value = !chkNoShow.Value(); };
+  picBG.MouseDown = [this](int button) {
+    if (button == kLeftButton) machine.windows.StartDrag(*this);
+  };
+}
+
+void FrmPublisher::Form_Load() {
+  Width = picBG.Width;
+  Height = picBG.Height;
+  CenterForm(*this);
+  lblNoshow.HandCursor = true;
+}
+
+void FrmPublisher::cmdOK_Click() {
+  constexpr int kOffScreen = -20000;
+  if (chkNoShow.Value) WriteSetup(program_, kSetupKey, AsValue(webMain.LocationURL));
+  Left = kOffScreen;
+  machine.loop.DoEvents();
+  Unload();
+}
+
+void ShowPublisherNews(Program& program, Window<FrmPublisher>& frmPublisher) {
+  try {
+    const std::string url = NewsPage(program);
+    if (url.empty() || AsValue(url) == ReadSetup(program, kSetupKey)) return;
+    frmPublisher->webMain.Navigate(url);
+    frmPublisher->ShowModal();
+  } catch (const RunTimeError&) {
+    return;  // news are no reason to stop a start
+  }
+}
