@@ -1,0 +1,243 @@
+#include "checking/local_engine.h"
+
+#include "core/digest.h"
+#include "core/error_report.h"
+#include "platform/run_time_error.h"
+#include "tests/checking/checking_fixture.h"
+
+namespace {
+
+using namespace std::chrono_literals;
+using ::testing::AllOf;
+using ::testing::ElementsAre;
+using ::testing::EndsWith;
+using ::testing::Ge;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+using ::testing::Le;
+using ::testing::SizeIs;
+using ::testing::StartsWith;
+
+constexpr const char* kTimeout = "等待解析引擎的回傳時間過久, 已中斷呼叫, 請再試一次";
+
+class LocalEngineTest : public CheckingTest {
+ protected:
+  LocalEngineTest() { app.gUseWebEngine = false; }
+  /// Half a minute of silence, message 39, and nothing recorded.
+  void ExpectTimeout(const std::string& sentence) {
+    ExpectMessage(kTimeout);
+    const auto before = machine.loop.Elapsed();
+    Enter(sentence);
+    EXPECT_THAT((machine.loop.Elapsed() - before) / 1ms, AllOf(Ge(30'000), Le(32'000)));
+    EXPECT_EQ(app.gVerdict, "STOP");
+    EXPECT_THAT(Recorded(), IsEmpty());
+    EXPECT_THAT(browser.posted, IsEmpty());
+    ExpectIdle(sentence);
+  }
+};
+
+TEST_F(LocalEngineTest, EngineIsStartedOnTheSentence) {
+  std::string registry;
+  UseLocalEngine([&](const ProcessStart& start) {
+    registry = machine.realFiles.Read(app.gRegistryFile);
+    EXPECT_FALSE(Main().Enabled());
+    EXPECT_TRUE(program.frmMessage->IsProgressBox());
+    Engine({{"findMistake", "0"}})(start);
+  });
+  WriteKeys({{"errcode", "OLD"}, {"htm4chk", PagePath()}, {"findMistake", "1"}});
+  const auto before = machine.loop.Elapsed();
+  Enter("He's here.");
+  EXPECT_EQ(machine.loop.Elapsed() - before, 700ms) << "the check ends as soon as the engine does";
+  EXPECT_EQ(
+      registry,
+      "**settings for tolvex=\r\ncol_suggestion=0\r\ncollocationListHtm=\r\nerrcode=0\r\nfindMistake=0\r\n"
+      "qcode=0\r\nsentence=He's here.\r\nhtm4chk=\r\nsynChk=\r\ncoursePath=\r\n");
+  ASSERT_THAT(machine.processes.started, SizeIs(1));
+  const auto& start = machine.processes.started[0];
+  EXPECT_EQ(start.program, app.gEngineDir + "tolvex2.exe");
+  EXPECT_EQ(start.workingFolder, app.gEngineDir);
+  ASSERT_THAT(start.arguments, SizeIs(1));
+  EXPECT_THAT(start.arguments[0], StartsWith("beta,"));
+  EXPECT_THAT(start.arguments[0], SizeIs(5 + 6));
+  EXPECT_FALSE(Main().tmrEngineResponse.Enabled());
+}
+
+TEST_F(LocalEngineTest, PageGoesPackedToTheServerAndIsDeleted) {
+  const std::string page = "<html>本句子沒有發現錯誤</html>";
+  UseLocalEngine(Engine({{"findMistake", "0"}}, page));
+  Enter("He goes.");
+  ASSERT_THAT(browser.posted, SizeIs(1));
+  EXPECT_THAT(browser.posted[0],
+              AllOf(StartsWith("2 <html>"), HasSubstr("action='http://server/p_decode.asp'"),
+                    HasSubstr("name='pno' value='4711'"),
+                    HasSubstr("name='code' value='" + EncodeForServer(page) + "'")));
+  EXPECT_FALSE(machine.realFiles.FileExists(PagePath()));
+}
+
+TEST_F(LocalEngineTest, EngineLeftOverFromBeforeIsKilled) {
+  const int left = machine.processes.Add("tolvex2.exe");
+  machine.processes.Add("other.exe");
+  UseLocalEngine(Engine({{"findMistake", "0"}}));
+  Enter("He goes.");
+  EXPECT_EQ(app.gVerdict, "PASS");
+  EXPECT_THAT(machine.processes.terminated, ElementsAre(left));
+  app.gUseWebEngine = true;
+  machine.processes.Add("tolvex2.exe");
+  machine.http.Route("p_passWebEngine.asp", "OK_0##p.htm");
+  Enter("He goes.");
+  EXPECT_THAT(machine.processes.terminated, SizeIs(1)) << "the web engine kills nobody";
+}
+
+TEST_F(LocalEngineTest, EngineThatAnswersNothingTimesOut) {
+  const auto manyLines = [](int count) {
+    std::string text;
+    for (int i = 0; i < count; ++i) text += "k" + std::to_string(i) + "=v\r\n";
+    return text;
+  };
+  const struct {
+    const char* name;
+    FakeProcesses::Work work;
+  } cases[] = {
+      {"no page", {}},
+      {"keys without a page",
+       [&](const ProcessStart&) {
+         WriteKeys({{"findMistake", "1"}, {"errcode", "A"}});
+       }},
+      {"a page that is not there",
+       [&](const ProcessStart&) {
+         WriteKeys({{"htm4chk", "/nowhere/x.htm"}});
+       }},
+      {"the word for no page",
+       [&](const ProcessStart&) {
+         WriteKeys({{"htm4chk", "nil"}});
+       }},
+      {"a folder for a page",
+       [&](const ProcessStart&) {
+         WriteKeys({{"htm4chk", app.gEngineDir}});
+       }},
+      {"exchange file beyond its bound",
+       [&](const ProcessStart&) { machine.realFiles.Write(app.gRegistryFile, manyLines(150), true); }},
+      {"exchange file deleted", [&](const ProcessStart&) { machine.realFiles.Delete(app.gRegistryFile); }},
+      {"exchange file of garbage",
+       [&](const ProcessStart&) { machine.realFiles.Write(app.gRegistryFile, "\xFF\xFE\0\x80", true); }},
+  };
+  for (const auto& [name, work] : cases) {
+    SCOPED_TRACE(name);
+    UseLocalEngine(work);
+    ExpectTimeout("He goes.");
+  }
+}
+
+TEST_F(LocalEngineTest, HangingEngineIsKilledByTheNextCheck) {
+  app.gUseWebEngine = false;
+  machine.processes.InstallHanging("tolvex2.exe");
+  ExpectTimeout("He goes.");
+  EXPECT_THAT(machine.processes.terminated, IsEmpty()) << "not at the time-out";
+  UseLocalEngine(Engine({{"findMistake", "0"}}));
+  Enter("He goes.");
+  EXPECT_EQ(app.gVerdict, "PASS");
+  EXPECT_THAT(machine.processes.terminated, SizeIs(1));
+}
+
+TEST_F(LocalEngineTest, EngineKilledWhileItWorksLeavesNoRecord) {
+  machine.processes.Install("tolvex2.exe", 5s, Engine({{"findMistake", "0"}}));
+  Timer killer(machine.loop, 2000);
+  killer.onTick = [&] {
+    killer.Enabled = false;
+    for (const auto& process : machine.processes.List()) machine.processes.End(process.id);
+  };
+  killer.Enabled = true;
+  ExpectTimeout("He goes.");
+}
+
+TEST_F(LocalEngineTest, DamagedFirstLineDoesNotHideTheAnswer) {
+  for (const char* first : {"ngs for tolvex=", "xyz", "=", ""}) {
+    SCOPED_TRACE(first);
+    UseLocalEngine([&, first](const ProcessStart& start) {
+      Engine({{"findMistake", "1"}, {"errcode", "A1"}, {"sentence", "He *go*."}})(start);
+      std::string text = machine.realFiles.Read(app.gRegistryFile);
+      text.replace(0, text.find('\r'), first);
+      machine.realFiles.Write(app.gRegistryFile, text, true);
+    });
+    Enter("He go.");
+    EXPECT_EQ(app.gVerdict, "ERRS");
+    EXPECT_EQ(Main().lastAnswer.sentence, "He *go*.");
+  }
+}
+
+TEST_F(LocalEngineTest, EqualsSignInTheSentenceCutsWhatComesBack) {
+  UseLocalEngine([&](const ProcessStart& start) {
+    EXPECT_THAT(machine.realFiles.Read(app.gRegistryFile), HasSubstr("\r\nsentence=a=b=c d\r\n"));
+    Engine({{"findMistake", "1"}, {"errcode", "A1"}})(start);
+  });
+  Enter("a=b=c d");
+  EXPECT_THAT(Recorded(), ElementsAre("err|a|A1|2026-11-05|N|0|0|N", "A1|1"));
+  EXPECT_EQ(Main().txtInput.Text(), "a=b=c d");
+}
+
+TEST_F(LocalEngineTest, MissingEngineIsReportedAndTheWindowComesBack) {
+  machine.loop.onUnhandledError = [this](const std::exception& error) {
+    ReportUnhandledError(program, error);
+  };
+  std::filesystem::remove(app.gEngineDir + "tolvex2.exe");
+  const std::string engineDir = app.gEngineDir;
+  app.gEngineDir = "/somewhere/else/";
+  app.gUseWebEngine = false;
+  ExpectMessage("出現無法預期錯誤");
+  Enter("He goes.");
+  EXPECT_EQ(app.gEngineDir, engineDir) << "set to its place again";
+  EXPECT_THAT(machine.processes.started, IsEmpty());
+  EXPECT_THAT(Recorded(), IsEmpty());
+  ExpectIdle("He goes.");
+}
+
+TEST_F(LocalEngineTest, FailingRecordIsPassedOver) {
+  UseLocalEngine(Engine({{"findMistake", "1"}, {"errcode", "A1"}, {"sentence", "He *go*."}}));
+  Enter("He go.");  // opens the database
+  machine.databases.fault.Reset();
+  machine.databases.fault.FailAt(1);
+  Enter("He go.");
+  EXPECT_EQ(app.gVerdict, "ERRS");
+  EXPECT_EQ(Main().txtInput.SelColor(), kRed);
+  ExpectIdle("He go.");
+  EXPECT_THAT(Recorded(), ElementsAre("err|He *go*.|A1|2026-11-05|N|0|0|N", "A1|2"))
+      << "a row is missing, the tally not";
+}
+
+TEST_F(LocalEngineTest, FailureOfAnyFileStepAfterTheEngineIsPassedOver) {
+  for (int step = 1; step <= 6; ++step) {
+    SCOPED_TRACE(step);
+    UseLocalEngine([&, step](const ProcessStart& start) {
+      Engine({{"findMistake", "0"}})(start);
+      machine.files.fault.Reset();
+      machine.files.fault.FailAt(step);
+    });
+    Enter("He goes.");
+    machine.files.fault.Reset();
+    EXPECT_EQ(app.gVerdict, "PASS");
+    ExpectIdle("He goes.");
+  }
+  EXPECT_THAT(Recorded(), SizeIs(6));
+}
+
+TEST_F(LocalEngineTest, EssaySentenceNeedsNoPage) {
+  app.gEssayMode = true;
+  for (const char* none : {"NIL", "nil", "Nil"}) {
+    UseLocalEngine([&, none](const ProcessStart&) {
+      WriteKeys({{"findMistake", "1"}, {"errcode", "A1"}, {"sentence", "He *go*."}, {"htm4chk", none}});
+    });
+    Main().Show();
+    Main().txtInput.Text = std::string("He go.");
+    app.gVerdict.clear();
+    Main().PassStringToEngine();
+    EXPECT_EQ(app.gVerdict, "ERRS") << none;
+  }
+  EXPECT_THAT(machine.processes.started[0].arguments[0], StartsWith("beta,50"));
+  UseLocalEngine(Engine({{"findMistake", "0"}}));
+  Main().PassStringToEngine();
+  EXPECT_EQ(app.gVerdict, "PASS");
+  EXPECT_THAT(browser.posted, IsEmpty()) << "an essay shows its pages itself";
+  EXPECT_TRUE(machine.realFiles.FileExists(PagePath()));
+}
+
+}  // namespace

@@ -1,0 +1,334 @@
+#include "checking/main_window.h"
+
+#include "platform/run_time_error.h"
+#include "tests/checking/checking_fixture.h"
+
+namespace {
+
+using ::testing::Each;
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+constexpr const char* kPlaceholder = "請在此輸入您的句子（每次一句）輸入完後請按[Enter]開始";
+constexpr Color kAmber = Rgb(255, 204, 0);
+
+class MainWindowTest : public CheckingTest {
+ protected:
+  MainWindowTest() { machine.http.Route("p_passWebEngine.asp", "OK_0##p.htm"); }
+  std::vector<std::string> ShownForms() {
+    std::vector<std::string> names;
+    for (const Form* form : machine.windows.OpenForms()) {
+      if (form->Visible()) names.push_back(form->Name());
+    }
+    return names;
+  }
+};
+
+class FakeWordHelper : public Form, public WordHelper {
+ public:
+  explicit FakeWordHelper(Machine& theMachine) : Form(theMachine, "frmCollocation") {}
+  Form& AsForm() override { return *this; }
+  void SetFreeword(int index, const std::string& text) override { Note("free", index, text); }
+  void SetKeyword(int index, const std::string& text) override { Note("key", index, text); }
+  void SelectTab(int index) override { Note("tab", index, ""); }
+  std::vector<std::string> log;
+
+ private:
+  void Note(const char* what, int index, const std::string& text) {
+    log.push_back(what + std::to_string(index) + " " + text);
+  }
+};
+
+TEST_F(MainWindowTest, PlaceholderGivesWayToTypingForGood) {
+  auto& box = Main().txtInput;
+  Main().Show();
+  EXPECT_EQ(box.Text(), kPlaceholder);
+  EXPECT_EQ(box.FontName() + box.SelFontName(), "標楷體標楷體");
+  EXPECT_EQ(box.SelColor(), kAmber);
+  EXPECT_FALSE(app.gBigTextInput);
+  app.gInputFontSize = 15;
+  machine.user.Focus(box);
+  EXPECT_EQ(box.Text(), "");
+  EXPECT_EQ(box.FontName() + box.SelFontName(), "ArialArial");
+  EXPECT_EQ(box.FontSize(), 15);
+  EXPECT_TRUE(app.gBigTextInput && app.gInputHasFocus);
+  machine.user.Focus(Main().txtFocus);
+  EXPECT_FALSE(app.gInputHasFocus);
+  EXPECT_EQ(box.Text(), "") << "an emptied box keeps the typing style";
+  EXPECT_TRUE(app.gBigTextInput);
+}
+
+TEST_F(MainWindowTest, EssaySentenceStaysWhenTheStyleChanges) {
+  Main().Show();
+  app.gEssayMode = true;
+  Main().txtInput.Text = std::string("He *go*.");
+  Main().SetInputTextStyle(1);
+  EXPECT_EQ(Main().txtInput.Text(), "He *go*.");
+  EXPECT_EQ(Main().txtInput.SelLength(), 8);
+}
+
+TEST_F(MainWindowTest, KeyFilterSwallowsSignsThatAreTypedAlone) {
+  Main().Show();
+  for (TextBox* box : {static_cast<TextBox*>(&Main().txtInput), &Main().oldtxtInput}) {
+    machine.user.Type(*box, "a/@!#%^_&*()\"<>b$+=-;:'?,.~{中");
+    EXPECT_EQ(box->Text(), "ab$+=-;:'?,.~{中");
+  }
+  Enter("(pasted)");
+  EXPECT_EQ(app.gVerdict, "PASS") << "what is pasted passes";
+}
+
+TEST_F(MainWindowTest, EnterOnNothingDoesNothing) {
+  for (const char* blank : {"", "   "}) {
+    Enter(blank);
+    EXPECT_THAT(machine.http.requests, IsEmpty());
+    EXPECT_EQ(NeedSync(), "");
+    EXPECT_FALSE(app.gCheckPending);
+  }
+  Enter("He goes.");
+  EXPECT_TRUE(app.gCheckPending);
+  EXPECT_EQ(Main().txtInput.Text(), "He goes.") << "the key itself is swallowed";
+}
+
+TEST_F(MainWindowTest, EnterInAnEssayGivesTheTextToTheWalk) {
+  Main().Show();
+  app.gEssayMode = true;
+  ExpectMessage("此句子有誤！請您修正後按 [Enter] 繼續解析");
+  Enter("   ");
+  EXPECT_EQ(machine.user.Expected(), 0U);
+  EXPECT_EQ(app.gVerdict, "");
+  Enter("  He goes.  ");
+  EXPECT_EQ(app.gVerdict, "He goes.");
+  EXPECT_THAT(machine.http.requests, IsEmpty());
+}
+
+TEST_F(MainWindowTest, ChineseIsTranslatedInPlace) {
+  FakeWordHelper helper(machine.machine);
+  program.hall.frmCollocation.LeadsTo([&]() -> WordHelper& { return helper; });
+  const struct {
+    const char *typed, *reply, *query, *result;
+  } cases[] = {{"他上學", "OK#He goes to school.", "他上學", "He goes to school."},
+               {"I 每天，上學 go 去", "OK#every day", "每天，上學", "every day"},
+               {"他", "ERR_NOTFOUND", "他", ""},
+               {"他", "", "他", ""}};
+  for (const auto& [typed, reply, query, result] : cases) {
+    machine.http.Route("p_com_translate.asp", reply);
+    Enter(typed);
+    EXPECT_EQ(Main().txtInput.Text(), result);
+    EXPECT_EQ(Main().txtInput.SelStart(), static_cast<int>(std::string(result).size()));
+    EXPECT_EQ(machine.http.Bodies("p_com_translate.asp").back(),
+              std::string("key=zorbelquinter&ls=zh-TW&q=") + query);
+    EXPECT_EQ(app.gLastInput, query);
+    EXPECT_EQ(helper.log.back(), std::string("free0 ") + query);
+    ExpectIdle(result);
+  }
+  EXPECT_THAT(machine.http.Bodies("p_passWebEngine.asp"), IsEmpty()) << "nothing is checked";
+  machine.http.RouteToNowhere("p_all_webengine_get.asp");
+  Enter("他");
+  EXPECT_EQ(Main().txtInput.Text(), "");
+}
+
+TEST_F(MainWindowTest, SelectionGoesIntoTheWordHelper) {
+  FakeWordHelper helper(machine.machine);
+  program.hall.frmCollocation.LeadsTo([&]() -> WordHelper& { return helper; });
+  Main().Show();
+  machine.user.Focus(Main().txtInput);
+  const struct {
+    const char* text;
+    int start, length;
+    const char* action;
+    std::string result;
+    std::vector<std::string> log;
+  } cases[] = {
+      {"a big dog", 1, 5, "CHECK_SELECT_TEXT", "big", {"free1 big", "key0 big", "key1 big", "tab2 "}},
+      {"a big dog", 2, 7, "CHECK_SELECT_TEXT", "big dog", {"free1 big dog", "tab1 "}},
+      {"a big dog", 1, 1, "CHECK_SELECT_TEXT", "", {}},
+      {"a 大 dog", 0, 3, "CHECK_SELECT_TEXT", "", {}},
+      {"a 大狗 dog", 0, 1, "CHECK_CHINESE", "大狗", {"free0 大狗"}},
+      {"a big dog", 0, 9, "CHECK_CHINESE", "", {}},
+      {"a big 狗", 2, 3, "", "狗", {"free1 big", "key0 big", "key1 big", "tab2 ", "free0 狗"}},
+      {"a big dog", 2, 3, "OTHER", "", {}},
+  };
+  for (const auto& [text, start, length, action, result, log] : cases) {
+    SCOPED_TRACE(std::string(text) + action);
+    helper.log.clear();
+    Main().txtInput.Text = text;
+    Main().txtInput.SelStart = start;
+    Main().txtInput.SelLength = length;
+    EXPECT_EQ(Main().CheckInputText(action, text), result);
+    EXPECT_EQ(helper.log, log);
+    EXPECT_EQ(Main().txtInput.SelLength(), 0);
+  }
+}
+
+TEST_F(MainWindowTest, MenuHasItsToolTipsAndHidesTheBreakButton) {
+  Main().Show();
+  std::vector<std::string> tips;
+  for (int i = 0; i < 11; ++i) tips.push_back(Main().imgMenu(i).ToolTipText());
+  EXPECT_THAT(tips, ElementsAre("我的造句", "造句日誌", "造句幫手", "錯誤統計", "短文寫作", "問題回饋",
+                                "系統設定", "使用說明", "結束離開", "清空句子", "中斷批改"));
+  EXPECT_FALSE(Main().imgMenu(10).Visible());
+  EXPECT_TRUE(Main().imgMenu(9).HandCursor() && !Main().imgMenu(10).HandCursor());
+}
+
+TEST_F(MainWindowTest, DoorsThatLeadNowhereSayso) {
+  Main().Show();
+  for (const int index : {0, 1, 2, 3, 4, 6}) {
+    ExpectMessage("抱歉，本版本還沒提供此功能");
+    machine.user.Click(Main().imgMenu(index));
+    EXPECT_EQ(machine.user.Expected(), 0U) << index;
+  }
+}
+
+TEST_F(MainWindowTest, MenuOpensTheWindowsBehindItsDoors) {
+  FakeWindow diary(machine.machine, "frmDiary");
+  FakeWindow setup(machine.machine, "frmSetup");
+  FakeWindow feedback(machine.machine, "frmFeedback");
+  FakeWindow topics(machine.machine, "frmEssayInputEdu");
+  auto& hall = program.hall;
+  hall.frmDiary.LeadsTo([&]() -> HallWindow& { return diary; });
+  hall.frmSetup.LeadsTo([&]() -> HallWindow& { return setup; });
+  hall.frmFeedback.LeadsTo([&]() -> HallWindow& { return feedback; });
+  hall.frmEssayInputEdu.LeadsTo([&]() -> HallWindow& { return topics; });
+  Main().Show();
+  machine.user.Click(Main().imgMenu(1));
+  machine.user.Click(Main().imgMenu(6));
+  machine.user.Click(Main().imgMenu(4));
+  EXPECT_TRUE(diary.Visible() && setup.Visible() && topics.Visible());
+  EXPECT_TRUE(app.gEssayStartRequested);
+  app.gEdition = "XQD";
+  machine.user.Click(Main().imgMenu(4));
+  EXPECT_FALSE(app.gEssayStartRequested);
+  machine.user.Click(Main().imgMenu(7));
+  EXPECT_THAT(browser.visited, ElementsAre("1 http://site/_htmls/MRV_manual.htm"));
+
+  for (const char* none : {"0", ""}) {
+    WriteKeys({{"sentence", none}});
+    ExpectMessage("目前您並沒有執行辨析動作！");
+    machine.user.Click(Main().imgMenu(5));
+    EXPECT_FALSE(feedback.Visible());
+  }
+  WriteKeys({{"sentence", "He go."}});
+  machine.user.Click(Main().imgMenu(5));
+  EXPECT_TRUE(feedback.Visible());
+}
+
+TEST_F(MainWindowTest, LastButtonsEmptyTheBoxAndBreakTheEssay) {
+  Main().Show();
+  machine.user.Type(Main().txtInput, "He go.");
+  machine.user.Focus(Main().txtFocus);
+  machine.user.Click(Main().imgMenu(9));
+  EXPECT_EQ(Main().txtInput.Text(), "");
+  EXPECT_EQ(machine.windows.Focused(), &Main().txtInput);
+  Main().imgMenu_Click(10);
+  EXPECT_EQ(app.gVerdict, "#EDIT_BREAK#");
+  Main().imgMenu_Click(11);
+  Main().imgMenu_Click(-1);
+  machine.user.Click(Main().chkEngineMode);
+  EXPECT_FALSE(app.gUseWebEngine);
+  machine.user.Click(Main().chkEngineMode);
+  EXPECT_TRUE(app.gUseWebEngine);
+}
+
+TEST_F(MainWindowTest, PicturesFollowTheMouse) {
+  Main().Show();
+  auto& main = Main();
+  machine.user.Hover(main.imgMenu(2));
+  EXPECT_EQ(main.imgMenu(2).Picture(), "imgBtnOver_2");
+  machine.user.Hover(main.imgMenu(3));
+  EXPECT_EQ(main.imgMenu(2).Picture(), "imgBtnOff_2");
+  EXPECT_EQ(main.imgMenu(3).Picture(), "imgBtnOver_3");
+  machine.user.Hover(main.picBackground);
+  EXPECT_EQ(main.imgMenu(3).Picture(), "imgBtnOff_3");
+  main.imgMenu(3).MouseDown.Raise(kLeftButton);
+  EXPECT_EQ(main.imgMenu(3).Picture(), "imgBtnOn_3");
+  main.imgMenu(3).MouseUp.Raise(kLeftButton);
+  EXPECT_EQ(main.imgMenu(3).Picture(), "imgBtnOff_3");
+  main.picBackground.MouseDown.Raise(kLeftButton);
+  EXPECT_THAT(machine.windows.drags, ElementsAre(&main));
+  main.picScroll(0).MouseDown.Raise(kLeftButton);
+  EXPECT_EQ(main.picScroll(0).Picture(), "imgScrollOn_0");
+  main.picScroll(0).MouseUp.Raise(kLeftButton);
+  EXPECT_EQ(main.picScroll(0).Picture(), "imgScrollOff_0");
+  main.picScroll(1).MouseUp.Raise(kLeftButton);
+  EXPECT_THAT(machine.windows.sentKeys, ElementsAre("{UP}", "{DOWN}"));
+  EXPECT_EQ(machine.windows.Focused(), &main.txtInput);
+}
+
+TEST_F(MainWindowTest, MenuSlidesOutUnderThePointer) {
+  auto& main = Main();
+  main.imgBackground(0).Width = main.imgBackground(1).Width = 9000;
+  main.imgBackground(0).Height = 600;
+  main.imgBackground(1).Height = 1500;
+  main.Left = 1000;
+  main.Top = 2000;
+  main.ExtendMenu(false);
+  main.Show();
+  const auto at = [&](int x, int y) {
+    machine.windows.cursor = {x, y};
+    machine.loop.Advance(std::chrono::milliseconds{60});
+    machine.loop.DoEvents();
+    return app.gMenuExtended;
+  };
+  machine.user.Focus(main.txtFocus);
+  EXPECT_FALSE(at(0, 0));
+  EXPECT_TRUE(at(1000, 2000));
+  EXPECT_EQ(main.Height(), 1500);
+  EXPECT_EQ(main.picBackground.Picture(), "imgBackground_1");
+  EXPECT_TRUE(at(9999, 3499)) << "the long window counts now";
+  machine.user.Hover(main.imgMenu(0));
+  EXPECT_FALSE(at(10000, 2000));
+  EXPECT_EQ(main.imgMenu(0).Picture(), "imgBtnOff_0");
+  EXPECT_TRUE(at(5000, 2100));
+  machine.user.Focus(main.txtInput);
+  EXPECT_TRUE(at(0, 0)) << "it stays while the user types";
+  machine.user.Focus(main.txtFocus);
+  EXPECT_FALSE(at(0, 0));
+  EXPECT_TRUE(at(5000, 2100));
+  machine.windows.ActiveChanged(nullptr);
+  EXPECT_TRUE(at(0, 0)) << "and it is frozen while another window is active";
+  main.BringToFront();
+  app.gEssayMode = true;
+  EXPECT_FALSE(at(5000, 2100)) << "in an essay it stays short";
+}
+
+TEST_F(MainWindowTest, LoadPlacesTheWindowAndFadesItIn) {
+  app.gAlwaysOnTop = "1";
+  machine.windows.screen = {0, 150, 18000, 12000};
+  Main().Show();
+  EXPECT_TRUE(app.gOpenMain && app.gMainActive && Main().TopMost());
+  EXPECT_EQ(Main().Top() + Main().Height(), 150 + 12000);
+  EXPECT_EQ(Main().Left(), (18000 - Main().Width()) / 2);
+  const auto before = machine.loop.Elapsed();
+  std::vector<int> alphas;
+  const auto watch = Main().Alpha.Watch([&](const int& alpha) { alphas.push_back(alpha); });
+  machine.loop.WaitUntil([this] { return !Main().tmrTransparentForm.Enabled(); });
+  EXPECT_EQ(alphas.back(), 200);
+  EXPECT_EQ(alphas.size(), 20U);
+  EXPECT_LE(machine.loop.Elapsed() - before, std::chrono::milliseconds{200});
+}
+
+TEST_F(MainWindowTest, CampusWindowWithoutALoginGoesAgain) {
+  app.gEdition = "XQD";
+  Main();
+  EXPECT_FALSE(frmMain.IsLoaded());
+  EXPECT_FALSE(app.gOpenMain);
+}
+
+TEST_F(MainWindowTest, LeavingIsAskedForAndFadesToTheEnd) {
+  Main().Show();
+  machine.loop.WaitUntil([this] { return !Main().tmrTransparentForm.Enabled(); });
+  ExpectMessage("您確定要離開本程式嗎?", &FrmMessage::cmdCancel);
+  machine.user.Click(Main().imgMenu(8));
+  EXPECT_TRUE(Main().Enabled());
+  EXPECT_FALSE(Main().tmrTransparentForm.Enabled());
+  Main().DoCloseAppEffect();
+  FrmMessage::ProgressMsgBox(program, "3000", 0, "0");
+  const auto before = machine.loop.Elapsed();
+  EXPECT_THROW(machine.loop.WaitUntil([] { return false; }), ProgramEnd);
+  EXPECT_EQ(machine.loop.Elapsed() - before, std::chrono::milliseconds{200});
+  EXPECT_THAT(machine.windows.OpenForms(), IsEmpty());
+  EXPECT_TRUE(machine.loop.HasEnded());
+  EXPECT_FALSE(app.gOpenMain);
+}
+
+}  // namespace

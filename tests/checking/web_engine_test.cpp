@@ -1,0 +1,261 @@
+#include "checking/web_engine.h"
+
+#include "checking/check_head.h"
+#include "core/error_report.h"
+#include "core/server_access.h"
+#include "platform/run_time_error.h"
+#include "tests/checking/checking_fixture.h"
+
+namespace {
+
+using namespace std::chrono_literals;
+using ::testing::AllOf;
+using ::testing::ElementsAre;
+using ::testing::Ge;
+using ::testing::IsEmpty;
+using ::testing::Le;
+using ::testing::SizeIs;
+
+constexpr const char* kPage = "p_passWebEngine.asp";
+constexpr const char* kTimeout = "等待解析引擎的回傳時間過久, 已中斷呼叫, 請再試一次";
+
+class WebEngineTest : public CheckingTest {
+ protected:
+  void ExpectStop(const std::string& text) {
+    EXPECT_EQ(app.gVerdict, "STOP");
+    EXPECT_THAT(Recorded(), IsEmpty());
+    EXPECT_THAT(browser.visited, IsEmpty());
+    EXPECT_EQ(Main().txtInput.SelColor(), 0U) << "the colour stays";
+    ExpectIdle(text);
+  }
+};
+
+TEST_F(WebEngineTest, RequestHoldsEachField) {
+  machine.http.Route(kPage, "OK_0##p.htm");
+  app.gLastInput = "left over";
+  Enter("I am");
+  ASSERT_THAT(machine.http.Bodies(kPage), SizeIs(1));
+  std::string body = machine.http.Bodies(kPage)[0];
+  const auto code = body.find("&p3=") + 4;
+  const std::string runCode = body.substr(code, 6);
+  body.erase(code, 6);
+  EXPECT_EQ(body,
+            "key=zorbelquinter&pno=4711&pnomd5=b52340b4de4566b804c9880aa0b4af5f"
+            "&checksum=75524e86eb8dcc20eb8fdd070916e390&p1=beta&p2=0&p3=&cidx=0&s=I%20am");
+  const auto pair = [&](std::size_t i) { return std::stoi(runCode.substr(i, 2)); };
+  EXPECT_EQ(pair(4), pair(0) + pair(2));
+  EXPECT_EQ(machine.http.requests.back().url, "http://engine/p_passWebEngine.asp");
+  EXPECT_EQ(app.gLastInput, "");
+  EXPECT_EQ(ReadWriteSetFile(machine.realFiles, app.gRegistryFile, "R", "sentence", ""), "I am");
+}
+
+TEST_F(WebEngineTest, InputIsNormalisedInPlace) {
+  machine.http.Route(kPage, "OK_0##p.htm");
+  const struct {
+    const char *typed, *sent;
+  } cases[] = {{"It’s  a，b．", "It's a,b."}, {"a   b", "a  b"}, {"a    b", "a  b"}, {" a ", " a "}};
+  Main().Show();
+  for (const auto& [typed, sent] : cases) {
+    Main().txtInput.Text = typed;
+    Main().PassStringToEngine();
+    EXPECT_EQ(Main().txtInput.Text(), sent);
+    std::string body = machine.http.Bodies(kPage).back();
+    std::string decoded = body.substr(body.find("&s=") + 3);
+    for (auto at = decoded.find("%20"); at != std::string::npos; at = decoded.find("%20")) {
+      decoded.replace(at, 3, " ");
+    }
+    EXPECT_EQ(decoded, sent);
+  }
+}
+
+TEST_F(WebEngineTest, BadCharactersReachNoEngine) {
+  for (const char* bad : {"He said {ok}.", "a|b", "a~", "Tab\there", "caf\u00E9"}) {
+    app.gVerdict = "before";
+    ExpectMessage("您輸入的內容中含有不正確的字，請檢查");
+    Enter(bad);
+    EXPECT_EQ(app.gVerdict, "before") << bad;
+    EXPECT_EQ(machine.windows.Focused(), &Main().txtInput);
+    EXPECT_THAT(machine.http.requests, IsEmpty());
+    EXPECT_FALSE(machine.realFiles.FileExists(app.gRegistryFile)) << "nothing has been written";
+    ExpectIdle(bad);
+  }
+}
+
+TEST_F(WebEngineTest, RepeatsUntilTheReplyIsOne) {
+  for (const char* nonsense : {"", "ERR_BUSY", "ok_0##x", "<html>OK_0</html>"})
+    machine.http.Queue(kPage, nonsense);
+  machine.http.Route(kPage, "OK_0##p.htm");
+  Enter("He goes.");
+  EXPECT_EQ(app.gVerdict, "PASS");
+  EXPECT_THAT(machine.http.Bodies(kPage), SizeIs(5));
+  EXPECT_EQ(machine.http.Bodies(kPage).front(), machine.http.Bodies(kPage).back()) << "one run code a check";
+}
+
+TEST_F(WebEngineTest, SilenceOfThirtySecondsStopsTheCheck) {
+  const struct {
+    const char* name;
+    std::function<void()> prepare;
+  } cases[] = {
+      {"nonsense", [this] { machine.http.Route(kPage, "<html>nothing</html>"); }},
+      {"publisher gone", [this] { machine.http.RouteToNowhere("p_all_webengine_get.asp"); }},
+  };
+  for (const auto& [name, prepare] : cases) {
+    SCOPED_TRACE(name);
+    prepare();
+    ExpectMessage(kTimeout);
+    const auto before = machine.loop.Elapsed();
+    app.gVerdict = "PASS";
+    Enter("He goes.");
+    EXPECT_THAT((machine.loop.Elapsed() - before) / 1ms, AllOf(Ge(30'000), Le(31'000)));
+    ExpectStop("He goes.");
+    EXPECT_FALSE(Main().tmrEngineResponse.Enabled());
+  }
+  EXPECT_EQ(NeedSync(), "Y") << "Enter itself notes it";
+}
+
+TEST_F(WebEngineTest, StopLeavesNeedSyncToTheOneWhoAsked) {
+  machine.http.Route(kPage, "ERR");
+  Main().Show();
+  Main().txtInput.Text = std::string("He goes.");
+  ExpectMessage(kTimeout);
+  Main().PassStringToEngine();
+  EXPECT_EQ(NeedSync(), "");
+}
+
+TEST_F(WebEngineTest, RefusedAllotmentAsksAndMayEndTheProgram) {
+  machine.http.Route("p_all_webengine_get.asp", "ERR_NONE");
+  ExpectMessage("無法正確配發網路引擎位址", &FrmMessage::cmdCancel);
+  EXPECT_THROW(Enter("He goes."), ProgramEnd);
+}
+
+TEST_F(WebEngineTest, UnknownKindOfAnswerIsRecordedWithNothingKnown) {
+  for (const char* reply : {"OK_7#A1#p.htm#x", "OK_"}) {
+    machine.http.Route(kPage, reply);
+    app.gVerdict = "before";
+    Enter("He goes.");
+    EXPECT_EQ(app.gVerdict, "before") << reply;
+    EXPECT_EQ(browser.visited.back(), "2 http://engine/");
+  }
+  EXPECT_THAT(Recorded(), ElementsAre("err||0|2026-11-05|N|0|0|N", "err||0|2026-11-05|N|0|0|N", "0|2"));
+}
+
+TEST_F(WebEngineTest, PasswordGateComesBeforeTheRequest) {
+  machine.http.Route(kPage, "OK_0##p.htm");
+  app.gAccountPassword.clear();
+  ExpectMessage("密碼有誤，請檢查！");  // there is no prompt yet
+  Enter("He goes.");
+  ExpectStop("He goes.");
+  EXPECT_EQ(app.gAccountNo, "4711") << "the number was taken from the file";
+
+  FakeWindow prompt(machine.machine, "frmPassword");
+  program.hall.frmPassword.LeadsTo([&]() -> HallWindow& { return prompt; });
+  Enter("He goes.");
+  EXPECT_TRUE(prompt.Visible());
+  EXPECT_THAT(machine.http.requests, IsEmpty());
+  ExpectStop("He goes.");
+
+  app.gEdition = "XQD";
+  app.gXqdLoginOk = true;
+  app.gAccountNo = "campus";
+  Enter("He goes.");
+  EXPECT_EQ(app.gVerdict, "PASS");
+  EXPECT_EQ(app.gAccountNo, "campus") << "the other edition has no gate";
+}
+
+TEST_F(WebEngineTest, CheckClearsTheEssayUnlessItBelongsToOne) {
+  machine.http.Route(kPage, "OK_1#A1#p.htm#He *go*.");
+  app.gEssayId = app.gEssayWorkId = app.gEssayQuiz = app.gEssayOriginal = app.gEssaySentence = "x";
+  app.gEssayMode = true;
+  Main().Show();
+  machine.user.Focus(Main().txtInput);
+  Main().txtInput.Text = std::string("He go.");
+  app.gAccountPassword.clear();  // no gate either
+  Main().PassStringToEngine();
+  EXPECT_EQ(app.gVerdict, "ERRS");
+  EXPECT_EQ(app.gEssayId + app.gEssayWorkId + app.gEssayQuiz + app.gEssayOriginal + app.gEssaySentence,
+            "xxxxx");
+  EXPECT_THAT(browser.visited, IsEmpty());
+  EXPECT_EQ(NeedSync(), "");
+  EXPECT_EQ(Main().txtInput.SelColor(), kRed);
+  const std::string body = machine.http.Bodies(kPage).back();
+  EXPECT_EQ(body.substr(body.find("&p3=") + 4, 2), "50");
+
+  app.gEssayMode = false;
+  app.gAccountPassword = "pw";
+  Enter("He go.");
+  EXPECT_EQ(app.gEssayId + app.gEssayWorkId + app.gEssayQuiz + app.gEssayOriginal + app.gEssaySentence, "");
+  EXPECT_EQ(app.gEssaySentenceNo, 1);
+}
+
+TEST_F(WebEngineTest, DetailMessageNamesTheEngine) {
+  app.gDetailMessage = true;
+  std::string shown;
+  machine.http.Route(kPage, [&](const HttpRequest& request) {
+    shown = program.frmMessage->lblMessage.Caption();
+    EXPECT_FALSE(Main().Enabled());
+    EXPECT_TRUE(program.frmMessage->IsProgressBox());
+    return HttpResponse{200, "", "OK_0##p.htm", request.url};
+  });
+  Enter("He goes.");
+  EXPECT_EQ(shown, "\r\n正在分析您的句子中...請稍候....\r\nhttp://engine/");
+}
+
+TEST_F(WebEngineTest, FailingRecordIsReportedAndNothingTypedIsLost) {
+  machine.loop.onUnhandledError = [this](const std::exception& error) {
+    ReportUnhandledError(program, error);
+  };
+  machine.http.Route(kPage, "OK_1#A1#p.htm#He *go*.");
+  Enter("He go.");
+  const auto statements = [&] {
+    machine.databases.fault.Reset();
+    Enter("He go.");
+    return machine.databases.fault.Steps();
+  }();
+  ASSERT_GE(statements, 3) << "a row, a count, a tally";
+  for (int step = 1; step <= statements; ++step) {
+    machine.databases.fault.Reset();
+    machine.databases.fault.FailAt(step);
+    ExpectMessage("出現無法預期錯誤");
+    Enter("He go.");
+    ExpectIdle("He go.");
+  }
+  machine.databases.fault.Reset();
+  Enter("He go.");
+  EXPECT_EQ(app.gVerdict, "ERRS") << "the next check works";
+}
+
+TEST_F(WebEngineTest, TransferThatBreaksAfterTheProbeIsReported) {
+  machine.loop.onUnhandledError = [this](const std::exception& error) {
+    ReportUnhandledError(program, error);
+  };
+  machine.http.RouteToNowhere(kPage);
+  ExpectMessage("出現無法預期錯誤\r\nhttp://engine/p_passWebEngine.asp: no connection");
+  Enter("He goes.");
+  EXPECT_THAT(Recorded(), IsEmpty());
+  ExpectIdle("He goes.");
+}
+
+TEST(RunCode, IsTwoNumbersAndTheirSum) {
+  EXPECT_EQ(RunCode(7, 41), "074148");
+  EXPECT_EQ(RunCode(49, 49), "494998");
+  EXPECT_EQ(RunCode(50, 49), "504999");
+  std::set<int> first;
+  std::set<int> essay;
+  for (int i = 0; i < 3000; ++i) {
+    for (const bool isEssay : {false, true}) {
+      const std::string code = MakeRunCode(isEssay);
+      ASSERT_EQ(code.size(), 6U);
+      const int a = std::stoi(code.substr(0, 2));
+      const int b = std::stoi(code.substr(2, 2));
+      EXPECT_EQ(std::stoi(code.substr(4)), a + b);
+      EXPECT_THAT(b, AllOf(Ge(1), Le(49)));
+      (isEssay ? essay : first).insert(a);
+    }
+  }
+  EXPECT_THAT(essay, ElementsAre(50));
+  EXPECT_GE(first.size(), 40U);
+  EXPECT_THAT(*first.begin(), Ge(1));
+  EXPECT_THAT(*first.rbegin(), Le(49));
+}
+
+}  // namespace
