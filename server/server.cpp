@@ -17,7 +17,7 @@ namespace marovane {
 namespace {
 
 constexpr std::size_t kKeptResults = 1000;
-constexpr std::size_t kLargestBody = 8 << 20;
+constexpr std::size_t kLargestBody = 64 << 20;
 constexpr std::size_t kThreads = 16;
 constexpr int kBacklog = 128;  // callers that may wait for a thread
 constexpr time_t kReadSeconds = 10;
@@ -92,9 +92,10 @@ Server::Server(ServerOptions options, SharedEngine::Load load)
       engine_(std::move(load)),
       settings_(ReadServerSettings(MadeFolder(options_.dataDir) / "server.set")),
       store_(OpenSqliteStore(options_.dataDir / "server.db")),
+      records_(options_.dataDir / "server.db"),
       results_(kKeptResults),
       accounts_(*store_),
-      services_{settings_, engine_, results_, *store_, accounts_},
+      services_{settings_, engine_, results_, *store_, accounts_, records_},
       http_(std::make_unique<httplib::Server>()) {
   settings_.openAccounts = settings_.openAccounts || options_.openAccounts;
   for (const std::string& login : settings_.logins) accounts_.Await(login);
@@ -162,8 +163,9 @@ void Server::OnPost(const httplib::Request& request, httplib::Response& response
 void Server::AnswerPage(const Page& page, const httplib::Request& request, std::string_view body,
                         httplib::Response& response) {
   const std::string host = request.get_header_value("Host");
-  response.set_content(Answer(page, services_, body, IsHost(host) ? RootFor(host) : Root()).body,
-                       kContentType);
+  const auto headers = [&](const std::string& name) { return request.get_header_value(name); };
+  const std::string root = IsHost(host) ? RootFor(host) : Root();
+  response.set_content(Answer(page, services_, body, root, headers).body, kContentType);
 }
 
 void Server::OnGet(const httplib::Request& request, httplib::Response& response) {

@@ -7,6 +7,12 @@ namespace {
 
 constexpr int kBusyMilliseconds = 5000;
 
+std::string ColumnText(sqlite3_stmt* statement, int column) {
+  const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(statement, column));
+  if (text == nullptr) return "";
+  return {text, static_cast<std::size_t>(sqlite3_column_bytes(statement, column))};
+}
+
 }  // namespace
 
 Sqlite::Sqlite(const std::filesystem::path& file) {
@@ -20,6 +26,23 @@ Sqlite::Sqlite(const std::filesystem::path& file) {
 
 void Sqlite::Run(const std::string& sql, const std::vector<std::string>& parameters,
                  const std::function<void(std::string)>& onRow) {
+  Step(sql, parameters, [&](sqlite3_stmt* statement) {
+    if (onRow) onRow(ColumnText(statement, 0));
+  });
+}
+
+void Sqlite::RunRows(const std::string& sql, const std::vector<std::string>& parameters,
+                     const std::function<void(const std::vector<std::string>&)>& onRow) {
+  std::vector<std::string> row;
+  Step(sql, parameters, [&](sqlite3_stmt* statement) {
+    row.resize(static_cast<std::size_t>(sqlite3_column_count(statement)));
+    for (std::size_t i = 0; i < row.size(); ++i) row[i] = ColumnText(statement, static_cast<int>(i));
+    onRow(row);
+  });
+}
+
+void Sqlite::Step(const std::string& sql, const std::vector<std::string>& parameters,
+                  const std::function<void(sqlite3_stmt*)>& onRow) {
   sqlite3_stmt* statement = Prepared(sql);
   for (std::size_t i = 0; i < parameters.size(); ++i) {
     const std::string& text = parameters[i];
@@ -27,10 +50,7 @@ void Sqlite::Run(const std::string& sql, const std::vector<std::string>& paramet
                       SQLITE_TRANSIENT);
   }
   int result = sqlite3_step(statement);
-  for (; result == SQLITE_ROW; result = sqlite3_step(statement)) {
-    const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(statement, 0));
-    if (onRow) onRow(text == nullptr ? "" : text);
-  }
+  for (; result == SQLITE_ROW; result = sqlite3_step(statement)) onRow(statement);
   sqlite3_reset(statement);
   if (result != SQLITE_DONE) Fail();
 }

@@ -4,6 +4,7 @@
 #include <mutex>
 #include <stdexcept>
 
+#include "server/record_tables.h"
 #include "server/sqlite.h"
 #include "server/store.h"
 
@@ -11,7 +12,7 @@ namespace marovane {
 namespace {
 
 /// Step N brings a database of version N to version N + 1. A step that was published is never changed.
-constexpr std::array<const char*, 3> kSchemaSteps = {R"(
+constexpr std::array<const char*, 4> kSchemaSteps = {R"(
     CREATE TABLE account (
       number TEXT PRIMARY KEY,
       password_hash TEXT NOT NULL,
@@ -44,7 +45,8 @@ constexpr std::array<const char*, 3> kSchemaSteps = {R"(
       remarks TEXT NOT NULL,
       email TEXT NOT NULL
     );
-)"};
+)",
+                                                     kRecordTables};
 
 std::size_t SchemaVersion(Sqlite& database) {
   std::size_t version = 0;

@@ -47,6 +47,15 @@ int HexPair(std::string_view digits) {
 
 }  // namespace
 
+bool IsUtf8(std::string_view text) {
+  for (std::size_t at = 0; at < text.size();) {
+    const tolvex::Utf8Character character = tolvex::NextUtf8(text, at);
+    if (!character.valid) return false;
+    at += character.length;
+  }
+  return true;
+}
+
 bool IsCleanText(std::string_view text) {
   for (std::size_t at = 0; at < text.size();) {
     const tolvex::Utf8Character character = tolvex::NextUtf8(text, at);

@@ -9,6 +9,9 @@ namespace marovane {
 /// Well-formed UTF-8 without control characters: what a field of a request may hold.
 bool IsCleanText(std::string_view text);
 
+/// Well-formed UTF-8, whatever its characters.
+bool IsUtf8(std::string_view text);
+
 /// CP950 bytes of a UTF-8 text. A character without a code becomes "?".
 std::string ToBig5(std::string_view utf8);
 

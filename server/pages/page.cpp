@@ -12,8 +12,9 @@ namespace {
 
 constexpr const char* kAccessKey = "zorbelquinter";
 constexpr std::size_t kPackedPageLimit = 8 << 20;
+constexpr std::size_t kRecordsLimit = 64 << 20;
 
-constexpr std::array<Page, 16> kPages = {{
+constexpr std::array<Page, 19> kPages = {{
     {"p_getconn.asp", ServerProbe},
     {"p_all_webengine_get.asp", EngineAddress},
     {"p_passWebEngine_conn.asp", EngineProbe},
@@ -31,6 +32,9 @@ constexpr std::array<Page, 16> kPages = {{
     {"p_getversion.asp", NewestVersion},
     {"p_getusersettings.asp", UserSettings},
     {"p_update_useract.asp", UserAct},
+    {"p_update_err_rec.asp", UpdateRecords, Page::Body::kBrowserForm, kRecordsLimit},
+    {"p_sync_checksum.asp", SyncChecksum},
+    {"p_sync_client_new.asp", SyncClient},
     {"p_publisher_news.asp", PublisherNews},
     {"p_server_get.asp", SchoolServer},
     {"p_feedback.asp", TakeFeedback, Page::Body::kBrowserForm, 1 << 14},
@@ -53,8 +57,9 @@ const Page* FindPage(std::string_view name, Page::Method method) {
   return page == kPages.end() ? nullptr : page;
 }
 
-Reply Answer(const Page& page, Services& services, std::string_view body, const std::string& root) try {
-  const Call call{ReadBody(page, body), root};
+Reply Answer(const Page& page, Services& services, std::string_view body, const std::string& root,
+             const Headers& headers) try {
+  const Call call{ReadBody(page, body), root, headers};
   if (!page.isPublic && call.form.Find("key") != kAccessKey) throw Refusal("ERR_WRONG_KEY");
   return page.answer(services, call);
 } catch (const Refusal& refusal) {

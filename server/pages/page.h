@@ -1,6 +1,7 @@
 // The server's pages: what each one gets, what it may use, and what it gives back.
 #pragma once
 
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -8,6 +9,7 @@
 #include "server/accounts.h"
 #include "server/form.h"
 #include "server/page_store.h"
+#include "server/record_store.h"
 #include "server/settings.h"
 #include "server/shared_engine.h"
 #include "server/store.h"
@@ -21,11 +23,16 @@ struct Services {
   PageStore& results;
   Store& store;
   Accounts& accounts;
+  RecordStore& records;
 };
+
+/// The value of a header of the request by its name, "" for a missing one.
+using Headers = std::function<std::string(const std::string&)>;
 
 struct Call {
   Form form;
   std::string root;  ///< the server's root as the caller sees it, ended by "/"
+  Headers Header;
 };
 
 struct Reply {
@@ -54,7 +61,8 @@ const Page* FindPage(std::string_view name, Page::Method method);
 
 /// Reads the body, tests the access key and has the page answer. Refusals and failures come back as a reply
 /// that begins with "ERR_".
-Reply Answer(const Page& page, Services& services, std::string_view body, const std::string& root);
+Reply Answer(const Page& page, Services& services, std::string_view body, const std::string& root,
+             const Headers& headers);
 
 // The pages, each documented in docs/protocol.md.
 Reply ServerProbe(Services& services, const Call& call);
@@ -73,5 +81,8 @@ Reply SchoolServer(Services& services, const Call& call);
 Reply TakeFeedback(Services& services, const Call& call);
 Reply ServiceMail(Services& services, const Call& call);
 Reply UserAct(Services& services, const Call& call);
+Reply UpdateRecords(Services& services, const Call& call);
+Reply SyncChecksum(Services& services, const Call& call);
+Reply SyncClient(Services& services, const Call& call);
 
 }  // namespace marovane

@@ -1,0 +1,195 @@
+// Upload of records, and their way back to the other computers of the same learner.
+#include <fmt/format.h>
+
+#include <array>
+#include <charconv>
+#include <chrono>
+#include <map>
+
+#include "server/day.h"
+#include "server/digest.h"
+#include "server/pages/page.h"
+#include "server/record_store.h"
+#include "server/text.h"
+#include "server/wire_text.h"
+
+namespace marovane {
+namespace {
+
+constexpr std::size_t kNumberLimit = 64;
+constexpr std::size_t kWordLimit = 64;
+constexpr std::size_t kRowsOfPage = 200;
+constexpr std::size_t kBytesOfPage = 1 << 19;
+constexpr std::string_view kTextSeparator = "<@>";
+
+/// "2026/11/5" as ISO text; nothing when it is no date.
+std::optional<std::string> IsoDay(std::string_view shown) {
+  int year = 0;
+  unsigned month = 0;
+  unsigned day = 0;
+  const char* const end = shown.data() + shown.size();
+  const auto take = [&](const char* from, auto& number) {
+    const auto read = std::from_chars(from, end, number);
+    return read.ec == std::errc{} && (read.ptr == end || *read.ptr == '/') ? read.ptr : nullptr;
+  };
+  const char* at = take(shown.data(), year);
+  if (at != nullptr && at != end) at = take(at + 1, month);
+  if (at != nullptr && at != end) at = take(at + 1, day);
+  using namespace std::chrono;
+  if (at != end || year < 1000 || year > 9999) return std::nullopt;
+  if (!year_month_day{std::chrono::year{year}, std::chrono::month{month}, std::chrono::day{day}}.ok()) {
+    return std::nullopt;
+  }
+  return fmt::format("{:04}-{:02}-{:02}", year, month, day);
+}
+
+/// ISO text as the program shows days.
+std::string ShownDay(const std::string& iso) {
+  const auto part = [&](std::size_t from) { return std::stoi(iso.substr(from, from == 0 ? 4 : 2)); };
+  return fmt::format("{}/{}/{}", part(0), part(5), part(8));
+}
+
+/// A row without a day that can be read is a row of today: better a wrong day than a lost sentence.
+std::string DayOf(const std::string& posted) { return IsoDay(posted).value_or(TodayAsIso()); }
+
+std::array<std::string, 3> EssayTexts(std::string_view joined) {
+  std::array<std::string, 3> texts;
+  for (std::size_t i = 0; i < texts.size(); ++i) {
+    const bool isLast = i + 1 == texts.size();
+    const std::size_t end = isLast ? joined.size() : std::min(joined.find(kTextSeparator), joined.size());
+    texts[i] = PlainText(joined.substr(0, end));
+    joined.remove_prefix(std::min(end + kTextSeparator.size(), joined.size()));
+  }
+  return texts;
+}
+
+/// Unlike other pages this one takes control characters: what a learner has entered is not to be lost.
+std::string Field(const Form& form, const std::string& name) {
+  std::string value = form.Find(name).value_or("");
+  if (!IsUtf8(value)) throw Refusal("ERR_BAD_TEXT");
+  return value;
+}
+
+PostedRow RowOf(const Form& form, const std::string& number) {
+  PostedRow row;
+  const std::string kind = form.Find("k" + number).value_or("");
+  if (kind != "N" && kind != "D") throw Refusal("ERR_UNKNOWN_KIND");
+  row.isDeletion = kind == "D";
+  const std::string err = Field(form, "err" + number);
+  std::string text = Field(form, "s" + number);
+  std::string day = DayOf(Field(form, "d" + number));
+  std::string essayId = Field(form, "es" + number);
+  std::string subId = Field(form, "ess" + number);
+  std::string last = Field(form, "ht" + number);
+  if (err == "essay") {
+    row.kind = RecordKind::kEssay;
+    const auto [quiz, orgEssay, newEssay] = EssayTexts(last);
+    row.columns = {day, essayId, subId, text, quiz, orgEssay, newEssay};
+  } else {
+    row.kind = err.empty() ? RecordKind::kRight : RecordKind::kFaulty;
+    row.columns = {err, text, day, essayId, subId, last};
+  }
+  return row;
+}
+
+/// "3:1 17:2": of the third row one equal row was kept, of the seventeenth two.
+std::map<std::size_t, std::size_t> KeptCounts(std::string_view header) {
+  std::map<std::size_t, std::size_t> counts;
+  const char* at = header.data();
+  const char* const end = at + header.size();
+  std::size_t row = 0;
+  std::size_t count = 0;
+  while (at != end) {
+    auto read = std::from_chars(at, end, row);
+    if (read.ec != std::errc{} || read.ptr == end || *read.ptr != ':') break;
+    read = std::from_chars(read.ptr + 1, end, count);
+    if (read.ec != std::errc{}) break;
+    counts[row] = count;
+    at = read.ptr == end ? end : read.ptr + 1;
+  }
+  return counts;
+}
+
+std::vector<PostedRow> RowsOf(const Call& call) {
+  const auto kept = KeptCounts(call.Header("Marovane-Kept"));
+  std::vector<PostedRow> rows;
+  for (std::size_t n = 1; call.form.Find(fmt::format("k{}", n)); ++n) {
+    rows.push_back(RowOf(call.form, std::to_string(n)));
+    const auto count = kept.find(n);
+    if (count != kept.end()) rows.back().kept = count->second;
+  }
+  return rows;
+}
+
+/// The account; the rows of another one that the learner has named are brought into it first.
+std::string MergedAccount(Services& services, const Form& form) {
+  const std::string account = services.accounts.Known(form.Required("pno", kNumberLimit));
+  const std::string from = CleanAccount(form.Find("frompno").value_or(""));
+  if (!from.empty() && from != account) services.records.Merge(account, services.accounts.Known(from));
+  return account;
+}
+
+bool HasSameRecords(Services& services, const std::string& account, std::string_view header) {
+  constexpr std::size_t kDayLength = 10;
+  if (header.size() < kDayLength + 1) return true;
+  const std::uint64_t digest = services.records.Digest(account, std::string(header.substr(0, kDayLength)));
+  return header.substr(kDayLength + 1) == fmt::format("{:016x}", digest);
+}
+
+RecordKind KindOf(std::string_view stream) {
+  if (stream == "ok") return RecordKind::kRight;
+  if (stream == "err") return RecordKind::kFaulty;
+  if (stream == "essay") return RecordKind::kEssay;
+  throw Refusal("ERR_UNKNOWN_STREAM");
+}
+
+/// The CP950 bytes of a stream's record. An error code that looked like the end of a page is written so that
+/// it does not.
+std::string WireRecord(RecordKind kind, const std::vector<std::string>& row) {
+  const bool isEssay = kind == RecordKind::kEssay;
+  constexpr std::size_t kSentenceDay = 3;
+  const std::size_t dayAt = isEssay ? 1 : kSentenceDay;
+  std::string record;
+  for (std::size_t i = 1; i < row.size(); ++i) {
+    if (i > 1) record += isEssay ? "||" : "#";
+    record += i == dayAt ? ShownDay(row[i]) : WireText(row[i]);
+  }
+  if (record.starts_with("FINISH")) return "'46'" + record.substr(1);
+  if (record.starts_with("LASTID:")) return "'4C'" + record.substr(1);
+  return record;
+}
+
+}  // namespace
+
+Reply UpdateRecords(Services& services, const Call& call) {
+  const auto rows = RowsOf(call);
+  const std::string account = MergedAccount(services, call.form);
+  services.records.TakePost(account, call.Header("Idempotency-Key"), rows);
+  return TextReply("OK_");
+}
+
+Reply SyncChecksum(Services& services, const Call& call) {
+  const std::string account = services.accounts.Known(call.form.Required("regid", kNumberLimit));
+  const std::string checksum = call.form.Required("checksum", kWordLimit);
+  const bool isSame = checksum == SlotMd5(services.records.ChecksumText(account)) &&
+                      HasSameRecords(services, account, call.Header("Marovane-Records"));
+  return TextReply(isSame ? "OK_" : "DIFFERENT");
+}
+
+Reply SyncClient(Services& services, const Call& call) {
+  const RecordKind kind = KindOf(call.form.Required("tp", kWordLimit));
+  const std::string lastId = call.form.Required("lastid", kWordLimit);
+  const std::string account = lastId.empty()
+                                  ? MergedAccount(services, call.form)
+                                  : services.accounts.Known(call.form.Required("pno", kNumberLimit));
+  const auto rows = services.records.Rows(account, kind, lastId, kRowsOfPage);
+  std::string reply;
+  std::size_t written = 0;
+  while (written < rows.size() && reply.size() < kBytesOfPage) {
+    reply += WireRecord(kind, rows[written++]) + std::string(kTextSeparator);
+  }
+  const bool isLast = written == rows.size() && rows.size() < kRowsOfPage;
+  return {reply + (isLast ? "FINISH" : "LASTID:" + rows[written - 1][0])};
+}
+
+}  // namespace marovane

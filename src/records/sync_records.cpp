@@ -1,0 +1,166 @@
+#include "records/sync_records.h"
+
+#include <fmt/format.h>
+
+#include <array>
+
+#include "core/text_utility.h"
+#include "platform/database.h"
+#include "records/record_db.h"
+#include "records/transaction.h"
+
+namespace {
+
+struct TableWords {
+  const char* name;
+  const char* key;
+  const char* newest;   // column that tells the newest row
+  const char* pending;  // columns of a PendingRow
+  const char* digest;   // columns in the server's order
+};
+
+const TableWords& WordsOf(RecordTable table) {
+  static constexpr std::array<TableWords, 3> kWords{
+      {{"oksentence", "sId", "sentence",
+        "sId, upload, '', sentence, sDate, essayId, essaySId, haveHtm, '', '', ''",
+        "'', sentence, sDate, essayId, essaySId, haveHtm"},
+       {"errsentence", "id", "sentence",
+        "id, upload, errcode, sentence, sDate, essayId, essaySId, haveHtm, '', '', ''",
+        "errcode, sentence, sDate, essayId, essaySId, haveHtm"},
+       {"essay", "essayId", "essayId",
+        "essayId, upload, 'essay', finalSet, sDate, essayId, workId, '', quiz, orgEssay, newEssay",
+        "sDate, essayId, workId, finalSet, quiz, orgEssay, newEssay"}}};
+  return kWords[static_cast<std::size_t>(table)];
+}
+
+constexpr std::array kAllTables{RecordTable::kOkSentence, RecordTable::kErrSentence, RecordTable::kEssay};
+
+// FNV-1a with a last mixing step.
+class RowHash {
+ public:
+  void Take(const std::string& field) {
+    for (const char byte : field) Take(static_cast<unsigned char>(byte));
+    Take(static_cast<unsigned char>(0x1F));
+  }
+  std::uint64_t Value() const {
+    const std::uint64_t mixed = (hash_ ^ hash_ >> 33U) * 0xff51afd7ed558ccd;
+    return mixed ^ mixed >> 33U;
+  }
+
+ private:
+  void Take(unsigned char byte) { hash_ = (hash_ ^ byte) * 0x100000001b3; }
+  std::uint64_t hash_ = 0xcbf29ce484222325;
+};
+
+PendingRow RowFrom(const DbRow& row) {
+  return {row.Text(0), row.Text(1), row.Text(2), row.Text(3), row.Text(4), row.Text(5),
+          row.Text(6), row.Text(7), row.Text(8), row.Text(9), row.Text(10)};
+}
+
+}  // namespace
+
+Database& SyncRecords::Db() { return records_.Db(); }
+
+int SyncRecords::CountPending(RecordTable table) {
+  int count = 0;
+  Db().Run(fmt::format("select count(*) from {} where upload = 'N' or upload = 'D'", WordsOf(table).name), {},
+           [&](const DbRow& row) { count = static_cast<int>(row.Number(0)); });
+  return count;
+}
+
+bool SyncRecords::HasPending() {
+  return CountPending(RecordTable::kEssay) > 0 || CountPending(RecordTable::kOkSentence) > 0 ||
+         CountPending(RecordTable::kErrSentence) > 0;
+}
+
+std::vector<PendingRow> SyncRecords::Pending(RecordTable table) {
+  const auto& words = WordsOf(table);
+  std::vector<PendingRow> rows;
+  Db().Run(fmt::format("select {} from {} where upload = 'N' or upload = 'D' order by {}, rowid",
+                       words.pending, words.name, words.key),
+           {}, [&](const DbRow& row) { rows.push_back(RowFrom(row)); });
+  return rows;
+}
+
+int SyncRecords::CountUploadedLike(RecordTable table, const PendingRow& row) {
+  if (table == RecordTable::kEssay) return 0;
+  int count = 0;
+  std::string sql = fmt::format(
+      "select count(*) from {} where upload = 'Y' and sentence = ? and sDate = ? and essayId = ?"
+      " and essaySId = ? and haveHtm = ?",
+      WordsOf(table).name);
+  std::vector<DbValue> parameters{row.text, row.sDate, row.essayId, row.subId, row.haveHtm};
+  if (table == RecordTable::kErrSentence) {
+    sql += " and errcode = ?";
+    parameters.emplace_back(row.err);
+  }
+  Db().Run(sql, parameters, [&](const DbRow& found) { count = static_cast<int>(found.Number(0)); });
+  return count;
+}
+
+void SyncRecords::Settle(RecordTable table, const std::vector<std::string>& newIds,
+                         const std::vector<std::string>& deletedIds) {
+  const auto& words = WordsOf(table);
+  Transaction transaction(Db());
+  for (const auto& id : newIds) {
+    Db().Run(fmt::format("update {} set upload = 'Y' where {} = ? and upload = 'N'", words.name, words.key),
+             {id});
+  }
+  for (const auto& id : deletedIds) {
+    Db().Run(fmt::format("delete from {} where {} = ? and upload = 'D'", words.name, words.key), {id});
+  }
+  transaction.Commit();
+}
+
+std::string SyncRecords::Newest(RecordTable table) {
+  const auto& words = WordsOf(table);
+  std::string newest;
+  Db().Run(fmt::format("select {} from {} order by {} desc limit 1", words.newest, words.name, words.key), {},
+           [&](const DbRow& row) { newest = row.Text(0); });
+  return newest;
+}
+
+std::uint64_t SyncRecords::Digest(Day from) {
+  std::uint64_t sum = 0;
+  for (const RecordTable table : kAllTables) {
+    const auto& words = WordsOf(table);
+    const int columns = table == RecordTable::kEssay ? 7 : 6;
+    Db().Run(fmt::format("select {} from {} where sDate >= ?", words.digest, words.name), {IsoDay(from)},
+             [&](const DbRow& row) {
+               RowHash hash;
+               for (int i = 0; i < columns; ++i) hash.Take(Trim(row.Text(i)));
+               sum += hash.Value();
+             });
+  }
+  return sum;
+}
+
+void SyncRecords::BeginReload() {
+  for (const RecordTable table : kAllTables) {
+    const char* const name = WordsOf(table).name;
+    Db().Run(
+        fmt::format("create temp table if not exists fresh_{0} as select * from main.{0} where 0", name));
+    Db().Run(fmt::format("delete from temp.fresh_{}", name));
+  }
+}
+
+void SyncRecords::AddToReload(RecordTable table, const std::vector<std::string>& columns) {
+  std::vector<DbValue> values;
+  values.reserve(columns.size());
+  for (const auto& column : columns) values.emplace_back(StoredText(column));
+  Db().Run(fmt::format("insert into temp.fresh_{} values (?, ?, ?, ?, ?, ?, ?, ?)", WordsOf(table).name),
+           values);
+}
+
+bool SyncRecords::CommitReload() {
+  Transaction transaction(Db());
+  if (HasPending()) return false;
+  for (const RecordTable table : kAllTables) {
+    const char* const name = WordsOf(table).name;
+    Db().Run(fmt::format("delete from {} where 1=1", name));
+    Db().Run(fmt::format("insert into {0} select * from temp.fresh_{0} order by rowid", name));
+    Db().Run(fmt::format("delete from temp.fresh_{}", name));
+  }
+  transaction.Commit();
+  return true;
+}

@@ -1,0 +1,63 @@
+#include "sync/outbox.h"
+
+#include <fmt/format.h>
+#include <fmt/ranges.h>
+
+#include <algorithm>
+
+#include "core/program.h"
+#include "core/text_utility.h"
+#include "platform/machine.h"
+#include "platform/run_time_error.h"
+#include "records/connection.h"
+
+namespace {
+
+constexpr const char* kEnding = ".post";
+
+std::string TakeLine(std::string& text) {
+  const auto end = text.find('\n');
+  if (end == std::string::npos) throw RunTimeError("a file of the outbox is damaged");
+  std::string line = text.substr(0, end);
+  text.erase(0, end + 1);
+  return line;
+}
+
+}  // namespace
+
+Files::Path Outbox::Folder() const {
+  return Files::Path(ConnectionPath(program_.app.gConnRecords)).parent_path() / "outbox";
+}
+
+std::vector<std::string> Outbox::Names() const {
+  auto names = program_.machine.files.List(Folder());
+  std::erase_if(names, [](const auto& name) { return !name.ends_with(kEnding); });
+  return names;
+}
+
+bool Outbox::IsEmpty() const { return Names().empty(); }
+
+Post Outbox::Read(const std::string& name) const {
+  std::string text = program_.machine.files.Read(Folder() / name);
+  Post post;
+  post.id = TakeLine(text);
+  post.kept = TakeLine(text);
+  post.table = static_cast<RecordTable>(std::clamp(TakeLine(text)[0] - '0', 0, 2));
+  post.newIds = Split(TakeLine(text), " ");
+  post.deletedIds = Split(TakeLine(text), " ");
+  post.body = std::move(text);
+  return post;
+}
+
+std::string Outbox::Keep(const Post& post) {
+  auto& files = program_.machine.files;
+  files.CreateFolder(Folder(), true);
+  const std::string name = MakeRecId(program_.app, program_.machine.loop.Now()) + kEnding;
+  RewriteFile(files, Folder() / name,
+              fmt::format("{}\n{}\n{}\n{}\n{}\n{}", post.id, post.kept, static_cast<int>(post.table),
+                          fmt::join(post.newIds, " "), fmt::join(post.deletedIds, " "), post.body),
+              true);
+  return name;
+}
+
+void Outbox::Remove(const std::string& name) { program_.machine.files.Delete(Folder() / name); }

@@ -1,0 +1,40 @@
+// Posts that may not have arrived yet.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "platform/files.h"
+#include "records/sync_records.h"
+
+struct Program;
+
+/// One upload as it goes out, and the rows that it tells of.
+struct Post {
+  std::string id;    ///< tells it from every other post of the account
+  std::string kept;  ///< "3:1 17:2": of the third row one equal row was kept, of the seventeenth two
+  std::string body;  ///< application/x-www-form-urlencoded, UTF-8
+  RecordTable table = RecordTable::kOkSentence;
+  std::vector<std::string> newIds, deletedIds;  ///< local keys of the rows
+};
+
+/// `outbox/` beside the record database, one file a post. A post is there from before its rows lose their
+/// flags until the server has said that it has it; so whenever the program dies, the file tells the rest.
+/// Every procedure throws RunTimeError when a file cannot be used.
+class Outbox {
+ public:
+  explicit Outbox(Program& program) : program_(program) {}
+
+  bool IsEmpty() const;
+  /// Oldest first.
+  std::vector<std::string> Names() const;
+  Post Read(const std::string& name) const;
+  /// Keeps a post and gives its name.
+  std::string Keep(const Post& post);
+  void Remove(const std::string& name);
+
+ private:
+  Files::Path Folder() const;
+
+  Program& program_;
+};

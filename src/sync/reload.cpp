@@ -1,0 +1,131 @@
+#include "sync/reload.h"
+
+#include <fmt/format.h>
+
+#include <array>
+
+#include "core/places.h"
+#include "core/program.h"
+#include "core/server_access.h"
+#include "core/text_utility.h"
+#include "platform/environment.h"
+#include "platform/files.h"
+#include "platform/machine.h"
+#include "platform/run_time_error.h"
+#include "records/record_db.h"
+#include "sync/requests.h"
+
+namespace {
+
+constexpr std::array<Stream, 3> kStreams{
+    {{"ok", RecordTable::kOkSentence, "#", 6, "(下載正確句造句資料中)", "' 呼叫下載 oksentence 程序"},
+     {"err", RecordTable::kErrSentence, "#", 6, "(下載錯誤句造句資料中)", "' 呼叫下載 errsentence 程序"},
+     {"essay", RecordTable::kEssay, "||", 7, "(下載短文資料中)", "' 呼叫下載 essay 程序"}}};
+
+constexpr const char* kRule = "'=========================================";
+constexpr const char* kLineEnd = "\r\n";
+
+std::string StoredDay(const std::string& told) {
+  std::chrono::year_month_day day{};
+  if (!ParseDate(Trim(told), day)) throw RunTimeError("the server tells a wrong date: " + told.substr(0, 40));
+  return IsoDay(day);
+}
+
+}  // namespace
+
+// The ids of many sentences of one second would not sort. So they tell times of their own, a second for each
+// round of the running number, and all before those of sentences to come.
+Reload::Reload(Program& program, SyncRecords& records, Announce announce)
+    : program_(program),
+      records_(records),
+      announce_(std::move(announce)),
+      idTime_(program.machine.loop.Now() - std::chrono::hours{1}) {}
+
+void Reload::Run() {
+  records_.BeginReload();
+  for (const Stream& stream : kStreams) {
+    announce_(stream.detail);
+    LoadStream(stream);
+  }
+  records_.CommitReload();
+}
+
+void Reload::LoadStream(const Stream& stream) {
+  std::string lastId;
+  while (lastId != "0") {
+    const std::string reply = AskPage(stream, lastId);
+    Log(stream, reply);
+    program_.machine.loop.DoEvents();
+    const StreamPage page = ReadStreamPage(stream, reply);
+    if (!page.nextId) {
+      Pause();
+      continue;
+    }
+    for (const auto& fields : page.records) Add(stream, fields);
+    program_.machine.loop.DoEvents();
+    if (*page.nextId == lastId) throw RunTimeError("the server tells the same page again and again");
+    lastId = *page.nextId;
+  }
+}
+
+std::string Reload::AskPage(const Stream& stream, const std::string& lastId) {
+  const auto& app = program_.app;
+  return PostPage(program_, "p_sync_client_new.asp",
+                  fmt::format("{}&tp={}&pno={}&frompno={}&lastid={}", kAccessKey, stream.tp, app.gAccountNo,
+                              app.gUploadAccountNo, lastId));
+}
+
+// A trace for whoever looks for a fault of the server; without it the records come all the same.
+void Reload::Log(const Stream& stream, const std::string& reply) {
+  auto& files = program_.machine.files;
+  const std::string folder = TraceFolder(program_.machine.environment);
+  std::string text;
+  for (const std::string& line :
+       {std::string(kRule), std::string(stream.title), std::string(kRule), reply, std::string(kRule)}) {
+    text += line + kLineEnd;
+  }
+  try {
+    files.CreateFolder(folder, true);
+    if (stream.table == RecordTable::kOkSentence) {
+      files.Write(folder + "/debug.log", text, true);
+    } else {
+      files.Append(folder + "/debug.log", text);
+    }
+  } catch (const RunTimeError&) {
+    return;
+  }
+}
+
+void Reload::Add(const Stream& stream, const std::vector<std::string>& fields) {
+  switch (stream.table) {
+    case RecordTable::kOkSentence:
+      return records_.AddToReload(stream.table, {NextId(), "N", fields[1], StoredDay(fields[2]), "Y",
+                                                 fields[3], fields[4], fields[5]});
+    case RecordTable::kErrSentence:
+      return records_.AddToReload(stream.table, {NextId(), fields[1], fields[0], StoredDay(fields[2]), "Y",
+                                                 fields[3], fields[4], fields[5]});
+    case RecordTable::kEssay:
+      return records_.AddToReload(stream.table, {fields[1], fields[2], fields[4], fields[5], fields[6], "Y",
+                                                 fields[3], StoredDay(fields[0])});
+  }
+}
+
+std::string Reload::NextId() {
+  const int before = program_.app.gRecSeq;
+  std::string id = MakeRecId(program_.app, idTime_);
+  if (program_.app.gRecSeq > before) return id;
+  idTime_ += std::chrono::seconds{1};
+  program_.app.gRecSeq = 0;
+  return MakeRecId(program_.app, idTime_);
+}
+
+// A server that breaks off does not get better by being asked at once.
+void Reload::Pause() {
+  constexpr int kPause = 1000;
+  auto& loop = program_.machine.loop;
+  Timer clock(loop, kPause);
+  bool isOver = false;
+  clock.onTick = [&isOver] { isOver = true; };
+  clock.Enabled = true;
+  loop.WaitUntil([&isOver] { return isOver; });
+}

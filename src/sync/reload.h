@@ -1,0 +1,35 @@
+// The local records replaced by those of the server.
+#pragma once
+
+#include <functional>
+#include <string>
+
+#include "platform/event_loop.h"
+#include "platform/timer.h"
+#include "sync/stream.h"
+
+struct Program;
+
+/// Collects all three streams beside the present records and then puts them in their place, at once. Until
+/// then nothing has changed, whatever the server says and whenever the program ends.
+class Reload {
+ public:
+  using Announce = std::function<void(const std::string& detail)>;
+
+  Reload(Program& program, SyncRecords& records, Announce announce);
+  /// Throws RunTimeError for a reply that makes no sense; then nothing has changed.
+  void Run();
+
+ private:
+  void LoadStream(const Stream& stream);
+  std::string AskPage(const Stream& stream, const std::string& lastId);
+  void Log(const Stream& stream, const std::string& reply);
+  void Add(const Stream& stream, const std::vector<std::string>& fields);
+  std::string NextId();
+  void Pause();
+
+  Program& program_;
+  SyncRecords& records_;
+  Announce announce_;
+  LocalTime idTime_;  // time that the ids of the sentences tell
+};

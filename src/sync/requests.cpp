@@ -1,0 +1,28 @@
+#include "sync/requests.h"
+
+#include <fmt/format.h>
+
+#include "core/program.h"
+#include "core/server_access.h"
+#include "platform/http.h"
+#include "platform/machine.h"
+#include "platform/run_time_error.h"
+
+std::string PostPage(Program& program, const std::string& page, const std::string& body,
+                     const std::string& contentType, const Headers& headers) {
+  HttpRequest request{.url = program.app.gServerUrlRoot + page, .headers = headers, .body = body};
+  request.headers.emplace_back("Content-Type", contentType);
+  const HttpResponse response = program.machine.http.Send(request);
+  constexpr int kSuccess = 2;
+  if (response.status / 100 != kSuccess) {
+    throw RunTimeError(fmt::format("{}: status {}", request.url, response.status));
+  }
+  return BytesToText(response.body);
+}
+
+std::string PostPage(Program& program, const std::string& page, const std::string& body,
+                     const Headers& headers) {
+  Headers all{{"Content-Type", "application/x-www-form-urlencoded"}};
+  all.insert(all.end(), headers.begin(), headers.end());
+  return PostPage(program, page, body, "text/xml; charset=big5", all);
+}

@@ -1,0 +1,81 @@
+#include "sync/sync_login.h"
+
+#include <fmt/format.h>
+
+#include "core/message.h"
+#include "core/server_access.h"
+#include "core/text_utility.h"
+#include "platform/run_time_error.h"
+
+std::string CheckAccountPassword(Program& program, const std::string& account, const std::string& password) {
+  if (!IsServerOnline(program)) return std::string(kConnectFailed);
+  try {
+    return PostForm(program, program.app.gServerUrlRoot + "p_getauthwithpw.asp",
+                    fmt::format("{}&pno={}&pw={}", kAccessKey, CleanAccountNo(account), password));
+  } catch (const RunTimeError&) {
+    return std::string(kConnectFailed);  // it went away in between
+  }
+}
+
+FrmSyncLogin::FrmSyncLogin(Program& program)
+    : Form(program.machine, "frmSyncLogin"), program_(program), fade_(*this), shell_(picBG, imgClose) {
+  cmdButtons.On(&Control::Click, [this](int index) { cmdButtons_Click(index); });
+  imgClose.Click = [this] { cmdButtons_Click(1); };
+  QueryClose = [this] { cmdButtons_Click(1); };
+}
+
+void FrmSyncLogin::Form_Load() {
+  SetDefaultValue();
+  Width = picBG.Width;
+  Height = picBG.Height;
+  CenterForm(*this);
+  shell_.SetMouseIconHand();
+  fade_.In();
+}
+
+void FrmSyncLogin::SetDefaultValue() {
+  lblMessage(0).Caption = "如果您要匯入前一個帳號的資料到本電腦，請輸入該帳號以及該帳號所使用的密碼";
+  lblS(0).Caption = "要作資料整合的舊帳號密碼";
+  lblS(1).Caption = "帳號";
+  lblS(2).Caption = "密碼";
+  cmdButtons(0).Caption = "確定";
+  cmdButtons(1).Caption = "取消";
+  txtPno.Text = "";
+  txtPass.Text = "";
+}
+
+void FrmSyncLogin::closeForm() { fade_.Out(); }
+
+void FrmSyncLogin::cmdButtons_Click(int index) {
+  if (index == 0) {
+    Accept();
+  } else {
+    program_.app.gMsgResult = "CANCEL";
+    closeForm();
+  }
+}
+
+void FrmSyncLogin::Accept() {
+  const std::string pno = Replace(Trim(txtPno.Text()), "-", "");
+  const std::string reply = CheckAccountPassword(program_, pno, Trim(txtPass.Text()));
+  if (reply.starts_with("ERR")) {
+    TellRefusal(reply);
+  } else if (reply.starts_with("OK")) {
+    program_.app.gUploadAccountNo = pno;
+    Unload();
+    program_.app.gMsgResult = "OK";
+  }
+}
+
+// The window stays for another try. Its opener waits for an answer of its own, so the one to the message must
+// not be left standing.
+void FrmSyncLogin::TellRefusal(const std::string& reply) {
+  if (reply == kConnectFailed) {
+    FrmMessage::Ask(program_, "1", 1, "OK", "1");
+  } else if (reply == "ERR_NOTFOUND") {
+    FrmMessage::Ask(program_, "31", 1, "OK", "0");
+  } else if (reply == "ERR_WRONG_PASSWORD") {
+    FrmMessage::Ask(program_, "32", 1, "OK", "0");
+  }
+  program_.app.gMsgResult.clear();
+}

@@ -1,0 +1,39 @@
+// Asks for an older account of the learner's, whose records are to be brought into the present one.
+#pragma once
+
+#include <string>
+
+#include "core/program.h"
+#include "core/shell_buttons.h"
+#include "core/window_shell.h"
+
+/// Asks the server whether a password is the account's.
+/// @param account may have "-" and blanks in it
+/// @return the server's reply, or "ERR_CONNECT_FAILED"
+std::string CheckAccountPassword(Program& program, const std::string& account, const std::string& password);
+
+/// The answer is in gMsgResult, "OK" or "CANCEL"; after "OK" gUploadAccountNo is the older account.
+class FrmSyncLogin : public Form, public HallWindow {
+ public:
+  explicit FrmSyncLogin(Program& program);
+
+  Form& AsForm() override { return *this; }
+  void Form_Load() override;
+  void closeForm();
+
+  TextBox txtPno{*this, "txtPno"}, txtPass{*this, "txtPass"};
+  ControlArray<CommandButton, 2> cmdButtons{*this, "cmdButtons"};
+  ControlArray<Label, 1> lblMessage{*this, "lblMessage"};
+  ControlArray<Label, 3> lblS{*this, "lblS"};
+  PictureBox imgClose{*this, "imgClose"}, picBG{*this, "picBG"};
+
+ private:
+  void SetDefaultValue();
+  void cmdButtons_Click(int index);
+  void Accept();
+  void TellRefusal(const std::string& reply);
+
+  Program& program_;
+  Fade fade_;
+  ShellButtons shell_;
+};

@@ -1,0 +1,151 @@
+#include "sync/upload.h"
+
+#include <fmt/format.h>
+
+#include <array>
+#include <random>
+
+#include "core/program.h"
+#include "core/text_utility.h"
+#include "platform/event_loop.h"
+#include "platform/machine.h"
+#include "platform/run_time_error.h"
+#include "sync/requests.h"
+
+namespace {
+
+struct UploadStep {
+  RecordTable table;
+  const char* detail;
+};
+constexpr std::array<UploadStep, 3> kSteps{{{RecordTable::kErrSentence, "(upload : errsentence proc)"},
+                                            {RecordTable::kOkSentence, "(upload : oksentence proc)"},
+                                            {RecordTable::kEssay, "(upload : essay proc)"}}};
+
+void Encode(std::string& body, std::string_view text) {
+  constexpr std::string_view kDigits = "0123456789ABCDEF";
+  for (const char sign : text) {
+    const auto byte = static_cast<unsigned char>(sign);
+    const bool isPlain =
+        byte < 0x80 && (std::isalnum(byte) != 0 || sign == '*' || sign == '-' || sign == '.' || sign == '_');
+    if (isPlain) {
+      body += sign;
+    } else if (sign == ' ') {
+      body += '+';
+    } else {
+      body += {'%', kDigits[byte >> 4U], kDigits[byte & 15U]};
+    }
+  }
+}
+
+void AddField(std::string& body, std::string_view name, std::string_view value) {
+  if (!body.empty()) body += '&';
+  Encode(body, name);
+  body += '=';
+  Encode(body, value);
+}
+
+// Days go out as the learner sees them.
+std::string ShownDay(const std::string& stored) {
+  std::chrono::year_month_day day{};
+  return ParseDate(stored, day) ? FormatDateUnpadded(day, "/") : stored;
+}
+
+// The separator of the three texts may stand in one of them.
+std::string EssayText(const std::string& text) { return Replace(Trim(text), "<@>", "'3C'@>"); }
+
+std::string LastField(const PendingRow& row) {
+  if (row.err != "essay") return Trim(row.haveHtm);
+  return EssayText(row.quiz) + "<@>" + EssayText(row.orgEssay) + "<@>" + EssayText(row.newEssay);
+}
+
+void AddRow(std::string& body, const PendingRow& row, std::size_t number) {
+  const std::string n = std::to_string(number);
+  AddField(body, "k" + n, Trim(row.upload));
+  AddField(body, "err" + n, Trim(row.err));
+  AddField(body, "s" + n, Trim(row.text));
+  AddField(body, "d" + n, ShownDay(Trim(row.sDate)));
+  AddField(body, "es" + n, Trim(row.essayId));
+  AddField(body, "ess" + n, Trim(row.subId));
+  AddField(body, "ht" + n, LastField(row));
+}
+
+// No two posts of an account have the same, from whichever computer they come.
+std::string RandomId() {
+  std::random_device random;
+  return fmt::format("{:08x}{:08x}{:08x}{:08x}", random(), random(), random(), random());
+}
+
+// Servers do not know local keys. So that the deletion of one of two equal sentences leaves the other, they
+// are told how many have stayed. Longer lists than a header may hold are cut: only equal rows are in them.
+std::string KeptCounts(SyncRecords& records, RecordTable table, const std::vector<PendingRow>& rows) {
+  constexpr std::size_t kMost = 6000;
+  std::string kept;
+  for (std::size_t i = 0; i < rows.size() && kept.size() < kMost; ++i) {
+    const int count = rows[i].upload == "D" ? records.CountUploadedLike(table, rows[i]) : 0;
+    if (count > 0) kept += fmt::format("{}{}:{}", kept.empty() ? "" : " ", i + 1, count);
+  }
+  return kept;
+}
+
+Post MakePost(Program& program, SyncRecords& records, RecordTable table,
+              const std::vector<PendingRow>& rows) {
+  Post post{RandomId(), KeptCounts(records, table, rows), FormBody(program, rows), table, {}, {}};
+  for (const auto& row : rows) (row.upload == "N" ? post.newIds : post.deletedIds).push_back(row.id);
+  return post;
+}
+
+// The server has a post when it says so. A page of somebody else, such as the login page of a network, does
+// not.
+bool HasArrived(Program& program, const Post& post) {
+  try {
+    Headers headers{{"Idempotency-Key", post.id}};
+    if (!post.kept.empty()) headers.emplace_back("Marovane-Kept", post.kept);
+    return PostPage(program, "p_update_err_rec.asp", post.body,
+                    "application/x-www-form-urlencoded; charset=utf-8", headers)
+        .starts_with("OK");
+  } catch (const RunTimeError&) {
+    return false;
+  }
+}
+
+void SendTable(Program& program, SyncRecords& records, Outbox& outbox, RecordTable table) {
+  const auto rows = records.Pending(table);
+  const Post post = MakePost(program, records, table, rows);
+  const std::string name = outbox.Keep(post);
+  const bool hasArrived = HasArrived(program, post);
+  records.Settle(table, post.newIds, post.deletedIds);
+  if (hasArrived) outbox.Remove(name);
+}
+
+}  // namespace
+
+std::string FormBody(const Program& program, const std::vector<PendingRow>& rows) {
+  const auto& app = program.app;
+  std::string body;
+  AddField(body, "key", "zorbelquinter");
+  AddField(body, "pno", app.gAccountNo);
+  AddField(body, "frompno", app.gUploadAccountNo);
+  AddField(body, "grade", app.gEduBackground);
+  for (std::size_t i = 0; i < rows.size(); ++i) AddRow(body, rows[i], i + 1);
+  return body;
+}
+
+void SettleOutbox(SyncRecords& records, const Outbox& outbox) {
+  for (const auto& name : outbox.Names()) {
+    const Post post = outbox.Read(name);
+    records.Settle(post.table, post.newIds, post.deletedIds);
+  }
+}
+
+void UploadPending(Program& program, SyncRecords& records, Outbox& outbox,
+                   const std::function<void(const std::string&)>& announce) {
+  for (const auto& name : outbox.Names()) {
+    if (HasArrived(program, outbox.Read(name))) outbox.Remove(name);
+  }
+  for (const auto& step : kSteps) {
+    announce(step.detail);
+    if (records.CountPending(step.table) > 0) SendTable(program, records, outbox, step.table);
+    program.machine.loop.DoEvents();
+  }
+}

@@ -1,0 +1,21 @@
+// The upload of what is new or deleted: posts of forms, one a table.
+#pragma once
+
+#include <functional>
+#include <string>
+
+#include "sync/outbox.h"
+
+struct Program;
+
+/// What a browser would send of the form with the fields of these rows.
+std::string FormBody(const Program& program, const std::vector<PendingRow>& rows);
+
+/// Settles the rows of posts that were on their way when the program last ended. Throws RunTimeError.
+void SettleOutbox(SyncRecords& records, const Outbox& outbox);
+
+/// Sends what waits in the outbox, then the pending rows of each table. What does not arrive stays in the
+/// outbox; the rows lose their flags either way. Throws RunTimeError when records or files fail.
+/// @param announce called before each table with the detail for the progress box
+void UploadPending(Program& program, SyncRecords& records, Outbox& outbox,
+                   const std::function<void(const std::string&)>& announce);

@@ -1,0 +1,148 @@
+#include "sync/upload_window.h"
+
+#include <fmt/format.h>
+
+#include <optional>
+
+#include "core/digest.h"
+#include "core/error_report.h"
+#include "core/message.h"
+#include "core/server_access.h"
+#include "core/text_utility.h"
+#include "platform/machine.h"
+#include "platform/run_time_error.h"
+#include "records/record_db.h"
+#include "sync/reload.h"
+#include "sync/requests.h"
+#include "sync/upload.h"
+
+namespace {
+
+constexpr int kOffScreen = -20000;
+constexpr const char* kComparing = "3008";
+constexpr const char* kWorking = "3004";
+
+// The newest sentence without what is not the same on all computers.
+std::string BareSentence(const std::string& stored) {
+  return Replace(Replace(Trim(stored), " ", ""), "’", "");
+}
+
+// What says the same on this computer and on the server: all records since the day of the age cleaning, which
+// takes older ones from this computer alone.
+std::string RecordsHeader(Program& program, SyncRecords& records) {
+  constexpr std::chrono::days kKept{180};
+  constexpr std::chrono::year kUnknown{1899};
+  Day today = program.app.gServerDate;
+  if (today.year() <= kUnknown) today = DayOf(program.machine.loop.Now());
+  const Day from{std::chrono::sys_days{today} - kKept};
+  return fmt::format("{} {:016x}", IsoDay(from), records.Digest(from));
+}
+
+bool IsMerge(const std::string& mode) { return mode != "NOMSG" && mode != "DOWNLOAD" && mode != "UPLOAD"; }
+
+}  // namespace
+
+std::string SyncChecksum(SyncRecords& records) {
+  return Md5Hex(Trim(records.Newest(RecordTable::kEssay)) +
+                BareSentence(records.Newest(RecordTable::kOkSentence)) +
+                BareSentence(records.Newest(RecordTable::kErrSentence)));
+}
+
+FrmUpload::FrmUpload(Program& program, RecordDb& records)
+    : Form(program.machine, "frmUpload"),
+      tmrWait(program.machine.loop, 1000),
+      tmrSyncMessageWait(program.machine.loop, 1000),
+      program_(program),
+      records_(records),
+      outbox_(program) {
+  tmrWait.onTick = [this] { ++program_.app.gRetryCount; };
+  tmrSyncMessageWait.onTick = [this] { tmrSyncMessageWait_Timer(); };
+}
+
+void FrmUpload::Form_Load() { Left = kOffScreen; }
+
+// A failure of records or server ends the work but not the flow that has asked for it: a program must start
+// without either.
+void FrmUpload::SyncProgress(const std::string& mode) {
+  const EventLoop::HandlerScope scope(machine.loop);
+  Form& frmMain = program_.hall.frmMain->AsForm();
+  const int left = frmMain.Left;
+  frmMain.Left = kOffScreen;
+  Left = kOffScreen;
+  frmMain.Enabled = false;
+  std::optional<RunTimeError> failure;
+  try {
+    ShowProgress(kComparing, "");
+    Synchronise(mode);
+  } catch (const RunTimeError& error) {
+    failure = error;
+  }
+  program_.frmMessage->closeForm();
+  machine.loop.DoEvents();
+  frmMain.Left = left;
+  if (failure) ReportUnhandledError(program_, *failure);
+  if (IsMerge(mode)) {
+    tmrSyncMessageWaitTag = mode;
+    tmrSyncMessageWait.Enabled = true;
+  }
+  frmMain.Enabled = true;
+  program_.app.gUploadFinished = true;
+  Unload();
+}
+
+void FrmUpload::Synchronise(const std::string& mode) {
+  SettleOutbox(records_, outbox_);
+  const bool pending = records_.HasPending() || !outbox_.IsEmpty();
+  bool same = false;
+  CompareSyncChecksum(same);
+  if (same && !pending) return;
+  ShowProgress(kWorking, "");
+  program_.app.gUploadFinished = false;
+  if (mode != "DOWNLOAD" && IsServerOnline(program_)) {
+    UploadPending(program_, records_, outbox_, [this](const std::string& detail) { ShowDetail(detail); });
+  }
+  ShowProgress(kComparing, "");
+  CompareSyncChecksum(same);
+  if (!same && mode != "UPLOAD" && IsServerOnline(program_)) ReloadRecords();
+}
+
+void FrmUpload::CompareSyncChecksum(bool& result) {
+  const std::string digest = SyncChecksum(records_);
+  const Headers headers{{"Marovane-Records", RecordsHeader(program_, records_)}};
+  try {
+    result =
+        PostPage(program_, "p_sync_checksum.asp",
+                 fmt::format("{}&regid={}&checksum={}", kAccessKey, program_.app.gAccountNo, digest), headers)
+            .starts_with("OK");
+  } catch (const RunTimeError&) {
+    result = false;
+  }
+}
+
+// What has not reached the server would be missing in what it tells.
+void FrmUpload::ReloadRecords() {
+  if (records_.HasPending() || !outbox_.IsEmpty()) return;
+  for (const char* const table : {"errsentence", "oksentence", "essay"}) {
+    ShowDetail(fmt::format("(delete : local {} record proc)", table));
+    machine.loop.DoEvents();
+  }
+  Reload(program_, records_, [this](const std::string& detail) { ShowProgress(kWorking, detail); }).Run();
+}
+
+void FrmUpload::ShowProgress(const char* msgId, const std::string& detail) {
+  program_.app.gProgressDetail = detail;
+  FrmMessage::ProgressMsgBox(program_, msgId, 0, "0");
+  machine.loop.DoEvents();
+}
+
+void FrmUpload::ShowDetail(const std::string& detail) {
+  if (program_.app.gDetailMessage) ShowProgress(kWorking, detail);
+}
+
+// Stays although a merge ends without it: the window goes before the first tick.
+void FrmUpload::tmrSyncMessageWait_Timer() {
+  tmrSyncMessageWait.Enabled = false;
+  if (tmrSyncMessageWaitTag.empty()) FrmMessage::MessageBox(program_, "50", 0, "OK", "4");
+  program_.hall.frmMain->AsForm().Enabled = true;
+  Unload();
+}

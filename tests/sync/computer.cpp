@@ -1,0 +1,87 @@
+#include "tests/sync/computer.h"
+
+RunningProgram::RunningProgram(TestMachine& machine, const std::filesystem::path& recordsPath)
+    : program(machine.machine, {}), frmMain(machine.machine) {
+  auto& app = program.app;
+  app.gEdition = "MRV";
+  app.gTempDir = (machine.home / "tmp").string();
+  app.gSetupFile = app.gTempDir + "/marovane/setup.set";
+  app.gServerUrlRoot = "http://server/";
+  app.gAccountNo = SyncServer::kAccount;
+  app.gEduBackground = "u2";
+  app.gConnRecords = "Data Source=" + recordsPath.string() + ";";
+  frmMain.Left = 4711;
+  program.hall.frmMain.LeadsTo([this]() -> MainWindow& { return frmMain; });
+  program.hall.frmUpload.LeadsTo([this]() -> UploadRun& { return *frmUpload; });
+}
+
+Computer::Computer(FakeHttp::Answer answer) {
+  CreateRecords(machine.realDatabases, recordsPath);
+  machine.http.Route("", std::move(answer));
+  Start();
+}
+
+void Computer::Die() {
+  running.reset();
+  machine.databases.fault.Reset();
+  machine.files.fault.Reset();
+  machine.http.fault.Reset();
+}
+
+void Computer::AddOk(const std::string& sentence, const std::string& essayId) {
+  Records().InsertOkSentence({.sId = NewId(), .sentence = sentence, .sDate = Today(), .essayId = essayId});
+}
+
+void Computer::AddErr(const std::string& sentence, const std::string& errcode) {
+  Records().InsertErrSentence({.id = NewId(), .sentence = sentence, .errcode = errcode, .sDate = Today()});
+}
+
+std::string Computer::AddEssay(const std::string& text) {
+  const std::string id = NewId();
+  EssayRecords(Records()).InsertEssay({.essayId = id,
+                                       .workId = id + "1",
+                                       .quiz = "我的短文",
+                                       .orgEssay = text,
+                                       .newEssay = text,
+                                       .sDate = Today()});
+  return id;
+}
+
+bool Computer::Sync(const std::string& mode, const std::string& uploadAccount) {
+  App().gUploadAccountNo = uploadAccount;
+  App().gUploadFinished = false;
+  try {
+    running->program.hall.frmUpload->SyncProgress(mode);
+  } catch (const Killed&) {
+    return false;
+  }
+  return true;
+}
+
+std::vector<std::string> Computer::Query(const std::string& sql, int columns) {
+  return Rows(machine.realDatabases, recordsPath, sql, columns);
+}
+
+std::multiset<std::string> Computer::Contents() {
+  std::multiset<std::string> all;
+  for (const char* const sql :
+       {"select '', sentence, sDate, essayId, essaySId, haveHtm, '' from oksentence",
+        "select errcode, sentence, sDate, essayId, essaySId, haveHtm, '' from errsentence",
+        "select sDate, essayId, workId, finalSet, quiz, orgEssay, newEssay from essay"}) {
+    const auto rows = Query(sql, 7);
+    all.insert(rows.begin(), rows.end());
+  }
+  return all;
+}
+
+std::multiset<std::string> Contents(const SyncServer& server) {
+  std::multiset<std::string> all;
+  const std::string account = std::string(" where account = '") + SyncServer::kAccount + "'";
+  for (const std::string sql :
+       {"select errcode, sentence, day, essay_id, essay_s_id, have_htm, '' from sentence",
+        "select day, essay_id, work_id, final_set, quiz, org_essay, new_essay from essay"}) {
+    const auto rows = server.Query(sql + account);
+    all.insert(rows.begin(), rows.end());
+  }
+  return all;
+}

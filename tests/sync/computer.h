@@ -1,0 +1,62 @@
+// One of a learner's computers: a program with its records and its upload window.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <set>
+#include <string>
+
+#include "core/message.h"
+#include "core/program.h"
+#include "core/text_utility.h"
+#include "platform/window.h"
+#include "records/essay_records.h"
+#include "records/record_db.h"
+#include "sync/upload_window.h"
+#include "tests/core/core_fixture.h"
+#include "tests/records/record_store.h"
+#include "tests/sync/sync_server.h"
+
+/// All that a program holds, and that is gone when it dies.
+struct RunningProgram {
+  RunningProgram(TestMachine& machine, const std::filesystem::path& recordsPath);
+
+  Program program;
+  RecordDb records{program};
+  FakeMain frmMain;
+  Window<FrmUpload> frmUpload{[this] { return std::make_shared<FrmUpload>(program, records); }};
+};
+
+class Computer {
+ public:
+  /// @param answer what answers its requests
+  explicit Computer(FakeHttp::Answer answer);
+
+  void Start() { running = std::make_unique<RunningProgram>(machine, recordsPath); }
+  /// Ends the program as a kill does: nothing more is written.
+  void Die();
+  AppState& App() { return running->program.app; }
+  RecordDb& Records() { return running->records; }
+
+  void AddOk(const std::string& sentence, const std::string& essayId = "0");
+  void AddErr(const std::string& sentence, const std::string& errcode);
+  std::string AddEssay(const std::string& text);
+  /// Runs a synchronisation as the callers do. False when the program was killed in it.
+  bool Sync(const std::string& mode, const std::string& uploadAccount = SyncServer::kAccount);
+
+  /// Rows of a statement on the record database.
+  std::vector<std::string> Query(const std::string& sql, int columns);
+  /// All rows without local keys and flags, sorted.
+  std::multiset<std::string> Contents();
+
+  TestMachine machine;
+  std::filesystem::path recordsPath = machine.home / "tmp" / "marovane" / "Marovane.mdb";
+  std::unique_ptr<RunningProgram> running;
+
+ private:
+  std::chrono::year_month_day Today() const { return DayOf(machine.loop.Now()); }
+  std::string NewId() { return MakeRecId(App(), machine.loop.Now()); }
+};
+
+/// The same of the server.
+std::multiset<std::string> Contents(const SyncServer& server);
