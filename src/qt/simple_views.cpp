@@ -1,6 +1,6 @@
 #include "qt/simple_views.h"
 
-#include <QButtonGroup>
+#include <QFocusEvent>
 #include <QPainter>
 
 #include "platform/form.h"
@@ -124,6 +124,10 @@ QString PictureView::Problem() const {
 }
 
 bool PictureView::Handle(QEvent* event) {
+  if (event->type() == QEvent::FocusIn) {
+    const Qt::FocusReason reason = static_cast<QFocusEvent*>(event)->reason();
+    hasRing_ = reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason;
+  }
   if (event->type() != QEvent::Paint) return false;
   Paint();
   return true;
@@ -138,7 +142,7 @@ void PictureView::Paint() {
       form_.Windows().Pictures().Find(Text(form_.Model().Name()), Text(box_.Picture));
   if (picture != nullptr) picture->drawing.render(&painter, room);
   if (isButton) PaintCaption(painter, picture != nullptr ? picture->ink : PaintButton(painter));
-  if (!Widget().hasFocus()) return;
+  if (!hasRing_ || !Widget().hasFocus()) return;
   painter.setPen(QPen(kAmber, 1.5));
   painter.setBrush(Qt::NoBrush);
   painter.drawRoundedRect(room.adjusted(1.5, 1.5, -1.5, -1.5), 6, 6);

@@ -65,6 +65,7 @@ class PictureView : public ControlView {
   QColor PaintButton(QPainter& painter) const;
 
   PictureBox& box_;
+  bool hasRing_ = false;  // it has the focus, and got it by the keyboard
 };
 
 class ListView : public ControlView {

@@ -44,7 +44,11 @@ class WindowFrame : public QWidget {
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
-  QMargins Margins() const { return {margin_, margin_ + titleHeight_, margin_, margin_}; }
+  /// Around the content. Below a title bar of the frame the content leaves its thin edge free.
+  QMargins Margins() const {
+    const int edge = titleHeight_ > 0 ? 1 : 0;
+    return {margin_ + edge, margin_ + titleHeight_, margin_ + edge, margin_ + edge};
+  }
   QRect Face() const { return rect().adjusted(margin_, margin_, -margin_, -margin_); }
   void AddTitleBar();
   Qt::Edges EdgesAt(const QPoint& position) const;
