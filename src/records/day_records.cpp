@@ -29,6 +29,9 @@ std::string JsonOf(const std::vector<Day>& days) {
   return json.empty() ? "[]" : json + "\"]";
 }
 
+// The signs keep the database from searching by the essay: nearly all sentences are outside of any.
+constexpr const char* kOutsideEssays = "(+essayId = '0' or +essayId = '')";
+
 std::vector<ListedSentence> Sentences(Database& db, const std::string& select, const std::vector<Day>& days) {
   std::vector<ListedSentence> sentences;
   const auto take = [&](const DbRow& row) { sentences.push_back({row.Text(0), row.Text(1)}); };
@@ -89,24 +92,23 @@ std::vector<DayCount> DayRecords::ErrDays() {
 
 int DayRecords::CountOk(Day day) {
   return Count(records_.Db(),
-               "select count(*) from oksentence where sDate = ? and (essayId = '0' or essayId = '')", day);
+               std::string("select count(*) from oksentence where sDate = ? and ") + kOutsideEssays, day);
 }
 
 int DayRecords::CountErr(Day day) {
   return Count(records_.Db(),
-               "select count(*) from errsentence where sDate = ? and (essayId = '0' or essayId = '')", day);
+               std::string("select count(*) from errsentence where sDate = ? and ") + kOutsideEssays, day);
 }
 
 std::vector<ListedSentence> DayRecords::OkSentences(const std::vector<Day>& days) {
-  return Sentences(records_.Db(),
-                   "select sId, sentence from oksentence where upload <> 'D' and "
-                   "(essayId = '0' or essayId = '')",
-                   days);
+  return Sentences(
+      records_.Db(),
+      std::string("select sId, sentence from oksentence where upload <> 'D' and ") + kOutsideEssays, days);
 }
 
 std::vector<ListedSentence> DayRecords::ErrSentences(const std::vector<Day>& days) {
-  return Sentences(records_.Db(),
-                   "select id, sentence from errsentence where (essayId = '0' or essayId = '')", days);
+  return Sentences(records_.Db(), std::string("select id, sentence from errsentence where ") + kOutsideEssays,
+                   days);
 }
 
 void DayRecords::DeleteDays(const std::vector<Day>& days) {

@@ -1,6 +1,7 @@
 #include "views/day_sentences_page.h"
 
-#include <fmt/format.h>
+#include <initializer_list>
+#include <string_view>
 
 #include "core/text_utility.h"
 #include "records/record_db.h"
@@ -10,27 +11,48 @@ namespace {
 
 // What differs between the rows of the two tables.
 struct RowStyle {
-  char quote;
+  std::string_view quote;
   std::string_view repeatedAlign;
 };
-constexpr RowStyle kOkRow{'"', " valign='top'"};
-constexpr RowStyle kErrRow{'\'', ""};
+constexpr RowStyle kOkRow{"\"", " valign='top'"};
+constexpr RowStyle kErrRow{"'", ""};
+
+// Plain pieces, for there may be very many rows.
+void Append(std::string& page, std::initializer_list<std::string_view> pieces) {
+  for (const auto piece : pieces) page.append(piece);
+}
 
 void AppendRow(std::string& page, int row, const std::string& id, const std::string& sentence,
                const RowStyle& style) {
-  fmt::format_to(std::back_inserter(page),
-                 "<input type='HIDDEN' name='rec{0}' id='rec{0}' value={3}{2}{3}>\r\n"
-                 "<tr style='font-family: Arial; font-size: 15px; color: #FFCC00'>\r\n"
-                 "<td valign='top' height='30' width='10%' align='center'{4}>"
-                 "<input type='checkbox' name='chk{0}' id='chk{0}' value='{1}'></td>\r\n"
-                 "<td valign='top' height='30' width='90%' align='left'{4}>"
-                 "<a style='text-decoration: none; color:#FFFFFF;' href='javascript:;' "
-                 "ondblclick=\"javascript:document.getElementById('chk{0}').checked = true; "
-                 "document.location.href='cmd:passEngine';\">"
-                 "<font style='color:#FFFFFF;' onmouseover=\"javascript:this.style.color='#FFFF00';\" "
-                 "onmouseout=\"javascript:this.style.color='#FFFFFF';\">{2}</font></a></td>\r\n"
-                 "</tr>\r\n",
-                 row, id, HtmlText(sentence), style.quote, style.repeatedAlign);
+  const std::string n = std::to_string(row);
+  const std::string text = HtmlText(sentence);
+  Append(page, {"<input type='HIDDEN' name='rec",
+                n,
+                "' id='rec",
+                n,
+                "' value=",
+                style.quote,
+                text,
+                style.quote,
+                ">\r\n<tr style='font-family: Arial; font-size: 15px; color: #FFCC00'>\r\n"
+                "<td valign='top' height='30' width='10%' align='center'",
+                style.repeatedAlign,
+                "><input type='checkbox' name='chk",
+                n,
+                "' id='chk",
+                n,
+                "' value='",
+                id,
+                "'></td>\r\n<td valign='top' height='30' width='90%' align='left'",
+                style.repeatedAlign,
+                "><a style='text-decoration: none; color:#FFFFFF;' href='javascript:;' "
+                "ondblclick=\"javascript:document.getElementById('chk",
+                n,
+                "').checked = true; document.location.href='cmd:passEngine';\">"
+                "<font style='color:#FFFFFF;' onmouseover=\"javascript:this.style.color='#FFFF00';\" "
+                "onmouseout=\"javascript:this.style.color='#FFFFFF';\">",
+                text,
+                "</font></a></td>\r\n</tr>\r\n"});
 }
 
 }  // namespace
