@@ -2,6 +2,7 @@
 
 #include "core/error_report.h"
 #include "core/provisioning.h"
+#include "core/version_check.h"
 
 namespace {
 
@@ -34,7 +35,14 @@ Composition::Composition(Machine& machine, InstallationValues installation)
       frmBindSelect(Make<FrmBindSelect>(program)),
       frmSentences(Make<FrmSentences>(program, records, frmBindSelect)),
       frmDiary(Make<FrmDiary>(program, records, errList)),
-      frmErrList(Make<FrmErrList>(program, records, errList)) {
+      frmErrList(Make<FrmErrList>(program, records, errList)),
+      frmUpload(Make<FrmUpload>(program, records)),
+      frmSyncLogin(Make<FrmSyncLogin>(program)),
+      frmSetup(Make<FrmSetup>(program)),
+      frmPassword(Make<FrmPassword>(program)),
+      frmFeedback(Make<FrmFeedback>(program)),
+      frmPublisher(Make<FrmPublisher>(program)),
+      frmXQDLogin(Make<FrmXQDLogin>(program)) {
   auto& hall = program.hall;
   hall.frmMain.LeadsTo([this]() -> MainWindow& { return *frmMain; });
   hall.frmBrowser.LeadsTo([this]() -> Browser& { return *frmBrowser; });
@@ -47,6 +55,15 @@ Composition::Composition(Machine& machine, InstallationValues installation)
   hall.frmErrList.LeadsTo([this]() -> ErrorStatistics& { return *frmErrList; });
   hall.frmEssay.LeadsTo([this]() -> Essay& { return essay; });
   hall.frmEssayInputEdu.LeadsTo([this]() -> HallWindow& { return StartOwnEssay(essay); });
+  hall.frmSetup.LeadsTo([this]() -> HallWindow& { return *frmSetup; });
+  hall.frmPassword.LeadsTo([this]() -> HallWindow& { return *frmPassword; });
+  hall.frmFeedback.LeadsTo([this]() -> HallWindow& { return *frmFeedback; });
+  hall.frmXQDLogin.LeadsTo([this]() -> HallWindow& { return *frmXQDLogin; });
+  hall.checkDatabaseBuild = [this] { CheckDatabaseBuild(program); };
+  hall.refreshUpdater = [this] { RefreshUpdater(program); };
+  hall.checkVersion = [this] { CheckVersion(program); };
+  hall.frmUpload.LeadsTo([this]() -> UploadRun& { return *frmUpload; });
+  hall.frmSyncLogin.LeadsTo([this]() -> HallWindow& { return *frmSyncLogin; });
   hall.unpackDataFiles = [this] { UnpackDataFiles(program); };
   hall.warmUpErrListDb = [this] { WarmUpErrListDb(program); };
   machine.loop.onUnhandledError = [this](const std::exception& error) {

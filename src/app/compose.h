@@ -12,6 +12,13 @@
 #include "essay/room.h"
 #include "records/err_list_db.h"
 #include "records/record_db.h"
+#include "settings/campus_login.h"
+#include "settings/feedback.h"
+#include "settings/password.h"
+#include "settings/publisher.h"
+#include "settings/setup.h"
+#include "sync/sync_login.h"
+#include "sync/upload_window.h"
 #include "views/day_sentences.h"
 #include "views/diary.h"
 #include "views/error_statistics.h"
@@ -37,4 +44,11 @@ struct Composition {
   Window<FrmSentences> frmSentences;
   Window<FrmDiary> frmDiary;
   Window<FrmErrList> frmErrList;
+  Window<FrmUpload> frmUpload;
+  Window<FrmSyncLogin> frmSyncLogin;
+  Window<FrmSetup> frmSetup;
+  Window<FrmPassword> frmPassword;
+  Window<FrmFeedback> frmFeedback;
+  Window<FrmPublisher> frmPublisher;
+  Window<FrmXQDLogin> frmXQDLogin;
 };

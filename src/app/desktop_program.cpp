@@ -12,6 +12,9 @@ DesktopProgram::DesktopProgram(const std::string& edition)
   if (lock_.IsHeld()) server_ = StartEmbeddedServer(host_.machine, installation);
   rooms_ = std::make_unique<Composition>(host_.machine, installation);
   rooms_->program.hall.frmSplash.LeadsTo([this]() -> Splash& { return *rooms_->frmSplash; });
+  rooms_->program.hall.showPublisherNews = [this] {
+    ShowPublisherNews(rooms_->program, rooms_->frmPublisher);
+  };
 }
 
 bool DesktopProgram::Start() {

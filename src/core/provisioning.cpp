@@ -1,20 +1,167 @@
 #include "core/provisioning.h"
 
-#include "core/places.h"
+#include <fmt/format.h>
+
+#include "core/message.h"
+#include "core/process_control.h"
 #include "core/program.h"
+#include "core/settings.h"
+#include "core/text_utility.h"
 #include "platform/environment.h"
+#include "platform/event_loop.h"
 #include "platform/files.h"
+#include "platform/machine.h"
+#include "platform/processes.h"
+#include "platform/run_time_error.h"
+
+namespace {
+
+using Path = Files::Path;
+
+Path DataFolder(const Program& program) { return Path(program.app.gTempDir) / "marovane"; }
+Path EngineFolder(const Program& program) { return Path(program.app.gTempDir) / "tolvex"; }
+Path RecordDatabase(const Program& program) { return DataFolder(program) / "Marovane.mdb"; }
+Path ErrorTexts(const Program& program) { return EngineFolder(program) / "data" / "err4list.mdb"; }
+
+std::string FirstLine(const std::string& text) { return Trim(text.substr(0, text.find_first_of("\r\n"))); }
+
+bool IsDatabaseFile(const std::string& name) { return name.find(".mdb") != std::string::npos; }
+
+// Records are never deleted: they go into a folder of their own, under the time of day.
+void SetAside(const Program& program, const std::string& name) {
+  Files& files = program.machine.files;
+  const Path folder = DataFolder(program) / "set-aside";
+  files.CreateFolder(folder, true);
+  const auto now = std::chrono::time_point_cast<std::chrono::seconds>(program.machine.loop.Now());
+  const std::chrono::hh_mm_ss time(now - std::chrono::floor<std::chrono::days>(now));
+  const std::string stamp =
+      fmt::format("{}-{:02}{:02}{:02}-", FormatDatePadded(DayOf(program.machine.loop.Now()), ""),
+                  time.hours().count(), time.minutes().count(), time.seconds().count());
+  files.Rename(DataFolder(program) / name, folder / (stamp + name));
+}
+
+void SetDatabaseAside(const Program& program) {
+  // What was written last may still stand in the log beside the database.
+  for (const char* ending : {"", "-wal", "-shm"}) {
+    const std::string name = std::string("Marovane.mdb") + ending;
+    if (program.machine.files.FileExists(DataFolder(program) / name)) SetAside(program, name);
+  }
+}
+
+// Runs a self-extracting package to its end.
+void RunPackage(Program& program, const std::string& package, const std::string& unpacker,
+                const Path& target) {
+  Files& files = program.machine.files;
+  const Path copy = Path(program.app.gTempDir) / unpacker;
+  CopyFile(files, program.machine.environment.programFolder / "giz" / package, copy);
+  files.MakeExecutable(copy);
+  program.machine.processes.Start(
+      {.program = copy, .arguments = {"-d", target.string() + "/"}, .workingFolder = {}});
+  program.machine.loop.WaitUntil([&] { return !IsProcessRunning(program.machine.processes, unpacker); });
+}
+
+// No engine stands in the working folder: the one beside the program knows where its language data is.
+void RemoveEngineCopy(Program& program) {
+  const Path copy = EngineFolder(program) / "tolvex2.exe";
+  if (program.machine.files.FileExists(copy)) program.machine.files.Delete(copy);
+}
+
+void UnpackRecords(Program& program) {
+  Files& files = program.machine.files;
+  files.CreateFolder(DataFolder(program), true);
+  if (files.FileExists(RecordDatabase(program))) return;
+  RunPackage(program, "mrvdata.giz", "mrvdata.exe", DataFolder(program));
+}
+
+void UnpackEngine(Program& program) {
+  Files& files = program.machine.files;
+  files.CreateFolder(EngineFolder(program), true);
+  if (files.FileExists(EngineFolder(program) / "tolvex2.exe") && files.FileExists(ErrorTexts(program)))
+    return;
+  RunPackage(program, "tolvex.giz", "tolvex.exe", EngineFolder(program));
+}
+
+void RunQuietly(Program& program, void (*step)(Program&)) {
+  try {
+    step(program);
+  } catch (const RunTimeError&) {
+    return;
+  }
+}
+
+void TellMissing(Program& program) {
+  const Files& files = program.machine.files;
+  const bool hasRecords = files.FileExists(RecordDatabase(program));
+  if (hasRecords && files.FileExists(ErrorTexts(program))) return;
+  const Path database = hasRecords ? ErrorTexts(program) : RecordDatabase(program);
+  program.app.gProgressDetail =
+      fmt::format("無法建立資料檔 {}，請檢查磁碟空間；套件 {} 也可能已經損毀，請重新安裝程式",
+                  database.filename().string(), hasRecords ? "tolvex.giz" : "mrvdata.giz");
+  FrmMessage::Ask(program, "404", 1, "OK", "1");
+}
+
+// A program's version stands in a file beside it; "" without one.
+std::string GetFileVersion(const Files& files, const Path& program) {
+  const Path version = program.string() + ".version";
+  return files.FileExists(version) ? FirstLine(files.Read(version)) : "";
+}
+
+void CopyProgram(Files& files, const Path& from, const Path& to) {
+  CopyFile(files, from, to);
+  files.MakeExecutable(to);
+  const Path version = from.string() + ".version";
+  if (files.FileExists(version)) CopyFile(files, version, to.string() + ".version");
+}
+
+void CopyUpdater(Program& program) {
+  Files& files = program.machine.files;
+  const Path installed = program.machine.environment.programFolder;
+  const Path folder = Path(program.app.gTempDir) / "Tessaroon";
+  const Path copy = folder / "updater.exe";
+  files.CreateFolder(folder, true);
+  const bool isNewer = GetFileVersion(files, installed / "updater.exe") > GetFileVersion(files, copy);
+  if (isNewer || !files.FileExists(copy)) CopyProgram(files, installed / "updater.exe", copy);
+  RewriteFile(files, folder / "setup.txt", installed.string() + "\r\n", false);
+  if (!files.FileExists(installed / "updater0.exe")) return;
+  CopyProgram(files, installed / "updater0.exe", copy);
+  files.Delete(installed / "updater0.exe");
+}
+
+void CheckBuild(Program& program) {
+  Files& files = program.machine.files;
+  const Path stamp = DataFolder(program) / "dbver.set";
+  files.CreateFolder(DataFolder(program), true);
+  if (files.FileExists(stamp) && FirstLine(files.Read(stamp)) == kDatabaseBuild) return;
+  RunQuietly(program, [](Program& each) { SetDatabaseAside(each); });
+  WriteNeedSync(program, "Y");
+}
+
+}  // namespace
+
+void CheckDatabaseBuild(Program& program) { RunQuietly(program, CheckBuild); }
 
 void UnpackDataFiles(Program& program) {
-  Files& files = program.machine.files;
-  const Files::Path root = WorkingRoot(program.machine.environment);
-  const Files::Path data = program.machine.environment.programFolder / "data";
-  files.CreateFolder(root / "marovane", true);
-  files.CreateFolder(root / "tolvex" / "data", true);
-  const auto records = root / "marovane" / "Marovane.mdb";
-  if (!files.FileExists(records)) CopyFile(files, data / "Marovane.mdb", records);
-  const auto errors = root / "tolvex" / "data" / "err4list.mdb";
-  if (!files.FileExists(errors) || files.Read(errors) != files.Read(data / "err4list.mdb")) {
-    CopyFile(files, data / "err4list.mdb", errors);
+  FrmMessage::ProgressMsgBox(program, "3001", 0, "0");
+  for (const auto step : {UnpackRecords, UnpackEngine, RemoveEngineCopy}) RunQuietly(program, step);
+  program.frmMessage.Unload();
+  TellMissing(program);
+}
+
+void RefreshUpdater(Program& program) {
+  const Path installed = program.machine.environment.programFolder;
+  const Files& files = program.machine.files;
+  if (!files.FileExists(installed / "updater.exe") && !files.FileExists(installed / "updater0.exe")) return;
+  FrmMessage::ProgressMsgBox(program, "3001", 0, "0");
+  RunQuietly(program, CopyUpdater);
+  program.frmMessage.Unload();
+}
+
+void WipeDataFolder(Program& program) {
+  for (const auto& name : program.machine.files.List(DataFolder(program))) {
+    if (IsDatabaseFile(name)) {
+      SetAside(program, name);
+    } else {
+      program.machine.files.Delete(DataFolder(program) / name);
+    }
   }
 }

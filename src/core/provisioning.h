@@ -1,8 +1,21 @@
-// Working data: put in place at every start.
+// Working data: made sure at every start that it is there and of the right build.
 #pragma once
+
+#include <string_view>
 
 struct Program;
 
-/// Makes the working folders and puts the record database, when it is missing, and the error-text database,
-/// when it is missing or another one came with the program, in their places. Throws RunTimeError.
+/// Stamp of the record database that this program works with, first line of `dbver.set`.
+inline constexpr std::string_view kDatabaseBuild = "20140302-2047";
+
+/// Sets a record database of another build aside and notes that the account's data has to come back from the
+/// server. Failures end it quietly.
+void CheckDatabaseBuild(Program& program);
+/// Unpacks the record database when it is missing, and the engine's data, behind a progress box. Tells the
+/// user when a database is still missing at the end.
 void UnpackDataFiles(Program& program);
+/// Keeps a copy of the updater that can run while the program's own folder is replaced. Failures end it
+/// quietly.
+void RefreshUpdater(Program& program);
+/// Deletes the files of the data folder. Databases are set aside. Throws RunTimeError.
+void WipeDataFolder(Program& program);

@@ -22,6 +22,8 @@ class Files {
   /// Creates or empties a file, writes the bytes and has them reach the disk.
   virtual void Write(const Path& path, std::string_view bytes, bool isPrivate) = 0;
   virtual void Append(const Path& path, std::string_view bytes) = 0;
+  /// Lets a file be run as a program, by whoever may read it.
+  virtual void MakeExecutable(const Path& path) = 0;
   virtual void Rename(const Path& from, const Path& to) = 0;
   virtual void Delete(const Path& path) = 0;
   /// Creates a folder with those above it. A private one is for its owner alone (0700).

@@ -121,7 +121,7 @@ void FrmXQDLogin::txtLogin_KeyPress(int& keyAscii) {
 }
 
 void FrmXQDLogin::MoveAway() {
-  left_ = Left;
+  if (Left != kOffScreen) left_ = Left;
   Left = kOffScreen;
 }
 
@@ -156,6 +156,7 @@ void FrmXQDLogin::TellNoServer(const std::string& reply) {
 
 void FrmXQDLogin::picButtons_Click(int index) {
   if (index == 1) return Finish(false);
+  txtLogin_LostFocus();  // a click on the picture leaves the focus where it was
   MoveAway();
   Login();
   MoveBack();

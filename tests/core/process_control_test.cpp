@@ -1,6 +1,5 @@
 #include "core/process_control.h"
 
-#include "core/provisioning.h"
 #include "platform/run_time_error.h"
 #include "tests/core/core_fixture.h"
 
@@ -8,7 +7,6 @@ namespace {
 
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
-using ::testing::Optional;
 using ProcessControlTest = CoreTest;
 
 TEST_F(ProcessControlTest, MatchesTheEndOfTheNameWhateverItsCase) {
@@ -39,23 +37,6 @@ TEST_F(ProcessControlTest, HelperIsLookedForInItsFolderAndThenBesideTheProgram) 
     EXPECT_THAT(start.arguments, ElementsAre("beta,010203"));
     EXPECT_EQ(start.workingFolder, app.gEngineDir);
   }
-}
-
-TEST_F(ProcessControlTest, ProvisioningKeepsRecordsAndRenewsTheErrorTexts) {
-  Put(machine.home / "program" / "data" / "Marovane.mdb", "empty records");
-  Put(machine.home / "program" / "data" / "err4list.mdb", "texts 1");
-  const std::string records = app.gTempDir + "/marovane/Marovane.mdb";
-  const std::string errors = app.gEngineDir + "data/err4list.mdb";
-  UnpackDataFiles(program);
-  EXPECT_THAT(Content(records), Optional(std::string("empty records")));
-  Put(records, "a learner's records");
-  Put(machine.home / "program" / "data" / "err4list.mdb", "texts 2");
-  UnpackDataFiles(program);
-  EXPECT_THAT(Content(records), Optional(std::string("a learner's records")));
-  EXPECT_THAT(Content(errors), Optional(std::string("texts 2")));
-  std::filesystem::remove_all(machine.home / "program" / "data");
-  EXPECT_THROW(UnpackDataFiles(program), RunTimeError);
-  EXPECT_THAT(Content(records), Optional(std::string("a learner's records")));
 }
 
 TEST_F(ProcessControlTest, DoorsAreClosedUntilAWindowStandsBehindThem) {

@@ -18,6 +18,11 @@ void FailingFiles::Append(const Path& path, std::string_view bytes) {
   files_.Append(path, bytes.substr(bytes.size() / 2));
 }
 
+void FailingFiles::MakeExecutable(const Path& path) {
+  fault.Step("making executable " + path.string());
+  files_.MakeExecutable(path);
+}
+
 void FailingFiles::Rename(const Path& from, const Path& to) {
   fault.Step("renaming " + from.string());
   files_.Rename(from, to);

@@ -16,6 +16,7 @@ class FailingFiles : public Files {
   std::vector<std::string> List(const Path& folder) const override { return files_.List(folder); }
   void Write(const Path& path, std::string_view bytes, bool isPrivate) override;
   void Append(const Path& path, std::string_view bytes) override;
+  void MakeExecutable(const Path& path) override;
   void Rename(const Path& from, const Path& to) override;
   void Delete(const Path& path) override;
   void CreateFolder(const Path& path, bool isPrivate) override;

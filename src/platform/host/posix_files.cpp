@@ -100,6 +100,16 @@ void PosixFiles::Append(const Path& path, std::string_view bytes) {
   WriteAll(OpenFile("write", path, O_WRONLY | O_CREAT | O_APPEND, 0644), bytes, path);
 }
 
+void PosixFiles::MakeExecutable(const Path& path) {
+  using std::filesystem::perms;
+  std::error_code error;
+  std::filesystem::permissions(
+      path,
+      perms::owner_all | perms::group_read | perms::group_exec | perms::others_read | perms::others_exec,
+      error);
+  if (error) Fail("make executable", path, error.value());
+}
+
 void PosixFiles::Rename(const Path& from, const Path& to) {
   if (std::rename(from.c_str(), to.c_str()) < 0) Fail("rename", from, errno);
   SyncFolder(to.parent_path());

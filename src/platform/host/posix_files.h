@@ -15,6 +15,7 @@ class PosixFiles : public Files {
   void Write(const Path& path, std::string_view bytes, bool isPrivate) override;
   void Append(const Path& path, std::string_view bytes) override;
   /// Replaces a file of the target's name in one step, which has reached the disk on return.
+  void MakeExecutable(const Path& path) override;
   void Rename(const Path& from, const Path& to) override;
   void Delete(const Path& path) override;
   /// Folders that exist keep their mode, so that a shared one is never closed to others.

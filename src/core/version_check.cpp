@@ -1,0 +1,95 @@
+#include "core/version_check.h"
+
+#include "core/message.h"
+#include "core/program.h"
+#include "core/provisioning.h"
+#include "core/server_access.h"
+#include "platform/event_loop.h"
+#include "platform/files.h"
+#include "platform/machine.h"
+#include "platform/processes.h"
+#include "platform/run_time_error.h"
+
+namespace {
+
+constexpr const char* kUpdate = "mrv_updater";
+constexpr const char* kReinstall = "mrv_reinstaller";
+constexpr const char* kClassWipe = "8";
+constexpr const char* kClassReinstall = "9";
+
+void TellNoUpdater(Program& program) { FrmMessage::Ask(program, "5", 1, "OK", "1"); }
+
+bool HasUpdater(const Program& program) {
+  return program.machine.files.FileExists(program.app.gTempDir + "/Tessaroon/updater.exe");
+}
+
+// Does not return when the updater runs.
+void RunUpdater(Program& program, const char* word) {
+  const std::string folder = program.app.gTempDir + "/Tessaroon";
+  try {
+    program.machine.processes.Start({.program = folder + "/updater.exe",
+                                     .arguments = {word, program.app.gUpdaterUrlRoot},
+                                     .workingFolder = folder});
+  } catch (const RunTimeError&) {
+    return TellNoUpdater(program);
+  }
+  program.machine.loop.End();
+}
+
+bool Wants(Program& program, const char* question) {
+  return FrmMessage::Ask(program, question, 2, "YES_NO", "3") == "YES";
+}
+
+void OfferReinstallation(Program& program) {
+  if (!Wants(program, "47")) {
+    FrmMessage::Ask(program, "471", 1, "OK", "3");
+    program.machine.loop.End();
+  }
+  if (!HasUpdater(program)) return TellNoUpdater(program);
+  RunUpdater(program, kReinstall);
+}
+
+void OfferUpdate(Program& program, const std::string& version) {
+  const std::string kind = VersionClass(version);
+  if (!Wants(program, kind == kClassReinstall ? "47" : "4")) return;
+  if (!HasUpdater(program)) return TellNoUpdater(program);
+  if (kind == kClassWipe) WipeDataFolder(program);
+  RunUpdater(program, kind == kClassReinstall ? kReinstall : kUpdate);
+}
+
+}  // namespace
+
+std::string GetServerVersion(Program& program, const std::string& type) {
+  if (!IsServerOnline(program)) return std::string(kConnectFailed);
+  try {
+    return PostForm(program, program.app.gServerUrlRoot + "p_getversion.asp",
+                    std::string(kAccessKey) + "&type=" + type);
+  } catch (const RunTimeError&) {
+    return std::string(kConnectFailed);  // it went away in between
+  }
+}
+
+std::string VersionClass(const std::string& version) {
+  const auto point = version.find('.');
+  if (point == std::string::npos) return "";
+  const std::string behind = version.substr(point + 1);
+  const std::string middle = behind.substr(0, behind.find('.'));
+  return middle.empty() ? "" : middle.substr(middle.size() < 2 ? 0 : middle.size() - 2, 1);
+}
+
+void CheckVersion(Program& program) {
+  const std::string current = Program::Version();
+  std::string small;
+  std::string big;
+  for (const auto& [type, version] : {std::pair{"mrv", &small}, {"big", &big}}) {
+    *version = GetServerVersion(program, type);
+    if (*version != kConnectFailed) continue;
+    FrmMessage::Ask(program, "1", 1, "OK", "1");
+    return;
+  }
+  if (big > current) {
+    OfferReinstallation(program);
+  } else if (small > current) {
+    OfferUpdate(program, small);
+  }
+}

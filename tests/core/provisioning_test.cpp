@@ -1,0 +1,180 @@
+#include "core/provisioning.h"
+
+#include <sys/wait.h>
+
+#include <cstdlib>
+
+#include "core/message.h"
+#include "core/message_catalogue.h"
+#include "core/settings.h"
+#include "tests/core/core_fixture.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+using ::testing::ElementsAre;
+using ::testing::EndsWith;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+using ::testing::Optional;
+
+class ProvisioningTest : public CoreTest {
+ protected:
+  ProvisioningTest() {
+    Put(machine.home / "program" / "giz" / "mrvdata.giz", "package of records");
+    Put(machine.home / "program" / "giz" / "tolvex.giz", "package of the engine");
+    machine.processes.Install("mrvdata.exe", std::chrono::milliseconds{5}, [this](const ProcessStart& start) {
+      Put(start.arguments[1] + "Marovane.mdb", "empty");
+    });
+    machine.processes.Install("tolvex.exe", std::chrono::milliseconds{5}, [this](const ProcessStart& start) {
+      Put(start.arguments[1] + "data/err4list.mdb", "texts");
+    });
+  }
+  std::vector<std::string> StartedPrograms() const {
+    std::vector<std::string> names;
+    for (const auto& start : machine.processes.started) names.push_back(start.program.filename());
+    return names;
+  }
+  /// Expects word that something is missing.
+  void AnswerMissing(const std::string& file) {
+    machine.user.OnModal([this, file](Form& form) {
+      auto& box = dynamic_cast<FrmMessage&>(form);
+      EXPECT_THAT(box.lblMessage.Caption(), HasSubstr(MessageText("404")));
+      EXPECT_THAT(box.lblMessage.Caption(), HasSubstr(file));
+      machine.user.Click(box.cmdOK);
+    });
+  }
+  fs::path Data(const std::string& name) const { return app.gTempDir + "/marovane/" + name; }
+};
+
+TEST_F(ProvisioningTest, RecordsAreUnpackedOnceAndTheEngineAtEachStart) {
+  Put(app.gEngineDir + "tolvex2.exe", "an old engine");
+  UnpackDataFiles(program);
+  EXPECT_THAT(StartedPrograms(), ElementsAre("mrvdata.exe", "tolvex.exe"));
+  EXPECT_EQ(machine.processes.started[0].program, app.gTempDir + "/mrvdata.exe");
+  EXPECT_THAT(machine.processes.started[0].arguments, ElementsAre("-d", app.gTempDir + "/marovane/"));
+  EXPECT_THAT(machine.processes.started[1].arguments, ElementsAre("-d", app.gTempDir + "/tolvex/"));
+  EXPECT_THAT(Content(app.gTempDir + "/mrvdata.exe"), Optional(std::string("package of records")));
+  EXPECT_EQ(Content(app.gEngineDir + "tolvex2.exe"), std::nullopt);
+  Put(Data("Marovane.mdb"), "a learner's records");
+  machine.processes.started.clear();
+  UnpackDataFiles(program);
+  EXPECT_THAT(StartedPrograms(), ElementsAre("tolvex.exe"));
+  EXPECT_THAT(Content(Data("Marovane.mdb")), Optional(std::string("a learner's records")));
+  EXPECT_FALSE(program.frmMessage.IsLoaded());
+}
+
+TEST_F(ProvisioningTest, WhatCannotBeUnpackedIsToldAndNothingIsLost) {
+  Put(Data("setup.set"), "Pno=1\r\n");
+  machine.processes.Install("mrvdata.exe", std::chrono::milliseconds{5});  // refuses its damaged package
+  AnswerMissing("mrvdata.giz");
+  UnpackDataFiles(program);
+  fs::remove(machine.home / "program" / "giz" / "tolvex.giz");
+  fs::remove_all(app.gEngineDir);
+  Put(Data("Marovane.mdb"), "records");
+  AnswerMissing("tolvex.giz");
+  UnpackDataFiles(program);
+  EXPECT_EQ(machine.user.Expected(), 0U);
+  EXPECT_THAT(Content(Data("setup.set")), Optional(std::string("Pno=1\r\n")));
+  EXPECT_THAT(Content(Data("Marovane.mdb")), Optional(std::string("records")));
+}
+
+TEST_F(ProvisioningTest, DatabaseOfAnotherBuildIsSetAsideWithItsLog) {
+  const struct {
+    const char* stamp;
+    bool stays;
+  } cases[] = {{"20140302-2047", true},
+               {" 20140302-2047 \r\nmore", true},
+               {"20140302-2048\r\n", false},
+               {"", false},
+               {nullptr, false}};
+  for (const auto& each : cases) {
+    fs::remove_all(Data(""));
+    Put(Data("Marovane.mdb"), "records");
+    Put(Data("Marovane.mdb-wal"), "latest");
+    if (each.stamp != nullptr) Put(Data("dbver.set"), each.stamp);
+    CheckDatabaseBuild(program);
+    const char* const what = each.stamp == nullptr ? "(none)" : each.stamp;
+    EXPECT_EQ(ReadSetup(program, "NeedSync"), each.stays ? "" : "Y") << what;
+    EXPECT_EQ(Content(Data("Marovane.mdb")).has_value(), each.stays) << what;
+    if (each.stays) continue;
+    EXPECT_THAT(Content(Data("set-aside/20261105-090000-Marovane.mdb")), Optional(std::string("records")));
+    EXPECT_THAT(Content(Data("set-aside/20261105-090000-Marovane.mdb-wal")), Optional(std::string("latest")));
+  }
+  fs::remove_all(Data(""));
+  CheckDatabaseBuild(program);
+  EXPECT_EQ(ReadSetup(program, "NeedSync"), "Y") << "a fresh folder";
+}
+
+TEST_F(ProvisioningTest, UpdaterCopyFollowsTheInstalledOne) {
+  const fs::path installed = machine.home / "program";
+  const fs::path copy = app.gTempDir + "/Tessaroon/updater.exe";
+  RefreshUpdater(program);
+  EXPECT_FALSE(machine.realFiles.FolderExists(copy.parent_path())) << "there is none to keep";
+  Put(installed / "updater.exe", "one");
+  Put(installed / "updater.exe.version", "1.2\n");
+  RefreshUpdater(program);
+  EXPECT_THAT(Content(copy), Optional(std::string("one")));
+  EXPECT_THAT(Content(copy.parent_path() / "setup.txt"), Optional(installed.string() + "\r\n"));
+  const struct { const char *version, *kept; } cases[] = {{"1.10", "one"}, {"1.2", "one"}, {"1.3", "two"}};
+  Put(installed / "updater.exe", "two");
+  for (const auto& [version, kept] : cases) {
+    Put(installed / "updater.exe.version", version);
+    RefreshUpdater(program);
+    EXPECT_THAT(Content(copy), Optional(std::string(kept))) << version << ", compared as text";
+  }
+  Put(installed / "updater0.exe", "left by an update");
+  RefreshUpdater(program);
+  EXPECT_THAT(Content(copy), Optional(std::string("left by an update")));
+  EXPECT_EQ(Content(installed / "updater0.exe"), std::nullopt);
+}
+
+/// The packages as they were built.
+class PackageTest : public CoreTest {
+ protected:
+  int Unpack(const fs::path& package) const {
+    const std::string command = package.string() + " -d " + folder.string() + "/ 2>/dev/null";
+    return WEXITSTATUS(std::system(command.c_str()));
+  }
+  std::optional<std::string> Unpacked(const std::string& name) const { return Content(folder / name); }
+  fs::path folder = machine.home / "unpacked";
+  const fs::path giz = GIZ_FOLDER;
+};
+
+TEST_F(PackageTest, UnpacksEverythingAndKeepsRecordsAndSettings) {
+  ASSERT_EQ(Unpack(giz / "mrvdata.giz"), 0);
+  ASSERT_EQ(Unpack(giz / "tolvex.giz"), 0);
+  EXPECT_THAT(Unpacked("dbver.set"), Optional(std::string(kDatabaseBuild) + "\r\n"));
+  EXPECT_THAT(Unpacked("setup.set"), Optional(std::string("autoKeyinPw=1\r\n")));
+  EXPECT_THAT(Unpacked("Marovane.mdb"), Optional(HasSubstr("oksentence")));
+  EXPECT_THAT(Unpacked("data/err4list.mdb"), Optional(HasSubstr("errmain")));
+  Put(folder / "setup.set", "FontSize=BIG\r\n");
+  Put(folder / "Marovane.mdb", "records");
+  Put(folder / "dbver.set", "older");
+  ASSERT_EQ(Unpack(giz / "mrvdata.giz"), 0);
+  EXPECT_THAT(Unpacked("setup.set"), Optional(std::string("FontSize=BIG\r\n")));
+  EXPECT_THAT(Unpacked("Marovane.mdb"), Optional(std::string("records")));
+  EXPECT_THAT(Unpacked("dbver.set"), Optional(std::string(kDatabaseBuild) + "\r\n"));
+}
+
+TEST_F(PackageTest, AlteredByOneByteOrCutWritesNothing) {
+  const std::string whole = machine.realFiles.Read(giz / "tolvex.giz");
+  const fs::path altered = machine.home / "altered.exe";
+  machine.realFiles.CreateFolder(folder, true);
+  const auto name = whole.rfind("data/err4list.mdb");
+  ASSERT_NE(name, std::string::npos);
+  for (const std::size_t at :
+       {name, name + 5000, whole.size() - 60, whole.size() - 30, whole.size() - 12, whole.size() - 1}) {
+    std::string bytes = whole;
+    bytes[at] = static_cast<char>(bytes[at] ^ 1);
+    machine.realFiles.Write(altered, bytes, false);
+    machine.realFiles.MakeExecutable(altered);
+    EXPECT_EQ(Unpack(altered), 1) << at;
+    EXPECT_TRUE(fs::is_empty(folder)) << at;
+  }
+  machine.realFiles.Write(altered, whole.substr(0, whole.size() - 100), false);
+  EXPECT_EQ(Unpack(altered), 1);
+  EXPECT_TRUE(fs::is_empty(folder));
+}
+
+}  // namespace

@@ -1,0 +1,129 @@
+#include "core/version_check.h"
+
+#include "core/message.h"
+#include "core/message_catalogue.h"
+#include "tests/core/core_fixture.h"
+
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::EndsWith;
+using ::testing::IsEmpty;
+
+constexpr CommandButton FrmMessage::*kYes = &FrmMessage::cmdYes;
+constexpr CommandButton FrmMessage::*kNo = &FrmMessage::cmdNo;
+constexpr CommandButton FrmMessage::*kOk = &FrmMessage::cmdOK;
+
+struct Answer {
+  const char* msgId;
+  CommandButton FrmMessage::*button;
+};
+
+class VersionCheckTest : public CoreTest {
+ protected:
+  VersionCheckTest() {
+    app.gUpdaterUrlRoot = "updates.example";
+    machine.http.Route("p_getconn.asp", "ONLINE");
+    Put(app.gSetupFile, "Pno=1\r\n");
+    Put(app.gTempDir + "/marovane/Marovane.mdb", "records");
+  }
+  void InstallUpdater() {
+    machine.processes.InstallHanging("updater.exe");
+    Put(app.gTempDir + "/Tessaroon/updater.exe", "");
+  }
+  void ServeVersions(const std::string& small, const std::string& big) {
+    machine.http.Route("p_getversion.asp", [=](const HttpRequest& request) {
+      return HttpResponse{.status = 200,
+                          .contentType = "",
+                          .body = request.body.ends_with("type=big") ? big : small,
+                          .url = ""};
+    });
+  }
+  /// Runs the check with the user's answers. True when the program has ended.
+  bool Check(const std::vector<Answer>& answers) {
+    for (const auto& answer : answers) {
+      machine.user.OnModal([this, answer](Form& form) {
+        auto& box = dynamic_cast<FrmMessage&>(form);
+        EXPECT_THAT(box.lblMessage.Caption(), EndsWith(MessageText(answer.msgId)));
+        machine.user.Click(box.*answer.button);
+      });
+    }
+    bool hasEnded = false;
+    try {
+      CheckVersion(program);
+    } catch (const ProgramEnd&) {
+      hasEnded = true;
+    }
+    EXPECT_EQ(machine.user.Expected(), 0U);
+    return hasEnded;
+  }
+};
+
+TEST_F(VersionCheckTest, ClassIsTheFirstOfTheLastTwoDigitsOfTheMiddleNumber) {
+  const struct {
+    const char *version, *kind;
+  } cases[] = {{"2.81.3", "8"}, {"2.5.1", "5"}, {"2.190.1", "9"}, {"2.83", "8"},
+               {"2..1", ""},    {"2", ""},      {"", ""},         {"ERR_SERVER", ""}};
+  for (const auto& [version, kind] : cases) EXPECT_EQ(VersionClass(version), kind) << version;
+}
+
+TEST_F(VersionCheckTest, DecidesByTextAndStartsTheUpdaterTheUserAgreedTo) {
+  const std::string now = Program::Version();
+  const struct {
+    const char *small, *big;
+    std::vector<Answer> answers;
+    bool hasUpdater, hasEnded;
+    const char* word;
+  } cases[] = {
+      {now.c_str(), now.c_str(), {}, true, false, ""},
+      {"0.9.9", "0.0.1", {}, true, false, ""},
+      {"1.10.0", "1.0.0", {{"4", kYes}}, true, true, "mrv_updater"},
+      {"1.10.0", "1.0.0", {{"4", kNo}}, true, false, ""},
+      {"1.10.0", "1.0.0", {{"4", kYes}, {"5", kOk}}, false, false, ""},
+      {"1.93.0", "1.0.0", {{"47", kYes}}, true, true, "mrv_reinstaller"},
+      {"1.93.0", "1.0.0", {{"47", kNo}}, true, false, ""},
+      {"9.0.0", "2.0.0", {{"47", kYes}}, true, true, "mrv_reinstaller"},
+      {"9.0.0", "2.0.0", {{"47", kNo}, {"471", kOk}}, true, true, ""},
+      {"9.0.0", "2.0.0", {{"47", kYes}, {"5", kOk}}, false, false, ""},
+      {"ERR_SERVER", "1.0.0", {{"4", kNo}}, true, false, ""},
+      {"1.0.0", "ERR_SERVER", {{"47", kNo}, {"471", kOk}}, true, true, ""},
+  };
+  for (const auto& each : cases) {
+    SCOPED_TRACE(std::string(each.small) + " " + each.big);
+    machine.processes.started.clear();
+    std::filesystem::remove_all(app.gTempDir + "/Tessaroon");
+    if (each.hasUpdater) InstallUpdater();
+    ServeVersions(each.small, each.big);
+    EXPECT_EQ(Check(each.answers), each.hasEnded);
+    if (*each.word == '\0') {
+      EXPECT_THAT(machine.processes.started, IsEmpty());
+      continue;
+    }
+    ASSERT_EQ(machine.processes.started.size(), 1U);
+    EXPECT_EQ(machine.processes.started[0].program, app.gTempDir + "/Tessaroon/updater.exe");
+    EXPECT_THAT(machine.processes.started[0].arguments, ElementsAre(each.word, "updates.example"));
+  }
+  EXPECT_TRUE(Content(app.gSetupFile)) << "only class 8 wipes";
+}
+
+TEST_F(VersionCheckTest, ClassEightWipesTheDataButSetsRecordsAside) {
+  InstallUpdater();
+  ServeVersions("1.83.0", "1.0.0");
+  EXPECT_FALSE(Check({{"4", kNo}}));
+  EXPECT_TRUE(Content(app.gSetupFile));
+  EXPECT_TRUE(Check({{"4", kYes}}));
+  const std::filesystem::path data = app.gTempDir + "/marovane";
+  EXPECT_THAT(machine.realFiles.List(data), IsEmpty());
+  EXPECT_THAT(machine.realFiles.List(data / "set-aside"), ElementsAre("20261105-090000-Marovane.mdb"));
+  EXPECT_EQ(machine.processes.started.at(0).arguments.at(0), "mrv_updater");
+}
+
+TEST_F(VersionCheckTest, WithoutAServerTheStartGoesOn) {
+  machine.http.RouteToNowhere("p_getconn.asp");
+  EXPECT_FALSE(Check({{"1", kOk}}));
+  machine.http.Route("p_getconn.asp", "ONLINE");
+  machine.http.RouteToNowhere("p_getversion.asp");
+  EXPECT_FALSE(Check({{"1", kOk}})) << "it went away between probe and request";
+}
+
+}  // namespace

@@ -1,0 +1,191 @@
+#include "settings/campus_login.h"
+
+#include <sys/stat.h>
+
+#include "platform/host/curl_http.h"
+#include "tests/settings/settings_fixture.h"
+#include "tests/support/real_server.h"
+
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::EndsWith;
+using ::testing::IsEmpty;
+using ::testing::Optional;
+using ::testing::SizeIs;
+
+constexpr const char* kFind = "p_server_get.asp";
+constexpr const char* kLogin = "p_getlogin.asp";
+
+class CampusLoginTest : public SettingsRoomTest {
+ protected:
+  CampusLoginTest() {
+    app.gEdition = "XQD";
+    app.gDataDirName = "marovane";
+    app.gACServerRoot = "http://campus/";
+    app.gAccountNo.clear();
+    program.installation.oldDefaultDomain = "old.example";
+    machine.http.Route(kFind, "OK_school.test:8080#");
+  }
+  FrmXQDLogin& Open() {
+    frm->Show();
+    return *frm;
+  }
+  void TypeLogin(const std::string& login) {
+    machine.user.Type(frm->txtLogin, login);
+    machine.user.Press(frm->txtLogin, kKeyEnter);
+  }
+  void TryPassword(const std::string& password) {
+    frm->txtPassword.Text = password;
+    machine.user.Press(frm->txtPassword, kKeyEnter);
+  }
+  std::string CertFile() const { return app.gTempDir + "/marovane/xqdcert.set"; }
+
+  Window<FrmXQDLogin> frm{[this] { return std::make_shared<FrmXQDLogin>(program); }};
+};
+
+TEST_F(CampusLoginTest, FindsTheSchoolLogsInAndRemembers) {
+  machine.http.Route(kLogin, ToBig5("OK_S01#第一中學#"));
+  EXPECT_EQ(Open().lblACServer.Caption(), "* 尚未取得 *");
+  TypeLogin("b 1-2/3");
+  EXPECT_EQ(frm->txtLogin.Text(), "b1-23");
+  EXPECT_EQ(frm->lblACServer.Caption(), "school.test:8080");
+  EXPECT_THAT(machine.http.Bodies(kFind), ElementsAre("key=zorbelquinter&regId=b1-23"));
+  TryPassword(" pass1 ");
+  EXPECT_TRUE(app.gXqdLoginDone && app.gXqdLoginOk);
+  EXPECT_FALSE(frm.IsLoaded());
+  EXPECT_THAT(machine.http.Bodies(kLogin), ElementsAre("key=zorbelquinter&login=b1-23&password=pass1"));
+  EXPECT_EQ(app.gServerUrlRoot, "http://school.test:8080/");
+  EXPECT_EQ(app.gUpdaterUrlRoot, "school.test:8080/update");
+  EXPECT_EQ(app.gSchoolCode + "|" + app.gSchoolName, "S01|第一中學");
+  EXPECT_EQ(app.gAccountNo + "|" + app.gLoginPassword, "b1-23|pass1");
+  EXPECT_THAT(Content(CertFile()), Optional(std::string("school.test:8080\r\nb1-23\r\npass1\r\n")));
+  struct stat status = {};
+  ASSERT_EQ(stat(CertFile().c_str(), &status), 0);
+  EXPECT_EQ(status.st_mode & 0777U, 0600U);
+}
+
+TEST_F(CampusLoginTest, FileOfTheLatestLoginFillsTheWindowWithoutALookUp) {
+  const struct {
+    const char *file, *autoKeyin, *server, *login, *password;
+  } cases[] = {{" s.test \r\n b1 \r\n pw1 \r\n", "1", "s.test", "b1", "pw1"},
+               {"s.test\r\nb1\r\npw1\r\n", "0", "s.test", "b1", ""},
+               {"s.test\r\nb1\r\n", "1", "s.test", "b1", ""},
+               {"www.old.example\r\nb1\r\npw1\r\n", "1", "campus", "b1", "pw1"}};
+  for (const auto& each : cases) {
+    Put(CertFile(), each.file);
+    WriteSetup(program, "autoKeyinPw", each.autoKeyin);
+    Open();
+    EXPECT_EQ(frm->lblACServer.Caption(), each.server);
+    EXPECT_EQ(frm->txtLogin.Text(), each.login);
+    EXPECT_EQ(frm->txtPassword.Text(), each.password) << each.file;
+    frm.Unload();
+  }
+  EXPECT_THAT(machine.http.requests, IsEmpty());
+}
+
+TEST_F(CampusLoginTest, FailedLookUpsAreToldAndTheFocusStaysAtTheLogin) {
+  const struct {
+    const char *reply, *message, *caption;
+  } cases[] = {
+      {"ERR_NOTFOUND", "29851", "訊息"}, {"ERR_CONNECT_FAILED", "2984", "錯誤"}, {"<html>", "2984", "錯誤"}};
+  Open();
+  const int left = frm->Left;
+  for (const auto& each : cases) {
+    machine.http.Route(kFind, each.reply);
+    AnswerMessage(each.message, each.caption);
+    TypeLogin("x");
+    EXPECT_EQ(machine.user.Expected(), 0U) << each.reply;
+    EXPECT_EQ(frm->lblACServer.Caption(), "* 無法正確取得 *");
+    EXPECT_EQ(frm->lblACServer.ForeColor(), Rgb(255, 0, 0));
+    EXPECT_EQ(frm->Left(), left);
+    EXPECT_EQ(machine.windows.Focused(), &frm->txtLogin);
+  }
+  machine.http.RouteToNowhere(kFind);
+  AnswerMessage("2984", "錯誤");
+  TypeLogin("x");
+  AnswerMessage("29851");
+  TryPassword("secret");
+  EXPECT_THAT(machine.http.Bodies(kLogin), IsEmpty()) << "no login without a server";
+}
+
+TEST_F(CampusLoginTest, RefusedLoginsLeaveTheWindowForAnotherTry) {
+  Open();
+  AnswerMessage("26");
+  TryPassword("secret");
+  TypeLogin("b1");
+  for (const char* refused : {"", "  ", "123456789012345678901"}) {
+    AnswerMessage("27");
+    TryPassword(refused);
+  }
+  EXPECT_THAT(machine.http.Bodies(kLogin), IsEmpty());
+  const struct {
+    const char *reply, *message;
+  } cases[] = {{"ERR_NOTFOUND", "31"}, {"ERR_WRONG_PASSWORD", "32"}};
+  for (const auto& each : cases) {
+    machine.http.Route(kLogin, each.reply);
+    AnswerMessage(each.message);
+    TryPassword("secret");
+    EXPECT_EQ(machine.user.Expected(), 0U) << each.reply;
+    EXPECT_TRUE(frm.IsLoaded() && frm->Enabled());
+  }
+  EXPECT_EQ(app.gServerUrlRoot, "http://school.test:8080/") << "the roots point to the school all the same";
+  EXPECT_FALSE(app.gXqdLoginDone);
+  EXPECT_EQ(Content(CertFile()), std::nullopt);
+  machine.user.Click(frm->picButtons(1));
+  EXPECT_TRUE(app.gXqdLoginDone);
+  EXPECT_FALSE(app.gXqdLoginOk);
+}
+
+TEST_F(CampusLoginTest, SchoolWithItsPagesInAFolderIsTriedThereAndEachTryStartsAfresh) {
+  machine.http.RouteToNowhere("http://school.test:8080/p_getconn.asp");
+  machine.http.RouteToNowhere("http://school.test:8080/serverside/p_getconn.asp");
+  Open();
+  TypeLogin("b1");
+  AnswerMessage("2984", "錯誤");
+  TryPassword("secret");
+  EXPECT_EQ(app.gServerUrlRoot, "http://school.test:8080/serverside/");
+  machine.http.Route("http://school.test:8080/serverside/p_getconn.asp", "ONLINE");
+  machine.http.Route(kLogin, "SET_S01#N#");
+  machine.http.requests.clear();
+  AnswerMessage("2977");
+  TryPassword("secret");
+  ASSERT_THAT(machine.http.requests, SizeIs(3));
+  EXPECT_EQ(machine.http.requests[0].url, "http://school.test:8080/p_getconn.asp");
+  EXPECT_EQ(machine.http.requests[2].url, "http://school.test:8080/serverside/p_getlogin.asp");
+  EXPECT_EQ(app.gUpdaterUrlRoot, "school.test:8080/serverside/update");
+  EXPECT_EQ(app.gSchoolCode, "S01");
+  EXPECT_TRUE(app.gXqdLoginOk);
+}
+
+TEST_F(CampusLoginTest, RealServersFindTheSchoolAndTheFirstLoginSetsThePassword) {
+  const auto school = machine.home / "school";
+  Put(school / "logins.set", "b101-1\r\n");
+  Put(school / "server.set", "schoolCode=S01\r\nschoolName=第一中學\r\n");
+  RealServer schoolServer(machine.loop, {"--data", school.string()});
+  const auto campus = machine.home / "campus";
+  std::string address = schoolServer.Root().substr(std::string("http://").size());
+  address.pop_back();
+  Put(campus / "schools.set", "b101-1=" + address + "\r\n");
+  RealServer campusServer(machine.loop, {"--data", campus.string()});
+  CurlHttp http(machine.loop);
+  Machine real{machine.loop,      machine.windows, machine.desktop,    http, machine.files, machine.databases,
+               machine.processes, machine.chinese, machine.environment};
+  Program online(real, {});
+  online.app.gACServerRoot = campusServer.Root();
+  EXPECT_EQ(GetServerForLogin(online, "nobody"), "ERR_NOTFOUND");
+  EXPECT_EQ(GetServerForLogin(online, "b101-1"), "OK_" + address);
+  const struct {
+    const char *login, *password, *reply;
+  } cases[] = {{"b101-1", "first1", "SET_S01#第一中學#"},
+               {"b101-1", "first1", "OK_S01#第一中學#"},
+               {"b101-1", "other2", "ERR_WRONG_PASSWORD"},
+               {"nobody", "first1", "ERR_NOTFOUND"}};
+  for (const auto& each : cases) {
+    EXPECT_EQ(LoginToServer(online, address, each.login, each.password), each.reply);
+  }
+  schoolServer.Kill();
+  EXPECT_EQ(LoginToServer(online, address, "b101-1", "first1"), "ERR_CONNECT_FAILED");
+}
+
+}  // namespace

@@ -1,0 +1,108 @@
+#include "settings/password.h"
+
+#include "platform/host/curl_http.h"
+#include "tests/settings/settings_fixture.h"
+#include "tests/support/real_server.h"
+
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+class PasswordTest : public SettingsRoomTest {
+ protected:
+  void Enter(const std::string& password) {
+    frmPassword->Show();
+    frmPassword->txtPassword.Text = password;
+    machine.user.Press(frmPassword->txtPassword, kKeyEnter);
+  }
+  Window<FrmPassword> frmPassword{[this] { return std::make_shared<FrmPassword>(program); }};
+};
+
+TEST_F(PasswordTest, LengthIsCheckedBeforeAnythingIsSent) {
+  for (const char* refused : {"", "abc", " abc ", "abcdefghijklm"}) {
+    AnswerMessage("27");
+    Enter(refused);
+    EXPECT_EQ(machine.user.Expected(), 0U) << refused;
+  }
+  EXPECT_THAT(machine.http.requests, IsEmpty());
+  EXPECT_EQ(machine.windows.Focused(), &frmPassword->txtPassword);
+}
+
+TEST_F(PasswordTest, RightOneIsKeptForThisRunAndTheCheckStartsOver) {
+  machine.http.Route("p_getlogin.asp", "OK_4711");
+  app.gAccountNo = "47-1 1";
+  Enter(" abcdefghijkl ");
+  EXPECT_THAT(machine.http.Bodies("p_getlogin.asp"),
+              ElementsAre("key=zorbelquinter&pno=4711&password=abcdefghijkl&username=&email=&district="));
+  EXPECT_EQ(app.gAccountPassword, "abcdefghijkl");
+  EXPECT_EQ(frmMain.checks, 1);
+  EXPECT_FALSE(app.gOpenPassword);
+  EXPECT_EQ(Content(app.gSetupFile), std::nullopt);
+}
+
+TEST_F(PasswordTest, RefusalsAreToldByNumberAndTheWindowStays) {
+  const struct {
+    const char *reply, *message, *caption;
+  } cases[] = {{"ERR_NOTFOUND", "31", "訊息"},
+               {"ERR_WRONG_PASSWORD", "32", "訊息"},
+               {"ERR_CONNECT_FAILED", "1", "錯誤"},
+               {"ERR_TRY_LATER", nullptr, ""}};
+  for (const auto& each : cases) {
+    machine.http.Route("p_getlogin.asp", each.reply);
+    if (each.message != nullptr) AnswerMessage(each.message, each.caption);
+    Enter("secret");
+    EXPECT_EQ(machine.user.Expected(), 0U) << each.reply;
+    EXPECT_TRUE(frmPassword->Enabled()) << each.reply;
+  }
+  machine.http.RouteToNowhere("p_getconn.asp");
+  AnswerMessage("1", "錯誤");
+  Enter("secret");
+  EXPECT_EQ(frmMain.checks, 0);
+  EXPECT_EQ(app.gAccountPassword, "");
+  EXPECT_TRUE(app.gOpenPassword);
+}
+
+TEST_F(PasswordTest, KeysOtherThanLettersAndDigitsAreSwallowed) {
+  frmPassword->Show();
+  machine.user.Type(frmPassword->txtPassword, "a-B.c_ 1中");
+  EXPECT_EQ(frmPassword->txtPassword.Text(), "aBc1");
+  EXPECT_EQ(FilterPasswordKey('-', "", true), '-');
+  EXPECT_EQ(FilterPasswordKey(' ', "", true), ' ');
+  EXPECT_EQ(FilterPasswordKey(22, "", false), 22);
+  machine.user.Press(frmPassword->txtPassword, kKeyEscape);
+  EXPECT_FALSE(app.gOpenPassword);
+}
+
+TEST_F(PasswordTest, NewAccountOfTheRealServerIsKeptAndLogsIn) {
+  const auto data = machine.home / "server";
+  RealServer server(machine.loop, {"--data", data.string()});
+  CurlHttp http(machine.loop);
+  Machine real{machine.loop,      machine.windows, machine.desktop,    http, machine.files, machine.databases,
+               machine.processes, machine.chinese, machine.environment};
+  Program online(real, {});
+  online.app = app;
+  online.app.gServerUrlRoot = server.Root();
+  online.hall.frmMain.LeadsTo([this]() -> MainWindow& { return frmMain; });
+  Window<FrmPassword> frmReal{[&online] { return std::make_shared<FrmPassword>(online); }};
+  frmReal->Show();
+  machine.user.Click(frmReal->lblNewAccount);
+  frmReal->txtUserName.Text = "王小明 & co";
+  frmReal->txtPassword.Text = "newpass1";
+  AnswerMessage("8");
+  machine.user.Click(frmReal->picButtons(0));
+  frmReal->txtEmail.Text = "ming@example.tw";
+  machine.user.OnModal([this](Form& form) {
+    auto& box = dynamic_cast<FrmMessage&>(form);
+    EXPECT_THAT(box.lblMessage.Caption(), ::testing::HasSubstr("您的新帳號是"));
+    machine.user.Click(box.cmdOK);
+  });
+  machine.user.Click(frmReal->picButtons(0));
+  EXPECT_EQ(frmMain.checks, 1);
+  EXPECT_EQ(online.app.gAccountNo.size(), 10U);
+  EXPECT_EQ(Setup("Pno"), online.app.gAccountNo);
+  EXPECT_EQ(LoginWithPassword(online, online.app.gAccountNo, "newpass1"), "OK_" + online.app.gAccountNo);
+  EXPECT_EQ(LoginWithPassword(online, online.app.gAccountNo, "newpass2"), "ERR_WRONG_PASSWORD");
+}
+
+}  // namespace

@@ -1,0 +1,163 @@
+#include "settings/setup.h"
+
+#include "tests/settings/settings_fixture.h"
+
+namespace {
+
+using ::testing::EndsWith;
+using ::testing::IsEmpty;
+using ::testing::SizeIs;
+
+class SetupTest : public SettingsRoomTest {
+ protected:
+  SetupTest() {
+    machine.http.Route("p_getusersettings.asp", "OK_");
+    app.gFontSizeName = "MIDDLE";
+    app.gAutoCleanHistory = "1";
+    app.gAutoKeyinPw = "1";
+    app.gAlwaysOnTop = "0";
+    app.gFeedbackErrData = "0";
+    app.gAccountPassword = "secret";
+  }
+  void Open() { frmSetup->Show(); }
+  void Save() { machine.user.Click(frmSetup->picButtons_1); }
+
+  Window<FrmSetup> frmSetup{[this] { return std::make_shared<FrmSetup>(program); }};
+};
+
+TEST_F(SetupTest, ShowsTheSettingsAndSavesWhatWasChosen) {
+  app.gEduBackground = "u2";
+  Open();
+  EXPECT_TRUE(frmSetup->optFontSize(1).Value());
+  EXPECT_EQ(frmSetup->cboHighestDegree.Text(), "大專");
+  EXPECT_TRUE(frmSetup->optHighestDegree(1).Value());
+  EXPECT_EQ(frmSetup->sdrTransform.Value(), 200);
+  machine.user.Click(frmSetup->lblFontSize(0));
+  machine.user.Click(frmSetup->lblAutoCleanRec);
+  machine.user.Click(frmSetup->chkAlwaysOnTop);
+  machine.user.Click(frmSetup->lblFeedbackErrData);
+  machine.user.Choose(frmSetup->cboHighestDegree, 5);
+  machine.user.Click(frmSetup->lblHighestDegree(0));
+  frmSetup->sdrTransform.Value = 130;
+  Save();
+  EXPECT_FALSE(frmSetup.IsLoaded());
+  EXPECT_FALSE(app.gOpenSetup);
+  EXPECT_FALSE(app.gMainReload);
+  EXPECT_EQ(frmMain.loads, 1);
+  EXPECT_EQ(frmMain.txtInput.FontSize(), 15);
+  EXPECT_EQ(app.gInputFontSize, 15);
+  EXPECT_EQ(app.gTransformValue, 130);
+  for (const auto& [key, value] : std::map<std::string, std::string>{{"FontSize", "BIG"},
+                                                                     {"autoCleanHistory", "0"},
+                                                                     {"autoKeyinPw", "1"},
+                                                                     {"alwaysOnTop", "1"},
+                                                                     {"transformValue", "130"},
+                                                                     {"feedbackErrData", "1"},
+                                                                     {"eduBackground", "g1"}}) {
+    EXPECT_EQ(Setup(key), value) << key;
+  }
+  ASSERT_THAT(machine.http.Bodies("p_getusersettings.asp"), SizeIs(1));
+  EXPECT_THAT(machine.http.Bodies("p_getusersettings.asp")[0],
+              EndsWith("&met=w&setting=alwaysOnTop:1$autoCleanHistory:0$autoKeyinPw:1$eduBackground:g1$"
+                       "feedbackErrData:1$FontSize:BIG$Pno:4711$transformValue:130$userPW:secret"));
+}
+
+TEST_F(SetupTest, EducationIsStoredInTwoSignsAndReadBackAsItStands) {
+  const struct {
+    int level;
+    bool isStudying;
+    const char* stored;
+    int readLevel;
+    int readState;
+  } cases[] = {{1, true, "p1", 1, 0}, {2, false, "j2", 2, 1}, {3, true, "s1", 3, 0}, {4, false, "u2", 4, 1},
+               {5, true, "g1", 5, 0}, {0, true, "1", 0, 1},   {0, false, "2", 0, 1}};
+  for (const auto& each : cases) {
+    EXPECT_EQ(EduBackground(each.level, each.isStudying), each.stored);
+    app.gEduBackground = each.stored;
+    Open();
+    EXPECT_EQ(frmSetup->cboHighestDegree.ListIndex(), each.readLevel) << each.stored;
+    EXPECT_TRUE(frmSetup->optHighestDegree(each.readState).Value()) << each.stored;
+    EXPECT_FALSE(frmSetup->optHighestDegree(1 - each.readState).Value()) << each.stored;
+    frmSetup.Unload();
+  }
+}
+
+TEST_F(SetupTest, MistakesAreNotUploadedWithoutALevelOfEducation) {
+  Open();
+  machine.user.Click(frmSetup->chkFeedbackErrData);
+  frmSetup->sdrTransform.Value = 150;
+  AnswerMessage("23");
+  Save();
+  EXPECT_EQ(machine.user.Expected(), 0U);
+  EXPECT_TRUE(frmSetup.IsLoaded());
+  EXPECT_EQ(Content(app.gSetupFile), std::nullopt);
+  EXPECT_THAT(machine.http.requests, IsEmpty());
+  EXPECT_EQ(frmMain.Alpha(), 150) << "the preview stays until the window is closed";
+}
+
+TEST_F(SetupTest, SliderActsOnOpenWindowsUntilItIsSavedOrClosed) {
+  FakeMain diary(machine.machine);
+  FakeMain closed(machine.machine);
+  program.hall.frmDiary.LeadsTo([&]() -> HallWindow& { return diary; });
+  program.hall.frmFeedback.LeadsTo([&]() -> HallWindow& { return closed; });
+  app.gOpenDiary = true;
+  Open();
+  EXPECT_EQ(frmMain.Alpha(), 255) << "filling the controls moves nothing";
+  frmSetup->sdrTransform.Value = 110;
+  EXPECT_EQ(diary.Alpha(), 110);
+  EXPECT_EQ(frmMain.Alpha(), 110);
+  EXPECT_EQ(closed.Alpha(), 255);
+  machine.user.Click(frmSetup->picButtons_0);
+  EXPECT_EQ(diary.Alpha(), 200);
+  EXPECT_EQ(frmMain.Alpha(), 200);
+  EXPECT_FALSE(app.gOpenSetup);
+  machine.loop.WaitUntil([this] { return !frmSetup.IsLoaded(); });
+  EXPECT_EQ(app.gTransformValue, 200);
+}
+
+TEST_F(SetupTest, MergeWantsAnAccountAndItsDoors) {
+  app.gAccountNo.clear();
+  Open();
+  EXPECT_TRUE(frmSetup->lblSysnDisable.Visible());
+  EXPECT_FALSE(frmSetup->picButtons_3.Visible());
+  frmSetup.Unload();
+  app.gAccountNo = "4711";
+  app.gEdition = "XQD";
+  Open();
+  EXPECT_FALSE(frmSetup->picButtons_3.Visible());
+  EXPECT_EQ(frmSetup->lblSpecMessage_1.Caption(), "雲端版自動同步不需設定");
+  frmSetup.Unload();
+  app.gEdition = "MRV";
+  Open();
+  AnswerMessage("52");
+  machine.user.Click(frmSetup->picButtons_3);
+  EXPECT_EQ(machine.user.Expected(), 0U);
+}
+
+TEST_F(SetupTest, MergeRunsASynchronisationOnceTheOldAccountIsProven) {
+  struct Run : UploadRun {
+    void SyncProgress(const std::string& mode) override { modes.push_back(mode); }
+    std::vector<std::string> modes;
+  } run;
+  FakeMain syncLogin(machine.machine);
+  program.hall.frmUpload.LeadsTo([&]() -> UploadRun& { return run; });
+  program.hall.frmSyncLogin.LeadsTo([&]() -> HallWindow& { return syncLogin; });
+  Open();
+  for (const char* answer : {"CANCEL", "OK"}) {
+    AnswerMessage("49", "匯整資料");
+    machine.user.OnModal([&](Form& form) {
+      EXPECT_EQ(&form, &syncLogin);
+      EXPECT_LT(frmSetup->Left(), -10000);
+      app.gMsgResult = answer;
+      form.Hide();
+    });
+    machine.user.Click(frmSetup->picButtons_3);
+    EXPECT_THAT(run.modes, SizeIs(answer == std::string("OK") ? 1 : 0));
+    EXPECT_GT(frmSetup->Left(), -10000);
+  }
+  AnswerMessage("49", "匯整資料", &FrmMessage::cmdCancel);
+  machine.user.Click(frmSetup->picButtons_3);
+  EXPECT_THAT(run.modes, SizeIs(1));
+}
+
+}  // namespace
