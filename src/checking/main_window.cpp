@@ -204,7 +204,7 @@ void FrmMain::PassStringToEngine() {
 void FrmMain::WatchMouse() {
   auto& app = program.app;
   if (app.gEssayMode) return ExtendMenu(false);
-  if (IsPointerInside()) {
+  if (IsPointerInside() || IsMenuFocused()) {
     if (!app.gMenuExtended) ExtendMenu(true);
     return;
   }
@@ -215,6 +215,12 @@ void FrmMain::WatchMouse() {
 bool FrmMain::IsPointerInside() const {
   const Point pointer = machine.windows.Cursor();
   return pointer.x >= Left && pointer.x < Left + Width && pointer.y >= Top && pointer.y < Top + Height;
+}
+
+// Whoever works by keyboard sees the button that the focus is on.
+bool FrmMain::IsMenuFocused() const {
+  const Control* focused = machine.windows.Focused();
+  return focused != nullptr && &focused->Owner() == this && focused->Name().starts_with("imgMenu_");
 }
 
 void FrmMain::RestoreHovered() {

@@ -73,6 +73,7 @@ class FrmMain : public Form, public MainWindow {
   std::string TakeChinese(const std::string& text);
   void WatchMouse();
   bool IsPointerInside() const;
+  bool IsMenuFocused() const;
   void RestoreHovered();
   void OpenFromMenu(bool isOpen, const Door<HallWindow>& door);
   void OpenDaySentences();
