@@ -80,6 +80,7 @@ std::string Marked(std::string_view text, Verdict level) {
 
 std::string MarkedSentence(std::string_view sentence, const std::vector<Fault>& faults) {
   std::vector<const Fault*> inOrder;
+  inOrder.reserve(faults.size());
   for (const Fault& fault : faults) inOrder.push_back(&fault);
   std::sort(inOrder.begin(), inOrder.end(),
             [](const Fault* a, const Fault* b) { return a->span.begin < b->span.begin; });

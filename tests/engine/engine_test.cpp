@@ -131,6 +131,7 @@ TEST(Engine, TakesVeryLongTexts) {
 TEST(Engine, JudgesTheSameFromSeveralThreads) {
   std::array<std::string, 4> answers;
   std::vector<std::thread> threads;
+  threads.reserve(answers.size());
   for (std::string& answer : answers) {
     threads.emplace_back([&answer] {
       for (int i = 0; i < 20; ++i) {

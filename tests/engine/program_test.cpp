@@ -41,6 +41,7 @@ class ProgramTest : public ::testing::Test {
     const pid_t child = fork();
     if (child == 0) {
       std::vector<char*> argv;
+      argv.reserve(all.size() + 1);
       for (auto& arg : all) argv.push_back(arg.data());
       argv.push_back(nullptr);
       const int errors = open((home_ / "stderr").c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
