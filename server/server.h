@@ -23,8 +23,8 @@ struct ServerOptions {
   std::string listen = "127.0.0.1";  ///< address or host name
   int port = 0;                      ///< 0 takes a free one
   std::string prefix;                ///< path above every page, "/like/this", or ""
-  bool openAccounts = false;         ///< as in ServerSettings
   std::filesystem::path dataDir;     ///< made when missing, for its owner alone
+  bool openAccounts = false;         ///< as in ServerSettings
 };
 
 class Server {
