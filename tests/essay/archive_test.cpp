@@ -1,0 +1,45 @@
+#include "essay/archive.h"
+
+#include "core/digest.h"
+#include "essay/comparison.h"
+#include "tests/essay/essay_fixture.h"
+
+namespace {
+
+using ::testing::AllOf;
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+
+using ArchiveTest = EssayTest;
+
+TEST_F(ArchiveTest, FilesAPageUnderDigests) {
+  const std::string checksum = SendServerHtm(composition.program, "<p>一 & two</p></textarea>", "He  goes.");
+  EXPECT_EQ(checksum, Md5Hex("Hegoes."));
+  EXPECT_EQ(checksum, ArchiveChecksum("He goes ."));
+  EXPECT_THAT(machine.http.Bodies("p_all_engine_htm_rec.asp"),
+              ElementsAre("key=zorbelquinter&enginever=&pnomd5=" + Md5Hex("1234567890") + "&checksum=" +
+                          checksum + "&filestr=%3Cp%3E%E4%B8%80+%26+two%3C%2Fp%3E%3C%2Ftextarea%3E"));
+}
+
+TEST_F(ArchiveTest, LetsAFailedPostGoUnnoticed) {
+  machine.http.RouteToNowhere("p_all_engine_htm_rec.asp");
+  EXPECT_EQ(SendServerHtm(composition.program, "<p></p>", "Hi."), Md5Hex("Hi."));
+}
+
+TEST_F(ArchiveTest, ShowsTheOriginalBesideTheReport) {
+  FrmEssayCompare& window = *composition.essay.frmEssayCompare;
+  window.ShowHtml("First.\r\nSecond <b>.");
+  EXPECT_THAT(window.webHtml.Page(), HasSubstr("line-height:150%;'>First.<br>Second <b>.</td>"));
+  window.ShowHtml("Other.");
+  EXPECT_THAT(window.webHtml.Page(), AllOf(HasSubstr("Other."), ::testing::Not(HasSubstr("First."))));
+  EXPECT_FALSE(window.webHtml.FollowLink("cmd:show: abc "));
+  EXPECT_EQ(composition.frmBrowser->webOther.LocationURL(),
+            "http://school/p_all_engine_htm_show.asp?key=zorbelquinter&pnomd5=" + Md5Hex("1234567890") +
+                "&checksum=abc&enginever=");
+  EXPECT_FALSE(window.webHtml.FollowLink("cmd:other:"));
+  EXPECT_TRUE(window.webHtml.FollowLink("about:blank"));
+  machine.user.Click(window.imgClose);
+  machine.loop.WaitUntil([this] { return !composition.essay.frmEssayCompare.IsLoaded(); });
+}
+
+}  // namespace

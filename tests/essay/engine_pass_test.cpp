@@ -1,0 +1,172 @@
+// What the passes through the engine leave behind.
+#include "core/set_file.h"
+#include "essay/engine_passes.h"
+#include "tests/essay/essay_fixture.h"
+
+namespace {
+
+using ::testing::AllOf;
+using ::testing::ElementsAre;
+using ::testing::EndsWith;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+using ::testing::SizeIs;
+
+constexpr const char* kEngine = "tolvex2.exe";
+constexpr auto kOk = &FrmMessage::cmdOK;
+
+/// One sentence, as the walk hands it over.
+class EnginePassTest : public EssayTest {
+ protected:
+  EnginePassTest() {
+    app.gWebEngineRoot = "http://engine/";
+    app.gEssayId = "E1";
+    app.gEssaySId = "S1";
+    app.gEssayMode = true;
+    composition.essay.frmEssay->Show();
+    app.gEssayCurSentence = "It's he go.";
+  }
+
+  void Pass() {
+    app.gVerdict.clear();
+    PassStringToEngineEssay(composition.essay);
+  }
+  std::vector<std::string> Posts() const { return machine.http.Bodies("p_all_engine_htm_rec.asp"); }
+
+  /// Has the local engine answer by these keys after half a second; a page is written when one is given.
+  void InstallEngine(const std::map<std::string, std::string>& keys, const std::string& page = "") {
+    app.gUseWebEngine = false;
+    std::filesystem::create_directories(app.gEngineDir);
+    machine.realFiles.Write(app.gEngineDir + kEngine, "", false);
+    machine.processes.Install(
+        kEngine, std::chrono::milliseconds{500}, [this, keys, page](const ProcessStart&) {
+          sentenceInFile = ReadWriteSetFile(machine.files, app.gRegistryFile, "R", "sentence", "");
+          for (const auto& [key, value] : keys) {
+            ReadWriteSetFile(machine.files, app.gRegistryFile, "W", key, value);
+          }
+          if (page.empty()) return;
+          machine.realFiles.Write(PagePath(), page, false);
+          ReadWriteSetFile(machine.files, app.gRegistryFile, "W", "htm4chk", PagePath());
+        });
+  }
+  std::string PagePath() const { return app.gEngineDir + "tmp1.htm"; }
+
+  std::string sentenceInFile;
+};
+
+TEST_F(EnginePassTest, RecordsWhatTheWebEngineSays) {
+  struct Case {
+    const char* reply;
+    const char* page;
+    const char* verdict;
+    const char* ok;
+    const char* err;
+    int tally;
+    std::size_t posts;
+  };
+  const char* const found = "<p>finding</p>";
+  const char* const none = "\xA5\xBB\xA5\x79\xA4\x6C\xA8\x53\xA6\xB3\xB5\x6F\xB2\x7B\xBF\xF9\xBB\x7E";
+  const Case cases[] = {
+      {"OK_0#0#page.htm#0#0", none, "PASS", "It’s he go.|N", "", 0, 0},
+      {"OK_0#0#", found, "PASS", "It’s he go.|N", "", 0, 0},
+      {"OK_1#!AG01!#page.htm# It's *he go* . ", found, "ERRS", "", "It’s *he go* .|AG01|1", 1, 1},
+      {"OK_1##page.htm#x", found, "ERRS", "", "x|0|1", 0, 1},
+      {"OK_1#AG01#gone.htm#x", found, "ERRS", "", "x|AG01|N", 1, 0},
+      {"OK_2#AG01#page.htm#It's *he go* .", found, "WARN", "It’s he go.|2", "", 1, 1},
+      {"OK_2#AG01##x", found, "WARN", "It’s he go.|N", "", 1, 0},
+      {"OK_9#AG01#page.htm#x", found, "", "", "|0|N", 0, 0},
+  };
+  machine.http.Route("gone.htm", "no such page", 404);
+  for (const auto& each : cases) {
+    composition.records.Db().RunScript(
+        "delete from oksentence; delete from errsentence; delete from mistakes");
+    machine.http.requests.clear();
+    machine.http.Route("page.htm", each.page);
+    replies[app.gEssayCurSentence] = each.reply;
+    Pass();
+    EXPECT_EQ(app.gVerdict, each.verdict) << each.reply;
+    EXPECT_THAT(OkRows(),
+                ::testing::ElementsAreArray(std::string(each.ok).empty() ? std::vector<std::string>{}
+                                                                         : std::vector<std::string>{each.ok}))
+        << each.reply;
+    EXPECT_THAT(ErrRows(), ::testing::ElementsAreArray(std::string(each.err).empty()
+                                                           ? std::vector<std::string>{}
+                                                           : std::vector<std::string>{each.err}))
+        << each.reply;
+    EXPECT_EQ(Mistakes("AG01"), each.tally) << each.reply;
+    EXPECT_THAT(Posts(), SizeIs(each.posts)) << each.reply;
+    EXPECT_EQ(app.gEssayPageChecksum.empty(), each.posts == 0) << each.reply;
+  }
+  EXPECT_THAT(Asked(), ElementsAre("It's he go."));
+}
+
+TEST_F(EnginePassTest, SendsTheRequestAndThePage) {
+  replies[app.gEssayCurSentence] = "OK_1#AG01#page.htm#x";
+  Pass();
+  const auto request = machine.http.Bodies("p_passWebEngine.asp");
+  ASSERT_THAT(request, SizeIs(1));
+  EXPECT_THAT(request[0], AllOf(HasSubstr("&checksum=" + app.gEssayPageChecksum + "&p1=beta&p2=0&p3=503181"),
+                                EndsWith("&cidx=0&s=It's%20he%20go.")));
+  EXPECT_THAT(Texts("select essayId || essaySId from errsentence"), ElementsAre("E1S1"));
+}
+
+TEST_F(EnginePassTest, GivesUpOnASilentEngineAfterHalfAMinute) {
+  for (const bool isOffline : {true, false}) {
+    machine.http.Route("p_passWebEngine_conn.asp", isOffline ? "ERR" : "ONLINE");
+    replies[app.gEssayCurSentence] = "ERR_ENGINE";
+    const auto start = machine.loop.Elapsed();
+    ExpectMessage("39", kOk);
+    Pass();
+    const auto seconds = (machine.loop.Elapsed() - start).count() / 1000.0;
+    EXPECT_THAT(seconds, AllOf(::testing::Ge(29), ::testing::Le(33))) << isOffline;
+    EXPECT_EQ(app.gVerdict, "STOP");
+  }
+  EXPECT_THAT(ErrRows(), IsEmpty());
+  EXPECT_THAT(OkRows(), IsEmpty());
+}
+
+TEST_F(EnginePassTest, TakesABrokenTransferForNoAnswer) {
+  machine.http.Queue("p_passWebEngine.asp",
+                     [](const HttpRequest&) -> HttpResponse { throw RunTimeError("broken"); });
+  Pass();
+  EXPECT_EQ(app.gVerdict, "PASS");
+}
+
+TEST_F(EnginePassTest, StopsAtOnceWithoutARecord) {
+  machine.http.Route("p_passWebEngine_conn.asp", [this](const HttpRequest& request) {
+    Window().picButtons(0).Visible = true;
+    Window().mAnalysing = true;
+    Window().picButtons_Click(0);
+    return HttpResponse{200, "", "ONLINE", request.url};
+  });
+  Pass();
+  EXPECT_EQ(app.gVerdict, "STOP");
+  EXPECT_THAT(OkRows(), IsEmpty());
+}
+
+TEST_F(EnginePassTest, RecordsWhatTheLocalEngineSays) {
+  InstallEngine({{"findMistake", "1"}, {"errcode", "AG01"}, {"sentence", "It's *he go* ."}}, "..<p>a</p>");
+  Pass();
+  EXPECT_EQ(sentenceInFile, "It's he go.");
+  EXPECT_EQ(app.gVerdict, "ERRS");
+  EXPECT_THAT(ErrRows(), ElementsAre("It’s *he go* .|AG01|1"));
+  EXPECT_THAT(Posts(), ElementsAre(HasSubstr("&filestr=%3Cp%3Ea%3C%2Fp%3E")));
+  EXPECT_FALSE(machine.files.FileExists(PagePath()));
+
+  InstallEngine({{"findMistake", "0"}, {"htm4chk", "nil"}});
+  Pass();
+  EXPECT_EQ(app.gVerdict, "PASS");
+  EXPECT_THAT(OkRows(), ElementsAre("It’s he go.|N"));
+  EXPECT_THAT(Posts(), SizeIs(1));
+  EXPECT_THAT(machine.processes.started.back().arguments, ElementsAre(HasSubstr("beta,")));
+}
+
+TEST_F(EnginePassTest, GivesUpOnALocalEngineThatLeavesNoPage) {
+  InstallEngine({{"findMistake", "0"}, {"htm4chk", "/nowhere/page.htm"}});
+  ExpectMessage("39", kOk);
+  Pass();
+  EXPECT_EQ(app.gVerdict, "STOP");
+  EXPECT_THAT(OkRows(), IsEmpty());
+}
+
+}  // namespace

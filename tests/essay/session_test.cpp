@@ -1,0 +1,112 @@
+// The essay window outside a walk.
+#include "essay/report_window.h"
+#include "tests/essay/essay_fixture.h"
+
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+using ::testing::StartsWith;
+
+using SessionTest = EssayTest;
+constexpr auto kOk = &FrmMessage::cmdOK;
+
+TEST_F(SessionTest, OpensFromTheMenuWithATopicOfItsOwn) {
+  machine.user.Click(composition.frmMain->imgMenu(4));
+  EXPECT_TRUE(app.gEssayActive && app.gOpenEssay && Window().TopMost);
+  EXPECT_EQ(composition.frmMain->Left, -20000);
+  EXPECT_EQ(app.gEssayQuiz, "我的短文20261105");
+  EXPECT_FALSE(app.gEssayWorkId.empty());
+  EXPECT_THAT(Window().txtInput.Text(), StartsWith("請在此輸入您的短文內容"));
+  EXPECT_FALSE(Window().picButtons(2).Visible);
+  machine.user.Type(Window().txtInput, "He \"goes\" (home)/to_5!\nYes.");
+  EXPECT_EQ(Window().txtInput.Text(), "He goes hometo5\r\nYes.");
+  machine.user.Click(Window().picButtons(0));
+  machine.loop.WaitUntil([this] { return !composition.essay.frmEssay.IsLoaded(); });
+  EXPECT_GE(composition.frmMain->Left, 0);
+  EXPECT_FALSE(app.gEssayActive || app.gOpenEssay);
+}
+
+TEST_F(SessionTest, FiltersKeysByTheirPlace) {
+  composition.essay.frmEssay->Show();
+  const std::pair<int, int> keys[] = {{'A', 'A'}, {13, 13}, {222, 222}, {9, 0},
+                                      {112, 112}, {187, 0}, {27, 0}};
+  for (auto [key, passed] : keys) {
+    app.gEssaySentenceNo = 9;
+    Window().txtInput.KeyDown.Raise(key);
+    EXPECT_EQ(key, passed);
+    EXPECT_EQ(app.gEssaySentenceNo, 1);
+  }
+}
+
+TEST_F(SessionTest, RewritesTheEssayAfterItsReport) {
+  replies["He go home."] = "OK_1#AG01#page.htm#*He go* home .";
+  ExpectMessage("14003", kOk);
+  Correct("He goes home.");
+  ExpectMessage("14005", kOk);
+  app.gEssayQuiz = "My day";
+  Send("He go home.\r\nI run.");
+  machine.user.Click(Window().picCommands(0));
+  EXPECT_THAT(composition.essay.frmEssayCompare->webHtml.Page(), HasSubstr("He go home.<br>I run."));
+  machine.user.Click(Window().picCommands(1));
+  EXPECT_FALSE(composition.essay.frmEssayCompare.IsLoaded());
+  EXPECT_EQ(Window().txtInput.Text(), "He goes home.\r\nI run.");
+  EXPECT_FALSE(Window().webHtml.Visible);
+  ExpectMessage("14005", kOk);
+  machine.user.Click(Window().picButtons(1));
+  EXPECT_THAT(Texts("select quiz from essay"), ElementsAre("My day", "My day"));
+  EXPECT_THAT(Asked(), ElementsAre("He go home.", "He goes home.", "I run."));
+}
+
+TEST_F(SessionTest, AsksBeforeANewEssayTakesTheReportsPlace) {
+  ExpectMessage("14005", kOk);
+  Send("I run.");
+  ExpectMessage("14006", &FrmMessage::cmdCancel);
+  composition.frmMain->imgMenu_Click(4);
+  EXPECT_TRUE(Window().mReportDone);
+  ExpectMessage("14006", kOk);
+  composition.frmMain->imgMenu_Click(4);
+  EXPECT_FALSE(Window().mReportDone);
+}
+
+TEST_F(SessionTest, ShowsAnOldEssayFromARecordAlone) {
+  EssayRecords(composition.records)
+      .InsertEssay({.essayId = "E1",
+                    .workId = "W1",
+                    .quiz = "Tom's day",
+                    .orgEssay = "It's ok.",
+                    .newEssay = "It's ok.",
+                    .finalSet = "N",
+                    .sDate = std::chrono::year{2026} / 11 / 5});
+  composition.frmBrowser->SpecialFunctionProc("cmd:show:E1");
+  EXPECT_TRUE(Window().mReportDone && Window().mViewOnly && Window().Visible());
+  EXPECT_FALSE(app.gEssayReportShown);
+  EXPECT_EQ(app.gEssayQuiz, "Tom's day");
+  EXPECT_EQ(app.gEssayCurrent, "It's ok.");
+  EXPECT_EQ(app.gEssayWorkId, "W1");
+  EXPECT_FALSE(Window().webHtml.FollowLink("cmd:show:abc"));
+  EXPECT_THAT(composition.frmBrowser->webOther.LocationURL(), HasSubstr("&checksum=abc&enginever="));
+}
+
+TEST_F(SessionTest, LeavesTheWindowAloneForAnUnknownEssay) {
+  EXPECT_THROW(composition.essay.ShowEssay("nothing"), RunTimeError);
+  EXPECT_FALSE(composition.essay.frmEssay.IsLoaded());
+  EXPECT_GE(composition.frmMain->Left, 0);
+}
+
+TEST_F(SessionTest, ShowsTheQuestionOfAnAssignment) {
+  app.gEdition = "XQD";
+  app.gEssayWorkId = "W1";
+  composition.essay.frmEssay->Show();
+  app.gEssayStartRequested = true;
+  ExpectMessage("14020", kOk);
+  machine.user.Click(Window().picButtons(2));
+  app.gEssayStartRequested = false;
+  machine.user.Click(Window().picButtons(2));
+  EXPECT_EQ(
+      composition.frmBrowser->webMain.LocationURL(),
+      "http://school/p_mrv_get_essay_work.asp?key=zorbelquinter&pno=1234567890&workId=W1&mode=GETHTM&cpno=");
+}
+
+}  // namespace

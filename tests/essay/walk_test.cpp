@@ -1,0 +1,331 @@
+// The walk under the virtual clock.
+#include "core/message_catalogue.h"
+#include "core/settings.h"
+#include "tests/essay/essay_fixture.h"
+
+namespace {
+
+using ::testing::AllOf;
+using ::testing::Each;
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+using ::testing::Not;
+using ::testing::SizeIs;
+
+constexpr auto kOk = &FrmMessage::cmdOK;
+constexpr auto kYes = &FrmMessage::cmdYes;
+constexpr auto kNo = &FrmMessage::cmdNo;
+const char* const kFault = "OK_1#AG01#page.htm#*He go* home .";
+
+TEST_F(EssayTest, WalksToTheReport) {
+  ExpectMessage("14005", kOk);
+  Send("He goes home.\r\nShe  doesn't go，too.");
+  EXPECT_THAT(OkRows(), ElementsAre("He goes home.|N", "She doesn’t go,too.|N"));
+  const EssayRow essay = LastEssay();
+  EXPECT_EQ(essay.finalSet, "N");
+  EXPECT_EQ(essay.newEssay, "He goes home.\r\nShe doesn’t go,too.");
+  EXPECT_EQ(essay.orgEssay, essay.newEssay);
+  EXPECT_THAT(Texts("select distinct essayId from oksentence"), ElementsAre(essay.essayId));
+  EXPECT_THAT(Texts("select distinct essaySId from oksentence"), SizeIs(2));
+  EXPECT_TRUE(Window().mReportDone);
+  EXPECT_THAT(Window().webHtml.Page(), HasSubstr("She doesn't go,too."));
+  EXPECT_TRUE(app.gEssayReportShown);
+  EXPECT_FALSE(app.gEssayMode);
+  EXPECT_FALSE(Window().TopMost);
+  EXPECT_EQ(composition.frmMain->Left, -20000);
+}
+
+TEST_F(EssayTest, RefusesATextBeforeAnythingIsWritten) {
+  const std::string tooLong = std::string(32767, 'a') + ".";
+  const std::pair<std::string, const char*> cases[] = {
+      {"   ", "14001"}, {"He goes", "14004"}, {"He 去.", "13001"}, {tooLong, "14023"}};
+  for (const auto& [text, message] : cases) {
+    ExpectMessage(message, kOk);
+    Send(text);
+    EXPECT_THAT(Texts("select essayId from essay"), IsEmpty()) << message;
+    EXPECT_FALSE(app.gEssayMode) << message;
+    EXPECT_EQ(Window().txtInput.Text().size(), text == "   " ? 2 : text.size()) << message;
+  }
+  EXPECT_THAT(machine.http.requests, IsEmpty());
+}
+
+TEST_F(EssayTest, CorrectsASentenceUnderItsId) {
+  replies["He go home."] = kFault;
+  ExpectMessage("14003", kOk);
+  OnCorrection([this] {
+    FrmMain& frmMain = *composition.frmMain;
+    EXPECT_GT(frmMain.Left, 0);
+    EXPECT_EQ(Window().Left, -20000);
+    EXPECT_EQ(frmMain.txtInput.SelText(), "He go home.");
+    EXPECT_FALSE(frmMain.imgMenu(9).Visible);
+    EXPECT_EQ(app.gVerdict, "##EDIT##");
+    frmMain.txtInput.Text = " He goes home. ";
+    machine.user.Press(frmMain.txtInput, kKeyEnter);
+  });
+  ExpectMessage("14005", kOk);
+  Send("I run. He go home. I run.");
+  EXPECT_THAT(OkRows(), ElementsAre("I run.|N", "He goes home.|N", "I run.|N"));
+  EXPECT_THAT(ErrRows(), ElementsAre("*He go* home .|AG01|1"));
+  EXPECT_EQ(Mistakes("AG01"), 1);
+  EXPECT_THAT(Texts("select essaySId from errsentence"),
+              ElementsAre(Texts("select essaySId from oksentence where sentence like 'He%'").front()));
+  EXPECT_EQ(LastEssay().newEssay, "I run. He goes home. I run.");
+  EXPECT_EQ(LastEssay().orgEssay, "I run. He go home. I run.");
+  // The second "I run." passed from the record.
+  EXPECT_THAT(Asked(), ElementsAre("I run.", "He go home.", "He goes home."));
+  EXPECT_TRUE(composition.frmMain->imgMenu(9).Visible);
+  EXPECT_FALSE(composition.frmMain->imgMenu(10).Visible);
+}
+
+TEST_F(EssayTest, CorrectsEverySentenceThatIsEqual) {
+  replies["He go home."] = kFault;
+  ExpectMessage("14003", kOk);
+  Correct("He goes home.");
+  ExpectMessage("14005", kOk);
+  Send("He go home. I run. He go home.");
+  EXPECT_EQ(LastEssay().newEssay, "He goes home. I run. He goes home.");
+  EXPECT_THAT(ErrRows(), SizeIs(1));
+  EXPECT_THAT(Asked(), ElementsAre("He go home.", "He goes home.", "I run."));
+}
+
+TEST_F(EssayTest, CountsEachRepeatedMistake) {
+  replies["He go home."] = "OK_1#AG01#page.htm#He go home.";  // so that the record knows it
+  ExpectMessage("14003", kOk);
+  Correct("He go home.");
+  ExpectMessage("14003", kOk);
+  Correct("He goes home.");
+  ExpectMessage("14005", kOk);
+  Send("He go home.");
+  EXPECT_THAT(ErrRows(), ElementsAre("He go home.|AG01|1", "He go home.|AG01|1"));
+  EXPECT_THAT(Texts("select times from mistakes"), ElementsAre("2"));
+  EXPECT_THAT(Texts("select distinct essaySId from errsentence"), SizeIs(1));
+  EXPECT_THAT(Asked(), ElementsAre("He go home.", "He goes home."));
+}
+
+TEST_F(EssayTest, LeavesAWarningToTheLearner) {
+  replies["He go home."] = "OK_2#AG01#page.htm#*He go* home .";
+  ExpectMessage("14021", kNo);
+  ExpectMessage("14005", kOk);
+  Send("He go home.");
+  EXPECT_THAT(OkRows(), ElementsAre("He go home.|2"));
+  EXPECT_EQ(Mistakes("AG01"), 1);
+
+  replies["She go home."] = replies["He go home."];
+  ExpectMessage("14021", kYes);
+  Correct("She goes home.");
+  ExpectMessage("14005", kOk);
+  Send("He go home. She go home.");
+  EXPECT_THAT(OkRows(), ElementsAre("He go home.|2", "He go home.|2", "She go home.|2", "She goes home.|N"));
+  EXPECT_THAT(Asked(), ElementsAre("He go home.", "She go home.", "She goes home."));
+}
+
+TEST_F(EssayTest, ShowsTheFiledPageOfAFault) {
+  replies["He go home."] = kFault;
+  ExpectMessage("14003", kOk, [this] {
+    EXPECT_THAT(composition.frmBrowser->webOther.LocationURL(),
+                AllOf(HasSubstr("http://school/p_all_engine_htm_show.asp?key=zorbelquinter&pnomd5="),
+                      HasSubstr("&checksum=" + app.gEssayPageChecksum + "&enginever=&tid=")));
+  });
+  BreakOff();
+  Send("He go home.");
+}
+
+TEST_F(EssayTest, AsksAgainWhenTheBoxIsEmptyOrTheTextWouldNotEnd) {
+  replies["He go home."] = kFault;
+  std::deque<std::string> attempts{"  ", "He goes home", "He goes home. All is well."};
+  Timer learner(machine.loop, 1000);
+  learner.onTick = [&] {
+    EXPECT_EQ(app.gVerdict, "##EDIT##");
+    composition.frmMain->txtInput.Text = attempts.front();
+    attempts.pop_front();
+    learner.Enabled = !attempts.empty();
+    machine.user.Press(composition.frmMain->txtInput, kKeyEnter);
+  };
+  OnCorrection([&] { learner.Enabled = true; });
+  for (const char* message : {"14003", "14003", "14004", "14005"}) ExpectMessage(message, kOk);
+  Send("He go home.");
+  EXPECT_THAT(OkRows(), ElementsAre("He goes home.|N", "All is well.|N"));
+}
+
+TEST_F(EssayTest, MeetsASentenceOverALineBreakAgain) {
+  replies["He gohome."] = kFault;
+  ExpectMessage("14003", kOk);
+  Correct("He goes home.");
+  ExpectMessage("14003", kOk);
+  BreakOff();
+  Send("He go\r\nhome.");
+  EXPECT_THAT(ErrRows(), SizeIs(2));
+  EXPECT_EQ(LastEssay().finalSet, "A");
+}
+
+TEST_F(EssayTest, KeepsOldVerdictsWithoutTheEngine) {
+  const auto day = std::chrono::year{2026} / 11 / 1;
+  composition.records.InsertOkSentence({.sId = "1", .sentence = "It's fine.", .sDate = day, .haveHtm = "2"});
+  composition.records.InsertErrSentence(
+      {.id = "2", .sentence = "It's bad.", .errcode = "AG01", .sDate = day});
+  composition.records.InsertMistake("AG01");
+  ExpectMessage("14003", kOk);
+  BreakOff();
+  const auto start = machine.loop.Elapsed();
+  Send("It's fine. It's bad.");
+  EXPECT_THAT(Asked(), IsEmpty());
+  EXPECT_THAT(OkRows(), ElementsAre("It’s fine.|2", "It’s fine.|2"));
+  EXPECT_THAT(ErrRows(), ElementsAre("It’s bad.|AG01|N", "It’s bad.|AG01|N"));
+  EXPECT_THAT(Texts("select times from mistakes"), ElementsAre("2"));
+  EXPECT_GE((machine.loop.Elapsed() - start).count(), 100);
+}
+
+TEST_F(EssayTest, StopsInEveryState) {
+  replies["He go home."] = kFault;
+  replies["She go home."] = "OK_2#AG01#page.htm#*She go* home .";
+  replies["It is odd."] = "OK_7#";
+  // While a sentence from the record is highlighted.
+  composition.records.InsertOkSentence(
+      {.sId = "1", .sentence = "I run.", .sDate = std::chrono::year{2026} / 11 / 1});
+  Timer soon(machine.loop, 20);
+  soon.onTick = [&] {
+    soon.Enabled = false;
+    machine.user.Click(Window().picButtons(0));
+  };
+  soon.Enabled = true;
+  Send("I run. I walk.");
+  EXPECT_EQ(LastEssay().finalSet, "A");
+  EXPECT_THAT(Asked(), IsEmpty());
+  // At a correction, after an error and after a warning.
+  for (const auto& [text, message] : {std::pair{"He go home. I walk.", "14003"}, {"She go home.", "14021"}}) {
+    ExpectMessage(message, std::string(message) == "14003" ? kOk : kYes);
+    BreakOff();
+    Send(text);
+    EXPECT_EQ(LastEssay().finalSet, "A") << text;
+    EXPECT_THAT(Asked(), Not(::testing::Contains("I walk."))) << text;
+  }
+  // While nothing but a stop can end the wait for a verdict.
+  soon.Interval = 2000;
+  soon.Enabled = true;
+  Send("It is odd. I walk.");
+  EXPECT_EQ(ErrRows().back(), "|0|N");
+  EXPECT_THAT(Asked(), Not(::testing::Contains("I walk.")));
+  EXPECT_FALSE(app.gEssayMode);
+  EXPECT_THAT(Window().webHtml.Page(), HasSubstr("這篇短文批改過程中被中斷"));
+}
+
+TEST_F(EssayTest, TakesNoKeysAndNoSecondWalkMeanwhile) {
+  replies["He go home."] = kFault;
+  ExpectMessage("14003", kOk, [this] {
+    int key = 'A';
+    Window().txtInput.KeyDown.Raise(key);
+    EXPECT_EQ(key, 0);
+    key = 'a';
+    Window().txtInput.KeyPress.Raise(key);
+    EXPECT_EQ(key, 0);
+    EXPECT_FALSE(Window().picButtons(1).Visible);
+    EXPECT_FALSE(Window().imgClose.Visible);
+    Window().picButtons_Click(1);
+    Window().QueryClose.Raise();
+    composition.essay.ShowEssay("1");  // as a link in a page would
+  });
+  BreakOff();
+  Send("He go home.");
+  EXPECT_THAT(Texts("select essayId from essay"), SizeIs(1));
+}
+
+TEST_F(EssayTest, EndsTheProgramWhenNoEngineIsToBeHad) {
+  machine.http.Route("p_all_webengine_get.asp", "ERR");
+  ExpectMessage("16001", kOk);
+  ExpectMessage("16001", &FrmMessage::cmdCancel);
+  EXPECT_THROW(Send("He goes home."), ProgramEnd);
+  EXPECT_THAT(machine.http.Bodies("p_all_webengine_get.asp"), SizeIs(20));
+  EXPECT_EQ(LastEssay().finalSet, "A");
+
+  // A connection that breaks is a failed try like any other.
+  EXPECT_TRUE(machine.loop.HasEnded());
+}
+
+TEST_F(EssayTest, GivesTheWindowBackWhicheverStatementFails) {
+  int failures = 0;
+  for (bool fails = true; fails;) {
+    if (machine.user.Expected() == 0) ExpectMessage("14005", kOk);
+    machine.databases.fault.Reset();
+    machine.databases.fault.FailAt(++failures);
+    try {
+      Send("He goes home. I run.");
+      fails = false;
+    } catch (const RunTimeError&) {
+      EXPECT_FALSE(app.gEssayMode || Window().mAnalysing) << failures;
+      EXPECT_EQ(Window().txtInput.Text(), "He goes home. I run.") << failures;
+      EXPECT_TRUE(Window().picButtons(1).Visible && Window().imgClose.Visible) << failures;
+      EXPECT_GT(Window().Left, 0) << failures;
+    }
+  }
+  machine.databases.fault.Reset();
+  EXPECT_GT(failures, 10);
+  EXPECT_EQ(LastEssay().finalSet, "N");
+}
+
+class FakeUpload : public UploadRun {
+ public:
+  explicit FakeUpload(AppState& app) : app_(app) {}
+  void SyncProgress(const std::string& mode) override {
+    modes.push_back(mode);
+    app_.gUploadFinished = true;
+  }
+  std::vector<std::string> modes;
+
+ private:
+  AppState& app_;
+};
+
+TEST_F(EssayTest, UploadsAtTheEndAndTriesAgain) {
+  FakeUpload upload(app);
+  composition.program.hall.frmUpload.LeadsTo([&]() -> UploadRun& { return upload; });
+  WriteNeedSync(composition.program, "Y");
+  machine.http.Route("p_getconn.asp", "ERR");
+  ExpectMessage("14005", kOk);
+  ExpectMessage("15001", kYes);
+  ExpectMessage("15001", kNo);
+  const auto start = machine.loop.Elapsed();
+  Send("I run.");
+  EXPECT_THAT(machine.http.Bodies("p_getconn.asp"), SizeIs(20));
+  EXPECT_GE((machine.loop.Elapsed() - start).count(), 60'000);
+  EXPECT_THAT(upload.modes, IsEmpty());
+  EXPECT_EQ(ReadSetup(composition.program, "NeedSync"), "N");
+  EXPECT_THAT(Texts("select upload from oksentence"), Each("N"));
+
+  machine.http.Queue("p_getconn.asp", "ERR");
+  machine.http.Route("p_getconn.asp", "ONLINE 2026/11/5");
+  ExpectMessage("14005", kOk);
+  Send("I walk.");
+  EXPECT_THAT(upload.modes, ElementsAre("UPLOAD"));
+}
+
+TEST_F(EssayTest, HandsInTheAnswerToAnAssignment) {
+  const auto walkAssignment = [this](const std::string& workId) {
+    composition.essay.StartOwnEssay("Assigned");
+    app.gEssayWorkId = workId;
+    app.gEssayStartRequested = false;
+    machine.user.Focus(Window().txtInput);
+    Window().txtInput.Text = "I run.";
+    machine.user.Click(Window().picButtons(1));
+  };
+  machine.http.Queue("p_set_essay_work_finalset.asp", "ERR");
+  machine.http.Queue("p_set_essay_work_finalset.asp", "OK");
+  ExpectMessage("14005", kOk);
+  ExpectMessage("14019", kYes);
+  ExpectMessage("14018", kOk);
+  walkAssignment("W1");
+  EXPECT_EQ(LastEssay().finalSet, "Y");
+  EXPECT_FALSE(app.gEssayNoListReturn);
+  ExpectMessage("14005", kOk);
+  walkAssignment("W1");  // handed in already: not asked again
+  EXPECT_EQ(LastEssay().finalSet, "N");
+  machine.http.RouteToNowhere("p_set_essay_work_finalset.asp");
+  ExpectMessage("14005", kOk);
+  ExpectMessage("14019", kYes);
+  ExpectMessage("14022", kOk);
+  walkAssignment("W2");
+  EXPECT_EQ(LastEssay().finalSet, "N");
+  EXPECT_THAT(machine.http.Bodies("p_set_essay_work_finalset.asp"), SizeIs(12));
+}
+
+}  // namespace
