@@ -20,7 +20,7 @@ bool TextView::HandleKey(QKeyEvent* event) {
   if (isComposing_) return false;
   const QString text = event->text();
   if (SwallowsKey(*event)) return true;
-  if (text.size() != 1) return false;
+  if (text.size() != 1 || text.at(0) == '\t') return false;  // the tabulator moves the focus
   const QChar filtered = Filtered(text.at(0));
   if (filtered.isNull() || form_.IsDetached()) return true;
   if (filtered.isPrint() && PassOn(event)) return true;

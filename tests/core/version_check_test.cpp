@@ -67,44 +67,45 @@ TEST_F(VersionCheckTest, ClassIsTheFirstOfTheLastTwoDigitsOfTheMiddleNumber) {
   for (const auto& [version, kind] : cases) EXPECT_EQ(VersionClass(version), kind) << version;
 }
 
-TEST_F(VersionCheckTest, DecidesByTextAndStartsTheUpdaterTheUserAgreedTo) {
-  const std::string now = Program::Version();
-  const struct {
-    const char *small, *big;
-    std::vector<Answer> answers;
-    bool hasUpdater, hasEnded;
-    const char* word;
-  } cases[] = {
-      {now.c_str(), now.c_str(), {}, true, false, ""},
-      {"0.9.9", "0.0.1", {}, true, false, ""},
-      {"1.10.0", "1.0.0", {{"4", kYes}}, true, true, "mrv_updater"},
-      {"1.10.0", "1.0.0", {{"4", kNo}}, true, false, ""},
-      {"1.10.0", "1.0.0", {{"4", kYes}, {"5", kOk}}, false, false, ""},
-      {"1.93.0", "1.0.0", {{"47", kYes}}, true, true, "mrv_reinstaller"},
-      {"1.93.0", "1.0.0", {{"47", kNo}}, true, false, ""},
-      {"9.0.0", "2.0.0", {{"47", kYes}}, true, true, "mrv_reinstaller"},
-      {"9.0.0", "2.0.0", {{"47", kNo}, {"471", kOk}}, true, true, ""},
-      {"9.0.0", "2.0.0", {{"47", kYes}, {"5", kOk}}, false, false, ""},
-      {"ERR_SERVER", "1.0.0", {{"4", kNo}}, true, false, ""},
-      {"1.0.0", "ERR_SERVER", {{"47", kNo}, {"471", kOk}}, true, true, ""},
-  };
-  for (const auto& each : cases) {
-    SCOPED_TRACE(std::string(each.small) + " " + each.big);
-    machine.processes.started.clear();
-    std::filesystem::remove_all(app.gTempDir + "/Tessaroon");
-    if (each.hasUpdater) InstallUpdater();
-    ServeVersions(each.small, each.big);
-    EXPECT_EQ(Check(each.answers), each.hasEnded);
-    if (*each.word == '\0') {
-      EXPECT_THAT(machine.processes.started, IsEmpty());
-      continue;
-    }
-    ASSERT_EQ(machine.processes.started.size(), 1U);
-    EXPECT_EQ(machine.processes.started[0].program, app.gTempDir + "/Tessaroon/updater.exe");
-    EXPECT_THAT(machine.processes.started[0].arguments, ElementsAre(each.word, "updates.example"));
-  }
+struct Decision {
+  const char *small, *big;
+  std::vector<Answer> answers;
+  bool hasUpdater, hasEnded;
+  const char* word;  ///< with which the updater was started, "" for not at all
+};
+void PrintTo(const Decision& decision, std::ostream* out) { *out << decision.small << " " << decision.big; }
+
+class VersionDecisionTest : public VersionCheckTest, public ::testing::WithParamInterface<Decision> {};
+
+TEST_P(VersionDecisionTest, ComparesTextsAsksAndStartsTheUpdater) {
+  const Decision& decision = GetParam();
+  if (decision.hasUpdater) InstallUpdater();
+  ServeVersions(decision.small, decision.big);
+  EXPECT_EQ(Check(decision.answers), decision.hasEnded);
   EXPECT_TRUE(Content(app.gSetupFile)) << "only class 8 wipes";
+  if (*decision.word == '\0') {
+    EXPECT_THAT(machine.processes.started, IsEmpty());
+    return;
+  }
+  ASSERT_EQ(machine.processes.started.size(), 1U);
+  EXPECT_EQ(machine.processes.started[0].program, app.gTempDir + "/Tessaroon/updater.exe");
+  EXPECT_THAT(machine.processes.started[0].arguments, ElementsAre(decision.word, "updates.example"));
 }
+
+INSTANTIATE_TEST_SUITE_P(
+    Branches, VersionDecisionTest,
+    ::testing::Values(Decision{"1.0.0", "1.0.0", {}, true, false, ""},
+                      Decision{"0.99.9", "0.0.1", {}, true, false, ""},
+                      Decision{"1.10.0", "1.0.0", {{"4", kYes}}, true, true, "mrv_updater"},
+                      Decision{"1.10.0", "1.0.0", {{"4", kNo}}, true, false, ""},
+                      Decision{"1.10.0", "1.0.0", {{"4", kYes}, {"5", kOk}}, false, false, ""},
+                      Decision{"1.93.0", "1.0.0", {{"47", kYes}}, true, true, "mrv_reinstaller"},
+                      Decision{"1.93.0", "1.0.0", {{"47", kNo}}, true, false, ""},
+                      Decision{"9.0.0", "2.0.0", {{"47", kYes}}, true, true, "mrv_reinstaller"},
+                      Decision{"9.0.0", "2.0.0", {{"47", kNo}, {"471", kOk}}, true, true, ""},
+                      Decision{"9.0.0", "2.0.0", {{"47", kYes}, {"5", kOk}}, false, false, ""},
+                      Decision{"ERR_SERVER", "1.0.0", {{"4", kNo}}, true, false, ""},
+                      Decision{"1.0.0", "ERR_SERVER", {{"47", kNo}, {"471", kOk}}, true, true, ""}));
 
 TEST_F(VersionCheckTest, ClassEightWipesTheDataButSetsRecordsAside) {
   InstallUpdater();
