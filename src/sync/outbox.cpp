@@ -50,14 +50,23 @@ Post Outbox::Read(const std::string& name) const {
 }
 
 std::string Outbox::Keep(const Post& post) {
-  auto& files = program_.machine.files;
-  files.CreateFolder(Folder(), true);
+  program_.machine.files.CreateFolder(Folder(), true);
   const std::string name = MakeRecId(program_.app, program_.machine.loop.Now()) + kEnding;
-  RewriteFile(files, Folder() / name,
+  Write(name, post);
+  return name;
+}
+
+void Outbox::NoteSettled(const std::string& name, Post post) {
+  post.newIds.clear();
+  post.deletedIds.clear();
+  Write(name, post);
+}
+
+void Outbox::Write(const std::string& name, const Post& post) {
+  RewriteFile(program_.machine.files, Folder() / name,
               fmt::format("{}\n{}\n{}\n{}\n{}\n{}", post.id, post.kept, static_cast<int>(post.table),
                           fmt::join(post.newIds, " "), fmt::join(post.deletedIds, " "), post.body),
               true);
-  return name;
 }
 
 void Outbox::Remove(const std::string& name) { program_.machine.files.Delete(Folder() / name); }

@@ -15,7 +15,7 @@ struct Post {
   std::string kept;  ///< "3:1 17:2": of the third row one equal row was kept, of the seventeenth two
   std::string body;  ///< application/x-www-form-urlencoded, UTF-8
   RecordTable table = RecordTable::kOkSentence;
-  std::vector<std::string> newIds, deletedIds;  ///< local keys of the rows
+  std::vector<std::string> newIds, deletedIds;  ///< local keys of the rows that have their flags yet
 };
 
 /// `outbox/` beside the record database, one file a post. A post is there from before its rows lose their
@@ -31,10 +31,13 @@ class Outbox {
   Post Read(const std::string& name) const;
   /// Keeps a post and gives its name.
   std::string Keep(const Post& post);
+  /// Notes that the rows of a post have lost their flags.
+  void NoteSettled(const std::string& name, Post post);
   void Remove(const std::string& name);
 
  private:
   Files::Path Folder() const;
+  void Write(const std::string& name, const Post& post);
 
   Program& program_;
 };

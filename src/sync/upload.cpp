@@ -4,6 +4,7 @@
 
 #include <array>
 #include <random>
+#include <set>
 
 #include "core/program.h"
 #include "core/text_utility.h"
@@ -109,13 +110,32 @@ bool HasArrived(Program& program, const Post& post) {
   }
 }
 
-void SendTable(Program& program, SyncRecords& records, Outbox& outbox, RecordTable table) {
-  const auto rows = records.Pending(table);
-  const Post post = MakePost(program, records, table, rows);
+using Tables = std::set<RecordTable>;
+
+// Gives the tables of which something still waits: what comes later must not overtake it.
+Tables SendWaiting(Program& program, Outbox& outbox) {
+  Tables waiting;
+  for (const auto& name : outbox.Names()) {
+    const Post post = outbox.Read(name);
+    if (!waiting.contains(post.table) && HasArrived(program, post)) {
+      outbox.Remove(name);
+    } else {
+      waiting.insert(post.table);
+    }
+  }
+  return waiting;
+}
+
+void SendTable(Program& program, SyncRecords& records, Outbox& outbox, RecordTable table, bool mayGoOut) {
+  const Post post = MakePost(program, records, table, records.Pending(table));
   const std::string name = outbox.Keep(post);
-  const bool hasArrived = HasArrived(program, post);
+  const bool hasArrived = mayGoOut && HasArrived(program, post);
   records.Settle(table, post.newIds, post.deletedIds);
-  if (hasArrived) outbox.Remove(name);
+  if (hasArrived) {
+    outbox.Remove(name);
+  } else {
+    outbox.NoteSettled(name, post);
+  }
 }
 
 }  // namespace
@@ -131,21 +151,24 @@ std::string FormBody(const Program& program, const std::vector<PendingRow>& rows
   return body;
 }
 
-void SettleOutbox(SyncRecords& records, const Outbox& outbox) {
+void SettleOutbox(SyncRecords& records, Outbox& outbox) {
   for (const auto& name : outbox.Names()) {
     const Post post = outbox.Read(name);
-    records.Settle(post.table, post.newIds, post.deletedIds);
+    if (post.newIds.empty() && post.deletedIds.empty()) continue;
+    // An essay may have been changed since. It goes out once more: servers know it by its number.
+    if (post.table != RecordTable::kEssay) records.Settle(post.table, post.newIds, post.deletedIds);
+    outbox.NoteSettled(name, post);
   }
 }
 
 void UploadPending(Program& program, SyncRecords& records, Outbox& outbox,
                    const std::function<void(const std::string&)>& announce) {
-  for (const auto& name : outbox.Names()) {
-    if (HasArrived(program, outbox.Read(name))) outbox.Remove(name);
-  }
+  const Tables waiting = SendWaiting(program, outbox);
   for (const auto& step : kSteps) {
     announce(step.detail);
-    if (records.CountPending(step.table) > 0) SendTable(program, records, outbox, step.table);
+    if (records.CountPending(step.table) > 0) {
+      SendTable(program, records, outbox, step.table, !waiting.contains(step.table));
+    }
     program.machine.loop.DoEvents();
   }
 }
