@@ -121,11 +121,13 @@ std::vector<PostedRow> RowsOf(const Call& call) {
   return rows;
 }
 
-/// The account; the rows of another one that the learner has named are brought into it first.
+/// The account; the rows of another one that the learner has named are brought into it first. One that is
+/// unknown brings nothing: that is no reason to refuse the learner's own rows.
 std::string MergedAccount(Services& services, const Form& form) {
   const std::string account = services.accounts.Known(form.Required("pno", kNumberLimit));
   const std::string from = CleanAccount(form.Find("frompno").value_or(""));
-  if (!from.empty() && from != account) services.records.Merge(account, services.accounts.Known(from));
+  const bool isOther = from != account && IsAccountNumber(from) && services.store.PasswordHash(from);
+  if (isOther) services.records.Merge(account, from);
   return account;
 }
 

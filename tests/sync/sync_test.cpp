@@ -1,4 +1,10 @@
 // Upload and synchronisation over the server's own pages.
+#include "core/digest.h"
+#include "platform/text_encoding.h"
+#include "platform/timer.h"
+#include "server/digest.h"
+#include "server/wire_text.h"
+#include "sync/wire_text.h"
 #include "tests/sync/computer.h"
 
 namespace {
@@ -6,6 +12,11 @@ namespace {
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
+
+std::string SyncChecksumOf(Computer& computer) {
+  SyncRecords records(computer.Records());
+  return SyncChecksum(records);
+}
 
 class SyncTest : public ::testing::Test {
  protected:
@@ -40,6 +51,195 @@ TEST_F(SyncTest, BringsTheRecordsOfOneComputerToTheOther) {
   school.machine.http.requests.clear();
   ASSERT_TRUE(school.Sync("NOMSG"));
   EXPECT_EQ(school.machine.http.requests.size(), 1U) << "the quick path asks for the checksum alone";
+}
+
+TEST_F(SyncTest, PostsTheFieldsOfTheFormInTheirOrder) {
+  home.AddErr(" He *go*. ", "AG01");
+  const std::string id = home.AddEssay("A & b.\r\nC.");
+  home.AddOk("It's 1+1.", id);
+  home.Sync("UPLOAD", SyncServer::kOldAccount);
+  const auto posts = home.machine.http.Bodies("p_update_err_rec.asp");
+  const std::string head = "key=zorbelquinter&pno=1234567890&frompno=old.account&grade=u2";
+  EXPECT_THAT(
+      posts,
+      ElementsAre(head + "&k1=N&err1=AG01&s1=He+*go*.&d1=2026%2F11%2F5&es1=0&ess1=0&ht1=N",
+                  head + "&k1=N&err1=&s1=It%E2%80%99s+1%2B1.&d1=2026%2F11%2F5&es1=" + id + "&ess1=0&ht1=N",
+                  head + "&k1=N&err1=essay&s1=A&d1=2026%2F11%2F5&es1=" + id + "&ess1=" + id +
+                      "1&ht1=%E6%88%91%E7%9A%84%E7%9F%AD%E6%96%87%3C%40%3EA+%26+b.%0D%0AC.%3C%40%3E"
+                      "A+%26+b.%0D%0AC."));
+}
+
+TEST_F(SyncTest, DeletesOneOfTwoEqualSentences) {
+  home.AddOk("Twice.");
+  home.Sync("UPLOAD");
+  home.AddOk("Twice.");
+  home.Records().Db().Run("update oksentence set upload = 'D' where upload = 'N'");
+  home.Sync("UPLOAD");
+  EXPECT_EQ(server.Query("select count(*) from sentence")[0], "1") << "the deleted one was never there";
+  home.Records().Db().Run("update oksentence set upload = 'D'");
+  home.Sync("NOMSG");
+  EXPECT_EQ(server.Query("select count(*) from sentence")[0], "0");
+  EXPECT_TRUE(home.Contents().empty());
+}
+
+TEST_F(SyncTest, PagesThroughLongStreamsAndKeepsTheOrder) {
+  for (int i = 0; i < 450; ++i) home.AddOk("Number " + std::to_string(i) + ".");
+  home.Sync("UPLOAD");
+  school.Sync("NOMSG");
+  EXPECT_EQ(school.Contents(), home.Contents());
+  const std::string sentences = "select sentence from oksentence order by sId";
+  EXPECT_EQ(school.Query(sentences, 1), home.Query(sentences, 1));
+  EXPECT_EQ(school.machine.http.Bodies("p_sync_client_new.asp").size(), 5U) << "3 pages and two streams";
+}
+
+TEST_F(SyncTest, KeepsWhatDidNotArriveAndSendsItOnce) {
+  home.AddOk("Kept.");
+  home.machine.http.Queue("p_update_err_rec.asp", [this](const HttpRequest& request) -> HttpResponse {
+    server.Answer(request);
+    throw RunTimeError("the reply got lost");
+  });
+  home.Sync("NOMSG");
+  EXPECT_THAT(home.Query("select upload from oksentence", 1), ElementsAre("Y"));
+  EXPECT_EQ(home.Contents().size(), 1U) << "no reload while something is on its way";
+  home.Sync("NOMSG");
+  EXPECT_EQ(home.machine.http.Bodies("p_update_err_rec.asp").size(), 2U);
+  EXPECT_EQ(server.Query("select count(*) from sentence")[0], "1");
+  home.Sync("NOMSG");
+  EXPECT_EQ(home.machine.http.Bodies("p_update_err_rec.asp").size(), 2U) << "the outbox is empty";
+}
+
+TEST_F(SyncTest, AsksAgainForAStreamThatBreaksOff) {
+  home.AddOk("Here.");
+  home.Sync("UPLOAD");
+  for (const char* const reply : {"", "<@>FINISH", "#Here.#2026/11/5#0#0#N<@>"}) {
+    school.machine.http.Queue("p_sync_client_new.asp", reply);
+  }
+  school.Sync("NOMSG");
+  EXPECT_EQ(school.Contents(), home.Contents()) << "no row twice";
+  EXPECT_EQ(school.machine.http.Bodies("p_sync_client_new.asp").size(), 6U);
+}
+
+struct BadReply {
+  const char* what;
+  int status;
+  std::string body;
+};
+
+TEST_F(SyncTest, LeavesTheRecordsAloneWhenTheServerTalksRubbish) {
+  const std::vector<BadReply> replies{{"a page", 200, "<html>Log in to our network</html>"},
+                                      {"an error", 500, "FINISH"},
+                                      {"a redirection", 302, "FINISH"},
+                                      {"# in a sentence", 200, "#Room # 5.#2026/11/5#0#0#N<@>FINISH"},
+                                      {"a wrong date", 200, "#Here.#2026/13/5#0#0#N<@>FINISH"},
+                                      {"an empty date", 200, "#Here.##0#0#N<@>FINISH"},
+                                      {"half a character", 200, "#\xA4"},
+                                      {"a word of refusal", 200, "ERR_NOTFOUND"},
+                                      {"the same page for ever", 200, "#Here.#2026/11/5#0#0#N<@>LASTID:7"},
+                                      {"much of nothing", 200, std::string(5'000'000, 'x')}};
+  home.AddOk("Mine.");
+  home.Sync("UPLOAD");
+  const auto before = home.Contents();
+  home.machine.http.Route("p_sync_checksum.asp", "<html>");
+  int messages = 0;
+  home.machine.windows.onShown = [&](Form& form, bool isModal) {
+    if (!isModal) return;
+    ++messages;
+    home.machine.loop.Post([&form] { dynamic_cast<FrmMessage&>(form).cmdOK.Click.Raise(); });
+  };
+  for (const auto& reply : replies) {
+    SCOPED_TRACE(reply.what);
+    const int shown = messages;
+    home.machine.http.Route("p_sync_client_new.asp", reply.body, reply.status);
+    ASSERT_TRUE(home.Sync("NOMSG"));
+    EXPECT_EQ(home.Contents(), before);
+    EXPECT_EQ(messages, shown + 1) << "the learner is told";
+    EXPECT_TRUE(home.running->frmMain.Enabled());
+    EXPECT_EQ(home.running->frmMain.Left(), 4711);
+    EXPECT_TRUE(home.App().gUploadFinished);
+  }
+}
+
+TEST_F(SyncTest, TakesSqlInASentenceAsText) {
+  home.machine.http.Route("p_sync_checksum.asp", "no");
+  home.machine.http.Route("p_sync_client_new.asp", "FINISH");
+  home.machine.http.Queue("p_sync_client_new.asp", "#x'); drop table essay; --#2026/11/5#0#0#N<@>FINISH");
+  home.Sync("NOMSG");
+  EXPECT_THAT(home.Query("select sentence from oksentence", 1), ElementsAre("x’); drop table essay; --"));
+  EXPECT_THAT(home.Query("select * from essay", 8), IsEmpty());
+}
+
+TEST_F(SyncTest, EndsWithTheProgramInTheMiddleOfAReloadAndChangesNothing) {
+  home.AddOk("Mine.");
+  home.Sync("UPLOAD");
+  const auto before = home.Contents();
+  home.machine.http.Route("p_sync_checksum.asp", "no");
+  home.machine.http.Route("p_sync_client_new.asp", "");
+  Timer closing(home.machine.loop, 20'000);
+  closing.onTick = [this] { home.machine.loop.End(); };
+  closing.Enabled = true;
+  EXPECT_THROW(home.Sync("NOMSG"), ProgramEnd);
+  EXPECT_GT(home.machine.http.Bodies("p_sync_client_new.asp").size(), 5U);
+  home.Die();
+  EXPECT_EQ(home.Contents(), before);
+}
+
+TEST_F(SyncTest, UnreachableServerChangesNothing) {
+  home.AddOk("Mine.");
+  for (const char* const page : {"p_getconn.asp", "p_sync_checksum.asp"})
+    home.machine.http.RouteToNowhere(page);
+  home.Sync("NOMSG");
+  EXPECT_THAT(home.Query("select upload from oksentence", 1), ElementsAre("N"));
+  EXPECT_EQ(home.machine.http.Bodies("p_update_err_rec.asp").size(), 0U);
+}
+
+// By hand: "中a" has the codes A4A4 and 61. The high byte of the first runs into the slot of the second, A4 |
+// 61 = E5. So the digest is the standard one of the two bytes A4 E5.
+TEST(SyncChecksumText, PacksChineseTextIntoSlots) {
+  EXPECT_EQ(Md5Hex("中a"), "f032159fb5b8e6673d463cde150bfae5");
+  for (const std::string text : {"", "abc", "中", "中文", "He’s a 國中 student.", "é😀"}) {
+    EXPECT_EQ(marovane::SlotMd5(text), Md5Hex(text)) << text;
+  }
+  for (std::size_t length = 50; length < 70; ++length) {
+    const std::string text = std::string(length, 'x') + "文";
+    EXPECT_EQ(marovane::SlotMd5(text), Md5Hex(text)) << length;
+  }
+}
+
+TEST(WireText, BringsEveryCharacterThroughBig5) {
+  std::u16string all;
+  for (unsigned unit = 1; unit < 0x10000; ++unit) {
+    if (unit < 0xD800 || unit > 0xDFFF) all.push_back(static_cast<char16_t>(unit));
+  }
+  all += u"😀";
+  const std::string text = ToUtf8(all);
+  const std::string wire = FromBig5(marovane::WireText(text));
+  EXPECT_EQ(wire.find_first_of("#<|"), std::string::npos);
+  EXPECT_EQ(PlainField(wire), text);
+  EXPECT_EQ(marovane::PlainText("'3C'@> it's '' 'zz'"), "<@> it's '' 'zz'");
+}
+
+TEST_F(SyncTest, CompareUnderstandsBothSidesAlike) {
+  home.AddOk("It's  a 國中 student.");
+  home.AddErr("He *isn't* 學生.", "AG01");
+  const std::string essay = home.AddEssay("Text.");
+  EXPECT_EQ(SyncChecksumOf(home), Md5Hex(essay + "Itsa國中student.He*isnt*學生."));
+}
+
+TEST_F(SyncTest, MergesAnOlderAccountOnce) {
+  const HttpRequest old{.url = "http://server/p_update_err_rec.asp",
+                        .headers = {},
+                        .body =
+                            "key=zorbelquinter&pno=old.account&frompno=old.account&grade=&k1=N&err1="
+                            "&s1=Old.&d1=2026%2F10%2F1&es1=0&ess1=0&ht1=N"};
+  ASSERT_EQ(server.Answer(old).body, "OK_");
+  home.AddOk("New.");
+  home.Sync("", "old-account");
+  EXPECT_EQ(home.Contents().size(), 1U) << "an account that does not exist brings nothing, and loses nothing";
+  home.Sync("", SyncServer::kOldAccount);
+  home.AddOk("Newer.");
+  home.Sync("", SyncServer::kOldAccount);
+  EXPECT_EQ(home.Contents().size(), 3U);
+  EXPECT_EQ(home.Contents(), Contents(server));
 }
 
 }  // namespace

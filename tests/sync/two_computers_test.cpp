@@ -1,0 +1,250 @@
+// A month of two computers and one server, drawn at random: whatever fails, no sentence is lost.
+#include <fmt/format.h>
+
+#include <array>
+#include <map>
+#include <random>
+
+#include "records/day_records.h"
+#include "tests/sync/computer.h"
+
+namespace {
+
+/// What happens to requests while the network is bad.
+enum class Weather { kFine, kNoConnection, kReplyLost, kServerError, kHalfReply, kForeignPage };
+
+struct Tally {
+  int runs = 0;
+  int faults = 0;
+  int kills = 0;
+  int merges = 0;
+  int checked = 0;  // sentences and essays that were compared in the end
+  int lost = 0;
+};
+
+class Month {
+ public:
+  Month(unsigned seed, Tally& tally) : random_(seed), tally_(tally) {
+    AddOldAccount();
+    for (std::size_t i = 0; i < computers_.size(); ++i) {
+      computers_[i] =
+          std::make_unique<Computer>([this](const HttpRequest& request) { return Pass(request); });
+      // Two people's clocks never agree to the second.
+      computers_[i]->machine.loop.Advance(std::chrono::seconds{37} * static_cast<int>(i));
+    }
+  }
+
+  void Live() {
+    constexpr int kSteps = 40;
+    for (int step = 0; step < kSteps; ++step) {
+      for (auto& computer : computers_) computer->machine.loop.Advance(std::chrono::hours{18});
+      Act(*computers_[Draw(2)]);
+    }
+    weather_ = Weather::kFine;
+    for (const int i : {0, 1, 0, 1}) EXPECT_TRUE(computers_[static_cast<std::size_t>(i)]->Sync("NOMSG"));
+    Compare();
+  }
+
+ private:
+  unsigned Draw(unsigned below) { return static_cast<unsigned>(random_() % below); }
+
+  void AddOldAccount() {
+    const std::string body =
+        "key=zorbelquinter&pno=old.account&frompno=old.account&grade=&k1=N&err1=&s1=Old+one.&d1=2026%2F10%2F1"
+        "&es1=0&ess1=0&ht1=N&k2=N&err2=AG01&s2=Old+*twos*.&d2=2026%2F10%2F2&es2=0&ess2=0&ht2=N";
+    ASSERT_EQ(server_.Answer({.url = "http://server/p_update_err_rec.asp", .headers = {}, .body = body}).body,
+              "OK_");
+  }
+
+  HttpResponse Pass(const HttpRequest& request) {
+    const bool isBad = weather_ != Weather::kFine && Draw(3) == 0;
+    if (!isBad) return server_.Answer(request);
+    ++tally_.faults;
+    switch (weather_) {
+      case Weather::kServerError:
+        return {500, "text/html", "<html>oops</html>", request.url};
+      case Weather::kForeignPage:
+        return {200, "text/html", "<html>Welcome to our network! # Log in.</html>", request.url};
+      case Weather::kReplyLost:
+        server_.Answer(request);
+        throw RunTimeError("the reply got lost");
+      case Weather::kHalfReply: {
+        HttpResponse response = server_.Answer(request);
+        response.body.resize(response.body.size() / 2);
+        return response;
+      }
+      default:
+        throw RunTimeError("no connection");
+    }
+  }
+
+  void Act(Computer& computer) {
+    switch (Draw(10)) {
+      case 0:
+      case 1:
+      case 2:
+        return Check(computer);
+      case 3:
+        return Write(computer);
+      case 4:
+      case 5:
+        return Delete(computer);
+      default:
+        return Synchronise(computer);
+    }
+  }
+
+  void Check(Computer& computer) {
+    const unsigned count = 1 + Draw(4);
+    for (unsigned i = 0; i < count; ++i) {
+      // One in six says what was said at this computer before.
+      std::string& last = last_[&computer];
+      if (last.empty() || Draw(6) != 0)
+        last = fmt::format("Sentence {} isn't # {} 中文.", ++number_, Draw(1000));
+      if (Draw(3) == 0) {
+        computer.AddErr(last + " *is*", "AG01");
+      } else {
+        computer.AddOk(last);
+      }
+      accepted_.insert(Newest(computer));
+    }
+  }
+
+  /// Contents of the row that was made last: the one that is new among all.
+  std::string Newest(Computer& computer) {
+    const auto rows = computer.Query(
+        "select * from (select sId as k, '', sentence, sDate, essayId, essaySId, haveHtm, '' from oksentence"
+        " union all select id, errcode, sentence, sDate, essayId, essaySId, haveHtm, '' from errsentence)"
+        " order by k desc limit 1",
+        8);
+    return rows[0].substr(rows[0].find('|') + 1);
+  }
+
+  void Write(Computer& computer) {
+    const std::string id = computer.AddEssay(fmt::format("Essay {}.\r\nIt || has <@> lines.", ++number_));
+    computer.AddOk(fmt::format("Essay {}.", number_), id);
+    accepted_.insert(Newest(computer));
+    essays_.insert(id);
+    // Some are sent before they are finished.
+    if (Draw(2) == 0) Synchronise(computer);
+    if (computer.Query("select essayId from essay where essayId = '" + id + "'", 1).empty()) {
+      ADD_FAILURE() << "the essay that was just written is not there";
+      return;
+    }
+    EssayRecords(computer.Records()).FinishEssay(id, fmt::format("Finished {}.", number_));
+    finished_[id] = fmt::format("Finished {}.", number_);
+  }
+
+  void Delete(Computer& computer) {
+    const auto rows = computer.Query(
+        "select sId, '', sentence, sDate, essayId, essaySId, haveHtm, '' from oksentence where upload <> 'D'",
+        8);
+    if (rows.empty()) return;
+    const std::string row = rows[Draw(static_cast<unsigned>(rows.size()))];
+    DayRecords(computer.Records()).DeleteSentences({row.substr(0, row.find('|'))});
+    deleted_.insert(row.substr(row.find('|') + 1));
+  }
+
+  void Synchronise(Computer& computer) {
+    weather_ = Draw(2) == 0 ? Weather::kFine : static_cast<Weather>(1 + Draw(5));
+    const unsigned kind = Draw(8);
+    if (kind == 0) computer.machine.databases.fault.KillAt(static_cast<int>(1 + Draw(60)));
+    if (kind == 1) computer.machine.files.fault.KillAt(static_cast<int>(1 + Draw(12)));
+    if (kind == 2) computer.machine.http.fault.KillAt(static_cast<int>(1 + Draw(8)));
+    const bool isMerge = Draw(12) == 0;
+    const char* const mode = isMerge ? "" : Draw(3) == 0 ? "UPLOAD" : "NOMSG";
+    AnswerFailures(computer);
+    if (!computer.Sync(mode, isMerge ? SyncServer::kOldAccount : SyncServer::kAccount)) ++tally_.kills;
+    weather_ = Weather::kFine;
+    computer.machine.windows.onShown = {};
+    computer.Die();
+    computer.machine.http.requests.clear();
+    computer.machine.databases.statements.clear();
+    computer.machine.loop.Advance(std::chrono::seconds{5});
+    computer.Start();
+  }
+
+  /// A message that something has gone wrong is read and closed.
+  static void AnswerFailures(Computer& computer) {
+    computer.machine.windows.onShown = [&computer](Form& form, bool isModal) {
+      if (!isModal) return;
+      computer.machine.loop.Post([&form] { dynamic_cast<FrmMessage&>(form).cmdOK.Click.Raise(); });
+    };
+  }
+
+  void Compare() {
+    const auto onServer = Contents(server_);
+    for (auto& computer : computers_) {
+      EXPECT_EQ(computer->Contents(), onServer);
+      EXPECT_TRUE(computer->Query("select 1 from oksentence where upload <> 'Y'", 1).empty());
+    }
+    for (auto row = accepted_.begin(); row != accepted_.end(); row = accepted_.upper_bound(*row)) {
+      CompareSentence(*row, onServer.count(*row));
+    }
+    for (const auto& id : essays_) {
+      ++tally_.checked;
+      const auto rows = server_.Query("select new_essay from essay where essay_id = '" + id + "'");
+      const bool isThere = rows == std::vector<std::string>{finished_[id]};
+      if (!isThere) ++tally_.lost;
+      EXPECT_TRUE(isThere) << id;
+    }
+    CompareMerged(onServer);
+  }
+
+  /// Computers may each delete the one of several equal sentences, which is then the same one or two: the
+  /// sentence itself must stay as long as there were more of it than deletions.
+  void CompareSentence(const std::string& row, std::size_t there) {
+    const std::size_t accepted = accepted_.count(row);
+    const std::size_t deleted = deleted_.count(row);
+    ++tally_.checked;
+    const bool isLost = deleted == 0 ? there != accepted : accepted > deleted && there == 0;
+    const bool isBack = accepted == 1 && deleted > 0 && there > 0;
+    if (isLost) ++tally_.lost;
+    EXPECT_FALSE(isLost) << row << ": " << there << " of " << accepted << " less " << deleted;
+    EXPECT_FALSE(isBack) << row << " came back";
+  }
+
+  void CompareMerged(const std::multiset<std::string>& onServer) {
+    const auto one = onServer.count("|Old one.|2026-10-01|0|0|N|");
+    const auto two = onServer.count("AG01|Old *twos*.|2026-10-02|0|0|N|");
+    const bool isDeleted = deleted_.contains("|Old one.|2026-10-01|0|0|N|");
+    EXPECT_LE(two, 1U) << "merged twice";
+    EXPECT_TRUE(one == two || isDeleted);
+    if (two == 1) ++tally_.merges;
+  }
+
+  std::mt19937 random_;
+  Tally& tally_;
+  SyncServer server_;
+  std::array<std::unique_ptr<Computer>, 2> computers_;
+  Weather weather_ = Weather::kFine;
+  int number_ = 0;
+  std::map<const Computer*, std::string> last_;
+  std::multiset<std::string> accepted_, deleted_;
+  std::set<std::string> essays_;
+  std::map<std::string, std::string> finished_;
+};
+
+TEST(TwoComputers, LoseNoSentenceInAnyMonth) {
+#ifdef __SANITIZE_ADDRESS__
+  constexpr int kRuns = 30;
+#else
+  constexpr int kRuns = 300;
+#endif
+  Tally tally;
+  for (int run = 0; run < kRuns; ++run) {
+    SCOPED_TRACE(fmt::format("seed {}", run));
+    Month(static_cast<unsigned>(run), tally).Live();
+    ++tally.runs;
+    if (::testing::Test::HasFailure()) break;
+  }
+  fmt::print("runs {}, faults {}, kills {}, merges {}, compared {}, lost {}\n", tally.runs, tally.faults,
+             tally.kills, tally.merges, tally.checked, tally.lost);
+  EXPECT_EQ(tally.lost, 0);
+  EXPECT_EQ(tally.runs, kRuns);
+  EXPECT_GT(tally.faults, kRuns);
+  EXPECT_GT(tally.kills, 0);
+  EXPECT_GT(tally.merges, 0);
+}
+
+}  // namespace
