@@ -102,6 +102,7 @@ void QtWindows::Unloaded(Form& form) {
   view->Detach();
   view->deleteLater();
   std::erase(recent_, &form);
+  if (wanted_ == &form) wanted_ = nullptr;
   ActivateLastOf(form);
 }
 
@@ -132,6 +133,8 @@ void QtWindows::Activate(Form& form) {
   }
   std::erase(recent_, &form);
   recent_.push_back(&form);
+  wanted_ = &form;
+  wantedSince_ = loop_.Elapsed();
   WindowSystem::Activate(form);
 }
 
@@ -200,10 +203,22 @@ void QtWindows::WindowFocused(QWindow* window) {
     if (window == nullptr) loop_.Enter(this, [this] { ActiveChanged(nullptr); });
     return;
   }
-  if (view->IsPopup()) return;
+  if (view->IsPopup() || TurnsBackTo(view->Model())) return;
   std::erase(recent_, &view->Model());
   recent_.push_back(&view->Model());
   loop_.Enter(view, [this, view] {
     if (!view->IsDetached()) ActiveChanged(&view->Model());
   });
+}
+
+// The focus of a window that was shown a moment ago may come when another one has been called to the front
+// since: the latest call counts. A click is the user's own wish.
+bool QtWindows::TurnsBackTo(const Form& focused) {
+  constexpr EventLoop::Milliseconds kLate{1000};
+  if (wanted_ == nullptr || wanted_ == &focused || loop_.Elapsed() - wantedSince_ > kLate) return false;
+  FormView* const view = Find(*wanted_);
+  if (view == nullptr || !view->Frame().isVisible() || QGuiApplication::mouseButtons() != Qt::NoButton)
+    return false;
+  view->Frame().activateWindow();
+  return true;
 }

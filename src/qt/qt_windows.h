@@ -58,11 +58,14 @@ class QtWindows : public QObject, public WindowSystem {
   void FocusMoved(QWidget* now);
   void WindowFocused(QWindow* window);
   void ActivateLastOf(const Form& gone);
+  bool TurnsBackTo(const Form& focused);
 
   QtLoop& loop_;
   Options options_;
   Skin skin_;
   WebLibrary web_;
   std::map<const Form*, FormView*> views_;
+  const Form* wanted_ = nullptr;  // called to the front last
+  EventLoop::Milliseconds wantedSince_{0};
   std::vector<const Form*> recent_;  // the form that was active last stands at the end
 };

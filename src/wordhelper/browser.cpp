@@ -58,7 +58,10 @@ void FrmBrowser::Form_Unload() { program_.app.gOpenBrowser = false; }
 
 void FrmBrowser::SetDefaultValue() {
   constexpr std::array kToolTips{"上一頁", "下一頁", "用外部瀏覽器檢視本頁"};
-  for (int i = 0; i < picBtns.Count(); ++i) picBtns(i).ToolTipText = kToolTips[static_cast<std::size_t>(i)];
+  for (int i = 0; i < picBtns.Count(); ++i) {
+    picBtns(i).ToolTipText = kToolTips[static_cast<std::size_t>(i)];
+    picBtns(i).Picture = imgBtnOff(i).Picture;
+  }
   webMain.Navigate(kBlank);
   webOther.Navigate(kBlank);
 }

@@ -108,6 +108,8 @@ void Configure(QWebEngineProfile& profile) {
   settings.setAttribute(QWebEngineSettings::LocalContentCanAccessFileUrls, true);
   // Reports show pictures of the server.
   settings.setAttribute(QWebEngineSettings::LocalContentCanAccessRemoteUrls, true);
+  // A page that loads must not take the focus from the window that the learner writes in.
+  settings.setAttribute(QWebEngineSettings::FocusOnNavigationEnabled, false);
   settings.setAttribute(QWebEngineSettings::PdfViewerEnabled, false);
   settings.setAttribute(QWebEngineSettings::AutoLoadIconsForPage, false);
 }
