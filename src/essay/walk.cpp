@@ -129,11 +129,14 @@ void PaintSentence(EssayRoom& room, const TextStyle& style) {
   StyleText(room.frmEssay->txtInput, std::max(app.gEssaySentenceNo - 1, 0), app.gEssaySentenceLen, style);
 }
 
-// So long that the eye can follow the highlight.
-void LetEyeFollow(EssayRoom& room) {
-  constexpr int kTicks = 5;
+// The highlight stays so long that the eye can follow it; what is recorded meanwhile does not add to that.
+void StartShowDelay(EssayRoom& room) {
   room.frmEssay->mShowDelayTicks = 0;
   room.frmEssay->tmrShowDelay.Enabled = true;
+}
+
+void AwaitShowDelay(EssayRoom& room) {
+  constexpr int kTicks = 5;
   room.program.machine.loop.WaitUntil([&room] { return room.frmEssay->mShowDelayTicks >= kTicks; });
   room.frmEssay->tmrShowDelay.Enabled = false;
 }
@@ -141,6 +144,7 @@ void LetEyeFollow(EssayRoom& room) {
 void PassFromRecord(EssayRoom& room, const OkSentence& known) {
   auto& app = room.program.app;
   const LocalTime now = room.program.machine.loop.Now();
+  StartShowDelay(room);
   room.records.InsertOkSentence({.sId = MakeRecId(app, now),
                                  .sentence = app.gEssayCurSentence,
                                  .sDate = DayOf(now),
@@ -148,13 +152,14 @@ void PassFromRecord(EssayRoom& room, const OkSentence& known) {
                                  .essaySId = app.gEssaySId,
                                  .haveHtm = known.haveHtm});
   app.gEssayPageChecksum.clear();
-  LetEyeFollow(room);
+  AwaitShowDelay(room);
   app.gVerdict = "PASS";
 }
 
 void RefuseFromRecord(EssayRoom& room, const ErrSentence& known) {
   auto& app = room.program.app;
   const LocalTime now = room.program.machine.loop.Now();
+  StartShowDelay(room);
   Transaction transaction(room.records.Db());
   room.records.InsertErrSentence({.id = MakeRecId(app, now),
                                   .sentence = known.sentence,
@@ -166,7 +171,7 @@ void RefuseFromRecord(EssayRoom& room, const ErrSentence& known) {
   room.records.RaiseMistake(known.errcode);
   transaction.Commit();
   app.gEssayPageChecksum = known.haveHtm == "N" ? "" : ArchiveChecksum(app.gEssayCurSentence);
-  LetEyeFollow(room);
+  AwaitShowDelay(room);
   app.gVerdict = "ERRS";
 }
 

@@ -98,7 +98,9 @@ bool EventLoop::FireDueTimers(bool visualOnly) {
   std::stable_sort(due.begin(), due.end(), [](const Timer* a, const Timer* b) { return a->due_ < b->due_; });
   for (Timer* timer : due) {
     if (!timers_.contains(timer) || timer->due_ > now) continue;
-    timer->due_ = now + timer->IntervalTime();
+    // In step with the tick before, so that small delays do not add up; unless a whole tick was missed.
+    const auto next = timer->due_ + timer->IntervalTime();
+    timer->due_ = next > now ? next : now + timer->IntervalTime();
     TimersChanged();
     RunHandler([timer] { timer->Tick(); });
   }

@@ -30,12 +30,12 @@ cut_out() {
 }
 for name in ico_mrv_ext ico_mrv_hint ico_mrv_close ico_mrv_closeup ico_mrv_err mrv_icon_warning; do
   rsvg-convert skin/pages/$name.svg -o /tmp/$name.png
-  cut_out /tmp/$name.png ../server/images/$name.gif
+  cut_out /tmp/$name.png ../server/www/_images/$name.gif
   rm /tmp/$name.png
 done
 for frame in 1 2; do
   rsvg-convert skin/pages/ico_sys_break_point_flash_$frame.svg -o /tmp/flash.png
   cut_out /tmp/flash.png /tmp/flash_$frame.png
 done
-convert -dispose background -delay 60 /tmp/flash_1.png /tmp/flash_2.png -loop 0 ../server/images/ico_sys_break_point_flash.gif
+convert -dispose background -delay 60 /tmp/flash_1.png /tmp/flash_2.png -loop 0 ../server/www/_images/ico_sys_break_point_flash.gif
 rm /tmp/flash.png /tmp/flash_1.png /tmp/flash_2.png

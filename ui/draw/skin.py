@@ -235,8 +235,9 @@ def report_pictures():
     save("pages/mrv_icon_warning", 18, 16, '<path d="M9 1.500L17 15H1z" fill="#F0B400" stroke="#A87500" '
          'stroke-linejoin="round"/><path d="M9 6v4.500M9 12.600v.2" stroke="#3a2a00" stroke-width="1.7" '
          'stroke-linecap="round"/>')
+    # The report takes 150 pixels off behind this one, so that many stand empty at its right.
     for frame, fill in (("1", "#E0005A"), ("2", "#FF7FAE")):
-        save(f"pages/ico_sys_break_point_flash_{frame}", 84, 20,
+        save(f"pages/ico_sys_break_point_flash_{frame}", 88 + 150, 20,
              f'<path d="M1 10L9 1.500h70a4 4 0 0 1 4 4v9a4 4 0 0 1-4 4H9z" fill="{fill}"/>'
              '<text x="47" y="14.500" font-family="Noto Sans CJK TC" font-size="12" font-weight="bold" '
              'text-anchor="middle" fill="#ffffff">在此中斷</text>')
