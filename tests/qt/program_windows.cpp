@@ -69,6 +69,19 @@ Form& ShowSplash(WindowedProgram& program) {
   return Opaque(splash);
 }
 
+// As it is typed, or in the middle of a walk.
+Form& ShowEssay(WindowedProgram& program, bool walks) {
+  FrmEssay& frmEssay = *program.composition.essay.frmEssay;
+  Form& form = Opaque(frmEssay);
+  frmEssay.txtInput.Text = "My name is Kevin. I live in Taipei. He goes to school every day.";
+  StyleAllText(frmEssay.txtInput, {.color = Rgb(0, 0, 0)});
+  frmEssay.ShowStopButton(walks);
+  frmEssay.picButtons(1).Visible = !walks;
+  if (walks) StyleText(frmEssay.txtInput, 0, 17, {.color = Rgb(0, 100, 0)});
+  if (walks) StyleText(frmEssay.txtInput, 18, 17, {.color = Rgb(0, 0, 255), .underline = true});
+  return form;
+}
+
 }  // namespace
 
 WindowedProgram::WindowedProgram() : composition(machine.machine, InstallationValues{}) {
@@ -98,6 +111,10 @@ const std::vector<ShownWindow>& ProgramWindows() {
       {"frmMenu", [](WindowedProgram& p) -> Form& { return Opaque(*p.composition.frmMenu); }},
       {"frmDebug", [](WindowedProgram& p) -> Form& { return Opaque(*p.composition.frmDebug); }},
       {"frmErrSentence", [](WindowedProgram& p) -> Form& { return Opaque(*p.composition.frmErrSentence); }},
+      {"frmEssay", [](WindowedProgram& p) -> Form& { return ShowEssay(p, false); }},
+      {"frmEssay-walk", [](WindowedProgram& p) -> Form& { return ShowEssay(p, true); }},
+      {"frmEssayCompare",
+       [](WindowedProgram& p) -> Form& { return Opaque(*p.composition.essay.frmEssayCompare); }},
       {"frmBrowser", [](WindowedProgram& p) -> Form& { return Opaque(*p.composition.frmBrowser); }},
   };
   return windows;
