@@ -58,6 +58,7 @@ FrmPassword::FrmPassword(Program& program)
 void FrmPassword::Form_Load() {
   program_.app.gOpenPassword = true;
   Width = picBG.Width;
+  fullHeight_ = picBG.Height;
   CenterForm(*this);
   shell_.SetMouseIconHand();
   lblNewAccount.HandCursor = true;
@@ -88,7 +89,8 @@ void FrmPassword::FitHeight() {
   constexpr int kApplication = 136 * 15;
   constexpr int kLinkAbove = 84 * 15;
   constexpr int kButtonsAbove = 48 * 15;
-  Height = isApplying_ ? picBG.Height() : picBG.Height - kApplication;
+  picBG.Height = isApplying_ ? fullHeight_ : fullHeight_ - kApplication;
+  Height = picBG.Height;
   lblNewAccount.Top = Height - kLinkAbove;
   for (int i = 0; i < picButtons.Count(); ++i) picButtons(i).Top = Height - kButtonsAbove;
 }

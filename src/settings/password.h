@@ -51,4 +51,5 @@ class FrmPassword : public Form, public HallWindow {
   Fade fade_;
   ShellButtons shell_;
   bool isApplying_ = false;
+  int fullHeight_ = 0;  ///< twips, with the fields of the application
 };
