@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QDesktopServices>
+#include <QDir>
 #include <QFileDialog>
 #include <QStandardPaths>
 #include <QUrl>
@@ -23,6 +24,20 @@ QString QtFilter(const QString& filter) {
   return filters.join(";;");
 }
 
+QString StartFolder() {
+  const QString documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+  return QDir(documents).exists() ? documents : QDir::homePath();
+}
+
+// Where the desktop has no dialog of its own, the toolkit's is used, which speaks English.
+void NameParts(QFileDialog& dialog) {
+  dialog.setLabelText(QFileDialog::LookIn, "位置：");
+  dialog.setLabelText(QFileDialog::FileName, "檔名：");
+  dialog.setLabelText(QFileDialog::FileType, "類型：");
+  dialog.setLabelText(QFileDialog::Accept, "儲存");
+  dialog.setLabelText(QFileDialog::Reject, "取消");
+}
+
 }  // namespace
 
 std::string QtDesktop::ClipboardText() const { return Utf8(QApplication::clipboard()->text()); }
@@ -33,14 +48,13 @@ void QtDesktop::OpenOutside(const std::string& url) { QDesktopServices::openUrl(
 
 std::optional<std::string> QtDesktop::AskSaveFile(const std::string& title, const std::string& filter,
                                                   const std::string& suggestedName) {
-  QString name = Text(suggestedName);
-  if (!name.contains('/')) {
-    name = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation) + "/" + name;
-  }
-  // Whether the file exists is asked by the program itself.
-  const QString chosen =
-      QFileDialog::getSaveFileName(QApplication::activeWindow(), Text(title), name, QtFilter(Text(filter)),
-                                   nullptr, QFileDialog::DontConfirmOverwrite);
-  if (chosen.isEmpty()) return std::nullopt;
-  return Utf8(chosen);
+  const QString name = Text(suggestedName);
+  QFileDialog dialog(QApplication::activeWindow(), Text(title), name.contains('/') ? "" : StartFolder(),
+                     QtFilter(Text(filter)));
+  dialog.setAcceptMode(QFileDialog::AcceptSave);
+  dialog.setOption(QFileDialog::DontConfirmOverwrite);  // the program itself asks
+  dialog.selectFile(name);
+  NameParts(dialog);
+  if (dialog.exec() == QDialog::Rejected || dialog.selectedFiles().isEmpty()) return std::nullopt;
+  return Utf8(dialog.selectedFiles().first());
 }

@@ -1,5 +1,7 @@
 #include "records/age_cleaning.h"
 
+#include <fmt/format.h>
+
 #include <array>
 #include <filesystem>
 #include <memory>
@@ -59,13 +61,12 @@ void AgeCleaning::Archive(Day day) {
   const auto archive = OpenArchive(program_.machine, source.parent_path() / "archive.mdb");
   archive->Run("attach database ? as records", {source.string()});
   Transaction transaction(*archive);
-  for (const auto& [name, key] : kKeptTables) {
-    const std::string table = name;
-    const std::string column = key;
-    archive->Run("create table if not exists main." + table + " as select * from records." + table +
-                 " where 0");
-    archive->Run("insert into main." + table + " select * from records." + table + " where sDate < ? and " +
-                     column + " not in (select " + column + " from main." + table + ")",
+  for (const auto& [table, key] : kKeptTables) {
+    archive->Run(
+        fmt::format("create table if not exists main.{0} as select * from records.{0} where 0", table));
+    archive->Run(fmt::format("insert into main.{0} select * from records.{0} where sDate < ? and {1} not in "
+                             "(select {1} from main.{0})",
+                             table, key),
                  {IsoDay(day)});
   }
   transaction.Commit();

@@ -17,6 +17,17 @@ struct RowStyle {
 constexpr RowStyle kOkRow{"\"", " valign='top'"};
 constexpr RowStyle kErrRow{"'", ""};
 
+constexpr std::string_view kOpenRow =
+    ">\r\n<tr style='font-family: Arial; font-size: 15px; color: #FFCC00'>\r\n"
+    "<td valign='top' height='30' width='10%' align='center'";
+constexpr std::string_view kOpenLink =
+    "><a style='text-decoration: none; color:#FFFFFF;' href='javascript:;' "
+    "ondblclick=\"javascript:document.getElementById('chk";
+constexpr std::string_view kOpenText =
+    "').checked = true; document.location.href='cmd:passEngine';\">"
+    "<font style='color:#FFFFFF;' onmouseover=\"javascript:this.style.color='#FFFF00';\" "
+    "onmouseout=\"javascript:this.style.color='#FFFFFF';\">";
+
 // Plain pieces, for there may be very many rows.
 void Append(std::string& page, std::initializer_list<std::string_view> pieces) {
   for (const auto piece : pieces) page.append(piece);
@@ -34,8 +45,7 @@ void AppendRow(std::string& page, int row, const std::string& id, const std::str
                 style.quote,
                 text,
                 style.quote,
-                ">\r\n<tr style='font-family: Arial; font-size: 15px; color: #FFCC00'>\r\n"
-                "<td valign='top' height='30' width='10%' align='center'",
+                kOpenRow,
                 style.repeatedAlign,
                 "><input type='checkbox' name='chk",
                 n,
@@ -45,12 +55,9 @@ void AppendRow(std::string& page, int row, const std::string& id, const std::str
                 id,
                 "'></td>\r\n<td valign='top' height='30' width='90%' align='left'",
                 style.repeatedAlign,
-                "><a style='text-decoration: none; color:#FFFFFF;' href='javascript:;' "
-                "ondblclick=\"javascript:document.getElementById('chk",
+                kOpenLink,
                 n,
-                "').checked = true; document.location.href='cmd:passEngine';\">"
-                "<font style='color:#FFFFFF;' onmouseover=\"javascript:this.style.color='#FFFF00';\" "
-                "onmouseout=\"javascript:this.style.color='#FFFFFF';\">",
+                kOpenText,
                 text,
                 "</font></a></td>\r\n</tr>\r\n"});
 }

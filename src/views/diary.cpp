@@ -136,6 +136,8 @@ void FrmDiary::picTabs_Click(int index) {
   webHtml.Visible = !showsCharts;
   webCharts.Visible = showsCharts;
   if (showsCharts) ShowCharts();
+  // The focus does not stay with a page that is hidden.
+  if (Visible) (showsCharts ? webCharts : webHtml).SetFocus();
 }
 
 void FrmDiary::ShowCharts() {
