@@ -8,7 +8,7 @@ inline constexpr const char* kRecordTables = R"(
     CREATE TABLE sentence (
       id INTEGER PRIMARY KEY AUTOINCREMENT,
       account TEXT NOT NULL REFERENCES account (number),
-      errcode TEXT NOT NULL,       -- '' of a right sentence
+      errcode TEXT NOT NULL,       -- '' of a correct sentence
       sentence TEXT NOT NULL,
       day TEXT NOT NULL,
       essay_id TEXT NOT NULL,

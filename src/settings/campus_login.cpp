@@ -190,7 +190,7 @@ std::string FrmXQDLogin::LoginOrRetry() {
   const std::string server = Trim(lblACServer.Caption());
   const std::string login = Trim(txtLogin.Text());
   const std::string password = Trim(txtPassword.Text());
-  const std::string reply = LoginToServer(program_, server, login, password);
+  std::string reply = LoginToServer(program_, server, login, password);
   if (reply != kConnectFailed) return reply;
   // A school may have the pages in a folder of its web site.
   return LoginToServer(program_, server + "/serverside", login, password);
