@@ -102,12 +102,13 @@ void SyncRecords::Settle(RecordTable table, const std::vector<std::string>& newI
                          const std::vector<std::string>& deletedIds) {
   const auto& words = WordsOf(table);
   Transaction transaction(Db());
+  // The plus sign keeps the index of the flags out of it: nearly all rows have this flag now.
   for (const auto& id : newIds) {
-    Db().Run(fmt::format("update {} set upload = 'Y' where {} = ? and upload = 'N'", words.name, words.key),
+    Db().Run(fmt::format("update {} set upload = 'Y' where {} = ? and +upload = 'N'", words.name, words.key),
              {id});
   }
   for (const auto& id : deletedIds) {
-    Db().Run(fmt::format("delete from {} where {} = ? and upload = 'D'", words.name, words.key), {id});
+    Db().Run(fmt::format("delete from {} where {} = ? and +upload = 'D'", words.name, words.key), {id});
   }
   transaction.Commit();
 }
@@ -144,12 +145,17 @@ void SyncRecords::BeginReload() {
   }
 }
 
-void SyncRecords::AddToReload(RecordTable table, const std::vector<std::string>& columns) {
+void SyncRecords::AddToReload(RecordTable table, const std::vector<std::vector<std::string>>& rows) {
+  const std::string sql =
+      fmt::format("insert into temp.fresh_{} values (?, ?, ?, ?, ?, ?, ?, ?)", WordsOf(table).name);
+  Transaction transaction(Db());
   std::vector<DbValue> values;
-  values.reserve(columns.size());
-  for (const auto& column : columns) values.emplace_back(StoredText(column));
-  Db().Run(fmt::format("insert into temp.fresh_{} values (?, ?, ?, ?, ?, ?, ?, ?)", WordsOf(table).name),
-           values);
+  for (const auto& columns : rows) {
+    values.clear();
+    for (const auto& column : columns) values.emplace_back(StoredText(column));
+    Db().Run(sql, values);
+  }
+  transaction.Commit();
 }
 
 bool SyncRecords::CommitReload() {

@@ -50,8 +50,8 @@ class SyncRecords {
 
   /// A fresh set of all records, which is collected beside the present one.
   void BeginReload();
-  /// Columns of the table in their order; apostrophes may be either.
-  void AddToReload(RecordTable table, const std::vector<std::string>& columns);
+  /// Rows with the columns of the table in their order; apostrophes may be either.
+  void AddToReload(RecordTable table, const std::vector<std::vector<std::string>>& rows);
   /// Puts the fresh set in place of the present one, all at once. False, and nothing has changed, when
   /// meanwhile something waits to be uploaded.
   bool CommitReload();

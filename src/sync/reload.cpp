@@ -61,7 +61,9 @@ void Reload::LoadStream(const Stream& stream) {
       Pause();
       continue;
     }
-    for (const auto& fields : page.records) Add(stream, fields);
+    std::vector<std::vector<std::string>> rows;
+    for (const auto& fields : page.records) rows.push_back(RowOf(stream, fields));
+    records_.AddToReload(stream.table, rows);
     program_.machine.loop.DoEvents();
     if (*page.nextId == lastId) throw RunTimeError("the server tells the same page again and again");
     lastId = *page.nextId;
@@ -86,27 +88,22 @@ void Reload::Log(const Stream& stream, const std::string& reply) {
   }
   try {
     files.CreateFolder(folder, true);
-    if (stream.table == RecordTable::kOkSentence) {
-      files.Write(folder + "/debug.log", text, true);
-    } else {
-      files.Append(folder + "/debug.log", text);
-    }
+    const std::string path = folder + "/debug.log";
+    if (stream.table == RecordTable::kOkSentence && files.FileExists(path)) files.Delete(path);
+    files.Append(path, text);
   } catch (const RunTimeError&) {
     return;
   }
 }
 
-void Reload::Add(const Stream& stream, const std::vector<std::string>& fields) {
+std::vector<std::string> Reload::RowOf(const Stream& stream, const std::vector<std::string>& fields) {
   switch (stream.table) {
     case RecordTable::kOkSentence:
-      return records_.AddToReload(stream.table, {NextId(), "N", fields[1], StoredDay(fields[2]), "Y",
-                                                 fields[3], fields[4], fields[5]});
+      return {NextId(), "N", fields[1], StoredDay(fields[2]), "Y", fields[3], fields[4], fields[5]};
     case RecordTable::kErrSentence:
-      return records_.AddToReload(stream.table, {NextId(), fields[1], fields[0], StoredDay(fields[2]), "Y",
-                                                 fields[3], fields[4], fields[5]});
-    case RecordTable::kEssay:
-      return records_.AddToReload(stream.table, {fields[1], fields[2], fields[4], fields[5], fields[6], "Y",
-                                                 fields[3], StoredDay(fields[0])});
+      return {NextId(), fields[1], fields[0], StoredDay(fields[2]), "Y", fields[3], fields[4], fields[5]};
+    default:
+      return {fields[1], fields[2], fields[4], fields[5], fields[6], "Y", fields[3], StoredDay(fields[0])};
   }
 }
 

@@ -24,7 +24,7 @@ class Reload {
   void LoadStream(const Stream& stream);
   std::string AskPage(const Stream& stream, const std::string& lastId);
   void Log(const Stream& stream, const std::string& reply);
-  void Add(const Stream& stream, const std::vector<std::string>& fields);
+  std::vector<std::string> RowOf(const Stream& stream, const std::vector<std::string>& fields);
   std::string NextId();
   void Pause();
 
