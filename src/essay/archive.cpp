@@ -34,7 +34,7 @@ std::string ArchiveChecksum(const std::string& sentence) { return Md5Hex(Replace
 
 std::string SendServerHtm(Program& program, const std::string& page, const std::string& sentence) {
   const auto& app = program.app;
-  const std::string checksum = ArchiveChecksum(sentence);
+  std::string checksum = ArchiveChecksum(sentence);
   const HttpRequest request{.method = "POST",
                             .url = app.gFileServerRoot + "p_all_engine_htm_rec.asp",
                             .headers = {{"Content-Type", "application/x-www-form-urlencoded"}},

@@ -159,7 +159,7 @@ EngineAnswer ReadLocalAnswer(Program& program) {
 }
 
 std::string TakePageFile(Program& program, const std::string& path) {
-  const std::string page = ReadBig5File(program.machine.files, path);
+  std::string page = ReadBig5File(program.machine.files, path);
   program.machine.files.Delete(path);
   return page;
 }
