@@ -86,6 +86,7 @@ void QtWindows::Shown(Form& form, bool isModal) {
   FormView* const view = Find(form);
   if (view == nullptr) return;
   view->Show();
+  shownAt_[&form] = loop_.Elapsed();
   if (!view->IsPopup()) WindowSystem::Shown(form, isModal);
 }
 
@@ -103,6 +104,7 @@ void QtWindows::Unloaded(Form& form) {
   view->deleteLater();
   std::erase(recent_, &form);
   if (wanted_ == &form) wanted_ = nullptr;
+  shownAt_.erase(&form);
   ActivateLastOf(form);
 }
 
@@ -134,7 +136,6 @@ void QtWindows::Activate(Form& form) {
   std::erase(recent_, &form);
   recent_.push_back(&form);
   wanted_ = &form;
-  wantedSince_ = loop_.Elapsed();
   WindowSystem::Activate(form);
 }
 
@@ -215,7 +216,9 @@ void QtWindows::WindowFocused(QWindow* window) {
 // since: the latest call counts. A click is the user's own wish.
 bool QtWindows::TurnsBackTo(const Form& focused) {
   constexpr EventLoop::Milliseconds kLate{1000};
-  if (wanted_ == nullptr || wanted_ == &focused || loop_.Elapsed() - wantedSince_ > kLate) return false;
+  const auto shown = shownAt_.find(&focused);
+  if (wanted_ == nullptr || wanted_ == &focused || shown == shownAt_.end()) return false;
+  if (loop_.Elapsed() - shown->second > kLate) return false;
   FormView* const view = Find(*wanted_);
   if (view == nullptr || !view->Frame().isVisible() || QGuiApplication::mouseButtons() != Qt::NoButton)
     return false;

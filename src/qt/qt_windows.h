@@ -66,6 +66,6 @@ class QtWindows : public QObject, public WindowSystem {
   WebLibrary web_;
   std::map<const Form*, FormView*> views_;
   const Form* wanted_ = nullptr;  // called to the front last
-  EventLoop::Milliseconds wantedSince_{0};
+  std::map<const Form*, EventLoop::Milliseconds> shownAt_;
   std::vector<const Form*> recent_;  // the form that was active last stands at the end
 };
