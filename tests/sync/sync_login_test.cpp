@@ -1,0 +1,65 @@
+// The window that asks for an older account.
+#include "sync/sync_login.h"
+
+#include "core/message_catalogue.h"
+#include "tests/sync/computer.h"
+
+namespace {
+
+class SyncLoginTest : public ::testing::Test {
+ protected:
+  SyncLoginTest() {
+    app.gUploadAccountNo = app.gAccountNo;
+    frmSyncLogin->Show();
+  }
+  void Enter(const std::string& account, const std::string& password) {
+    auto& user = home.machine.user;
+    frmSyncLogin->txtPno.Text = "";
+    frmSyncLogin->txtPass.Text = "";
+    user.Type(frmSyncLogin->txtPno, account);
+    user.Type(frmSyncLogin->txtPass, password);
+    user.Click(frmSyncLogin->cmdButtons(0));
+  }
+  void ExpectMessage(const std::string& msgId) {
+    home.machine.user.OnModal([this, msgId](Form& form) {
+      auto& box = dynamic_cast<FrmMessage&>(form);
+      EXPECT_THAT(box.lblMessage.Caption(), ::testing::HasSubstr(MessageText(msgId)));
+      home.machine.user.Click(box.cmdOK);
+    });
+  }
+
+  SyncServer server;
+  Computer home{[this](const HttpRequest& request) { return server.Answer(request); }};
+  AppState& app = home.App();
+  Window<FrmSyncLogin> frmSyncLogin{[this] { return std::make_shared<FrmSyncLogin>(home.running->program); }};
+};
+
+TEST_F(SyncLoginTest, TakesAnAccountThatItsPasswordProves) {
+  Enter(" old.-account ", SyncServer::kOldPassword);
+  EXPECT_EQ(app.gMsgResult, "OK");
+  EXPECT_EQ(app.gUploadAccountNo, SyncServer::kOldAccount);
+  EXPECT_FALSE(frmSyncLogin.IsLoaded());
+}
+
+TEST_F(SyncLoginTest, TellsRefusalsAndStaysForAnotherTry) {
+  ExpectMessage("31");
+  Enter("nobody", SyncServer::kOldPassword);
+  ExpectMessage("32");
+  Enter(SyncServer::kOldAccount, "wrong");
+  home.machine.http.RouteToNowhere("p_getconn.asp");
+  ExpectMessage("1");
+  Enter(SyncServer::kOldAccount, SyncServer::kOldPassword);
+  EXPECT_EQ(home.machine.user.Expected(), 0U);
+  EXPECT_EQ(app.gMsgResult, "");
+  EXPECT_EQ(app.gUploadAccountNo, app.gAccountNo);
+  EXPECT_TRUE(frmSyncLogin.IsLoaded());
+}
+
+TEST_F(SyncLoginTest, CancelLeavesEverythingAsItWas) {
+  home.machine.user.Click(frmSyncLogin->cmdButtons(1));
+  EXPECT_EQ(app.gMsgResult, "CANCEL");
+  EXPECT_EQ(app.gUploadAccountNo, app.gAccountNo);
+  home.machine.loop.WaitUntil([this] { return !frmSyncLogin.IsLoaded(); });
+}
+
+}  // namespace
