@@ -1,5 +1,9 @@
 #include "tests/qt/program_windows.h"
 
+#include "core/text_utility.h"
+#include "tests/records/record_store.h"
+#include "tests/support/realistic_records.h"
+
 namespace {
 
 // As at the end of a fade, and out of reach of its timer.
@@ -69,6 +73,39 @@ Form& ShowSplash(WindowedProgram& program) {
   return Opaque(splash);
 }
 
+// Databases with a few months of practice.
+void PutRecords(WindowedProgram& program) {
+  auto& app = program.composition.program.app;
+  const auto records = program.machine.home / "Marovane.mdb";
+  const auto errors = program.machine.home / "err4list.mdb";
+  const Day today = DayOf(program.machine.loop.Now());
+  CreateRecords(program.machine.databases, records);
+  CreateErrList(program.machine.databases, errors, {{"AG01", "第三人稱單數的動詞要加 s"}, {"AR01", "用 an"}});
+  FillRealistically(*program.machine.databases.Open(records, Databases::Mode::kReadWrite),
+                    {.sentences = 300, .days = 60, .lastDay = today});
+  app.gConnRecords = "Data Source=" + records.string() + ";";
+  app.gConnErrList = "Data Source=" + errors.string() + ";";
+  ShowMain(program, false);
+}
+
+Form& ShowDiary(WindowedProgram& program, int page) {
+  PutRecords(program);
+  program.composition.frmDiary->picTabs_Click(page);
+  return Opaque(*program.composition.frmDiary);
+}
+
+Form& ShowSentences(WindowedProgram& program) {
+  PutRecords(program);
+  program.composition.frmSentences->ShowDaySentences("OKONLY", "");
+  return Opaque(*program.composition.frmSentences);
+}
+
+Form& ShowErrList(WindowedProgram& program) {
+  PutRecords(program);
+  program.composition.frmErrList->GetHtmlListAllErrType();
+  return Opaque(*program.composition.frmErrList);
+}
+
 // As it is typed, or in the middle of a walk.
 Form& ShowEssay(WindowedProgram& program, bool walks) {
   FrmEssay& frmEssay = *program.composition.essay.frmEssay;
@@ -112,10 +149,16 @@ const std::vector<ShownWindow>& ProgramWindows() {
       {"frmDebug", [](WindowedProgram& p) -> Form& { return Opaque(*p.composition.frmDebug); }},
       {"frmErrSentence", [](WindowedProgram& p) -> Form& { return Opaque(*p.composition.frmErrSentence); }},
       {"frmSetup", [](WindowedProgram& p) -> Form& { return Opaque(*p.composition.frmSetup); }},
+      {"frmSyncLogin", [](WindowedProgram& p) -> Form& { return Opaque(*p.composition.frmSyncLogin); }},
       {"frmPassword", [](WindowedProgram& p) -> Form& { return Opaque(*p.composition.frmPassword); }},
       {"frmFeedback", [](WindowedProgram& p) -> Form& { return Opaque(*p.composition.frmFeedback); }},
       {"frmPublisher", [](WindowedProgram& p) -> Form& { return Opaque(*p.composition.frmPublisher); }},
       {"frmXQDLogin", [](WindowedProgram& p) -> Form& { return Opaque(*p.composition.frmXQDLogin); }},
+      {"frmDiary", [](WindowedProgram& p) -> Form& { return ShowDiary(p, 0); }},
+      {"frmDiary-charts", [](WindowedProgram& p) -> Form& { return ShowDiary(p, 1); }},
+      {"frmSentences", ShowSentences},
+      {"frmErrList", ShowErrList},
+      {"frmBindSelect", [](WindowedProgram& p) -> Form& { return Opaque(*p.composition.frmBindSelect); }},
       {"frmEssay", [](WindowedProgram& p) -> Form& { return ShowEssay(p, false); }},
       {"frmEssay-walk", [](WindowedProgram& p) -> Form& { return ShowEssay(p, true); }},
       {"frmEssayCompare",

@@ -1,6 +1,7 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QPointer>
+#include <QRegularExpression>
 #include <QVBoxLayout>
 #include <QWebEngineScript>
 #include <QWebEngineView>
@@ -21,6 +22,13 @@ const char* const kReadInputs = R"js((function() {
   }
   return found;
 })())js";
+
+// What shows until a page has been drawn: its own ground, so that nothing flashes.
+QColor GroundOf(const QString& html) {
+  static const QRegularExpression color("background-color: *(#[0-9A-Fa-f]{6})");
+  const QRegularExpressionMatch match = color.match(html);
+  return match.hasMatch() ? QColor(match.captured(1)) : QColor("#FAF4ED");
+}
 
 class Pane : public WebPane {
  public:
@@ -76,6 +84,7 @@ void Pane::Write(const QString& html) {
   constexpr std::size_t kKept = 20;  // as far back as somebody is likely to go
   waiting_.clear();
   isLoading_ = true;
+  page_->setBackgroundColor(GroundOf(html));
   written_.push_back(KeepPage(html));
   if (written_.size() > kKept) {
     ForgetPage(written_.front());
