@@ -124,7 +124,7 @@ std::vector<PostedRow> RowsOf(const Call& call) {
 /// The account; the rows of another one that the learner has named are brought into it first. One that is
 /// unknown brings nothing: that is no reason to refuse the learner's own rows.
 std::string MergedAccount(Services& services, const Form& form) {
-  const std::string account = services.accounts.Known(form.Required("pno", kNumberLimit));
+  std::string account = services.accounts.Known(form.Required("pno", kNumberLimit));
   const std::string from = CleanAccount(form.Find("frompno").value_or(""));
   const bool isOther = from != account && IsAccountNumber(from) && services.store.PasswordHash(from);
   if (isOther) services.records.Merge(account, from);

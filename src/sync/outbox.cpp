@@ -51,7 +51,7 @@ Post Outbox::Read(const std::string& name) const {
 
 std::string Outbox::Keep(const Post& post) {
   program_.machine.files.CreateFolder(Folder(), true);
-  const std::string name = MakeRecId(program_.app, program_.machine.loop.Now()) + kEnding;
+  std::string name = MakeRecId(program_.app, program_.machine.loop.Now()) + kEnding;
   Write(name, post);
   return name;
 }
