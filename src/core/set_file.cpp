@@ -72,6 +72,8 @@ void WriteEntries(Files& files, const std::string& filePath, const std::vector<E
   for (const auto& entry : entries) {
     if (!entry.key.empty()) print(entry.key + "=" + entry.value);
   }
+  // A value that is written again changes nothing, and the disk need not be waited for.
+  if (files.FileExists(filePath) && files.Read(filePath) == text) return;
   RewriteFile(files, filePath, text, true);
 }
 
