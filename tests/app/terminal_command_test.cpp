@@ -49,6 +49,24 @@ TEST(TerminalCommand, ListsRecordsOfDays) {
   EXPECT_EQ(ParseTerminalCommand({"--version"}, problem)->kind, Kind::kVersion);
 }
 
+TEST(TerminalCommand, LooksBackOnRecords) {
+  std::string problem;
+  EXPECT_EQ(ParseTerminalCommand({"days"}, problem)->kind, Kind::kDays);
+  EXPECT_EQ(ParseTerminalCommand({"mistakes"}, problem)->kind, Kind::kMistakes);
+  const auto sentences = ParseTerminalCommand({"sentences", "2026/11/5"}, problem);
+  EXPECT_EQ(sentences->kind, Kind::kSentences);
+  EXPECT_THAT(sentences->days, ElementsAre(year_month_day{year{2026} / 11 / 5}));
+  for (const Words& words :
+       {Words{"export", "--paragraph", "a.txt"}, Words{"export", "a.txt", "--paragraph"}}) {
+    const auto command = ParseTerminalCommand(words, problem);
+    ASSERT_TRUE(command) << problem;
+    EXPECT_EQ(command->kind, Kind::kExport);
+    EXPECT_EQ(command->file, "a.txt");
+    EXPECT_TRUE(command->paragraph);
+  }
+  EXPECT_FALSE(ParseTerminalCommand({"export", "a.txt"}, problem)->paragraph);
+}
+
 TEST(TerminalCommand, SaysWhatItDoesNotKnow) {
   const struct {
     Words words;
@@ -59,6 +77,10 @@ TEST(TerminalCommand, SaysWhatItDoesNotKnow) {
                {{"check", "--lokal"}, "--lokal"},
                {{"records", "yesterday"}, "yesterday"},
                {{"records", "2026/2/30"}, "2026/2/30"},
+               {{"days", "2026/2/3"}, "2026/2/3"},
+               {{"export"}, "檔案"},
+               {{"export", "--paragraph"}, "檔案"},
+               {{"export", "a.txt", "b.txt"}, "b.txt"},
                {{"-h"}, "-h"}};
   for (const auto& [words, expected] : cases) {
     std::string problem;

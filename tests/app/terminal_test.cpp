@@ -153,6 +153,21 @@ TEST_F(TerminalTest, WrongUsageIsToldAndTouchesNothing) {
   EXPECT_FALSE(fs::exists(home_ / ".config"));
 }
 
+TEST_F(TerminalTest, LooksBackOnWhatWasChecked) {
+  ASSERT_EQ(Run({"check", kRight, "Why is it so cold?", kWrong}).status, 1);
+  const fs::path file = home_ / "list.txt";
+  EXPECT_THAT(Run({"days"}).output, ::testing::EndsWith("\t3\t2\t1\n"));
+  EXPECT_EQ(Run({"sentences"}).output, std::string(kRight) + "\nWhy is it so cold?\n");
+  EXPECT_EQ(Run({"sentences", "1999/1/1"}).output, "");
+  EXPECT_THAT(Run({"mistakes"}).output, ::testing::ContainsRegex("^[A-Z]+\t.+\t1\n  [A-Z]+[0-9]+\t.+\t1\n$"));
+  EXPECT_EQ(Run({"export", "--paragraph", file.string()}).status, 0);
+  EXPECT_EQ(Read(file), std::string(kRight) + " Why is it so cold?. \r\n");
+  const TerminalRun again = Run({"export", file.string()});
+  EXPECT_EQ(again.status, 1) << "nobody is there to say that the file may be replaced";
+  EXPECT_THAT(again.errors, HasSubstr("檔案已經存在"));
+  EXPECT_EQ(Read(file), std::string(kRight) + " Why is it so cold?. \r\n");
+}
+
 TEST_F(TerminalTest, DamagedRecordsAreReportedAndLeftAlone) {
   ASSERT_EQ(Run({"records"}).status, 0);
   const fs::path records = root_ / "marovane" / "Marovane.mdb";

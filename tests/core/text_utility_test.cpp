@@ -12,6 +12,17 @@ using namespace std::chrono;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
+TEST(FormatNumber, PartsThousands) {
+  for (const auto& [number, text] : {std::pair{0, "0"},
+                                     {999, "999"},
+                                     {1000, "1,000"},
+                                     {-999, "-999"},
+                                     {-1000, "-1,000"},
+                                     {1234567, "1,234,567"}}) {
+    EXPECT_EQ(FormatNumber(number), text);
+  }
+}
+
 TEST(MakeRecId, CountsWithinTheSecondAndStartsAnew) {
   AppState app;
   const LocalTime now = local_days{year{2026} / 11 / 5} + 9h;
