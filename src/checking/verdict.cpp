@@ -81,5 +81,7 @@ Steps VerdictSteps(FrmMain& frmMain, const std::string& sentence, const EngineAn
   }
   steps.emplace_back([&] { frmMain.txtInput.SelColor = answer.IsRight() ? kRight : kFaulty; });
   steps.emplace_back([&] { GiveWindowBack(frmMain); });
+  // Within an essay the web exchange may have shown its progress box too.
+  if (kind == EngineKind::kWeb) steps.emplace_back([&] { CloseProgress(program); });
   return steps;
 }

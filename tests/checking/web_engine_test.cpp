@@ -198,6 +198,11 @@ TEST_F(WebEngineTest, DetailMessageNamesTheEngine) {
   });
   Enter("He goes.");
   EXPECT_EQ(shown, "\r\n正在分析您的句子中...請稍候....\r\nhttp://engine/");
+  ExpectIdle("He goes.");
+
+  app.gEssayMode = true;
+  Main().PassStringToEngine();
+  ExpectIdle("He goes.");
 }
 
 TEST_F(WebEngineTest, FailingRecordIsReportedAndNothingTypedIsLost) {
