@@ -129,6 +129,7 @@ void FormView::Show() {
     for (const auto& view : views_) view->Ready();
     FocusFirst();
   }
+  if (frame_->isMinimized()) frame_->setWindowState(frame_->windowState() & ~Qt::WindowMinimized);
   ShowOrHide();
 }
 

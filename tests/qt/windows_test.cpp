@@ -87,6 +87,15 @@ TEST(QtWindows, WindowOffTheScreenIsHiddenAndComesBack) {
   EXPECT_EQ(frame.ContentGeometry().left(), 100);
 }
 
+TEST(QtWindows, MinimisedWindowComesBackWhenItIsShownAgain) {
+  ShownSample sample;
+  WindowFrame& frame = sample.machine.windows.Find(*sample.form)->Frame();
+  frame.showMinimized();
+  ASSERT_TRUE(frame.isMinimized());
+  sample.form->Show();
+  EXPECT_TRUE(frame.isVisible() && !frame.isMinimized());
+}
+
 TEST(QtWindows, FormMayUnloadItselfInItsOwnClick) {
   ShownSample sample;
   sample.form->cmdOK.Click = [&] { sample.form->Unload(); };
