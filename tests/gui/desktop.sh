@@ -21,11 +21,13 @@ start_screen() {
   export DISPLAY=:$(cat "$SCREEN_FILE")
 }
 
-# start_program [SCALE]: a fresh learner's computer.
+# start_program [SCALE]: a fresh learner's computer. "${AS_LEARNER[@]}" COMMAND runs another program there, with
+# nothing of the caller's own.
 start_program() {
   mkdir -p -m 0700 "$WORK/home" "$WORK/run"
-  env -u TMP -u XDG_DATA_HOME -u XDG_CONFIG_HOME -u XDG_STATE_HOME HOME="$WORK/home" XDG_RUNTIME_DIR="$WORK/run" \
-    QT_SCALE_FACTOR="${1:-1}" LANG=C.UTF-8 "$MAROVANE" 2>"$WORK/log" &
+  AS_LEARNER=(env -u TMP -u XDG_DATA_HOME -u XDG_CONFIG_HOME -u XDG_STATE_HOME HOME="$WORK/home"
+    XDG_RUNTIME_DIR="$WORK/run" LANG=C.UTF-8)
+  "${AS_LEARNER[@]}" QT_SCALE_FACTOR="${1:-1}" "$MAROVANE" 2>"$WORK/log" &
   PROGRAM_PID=$!
   DATA=$WORK/home/.local/share/marovane/marovane
 }
