@@ -1,0 +1,73 @@
+#include "checking/error_sentences.h"
+
+#include "core/text_utility.h"
+#include "tests/checking/checking_fixture.h"
+
+namespace {
+
+using ::testing::EndsWith;
+using ::testing::StartsWith;
+
+const std::string kMark = "<span style='background-color: #FFFFFF'>";
+
+std::string Paragraph(const std::string& inner) {
+  return "<p style='margin-top:0px;margin-bottom:0px;'>" + inner + "</p>";
+}
+
+TEST(SentenceStyle, PartsBetweenStarsStandOut) {
+  const struct {
+    const char* sentence;
+    std::string inner;
+  } kCases[] = {
+      {"He *go* to school.", "He " + kMark + "go</span> to school."},
+      {"*a* b *c*", kMark + "a</span> b " + kMark + "c</span>"},
+      {"no mark", "no mark"},
+      {"an *odd number", "an " + kMark + "odd number</span>"},
+      {"他*去*。", "他" + kMark + "去</span>。"},
+      {"", ""},
+  };
+  for (const auto& c : kCases) EXPECT_EQ(GetSentenceStyle(c.sentence), Paragraph(c.inner)) << c.sentence;
+}
+
+class ErrSentencesTest : public CheckingTest {
+ protected:
+  Window<FrmErrSentence> frmErrSentence_{
+      [this] { return std::make_shared<FrmErrSentence>(program, records); }};
+};
+
+TEST_F(ErrSentencesTest, PageHoldsTheSentencesOfOneCode) {
+  const auto day = DayOf(machine.loop.Now());
+  records.InsertErrSentence({.id = "1", .sentence = "He *don't*.", .errcode = "A1", .sDate = day});
+  records.InsertErrSentence({.id = "2", .sentence = "other", .errcode = "B1", .sDate = day});
+  records.InsertErrSentence({.id = "3", .sentence = "gone", .errcode = "A1", .sDate = day, .upload = "D"});
+  records.InsertErrSentence({.id = "4", .sentence = " *a* b ", .errcode = "A1", .sDate = day});
+  FrmErrSentence& window = *frmErrSentence_;
+  EXPECT_TRUE(app.gOpenErrSentence);
+  window.ShowErrSentence("A1");
+  const std::string page = window.webMain.Page();
+  EXPECT_THAT(page, StartsWith("<html>\r\n"));
+  EXPECT_THAT(page, EndsWith("<p><font face='Arial' size='4' style='line-height:150%;'>" +
+                             GetSentenceStyle("He *don’t*.") + GetSentenceStyle("*a* b") +
+                             "</font></p></body>\r\n</html>\r\n"));
+  window.ShowErrSentence("Z9");
+  EXPECT_THAT(window.webMain.Page(),
+              EndsWith("'>\r\n<p><font face='Arial' size='4' style='line-height:150%;'>"
+                       "</font></p></body>\r\n</html>\r\n"))
+      << "a code without sentences gives an empty page";
+}
+
+TEST_F(ErrSentencesTest, SizeHasItsBoundsAndClosingFadesOut) {
+  FrmErrSentence& window = *frmErrSentence_;
+  window.Show();
+  window.Width = 6000;
+  window.Height = 20000;
+  window.Form_Resize();
+  EXPECT_EQ(window.Height(), 650 * 15);
+  EXPECT_GT(window.webMain.Height(), 0);
+  machine.loop.WaitUntil([&] { return window.Alpha() == 240; });
+  machine.user.Click(window.imgClose);
+  EXPECT_TRUE(!app.gOpenErrSentence && frmErrSentence_.IsLoaded());
+  machine.loop.WaitUntil([this] { return !frmErrSentence_.IsLoaded(); });
+}
+
+}  // namespace

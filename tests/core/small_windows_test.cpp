@@ -1,0 +1,142 @@
+#include "core/debug_window.h"
+#include "core/settings.h"
+#include "core/splash.h"
+#include "core/text_menu.h"
+#include "platform/run_time_error.h"
+#include "platform/window.h"
+#include "tests/core/core_fixture.h"
+
+namespace {
+
+using namespace std::chrono_literals;
+using ::testing::ElementsAre;
+
+class SmallWindowsTest : public CoreTest {
+ protected:
+  SmallWindowsTest() {
+    program.hall.frmMain.LeadsTo([this]() -> MainWindow& { return main_; });
+    main_.txtInput.Text = std::string("He goes home.");
+  }
+  void Select(int start, int length) {
+    main_.txtInput.SelStart = start;
+    main_.txtInput.SelLength = length;
+  }
+
+  FakeMain main_{machine.machine};
+};
+
+/// A splash window among neighbours that tell what state they met.
+class SplashTest : public SmallWindowsTest, public UploadRun, public Browser {
+ protected:
+  SplashTest() {
+    app.gWebSiteRoot = "http://site/";
+    program.hall.frmUpload.LeadsTo([this]() -> UploadRun& { return *this; });
+    program.hall.frmBrowser.LeadsTo([this]() -> Browser& { return *this; });
+    Put(app.gSetupFile, "NeedSync=Y\r\n");
+  }
+  void SyncProgress(const std::string& mode) override {
+    EXPECT_EQ(frmSplash_->Alpha(), 240);
+    EXPECT_FALSE(app.gUploadFinished);
+    log_.push_back(mode + " " + app.gUploadAccountNo);
+    machine.loop.Post([this] { app.gUploadFinished = true; });
+  }
+  Form& AsForm() override { return main_; }
+  void GoNavigate(const std::string& url, int mode) override {
+    EXPECT_TRUE(app.gSplashShown && !frmSplash_.IsLoaded() && !main_.Visible());
+    log_.push_back(std::to_string(mode) + " " + url);
+  }
+  void GoWritePage(const std::string& /*html*/, int /*mode*/) override {}
+  void GoPostPage(const std::string& /*html*/, int /*mode*/) override {}
+  /// The time until the splash has gone.
+  std::chrono::milliseconds TimeToTheEnd() {
+    const auto before = machine.loop.Elapsed();
+    machine.loop.WaitUntil([this] { return !app.gSplashShown; });
+    return machine.loop.Elapsed() - before;
+  }
+
+  std::vector<std::string> log_;
+  Window<FrmSplash> frmSplash_{[this] { return std::make_shared<FrmSplash>(program); }};
+};
+
+TEST_F(SplashTest, FadesInUploadsWaitsAndLeavesToTheManual) {
+  app.gAccountNo = "4711";
+  app.gUploadFinished = true;  // of an earlier upload
+  FrmSplash& splash = *frmSplash_;
+  EXPECT_EQ(machine.loop.Elapsed(), 80ms) << "eight ticks of the fade";
+  EXPECT_TRUE(app.gSplashShown && splash.picProgress.Visible() && splash.lblOnProgress.Visible());
+  EXPECT_TRUE(splash.tmrProgressFlash.Enabled());
+  EXPECT_EQ(splash.lblVersion.Caption(), Program::Version());
+  EXPECT_EQ(ReadSetup(program, "NeedSync"), "N");
+  splash.StartClosing();
+  EXPECT_EQ(TimeToTheEnd(), 2500ms + 120ms);
+  EXPECT_TRUE(main_.Visible());
+  EXPECT_THAT(log_, ElementsAre("NOMSG 4711", "1 http://site/_htmls/MRV_manual.htm"));
+}
+
+TEST_F(SplashTest, WithoutAnAccountNothingIsUploadedAndAClickEndsIt) {
+  FrmSplash& splash = *frmSplash_;
+  EXPECT_EQ(ReadSetup(program, "NeedSync"), "Y");
+  splash.StartClosing();
+  machine.user.Click(splash.cmdOK);
+  EXPECT_EQ(TimeToTheEnd(), 120ms);
+  EXPECT_THAT(log_, ElementsAre("1 http://site/_htmls/MRV_manual.htm"));
+}
+
+TEST_F(SmallWindowsTest, MenuCopiesCutsAndPastesInTheInputBox) {
+  FrmMenu menu(program);
+  const struct {
+    CommandButton FrmMenu::*item;
+    const char *clipboard, *text, *clipboardAfter;
+  } kCases[] = {
+      {&FrmMenu::mnuTextCopy, "old", "He goes home.", "goes"},
+      {&FrmMenu::mnuTextCut, "old", "He  home.", "goes"},
+      {&FrmMenu::mnuTextPaste, "went", "He went home.", "went"},
+  };
+  main_.Show();
+  for (const auto& c : kCases) {
+    main_.txtInput.Text = std::string("He goes home.");
+    Select(3, 4);
+    machine.desktop.clipboard = c.clipboard;
+    menu.PopUp();
+    machine.user.Click(menu.*c.item);
+    EXPECT_EQ(main_.txtInput.Text(), c.text);
+    EXPECT_EQ(machine.desktop.clipboard, c.clipboardAfter);
+    EXPECT_FALSE(menu.Visible());
+    EXPECT_EQ(machine.windows.Focused(), &main_.txtInput);
+  }
+}
+
+TEST_F(SmallWindowsTest, MenuStaysOnTheScreenAndGoesWithTheFocus) {
+  FrmMenu menu(program);
+  menu.Width = 1500;
+  menu.Height = 1000;
+  machine.windows.screen = {0, 0, 18000, 12000};
+  machine.windows.cursor = {17900, 300};
+  menu.PopUp();
+  EXPECT_EQ(menu.Left(), 16500);
+  EXPECT_EQ(menu.Top(), 300);
+  machine.windows.ActiveChanged(&main_);
+  EXPECT_FALSE(menu.Visible());
+}
+
+TEST_F(SmallWindowsTest, DebugWindowReadsAndMovesTheMainWindow) {
+  FrmDebug debug(program);
+  main_.Left = 300;
+  main_.Top = -45;
+  debug.Show();
+  machine.user.Click(debug.cmdMainPosGet);
+  EXPECT_EQ(debug.txtMainX.Text() + " " + debug.txtMainY.Text(), "300 -45");
+  debug.txtMainX.Text = std::string(" 1500 ");
+  debug.txtMainY.Text = std::string("32767");
+  machine.user.Click(debug.cmdMainPosReset);
+  EXPECT_EQ(main_.Left(), 1500);
+  EXPECT_EQ(main_.Top(), 32767);
+  for (const char* bad : {"32768", "", "1e3", "x"}) {
+    debug.txtMainY.Text = std::string(bad);
+    debug.txtMainX.Text = std::string("7");
+    EXPECT_THROW(machine.user.Click(debug.cmdMainPosReset), RunTimeError) << bad;
+    EXPECT_EQ(main_.Left(), 1500) << "nothing moves half";
+  }
+}
+
+}  // namespace
