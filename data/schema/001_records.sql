@@ -61,4 +61,18 @@ create table workRec (
 );
 create index workRec_day on workRec (sDate);
 
+-- Sentences that were deleted before any server knew them. To a server they say nothing: an equal sentence
+-- that it has is another computer's.
+create table never_sent (
+  id text primary key
+) without rowid;
+create trigger oksentence_never_sent after update of upload on oksentence
+when old.upload = 'N' and new.upload = 'D' begin
+  insert or ignore into never_sent values (new.sId);
+end;
+create trigger errsentence_never_sent after update of upload on errsentence
+when old.upload = 'N' and new.upload = 'D' begin
+  insert or ignore into never_sent values (new.id);
+end;
+
 pragma user_version = 1;

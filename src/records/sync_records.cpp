@@ -98,6 +98,12 @@ int SyncRecords::CountUploadedLike(RecordTable table, const PendingRow& row) {
   return count;
 }
 
+bool SyncRecords::WasNeverSent(const PendingRow& row) {
+  bool found = false;
+  Db().Run("select 1 from never_sent where id = ?", {row.id}, [&](const DbRow&) { found = true; });
+  return found;
+}
+
 void SyncRecords::Settle(RecordTable table, const std::vector<std::string>& newIds,
                          const std::vector<std::string>& deletedIds) {
   const auto& words = WordsOf(table);
@@ -106,9 +112,12 @@ void SyncRecords::Settle(RecordTable table, const std::vector<std::string>& newI
   for (const auto& id : newIds) {
     Db().Run(fmt::format("update {} set upload = 'Y' where {} = ? and +upload = 'N'", words.name, words.key),
              {id});
+    // One that was deleted while it was on its way has been sent all the same.
+    Db().Run("delete from never_sent where id = ?", {id});
   }
   for (const auto& id : deletedIds) {
     Db().Run(fmt::format("delete from {} where {} = ? and +upload = 'D'", words.name, words.key), {id});
+    Db().Run("delete from never_sent where id = ?", {id});
   }
   transaction.Commit();
 }

@@ -39,6 +39,8 @@ class SyncRecords {
   std::vector<PendingRow> Pending(RecordTable table);
   /// Sentences with the flag 'Y' that say the same as this row.
   int CountUploadedLike(RecordTable table, const PendingRow& row);
+  /// True for a sentence that was deleted before it was ever sent.
+  bool WasNeverSent(const PendingRow& row);
   /// What was sent: new rows become 'Y', deleted ones go, unless their flag has changed since.
   void Settle(RecordTable table, const std::vector<std::string>& newIds,
               const std::vector<std::string>& deletedIds);

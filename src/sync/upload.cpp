@@ -77,13 +77,20 @@ std::string RandomId() {
   return fmt::format("{:08x}{:08x}{:08x}{:08x}", random(), random(), random(), random());
 }
 
+// How many equal rows the deletion of this one must leave on the server.
+int CountKept(SyncRecords& records, RecordTable table, const PendingRow& row) {
+  constexpr int kAll = 1000000;
+  if (row.upload != "D") return 0;
+  return records.WasNeverSent(row) ? kAll : records.CountUploadedLike(table, row);
+}
+
 // Servers do not know local keys. So that the deletion of one of two equal sentences leaves the other, they
 // are told how many have stayed. Longer lists than a header may hold are cut: only equal rows are in them.
 std::string KeptCounts(SyncRecords& records, RecordTable table, const std::vector<PendingRow>& rows) {
   constexpr std::size_t kMost = 6000;
   std::string kept;
   for (std::size_t i = 0; i < rows.size() && kept.size() < kMost; ++i) {
-    const int count = rows[i].upload == "D" ? records.CountUploadedLike(table, rows[i]) : 0;
+    const int count = CountKept(records, table, rows[i]);
     if (count > 0) kept += fmt::format("{}{}:{}", kept.empty() ? "" : " ", i + 1, count);
   }
   return kept;

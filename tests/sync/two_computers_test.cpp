@@ -97,14 +97,13 @@ class Month {
   void Check(Computer& computer) {
     const unsigned count = 1 + Draw(4);
     for (unsigned i = 0; i < count; ++i) {
-      // One in six says what was said at this computer before.
-      std::string& last = last_[&computer];
-      if (last.empty() || Draw(6) != 0)
-        last = fmt::format("Sentence {} isn't # {} 中文.", ++number_, Draw(1000));
+      // One in six says what was said before, at this computer or the other.
+      if (last_.empty() || Draw(6) != 0)
+        last_ = fmt::format("Sentence {} isn't # {} 中文.", ++number_, Draw(1000));
       if (Draw(3) == 0) {
-        computer.AddErr(last + " *is*", "AG01");
+        computer.AddErr(last_ + " *is*", "AG01");
       } else {
-        computer.AddOk(last);
+        computer.AddOk(last_);
       }
       accepted_.insert(Newest(computer));
     }
@@ -219,7 +218,7 @@ class Month {
   std::array<std::unique_ptr<Computer>, 2> computers_;
   Weather weather_ = Weather::kFine;
   int number_ = 0;
-  std::map<const Computer*, std::string> last_;
+  std::string last_;
   std::multiset<std::string> accepted_, deleted_;
   std::set<std::string> essays_;
   std::map<std::string, std::string> finished_;
