@@ -18,6 +18,8 @@
 namespace {
 
 constexpr int kBreakButton = 10;
+constexpr const char* kWaiting = "##EDIT##";
+constexpr int kLookEvery = 10;  // ms
 
 std::string WithDosLineEnds(const std::string& text) {
   return Replace(Replace(text, "\r\n", "\n"), "\n", "\r\n");
@@ -32,25 +34,28 @@ void PagePrinter::Navigate(const std::string& url) {
 }
 
 TerminalEssay::TerminalEssay(Composition& composition)
-    : composition_(composition), printer_(composition.program.machine) {}
+    : composition_(composition),
+      printer_(composition.program.machine),
+      correcting_(composition.program.machine.loop, kLookEvery) {
+  correcting_.onTick = [this] {
+    if (composition_.program.app.gVerdict == kWaiting) AskCorrection();
+  };
+}
 
 // As a learner would: the text is pasted into the box and sent.
 int TerminalEssay::Walk(const std::string& text) {
   auto& app = composition_.program.app;
   FrmMain& frmMain = *composition_.frmMain;
   composition_.frmBrowser->webOther.SetRenderer(&printer_);
-  // The button that breaks a correction off shows when the walk asks for one.
-  correcting_ = frmMain.imgMenu(kBreakButton).Visible.Watch([this](bool visible) {
-    if (visible) composition_.program.machine.loop.Post([this] { AskCorrection(); });
-  });
   frmMain.Show();
   composition_.essay.StartOwnEssay("");
   FrmEssay& frmEssay = *composition_.essay.frmEssay;
   frmEssay.txtInput.SetFocus();
   frmEssay.txtInput.Text = WithDosLineEnds(text);
   app.gEssayId.clear();
+  correcting_.Enabled = true;
   frmEssay.picButtons(1).Click.Raise();
-  correcting_.reset();
+  correcting_.Enabled = false;
   if (app.gEssayId.empty()) return kNoAnswer;  // the text was refused
   Report(app.gEssayId, "");
   fmt::print("\n短文編號：{}\n", app.gEssayId);

@@ -4,7 +4,7 @@
 #include <string>
 
 #include "app/page_fetcher.h"
-#include "platform/property.h"
+#include "platform/timer.h"
 
 struct Composition;
 struct TerminalCommand;
@@ -34,7 +34,7 @@ class TerminalEssay {
 
   Composition& composition_;
   PagePrinter printer_;
-  Subscription correcting_;
+  Timer correcting_;  ///< looks whether the walk waits for a correction, or for another one
 };
 
 /// Runs the command `essay` and gives its exit status. Throws RunTimeError.

@@ -168,6 +168,24 @@ TEST_F(TerminalTest, LooksBackOnWhatWasChecked) {
   EXPECT_EQ(Read(file), std::string(kRight) + " Why is it so cold?. \r\n");
 }
 
+TEST_F(TerminalTest, WalksAnEssayThroughItsCorrections) {
+  const fs::path file = home_ / "essay.txt";
+  files_.Write(file, std::string(kRight) + "\n" + kWrong, false);
+  // The first correction is still wrong, the second one would leave the essay without an end.
+  const std::string lines = std::string(kWrong) + "\nShe goes to school\nShe goes to school every day.\n";
+  const TerminalRun run = Run({"essay", file.string()}, lines);
+  EXPECT_EQ(run.status, 0) << run.errors;
+  EXPECT_THAT(run.errors, HasSubstr("句子必需以標點結尾"));
+  EXPECT_THAT(run.output, HasSubstr("全文共 2 個句子，共計 12 個字，犯錯 2 次"));
+  const fs::path records = root_ / "marovane" / "Marovane.mdb";
+  EXPECT_THAT(Rows(databases_, records, "select sentence from oksentence order by essaySId", 1),
+              ElementsAre(kRight, "She goes to school every day."));
+  EXPECT_THAT(Rows(databases_, records, "select sentence from errsentence", 1),
+              ElementsAre(kMarked, kMarked));
+  EXPECT_THAT(Rows(databases_, records, "select newEssay, finalSet from essay", 2),
+              ElementsAre(std::string(kRight) + "\r\nShe goes to school every day.|N"));
+}
+
 TEST_F(TerminalTest, DamagedRecordsAreReportedAndLeftAlone) {
   ASSERT_EQ(Run({"records"}).status, 0);
   const fs::path records = root_ / "marovane" / "Marovane.mdb";
