@@ -93,7 +93,7 @@ std::vector<Entry> BrokenEntries(const EssayReport& report) {
   const auto okRows = IndexByKey(okByTime);
   const auto errRows = IndexByKey(report.errSentences);
   std::vector<Entry> entries;
-  for (const auto& sentence : CutSentences(report.essay.orgEssay)) {
+  for (const auto& sentence : CutSentences(RunningText(report.essay.orgEssay))) {
     entries.push_back(BrokenEntry(report, sentence, FindSame(okRows, sentence), FindSame(errRows, sentence)));
   }
   return entries;

@@ -100,6 +100,13 @@ TEST(EssayReport, CountsEveryRefusedAttempt) {
   EXPECT_THAT(text, HasSubstr("第3次錯誤："));
 }
 
+TEST(EssayReport, ReadsABrokenEssayAsTheWalkDid) {
+  const std::string text =
+      HtmlToText(BuildEssayReport(ReportFrom("essay A I\\n run. We left at 5 p.m.\\n\nok 1 N I run.")));
+  EXPECT_THAT(text, HasSubstr("全文共 2 個句子"));
+  EXPECT_THAT(text, HasSubstr("We left at 5 p.m."));
+}
+
 TEST(EssayReport, WritesSignsOfHtmlAsTheyAre) {
   const std::string page = BuildEssayReport(ReportFrom("essay N x\nok 1 N A < b & c."));
   EXPECT_THAT(page, HasSubstr("A &lt; b &amp; c."));
