@@ -97,7 +97,7 @@ TEST_F(ShutdownTest, OldRecordsGoIntoTheArchive) {
   EXPECT_THAT(Rows(machine.realDatabases, recordsPath, "select sDate from workRec", 1), ElementsAre(kCut));
 }
 
-TEST_F(ShutdownTest, NothingGoesWithoutAServerDateOrInTheCloudEdition) {
+TEST_F(ShutdownTest, NothingGoesWithoutAServerDate) {
   Put("oksentence", "1", "1950-01-01");
   app.gServerDate = AppState{}.gServerDate;
   Leave();

@@ -231,14 +231,14 @@ TEST_F(EssayTest, TakesNoKeysAndNoSecondWalkMeanwhile) {
 }
 
 TEST_F(EssayTest, EndsTheProgramWhenNoEngineIsToBeHad) {
-  machine.http.Route("p_all_webengine_get.asp", "ERR");
+  machine.http.Queue("p_all_webengine_get.asp", "ERR");
+  // A connection that breaks is a failed try like any other.
+  machine.http.RouteToNowhere("p_all_webengine_get.asp");
   ExpectMessage("16001", kOk);
   ExpectMessage("16001", &FrmMessage::cmdCancel);
   EXPECT_THROW(Send("He goes home."), ProgramEnd);
   EXPECT_THAT(machine.http.Bodies("p_all_webengine_get.asp"), SizeIs(20));
   EXPECT_EQ(LastEssay().finalSet, "A");
-
-  // A connection that breaks is a failed try like any other.
   EXPECT_TRUE(machine.loop.HasEnded());
 }
 
