@@ -32,6 +32,7 @@ void FrmSplash::Form_Load() {
   machine.loop.DoEvents();
   machine.loop.WaitUntil([this] { return hasFadedIn_; });
   UploadSilently();
+  if (!program_.app.gSplashShown) return;  // closed meanwhile
   tmrProgressFlash.Enabled = true;
   picProgress.Visible = true;
   lblOnProgress.Visible = true;
@@ -47,6 +48,8 @@ void FrmSplash::UploadSilently() {
   machine.loop.WaitUntil([&app] { return app.gUploadFinished; });
   WriteNeedSync(program_, "N");
 }
+
+void FrmSplash::StartClosing() { tmrHide.Enabled = program_.app.gSplashShown; }
 
 void FrmSplash::closeForm() {
   tmrHide.Enabled = false;

@@ -10,7 +10,7 @@ class FrmSplash : public Form, public Splash {
   explicit FrmSplash(Program& program);
 
   Form& AsForm() override { return *this; }
-  void StartClosing() override { tmrHide.Enabled = true; }
+  void StartClosing() override;
 
   void Form_Load() override;
   void closeForm();

@@ -183,7 +183,8 @@ void FrmStartUp::Form_Load() {
   Top = kOffScreen;
   PrepareProgram(program_);
   program_.hall.frmMain->AsForm().Show();
-  if (program_.hall.frmSplash) program_.hall.frmSplash->AsForm().Show();
+  // Whoever closed the splash before the main window was there does not want another one.
+  if (program_.hall.frmSplash && program_.app.gSplashShown) program_.hall.frmSplash->AsForm().Show();
 }
 
 void FrmStartUp::Form_Activate() {

@@ -38,6 +38,10 @@ class SplashTest : public SmallWindowsTest, public UploadRun, public Browser {
     EXPECT_EQ(frmSplash_->Alpha(), 240);
     EXPECT_FALSE(app.gUploadFinished);
     log_.push_back(mode + " " + app.gUploadAccountNo);
+    if (isImpatient_) {
+      machine.user.Click(frmSplash_->cmdOK);
+      TimeToTheEnd();
+    }
     machine.loop.Post([this] { app.gUploadFinished = true; });
   }
   Form& AsForm() override { return main_; }
@@ -54,6 +58,7 @@ class SplashTest : public SmallWindowsTest, public UploadRun, public Browser {
     return machine.loop.Elapsed() - before;
   }
 
+  bool isImpatient_ = false;  ///< the user closes the splash during the upload
   std::vector<std::string> log_;
   Window<FrmSplash> frmSplash_{[this] { return std::make_shared<FrmSplash>(program); }};
 };
@@ -80,6 +85,16 @@ TEST_F(SplashTest, WithoutAnAccountNothingIsUploadedAndAClickEndsIt) {
   machine.user.Click(splash.cmdOK);
   EXPECT_EQ(TimeToTheEnd(), 120ms);
   EXPECT_THAT(log_, ElementsAre("1 http://site/_htmls/MRV_manual.htm"));
+}
+
+TEST_F(SplashTest, ClosedDuringTheUploadItIsGoneForGood) {
+  app.gAccountNo = "4711";
+  isImpatient_ = true;
+  FrmSplash& splash = *frmSplash_;
+  splash.StartClosing();
+  EXPECT_FALSE(splash.tmrHide.Enabled() || splash.tmrProgressFlash.Enabled());
+  EXPECT_FALSE(frmSplash_.IsLoaded() || app.gSplashShown);
+  EXPECT_THAT(log_, ElementsAre("NOMSG 4711", "1 http://site/_htmls/MRV_manual.htm"));
 }
 
 TEST_F(SmallWindowsTest, MenuCopiesCutsAndPastesInTheInputBox) {

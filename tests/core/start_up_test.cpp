@@ -247,6 +247,23 @@ TEST_F(FrmStartUpTest, RootStaysOutOfSightAndShowsTheMainWindow) {
   EXPECT_EQ(main_.closings, 1);
 }
 
+class FakeSplash : public Form, public Splash {
+ public:
+  explicit FakeSplash(Machine& theMachine) : Form(theMachine, "frmSplash") {}
+  Form& AsForm() override { return *this; }
+  void StartClosing() override {}
+};
+
+TEST_F(FrmStartUpTest, SplashThatHasGoneIsNotBroughtBack) {
+  FakeSplash splash(machine.machine);
+  program.hall.frmSplash.LeadsTo([&]() -> Splash& { return splash; });
+  for (const bool isShown : {false, true}) {
+    app.gSplashShown = isShown;
+    root_.Form_Load();
+    EXPECT_EQ(splash.Visible(), isShown);
+  }
+}
+
 TEST_F(FrmStartUpTest, FocusEndsAtTheLastOpenWindow) {
   FakeLogin diary(program);
   FakeLogin setup(program);
