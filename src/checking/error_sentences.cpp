@@ -57,6 +57,7 @@ void FrmErrSentence::Form_Load() {
   minHeight_ = Height;
   webMain.Navigate("about:blank");
   imgClose.HandCursor = true;
+  CenterForm(*this);
   fade_.In();
 }
 
