@@ -21,22 +21,22 @@ struct Span {
 
 /// One fault. Texts are UTF-8.
 struct Fault {
-  std::string code;     ///< code of the error catalogue, at most 6 letters and digits
-  Verdict level = Verdict::kErrors;  ///< kErrors or kWatch
-  Span span;            ///< where it is
-  std::string message;  ///< what is wrong and why, in Traditional Chinese for a beginner
+  std::string code;                      ///< code of the error catalogue, at most 6 letters and digits
+  Verdict level = Verdict::kErrors;      ///< kErrors or kWatch
+  Span span;                             ///< where it is
+  std::string message;                   ///< what is wrong and why, in Traditional Chinese for a beginner
   std::vector<std::string> corrections;  ///< texts to put in place of the span, best first
 };
 
 /// The engine's answer for one sentence.
 struct Judgement {
   Verdict verdict = Verdict::kRight;
-  std::string errcode = "0";    ///< code of the most certain fault, "0" when there is none
-  std::string marked;           ///< the sentence with "*" before and after each faulty part
-  std::vector<Fault> faults;    ///< at most three, the most certain first
-  std::string corrected;        ///< the sentence with the first corrections put in
-  std::string col_suggestion;   ///< "0", or items as the suggestion window reads them
-  std::string syn_suggestion;   ///< "0", or items as the suggestion window reads them
+  std::string errcode = "0";   ///< code of the most certain fault, "0" when there is none
+  std::string marked;          ///< the sentence with "*" before and after each faulty part
+  std::vector<Fault> faults;   ///< at most three, the most certain first
+  std::string corrected;       ///< the sentence with the first corrections put in
+  std::string col_suggestion;  ///< "0", or items as the suggestion window reads them
+  std::string syn_suggestion;  ///< "0", or items as the suggestion window reads them
 };
 
 /// One loaded engine. Judge is const and may be called from several threads at once.

@@ -5,6 +5,7 @@
 #include <QApplication>
 #include <QFile>
 #include <QIcon>
+#include <QMessageBox>
 #include <QStyleFactory>
 
 #include "qt/fonts.h"
@@ -27,4 +28,18 @@ void ConfigureApplication(const QString& uiFolder) {
   if (!sheet.open(QIODevice::ReadOnly)) return;
   QString text = QString::fromUtf8(sheet.readAll());
   qApp->setStyleSheet(text.replace("${skin}", uiFolder + "/skin"));
+}
+
+int RunApplication(int argc, char** argv, const std::string& uiFolder,
+                   const std::function<void(const std::string& words)>& run) {
+  PrepareApplication();
+  const QApplication application(argc, argv);
+  try {
+    ConfigureApplication(QString::fromStdString(uiFolder));
+    run(QApplication::arguments().mid(1).join(' ').toStdString());
+    return EXIT_SUCCESS;
+  } catch (const std::exception& error) {
+    QMessageBox::critical(nullptr, "Marovane", "無法啟動：" + QString::fromUtf8(error.what()));
+    return EXIT_FAILURE;
+  }
 }

@@ -2,9 +2,16 @@
 #pragma once
 
 #include <QString>
+#include <functional>
+#include <string>
 
 /// Before the QApplication: what the web engine, which comes later, will rely on.
 void PrepareApplication();
 
 /// After it: fonts and the style sheet of the skin (<ui>/skin/marovane.qss), icon and name.
 void ConfigureApplication(const QString& uiFolder);
+
+/// A whole life: makes the application, hands the words of the command line to the program, and tells in a
+/// box why it could not start. Gives the exit status.
+int RunApplication(int argc, char** argv, const std::string& uiFolder,
+                   const std::function<void(const std::string& words)>& run);

@@ -31,9 +31,10 @@ std::optional<EssayRow> EssayRecords::FindEssay(const std::string& essayId) {
 }
 
 void EssayRecords::FinishEssay(const std::string& essayId, const std::string& newEssay) {
-  Db().Run("update essay set newEssay = ?, finalSet = 'N',"
-           " upload = case upload when 'Y' then 'N' else upload end where essayId = ?",
-           {StoredText(newEssay), essayId});
+  Db().Run(
+      "update essay set newEssay = ?, finalSet = 'N',"
+      " upload = case upload when 'Y' then 'N' else upload end where essayId = ?",
+      {StoredText(newEssay), essayId});
 }
 
 void EssayRecords::HandInEssay(const std::string& essayId, const std::string& workId) {
