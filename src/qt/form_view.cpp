@@ -4,6 +4,7 @@
 #include <QFile>
 #include <QPushButton>
 #include <QWindow>
+#include <ranges>
 #include <utility>
 
 #include "platform/run_time_error.h"
@@ -204,9 +205,11 @@ bool FormView::KeyReached(int key) {
   return false;
 }
 
+// Of several the last one that can be clicked: a message that only tells is left by its one button, a
+// question by the button that refuses.
 bool FormView::ClickMarked(const char* property) {
   if (isDetached_) return false;
-  for (const auto& view : views_) {
+  for (const auto& view : views_ | std::views::reverse) {
     if (!view->Widget().property(property).toBool() || !view->Model().AcceptsInput()) continue;
     view->ClickIt();
     return true;

@@ -4,6 +4,7 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QRawFont>
+#include <QTest>
 
 #include "qt/text_convert.h"
 #include "tests/qt/program_windows.h"
@@ -80,6 +81,27 @@ TEST_P(EveryWindow, IsDrawnWithItsFaceAndInk) {
   EXPECT_GT(dark, 2000) << "graphite of the face";
   EXPECT_GT(bright, 50) << "texts and icons";
   EXPECT_EQ(picture.pixelColor(0, 0).alpha(), 0) << "the shadow ends softly";
+}
+
+TEST(MessageWindow, EscapeLeavesItByTheButtonThatRefuses) {
+  const struct {
+    const char *buttons, *answer;
+  } kCases[] = {{"OK", "OK"}, {"OK_CANCEL", "CANCEL"}, {"YES_NO", "NO"}};
+  for (const auto& c : kCases) {
+    WindowedProgram program;
+    Program& own = program.composition.program;
+    Timer user(program.machine.loop, 10);
+    user.onTick = [&] {
+      if (program.machine.windows.TopModal() == nullptr) return;
+      user.Enabled = false;
+      FrmMessage& box = *own.frmMessage;
+      QTest::keyClick(&program.machine.windows.Find(box)->Frame(), Qt::Key_Escape);
+      if (own.app.gMsgResult.empty()) box.closeForm();
+    };
+    user.Enabled = true;
+    FrmMessage::MessageBox(own, "40", 2, c.buttons, "2");
+    EXPECT_EQ(own.app.gMsgResult, c.answer);
+  }
 }
 
 INSTANTIATE_TEST_SUITE_P(Program, EveryWindow, testing::ValuesIn(ProgramWindows()), [](const auto& info) {
