@@ -34,6 +34,7 @@ class InstantServer : public HttpClient {
  private:
   std::string Reply(const std::string& url) {
     if (url.ends_with("p_all_webengine_get.asp")) return "OK_http://engine/";
+    if (url.ends_with("p_getversion.asp")) return Program::Version();
     if (url.ends_with("p_passWebEngine.asp")) {
       return ++answers_ % 3 == 0 ? "OK_1#VAG01#page.htm#He *go* to school." : "OK_0#0#page.htm#0#0";
     }

@@ -1,7 +1,7 @@
 add_executable(check_sentence ${CMAKE_CURRENT_LIST_DIR}/check_sentence.cpp)
 target_include_directories(check_sentence PRIVATE ${PROJECT_SOURCE_DIR})
 target_link_libraries(check_sentence PRIVATE marovane_app marovane_headless tolvex)
-add_dependencies(check_sentence tolvex2 record_database)
+add_dependencies(check_sentence tolvex2 package_mrvdata package_tolvex)
 
 if(MAROVANE_DESKTOP)
   add_executable(startup ${CMAKE_CURRENT_LIST_DIR}/startup.cpp)
