@@ -4,7 +4,6 @@
 #include <QFile>
 #include <QPushButton>
 #include <QWindow>
-#include <ranges>
 #include <utility>
 
 #include "platform/run_time_error.h"
@@ -209,9 +208,9 @@ bool FormView::KeyReached(int key) {
 // question by the button that refuses.
 bool FormView::ClickMarked(const char* property) {
   if (isDetached_) return false;
-  for (const auto& view : views_ | std::views::reverse) {
-    if (!view->Widget().property(property).toBool() || !view->Model().AcceptsInput()) continue;
-    view->ClickIt();
+  for (auto view = views_.rbegin(); view != views_.rend(); ++view) {
+    if (!(*view)->Widget().property(property).toBool() || !(*view)->Model().AcceptsInput()) continue;
+    (*view)->ClickIt();
     return true;
   }
   return false;
