@@ -6,6 +6,15 @@
 #include <mutex>
 #include <stdexcept>
 
+#if defined(__SANITIZE_ADDRESS__)
+// The library keeps the path of its dictionary for each thread, and loses it when the loading thread ends:
+// once, some bytes.
+extern "C" const char* __lsan_default_suppressions();  // NOLINT(bugprone-reserved-identifier)
+extern "C" const char* __lsan_default_suppressions() { return "leak:liblink-grammar\n"; }
+extern "C" const char* __lsan_default_options();  // NOLINT(bugprone-reserved-identifier)
+extern "C" const char* __lsan_default_options() { return "print_suppressions=0"; }
+#endif
+
 namespace tolvex {
 namespace {
 
