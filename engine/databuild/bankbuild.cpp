@@ -1,0 +1,44 @@
+// bankbuild: compiles the word bank's tables. Run without arguments for its usage.
+#include "engine/databuild/bankbuild.h"
+
+#include <fmt/format.h>
+
+#include <cstdio>
+#include <iostream>
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "engine/tables/table_file.h"
+
+namespace {
+
+constexpr std::string_view kUsage =
+    "usage:\n"
+    "  bankbuild chinese FUNCTION_WORDS TABLES < CEDICT\n"
+    "  bankbuild words LEXICON_TABLES WORDNET_DIR TABLES\n";
+
+void Run(const std::vector<std::string>& args) {
+  const std::string step = args.empty() ? "" : args[0];
+  if (step == "chinese" && args.size() == 3) {
+    tolvex::databuild::CompileChinese(std::cin, args[1], args[2]);
+  } else if (step == "words" && args.size() == 4) {
+    const tolvex::TableFile tables(args[1]);
+    tolvex::databuild::CompileWordBank(args[2], tolvex::Lexicon(tables), args[3]);
+  } else {
+    throw std::invalid_argument(std::string(kUsage));
+  }
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  try {
+    Run({argv + 1, argv + argc});
+    return 0;
+  } catch (const std::exception& error) {
+    fmt::print(stderr, "bankbuild: {}\n", error.what());
+    return 1;
+  }
+}

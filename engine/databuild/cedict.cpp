@@ -1,0 +1,111 @@
+#include "engine/databuild/cedict.h"
+
+#include <algorithm>
+#include <array>
+#include <sstream>
+#include <stdexcept>
+
+namespace tolvex::databuild {
+namespace {
+
+constexpr std::array<std::string_view, 17> kReferences = {
+    "surname ",  "variant of ", "old variant of ", "Japanese variant of ", "erhua variant of ", "used in ",
+    "see ",      "see also ",   "classifier for ", "classifier: ",         "abbr. for ",        "(used ",
+    "particle ", "also pr. ",   "Taiwan pr. ",     "also written",         "(classifier"};
+constexpr std::array<std::string_view, 10> kMarks = {"(bound form)", "(literary)", "(archaic)",   "(old)",
+                                                     "(dialect)",    "(slang)",    "(classical)", "(vulgar)",
+                                                     "(Buddhism)",   "(Tw)"};
+
+bool StartsWithAny(std::string_view text, const auto& starts) {
+  return std::any_of(starts.begin(), starts.end(), [&](std::string_view s) { return text.starts_with(s); });
+}
+
+bool IsAscii(std::string_view text) {
+  return std::all_of(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+}
+
+std::string_view Trimmed(std::string_view text) {
+  while (!text.empty() && (text.front() == ' ' || text.front() == ';')) text.remove_prefix(1);
+  while (!text.empty() && (text.back() == ' ' || text.back() == ';')) text.remove_suffix(1);
+  return text;
+}
+
+// Blanks evened out, none before a closing sign.
+std::string Tidied(std::string_view text) {
+  std::string tidy;
+  for (const char c : Trimmed(text)) {
+    const bool closes = c == ' ' || c == ',' || c == ';' || c == ')';
+    if (closes && !tidy.empty() && tidy.back() == ' ') tidy.pop_back();
+    tidy += c;
+  }
+  return tidy;
+}
+
+// The text without every stretch between two signs, these included.
+std::string Without(std::string_view text, char open, char close) {
+  std::string kept;
+  int depth = 0;
+  for (const char c : text) {
+    if (c == open) ++depth;
+    if (depth == 0) kept += c;
+    if (c == close && depth > 0) --depth;
+  }
+  return kept;
+}
+
+}  // namespace
+
+std::vector<std::string> SplitAt(const std::string& text, char separator) {
+  std::vector<std::string> parts;
+  std::size_t at = 0;
+  for (std::size_t end = 0; end != std::string::npos; at = end + 1) {
+    end = text.find(separator, at);
+    parts.push_back(text.substr(at, end - at));
+  }
+  return parts;
+}
+
+std::size_t SignCount(std::string_view utf8) {
+  return static_cast<std::size_t>(std::count_if(
+      utf8.begin(), utf8.end(), [](char c) { return (static_cast<unsigned char>(c) & 0xc0U) != 0x80U; }));
+}
+
+std::vector<CedictEntry> ReadCedict(std::istream& in) {
+  std::vector<CedictEntry> entries;
+  for (std::string line; std::getline(in, line);) {
+    const auto fields = SplitAt(line, '\t');
+    if (fields.size() != 4 || fields[0].empty() || fields[1].empty())
+      throw std::runtime_error("a line of the Chinese dictionary is damaged: " + line);
+    entries.push_back({fields[0], fields[1], fields[2] == "name", SplitAt(fields[3], '/')});
+  }
+  if (entries.empty()) throw std::runtime_error("the Chinese dictionary is empty");
+  return entries;
+}
+
+bool IsReference(std::string_view sense) { return StartsWithAny(sense, kReferences); }
+
+bool IsMarkedSense(std::string_view sense) { return StartsWithAny(sense, kMarks); }
+
+std::string WithoutParentheses(std::string_view text) { return Tidied(Without(text, '(', ')')); }
+
+std::string ReadableSense(std::string_view sense) {
+  for (const std::string_view mark : kMarks) {
+    if (sense.starts_with(mark)) sense.remove_prefix(mark.size());
+  }
+  std::string text = Without(sense, '[', ']');
+  if (!IsAscii(text)) text = WithoutParentheses(text);
+  return IsAscii(text) ? Tidied(text) : std::string();
+}
+
+std::string WordInSentence(std::string_view sense) {
+  const std::string text = WithoutParentheses(Without(sense, '[', ']'));
+  std::string_view first = std::string_view(text).substr(0, text.find(';'));
+  if (const auto comma = first.find(", "); comma != std::string_view::npos) first = first.substr(0, comma);
+  for (const std::string_view opener : {"to ", "fig. ", "lit. "}) {
+    if (first.starts_with(opener)) first.remove_prefix(opener.size());
+  }
+  const bool usable = IsAscii(first) && first.find('~') == std::string_view::npos;
+  return usable ? std::string(Trimmed(first)) : std::string();
+}
+
+}  // namespace tolvex::databuild

@@ -1,0 +1,42 @@
+// Reading CC-CEDICT and making its senses readable.
+#pragma once
+
+#include <istream>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tolvex::databuild {
+
+struct CedictEntry {
+  std::string traditional;
+  std::string simplified;
+  bool isName = false;  ///< the reading is capitalised: a place, a person, a surname
+  std::vector<std::string> senses;
+};
+
+/// Lines "traditional<TAB>simplified<TAB>kind<TAB>senses", kind "name" or "", senses between slashes. Throws
+/// std::runtime_error with the line when one has another form.
+std::vector<CedictEntry> ReadCedict(std::istream& in);
+
+/// A sense that only points to another word: "variant of …", "used in …", "surname …", "classifier for …".
+bool IsReference(std::string_view sense);
+
+/// A sense marked as literary, bound, old or of a dialect.
+bool IsMarkedSense(std::string_view sense);
+
+/// The sense as plain ASCII without Chinese words, readings and usage labels; empty when nothing is left.
+std::string ReadableSense(std::string_view sense);
+
+/// The first meaning of a sense as it stands in a sentence: no remarks in parentheses, no "to" of a verb.
+std::string WordInSentence(std::string_view sense);
+
+/// The text without what stands in parentheses, blanks evened out.
+std::string WithoutParentheses(std::string_view text);
+
+std::vector<std::string> SplitAt(const std::string& text, char separator);
+
+/// Signs of a UTF-8 text.
+std::size_t SignCount(std::string_view utf8);
+
+}  // namespace tolvex::databuild

@@ -1,0 +1,68 @@
+#include "engine/text/token.h"
+#include "engine/wexbin.h"
+#include "engine/wordbank/text_table.h"
+#include "engine/wordbank/translator.h"
+
+namespace wexbin {
+namespace {
+
+std::string_view Trimmed(std::string_view text) {
+  const auto first = text.find_first_not_of(' ');
+  if (first == std::string_view::npos) return {};
+  return text.substr(first, text.find_last_not_of(' ') - first + 1);
+}
+
+// The lines of a text of the table: "phrase<TAB>note".
+std::vector<Item> ItemsOf(std::string_view text) {
+  std::vector<Item> items;
+  while (!text.empty()) {
+    const std::string_view line = text.substr(0, text.find('\n'));
+    text.remove_prefix(std::min(line.size() + 1, text.size()));
+    const auto tab = std::min(line.find('\t'), line.size());
+    items.push_back(
+        {std::string(line.substr(0, tab)), std::string(line.substr(std::min(tab + 1, line.size())))});
+  }
+  return items;
+}
+
+}  // namespace
+
+std::string Item::Line() const { return note.empty() ? phrase : phrase + " >> " + note; }
+
+struct WordBank::Data {
+  explicit Data(const std::filesystem::path& dir)
+      : bankFile(dir / "wordbank.tables"),
+        chineseFile(dir / "chinese.tables"),
+        bank(bankFile, "bank"),
+        translator(chineseFile) {}
+
+  tolvex::TableFile bankFile;
+  tolvex::TableFile chineseFile;
+  TextTable bank;
+  Translator translator;
+};
+
+WordBank::WordBank(const std::filesystem::path& dataDir) : data_(std::make_unique<Data>(dataDir)) {}
+
+WordBank::~WordBank() = default;
+
+std::vector<Item> WordBank::Find(std::string_view word, std::string_view code) const {
+  const auto found = data_->bank.Find(std::string(code) + ' ' + tolvex::ToLower(Trimmed(word)));
+  return found ? ItemsOf(*found) : std::vector<Item>();
+}
+
+std::string WordBank::Reply(std::string_view query) const {
+  const auto comma = query.rfind(',');
+  if (comma == std::string_view::npos) return {};
+  std::string reply;
+  for (const Item& item : Find(query.substr(0, comma), Trimmed(query.substr(comma + 1)))) {
+    reply += (reply.empty() ? "" : "<@>") + item.Line();
+  }
+  return reply;
+}
+
+std::string WordBank::Translate(std::string_view chinese) const {
+  return data_->translator.Translate(chinese);
+}
+
+}  // namespace wexbin
