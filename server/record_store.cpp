@@ -2,10 +2,9 @@
 
 #include <fmt/format.h>
 
-#include <stdexcept>
-
 #include "server/digest.h"
 #include "server/text.h"
+#include "server/transaction.h"
 
 namespace marovane {
 
@@ -20,30 +19,6 @@ constexpr const char* kEqualSentences =
 // What an essay keeps for life; its state and its corrected text change.
 constexpr const char* kSameEssays =
     " FROM essay WHERE account = ? AND day = ? AND essay_id = ? AND work_id = ? AND org_essay = ?";
-
-class Transaction {
- public:
-  explicit Transaction(Sqlite& database) : database_(database) { database_.Run("BEGIN IMMEDIATE"); }
-  ~Transaction() {
-    if (!isOpen_) return;
-    try {
-      database_.Run("ROLLBACK");
-    } catch (const std::exception&) {
-      return;  // the database has done so itself
-    }
-  }
-  Transaction(const Transaction&) = delete;
-  Transaction& operator=(const Transaction&) = delete;
-
-  void Commit() {
-    database_.Run("COMMIT");
-    isOpen_ = false;
-  }
-
- private:
-  Sqlite& database_;
-  bool isOpen_ = true;
-};
 
 std::vector<std::string> With(const std::string& first, const std::vector<std::string>& rest) {
   std::vector<std::string> all{first};
@@ -103,8 +78,11 @@ void RecordStore::Insert(const std::string& account, const PostedRow& row) {
         fmt::format("INSERT INTO essay (account, {}) VALUES (?, ?, ?, ?, ?, ?, ?, ?)", kEssayColumns),
         With(account, row.columns));
   } else {
-    database_.Run("UPDATE essay SET final_set = ?, quiz = ?, new_essay = ? WHERE id = ?",
-                  {row.columns[3], row.columns[4], row.columns[6], same});
+    // An essay that was handed in stays so, whatever a computer still posts that has not heard of it.
+    database_.Run(
+        "UPDATE essay SET final_set = CASE final_set WHEN 'Y' THEN 'Y' ELSE ? END, quiz = ?, new_essay = ?"
+        " WHERE id = ?",
+        {row.columns[3], row.columns[4], row.columns[6], same});
   }
 }
 

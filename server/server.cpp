@@ -92,10 +92,11 @@ Server::Server(ServerOptions options, SharedEngine::Load load)
       engine_(std::move(load)),
       settings_(ReadServerSettings(MadeFolder(options_.dataDir) / "server.set")),
       store_(OpenSqliteStore(options_.dataDir / "server.db")),
+      school_(OpenSqliteSchoolStore(options_.dataDir / "server.db")),
       records_(options_.dataDir / "server.db"),
       results_(kKeptResults),
       accounts_(*store_),
-      services_{settings_, engine_, results_, *store_, accounts_, records_},
+      services_{settings_, engine_, results_, *store_, *school_, accounts_, records_},
       http_(std::make_unique<httplib::Server>()) {
   settings_.openAccounts = settings_.openAccounts || options_.openAccounts;
   for (const std::string& login : settings_.logins) accounts_.Await(login);

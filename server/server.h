@@ -61,6 +61,7 @@ class Server {
   SharedEngine engine_;
   ServerSettings settings_;
   std::unique_ptr<Store> store_;
+  std::unique_ptr<SchoolStore> school_;
   RecordStore records_;
   PageStore results_;
   Accounts accounts_;

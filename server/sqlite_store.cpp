@@ -5,6 +5,7 @@
 #include <stdexcept>
 
 #include "server/record_tables.h"
+#include "server/school_tables.h"
 #include "server/sqlite.h"
 #include "server/store.h"
 
@@ -12,7 +13,7 @@ namespace marovane {
 namespace {
 
 /// Step N brings a database of version N to version N + 1. A step that was published is never changed.
-constexpr std::array<const char*, 4> kSchemaSteps = {R"(
+constexpr std::array<const char*, 5> kSchemaSteps = {R"(
     CREATE TABLE account (
       number TEXT PRIMARY KEY,
       password_hash TEXT NOT NULL,
@@ -46,7 +47,7 @@ constexpr std::array<const char*, 4> kSchemaSteps = {R"(
       email TEXT NOT NULL
     );
 )",
-                                                     kRecordTables};
+                                                     kRecordTables, kSchoolTables};
 
 std::size_t SchemaVersion(Sqlite& database) {
   std::size_t version = 0;

@@ -14,7 +14,7 @@ constexpr const char* kAccessKey = "zorbelquinter";
 constexpr std::size_t kPackedPageLimit = 8 << 20;
 constexpr std::size_t kRecordsLimit = 64 << 20;
 
-constexpr std::array<Page, 19> kPages = {{
+constexpr std::array<Page, 23> kPages = {{
     {"p_getconn.asp", ServerProbe},
     {"p_all_webengine_get.asp", EngineAddress},
     {"p_passWebEngine_conn.asp", EngineProbe},
@@ -36,6 +36,15 @@ constexpr std::array<Page, 19> kPages = {{
     {"p_sync_checksum.asp", SyncChecksum},
     {"p_sync_client_new.asp", SyncClient},
     {"p_publisher_news.asp", PublisherNews},
+    {"p_mrv_get_essay_work.asp", WorkList},
+    {"p_mrv_get_essay_work.asp", WorkQuestion, Page::Body::kBrowserForm, 1 << 12, {}, Page::Method::kGet},
+    {"p_get_essay_work_teacher.asp",
+     TeacherComment,
+     Page::Body::kBrowserForm,
+     1 << 12,
+     {},
+     Page::Method::kGet},
+    {"p_set_essay_work_finalset.asp", HandInEssay},
     {"p_server_get.asp", SchoolServer},
     {"p_feedback.asp", TakeFeedback, Page::Body::kBrowserForm, 1 << 14},
     {"m_service_mail.asp", ServiceMail, Page::Body::kPlain, 1 << 10, {}, Page::Method::kGet, true},

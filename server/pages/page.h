@@ -10,6 +10,7 @@
 #include "server/form.h"
 #include "server/page_store.h"
 #include "server/record_store.h"
+#include "server/school_store.h"
 #include "server/settings.h"
 #include "server/shared_engine.h"
 #include "server/store.h"
@@ -22,6 +23,7 @@ struct Services {
   const SharedEngine& engine;
   PageStore& results;
   Store& store;
+  SchoolStore& school;
   Accounts& accounts;
   RecordStore& records;
 };
@@ -84,5 +86,9 @@ Reply UserAct(Services& services, const Call& call);
 Reply UpdateRecords(Services& services, const Call& call);
 Reply SyncChecksum(Services& services, const Call& call);
 Reply SyncClient(Services& services, const Call& call);
+Reply WorkList(Services& services, const Call& call);
+Reply WorkQuestion(Services& services, const Call& call);
+Reply TeacherComment(Services& services, const Call& call);
+Reply HandInEssay(Services& services, const Call& call);
 
 }  // namespace marovane

@@ -3,7 +3,6 @@
 
 #include <array>
 #include <charconv>
-#include <chrono>
 #include <map>
 
 #include "server/day.h"
@@ -21,33 +20,6 @@ constexpr std::size_t kWordLimit = 64;
 constexpr std::size_t kRowsOfPage = 200;
 constexpr std::size_t kBytesOfPage = 1 << 19;
 constexpr std::string_view kTextSeparator = "<@>";
-
-/// "2026/11/5" as ISO text; nothing when it is no date.
-std::optional<std::string> IsoDay(std::string_view shown) {
-  int year = 0;
-  unsigned month = 0;
-  unsigned day = 0;
-  const char* const end = shown.data() + shown.size();
-  const auto take = [&](const char* from, auto& number) {
-    const auto read = std::from_chars(from, end, number);
-    return read.ec == std::errc{} && (read.ptr == end || *read.ptr == '/') ? read.ptr : nullptr;
-  };
-  const char* at = take(shown.data(), year);
-  if (at != nullptr && at != end) at = take(at + 1, month);
-  if (at != nullptr && at != end) at = take(at + 1, day);
-  using namespace std::chrono;
-  if (at != end || year < 1000 || year > 9999) return std::nullopt;
-  if (!year_month_day{std::chrono::year{year}, std::chrono::month{month}, std::chrono::day{day}}.ok()) {
-    return std::nullopt;
-  }
-  return fmt::format("{:04}-{:02}-{:02}", year, month, day);
-}
-
-/// ISO text as the program shows days.
-std::string ShownDay(const std::string& iso) {
-  const auto part = [&](std::size_t from) { return std::stoi(iso.substr(from, from == 0 ? 4 : 2)); };
-  return fmt::format("{}/{}/{}", part(0), part(5), part(8));
-}
 
 /// A row without a day that can be read is a row of today: better a wrong day than a lost sentence.
 std::string DayOf(const std::string& posted) { return IsoDay(posted).value_or(TodayAsIso()); }

@@ -30,6 +30,8 @@ class RunningServer {
   std::string Ask(const std::string& page, const std::string& fields) const;
   httplib::Result Get(const std::string& path) const;
   std::string Root() const { return server_.Root(); }
+  /// Its database, for what only a teacher or an owner could put there.
+  std::filesystem::path Database() const { return folder_ / "data/server.db"; }
 
  private:
   httplib::Client Client() const;

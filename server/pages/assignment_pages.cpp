@@ -1,0 +1,145 @@
+// A pupil's assignments: the list, the question of each, handing in, and what the teacher has written.
+#include <fmt/format.h>
+
+#include "engine/tolvex.h"
+#include "server/day.h"
+#include "server/html.h"
+#include "server/pages/page.h"
+#include "server/text.h"
+
+namespace marovane {
+namespace {
+
+constexpr std::size_t kNumberLimit = 64;
+constexpr std::size_t kWordLimit = 16;
+
+std::string PupilOf(Services& services, const Form& form) {
+  return services.accounts.Known(form.Required("pno", kNumberLimit));
+}
+
+/// "#" and "<@>" part the list, and the program takes every "OK_" out of it: in a title they become their
+/// full-width twins.
+std::string Field(std::string_view text) {
+  return Replace(Replace(Replace(text, "#", "＃"), "<@>", "＜@＞"), "OK_", "OK＿");
+}
+
+std::string Record(const Assignment& assignment) {
+  const Topic& topic = assignment.topic;
+  const bool isMarked = assignment.handIn && !assignment.handIn->markedDay.empty();
+  return fmt::format("{}#{}#{}#{}#{}#{}", topic.id, assignment.handIn ? "Y" : "N", ShownDay(topic.deadline),
+                     Field(topic.title), ShownDay(topic.changedDay), isMarked ? "Y" : "");
+}
+
+/// A parchment page in the program's browser.
+Reply ParchmentPage(std::string_view title, const Html& content) {
+  const Html page = Fill(R"(<!DOCTYPE html>
+<html lang="zh-Hant">
+<head>
+<meta http-equiv="Content-Type" content="text/html; charset=big5">
+<title>{}</title>
+<style>
+body {{ background: #FAF4ED; color: #3A2F26; font: 16px/1.7 "Liberation Sans", Arial, "Noto Sans CJK TC", sans-serif; margin: 0; padding: 18px 22px; overflow-wrap: break-word }}
+h1 {{ font-size: 22px; margin: 0 0 4px }}
+h2 {{ font-size: 16px; color: #A4531F; margin: 22px 0 6px }}
+p {{ margin: 6px 0 }}
+.facts {{ color: #7A6A5C; font-size: 14px }}
+.text {{ white-space: pre-wrap; background: #FFFFFF; border: 1px solid #E8CCAA; border-radius: 8px; padding: 12px 16px }}
+a {{ color: #A4531F }}
+</style>
+</head>
+<body>
+<h1>{}</h1>
+{}
+</body>
+</html>
+)",
+                         title, title, content);
+  return {tolvex::PageInBig5(page.Markup())};
+}
+
+Reply UnknownTopic() {
+  return ParchmentPage("找不到這個題目",
+                       Fill("<p>伺服器上沒有指定給您的這個題目。可能是老師已調整班級，請洽您的老師。</p>"));
+}
+
+Html Facts(const Topic& topic) {
+  Html facts = Fill(R"(<p class="facts">{}　完成期限：{}</p>)", topic.className, ShownDay(topic.deadline));
+  if (!topic.changedDay.empty()) {
+    facts += Fill(R"(<p class="facts">教師在 {} 修改過題目內容</p>)", ShownDay(topic.changedDay));
+  }
+  return facts;
+}
+
+/// The program stores apostrophes as U+2019.
+std::string EssayText(std::string_view stored) { return Replace(stored, "’", "'"); }
+
+Html CommentOf(const Assignment& assignment) {
+  const std::string& id = assignment.topic.id;
+  if (!assignment.handIn) {
+    return Fill(R"(<p>這個題目您還沒有交卷。</p><p><a href="cmd:work:{}">查看題目內容</a></p>)", id);
+  }
+  const HandIn& handIn = *assignment.handIn;
+  Html page;
+  if (handIn.markedDay.empty()) {
+    page += Fill("<p>教師尚未批閱。</p>");
+  } else {
+    page += Fill(R"(<h2>教師評語</h2><div class="text">{}</div><p class="facts">批閱日期：{}</p>)",
+                 handIn.comment.empty() ? "（教師已批閱，沒有另外寫評語）" : handIn.comment,
+                 ShownDay(handIn.markedDay));
+  }
+  page += Fill(R"(<h2>您的短文</h2><div class="text">{}</div><p class="facts">交卷日期：{}</p>)",
+               EssayText(handIn.newEssay), ShownDay(handIn.day));
+  page += Fill(R"(<p><a href="cmd:work:{}">查看題目內容</a>　<a href="cmd:show:{}">查看系統檢查結果</a></p>)",
+               id, handIn.essayId);
+  return page;
+}
+
+}  // namespace
+
+Reply WorkList(Services& services, const Call& call) {
+  if (call.form.Required("mode", kWordLimit) != "GETLST") throw Refusal("ERR_UNKNOWN_METHOD");
+  std::string list;
+  for (const Assignment& assignment : services.school.Assignments(PupilOf(services, call.form))) {
+    list += (list.empty() ? "" : "<@>") + Record(assignment);
+  }
+  return TextReply("OK_" + list);
+}
+
+Reply WorkQuestion(Services& services, const Call& call) {
+  if (call.form.Required("mode", kWordLimit) != "GETHTM") throw Refusal("ERR_UNKNOWN_METHOD");
+  const auto assignment = services.school.FindAssignment(PupilOf(services, call.form),
+                                                         call.form.Required("workId", kNumberLimit));
+  if (!assignment) return UnknownTopic();
+  const Topic& topic = assignment->topic;
+  Html content = Facts(topic);
+  content += Fill(R"(<h2>題目內容</h2><div class="text">{}</div>)", topic.question);
+  if (assignment->handIn) {
+    content += Fill(R"(<p><a href="cmd:teaw:{}">您已交卷，查看教師批閱</a></p>)", topic.id);
+  }
+  return ParchmentPage(topic.title, content);
+}
+
+Reply TeacherComment(Services& services, const Call& call) {
+  const auto assignment = services.school.FindAssignment(PupilOf(services, call.form),
+                                                         call.form.Required("workId", kNumberLimit));
+  if (!assignment) return UnknownTopic();
+  return ParchmentPage(assignment->topic.title, CommentOf(*assignment));
+}
+
+Reply HandInEssay(Services& services, const Call& call) {
+  const std::string account = PupilOf(services, call.form);
+  switch (services.school.TakeHandIn(account, call.form.Required("essayId", kNumberLimit),
+                                     call.form.Required("workId", kNumberLimit), TodayAsIso())) {
+    case HandInResult::kTaken:
+      return TextReply("OK_");
+    case HandInResult::kNoTopic:
+      throw Refusal("ERR_NO_WORK");
+    case HandInResult::kNoEssay:
+      throw Refusal("ERR_NO_ESSAY");
+    case HandInResult::kOtherEssay:
+      throw Refusal("ERR_HANDED_IN");
+  }
+  throw Refusal("ERR_SERVER");
+}
+
+}  // namespace marovane

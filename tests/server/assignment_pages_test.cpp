@@ -1,0 +1,188 @@
+// A pupil's assignments as the program gets them, and the hand-in.
+#include <gmock/gmock.h>
+
+#include "server/day.h"
+#include "server/record_store.h"
+#include "server/school_store.h"
+#include "server/text.h"
+#include "tests/server/running_server.h"
+
+namespace {
+
+using marovane::HandIn;
+using marovane::ToBig5;
+using testing::HasSubstr;
+using testing::Not;
+
+const std::string kPupil = std::string("&pno=") + RunningServer::kNumber;
+constexpr const char* kList = "p_mrv_get_essay_work.asp";
+constexpr const char* kHandIn = "p_set_essay_work_finalset.asp";
+constexpr const char* kComment = "p_get_essay_work_teacher.asp";
+
+/// A class of two pupils, one of them the account of the server, and another teacher's class.
+class AssignmentPages : public testing::Test {
+ protected:
+  AssignmentPages() : store_(marovane::OpenSqliteSchoolStore(server_.Database())) {
+    store_->PutTeacher({"lin", "林老師", "x"});
+    store_->PutTeacher({"wu", "吳老師", "x"});
+    server_.Ask("p_getlogin.asp", kPupil + "&password=Sesame4711");  // the account is there
+    class_ = store_->AddClass("lin", "三年一班");
+    store_->AddPupils("lin", class_, {{RunningServer::kNumber, "王小明"}, {"S02", "李小華"}});
+    const std::string other = store_->AddClass("wu", "三年二班");
+    store_->AddPupils("wu", other, {{"S03", "陳"}});
+    store_->AddTopic("wu", {"other", other, "", "Not yours", "Secret.", "2026-12-01", ""});
+  }
+
+  void AddTopic(const std::string& id, const std::string& title) {
+    store_->AddTopic("lin", {id, class_, "", title, "Write 80 words.\r\n<b>Why?</b>", "2026-12-01", ""});
+  }
+
+  /// Posts an essay on a topic as the program does.
+  void PostEssay(const std::string& essayId, const std::string& topic, const char* state = "N") {
+    EXPECT_EQ(server_
+                  .Post("p_update_err_rec.asp", "key=zorbelquinter" + kPupil +
+                                                    "&frompno=&k1=N&err1=essay&s1=" + state +
+                                                    "&d1=2026/11/5&es1=" + essayId + "&ess1=" + topic +
+                                                    "&ht1=T%3C%40%3EHe+go.%3C%40%3EHe+don%E2%80%99t+go.")
+                  ->body,
+              "OK_");
+  }
+
+  std::string List() { return server_.Ask(kList, kPupil + "&mode=GETLST&cpno="); }
+  std::string HandInEssay(const std::string& essayId, const std::string& topic) {
+    return server_.Ask(kHandIn, kPupil + "&essayId=" + essayId + "&workId=" + topic);
+  }
+  std::string Page(const char* page, const std::string& query) {
+    const auto answer = server_.Get(std::string(page) + "?tid=1&key=zorbelquinter" + query);
+    EXPECT_TRUE(answer && answer->status == 200) << query;
+    return answer ? marovane::FromBig5(answer->body) : "";
+  }
+
+  const RunningServer server_;
+  std::unique_ptr<marovane::SchoolStore> store_;
+  std::string class_;
+};
+
+TEST_F(AssignmentPages, ListEachTopicInItsStates) {
+  EXPECT_EQ(List(), "OK_");
+  AddTopic("w1", "My # family<@>OK_1");
+  AddTopic("w2", "運動會");
+  EXPECT_EQ(List(), ToBig5("OK_w2#N#2026/12/1#運動會##<@>w1#N#2026/12/1#My ＃ family＜@＞OK＿1##"));
+
+  store_->ChangeTopic("lin", {"w2", class_, "", "運動會", "New.", "2026-12-02", "2026-11-07"});
+  EXPECT_THAT(List(), HasSubstr(ToBig5("OK_w2#N#2026/12/2#運動會#2026/11/7#<@>")));
+
+  PostEssay("e1", "w2");
+  EXPECT_EQ(HandInEssay("e1", "w2"), "OK_");
+  EXPECT_THAT(List(), HasSubstr(ToBig5("OK_w2#Y#2026/12/2#運動會#2026/11/7#<@>w1#N#")));
+
+  HandIn marked;
+  marked.account = RunningServer::kNumber;
+  marked.markedDay = "2026-11-08";
+  EXPECT_TRUE(store_->Mark("lin", "w2", marked));
+  EXPECT_THAT(List(), HasSubstr(ToBig5("OK_w2#Y#2026/12/2#運動會#2026/11/7#Y<@>w1#N#")));
+
+  EXPECT_EQ(server_.Ask(kList, "&pno=S02&mode=GETLST&cpno=").substr(0, 5), "OK_w2");
+  EXPECT_THAT(server_.Ask(kList, "&pno=S03&mode=GETLST&cpno="), HasSubstr("Not yours"));
+}
+
+TEST_F(AssignmentPages, ShowTheQuestionWithItsLinesAndNoMarkupOfItsOwn) {
+  AddTopic("w1", "A <i>title</i>");
+  const std::string page = Page(kList, kPupil + "&workId=w1&mode=GETHTM&cpno=");
+  EXPECT_THAT(page, HasSubstr("Write 80 words.\r\n&lt;b&gt;Why?&lt;/b&gt;"));
+  EXPECT_THAT(page, HasSubstr("<title>A &lt;i&gt;title&lt;/i&gt;</title>"));
+  EXPECT_THAT(page, HasSubstr("三年一班"));
+  EXPECT_THAT(page, HasSubstr("2026/12/1"));
+  EXPECT_THAT(page, Not(HasSubstr("修改過題目內容")));
+  store_->ChangeTopic("lin", {"w1", class_, "", "T", "New\xF0\x9F\x98\x80", "2026-12-02", "2026-11-07"});
+  const std::string changed = Page(kList, kPupil + "&workId=w1&mode=GETHTM&cpno=");
+  EXPECT_THAT(changed, HasSubstr("教師在 2026/11/7 修改過題目內容"));
+  EXPECT_THAT(changed, HasSubstr("New&#128512;"));
+}
+
+TEST_F(AssignmentPages, HandInOnceAndKeepWhatWasHandedIn) {
+  AddTopic("w1", "T");
+  PostEssay("e1", "w1");
+  PostEssay("e2", "w1");
+  const std::pair<std::pair<const char*, const char*>, const char*> cases[] = {
+      {{"e3", "w1"}, "ERR_NO_ESSAY"},    // never posted
+      {{"e1", "w9"}, "ERR_NO_WORK"},     // no such topic
+      {{"e1", "other"}, "ERR_NO_WORK"},  // another class's topic
+      {{"e1", "w1"}, "OK_"},             //
+      {{"e1", "w1"}, "OK_"},             // the program repeats what it is not sure of
+      {{"e2", "w1"}, "ERR_HANDED_IN"},   //
+  };
+  for (const auto& [ids, answer] : cases) {
+    EXPECT_EQ(HandInEssay(ids.first, ids.second), answer) << ids.first << " " << ids.second;
+  }
+  PostEssay("e1", "w1", "N");  // a computer that has not heard of it
+  marovane::RecordStore records(server_.Database());
+  const auto rows = records.Rows(RunningServer::kNumber, marovane::RecordKind::kEssay, "", 10);
+  ASSERT_EQ(rows.size(), 2U);
+  constexpr std::size_t kFinalSet = 4;
+  EXPECT_EQ(rows[0][kFinalSet], "Y");
+  EXPECT_EQ(rows[1][kFinalSet], "N");
+
+  const auto handIns = store_->HandIns("lin", "w1");
+  ASSERT_EQ(handIns.size(), 1U);
+  EXPECT_EQ(handIns[0].pupilName, "王小明");
+  EXPECT_EQ(handIns[0].orgEssay, "He go.");
+  EXPECT_EQ(handIns[0].newEssay, "He don’t go.");
+}
+
+TEST_F(AssignmentPages, GiveTheCommentOnceItIsMarked) {
+  AddTopic("w1", "T");
+  const std::string query = kPupil + "&workId=w1";
+  EXPECT_THAT(Page(kComment, query), HasSubstr("還沒有交卷"));
+  PostEssay("e1", "w1");
+  HandInEssay("e1", "w1");
+  EXPECT_THAT(Page(kComment, query), HasSubstr("教師尚未批閱"));
+
+  HandIn work;
+  work.account = RunningServer::kNumber;
+  work.comment = "Good <script>alert(1)</script>\r\n很好！";
+  store_->Mark("lin", "w1", work);
+  EXPECT_THAT(Page(kComment, query), Not(HasSubstr("很好"))) << "a draft is the teacher's own";
+  work.markedDay = "2026-11-08";
+  store_->Mark("lin", "w1", work);
+  const std::string page = Page(kComment, query);
+  EXPECT_THAT(page, HasSubstr("Good &lt;script&gt;alert(1)&lt;/script&gt;\r\n很好！"));
+  EXPECT_THAT(page, HasSubstr("2026/11/8"));
+  EXPECT_THAT(page, HasSubstr("He don&#39;t go."));
+  EXPECT_THAT(page, HasSubstr("href=\"cmd:show:e1\""));
+  EXPECT_THAT(page, HasSubstr("href=\"cmd:work:w1\""));
+  EXPECT_THAT(Page(kList, query + "&mode=GETHTM"), HasSubstr("href=\"cmd:teaw:w1\""));
+}
+
+TEST_F(AssignmentPages, RefuseWhatIsWrong) {
+  AddTopic("w1", "T");
+  struct Case {
+    const char* page;
+    std::string fields;
+    const char* answer;
+  };
+  const Case posts[] = {
+      {kList, kPupil + "&cpno=", "ERR_MISSING_FIELD"},
+      {kList, kPupil + "&mode=GETHTM&workId=w1", "ERR_UNKNOWN_METHOD"},
+      {kList, "&mode=GETLST", "ERR_MISSING_FIELD"},
+      {kList, "&pno=999&mode=GETLST", "ERR_NOTFOUND"},
+      {kList, "&pno=%27--&mode=GETLST", "ERR_INVAILD_ACCOUNT"},
+      {kHandIn, kPupil + "&essayId=e1", "ERR_MISSING_FIELD"},
+      {kHandIn, kPupil + "&workId=w1", "ERR_MISSING_FIELD"},
+      {kHandIn, kPupil + "&essayId=" + std::string(65, '1') + "&workId=w1", "ERR_TOO_LONG"},
+      {kHandIn, kPupil + "&essayId=%27 OR 1=1--&workId=w1", "ERR_NO_ESSAY"},
+      {kHandIn, "&pno=999&essayId=e1&workId=w1", "ERR_NOTFOUND"},
+  };
+  for (const Case& each : posts) EXPECT_EQ(server_.Ask(each.page, each.fields), each.answer) << each.fields;
+
+  for (const char* topic : {"other", "w9", "%27%20OR%201=1--", ""}) {
+    const std::string query = kPupil + "&workId=" + topic;
+    EXPECT_THAT(Page(kList, query + "&mode=GETHTM"), HasSubstr("找不到這個題目")) << topic;
+    EXPECT_THAT(Page(kComment, query), HasSubstr("找不到這個題目")) << topic;
+  }
+  EXPECT_EQ(server_.Get(std::string(kComment) + "?key=wrong" + kPupil + "&workId=w1")->body, "ERR_WRONG_KEY");
+  EXPECT_EQ(Page(kComment, "&pno=999&workId=w1"), "ERR_NOTFOUND");
+  EXPECT_EQ(Page(kList, kPupil + "&workId=w1&mode=GETLST"), "ERR_UNKNOWN_METHOD");
+}
+
+}  // namespace
