@@ -12,12 +12,6 @@ typename Window<T>::Maker Make(Arguments&... arguments) {
   return [&arguments...] { return std::make_shared<T>(arguments...); };
 }
 
-// Until topics can be chosen, the menu leads to an essay on a topic of its own.
-HallWindow& StartOwnEssay(EssayRoom& essay) {
-  essay.StartOwnEssay("");
-  return essay;
-}
-
 }  // namespace
 
 Composition::Composition(Machine& machine, InstallationValues installation)
@@ -54,7 +48,9 @@ Composition::Composition(Machine& machine, InstallationValues installation)
   hall.frmDiary.LeadsTo([this]() -> HallWindow& { return *frmDiary; });
   hall.frmErrList.LeadsTo([this]() -> ErrorStatistics& { return *frmErrList; });
   hall.frmEssay.LeadsTo([this]() -> Essay& { return essay; });
-  hall.frmEssayInputEdu.LeadsTo([this]() -> HallWindow& { return StartOwnEssay(essay); });
+  hall.frmEssayInputEdu.LeadsTo([this]() -> HallWindow& { return *essay.frmEssayInputEdu; });
+  hall.frmEssayInputForm.LeadsTo([this]() -> HallWindow& { return *essay.frmEssayInputForm; });
+  hall.frmEssayCollect.LeadsTo([this]() -> HallWindow& { return *essay.frmEssayCollect; });
   hall.frmSetup.LeadsTo([this]() -> HallWindow& { return *frmSetup; });
   hall.frmPassword.LeadsTo([this]() -> HallWindow& { return *frmPassword; });
   hall.frmFeedback.LeadsTo([this]() -> HallWindow& { return *frmFeedback; });

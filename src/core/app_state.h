@@ -102,6 +102,7 @@ struct AppState {
   bool gEssayReportShown = false;   ///< the report of the walk that has just ended is shown
   bool gEssayActive = false;        ///< the essay window has been activated
   bool gEssayNoListReturn = false;  ///< closing the essay window does not lead back to the list of topics
+  bool gWorkListOk = false;         ///< the server has told the assignments
   std::string gEssayPlacementMode;  ///< "NORMAL" while the essay window reloads itself
 
   // Which windows are open.

@@ -4,7 +4,10 @@
 
 #include "core/program.h"
 #include "core/server_access.h"
+#include "platform/event_loop.h"
+#include "platform/machine.h"
 #include "platform/run_time_error.h"
+#include "platform/timer.h"
 
 std::string SubmitEssayFinal(Program& program, const std::string& account, const std::string& essayId,
                              const std::string& workId) {
@@ -14,4 +17,21 @@ std::string SubmitEssayFinal(Program& program, const std::string& account, const
   } catch (const RunTimeError&) {
     return "";
   }
+}
+
+bool SubmitUntilTaken(Program& program, const std::string& essayId, const std::string& workId, int tries) {
+  constexpr int kPause = 3;
+  for (int i = 0; i < tries; ++i) {
+    if (i > 0) WaitSeconds(program, kPause);
+    if (SubmitEssayFinal(program, program.app.gAccountNo, essayId, workId).starts_with("OK")) return true;
+  }
+  return false;
+}
+
+void WaitSeconds(Program& program, int seconds) {
+  Timer tmrWait(program.machine.loop, 1000);
+  int ticks = 0;
+  tmrWait.onTick = [&ticks] { ++ticks; };
+  tmrWait.Enabled = true;
+  program.machine.loop.WaitUntil([&] { return ticks >= seconds; });
 }

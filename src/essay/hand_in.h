@@ -9,3 +9,10 @@ struct Program;
 /// success; "" when none came.
 std::string SubmitEssayFinal(Program& program, const std::string& account, const std::string& essayId,
                              const std::string& workId);
+
+/// Tries until the server takes it, with three seconds between.
+/// @return false when all tries have failed
+bool SubmitUntilTaken(Program& program, const std::string& essayId, const std::string& workId, int tries);
+
+/// Waits while events go on.
+void WaitSeconds(Program& program, int seconds);

@@ -10,22 +10,43 @@ EssayRoom::EssayRoom(Program& theProgram, RecordDb& theRecords, ErrListDb& theEr
       records(theRecords),
       errList(theErrList),
       frmEssay([this] { return std::make_shared<FrmEssay>(*this); }),
-      frmEssayCompare([this] { return std::make_shared<FrmEssayCompare>(program); }) {}
+      frmEssayCompare([this] { return std::make_shared<FrmEssayCompare>(program); }),
+      frmEssayCollect([this] { return std::make_shared<FrmEssayCollect>(*this); }),
+      frmEssayInputEdu([this] { return std::make_shared<FrmEssayInputEdu>(*this); }),
+      frmEssayInputForm([this] { return std::make_shared<FrmEssayInputForm>(*this); }) {}
 
 void EssayRoom::ShowEssay(const std::string& essayId) {
   if (!program.app.gEssayMode) ShowEssayResultHtml(*this, essayId, true);
 }
 
+void EssayRoom::ShowOldEssay(const std::string& essayId) {
+  if (program.app.gEssayMode) return;
+  program.app.gEssayNoListReturn = true;
+  ShowEssay(essayId);
+}
+
+void EssayRoom::StartEssay() {
+  if (program.app.gEssayMode) return frmEssay->BringToFront();
+  program.app.gEssayReportShown = false;
+  frmEssay.Unload();
+  frmEssayCollect.Unload();
+  frmEssayCompare.Unload();
+  frmEssay->Show();
+}
+
 void EssayRoom::StartOwnEssay(const std::string& title) {
   auto& app = program.app;
+  if (app.gEssayMode) return frmEssay->BringToFront();
   const LocalTime now = program.machine.loop.Now();
   app.gEssayQuiz = DefaultEssayTitle(title, now);
   app.gEssayStartRequested = true;
-  app.gEssayNoListReturn = true;
   app.gEssayWorkId = MakeRecId(app, now);
-  app.gEssayReportShown = false;
-  frmEssay.Unload();
-  if (app.gOpenEssayCollect && program.hall.frmEssayCollect) program.hall.frmEssayCollect->AsForm().Unload();
-  frmEssayCompare.Unload();
-  frmEssay->Show();
+  StartEssay();
+}
+
+void EssayRoom::UploadRecords() {
+  if (!program.hall.frmUpload) return;
+  program.app.gUploadFinished = false;
+  program.hall.frmUpload->SyncProgress("UPLOAD");
+  program.machine.loop.WaitUntil([this] { return program.app.gUploadFinished; });
 }

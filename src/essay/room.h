@@ -1,12 +1,15 @@
-// What the procedures about essays share: the program, its records, and the two windows.
+// What the procedures about essays share: the program, its records, and the windows.
 #pragma once
 
 #include <string>
 
 #include "core/program.h"
 #include "core/windows.h"
+#include "essay/collection.h"
 #include "essay/comparison.h"
 #include "essay/session.h"
+#include "essay/title_form.h"
+#include "essay/topics.h"
 #include "platform/window.h"
 
 class ErrListDb;
@@ -19,13 +22,22 @@ struct EssayRoom : public Essay {
   Form& AsForm() override { return *frmEssay; }
   /// Shows the report of an essay, unless another one is being walked through just now.
   void ShowEssay(const std::string& essayId) override;
-  /// Shows the essay window afresh, for a topic of the learner's own.
+  /// Shows the report of an essay that was picked from a list.
+  void ShowOldEssay(const std::string& essayId);
+  /// Shows the essay window afresh, for the topic of gEssayWorkId. A walk that goes on is left alone.
+  void StartEssay();
+  /// The same for a new topic of the learner's own.
   /// @param title "" for one made from the day
   void StartOwnEssay(const std::string& title);
+  /// Uploads what the server has not been told yet, and returns when that has ended.
+  void UploadRecords();
 
   Program& program;
   RecordDb& records;
   ErrListDb& errList;
   Window<FrmEssay> frmEssay;
   Window<FrmEssayCompare> frmEssayCompare;
+  Window<FrmEssayCollect> frmEssayCollect;
+  Window<FrmEssayInputEdu> frmEssayInputEdu;
+  Window<FrmEssayInputForm> frmEssayInputForm;
 };

@@ -1,5 +1,6 @@
 #include "essay/session.h"
 
+#include "core/assignment_urls.h"
 #include "core/message.h"
 #include "core/text_utility.h"
 #include "essay/archive.h"
@@ -22,10 +23,6 @@ enum Command { kCompare = 0, kRewrite = 1, kNew = 2 };
 
 // Signs that no sentence needs, and one that only a paste brings.
 constexpr std::string_view kRefusedSigns = "!\"#%&()*/<>@^_";
-
-void UnloadIfOpen(bool isOpen, const Door<HallWindow>& door) {
-  if (isOpen && door) door->AsForm().Unload();
-}
 
 }  // namespace
 
@@ -200,13 +197,12 @@ void FrmEssay::picButtons_Click(int index) {
 }
 
 void FrmEssay::Send() {
-  const auto& program = room_.program;
   if (mAnalysing) return;
   shell_.picButtonsResetImage();
   txtInput.SetFocus();
   SetInputTextStyle(1);
   room_.program.app.gEssayCurSentence.clear();
-  UnloadIfOpen(program.app.gOpenEssayCollect, program.hall.frmEssayCollect);
+  room_.frmEssayCollect.Unload();
   StartEssayProcess(room_);
 }
 
@@ -228,10 +224,7 @@ void FrmEssay::ShowQuestion() {
     return;
   }
   if (program.hall.frmBrowser) {
-    program.hall.frmBrowser->GoNavigate(
-        app.gServerUrlRoot + "p_mrv_get_essay_work.asp?key=zorbelquinter&pno=" + app.gAccountNo +
-            "&workId=" + app.gEssayWorkId + "&mode=GETHTM&cpno=" + app.gTeacherAccount,
-        1);
+    program.hall.frmBrowser->GoNavigate(QuestionUrl(program, app.gEssayWorkId), 1);
   }
   ShowInCorner(*this);
 }
@@ -243,11 +236,10 @@ void FrmEssay::picCommands_Click(int index) {
 }
 
 void FrmEssay::RewriteEssay() {
-  Program& program = room_.program;
-  auto& app = program.app;
-  UnloadIfOpen(app.gOpenEssayCollect, program.hall.frmEssayCollect);
+  auto& app = room_.program.app;
+  room_.frmEssayCollect.Unload();
   room_.frmEssayCompare.Unload();
-  UnloadIfOpen(app.gOpenEssayInputEdu, program.hall.frmEssayInputEdu);
+  room_.frmEssayInputEdu.Unload();
   const std::string text = app.gEssayCurrent;
   SetDefaultValue();
   app.gEssayQuiz = DefaultEssayTitle(app.gEssayQuiz, machine.loop.Now());
@@ -257,7 +249,7 @@ void FrmEssay::RewriteEssay() {
 
 void FrmEssay::WriteNewEssay() {
   imgClose_Click();
-  if (room_.program.hall.frmEssayInputForm) room_.program.hall.frmEssayInputForm->AsForm().Show();
+  room_.frmEssayInputForm->Show();
 }
 
 void FrmEssay::TakeLink(const std::string& url, bool& cancel) {
@@ -284,9 +276,9 @@ void FrmEssay::Leave() {
   program.hall.frmMain->InputBox().Text = "";
   program.hall.frmMain->AsForm().Left = mMainLeft;
   if (app.gOpenBrowser && program.hall.frmBrowser) program.hall.frmBrowser->AsForm().Hide();
-  if (!app.gEssayNoListReturn && program.hall.frmEssayInputEdu) {
-    UnloadIfOpen(app.gOpenEssayInputEdu, program.hall.frmEssayInputEdu);
-    program.hall.frmEssayInputEdu->AsForm().Show();
+  if (!app.gEssayNoListReturn) {
+    room_.frmEssayInputEdu.Unload();
+    room_.frmEssayInputEdu->Show();
   }
   app.gEssayNoListReturn = false;
   Unload();

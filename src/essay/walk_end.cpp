@@ -15,29 +15,19 @@
 namespace essay_walk {
 namespace {
 
-void WaitSeconds(EventLoop& loop, int seconds) {
-  Timer tmrWait(loop, 1000);
-  int ticks = 0;
-  tmrWait.onTick = [&ticks] { ++ticks; };
-  tmrWait.Enabled = true;
-  loop.WaitUntil([&] { return ticks >= seconds; });
-}
-
 constexpr int kTries = 10;
 constexpr int kPause = 3;  // seconds between tries
 
-bool UploadOnce(Program& program) {
-  if (!IsServerOnline(program)) return false;
-  program.app.gUploadFinished = false;
-  program.hall.frmUpload->SyncProgress("UPLOAD");
-  program.machine.loop.WaitUntil([&program] { return program.app.gUploadFinished; });
+bool UploadOnce(EssayRoom& room) {
+  if (!IsServerOnline(room.program)) return false;
+  room.UploadRecords();
   return true;
 }
 
-bool TryUpload(Program& program) {
+bool TryUpload(EssayRoom& room) {
   for (int i = 0; i < kTries; ++i) {
-    if (UploadOnce(program)) return true;
-    WaitSeconds(program.machine.loop, kPause);
+    if (UploadOnce(room)) return true;
+    WaitSeconds(room.program, kPause);
   }
   return false;
 }
@@ -45,7 +35,7 @@ bool TryUpload(Program& program) {
 void Upload(EssayRoom& room) {
   Program& program = room.program;
   if (!program.hall.frmUpload) return;
-  while (!TryUpload(program)) {
+  while (!TryUpload(room)) {
     if (AskInPlace(room, "15001", 2, "YES_NO", "3") != "YES") break;
   }
   WriteNeedSync(program, "N");
@@ -78,17 +68,6 @@ void ShowFinished(EssayRoom& room) {
   app.gEssayNoListReturn = app.gEssayStartRequested;
 }
 
-bool SubmitEssay(Program& program) {
-  const auto& app = program.app;
-  for (int i = 0; i < kTries; ++i) {
-    if (SubmitEssayFinal(program, app.gAccountNo, app.gEssayId, app.gEssayWorkId).starts_with("OK")) {
-      return true;
-    }
-    WaitSeconds(program.machine.loop, kPause);
-  }
-  return false;
-}
-
 }  // namespace
 
 void FinishEssay(EssayRoom& room) {
@@ -119,7 +98,7 @@ void HandIn(EssayRoom& room) {
   EssayRecords records(room.records);
   if (app.gEssayStartRequested || records.CountHandedIn(app.gEssayWorkId) > 0) return;
   if (AskInPlace(room, "14019", 2, "YES_NO", "2") != "YES") return;
-  if (SubmitEssay(room.program)) {
+  if (SubmitUntilTaken(room.program, app.gEssayId, app.gEssayWorkId, kTries)) {
     records.HandInEssay(app.gEssayId, app.gEssayWorkId);
     AskInPlace(room, "14018", 1, "OK", "0");
   } else {

@@ -14,6 +14,11 @@ ErrSentence ErrFrom(const DbRow& row) {
 
 }  // namespace
 
+EssayRow EssayFrom(const DbRow& row) {
+  return {row.Text(0), row.Text(1), row.Text(2), row.Text(3),
+          row.Text(4), row.Text(5), row.Text(6), DayFromIso(row.Text(7))};
+}
+
 void EssayRecords::InsertEssay(const EssayRow& row) {
   Db().Run("insert into essay values (?, ?, ?, ?, ?, ?, ?, ?)",
            {row.essayId, row.workId, StoredText(row.quiz), StoredText(row.orgEssay), StoredText(row.newEssay),
@@ -23,9 +28,7 @@ void EssayRecords::InsertEssay(const EssayRow& row) {
 std::optional<EssayRow> EssayRecords::FindEssay(const std::string& essayId) {
   std::optional<EssayRow> essay;
   Db().Run("select * from essay where essayId = ?", {essayId}, [&](const DbRow& row) {
-    if (essay) return;
-    essay = {row.Text(0), row.Text(1), row.Text(2), row.Text(3),
-             row.Text(4), row.Text(5), row.Text(6), DayFromIso(row.Text(7))};
+    if (!essay) essay = EssayFrom(row);
   });
   return essay;
 }

@@ -20,6 +20,9 @@ struct EssayRow {
   std::chrono::year_month_day sDate;
 };
 
+/// An essay from a row with all columns of its table. Throws RunTimeError when its day is none.
+EssayRow EssayFrom(const DbRow& row);
+
 /// Works on the connection of the record database, which must outlive it. Texts come back as they are stored.
 /// Every procedure throws RunTimeError when its statement fails.
 class EssayRecords {

@@ -43,12 +43,16 @@ std::string ExportText(const std::vector<std::string>& sentences, bool paragraph
 
 bool ExportSentences(Program& program, const std::string& path, const std::vector<std::string>& sentences,
                      bool paragraph) {
+  return ExportWholeText(program, path, ExportText(sentences, paragraph));
+}
+
+bool ExportWholeText(Program& program, const std::string& path, const std::string& text) {
   Files& files = program.machine.files;
   Files::Path file = path;
   if (!file.has_extension()) file += ".txt";
   if (files.FileExists(file) && FrmMessage::Ask(program, "12", 2, "YES_NO", "2") != "YES") return false;
   try {
-    WriteWhole(files, file, ExportText(sentences, paragraph));
+    WriteWhole(files, file, text);
   } catch (const RunTimeError&) {
     TellNotWritten(program, file);
     return false;

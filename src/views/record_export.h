@@ -13,10 +13,12 @@
 /// blank behind it. The text's last line is ended too.
 std::string ExportText(const std::vector<std::string>& sentences, bool paragraph);
 
-/// Writes sentences into a text file (UTF-8), which it replaces whole, and tells the user how that went. Asks
-/// before it replaces a file. A failure leaves no part of a file.
+/// Writes a text file (UTF-8), which it replaces whole, and tells the user how that went. Asks before it
+/// replaces a file. A failure leaves no part of a file.
 /// @param path the ending ".txt" is added to a name without one
 /// @return true when the file has been written
+bool ExportWholeText(Program& program, const std::string& path, const std::string& text);
+/// The same with the text of sentences.
 bool ExportSentences(Program& program, const std::string& path, const std::vector<std::string>& sentences,
                      bool paragraph);
 

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include "core/assignment_urls.h"
 #include "core/text_utility.h"
 #include "core/window_shell.h"
 #include "platform/chinese.h"
@@ -119,20 +120,14 @@ void FrmBrowser::OpenOutside() { machine.desktop.OpenOutside(webMain.LocationURL
 
 void FrmBrowser::SpecialFunctionProc(const std::string& url) {
   constexpr int kPrefix = 9;
-  const auto& app = program_.app;
   const std::string command = Mid(url, 1, kPrefix);
   const std::string argument = Mid(url, kPrefix + 1);
   if (command == "cmd:show:" && program_.hall.frmEssay) {
     program_.hall.frmEssay->ShowEssay(argument);
   } else if (command == "cmd:teaw:") {
-    GoNavigate(app.gServerUrlRoot +
-                   "p_get_essay_work_teacher.asp?tid=" + MakeRecId(program_.app, machine.loop.Now()) +
-                   "&key=zorbelquinter&pno=" + app.gAccountNo + "&workId=" + argument,
-               2);
+    GoNavigate(TeacherCommentUrl(program_, argument), 2);
   } else if (command == "cmd:work:") {
-    GoNavigate(app.gServerUrlRoot + "p_mrv_get_essay_work.asp?key=zorbelquinter&pno=" + app.gAccountNo +
-                   "&workId=" + argument + "&mode=GETHTM&cpno=" + app.gTeacherAccount,
-               1);
+    GoNavigate(QuestionUrl(program_, argument), 1);
   }
 }
 

@@ -12,8 +12,12 @@ using ::testing::StartsWith;
 using SessionTest = EssayTest;
 constexpr auto kOk = &FrmMessage::cmdOK;
 
-TEST_F(SessionTest, OpensFromTheMenuWithATopicOfItsOwn) {
+TEST_F(SessionTest, OpensFromTheMenuByANewTopicAndLeadsBackToTheTopics) {
+  auto& room = composition.essay;
   machine.user.Click(composition.frmMain->imgMenu(4));
+  machine.user.Click(room.frmEssayInputEdu->picButtons(2));
+  machine.user.Press(room.frmEssayInputForm->txtInput, kKeyEnter);
+  machine.loop.WaitUntil([&] { return !app.gOpenEssayInputEdu && !app.gOpenEssayInputForm; });
   EXPECT_TRUE(app.gEssayActive && app.gOpenEssay && Window().TopMost);
   EXPECT_EQ(composition.frmMain->Left, -20000);
   EXPECT_EQ(app.gEssayQuiz, "我的短文20261105");
@@ -23,9 +27,10 @@ TEST_F(SessionTest, OpensFromTheMenuWithATopicOfItsOwn) {
   machine.user.Type(Window().txtInput, "He \"goes\" (home)/to_5!\nYes.");
   EXPECT_EQ(Window().txtInput.Text(), "He goes hometo5\r\nYes.");
   machine.user.Click(Window().picButtons(0));
-  machine.loop.WaitUntil([this] { return !composition.essay.frmEssay.IsLoaded(); });
+  machine.loop.WaitUntil([&] { return !room.frmEssay.IsLoaded(); });
   EXPECT_GE(composition.frmMain->Left, 0);
   EXPECT_FALSE(app.gEssayActive || app.gOpenEssay);
+  EXPECT_TRUE(app.gOpenEssayInputEdu && room.frmEssayInputEdu->Visible());
 }
 
 TEST_F(SessionTest, FiltersKeysByTheirPlace) {
@@ -59,15 +64,15 @@ TEST_F(SessionTest, RewritesTheEssayAfterItsReport) {
   EXPECT_THAT(Asked(), ElementsAre("He go home.", "He goes home.", "I run."));
 }
 
-TEST_F(SessionTest, AsksBeforeANewEssayTakesTheReportsPlace) {
+TEST_F(SessionTest, AsksBeforeANewEssayWhileAReportIsShown) {
   ExpectMessage("14005", kOk);
   Send("I run.");
   ExpectMessage("14006", &FrmMessage::cmdCancel);
   composition.frmMain->imgMenu_Click(4);
-  EXPECT_TRUE(Window().mReportDone);
+  EXPECT_FALSE(app.gOpenEssayInputEdu);
   ExpectMessage("14006", kOk);
   composition.frmMain->imgMenu_Click(4);
-  EXPECT_FALSE(Window().mReportDone);
+  EXPECT_TRUE(app.gOpenEssayInputEdu && app.gEssayStartRequested);
 }
 
 TEST_F(SessionTest, ShowsAnOldEssayFromARecordAlone) {

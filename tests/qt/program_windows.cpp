@@ -119,6 +119,21 @@ Form& ShowEssay(WindowedProgram& program, bool walks) {
   return form;
 }
 
+Form& ShowTopics(WindowedProgram& program, const std::string& edition, int tab) {
+  PutRecords(program);
+  program.composition.program.app.gEdition = edition;
+  program.machine.http.Route("p_mrv_get_essay_work.asp", "OK_W1#N#2026/11/30#My School#");
+  FrmEssayInputEdu& frmTopics = *program.composition.essay.frmEssayInputEdu;
+  frmTopics.webHtml.FollowLink("cmd:tab:" + std::to_string(tab));
+  return Opaque(frmTopics);
+}
+
+Form& ShowCollection(WindowedProgram& program) {
+  PutRecords(program);
+  program.composition.essay.frmEssayCollect->ShowEssayCollect("", "N");
+  return Opaque(*program.composition.essay.frmEssayCollect);
+}
+
 }  // namespace
 
 WindowedProgram::WindowedProgram() : composition(machine.machine, InstallationValues{}) {
@@ -159,6 +174,11 @@ const std::vector<ShownWindow>& ProgramWindows() {
       {"frmSentences", ShowSentences},
       {"frmErrList", ShowErrList},
       {"frmBindSelect", [](WindowedProgram& p) -> Form& { return Opaque(*p.composition.frmBindSelect); }},
+      {"frmEssayInputEdu", [](WindowedProgram& p) -> Form& { return ShowTopics(p, "MRV", 2); }},
+      {"frmEssayInputEdu-assigned", [](WindowedProgram& p) -> Form& { return ShowTopics(p, "XQD", 1); }},
+      {"frmEssayInputForm",
+       [](WindowedProgram& p) -> Form& { return Opaque(*p.composition.essay.frmEssayInputForm); }},
+      {"frmEssayCollect", ShowCollection},
       {"frmEssay", [](WindowedProgram& p) -> Form& { return ShowEssay(p, false); }},
       {"frmEssay-walk", [](WindowedProgram& p) -> Form& { return ShowEssay(p, true); }},
       {"frmEssayCompare",

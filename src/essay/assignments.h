@@ -1,0 +1,25 @@
+// The teacher's assignments, as the server tells them.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+struct Program;
+
+/// Texts are UTF-8, and shown as they are.
+struct Assignment {
+  std::string workId;
+  bool isHandedIn = false;
+  std::string deadline;
+  std::string title;
+  std::string changedOn;  ///< when the teacher changed the topic, "" for never
+  bool isMarked = false;  ///< the teacher has commented on what was handed in
+};
+
+/// Reads "OK_" and records joined by "<@>", their fields by "#". Another reply has none. A record without a
+/// number or a title, which nobody could choose, is passed over.
+std::vector<Assignment> ParseAssignments(std::string_view reply);
+
+/// Asks the server, and notes in gWorkListOk whether it has told them.
+std::vector<Assignment> FetchAssignments(Program& program);

@@ -1,0 +1,195 @@
+#include "essay/collection.h"
+
+#include "core/assignment_urls.h"
+#include "core/message.h"
+#include "core/settings.h"
+#include "core/text_utility.h"
+#include "essay/collection_page.h"
+#include "essay/hand_in.h"
+#include "essay/room.h"
+#include "platform/desktop.h"
+#include "platform/event_loop.h"
+#include "platform/machine.h"
+#include "views/record_export.h"
+
+namespace {
+
+constexpr std::string_view kShow = "cmd:show:";
+constexpr std::string_view kComment = "cmd:res:";
+constexpr std::string_view kSend = "cmd:snd:";
+
+enum Button { kOutput = 0, kDelete = 1, kCheck = 2 };
+
+}  // namespace
+
+FrmEssayCollect::FrmEssayCollect(EssayRoom& room)
+    : Form(room.program.machine, "frmEssayCollect"),
+      tmrMessage(machine.loop, 1000),
+      room_(room),
+      records_(room.records),
+      fade_(*this),
+      shell_(picBG, imgClose),
+      list_(webHtml, picSelectAll, lblSelectAll, lblCheckAll) {
+  shell_.Add(picButtons, imgBtnOff, imgBtnOver, imgBtnOn);
+  picButtons.On(&Control::Click, [this](int index) { picButtons_Click(index); });
+  webHtml.BeforeNavigate2 = [this](const std::string& url, bool& cancel) { TakeLink(url, cancel); };
+  imgClose.Click = [this] { imgClose_Click(); };
+  QueryClose = [this] { imgClose_Click(); };
+  tmrMessage.onTick = [this] { TellDeleted(); };
+  fade_.onGone = [this] { Leave(); };
+}
+
+void FrmEssayCollect::Form_Load() {
+  constexpr int kDown = 500;
+  room_.program.app.gOpenEssayCollect = true;
+  Width = picBG.Width;
+  Height = picBG.Height;
+  shell_.SetMouseIconHand();
+  CenterForm(*this);
+  Top = Top + kDown;
+  fade_.In();
+}
+
+void FrmEssayCollect::Form_Unload() { room_.program.app.gOpenEssayCollect = false; }
+
+void FrmEssayCollect::ShowEssayCollect(const std::string& workId, const std::string& handInMode) {
+  const auto& app = room_.program.app;
+  mHandInMode = handInMode;
+  mWorkId = workId;
+  Show();
+  webHtml.Navigate("about:blank");
+  EssayCollection collection{
+      .rows = {},
+      .canHandIn = !mWorkId.empty() && app.gEdition == "XQD" && mHandInMode == "Y",
+      .isHandedIn = !mWorkId.empty() && EssayRecords(room_.records).CountHandedIn(mWorkId) > 0,
+      .imageRoot = app.gServerUrlRoot + "_images/"};
+  for (auto& essay : records_.Listed(mWorkId)) {
+    const int mistakes = records_.CountMistakes(essay.essayId);
+    collection.rows.push_back({std::move(essay), mistakes});
+  }
+  mEssayCount = static_cast<int>(collection.rows.size());
+  list_.Reset(mEssayCount);
+  webHtml.Write(EssayCollectPage(collection));
+}
+
+void FrmEssayCollect::TakeLink(const std::string& url, bool& cancel) {
+  if (!url.starts_with("cmd:")) return;
+  cancel = true;
+  shell_.picButtonsResetImage();
+  if (url.starts_with(kShow)) {
+    room_.ShowOldEssay(url.substr(kShow.size()));
+  } else if (url.starts_with(kComment)) {
+    room_.program.hall.frmBrowser->GoNavigate(TeacherCommentUrl(room_.program, url.substr(kComment.size())),
+                                              2);
+  } else if (url.starts_with(kSend)) {
+    const std::string ids = url.substr(kSend.size());
+    const auto at = ids.find('@');
+    if (at != std::string::npos) AskAndHandIn(ids.substr(0, at), ids.substr(at + 1));
+  }
+}
+
+// The server must know what is handed in.
+void FrmEssayCollect::AskAndHandIn(const std::string& essayId, const std::string& workId) {
+  if (FrmMessage::Ask(room_.program, "14016", 2, "OK_CANCEL", "0") != "OK") return;
+  if (records_.HasNew()) UploadAll();
+  HandIn(essayId, workId);
+  EssayRoom& room = room_;
+  room.frmEssayInputEdu.Unload();
+  Unload();
+  room.frmEssayInputEdu->Show();
+}
+
+void FrmEssayCollect::HandIn(const std::string& essayId, const std::string& workId) {
+  constexpr int kTries = 11;
+  if (SubmitUntilTaken(room_.program, essayId, workId, kTries)) {
+    EssayRecords(room_.records).HandInEssay(essayId, workId);
+    FrmMessage::Ask(room_.program, "14018", 1, "OK", "0");
+  } else {
+    FrmMessage::Ask(room_.program, "14022", 1, "OK", "0");
+  }
+}
+
+void FrmEssayCollect::UploadAll() {
+  room_.program.app.gUploadAccountNo = room_.program.app.gAccountNo;
+  room_.UploadRecords();
+  WriteNeedSync(room_.program, "N");
+}
+
+void FrmEssayCollect::picButtons_Click(int index) {
+  Program& program = room_.program;
+  if (mEssayCount == 0) {
+    FrmMessage::Ask(program, "14013", 1, "OK", "0");
+    return;
+  }
+  const int count = GetCheckCounts();
+  if (count == 0) {
+    FrmMessage::Ask(program, "14014", 1, "OK", "0");
+    return;
+  }
+  if (index == kOutput) return GetRecAndOutput();
+  if (index == kDelete) {
+    if (FrmMessage::Ask(program, "14015", 2, "OK_CANCEL", "2") == "OK") CleanupSelectedRecord();
+    return;
+  }
+  if (count > 1) {
+    FrmMessage::Ask(program, "14016", 0, "OK", "0");
+    return;
+  }
+  GetRecAndPassEngine();
+}
+
+std::string FrmEssayCollect::CheckedText(int row) const { return webHtml.Value("rec" + std::to_string(row)); }
+
+void FrmEssayCollect::GetRecAndPassEngine() {
+  std::string text;
+  const auto rows = list_.CheckedRows();
+  if (!rows.empty()) {
+    text = CheckedText(rows.front());
+    list_.Uncheck(rows.front());
+  }
+  MainWindow& frmMain = *room_.program.hall.frmMain.operator->();
+  RichTextBox& txtInput = frmMain.InputBox();
+  txtInput.Text = text;
+  txtInput.SelStart = 0;
+  txtInput.SelLength = Len(text);
+  txtInput.SelFontName = "Arial";
+  txtInput.SelColor = Rgb(255, 204, 0);
+  frmMain.PassStringToEngine();
+}
+
+void FrmEssayCollect::GetRecAndOutput() {
+  const auto file = machine.desktop.AskSaveFile("輸出短文", "text file (*.txt)|*.txt|", "我的短文.txt");
+  if (!file) return;
+  std::string text;
+  for (const int row : list_.CheckedRows()) text += CheckedText(row) + "\r\n\r\n";
+  ExportWholeText(room_.program, *file, text + "\r\n");
+}
+
+void FrmEssayCollect::CleanupSelectedRecord() {
+  mSkippedHandedIn = false;
+  for (const auto& essayId : list_.CheckedKeys()) {
+    if (records_.IsHandedIn(essayId)) {
+      mSkippedHandedIn = true;
+    } else {
+      records_.Delete(essayId);
+    }
+  }
+  WriteNeedSync(room_.program, "Y");
+  tmrMessage.Enabled = true;
+}
+
+void FrmEssayCollect::TellDeleted() {
+  tmrMessage.Enabled = false;
+  const auto& app = room_.program.app;
+  if (app.gEdition == "XQD" && app.gOpenEssayInputEdu) {
+    room_.frmEssayInputEdu.Unload();
+    Show();
+  }
+  ShowEssayCollect(mWorkId, mHandInMode);
+  FrmMessage::Ask(room_.program, mSkippedHandedIn ? "14017" : "17", 0, "OK", "0");
+}
+
+void FrmEssayCollect::Leave() {
+  if (ReadSetup(room_.program, "NeedSync") != "N") UploadAll();
+  Unload();
+}

@@ -1,0 +1,65 @@
+// The essays of one topic: to look at, to hand in, to write into a file, to delete.
+#pragma once
+
+#include <string>
+
+#include "core/shell_buttons.h"
+#include "core/window_shell.h"
+#include "core/windows.h"
+#include "platform/controls.h"
+#include "platform/form.h"
+#include "platform/timer.h"
+#include "platform/web_browser.h"
+#include "records/essay_topics.h"
+#include "views/check_list.h"
+
+struct EssayRoom;
+
+class FrmEssayCollect : public Form, public HallWindow {
+ public:
+  explicit FrmEssayCollect(EssayRoom& room);
+
+  Form& AsForm() override { return *this; }
+  /// @param workId of the topic, "" for all essays
+  /// @param handInMode "Y" when the topic was opened as an assignment, "N" as one of the learner's own
+  void ShowEssayCollect(const std::string& workId, const std::string& handInMode);
+  int GetCheckCounts() const { return list_.CheckedCount(); }
+  /// Has the beginning of the first chosen essay checked as a sentence.
+  void GetRecAndPassEngine();
+  /// Writes the beginnings of the chosen essays into a text file.
+  void GetRecAndOutput();
+  /// Deletes the chosen essays with their sentences, but for those that were handed in.
+  void CleanupSelectedRecord();
+
+  void Form_Load() override;
+  void Form_Unload() override;
+  void imgClose_Click() { fade_.Out(); }
+
+  WebBrowser webHtml{*this, "webHtml"};
+  ControlArray<PictureBox, 3> picButtons{*this, "picButtons"}, imgBtnOff{*this, "imgBtnOff"},
+      imgBtnOver{*this, "imgBtnOver"}, imgBtnOn{*this, "imgBtnOn"};
+  ControlArray<PictureBox, 2> picSelectAll{*this, "picSelectAll"};
+  ControlArray<Label, 2> lblSelectAll{*this, "lblSelectAll"}, lblCheckAll{*this, "lblCheckAll"};
+  PictureBox imgClose{*this, "imgClose"}, picBG{*this, "picBG"};
+  Timer tmrMessage;
+
+ private:
+  void picButtons_Click(int index);
+  void TakeLink(const std::string& url, bool& cancel);
+  void AskAndHandIn(const std::string& essayId, const std::string& workId);
+  void HandIn(const std::string& essayId, const std::string& workId);
+  void TellDeleted();
+  void UploadAll();
+  void Leave();
+  std::string CheckedText(int row) const;
+
+  EssayRoom& room_;
+  EssayTopics records_;
+  Fade fade_;
+  ShellButtons shell_;
+  CheckList list_;
+  std::string mWorkId;
+  std::string mHandInMode;
+  int mEssayCount = 0;
+  bool mSkippedHandedIn = false;
+};

@@ -1,0 +1,75 @@
+#include "essay/collection_page.h"
+
+#include <fmt/format.h>
+
+#include "core/text_utility.h"
+#include "essay/topic_parts.h"
+#include "views/check_list.h"
+#include "views/page_frame.h"
+
+namespace {
+
+using namespace topic_parts;
+
+constexpr const char* kOpen = R"html(<table width='100%' border='0'>
+<tr><td colspan='{0}' align='left' style='font-size:13px; color:#FFFF00; line-height:150%;'>{1}&nbsp;點一下短文題目，可顯示您的短文與該次分析結果</td></tr>
+<tr style='font-size:14px; color:#FFCC00'>
+<td width='4%'></td>
+<td width='48%' align='left'>短文題目</td>
+<td width='8%' align='center'>練習日</td>
+<td width='10%' align='center'>犯錯數</td>
+<td width='10%' align='center'>狀態</td>
+{2}</tr>
+)html";
+constexpr const char* kActionHead = "<td width='20%' colspan='2'></td>\n";
+
+// The field's value stands without quotes: what is read from it is its first word.
+constexpr const char* kRow =
+    "<input type='HIDDEN' name='rec{0}' id='rec{0}' value={1}>\n"
+    "<tr style='font-size:14px; color:#FFFFFF'>\n"
+    "<td valign='top' align='center'><input type='checkbox' name='{2}' id='{2}' value='{3}'></td>\n"
+    "<td valign='top' align='left'>{4}</td>\n"
+    "<td valign='top' align='center'><font style='color:#CCCCCC;font-size:13px;'>{5}</font></td>\n"
+    "<td valign='top' align='center'>{6}</td>\n"
+    "<td valign='top' align='center'>{7}</td>\n"
+    "{8}</tr>\n"
+    "<tr><td colspan='{9}' height='1' bgcolor='#6A6A6A'></td></tr>\n";
+constexpr const char* kActionCell = "<td valign='top' align='center' colspan='2'>{}</td>\n";
+
+constexpr const char* kBroken = "<font style='font-size:13px;color:#FF6600;'>中斷</font>";
+constexpr const char* kComplete = "<font style='font-size:13px;color:#808080;'>正常</font>";
+
+std::string Action(const EssayCollection& collection, const EssayRow& essay) {
+  const std::string workId = Quoted(essay.workId);
+  if (essay.finalSet == "Y") {
+    constexpr const char* kHint = "點一下可查看是否有教師批閱內容";
+    return Image(collection.imageRoot, "mrv_icon_check.gif") +
+           "&nbsp;<font color='#00FF00'>已交卷</font><br>" +
+           Link("cmd:res:" + workId, "查看老師批閱", kCyan, fmt::format("{0}' alt='{0}", kHint));
+  }
+  if (essay.finalSet == "A" || collection.isHandedIn) return "<font style='color:#808080;'>---</font>";
+  return Link("cmd:snd:" + Quoted(essay.essayId) + "@" + workId,
+              Image(collection.imageRoot, "mrv_icon_finalset.gif") + "&nbsp;交卷?", kCyan);
+}
+
+std::string Row(const EssayCollection& collection, int number, const CollectedEssay& row, int columns) {
+  const EssayRow& essay = row.essay;
+  const std::string id = Quoted(essay.essayId);
+  return fmt::format(
+      fmt::runtime(kRow), number, HtmlText(PlainApostrophes(essay.newEssay)), CheckBoxId(number), id,
+      Link("cmd:show:" + id, HtmlText(PlainApostrophes(essay.quiz))), FormatDateUnpadded(essay.sDate, "/"),
+      MistakesCell(row.mistakes), essay.finalSet == "A" ? kBroken : kComplete,
+      collection.canHandIn ? fmt::format(fmt::runtime(kActionCell), Action(collection, essay)) : "", columns);
+}
+
+}  // namespace
+
+std::string EssayCollectPage(const EssayCollection& collection) {
+  const int columns = collection.canHandIn ? 7 : 5;
+  std::string body = fmt::format(fmt::runtime(kOpen), columns, Image(collection.imageRoot, "icon_obj.gif"),
+                                 collection.canHandIn ? kActionHead : "");
+  int number = 0;
+  for (const auto& row : collection.rows) body += Row(collection, ++number, row, columns);
+  return BuildPageFrame("HEADER", "") + DarkBody() + Replace(Replace(body, "\r\n", "\n"), "\n", "\r\n") +
+         "</table>\r\n" + BuildPageFrame("FOOTER", "");
+}

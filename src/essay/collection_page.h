@@ -1,0 +1,23 @@
+// The list of the essays of one topic.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "records/essay_records.h"
+
+struct CollectedEssay {
+  EssayRow essay;
+  int mistakes = 0;
+};
+
+struct EssayCollection {
+  std::vector<CollectedEssay> rows;
+  bool canHandIn = false;   ///< they are of an assignment: each row tells whether it was or can be handed in
+  bool isHandedIn = false;  ///< one of them was
+  std::string imageRoot;    ///< address of the pictures' folder, ended by "/"
+};
+
+/// Row n, counted from 1, has a box "chk" + n with the essay's id, and a hidden field "rec" + n. Links are
+/// "cmd:show:" and an essay's id, "cmd:snd:" with "@" and its topic behind that, "cmd:res:" and a topic.
+std::string EssayCollectPage(const EssayCollection& collection);

@@ -1,0 +1,67 @@
+// The door to essay writing: topics to choose from, and the results of earlier essays on them.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "core/shell_buttons.h"
+#include "core/window_shell.h"
+#include "core/windows.h"
+#include "essay/topic_pages.h"
+#include "platform/controls.h"
+#include "platform/form.h"
+#include "platform/web_browser.h"
+#include "records/essay_topics.h"
+
+struct EssayRoom;
+
+class FrmEssayInputEdu : public Form, public HallWindow {
+ public:
+  explicit FrmEssayInputEdu(EssayRoom& room);
+
+  Form& AsForm() override { return *this; }
+  void Form_Load() override;
+  void Form_Unload() override;
+  void SetDefaultValue();
+  /// The teacher's assignments, as the server tells them now.
+  void GetWorkList();
+  /// Topics of the records that are no assignments of the list.
+  void GetSelfEssayList();
+  /// Shows the question of an assignment in the place of the list.
+  void GetWorkHtm(const std::string& workId);
+  void picButtons_Click(int index);
+  void imgClose_Click() { fade_.Out(); }
+
+  WebBrowser webHtml{*this, "webHtml"}, webHtml2{*this, "webHtml2"};
+  ComboBox lstWorks{*this, "lstWorks"};  ///< number and title of each assignment, joined by "<@>"
+  Label lblMessage{*this, "lblMessage"};
+  ControlArray<PictureBox, 3> picButtons{*this, "picButtons"}, imgBtnOff{*this, "imgBtnOff"},
+      imgBtnOver{*this, "imgBtnOver"}, imgBtnOn{*this, "imgBtnOn"};
+  PictureBox picBG{*this, "picBG"}, imgClose{*this, "imgClose"};
+
+  bool mShowingWork = false;
+  bool mHasOpenWork = false;
+  int mMainTop = 0;
+
+ private:
+  using Action = void (FrmEssayInputEdu::*)(const std::string& argument, bool isAssigned);
+
+  void TakeLink(const std::string& url, bool& cancel, bool isAssigned);
+  void TurnTo(const std::string& tab, bool isAssigned);
+  void StartOn(const std::string& workId, bool isAssigned);
+  void ShowComment(const std::string& workId, bool isAssigned);
+  void ShowCollection(const std::string& workId, bool isAssigned);
+  void ShowReport(const std::string& essayId, bool isAssigned);
+  void Delete(const std::string& essayIds, bool isAssigned);
+  void ShowTab(bool showsAssigned);
+  void OfferOwnTopic();
+  void Leave();
+  Practice PracticeOf(const std::string& workId);
+  std::string TitleOfWork(const std::string& workId) const;
+  std::string ImageRoot() const;
+
+  EssayRoom& room_;
+  EssayTopics records_;
+  Fade fade_;
+  ShellButtons shell_;
+};

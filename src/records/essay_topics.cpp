@@ -1,0 +1,63 @@
+#include "records/essay_topics.h"
+
+#include "records/transaction.h"
+
+int EssayTopics::Count(const char* sql, const std::vector<DbValue>& parameters) {
+  int count = 0;
+  Db().Run(sql, parameters, [&](const DbRow& row) { count = static_cast<int>(row.Number(0)); });
+  return count;
+}
+
+std::vector<EssayRow> EssayTopics::Select(const std::string& rest, const std::vector<DbValue>& parameters) {
+  std::vector<EssayRow> essays;
+  Db().Run("select * from essay" + rest, parameters,
+           [&](const DbRow& row) { essays.push_back(EssayFrom(row)); });
+  return essays;
+}
+
+std::vector<std::string> EssayTopics::WorkIds() {
+  std::vector<std::string> ids;
+  Db().Run("select distinct workId from essay order by workId desc", {},
+           [&](const DbRow& row) { ids.push_back(row.Text(0)); });
+  return ids;
+}
+
+std::vector<EssayRow> EssayTopics::EssaysOf(const std::string& workId) {
+  return Select(" where workId = ? order by sDate, essayId", {workId});
+}
+
+std::optional<EssayRow> EssayTopics::FirstOf(const std::string& workId) {
+  auto essays = Select(" where workId = ? order by rowid limit 1", {workId});
+  if (essays.empty()) return std::nullopt;
+  return std::move(essays.front());
+}
+
+std::vector<EssayRow> EssayTopics::Listed(const std::string& workId) {
+  const std::string order = " order by sDate desc, essayId desc";
+  if (workId.empty()) return Select(" where upload <> 'D'" + order, {});
+  return Select(" where upload <> 'D' and workId = ?" + order, {workId});
+}
+
+int EssayTopics::CountMistakes(const std::string& essayId) {
+  return Count("select count(*) from errsentence where essayId = ?", {essayId});
+}
+
+bool EssayTopics::IsHandedIn(const std::string& essayId) {
+  return Count("select count(*) from essay where essayId = ? and finalSet <> 'Y'", {essayId}) == 0;
+}
+
+void EssayTopics::Delete(const std::string& essayId) {
+  Transaction transaction(Db());
+  for (const char* const table : {"essay", "oksentence", "errsentence"}) {
+    Db().Run(std::string("update ") + table + " set upload = 'D' where essayId = ?", {essayId});
+  }
+  transaction.Commit();
+}
+
+bool EssayTopics::HasNew() {
+  return Count(
+             "select (select count(*) from oksentence where upload = 'N')"
+             " + (select count(*) from errsentence where upload = 'N')"
+             " + (select count(*) from essay where upload = 'N')",
+             {}) > 0;
+}
