@@ -37,12 +37,28 @@ int CheckAll(TerminalCheck& check, const TerminalCommand& command) {
   }
 }
 
+// A right and a wrong sentence go the whole way.
+int CheckItself(Composition& composition) {
+  TerminalCheck right(composition, false);
+  TerminalCheck wrong(composition, false);
+  right.Check("He goes to school every day.");
+  wrong.Check("He go to school every day.");
+  const bool isWell = right.Status() == TerminalCheck::kRight && wrong.Status() == TerminalCheck::kErrors;
+  return isWell ? EXIT_SUCCESS : TerminalCheck::kNoAnswer;
+}
+
+// A program that checks itself depends on nobody else's server.
+InstallationValues InstallationFor(const TerminalCommand& command, HostMachine& host) {
+  if (command.kind == TerminalCommand::Kind::kSelfCheck) return {};
+  return ReadInstallation(host.files, host.environment);
+}
+
 int RunCommand(const TerminalCommand& command) {
   PollLoop loop;
   TerminalWindows windows;
   HeadlessDesktop desktop;
   HostMachine host(loop, windows, desktop, "");
-  InstallationValues installation = ReadInstallation(host.files, host.environment);
+  InstallationValues installation = InstallationFor(command, host);
   const EmbeddedServer server = StartEmbeddedServer(host.machine, installation);
   Composition composition(host.machine, installation);
   TerminalCheck check(composition, command.json);
@@ -53,6 +69,8 @@ int RunCommand(const TerminalCommand& command) {
     switch (command.kind) {
       case TerminalCommand::Kind::kCheck:
         return CheckAll(check, command);
+      case TerminalCommand::Kind::kSelfCheck:
+        return CheckItself(composition);
       case TerminalCommand::Kind::kEssay:
       case TerminalCommand::Kind::kEssayReport:
         return RunEssay(composition, command);

@@ -15,6 +15,7 @@ const char* const kTerminalUsage =
     "  export [--paragraph] 檔案          將正確的句子輸出為文字檔\n"
     "  essay [--local] 檔案               逐句批改短文；修正的句子由標準輸入讀取\n"
     "  essay --report 編號 [--html 檔案]  顯示短文的批改分析，或存成網頁\n"
+    "  --self-check                       以程式自己的伺服器和引擎檢查程式能否正常執行\n"
     "  --help                             顯示這份說明\n"
     "  --version                          顯示版本\n"
     "\n"
@@ -132,6 +133,7 @@ const std::map<std::string, CommandWord>& CommandWords() {
   static const std::map<std::string, CommandWord> words{
       {"--help", {Kind::kHelp, [](auto&, auto&, auto&) { return true; }}},
       {"--version", {Kind::kVersion, [](auto&, auto&, auto&) { return true; }}},
+      {"--self-check", {Kind::kSelfCheck, ParseNothing}},
       {"check", {Kind::kCheck, ParseCheck}},
       {"records", {Kind::kRecords, ParseDays}},
       {"days", {Kind::kDays, ParseNothing}},

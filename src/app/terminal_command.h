@@ -16,6 +16,7 @@ struct TerminalCommand {
     kExport,
     kEssay,
     kEssayReport,
+    kSelfCheck,
     kHelp,
     kVersion
   };

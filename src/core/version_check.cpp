@@ -9,6 +9,7 @@
 #include "platform/machine.h"
 #include "platform/processes.h"
 #include "platform/run_time_error.h"
+#include "platform/window_system.h"
 
 namespace {
 
@@ -19,14 +20,31 @@ constexpr const char* kClassReinstall = "9";
 
 void TellNoUpdater(Program& program) { FrmMessage::Ask(program, "5", 1, "OK", "1"); }
 
+std::string UpdaterFolder(const Program& program) { return program.app.gTempDir + "/Tessaroon"; }
+
 bool HasUpdater(const Program& program) {
-  return program.machine.files.FileExists(program.app.gTempDir + "/Tessaroon/updater.exe");
+  return program.machine.files.FileExists(UpdaterFolder(program) + "/updater.exe");
 }
 
-// Does not return when the updater runs.
-void RunUpdater(Program& program, const char* word) {
-  const std::string folder = program.app.gTempDir + "/Tessaroon";
+// What kept the updater from its work, told once.
+void TellFailedUpdate(Program& program) {
+  Files& files = program.machine.files;
+  const std::string note = UpdaterFolder(program) + "/refusal.txt";
+  if (!files.FileExists(note)) return;
   try {
+    const std::string text = files.Read(note);
+    files.Delete(note);
+    program.machine.windows.SystemBox("Marovane 更新", text);
+  } catch (const RunTimeError&) {
+    return;  // the start does not depend on it
+  }
+}
+
+// Does not return when the updater runs. It starts the same edition again.
+void RunUpdater(Program& program, const char* word) {
+  const std::string folder = UpdaterFolder(program);
+  try {
+    RewriteFile(program.machine.files, folder + "/edition.txt", program.app.gEdition + "\n", false);
     program.machine.processes.Start({.program = folder + "/updater.exe",
                                      .arguments = {word, program.app.gUpdaterUrlRoot},
                                      .workingFolder = folder});
@@ -78,6 +96,7 @@ std::string VersionClass(const std::string& version) {
 }
 
 void CheckVersion(Program& program) {
+  TellFailedUpdate(program);
   const std::string current = Program::Version();
   std::string small;
   std::string big;

@@ -9,6 +9,8 @@ namespace {
 using ::testing::ElementsAre;
 using ::testing::EndsWith;
 using ::testing::IsEmpty;
+using ::testing::Optional;
+using ::testing::Pair;
 
 constexpr CommandButton FrmMessage::*kYes = &FrmMessage::cmdYes;
 constexpr CommandButton FrmMessage::*kNo = &FrmMessage::cmdNo;
@@ -90,6 +92,8 @@ TEST_P(VersionDecisionTest, ComparesTextsAsksAndStartsTheUpdater) {
   ASSERT_EQ(machine.processes.started.size(), 1U);
   EXPECT_EQ(machine.processes.started[0].program, app.gTempDir + "/Tessaroon/updater.exe");
   EXPECT_THAT(machine.processes.started[0].arguments, ElementsAre(decision.word, "updates.example"));
+  EXPECT_THAT(Content(app.gTempDir + "/Tessaroon/edition.txt"), Optional(std::string("MRV\n")))
+      << "what the updater starts again";
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -117,6 +121,16 @@ TEST_F(VersionCheckTest, ClassEightWipesTheDataButSetsRecordsAside) {
   EXPECT_THAT(machine.realFiles.List(data), IsEmpty());
   EXPECT_THAT(machine.realFiles.List(data / "set-aside"), ElementsAre("20261105-090000-Marovane.mdb"));
   EXPECT_EQ(machine.processes.started.at(0).arguments.at(0), "mrv_updater");
+}
+
+TEST_F(VersionCheckTest, WhatTheUpdaterRefusedIsToldOnceAndTheStartGoesOn) {
+  const std::string note = app.gTempDir + "/Tessaroon/refusal.txt";
+  Put(note, "更新清單的簽章不正確");
+  ServeVersions("1.0.0", "1.0.0");
+  EXPECT_FALSE(Check({}));
+  EXPECT_FALSE(Check({}));
+  EXPECT_THAT(machine.windows.systemBoxes, ElementsAre(Pair("Marovane 更新", "更新清單的簽章不正確")));
+  EXPECT_EQ(Content(note), std::nullopt);
 }
 
 TEST_F(VersionCheckTest, WithoutAServerTheStartGoesOn) {

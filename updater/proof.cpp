@@ -1,0 +1,55 @@
+#include "updater/proof.h"
+
+#include <fmt/format.h>
+
+#include <cstdlib>
+
+#include "updater/child.h"
+#include "updater/refusal.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+// A home that vanishes.
+class ProofHome {
+ public:
+  ProofHome() : path_((fs::temp_directory_path() / "marovane-proof-XXXXXX").string()) {
+    if (mkdtemp(path_.data()) == nullptr) throw Refusal("無法建立暫存資料夾，沒有更新任何檔案。");
+  }
+  ~ProofHome() {
+    std::error_code ignored;
+    fs::remove_all(path_, ignored);
+  }
+  ProofHome(const ProofHome&) = delete;
+  ProofHome& operator=(const ProofHome&) = delete;
+
+  std::vector<std::string> Environment() const {
+    const char* const search = std::getenv("PATH");
+    return {"HOME=" + path_, "LANG=C.UTF-8", fmt::format("PATH={}", search != nullptr ? search : "/usr/bin")};
+  }
+
+ private:
+  std::string path_;
+};
+
+void Want(const ProofHome& home, const fs::path& program, const std::string& word,
+          const std::string& beginning) {
+  constexpr std::chrono::minutes kPatience{2};
+  const auto result = RunToEnd({program.string(), word}, home.Environment(), kPatience);
+  if (result && result->status == 0 && result->output.starts_with(beginning)) return;
+  throw Refusal(
+      fmt::format("新版本的 {} 在這台電腦上無法正常執行，已保留原來的版本。", program.filename().string()));
+}
+
+}  // namespace
+
+void Prove(const fs::path& tree, const std::string& version) {
+  const ProofHome home;
+  const std::string told = fmt::format("Marovane {}\n", version);
+  const fs::path windows = tree / "bin" / "marovane";
+  const fs::path terminal = tree / "bin" / "marovane-terminal";
+  if (fs::exists(windows)) Want(home, windows, "--version", told);
+  Want(home, terminal, "--version", told);
+  Want(home, terminal, "--self-check", "");
+}

@@ -1,0 +1,10 @@
+// Why an update does not take place.
+#pragma once
+
+#include <stdexcept>
+
+/// Its text is for the learner. Whoever throws it has changed nothing that the program stands on.
+class Refusal : public std::runtime_error {
+ public:
+  using std::runtime_error::runtime_error;
+};

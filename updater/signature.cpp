@@ -1,0 +1,85 @@
+#include "updater/signature.h"
+
+#include <array>
+#include <stdexcept>
+#include <vector>
+
+#include "updater/refusal.h"
+
+namespace {
+
+constexpr std::string_view kWord = "ed25519 ";
+
+using Bytes = std::vector<unsigned char>;
+
+const unsigned char* Unsigned(std::string_view text) {
+  return reinterpret_cast<const unsigned char*>(text.data());
+}
+
+std::string Hex(const unsigned char* bytes, std::size_t size) {
+  std::string digits(size * 2 + 1, '\0');
+  sodium_bin2hex(digits.data(), digits.size(), bytes, size);
+  digits.pop_back();
+  return digits;
+}
+
+// Empty for what is not exactly so many bytes in hexadecimal digits.
+Bytes FromHex(std::string_view digits, std::size_t size) {
+  Bytes bytes(size);
+  std::size_t read = 0;
+  const char* end = nullptr;
+  const bool isHex =
+      sodium_hex2bin(bytes.data(), size, digits.data(), digits.size(), nullptr, &read, &end) == 0;
+  if (!isHex || read != size || end != digits.data() + digits.size()) bytes.clear();
+  return bytes;
+}
+
+std::string_view Trimmed(std::string_view text) {
+  constexpr std::string_view kBlanks = " \t\r\n";
+  const auto begin = text.find_first_not_of(kBlanks);
+  if (begin == std::string_view::npos) return "";
+  return text.substr(begin, text.find_last_not_of(kBlanks) - begin + 1);
+}
+
+}  // namespace
+
+KeyPair MakeKeyPair() {
+  std::array<unsigned char, crypto_sign_PUBLICKEYBYTES> open{};
+  std::array<unsigned char, crypto_sign_SECRETKEYBYTES> secret{};
+  crypto_sign_keypair(open.data(), secret.data());
+  return {Hex(secret.data(), secret.size()), Hex(open.data(), open.size())};
+}
+
+std::string Signed(std::string_view list, std::string_view secretKey) {
+  const Bytes key = FromHex(Trimmed(secretKey), crypto_sign_SECRETKEYBYTES);
+  if (key.empty()) throw std::runtime_error("this is no secret key");
+  std::array<unsigned char, crypto_sign_BYTES> signature{};
+  crypto_sign_detached(signature.data(), nullptr, Unsigned(list), list.size(), key.data());
+  return std::string(kWord) + Hex(signature.data(), signature.size()) + "\n" + std::string(list);
+}
+
+std::string_view Verified(std::string_view published, std::string_view openKey) {
+  const Bytes key = FromHex(Trimmed(openKey), crypto_sign_PUBLICKEYBYTES);
+  if (key.empty()) throw Refusal("這份程式沒有驗證更新用的金鑰，無法確定更新檔的來源，沒有更新任何檔案。");
+  const auto end = published.find('\n');
+  if (!published.starts_with(kWord) || end == std::string_view::npos) {
+    throw Refusal("更新清單沒有簽章，沒有更新任何檔案。");
+  }
+  const Bytes signature = FromHex(published.substr(kWord.size(), end - kWord.size()), crypto_sign_BYTES);
+  const std::string_view list = published.substr(end + 1);
+  if (signature.empty() ||
+      crypto_sign_verify_detached(signature.data(), Unsigned(list), list.size(), key.data()) != 0) {
+    throw Refusal("更新清單的簽章不正確，可能遭人竄改，沒有更新任何檔案。");
+  }
+  return list;
+}
+
+void Sha256::Take(std::string_view bytes) {
+  crypto_hash_sha256_update(&state_, Unsigned(bytes), bytes.size());
+}
+
+std::string Sha256::Digits() {
+  std::array<unsigned char, crypto_hash_sha256_BYTES> digest{};
+  crypto_hash_sha256_final(&state_, digest.data());
+  return Hex(digest.data(), digest.size());
+}

@@ -1,0 +1,32 @@
+// A new version, put together beside those that are installed.
+#pragma once
+
+#include <filesystem>
+
+#include "updater/package_list.h"
+#include "updater/source.h"
+
+/// The folder is removed again with this object, unless the version was kept.
+class Staging {
+ public:
+  /// Makes an empty folder below versions/; what an interrupted update left there is removed.
+  explicit Staging(const std::filesystem::path& versions);
+  ~Staging();
+  Staging(const Staging&) = delete;
+  Staging& operator=(const Staging&) = delete;
+
+  const std::filesystem::path& Folder() const { return folder_; }
+
+  /// Brings all files of a list here and compares each with its SHA-256. Throws Refusal.
+  /// @param installed a version whose files are taken when they are the same; "" for none
+  void Bring(const PackageList& list, Source& source, const std::filesystem::path& installed);
+  /// Takes over what an installation was told, such as its servers, unless the new version says it anew.
+  void CarryOver(const std::filesystem::path& installed) const;
+  /// Gives the version its place, in one step. Throws std::filesystem::filesystem_error.
+  void Keep(const std::filesystem::path& place);
+
+ private:
+  void BringFile(const ListedFile& file, Source& source, Source* installed) const;
+
+  std::filesystem::path folder_;
+};

@@ -1,0 +1,96 @@
+#include "updater/update.h"
+
+#include <fcntl.h>
+#include <fmt/format.h>
+#include <sys/file.h>
+#include <unistd.h>
+
+#include <fstream>
+#include <iterator>
+
+#include "updater/installation.h"
+#include "updater/proof.h"
+#include "updater/refusal.h"
+#include "updater/signature.h"
+#include "updater/staging.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+// One update at a time.
+class HomeLock {
+ public:
+  explicit HomeLock(const fs::path& home)
+      : file_(open((home / "update.lock").c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600)) {
+    if (file_ >= 0 && flock(file_, LOCK_EX | LOCK_NB) == 0) return;
+    if (file_ >= 0) close(file_);
+    throw Refusal("另一個更新正在進行，請稍候再試。");
+  }
+  ~HomeLock() { close(file_); }
+  HomeLock(const HomeLock&) = delete;
+  HomeLock& operator=(const HomeLock&) = delete;
+
+ private:
+  int file_;
+};
+
+std::string ReadText(const fs::path& path) {
+  std::ifstream file(path, std::ios::binary);
+  return {std::istreambuf_iterator<char>(file), {}};
+}
+
+PackageList FetchList(Source& source, const std::string& word, const fs::path& keyFile) {
+  constexpr std::uint64_t kLongestList = std::uint64_t{4} << 20;
+  std::string published;
+  source.Fetch(word + ".list", kLongestList, [&](std::string_view bytes) { published += bytes; });
+  return ReadList(Verified(published, ReadText(keyFile)));
+}
+
+// Versions compare as texts, as the program compares them.
+void RefuseOlder(const PackageList& list, const std::string& running, bool maySame) {
+  if (list.version > running || (maySame && list.version == running)) return;
+  if (list.version == running) throw Refusal("更新主機上沒有比現在更新的版本，沒有更新任何檔案。");
+  throw Refusal(
+      fmt::format("更新主機提供的版本 {} 比現在的版本 {} 還舊，沒有更新任何檔案。", list.version, running));
+}
+
+void BringProveSwitch(Installation& installation, const PackageList& list, Source& source,
+                      bool takesInstalled) {
+  const fs::path installed = installation.current.empty() ? fs::path() : installation.Current();
+  Staging staging(installation.Versions());
+  staging.Bring(list, source, takesInstalled ? installed : fs::path());
+  Prove(staging.Folder(), list.version);
+  if (!installed.empty()) staging.CarryOver(installed);
+  const std::string name = FreeName(installation, list.version);
+  staging.Keep(installation.Versions() / name);
+  SwitchTo(installation, name);
+}
+
+}  // namespace
+
+void Update(const UpdateTask& task) {
+  Installation installation = FindInstallation(task.programFolder);
+  const HomeLock lock(installation.home);
+  const std::string started = fs::canonical(task.programFolder / ".." / "..").filename();
+  if (started < installation.current) return;  // somebody has updated it since this program was started
+  const bool reinstalls = task.word == "mrv_reinstaller";
+  const auto source = OpenSource(task.host);
+  const PackageList list = FetchList(*source, task.word, task.programFolder / "update.key");
+  RefuseOlder(list, installation.Version(), reinstalls);
+  BringProveSwitch(installation, list, *source, !reinstalls);
+  RemoveOldVersions(installation);
+}
+
+void Install(const fs::path& home, const std::string& host, const fs::path& keyFile) {
+  if (fs::exists(home / "current")) {
+    throw Refusal(fmt::format("{} 裡已經有一份 Marovane。", home.string()));
+  }
+  fs::create_directories(home / "versions");
+  const HomeLock lock(home);
+  Installation installation{fs::canonical(home), ""};
+  const auto source = OpenSource(host);
+  BringProveSwitch(installation, FetchList(*source, "mrv_reinstaller", keyFile), *source, false);
+  const fs::path ownKey = installation.Current() / "share" / "marovane" / "update.key";
+  if (!fs::exists(ownKey)) fs::copy_file(keyFile, ownKey);
+}
