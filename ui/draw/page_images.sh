@@ -1,6 +1,6 @@
 #!/bin/sh
 # Makes the pictures that generated pages show: the parchment, folders, the button of the suggestions, and the
-# pictures of reports, which are the server's.
+# pictures of reports and of lists of topics, which are the server's.
 # Needs rsvg-convert (librsvg2-bin) and ImageMagick. The results are committed.
 set -e
 cd "$(dirname "$0")/.."
@@ -39,3 +39,8 @@ for frame in 1 2; do
 done
 convert -dispose background -delay 60 /tmp/flash_1.png /tmp/flash_2.png -loop 0 ../server/www/_images/ico_sys_break_point_flash.gif
 rm /tmp/flash.png /tmp/flash_1.png /tmp/flash_2.png
+
+for name in icon_obj mrv_icon_check mrv_icon_finalset ico_bell ico_tree_0 ico_tree_1 ico_del tab; do
+  rsvg-convert skin/pages/$name.svg | convert - -background '#585858' -alpha remove ../server/www/_images/$name.gif
+done
+rsvg-convert skin/pages/tab_line.svg | convert - -quality 95 -strip ../server/www/_images/tab_line.jpg

@@ -34,6 +34,9 @@ ICONS = {
     "question": '<path d="M5 4h11l3 3v13H5z"/><path d="M10 10.200a2 2 0 1 1 2.800 1.900c-.6.3-.8.6-.8 1.300M12 16.400v.1"/>',
     "compare": '<path d="M4 5h7v14H4zM13 5h7v14h-7z"/><path d="M6 9h3M6 12h3M15 9h3M15 12h3M15 15h3"/>',
     "new": '<path d="M12 4H5v16h14v-8"/><path d="M18 3v6M15 6h6"/>',
+    "bell": '<path d="M6 17V11a6 6 0 0 1 12 0v6l1.500 1.500h-15z"/><path d="M10.500 21h3M12 3v2"/>',
+    "open": '<rect x="4" y="4" width="16" height="16" rx="2"/><path d="M8 12h8"/>',
+    "closed": '<rect x="4" y="4" width="16" height="16" rx="2"/><path d="M8 12h8M12 8v8"/>',
     "minus": '<path d="M6 16h12"/>',
 }
 
@@ -243,6 +246,22 @@ def report_pictures():
              'text-anchor="middle" fill="#ffffff">在此中斷</text>')
 
 
+def topic_pictures():
+    """Pictures of the lists of topics, which the server has too; they stand on the dark ground."""
+    def small(name, sign, ink, width=1.6):
+        save(f"pages/{name}", 16, 16, icon(sign, ink, 0.5, 0.5, 15, width))
+    small("icon_obj", "forward", AMBER, 2)
+    small("mrv_icon_check", "tick", "#00FF00", 2.2)
+    small("mrv_icon_finalset", "send", "#00FFFF", 1.4)
+    small("ico_bell", "bell", AMBER)
+    small("ico_tree_0", "open", "#00FFFF", 1.4)
+    small("ico_tree_1", "closed", "#00FFFF", 1.4)
+    small("ico_del", "bin", "#FF9A8A")
+    save("pages/tab", 120, 28, '<path d="M0 28V7a6 6 0 0 1 6-6h106a6 6 0 0 1 6 6v21z" fill="url(#g)"/>',
+         None, gradient("g", "#4a4a4a", "#333333"))
+    save("pages/tab_line", 720, 2, '<path d="M0 0h720v2H0z" fill="#333333"/>')
+
+
 for draw in (main_window, logos, close_button, marks, message_icons, progress_bar, browser, diary, essay, splash,
-             page_pictures, report_pictures):
+             page_pictures, report_pictures, topic_pictures):
     draw()
