@@ -1,4 +1,4 @@
-// Recall and false alarms of the check engine on files of sentences, one a line.
+// Recall and false alarms of the check engine on files of sentences, one a line, or of learners' pairs.
 #include <fmt/format.h>
 
 #include <cstdlib>
@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "engine/tolvex.h"
+#include "tests/engine/learner_pairs.h"
 
 namespace {
 
@@ -51,13 +52,34 @@ void Print(const std::string& path, const Counts& counts) {
   fmt::print("\n");
 }
 
+void PrintRow(const std::string& name, const tolvex::test::PairCounts& counts) {
+  fmt::print("{:<20} {:>5} {:>8.1f} {:>8.1f} {:>9.1f} {:>8.1f}\n", name, counts.pairs,
+             Percent(counts.refused, counts.pairs), Percent(counts.categorised, counts.pairs),
+             Percent(counts.corrected, counts.pairs), Percent(counts.falseAlarms, counts.pairs));
+}
+
+void PrintPairs(const tolvex::Engine& engine, const std::string& path, bool show) {
+  const auto report = tolvex::test::JudgePairs(engine, tolvex::test::ReadPairs(path));
+  fmt::print("{:<20} pairs  refused category corrected   alarms (%)\n", "group");
+  for (const auto& [group, counts] : report.groups) PrintRow(group, counts);
+  PrintRow("all", report.all);
+  if (!show) return;
+  for (const std::string& miss : report.misses) fmt::print("{}\n", miss);
+}
+
 int Run(const std::vector<std::string>& args) {
-  if (args.size() < 2) throw std::invalid_argument("usage: engine_quality DATA_DIR [--show] FILE...");
+  if (args.size() < 2)
+    throw std::invalid_argument("usage: engine_quality DATA_DIR [--show] [--pairs] FILE...");
   const tolvex::Engine engine(args[0]);
   bool show = false;
+  bool pairs = false;
   for (std::size_t i = 1; i < args.size(); ++i) {
     if (args[i] == "--show") {
       show = true;
+    } else if (args[i] == "--pairs") {
+      pairs = true;
+    } else if (pairs) {
+      PrintPairs(engine, args[i], show);
     } else {
       Print(args[i], Judge(engine, args[i], show));
     }

@@ -1,0 +1,91 @@
+#include "tests/engine/learner_pairs.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <array>
+#include <fstream>
+#include <sstream>
+#include <stdexcept>
+
+namespace tolvex::test {
+namespace {
+
+std::vector<std::string> SplitAt(const std::string& text, char separator) {
+  std::vector<std::string> parts;
+  std::istringstream in(text);
+  for (std::string part; std::getline(in, part, separator);) parts.push_back(part);
+  return parts;
+}
+
+std::string Spelled(std::string text) {
+  static const std::array<std::pair<std::string, std::string>, 3> kShort = {
+      {{"can't", "cannot"}, {"won't", "will not"}, {"n't", " not"}}};
+  for (const auto& [from, to] : kShort) {
+    for (auto at = text.find(from); at != std::string::npos; at = text.find(from, at + to.size()))
+      text.replace(at, from.size(), to);
+  }
+  return text;
+}
+
+bool IsWanted(const std::string& errcode, const LearnerPair& pair) {
+  return std::any_of(pair.codes.begin(), pair.codes.end(),
+                     [&](const std::string& code) { return errcode.substr(0, 2) == code.substr(0, 2); });
+}
+
+void Tally(PairCounts& counts, const LearnerPair& pair, const Judgement& wrong, const Judgement& right) {
+  const bool refused = wrong.verdict == Verdict::kErrors;
+  ++counts.pairs;
+  counts.refused += refused ? 1 : 0;
+  counts.categorised += refused && IsWanted(wrong.errcode, pair) ? 1 : 0;
+  counts.corrected += refused && Spelled(wrong.corrected) == Spelled(pair.right) ? 1 : 0;
+  counts.falseAlarms += right.verdict == Verdict::kErrors ? 1 : 0;
+}
+
+std::string Told(const char* what, const LearnerPair& pair, const Judgement& judgement) {
+  return fmt::format("{} [{} {}] {} {} | {} | {}", what, pair.group, pair.codes[0],
+                     static_cast<int>(judgement.verdict), judgement.errcode, judgement.marked,
+                     judgement.corrected);
+}
+
+void TellMisses(PairReport& report, const LearnerPair& pair, const Judgement& wrong, const Judgement& right) {
+  if (wrong.verdict != Verdict::kErrors)
+    report.misses.push_back(Told("missed", pair, wrong));
+  else if (!IsWanted(wrong.errcode, pair))
+    report.misses.push_back(Told("other category", pair, wrong));
+  else if (Spelled(wrong.corrected) != Spelled(pair.right))
+    report.misses.push_back(Told("other correction", pair, wrong) + " | wanted: " + pair.right);
+  if (right.verdict == Verdict::kErrors) report.misses.push_back(Told("FALSE ALARM", pair, right));
+}
+
+}  // namespace
+
+std::vector<LearnerPair> ReadPairs(const std::filesystem::path& path) {
+  std::ifstream in(path);
+  if (!in) throw std::runtime_error("cannot read " + path.string());
+  std::vector<LearnerPair> pairs;
+  int number = 0;
+  for (std::string line; std::getline(in, line);) {
+    ++number;
+    if (line.empty() || line[0] == '#') continue;
+    const auto columns = SplitAt(line, '\t');
+    if (columns.size() != 4)
+      throw std::runtime_error(fmt::format("{}:{}: four columns wanted", path.string(), number));
+    pairs.push_back({columns[0], SplitAt(columns[1], '|'), columns[2], columns[3]});
+  }
+  return pairs;
+}
+
+PairReport JudgePairs(const Engine& engine, const std::vector<LearnerPair>& pairs) {
+  PairReport report;
+  for (const LearnerPair& pair : pairs) {
+    const Judgement wrong = engine.Judge(pair.wrong);
+    const Judgement right = engine.Judge(pair.right);
+    Tally(report.groups[pair.group], pair, wrong, right);
+    Tally(report.all, pair, wrong, right);
+    TellMisses(report, pair, wrong, right);
+  }
+  return report;
+}
+
+}  // namespace tolvex::test
