@@ -35,6 +35,15 @@ std::string WithoutExamples(const std::string& text) {
   return kept;
 }
 
+// A model that is not there is left out, so that the tables that the ranker is trained on can be made.
+void AddModels(const std::filesystem::path& folder, TableWriter& writer) {
+  for (const char* name : {"tagger.model", "ngrams.model", "ranker.model"}) {
+    if (!std::filesystem::exists(folder / name)) continue;
+    const TableFile model(folder / name);
+    for (const auto& [section, bytes] : model.Sections()) writer.AddBytes(section, bytes);
+  }
+}
+
 std::size_t AddRules(const std::vector<std::filesystem::path>& files, TableWriter& writer) {
   RuleBook book;
   std::string all;
@@ -51,8 +60,7 @@ std::size_t AddRules(const std::vector<std::filesystem::path>& files, TableWrite
 
 void CompileTables(const Sources& sources, const std::filesystem::path& tables) {
   TableWriter writer;
-  const TableFile model(sources.model);
-  for (const auto& [name, bytes] : model.Sections()) writer.AddBytes(name, bytes);
+  AddModels(sources.models, writer);
   LexiconBuilder lexicon;
   lexicon.Read(sources);
   lexicon.AddTo(writer);

@@ -13,7 +13,9 @@ constexpr std::string_view kUsage =
     "usage:\n"
     "  databuild tagger EWT_TAGGED MASC_TAGGED MODEL   train the tagger\n"
     "  databuild counts COUNTS < TEXT                  count words, one sentence a line\n"
-    "  databuild tables MODEL COUNTS VERBS SCOWL_DIR WORDNET_DIR HUNSPELL_STEM TABLES RULES...\n"
+    "  databuild ngrams TAGGER_MODEL EWT_TAGGED MASC_TAGGED MODEL < TEXT\n"
+    "  databuild ranker TABLES EWT_TAGGED MASC_TAGGED SENTENCES MODEL < TEXT\n"
+    "  databuild tables MODEL_DIR COUNTS VERBS SCOWL_DIR WORDNET_DIR HUNSPELL_STEM TABLES RULES...\n"
     "  databuild parser DICTIONARY_DIR SCOWL_DIR LEVEL TO_DIR\n";
 
 using tolvex::databuild::Sources;
@@ -24,6 +26,10 @@ int Run(const std::vector<std::string>& args) {
     tolvex::databuild::TrainTagger(args[1], args[2], args[3]);
   } else if (step == "counts" && args.size() == 2) {
     tolvex::databuild::CountWords(args[1]);
+  } else if (step == "ngrams" && args.size() == 5) {
+    tolvex::databuild::TrainNgrams(args[1], args[2], args[3], args[4]);
+  } else if (step == "ranker" && args.size() == 6) {
+    tolvex::databuild::TrainRanker(args[1], args[2], args[3], std::stoi(args[4]), args[5]);
   } else if (step == "tables" && args.size() > 8) {
     Sources sources{args[1], args[2], args[3], args[4], args[5], args[6], {}};
     sources.rules.assign(args.begin() + 8, args.end());

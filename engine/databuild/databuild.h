@@ -12,13 +12,25 @@ namespace tolvex::databuild {
 void TrainTagger(const std::filesystem::path& slashTagged, const std::filesystem::path& underscoreTagged,
                  const std::filesystem::path& model);
 
+/// Counts the n-grams of plain text, one sentence a line on standard input, and of the tagged files, and writes
+/// the tables of NgramModel. The same inputs give the same bytes.
+void TrainNgrams(const std::filesystem::path& taggerModel, const std::filesystem::path& slashTagged,
+                 const std::filesystem::path& underscoreTagged, const std::filesystem::path& model);
+
+/// Trains the ranker of edits on so many sentences, with mistakes made in half of them, and writes its table.
+/// `tables` is a compiled file with the lexicon, the tagger and the n-grams. Prints what it finds in sentences held
+/// back. The same inputs give the same bytes.
+void TrainRanker(const std::filesystem::path& tables, const std::filesystem::path& slashTagged,
+                 const std::filesystem::path& underscoreTagged, int sentences,
+                 const std::filesystem::path& model);
+
 /// Counts the words of plain text, one sentence a line, read from standard input, and writes those that
 /// occur at least three times in small letters, as "word<TAB>count", sorted.
 void CountWords(const std::filesystem::path& counts);
 
 /// Where the packaged sources lie.
 struct Sources {
-  std::filesystem::path model;               ///< written by TrainTagger
+  std::filesystem::path models;              ///< folder of *.model files: tagger, n-grams, ranker
   std::filesystem::path counts;              ///< written by CountWords
   std::filesystem::path verbs;               ///< the hand list of irregular verbs
   std::filesystem::path scowl;               ///< folder of the SCOWL word lists

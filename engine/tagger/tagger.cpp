@@ -45,11 +45,15 @@ int Tagger::BestTag(const Features& features) const {
   return static_cast<int>(std::max_element(scores.begin(), scores.end()) - scores.begin());
 }
 
-void Tagger::TagAll(std::vector<Token>& tokens) const {
+void Tagger::TagAll(std::vector<Token>& tokens) const { TagRange(tokens, 0, tokens.size()); }
+
+void Tagger::TagRange(std::vector<Token>& tokens, std::size_t first, std::size_t end) const {
   const std::vector<std::string> words = TaggerWords(tokens);
-  int previous = kStartTag;
-  int beforePrevious = kBeforeStartTag;
-  for (std::size_t i = 0; i < tokens.size(); ++i) {
+  int previous = first > 0 ? static_cast<int>(tokens[first - 1].tag) : kStartTag;
+  int beforePrevious = first > 1   ? static_cast<int>(tokens[first - 2].tag)
+                       : first > 0 ? kStartTag
+                                   : kBeforeStartTag;
+  for (std::size_t i = first; i < end; ++i) {
     const bool maybeName = i > 0 && tokens[i].IsCapitalised();
     const FixedTag* fixed = maybeName ? nullptr : Fixed(HashText(words[i]));
     const int best = fixed != nullptr ? static_cast<int>(fixed->tag)

@@ -38,6 +38,9 @@ class Tagger {
   /// Sets the tag of every token.
   void TagAll(std::vector<Token>& tokens) const;
 
+  /// Sets the tags of tokens [first, end); those before have theirs already.
+  void TagRange(std::vector<Token>& tokens, std::size_t first, std::size_t end) const;
+
  private:
   int BestTag(const Features& features) const;
   const FixedTag* Fixed(std::uint64_t hash) const;
