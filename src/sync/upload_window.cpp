@@ -142,7 +142,7 @@ void FrmUpload::ShowDetail(const std::string& detail) {
 // Stays although a merge ends without it: the window goes before the first tick.
 void FrmUpload::tmrSyncMessageWait_Timer() {
   tmrSyncMessageWait.Enabled = false;
-  if (tmrSyncMessageWaitTag.empty()) FrmMessage::MessageBox(program_, "50", 0, "OK", "4");
+  if (tmrSyncMessageWaitTag.empty()) FrmMessage::MessageBox(program_, "50", 1, "OK", "4");
   program_.hall.frmMain->AsForm().Enabled = true;
   Unload();
 }

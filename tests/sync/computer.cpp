@@ -1,13 +1,16 @@
 #include "tests/sync/computer.h"
 
-RunningProgram::RunningProgram(TestMachine& machine, const std::filesystem::path& recordsPath)
+#include <fmt/format.h>
+
+RunningProgram::RunningProgram(TestMachine& machine, const std::filesystem::path& recordsPath,
+                               const std::string& account)
     : program(machine.machine, {}), frmMain(machine.machine) {
   auto& app = program.app;
   app.gEdition = "MRV";
   app.gTempDir = (machine.home / "tmp").string();
   app.gSetupFile = app.gTempDir + "/marovane/setup.set";
   app.gServerUrlRoot = "http://server/";
-  app.gAccountNo = SyncServer::kAccount;
+  app.gAccountNo = account;
   app.gEduBackground = "u2";
   app.gConnRecords = "Data Source=" + recordsPath.string() + ";";
   frmMain.Left = 4711;
@@ -15,7 +18,7 @@ RunningProgram::RunningProgram(TestMachine& machine, const std::filesystem::path
   program.hall.frmUpload.LeadsTo([this]() -> UploadRun& { return *frmUpload; });
 }
 
-Computer::Computer(FakeHttp::Answer answer) {
+Computer::Computer(FakeHttp::Answer answer, std::string account) : account_(std::move(account)) {
   CreateRecords(machine.realDatabases, recordsPath);
   machine.http.Route("", std::move(answer));
   Start();
@@ -47,8 +50,8 @@ std::string Computer::AddEssay(const std::string& text) {
   return id;
 }
 
-bool Computer::Sync(const std::string& mode, const std::string& uploadAccount) {
-  App().gUploadAccountNo = uploadAccount;
+bool Computer::Sync(const std::string& mode, const std::string& oldAccount) {
+  App().gUploadAccountNo = oldAccount.empty() ? account_ : oldAccount;
   App().gUploadFinished = false;
   try {
     running->program.hall.frmUpload->SyncProgress(mode);
@@ -74,13 +77,12 @@ std::multiset<std::string> Computer::Contents() {
   return all;
 }
 
-std::multiset<std::string> Contents(const SyncServer& server) {
+std::multiset<std::string> ServerContents(const std::filesystem::path& database, const std::string& account) {
   std::multiset<std::string> all;
-  const std::string account = std::string(" where account = '") + SyncServer::kAccount + "'";
-  for (const std::string sql :
+  for (const char* const sql :
        {"select errcode, sentence, day, essay_id, essay_s_id, have_htm, '' from sentence",
         "select day, essay_id, work_id, final_set, quiz, org_essay, new_essay from essay"}) {
-    const auto rows = server.Query(sql + account);
+    const auto rows = ServerRows(database, fmt::format("{} where account = '{}'", sql, account));
     all.insert(rows.begin(), rows.end());
   }
   return all;

@@ -19,7 +19,7 @@
 
 /// All that a program holds, and that is gone when it dies.
 struct RunningProgram {
-  RunningProgram(TestMachine& machine, const std::filesystem::path& recordsPath);
+  RunningProgram(TestMachine& machine, const std::filesystem::path& recordsPath, const std::string& account);
 
   Program program;
   RecordDb records{program};
@@ -30,9 +30,10 @@ struct RunningProgram {
 class Computer {
  public:
   /// @param answer what answers its requests
-  explicit Computer(FakeHttp::Answer answer);
+  /// @param account its learner's
+  explicit Computer(FakeHttp::Answer answer, std::string account = SyncServer::kAccount);
 
-  void Start() { running = std::make_unique<RunningProgram>(machine, recordsPath); }
+  void Start() { running = std::make_unique<RunningProgram>(machine, recordsPath, account_); }
   /// Ends the program as a kill does: nothing more is written.
   void Die();
   AppState& App() { return running->program.app; }
@@ -42,7 +43,8 @@ class Computer {
   void AddErr(const std::string& sentence, const std::string& errcode);
   std::string AddEssay(const std::string& text);
   /// Runs a synchronisation as the callers do. False when the program was killed in it.
-  bool Sync(const std::string& mode, const std::string& uploadAccount = SyncServer::kAccount);
+  /// @param oldAccount one to merge with, "" for none
+  bool Sync(const std::string& mode, const std::string& oldAccount = "");
 
   /// Rows of a statement on the record database.
   std::vector<std::string> Query(const std::string& sql, int columns);
@@ -56,7 +58,12 @@ class Computer {
  private:
   std::chrono::year_month_day Today() const { return DayOf(machine.loop.Now()); }
   std::string NewId() { return MakeRecId(App(), machine.loop.Now()); }
+
+  std::string account_;
 };
 
-/// The same of the server.
-std::multiset<std::string> Contents(const SyncServer& server);
+/// The same of an account on a server, of its database file.
+std::multiset<std::string> ServerContents(const std::filesystem::path& database, const std::string& account);
+inline std::multiset<std::string> Contents(const SyncServer& server) {
+  return ServerContents(server.Database(), SyncServer::kAccount);
+}

@@ -1,19 +1,31 @@
 #include "tests/sync/sync_server.h"
 
+#include <map>
+
 #include "server/password.h"
 
-SyncServer::SyncServer()
-    : engine_([] { return marovane::SharedEngine::Judge(); }),
-      store_(marovane::OpenSqliteStore(folder_ / "server.db")),
+SyncPages::SyncPages(std::filesystem::path database)
+    : database_(std::move(database)),
+      engine_([] { return marovane::SharedEngine::Judge(); }),
+      store_(marovane::OpenSqliteStore(database_)),
+      school_(marovane::OpenSqliteSchoolStore(database_)),
       accounts_(*store_),
-      records_(folder_ / "server.db"),
-      services_{settings_, engine_, results_, *store_, accounts_, records_} {
-  static const std::string hash = marovane::HashPassword(kOldPassword);
-  store_->PutAccount(kAccount, hash);
-  store_->PutAccount(kOldAccount, hash);
+      records_(database_),
+      services_{settings_, engine_, results_, *store_, *school_, accounts_, records_} {}
+
+void SyncPages::AddAccount(const std::string& number, const std::string& password) {
+  static std::map<std::string, std::string> hashes;  // they are dear
+  std::string& hash = hashes[password];
+  if (hash.empty()) hash = marovane::HashPassword(password);
+  store_->PutAccount(number, hash);
 }
 
-HttpResponse SyncServer::Answer(const HttpRequest& request) {
+SyncServer::SyncServer() : SyncPages(TempFolder::operator/("server.db")) {
+  AddAccount(kAccount, kOldPassword);
+  AddAccount(kOldAccount, kOldPassword);
+}
+
+HttpResponse SyncPages::Answer(const HttpRequest& request) {
   const std::string name = request.url.substr(request.url.rfind('/') + 1);
   const auto* page = marovane::FindPage(name, marovane::Page::Method::kPost);
   if (page == nullptr) return {404, "", "", request.url};
@@ -26,10 +38,9 @@ HttpResponse SyncServer::Answer(const HttpRequest& request) {
           request.url};
 }
 
-std::vector<std::string> SyncServer::Query(const std::string& sql) const {
+std::vector<std::string> ServerRows(const std::filesystem::path& database, const std::string& sql) {
   std::vector<std::string> rows;
-  marovane::Sqlite database(folder_ / "server.db");
-  database.RunRows(sql, {}, [&](const std::vector<std::string>& row) {
+  marovane::Sqlite(database).RunRows(sql, {}, [&](const std::vector<std::string>& row) {
     std::string line;
     for (const auto& column : row) line += (line.empty() && &column == row.data() ? "" : "|") + column;
     rows.push_back(line);

@@ -7,25 +7,38 @@
 #include "server/pages/page.h"
 #include "tests/server/temp_folder.h"
 
-class SyncServer {
+/// Rows of a statement on a server's database, each as its columns joined by "|".
+std::vector<std::string> ServerRows(const std::filesystem::path& database, const std::string& sql);
+
+/// The pages on a database, which is made when it is missing.
+class SyncPages {
+ public:
+  explicit SyncPages(std::filesystem::path database);
+
+  /// @param password of the new account
+  void AddAccount(const std::string& number, const std::string& password);
+  HttpResponse Answer(const HttpRequest& request);
+  const std::filesystem::path& Database() const { return database_; }
+  std::vector<std::string> Query(const std::string& sql) const { return ServerRows(database_, sql); }
+
+ private:
+  std::filesystem::path database_;
+  marovane::ServerSettings settings_;
+  marovane::SharedEngine engine_;
+  marovane::PageStore results_{1};
+  std::unique_ptr<marovane::Store> store_;
+  std::unique_ptr<marovane::SchoolStore> school_;
+  marovane::Accounts accounts_;
+  marovane::RecordStore records_;
+  marovane::Services services_;
+};
+
+/// The pages on a database of the test's own, with two accounts.
+class SyncServer : private TempFolder, public SyncPages {
  public:
   static constexpr const char* kAccount = "1234567890";
   static constexpr const char* kOldAccount = "old.account";
   static constexpr const char* kOldPassword = "Sesame4711";
 
   SyncServer();
-
-  HttpResponse Answer(const HttpRequest& request);
-  /// Rows of a statement on the server's database, each as its columns joined by "|".
-  std::vector<std::string> Query(const std::string& sql) const;
-
- private:
-  TempFolder folder_;
-  marovane::ServerSettings settings_;
-  marovane::SharedEngine engine_;
-  marovane::PageStore results_{1};
-  std::unique_ptr<marovane::Store> store_;
-  marovane::Accounts accounts_;
-  marovane::RecordStore records_;
-  marovane::Services services_;
 };

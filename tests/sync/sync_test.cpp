@@ -69,6 +69,22 @@ TEST_F(SyncTest, PostsTheFieldsOfTheFormInTheirOrder) {
                       "A+%26+b.%0D%0AC."));
 }
 
+TEST_F(SyncTest, ClosingMessageOfAMergeGivesTheMainWindowBack) {
+  auto& window = *home.running->frmUpload;
+  home.running->frmMain.Enabled = false;
+  home.machine.windows.onShown = [&](Form& form, bool /*isModal*/) {
+    auto& message = dynamic_cast<FrmMessage&>(form);
+    EXPECT_THAT(message.lblMessage.Caption(), HasSubstr("同步完成！\r\n\r\n已自伺服器端"));
+    EXPECT_EQ(message.lblCaption.Caption(), "匯整資料");
+    EXPECT_EQ(message.imgIcon.Picture(), "imgIcons_1");
+    home.machine.loop.Post([&message] { message.cmdOK.Click.Raise(); });
+  };
+  window.tmrSyncMessageWait.Enabled = true;
+  home.machine.loop.WaitUntil([this] { return !home.running->frmUpload.IsLoaded(); });
+  EXPECT_EQ(home.App().gMsgResult, "OK");
+  EXPECT_TRUE(home.running->frmMain.Enabled());
+}
+
 TEST_F(SyncTest, DeletesOneOfTwoEqualSentences) {
   home.AddOk("Twice.");
   home.Sync("UPLOAD");

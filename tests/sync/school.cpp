@@ -1,0 +1,38 @@
+#include "tests/sync/school.h"
+
+#include "platform/run_time_error.h"
+
+School::School() { Start(); }
+
+void School::AddAccount(const std::string& number) { door_.AddAccount(number, SyncServer::kOldPassword); }
+
+void School::Crash() {
+  process_.reset();
+  Start();
+}
+
+void School::Start() {
+  process_ =
+      std::make_unique<RealServer>(loop_, std::vector<std::string>{"--data", Database().parent_path()});
+}
+
+HttpResponse Network::Send(const HttpRequest& request, Weather weather) {
+  if (weather == Weather::kNoConnection) throw RunTimeError("no connection");
+  if (weather == Weather::kServerError) return {500, "text/html", "<html>oops</html>", request.url};
+  if (weather == Weather::kForeignPage) {
+    return {200, "text/html", "<html>Welcome to our network! # Log in.</html>", request.url};
+  }
+  HttpResponse response = Deliver(request);
+  if (weather == Weather::kServerCrash) school_.Crash();
+  if (weather == Weather::kHalfReply) response.body.resize(response.body.size() / 2);
+  if (weather == Weather::kReplyLost || weather == Weather::kServerCrash) {
+    throw RunTimeError("the reply got lost");
+  }
+  return response;
+}
+
+HttpResponse Network::Deliver(HttpRequest request) {
+  const std::string name = "http://server/";
+  request.url.replace(0, name.size(), school_.Root());
+  return curl_.Send(request);
+}
