@@ -69,6 +69,10 @@ const char* const kUsage =
 
 Command ParseCommandLine(const std::vector<std::string>& words) {
   Command command;
+  if (!words.empty() && words[0] == "teacher") {
+    command.teacher = ParseTeacherCommand({words.begin() + 1, words.end()});
+    return command;
+  }
   bool placeGiven = false;
   ServerOptions& server = command.server;
   Read(words,
@@ -82,6 +86,7 @@ Command ParseCommandLine(const std::vector<std::string>& words) {
   Check(command, placeGiven);
   if (command.embedded) server.prefix = "/" + RandomHex(kPrefixBytes);
   server.openAccounts = command.embedded;
+  server.teacherSite = !command.embedded;
   return command;
 }
 

@@ -2,11 +2,13 @@
 #pragma once
 
 #include <filesystem>
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <vector>
 
 #include "server/server.h"
+#include "server/teacher/command.h"
 
 namespace marovane {
 
@@ -18,10 +20,11 @@ class UsageError : public std::runtime_error {
 
 struct Command {
   bool help = false;
-  bool embedded = false;              ///< started by the desktop program, which holds standard input
-  ServerOptions server;               ///< for an embedded one with a fresh random prefix
-  std::filesystem::path engineData;   ///< "" when not told
-  std::filesystem::path accountFile;  ///< "" for none
+  std::optional<TeacherCommand> teacher;  ///< instead of serving
+  bool embedded = false;                  ///< started by the desktop program, which holds standard input
+  ServerOptions server;                   ///< for an embedded one with a fresh random prefix
+  std::filesystem::path engineData;       ///< "" when not told
+  std::filesystem::path accountFile;      ///< "" for none
 };
 
 extern const char* const kUsage;

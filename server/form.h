@@ -25,6 +25,9 @@ class Form {
   /// A body as a browser writes it (application/x-www-form-urlencoded): "+" is a blank.
   static Form Browser(std::string_view body);
 
+  /// Adds a field as it stands, unless it is there.
+  void Put(const std::string& name, const std::string& value) { fields_.emplace(name, value); }
+
   /// The value of a field, the first of its name; nothing when the field is missing.
   std::optional<std::string> Find(const std::string& name) const;
 

@@ -30,7 +30,8 @@ class Html {
 };
 
 /// The text for the inside of an element or of a quoted attribute. Control characters but tabs and line ends
-/// become U+FFFD.
+/// and bytes that are
+/// no UTF-8 become U+FFFD.
 std::string Escaped(std::string_view text);
 
 template <typename Part>

@@ -43,7 +43,9 @@ int main(int argc, char** argv) {
     umask(kPrivateFiles);
     const Command command = ParseCommandLine({argv + 1, argv + argc});
     if (command.help) {
-      fmt::print("{}", kUsage);
+      fmt::print("{}{}", kUsage, kTeacherUsage);
+    } else if (command.teacher) {
+      RunTeacherCommand(*command.teacher);
     } else {
       Serve(command);
     }

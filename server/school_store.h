@@ -40,6 +40,8 @@ struct Topic {
   std::string question;
   std::string deadline;
   std::string changedDay;  ///< "" while the topic stands as it was set
+  std::size_t handedIn = 0;
+  std::size_t unmarked = 0;  ///< of those handed in
 };
 
 /// An essay as it was handed in: later posts of the pupil do not change it.

@@ -12,6 +12,7 @@
 
 #include "server/log.h"
 #include "server/static_files.h"
+#include "server/teacher/http_door.h"
 
 namespace marovane {
 namespace {
@@ -97,6 +98,8 @@ Server::Server(ServerOptions options, SharedEngine::Load load)
       results_(kKeptResults),
       accounts_(*store_),
       services_{settings_, engine_, results_, *store_, *school_, accounts_, records_},
+      teachers_(*school_, *store_, engine_,
+                {options_.prefix + "/" + std::string(kTeacherFolder), settings_.behindProxy, options_.clock}),
       http_(std::make_unique<httplib::Server>()) {
   settings_.openAccounts = settings_.openAccounts || options_.openAccounts;
   for (const std::string& login : settings_.logins) accounts_.Await(login);
@@ -151,7 +154,9 @@ void Server::Bind() {
 void Server::OnPost(const httplib::Request& request, httplib::Response& response,
                     const httplib::ContentReader& readBody) {
   std::string_view path = request.path;
-  const Page* page = TakePrefix(path) ? FindPage(path, Page::Method::kPost) : nullptr;
+  const bool isBelow = TakePrefix(path);
+  if (isBelow && OnTeacher(path, request, &readBody, response)) return;
+  const Page* page = isBelow ? FindPage(path, Page::Method::kPost) : nullptr;
   std::string body;
   if (!ReadBody(request, readBody, page == nullptr ? 0 : page->bodyLimit, body)) return;
   if (page == nullptr) {
@@ -177,12 +182,28 @@ void Server::OnGet(const httplib::Request& request, httplib::Response& response)
     response.set_content(*result, kContentType);
   } else if (const StaticFile* file = FindStaticFile(path)) {
     response.set_content(file->bytes.data(), file->bytes.size(), file->contentType);
+  } else if (OnTeacher(path, request, nullptr, response)) {
+    return;
   } else if (const Page* page = FindPage(path, Page::Method::kGet)) {
     const auto query = request.target.find('?');
     AnswerPage(*page, request, query == std::string::npos ? "" : request.target.substr(query + 1), response);
   } else {
     response.status = 404;
   }
+}
+
+/// False for a path that is none of the teachers' site.
+bool Server::OnTeacher(std::string_view path, const httplib::Request& request,
+                       const httplib::ContentReader* readBody, httplib::Response& response) {
+  if (!options_.teacherSite) return false;
+  if (readBody == nullptr && path == "teacher") {
+    response.set_redirect(fmt::format("{}/{}", options_.prefix, kTeacherFolder));
+    return true;
+  }
+  if (!path.starts_with(kTeacherFolder)) return false;
+  path.remove_prefix(kTeacherFolder.size());
+  AnswerTeacher(teachers_, path, request, readBody, settings_.behindProxy, response);
+  return true;
 }
 
 /// Takes the prefix off a path. Its bytes are compared in constant time: they are what keeps others out.

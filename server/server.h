@@ -9,6 +9,7 @@
 
 #include "server/account_file.h"
 #include "server/pages/page.h"
+#include "server/teacher/site.h"
 
 namespace httplib {
 class Server;
@@ -25,6 +26,8 @@ struct ServerOptions {
   std::string prefix;                ///< path above every page, "/like/this", or ""
   std::filesystem::path dataDir;     ///< made when missing, for its owner alone
   bool openAccounts = false;         ///< as in ServerSettings
+  bool teacherSite = true;           ///< serves the teachers' pages below "teacher/"
+  SteadyClock clock = std::chrono::steady_clock::now;
 };
 
 class Server {
@@ -54,6 +57,8 @@ class Server {
   void OnGet(const httplib::Request& request, httplib::Response& response);
   void AnswerPage(const Page& page, const httplib::Request& request, std::string_view body,
                   httplib::Response& response);
+  bool OnTeacher(std::string_view path, const httplib::Request& request,
+                 const httplib::ContentReader* readBody, httplib::Response& response);
   bool TakePrefix(std::string_view& path) const;
   std::string RootFor(const std::string& host) const;
 
@@ -66,6 +71,7 @@ class Server {
   PageStore results_;
   Accounts accounts_;
   Services services_;
+  TeacherSite teachers_;
   std::unique_ptr<httplib::Server> http_;
   int socket_ = -1;
   std::future<void> listening_;

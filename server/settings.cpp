@@ -18,6 +18,7 @@ ServerSettings ReadServerSettings(const std::filesystem::path& file) {
                           .serviceMail = valueOr("serviceMail", ""),
                           .schoolCode = valueOr("schoolCode", ""),
                           .schoolName = valueOr("schoolName", ""),
+                          .behindProxy = values.Get("behindProxy") == "1",
                           .openAccounts = values.Get("openAccounts") == "1",
                           .schools = {},
                           .logins = {}};

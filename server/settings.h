@@ -16,6 +16,7 @@ struct ServerSettings {
   std::string serviceMail;  ///< address that learners may write to, "" for none
   std::string schoolCode;
   std::string schoolName;
+  bool behindProxy = false;                    ///< a proxy speaks TLS for it and names callers in X-Real-IP
   bool openAccounts = false;                   ///< learners may make accounts of their own
   std::map<std::string, std::string> schools;  ///< logins and the servers of their schools, without a scheme
   std::vector<std::string> logins;             ///< accounts whose first login sets the password

@@ -16,7 +16,9 @@ constexpr const char* kClasses =
     "  WHERE topic.class = class.id AND marked_day = '')"
     " FROM class WHERE teacher = ?";
 constexpr const char* kTopicColumns =
-    "topic.id, class.id, class.name, title, question, deadline, changed_day";
+    "topic.id, class.id, class.name, title, question, deadline, changed_day,"
+    " (SELECT count(*) FROM hand_in AS given WHERE given.topic = topic.id),"
+    " (SELECT count(*) FROM hand_in AS given WHERE given.topic = topic.id AND given.marked_day = '')";
 constexpr const char* kHandInColumns =
     "hand_in.account, pupil.name, essay_id, day, org_essay, new_essay, comment, marked_day";
 
@@ -30,7 +32,9 @@ SchoolClass ClassOf(const Row& row) {
   return {row[0], row[1], std::stoul(row[2]), std::stoul(row[3]), std::stoul(row[4])};
 }
 
-Topic TopicOf(const Row& row) { return {row[0], row[1], row[2], row[3], row[4], row[5], row[6]}; }
+Topic TopicOf(const Row& row) {
+  return {row[0], row[1], row[2], row[3], row[4], row[5], row[6], std::stoul(row[7]), std::stoul(row[8])};
+}
 
 HandIn HandInOf(const Row& row, std::size_t from = 0) {
   return {row[from],     row[from + 1], row[from + 2], row[from + 3],
@@ -38,7 +42,7 @@ HandIn HandInOf(const Row& row, std::size_t from = 0) {
 }
 
 Assignment AssignmentOf(const Row& row) {
-  constexpr std::size_t kHandIn = 7;  // behind the columns of the topic
+  constexpr std::size_t kHandIn = 9;  // behind the columns of the topic
   Assignment assignment{TopicOf(row), std::nullopt};
   if (!row[kHandIn].empty()) assignment.handIn = HandInOf(row, kHandIn);
   return assignment;

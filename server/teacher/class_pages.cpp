@@ -1,0 +1,171 @@
+// The teacher's classes, and who is in them.
+#include <fmt/format.h>
+
+#include <algorithm>
+
+#include "server/day.h"
+#include "server/password.h"
+#include "server/teacher/form_reader.h"
+#include "server/teacher/layout.h"
+#include "server/teacher/roster.h"
+
+namespace marovane {
+namespace {
+
+constexpr std::size_t kLongestName = 40;
+
+SchoolClass WantedClass(const Visit& visit) {
+  const auto found = visit.school.FindClass(visit.teacher.login, Field(visit, "class"));
+  if (!found) throw NotFound();
+  return *found;
+}
+
+Html Waiting(std::size_t essays) {
+  return essays == 0 ? Fill(R"(<span class="faint">0</span>)") : Fill("<strong>{}</strong>", essays);
+}
+
+Html ClassTable(const Visit& visit) {
+  Html rows;
+  for (const SchoolClass& each : visit.school.Classes(visit.teacher.login)) {
+    rows += Fill(R"(<tr><td><a href="{}class?class={}">{}</a></td><td>{}</td><td>{}</td><td>{}</td></tr>
+)",
+                 visit.base, each.id, each.name, each.pupils, each.topics, Waiting(each.unmarked));
+  }
+  if (rows.IsEmpty()) return Fill("<p>還沒有班級。請在下面建立第一個班級。</p>");
+  return Fill(R"(<table><thead><tr><th>班級</th><th>學生</th><th>題目</th><th>待批閱</th></tr></thead>
+<tbody>{}</tbody></table>)",
+              rows);
+}
+
+TeacherReply ClassListPage(const Visit& visit, const std::vector<std::string>& errors) {
+  Html content = DoneNotice(visit);
+  content += Panel("我的班級", ClassTable(visit));
+  Html form = ErrorList(errors);
+  form += Fill(R"({}<label>班級名稱 <input name="name" maxlength="{}" required value="{}"></label>
+<button class="primary">建立班級</button></form>)",
+               FormBegin(visit, "classes"), kLongestName, errors.empty() ? "" : Field(visit, "name"));
+  content += Panel("新班級", form);
+  return Page(visit, "我的班級", content, errors.empty() ? 200 : 422);
+}
+
+Html TopicTable(const Visit& visit, const SchoolClass& schoolClass) {
+  Html rows;
+  for (const Topic& topic : visit.school.Topics(visit.teacher.login, schoolClass.id)) {
+    rows += Fill(
+        R"(<tr><td><a href="{}topic?topic={}">{}</a></td><td>{}</td><td>{} / {}</td><td>{}</td></tr>
+)",
+        visit.base, topic.id, topic.title, ShownDay(topic.deadline), topic.handedIn, schoolClass.pupils,
+        Waiting(topic.unmarked));
+  }
+  if (rows.IsEmpty()) return Fill("<p>還沒有題目。</p>");
+  return Fill(R"(<table><thead><tr><th>題目</th><th>完成期限</th><th>已交卷</th><th>待批閱</th></tr></thead>
+<tbody>{}</tbody></table>)",
+              rows);
+}
+
+Html PupilTable(const Visit& visit, const std::string& classId) {
+  Html rows;
+  for (const Pupil& pupil : visit.school.Pupils(visit.teacher.login, classId)) {
+    rows += Fill(R"(<tr><td>{}</td><td>{}</td><td>{}<input type="hidden" name="class" value="{}">
+<input type="hidden" name="account" value="{}"><button class="small">移出<span class="unseen">{}</span></button></form></td></tr>
+)",
+                 pupil.account, pupil.name, FormBegin(visit, "remove"), classId, pupil.account, pupil.name);
+  }
+  if (rows.IsEmpty()) return Fill("<p>還沒有學生。請在下面匯入名單。</p>");
+  return Fill(
+      R"(<table><thead><tr><th>帳號</th><th>姓名</th><th></th></tr></thead><tbody>{}</tbody></table>)", rows);
+}
+
+Html ImportForm(const Visit& visit, const std::string& classId, const std::vector<std::string>& errors) {
+  Html form;
+  if (!errors.empty()) {
+    form += Fill("<p>名單有下列問題，所有學生都還沒有匯入。改好檔案後請再匯入一次。</p>");
+    form += ErrorList(errors);
+  }
+  form += Fill(R"(<form method="post" action="{}import" enctype="multipart/form-data">
+<input type="hidden" name="token" value="{}"><input type="hidden" name="class" value="{}">
+<label>CSV 檔案 <input type="file" name="roster" accept=".csv,text/csv" required></label>
+<button class="primary">匯入學生</button></form>
+<p class="faint">每行一位學生：帳號、姓名、密碼，用逗號分開，例如 <code>S11401,王小明,rain7842</code>。試算表可以另存成這種 CSV（UTF-8 或 Big5）。
+密碼可以空白，學生第一次登入校園雲端版時自己設定。已有帳號的學生只會加入班級，密碼不變。</p>)",
+               visit.base, visit.formToken, classId);
+  return form;
+}
+
+Html RenameForm(const Visit& visit, const SchoolClass& schoolClass, const std::vector<std::string>& errors) {
+  const std::string typed = errors.empty() ? schoolClass.name : Field(visit, "name");
+  Html form = ErrorList(errors);
+  form += Fill(R"({}<input type="hidden" name="class" value="{}">
+<label>班級名稱 <input name="name" maxlength="{}" required value="{}"></label>
+<button>更改名稱</button></form>)",
+               FormBegin(visit, "rename"), schoolClass.id, kLongestName, typed);
+  return form;
+}
+
+struct ClassErrors {
+  std::vector<std::string> roster = {};
+  std::vector<std::string> name = {};
+};
+
+TeacherReply ClassPageWith(const Visit& visit, const SchoolClass& schoolClass, const ClassErrors& errors) {
+  const bool isRight = errors.roster.empty() && errors.name.empty();
+  Html topics = TopicTable(visit, schoolClass);
+  topics += Fill(R"(<p><a class="button primary" href="{}topic/edit?class={}">新增題目</a></p>)", visit.base,
+                 schoolClass.id);
+  Html content = BackLink(visit, "", "我的班級");
+  content += Fill("<h1>{}</h1>{}", schoolClass.name, DoneNotice(visit));
+  content += Panel("題目", topics);
+  content += Panel("學生", PupilTable(visit, schoolClass.id));
+  content += Panel("匯入學生名單", ImportForm(visit, schoolClass.id, errors.roster));
+  content += Panel("班級名稱", RenameForm(visit, schoolClass, errors.name));
+  return Page(visit, schoolClass.name, content, isRight ? 200 : 422);
+}
+
+/// Only an account that does not exist yet needs a hash, which takes its time.
+std::vector<Pupil> WithHashes(Store& store, const std::vector<RosterEntry>& entries) {
+  std::vector<Pupil> pupils;
+  for (const RosterEntry& entry : entries) {
+    const bool isNew = !entry.password.empty() && !store.PasswordHash(entry.account);
+    pupils.push_back({entry.account, entry.name, isNew ? HashPassword(entry.password) : ""});
+  }
+  return pupils;
+}
+
+}  // namespace
+
+TeacherReply ClassList(const Visit& visit) { return ClassListPage(visit, {}); }
+
+TeacherReply MakeClass(const Visit& visit) {
+  FormReader reader(visit.fields);
+  const std::string name = reader.Line("name", "班級名稱", kLongestName);
+  if (!reader.Errors().empty()) return ClassListPage(visit, reader.Errors());
+  const std::string id = visit.school.AddClass(visit.teacher.login, name);
+  return GoTo(visit, fmt::format("class?class={}&done=class", id));
+}
+
+TeacherReply ClassPage(const Visit& visit) { return ClassPageWith(visit, WantedClass(visit), {}); }
+
+TeacherReply RenameClass(const Visit& visit) {
+  const SchoolClass schoolClass = WantedClass(visit);
+  FormReader reader(visit.fields);
+  const std::string name = reader.Line("name", "班級名稱", kLongestName);
+  if (!reader.Errors().empty()) return ClassPageWith(visit, schoolClass, {{}, reader.Errors()});
+  visit.school.RenameClass(visit.teacher.login, schoolClass.id, name);
+  return GoTo(visit, fmt::format("class?class={}&done=name", schoolClass.id));
+}
+
+TeacherReply ImportPupils(const Visit& visit) {
+  const SchoolClass schoolClass = WantedClass(visit);
+  const Roster roster = ReadRoster(Field(visit, "roster"));
+  if (!roster.errors.empty()) return ClassPageWith(visit, schoolClass, {roster.errors, {}});
+  visit.school.AddPupils(visit.teacher.login, schoolClass.id, WithHashes(visit.store, roster.entries));
+  return GoTo(visit, fmt::format("class?class={}&done=pupils", schoolClass.id));
+}
+
+TeacherReply RemovePupil(const Visit& visit) {
+  const SchoolClass schoolClass = WantedClass(visit);
+  visit.school.RemovePupil(visit.teacher.login, schoolClass.id, Field(visit, "account"));
+  return GoTo(visit, fmt::format("class?class={}&done=removed", schoolClass.id));
+}
+
+}  // namespace marovane

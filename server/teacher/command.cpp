@@ -1,0 +1,147 @@
+#include "server/teacher/command.h"
+
+#include <fmt/format.h>
+#include <termios.h>
+#include <unistd.h>
+
+#include <iostream>
+#include <map>
+#include <stdexcept>
+
+#include "server/accounts.h"
+#include "server/command_line.h"
+#include "server/password.h"
+#include "server/school_store.h"
+#include "server/store.h"
+#include "server/teacher/form_reader.h"
+#include "server/text.h"
+
+namespace marovane {
+namespace {
+
+constexpr std::size_t kShortestPassword = 8;
+constexpr std::size_t kLongestPassword = 200;
+constexpr std::size_t kLongestName = 40;
+
+using Action = TeacherCommand::Action;
+
+Action ActionOf(const std::string& word) {
+  static const std::map<std::string, Action> kActions = {
+      {"add", Action::kAdd}, {"password", Action::kPassword}, {"list", Action::kList}};
+  const auto action = kActions.find(word);
+  if (action == kActions.end()) throw UsageError(fmt::format("teacher: unknown word \"{}\"", word));
+  return action->second;
+}
+
+std::size_t WordsOf(Action action) {
+  if (action == Action::kAdd) return 2;
+  return action == Action::kPassword ? 1 : 0;
+}
+
+/// Holds back the echo of the terminal, if standard input is one.
+class SilentInput {
+ public:
+  SilentInput() : isTerminal_(tcgetattr(STDIN_FILENO, &before_) == 0) {
+    if (!isTerminal_) return;
+    fmt::print(stderr, "Password: ");
+    termios silent = before_;
+    silent.c_lflag &= ~static_cast<tcflag_t>(ECHO);
+    tcsetattr(STDIN_FILENO, TCSAFLUSH, &silent);
+  }
+  ~SilentInput() {
+    if (!isTerminal_) return;
+    tcsetattr(STDIN_FILENO, TCSAFLUSH, &before_);
+    fmt::print(stderr, "\n");
+  }
+  SilentInput(const SilentInput&) = delete;
+  SilentInput& operator=(const SilentInput&) = delete;
+
+ private:
+  termios before_{};
+  bool isTerminal_;
+};
+
+std::string ReadPassword() {
+  std::string password;
+  {
+    const SilentInput silent;
+    std::getline(std::cin, password);
+  }
+  if (password.ends_with('\r')) password.pop_back();
+  if (password.size() < kShortestPassword || password.size() > kLongestPassword) {
+    throw std::runtime_error(fmt::format("the password, read from standard input, must have {} to {} bytes",
+                                         kShortestPassword, kLongestPassword));
+  }
+  return password;
+}
+
+void Add(SchoolStore& school, const TeacherCommand& command) {
+  if (school.FindTeacher(command.login)) {
+    throw std::runtime_error(fmt::format("the teacher \"{}\" exists already", command.login));
+  }
+  school.PutTeacher({command.login, command.name, HashPassword(ReadPassword())});
+}
+
+void ChangePassword(SchoolStore& school, const TeacherCommand& command) {
+  auto teacher = school.FindTeacher(command.login);
+  if (!teacher) throw std::runtime_error(fmt::format("there is no teacher \"{}\"", command.login));
+  teacher->passwordHash = HashPassword(ReadPassword());
+  school.PutTeacher(*teacher);
+}
+
+void List(SchoolStore& school) {
+  for (const Teacher& teacher : school.Teachers()) fmt::print("{}\t{}\n", teacher.login, teacher.name);
+}
+
+}  // namespace
+
+const char* const kTeacherUsage =
+    "       marovane-server teacher add LOGIN NAME --data FOLDER\n"
+    "       marovane-server teacher password LOGIN --data FOLDER\n"
+    "       marovane-server teacher list --data FOLDER\n";
+
+TeacherCommand ParseTeacherCommand(const std::vector<std::string>& words) {
+  if (words.empty()) throw UsageError("teacher: add, password or list is missing");
+  TeacherCommand command{ActionOf(words[0]), {}, {}, {}};
+  std::vector<std::string> names;
+  for (std::size_t i = 1; i < words.size(); ++i) {
+    if (words[i] != "--data") {
+      names.push_back(words[i]);
+    } else if (++i < words.size()) {
+      command.dataDir = words[i];
+    }
+  }
+  if (command.dataDir.empty()) throw UsageError("--data is missing");
+  if (names.size() != WordsOf(command.action)) {
+    throw UsageError(fmt::format("teacher {} needs {} more words", words[0], WordsOf(command.action)));
+  }
+  names.resize(2);
+  command.login = names[0];
+  command.name = Trim(names[1]);
+  if (!command.login.empty() && !IsAccountNumber(command.login)) {
+    throw UsageError("a login has 1 to 32 letters, digits, \".\" and \"_\"");
+  }
+  const std::size_t length = CountCharacters(command.name);
+  const bool isName = IsCleanText(command.name) && length > 0 && length <= kLongestName;
+  if (command.action == Action::kAdd && !isName) throw UsageError("a name has 1 to 40 characters of UTF-8");
+  return command;
+}
+
+void RunTeacherCommand(const TeacherCommand& command) {
+  if (!std::filesystem::is_directory(command.dataDir)) {
+    throw std::runtime_error(fmt::format("there is no folder {}", command.dataDir.string()));
+  }
+  const auto file = command.dataDir / "server.db";
+  OpenSqliteStore(file);  // makes the tables when this comes before the first start
+  const auto school = OpenSqliteSchoolStore(file);
+  switch (command.action) {
+    case Action::kAdd:
+      return Add(*school, command);
+    case Action::kPassword:
+      return ChangePassword(*school, command);
+    case Action::kList:
+      return List(*school);
+  }
+}
+
+}  // namespace marovane

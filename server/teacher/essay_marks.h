@@ -1,0 +1,25 @@
+// An essay with the check engine's marks beside its sentences.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "server/html.h"
+#include "server/shared_engine.h"
+
+namespace marovane {
+
+struct EssaySentence {
+  std::string text;
+  bool beginsParagraph = false;
+};
+
+/// Cuts at ".", "?", "!" and line ends, but not at the points of "Mr.", "Mrs.", "Dr.", "a.m." and "p.m.".
+std::vector<EssaySentence> SentencesOf(std::string_view essay);
+
+/// The sentences of a stored essay, each with what the engine says about it. Only the first hundred are
+/// judged; when the engine cannot be used the sentences stand alone, under a line that says so.
+Html MarkedEssay(std::string_view essay, const SharedEngine& engine);
+
+}  // namespace marovane

@@ -1,0 +1,88 @@
+// One essay that was handed in: its text with the engine's marks, and what the teacher says to it.
+#include <fmt/format.h>
+
+#include <algorithm>
+
+#include "server/day.h"
+#include "server/teacher/essay_marks.h"
+#include "server/teacher/form_reader.h"
+#include "server/teacher/layout.h"
+
+namespace marovane {
+namespace {
+
+constexpr std::size_t kLongestComment = 4000;
+
+struct Work {
+  Topic topic;
+  HandIn handIn;
+  std::string nextUnmarked;  ///< account of another essay that waits, "" for none
+};
+
+Work WantedWork(const Visit& visit) {
+  const auto topic = visit.school.FindTopic(visit.teacher.login, Field(visit, "topic"));
+  if (!topic) throw NotFound();
+  const auto handIns = visit.school.HandIns(visit.teacher.login, topic->id);
+  const auto wanted = std::find_if(handIns.begin(), handIns.end(), [&](const HandIn& each) {
+    return each.account == Field(visit, "account");
+  });
+  if (wanted == handIns.end()) throw NotFound();
+  // The next one in the list; behind the last one the list begins again.
+  const auto waits = [&](const HandIn& each) { return each.markedDay.empty() && &each != &*wanted; };
+  auto next = std::find_if(wanted, handIns.end(), waits);
+  if (next == handIns.end()) next = std::find_if(handIns.begin(), wanted, waits);
+  return {*topic, *wanted, next == handIns.end() || !waits(*next) ? "" : next->account};
+}
+
+Html CommentForm(const Visit& visit, const Work& work, const std::vector<std::string>& errors) {
+  Html form = ErrorList(errors);
+  form += FormBegin(visit, "essay/save");
+  form += Fill(R"(<input type="hidden" name="topic" value="{}"><input type="hidden" name="account" value="{}">
+<label>評語 <textarea name="comment" rows="7" maxlength="{}">
+{}</textarea></label>
+<label class="check"><input type="checkbox" name="marked" value="1"{}> 批閱完成（學生可以看到評語）</label>
+<button class="primary">儲存</button></form>)",
+               work.topic.id, work.handIn.account, kLongestComment, work.handIn.comment,
+               work.handIn.markedDay.empty() ? "" : " checked");
+  if (!work.nextUnmarked.empty()) {
+    form += Fill(R"(<p><a class="button" href="{}essay?topic={}&amp;account={}">下一篇待批閱</a></p>)",
+                 visit.base, work.topic.id, work.nextUnmarked);
+  }
+  return form;
+}
+
+TeacherReply EssayPageWith(const Visit& visit, const Work& work, const std::vector<std::string>& errors) {
+  const HandIn& handIn = work.handIn;
+  const std::string name = handIn.pupilName.empty() ? handIn.account : handIn.pupilName;
+  Html text = Fill(R"(<p class="faint">{} 交卷{}　完成期限 {}</p>)", ShownDay(handIn.day),
+                   handIn.day > work.topic.deadline ? "（遲交）" : "", ShownDay(work.topic.deadline));
+  text += MarkedEssay(handIn.newEssay, visit.engine);
+  if (handIn.orgEssay != handIn.newEssay) {
+    text += Fill("<details><summary>學生最初寫的內容</summary>{}</details>",
+                 MarkedEssay(handIn.orgEssay, visit.engine));
+  }
+  Html content = BackLink(visit, "topic?topic=" + work.topic.id, work.topic.title);
+  content += Fill("<h1>{}　<small>{}</small></h1>{}", name, handIn.account, DoneNotice(visit));
+  content += Panel("短文與系統檢查結果", text);
+  content += Panel("教師批閱", CommentForm(visit, work, errors));
+  return Page(visit, name + "：" + work.topic.title, content, errors.empty() ? 200 : 422);
+}
+
+}  // namespace
+
+TeacherReply EssayPage(const Visit& visit) { return EssayPageWith(visit, WantedWork(visit), {}); }
+
+TeacherReply SaveComment(const Visit& visit) {
+  Work work = WantedWork(visit);
+  FormReader reader(visit.fields);
+  HandIn& handIn = work.handIn;
+  handIn.comment = reader.Text("comment", "評語", kLongestComment);
+  const bool isMarked = Field(visit, "marked") == "1";
+  if (!isMarked) handIn.markedDay = "";
+  if (isMarked && handIn.markedDay.empty()) handIn.markedDay = TodayAsIso();
+  if (!reader.Errors().empty()) return EssayPageWith(visit, work, reader.Errors());
+  visit.school.Mark(visit.teacher.login, work.topic.id, handIn);
+  return GoTo(visit, fmt::format("essay?topic={}&account={}&done=comment", work.topic.id, handIn.account));
+}
+
+}  // namespace marovane

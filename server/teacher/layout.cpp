@@ -1,0 +1,80 @@
+#include "server/teacher/layout.h"
+
+#include <map>
+
+namespace marovane {
+namespace {
+
+Html Frame(const std::string& base, std::string_view title, const Html& account, const Html& content) {
+  return Fill(R"(<!DOCTYPE html>
+<html lang="zh-Hant">
+<head>
+<meta charset="utf-8">
+<meta name="viewport" content="width=device-width, initial-scale=1">
+<title>{1} - Marovane 教師園地</title>
+<link rel="stylesheet" href="{0}style.css">
+</head>
+<body>
+<header><a class="logo" href="{0}"><span>M</span>Marovane 教師園地</a>{2}</header>
+<main>
+{3}
+</main>
+</body>
+</html>
+)",
+              base, title, account, content);
+}
+
+}  // namespace
+
+std::string OuterPage(const std::string& base, std::string_view title, const Html& content) {
+  return Frame(base, title, Html(), content).Markup();
+}
+
+TeacherReply Page(const Visit& visit, std::string_view title, const Html& content, int status) {
+  const Html account = Fill(R"(<div class="account"><span>{}</span>{}<button>登出</button></form></div>)",
+                            visit.teacher.name, FormBegin(visit, "logout"));
+  return {status, Frame(visit.base, title, account, content).Markup()};
+}
+
+TeacherReply GoTo(const Visit& visit, const std::string& target) { return {303, "", visit.base + target}; }
+
+Html Panel(std::string_view title, const Html& content) {
+  return Fill(R"(<section><h2>{}</h2>
+<div class="inside">{}</div></section>
+)",
+              title, content);
+}
+
+Html ErrorList(const std::vector<std::string>& errors) {
+  Html lines;
+  for (const std::string& error : errors) lines += Fill("<li>{}</li>", error);
+  return errors.empty() ? Html() : Fill(R"(<ul class="error" role="alert">{}</ul>)", lines);
+}
+
+Html FormBegin(const Visit& visit, std::string_view action) {
+  return Fill(R"(<form method="post" action="{}{}"><input type="hidden" name="token" value="{}">)",
+              visit.base, action, visit.formToken);
+}
+
+Html DoneNotice(const Visit& visit) {
+  static const std::map<std::string, const char*> kNotices = {
+      {"class", "班級已建立，可以匯入學生、新增題目。"},
+      {"name", "班級名稱已更改。"},
+      {"pupils", "學生已匯入。已有帳號的學生沿用原來的密碼。"},
+      {"removed", "學生已移出班級。帳號和交過的短文都還在。"},
+      {"topic", "題目已儲存，學生下次開啟作業清單就會看到。"},
+      {"comment", "已儲存。"}};
+  const auto notice = kNotices.find(Field(visit, "done"));
+  return notice == kNotices.end() ? Html() : Fill(R"(<p class="done" role="status">{}</p>)", notice->second);
+}
+
+Html BackLink(const Visit& visit, std::string_view target, std::string_view text) {
+  return Fill(R"(<p class="back"><a href="{}{}">← {}</a></p>)", visit.base, target, text);
+}
+
+std::string Field(const Visit& visit, const std::string& name) {
+  return visit.fields.Find(name).value_or("");
+}
+
+}  // namespace marovane

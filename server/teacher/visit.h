@@ -1,0 +1,62 @@
+// What a teacher's page gets, may use and gives back.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "server/form.h"
+#include "server/html.h"
+#include "server/school_store.h"
+#include "server/shared_engine.h"
+#include "server/store.h"
+
+namespace marovane {
+
+/// One request, whatever carried it.
+struct TeacherRequest {
+  bool isPost = false;
+  std::string path;  ///< below "teacher/"
+  Form fields;       ///< of the query, or of the form that was posted
+  std::string cookies;
+  std::string address;  ///< of the caller
+};
+
+struct TeacherReply {
+  int status = 200;
+  std::string page;                       ///< UTF-8
+  std::string location = {};              ///< of a redirection
+  std::vector<std::string> cookies = {};  ///< Set-Cookie
+};
+
+/// A request of a teacher who has logged in; a posted form has proven that it is ours.
+struct Visit {
+  SchoolStore& school;
+  Store& store;
+  const SharedEngine& engine;
+  const Teacher& teacher;
+  const Form& fields;
+  std::string formToken;
+  std::string base;  ///< "/prefix/teacher/"
+};
+
+/// What was asked for is unknown, or another teacher's: the two are not told apart.
+class NotFound : public std::runtime_error {
+ public:
+  NotFound() : std::runtime_error("not found") {}
+};
+
+// Pages. Those of a POST come back with a redirection, or with the form and what is wrong in it.
+TeacherReply ClassList(const Visit& visit);
+TeacherReply MakeClass(const Visit& visit);
+TeacherReply ClassPage(const Visit& visit);
+TeacherReply RenameClass(const Visit& visit);
+TeacherReply ImportPupils(const Visit& visit);
+TeacherReply RemovePupil(const Visit& visit);
+TeacherReply TopicForm(const Visit& visit);
+TeacherReply SaveTopic(const Visit& visit);
+TeacherReply TopicPage(const Visit& visit);
+TeacherReply EssayPage(const Visit& visit);
+TeacherReply SaveComment(const Visit& visit);
+
+}  // namespace marovane
