@@ -1,0 +1,89 @@
+// The program itself, from one built version to the next.
+#include <algorithm>
+
+#include "tests/updater/update_server.h"
+#include "tests/updater/updater_fixture.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+using ::testing::AllOf;
+using ::testing::HasSubstr;
+using ::testing::StartsWith;
+
+class RealUpdateTest : public UpdaterTest {
+ protected:
+  /// A tree as it would be installed, with this program as its terminal edition.
+  fs::path Tree(const fs::path& terminal) {
+    const fs::path tree = home / ("tree of " + terminal.filename().string());
+    fs::create_directories(tree / "bin");
+    Take(terminal, tree / "bin/marovane-terminal");
+    for (const char* const name : {"marovane-server", "tolvex2.exe"}) {
+      Take(fs::path(BIN_FOLDER) / name, tree / "bin" / name);
+    }
+    for (const char* const folder : {"tolvex", "marovane/giz", "marovane/data"}) {
+      fs::create_directories(tree / "share" / folder);
+      fs::copy(fs::path(SHARE_FOLDER) / folder, tree / "share" / folder, fs::copy_options::recursive);
+    }
+    for (const char* const name : {"updater.exe", "updater.exe.version"}) {
+      fs::copy_file(fs::path(SHARE_FOLDER) / "marovane" / name, tree / "share/marovane" / name);
+    }
+    return tree;
+  }
+  /// Without its symbols, which would only have to be copied about.
+  static void Take(const fs::path& program, const fs::path& to) {
+    EXPECT_EQ(Shell("strip -o '" + to.string() + "' '" + program.string() + "'").status, 0);
+  }
+  void PublishReal(const fs::path& tree) {
+    const ProgramRun run = Shell(std::string(PACKAGE_PROGRAM) + " publish '" + tree.string() + "' " +
+                                 key.string() + " " + www.string());
+    ASSERT_EQ(run.status, 0) << run.errors;
+  }
+  ProgramRun Terminal(const std::string& words) {
+    return Shell("env -i HOME=" + home.Path().string() + " TMP=" + working.string() +
+                 " LANG=C.UTF-8 PATH=/usr/bin " + (installation / "current/bin/marovane-terminal").string() +
+                 " " + words);
+  }
+};
+
+TEST_F(RealUpdateTest, IsUpdatedRefusesABrokenVersionAndGoesBack) {
+  const fs::path first = Tree(fs::path(BIN_FOLDER) / "marovane-terminal");
+  PublishReal(first);
+  ASSERT_EQ(Shell(std::string(UPDATER_PROGRAM) + " mrv_install " + installation.string() + " " +
+                  www.string() + " " + key.string() + ".pub")
+                .status,
+            0);
+  ASSERT_THAT(Terminal("check 'He goes to school every day.'").output, StartsWith("PASS\n"));
+  EXPECT_EQ(Content(working / "Tessaroon/setup.txt"),
+            (installation / "versions" / Current() / "share/marovane").string() + "\r\n")
+      << "the program keeps a copy of the updater, and tells it where it stands";
+  const std::string before = Current();
+
+  const fs::path next = Tree(NEXT_TERMINAL);
+  PublishReal(next);
+  UpdateServer server(FolderServer(www.string()));
+  ProgramRun run = RunUpdater("mrv_updater", server.Host());
+  ASSERT_EQ(run.status, 0) << run.errors;
+  EXPECT_EQ(Current(), "1.1.0");
+  EXPECT_EQ(Terminal("--version").output, "Marovane 1.1.0\n");
+  EXPECT_THAT(Terminal("check 'He go to school every day.'").output, StartsWith("ERRS"));
+  EXPECT_THAT(Terminal("records").output,
+              AllOf(HasSubstr("He goes to school"), HasSubstr("He *go* to school")))
+      << "the records are those of before";
+
+  for (const auto& entry : fs::recursive_directory_iterator(next / "share/tolvex")) {
+    if (entry.is_regular_file()) fs::resize_file(entry, entry.file_size() / 2);
+  }
+  PublishReal(next);
+  run = RunUpdater("mrv_reinstaller", server.Host());
+  EXPECT_EQ(run.status, 1);
+  EXPECT_THAT(run.errors, HasSubstr("無法正常執行"));
+  EXPECT_EQ(Current(), "1.1.0");
+  EXPECT_THAT(Terminal("check 'He goes to school every day.'").output, StartsWith("PASS\n"));
+
+  EXPECT_EQ(Shell((working / "Tessaroon/updater.exe").string() + " mrv_rollback").status, 0);
+  EXPECT_EQ(Current(), before);
+  EXPECT_EQ(Terminal("--version").output, "Marovane " + before + "\n");
+}
+
+}  // namespace

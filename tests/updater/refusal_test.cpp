@@ -1,0 +1,182 @@
+// Nothing that is not exactly what the owner published gets in.
+#include <unistd.h>
+
+#include <algorithm>
+#include <cctype>
+#include <functional>
+
+#include "tests/updater/updater_fixture.h"
+#include "updater/signature.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+using ::testing::AllOf;
+using ::testing::HasSubstr;
+
+class RefusalTest;
+
+struct Harm {
+  const char* what;
+  const char* told;
+  std::function<void(RefusalTest&)> act;
+};
+void PrintTo(const Harm& harm, std::ostream* out) { *out << harm.what; }
+
+class RefusalTest : public UpdaterTest, public ::testing::WithParamInterface<Harm> {
+ public:
+  void AlterPage(const std::function<std::string(std::string)>& alter) {
+    Put(Page(), alter(Content(Page())));
+  }
+  void AlterPublishedList(const std::function<std::string(std::string)>& alter) {
+    Put(www / "mrv_updater.list", alter(Content(www / "mrv_updater.list")));
+  }
+  void SignAltered(const std::string& from, const std::string& to) {
+    std::string list = List();
+    const auto at = list.find(from);
+    ASSERT_NE(at, std::string::npos);
+    SignList(list.replace(at, from.size(), to));
+  }
+  void SignWithAnotherKey() { Put(www / "mrv_updater.list", Signed(List(), MakeKeyPair().secret)); }
+  void RemoveKey() { Remove(installation / "current/share/marovane/update.key"); }
+  void LimitFiles() {
+    Publish({.version = "1.2.0", .page = std::string(300'000, 'x')});
+    before = "ulimit -f 200; " + before;
+  }
+  void RemovePage() { Remove(Page()); }
+  void RemoveList() { Remove(www / "mrv_updater.list"); }
+  using UpdaterTest::Publish, UpdaterTest::SignList;
+
+  static constexpr const char* kPage = "the page of 1.1.0";
+
+ private:
+  static void Remove(const fs::path& path) { ASSERT_TRUE(fs::remove(path)); }
+  fs::path Page() const {
+    Sha256 digest;
+    digest.Take(kPage);
+    return www / "files" / digest.Digits();
+  }
+  std::string List() const {
+    const std::string published = Content(www / "mrv_updater.list");
+    return published.substr(published.find('\n') + 1);
+  }
+};
+
+TEST_P(RefusalTest, IsToldAndLeavesEverythingAsItWas) {
+  Publish({.version = "1.0.0"});
+  InstallPublished();
+  Publish({.version = "1.1.0", .page = kPage});
+  GetParam().act(*this);
+  const auto installed = Installed();
+  const ProgramRun run = RunUpdater("mrv_updater");
+  EXPECT_EQ(run.status, 1);
+  EXPECT_THAT(run.errors, HasSubstr(GetParam().told));
+  EXPECT_EQ(Note() + "\n", run.errors) << "the program tells it at its next start";
+  EXPECT_EQ(Installed(), installed);
+  EXPECT_EQ(Current(), "1.0.0");
+}
+
+const Harm kHarms[] = {
+    {"altered byte", "內容和清單不符",
+     [](RefusalTest& test) {
+       test.AlterPage([](std::string bytes) {
+         bytes[3] = static_cast<char>(bytes[3] ^ 1);
+         return bytes;
+       });
+     }},
+    {"cut file", "內容和清單不符",
+     [](RefusalTest& test) { test.AlterPage([](const std::string& bytes) { return bytes.substr(0, 5); }); }},
+    {"longer file", "比清單所說的還大",
+     [](RefusalTest& test) { test.AlterPage([](const std::string& bytes) { return bytes + "x"; }); }},
+    {"missing file", "更新資料夾裡沒有 files/", [](RefusalTest& test) { test.RemovePage(); }},
+    {"missing list", "更新資料夾裡沒有 mrv_updater.list", [](RefusalTest& test) { test.RemoveList(); }},
+    {"altered list", "簽章不正確",
+     [](RefusalTest& test) {
+       test.AlterPublishedList([](std::string list) { return list.replace(list.find("1.1.0"), 5, "1.2.0"); });
+     }},
+    {"cut list", "簽章不正確",
+     [](RefusalTest& test) {
+       test.AlterPublishedList([](const std::string& list) { return list.substr(0, list.size() - 80); });
+     }},
+    {"another key", "簽章不正確", [](RefusalTest& test) { test.SignWithAnotherKey(); }},
+    {"no signature", "沒有簽章",
+     [](RefusalTest& test) {
+       test.AlterPublishedList([](const std::string& list) { return list.substr(list.find('\n') + 1); });
+     }},
+    {"no key", "沒有驗證更新用的金鑰", [](RefusalTest& test) { test.RemoveKey(); }},
+    {"older version", "比現在的版本 1.0.0 還舊",
+     [](RefusalTest& test) { test.Publish({.version = "0.9.9"}); }},
+    {"same version", "沒有比現在更新的版本", [](RefusalTest& test) { test.Publish({.version = "1.0.0"}); }},
+    {"way out of the folder", "清單的內容不正確",
+     [](RefusalTest& test) {
+       test.SignAltered("share/marovane/ui/page.htm", "share/../../../../escaped.htm");
+     }},
+    {"place outside", "清單的內容不正確",
+     [](RefusalTest& test) { test.SignAltered("share/marovane/ui/page.htm", "/tmp/escaped.htm"); }},
+    {"version that is a path", "清單的內容不正確",
+     [](RefusalTest& test) { test.SignAltered("version 1.1.0", "version ../../x"); }},
+    {"full disk", "磁碟空間不足", [](RefusalTest& test) { test.LimitFiles(); }},
+    {"more than the disk holds", "磁碟空間不足",
+     [](RefusalTest& test) {
+       std::string list = "marovane 1\nversion 1.2.0\n";
+       for (int i = 0; i < 20'000; ++i) {
+         list += "- 1073741824 " + std::string(64, 'a') + " share/" + std::to_string(i) + "\n";
+       }
+       test.SignList(list);
+     }},
+    {"program of another version", "marovane-terminal 在這台電腦上無法正常執行",
+     [](RefusalTest& test) { test.SignAltered("version 1.1.0", "version 1.2.0"); }},
+    {"failing self-check", "marovane-terminal 在這台電腦上無法正常執行",
+     [](RefusalTest& test) { test.Publish({.version = "1.2.0", .selfCheck = "exit 3"}); }},
+    {"crashing program", "marovane-terminal 在這台電腦上無法正常執行",
+     [](RefusalTest& test) { test.Publish({.version = "1.2.0", .selfCheck = "kill -SEGV $$"}); }},
+};
+
+INSTANTIATE_TEST_SUITE_P(Harms, RefusalTest, ::testing::ValuesIn(kHarms), [](const auto& info) {
+  std::string name = info.param.what;
+  std::ranges::replace_if(
+      name, [](char sign) { return !std::isalnum(static_cast<unsigned char>(sign)); }, '_');
+  return name;
+});
+
+TEST_F(UpdaterTest, InstallationOfAPackageManagerIsLeftToIt) {
+  Publish({.version = "1.0.0"});
+  InstallPublished();
+  Publish({.version = "1.1.0"});
+  const fs::path plain = home / "usr/lib/marovane/share/marovane";
+  fs::create_directories(plain);
+  Put(working / "Tessaroon/setup.txt", plain.string() + "\r\n");
+  for (const char* const word : {"mrv_updater", "mrv_reinstaller"}) {
+    EXPECT_THAT(RunUpdater(word).errors, HasSubstr("請用當初安裝它的方式更新"));
+  }
+  EXPECT_TRUE(fs::is_empty(plain));
+}
+
+TEST_F(UpdaterTest, WhoMayNotWriteIsToldWhoCan) {
+  Publish({.version = "1.0.0"});
+  InstallPublished();
+  Publish({.version = "1.1.0"});
+  const auto installed = Installed();
+  if (geteuid() == 0) {
+    fs::permissions(home.Path(), fs::perms::others_exec | fs::perms::others_read, fs::perm_options::add);
+    before = "setpriv --reuid=65534 --regid=65534 --clear-groups " + before;
+  } else {
+    fs::permissions(installation, fs::perms::owner_read | fs::perms::owner_exec);
+  }
+  const ProgramRun run = RunUpdater("mrv_updater");
+  fs::permissions(installation, fs::perms::owner_all);
+  EXPECT_EQ(run.status, 1);
+  EXPECT_THAT(run.errors, AllOf(HasSubstr("您沒有寫入"), HasSubstr(installation.string())));
+  EXPECT_EQ(Installed(), installed);
+}
+
+TEST_F(UpdaterTest, WordsOtherThanItsOwnAreUsage) {
+  Publish({.version = "1.0.0"});
+  InstallPublished();
+  EXPECT_EQ(RunUpdater("mrv_update").status, 64);
+  EXPECT_THAT(RunUpdater("mrv_updater", "").errors, HasSubstr("沒有更新主機"));
+  EXPECT_THAT(Shell((working / "Tessaroon/updater.exe").string() + " mrv_rollback").errors,
+              HasSubstr("沒有可以回復的舊版本"));
+}
+
+}  // namespace

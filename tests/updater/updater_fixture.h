@@ -1,0 +1,55 @@
+// An owner who publishes updates, and a computer that fetches them.
+#pragma once
+
+#include <gmock/gmock.h>
+
+#include <map>
+#include <string>
+#include <vector>
+
+#include "tests/support/temp_home.h"
+
+struct ProgramRun {
+  int status = -1;  ///< -1 when a signal ended it
+  std::string output, errors;
+};
+
+/// A small program tree made of scripts, which say what a version says.
+struct ScriptTree {
+  std::string version;
+  std::string selfCheck = "exit 0";  ///< what its self-check does
+  std::string windows{};             ///< what its windows do; "" for a program without
+  std::string page = "page";         ///< a file of it
+};
+
+class UpdaterTest : public ::testing::Test {
+ protected:
+  UpdaterTest();
+
+  /// Makes a tree and publishes it as the newest version.
+  void Publish(const ScriptTree& tree);
+  /// Publishes a folder as it is.
+  void PublishFolder(const std::filesystem::path& tree);
+  /// A list that really is the owner's.
+  void SignList(const std::string& list);
+  /// The computer's first installation, of what is published, with its copy of the updater.
+  void InstallPublished();
+  ProgramRun RunUpdater(const std::string& word, const std::string& host);
+  ProgramRun RunUpdater(const std::string& word) { return RunUpdater(word, www.string()); }
+  /// The folder below versions/ that runs.
+  std::string Current() const;
+  /// All that stands in the installation: path and content, or where a link leads.
+  std::map<std::string, std::string> Installed() const;
+  /// What the program is told at its next start.
+  std::string Note() const;
+  /// Runs a line of the shell, with these words in front of the environment.
+  static ProgramRun Shell(const std::string& line);
+  static std::string Content(const std::filesystem::path& path);
+  static void Put(const std::filesystem::path& path, const std::string& bytes);
+
+  TempHome home;
+  const std::filesystem::path www = home / "www", key = home / "owner.key", installation = home / "marovane",
+                              working = home / "tmp";
+  /// Put in front of the updater's command line.
+  std::string before = "env -u DISPLAY -u WAYLAND_DISPLAY";
+};
