@@ -16,16 +16,20 @@ namespace {
 
 constexpr std::string_view kUsage =
     "usage:\n"
+    "  bankbuild pairs TAGGER_TABLES PAIRS < TEXT      count word pairs, one sentence a line\n"
     "  bankbuild chinese FUNCTION_WORDS TABLES < CEDICT\n"
-    "  bankbuild words LEXICON_TABLES WORDNET_DIR TABLES\n";
+    "  bankbuild words LEXICON_TABLES PAIRS WORDNET_DIR CHINESE_FREQUENCIES TABLES < CEDICT\n";
 
 void Run(const std::vector<std::string>& args) {
   const std::string step = args.empty() ? "" : args[0];
   if (step == "chinese" && args.size() == 3) {
     tolvex::databuild::CompileChinese(std::cin, args[1], args[2]);
-  } else if (step == "words" && args.size() == 4) {
+  } else if (step == "pairs" && args.size() == 3) {
+    tolvex::databuild::CountPairs(std::cin, tolvex::TableFile(args[1]), args[2]);
+  } else if (step == "words" && args.size() == 6) {
     const tolvex::TableFile tables(args[1]);
-    tolvex::databuild::CompileWordBank(args[2], tolvex::Lexicon(tables), args[3]);
+    tolvex::databuild::CompileWordBank({args[2], args[3], args[4]}, std::cin, tolvex::Lexicon(tables),
+                                       args[5]);
   } else {
     throw std::invalid_argument(std::string(kUsage));
   }

@@ -6,6 +6,7 @@
 #include <map>
 #include <string>
 
+#include "engine/databuild/glosses.h"
 #include "engine/lexicon/lexicon.h"
 
 namespace tolvex::databuild {
@@ -13,17 +14,35 @@ namespace tolvex::databuild {
 /// Texts of the word bank by "CODE word": lines "phrase<TAB>note".
 using BankTexts = std::map<std::string, std::string>;
 
+/// Counts word pairs in plain text, one sentence a line, and writes the strongest of each word as lines
+/// "CODE word<TAB>partner:count:pattern…", ordered by log-likelihood ratio. Behind a line "# modern" a
+/// sentence counts more, behind any other line with "#" once. `tables` holds the lexicon and the tagger.
+void CountPairs(std::istream& text, const TableFile& tables, const std::filesystem::path& pairs);
+
 /// Compiles CC-CEDICT ("traditional<TAB>simplified<TAB>kind<TAB>senses", senses between slashes) and the
 /// English of function words ("traditional<TAB>simplified<TAB>English") into chinese.tables. Throws
 /// std::runtime_error with the line when a source is damaged.
 void CompileChinese(std::istream& cedict, const std::filesystem::path& functionWords,
                     const std::filesystem::path& tables);
 
-/// Adds near-synonyms (SN, SV, SJ) from the WordNet folder, sense by sense, the commonest first.
-void AddSynonyms(const std::filesystem::path& wordnet, const Lexicon& lexicon, BankTexts& texts);
+/// Adds near-synonyms (SN, SV, SJ), sense by sense, the commonest first.
+void AddSynonyms(const WordNet& wordnet, const Lexicon& lexicon, const Glosses& glosses, BankTexts& texts);
 
-/// Compiles wordbank.tables. Words are found in all forms that the lexicon knows.
-void CompileWordBank(const std::filesystem::path& wordnet, const Lexicon& lexicon,
+/// Adds the partners (CNV, CNJ, CNP, CVM, CJM) that CountPairs wrote. Throws std::runtime_error on another
+/// form.
+void AddPairs(const std::filesystem::path& pairs, const Lexicon& lexicon, const Glosses& glosses,
+              BankTexts& texts);
+
+/// Where the word bank's sources lie.
+struct BankSources {
+  std::filesystem::path pairs;        ///< written by CountPairs
+  std::filesystem::path wordnet;      ///< folder of WordNet 3.0
+  std::filesystem::path frequencies;  ///< how often Chinese words occur: jieba's dictionary
+};
+
+/// Compiles wordbank.tables. Words are found in all forms that the lexicon knows. `cedict` as in
+/// CompileChinese.
+void CompileWordBank(const BankSources& sources, std::istream& cedict, const Lexicon& lexicon,
                      const std::filesystem::path& tables);
 
 }  // namespace tolvex::databuild

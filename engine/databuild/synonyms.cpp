@@ -1,12 +1,13 @@
 // Near-synonyms from WordNet: one line a sense.
+#include <fmt/format.h>
+#include <fmt/ranges.h>
+
 #include <algorithm>
 #include <array>
 #include <utility>
 
 #include "engine/databuild/bankbuild.h"
-#include "engine/databuild/cedict.h"
-#include "engine/databuild/source_files.h"
-#include "engine/databuild/wordnet.h"
+#include "engine/databuild/glosses.h"
 #include "engine/text/token.h"
 
 namespace tolvex::databuild {
@@ -14,7 +15,6 @@ namespace {
 
 constexpr std::size_t kMostSenses = 8;
 constexpr std::size_t kMostWords = 8;
-constexpr std::size_t kMostGlossBytes = 90;
 constexpr int kRarestLevel = 70;
 constexpr std::array<std::pair<std::string_view, std::string_view>, 3> kParts = {
     {{"SN", "noun"}, {"SV", "verb"}, {"SJ", "adj"}}};
@@ -32,38 +32,31 @@ bool IsWorthShowing(const Lexicon& lexicon, const std::string& word) {
   return entry != nullptr && entry->level <= kRarestLevel;
 }
 
-std::string ShortGloss(const std::string& gloss) {
-  std::string text = WithoutParentheses(gloss);
-  text = text.substr(0, text.find(';'));
-  if (text.size() <= kMostGlossBytes) return text;
-  return text.substr(0, text.rfind(' ', kMostGlossBytes)) + " ...";
-}
-
 class SynonymLines {
  public:
-  SynonymLines(const WordNetPart& part, const Lexicon& lexicon) : part_(part), lexicon_(lexicon) {}
+  SynonymLines(const WordNetPart& part, const Lexicon& lexicon, const Glosses& glosses, bool areVerbs)
+      : part_(part), lexicon_(lexicon), glosses_(glosses), areVerbs_(areVerbs) {}
 
   std::string Lines(const std::string& word, const std::vector<std::size_t>& senses) const {
     std::string lines;
     std::size_t count = 0;
     for (const std::size_t offset : senses) {
       const Synset& synset = part_.synsets.at(offset);
-      const std::string words = Words(word, synset);
-      if (!words.empty() && count++ < kMostSenses) lines += words + '\t' + ShortGloss(synset.gloss) + '\n';
+      const std::vector<std::string> words = Words(word, synset);
+      if (words.empty() || count++ >= kMostSenses) continue;
+      lines += fmt::format("{}\t{}\n", fmt::join(words, ", "),
+                           glosses_.OfSense(word, words.front(), synset.gloss, areVerbs_));
     }
     return lines;
   }
 
  private:
-  std::string Words(const std::string& word, const Synset& synset) const {
+  std::vector<std::string> Words(const std::string& word, const Synset& synset) const {
     std::vector<std::string> words;
     Collect(word, synset, words);
     for (const std::size_t similar : synset.similar) Collect(word, part_.synsets.at(similar), words);
-    std::string joined;
-    for (std::size_t i = 0; i < std::min(kMostWords, words.size()); ++i) {
-      joined += (i == 0 ? "" : ", ") + words[i];
-    }
-    return joined;
+    words.resize(std::min(kMostWords, words.size()));
+    return words;
   }
 
   // The words of a synset, the commonest first, behind those that are there already.
@@ -81,14 +74,16 @@ class SynonymLines {
 
   const WordNetPart& part_;
   const Lexicon& lexicon_;
+  const Glosses& glosses_;
+  bool areVerbs_;
 };
 
 }  // namespace
 
-void AddSynonyms(const std::filesystem::path& wordnet, const Lexicon& lexicon, BankTexts& texts) {
+void AddSynonyms(const WordNet& wordnet, const Lexicon& lexicon, const Glosses& glosses, BankTexts& texts) {
   for (const auto& [code, name] : kParts) {
-    const WordNetPart part = ReadWordNet(wordnet, name);
-    const SynonymLines synonyms(part, lexicon);
+    const WordNetPart& part = wordnet.find(name)->second;
+    const SynonymLines synonyms(part, lexicon, glosses, name == "verb");
     for (const auto& [word, senses] : part.senses) {
       if (!IsWorthShowing(lexicon, word)) continue;
       const std::string lines = synonyms.Lines(word, senses);

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "engine/databuild/bankbuild.h"
+#include "engine/databuild/source_files.h"
 #include "engine/wordbank/text_table.h"
 
 namespace tolvex::databuild {
@@ -36,10 +37,15 @@ void AddForms(const Lexicon& lexicon, BankTexts& texts) {
 
 }  // namespace
 
-void CompileWordBank(const std::filesystem::path& wordnet, const Lexicon& lexicon,
+void CompileWordBank(const BankSources& sources, std::istream& cedict, const Lexicon& lexicon,
                      const std::filesystem::path& tables) {
+  WordNet wordnet;
+  for (const std::string_view part : kWordNetParts) wordnet.emplace(part, ReadWordNet(sources.wordnet, part));
+  const ChineseGlosses chinese(ReadCedict(cedict), sources.frequencies);
+  const Glosses glosses(chinese, wordnet);
   BankTexts texts;
-  AddSynonyms(wordnet, lexicon, texts);
+  AddSynonyms(wordnet, lexicon, glosses, texts);
+  AddPairs(sources.pairs, lexicon, glosses, texts);
   const std::size_t words = texts.size();
   AddForms(lexicon, texts);
   TableWriter writer;

@@ -1,0 +1,126 @@
+#include "engine/databuild/chinese_glosses.h"
+
+#include <iconv.h>
+
+#include <algorithm>
+#include <cmath>
+#include <set>
+#include <stdexcept>
+
+#include "engine/databuild/source_files.h"
+#include "engine/text/token.h"
+
+namespace tolvex::databuild {
+namespace {
+
+constexpr int kLeastSignFrequency = 500;
+constexpr double kLeastShare = 0.35;  // of the best candidate's score
+constexpr double kRareLog = 3;        // words seen less than about ten times count as hardly known
+constexpr std::size_t kLongestGloss = 6;
+
+// Converts to CP950 only to see whether it can be done.
+class CodePage {
+ public:
+  CodePage() : handle_(iconv_open("CP950", "UTF-8")) {
+    if (handle_ == reinterpret_cast<iconv_t>(-1)) throw std::runtime_error("the code page CP950 is missing");
+  }
+  ~CodePage() { iconv_close(handle_); }
+  CodePage(const CodePage&) = delete;
+  CodePage& operator=(const CodePage&) = delete;
+
+  bool Holds(std::string text) const {
+    std::string out(text.size() * 2 + 4, '\0');
+    char* from = text.data();
+    char* to = out.data();
+    std::size_t inLeft = text.size();
+    std::size_t outLeft = out.size();
+    iconv(handle_, nullptr, nullptr, nullptr, nullptr);
+    return iconv(handle_, &from, &inLeft, &to, &outLeft) != static_cast<std::size_t>(-1);
+  }
+
+ private:
+  iconv_t handle_;
+};
+
+std::string KeyOf(std::string_view english, bool asVerb) {
+  static const std::set<std::string> kSkipped = {"a", "an", "the", "one's", "sb's"};
+  std::string key = asVerb ? "to" : "";
+  for (const std::string& word : SplitAtBlanks(ToLower(english))) {
+    if (kSkipped.count(word) == 0) key += (key.empty() ? "" : " ") + word;
+  }
+  return key;
+}
+
+double LengthWeight(std::size_t signs) { return signs == 2 ? 1.0 : signs <= 3 ? 0.7 : 0.6; }
+
+}  // namespace
+
+ChineseGlosses::ChineseGlosses(const std::vector<CedictEntry>& entries,
+                               const std::filesystem::path& frequencies) {
+  std::ifstream in = Open(frequencies);
+  std::string word;
+  std::string part;
+  for (int count = 0; in >> word >> count >> part;) frequencies_.emplace(word, count);
+  const CodePage codePage;
+  for (const CedictEntry& entry : entries) {
+    const bool usable = !entry.isName && SignCount(entry.traditional) <= kLongestGloss;
+    if (usable && !IsRareSign(entry) && codePage.Holds(entry.traditional)) Add(entry);
+  }
+  for (auto& [key, found] : candidates_) {
+    std::stable_sort(found.begin(), found.end(),
+                     [](const Candidate& a, const Candidate& b) { return a.score > b.score; });
+  }
+}
+
+int ChineseGlosses::Frequency(const CedictEntry& entry) const {
+  const auto found = frequencies_.find(entry.simplified);
+  return found == frequencies_.end() ? 0 : found->second;
+}
+
+bool ChineseGlosses::IsRareSign(const CedictEntry& entry) const {
+  return SignCount(entry.traditional) == 1 && Frequency(entry) < kLeastSignFrequency;
+}
+
+double ChineseGlosses::Commonness(const CedictEntry& entry) const {
+  return (0.1 + std::max(0.0, std::log2(1 + Frequency(entry)) - kRareLog)) *
+         LengthWeight(SignCount(entry.traditional));
+}
+
+void ChineseGlosses::Add(const CedictEntry& entry) {
+  const double word = Commonness(entry);
+  double sensePlace = 1;
+  for (const std::string& sense : entry.senses) {
+    if (IsReference(sense)) continue;
+    double piecePlace = sensePlace * (IsMarkedSense(sense) ? 4 : 1);
+    for (const std::string& piece : SplitAt(ReadableSense(sense), ';')) {
+      const std::string key = KeyOf(WithoutParentheses(piece), false);
+      if (!key.empty()) candidates_[key].push_back({entry.traditional, entry.simplified, word / piecePlace});
+      piecePlace += 0.5;
+    }
+    sensePlace += 1;
+  }
+}
+
+std::vector<std::string> ChineseGlosses::Find(std::string_view english, bool asVerb) const {
+  std::vector<std::string> words;
+  const auto found = candidates_.find(KeyOf(english, asVerb));
+  if (found == candidates_.end()) return words;
+  std::set<std::string> seen;  // two ways to write one word are one word
+  for (const Candidate& candidate : found->second) {
+    const bool close = candidate.score >= kLeastShare * found->second.front().score;
+    if (close && seen.insert(candidate.simplified).second) words.push_back(candidate.chinese);
+  }
+  return words;
+}
+
+std::vector<std::string> ChineseGlosses::FindShared(std::string_view one, std::string_view other,
+                                                    bool asVerb) const {
+  std::vector<std::string> shared;
+  const auto others = Find(other, asVerb);
+  for (const std::string& word : Find(one, asVerb)) {
+    if (std::find(others.begin(), others.end(), word) != others.end()) shared.push_back(word);
+  }
+  return shared;
+}
+
+}  // namespace tolvex::databuild
