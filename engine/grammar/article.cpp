@@ -1,27 +1,9 @@
 // "a apple", "an university", "the my book", "he is student".
-#include <algorithm>
-
 #include "engine/grammar/checks.h"
 #include "engine/rules/fix.h"
 
 namespace tolvex {
 namespace {
-
-bool StartsWithAny(const std::string& word, const WordSet& starts) {
-  return std::any_of(starts.begin(), starts.end(),
-                     [&](const auto& start) { return word.starts_with(start); });
-}
-
-bool SoundsLikeVowel(const std::string& word) {
-  static const WordSet kSilentH = {"hour", "honest", "honor", "honour", "heir"};
-  static const WordSet kConsonant = {"uni", "use", "usu",  "eu",  "one", "once",
-                                     "uti", "ufo", "ubiq", "ura", "usa", "ewe"};
-  static const WordSet kVowelAgain = {"unint", "unimp", "unide", "unin"};
-  if (StartsWithAny(word, kSilentH)) return true;
-  if (StartsWithAny(word, kVowelAgain)) return true;
-  if (StartsWithAny(word, kConsonant)) return false;
-  return std::string_view("aeiou").find(word[0]) != std::string_view::npos;
-}
 
 void CheckSound(const Sentence& sentence, Findings& findings, int i) {
   const bool a = sentence.Lower(i) == "a";

@@ -41,6 +41,9 @@ std::optional<std::string> FillPlace(const std::string& item, const Sentence& se
   if (colon == std::string::npos) return TextOf(sentence, place.first, place.last);
   const auto close = item.find('}');
   const std::string form = item.substr(colon + 1, close - colon - 1);
+  if (form == "a")
+    return (SoundsLikeVowel(sentence.Lower(place.first)) ? "an " : "a ") +
+           TextOf(sentence, place.first, place.last);
   const std::string word = Reformed(sentence.Words(), sentence.Lower(place.last), form);
   if (word.empty()) return std::nullopt;
   return word + item.substr(close + 1);
@@ -59,7 +62,23 @@ std::optional<std::string> FillTemplate(const std::vector<std::string>& items, c
   return text;
 }
 
+bool StartsWithAny(const std::string& word, const WordSet& starts) {
+  return std::any_of(starts.begin(), starts.end(),
+                     [&](const auto& start) { return word.starts_with(start); });
+}
+
 }  // namespace
+
+bool SoundsLikeVowel(const std::string& word) {
+  static const WordSet kSilentH = {"hour", "honest", "honor", "honour", "heir"};
+  static const WordSet kConsonant = {"uni", "use", "usu",  "eu",  "one", "once",
+                                     "uti", "ufo", "ubiq", "ura", "usa", "ewe"};
+  static const WordSet kVowelAgain = {"unint", "unimp", "unide", "unin"};
+  if (StartsWithAny(word, kSilentH)) return true;
+  if (StartsWithAny(word, kVowelAgain)) return true;
+  if (StartsWithAny(word, kConsonant)) return false;
+  return !word.empty() && std::string_view("aeiou").find(word[0]) != std::string_view::npos;
+}
 
 std::string TextOf(const Sentence& sentence, int first, int last) {
   std::string text;
@@ -81,11 +100,11 @@ std::string Derived(const Lexicon& lexicon, std::string_view word, Part part) {
   return {};
 }
 
-std::vector<std::string> FillFixes(const Rule& rule, const Sentence& sentence,
+std::vector<std::string> FillFixes(const Pattern& pattern, const Sentence& sentence,
                                    const std::vector<TokenRange>& places) {
-  const int first = places[static_cast<std::size_t>(rule.spanFirst)].first;
+  const int first = places[static_cast<std::size_t>(pattern.spanFirst)].first;
   std::vector<std::string> corrections;
-  for (const auto& items : rule.fixes) {
+  for (const auto& items : pattern.fixes) {
     auto text = FillTemplate(items, sentence, places);
     if (!text) continue;
     if (sentence.At(first).IsCapitalised() && (first == 0 || sentence.IsName(first)))

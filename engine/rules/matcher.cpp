@@ -52,19 +52,19 @@ bool AllHold(const std::vector<Condition>& all, const Sentence& sentence, int i)
 
 class PatternMatch {
  public:
-  PatternMatch(const Rule& rule, const Sentence& sentence)
-      : rule_(rule), sentence_(sentence), places_(rule.pattern.size()) {}
+  PatternMatch(const Rule& rule, const Pattern& pattern, const Sentence& sentence)
+      : rule_(rule), pattern_(pattern), sentence_(sentence), places_(pattern.elements.size()) {}
 
   bool At(int start) { return Match(0, start) && GuardsHold(start); }
   const std::vector<TokenRange>& Places() const { return places_; }
 
  private:
   bool Match(std::size_t element, int at) {
-    if (element == rule_.pattern.size()) {
+    if (element == pattern_.elements.size()) {
       end_ = at;
       return true;
     }
-    const Element& wanted = rule_.pattern[element];
+    const Element& wanted = pattern_.elements[element];
     if (wanted.zeroWidth) {
       places_[element] = {at, at - 1};
       return AllHold(wanted.all, sentence_, at) && Match(element + 1, at);
@@ -91,18 +91,19 @@ class PatternMatch {
   }
 
   const Rule& rule_;
+  const Pattern& pattern_;
   const Sentence& sentence_;
   std::vector<TokenRange> places_;
   int end_ = 0;
 };
 
-void MatchRule(const Rule& rule, const Sentence& sentence, Findings& findings) {
-  PatternMatch match(rule, sentence);
+void MatchPattern(const Rule& rule, const Pattern& pattern, const Sentence& sentence, Findings& findings) {
+  PatternMatch match(rule, pattern, sentence);
   for (int start = 0; start < sentence.Size(); ++start) {
     if (!match.At(start)) continue;
-    const int first = match.Places()[static_cast<std::size_t>(rule.spanFirst)].first;
-    const int last = match.Places()[static_cast<std::size_t>(rule.spanLast)].last;
-    findings.Add(rule, first, last, FillFixes(rule, sentence, match.Places()));
+    const int first = match.Places()[static_cast<std::size_t>(pattern.spanFirst)].first;
+    const int last = match.Places()[static_cast<std::size_t>(pattern.spanLast)].last;
+    findings.Add(rule, first, last, FillFixes(pattern, sentence, match.Places()));
     start = std::max(start, last);
   }
 }
@@ -111,7 +112,7 @@ void MatchRule(const Rule& rule, const Sentence& sentence, Findings& findings) {
 
 void MatchPatterns(const RuleBook& rules, const Sentence& sentence, Findings& findings) {
   for (const Rule& rule : rules.Rules()) {
-    if (!rule.pattern.empty()) MatchRule(rule, sentence, findings);
+    for (const Pattern& pattern : rule.patterns) MatchPattern(rule, pattern, sentence, findings);
   }
 }
 

@@ -60,6 +60,14 @@ enum class Certainty {
   kWatch,    ///< a point to watch
 };
 
+/// One way to find a fault, and what to put there.
+struct Pattern {
+  std::vector<Element> elements;
+  int spanFirst = 0;  ///< elements of the faulty part
+  int spanLast = -1;
+  std::vector<std::vector<std::string>> fixes;  ///< templates, each a list of words
+};
+
 struct Example {
   std::string wrong;
   std::string corrected;  ///< empty when the file names none
@@ -71,11 +79,8 @@ struct Rule {
   std::string message;  ///< "{}" stands for the faulty words, "{fix}" for the first correction
   Certainty certainty = Certainty::kSure;
   int weight = 50;    ///< the surer of two faults has the greater one, 0 to 100
-  std::string check;  ///< name of the function that finds the fault; empty for a pattern
-  std::vector<Element> pattern;
-  int spanFirst = 0;  ///< elements of the faulty part
-  int spanLast = -1;
-  std::vector<std::vector<std::string>> fixes;  ///< templates, each a list of words
+  std::string check;  ///< name of the function that finds the fault; empty for patterns
+  std::vector<Pattern> patterns;
   std::vector<Guard> guards;
   std::vector<Example> wrong;
   std::vector<std::string> right;

@@ -111,33 +111,37 @@ class RuleReader {
   }
 
   void ReadFixes(std::string_view rest) {
+    if (rule_.patterns.empty()) Fail("a fix belongs to the pattern above it");
+    auto& fixes = rule_.patterns.back().fixes;
     if (rest == "-") {
-      rule_.fixes.emplace_back();
+      fixes.emplace_back();
       return;
     }
     std::size_t at = 0;
     while (at <= rest.size()) {
       const auto bar = std::min(rest.find(" | ", at), rest.size());
-      rule_.fixes.push_back(Split(rest.substr(at, bar - at), ' '));
+      fixes.push_back(Split(rest.substr(at, bar - at), ' '));
       at = bar + 3;
     }
   }
 
   void ReadPattern(std::string_view rest) {
+    Pattern pattern;
     bool closed = false;
     for (std::string text : Split(rest, ' ')) {
       if (text.size() > 1 && text[0] == '(') {
-        rule_.spanFirst = static_cast<int>(rule_.pattern.size());
+        pattern.spanFirst = static_cast<int>(pattern.elements.size());
         text.erase(0, 1);
       }
       const bool closes = text.size() > 1 && text.back() == ')';
       if (closes) text.pop_back();
-      rule_.pattern.push_back(ReadElement(text));
-      if (closes) rule_.spanLast = static_cast<int>(rule_.pattern.size()) - 1;
+      pattern.elements.push_back(ReadElement(text));
+      if (closes) pattern.spanLast = static_cast<int>(pattern.elements.size()) - 1;
       closed = closed || closes;
     }
-    if (rule_.pattern.empty()) Fail("empty pattern");
-    if (!closed) rule_.spanLast = static_cast<int>(rule_.pattern.size()) - 1;
+    if (pattern.elements.empty()) Fail("empty pattern");
+    if (!closed) pattern.spanLast = static_cast<int>(pattern.elements.size()) - 1;
+    rule_.patterns.push_back(std::move(pattern));
   }
 
   Element ReadElement(std::string text) const {
@@ -168,7 +172,7 @@ class RuleReader {
     if (rule_.name.empty() || rule_.code.empty() || rule_.message.empty()) {
       Fail(fmt::format("rule {} wants a code and a message", rule_.name));
     }
-    if (rule_.pattern.empty() == rule_.check.empty()) {
+    if (rule_.patterns.empty() == rule_.check.empty()) {
       Fail(fmt::format("rule {} wants either a pattern or a check", rule_.name));
     }
     if (!book_.byName_.emplace(rule_.name, book_.rules_.size()).second) {

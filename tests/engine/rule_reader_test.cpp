@@ -26,6 +26,7 @@ TEST(RuleReader, NamesFileAndLineOfAMistake) {
       {head + "pattern :nonsense\n", "x.rules:4"},
       {head + "pattern $nowhere\n", "x.rules:4: unknown list $nowhere"},
       {head + "level strict\npattern x\n", "x.rules:4"},
+      {head + "fix x\npattern y\n", "x.rules:4: a fix belongs to the pattern above it"},
       {head, "rule a wants either a pattern or a check"},
       {"rule a\ncode AB01\npattern x\n", "wants a code and a message"},
       {head + "pattern x\n" + head + "pattern x\n", "rule a stands twice"},
@@ -82,6 +83,12 @@ TEST_F(PatternTest, ObeysItsGuards) {
   EXPECT_EQ(Match("pattern (tea)\nif before like\n", "Tea is what I like."), "");
   EXPECT_EQ(Match("pattern (tea)\nunless after now\n", "I like tea now."), "");
   EXPECT_EQ(Match("pattern i (like) tea\nunless anywhere tea\n", "I like tea."), "");
+}
+
+TEST_F(PatternTest, TriesEachPatternWithItsOwnFixes) {
+  const std::string two = "pattern (tea) now\nfix coffee\npattern drink (tea)\nfix {2:a}\n";
+  EXPECT_EQ(Match(two, "I like tea now."), "tea => coffee");
+  EXPECT_EQ(Match("pattern had (egg)\nfix {2:a}\npattern had (tea)\n", "I had egg."), "egg => an egg");
 }
 
 TEST_F(PatternTest, DropsACorrectionWhoseFormDoesNotExist) {
