@@ -114,10 +114,15 @@ TeacherReply ClassPageWith(const Visit& visit, const SchoolClass& schoolClass, c
                  schoolClass.id);
   Html content = BackLink(visit, "", "我的班級");
   content += Fill("<h1>{}</h1>{}", schoolClass.name, DoneNotice(visit));
+  const Html import = Panel("匯入學生名單", ImportForm(visit, schoolClass.id, errors.roster));
+  const Html rename = Panel("班級名稱", RenameForm(visit, schoolClass, errors.name));
+  // What went wrong stands where the teacher looks first.
+  if (!errors.roster.empty()) content += import;
+  if (!errors.name.empty()) content += rename;
   content += Panel("題目", topics);
   content += Panel("學生", PupilTable(visit, schoolClass.id));
-  content += Panel("匯入學生名單", ImportForm(visit, schoolClass.id, errors.roster));
-  content += Panel("班級名稱", RenameForm(visit, schoolClass, errors.name));
+  if (errors.roster.empty()) content += import;
+  if (errors.name.empty()) content += rename;
   return Page(visit, schoolClass.name, content, isRight ? 200 : 422);
 }
 

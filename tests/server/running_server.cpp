@@ -6,8 +6,6 @@
 
 namespace {
 
-constexpr const char* kPrefix = "/school/english";
-
 std::filesystem::path WithSettings(const std::filesystem::path& folder, const std::string& settings) {
   std::filesystem::create_directory(folder);
   if (!settings.empty()) WriteFile(folder / "server.set", settings);
@@ -29,8 +27,11 @@ marovane::SharedEngine::Load Scripted(marovane::SharedEngine::Judge judge) {
   return [judge = std::move(judge)] { return judge; };
 }
 
-RunningServer::RunningServer(marovane::SharedEngine::Load load, const std::string& settings)
-    : server_({"127.0.0.1", 0, kPrefix, WithSettings(folder_ / "data", settings)}, std::move(load)) {
+RunningServer::RunningServer(marovane::SharedEngine::Load load, const std::string& settings,
+                             marovane::SteadyClock clock)
+    : server_(
+          {.prefix = kPrefix, .dataDir = WithSettings(folder_ / "data", settings), .clock = std::move(clock)},
+          std::move(load)) {
   server_.EnsureAccount({kNumber, kPassword});
   server_.Start();
 }
@@ -54,6 +55,6 @@ std::string RunningServer::Ask(const std::string& page, const std::string& field
   return answer->body;
 }
 
-httplib::Result RunningServer::Get(const std::string& path) const {
-  return Client().Get(kPrefix + ("/" + path));
+httplib::Result RunningServer::Get(const std::string& path, const httplib::Headers& headers) const {
+  return Client().Get(kPrefix + ("/" + path), headers);
 }
