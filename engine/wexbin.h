@@ -19,8 +19,8 @@ struct Item {
   std::string Line() const;
 };
 
-/// Reads "wordbank.tables" and "chinese.tables". All questions are const and may be asked from several
-/// threads at once.
+/// Reads "wordbank.tables" and "chinese.tables" (made by the target wexbin_data). All questions are const and
+/// may be asked from several threads at once.
 class WordBank {
  public:
   /// Maps the language data of a folder (see tolvex::FindDataDir). Throws std::runtime_error with a readable
@@ -40,7 +40,8 @@ class WordBank {
   std::string Reply(std::string_view query) const;
 
   /// English for Chinese, traditional or simplified, UTF-8: the meanings of a single word, or a text put
-  /// together from the longest words known. What is no Chinese stays as it is. Empty for blank text.
+  /// together from the longest words known. What is no Chinese stays as it is. Empty for blank text. Throws
+  /// std::runtime_error when "chinese.tables", mapped at the first call, is missing or damaged.
   std::string Translate(std::string_view chinese) const;
 
  private:

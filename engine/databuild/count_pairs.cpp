@@ -6,6 +6,7 @@
 #include <cmath>
 #include <fstream>
 #include <stdexcept>
+#include <tuple>
 #include <unordered_map>
 #include <vector>
 
@@ -23,7 +24,7 @@ using wexbin::Pattern;
 constexpr int kLeastCount = 5;
 constexpr int kModernWeight = 3;  // present-day text against a library of older novels
 constexpr std::size_t kMostPartners = 40;
-constexpr double kLeastScore = 10.83;  // chance alone gives more in one case of a thousand
+constexpr double kLeastScore = 3.84;  // chance alone gives more in one case of twenty
 
 class Numbers {
  public:
@@ -73,6 +74,10 @@ struct Scored {
   std::uint8_t pattern = 0;
 };
 
+bool IsStronger(const Scored& a, const Scored& b) {
+  return std::tuple(a.score, a.count, b.key.partner) > std::tuple(b.score, b.count, a.key.partner);
+}
+
 class PairCounts {
  public:
   void Add(const Pair& pair, int weight) {
@@ -101,10 +106,7 @@ class PairCounts {
       best[fmt::format("{} {}", code, words_.Word(scored.key.head))].push_back(scored);
     }
     for (auto& [name, partners] : best) {
-      std::sort(partners.begin(), partners.end(), [this](const Scored& a, const Scored& b) {
-        return a.score != b.score ? a.score > b.score
-                                  : words_.Word(a.key.partner) < words_.Word(b.key.partner);
-      });
+      std::sort(partners.begin(), partners.end(), IsStronger);
       partners.resize(std::min(partners.size(), kMostPartners));
     }
     return best;
@@ -139,10 +141,16 @@ class PairCounts {
       const double score =
           LogLikelihood(count, heads_.at(Key{key.kind, key.head, group.head}.Packed()),
                         partners_.at(Key{key.kind, key.partner, 0}.Packed()), all_.at(group.Packed()));
-      if (count >= kLeastCount && score >= kLeastScore)
+      if (count >= kLeastCount && score >= LeastScore(key))
         scored.push_back({key, score, count, Commonest(patterns)});
     }
     return scored;
+  }
+
+  // Adverbs of degree go with most adjectives, so "very" is no more than chance anywhere: it is kept all the
+  // same.
+  static double LeastScore(const Key& key) {
+    return static_cast<PairKind>(key.kind) == PairKind::kAdjectiveAdverb ? 0 : kLeastScore;
   }
 
   static std::uint8_t Commonest(const Patterns& patterns) {

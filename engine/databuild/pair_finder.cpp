@@ -70,7 +70,7 @@ class Finder {
     for (int i = 0; i < Size(); ++i) {
       if (IsHeadNoun(i)) AddNoun(i);
       if (IsVerb(TagAt(i))) AddVerb(i);
-      if (IsAdjective(TagAt(i)) || TagAt(i) == Tag::VBN) AddAdjective(i);
+      AddAdjective(i);
     }
     return std::move(pairs_);
   }
@@ -228,10 +228,22 @@ class Finder {
     return at > from && IsMannerAdverb(at) && TagAt(at) == Tag::RB ? at : 0;
   }
 
+  // "fast asleep": the tagger takes such words for adverbs.
+  bool IsDescriber(int i) const {
+    if (IsAdjective(TagAt(i))) return true;
+    if (TagAt(i) == Tag::VBN) return CanBeAdjective(i);
+    const Word* word = lexicon_.Find(Lower(i));
+    return TagAt(i) == Tag::RB && word != nullptr && IsMostly(*word, kAdjectivePart);
+  }
+
+  // "wide awake": an adjective before one that stands alone is an adverb.
+  bool IsDegree(int i) const {
+    const bool both = TagAt(i) == Tag::JJ && (lexicon_.Parts(Lower(i)) & kAdverbPart) != 0;
+    return IsAdverb(TagAt(i)) || (both && VerbLemma(i - 1) == "be" && !IsNoun(TagAt(i + 2)));
+  }
+
   void AddAdjective(int i) {
-    const Tag tag = TagAt(i - 1);
-    if (TagAt(i) == Tag::VBN && !CanBeAdjective(i)) return;
-    if (!IsAdverb(tag) || IsOneOf(Lower(i - 1), kNoDegree)) return;
+    if (!IsDescriber(i) || !IsDegree(i - 1) || IsOneOf(Lower(i - 1), kNoDegree)) return;
     Add(PairKind::kAdjectiveAdverb, AdjectiveLemma(i), Lower(i - 1), {Pattern::kBefore, {}, false});
   }
 

@@ -85,7 +85,7 @@ void AddSynonyms(const WordNet& wordnet, const Lexicon& lexicon, const Glosses& 
     const WordNetPart& part = wordnet.find(name)->second;
     const SynonymLines synonyms(part, lexicon, glosses, name == "verb");
     for (const auto& [word, senses] : part.senses) {
-      if (!IsWorthShowing(lexicon, word)) continue;
+      if (word.find(' ') != std::string::npos || !IsWorthShowing(lexicon, word)) continue;
       const std::string lines = synonyms.Lines(word, senses);
       if (!lines.empty()) texts.emplace(std::string(code) + ' ' + word, lines);
     }

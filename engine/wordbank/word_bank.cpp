@@ -1,3 +1,5 @@
+#include <mutex>
+
 #include "engine/text/token.h"
 #include "engine/wexbin.h"
 #include "engine/wordbank/text_table.h"
@@ -31,15 +33,23 @@ std::string Item::Line() const { return note.empty() ? phrase : phrase + " >> " 
 
 struct WordBank::Data {
   explicit Data(const std::filesystem::path& dir)
-      : bankFile(dir / "wordbank.tables"),
-        chineseFile(dir / "chinese.tables"),
-        bank(bankFile, "bank"),
-        translator(chineseFile) {}
+      : bankFile(dir / "wordbank.tables"), bank(bankFile, "bank"), chinesePath(dir / "chinese.tables") {}
+
+  // Most users of the bank never translate: the dictionary is mapped at the first question.
+  const Translator& Chinese() {
+    std::call_once(chineseMapped, [this] {
+      chineseFile = std::make_unique<tolvex::TableFile>(chinesePath);
+      translator = std::make_unique<Translator>(*chineseFile);
+    });
+    return *translator;
+  }
 
   tolvex::TableFile bankFile;
-  tolvex::TableFile chineseFile;
   TextTable bank;
-  Translator translator;
+  std::filesystem::path chinesePath;
+  std::once_flag chineseMapped;
+  std::unique_ptr<tolvex::TableFile> chineseFile;
+  std::unique_ptr<Translator> translator;
 };
 
 WordBank::WordBank(const std::filesystem::path& dataDir) : data_(std::make_unique<Data>(dataDir)) {}
@@ -62,7 +72,7 @@ std::string WordBank::Reply(std::string_view query) const {
 }
 
 std::string WordBank::Translate(std::string_view chinese) const {
-  return data_->translator.Translate(chinese);
+  return data_->Chinese().Translate(chinese);
 }
 
 }  // namespace wexbin
