@@ -3,6 +3,7 @@
 #include "core/error_report.h"
 #include "core/provisioning.h"
 #include "core/version_check.h"
+#include "records/salvage.h"
 
 namespace {
 
@@ -55,7 +56,10 @@ Composition::Composition(Machine& machine, InstallationValues installation)
   hall.frmPassword.LeadsTo([this]() -> HallWindow& { return *frmPassword; });
   hall.frmFeedback.LeadsTo([this]() -> HallWindow& { return *frmFeedback; });
   hall.frmXQDLogin.LeadsTo([this]() -> HallWindow& { return *frmXQDLogin; });
-  hall.checkDatabaseBuild = [this] { CheckDatabaseBuild(program); };
+  hall.checkDatabaseBuild = [this] {
+    CheckDatabaseBuild(program);
+    MendRecords(program);
+  };
   hall.refreshUpdater = [this] { RefreshUpdater(program); };
   hall.checkVersion = [this] { CheckVersion(program); };
   hall.frmUpload.LeadsTo([this]() -> UploadRun& { return *frmUpload; });

@@ -28,7 +28,7 @@ std::string FirstLine(const std::string& text) { return Trim(text.substr(0, text
 bool IsDatabaseFile(const std::string& name) { return name.find(".mdb") != std::string::npos; }
 
 // Records are never deleted: they go into a folder of their own, under the time of day.
-void SetAside(const Program& program, const std::string& name) {
+Path SetAside(const Program& program, const std::string& name) {
   Files& files = program.machine.files;
   const Path folder = DataFolder(program) / "set-aside";
   files.CreateFolder(folder, true);
@@ -38,14 +38,7 @@ void SetAside(const Program& program, const std::string& name) {
       fmt::format("{}-{:02}{:02}{:02}-", FormatDatePadded(DayOf(program.machine.loop.Now()), ""),
                   time.hours().count(), time.minutes().count(), time.seconds().count());
   files.Rename(DataFolder(program) / name, folder / (stamp + name));
-}
-
-void SetDatabaseAside(const Program& program) {
-  // What was written last may still stand in the log beside the database.
-  for (const char* ending : {"", "-wal", "-shm"}) {
-    const std::string name = std::string("Marovane.mdb") + ending;
-    if (program.machine.files.FileExists(DataFolder(program) / name)) SetAside(program, name);
-  }
+  return folder / (stamp + name);
 }
 
 // Runs a self-extracting package to its end.
@@ -70,7 +63,7 @@ void UnpackRecords(Program& program) {
   Files& files = program.machine.files;
   files.CreateFolder(DataFolder(program), true);
   if (files.FileExists(RecordDatabase(program))) return;
-  RunPackage(program, "mrvdata.giz", "mrvdata.exe", DataFolder(program));
+  UnpackRecordsInto(program, DataFolder(program));
 }
 
 void UnpackEngine(Program& program) {
@@ -132,11 +125,28 @@ void CheckBuild(Program& program) {
   const Path stamp = DataFolder(program) / "dbver.set";
   files.CreateFolder(DataFolder(program), true);
   if (files.FileExists(stamp) && FirstLine(files.Read(stamp)) == kDatabaseBuild) return;
-  RunQuietly(program, [](Program& each) { SetDatabaseAside(each); });
+  RunQuietly(program, [](Program& each) { SetRecordsAside(each); });
   WriteNeedSync(program, "Y");
 }
 
 }  // namespace
+
+std::string SetRecordsAside(Program& program) {
+  std::string aside;
+  // What was written last may still stand in the log beside the database.
+  for (const char* ending : {"", "-wal", "-shm"}) {
+    const std::string name = std::string("Marovane.mdb") + ending;
+    if (!program.machine.files.FileExists(DataFolder(program) / name)) continue;
+    const std::string place = SetAside(program, name);
+    if (aside.empty()) aside = place;
+  }
+  return aside;
+}
+
+void UnpackRecordsInto(Program& program, const std::string& folder) {
+  program.machine.files.CreateFolder(folder, true);
+  RunPackage(program, "mrvdata.giz", "mrvdata.exe", folder);
+}
 
 void CheckDatabaseBuild(Program& program) { RunQuietly(program, CheckBuild); }
 

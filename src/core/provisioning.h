@@ -1,6 +1,7 @@
 // Working data: made sure at every start that it is there and of the right build.
 #pragma once
 
+#include <string>
 #include <string_view>
 
 struct Program;
@@ -11,6 +12,11 @@ inline constexpr std::string_view kDatabaseBuild = "20140302-2047";
 /// Sets a record database of another build aside and notes that the account's data has to come back from the
 /// server. Failures end it quietly.
 void CheckDatabaseBuild(Program& program);
+/// Sets the record database aside under the time of day, with the files that belong to it.
+/// @return where it stands now; "" when there was none. Throws RunTimeError.
+std::string SetRecordsAside(Program& program);
+/// Unpacks an empty record database into a folder, which is made when it is missing. Throws RunTimeError.
+void UnpackRecordsInto(Program& program, const std::string& folder);
 /// Unpacks the record database when it is missing, and the engine's data, behind a progress box. Tells the
 /// user when a database is still missing at the end.
 void UnpackDataFiles(Program& program);

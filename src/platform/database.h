@@ -10,6 +10,14 @@
 #include <variant>
 #include <vector>
 
+#include "platform/run_time_error.h"
+
+/// A file that is damaged, or no database at all.
+class DamagedDatabase : public RunTimeError {
+ public:
+  using RunTimeError::RunTimeError;
+};
+
 /// A value of a column or parameter: Null, a number, or UTF-8 text.
 using DbValue = std::variant<std::monostate, std::int64_t, std::string>;
 

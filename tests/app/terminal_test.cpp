@@ -186,15 +186,21 @@ TEST_F(TerminalTest, WalksAnEssayThroughItsCorrections) {
               ElementsAre(std::string(kRight) + "\r\nShe goes to school every day.|N"));
 }
 
-TEST_F(TerminalTest, DamagedRecordsAreReportedAndLeftAlone) {
-  ASSERT_EQ(Run({"records"}).status, 0);
+TEST_F(TerminalTest, DamagedRecordsAreSetAsideAndWhatCanBeReadIsCarriedOver) {
+  ASSERT_EQ(Run({"check", kRight}).status, 0);
   const fs::path records = root_ / "marovane" / "Marovane.mdb";
-  const std::string garbage(9000, 'x');
-  files_.Write(records, garbage, false);
-  const TerminalRun run = Run({"check", kRight});
-  EXPECT_EQ(run.status, 3) << run.output;
-  EXPECT_THAT(run.errors, HasSubstr("Marovane.mdb"));
-  EXPECT_EQ(Read(records), garbage);
+  std::string damaged = Read(records);
+  damaged.replace(0, 100, 100, 'x');
+  files_.Write(records, damaged, false);
+  const TerminalRun run = Run({"check", kWrong});
+  EXPECT_EQ(run.status, 1) << run.output << run.errors;
+  EXPECT_THAT(run.errors, AllOf(HasSubstr("已經損毀"), HasSubstr("set-aside")));
+  EXPECT_THAT(Recorded(), ElementsAre(std::string("ok|") + kRight + "|N|N|0|0|N",
+                                      std::string("err|") + kMarked + "|1|N|0|0|N", "times|1"));
+  const auto aside = files_.List(root_ / "marovane" / "set-aside");
+  ASSERT_FALSE(aside.empty());
+  EXPECT_EQ(Read(root_ / "marovane" / "set-aside" / aside[0]), damaged);
+  EXPECT_EQ(Run({"check", kRight}).errors, "") << "it is told once";
 }
 
 }  // namespace

@@ -21,6 +21,11 @@ struct CloseConnection {
 };
 using Connection = std::unique_ptr<sqlite3, CloseConnection>;
 
+[[noreturn]] void FailWith(int code, const std::string& text) {
+  if (code == SQLITE_CORRUPT || code == SQLITE_NOTADB) throw DamagedDatabase(text);
+  throw RunTimeError(text);
+}
+
 struct Statement {
   std::unique_ptr<sqlite3_stmt, CloseStatement> handle;
   bool isRunning = false;
@@ -89,7 +94,9 @@ class SqliteDatabase : public Database {
   }
 
  private:
-  [[noreturn]] void Fail() const { throw RunTimeError(sqlite3_errmsg(connection_.get())); }
+  [[noreturn]] void Fail() const {
+    FailWith(sqlite3_errcode(connection_.get()), sqlite3_errmsg(connection_.get()));
+  }
 
   // A statement whose rows are being handed over may be run again by who gets them: that takes another one.
   Statement& FreeStatement(std::string_view sql) {
@@ -157,7 +164,7 @@ std::unique_ptr<Database> Connect(const std::filesystem::path& path, int flags) 
     database->RunScript((flags & SQLITE_OPEN_READONLY) != 0 ? "PRAGMA schema_version"
                                                             : "PRAGMA journal_mode=WAL");
   } catch (const RunTimeError& error) {
-    throw RunTimeError(fmt::format("{}: {}", path.string(), error.what()));
+    FailWith(sqlite3_errcode(raw), fmt::format("{}: {}", path.string(), error.what()));
   }
   return database;
 }

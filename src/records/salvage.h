@@ -1,0 +1,16 @@
+// Records out of a database that is damaged.
+#pragma once
+
+#include "platform/database.h"
+
+struct Program;
+
+/// Copies what can still be read into an empty database, row by row, around damaged pages.
+/// @return the number of rows
+/// Throws RunTimeError when the empty one cannot be written; it then stays empty.
+int SalvageRows(Database& damaged, Database& empty);
+
+/// When `Marovane.mdb` is damaged: makes a new one of what can still be read, sets the damaged one aside, and
+/// tells the user. A kill at any point leaves the old file, or the new one with the old one set aside; the
+/// next start finishes the work. When something goes wrong, all stays as it was, and the user is told.
+void MendRecords(Program& program);
