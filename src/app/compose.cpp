@@ -65,8 +65,7 @@ Composition::Composition(Machine& machine, InstallationValues installation)
   hall.frmUpload.LeadsTo([this]() -> UploadRun& { return *frmUpload; });
   hall.frmSyncLogin.LeadsTo([this]() -> HallWindow& { return *frmSyncLogin; });
   hall.unpackDataFiles = [this] { UnpackDataFiles(program); };
+  hall.tellMissingData = [this] { TellMissingData(program); };
   hall.warmUpErrListDb = [this] { WarmUpErrListDb(program); };
-  machine.loop.onUnhandledError = [this](const std::exception& error) {
-    ReportUnhandledError(program, error);
-  };
+  ReportUnhandledErrors(program);
 }

@@ -17,23 +17,31 @@ void ShowEngineAddress(Program& program) {
   program.machine.loop.DoEvents();
 }
 
-std::optional<EngineAnswer> AskOnce(FrmMain& frmMain, const std::string& runCode,
+std::optional<EngineAnswer> AskOnce(Program& program, const std::string& runCode,
                                     const std::string& sentence) {
-  Program& program = frmMain.program;
-  if (!IsWebEngineOnline(program, true)) return std::nullopt;
   ShowEngineAddress(program);
   return ParseEngineReply(PostForm(program, program.app.gWebEngineRoot + "p_passWebEngine.asp",
                                    EngineRequestBody(program.app.gAccountNo, runCode, sentence)));
 }
 
+// Nothing more to do in this second: who is not there now will hardly be in the next moment.
+void AwaitTick(FrmMain& frmMain) {
+  const int now = frmMain.engineTicks;
+  frmMain.machine.loop.WaitUntil([&frmMain, now] { return frmMain.engineTicks != now; });
+}
+
 // The request is repeated as often as the server answers anything else.
 std::optional<EngineAnswer> AskUntilAnswered(FrmMain& frmMain, const std::string& sentence) {
-  const std::string runCode = MakeRunCode(frmMain.program.app.gEssayMode);
+  Program& program = frmMain.program;
+  const std::string runCode = MakeRunCode(program.app.gEssayMode);
   frmMain.engineTicks = 0;
   frmMain.tmrEngineResponse.Enabled = true;
   while (true) {
-    if (auto answer = AskOnce(frmMain, runCode, sentence)) return answer;
+    const bool isOnline = IsWebEngineOnline(program, true);
+    auto answer = isOnline ? AskOnce(program, runCode, sentence) : std::nullopt;
+    if (answer) return answer;
     if (frmMain.engineTicks >= kEngineTimeout) return std::nullopt;
+    if (!isOnline) AwaitTick(frmMain);
     frmMain.machine.loop.DoEvents();
   }
 }

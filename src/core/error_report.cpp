@@ -3,6 +3,8 @@
 #include <fmt/chrono.h>
 #include <fmt/format.h>
 
+#include <map>
+
 #include "core/message.h"
 #include "core/places.h"
 #include "core/program.h"
@@ -15,12 +17,29 @@
 
 namespace {
 
-void BringWindowsBack(Program& program) {
-  constexpr int kOffScreen = -20000;
-  for (Form* form : program.machine.windows.OpenForms()) {
-    form->Enabled = true;
-    if (form->Left <= kOffScreen) CenterForm(*form);
-  }
+constexpr int kOffScreen = -20000;
+
+/// Where a window stood when an event began.
+struct Place {
+  bool enabled = false;
+  int left = 0;
+};
+using Places = std::map<const Form*, Place>;
+
+Places PlacesOf(const Program& program) {
+  Places places;
+  for (const Form* form : program.machine.windows.OpenForms()) places[form] = {form->Enabled, form->Left};
+  return places;
+}
+
+// A window that the event itself has opened should stand where it can be seen, if it is to be seen at all.
+void BringBack(Form& form, const Places& before) {
+  const auto known = before.find(&form);
+  const bool isNew = known == before.end();
+  if (isNew || known->second.enabled) form.Enabled = true;
+  if (form.Left > kOffScreen) return;
+  if (isNew && form.Visible) CenterForm(form);
+  if (!isNew && known->second.left > kOffScreen) form.Left = known->second.left;
 }
 
 void WriteErrorLog(Program& program, const std::exception& error) {
@@ -36,8 +55,17 @@ void WriteErrorLog(Program& program, const std::exception& error) {
 
 }  // namespace
 
+void ReportUnhandledErrors(Program& program) {
+  EventLoop& loop = program.machine.loop;
+  loop.onHandler = [&program] {
+    return [&program, before = PlacesOf(program)] {
+      for (Form* form : program.machine.windows.OpenForms()) BringBack(*form, before);
+    };
+  };
+  loop.onUnhandledError = [&program](const std::exception& error) { ReportUnhandledError(program, error); };
+}
+
 void ReportUnhandledError(Program& program, const std::exception& error) {
-  BringWindowsBack(program);
   try {
     WriteErrorLog(program, error);
   } catch (const RunTimeError&) {

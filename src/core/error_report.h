@@ -5,6 +5,9 @@
 
 struct Program;
 
-/// Brings back windows that the failed event left disabled or off the screen, writes the detail to
-/// `error.log` in the folder for traces, and tells the user by message 404.
+/// Has the event loop report every error that no handler took. Windows that the failed event has left
+/// disabled or off the screen come back; those that stood so when it began stay as they are.
+void ReportUnhandledErrors(Program& program);
+
+/// Writes the detail to `error.log` in the folder for traces, and tells the user by message 404.
 void ReportUnhandledError(Program& program, const std::exception& error);

@@ -82,17 +82,6 @@ void RunQuietly(Program& program, void (*step)(Program&)) {
   }
 }
 
-void TellMissing(Program& program) {
-  const Files& files = program.machine.files;
-  const bool hasRecords = files.FileExists(RecordDatabase(program));
-  if (hasRecords && files.FileExists(ErrorTexts(program))) return;
-  const Path database = hasRecords ? ErrorTexts(program) : RecordDatabase(program);
-  program.app.gProgressDetail =
-      fmt::format("無法建立資料檔 {}，請檢查磁碟空間；套件 {} 也可能已經損毀，請重新安裝程式",
-                  database.filename().string(), hasRecords ? "tolvex.giz" : "mrvdata.giz");
-  FrmMessage::Ask(program, "404", 1, "OK", "1");
-}
-
 // A program's version stands in a file beside it; "" without one.
 std::string GetFileVersion(const Files& files, const Path& program) {
   const Path version = program.string() + ".version";
@@ -154,7 +143,17 @@ void UnpackDataFiles(Program& program) {
   FrmMessage::ProgressMsgBox(program, "3001", 0, "0");
   for (const auto step : {UnpackRecords, UnpackEngine, RemoveEngineCopy}) RunQuietly(program, step);
   program.frmMessage.Unload();
-  TellMissing(program);
+}
+
+void TellMissingData(Program& program) {
+  const Files& files = program.machine.files;
+  const bool hasRecords = files.FileExists(RecordDatabase(program));
+  if (hasRecords && files.FileExists(ErrorTexts(program))) return;
+  const Path database = hasRecords ? ErrorTexts(program) : RecordDatabase(program);
+  program.app.gProgressDetail =
+      fmt::format("無法建立資料檔 {}，請檢查磁碟空間；套件 {} 也可能已經損毀，請重新安裝程式",
+                  database.filename().string(), hasRecords ? "tolvex.giz" : "mrvdata.giz");
+  FrmMessage::Ask(program, "404", 1, "OK", "1");
 }
 
 void RefreshUpdater(Program& program) {

@@ -159,6 +159,7 @@ void FrmStartUp::PrepareProgram(Program& program) {
   InitApplicationState(program);
   RunStep(hall.checkDatabaseBuild);
   RunStep(hall.unpackDataFiles);
+  RunStep(hall.tellMissingData);  // once, also where a fresh home has been filled before
   RunStep(hall.refreshUpdater);
   RunStep(hall.showPublisherNews);
   if (app.gEdition == "XQD") RunCampusLogin(program);

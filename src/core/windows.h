@@ -122,6 +122,6 @@ struct Hall {
       frmPassword, frmBindSelect, frmXQDLogin, frmSyncLogin, frmDebug;
 
   // Steps of the start that live on higher floors or come with other rooms. An empty one is left out.
-  std::function<void()> checkDatabaseBuild, unpackDataFiles, refreshUpdater, showPublisherNews, checkVersion,
-      warmUpErrListDb;
+  std::function<void()> checkDatabaseBuild, unpackDataFiles, tellMissingData, refreshUpdater,
+      showPublisherNews, checkVersion, warmUpErrListDb;
 };

@@ -50,10 +50,12 @@ void EventLoop::Post(std::function<void()> task) {
 
 void EventLoop::RunHandler(const std::function<void()>& handler) {
   const HandlerScope scope(*this);
+  const std::function<void()> putRight = onHandler ? onHandler() : nullptr;
   try {
     handler();
   } catch (const std::exception& error) {
     if (!onUnhandledError) throw;
+    if (putRight) putRight();
     onUnhandledError(error);
   }
 }

@@ -31,6 +31,19 @@ std::string StoredDay(const std::string& told) {
   return IsoDay(day);
 }
 
+/// @param isFresh what the file held before goes
+bool WriteLog(Files& files, const std::string& folder, const std::string& text, bool isFresh) {
+  const std::string path = folder + "/debug.log";
+  try {
+    files.CreateFolder(folder, true);
+    if (isFresh && files.FileExists(path)) files.Delete(path);
+    files.Append(path, text);
+    return true;
+  } catch (const RunTimeError&) {
+    return false;
+  }
+}
+
 }  // namespace
 
 // The ids of many sentences of one second would not sort. So they tell times of their own, a second for each
@@ -79,21 +92,16 @@ std::string Reload::AskPage(const Stream& stream, const std::string& lastId) {
 
 // A trace for whoever looks for a fault of the server; without it the records come all the same.
 void Reload::Log(const Stream& stream, const std::string& reply) {
-  auto& files = program_.machine.files;
-  const std::string folder = TraceFolder(program_.machine.environment);
+  const Environment& environment = program_.machine.environment;
   std::string text;
   for (const std::string& line :
        {std::string(kRule), std::string(stream.title), std::string(kRule), reply, std::string(kRule)}) {
     text += line + kLineEnd;
   }
-  try {
-    files.CreateFolder(folder, true);
-    const std::string path = folder + "/debug.log";
-    if (stream.table == RecordTable::kOkSentence && files.FileExists(path)) files.Delete(path);
-    files.Append(path, text);
-  } catch (const RunTimeError&) {
-    return;
-  }
+  const bool isFresh = stream.table == RecordTable::kOkSentence;
+  const std::string beside = environment.programFolder.string();
+  if (WriteLog(program_.machine.files, beside, text, isFresh)) return;
+  WriteLog(program_.machine.files, TraceFolder(environment), text, isFresh);
 }
 
 std::vector<std::string> Reload::RowOf(const Stream& stream, const std::vector<std::string>& fields) {

@@ -176,9 +176,7 @@ TEST_F(LocalEngineTest, EqualsSignInTheSentenceCutsWhatComesBack) {
 }
 
 TEST_F(LocalEngineTest, MissingEngineIsReportedAndTheWindowComesBack) {
-  machine.loop.onUnhandledError = [this](const std::exception& error) {
-    ReportUnhandledError(program, error);
-  };
+  ReportUnhandledErrors(program);
   std::filesystem::remove(app.gEngineDir + "tolvex2.exe");
   const std::string engineDir = app.gEngineDir;
   app.gEngineDir = "/somewhere/else/";

@@ -102,6 +102,7 @@ TEST_F(WebEngineTest, SilenceOfThirtySecondsStopsTheCheck) {
   for (const auto& [name, prepare] : cases) {
     SCOPED_TRACE(name);
     prepare();
+    machine.http.requests.clear();
     ExpectMessage(kTimeout);
     const auto before = machine.loop.Elapsed();
     app.gVerdict = "PASS";
@@ -110,6 +111,7 @@ TEST_F(WebEngineTest, SilenceOfThirtySecondsStopsTheCheck) {
     ExpectStop("He goes.");
     EXPECT_FALSE(Main().tmrEngineResponse.Enabled());
   }
+  EXPECT_THAT(machine.http.requests, SizeIs(Le(31U))) << "who is gone is not asked without a pause";
   EXPECT_EQ(NeedSync(), "Y") << "Enter itself notes it";
 }
 
@@ -206,9 +208,7 @@ TEST_F(WebEngineTest, DetailMessageNamesTheEngine) {
 }
 
 TEST_F(WebEngineTest, FailingRecordIsReportedAndNothingTypedIsLost) {
-  machine.loop.onUnhandledError = [this](const std::exception& error) {
-    ReportUnhandledError(program, error);
-  };
+  ReportUnhandledErrors(program);
   machine.http.Route(kPage, "OK_1#A1#p.htm#He *go*.");
   Enter("He go.");
   const auto statements = [&] {
@@ -230,9 +230,7 @@ TEST_F(WebEngineTest, FailingRecordIsReportedAndNothingTypedIsLost) {
 }
 
 TEST_F(WebEngineTest, TransferThatBreaksAfterTheProbeIsReported) {
-  machine.loop.onUnhandledError = [this](const std::exception& error) {
-    ReportUnhandledError(program, error);
-  };
+  ReportUnhandledErrors(program);
   machine.http.RouteToNowhere(kPage);
   ExpectMessage("出現無法預期錯誤\r\nhttp://engine/p_passWebEngine.asp: no connection");
   Enter("He goes.");

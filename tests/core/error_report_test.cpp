@@ -11,9 +11,7 @@ using ::testing::HasSubstr;
 class ErrorReportTest : public CoreTest {
  protected:
   ErrorReportTest() {
-    machine.loop.onUnhandledError = [this](const std::exception& error) {
-      ReportUnhandledError(program, error);
-    };
+    ReportUnhandledErrors(program);
     main_.Width = 9000;
     main_.Height = 1500;
     machine.windows.Loaded(main_);
@@ -33,6 +31,7 @@ class ErrorReportTest : public CoreTest {
 };
 
 TEST_F(ErrorReportTest, WindowsComeBackAndTheTypedTextStays) {
+  main_.Left = 300;
   main_.txtInput.KeyDown = [this](int&) {
     main_.Enabled = false;
     main_.Left = -20000;
@@ -44,7 +43,7 @@ TEST_F(ErrorReportTest, WindowsComeBackAndTheTypedTextStays) {
   machine.user.Press(main_.txtInput, kKeyEscape);
   EXPECT_EQ(machine.user.Expected(), 0U);
   EXPECT_TRUE(main_.AcceptsInput());
-  EXPECT_EQ(main_.Left(), (machine.windows.screen.width - 9000) / 2);
+  EXPECT_EQ(main_.Left(), 300) << "where the user had it";
   EXPECT_EQ(main_.txtInput.Text(), "He go to school.");
   EXPECT_FALSE(program.frmMessage.IsLoaded()) << "the progress box does not outlive the error";
   EXPECT_EQ(Log(), "2026-11-05 09:00:00 disk full\n");
@@ -73,17 +72,45 @@ TEST_F(ErrorReportTest, LogThatCannotBeWrittenDoesNotHideTheError) {
   EXPECT_EQ(machine.user.Expected(), 0U);
 }
 
-TEST_F(ErrorReportTest, WindowsThatBelongOffTheScreenStayThere) {
-  FakeMain root(machine.machine);
-  machine.windows.Loaded(root);
-  root.Left = -10000;
-  main_.Left = 300;
+TEST_F(ErrorReportTest, WindowsThatWerePutAsideBeforeTheEventStayThere) {
+  const struct {
+    const char* what;
+    int left;
+    bool enabled;
+  } kCases[] = {{"the root window", -10000, true}, {"put aside by an essay", -20000, false}};
   main_.txtInput.Click = [] { throw RunTimeError("x"); };
-  ExpectMessage404("x");
+  main_.Left = 300;
+  for (const auto& c : kCases) {
+    FakeMain aside(machine.machine);
+    machine.windows.Loaded(aside);
+    aside.Left = c.left;
+    aside.Enabled = c.enabled;
+    ExpectMessage404("x");
+    machine.user.Click(main_.txtInput);
+    EXPECT_EQ(aside.Left(), c.left) << c.what;
+    EXPECT_EQ(aside.Enabled(), c.enabled) << c.what;
+    EXPECT_EQ(main_.Left(), 300);
+    machine.windows.Unloaded(aside);
+  }
+}
+
+TEST_F(ErrorReportTest, FailureOfATimerLeavesWhatTheRunningEventHasPutAside) {
+  Timer other(machine.loop, 10);
+  other.onTick = [&] {
+    other.Enabled = false;
+    throw RunTimeError("a clock");
+  };
+  main_.txtInput.Click = [&] {
+    main_.Enabled = false;
+    main_.Left = -20000;
+    other.Enabled = true;
+    machine.loop.WaitUntil([&] { return !other.Enabled() && machine.windows.TopModal() == nullptr; });
+    EXPECT_FALSE(main_.Enabled());
+    EXPECT_EQ(main_.Left(), -20000);
+  };
+  ExpectMessage404("a clock");
   machine.user.Click(main_.txtInput);
-  EXPECT_EQ(root.Left(), -10000);
-  EXPECT_EQ(main_.Left(), 300);
-  machine.windows.Unloaded(root);
+  EXPECT_EQ(machine.user.Expected(), 0U);
 }
 
 }  // namespace

@@ -7,6 +7,7 @@
 #include "core/message.h"
 #include "core/message_catalogue.h"
 #include "core/settings.h"
+#include "core/start_up.h"
 #include "tests/core/core_fixture.h"
 
 namespace {
@@ -69,14 +70,31 @@ TEST_F(ProvisioningTest, WhatCannotBeUnpackedIsToldAndNothingIsLost) {
   machine.processes.Install("mrvdata.exe", std::chrono::milliseconds{5});  // refuses its damaged package
   AnswerMissing("mrvdata.giz");
   UnpackDataFiles(program);
+  TellMissingData(program);
   fs::remove(machine.home / "program" / "giz" / "tolvex.giz");
   fs::remove_all(app.gEngineDir);
   Put(Data("Marovane.mdb"), "records");
   AnswerMissing("tolvex.giz");
   UnpackDataFiles(program);
+  TellMissingData(program);
   EXPECT_EQ(machine.user.Expected(), 0U);
   EXPECT_THAT(Content(Data("setup.set")), Optional(std::string("Pno=1\r\n")));
   EXPECT_THAT(Content(Data("Marovane.mdb")), Optional(std::string("records")));
+}
+
+TEST_F(ProvisioningTest, FreshHomeHearsOfAMissingDatabaseOnce) {
+  std::filesystem::remove_all(app.gTempDir);
+  machine.processes.Install("mrvdata.exe", std::chrono::milliseconds{5});
+  int attempts = 0;
+  program.hall.unpackDataFiles = [&] {
+    ++attempts;
+    UnpackDataFiles(program);
+  };
+  program.hall.tellMissingData = [this] { TellMissingData(program); };
+  AnswerMissing("mrvdata.giz");
+  FrmStartUp::PrepareProgram(program);
+  EXPECT_EQ(attempts, 2);
+  EXPECT_EQ(machine.user.Expected(), 0U);
 }
 
 TEST_F(ProvisioningTest, DatabaseOfAnotherBuildIsSetAsideWithItsLog) {

@@ -171,6 +171,7 @@ class StepsOfTheStart : public StartUpTest {
     const auto note = [this](const char* name) { return [this, name] { steps_.emplace_back(name); }; };
     hall.checkDatabaseBuild = note("build");
     hall.unpackDataFiles = note("unpack");
+    hall.tellMissingData = note("missing");
     hall.refreshUpdater = note("updater");
     hall.showPublisherNews = note("news");
     hall.checkVersion = note("version");
@@ -183,7 +184,7 @@ TEST_F(StepsOfTheStart, ComeInTheirOrder) {
   machine.environment.commandLine = " mrv ";
   FrmStartUp::PrepareProgram(program);
   EXPECT_EQ(app.gEdition, "MRV");
-  EXPECT_THAT(steps_, ElementsAre("build", "unpack", "updater", "news", "version"));
+  EXPECT_THAT(steps_, ElementsAre("build", "unpack", "missing", "updater", "news", "version"));
   machine.environment.commandLine = "";
   FrmStartUp::PrepareProgram(program);
   EXPECT_EQ(app.gEdition, "MRV");
@@ -218,11 +219,11 @@ TEST_F(StepsOfTheStart, CampusEditionLogsInFirst) {
   FakeLogin login(program);
   program.hall.frmXQDLogin.LeadsTo([&]() -> HallWindow& { return login; });
   FrmStartUp::PrepareProgram(program);
-  EXPECT_THAT(steps_, ElementsAre("build", "unpack", "updater", "news", "version"));
+  EXPECT_THAT(steps_, ElementsAre("build", "unpack", "missing", "updater", "news", "version"));
   login.Hide();
   login.succeeds = false;
   EXPECT_THROW(FrmStartUp::PrepareProgram(program), ProgramEnd) << "an earlier login counts for nothing";
-  EXPECT_THAT(steps_, SizeIs(5 + 4)) << "no version check after a refusal";
+  EXPECT_THAT(steps_, SizeIs(6 + 5)) << "no version check after a refusal";
 }
 
 class FrmStartUpTest : public StartUpTest {

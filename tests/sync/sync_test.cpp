@@ -175,6 +175,26 @@ TEST_F(SyncTest, LeavesTheRecordsAloneWhenTheServerTalksRubbish) {
   }
 }
 
+TEST_F(SyncTest, TracesTheStreamsBesideTheProgramOrElseInTheFolderOfTheUser) {
+  home.AddOk("Traced.");
+  home.Sync("UPLOAD");
+  auto& machine = school.machine;
+  const std::string rule = "'" + std::string(41, '=') + "\r\n";
+  const auto part = [&](const std::string& name, const std::string& reply) {
+    return rule + "' 呼叫下載 " + name + " 程序\r\n" + rule + reply + "\r\n" + rule;
+  };
+  const std::string trace = part("oksentence", "#Traced.#2026/11/5#0#0#N<@>FINISH") +
+                            part("errsentence", "FINISH") + part("essay", "FINISH");
+  school.Sync("NOMSG");
+  EXPECT_EQ(machine.realFiles.Read(machine.home / "program/debug.log"), trace);
+  std::filesystem::remove_all(machine.home / "program");
+  machine.realFiles.Write(machine.home / "program", "nobody can write into it", false);
+  school.machine.http.Queue("p_sync_checksum.asp", "DIFFERENT");
+  school.machine.http.Queue("p_sync_checksum.asp", "DIFFERENT");
+  school.Sync("NOMSG");
+  EXPECT_EQ(machine.realFiles.Read(machine.home / "state/marovane/debug.log"), trace);
+}
+
 TEST_F(SyncTest, TakesSqlInASentenceAsText) {
   home.machine.http.Route("p_sync_checksum.asp", "no");
   home.machine.http.Route("p_sync_client_new.asp", "FINISH");
