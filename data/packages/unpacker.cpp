@@ -7,6 +7,7 @@
 
 #include <cerrno>
 #include <charconv>
+#include <csignal>
 #include <cstdio>
 #include <filesystem>
 #include <system_error>
@@ -117,6 +118,7 @@ int main(int argc, char** argv) {
   try {
     if (argc != 3 || std::string_view(argv[1]) != "-d") throw std::runtime_error("usage: -d DIRECTORY");
     umask(0077);
+    std::signal(SIGXFSZ, SIG_IGN);  // a limit of the size of files is told like a full disk
     const std::string package = ReadWhole("/proc/self/exe");
     Unpack(Entries(FilesPart(package)), argv[2]);
     return 0;

@@ -114,8 +114,9 @@ void CheckBuild(Program& program) {
   const Path stamp = DataFolder(program) / "dbver.set";
   files.CreateFolder(DataFolder(program), true);
   if (files.FileExists(stamp) && FirstLine(files.Read(stamp)) == kDatabaseBuild) return;
-  RunQuietly(program, [](Program& each) { SetRecordsAside(each); });
+  // First, so that a disk that is full leaves the old stamp, and the next start does all of it again.
   WriteNeedSync(program, "Y");
+  RunQuietly(program, [](Program& each) { SetRecordsAside(each); });
 }
 
 }  // namespace
