@@ -38,7 +38,7 @@ class FrmMain : public Form, public MainWindow {
   /// text.
   /// @param action "CHECK_SELECT_TEXT", "CHECK_CHINESE" or "" for both
   /// @return the text taken, "" when there is none
-  std::string CheckInputText(const std::string& action, const std::string& text);
+  std::string CheckInputText(const std::string& action, const std::string& text) override;
   /// English for a Chinese text; "" when no translation was had.
   std::string TranslateText(const std::string& text);
   void imgMenu_Click(int index);

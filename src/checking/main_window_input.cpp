@@ -4,6 +4,7 @@
 #include "core/server_access.h"
 #include "core/settings.h"
 #include "core/text_utility.h"
+#include "platform/run_time_error.h"
 #include "platform/text_encoding.h"
 
 namespace {
@@ -43,13 +44,18 @@ void FrmMain::TranslateInput(const std::string& chinese) {
   machine.loop.DoEvents();
   txtInput.Text = result;
   txtInput.SelStart = Len(result);
+  if (result.empty()) FrmMessage::Ask(program, "55", 1, "OK", "1");
 }
 
 std::string FrmMain::TranslateText(const std::string& text) {
   if (!IsWebEngineOnline(program, true)) return "";
-  const std::string reply = PostForm(program, program.app.gWebEngineRoot + "p_com_translate.asp",
-                                     std::string(kAccessKey) + "&ls=zh-TW&q=" + Replace(text, " ", "%20"));
-  return reply.starts_with("OK") ? Replace(reply, "OK#", "") : "";
+  try {
+    const std::string reply = PostForm(program, program.app.gWebEngineRoot + "p_com_translate.asp",
+                                       std::string(kAccessKey) + "&ls=zh-TW&q=" + Replace(text, " ", "%20"));
+    return reply.starts_with("OK") ? Replace(reply, "OK#", "") : "";
+  } catch (const RunTimeError&) {
+    return "";
+  }
 }
 
 std::string FrmMain::CheckInputText(const std::string& action, const std::string& text) {

@@ -35,6 +35,7 @@ class MainWindow : public HallWindow {
   virtual RichTextBox& InputBox() = 0;
   virtual Control& MenuButton(int index) = 0;
   virtual void SetInputTextStyle(int mode) = 0;
+  virtual std::string CheckInputText(const std::string& action, const std::string& text) = 0;
   virtual void PassStringToEngine() = 0;
   virtual void CloseAppProcdure() = 0;
 };

@@ -1,10 +1,10 @@
 #include "settings/feedback.h"
 
 #include "core/message.h"
+#include "core/options.h"
 #include "core/server_access.h"
 #include "core/set_file.h"
 #include "core/text_utility.h"
-#include "settings/options.h"
 
 namespace {
 

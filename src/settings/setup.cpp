@@ -4,9 +4,9 @@
 #include <array>
 
 #include "core/message.h"
+#include "core/options.h"
 #include "core/settings.h"
 #include "core/text_utility.h"
-#include "settings/options.h"
 
 namespace {
 

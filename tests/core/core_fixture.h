@@ -5,6 +5,7 @@
 
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "core/program.h"
 #include "core/windows.h"
@@ -19,11 +20,16 @@ class FakeMain : public Form, public MainWindow {
   RichTextBox& InputBox() override { return txtInput; }
   Control& MenuButton(int /*index*/) override { return txtInput; }
   void SetInputTextStyle(int /*mode*/) override {}
+  std::string CheckInputText(const std::string& /*action*/, const std::string& text) override {
+    checked.push_back(text);
+    return text;
+  }
   void PassStringToEngine() override {}
   void CloseAppProcdure() override { ++closings; }
 
   RichTextBox txtInput{*this, "txtInput"};
   int closings = 0;
+  std::vector<std::string> checked;  ///< texts that CheckInputText was given
 };
 
 /// Paths stand as after a start, with TMP as the root; the folders are there.

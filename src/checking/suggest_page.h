@@ -1,0 +1,23 @@
+// Word partners and near-synonyms for a right sentence, as a page with a choice.
+#pragma once
+
+#include <string>
+#include <vector>
+
+struct Suggestion {
+  std::string value;  ///< what a pick sends: a query to the word bank, "" for an item that cannot be asked
+  std::string text;   ///< what is shown
+};
+
+/// The query that an item "word speech partner speech" stands for, such as "rain,CNV"; "" when its parts of
+/// speech (名詞, 動詞, 形容詞) and those of the partner make none.
+std::string GetSuggestParameter(const std::string& item);
+
+/// Items of a list that parts them by `separator`. Blank ones are left out.
+/// @param kind "COL": items as GetSuggestParameter takes them; "SYN": items `value||text`, left out when
+///             either side is empty
+std::vector<Suggestion> ReadSuggestions(const std::string& kind, const std::string& list,
+                                        const std::string& separator);
+
+/// The page; a pick navigates to "cmd:suggest:" and the value.
+std::string SuggestPage(const std::string& programFolder, const std::vector<Suggestion>& suggestions);

@@ -1,0 +1,138 @@
+// What the buttons of the word helper ask for, and the outside sources.
+#include <array>
+
+#include "core/digest.h"
+#include "core/message.h"
+#include "core/options.h"
+#include "core/server_access.h"
+#include "core/text_utility.h"
+#include "platform/chinese.h"
+#include "platform/desktop.h"
+#include "wordhelper/collocation.h"
+#include "wordhelper/pair_code.h"
+#include "wordhelper/user_act.h"
+#include "wordhelper/web_sources.h"
+
+namespace {
+
+constexpr std::array kSearchModes{"chn2eng", "eng2xpl", "collo"};
+
+void Clear(ComboBox& list) {
+  list.Items = std::vector<std::string>{};
+  list.ListIndex = -1;
+}
+
+void AddItem(ComboBox& list, const std::string& item) {
+  auto items = list.Items();
+  items.push_back(item);
+  list.Items = items;
+}
+
+// The item of a hidden list beside the chosen item of the shown one.
+std::string Beside(const ComboBox& shown, const ComboBox& hidden) {
+  return hidden.Items().at(static_cast<std::size_t>(shown.ListIndex()));
+}
+
+}  // namespace
+
+void FrmCollocation::picButtons_Click(int index) {
+  arrowTicks_ = 0;
+  if (index == 2) {
+    const auto phrase = Split(cboCollect.Text(), ">>");
+    pickedPhrase_ = phrase.empty() ? "" : Trim(phrase[0]);
+    return picSearchs_Click(2);
+  }
+  const std::string word = Trim(txtKeyword(index).Text());
+  if (word.empty()) {
+    FrmMessage::Ask(program_, "25", 1, "OK", "0");
+  } else if (index == 0) {
+    AskPartners(word);
+  } else {
+    AskSynonyms(word);
+  }
+}
+
+void FrmCollocation::AskPartners(const std::string& word) {
+  program_.app.gSuggestMode = "collo";
+  std::string para = word;
+  for (const auto& pair : kPairCodes) {
+    if (optPara1(pair.word).Value && optPara2(pair.partner).Value) para += "," + std::string(pair.code);
+  }
+  PassEngineCheckWBank(para);
+}
+
+void FrmCollocation::AskSynonyms(const std::string& word) {
+  program_.app.gSuggestMode = "similar";
+  const int chosen = SelectedOption(optPara3);
+  PassEngineCheckWBank(word + "," + std::string(kSynonymCodes.at(static_cast<std::size_t>(chosen))));
+}
+
+// Sources of Chinese want simplified characters, percent-encoded.
+std::string FrmCollocation::TextToSearch(int index) {
+  if (index == 2) return pickedPhrase_;
+  const std::string text = Trim(txtFreeword(index).Text());
+  return index == 0 ? UrlEncodeUtf8(Trim(machine.chinese.ToSimplified(text))) : text;
+}
+
+void FrmCollocation::picSearchs_Click(int index) {
+  auto& app = program_.app;
+  if (cboWebSource(index).ListIndex < 0) {
+    FrmMessage::Ask(program_, "54", 1, "OK", "0");
+    return;
+  }
+  app.gSuggestMode = kSearchModes.at(static_cast<std::size_t>(index));
+  const WebSource source{.name = cboWebSource(index).Text(),
+                         .kind = "",
+                         .lang = Beside(cboWebSource(index), cboWebSourceLang(index)),
+                         .url = Beside(cboWebSource(index), cboWebSourceUrl(index))};
+  machine.desktop.OpenOutside(source.AddressOf(TextToSearch(index)));
+  UpdateUserAct(program_, app.gAccountNo, app.gSuggestMode);
+}
+
+void FrmCollocation::GetCollectUrlSet(std::string& result) {
+  result = FetchWebSources(program_);
+  if (result == kConnectFailed) return;
+  for (int i = 0; i < cboWebSource.Count(); ++i) {
+    for (ComboBox* list : {&cboWebSource(i), &cboWebSourceLang(i), &cboWebSourceUrl(i)}) Clear(*list);
+  }
+  const WebSourceList list = ParseWebSources(result);
+  for (const auto& source : list.sources) {
+    AddSource(source);
+    machine.loop.DoEvents();
+  }
+  ChooseSources();
+  if (list.isFaulty) FrmMessage::Ask(program_, "53", 1, "OK", "1");
+}
+
+void FrmCollocation::AddSource(const WebSource& source) {
+  const auto addTo = [&](int index) {
+    AddItem(cboWebSource(index), source.name);
+    AddItem(cboWebSourceLang(index), source.lang);
+    AddItem(cboWebSourceUrl(index), source.url);
+  };
+  if (source.kind == "cn") return addTo(0);
+  addTo(1);
+  addTo(2);
+}
+
+// As at the last close; a list without entries has nothing to choose.
+void FrmCollocation::ChooseSources() {
+  const ChosenSources chosen = ReadChosenSources(program_);
+  for (int i = 0; i < cboWebSource.Count(); ++i) {
+    const auto& names = cboWebSource(i).Items();
+    if (names.empty()) continue;
+    cboWebSource(i).ListIndex = IndexOfChosen(names, chosen.at(static_cast<std::size_t>(i)));
+  }
+}
+
+// A list that came up empty keeps the choice of the time before.
+void FrmCollocation::SaveSources() {
+  ChosenSources chosen = ReadChosenSources(program_);
+  bool hasChoice = false;
+  for (int i = 0; i < cboWebSource.Count(); ++i) {
+    if (cboWebSource(i).ListIndex < 0) continue;
+    chosen.at(static_cast<std::size_t>(i)) = cboWebSource(i).Text();
+    hasChoice = true;
+  }
+  if (hasChoice) WriteChosenSources(program_, chosen);
+}

@@ -1,0 +1,95 @@
+#include "wordhelper/web_sources.h"
+
+#include <algorithm>
+
+#include "core/digest.h"
+#include "core/program.h"
+#include "core/server_access.h"
+#include "core/text_utility.h"
+#include "platform/files.h"
+#include "platform/machine.h"
+#include "platform/run_time_error.h"
+#include "platform/text_encoding.h"
+
+namespace {
+
+constexpr std::string_view kRecordEnd = "<@>";
+constexpr std::size_t kFields = 4;
+
+std::string LowerCase(std::string text) {
+  std::ranges::transform(text, text.begin(), [](char sign) {
+    return sign >= 'A' && sign <= 'Z' ? static_cast<char>(sign + 32) : sign;
+  });
+  return text;
+}
+
+std::string ChoiceFile(const Program& program) { return program.app.gTempDir + "/marovane/websource.set"; }
+
+bool IsDigit(const std::string& text) { return text.size() == 1 && text[0] >= '0' && text[0] <= '9'; }
+
+std::string LineOf(std::string_view bytes) {
+  if (bytes.ends_with('\r')) bytes.remove_suffix(1);
+  try {
+    return Trim(FromBig5(bytes));
+  } catch (const RunTimeError&) {
+    return "";
+  }
+}
+
+}  // namespace
+
+std::string WebSource::AddressOf(const std::string& text) const {
+  const std::string address = Replace(url, kSearchedText, text);
+  return lang == "cn" ? UrlEncodeUtf8(address) : address;
+}
+
+std::string FetchWebSources(Program& program) {
+  if (!IsServerOnline(program)) return std::string(kConnectFailed);
+  try {
+    const std::string reply =
+        PostForm(program, program.app.gServerUrlRoot + "p_getwebhelper.asp", std::string(kAccessKey));
+    // Before anything is split: "#" may part the fields.
+    return Replace(reply, "##String2chk##", kSearchedText);
+  } catch (const RunTimeError&) {
+    return std::string(kConnectFailed);
+  }
+}
+
+WebSourceList ParseWebSources(const std::string& reply) {
+  const std::string_view separator = reply.find("||") == std::string::npos ? "#" : "||";
+  WebSourceList list;
+  for (const auto& record : Split(reply, kRecordEnd)) {
+    if (record.empty()) break;
+    const auto fields = Split(record, separator);
+    if (fields.size() < kFields) {
+      list.isFaulty = true;
+    } else {
+      list.sources.push_back({fields[0], LowerCase(fields[1]), LowerCase(fields[2]), fields[3]});
+    }
+  }
+  return list;
+}
+
+bool HasChosenSources(Program& program) { return program.machine.files.FileExists(ChoiceFile(program)); }
+
+ChosenSources ReadChosenSources(Program& program) {
+  ChosenSources chosen;
+  if (!HasChosenSources(program)) return chosen;
+  const auto lines = Split(program.machine.files.Read(ChoiceFile(program)), "\n");
+  for (std::size_t i = 0; i < std::min(chosen.size(), lines.size()); ++i) chosen[i] = LineOf(lines[i]);
+  return chosen;
+}
+
+void WriteChosenSources(Program& program, const ChosenSources& chosen) {
+  std::string bytes;
+  for (const auto& name : chosen) bytes += ToBig5(name) + "\r\n";
+  RewriteFile(program.machine.files, ChoiceFile(program), bytes, true);
+}
+
+int IndexOfChosen(const std::vector<std::string>& names, const std::string& chosen) {
+  const auto found = std::ranges::find(names, chosen);
+  if (!chosen.empty() && found != names.end()) return static_cast<int>(found - names.begin());
+  if (!IsDigit(chosen)) return 0;
+  const int number = chosen[0] - '0';
+  return number < static_cast<int>(names.size()) ? number : 0;
+}

@@ -1,0 +1,212 @@
+// One question to the word bank, by its local engine or by the server's.
+#include "core/engine_exchange.h"
+#include "core/message.h"
+#include "core/process_control.h"
+#include "core/server_access.h"
+#include "core/set_file.h"
+#include "core/text_utility.h"
+#include "platform/files.h"
+#include "platform/run_time_error.h"
+#include "wordhelper/collocation.h"
+#include "wordhelper/user_act.h"
+#include "wordhelper/word_bank_text.h"
+
+namespace {
+
+constexpr const char* kWordBankName = "wexbin.exe";
+constexpr const char* kAnswerKey = "collocationListHtm";
+constexpr std::string_view kNotFound = "找不到";
+
+}  // namespace
+
+void FrmCollocation::PassEngineCheckWBank(const std::string& para) {
+  HideButtons();
+  try {
+    if (program_.app.gUseWebEngineWbank) {
+      PassEngineCheckWBankWeb(para);
+    } else {
+      PassEngineCheckWBankLocal(para);
+    }
+  } catch (const RunTimeError&) {
+    GiveButtonsBack();
+    throw;
+  }
+  GiveButtonsBack();
+}
+
+void FrmCollocation::HideButtons() {
+  for (int i = 0; i < picButtons.Count(); ++i) picButtons(i).Visible = false;
+}
+
+void FrmCollocation::GiveButtonsBack() {
+  picButtons(0).Visible = true;
+  picButtons(1).Visible = true;
+}
+
+void FrmCollocation::StartTicks() {
+  engineTicks_ = 0;
+  tmrEngineResponse.Enabled = true;
+}
+
+void FrmCollocation::ShowProgress(const char* msgId) {
+  FrmMessage::ProgressMsgBox(program_, msgId, 0, "0");
+  machine.loop.DoEvents();
+}
+
+void FrmCollocation::EndProgress() {
+  program_.frmMessage->closeForm();
+  machine.loop.DoEvents();
+  Enabled = true;
+}
+
+void FrmCollocation::TellNothingCame() { FrmMessage::Ask(program_, "24", 1, "OK", "1"); }
+
+void FrmCollocation::TellNothingFound() {
+  cboCollect.Enabled = false;
+  FrmMessage::Ask(program_, "51", 1, "OK", "1");
+}
+
+void FrmCollocation::PassEngineCheckWBankLocal(const std::string& para) {
+  auto& app = program_.app;
+  KillProcessByName(machine.processes, kWordBankName);
+  ReadWriteSetFile(machine.files, app.gRegistryFile, "W", kAnswerKey, "");
+  ResetRegistrySet(machine.files, app.gRegistryFile, "REWRITE_LINE1");
+  Enabled = false;
+  ShowProgress("3007");
+  SettleDown(machine.loop, engineTicks_);
+  std::string path;
+  try {
+    path = RunEngine(para);
+  } catch (const RunTimeError&) {
+    EndProgress();
+    return TellNothingCame();
+  }
+  if (path.empty()) return TellNothingCame();  // and the window stays disabled
+  UpdateUserAct(program_, app.gAccountNo, app.gSuggestMode);
+  EndProgress();
+  if (app.gSuggestMode == "collo") ShowResultFile(path);
+}
+
+// The path of the result file, "" when the engine stayed silent.
+std::string FrmCollocation::RunEngine(const std::string& para) {
+  constexpr int kTimeout = 5;
+  StartHelper(program_, program_.app.gEngineDir, kWordBankName, {para});
+  StartTicks();
+  std::string path;
+  machine.loop.WaitUntil([&] {
+    path = ResultFile();
+    return !path.empty() || engineTicks_ >= kTimeout;
+  });
+  tmrEngineResponse.Enabled = false;
+  return path;
+}
+
+std::string FrmCollocation::ResultFile() {
+  if (IsProcessRunning(machine.processes, kWordBankName)) return "";
+  const std::string path = ReadWriteSetFile(machine.files, program_.app.gRegistryFile, "R", kAnswerKey, "");
+  return path == "0" ? "" : path;
+}
+
+void FrmCollocation::ShowResultFile(const std::string& path) {
+  std::vector<std::string> lines;
+  try {
+    lines = ResultLines(machine.files.Read(path));
+    machine.files.Delete(path);
+  } catch (const RunTimeError&) {
+    return TellNothingCame();
+  }
+  ResetRegistrySet(machine.files, program_.app.gRegistryFile, "REWRITE_LINE1");
+  ShowPartners(lines);
+}
+
+void FrmCollocation::ShowPartners(const std::vector<std::string>& items) {
+  if (items.empty()) return TellNothingFound();
+  lblCollectMessage.Caption = "";
+  ShowResultControls(true);
+  arrowTicks_ = 0;
+  tmrArrow.Enabled = true;
+  cboCollect.Enabled = true;
+  cboCollect.Items = items;
+  cboCollect.ListIndex = 0;
+  cboCollect_Click();
+}
+
+void FrmCollocation::ShowResultControls(bool visible) {
+  for (Control* control : {static_cast<Control*>(&lblCollectMessage), static_cast<Control*>(&lblSourceCap),
+                           static_cast<Control*>(&cboCollect), static_cast<Control*>(&cboWebSource(2)),
+                           static_cast<Control*>(&picButtons(2)), static_cast<Control*>(&imgArrow)}) {
+    control->Visible = visible;
+  }
+}
+
+void FrmCollocation::PassEngineCheckWBankWeb(const std::string& para) {
+  auto& app = program_.app;
+  const bool plainLines = app.gSuggestMode == "similar_2";
+  if (plainLines) app.gSuggestMode = "similar";
+  StartTicks();
+  Enabled = false;
+  ShowProgress("10002");
+  if (const auto payload = AskUntilAnswered(para)) {
+    UpdateUserAct(program_, app.gAccountNo, app.gSuggestMode);
+    EndProgress();
+    ShowReply(*payload, plainLines);
+  } else {
+    tmrEngineResponse.Enabled = false;
+    TellNothingCame();
+  }
+  Enabled = true;
+  machine.loop.DoEvents();
+  app.gSuggestMode.clear();
+}
+
+// The request is repeated as often as the server answers anything else.
+std::optional<std::string> FrmCollocation::AskUntilAnswered(const std::string& para) {
+  constexpr int kTimeout = 30;
+  while (true) {
+    const bool isOnline = IsWebEngineOnline(program_, true);
+    auto payload = isOnline ? AskOnce(para) : std::nullopt;
+    if (payload) return payload;
+    if (engineTicks_ >= kTimeout) return std::nullopt;
+    if (!isOnline) AwaitTick();
+    machine.loop.DoEvents();
+  }
+}
+
+// Who is not there now will hardly be in the next moment.
+void FrmCollocation::AwaitTick() {
+  machine.loop.WaitUntil([this, now = engineTicks_] { return engineTicks_ != now; });
+}
+
+std::optional<std::string> FrmCollocation::AskOnce(const std::string& para) {
+  constexpr std::string_view kSuccess = "OK_";
+  ShowEngineAddress();
+  try {
+    const std::string reply = PostForm(program_, program_.app.gWebEngineRoot + "p_passWebEngine_wbank.asp",
+                                       std::string(kAccessKey) + "&para=" + para);
+    if (!reply.starts_with(kSuccess)) return std::nullopt;
+    return Trim(std::string_view(reply).substr(kSuccess.size()));
+  } catch (const RunTimeError&) {
+    return std::nullopt;  // a broken transfer is no answer either
+  }
+}
+
+void FrmCollocation::ShowEngineAddress() {
+  auto& app = program_.app;
+  if (!app.gDetailMessage) return;
+  app.gProgressDetail = app.gWebEngineRoot;
+  ShowProgress("10002");
+  lblCaps.Caption = app.gWebEngineRoot;
+  machine.loop.DoEvents();
+}
+
+void FrmCollocation::ShowReply(const std::string& payload, bool plainLines) {
+  const auto items = PayloadItems(payload);
+  if (items.empty() || payload.find(kNotFound) != std::string::npos) return TellNothingFound();
+  if (program_.app.gSuggestMode == "collo") ShowPartners(items);
+  if (program_.app.gSuggestMode == "similar") ShowSynonyms(items, plainLines);
+}
+
+void FrmCollocation::ShowSynonyms(const std::vector<std::string>& items, bool plainLines) {
+  program_.hall.frmBrowser->GoWritePage(SynonymPage(items, plainLines), 1);
+  machine.loop.DoEvents();
+}

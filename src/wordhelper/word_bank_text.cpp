@@ -1,0 +1,31 @@
+#include "wordhelper/word_bank_text.h"
+
+#include "core/text_utility.h"
+#include "platform/text_encoding.h"
+#include "views/page_frame.h"
+
+std::vector<std::string> PayloadItems(const std::string& payload) {
+  std::vector<std::string> items;
+  for (const auto& piece : Split(payload, "<@>")) {
+    std::string item = Trim(piece);
+    if (!item.empty()) items.push_back(std::move(item));
+  }
+  return items;
+}
+
+std::vector<std::string> ResultLines(std::string_view bytes) {
+  auto lines = Split(FromBig5(bytes), "\n");
+  if (!lines.empty() && lines.back().empty()) lines.pop_back();  // what stands behind the last line end
+  if (!lines.empty()) lines.erase(lines.begin());
+  for (auto& line : lines) {
+    if (line.ends_with('\r')) line.pop_back();
+  }
+  return lines;
+}
+
+std::string SynonymPage(const std::vector<std::string>& items, bool plainLines) {
+  std::string page = BuildPageFrame("HEADER", "#FFFFFF") +
+                     "<div style='font-family:Cambria; color:#333333; font-size:15px; line-height:200%;'>";
+  for (const auto& item : items) page += item + (plainLines ? "\r\n" : "<br />");
+  return page + "</div>" + BuildPageFrame("FOOTER", "");
+}

@@ -1,0 +1,15 @@
+// What the word bank's two engines answer, as texts.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+/// Items of a web reply's payload: parted by "<@>", trimmed, without empty ones.
+std::vector<std::string> PayloadItems(const std::string& payload);
+/// Lines of a result file in CP950 behind its title line, as they stand, blank ones too. Throws RunTimeError
+/// for text that cannot be decoded.
+std::vector<std::string> ResultLines(std::string_view bytes);
+/// The page of a word's near-synonyms, one a line. With plainLines the lines end in CR LF, which a page shows
+/// as blanks.
+std::string SynonymPage(const std::vector<std::string>& items, bool plainLines);

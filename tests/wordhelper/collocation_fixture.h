@@ -1,0 +1,77 @@
+// The word helper beside a main window and a browser that only stand there, with a scripted server.
+#pragma once
+
+#include <gmock/gmock.h>
+
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "core/message.h"
+#include "core/set_file.h"
+#include "platform/text_encoding.h"
+#include "platform/window.h"
+#include "tests/core/core_fixture.h"
+#include "wordhelper/collocation.h"
+
+class PageKeeper : public Form, public Browser {
+ public:
+  explicit PageKeeper(Machine& theMachine) : Form(theMachine, "frmBrowser") {}
+  Form& AsForm() override { return *this; }
+  void GoNavigate(const std::string& /*url*/, int /*mode*/) override {}
+  void GoPostPage(const std::string& /*html*/, int /*mode*/) override {}
+  void GoWritePage(const std::string& html, int mode) override {
+    pages.push_back(std::to_string(mode) + html);
+  }
+  std::vector<std::string> pages;
+};
+
+class CollocationTest : public CoreTest {
+ protected:
+  static constexpr const char* kSites =
+      "字典||cn||cn||http://c/?q=<String2chk><@>例句||en||EN||http://e/<String2chk>/<String2chk><@>"
+      "Corpus||en||cn||http://k/中/<String2chk>";
+
+  CollocationTest() {
+    app.gAccountNo = "12-34 5";
+    app.gUseWebEngineWbank = true;
+    program.hall.frmMain.LeadsTo([this]() -> MainWindow& { return main; });
+    program.hall.frmBrowser.LeadsTo([this]() -> Browser& { return browser; });
+    auto& http = machine.http;
+    http.Route("p_getconn.asp", "ONLINE");
+    http.Route("p_all_webengine_get.asp", "OK_http://engine/");
+    http.Route("p_passWebEngine_conn.asp", "ONLINE");
+    http.Route("p_update_useract.asp", "OK_");
+    http.Route("p_getwebhelper.asp", ToBig5(kSites));
+  }
+
+  FrmCollocation& Helper() { return *frmCollocation; }
+  void ExpectMessage(const std::string& text) {
+    machine.user.OnModal([this, text](Form& form) {
+      auto& box = dynamic_cast<FrmMessage&>(form);
+      EXPECT_THAT(box.lblMessage.Caption(), ::testing::HasSubstr(text));
+      machine.user.Click(box.cmdOK);
+    });
+  }
+  void ExpectAllMessagesShown() { EXPECT_EQ(machine.user.Expected(), 0U); }
+  /// The notices of use that the server got, each as its word.
+  std::vector<std::string> Acts() {
+    std::vector<std::string> acts;
+    for (const auto& body : machine.http.Bodies("p_update_useract.asp")) {
+      EXPECT_THAT(body, ::testing::StartsWith("key=zorbelquinter&pno=12345&act="));
+      acts.push_back(body.substr(body.rfind('=') + 1));
+    }
+    return acts;
+  }
+  bool ShowsResults() {
+    auto& helper = Helper();
+    return helper.cboCollect.Visible() && helper.lblCollectMessage.Visible() &&
+           helper.lblSourceCap.Visible() && helper.cboWebSource(2).Visible() &&
+           helper.picButtons(2).Visible();
+  }
+  std::filesystem::path SourcesFile() { return app.gTempDir + "/marovane/websource.set"; }
+
+  FakeMain main{machine.machine};
+  PageKeeper browser{machine.machine};
+  Window<FrmCollocation> frmCollocation{[this] { return std::make_shared<FrmCollocation>(program); }};
+};

@@ -1,0 +1,243 @@
+#include "platform/run_time_error.h"
+#include "tests/wordhelper/collocation_fixture.h"
+#include "wordhelper/word_bank_text.h"
+
+namespace {
+
+using ::testing::AllOf;
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+using ::testing::Not;
+using ::testing::SizeIs;
+using Seconds = std::chrono::seconds;
+
+class WebQuery : public CollocationTest {
+ protected:
+  void Ask(const std::string& mode, const std::string& reply, const std::string& para = "rain,CNV") {
+    machine.http.Route("p_passWebEngine_wbank.asp", ToBig5(reply));
+    app.gSuggestMode = mode;
+    Helper().PassEngineCheckWBank(para);
+  }
+};
+
+TEST_F(WebQuery, PartnersFillTheList) {
+  Helper().Show();
+  Ask("collo", "OK_ rain falls >> 下雨<@>  <@> heavy rain ");
+  EXPECT_THAT(machine.http.Bodies("p_passWebEngine_wbank.asp"),
+              ElementsAre("key=zorbelquinter&para=rain,CNV"));
+  EXPECT_THAT(Helper().cboCollect.Items(), ElementsAre("rain falls >> 下雨", "heavy rain"));
+  EXPECT_EQ(Helper().cboCollect.ListIndex(), 0);
+  EXPECT_EQ(Helper().lblCollectMessage.Caption(), "查看含 [rain falls] 的例句");
+  EXPECT_TRUE(ShowsResults() && Helper().cboCollect.Enabled() && Helper().Enabled());
+  EXPECT_TRUE(Helper().picButtons(0).Visible() && Helper().picButtons(1).Visible());
+  EXPECT_EQ(app.gSuggestMode, "");
+  EXPECT_THAT(Acts(), ElementsAre("collo"));
+  EXPECT_TRUE(Helper().tmrEngineResponse.Enabled()) << "it is stopped by a time-out alone";
+}
+
+TEST_F(WebQuery, ArrowBlinksForFourSeconds) {
+  Helper().Show();
+  Ask("collo", "OK_heavy rain");
+  const auto before = machine.loop.Elapsed();
+  std::vector<bool> seen;
+  const auto watch = Helper().imgArrow.Visible.Watch([&](bool visible) { seen.push_back(visible); });
+  machine.loop.WaitUntil([this] { return !Helper().tmrArrow.Enabled(); });
+  EXPECT_EQ(machine.loop.Elapsed() - before, Seconds{4});
+  EXPECT_GE(seen.size(), 7U);
+  EXPECT_TRUE(Helper().imgArrow.Visible());
+}
+
+TEST_F(WebQuery, SynonymsBecomeAPage) {
+  const struct {
+    const char *mode, *page, *act;
+  } cases[] = {{"similar", ">glad<br />content >> 滿足<br /></div>", "similar"},
+               {"similar_2", ">glad\r\ncontent >> 滿足\r\n</div>", "similar"}};
+  for (const auto& [mode, page, act] : cases) {
+    Ask(mode, "OK_glad<@> <@>content >> 滿足<@>", "happy,SJ");
+    ASSERT_THAT(browser.pages, Not(IsEmpty()));
+    EXPECT_THAT(
+        browser.pages.back(),
+        AllOf(::testing::StartsWith("1<html>"), HasSubstr(page), HasSubstr("background-color: #FFFFFF;"),
+              HasSubstr("font-family:Cambria"), ::testing::EndsWith("</html>\r\n")));
+    EXPECT_EQ(Acts().back(), act);
+    EXPECT_FALSE(ShowsResults() || Helper().Visible());
+  }
+  Ask("other", "OK_glad");
+  EXPECT_THAT(browser.pages, SizeIs(2)) << "another mode shows nothing";
+  EXPECT_EQ(Acts().back(), "other");
+}
+
+TEST_F(WebQuery, NothingFoundKeepsTheOldList) {
+  Helper().Show();
+  Ask("collo", "OK_heavy rain");
+  for (const char* reply : {"OK_", "OK_   ", "OK_抱歉找不到資料<@>x", "OK_<@> <@>"}) {
+    ExpectMessage("抱歉，找不到任何搭配資料");
+    Ask("collo", reply);
+    ExpectAllMessagesShown();
+    EXPECT_THAT(Helper().cboCollect.Items(), ElementsAre("heavy rain"));
+    EXPECT_FALSE(Helper().cboCollect.Enabled());
+    EXPECT_TRUE(Helper().Enabled() && Helper().picButtons(0).Visible());
+    EXPECT_FALSE(Helper().picButtons(2).Visible()) << "it comes back with the next good reply";
+    EXPECT_EQ(app.gSuggestMode, "");
+  }
+  EXPECT_THAT(Acts(), SizeIs(5)) << "also when nothing was found";
+  Ask("collo", "OK_rain falls");
+  EXPECT_TRUE(ShowsResults() && Helper().cboCollect.Enabled());
+}
+
+TEST_F(WebQuery, AsksAgainUntilThirtySecondsAreOver) {
+  auto& http = machine.http;
+  Helper().Show();
+  http.Queue("p_passWebEngine_wbank.asp", "ERR_ENGINE");
+  http.Queue("p_passWebEngine_wbank.asp", "OK-no");
+  http.Queue("p_passWebEngine_wbank.asp",
+             [](const HttpRequest&) -> HttpResponse { throw RunTimeError("broken transfer"); });
+  Ask("collo", "OK_heavy rain");
+  EXPECT_THAT(http.Bodies("p_passWebEngine_wbank.asp"), SizeIs(4));
+  EXPECT_THAT(Helper().cboCollect.Items(), ElementsAre("heavy rain"));
+
+  const struct {
+    const char* what;
+    std::function<void()> breakIt;
+  } cases[] = {{"wrong replies", [] {}},
+               {"not reachable", [&] { http.RouteToNowhere("p_passWebEngine_conn.asp"); }}};
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.what);
+    c.breakIt();
+    if (c.what == std::string("not reachable")) {
+      http.RouteToNowhere("p_all_webengine_get.asp");
+    }
+    const auto before = machine.loop.Elapsed();
+    ExpectMessage("抱歉! 修辭引擎沒有回傳任何資料");
+    Ask("similar", "ERR_ENGINE");
+    ExpectAllMessagesShown();
+    EXPECT_GE(machine.loop.Elapsed() - before, Seconds{30});
+    EXPECT_LE(machine.loop.Elapsed() - before, Seconds{35});
+    EXPECT_TRUE(Helper().Enabled() && Helper().picButtons(1).Visible());
+    EXPECT_FALSE(Helper().tmrEngineResponse.Enabled());
+    EXPECT_EQ(app.gSuggestMode, "");
+  }
+  EXPECT_THAT(Acts(), ElementsAre("collo")) << "no use is told of a time-out";
+}
+
+TEST_F(WebQuery, TellsTheEngineItAsksInDetail) {
+  app.gDetailMessage = true;
+  Ask("collo", "OK_heavy rain");
+  EXPECT_EQ(Helper().lblCaps.Caption(), "http://engine/");
+}
+
+TEST_F(WebQuery, NoticeThatDoesNotArriveCostsNothing) {
+  machine.http.RouteToNowhere("p_update_useract.asp");
+  Ask("collo", "OK_heavy rain");
+  EXPECT_THAT(Helper().cboCollect.Items(), ElementsAre("heavy rain"));
+  machine.http.RouteToNowhere("p_getconn.asp");
+  Ask("collo", "OK_rain falls");
+  EXPECT_THAT(Acts(), SizeIs(1)) << "without a network none is sent";
+}
+
+class LocalQuery : public CollocationTest {
+ protected:
+  LocalQuery() {
+    app.gUseWebEngineWbank = false;
+    machine.realFiles.Write(app.gEngineDir + "wexbin.exe", "", false);
+  }
+  /// What the engine does: it writes its file, and its path into the exchange file.
+  void InstallEngine(const std::string& bytes,
+                     std::chrono::milliseconds time = std::chrono::milliseconds{700}) {
+    machine.processes.Install("wexbin.exe", time, [this, bytes](const ProcessStart&) {
+      Put(ResultFile(), bytes);
+      ReadWriteSetFile(machine.realFiles, app.gRegistryFile, "W", "collocationListHtm", ResultFile());
+    });
+  }
+  void Ask(const std::string& mode) {
+    app.gSuggestMode = mode;
+    Helper().PassEngineCheckWBank("rain,CNV");
+  }
+  std::string ResultFile() { return app.gEngineDir + "answer.txt"; }
+  std::string Registry() { return Content(app.gRegistryFile).value_or(""); }
+};
+
+TEST_F(LocalQuery, ReadsTheAnswerAsItStands) {
+  Put(app.gRegistryFile, "broken first line\r\nsentence=He goes.\r\n");
+  machine.processes.Add("wexbin.exe");
+  InstallEngine(ToBig5("<title>rain\r\n heavy rain >> 大雨 \r\n\r\nrain falls\r\n"));
+  Helper().Show();
+  Ask("collo");
+  EXPECT_EQ(machine.processes.terminated.size(), 1U) << "one that hung from the time before";
+  ASSERT_THAT(machine.processes.started, SizeIs(1));
+  EXPECT_THAT(machine.processes.started[0].arguments, ElementsAre("rain,CNV"));
+  EXPECT_EQ(machine.processes.started[0].program.string(), app.gEngineDir + "wexbin.exe");
+  EXPECT_EQ(machine.processes.started[0].workingFolder.string(), app.gEngineDir);
+  EXPECT_THAT(Helper().cboCollect.Items(), ElementsAre(" heavy rain >> 大雨 ", "", "rain falls"))
+      << "blank lines too";
+  EXPECT_EQ(Helper().lblCollectMessage.Caption(), "查看含 [heavy rain] 的例句");
+  EXPECT_TRUE(ShowsResults() && Helper().Enabled());
+  EXPECT_FALSE(Helper().tmrEngineResponse.Enabled());
+  EXPECT_EQ(Content(ResultFile()), std::nullopt);
+  EXPECT_THAT(Registry(), AllOf(::testing::StartsWith(kRegistryMarker), HasSubstr("sentence=He goes.")));
+  EXPECT_EQ(app.gSuggestMode, "collo") << "only the way over the server clears it";
+  EXPECT_THAT(Acts(), ElementsAre("collo"));
+}
+
+TEST_F(LocalQuery, SynonymsShowNothing) {
+  InstallEngine("<title>happy\r\nglad\r\n");
+  for (const char* mode : {"similar", "similar_2"}) {
+    Ask(mode);
+    EXPECT_THAT(browser.pages, IsEmpty());
+    EXPECT_FALSE(ShowsResults());
+    EXPECT_NE(Content(ResultFile()), std::nullopt) << "the file stays where it is";
+    EXPECT_EQ(app.gSuggestMode, mode);
+    EXPECT_EQ(Acts().back(), mode);
+    EXPECT_TRUE(Helper().Enabled() && Helper().picButtons(0).Visible() && Helper().picButtons(1).Visible());
+  }
+}
+
+TEST_F(LocalQuery, SilenceLeavesTheWindowDisabled) {
+  machine.processes.InstallHanging("wexbin.exe");
+  for (const bool writesNothing : {false, true}) {
+    if (writesNothing) machine.processes.Install("wexbin.exe", std::chrono::milliseconds{10});
+    Helper().Enabled = true;
+    const auto before = machine.loop.Elapsed();
+    ExpectMessage("抱歉! 修辭引擎沒有回傳任何資料");
+    Ask("collo");
+    ExpectAllMessagesShown();
+    EXPECT_GE(machine.loop.Elapsed() - before, Seconds{5});
+    EXPECT_LE(machine.loop.Elapsed() - before, Seconds{7});
+    EXPECT_FALSE(Helper().Enabled());
+    EXPECT_TRUE(Helper().picButtons(0).Visible() && Helper().picButtons(1).Visible());
+    EXPECT_EQ(app.gSuggestMode, "collo");
+    EXPECT_THAT(Acts(), IsEmpty());
+  }
+}
+
+TEST_F(LocalQuery, BadAnswersGetAWordAndGiveTheWindowBack) {
+  const struct {
+    const char *what, *message;
+    std::function<void()> arrange;
+  } cases[] = {
+      {"no engine", "修辭引擎沒有回傳任何資料", [] {}},
+      {"no file", "修辭引擎沒有回傳任何資料",
+       [this] {
+         machine.processes.Install("wexbin.exe", std::chrono::milliseconds{10}, [this](const ProcessStart&) {
+           ReadWriteSetFile(machine.realFiles, app.gRegistryFile, "W", "collocationListHtm", "/no/such");
+         });
+       }},
+      {"half a character", "修辭引擎沒有回傳任何資料",
+       [this] { InstallEngine("<title>rain\r\nheavy \xA4"); }},
+      {"only a title", "找不到任何搭配資料", [this] { InstallEngine("<title>rain"); }},
+      {"an empty file", "找不到任何搭配資料", [this] { InstallEngine(""); }},
+  };
+  Helper().Show();
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.what);
+    c.arrange();
+    ExpectMessage(c.message);
+    Ask("collo");
+    ExpectAllMessagesShown();
+    EXPECT_TRUE(Helper().Enabled() && Helper().picButtons(0).Visible());
+    EXPECT_THAT(Helper().cboCollect.Items(), IsEmpty());
+  }
+}
+
+}  // namespace
