@@ -27,7 +27,9 @@ std::filesystem::path EngineData(const Command& command) {
 void Serve(const Command& command) {
   HoldEndSignals();
   if (command.embedded) EndWithParent();
-  Server server(command.server, LoadTolvex(EngineData(command)));
+  ServerOptions options = command.server;
+  options.engineData = EngineData(command);
+  Server server(options, LoadTolvex(options.engineData));
   if (!command.accountFile.empty()) server.EnsureAccount(EnsureAccountFile(command.accountFile));
   server.Start();
   fmt::print("root={}\n", server.Root());

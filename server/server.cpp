@@ -91,13 +91,14 @@ bool ReadBody(const httplib::Request& request, const httplib::ContentReader& rea
 Server::Server(ServerOptions options, SharedEngine::Load load)
     : options_(std::move(options)),
       engine_(std::move(load)),
+      wordBank_(options_.engineData),
       settings_(ReadServerSettings(MadeFolder(options_.dataDir) / "server.set")),
       store_(OpenSqliteStore(options_.dataDir / "server.db")),
       school_(OpenSqliteSchoolStore(options_.dataDir / "server.db")),
       records_(options_.dataDir / "server.db"),
       results_(kKeptResults),
       accounts_(*store_),
-      services_{settings_, engine_, results_, *store_, *school_, accounts_, records_},
+      services_{settings_, engine_, wordBank_, results_, *store_, *school_, accounts_, records_},
       teachers_(*school_, *store_, engine_,
                 {options_.prefix + "/" + std::string(kTeacherFolder), settings_.behindProxy, options_.clock}),
       http_(std::make_unique<httplib::Server>()) {

@@ -25,6 +25,7 @@ struct ServerOptions {
   int port = 0;                      ///< 0 takes a free one
   std::string prefix;                ///< path above every page, "/like/this", or ""
   std::filesystem::path dataDir;     ///< made when missing, for its owner alone
+  std::filesystem::path engineData;  ///< the engine's language data, for the word bank
   bool openAccounts = false;         ///< as in ServerSettings
   bool teacherSite = true;           ///< serves the teachers' pages below "teacher/"
   SteadyClock clock = std::chrono::steady_clock::now;
@@ -64,6 +65,7 @@ class Server {
 
   ServerOptions options_;
   SharedEngine engine_;
+  SharedWordBank wordBank_;
   ServerSettings settings_;
   std::unique_ptr<Store> store_;
   std::unique_ptr<SchoolStore> school_;

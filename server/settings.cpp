@@ -21,6 +21,7 @@ ServerSettings ReadServerSettings(const std::filesystem::path& file) {
                           .behindProxy = values.Get("behindProxy") == "1",
                           .openAccounts = values.Get("openAccounts") == "1",
                           .schools = {},
+                          .webSources = ReadWebSources(file.parent_path() / "sources.set"),
                           .logins = {}};
   const KeyValues schools = KeyValues::Read(file.parent_path() / "schools.set");
   for (const auto& [login, server] : schools.Lines()) {

@@ -23,7 +23,7 @@ constexpr std::size_t kListLimit = 1000;
 constexpr std::array<std::string_view, 7> kKeptSettings = {"alwaysOnTop",   "autoCleanHistory", "autoKeyinPw",
                                                            "eduBackground", "feedbackErrData",  "FontSize",
                                                            "transformValue"};
-constexpr std::array<std::string_view, 3> kActs = {"collo", "similar", "similar_2"};
+constexpr std::array<std::string_view, 5> kActs = {"collo", "similar", "similar_2", "chn2eng", "eng2xpl"};
 
 template <typename Words>
 bool Holds(const Words& words, std::string_view word) {

@@ -14,11 +14,14 @@ constexpr const char* kAccessKey = "zorbelquinter";
 constexpr std::size_t kPackedPageLimit = 8 << 20;
 constexpr std::size_t kRecordsLimit = 64 << 20;
 
-constexpr std::array<Page, 23> kPages = {{
+constexpr std::array<Page, 26> kPages = {{
     {"p_getconn.asp", ServerProbe},
     {"p_all_webengine_get.asp", EngineAddress},
     {"p_passWebEngine_conn.asp", EngineProbe},
     {"p_passWebEngine.asp", CheckSentence, Page::Body::kPlain, 1 << 20, "s"},
+    {"p_passWebEngine_wbank.asp", AskWordBank, Page::Body::kPlain, 1 << 20, "para"},
+    {"p_com_translate.asp", TranslateText, Page::Body::kPlain, 1 << 20, "q"},
+    {"p_getwebhelper.asp", WebHelperSites},
     {"p_decode.asp", ShowPackedPage, Page::Body::kBrowserForm, kPackedPageLimit},
     {"p_all_engine_htm_rec.asp", ArchivePage, Page::Body::kBrowserForm, kPackedPageLimit},
     {"p_all_engine_htm_show.asp",

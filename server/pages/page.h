@@ -13,6 +13,7 @@
 #include "server/school_store.h"
 #include "server/settings.h"
 #include "server/shared_engine.h"
+#include "server/shared_word_bank.h"
 #include "server/store.h"
 
 namespace marovane {
@@ -21,6 +22,7 @@ namespace marovane {
 struct Services {
   const ServerSettings& settings;
   const SharedEngine& engine;
+  const SharedWordBank& wordBank;
   PageStore& results;
   Store& store;
   SchoolStore& school;
@@ -73,6 +75,9 @@ Reply EngineProbe(Services& services, const Call& call);
 Reply NewestVersion(Services& services, const Call& call);
 Reply PublisherNews(Services& services, const Call& call);
 Reply CheckSentence(Services& services, const Call& call);
+Reply AskWordBank(Services& services, const Call& call);
+Reply TranslateText(Services& services, const Call& call);
+Reply WebHelperSites(Services& services, const Call& call);
 Reply ShowPackedPage(Services& services, const Call& call);
 Reply ArchivePage(Services& services, const Call& call);
 Reply ShowArchivedPage(Services& services, const Call& call);

@@ -82,6 +82,10 @@ std::string ChildServer::Root() {
 
 void ChildServer::Signal(int signal) const { kill(started_, signal); }
 
+void ChildServer::Write(const std::string& text) const {
+  if (write(input_, text.data(), text.size()) < 0) throw std::runtime_error("it reads nothing");
+}
+
 void ChildServer::CloseInput() {
   if (input_ >= 0) close(input_);
   input_ = -1;
@@ -97,6 +101,12 @@ int ChildServer::ExitStatus() {
   waitpid(started_, &status, 0);
   started_ = -1;
   return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+}
+
+std::string ChildServer::Output() {
+  std::string text;
+  ReadUntil(output_, '\0', text);
+  return text;
 }
 
 std::string ChildServer::Errors() {

@@ -16,12 +16,14 @@ class ChildServer {
 
   /// The root that it printed when it was ready; "" when it ended without one.
   std::string Root();
-  void Signal(int signal) const;  ///< to the process that the test started
+  void Signal(int signal) const;              ///< to the process that the test started
+  void Write(const std::string& text) const;  ///< to its standard input
   void CloseInput();
   /// True when the program ended within half a minute: nobody writes to its output any more.
   bool HasEnded();
   /// Exit status of the process that the test started, -1 when a signal ended it.
   int ExitStatus();
+  std::string Output();  ///< all that it wrote on standard output until its end
   std::string Errors();  ///< all that it wrote on standard error until its end
 
  private:

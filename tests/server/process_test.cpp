@@ -5,6 +5,8 @@
 #include <csignal>
 
 #include "server/key_values.h"
+#include "server/password.h"
+#include "server/school_store.h"
 #include "tests/server/child_process.h"
 #include "tests/server/running_server.h"
 
@@ -127,6 +129,54 @@ TEST_F(ProcessTest, MakesTheAccountOfAFileWhoseDatabaseWasNeverWritten) {
   WriteFile(folder_ / "config/account.set", "Pno=4711\r\nuserPW=abcdefgh1234\r\n");
   ChildServer server(Embedded());
   EXPECT_EQ(Login(server.Root(), folder_ / "config/account.set"), "OK_4711");
+}
+
+/// What the program said on both streams.
+std::string Tell(const std::vector<std::string>& words, const std::string& input) {
+  ChildServer server(words);
+  server.Write(input);
+  server.CloseInput();
+  return server.Output() + server.Errors();
+}
+
+TEST_F(ProcessTest, MakesTeachersWhoCanLogIn) {
+  const std::string data = folder_ / "data";
+  std::filesystem::create_directory(data);
+  struct Case {
+    std::vector<std::string> words;
+    const char* input;
+    const char* says;
+  };
+  const Case cases[] = {
+      {{"add", "lin", "林美玲"}, "short\n", "must have 8 to 200 bytes"},
+      {{"add", "lin", "林美玲"}, "", "must have 8 to 200 bytes"},
+      {{"add", "lin", "林美玲"}, "first password\r\n", ""},
+      {{"add", "lin", "Lin"}, "another one\n", "exists already"},
+      {{"password", "wu"}, "another one\n", "there is no teacher \"wu\""},
+      {{"password", "lin"}, "second password\n", ""},
+      {{"add", "a/b", "Lin"}, "", "a login has"},
+      {{"add", "wu", " "}, "", "a name has"},
+      {{"add", "wu"}, "", "needs 2 more words"},
+      {{"remove", "lin"}, "", "unknown word \"remove\""},
+      {{"list"}, "", "lin\t林美玲\n"},
+  };
+  for (const Case& each : cases) {
+    std::vector<std::string> words = {"teacher"};
+    words.insert(words.end(), each.words.begin(), each.words.end());
+    words.insert(words.end(), {"--data", data});
+    EXPECT_THAT(Tell(words, each.input), HasSubstr(each.says));
+  }
+  EXPECT_THAT(Tell({"teacher"}, ""), HasSubstr("add, password or list is missing"));
+  EXPECT_THAT(Tell({"teacher", "list"}, ""), HasSubstr("--data is missing"));
+  EXPECT_THAT(Tell({"teacher", "list", "--data", data + "/none"}, ""), HasSubstr("there is no folder"));
+  const auto teacher = marovane::OpenSqliteSchoolStore(data + "/server.db")->FindTeacher("lin");
+  EXPECT_TRUE(marovane::PasswordFits("second password", teacher->passwordHash));
+}
+
+TEST_F(ProcessTest, EmbeddedHasNoSiteForTeachers) {
+  ChildServer server(Embedded());
+  const Address address = Split(server.Root());
+  EXPECT_EQ(httplib::Client(address.host).Get(address.path + "teacher/login")->status, 404);
 }
 
 TEST_F(ProcessTest, TellsInOneLineWhyItCannotStart) {

@@ -29,9 +29,11 @@ marovane::SharedEngine::Load Scripted(marovane::SharedEngine::Judge judge) {
 
 RunningServer::RunningServer(marovane::SharedEngine::Load load, const std::string& settings,
                              marovane::SteadyClock clock)
-    : server_(
-          {.prefix = kPrefix, .dataDir = WithSettings(folder_ / "data", settings), .clock = std::move(clock)},
-          std::move(load)) {
+    : server_({.prefix = kPrefix,
+               .dataDir = WithSettings(folder_ / "data", settings),
+               .engineData = ENGINE_DATA,
+               .clock = std::move(clock)},
+              std::move(load)) {
   server_.EnsureAccount({kNumber, kPassword});
   server_.Start();
 }

@@ -1,0 +1,48 @@
+// Pages of the word helper: the word bank, translation, and the outside sites.
+#include "server/pages/page.h"
+#include "server/text.h"
+
+namespace marovane {
+namespace {
+
+constexpr std::size_t kQueryLimit = 200;
+constexpr std::size_t kTextLimit = 2000;
+constexpr std::size_t kLanguageLimit = 16;
+
+const wexbin::WordBank& Bank(const Services& services) try {
+  return services.wordBank.Get();
+} catch (const std::exception&) {
+  throw Refusal("ERR_ENGINE");  // why it cannot be used was told when it was loaded
+}
+
+std::string Translate(const Services& services, const std::string& text) {
+  const wexbin::WordBank& bank = Bank(services);
+  try {
+    return Trim(bank.Translate(text));
+  } catch (const std::exception&) {
+    throw Refusal("ERR_ENGINE");
+  }
+}
+
+}  // namespace
+
+Reply AskWordBank(Services& services, const Call& call) {
+  return TextReply("OK_" + Bank(services).Reply(call.form.Required("para", kQueryLimit)));
+}
+
+Reply TranslateText(Services& services, const Call& call) {
+  if (call.form.Required("ls", kLanguageLimit) != "zh-TW") throw Refusal("ERR_UNKNOWN_LANGUAGE");
+  const std::string text = Trim(call.form.Required("q", kTextLimit));
+  if (text.empty()) throw Refusal("ERR_MISSING_FIELD");
+  const std::string english = Translate(services, text);
+  if (english.empty()) throw Refusal("ERR_NOTFOUND");
+  return TextReply("OK#" + english);
+}
+
+Reply WebHelperSites(Services& services, const Call& /*call*/) {
+  std::string reply;
+  for (const auto& source : services.settings.webSources) reply += (reply.empty() ? "" : "<@>") + source;
+  return TextReply(reply);
+}
+
+}  // namespace marovane

@@ -1,0 +1,75 @@
+#include "server/web_sources.h"
+
+#include <algorithm>
+#include <fstream>
+#include <stdexcept>
+
+#include "server/log.h"
+#include "server/text.h"
+
+namespace marovane {
+namespace {
+
+constexpr std::string_view kSeparator = "||";
+constexpr std::size_t kFields = 4;
+
+const WebSources& PublicSites() {
+  static const WebSources sites{
+      "Tatoeba "
+      "中英例句||cn||en||https://tatoeba.org/zh-tw/sentences/search?from=cmn&to=eng&query=##String2chk##",
+      "Wiktionary 維基詞典||cn||en||https://en.wiktionary.org/w/index.php?search=##String2chk##",
+      "MDBG 中英字典||cn||en||https://www.mdbg.net/chinese/dictionary?page=worddict&wdqb=##String2chk##",
+      "Tatoeba "
+      "英中例句||en||en||https://tatoeba.org/zh-tw/sentences/search?from=eng&to=cmn&query=##String2chk##",
+      "SkELL "
+      "語料庫例句||en||en||https://skell.sketchengine.eu/#result?lang=en&f=concordance&query=##String2chk##",
+      "Wiktionary 維基詞典||en||en||https://en.wiktionary.org/w/index.php?search=##String2chk##",
+      "Wikipedia 維基百科全文||en||en||https://en.wikipedia.org/w/index.php?fulltext=1&search=##String2chk##",
+  };
+  return sites;
+}
+
+std::vector<std::string> Fields(std::string_view line) {
+  std::vector<std::string> fields;
+  while (true) {
+    const auto end = std::min(line.find(kSeparator), line.size());
+    fields.push_back(Trim(line.substr(0, end)));
+    if (end == line.size()) return fields;
+    line.remove_prefix(end + kSeparator.size());
+  }
+}
+
+// Nothing but pages of the web, and nothing that would part the reply in other places.
+bool IsRecord(const std::vector<std::string>& fields, std::string_view line) {
+  return fields.size() == kFields && IsCleanText(line) && line.find("<@>") == std::string_view::npos &&
+         std::ranges::none_of(fields, [](const auto& field) { return field.empty(); }) &&
+         (fields.back().starts_with("http://") || fields.back().starts_with("https://"));
+}
+
+std::string Record(const std::vector<std::string>& fields) {
+  std::string record = fields[0];
+  for (std::size_t i = 1; i < fields.size(); ++i) record.append(kSeparator).append(fields[i]);
+  return record;
+}
+
+}  // namespace
+
+WebSources ReadWebSources(const std::filesystem::path& file) {
+  if (!std::filesystem::exists(file)) return PublicSites();
+  std::ifstream lines(file);
+  if (!lines) throw std::runtime_error("cannot read " + file.string());
+  WebSources sources;
+  for (std::string line; std::getline(lines, line);) {
+    line = Trim(line);
+    if (line.empty() || line.starts_with(';')) continue;
+    const auto fields = Fields(line);
+    if (IsRecord(fields, line)) {
+      sources.push_back(Record(fields));
+    } else {
+      LogError("{}: no site: {}", file.string(), line);
+    }
+  }
+  return sources;
+}
+
+}  // namespace marovane
