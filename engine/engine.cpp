@@ -7,6 +7,7 @@
 #include "engine/parser/parser.h"
 #include "engine/rules/matcher.h"
 #include "engine/spelling/speller.h"
+#include "engine/suggest/advisor.h"
 #include "engine/tagger/tagger.h"
 #include "engine/tolvex.h"
 
@@ -25,7 +26,13 @@ constexpr int kMostDoubtedTokens = 15;
 
 struct Engine::Data {
   explicit Data(const std::filesystem::path& dir)
-      : tables(dir / "tolvex.tables"), lexicon(tables), tagger(tables), speller(lexicon), parser(dir) {
+      : tables(dir / "tolvex.tables"),
+        suggestTables(dir / "suggest.tables"),
+        advisor(suggestTables),
+        lexicon(tables),
+        tagger(tables),
+        speller(lexicon),
+        parser(dir) {
     rules.Add(tables.Text("rules"), "tolvex.tables");
   }
 
@@ -47,7 +54,15 @@ struct Engine::Data {
     RunChecks(sentence, findings);
     MatchPatterns(rules, sentence, findings);
     AskParser(text, sentence, findings);
-    return MakeJudgement(text, sentence, KeepSurest(std::move(findings.All()), sentence));
+    Judgement judgement = MakeJudgement(text, sentence, KeepSurest(std::move(findings.All()), sentence));
+    if (judgement.verdict == Verdict::kRight) Suggest(sentence, judgement);
+    return judgement;
+  }
+
+  void Suggest(const Sentence& sentence, Judgement& judgement) const {
+    const Suggestions found = advisor.Advise(sentence);
+    judgement.col_suggestion = SuggestionList(found.partners);
+    judgement.syn_suggestion = SuggestionList(found.words);
   }
 
   // Settles what is not sure by rules alone: a correction that turns an unparsable sentence into a parsable
@@ -75,6 +90,8 @@ struct Engine::Data {
   }
 
   TableFile tables;
+  TableFile suggestTables;
+  Advisor advisor;
   Lexicon lexicon;
   Tagger tagger;
   Speller speller;

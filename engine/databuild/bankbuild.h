@@ -33,6 +33,11 @@ void AddSynonyms(const WordNet& wordnet, const Lexicon& lexicon, const Glosses& 
 void AddPairs(const std::filesystem::path& pairs, const Lexicon& lexicon, const Glosses& glosses,
               BankTexts& texts);
 
+/// Compiles suggest.tables: for weak pairs the better partner, for overworked words more precise ones. The
+/// form of `preciseWords` stands in its head. Throws std::runtime_error with the line on another form.
+void CompileSuggestions(const std::filesystem::path& pairs, const std::filesystem::path& preciseWords,
+                        const std::filesystem::path& tables);
+
 /// Where the word bank's sources lie.
 struct BankSources {
   std::filesystem::path pairs;        ///< written by CountPairs

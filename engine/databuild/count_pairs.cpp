@@ -11,8 +11,8 @@
 #include <vector>
 
 #include "engine/databuild/bankbuild.h"
-#include "engine/databuild/pair_finder.h"
 #include "engine/tagger/tagger.h"
+#include "engine/wordbank/pair_finder.h"
 
 namespace tolvex::databuild {
 namespace {
@@ -180,7 +180,7 @@ void CountPairs(std::istream& text, const TableFile& tables, const std::filesyst
     }
     auto tokens = Tokenize(line);
     tagger.TagAll(tokens);
-    for (const Pair& pair : FindPairs(tokens, lexicon)) counts.Add(pair, weight);
+    for (const Pair& pair : wexbin::FindPairs(tokens, lexicon)) counts.Add(pair, weight);
   }
   counts.Write(pairs);
 }

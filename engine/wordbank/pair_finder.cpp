@@ -1,16 +1,25 @@
-#include "engine/databuild/pair_finder.h"
+#include "engine/wordbank/pair_finder.h"
 
 #include <algorithm>
 #include <array>
 #include <set>
 #include <utility>
 
-namespace tolvex::databuild {
+namespace wexbin {
 namespace {
 
-using wexbin::Pair;
-using wexbin::PairKind;
-using wexbin::Pattern;
+using tolvex::IsAdjective;
+using tolvex::IsAdverb;
+using tolvex::IsLower;
+using tolvex::IsNoun;
+using tolvex::IsVerb;
+using tolvex::kAdjectivePart;
+using tolvex::kAdverbPart;
+using tolvex::Lexicon;
+using tolvex::Relation;
+using tolvex::Tag;
+using tolvex::Token;
+using tolvex::Word;
 
 constexpr int kRarestLevel = 50;
 
@@ -178,7 +187,8 @@ class Finder {
     std::string behind;
     const bool linked = IsPreposition(before) || TagAt(before) == Tag::RP;
     if (linked && IsVerb(TagAt(before - 1))) behind = ' ' + Lower(before--);
-    const bool receiver = behind.empty() && TagAt(before) == Tag::PRP && IsVerb(TagAt(before - 1));
+    const bool receiver = behind.empty() && TagAt(before) == Tag::PRP && IsVerb(TagAt(before - 1)) &&
+                          !IsOneOf(noun, kTimeNouns);
     if (receiver) --before;  // "give me a chance"
     if (!IsVerb(TagAt(before))) return;
     const std::string verb = VerbLemma(before);
@@ -212,7 +222,8 @@ class Finder {
     if (verb.empty() || IsHelper(verb) || IsVerb(TagAt(i + 1))) return;
     if (IsMannerAdverb(i - 1)) Add(PairKind::kVerbAdverb, verb, Lower(i - 1), {Pattern::kBefore, {}, false});
     const int behind = IsMannerAdverb(i + 1) ? i + 1 : BehindObject(i + 1);
-    const bool modifiesNext = IsAdjective(TagAt(behind + 1)) || IsAdverb(TagAt(behind + 1));
+    const bool describesNext = IsAdjective(TagAt(behind + 1)) && !IsNoun(TagAt(behind + 2));
+    const bool modifiesNext = describesNext || IsAdverb(TagAt(behind + 1));
     if (behind > 0 && !modifiesNext)
       Add(PairKind::kVerbAdverb, verb, Lower(behind), {Pattern::kAfter, {}, false});
   }
@@ -258,4 +269,4 @@ std::vector<Pair> FindPairs(const std::vector<Token>& tokens, const Lexicon& lex
   return Finder(tokens, lexicon).Run();
 }
 
-}  // namespace tolvex::databuild
+}  // namespace wexbin
