@@ -40,9 +40,8 @@ constexpr const char* kOpenOwn = R"html(<div align='center'>
 </tr>
 )html";
 
-constexpr const char* kNoOpenWork =
-    "<tr><td></td><td colspan='6' align='left' style='font-size:14px; color:#FFFFFF;'>"
-    "※目前無作業。您可按 [開新短文] 自定題目練習</td></tr>\n";
+constexpr const char* kNoOpenWork = "※目前無作業。您可按 [開新短文] 自定題目練習";
+constexpr const char* kNoOwnTopic = "※目前沒有自定題目。您可按 [開新短文] 自定題目練習";
 
 constexpr const char* kOpenRow =
     "<tr style='font-size:14px; color:#CCCCCC'>\n"
@@ -97,6 +96,12 @@ std::string OwnRow(const std::string& images, const OwnTopic& topic) {
          fmt::format(fmt::runtime(kSeparator), 6);
 }
 
+std::string Note(const char* text, int columns) {
+  return fmt::format(
+      "<tr><td></td><td colspan='{}' align='left' style='font-size:14px; color:#FFFFFF;'>{}</td></tr>\n",
+      columns - 1, text);
+}
+
 std::string Finished(const std::string& page) {
   return Replace(Replace(page, "\r\n", "\n"), "\n", "\r\n") + "</table></div>\r\n" +
          BuildPageFrame("FOOTER", "");
@@ -114,7 +119,7 @@ std::string AssignedWorkPage(const std::string& imageRoot, const std::vector<Ass
     page += AssignedRow(imageRoot, topic);
     if (!topic.assignment.isHandedIn) hasOpenWork = true;
   }
-  if (!hasOpenWork) page += kNoOpenWork;
+  if (!hasOpenWork) page += Note(kNoOpenWork, 7);
   return Finished(page);
 }
 
@@ -122,5 +127,6 @@ std::string OwnTopicsPage(const std::string& imageRoot, bool hasTabs, const std:
   std::string page = OpenPage(imageRoot) + (hasTabs ? TabStrip(imageRoot, 2) : "") +
                      fmt::format(fmt::runtime(kOpenOwn), HelpSign(imageRoot));
   for (const auto& topic : topics) page += OwnRow(imageRoot, topic);
+  if (topics.empty()) page += Note(kNoOwnTopic, 6);
   return Finished(page);
 }

@@ -63,7 +63,7 @@ constexpr const char* kTab =
     "<font style='font-size:14px; color:{2};'>{3}</font></a></td>";
 
 constexpr const char* kResults = R"html(<tr><td></td><td colspan='{0}' align='left'>
-{1}
+{1}<br>
 <table id='sysResBlock{2}' border='0' style='display:none;'>
 <tr><td style='font-size:13px; color:#CCCCCC;'><input type='checkbox' name='chkdelall' title='全選' onclick="javascript:checkAllDel('{3}',{4});">全選&nbsp;{5}</td></tr>
 {6}</table>
@@ -108,7 +108,7 @@ std::string Link(const std::string& href, const std::string& html, const std::st
 }
 
 std::string Image(const std::string& imageRoot, const std::string& name, const std::string& attributes) {
-  return fmt::format("<img src='{}{}' border='0'{}>", imageRoot, name, attributes);
+  return fmt::format("<img src='{}{}' border='0' align='absmiddle'{}>", imageRoot, name, attributes);
 }
 
 std::string Colored(const std::string& color, const std::string& html) {

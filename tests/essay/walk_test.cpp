@@ -1,7 +1,7 @@
 // The walk under the virtual clock.
 #include "core/message_catalogue.h"
 #include "core/settings.h"
-#include "tests/essay/essay_fixture.h"
+#include "tests/essay/topics_fixture.h"
 
 namespace {
 
@@ -262,19 +262,6 @@ TEST_F(EssayTest, GivesTheWindowBackWhicheverStatementFails) {
   EXPECT_GT(failures, 10);
   EXPECT_EQ(LastEssay().finalSet, "N");
 }
-
-class FakeUpload : public UploadRun {
- public:
-  explicit FakeUpload(AppState& app) : app_(app) {}
-  void SyncProgress(const std::string& mode) override {
-    modes.push_back(mode);
-    app_.gUploadFinished = true;
-  }
-  std::vector<std::string> modes;
-
- private:
-  AppState& app_;
-};
 
 TEST_F(EssayTest, UploadsAtTheEndAndTriesAgain) {
   FakeUpload upload(app);

@@ -59,6 +59,16 @@ has_color_in() {
     -fill black +opaque '#00FF00' -format '%[fx:maxima.g > 0.5 ? 1 : 0]' info:)" = 1 ]
 }
 
+# is_extended FORM: the menu of the main window has slid out.
+is_extended() { [ "$(xdotool getwindowgeometry "$(window_of "$1")" | sed -n 's/.*Geometry: [0-9]*x//p')" -gt 100 ]; }
+
+# The screen stands still. A window fades in; it takes clicks in their places when it has stopped changing.
+settled() {
+  local before
+  before=$(import -window root png:- | md5sum)
+  [ "$before" = "$(import -window root png:- | md5sum)" ]
+}
+
 rows() { sqlite3 "$DATA/Marovane.mdb" "$1" 2>/dev/null; }
 has_rows() { [ "$(rows "$1")" = "$2" ]; }
 

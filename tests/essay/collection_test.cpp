@@ -1,0 +1,208 @@
+// The essays of one topic: listed, handed in, written out, deleted.
+#include "core/settings.h"
+#include "tests/essay/topics_fixture.h"
+
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+using ::testing::SizeIs;
+
+constexpr auto kOk = &FrmMessage::cmdOK;
+constexpr auto kCancel = &FrmMessage::cmdCancel;
+constexpr const char* kHandIn = "p_set_essay_work_finalset.asp";
+
+using CollectionTest = TopicsTest;
+
+TEST_F(CollectionTest, ListsEssaysWithWhatCanBeDone) {
+  UseEdition("XQD");
+  Put({"e1", "open", "First", "N", 4, 3});
+  Put({"e2", "open", "Tom’s", "A", 5});
+  Put({"e3", "open", "Last", "N", 5});
+  Put({"e4", "open", "Gone", "N", 5, 0, "D"});
+  Put({"e5", "done", "Sent", "Y", 5});
+  Put({"e6", "done", "Spare", "N", 4});
+  const struct {
+    const char *workId, *mode, *edition, *rows;
+    std::vector<std::string> commands;
+  } kCases[] = {
+      {"open",
+       "Y",
+       "XQD",
+       "\nLast 2026/11/5 0 正常 交卷?\nTom's 2026/11/5 0 中斷 ---\nFirst 2026/11/4 3 正常 交卷?\n",
+       {"cmd:show:e3", "cmd:snd:e3@open", "cmd:show:e2", "cmd:show:e1", "cmd:snd:e1@open"}},
+      {"done",
+       "Y",
+       "XQD",
+       "\nSent 2026/11/5 0 正常 已交卷 查看老師批閱\nSpare 2026/11/4 0 正常 ---\n",
+       {"cmd:show:e5", "cmd:res:done", "cmd:show:e6"}},
+      {"open",
+       "N",
+       "XQD",
+       "\nLast 2026/11/5 0 正常\nTom's 2026/11/5 0 中斷\nFirst 2026/11/4 3 正常\n",
+       {"cmd:show:e3", "cmd:show:e2", "cmd:show:e1"}},
+      {"done",
+       "Y",
+       "MRV",
+       "\nSent 2026/11/5 0 正常\nSpare 2026/11/4 0 正常\n",
+       {"cmd:show:e5", "cmd:show:e6"}},
+      {"",
+       "Y",
+       "XQD",
+       "\nSent 2026/11/5 0 正常\nLast 2026/11/5 0 正常\nTom's 2026/11/5 0 中斷\nSpare 2026/11/4 0 正常\n"
+       "First 2026/11/4 3 正常\n",
+       {"cmd:show:e5", "cmd:show:e3", "cmd:show:e2", "cmd:show:e6", "cmd:show:e1"}},
+      {"none", "Y", "XQD", "\n", {}},
+  };
+  for (const auto& c : kCases) {
+    UseEdition(c.edition);
+    const auto& page = OpenCollection(c.workId, c.mode).webHtml;
+    EXPECT_EQ(RowsOf(page), c.rows) << c.workId << c.mode << c.edition;
+    EXPECT_EQ(CommandsOf(page), c.commands) << c.workId << c.mode << c.edition;
+  }
+}
+
+TEST_F(CollectionTest, HandsInTheChosenEssay) {
+  UseEdition("XQD");
+  Put({"e1", "w1", "A", "N", 5, 0, "N"});
+  machine.http.Queue(kHandIn, "ERR_SERVER");
+  machine.http.Route(kHandIn, "OK_");
+  OpenTopics();
+  OpenCollection("w1", "Y");
+  ExpectMessage("14016", kCancel);
+  room.frmEssayCollect->webHtml.FollowLink("cmd:snd:e1@w1");
+  EXPECT_THAT(machine.http.Bodies(kHandIn), IsEmpty());
+  WriteSetup(composition.program, "NeedSync", "Y");
+  ExpectMessage("14016", kOk);
+  ExpectMessage("14018", kOk);
+  Assign("OK_w1#Y#d#A#");
+  EXPECT_FALSE(room.frmEssayCollect->webHtml.FollowLink("cmd:snd:e1@w1"));
+  EXPECT_EQ(machine.user.Expected(), 0U);
+  EXPECT_THAT(machine.http.Bodies(kHandIn),
+              ElementsAre("key=zorbelquinter&pno=1234567890&essayId=e1&workId=w1",
+                          "key=zorbelquinter&pno=1234567890&essayId=e1&workId=w1"));
+  EXPECT_THAT(upload.modes, ElementsAre("UPLOAD"));
+  EXPECT_EQ(app.gUploadAccountNo, app.gAccountNo);
+  EXPECT_EQ(ReadSetup(composition.program, "NeedSync"), "N");
+  EXPECT_EQ(FinalSet("e1"), "Y");
+  EXPECT_FALSE(app.gOpenEssayCollect);
+  EXPECT_FALSE(room.frmEssayInputEdu->mHasOpenWork) << "the list is built anew";
+  EXPECT_EQ(CommandsOf(room.frmEssayInputEdu->webHtml).front(), "cmd:res:w1");
+}
+
+TEST_F(CollectionTest, HandingInIsGivenUpAtTheEleventhRefusal) {
+  UseEdition("XQD");
+  Put({"e1", "w1"});
+  OpenCollection("w1", "Y");
+  const struct {
+    int refusals;
+    const char *message, *finalSet;
+  } kCases[] = {{11, "14022", "N"}, {10, "14018", "Y"}};
+  for (const auto& c : kCases) {
+    const auto before = machine.http.Bodies(kHandIn).size();
+    const auto start = machine.loop.Elapsed();
+    for (int i = 0; i < c.refusals; ++i) machine.http.Queue(kHandIn, "ERR_NO_ESSAY");
+    machine.http.Route(kHandIn, "OK_");
+    ExpectMessage("14016", kOk);
+    ExpectMessage(c.message, kOk);
+    OpenCollection("w1", "Y").webHtml.FollowLink("cmd:snd:e1@w1");
+    EXPECT_EQ(machine.http.Bodies(kHandIn).size() - before, 11U);
+    EXPECT_GE((machine.loop.Elapsed() - start).count(), 30'000);
+    EXPECT_EQ(FinalSet("e1"), c.finalSet);
+    EXPECT_TRUE(app.gOpenEssayInputEdu);
+  }
+  EXPECT_THAT(upload.modes, IsEmpty()) << "the server knows all there is";
+}
+
+TEST_F(CollectionTest, ButtonsTellWhatIsMissing) {
+  Put({"e1", "w1"});
+  Put({"e2", "w1"});
+  const struct {
+    const char* workId;
+    std::vector<int> rows;
+    int button;
+    const char* message;
+  } kCases[] = {
+      {"none", {}, 0, "14013"}, {"w1", {}, 0, "14014"}, {"w1", {}, 2, "14014"}, {"w1", {1, 2}, 2, "14016"}};
+  for (const auto& c : kCases) {
+    auto& window = OpenCollection(c.workId, "N");
+    Tick(c.rows);
+    ExpectMessage(c.message, kOk);
+    machine.user.Click(window.picButtons(c.button));
+    EXPECT_EQ(machine.user.Expected(), 0U) << c.message;
+  }
+  machine.user.Click(room.frmEssayCollect->picSelectAll(0));
+  EXPECT_EQ(room.frmEssayCollect->GetCheckCounts(), 2);
+  machine.user.Click(room.frmEssayCollect->lblSelectAll(1));
+  EXPECT_EQ(room.frmEssayCollect->GetCheckCounts(), 0);
+}
+
+TEST_F(CollectionTest, AnEssayThatWasHandedInResistsDeletion) {
+  Put({"e1", "w1", "A", "Y", 4, 1});
+  Put({"e2", "w1", "A", "N", 5, 1});
+  Put({"e3", "w1", "A", "A", 6, 1});
+  const struct {
+    std::vector<int> rows;  // the newest first
+    const char *message, *deleted;
+  } kCases[] = {{{1}, "17", "e3"}, {{1, 2}, "14017", "e2 e3"}, {{1}, "14017", "e2 e3"}};
+  for (const auto& c : kCases) {
+    auto& window = OpenCollection("w1", "N");
+    Tick(c.rows);
+    ExpectMessage("14015", kCancel);
+    machine.user.Click(window.picButtons(1));
+    ExpectMessage("14015", kOk);
+    machine.user.Click(window.picButtons(1));
+    EXPECT_EQ(EssaysWith("D"), c.deleted);
+    ExpectMessage(c.message, kOk);
+    machine.loop.WaitUntil([this] { return machine.user.Expected() == 0; });
+    EXPECT_EQ(ReadSetup(composition.program, "NeedSync"), "Y");
+  }
+  EXPECT_THAT(Texts("select essayId from errsentence where upload <> 'D'"), ElementsAre("e1"));
+  EXPECT_THAT(CommandsOf(room.frmEssayCollect->webHtml), ElementsAre("cmd:show:e1"));
+  room.frmEssayCollect->imgClose_Click();
+  machine.loop.WaitUntil([this] { return !app.gOpenEssayCollect; });
+  EXPECT_THAT(upload.modes, ElementsAre("UPLOAD"));
+  EXPECT_EQ(ReadSetup(composition.program, "NeedSync"), "N");
+  OpenCollection("w1", "N").imgClose_Click();
+  machine.loop.WaitUntil([this] { return !app.gOpenEssayCollect; });
+  EXPECT_THAT(upload.modes, SizeIs(1)) << "nothing waits any more";
+}
+
+TEST_F(CollectionTest, WritesAndChecksTheFirstWordsOfEssays) {
+  Put({"e1", "w1", "A", "N", 4, 0, "Y", "Birds. They fly."});
+  Put({"e2", "w1", "A", "N", 5, 0, "Y", "Run!"});
+  auto& window = OpenCollection("w1", "N");
+  EXPECT_THAT(window.webHtml.Page(), ::testing::HasSubstr("id='rec2' value=Birds. They fly.>\r\n"));
+  Tick({1, 2});
+  const std::string file = (machine.home / "out.txt").string();
+  machine.user.Click(window.picButtons(0));  // the learner names no file
+  machine.desktop.saveAnswer = file;
+  ExpectMessage("18", kOk);
+  machine.user.Click(window.picButtons(0));
+  EXPECT_EQ(machine.realFiles.Read(file), "Run!\r\n\r\nBirds.\r\n\r\n\r\n");
+  ExpectMessage("12", &FrmMessage::cmdNo);
+  machine.user.Click(window.picButtons(0));
+  EXPECT_EQ(machine.user.Expected(), 0U);
+
+  window.webHtml.inputChecked["chk1"] = false;
+  app.gAccountPassword = "secret";
+  machine.user.Click(window.picButtons(2));
+  EXPECT_THAT(Asked(), ElementsAre("Birds."));
+  EXPECT_EQ(window.GetCheckCounts(), 0);
+}
+
+TEST_F(CollectionTest, ReportsAndCommentsOpenFromIt) {
+  UseEdition("XQD");
+  Put({"e1", "w1", "A", "Y"});
+  auto& window = OpenCollection("w1", "Y");
+  EXPECT_FALSE(window.webHtml.FollowLink("cmd:res:w1"));
+  EXPECT_THAT(composition.frmBrowser->webOther.LocationURL(), ::testing::EndsWith("&workId=w1"));
+  for (const char* nothing : {"cmd:", "cmd:snd:e1", "cmd:del:e1|"}) {
+    EXPECT_FALSE(window.webHtml.FollowLink(nothing)) << nothing;
+  }
+  EXPECT_FALSE(window.webHtml.FollowLink("cmd:show:e1"));
+  EXPECT_TRUE(Window().mViewOnly && app.gEssayNoListReturn);
+  EXPECT_EQ(FinalSet("e1"), "Y");
+}
+
+}  // namespace

@@ -1,0 +1,289 @@
+// The lists of topics, and what follows from a click in them.
+#include "core/settings.h"
+#include "essay/assignments.h"
+#include "tests/essay/topics_fixture.h"
+
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+using ::testing::Not;
+
+constexpr auto kOk = &FrmMessage::cmdOK;
+constexpr const char* kList = "p_mrv_get_essay_work.asp";
+constexpr const char* kNoWork = "※目前無作業。您可按 [開新短文] 自定題目練習\n";
+
+std::string Shown(const std::vector<Assignment>& assignments) {
+  std::string text;
+  for (const auto& work : assignments) {
+    text += work.workId + (work.isHandedIn ? " Y " : " N ") + work.deadline + " " + work.title + " " +
+            work.changedOn + (work.isMarked ? " marked;" : ";");
+  }
+  return text;
+}
+
+TEST(AssignmentList, IsReadFromWhatTheServerTells) {
+  const struct {
+    const char *reply, *assignments;
+  } kCases[] = {
+      {"OK_w1#N#2026/11/30#我的家", "w1 N 2026/11/30 我的家 ;"},
+      {"OK_w1#Y#soon#A##Y<@>w2#N##B#2026/11/6#", "w1 Y soon A  marked;w2 N  B 2026/11/6;"},
+      {"OK_<@>w1#N#d#A<@><@>", "w1 N d A ;"},
+      {"OK_w1#N#d#Say OK_ now<@>OK_w2#N#d#B", "w1 N d Say  now ;w2 N d B ;"},
+      {"OK_w1<@>#N#d#A<@>w2#N#d#<@>w3#y#d#C#c#y#more", "w3 N d C c;"},
+      {"OK", ""},
+      {"OK_", ""},
+      {"", ""},
+      {"ERR_NOTFOUND", ""},
+      {"w1#N#d#A", ""},
+      {"<html>OK_w1#N#d#A", ""},
+  };
+  for (const auto& c : kCases) EXPECT_EQ(Shown(ParseAssignments(c.reply)), c.assignments) << c.reply;
+}
+
+TEST_F(TopicsTest, EachStateOfAnAssignmentShowsWhatIsToBeDone) {
+  UseEdition("XQD");
+  Put({"e1", "practised", "A", "A", 4, 3});
+  Put({"e2", "practised", "A", "N", 5, 1});
+  Put({"e3", "answered", "B", "Y", 5});
+  Put({"e4", "answered", "B", "N", 5});
+  const std::string results =
+      "查看各次練習的系統檢查結果 全選\n第 1 次系統檢查結果 （2026-11-4）\n第 2 次系統檢查結果 "
+      "（2026-11-5）\n";
+  const struct {
+    const char* record;
+    std::string rows;
+    std::vector<std::string> commands;
+  } kCases[] = {
+      {"new#N#2026/11/30#My <family>", "My &lt;family&gt; --- --- --- 2026/11/30 未交卷\n", {"cmd:wid:new"}},
+      {"new#N#d#A#2026/11/2#", "A --- --- --- d 未交卷\n", {"cmd:wid:new"}},
+      {"practised#N#d#A#2026/11/2#",
+       "A 請注意！ 教師在 2026/11/2 修改過題目內容 2 2026/11/5 1 d 未交卷 選取交卷?\n" + results,
+       {"cmd:wid:practised", "cmd:col:practised", "cmd:show:e1", "cmd:show:e2"}},
+      {"answered#Y#d#B#2026/11/2#",
+       "B 2 2026/11/5 0 d 已交卷 教師尚未批閱\n"
+       "查看各次練習的系統檢查結果 全選\n第 1 次系統檢查結果 （2026-11-5） 《交卷》\n"
+       "第 2 次系統檢查結果 （2026-11-5）\n" +
+           std::string(kNoWork),
+       {"cmd:res:answered", "cmd:show:e3", "cmd:show:e4"}},
+      {"elsewhere#Y#d#C##Y",
+       "C --- --- --- d 已交卷 查看教師批閱\n" + std::string(kNoWork),
+       {"cmd:res:elsewhere", "cmd:res:elsewhere"}},
+  };
+  for (const auto& c : kCases) {
+    Assign(std::string("OK_") + c.record);
+    const auto& page = OpenTopics().webHtml;
+    EXPECT_EQ(RowsOf(page), "\n" + c.rows) << c.record;
+    EXPECT_EQ(CommandsOf(page), c.commands) << c.record;
+  }
+}
+
+TEST_F(TopicsTest, AReplyWithoutAListLeavesTheLearnersOwnTopics) {
+  UseEdition("XQD");
+  Put({"e1", "w1", "Once assigned"});
+  machine.http.Route(kList, "ERR_NOTFOUND");
+  for (int round = 0; round < 2; ++round) {
+    EXPECT_EQ(RowsOf(OpenTopics().webHtml), std::string("\n") + kNoWork);
+    EXPECT_FALSE(app.gWorkListOk || room.frmEssayInputEdu->mHasOpenWork);
+    EXPECT_THAT(CommandsOf(room.frmEssayInputEdu->webHtml2),
+                ElementsAre("cmd:wid:w1", "cmd:col:w1", "cmd:show:e1"));
+    machine.http.RouteToNowhere(kList);
+  }
+  EXPECT_EQ(machine.http.Bodies(kList).front(), "key=zorbelquinter&pno=1234567890&mode=GETLST&cpno=");
+}
+
+TEST_F(TopicsTest, OwnTopicsAreThoseThatTheServerDoesNotList) {
+  Put({"e1", "w1", "Assigned"});
+  Put({"e2", "w2", "Tom’s day", "A", 4, 2});
+  Put({"e3", "w2", "another title", "N", 5});
+  Assign("OK_w1#N#d#Assigned");
+  const std::string own = "\nTom's day 2 2026/11/5 0 中斷\n查看各次練習的系統檢查結果 全選\n";
+  UseEdition("XQD");
+  EXPECT_THAT(RowsOf(OpenTopics().webHtml2), ::testing::StartsWith(own));
+  EXPECT_THAT(RowsOf(room.frmEssayInputEdu->webHtml2), Not(HasSubstr("Assigned")));
+  EXPECT_THAT(room.frmEssayInputEdu->webHtml2.Page(), HasSubstr("指定作業"));
+  UseEdition("MRV");
+  EXPECT_THAT(RowsOf(OpenTopics().webHtml2), HasSubstr("Assigned 1 2026/11/5 0 正常完成"));
+  EXPECT_THAT(room.frmEssayInputEdu->webHtml2.Page(), Not(HasSubstr("指定作業")));
+}
+
+TEST_F(TopicsTest, TabsTurnBetweenTheListsAndToldIsWhoseTopicComesNext) {
+  UseEdition("XQD");
+  auto& topics = OpenTopics();
+  const auto shown = [&] {
+    return std::string(topics.webHtml.Left == 90 ? "assigned " : "") +
+           (topics.webHtml2.Left == 90 ? "own " : "") + (topics.picButtons(2).Visible ? "new " : "") +
+           (topics.lblMessage.Visible ? "hint " : "") +
+           (app.gEssayStartRequested ? "own topic" : "assignment");
+  };
+  EXPECT_EQ(shown(), "assigned hint assignment");
+  EXPECT_FALSE(topics.webHtml.FollowLink("cmd:tab:2"));
+  EXPECT_EQ(shown(), "own new own topic");
+  for (const char* nothing : {"cmd:", "cmd:tab", "cmd:tab:3", "cmd:other:1", "cmd:tab:"}) {
+    EXPECT_FALSE(topics.webHtml2.FollowLink(nothing)) << nothing;
+    EXPECT_EQ(shown(), "own new own topic") << nothing;
+  }
+  EXPECT_FALSE(topics.webHtml2.FollowLink("cmd:tab:1"));
+  EXPECT_EQ(shown(), "assigned hint assignment");
+  EXPECT_TRUE(topics.webHtml.FollowLink("about:blank"));
+}
+
+TEST_F(TopicsTest, AnAssignmentStartsWithItsQuestionAndTitle) {
+  UseEdition("XQD");
+  Assign("OK_w1#N#d#My family<@>w2#N#d#My school");
+  app.gEssayStartRequested = true;
+  OpenTopics().webHtml.FollowLink("cmd:wid:w2");
+  EXPECT_FALSE(app.gEssayStartRequested);
+  EXPECT_EQ(app.gEssayWorkId + " " + app.gEssayQuiz, "w2 My school");
+  EXPECT_EQ(
+      composition.frmBrowser->webMain.LocationURL(),
+      "http://school/p_mrv_get_essay_work.asp?key=zorbelquinter&pno=1234567890&workId=w2&mode=GETHTM&cpno=");
+  EXPECT_TRUE(room.frmEssay->Visible() && app.gEssayActive);
+  machine.loop.WaitUntil([this] { return !app.gOpenEssayInputEdu; });
+  // An essay that is open keeps its topic.
+  OpenTopics().webHtml.FollowLink("cmd:wid:w1");
+  EXPECT_EQ(app.gEssayWorkId + " " + app.gEssayQuiz, "w2 My school");
+  EXPECT_TRUE(app.gOpenEssayInputEdu);
+}
+
+TEST_F(TopicsTest, AnOwnTopicIsTakenUpAgainUnderItsTitle) {
+  Put({"e1", "w1", "Tom’s day"});
+  composition.frmMain->txtInput.Text = "left over";
+  composition.frmMain->imgMenu_Click(4);
+  const int top = composition.frmMain->Top;
+  room.frmEssayInputEdu->webHtml2.FollowLink("cmd:wid:w1");
+  composition.frmMain->Top = top + 100;
+  machine.loop.WaitUntil([this] { return !app.gOpenEssayInputEdu; });
+  EXPECT_EQ(composition.frmMain->txtInput.Text(), "");
+  EXPECT_EQ(composition.frmMain->Top(), top);
+  ExpectMessage("14005", kOk);
+  machine.user.Focus(Window().txtInput);
+  Window().txtInput.Text = "I run.";
+  machine.user.Click(Window().picButtons(1));
+  EXPECT_EQ(LastEssay().workId + " " + LastEssay().quiz, "w1 Tom’s day");
+  room.frmEssay.Unload();
+  OpenTopics().webHtml2.FollowLink("cmd:wid:unknown");
+  EXPECT_EQ(app.gEssayWorkId + " " + app.gEssayQuiz, "unknown 我的短文20261105");
+}
+
+TEST_F(TopicsTest, WithNothingToDoATopicOfTheLearnersOwnIsOffered) {
+  UseEdition("XQD");
+  Assign("OK_w1#Y#d#A#");
+  auto& topics = OpenTopics();
+  ExpectMessage("14007", kOk, [&] { EXPECT_EQ(topics.Left(), -20000); });
+  topics.picButtons_Click(0);
+  EXPECT_TRUE(app.gOpenEssayInputForm);
+  machine.loop.WaitUntil([this] { return !app.gOpenEssayInputEdu; });
+  room.frmEssayInputForm->picButtons_Click(1);
+  EXPECT_TRUE(app.gOpenEssayInputEdu) << "giving up leads back to a list that there is";
+  machine.http.Route(kList, "ERR");
+  room.frmEssayInputForm->picButtons_Click(1);
+  OpenTopics().imgClose_Click();
+  machine.loop.WaitUntil([this] { return !app.gOpenEssayInputEdu && !app.gOpenEssayInputForm; });
+  room.frmEssayInputForm->Show();
+  room.frmEssayInputForm->picButtons_Click(1);
+  EXPECT_FALSE(app.gOpenEssayInputEdu);
+}
+
+TEST_F(TopicsTest, TitlesOfNewTopics) {
+  const std::pair<const char*, const char*> kCases[] = {{"  My cat ", "My cat"}, {"   ", "我的短文20261105"}};
+  std::string last;
+  for (const auto& [typed, title] : kCases) {
+    room.frmEssayInputForm->Show();
+    machine.user.Type(room.frmEssayInputForm->txtInput, typed);
+    machine.user.Click(room.frmEssayInputForm->picButtons(0));
+    EXPECT_EQ(app.gEssayQuiz, title);
+    EXPECT_TRUE(app.gEssayStartRequested && room.frmEssay->Visible());
+    EXPECT_NE(app.gEssayWorkId, last);
+    last = app.gEssayWorkId;
+    machine.loop.WaitUntil([this] { return !app.gOpenEssayInputForm; });
+  }
+}
+
+TEST_F(TopicsTest, TheQuestionInThePlaceOfTheListLeadsBack) {
+  UseEdition("XQD");
+  Assign("OK_w1#N#d#A");
+  auto& topics = OpenTopics();
+  topics.GetWorkHtm("w1");
+  EXPECT_THAT(topics.webHtml.LocationURL(), HasSubstr("&workId=w1&mode=GETHTM"));
+  EXPECT_TRUE(topics.picButtons(0).Visible && topics.picButtons(1).Visible && !topics.picButtons(2).Visible);
+  machine.user.Click(topics.picButtons(1));
+  EXPECT_FALSE(room.frmEssayInputEdu->mShowingWork || room.frmEssayInputEdu->picButtons(1).Visible);
+  room.frmEssayInputEdu->picButtons_Click(1);
+  machine.loop.WaitUntil([this] { return !app.gOpenEssayInputEdu; });
+}
+
+TEST_F(TopicsTest, ReportsCommentsAndCollectionsOpenFromTheLists) {
+  UseEdition("XQD");
+  Put({"e1", "w1"});
+  Assign("OK_w1#Y#d#A##Y");
+  auto& topics = OpenTopics();
+  topics.webHtml.FollowLink("cmd:res:w1");
+  EXPECT_THAT(composition.frmBrowser->webOther.LocationURL(),
+              ::testing::MatchesRegex("http://school/p_get_essay_work_teacher.asp\\?tid=[0-9]+"
+                                      "&key=zorbelquinter&pno=1234567890&workId=w1"));
+  topics.webHtml.FollowLink("cmd:col:w1");
+  EXPECT_THAT(CommandsOf(room.frmEssayCollect->webHtml), ElementsAre("cmd:show:e1", "cmd:snd:e1@w1"));
+  topics.webHtml2.FollowLink("cmd:col:w1");
+  EXPECT_THAT(CommandsOf(room.frmEssayCollect->webHtml), ElementsAre("cmd:show:e1"));
+  topics.webHtml.FollowLink("cmd:show:e1");
+  EXPECT_TRUE(Window().mViewOnly && app.gEssayNoListReturn);
+  EXPECT_EQ(app.gEssayId, "e1");
+}
+
+TEST_F(TopicsTest, DeletesTheTickedEssaysAfterAQuestion) {
+  const struct {
+    const char* argument;
+    CommandButton FrmMessage::*answer;
+    const char *deleted, *left;
+  } kCases[] = {{"e1|e2|", &FrmMessage::cmdNo, "", "e1 e2 e3"},
+                {"", &FrmMessage::cmdYes, "", "e1 e2 e3"},
+                {"|e2||", &FrmMessage::cmdYes, "e2", "e1 e3"},
+                {"e1|e3|unknown|", &FrmMessage::cmdYes, "e1 e2 e3", ""}};
+  Put({"e1", "w1", "A", "N", 5, 2});
+  Put({"e2", "w1", "A", "N", 5, 1});
+  Put({"e3", "w2", "B"});
+  OpenTopics();
+  for (const auto& c : kCases) {
+    ExpectMessage("15", c.answer);
+    room.frmEssayInputEdu->webHtml2.FollowLink(std::string("cmd:del:") + c.argument);
+    EXPECT_EQ(EssaysWith("D"), c.deleted);
+    EXPECT_EQ(EssaysWith("Y"), c.left);
+    EXPECT_TRUE(room.frmEssayInputEdu->webHtml2.Visible);
+  }
+  EXPECT_THAT(Texts("select distinct upload from oksentence union select upload from errsentence"),
+              ElementsAre("D"));
+  EXPECT_THAT(upload.modes, ElementsAre("UPLOAD", "UPLOAD", "UPLOAD"));
+}
+
+TEST_F(TopicsTest, AnEssayThatWasHandedInNamesNothingToDelete) {
+  UseEdition("XQD");
+  Put({"e1", "w1", "A", "Y"});
+  Put({"e2", "w1", "A", "N"});
+  Assign("OK_w1#Y#d#A");
+  const std::string page = OpenTopics().webHtml.Page();
+  EXPECT_THAT(page, HasSubstr("id='chkdel_w1_1' value='' style='visibility:hidden;'>"));
+  EXPECT_THAT(page, HasSubstr("id='chkdel_w1_2' value='e2'>"));
+}
+
+TEST_F(TopicsTest, AWalkThatWaitsForACorrectionIsLeftAlone) {
+  replies["He go home."] = "OK_1#AG01#page.htm#*He go* home .";
+  Put({"e1", "w1"});
+  ExpectMessage("14003", kOk);
+  OnCorrection([this] {
+    const std::string walked = app.gEssayId + app.gEssayWorkId + app.gEssayQuiz;
+    OpenTopics().webHtml2.FollowLink("cmd:wid:w1");
+    room.frmEssayInputEdu->webHtml2.FollowLink("cmd:show:e1");
+    room.frmEssayInputForm->picButtons_Click(0);
+    EXPECT_EQ(app.gEssayId + app.gEssayWorkId + app.gEssayQuiz, walked);
+    EXPECT_TRUE(app.gEssayMode && Window().mAnalysing);
+    composition.frmMain->txtInput.Text = "He goes home.";
+    machine.user.Press(composition.frmMain->txtInput, kKeyEnter);
+  });
+  ExpectMessage("14005", kOk);
+  Send("He go home.");
+  EXPECT_EQ(LastEssay().newEssay, "He goes home.");
+}
+
+}  // namespace
