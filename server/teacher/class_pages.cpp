@@ -52,7 +52,7 @@ Html TopicTable(const Visit& visit, const SchoolClass& schoolClass) {
   Html rows;
   for (const Topic& topic : visit.school.Topics(visit.teacher.login, schoolClass.id)) {
     rows += Fill(
-        R"(<tr><td><a href="{}topic?topic={}">{}</a></td><td>{}</td><td>{} / {}</td><td>{}</td></tr>
+        R"(<tr><td><a href="{}topic?topic={}">{}</a></td><td><span class="day">{}</span></td><td>{} / {}</td><td>{}</td></tr>
 )",
         visit.base, topic.id, topic.title, ShownDay(topic.deadline), topic.handedIn, schoolClass.pupils,
         Waiting(topic.unmarked));

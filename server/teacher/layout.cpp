@@ -70,7 +70,7 @@ Html DoneNotice(const Visit& visit) {
 }
 
 Html BackLink(const Visit& visit, std::string_view target, std::string_view text) {
-  return Fill(R"(<p class="back"><a href="{}{}">← {}</a></p>)", visit.base, target, text);
+  return Fill(R"(<p class="back"><a href="{}{}">←&nbsp;{}</a></p>)", visit.base, target, text);
 }
 
 std::string Field(const Visit& visit, const std::string& name) {

@@ -55,7 +55,7 @@ TeacherReply TopicFormPage(const Visit& visit, const Topic& topic, const std::ve
 
 Html StateOf(const Topic& topic, const HandIn& handIn) {
   const bool isLate = handIn.day > topic.deadline;
-  return Fill(R"({} 交卷{} {})", ShownDay(handIn.day),
+  return Fill(R"(<span class="day">{} 交卷</span>{} {})", ShownDay(handIn.day),
               isLate ? Fill(R"(<span class="late">（遲交）</span>)") : Html(),
               handIn.markedDay.empty() ? Fill(R"(<strong>待批閱</strong>)")
                                        : Fill(R"(<span class="right">已批閱</span>)"));

@@ -20,7 +20,7 @@ FIND = """(text => {
   if (!e) return null;
   e = e.querySelector('input, textarea') || e;
   e.scrollIntoView({block: 'center'});
-  const box = e.getBoundingClientRect();
+  const box = e.getClientRects()[0];  // a link over two lines has two
   return [box.x + box.width / 2, box.y + box.height / 2];
 })(%s)"""
 

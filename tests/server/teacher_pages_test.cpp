@@ -124,7 +124,8 @@ TEST_F(TeacherPages, TellWhoHasHandedIn) {
   store_->AddPupils("lin", class_, {{"S05", "新同學"}});
   TeacherClient lin = LoggedIn("lin");
   const std::string page = lin.Get(std::string("topic?topic=") + kTopic).body;
-  EXPECT_THAT(page, HasSubstr("王小明</a></td><td>2026/11/5 交卷<span class=\"late\">（遲交）</span>"));
+  EXPECT_THAT(page, HasSubstr("王小明</a></td><td><span class=\"day\">2026/11/5 交卷</span><span "
+                              "class=\"late\">（遲交）</span>"));
   EXPECT_THAT(page, HasSubstr("（已不在班級）</a>"));
   EXPECT_THAT(page, HasSubstr("新同學</td><td><span class=\"faint\">未交卷"));
 }
