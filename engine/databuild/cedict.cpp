@@ -20,8 +20,9 @@ bool StartsWithAny(std::string_view text, const auto& starts) {
   return std::any_of(starts.begin(), starts.end(), [&](std::string_view s) { return text.starts_with(s); });
 }
 
-bool IsAscii(std::string_view text) {
-  return std::all_of(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; });
+// What the input box of the program takes.
+bool IsPlain(std::string_view text) {
+  return std::all_of(text.begin(), text.end(), [](char c) { return c >= ' ' && c <= 'z'; });
 }
 
 std::string_view Trimmed(std::string_view text) {
@@ -93,19 +94,18 @@ std::string ReadableSense(std::string_view sense) {
     if (sense.starts_with(mark)) sense.remove_prefix(mark.size());
   }
   std::string text = Without(sense, '[', ']');
-  if (!IsAscii(text)) text = WithoutParentheses(text);
-  return IsAscii(text) ? Tidied(text) : std::string();
+  if (!IsPlain(text)) text = WithoutParentheses(text);
+  return IsPlain(text) ? Tidied(text) : std::string();
 }
 
 std::string WordInSentence(std::string_view sense) {
   const std::string text = WithoutParentheses(Without(sense, '[', ']'));
   std::string_view first = std::string_view(text).substr(0, text.find(';'));
   if (const auto comma = first.find(", "); comma != std::string_view::npos) first = first.substr(0, comma);
-  for (const std::string_view opener : {"to ", "fig. ", "lit. "}) {
+  for (const std::string_view opener : {"fig. ", "lit. "}) {
     if (first.starts_with(opener)) first.remove_prefix(opener.size());
   }
-  const bool usable = IsAscii(first) && first.find('~') == std::string_view::npos;
-  return usable ? std::string(Trimmed(first)) : std::string();
+  return IsPlain(first) ? std::string(Trimmed(first)) : std::string();
 }
 
 }  // namespace tolvex::databuild

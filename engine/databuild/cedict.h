@@ -25,10 +25,11 @@ bool IsReference(std::string_view sense);
 /// A sense marked as literary, bound, old or of a dialect.
 bool IsMarkedSense(std::string_view sense);
 
-/// The sense as plain ASCII without Chinese words, readings and usage labels; empty when nothing is left.
+/// The sense in the signs from blank to z, without Chinese words, readings and usage labels; empty when
+/// nothing is left.
 std::string ReadableSense(std::string_view sense);
 
-/// The first meaning of a sense as it stands in a sentence: no remarks in parentheses, no "to" of a verb.
+/// The first meaning of a sense as it stands in a sentence: no remarks in parentheses; a verb with "to ".
 std::string WordInSentence(std::string_view sense);
 
 /// The text without what stands in parentheses, blanks evened out.

@@ -78,18 +78,41 @@ std::map<std::string, std::string> ReadFunctionWords(const std::filesystem::path
   return english;
 }
 
+// "variant of 臺灣|台湾[Tai2 wan1]": 臺灣; empty when the entry has a meaning of its own.
+std::string VariantOf(const CedictEntry& entry) {
+  static constexpr std::string_view kMark = "variant of ";
+  const std::string& sense = entry.senses.front();
+  const auto at = sense.find(kMark);
+  if (at == std::string::npos || !IsReference(sense)) return {};
+  const std::string rest = sense.substr(at + kMark.size());
+  return rest.substr(0, rest.find_first_of("|[ "));
+}
+
+// A word that is only another way to write a word means the same.
+void AddVariants(const std::vector<CedictEntry>& entries, std::map<std::string, std::string>& texts) {
+  for (const CedictEntry& entry : entries) {
+    const auto original = texts.find(VariantOf(entry));
+    const auto variant = texts.find(entry.traditional);
+    if (original == texts.end() || variant == texts.end()) continue;
+    const bool unknown = variant->second.ends_with('\t' + entry.traditional);
+    if (unknown) variant->second = original->second;
+  }
+}
+
 }  // namespace
 
 void CompileChinese(std::istream& cedict, const std::filesystem::path& functionWords,
                     const std::filesystem::path& tables) {
   std::map<std::string, std::vector<Meaning>> meanings;
-  for (const CedictEntry& entry : ReadCedict(cedict)) {
+  const std::vector<CedictEntry> entries = ReadCedict(cedict);
+  for (const CedictEntry& entry : entries) {
     if (SignCount(entry.traditional) > wexbin::kLongestChineseWord) continue;
     meanings[entry.traditional].push_back(MeaningOf(entry));
     if (entry.simplified != entry.traditional) meanings[entry.simplified].push_back(MeaningOf(entry));
   }
   std::map<std::string, std::string> texts;
   for (auto& [word, of] : meanings) texts[word] = TextOf(std::move(of), word);
+  AddVariants(entries, texts);
   for (const auto& [word, english] : ReadFunctionWords(functionWords)) {
     std::string& text = texts[word];
     text = english + '\t' + (text.empty() ? english : text.substr(text.find('\t') + 1));

@@ -75,7 +75,7 @@ std::string Advisor::ItemFor(const std::string& shown, std::string_view word) co
 std::vector<std::string> Advisor::BetterWords(const Sentence& sentence) const {
   std::vector<std::string> items;
   for (int i = 0; i < sentence.Size(); ++i) {
-    if (sentence.Lower(i) == "very" && !sentence.Is(i - 1, {"not", "n't", "the"}))
+    if (sentence.Lower(i) == "very" && !sentence.Is(i - 1, {"not", "n't"}))
       AddOnce(ItemFor("very " + sentence.Lower(i + 1), sentence.Lower(i + 1)), items);
     if (sentence.Lemma(i) == "get") AddOnce(ItemFor("get " + sentence.Lower(i + 1), "get"), items);
     if (IsPlainNice(sentence, i) && sentence.Lower(i - 1) != "very") AddOnce(ItemFor("nice", "nice"), items);

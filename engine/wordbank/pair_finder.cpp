@@ -40,9 +40,8 @@ const std::set<std::string_view> kUnfitWords = {
     "lunatic", "idiot",  "imbecile", "harlot",  "jew",      "nude",    "naked",   "rape",   "sex"};
 // They count or point rather than describe.
 const std::set<std::string_view> kPointingAdjectives = {
-    "other", "most", "many",    "such",      "few",     "several", "more",  "same",
-    "own",   "much", "next",    "last",      "first",   "less",    "least", "second",
-    "third", "made", "various", "different", "certain", "due",     "only"};
+    "other", "most",  "many", "such",  "few",    "several", "more", "same",    "own",     "much", "next",
+    "last",  "first", "less", "least", "second", "third",   "made", "various", "certain", "due",  "only"};
 // Behind a preposition they tell when or how, not what the verb goes with.
 const std::set<std::string_view> kTimeNouns = {"time",    "moment",    "minute",  "hour", "day",   "night",
                                                "morning", "afternoon", "evening", "week", "month", "year",
@@ -92,7 +91,19 @@ class Finder {
   };
 
   int Size() const { return static_cast<int>(tokens_.size()); }
-  Tag TagAt(int i) const { return i < 0 || i >= Size() ? Tag::XX : tokens_[static_cast<std::size_t>(i)].tag; }
+  Tag TagAt(int i) const {
+    if (i < 0 || i >= Size()) return Tag::XX;
+    const Tag tag = tokens_[static_cast<std::size_t>(i)].tag;
+    return tag == Tag::VB && IsPlaceTo(i) ? Tag::NN : tag;
+  }
+
+  // "go to school": the tagger takes such nouns for infinitives.
+  bool IsPlaceTo(int i) const {
+    if (i == 0 || Lower(i - 1) != "to") return false;
+    const Word* word = lexicon_.Find(Lower(i));
+    return word != nullptr && IsMostly(*word, tolvex::kNounPart);
+  }
+
   const std::string& Lower(int i) const {
     static const std::string kNothing;
     return i < 0 || i >= Size() ? kNothing : tokens_[static_cast<std::size_t>(i)].lower;
@@ -180,6 +191,15 @@ class Finder {
     Add(PairKind::kNounPreposition, noun, Lower(phrase.head + 1), after);
   }
 
+  // "It rained last night": no night is rained.
+  bool TellsWhen(const NounPhrase& phrase, const std::string& noun) const {
+    if (!IsOneOf(noun, kTimeNouns)) return false;
+    bool pointed = phrase.pattern.determiner == Pattern::kOther;
+    for (int i = phrase.begin; i < phrase.head; ++i)
+      pointed = pointed || IsOneOf(Lower(i), kPointingAdjectives);
+    return pointed;
+  }
+
   static bool IsHelper(const std::string& verb) { return verb == "be"; }
 
   void AddObjectOf(const NounPhrase& phrase, const std::string& noun) {
@@ -190,7 +210,7 @@ class Finder {
     const bool receiver = behind.empty() && TagAt(before) == Tag::PRP && IsVerb(TagAt(before - 1)) &&
                           !IsOneOf(noun, kTimeNouns);
     if (receiver) --before;  // "give me a chance"
-    if (!IsVerb(TagAt(before))) return;
+    if (!IsVerb(TagAt(before)) || TellsWhen(phrase, noun)) return;
     const std::string verb = VerbLemma(before);
     if (verb.empty() || IsHelper(verb) || (!behind.empty() && IsOneOf(noun, kTimeNouns))) return;
     Add(PairKind::kNounVerb, noun, verb + behind, phrase.pattern);
@@ -254,7 +274,8 @@ class Finder {
   }
 
   void AddAdjective(int i) {
-    if (!IsDescriber(i) || !IsDegree(i - 1) || IsOneOf(Lower(i - 1), kNoDegree)) return;
+    if (!IsDescriber(i) || !IsDegree(i - 1)) return;
+    if (IsOneOf(Lower(i - 1), kNoDegree) || IsOneOf(Lower(i), kPointingAdjectives)) return;
     Add(PairKind::kAdjectiveAdverb, AdjectiveLemma(i), Lower(i - 1), {Pattern::kBefore, {}, false});
   }
 

@@ -1,9 +1,12 @@
 #include "engine/wordbank/translator.h"
 
+#include <algorithm>
 #include <array>
+#include <optional>
 #include <utility>
 
 #include "engine/text/token.h"
+#include "engine/wordbank/sentence_maker.h"
 
 namespace wexbin {
 namespace {
@@ -29,6 +32,7 @@ std::size_t SignSize(std::string_view text) {
 }
 
 bool IsAscii(char c) { return static_cast<unsigned char>(c) < 0x80; }
+bool IsAllAscii(std::string_view text) { return std::all_of(text.begin(), text.end(), IsAscii); }
 bool IsBlank(char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; }
 bool IsWordByte(char c) { return tolvex::IsDigit(c) || (IsAscii(c) && tolvex::IsLetter(c)) || c == '\''; }
 
@@ -37,32 +41,6 @@ std::string_view Trimmed(std::string_view text) {
   while (!text.empty() && IsBlank(text.back())) text.remove_suffix(1);
   return text;
 }
-
-bool ClosesUp(const std::string& piece) { return piece.find_first_not_of(".,?!;:)") == std::string::npos; }
-
-bool EndsSentence(char c) { return c == '.' || c == '?' || c == '!'; }
-
-// A mark directly behind a word; quotes open and close in turn.
-class Line {
- public:
-  void Add(const std::string& piece) {
-    if (piece.empty()) return;
-    const bool isQuote = piece == "\"";
-    if (isQuote) inQuotes_ = !inQuotes_;
-    const bool blank = !text_.empty() && !ClosesUp(piece) && !closed_ && (!isQuote || inQuotes_);
-    if (blank) text_ += ' ';
-    text_ += startsSentence_ ? tolvex::Capitalised(piece) : piece;
-    closed_ = piece == "(" || (isQuote && inQuotes_);
-    startsSentence_ = EndsSentence(piece.back()) || (startsSentence_ && (isQuote || piece == "("));
-  }
-  std::string Text() const { return text_; }
-
- private:
-  std::string text_;
-  bool inQuotes_ = false;
-  bool closed_ = false;  // nothing may come between the last sign and the next word
-  bool startsSentence_ = true;
-};
 
 }  // namespace
 
@@ -94,17 +72,17 @@ std::vector<std::string_view> Translator::Segment(std::string_view text) const {
 std::string Translator::InSentence(std::string_view segment) const {
   const std::string_view sign = AsciiSign(segment);
   if (!sign.empty()) return std::string(Trimmed(sign));
-  const auto found = words_.Find(segment);
+  const auto found = IsAllAscii(segment) ? std::nullopt : words_.Find(segment);
   return std::string(found ? found->substr(0, found->find('\t')) : segment);
 }
 
 std::string Translator::Translate(std::string_view chinese) const {
   const std::string_view text = Trimmed(chinese);
-  const auto whole = words_.Find(text);
+  const auto whole = IsAllAscii(text) ? std::nullopt : words_.Find(text);
   if (whole) return std::string(whole->substr(whole->find('\t') + 1));
-  Line line;
-  for (const std::string_view segment : Segment(text)) line.Add(InSentence(segment));
-  return line.Text();
+  std::vector<Piece> pieces;
+  for (const std::string_view segment : Segment(text)) pieces.push_back({segment, InSentence(segment)});
+  return MakeSentence(std::move(pieces));
 }
 
 }  // namespace wexbin

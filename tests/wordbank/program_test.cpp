@@ -1,0 +1,107 @@
+// wexbin.exe as a process, in a folder of its own.
+#include <fcntl.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include "engine/program/registry_file.h"
+#include "tests/wordbank/shared_bank.h"
+
+namespace wexbin::test {
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr const char* kReset =
+    "**settings for tolvex=\r\ncol_suggestion=0\r\ncollocationListHtm=\r\nerrcode=0\r\nsentence=He go.\r\n";
+
+class WexbinProgram : public ::testing::Test {
+ protected:
+  void SetUp() override { home_.Write("registry.set", kReset); }
+
+  int Run(std::vector<std::string> args, const char* dataDir = WORDBANK_DATA) const {
+    args.insert(args.begin(), WEXBIN_PROGRAM);
+    const pid_t child = fork();
+    if (child == 0) {
+      std::vector<char*> argv;
+      for (auto& arg : args) argv.push_back(arg.data());
+      argv.push_back(nullptr);
+      const int errors = open((home_ / "stderr").c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
+      setenv("MAROVANE_DATA", dataDir, 1);
+      if (dup2(errors, STDERR_FILENO) < 0 || chdir(home_.Path().c_str()) != 0) _exit(126);
+      execv(argv[0], argv.data());
+      _exit(127);
+    }
+    int status = 0;
+    waitpid(child, &status, 0);
+    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+  }
+
+  std::string Value(const std::string& key) const {
+    return tolvex::RegistryFile(home_ / "registry.set").Value(key).value_or("?");
+  }
+
+  /// The lines of the answer, as the window reads them.
+  std::vector<std::string> Answer() const {
+    std::ifstream in(Value("collocationListHtm"), std::ios::binary);
+    const std::string text = tolvex::FromCp950(std::string(std::istreambuf_iterator<char>(in), {}));
+    std::vector<std::string> lines;
+    for (std::size_t at = 0; at < text.size();) {
+      const auto end = text.find("\r\n", at);
+      if (end == std::string::npos) ADD_FAILURE() << "the last line is not closed";
+      lines.push_back(text.substr(at, end - at));
+      at = std::min(end, text.size() - 2) + 2;
+    }
+    return lines;
+  }
+
+  TempFolder home_;
+};
+
+TEST_F(WexbinProgram, WritesATitleAndOneItemALine) {
+  ASSERT_EQ(Run({"rains,CNJ"}), 0);
+  const auto lines = Answer();
+  const auto items = SharedBank().Find("rain", "CNJ");
+  ASSERT_EQ(lines.size(), items.size() + 1);
+  EXPECT_EQ(lines[0], "<title>rains");
+  for (std::size_t i = 0; i < items.size(); ++i) EXPECT_EQ(lines[i + 1], items[i].Line());
+}
+
+TEST_F(WexbinProgram, LeavesTheAnswerInItsFolderAndTheOtherKeysAlone) {
+  ASSERT_EQ(Run({"rain,CNJ"}), 0);
+  EXPECT_EQ(fs::path(Value("collocationListHtm")).parent_path(), fs::canonical(home_.Path()));
+  EXPECT_TRUE(fs::path(Value("collocationListHtm")).filename().string().starts_with("tmp"));
+  EXPECT_EQ(Value("sentence"), "He go.");
+  EXPECT_EQ(Value("col_suggestion"), "0");
+  EXPECT_TRUE(home_.Read("registry.set").starts_with("**settings for tolvex=\r\n"));
+}
+
+TEST_F(WexbinProgram, AlwaysAnswersSoThatTheWindowNeedNotWait) {
+  for (const std::vector<std::string>& args : {std::vector<std::string>{},
+                                               {""},
+                                               {"qwxzk,CNV"},
+                                               {"rain"},
+                                               {"rain,XYZ"},
+                                               {"ice", "cream,CNV"},
+                                               {","},
+                                               {"\xb7\xa1,SN"},
+                                               {std::string(5000, 'x') + ",SN"}}) {
+    home_.Write("registry.set", kReset);
+    ASSERT_EQ(Run(args), 0);
+    const auto lines = Answer();
+    ASSERT_EQ(lines.size(), 2U);
+    EXPECT_TRUE(lines[0].starts_with("<title>"));
+    EXPECT_EQ(lines[1], "找不到任何搭配資料");
+  }
+}
+
+TEST_F(WexbinProgram, FailsWithAReasonWhenItCannotAnswer) {
+  EXPECT_EQ(Run({"rain,CNJ"}, home_.Path().c_str()), 2);
+  EXPECT_NE(home_.Read("stderr").find("wordbank.tables"), std::string::npos);
+  EXPECT_EQ(Value("collocationListHtm"), "");
+  fs::remove(home_ / "registry.set");
+  EXPECT_EQ(Run({"rain,CNJ"}), 2);
+  EXPECT_NE(home_.Read("stderr").find("registry.set"), std::string::npos);
+}
+
+}  // namespace
+}  // namespace wexbin::test

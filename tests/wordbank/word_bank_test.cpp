@@ -1,0 +1,133 @@
+// Answers of the word bank from the real data.
+#include <array>
+#include <cstring>
+#include <thread>
+
+#include "tests/wordbank/shared_bank.h"
+
+namespace wexbin::test {
+namespace {
+
+struct Known {
+  const char* word;
+  const char* code;
+  const char* phrase;
+  int within;  ///< of so many first lines
+};
+
+class KnownPhrases : public ::testing::TestWithParam<Known> {};
+
+TEST_P(KnownPhrases, StandHighInTheAnswer) {
+  const auto& [word, code, phrase, within] = GetParam();
+  const int place = PlaceOf(phrase, SharedBank().Find(word, code));
+  EXPECT_GE(place, 0) << phrase << " is missing";
+  EXPECT_LT(place, within) << phrase;
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Pairs, KnownPhrases,
+    ::testing::Values(Known{"decision", "CNV", "make a decision", 3},
+                      Known{"attention", "CNV", "pay attention", 5}, Known{"bath", "CNV", "take a bath", 5},
+                      Known{"school", "CNV", "go to school", 5}, Known{"love", "CNV", "fall in love", 3},
+                      Known{"tooth", "CNV", "clench one's teeth", 30}, Known{"rain", "CNV", "rain falls", 5},
+                      Known{"rain", "CNJ", "heavy rain", 5}, Known{"danger", "CNP", "in danger", 3},
+                      Known{"home", "CNP", "at home", 2}, Known{"walk", "CVM", "walk slowly", 3},
+                      Known{"ill", "CJM", "seriously ill", 3}, Known{"asleep", "CJM", "fast asleep", 2},
+                      Known{"rain", "SN", "rainfall", 1},
+                      Known{"decide", "SV", "determine, make up one's mind", 2}));
+
+TEST(WordBank, FindsAWordInEveryFormAndInCapitals) {
+  const std::vector<std::array<const char*, 3>> table = {
+      {"rains", "rain", "CNJ"},    {"RAIN", "rain", "CNJ"},      {" rain ", "rain", "CNJ"},
+      {"walked", "walk", "CVM"},   {"spoken", "speak", "CVM"},   {"went", "go", "CVM"},
+      {"happier", "happy", "CJM"}, {"children", "child", "CNJ"}, {"decided", "decide", "SV"},
+      {"biggest", "big", "SJ"}};
+  for (const auto& [form, lemma, code] : table) {
+    const auto items = SharedBank().Find(form, code);
+    const auto expected = SharedBank().Find(lemma, code);
+    ASSERT_FALSE(expected.empty()) << lemma;
+    ASSERT_EQ(items.size(), expected.size()) << form;
+    EXPECT_EQ(items[0].phrase, expected[0].phrase) << form;
+  }
+}
+
+TEST(WordBank, AFormThatIsAWordOfItsOwnKeepsItsAnswer) {
+  EXPECT_NE(SharedBank().Reply("found,SV"), "");
+  EXPECT_NE(SharedBank().Reply("found,SV"), SharedBank().Reply("find,SV"));
+}
+
+TEST(WordBank, NothingIsKnownOfOddQueries) {
+  for (const char* query : {"", ",", "rain", "rain,", ",CNV", "rain,XYZ", "rain,cnv", "qwxzk,CNV", "rain CNV",
+                            "雨,CNV", "rain,CNV,SN", "ra\tin,SN", "<script>,SN"}) {
+    EXPECT_EQ(SharedBank().Reply(query), "") << query;
+  }
+  EXPECT_EQ(SharedBank().Reply(std::string(100000, 'a') + ",SN"), "");
+  EXPECT_EQ(SharedBank().Reply(std::string("ra\0in,SN", 8)), "");
+}
+
+TEST(WordBank, AReplyIsItemsBetweenSeparatorsThatTheWindowCanSplit) {
+  for (const char* query : {"rain,CNJ", "decision,CNV", "good,SJ", "home,CNP"}) {
+    const std::string reply = SharedBank().Reply(query);
+    const auto items = SharedBank().Find(std::string(query, strcspn(query, ",")), strchr(query, ',') + 1);
+    std::size_t at = 0;
+    for (std::size_t i = 0; i < items.size(); ++i) {
+      const auto end = std::min(reply.find("<@>", at), reply.size());
+      EXPECT_EQ(reply.substr(at, end - at), items[i].Line()) << query;
+      at = end + 3;
+    }
+    EXPECT_EQ(at, reply.size() + 3) << query;
+  }
+}
+
+TEST(WordBank, APhraseIsPlainEnglishAndSearchable) {
+  for (const char* word : {"time", "man", "door", "eye", "go", "take", "good", "old", "house", "say"}) {
+    for (const char* code : {"CNV", "CNJ", "CNP", "CVM", "CJM", "SN", "SV", "SJ"}) {
+      for (const Item& item : SharedBank().Find(word, code)) {
+        EXPECT_EQ(item.phrase.find(">>"), std::string::npos) << item.phrase;
+        EXPECT_EQ(item.phrase.find_first_not_of(
+                      "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ' ,.-/0123456789"),
+                  std::string::npos)
+            << item.phrase;
+        EXPECT_FALSE(item.phrase.starts_with(' ') || item.phrase.ends_with(' ')) << item.phrase;
+      }
+    }
+  }
+}
+
+TEST(WordBank, ALineWithoutANoteHasNoSeparator) {
+  EXPECT_EQ((Item{"in danger", ""}).Line(), "in danger");
+  EXPECT_EQ((Item{"heavy rain", "大雨"}).Line(), "heavy rain >> 大雨");
+}
+
+TEST(WordBank, TellsWhichFileIsMissingOrDamaged) {
+  const TempFolder folder;
+  EXPECT_THROW(WordBank{folder.Path()}, std::runtime_error);
+  std::filesystem::copy(std::filesystem::path(WORDBANK_DATA) / "wordbank.tables", folder.Path());
+  const WordBank bank(folder.Path());
+  EXPECT_FALSE(bank.Find("rain", "CNJ").empty());
+  try {
+    bank.Translate("下雨");
+    FAIL() << "the Chinese dictionary is missing";
+  } catch (const std::runtime_error& error) {
+    EXPECT_NE(std::string(error.what()).find("chinese.tables"), std::string::npos);
+  }
+  std::string bytes = folder.Read("wordbank.tables");
+  bytes[bytes.size() / 2] = static_cast<char>(bytes[bytes.size() / 2] + 1);
+  folder.Write("wordbank.tables", bytes);
+  EXPECT_THROW(WordBank{folder.Path()}, std::runtime_error);
+}
+
+TEST(WordBank, AnswersSeveralThreadsAtOnce) {
+  const WordBank bank(WORDBANK_DATA);
+  std::vector<std::string> answers(8);
+  std::vector<std::thread> threads;
+  for (std::string& answer : answers) {
+    threads.emplace_back([&] { answer = bank.Reply("rain,CNJ") + bank.Translate("下雨"); });
+  }
+  for (std::thread& thread : threads) thread.join();
+  for (const std::string& answer : answers) EXPECT_EQ(answer, answers[0]);
+  EXPECT_NE(answers[0], "");
+}
+
+}  // namespace
+}  // namespace wexbin::test
