@@ -275,7 +275,7 @@ class Finder {
 
   void AddAdjective(int i) {
     if (!IsDescriber(i) || !IsDegree(i - 1)) return;
-    if (IsOneOf(Lower(i - 1), kNoDegree) || IsOneOf(Lower(i), kPointingAdjectives)) return;
+    if (IsOneOf(Lower(i - 1), kNoDegree) || IsOneOf(Lower(i), {"last", "next"})) return;
     Add(PairKind::kAdjectiveAdverb, AdjectiveLemma(i), Lower(i - 1), {Pattern::kBefore, {}, false});
   }
 
