@@ -2,6 +2,8 @@
 
 #include <sys/wait.h>
 
+#include <algorithm>
+
 #include "platform/run_time_error.h"
 
 namespace {
@@ -10,7 +12,11 @@ constexpr int kPatience = 30'000;  // milliseconds
 constexpr const char* kRootLine = "root=";
 
 ProcessStart ServerStart(const std::vector<std::string>& arguments) {
-  ProcessStart start{MAROVANE_SERVER_PROGRAM, {"--embedded"}, {}};
+  // A server that chooses its own place takes no word about it.
+  const bool hasPlace = std::ranges::count(arguments, "--prefix") > 0;
+  ProcessStart start{MAROVANE_SERVER_PROGRAM, {}, {}};
+  if (!hasPlace) start.arguments = {"--embedded"};
+  if (hasPlace) start.arguments = {"--port", "0"};
   start.arguments.insert(start.arguments.end(), arguments.begin(), arguments.end());
   return start;
 }

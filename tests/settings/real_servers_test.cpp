@@ -1,0 +1,214 @@
+// Settings and logins as whole ways, with real servers behind them.
+#include "app/compose.h"
+#include "core/start_up.h"
+#include "platform/host/curl_http.h"
+#include "tests/settings/settings_fixture.h"
+#include "tests/support/real_server.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+using ::testing::Optional;
+
+/// One start of the program on a computer that keeps its home.
+struct RunningProgram {
+  RunningProgram(TestMachine& computer, const InstallationValues& installation)
+      : http(computer.loop),
+        machine{computer.loop,       computer.windows,   computer.desktop,   http,
+                computer.files,      computer.databases, computer.processes, computer.chinese,
+                computer.environment},
+        rooms(machine, installation) {}
+
+  CurlHttp http;
+  Machine machine;
+  Composition rooms;
+  Program& program = rooms.program;
+  AppState& app = program.app;
+};
+
+class SettingsOfTwoComputersTest : public ::testing::Test {
+ protected:
+  SettingsOfTwoComputersTest() {
+    for (TestMachine* const computer : {&first_, &second_}) {
+      for (const char* const folder : {"tmp/tolvex", "tmp/marovane", "config/marovane"}) {
+        fs::create_directories(computer->home / folder);
+      }
+    }
+    server_ = std::make_unique<RealServer>(
+        first_.loop,
+        std::vector<std::string>{"--data", (first_.home / "server").string(), "--account", Account(first_)});
+    fs::copy_file(Account(first_), Account(second_));
+  }
+  static std::string Account(const TestMachine& computer) {
+    return (computer.home / "config/marovane/account.set").string();
+  }
+  /// Starts the program up to its main window.
+  std::unique_ptr<RunningProgram> Start(TestMachine& computer) {
+    auto running =
+        std::make_unique<RunningProgram>(computer, InstallationValues{.serverRoot = server_->Root(),
+                                                                      .campusServerRoot = "",
+                                                                      .updateHost = "",
+                                                                      .webSiteRoot = "",
+                                                                      .translateRoot = "",
+                                                                      .oldDefaultDomain = ""});
+    running->app.gEdition = "MRV";
+    InitApplicationState(running->program);
+    running->rooms.frmMain->tmrMouse.Enabled = false;
+    running->rooms.frmMain->Show();
+    return running;
+  }
+  static void ExpectChosen(RunningProgram& running) {
+    FrmMain& frmMain = *running.rooms.frmMain;
+    EXPECT_EQ(frmMain.txtInput.FontSize(), 15);
+    EXPECT_TRUE(frmMain.TopMost());
+    const AppState& app = running.app;
+    EXPECT_EQ(app.gTransformValue, 130);
+    EXPECT_EQ(app.gAutoCleanHistory + app.gAutoKeyinPw + app.gAlwaysOnTop + app.gFeedbackErrData, "1111");
+    EXPECT_EQ(app.gEduBackground, "g1");
+    EXPECT_NE(app.gAccountPassword, "");
+  }
+
+  TestMachine first_, second_;
+  std::unique_ptr<RealServer> server_;
+};
+
+TEST_F(SettingsOfTwoComputersTest, WhatIsSavedHoldsAtOnceAfterARestartAndOnTheOtherComputer) {
+  ScriptedUser& user = first_.user;
+  {
+    const auto running = Start(first_);
+    EXPECT_EQ(running->rooms.frmMain->txtInput.FontSize(), 12);
+    Window<FrmSetup>& frmSetup = running->rooms.frmSetup;
+    frmSetup->Show();
+    user.Click(frmSetup->lblFontSize(0));
+    for (CheckBox* const box : {&frmSetup->chkAutoCleanRec, &frmSetup->chkAutoInputPassword,
+                                &frmSetup->chkAlwaysOnTop, &frmSetup->chkFeedbackErrData}) {
+      if (box->Value() == 0) user.Click(*box);
+    }
+    user.Choose(frmSetup->cboHighestDegree, 5);
+    user.Click(frmSetup->lblHighestDegree(0));
+    frmSetup->sdrTransform.Value = 130;
+    user.Click(frmSetup->picButtons_1);
+    ASSERT_FALSE(frmSetup.IsLoaded());
+    ExpectChosen(*running);
+    first_.loop.WaitUntil([&] { return running->rooms.frmMain->Alpha() == 130; });
+  }
+  ExpectChosen(*Start(first_));
+  ExpectChosen(*Start(second_));
+  server_->Kill();
+  ExpectChosen(*Start(second_));
+}
+
+/// A campus: a server that knows the schools, and the schools.
+class CampusTest : public SettingsRoomTest {
+ protected:
+  CampusTest() : school_(machine.loop, {"--data", PrepareSchool("school", "b101-1").string()}) {
+    machine.environment.commandLine = "xqd";
+    city_ = std::make_unique<RealServer>(
+        machine.loop, std::vector<std::string>{"--data", PrepareSchool("city", "c202").string(), "--prefix",
+                                               "city/serverside"});
+    Put(machine.home / "campus/schools.set",
+        "b101-1=" + Host(school_, "/") + "\r\nc202=" + Host(*city_, "/serverside/") + "\r\n");
+    campus_ = std::make_unique<RealServer>(
+        machine.loop, std::vector<std::string>{"--data", (machine.home / "campus").string()});
+  }
+  fs::path PrepareSchool(const std::string& name, const std::string& login) {
+    Put(machine.home / name / "logins.set", login + "\r\n");
+    Put(machine.home / name / "server.set", "schoolCode=S-" + name + "\r\nschoolName=第一中學\r\n");
+    return machine.home / name;
+  }
+  /// Host, port and path of a server, without what it ends in.
+  static std::string Host(const RealServer& server, const std::string& end) {
+    const std::string address = server.Root().substr(std::string("http://").size());
+    EXPECT_TRUE(address.ends_with(end)) << address;
+    return address.substr(0, address.size() - end.size());
+  }
+  struct Try {
+    const char *login, *password;  ///< nullptr leaves what stands there
+    const char* message;           ///< nullptr for none
+    const char* caption = "訊息";
+  };
+  /// Starts the campus edition; its user makes these tries at the login window and then leaves it.
+  /// @return false when the program has ended; no test goes on from there
+  bool Start(const std::vector<Try>& tries) {
+    started_ =
+        std::make_unique<RunningProgram>(machine, InstallationValues{.serverRoot = "http://nowhere/",
+                                                                     .campusServerRoot = campus_->Root(),
+                                                                     .updateHost = "",
+                                                                     .webSiteRoot = "",
+                                                                     .translateRoot = "",
+                                                                     .oldDefaultDomain = ""});
+    auto& hall = started_->program.hall;
+    hall.checkDatabaseBuild = hall.unpackDataFiles = hall.refreshUpdater = hall.checkVersion =
+        hall.warmUpErrListDb = hall.tellMissingData = nullptr;
+    Window<FrmXQDLogin>& frm = started_->rooms.frmXQDLogin;
+    const auto user = machine.windows.onShown;
+    machine.windows.onShown = [&](Form& form, bool isModal) {
+      if (user) user(form, isModal);
+      if (dynamic_cast<FrmXQDLogin*>(&form) != nullptr) machine.loop.Post([&] { Act(frm, tries); });
+    };
+    bool isOn = true;
+    try {
+      FrmStartUp::PrepareProgram(started_->program);
+    } catch (const ProgramEnd&) {
+      isOn = false;
+    }
+    machine.windows.onShown = user;
+    EXPECT_EQ(machine.user.Expected(), 0U);
+    return isOn;
+  }
+  void Act(Window<FrmXQDLogin>& frm, const std::vector<Try>& tries) {
+    for (const Try& each : tries) {
+      if (each.message != nullptr) AnswerMessage(each.message, each.caption);
+      if (each.login != nullptr) {
+        frm->txtLogin.Text = "";
+        machine.user.Type(frm->txtLogin, each.login);
+        machine.user.Press(frm->txtLogin, kKeyEnter);
+      }
+      if (each.password == nullptr) continue;
+      frm->txtPassword.Text = each.password;
+      machine.user.Press(frm->txtPassword, kKeyEnter);
+    }
+    if (frm.IsLoaded()) machine.user.Click(frm->picButtons(1));
+  }
+  std::string Certificate() const { return Content(machine.home / "tmp/marovane/xqdcert.set").value_or(""); }
+
+  RealServer school_;
+  std::unique_ptr<RealServer> city_, campus_;
+  std::unique_ptr<RunningProgram> started_;
+};
+
+TEST_F(CampusTest, FirstLoginSetsThePasswordAndLaterOnesWantIt) {
+  EXPECT_TRUE(Start({{"nobody", nullptr, "29851"}, {"b101-1", "first1", "2977"}}));
+  EXPECT_EQ(started_->app.gServerUrlRoot, school_.Root());
+  EXPECT_EQ(started_->app.gSchoolCode + " " + started_->app.gSchoolName, "S-school 第一中學");
+  EXPECT_EQ(started_->app.gAccountNo, "b101-1");
+  EXPECT_EQ(Certificate(), Host(school_, "/") + "\r\nb101-1\r\nfirst1\r\n");
+  EXPECT_TRUE(Start({{nullptr, "other2", "32"}, {nullptr, "first1", nullptr}}))
+      << "the login and its school come from the file";
+  EXPECT_EQ(started_->app.gServerUrlRoot, school_.Root());
+  const std::string kept = Certificate();
+  EXPECT_FALSE(Start({{nullptr, "other2", "32"}}));
+  EXPECT_EQ(Certificate(), kept);
+}
+
+TEST_F(CampusTest, SchoolWithItsPagesInAFolderIsFoundThere) {
+  EXPECT_TRUE(Start({{"c202", "first1", "2977"}}));
+  EXPECT_EQ(started_->app.gServerUrlRoot, city_->Root());
+  EXPECT_EQ(started_->app.gUpdaterUrlRoot, Host(*city_, "/serverside/") + "/serverside/update");
+  EXPECT_EQ(Certificate(), Host(*city_, "/serverside/") + "\r\nc202\r\nfirst1\r\n");
+  EXPECT_TRUE(Start({{nullptr, "first1", nullptr}}));
+  EXPECT_EQ(started_->app.gSchoolCode, "S-city");
+}
+
+TEST_F(CampusTest, ServersThatAreGoneAreToldAndTheWindowStaysForAnotherTry) {
+  EXPECT_TRUE(Start({{"b101-1", "first1", "2977"}}));
+  const std::string kept = Certificate();
+  school_.Kill();
+  campus_->Kill();
+  EXPECT_FALSE(Start({{nullptr, "first1", "2984", "錯誤"},
+                      {nullptr, "first1", "2984", "錯誤"},
+                      {"c202", nullptr, "2984", "錯誤"}}));
+  EXPECT_EQ(Certificate(), kept);
+}
+
+}  // namespace
