@@ -1,5 +1,7 @@
 #include "essay/engine_passes.h"
 
+#include <algorithm>
+#include <cctype>
 #include <optional>
 
 #include "core/big5_file.h"
@@ -103,12 +105,25 @@ std::optional<EngineAnswer> AskUntilAnswered(EssayRoom& room) {
   return std::nullopt;
 }
 
+// What stands in the page's body. A page without one is all body.
+std::string BodyOf(const std::string& page) {
+  std::string lower = page;
+  std::ranges::transform(lower, lower.begin(), [](unsigned char sign) { return std::tolower(sign); });
+  const auto tag = lower.find("<body");
+  const auto begin = tag == std::string::npos ? tag : lower.find('>', tag);
+  if (begin == std::string::npos) return page;
+  const auto end = lower.rfind("</body");
+  const bool isClosed = end != std::string::npos && end > begin;
+  return page.substr(begin + 1, isClosed ? end - begin - 1 : std::string::npos);
+}
+
 // "" when the page cannot be had.
 std::string FetchPage(Program& program, const std::string& url) try {
   const HttpResponse response =
       program.machine.http.Send({.method = "GET", .url = url, .headers = {}, .body = ""});
   if (response.status != 200) return "";
-  return response.contentType.find("utf-8") != std::string::npos ? response.body : BytesToText(response.body);
+  const bool isUtf8 = response.contentType.find("utf-8") != std::string::npos;
+  return BodyOf(isUtf8 ? response.body : BytesToText(response.body));
 } catch (const RunTimeError&) {
   return "";
 }

@@ -174,7 +174,8 @@ void FrmEssayInputEdu::Delete(const std::string& essayIds, bool isAssigned) {
   Program& program = room_.program;
   if (FrmMessage::Ask(program, "15", 2, "YES_NO", "2") != "YES") return;
   FrmMessage::ProgressMsgBox(program, "3005", 0, "0");
-  for (const auto& essayId : Split(essayIds, "|")) {
+  // A renderer may have encoded the sign on its way.
+  for (const auto& essayId : Split(Replace(essayIds, "%7C", "|"), "|")) {
     if (!essayId.empty()) records_.Delete(essayId);
   }
   program.frmMessage->closeForm();

@@ -19,12 +19,6 @@ using namespace essay_walk;
 
 namespace {
 
-void CleanBox(RichTextBox& txtInput) {
-  for (const auto& [from, to] : {std::pair{"’", "'"}, {"，", ","}, {"．", "."}, {"  ", " "}}) {
-    txtInput.Text = Replace(txtInput.Text(), from, to);
-  }
-}
-
 bool AcceptText(EssayRoom& room) {
   const std::string refusal = RefusalOf(room.frmEssay->txtInput.Text);
   if (refusal.empty()) return true;
@@ -278,7 +272,8 @@ std::string essay_walk::AskInPlace(EssayRoom& room, const char* msgId, int iconI
 }
 
 void StartEssayProcess(EssayRoom& room) {
-  CleanBox(room.frmEssay->txtInput);
+  RichTextBox& txtInput = room.frmEssay->txtInput;
+  txtInput.Text = WithPlainSigns(txtInput.Text());
   if (!AcceptText(room)) return;
   try {
     OpenEssay(room);

@@ -9,7 +9,6 @@
 namespace essay_walk {
 namespace {
 
-constexpr const char* kWaiting = "##EDIT##";
 constexpr const char* kBrokenOff = "#EDIT_BREAK#";
 constexpr int kClearButton = 9;
 constexpr int kBreakButton = 10;
@@ -53,8 +52,8 @@ bool IsUsable(EssayRoom& room, const std::string& correction) {
 std::string AwaitCorrection(EssayRoom& room) {
   auto& verdict = room.program.app.gVerdict;
   do {
-    verdict = kWaiting;
-    room.program.machine.loop.WaitUntil([&verdict] { return verdict != kWaiting; });
+    verdict = kAwaitsCorrection;
+    room.program.machine.loop.WaitUntil([&verdict] { return verdict != kAwaitsCorrection; });
   } while (verdict != kBrokenOff && !verdict.empty() && !IsUsable(room, verdict));
   return verdict;
 }

@@ -12,6 +12,9 @@ inline constexpr TextStyle kCurrent{.color = Rgb(0, 0, 255), .underline = true};
 inline constexpr TextStyle kPassed{.color = Rgb(0, 100, 0)};
 inline constexpr TextStyle kDone{.color = Rgb(50, 50, 50)};
 
+/// The word in gVerdict while the walk waits for the user's correction.
+inline constexpr const char* kAwaitsCorrection = "##EDIT##";
+
 /// Shows a message in the place of the essay window, and gives the answer. The window stays away.
 std::string AskInPlace(EssayRoom& room, const char* msgId, int iconIndex, const char* buttons,
                        const char* kind);

@@ -102,6 +102,18 @@ TEST_F(EnginePassTest, RecordsWhatTheWebEngineSays) {
 
 TEST_F(EnginePassTest, SendsTheRequestAndThePage) {
   replies[app.gEssayCurSentence] = "OK_1#AG01#page.htm#x";
+  const std::pair<const char*, const char*> pages[] = {
+      {"<html><head><title>t</title></head><BODY class='x'><p>finding</p></BODY></html>",
+       "%3Cp%3Efinding%3C%2Fp%3E"},
+      {"<body>open", "open"},
+      {"<p>no body</p>", "%3Cp%3Eno+body%3C%2Fp%3E"}};
+  for (const auto& [page, filed] : pages) {
+    machine.http.Route("page.htm", page);
+    Pass();
+    EXPECT_THAT(Posts().back(), EndsWith(std::string("&filestr=") + filed));
+  }
+  machine.http.requests.clear();
+  composition.records.Db().RunScript("delete from errsentence");
   Pass();
   const auto request = machine.http.Bodies("p_passWebEngine.asp");
   ASSERT_THAT(request, SizeIs(1));

@@ -240,7 +240,7 @@ TEST_F(TopicsTest, DeletesTheTickedEssaysAfterAQuestion) {
   } kCases[] = {{"e1|e2|", &FrmMessage::cmdNo, "", "e1 e2 e3"},
                 {"", &FrmMessage::cmdYes, "", "e1 e2 e3"},
                 {"|e2||", &FrmMessage::cmdYes, "e2", "e1 e3"},
-                {"e1|e3|unknown|", &FrmMessage::cmdYes, "e1 e2 e3", ""}};
+                {"e1%7Ce3%7Cunknown%7C", &FrmMessage::cmdYes, "e1 e2 e3", ""}};
   Put({"e1", "w1", "A", "N", 5, 2});
   Put({"e2", "w1", "A", "N", 5, 1});
   Put({"e3", "w2", "B"});

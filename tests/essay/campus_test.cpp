@@ -1,0 +1,112 @@
+// A pupil of a school from the login to the teacher's comment, with real servers.
+#include "platform/host/curl_http.h"
+#include "platform/text_encoding.h"
+#include "server/school_store.h"
+#include "tests/essay/topics_fixture.h"
+#include "tests/support/real_server.h"
+
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+
+constexpr auto kOk = &FrmMessage::cmdOK;
+constexpr const char* kPupil = "pupil7";
+constexpr const char* kTopic = "w1";
+
+class CampusTest : public TopicsTest {
+ protected:
+  CampusTest() {
+    for (const char* page : {"", "p_all_webengine_get.asp", "p_passWebEngine_conn.asp", "p_passWebEngine.asp",
+                             "p_getconn.asp", "p_all_engine_htm_rec.asp", "p_mrv_get_essay_work.asp"}) {
+      machine.http.Route(page, [this](const HttpRequest& request) { return curl_.Send(request); });
+    }
+    composition.program.hall.frmUpload.LeadsTo([this]() -> UploadRun& { return *composition.frmUpload; });
+    UseEdition("XQD");
+    store_ = marovane::OpenSqliteSchoolStore(machine.home / "school" / "server.db");
+    store_->PutTeacher({"lin", "林老師", "x"});
+    const std::string grade = store_->AddClass("lin", "三年一班");
+    store_->AddPupils("lin", grade, {{kPupil, "王小明"}});
+    store_->AddTopic("lin", {kTopic, grade, "", "我的家", "Write about your home.", "2026-12-01", ""});
+  }
+
+  std::string SchoolData() {
+    const auto data = machine.home / "school";
+    machine.realFiles.CreateFolder(data, true);
+    machine.realFiles.Write(data / "logins.set", std::string(kPupil) + "\r\n", false);
+    return data.string();
+  }
+  std::string CampusData() {
+    const auto data = machine.home / "campus";
+    machine.realFiles.CreateFolder(data, true);
+    std::string address = school_.Root().substr(std::string("http://").size());
+    address.pop_back();
+    machine.realFiles.Write(data / "schools.set", std::string(kPupil) + "=" + address + "\r\n", false);
+    return data.string();
+  }
+
+  void LogIn() {
+    app.gACServerRoot = campus_.Root();
+    FrmXQDLogin& login = *composition.frmXQDLogin;
+    login.Show();
+    machine.user.Type(login.txtLogin, kPupil);
+    machine.user.Press(login.txtLogin, kKeyEnter);
+    login.txtPassword.Text = "first1";
+    ExpectMessage("2977", kOk);
+    machine.user.Press(login.txtPassword, kKeyEnter);
+    ASSERT_EQ(app.gServerUrlRoot, school_.Root());
+    ASSERT_TRUE(app.gXqdLoginOk);
+    app.gPublisherRoot = app.gFileServerRoot = app.gServerUrlRoot;
+  }
+  std::string ShownIn(const WebBrowser& pane) {
+    const HttpRequest get{.method = "GET", .url = pane.LocationURL(), .headers = {}, .body = ""};
+    return FromBig5(curl_.Send(get).body);
+  }
+  std::string Topics() { return RowsOf(OpenTopics().webHtml); }
+
+  CurlHttp curl_{machine.loop};
+  RealServer school_{machine.loop, {"--data", SchoolData()}};
+  RealServer campus_{machine.loop, {"--data", CampusData()}};
+  std::unique_ptr<marovane::SchoolStore> store_;
+};
+
+TEST_F(CampusTest, APupilWritesToOrderAndReadsWhatTheTeacherSays) {
+  ASSERT_NO_FATAL_FAILURE(LogIn());
+  composition.frmMain->imgMenu_Click(4);
+  EXPECT_EQ(RowsOf(room.frmEssayInputEdu->webHtml), "\n我的家 --- --- --- 2026/12/1 未交卷\n");
+  room.frmEssayInputEdu->webHtml.FollowLink("cmd:wid:w1");
+  EXPECT_THAT(ShownIn(composition.frmBrowser->webMain), HasSubstr("Write about your home."));
+
+  ExpectMessage("14003", kOk);
+  Correct("He goes home.");
+  ExpectMessage("14005", kOk);
+  ExpectMessage("14019", &FrmMessage::cmdNo);
+  machine.user.Focus(Window().txtInput);
+  Window().txtInput.Text = "He go home. I like it.";
+  machine.user.Click(Window().picButtons(1));
+  const std::string essayId = LastEssay().essayId;
+  EXPECT_EQ(LastEssay().newEssay, "He goes home. I like it.");
+  EXPECT_THAT(Topics(), HasSubstr("我的家 1 2026/11/5 1 2026/12/1 未交卷 選取交卷?"));
+
+  room.frmEssayInputEdu->webHtml.FollowLink("cmd:col:w1");
+  ExpectMessage("14016", kOk);
+  ExpectMessage("14018", kOk);
+  room.frmEssayCollect->webHtml.FollowLink("cmd:snd:" + essayId + "@w1");
+  EXPECT_EQ(FinalSet(essayId), "Y");
+  EXPECT_THAT(RowsOf(room.frmEssayInputEdu->webHtml), HasSubstr("已交卷 教師尚未批閱"));
+
+  auto handIns = store_->HandIns("lin", kTopic);
+  ASSERT_EQ(handIns.size(), 1U);
+  EXPECT_EQ(handIns[0].newEssay, "He goes home. I like it.");
+  handIns[0].comment = "寫得很好";
+  handIns[0].markedDay = "2026-11-06";
+  EXPECT_TRUE(store_->Mark("lin", kTopic, handIns[0]));
+  EXPECT_THAT(Topics(), HasSubstr("已交卷 查看教師批閱"));
+  room.frmEssayInputEdu->webHtml.FollowLink("cmd:res:w1");
+  EXPECT_THAT(ShownIn(composition.frmBrowser->webOther),
+              AllOf(HasSubstr("寫得很好"), HasSubstr("cmd:show:" + essayId)));
+  composition.frmBrowser->webOther.FollowLink("cmd:show:" + essayId);
+  EXPECT_TRUE(Window().mViewOnly && Window().mReportDone);
+}
+
+}  // namespace
