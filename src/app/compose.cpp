@@ -25,6 +25,8 @@ Composition::Composition(Machine& machine, InstallationValues installation)
       frmMenu(Make<FrmMenu>(program)),
       frmDebug(Make<FrmDebug>(program)),
       frmBrowser(Make<FrmBrowser>(program)),
+      frmCollocation(Make<FrmCollocation>(program)),
+      frmSuggest(Make<FrmSuggest>(program, frmCollocation)),
       frmErrSentence(Make<FrmErrSentence>(program, records)),
       essay(program, records, errList),
       frmBindSelect(Make<FrmBindSelect>(program)),
@@ -41,6 +43,8 @@ Composition::Composition(Machine& machine, InstallationValues installation)
   auto& hall = program.hall;
   hall.frmMain.LeadsTo([this]() -> MainWindow& { return *frmMain; });
   hall.frmBrowser.LeadsTo([this]() -> Browser& { return *frmBrowser; });
+  hall.frmCollocation.LeadsTo([this]() -> WordHelper& { return *frmCollocation; });
+  hall.frmSuggest.LeadsTo([this]() -> Suggestions& { return *frmSuggest; });
   hall.frmMenu.LeadsTo([this]() -> TextMenu& { return *frmMenu; });
   hall.frmDebug.LeadsTo([this]() -> HallWindow& { return *frmDebug; });
   hall.frmErrSentence.LeadsTo([this]() -> ErrorSentences& { return *frmErrSentence; });

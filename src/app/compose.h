@@ -3,6 +3,7 @@
 
 #include "checking/error_sentences.h"
 #include "checking/main_window.h"
+#include "checking/suggestions.h"
 #include "core/debug_window.h"
 #include "core/message.h"
 #include "core/program.h"
@@ -24,6 +25,7 @@
 #include "views/error_statistics.h"
 #include "views/record_export.h"
 #include "wordhelper/browser.h"
+#include "wordhelper/collocation.h"
 
 /// A program with all its windows behind the doors of its hall.
 struct Composition {
@@ -38,6 +40,8 @@ struct Composition {
   Window<FrmMenu> frmMenu;
   Window<FrmDebug> frmDebug;
   Window<FrmBrowser> frmBrowser;
+  Window<FrmCollocation> frmCollocation;
+  Window<FrmSuggest> frmSuggest;
   Window<FrmErrSentence> frmErrSentence;
   EssayRoom essay;
   Window<FrmBindSelect> frmBindSelect;

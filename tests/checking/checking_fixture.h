@@ -24,11 +24,11 @@ class FakeBrowser : public Form, public Browser {
   void GoNavigate(const std::string& url, int mode) override {
     visited.push_back(std::to_string(mode) + " " + url);
   }
-  void GoWritePage(const std::string& /*html*/, int /*mode*/) override {}
+  void GoWritePage(const std::string& html, int /*mode*/) override { written.push_back(html); }
   void GoPostPage(const std::string& html, int mode) override {
     posted.push_back(std::to_string(mode) + " " + html);
   }
-  std::vector<std::string> visited, posted;
+  std::vector<std::string> visited, written, posted;
 };
 
 class FakeSuggestions : public Form, public Suggestions {

@@ -134,6 +134,35 @@ Form& ShowCollection(WindowedProgram& program) {
   return Opaque(*program.composition.essay.frmEssayCollect);
 }
 
+// With sources, and on the third tab with an answer.
+Form& ShowWordHelper(WindowedProgram& program, int tab) {
+  auto& http = program.machine.http;
+  http.Route("p_getconn.asp", "ONLINE");
+  http.Route("p_getwebhelper.asp", "Tatoeba#cn#en#u<@>Tatoeba#en#en#u<@>Wiktionary#en#en#u");
+  http.Route("p_update_useract.asp", "OK_");
+  http.Route("p_all_webengine_get.asp", "OK_http://engine/");
+  http.Route("p_passWebEngine_conn.asp", "ONLINE");
+  http.Route("p_passWebEngine_wbank.asp", "OK_make a decision >> make a choice<@>reach a decision");
+  ShowMain(program, false);
+  FrmCollocation& helper = *program.composition.frmCollocation;
+  program.composition.program.app.gUseWebEngineWbank = true;
+  program.composition.program.app.gSuggestMode = "collo";
+  if (tab == 2) helper.PassEngineCheckWBank("decision,CNV");
+  helper.tmrArrow.Enabled = false;
+  helper.picTabs_Click(tab);
+  helper.ShowQuery("decision,CNV");
+  program.composition.program.frmMessage.Unload();
+  return Opaque(helper);
+}
+
+Form& ShowSuggest(WindowedProgram& program) {
+  FrmSuggest& suggest = *program.composition.frmSuggest;
+  Form& form = Opaque(suggest);
+  suggest.ShowSuggest("SYN", "happy||glad,happy||content");
+  suggest.ShowSuggest("COL", "rain 名詞 heavy 形容詞,rain 名詞 fall 動詞");
+  return form;
+}
+
 }  // namespace
 
 WindowedProgram::WindowedProgram() : composition(machine.machine, InstallationValues{}) {
@@ -183,6 +212,11 @@ const std::vector<ShownWindow>& ProgramWindows() {
       {"frmEssay-walk", [](WindowedProgram& p) -> Form& { return ShowEssay(p, true); }},
       {"frmEssayCompare",
        [](WindowedProgram& p) -> Form& { return Opaque(*p.composition.essay.frmEssayCompare); }},
+      {"frmCollocation", [](WindowedProgram& p) -> Form& { return ShowWordHelper(p, 0); }},
+      {"frmCollocation-examples", [](WindowedProgram& p) -> Form& { return ShowWordHelper(p, 1); }},
+      {"frmCollocation-partners", [](WindowedProgram& p) -> Form& { return ShowWordHelper(p, 2); }},
+      {"frmCollocation-synonyms", [](WindowedProgram& p) -> Form& { return ShowWordHelper(p, 3); }},
+      {"frmSuggest", ShowSuggest},
       {"frmBrowser", [](WindowedProgram& p) -> Form& { return Opaque(*p.composition.frmBrowser); }},
   };
   return windows;

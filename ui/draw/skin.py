@@ -28,6 +28,7 @@ ICONS = {
     "outside": '<path d="M10 5H5v14h14v-5M14 5h5v5M19 5l-8 8"/>',
     "up": '<path d="M6 15l6-6 6 6"/>',
     "down": '<path d="M6 9l6 6 6-6"/>',
+    "arrow": '<path d="M4 12h15M13 6l6 6-6 6"/>',
     "cross": '<path d="M7 7l10 10M17 7L7 17"/>',
     "tick": '<path d="M5 12.5l4.5 4.5L19 7"/>',
     "send": '<path d="M4 11.500L20 4l-5 16-4-6.500zM11 13.500L20 4"/>',
@@ -168,8 +169,8 @@ def browser():
     tabs("frmBrowser")
 
 
-def tabs(form):
-    for index in range(2):
+def tabs(form, count=2):
+    for index in range(count):
         save(f"{form}/imgTabOn_{index}", 110, 32,
              '<path d="M0.5 32V9a8 8 0 0 1 8-8h93a8 8 0 0 1 8 8v23z" fill="#585858" stroke="#6e6e6e"/>'
              f'<rect x="10" y="1" width="90" height="2" rx="1" fill="{AMBER}"/>', AMBER)
@@ -179,6 +180,12 @@ def tabs(form):
 
 def diary():
     tabs("frmDiary")
+
+
+def word_helper():
+    tabs("frmCollocation", 4)
+    tabs("frmSuggest")
+    save("frmCollocation/imgArrow", 24, 24, icon("arrow", AMBER, 0, 0, 24, 2.2), AMBER)
 
 
 def essay():
@@ -262,6 +269,6 @@ def topic_pictures():
     save("pages/tab_line", 720, 2, '<path d="M0 0h720v2H0z" fill="#333333"/>')
 
 
-for draw in (main_window, logos, close_button, marks, message_icons, progress_bar, browser, diary, essay, splash,
+for draw in (main_window, logos, close_button, marks, message_icons, progress_bar, browser, diary, word_helper, essay, splash,
              page_pictures, report_pictures, topic_pictures):
     draw()
