@@ -9,6 +9,7 @@
 #include "app/terminal_command.h"
 #include "core/text_utility.h"
 #include "essay/report_window.h"
+#include "essay/walk_steps.h"
 #include "platform/event_loop.h"
 #include "platform/files.h"
 #include "platform/html.h"
@@ -18,7 +19,6 @@
 namespace {
 
 constexpr int kBreakButton = 10;
-constexpr const char* kWaiting = "##EDIT##";
 constexpr int kLookEvery = 10;  // ms
 
 std::string WithDosLineEnds(const std::string& text) {
@@ -38,7 +38,7 @@ TerminalEssay::TerminalEssay(Composition& composition)
       printer_(composition.program.machine),
       correcting_(composition.program.machine.loop, kLookEvery) {
   correcting_.onTick = [this] {
-    if (composition_.program.app.gVerdict == kWaiting) AskCorrection();
+    if (composition_.program.app.gVerdict == essay_walk::kAwaitsCorrection) AskCorrection();
   };
 }
 

@@ -8,12 +8,6 @@
 
 namespace {
 
-void NormaliseInput(RichTextBox& txtInput) {
-  for (const auto& [from, to] : {std::pair{"’", "'"}, {"，", ","}, {"．", "."}, {"  ", " "}}) {
-    txtInput.Text = Replace(txtInput.Text(), from, to);
-  }
-}
-
 void ClearEssay(AppState& app) {
   app.gEssayId.clear();
   app.gEssayWorkId.clear();
@@ -44,7 +38,7 @@ bool PassPasswordGate(FrmMain& frmMain) {
 }  // namespace
 
 bool AcceptInput(FrmMain& frmMain, std::string& sentence) {
-  NormaliseInput(frmMain.txtInput);
+  frmMain.txtInput.Text = WithPlainSigns(frmMain.txtInput.Text());
   sentence = frmMain.txtInput.Text;
   if (IsPlainAscii(sentence)) return true;
   FrmMessage::Ask(frmMain.program, "13001", 1, "OK", "0");

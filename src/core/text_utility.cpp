@@ -109,6 +109,13 @@ std::string EngineReplyCode(std::string_view reply) {
   return Mid(Trim(std::string_view(plain).substr(0, plain.find('#'))), 1, 6);
 }
 
+std::string WithPlainSigns(std::string text) {
+  for (const auto& [from, to] : {std::pair{"’", "'"}, {"，", ","}, {"．", "."}, {"  ", " "}}) {
+    text = Replace(text, from, to);
+  }
+  return text;
+}
+
 bool IsPlainAscii(std::string_view text) {
   return std::ranges::all_of(text, [](char sign) { return sign >= 32 && sign <= 122; });
 }

@@ -42,6 +42,9 @@ std::string DefaultEssayTitle(const std::string& title, LocalTime now);
 
 /// Leading code of an engine's reply: without "!", up to the first "#", trimmed, at most six characters.
 std::string EngineReplyCode(std::string_view reply);
+/// What an input method or a paste has brought, with the signs that engines know: a plain apostrophe, comma
+/// and full stop, and one blank for two.
+std::string WithPlainSigns(std::string text);
 /// True when every character's code lies in 32..122.
 bool IsPlainAscii(std::string_view text);
 bool IsValidEmail(std::string_view text);
