@@ -13,6 +13,7 @@ void CheckThereBe(const Sentence& sentence, Findings& findings);           ///< 
 void CheckVerbGroup(const Sentence& sentence, Findings& findings);   ///< what follows can, have, be, to, do
 void CheckNumber(const Sentence& sentence, Findings& findings);      ///< "two student", "a books"
 void CheckArticle(const Sentence& sentence, Findings& findings);     ///< "a apple", "is student"
+void CheckBareNoun(const Sentence& sentence, Findings& findings);    ///< "buy umbrella", "to airport"
 void CheckTense(const Sentence& sentence, Findings& findings);       ///< "yesterday I go"
 void CheckComparison(const Sentence& sentence, Findings& findings);  ///< "taller then", "than" alone
 void CheckShape(const Sentence& sentence, Findings& findings);       ///< fragments, comma splices

@@ -58,7 +58,9 @@ bool TellsOfSpeech(const Sentence& sentence) {
 
 void CheckPastTime(const Sentence& sentence, Findings& findings, int time) {
   const Verbs verbs = FindVerbs(sentence);
-  if (sentence.Lower(time + 1) == "'s" || sentence.Is(time - 1, {"since", "of", "from"})) return;
+  if (sentence.Lower(time + 1) == "'s" ||
+      sentence.Is(time - 1, {"since", "of", "from", "by", "than", "then"}))
+    return;
   if (verbs.perfect >= 0 && verbs.past < 0 && sentence.Size() < 14 && !sentence.AnyBefore(time, {"since"})) {
     const int participle =
         sentence.TagAt(verbs.perfect + 1) == Tag::VBN ? verbs.perfect + 1 : verbs.perfect + 2;
@@ -106,6 +108,7 @@ void CheckIfWill(const Sentence& sentence, Findings& findings, int i) {
   const bool simpleSubject = sentence.TagAt(i + 1) == Tag::PRP;
   const int will = simpleSubject ? i + 2 : i + 3;
   if (sentence.Lower(will) != "will" || sentence.TagAt(will) != Tag::MD) return;
+  if (sentence.Is(will + 1, {"follow", "excuse", "forgive", "allow", "pardon"})) return;  // a polite request
   for (int comma = will + 1; comma < sentence.Size(); ++comma) {
     if (sentence.At(comma).text != ",") continue;
     if (!sentence.Is(comma + 2, {"will", "can", "'ll", "shall", "may"}) &&

@@ -153,7 +153,7 @@ void CheckBareNot(const Sentence& sentence, Findings& findings, int i) {
   if (governed) return;
   const bool third = sentence.Is(i - 1, {"he", "she", "it"});
   const std::string base(sentence.Lemma(i + 1));
-  findings.Add("bare-not", i, i + 1, {(third ? "does not " : "do not ") + base});
+  findings.Add("bare-not", i, i + 1, {(third ? "doesn't " : "don't ") + base});
 }
 
 }  // namespace

@@ -65,22 +65,31 @@ Condition ReadMask(Condition condition, Condition::Kind kind, std::string_view n
   return condition;
 }
 
-std::shared_ptr<const WordSet> ReadWords(std::string_view text, const WordLists& lists) {
-  if (text.size() > 1 && text[0] == '$') {
-    const auto list = lists.find(std::string(text.substr(1)));
-    if (list == lists.end()) throw std::invalid_argument(fmt::format("unknown list {}", text));
-    return list->second;
-  }
-  const auto words = Split(text, '|');
-  return std::make_shared<WordSet>(words.begin(), words.end());
+std::shared_ptr<const WordSet> ListNamed(std::string_view name, const WordLists& lists) {
+  const auto list = lists.find(std::string(name.substr(1)));
+  if (list == lists.end()) throw std::invalid_argument(fmt::format("unknown list {}", name));
+  return list->second;
 }
 
-Condition ReadCondition(std::string_view text, const WordLists& lists) {
-  Condition condition;
-  if (text.size() > 1 && text[0] == '!') {
-    condition.negated = true;
-    text.remove_prefix(1);
+bool IsListName(std::string_view text) { return text.size() > 1 && text[0] == '$'; }
+
+// Words and lists of words, as "many|$number_words".
+std::shared_ptr<const WordSet> ReadWords(std::string_view text, const WordLists& lists) {
+  const auto words = Split(text, '|');
+  if (words.size() == 1 && IsListName(words[0])) return ListNamed(words[0], lists);
+  auto set = std::make_shared<WordSet>();
+  for (const std::string& word : words) {
+    if (IsListName(word)) {
+      set->merge(WordSet(*ListNamed(word, lists)));
+    } else {
+      set->insert(word);
+    }
   }
+  return set;
+}
+
+Condition ReadOneKind(std::string_view text, const WordLists& lists) {
+  const Condition condition;
   using Kind = Condition::Kind;
   if (text == ".") return condition;
   if (text == "#first") return WithKind(condition, Kind::kFirst);
@@ -91,16 +100,52 @@ Condition ReadCondition(std::string_view text, const WordLists& lists) {
   if (text.size() > 1 && text[0] == ':') return ReadMask(condition, Kind::kForms, text.substr(1));
   if (text.size() > 1 && text[0] == '+') return ReadMask(condition, Kind::kParts, text.substr(1));
   if (text.size() > 1 && text[0] == '%') return ReadMask(condition, Kind::kMostly, text.substr(1));
-  if (text.size() > 2 && text[0] == '<' && text.back() == '>') {
-    condition.kind = Kind::kLemmas;
-    condition.words = ReadWords(text.substr(1, text.size() - 2), lists);
-  } else if (text.size() > 2 && text[0] == '[' && text.back() == ']') {
-    condition.kind = Kind::kNounLemmas;
-    condition.words = ReadWords(text.substr(1, text.size() - 2), lists);
-  } else {
-    condition.kind = Kind::kWords;
-    condition.words = ReadWords(text, lists);
+  const bool verbs = text.size() > 2 && text[0] == '<' && text.back() == '>';
+  const bool nouns = text.size() > 2 && text[0] == '[' && text.back() == ']';
+  const std::string_view words = verbs || nouns ? text.substr(1, text.size() - 2) : text;
+  Condition named = WithKind(condition, verbs ? Kind::kLemmas : nouns ? Kind::kNounLemmas : Kind::kWords);
+  named.words = ReadWords(words, lists);
+  return named;
+}
+
+bool StartsKind(std::string_view part) {
+  return part.size() > 1 && std::string_view("@#:+%~<[").find(part[0]) != std::string_view::npos;
+}
+
+bool Continues(std::string_view group, const std::string& part) {
+  if (group[0] == '@') return TagMask(part) != 0;
+  if (group[0] == ':') return FormMask(part) != 0;
+  if (group[0] == '+' || group[0] == '%') return PartMask(part) != 0;
+  return group[0] != '#' && group[0] != '~' && group.back() != '>' && group.back() != ']';
+}
+
+// Parts of one kind together: "to|for|@NN|NNS|#end" is "to|for", "@NN|NNS" and "#end".
+std::vector<std::string> SplitKinds(std::string_view text) {
+  std::vector<std::string> groups;
+  for (const std::string& part : Split(text, '|')) {
+    const bool starts = groups.empty() ||
+                        (StartsKind(part) && groups.back().find_first_of("<[") == std::string::npos) ||
+                        !Continues(groups.back(), part);
+    if (starts)
+      groups.push_back(part);
+    else
+      groups.back() += '|' + part;
   }
+  return groups;
+}
+
+Condition ReadCondition(std::string_view text, const WordLists& lists) {
+  const bool negated = text.size() > 1 && text[0] == '!';
+  if (negated) text.remove_prefix(1);
+  const auto kinds = SplitKinds(text);
+  Condition condition;
+  if (kinds.size() <= 1) {
+    condition = ReadOneKind(text, lists);
+  } else {
+    condition.kind = Condition::Kind::kEither;
+    for (const std::string& kind : kinds) condition.either.push_back(ReadOneKind(kind, lists));
+  }
+  condition.negated = negated;
   return condition;
 }
 

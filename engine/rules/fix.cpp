@@ -41,12 +41,21 @@ std::optional<std::string> FillPlace(const std::string& item, const Sentence& se
   if (colon == std::string::npos) return TextOf(sentence, place.first, place.last);
   const auto close = item.find('}');
   const std::string form = item.substr(colon + 1, close - colon - 1);
+  if (form == "lower") return ToLower(TextOf(sentence, place.first, place.last));
   if (form == "a")
     return (SoundsLikeVowel(sentence.Lower(place.first)) ? "an " : "a ") +
            TextOf(sentence, place.first, place.last);
   const std::string word = Reformed(sentence.Words(), sentence.Lower(place.last), form);
   if (word.empty()) return std::nullopt;
   return word + item.substr(close + 1);
+}
+
+// The first word of the sentence moved behind another one loses its capital ("My all friends": "all my …").
+std::string InsideSentence(std::string words, const Sentence& sentence) {
+  const Token& first = sentence.At(0);
+  const bool moved = words.starts_with(first.text) && first.lower != "i" && !IsNoun(first.tag);
+  if (moved) words.replace(0, first.text.size(), first.lower);
+  return words;
 }
 
 std::optional<std::string> FillTemplate(const std::vector<std::string>& items, const Sentence& sentence,
@@ -57,9 +66,18 @@ std::optional<std::string> FillTemplate(const std::vector<std::string>& items, c
     const auto filled = place ? FillPlace(item, sentence, places) : std::optional<std::string>(item);
     if (!filled) return std::nullopt;
     if (!text.empty() && !filled->empty() && *filled != ",") text += ' ';
-    text += *filled;
+    text += place && !text.empty() ? InsideSentence(*filled, sentence) : *filled;
   }
   return text;
+}
+
+// Whether the part is the commonest use of a word ("safe" is an adjective more often than a box).
+bool IsCommonest(const Word& word, Part part) {
+  if ((word.parts & part) == 0) return false;
+  int index = 0;
+  while ((1 << index) != part) ++index;
+  return word.senses[static_cast<std::size_t>(index)] ==
+         *std::max_element(word.senses.begin(), word.senses.end());
 }
 
 bool StartsWithAny(const std::string& word, const WordSet& starts) {
@@ -92,12 +110,14 @@ std::string TextOf(const Sentence& sentence, int first, int last) {
 std::string Derived(const Lexicon& lexicon, std::string_view word, Part part) {
   const Word* entry = lexicon.Find(word);
   if (entry == nullptr) return {};
+  std::string second;
   for (const std::string_view other : lexicon.Related(*entry, Relation::kDerived)) {
     const Word* candidate = lexicon.Find(other);
-    const bool fits = candidate != nullptr && (IsMostly(*candidate, part) || candidate->parts == part);
-    if (fits) return std::string(other);
+    if (candidate == nullptr) continue;
+    if (IsMostly(*candidate, part) || candidate->parts == part) return std::string(other);
+    if (second.empty() && IsCommonest(*candidate, part)) second = other;
   }
-  return {};
+  return second;
 }
 
 std::vector<std::string> FillFixes(const Pattern& pattern, const Sentence& sentence,

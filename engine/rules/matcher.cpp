@@ -40,6 +40,9 @@ bool HoldsPlainly(const Condition& condition, const Sentence& sentence, int i) {
       return sentence.StartsClause(i);
     case Kind::kEnd:
       return sentence.IsSign(i);
+    case Kind::kEither:
+      return std::any_of(condition.either.begin(), condition.either.end(),
+                         [&](const Condition& one) { return HoldsPlainly(one, sentence, i); });
   }
   return false;
 }

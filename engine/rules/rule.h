@@ -29,13 +29,15 @@ struct Condition {
     kCapital,
     kFirst,
     kClause,
-    kEnd
+    kEnd,
+    kEither
   };
   Kind kind = Kind::kAny;
   bool negated = false;
   std::shared_ptr<const WordSet> words;
-  std::uint64_t tags = 0;  ///< one bit for each Tag
-  int mask = 0;            ///< bits of Form or Part
+  std::uint64_t tags = 0;         ///< one bit for each Tag
+  int mask = 0;                   ///< bits of Form or Part
+  std::vector<Condition> either;  ///< for kEither: one of them holds
 };
 
 /// One place of a pattern: all conditions must hold. Zero-width elements take no token.

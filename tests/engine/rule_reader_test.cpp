@@ -66,6 +66,9 @@ class PatternTest : public ::testing::Test {
 TEST_F(PatternTest, MatchesWordsTagsFormsAndLists) {
   const std::string eats = "He eats two apple now.";
   EXPECT_EQ(Match("pattern two ($fruit)\nfix {2:pl}\n", eats), "apple => apples");
+  EXPECT_EQ(Match("pattern two (plum|$fruit)\n", eats), "apple");
+  EXPECT_EQ(Match("pattern (plum|@NN|NNS|#end) now\n", eats), "apple");
+  EXPECT_EQ(Match("pattern two apple !plum|@NN|:past\n", eats), "two apple now");
   EXPECT_EQ(Match("pattern (<eat>) two\nfix {1:past}\n", eats), "eats => ate");
   EXPECT_EQ(Match("pattern he (:third&@VBZ&!goes)\nfix {2:base}\n", eats), "eats => eat");
   EXPECT_EQ(Match("pattern [apple|pear] #end\n", eats), "");
