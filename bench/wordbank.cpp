@@ -1,5 +1,6 @@
 // The word bank: how many well-known partners it names, how long its answers are, and how fast it is.
 #include <fmt/format.h>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -115,6 +116,15 @@ void MeasureProgram(const std::string& program, const std::vector<Row>& rows) {
   fs::current_path("/");
   fs::remove_all(home);
   bench::Print("query as a program", times);
+  rusage usage = {};
+  getrusage(RUSAGE_CHILDREN, &usage);
+  const auto milliseconds = [](const timeval& t) {
+    return 1e3 * static_cast<double>(t.tv_sec) + 1e-3 * static_cast<double>(t.tv_usec);
+  };
+  fmt::print(
+      "processor time of a run: {:.1f} ms, memory {:.1f} MB\n",
+      (milliseconds(usage.ru_utime) + milliseconds(usage.ru_stime)) / static_cast<double>(times.size()),
+      static_cast<double>(usage.ru_maxrss) / 1024);
 }
 
 int Run(const std::vector<std::string>& args) {

@@ -38,6 +38,11 @@ bool IsVagueThing(const Sentence& s, int i) {
                                                       "necessary", "urgent", "complicated"});
 }
 
+// "The police said" says nothing about what one says to the police.
+bool IsSubject(const wexbin::Pair& pair) {
+  return pair.kind == wexbin::PairKind::kNounVerb && pair.pattern.place == wexbin::Pattern::kAfter;
+}
+
 // In "a high school student" nobody is high.
 bool StandApart(const Sentence& s, const wexbin::Pair& pair) {
   if (pair.kind != wexbin::PairKind::kNounAdjective) return false;
@@ -58,7 +63,7 @@ std::vector<std::string> Advisor::BetterPartners(const Sentence& sentence) const
   for (const wexbin::Pair& pair : wexbin::FindPairs(sentence.Tokens(), sentence.Words())) {
     const auto better =
         texts_.Find(fmt::format("{} {} {}", wexbin::CodeOf(pair.kind), pair.head, pair.partner));
-    if (!better || StandApart(sentence, pair)) continue;
+    if (!better || IsSubject(pair) || StandApart(sentence, pair)) continue;
     const auto [headPart, partnerPart] = PartNames(pair.kind);
     AddOnce(fmt::format("{} {} {} {}", pair.head, headPart, *better, partnerPart), items);
   }

@@ -63,6 +63,7 @@ INSTANTIATE_TEST_SUITE_P(Good, Suggested,
                                            Advised{"They like to try new things.", "0", "0"},
                                            Advised{"She is not very happy.", "0", "0"},
                                            Advised{"He made a big mistake.", "0", "0"},
+                                           Advised{"The police said nothing.", "0", "0"},
                                            Advised{"I got a letter from my friend.", "0", "0"}));
 
 TEST(Suggestions, ComeWithARightSentenceOnly) {
