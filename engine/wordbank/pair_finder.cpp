@@ -1,7 +1,6 @@
 #include "engine/wordbank/pair_finder.h"
 
 #include <algorithm>
-#include <array>
 #include <set>
 #include <utility>
 
@@ -53,8 +52,6 @@ const std::set<std::string_view> kPrepositions = {
     "down",   "during", "for",     "from",    "in",      "inside",  "into",   "like",   "near",
     "of",     "off",    "on",      "onto",    "out",     "outside", "over",   "past",   "through",
     "to",     "toward", "towards", "under",   "up",      "with",    "within", "without"};
-const std::set<std::string_view> kParticles = {"up",   "down", "out", "off",    "away",    "back",
-                                               "over", "on",   "in",  "around", "together"};
 // Adverbs that go with every word alike, or that place or time the whole sentence.
 const std::set<std::string_view> kLooseAdverbs = {
     "not",       "n't",      "never",     "then",      "there",    "here",     "so",       "just",

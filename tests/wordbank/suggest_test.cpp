@@ -50,7 +50,7 @@ INSTANTIATE_TEST_SUITE_P(
                       Advised{"He was very injured in the accident.", "injured 形容詞 seriously 副詞", "0"},
                       Advised{"The building is very big.", "0", "big%2CSJ||very big → huge、enormous"},
                       Advised{"I hope you get better soon.", "0", "get%2CSV||get better → improve、recover"},
-                      Advised{"It is an important thing.", "0", "thing%2CSN||thing → matter、point、issue"},
+                      Advised{"It is an important thing.", "0", "thing%2CSN||thing → matter、point、factor"},
                       Advised{"She has a nice garden.", "garden 名詞 beautiful 形容詞",
                               "nice%2CSJ||nice → pleasant、kind、lovely"}));
 
