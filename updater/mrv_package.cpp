@@ -75,7 +75,8 @@ std::vector<fs::path> FilesOf(const fs::path& tree) {
   for (const char* const part : {"bin", "share"}) {
     for (const auto& entry :
          fs::recursive_directory_iterator(tree / part, fs::directory_options::follow_directory_symlink)) {
-      if (entry.is_regular_file()) files.push_back(entry.path().lexically_relative(tree));
+      const bool isTrace = entry.path().extension() == ".log";  // of a program that ran from this tree
+      if (entry.is_regular_file() && !isTrace) files.push_back(entry.path().lexically_relative(tree));
     }
   }
   std::ranges::sort(files);
