@@ -29,6 +29,8 @@ constexpr const char* kContentType = "text/html; charset=big5";
 constexpr const char* kContentPolicy =
     "sandbox allow-scripts; default-src 'none'; style-src 'unsafe-inline'; img-src data:";
 
+constexpr const char* kOwnPagePolicy = "default-src 'none'; style-src 'unsafe-inline'";
+
 std::filesystem::path MadeFolder(const std::filesystem::path& folder) {
   std::error_code failure;
   if (!std::filesystem::is_directory(folder, failure)) {
@@ -172,7 +174,12 @@ void Server::AnswerPage(const Page& page, const httplib::Request& request, std::
   const std::string host = request.get_header_value("Host");
   const auto headers = [&](const std::string& name) { return request.get_header_value(name); };
   const std::string root = IsHost(host) ? RootFor(host) : Root();
-  response.set_content(Answer(page, services_, body, root, headers).body, kContentType);
+  const Reply reply = Answer(page, services_, body, root, headers);
+  if (reply.isOwnPage) {
+    response.headers.erase("Content-Security-Policy");
+    response.set_header("Content-Security-Policy", kOwnPagePolicy);
+  }
+  response.set_content(reply.body, kContentType);
 }
 
 void Server::OnGet(const httplib::Request& request, httplib::Response& response) {

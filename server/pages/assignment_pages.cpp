@@ -54,7 +54,7 @@ a {{ color: #A4531F }}
 </html>
 )",
                          title, title, content);
-  return {tolvex::PageInBig5(page.Markup())};
+  return {tolvex::PageInBig5(page.Markup()), true};
 }
 
 Reply UnknownTopic() {

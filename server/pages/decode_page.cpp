@@ -23,8 +23,8 @@ constexpr std::string_view kDamaged = R"(<!DOCTYPE html>
 
 Reply ShowPackedPage(Services& /*services*/, const Call& call) {
   auto page = DecodePage(call.form.Find("code").value_or(""));
-  if (page && !page->empty()) return {std::move(*page)};
-  return {tolvex::PageInBig5(kDamaged)};
+  if (page && !page->empty()) return {.body = std::move(*page)};
+  return {.body = tolvex::PageInBig5(kDamaged)};
 }
 
 }  // namespace marovane

@@ -41,6 +41,9 @@ struct Call {
 
 struct Reply {
   std::string body;  ///< CP950
+  /// The page is the server's own, with nothing from outside that is not escaped: its links to the program
+  /// (cmd:) need no sandbox.
+  bool isOwnPage = false;
 };
 
 /// A reply of UTF-8 text.

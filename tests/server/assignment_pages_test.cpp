@@ -94,6 +94,11 @@ TEST_F(AssignmentPages, ShowTheQuestionWithItsLinesAndNoMarkupOfItsOwn) {
   EXPECT_THAT(page, HasSubstr("三年一班"));
   EXPECT_THAT(page, HasSubstr("2026/12/1"));
   EXPECT_THAT(page, Not(HasSubstr("修改過題目內容")));
+  const auto answer =
+      server_.Get(std::string(kList) + "?key=zorbelquinter" + kPupil + "&workId=w1&mode=GETHTM");
+  EXPECT_EQ(answer->get_header_value_count("Content-Security-Policy"), 1U);
+  EXPECT_EQ(answer->get_header_value("Content-Security-Policy"),
+            "default-src 'none'; style-src 'unsafe-inline'");
   store_->ChangeTopic("lin", {"w1", class_, "", "T", "New\xF0\x9F\x98\x80", "2026-12-02", "2026-11-07"});
   const std::string changed = Page(kList, kPupil + "&workId=w1&mode=GETHTM&cpno=");
   EXPECT_THAT(changed, HasSubstr("教師在 2026/11/7 修改過題目內容"));

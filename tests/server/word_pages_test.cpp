@@ -1,0 +1,66 @@
+// Pages of the word helper, with the real word bank.
+#include <gmock/gmock.h>
+
+#include "server/text.h"
+#include "server/web_sources.h"
+#include "tests/server/running_server.h"
+
+namespace {
+
+using ::testing::ContainsRegex;
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+using ::testing::Not;
+
+TEST(WordPages, AnswerQueriesAndTranslate) {
+  const RunningServer server;
+  const struct {
+    const char *page, *fields, *reply;
+  } cases[] = {
+      {"p_passWebEngine_wbank.asp", "&para=rain,CNJ", "^OK_.*heavy rain"},
+      {"p_passWebEngine_wbank.asp", "&para=happy%2CSJ", "^OK_.*glad"},
+      {"p_passWebEngine_wbank.asp", "&para=RAIN,CNV", "^OK_.+<@>"},
+      {"p_passWebEngine_wbank.asp", "&para=xqzzv,CNV", "^OK_$"},
+      {"p_passWebEngine_wbank.asp", "&para=rain,XXX", "^OK_$"},
+      {"p_passWebEngine_wbank.asp", "&para=a&b=c,CNV", "^OK_$"},
+      {"p_passWebEngine_wbank.asp", "&para=rain", "^OK_$"},
+      {"p_passWebEngine_wbank.asp", "", "^ERR_MISSING_FIELD$"},
+      {"p_com_translate.asp", "&ls=zh-TW&q=我喜歡下雨天", "^OK#.*rain"},
+      {"p_com_translate.asp", "&ls=zh-TW&q=%20", "^ERR_MISSING_FIELD$"},
+      {"p_com_translate.asp", "&ls=fr&q=我", "^ERR_UNKNOWN_LANGUAGE$"},
+      {"p_com_translate.asp", "&q=我", "^ERR_MISSING_FIELD$"},
+  };
+  for (const auto& [page, fields, reply] : cases) {
+    EXPECT_THAT(marovane::FromBig5(server.Ask(page, fields)), ContainsRegex(reply)) << fields;
+  }
+  EXPECT_EQ(server.Ask("p_com_translate.asp", "&ls=zh-TW&q=" + std::string(2001, 'a')), "ERR_TOO_LONG");
+  EXPECT_EQ(server.Ask("p_update_useract.asp", "&pno=1234567890&act=chn2eng"), "OK_");
+}
+
+TEST(WordPages, SitesOfAFreshServerMakeFourFieldsEach) {
+  const RunningServer server;
+  const std::string reply = marovane::FromBig5(server.Ask("p_getwebhelper.asp", ""));
+  EXPECT_THAT(reply, Not(HasSubstr("?||")));
+  std::size_t records = 0;
+  std::size_t fields = 0;
+  for (std::size_t at = 0; (at = reply.find("##String2chk##", at)) != std::string::npos; ++at) ++records;
+  for (std::size_t at = 0; (at = reply.find("||", at)) != std::string::npos; at += 2) ++fields;
+  EXPECT_GE(records, 4U);
+  EXPECT_EQ(fields, records * 3);
+}
+
+TEST(WebSources, OwnerWritesThem) {
+  const TempFolder folder;
+  const auto file = folder / "sources.set";
+  EXPECT_THAT(marovane::ReadWebSources(file), Not(IsEmpty())) << "public ones without a file";
+  WriteFile(file, "");
+  EXPECT_THAT(marovane::ReadWebSources(file), IsEmpty());
+  WriteFile(file,
+            "; ours\r\n\r\n字典 || cn || cn || http://a/?q=##String2chk##\r\nno site\r\n"
+            "A||en||en||ftp://a/\r\nA||en||en\r\nA||en||en||https://b/<@>\r\nB||en||en||https://b/");
+  EXPECT_THAT(marovane::ReadWebSources(file),
+              ElementsAre("字典||cn||cn||http://a/?q=##String2chk##", "B||en||en||https://b/"));
+}
+
+}  // namespace
