@@ -122,6 +122,16 @@ TEST_F(TerminalTest, ReadsSentencesFromItsInputAndGivesTheGravestStatus) {
   EXPECT_EQ(lines[0]["errcode"], lines[2]["errcode"]);
   EXPECT_THAT(lines[0]["outline"].get<std::string>(), Not(IsEmpty()));
   EXPECT_THAT(lines[0]["page"].get<std::string>(), HasSubstr("goes"));
+  ASSERT_THAT(lines[0]["faults"], SizeIs(1));
+  const auto& fault = lines[0]["faults"][0];
+  EXPECT_EQ(fault["code"], lines[0]["errcode"]);
+  const auto begin = fault["span"][0].get<std::size_t>();
+  const auto end = fault["span"][1].get<std::size_t>();
+  EXPECT_EQ(std::string(kWrong).substr(begin, end - begin), "go");
+  EXPECT_EQ(fault["corrections"][0], "goes");
+  EXPECT_THAT(fault["message"].get<std::string>(), Not(IsEmpty()));
+  EXPECT_EQ(lines[0]["corrected"], kRight);
+  EXPECT_THAT(lines[3]["faults"], IsEmpty());
   EXPECT_EQ(lines[1]["verdict"], "STOP");
   EXPECT_EQ(lines[1]["errcode"], "") << "nothing of the sentence before";
   EXPECT_EQ(lines[3]["verdict"], "PASS");
@@ -154,7 +164,11 @@ TEST_F(TerminalTest, WrongUsageIsToldAndTouchesNothing) {
 }
 
 TEST_F(TerminalTest, LooksBackOnWhatWasChecked) {
-  ASSERT_EQ(Run({"check", kRight, "Why is it so cold?", kWrong}).status, 1);
+  const TerminalRun checked = Run({"check", kRight, "Why is it so cold?", kWrong});
+  ASSERT_EQ(checked.status, 1) << checked.output << checked.errors;
+  EXPECT_THAT(checked.output,
+              ::testing::ContainsRegex("\nERRS  [A-Z]+[0-9]+  [^\n]+\nHe \\*go\\* to school every day"))
+      << "code and outline of the mistake";
   const fs::path file = home_ / "list.txt";
   EXPECT_THAT(Run({"days"}).output, ::testing::EndsWith("\t3\t2\t1\n"));
   EXPECT_EQ(Run({"sentences"}).output, std::string(kRight) + "\nWhy is it so cold?\n");
