@@ -73,6 +73,8 @@ int RunCommand(const TerminalCommand& command) {
         return CheckItself(composition);
       case TerminalCommand::Kind::kEssay:
       case TerminalCommand::Kind::kEssayReport:
+      case TerminalCommand::Kind::kEssayTopics:
+      case TerminalCommand::Kind::kEssayDelete:
         return RunEssay(composition, command);
       default:
         return RunRecordCommand(composition, command);

@@ -14,7 +14,10 @@ const char* const kTerminalUsage =
     "  mistakes                           列出犯錯統計\n"
     "  export [--paragraph] 檔案          將正確的句子輸出為文字檔\n"
     "  essay [--local] 檔案               逐句批改短文；修正的句子由標準輸入讀取\n"
+    "        [--title 題目] [--topic 編號]  自定新題目，或再寫一次已有的題目\n"
+    "  essay --topics                     列出自定題目與各次練習\n"
     "  essay --report 編號 [--html 檔案]  顯示短文的批改分析，或存成網頁\n"
+    "  essay --delete 編號                刪除短文與其中的造句記錄\n"
     "  --self-check                       以程式自己的伺服器和引擎檢查程式能否正常執行\n"
     "  --help                             顯示這份說明\n"
     "  --version                          顯示版本\n"
@@ -70,8 +73,15 @@ bool ParseEssayOption(TerminalCommand& command, const std::string& option, const
   if (option == "--report") {
     command.kind = TerminalCommand::Kind::kEssayReport;
     command.essay = value;
+  } else if (option == "--delete") {
+    command.kind = TerminalCommand::Kind::kEssayDelete;
+    command.essay = value;
   } else if (option == "--html") {
     command.htmlFile = value;
+  } else if (option == "--title") {
+    command.title = value;
+  } else if (option == "--topic") {
+    command.topic = value;
   } else {
     problem = "不認得的選項：" + option;
     return false;
@@ -80,10 +90,27 @@ bool ParseEssayOption(TerminalCommand& command, const std::string& option, const
   return !value.empty();
 }
 
+// Each option goes with one use of the command.
+void CheckEssayOptions(const TerminalCommand& command, std::string& problem) {
+  const bool hasTopic = !command.title.empty() || !command.topic.empty();
+  if (command.essay.empty()) {
+    problem = "缺少短文檔案";
+  } else if (!command.htmlFile.empty() && command.kind != TerminalCommand::Kind::kEssayReport) {
+    problem = "--html 只能和 --report 一起使用";
+  } else if (hasTopic && command.kind != TerminalCommand::Kind::kEssay) {
+    problem = "--title 和 --topic 只能用來寫短文";
+  } else if (!command.title.empty() && !command.topic.empty()) {
+    problem = "--title 和 --topic 不能一起使用";
+  }
+}
+
 bool ParseEssay(TerminalCommand& command, const std::vector<std::string>& words, std::string& problem) {
   for (std::size_t i = 0; i < words.size(); ++i) {
     if (words[i] == "--local") {
       command.local = true;
+    } else if (words[i] == "--topics" && words.size() == 1) {
+      command.kind = TerminalCommand::Kind::kEssayTopics;
+      return true;
     } else if (words[i].starts_with("--")) {
       const std::string value = i + 1 < words.size() ? words[i + 1] : "";
       if (!ParseEssayOption(command, words[i], value, problem)) return false;
@@ -93,10 +120,7 @@ bool ParseEssay(TerminalCommand& command, const std::vector<std::string>& words,
       command.essay = words[i];
     }
   }
-  if (command.essay.empty()) problem = "缺少短文檔案";
-  if (!command.htmlFile.empty() && command.kind == TerminalCommand::Kind::kEssay) {
-    problem = "--html 只能和 --report 一起使用";
-  }
+  CheckEssayOptions(command, problem);
   return problem.empty();
 }
 

@@ -16,6 +16,8 @@ struct TerminalCommand {
     kExport,
     kEssay,
     kEssayReport,
+    kEssayTopics,
+    kEssayDelete,
     kSelfCheck,
     kHelp,
     kVersion
@@ -27,7 +29,9 @@ struct TerminalCommand {
   std::string file;        ///< to export into
   std::vector<std::string> sentences;
   std::vector<std::chrono::year_month_day> days;
-  std::string essay;     ///< file to walk, or id of an essay to report on
+  std::string essay;     ///< file to walk, or id of an essay to report on or to delete
+  std::string title;     ///< of a new topic for the essay, "" for one made from the day
+  std::string topic;     ///< id of a topic that is taken up again
   std::string htmlFile;  ///< where the report's page goes; "" prints it as text
 };
 

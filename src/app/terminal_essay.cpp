@@ -14,7 +14,8 @@
 #include "platform/files.h"
 #include "platform/html.h"
 #include "platform/machine.h"
-#include "records/essay_records.h"
+#include "platform/run_time_error.h"
+#include "records/essay_topics.h"
 
 namespace {
 
@@ -43,12 +44,12 @@ TerminalEssay::TerminalEssay(Composition& composition)
 }
 
 // As a learner would: the text is pasted into the box and sent.
-int TerminalEssay::Walk(const std::string& text) {
+int TerminalEssay::Walk(const std::string& text, const std::string& topic, const std::string& title) {
   auto& app = composition_.program.app;
   FrmMain& frmMain = *composition_.frmMain;
   composition_.frmBrowser->webOther.SetRenderer(&printer_);
   frmMain.Show();
-  composition_.essay.StartOwnEssay("");
+  OpenTopic(topic, title);
   FrmEssay& frmEssay = *composition_.essay.frmEssay;
   frmEssay.txtInput.SetFocus();
   frmEssay.txtInput.Text = WithDosLineEnds(text);
@@ -61,6 +62,43 @@ int TerminalEssay::Walk(const std::string& text) {
   fmt::print("\n短文編號：{}\n", app.gEssayId);
   if (EssayRecords(composition_.records).FindEssay(app.gEssayId)->finalSet != "A") return kFinished;
   return app.gVerdict == "STOP" ? kNoAnswer : kBrokenOff;
+}
+
+void TerminalEssay::OpenTopic(const std::string& topic, const std::string& title) {
+  if (topic.empty()) return composition_.essay.StartOwnEssay(title);
+  const auto first = EssayTopics(composition_.records).FirstOf(topic);
+  if (!first) throw RunTimeError("沒有這個題目：" + topic);
+  auto& app = composition_.program.app;
+  app.gEssayStartRequested = true;
+  app.gEssayWorkId = topic;
+  app.gEssayQuiz = PlainApostrophes(first->quiz);
+  composition_.essay.StartEssay();
+}
+
+int TerminalEssay::Topics() {
+  EssayTopics records(composition_.records);
+  for (const auto& workId : records.WorkIds()) {
+    const auto essays = records.EssaysOf(workId);
+    fmt::print("{}  {}（練習數 {}）\n", workId, PlainApostrophes(essays.front().quiz), essays.size());
+    for (const auto& essay : essays) {
+      const char* state = essay.finalSet == "A" ? "中斷" : essay.finalSet == "Y" ? "交卷" : "正常";
+      fmt::print("    {}  {}  犯錯數 {}  {}\n", essay.essayId, FormatDateUnpadded(essay.sDate, "/"),
+                 records.CountMistakes(essay.essayId), state);
+    }
+  }
+  return kFinished;
+}
+
+int TerminalEssay::Delete(const std::string& essayId) {
+  EssayTopics records(composition_.records);
+  const auto essay = EssayRecords(composition_.records).FindEssay(essayId);
+  if (!essay) throw RunTimeError("沒有這篇短文：" + essayId);
+  if (essay->finalSet == "Y") throw RunTimeError("已交卷的短文無法刪除：" + essayId);
+  composition_.frmMain->Show();
+  records.Delete(essayId);
+  composition_.essay.UploadRecords();
+  fmt::print("記錄已經刪除完成\n");
+  return kFinished;
 }
 
 void TerminalEssay::ExplainFault() {
@@ -102,8 +140,10 @@ int TerminalEssay::Report(const std::string& essayId, const std::string& htmlFil
 }
 
 int RunEssay(Composition& composition, const TerminalCommand& command) {
+  using Kind = TerminalCommand::Kind;
   TerminalEssay essay(composition);
-  if (command.kind == TerminalCommand::Kind::kEssayReport)
-    return essay.Report(command.essay, command.htmlFile);
-  return essay.Walk(composition.program.machine.files.Read(command.essay));
+  if (command.kind == Kind::kEssayReport) return essay.Report(command.essay, command.htmlFile);
+  if (command.kind == Kind::kEssayTopics) return essay.Topics();
+  if (command.kind == Kind::kEssayDelete) return essay.Delete(command.essay);
+  return essay.Walk(composition.program.machine.files.Read(command.essay), command.topic, command.title);
 }
