@@ -71,7 +71,7 @@ Html PupilTable(const Visit& visit, const std::string& classId) {
 )",
                  pupil.account, pupil.name, FormBegin(visit, "remove"), classId, pupil.account, pupil.name);
   }
-  if (rows.IsEmpty()) return Fill("<p>還沒有學生。請在下面匯入名單。</p>");
+  if (rows.IsEmpty()) return Fill("<p>還沒有學生。請匯入名單。</p>");
   return Fill(
       R"(<table><thead><tr><th>帳號</th><th>姓名</th><th></th></tr></thead><tbody>{}</tbody></table>)", rows);
 }

@@ -17,7 +17,7 @@ class ChildServer {
   /// The root that it printed when it was ready; "" when it ended without one.
   std::string Root();
   void Signal(int signal) const;              ///< to the process that the test started
-  void Write(const std::string& text) const;  ///< to its standard input
+  void Write(const std::string& text) const;  ///< to its standard input; it may have ended without reading
   void CloseInput();
   /// True when the program ended within half a minute: nobody writes to its output any more.
   bool HasEnded();
