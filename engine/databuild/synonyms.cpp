@@ -15,7 +15,8 @@ namespace {
 
 constexpr std::size_t kMostSenses = 8;
 constexpr std::size_t kMostWords = 8;
-constexpr int kRarestLevel = 70;
+constexpr int kRarestHead = 70;
+constexpr int kRarestSynonym = 55;  // a learner gains nothing from "beauteous"
 constexpr std::array<std::pair<std::string_view, std::string_view>, 3> kParts = {
     {{"SN", "noun"}, {"SV", "verb"}, {"SJ", "adj"}}};
 
@@ -25,11 +26,11 @@ int Frequency(const Lexicon& lexicon, const std::string& word) {
 }
 
 // Two-word synonyms are kept; single ones must be known, and none may be a name.
-bool IsWorthShowing(const Lexicon& lexicon, const std::string& word) {
+bool IsWorthShowing(const Lexicon& lexicon, const std::string& word, int rarest) {
   if (word != ToLower(word)) return false;
   if (word.find(' ') != std::string::npos) return true;
   const Word* entry = lexicon.Find(word);
-  return entry != nullptr && entry->level <= kRarestLevel;
+  return entry != nullptr && entry->level <= rarest;
 }
 
 class SynonymLines {
@@ -51,25 +52,23 @@ class SynonymLines {
   }
 
  private:
+  // The commonest first, near-synonyms of the whole cluster among them.
   std::vector<std::string> Words(const std::string& word, const Synset& synset) const {
     std::vector<std::string> words;
     Collect(word, synset, words);
     for (const std::size_t similar : synset.similar) Collect(word, part_.synsets.at(similar), words);
+    std::stable_sort(words.begin(), words.end(), [&](const auto& a, const auto& b) {
+      return Frequency(lexicon_, a) > Frequency(lexicon_, b);
+    });
     words.resize(std::min(kMostWords, words.size()));
     return words;
   }
 
-  // The words of a synset, the commonest first, behind those that are there already.
   void Collect(const std::string& word, const Synset& synset, std::vector<std::string>& words) const {
-    std::vector<std::string> added;
     for (const std::string& other : synset.words) {
       const bool known = std::find(words.begin(), words.end(), other) != words.end();
-      if (other != word && !known && IsWorthShowing(lexicon_, other)) added.push_back(other);
+      if (other != word && !known && IsWorthShowing(lexicon_, other, kRarestSynonym)) words.push_back(other);
     }
-    std::stable_sort(added.begin(), added.end(), [&](const auto& a, const auto& b) {
-      return Frequency(lexicon_, a) > Frequency(lexicon_, b);
-    });
-    words.insert(words.end(), added.begin(), added.end());
   }
 
   const WordNetPart& part_;
@@ -85,7 +84,7 @@ void AddSynonyms(const WordNet& wordnet, const Lexicon& lexicon, const Glosses& 
     const WordNetPart& part = wordnet.find(name)->second;
     const SynonymLines synonyms(part, lexicon, glosses, name == "verb");
     for (const auto& [word, senses] : part.senses) {
-      if (word.find(' ') != std::string::npos || !IsWorthShowing(lexicon, word)) continue;
+      if (word.find(' ') != std::string::npos || !IsWorthShowing(lexicon, word, kRarestHead)) continue;
       const std::string lines = synonyms.Lines(word, senses);
       if (!lines.empty()) texts.emplace(std::string(code) + ' ' + word, lines);
     }
