@@ -19,12 +19,20 @@ void CheckFirstCapital(const Sentence& sentence, Findings& findings) {
   }
 }
 
+// "what is it", "could you help me": but "do it" is no question.
+bool IsQuestion(const Sentence& sentence) {
+  if (sentence.Is(0, {"what", "who", "where", "when", "why", "how", "which", "whose"})) return true;
+  const bool helper = sentence.Is(0, {"do", "does", "did", "is", "are", "was", "were", "can", "could", "will",
+                                      "would", "should", "may", "have", "has"});
+  return helper && sentence.Is(1, {"i", "you", "he", "she", "we", "they", "there", "your", "his", "her"});
+}
+
 void CheckEndMark(const Sentence& sentence, Findings& findings) {
   const int last = sentence.Size() - 1;
   static const WordSet kEnds = {".", "?", "!", "\"", "'", ")", ":", "...", "..", "'s"};
   if (last < 1 || kEnds.count(sentence.At(last).text) != 0) return;
   const std::string& word = sentence.At(last).text;
-  const std::string mark = sentence.AnyBefore(1, {"what", "who", "where", "when", "why", "how"}) ? "?" : ".";
+  const std::string mark = IsQuestion(sentence) ? "?" : ".";
   const bool isPause = word == "," || word == ";";
   findings.Add("end-mark", last, last, {isPause ? mark : word + mark});
 }
@@ -50,6 +58,10 @@ void CheckSpacing(const Sentence& sentence, Findings& findings, int i) {
   if (before.text == "," && !token.spaceBefore && token.IsWord()) {
     findings.Add("blank-after-mark", i - 1, i, {", " + token.text});
   }
+  const bool glued = before.text == "." && !token.spaceBefore && !before.spaceBefore &&
+                     token.IsCapitalised() && token.text.size() > 1 && sentence.At(i - 2).text.size() > 3 &&
+                     token.word != nullptr;
+  if (glued) findings.Add("blank-after-mark", i - 1, i, {". " + token.text});
   if (before.text == "," && (token.text == "," || token.text == ".")) {
     findings.Add("doubled-mark", i - 1, i, {token.text});
   }

@@ -27,6 +27,8 @@ h2 { color: #C96F38; font-size: 16px; margin: 0 0 6px; }
 .watch { border-left-color: #E0B84C; }
 .watch h2 { color: #A07A14; }
 mark { background: #FBD9C4; color: #B3261E; border-radius: 3px; padding: 0 3px; }
+.tip { border-left-color: #2E7D4F; margin-top: 14px; }
+.tip h2 { color: #2E7D4F; }
 .watch mark, mark.soft { background: #FBEBB8; color: #7A5C00; }
 .good { color: #2E7D4F; font-weight: bold; }
 .label { color: #8A6D52; margin-right: 6px; }
@@ -129,11 +131,46 @@ std::string FaultBlock(std::string_view sentence, const Fault& fault, std::size_
       HowToWrite(written, fault.corrections));
 }
 
-std::string PraisePage(std::string_view sentence) {
+std::vector<std::string_view> SplitAt(std::string_view text, std::string_view separator) {
+  std::vector<std::string_view> parts;
+  while (!text.empty()) {
+    const auto end = std::min(text.find(separator), text.size());
+    if (end > 0) parts.push_back(text.substr(0, end));
+    text.remove_prefix(std::min(end + separator.size(), text.size()));
+  }
+  return parts;
+}
+
+// "rain 名詞 heavy 形容詞": the better partner, and the word that it goes with.
+std::string Partner(std::string_view item) {
+  const auto tokens = SplitAt(item, " ");
+  if (tokens.size() < 4) return {};
+  return fmt::format("{} 可以搭配 {}", English(tokens[0]), English(tokens[2]));
+}
+
+// "query||text to show"
+std::string CloserWord(std::string_view item) {
+  const auto bar = item.find("||");
+  return bar == std::string_view::npos ? "" : English(item.substr(bar + 2));
+}
+
+// A right sentence may still have a stronger word; nothing is shown when the lists are "0" or empty.
+std::string SuggestionBlock(const Judgement& judgement) {
+  std::string lines;
+  const auto add = [&](const std::string& line) {
+    if (!line.empty()) lines += fmt::format("<p>{}</p>\n", line);
+  };
+  for (const auto item : SplitAt(judgement.col_suggestion, ",")) add(Partner(item));
+  for (const auto item : SplitAt(judgement.syn_suggestion, ",")) add(CloserWord(item));
+  if (lines.empty()) return {};
+  return fmt::format("<div class=\"fault tip\">\n<h2>還可以寫得更道地</h2>\n{}</div>\n", lines);
+}
+
+std::string PraisePage(std::string_view sentence, const Judgement& judgement) {
   return fmt::format(
       "<h1>句子解析結果</h1>\n<div class=\"sentence\">{}</div>\n"
-      "<p class=\"good\">寫得很好！本句子沒有發現錯誤。</p>\n",
-      Escape(sentence));
+      "<p class=\"good\">寫得很好！本句子沒有發現錯誤。</p>\n{}",
+      Escape(sentence), SuggestionBlock(judgement));
 }
 
 std::string FaultsPage(std::string_view sentence, const Judgement& judgement) {
@@ -154,7 +191,7 @@ std::string FaultsPage(std::string_view sentence, const Judgement& judgement) {
 std::string ResultPage(std::string_view sentence, const Judgement& judgement) {
   const bool right = judgement.verdict == Verdict::kRight;
   std::string page(kHead);
-  page += right ? PraisePage(sentence) : FaultsPage(sentence, judgement);
+  page += right ? PraisePage(sentence, judgement) : FaultsPage(sentence, judgement);
   page += kFoot;
   return page;
 }

@@ -7,8 +7,25 @@
 #include <nlohmann/json.hpp>
 
 #include "app/compose.h"
+#include "engine/data_dir.h"
 #include "platform/html.h"
 #include "platform/run_time_error.h"
+
+namespace {
+
+nlohmann::ordered_json FaultList(const tolvex::Judgement& judgement) {
+  auto list = nlohmann::ordered_json::array();
+  for (const tolvex::Fault& fault : judgement.faults) {
+    list.push_back({{"code", fault.code},
+                    {"level", fault.level == tolvex::Verdict::kWatch ? "WARN" : "ERRS"},
+                    {"span", {fault.span.begin, fault.span.end}},
+                    {"message", fault.message},
+                    {"corrections", fault.corrections}});
+  }
+  return list;
+}
+
+}  // namespace
 
 TerminalCheck::TerminalCheck(Composition& composition, bool json)
     : composition_(composition), fetcher_(composition.program.machine), json_(json) {}
@@ -78,13 +95,22 @@ void TerminalCheck::Print(const std::string& sentence) const {
   std::fflush(stdout);
 }
 
-void TerminalCheck::PrintJson(const std::string& sentence) const {
+tolvex::Judgement TerminalCheck::Faults() {
+  if (composition_.program.app.gVerdict == "STOP") return {};
+  if (!engine_) engine_.emplace(tolvex::FindDataDir());
+  return engine_->Judge(composition_.frmMain->txtInput.Text());
+}
+
+void TerminalCheck::PrintJson(const std::string& sentence) {
   const auto& verdict = composition_.program.app.gVerdict;
+  const tolvex::Judgement judgement = Faults();
   const nlohmann::ordered_json line{{"sentence", sentence},
                                     {"verdict", verdict},
                                     {"errcode", composition_.frmMain->lastAnswer.errcode},
                                     {"outline", verdict == "STOP" ? "" : Outline()},
                                     {"marked", MarkedSentence(sentence)},
+                                    {"faults", FaultList(judgement)},
+                                    {"corrected", judgement.corrected},
                                     {"page", HtmlToText(fetcher_.Page())}};
   fmt::print("{}\n", line.dump(-1, ' ', false, nlohmann::json::error_handler_t::replace));
   std::fflush(stdout);

@@ -1,9 +1,11 @@
 // One sentence after another through the main window, and what came out of it.
 #pragma once
 
+#include <optional>
 #include <string>
 
 #include "app/page_fetcher.h"
+#include "engine/tolvex.h"
 
 struct Composition;
 
@@ -21,13 +23,17 @@ class TerminalCheck {
  private:
   void Ask(const std::string& sentence);
   void Print(const std::string& sentence) const;
-  void PrintJson(const std::string& sentence) const;
+  void PrintJson(const std::string& sentence);
   void Raise(const std::string& verdict);
   std::string MarkedSentence(const std::string& sentence) const;
   std::string Outline() const;
+  /// What the engine of this installation finds in the sentence as it was sent: the exchanges carry only the
+  /// surest fault.
+  tolvex::Judgement Faults();
 
   Composition& composition_;
   PageFetcher fetcher_;
+  std::optional<tolvex::Engine> engine_;
   bool json_;
   int status_ = kRight;
 };

@@ -29,6 +29,19 @@ TEST(ResultPage, PraisesARightSentenceInOneLine) {
   EXPECT_FALSE(Has(page, "<mark>"));
 }
 
+TEST(ResultPage, OffersWhatTheVerdictSuggests) {
+  Judgement judgement;
+  judgement.col_suggestion = "rain 名詞 heavy 形容詞,too short";
+  judgement.syn_suggestion = "big%2CSJJ||very <big> → huge";
+  const std::string page = ResultPage("It was a big rain.", judgement);
+  EXPECT_TRUE(Has(page, "本句子沒有發現錯誤"));
+  EXPECT_TRUE(Has(page, "rain</span> 可以搭配 <span class=\"english\">heavy"));
+  EXPECT_TRUE(Has(page, "very &lt;big&gt; → huge"));
+  EXPECT_FALSE(Has(page, "too short"));
+  judgement.col_suggestion = judgement.syn_suggestion = "0";
+  EXPECT_FALSE(Has(ResultPage("It rained.", judgement), "class=\"fault tip\""));
+}
+
 TEST(ResultPage, LetsNoMarkupOfTheSentenceThrough) {
   const std::string page = PageOf("he <script>alert('x')</script> & \"go\" <b>");
   for (const char* raw : {"<script>", "<b>", "alert('x')"}) EXPECT_FALSE(Has(page, raw)) << raw;

@@ -4,7 +4,7 @@
 
 #include <charconv>
 #include <fstream>
-#include <iterator>
+#include <sstream>
 
 #include "platform/host/posix_processes.h"
 
@@ -12,9 +12,12 @@ namespace {
 
 namespace fs = std::filesystem;
 
+// A file of a process that ends meanwhile fails with ESRCH, which a bare stream iterator would throw.
 std::string ReadWhole(const fs::path& path) {
-  std::ifstream file(path, std::ios::binary);
-  return {std::istreambuf_iterator<char>(file), {}};
+  const std::ifstream file(path, std::ios::binary);
+  std::ostringstream text;
+  text << file.rdbuf();
+  return text.str();
 }
 
 int ProcessId(const fs::path& folder) {
