@@ -94,6 +94,28 @@ TEST(WordBank, APhraseIsPlainEnglishAndSearchable) {
   }
 }
 
+TEST(WordBank, ANoteTellsThePhraseElseThePartner) {
+  const std::vector<std::array<const char*, 4>> table = {
+      {"rain", "CNJ", "heavy rain", "大雨"},
+      {"rain", "CNJ", "cold rain", "cold: 寒冷、冷"},
+      {"student", "CNJ", "medical student", "a student in medical school"},
+      {"danger", "CNP", "danger from", ""},
+      {"rain", "SN", "rainfall", "雨水 water falling in drops from vapor condensed in the atmosphere"}};
+  for (const auto& [word, code, phrase, note] : table) {
+    const auto items = SharedBank().Find(word, code);
+    const int place = PlaceOf(phrase, items);
+    ASSERT_GE(place, 0) << phrase;
+    EXPECT_EQ(items[static_cast<std::size_t>(place)].note, note) << phrase;
+  }
+}
+
+TEST(WordBank, CommonSynonymsComeBeforeRareOnes) {
+  const std::string words = SharedBank().Find("big", "SJ").at(0).phrase;
+  EXPECT_LT(words.find("large"), words.find("huge"));
+  EXPECT_LT(words.find("huge"), words.size());
+  EXPECT_EQ(words.find("bonny"), std::string::npos);
+}
+
 TEST(WordBank, ALineWithoutANoteHasNoSeparator) {
   EXPECT_EQ((Item{"in danger", ""}).Line(), "in danger");
   EXPECT_EQ((Item{"heavy rain", "大雨"}).Line(), "heavy rain >> 大雨");
