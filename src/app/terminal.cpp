@@ -13,6 +13,7 @@
 #include "app/terminal_essay.h"
 #include "app/terminal_records.h"
 #include "app/terminal_windows.h"
+#include "app/terminal_words.h"
 #include "core/text_utility.h"
 #include "platform/files.h"
 #include "platform/headless/poll_loop.h"
@@ -76,6 +77,9 @@ int RunCommand(const TerminalCommand& command) {
       case TerminalCommand::Kind::kEssayTopics:
       case TerminalCommand::Kind::kEssayDelete:
         return RunEssay(composition, command);
+      case TerminalCommand::Kind::kWords:
+      case TerminalCommand::Kind::kTranslate:
+        return RunWordCommand(composition, command);
       default:
         return RunRecordCommand(composition, command);
     }

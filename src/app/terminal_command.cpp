@@ -1,8 +1,10 @@
 #include "app/terminal_command.h"
 
+#include <algorithm>
 #include <map>
 
 #include "core/text_utility.h"
+#include "wordhelper/pair_code.h"
 
 const char* const kTerminalUsage =
     "用法：marovane-terminal [命令]\n"
@@ -18,6 +20,8 @@ const char* const kTerminalUsage =
     "  essay --topics                     列出自定題目與各次練習\n"
     "  essay --report 編號 [--html 檔案]  顯示短文的批改分析，或存成網頁\n"
     "  essay --delete 編號                刪除短文與其中的造句記錄\n"
+    "  words [--local] 單字,代碼          查單字的搭配詞（CNV、CNJ、CNP、CVM、CJM）或近似詞（SN、SV、SJ）\n"
+    "  translate 中文                     將中文翻譯為英文\n"
     "  --self-check                       以程式自己的伺服器和引擎檢查程式能否正常執行\n"
     "  --help                             顯示這份說明\n"
     "  --version                          顯示版本\n"
@@ -124,6 +128,35 @@ bool ParseEssay(TerminalCommand& command, const std::vector<std::string>& words,
   return problem.empty();
 }
 
+bool IsQuery(const std::string& text) {
+  const auto comma = text.find(',');
+  if (comma == std::string::npos || comma == 0) return false;
+  const std::string code = text.substr(comma + 1);
+  return std::ranges::find(kPairCodes, code, &PairCode::code) != kPairCodes.end() ||
+         std::ranges::find(kSynonymCodes, code) != kSynonymCodes.end();
+}
+
+bool ParseWords(TerminalCommand& command, const std::vector<std::string>& words, std::string& problem) {
+  for (const auto& word : words) {
+    if (word == "--local") {
+      command.local = true;
+    } else if (command.query.empty() && IsQuery(word)) {
+      command.query = word;
+    } else {
+      problem = "不是單字和代碼：" + word;
+      return false;
+    }
+  }
+  if (command.query.empty()) problem = "請指定單字和代碼，如 rain,CNV";
+  return problem.empty();
+}
+
+bool ParseTranslate(TerminalCommand& command, const std::vector<std::string>& words, std::string& problem) {
+  for (const auto& word : words) command.query += (command.query.empty() ? "" : " ") + word;
+  if (Trim(command.query).empty()) problem = "請指定要翻譯的中文";
+  return problem.empty();
+}
+
 bool ParseNothing(TerminalCommand& /*command*/, const std::vector<std::string>& words, std::string& problem) {
   if (words.empty()) return true;
   problem = "多餘的字：" + words[0];
@@ -165,6 +198,8 @@ const std::map<std::string, CommandWord>& CommandWords() {
       {"mistakes", {Kind::kMistakes, ParseNothing}},
       {"export", {Kind::kExport, ParseExport}},
       {"essay", {Kind::kEssay, ParseEssay}},
+      {"words", {Kind::kWords, ParseWords}},
+      {"translate", {Kind::kTranslate, ParseTranslate}},
   };
   return words;
 }

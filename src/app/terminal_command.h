@@ -18,6 +18,8 @@ struct TerminalCommand {
     kEssayReport,
     kEssayTopics,
     kEssayDelete,
+    kWords,
+    kTranslate,
     kSelfCheck,
     kHelp,
     kVersion
@@ -28,6 +30,7 @@ struct TerminalCommand {
   bool paragraph = false;  ///< export sentences as one paragraph
   std::string file;        ///< to export into
   std::vector<std::string> sentences;
+  std::string query;  ///< "word,code" for the word bank, or the Chinese to translate
   std::vector<std::chrono::year_month_day> days;
   std::string essay;     ///< file to walk, or id of an essay to report on or to delete
   std::string title;     ///< of a new topic for the essay, "" for one made from the day

@@ -49,6 +49,35 @@ TEST(TerminalCommand, ListsRecordsOfDays) {
   EXPECT_EQ(ParseTerminalCommand({"--version"}, problem)->kind, Kind::kVersion);
 }
 
+TEST(TerminalCommand, AsksTheWordHelper) {
+  const struct {
+    Words words;
+    bool local;
+    const char* query;
+  } good[] = {{{"words", "rain,CNV"}, false, "rain,CNV"},
+              {{"words", "happy,SJ", "--local"}, true, "happy,SJ"}};
+  std::string problem;
+  for (const auto& [words, local, query] : good) {
+    const auto command = ParseTerminalCommand(words, problem);
+    ASSERT_TRUE(command) << problem;
+    EXPECT_EQ(command->kind, Kind::kWords);
+    EXPECT_EQ(command->local, local);
+    EXPECT_EQ(command->query, query);
+  }
+  EXPECT_EQ(ParseTerminalCommand({"translate", "我", "喜歡"}, problem)->query, "我 喜歡");
+  for (const Words& bad : {Words{"words"},
+                           {"words", "rain"},
+                           {"words", "rain,XXX"},
+                           {"words", ",CNV"},
+                           {"words", "rain,CNV", "sun,CNV"},
+                           {"words", "rain,CNV,SJ"},
+                           {"translate", " "}}) {
+    problem.clear();
+    EXPECT_FALSE(ParseTerminalCommand(bad, problem)) << bad.back();
+    EXPECT_NE(problem, "");
+  }
+}
+
 TEST(TerminalCommand, LooksBackOnRecords) {
   std::string problem;
   EXPECT_EQ(ParseTerminalCommand({"days"}, problem)->kind, Kind::kDays);

@@ -1,0 +1,44 @@
+#include "app/terminal_words.h"
+
+#include <fmt/format.h>
+
+#include "app/compose.h"
+#include "app/terminal_command.h"
+#include "core/message_catalogue.h"
+#include "core/text_utility.h"
+#include "platform/html.h"
+
+namespace {
+
+constexpr int kNothingFound = 3;
+
+// Partners stand in the list of the word helper, near-synonyms on a page of the browser.
+int AskWordBank(Composition& composition, const TerminalCommand& command) {
+  auto& app = composition.program.app;
+  if (command.local) app.gUseWebEngineWbank = false;
+  const bool wantsPartners = Mid(command.query, static_cast<int>(command.query.rfind(',')) + 2, 1) == "C";
+  app.gSuggestMode = wantsPartners ? "collo" : "similar";
+  composition.frmCollocation->PassEngineCheckWBank(command.query);
+  const auto items = composition.frmCollocation->cboCollect.Items();
+  const std::string page = HtmlToText(composition.frmBrowser->webMain.Page());
+  for (const auto& item : items) fmt::print("{}\n", item);
+  fmt::print("{}", page);
+  return items.empty() && page.empty() ? kNothingFound : 0;
+}
+
+int Translate(Composition& composition, const std::string& text) {
+  const std::string english = composition.frmMain->TranslateText(text);
+  if (english.empty()) {
+    fmt::print(stderr, "{}\n", Replace(MessageText("55"), "\r\n\r\n", "，"));
+    return kNothingFound;
+  }
+  fmt::print("{}\n", english);
+  return 0;
+}
+
+}  // namespace
+
+int RunWordCommand(Composition& composition, const TerminalCommand& command) {
+  if (command.kind == TerminalCommand::Kind::kTranslate) return Translate(composition, command.query);
+  return AskWordBank(composition, command);
+}
