@@ -2,9 +2,12 @@
 #include <stdexcept>
 
 #include "engine/decision/decision.h"
+#include "engine/decision/review.h"
 #include "engine/grammar/checks.h"
 #include "engine/lexicon/lexicon.h"
+#include "engine/ngram/ngram_model.h"
 #include "engine/parser/parser.h"
+#include "engine/ranker/ranker.h"
 #include "engine/rules/matcher.h"
 #include "engine/spelling/speller.h"
 #include "engine/suggest/advisor.h"
@@ -18,10 +21,6 @@ namespace {
 constexpr std::size_t kMostTokens = 300;
 constexpr std::size_t kMostBytes = 4000;
 
-// Where the parser's word alone is worth showing: in longer sentences it is wrong too often.
-constexpr int kLeastDoubtedTokens = 6;
-constexpr int kMostDoubtedTokens = 15;
-
 }  // namespace
 
 struct Engine::Data {
@@ -32,7 +31,10 @@ struct Engine::Data {
         lexicon(tables),
         tagger(tables),
         speller(lexicon),
-        parser(dir) {
+        parser(dir),
+        ngrams(tables),
+        ranker(tables, ngrams, tagger),
+        reviewer(parser, ranker, rules, [this](std::string_view text) { return Read(text); }) {
     rules.Add(tables.Text("rules"), "tolvex.tables");
   }
 
@@ -53,7 +55,7 @@ struct Engine::Data {
     speller.Check(sentence, findings);
     RunChecks(sentence, findings);
     MatchPatterns(rules, sentence, findings);
-    AskParser(text, sentence, findings);
+    reviewer.Review(text, sentence, findings);
     Judgement judgement = MakeJudgement(text, sentence, KeepSurest(std::move(findings.All()), sentence));
     if (judgement.verdict == Verdict::kRight) Suggest(sentence, judgement);
     return judgement;
@@ -65,30 +67,6 @@ struct Engine::Data {
     judgement.syn_suggestion = SuggestionList(found.words);
   }
 
-  // Settles what is not sure by rules alone: a correction that turns an unparsable sentence into a parsable
-  // one is right.
-  void AskParser(std::string_view text, const Sentence& sentence, Findings& findings) const {
-    auto& all = findings.All();
-    const auto isSure = [](const Finding& f) { return f.certainty == Certainty::kSure; };
-    const auto isOpen = [](const Finding& f) { return f.certainty == Certainty::kConfirm; };
-    const bool sure = std::any_of(all.begin(), all.end(), isSure);
-    if (!sure && sentence.Size() <= kMostParsedTokens && !parser.AcceptsLoosely(sentence)) {
-      constexpr int kMostConfirmed = 3;
-      int tried = 0;
-      bool mended = false;
-      for (Finding& finding : all) {
-        if (!isOpen(finding) || finding.corrections.empty() || tried++ == kMostConfirmed) continue;
-        if (!parser.AcceptsLoosely(Read(Correct(text, sentence, {finding})))) continue;
-        finding.certainty = Certainty::kSure;
-        mended = true;
-      }
-      const bool doubtful = sentence.Size() >= kLeastDoubtedTokens && sentence.Size() <= kMostDoubtedTokens;
-      if (!mended && doubtful && !parser.Accepts(std::string(text), 3))
-        findings.Add("unsure-parse", 0, sentence.Size() - 1, {});
-    }
-    std::erase_if(all, isOpen);
-  }
-
   TableFile tables;
   TableFile suggestTables;
   Advisor advisor;
@@ -97,6 +75,9 @@ struct Engine::Data {
   Speller speller;
   Parser parser;
   RuleBook rules;
+  NgramModel ngrams;
+  Ranker ranker;
+  Reviewer reviewer;
 };
 
 Engine::Engine(const std::filesystem::path& dataDir) : data_(std::make_unique<Data>(dataDir)) {}

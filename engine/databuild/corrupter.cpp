@@ -63,10 +63,17 @@ int Frequency(EditKind kind) {
   return 0;
 }
 
+// A tense alone cannot be wrong; beside another verb it can.
+bool CanBeMistake(const Edit& edit, const std::vector<Token>& tokens) {
+  if (edit.kind != EditKind::kTense) return true;
+  return std::count_if(tokens.begin(), tokens.end(), [](const Token& t) { return IsFiniteVerb(t.tag); }) > 1;
+}
+
 }  // namespace
 
 std::vector<Token> Corrupter::CorruptOnce(const std::vector<Token>& tokens) {
-  const auto edits = ProposeEdits(Sentence(tokens, lexicon_));
+  auto edits = ProposeEdits(Sentence(tokens, lexicon_));
+  std::erase_if(edits, [&](const Edit& edit) { return !CanBeMistake(edit, tokens); });
   std::array<std::vector<const Edit*>, kEditKindCount> byKind;
   for (const Edit& edit : edits) byKind[static_cast<std::size_t>(edit.kind)].push_back(&edit);
   const auto frequency = [&](std::size_t kind) {

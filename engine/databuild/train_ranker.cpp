@@ -18,42 +18,56 @@ constexpr std::size_t kShortest = 4;
 constexpr std::size_t kLongest = 40;
 constexpr std::size_t kHeldBack = 3000;
 constexpr std::size_t kModernTimes =
-    3;  // the tagged corpora are modern prose, as learners write it: taken so often
-constexpr float kRate = 0.1F;
+    3;                         // the tagged corpora are modern prose, as learners write it: taken so often
+constexpr float kRate = 0.1F;  // alpha of FTRL
+constexpr float kSparseness = 0.5F;  // lambda 1
 
 using Tokens = std::vector<Token>;
 
-// AdaGrad (Duchi, Hazan, Singer 2011) on the logistic loss.
+// Logistic regression by FTRL-proximal (McMahan et al., "Ad Click Prediction: a View from the Trenches",
+// 2013): a weight stays zero until its feature has mattered, so that rare features do not drown the table.
 class Learner {
  public:
-  Learner() : weights_(std::size_t{1} << kRankerBits), squares_(weights_.size()) {}
+  Learner() : cells_(std::size_t{1} << kRankerBits) {}
 
   float Score(const std::vector<std::uint32_t>& features) const {
     float sum = 0;
-    for (const std::uint32_t feature : features) sum += weights_[feature];
+    for (const std::uint32_t feature : features) sum += cells_[feature].Weight();
     return sum;
   }
 
   void Learn(const std::vector<std::uint32_t>& features, bool mends) {
     const float error = 1 / (1 + std::exp(-Score(features))) - (mends ? 1.0F : 0.0F);
-    if (std::abs(error) < 1e-4F) return;
-    for (const std::uint32_t feature : features) {
-      squares_[feature] += error * error;
-      weights_[feature] -= kRate * error / (1e-3F + std::sqrt(squares_[feature]));
-    }
+    for (const std::uint32_t feature : features) cells_[feature].Learn(error);
   }
 
   std::vector<std::int8_t> Quantised() const {
     std::vector<std::int8_t> all;
-    all.reserve(weights_.size());
-    for (const float weight : weights_)
-      all.push_back(static_cast<std::int8_t>(std::clamp(std::lround(weight * kRankerScale), -127L, 127L)));
+    all.reserve(cells_.size());
+    for (const Cell& cell : cells_) {
+      const long scaled = std::lround(cell.Weight() * kRankerScale);
+      all.push_back(static_cast<std::int8_t>(std::clamp(scaled, -127L, 127L)));
+    }
     return all;
   }
 
  private:
-  std::vector<float> weights_;
-  std::vector<float> squares_;
+  struct Cell {
+    float z = 0;
+    float squares = 0;
+
+    float Weight() const {
+      if (std::abs(z) <= kSparseness) return 0;
+      return (std::copysign(kSparseness, z) - z) / ((1 + std::sqrt(squares)) / kRate);
+    }
+    void Learn(float gradient) {
+      const float grown = squares + gradient * gradient;
+      z += gradient - (std::sqrt(grown) - std::sqrt(squares)) / kRate * Weight();
+      squares = grown;
+    }
+  };
+
+  std::vector<Cell> cells_;
 };
 
 std::vector<std::string> LowerWords(const Tokens& tokens) {

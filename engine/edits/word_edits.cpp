@@ -63,7 +63,6 @@ constexpr std::array kConfused = {
     Pair{"your", "you"},
     Pair{"that", "than"},
     Pair{"as", "like"},
-    Pair{"and", "or"},
     Pair{"so", "very"},
     Pair{"during", "while"},
     Pair{"what", "that"},
@@ -139,6 +138,8 @@ void Proposer::ProposeOtherWord(int i) {
   const std::string_view positive = words.First(
       word, sentence_.Has(i, kComparative) ? Relation::kIsComparativeOf : Relation::kIsSuperlativeOf);
   Replace(EditKind::kCompare, i, std::string(positive));
+  if (sentence_.Has(i, kComparative))
+    Replace(EditKind::kCompare, i, std::string(words.First(positive, Relation::kSuperlative)));
 }
 
 }  // namespace tolvex

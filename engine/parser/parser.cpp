@@ -20,7 +20,6 @@ namespace {
 
 constexpr int kLinkageLimit = 100;
 constexpr int kShortLength = 10;
-constexpr int kMostParses = 4;  // of parts, for one sentence
 
 struct OptionsDeleter {
   void operator()(Parse_Options options) const { parse_options_delete(options); }
@@ -83,6 +82,13 @@ Parser::Parser(const std::filesystem::path& dataDir) : handle_(std::make_unique<
   }
 }
 
+bool ParseEffort::Spend(int tokens) {
+  const long cost = long{tokens} * tokens * tokens;
+  if (cost > left_) return false;
+  left_ -= cost;
+  return true;
+}
+
 Parser::~Parser() { dictionary_delete(handle_->dictionary); }
 
 bool Parser::Accepts(const std::string& text, int mostUnlinked) const {
@@ -93,9 +99,9 @@ bool Parser::Accepts(const std::string& text, int mostUnlinked) const {
   return sentence_parse(parsed.get(), options.get()) > 0 && sentence_num_valid_linkages(parsed.get()) > 0;
 }
 
-bool Parser::AcceptsPart(const Sentence& sentence, int first, int end, int& parsesLeft) const {
+bool Parser::AcceptsPart(const Sentence& sentence, int first, int end, ParseEffort& effort) const {
   if (end - first < 2) return true;
-  if (parsesLeft-- <= 0) return false;
+  if (!effort.Spend(end - first)) return false;
   std::string text;
   for (int i = first; i < end; ++i) {
     if (i > first && sentence.At(i).spaceBefore) text += ' ';
@@ -105,18 +111,17 @@ bool Parser::AcceptsPart(const Sentence& sentence, int first, int end, int& pars
   return Accepts(text);
 }
 
-bool Parser::AcceptsLoosely(const Sentence& sentence) const {
-  int parsesLeft = kMostParses;
+bool Parser::AcceptsLoosely(const Sentence& sentence, ParseEffort& effort) const {
   const int size = sentence.Size();
-  if (AcceptsPart(sentence, 0, size, parsesLeft)) return true;
+  if (AcceptsPart(sentence, 0, size, effort)) return true;
   int start = 0;
   if (size > 3 && IsOpener(sentence)) {
     start = sentence.At(1).text == "," ? 2 : 1;
-    if (AcceptsPart(sentence, start, size, parsesLeft)) return true;
+    if (AcceptsPart(sentence, start, size, effort)) return true;
   }
   for (int i = start + 1; i < std::min(size - 3, start + 9); ++i) {
     if (sentence.At(i).text != ",") continue;
-    if (AcceptsPart(sentence, i + 1, size, parsesLeft)) return true;
+    if (AcceptsPart(sentence, i + 1, size, effort)) return true;
     break;
   }
   for (int i = start + 3; i < size - 3; ++i) {
@@ -124,8 +129,7 @@ bool Parser::AcceptsLoosely(const Sentence& sentence) const {
     const bool mark = text == ";" || text == ":" || text == "--" || text == "-";
     const bool comma = text == "," && OpensClauseLoosely(sentence, i + 1);
     if (!mark && !comma) continue;
-    if (AcceptsPart(sentence, start, i, parsesLeft) &&
-        AcceptsPart(sentence, comma ? i + 2 : i + 1, size, parsesLeft))
+    if (AcceptsPart(sentence, start, i, effort) && AcceptsPart(sentence, comma ? i + 2 : i + 1, size, effort))
       return true;
   }
   return false;

@@ -9,6 +9,17 @@
 
 namespace tolvex {
 
+/// How much parsing one sentence may still cost. It is counted in work, not in time, so that the same
+/// sentence always gets the same answer.
+class ParseEffort {
+ public:
+  /// Takes what a parse of so many tokens costs; false when too little is left, then nothing is taken.
+  bool Spend(int tokens);
+
+ private:
+  long left_ = 60000;  // cubed tokens: some forty milliseconds
+};
+
 class Parser {
  public:
   /// Loads the dictionary folder kParserLanguage in dataDir. Throws std::runtime_error when it cannot.
@@ -22,10 +33,10 @@ class Parser {
   bool Accepts(const std::string& text, int mostUnlinked = 0) const;
 
   /// The same with allowances: an opener ("Second,") may be left out, and clauses may be parsed apart.
-  bool AcceptsLoosely(const Sentence& sentence) const;
+  bool AcceptsLoosely(const Sentence& sentence, ParseEffort& effort) const;
 
  private:
-  bool AcceptsPart(const Sentence& sentence, int first, int end, int& parsesLeft) const;
+  bool AcceptsPart(const Sentence& sentence, int first, int end, ParseEffort& effort) const;
 
   struct Handle;
   std::unique_ptr<Handle> handle_;

@@ -52,6 +52,28 @@ std::vector<std::string> SplitAtHyphens(const std::string& word) {
   return parts;
 }
 
+// "eco-friendly", "pre-war"
+bool IsCombiningForm(std::string_view part) {
+  static constexpr std::array<std::string_view, 14> kForms = {"eco",   "non",   "pre",   "anti",  "co",
+                                                              "re",    "ex",    "semi",  "multi", "mini",
+                                                              "micro", "inter", "socio", "bio"};
+  return std::find(kForms.begin(), kForms.end(), ToLower(part)) != kForms.end();
+}
+
+// "Rio de Janeiro", "Leonardo da Vinci"
+bool IsPartOfName(const Sentence& sentence, int i) {
+  return sentence.Is(i, {"de", "da", "del", "di", "du", "van", "von", "la", "le", "el", "al", "bin"}) &&
+         sentence.At(i + 1).IsCapitalised() && (i < 2 || sentence.IsName(i - 1));
+}
+
+// "LinkedIn", "eBook"
+bool HasInnerCapital(const std::string& text) {
+  for (std::size_t i = 1; i < text.size(); ++i) {
+    if (IsUpper(text[i]) && IsLower(text[i - 1])) return true;
+  }
+  return false;
+}
+
 }  // namespace
 
 int EditCost(std::string_view written, std::string_view meant, int limit) {
@@ -91,7 +113,7 @@ bool Speller::Knows(const Token& token) const {
   if (token.text.find_first_of("-/") != std::string::npos) {
     const auto parts = SplitAtHyphens(token.text);
     return std::all_of(parts.begin(), parts.end(), [&](const auto& part) {
-      return part.size() < 2 || lexicon_.Knows(part) || IsDigit(part[0]);
+      return part.size() < 2 || lexicon_.Knows(part) || IsDigit(part[0]) || IsCombiningForm(part);
     });
   }
   static constexpr std::array<std::string_view, 7> kPrefixes = {"un",    "non", "re",  "over",
@@ -145,7 +167,8 @@ void Speller::CheckWord(const Sentence& sentence, Findings& findings, int i) con
   }
   const bool shout = token.text.size() > 1 && IsUpper(token.text[0]) && IsUpper(token.text[1]);
   if (shout || findings.List("accepted_words").count(token.lower) != 0) return;
-  if (sentence.IsName(i)) {
+  if (IsPartOfName(sentence, i)) return;
+  if (sentence.IsName(i) || HasInnerCapital(token.text)) {
     findings.Add("unknown-name", i, i, {});
     return;
   }

@@ -1,0 +1,149 @@
+#include "engine/decision/review.h"
+
+#include <algorithm>
+#include <optional>
+
+#include "engine/decision/decision.h"
+#include "engine/decision/edit_finding.h"
+
+namespace tolvex {
+namespace {
+
+// Scores of the ranker, log odds. They were chosen on learners' sentences and on right ones, on the low side
+// of what paid there.
+constexpr double kWatchScore = 3;  // a point to watch whatever the parser says
+
+// A point to watch when the parser rejects the sentence and takes the edited one.
+constexpr double kLeastTriedScore = -3;
+
+// The parser stumbles over idioms of a few words, so there an edit must be likelier.
+constexpr int kShortTokens = 9;
+constexpr double kLeastScoreInShort = -1.5;
+
+constexpr int kMostTriedEdits = 4;
+constexpr int kMostConfirmed = 3;
+
+// Where the parser's word alone is worth showing. Short sentences that it rejects are mostly idioms.
+constexpr int kLeastDoubtedTokens = 13;
+
+// How likely an edit must be that the parser consents to. It consents to most deletions, and to one tense as
+// to another, so that its word on them says nothing.
+std::optional<double> LeastMendingScore(EditKind kind) {
+  switch (kind) {
+    case EditKind::kTense:
+    case EditKind::kBeDelete:
+    case EditKind::kArticleSwap:
+    case EditKind::kArticleDelete:
+    case EditKind::kPrepositionSwap:
+    case EditKind::kPrepositionDelete:
+    case EditKind::kPronounDelete:
+    case EditKind::kRelativeDelete:
+      return std::nullopt;
+    case EditKind::kAgreement:
+    case EditKind::kBeInsert:
+    case EditKind::kPlural:
+      return -3;
+    case EditKind::kNounVerb:
+    case EditKind::kSingular:
+    case EditKind::kArticleInsert:
+    case EditKind::kDerivation:
+      return -0.5;
+    default:
+      return -2.5;
+  }
+}
+
+bool IsOpen(const Finding& finding) { return finding.certainty == Certainty::kConfirm; }
+
+}  // namespace
+
+class Reviewer::Weighing {
+ public:
+  Weighing(const Reviewer& reviewer, std::string_view text, const Sentence& sentence, Findings& findings)
+      : reviewer_(reviewer), text_(text), sentence_(sentence), findings_(findings) {}
+
+  void Run() {
+    const bool accepted =
+        sentence_.Size() > kMostParsedTokens || reviewer_.parser_.AcceptsLoosely(sentence_, effort_);
+    bool explained = !accepted && ConfirmFindings();
+    explained = explained || HasPointToWatch() || WeighEdits(accepted);
+    if (!accepted && !explained && sentence_.Size() >= kLeastDoubtedTokens && !HasQuotation())
+      findings_.Add("unsure-parse", 0, sentence_.Size() - 1, {});
+  }
+
+ private:
+  bool Mends(const Finding& finding) {
+    const std::string corrected = Correct(text_, sentence_, {finding});
+    return reviewer_.parser_.AcceptsLoosely(reviewer_.read_(corrected), effort_);
+  }
+
+  // What a rule knows is better than what an edit guesses.
+  bool HasPointToWatch() const {
+    const auto& all = findings_.All();
+    return std::any_of(all.begin(), all.end(),
+                       [](const Finding& f) { return f.certainty == Certainty::kWatch; });
+  }
+
+  // Titles and direct speech are beyond the parser.
+  bool HasQuotation() const {
+    const auto& tokens = sentence_.Tokens();
+    return std::any_of(tokens.begin(), tokens.end(), [](const Token& t) { return t.text == "\""; });
+  }
+
+  bool ConfirmFindings() {
+    bool confirmed = false;
+    int tried = 0;
+    for (Finding& finding : findings_.All()) {
+      if (!IsOpen(finding) || finding.corrections.empty() || tried++ == kMostConfirmed) continue;
+      if (!Mends(finding)) continue;
+      finding.certainty = Certainty::kSure;
+      confirmed = true;
+    }
+    return confirmed;
+  }
+
+  // Takes the best edit that is likely enough by itself, or by the parser's help.
+  bool WeighEdits(bool accepted) {
+    const auto ranked = reviewer_.ranker_.Rank(sentence_);
+    const bool isShort = sentence_.Size() < kShortTokens;
+    const double least = isShort ? kLeastScoreInShort : kLeastTriedScore;
+    int tried = 0;
+    for (const RankedEdit& candidate : ranked) {
+      if (accepted || candidate.score < least || tried == kMostTriedEdits) break;
+      const auto leastScore = LeastMendingScore(candidate.edit.kind);
+      if (!leastScore) continue;
+      ++tried;
+      Finding finding = FindingOf(candidate.edit, sentence_, reviewer_.rules_);
+      if (!Mends(finding)) continue;
+      if (candidate.score >= *leastScore) return Take(std::move(finding), Certainty::kSure);
+      if (!isShort) return Take(std::move(finding), Certainty::kWatch);
+    }
+    if (ranked.empty() || ranked[0].score < kWatchScore) return false;
+    return Take(FindingOf(ranked[0].edit, sentence_, reviewer_.rules_), Certainty::kWatch);
+  }
+
+  bool Take(Finding finding, Certainty certainty) {
+    finding.certainty = certainty;
+    findings_.All().push_back(std::move(finding));
+    return true;
+  }
+
+  const Reviewer& reviewer_;
+  std::string_view text_;
+  const Sentence& sentence_;
+  Findings& findings_;
+  ParseEffort effort_;
+};
+
+Reviewer::Reviewer(const Parser& parser, const Ranker& ranker, const RuleBook& rules, Reader read)
+    : parser_(parser), ranker_(ranker), rules_(rules), read_(std::move(read)) {}
+
+void Reviewer::Review(std::string_view text, const Sentence& sentence, Findings& findings) const {
+  auto& all = findings.All();
+  const bool sure =
+      std::any_of(all.begin(), all.end(), [](const Finding& f) { return f.certainty == Certainty::kSure; });
+  if (!sure) Weighing(*this, text, sentence, findings).Run();
+  std::erase_if(all, IsOpen);
+}
+
+}  // namespace tolvex
