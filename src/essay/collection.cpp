@@ -103,7 +103,7 @@ void FrmEssayCollect::HandIn(const std::string& essayId, const std::string& work
   constexpr int kTries = 11;
   if (SubmitUntilTaken(room_.program, essayId, workId, kTries)) {
     EssayRecords(room_.records).HandInEssay(essayId, workId);
-    FrmMessage::Ask(room_.program, "14018", 1, "OK", "0");
+    FrmMessage::Ask(room_.program, "14018", 0, "OK", "0");
   } else {
     FrmMessage::Ask(room_.program, "14022", 1, "OK", "0");
   }
