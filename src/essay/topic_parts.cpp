@@ -51,7 +51,8 @@ constexpr const char* kBody =
     "ONDRAGSTART='window.event.returnValue=false' ONCONTEXTMENU='window.event.returnValue=false' "
     "onSelectStart='event.returnValue=false'>\n";
 
-constexpr const char* kTabs = R"html(<table width='720' align='center' border='0' cellspacing='0' cellpadding='0'>
+constexpr const char* kTabs =
+    R"html(<table width='720' align='center' border='0' cellspacing='0' cellpadding='0'>
 <tr>{}{}<td>&nbsp;</td></tr>
 <tr><td colspan='3'><img src='{}tab_line.jpg' width='720' height='2' border='0' alt=''></td></tr>
 </table>
