@@ -47,7 +47,8 @@ void RunUpdater(Program& program, const char* word) {
     RewriteFile(program.machine.files, folder + "/edition.txt", program.app.gEdition + "\n", false);
     program.machine.processes.Start({.program = folder + "/updater.exe",
                                      .arguments = {word, program.app.gUpdaterUrlRoot},
-                                     .workingFolder = folder});
+                                     .workingFolder = folder,
+                                     .outlivesUs = true});
   } catch (const RunTimeError&) {
     return TellNoUpdater(program);
   }

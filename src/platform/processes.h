@@ -16,6 +16,7 @@ struct ProcessStart {
   std::filesystem::path program;
   std::vector<std::string> arguments;
   std::filesystem::path workingFolder;  ///< empty: that of this program
+  bool outlivesUs = false;              ///< goes on when this program's terminal is closed
 };
 
 /// A child whose standard output is read here, and which sees its standard input end when this object goes.

@@ -1,6 +1,8 @@
 // The program itself, from one built version to the next.
 #include <algorithm>
 
+#include "platform/headless/virtual_loop.h"
+#include "tests/support/real_server.h"
 #include "tests/updater/update_server.h"
 #include "tests/updater/updater_fixture.h"
 
@@ -39,6 +41,11 @@ class RealUpdateTest : public UpdaterTest {
                                  key.string() + " " + www.string());
     ASSERT_EQ(run.status, 0) << run.errors;
   }
+  void InstallReal() {
+    const ProgramRun run = Shell(std::string(UPDATER_PROGRAM) + " mrv_install " + installation.string() +
+                                 " " + www.string() + " " + key.string() + ".pub");
+    ASSERT_EQ(run.status, 0) << run.errors;
+  }
   ProgramRun Terminal(const std::string& words) {
     return Shell("env -i HOME=" + home.Path().string() + " TMP=" + working.string() +
                  " LANG=C.UTF-8 PATH=/usr/bin " + (installation / "current/bin/marovane-terminal").string() +
@@ -49,10 +56,7 @@ class RealUpdateTest : public UpdaterTest {
 TEST_F(RealUpdateTest, IsUpdatedRefusesABrokenVersionAndGoesBack) {
   const fs::path first = Tree(fs::path(BIN_FOLDER) / "marovane-terminal");
   PublishReal(first);
-  ASSERT_EQ(Shell(std::string(UPDATER_PROGRAM) + " mrv_install " + installation.string() + " " +
-                  www.string() + " " + key.string() + ".pub")
-                .status,
-            0);
+  InstallReal();
   ASSERT_THAT(Terminal("check 'He goes to school every day.'").output, StartsWith("PASS\n"));
   EXPECT_EQ(Content(working / "Tessaroon/setup.txt"),
             (installation / "versions" / Current() / "share/marovane").string() + "\r\n")
@@ -84,6 +88,35 @@ TEST_F(RealUpdateTest, IsUpdatedRefusesABrokenVersionAndGoesBack) {
   EXPECT_EQ(Shell((working / "Tessaroon/updater.exe").string() + " mrv_rollback").status, 0);
   EXPECT_EQ(Current(), before);
   EXPECT_EQ(Terminal("--version").output, "Marovane " + before + "\n");
+}
+
+// The whole way: what the server says, what the learner answers, what the installation names.
+TEST_F(RealUpdateTest, LearnerWhoSaysYesHasTheNextVersion) {
+  PublishReal(Tree(fs::path(BIN_FOLDER) / "marovane-terminal"));
+  InstallReal();
+  PublishReal(Tree(NEXT_TERMINAL));
+  UpdateServer updates(FolderServer(www.string()));
+  Put(home / "server/server.set", "versionMrv=1.1.0\r\nversionBig=1.0.0\r\n");
+  VirtualLoop loop;
+  const RealServer server(loop, {"--data", (home / "server").string()});
+  Put(installation / "current/share/marovane/installation.set",
+      "serverRoot=" + server.Root() + "\r\nupdateHost=" + updates.Host() + "\r\n");
+  Put(home / "answer", "y\n");
+  Put(home / "start", "#!/bin/sh\nenv -i HOME=" + home.Path().string() + " TMP=" + working.string() +
+                          " LANG=C.UTF-8 PATH=/usr/bin " +
+                          (installation / "current/bin/marovane-terminal").string() + " records\n");
+  // It asks only at a terminal.
+  const ProgramRun run =
+      Shell("script -qec 'sh " + (home / "start").string() + "' /dev/null <" + (home / "answer").string());
+  EXPECT_THAT(run.output, HasSubstr("目前已有新版程式"));
+  const auto until = std::chrono::steady_clock::now() + std::chrono::minutes{2};
+  while (Current() != "1.1.0" && Note().empty() && std::chrono::steady_clock::now() < until) {
+    std::this_thread::yield();
+  }
+  EXPECT_EQ(Note(), "");
+  EXPECT_EQ(Current(), "1.1.0") << run.output;
+  EXPECT_EQ(Content(working / "Tessaroon/edition.txt"), "MRV\n");
+  EXPECT_THAT(Terminal("--version").output, "Marovane 1.1.0\n");
 }
 
 }  // namespace

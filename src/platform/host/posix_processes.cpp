@@ -55,7 +55,7 @@ class SpawnActions {
 // The child begins with no signal blocked or ignored, whatever holds here.
 class SpawnAttributes {
  public:
-  SpawnAttributes() {
+  explicit SpawnAttributes(bool hasOwnSession) {
     posix_spawnattr_init(&attributes_);
     sigset_t none;
     sigset_t reset;
@@ -64,7 +64,9 @@ class SpawnAttributes {
     sigaddset(&reset, SIGPIPE);
     posix_spawnattr_setsigmask(&attributes_, &none);
     posix_spawnattr_setsigdefault(&attributes_, &reset);
-    posix_spawnattr_setflags(&attributes_, POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF);
+    const int flags =
+        POSIX_SPAWN_SETSIGMASK | POSIX_SPAWN_SETSIGDEF | (hasOwnSession ? POSIX_SPAWN_SETSID : 0);
+    posix_spawnattr_setflags(&attributes_, static_cast<short>(flags));
   }
   ~SpawnAttributes() { posix_spawnattr_destroy(&attributes_); }
   SpawnAttributes(const SpawnAttributes&) = delete;
@@ -92,7 +94,7 @@ int Spawn(const ProcessStart& start, const Streams& streams) {
   actions.Give(STDERR_FILENO, streams.error, O_WRONLY);
   actions.WorkIn(start.workingFolder);
   actions.CloseTheRest();
-  const SpawnAttributes attributes;
+  const SpawnAttributes attributes(start.outlivesUs);
   pid_t id = 0;
   const int error =
       posix_spawnp(&id, program.c_str(), actions.Get(), attributes.Get(), arguments.data(), environ);
