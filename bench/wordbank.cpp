@@ -110,6 +110,7 @@ void MeasureProgram(const std::string& program, const std::vector<Row>& rows) {
   fs::current_path(home);
   std::ofstream("registry.set") << "**settings for tolvex=\r\ncollocationListHtm=\r\n";
   std::vector<double> times;
+  times.reserve(rows.size());
   for (const Row& row : rows) {
     times.push_back(bench::Milliseconds([&] { RunProgram(path, row.word + ',' + row.code); }));
   }
@@ -132,6 +133,7 @@ int Run(const std::vector<std::string>& args) {
   const std::vector<Row> rows = ReadRows(args[2]);
   const fs::path dataDir = args[0];
   std::vector<double> loads;
+  loads.reserve(20);
   for (int i = 0; i < 20; ++i)
     loads.push_back(bench::Milliseconds([&] { const wexbin::WordBank loaded(dataDir); }));
   bench::Print("load", loads);

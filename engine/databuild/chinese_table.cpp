@@ -115,7 +115,8 @@ void CompileChinese(std::istream& cedict, const std::filesystem::path& functionW
   AddVariants(entries, texts);
   for (const auto& [word, english] : ReadFunctionWords(functionWords)) {
     std::string& text = texts[word];
-    text = english + '\t' + (text.empty() ? english : text.substr(text.find('\t') + 1));
+    const std::string all = text.empty() ? english : text.substr(text.find('\t') + 1);
+    text = fmt::format("{}\t{}", english, all);
   }
   TableWriter writer;
   wexbin::AddTextTable(texts, "chinese", writer);

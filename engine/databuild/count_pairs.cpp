@@ -19,7 +19,6 @@ namespace {
 
 using wexbin::Pair;
 using wexbin::PairKind;
-using wexbin::Pattern;
 
 constexpr int kLeastCount = 5;
 constexpr int kModernWeight = 3;  // present-day text against a library of older novels

@@ -51,10 +51,10 @@ std::string Glosses::Definition(const std::string& text, std::string_view part) 
 
 std::string Glosses::OfPhrase(const wexbin::Pair& pair, const std::string& phrase) const {
   const bool isVerb = pair.kind == PairKind::kNounVerb || pair.kind == PairKind::kVerbAdverb;
-  const std::string chinese = Joined(chinese_.Find(WithoutOwner(phrase), isVerb));
+  std::string chinese = Joined(chinese_.Find(WithoutOwner(phrase), isVerb));
   if (!chinese.empty()) return chinese;
   for (const std::string_view part : {"noun", "verb", "adj", "adv"}) {
-    const std::string definition = Definition(phrase, part);
+    std::string definition = Definition(phrase, part);
     if (!definition.empty()) return definition;
   }
   return {};

@@ -23,6 +23,7 @@ class WexbinProgram : public ::testing::Test {
     const pid_t child = fork();
     if (child == 0) {
       std::vector<char*> argv;
+      argv.reserve(args.size() + 1);
       for (auto& arg : args) argv.push_back(arg.data());
       argv.push_back(nullptr);
       const int errors = open((home_ / "stderr").c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);

@@ -143,6 +143,7 @@ TEST(WordBank, AnswersSeveralThreadsAtOnce) {
   const WordBank bank(WORDBANK_DATA);
   std::vector<std::string> answers(8);
   std::vector<std::thread> threads;
+  threads.reserve(answers.size());
   for (std::string& answer : answers) {
     threads.emplace_back([&] { answer = bank.Reply("rain,CNJ") + bank.Translate("下雨"); });
   }
