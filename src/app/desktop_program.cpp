@@ -30,7 +30,13 @@ QtWindows::Options DesktopProgram::WindowOptions(const std::string& edition) {
   const Environment environment = ReadHostEnvironment(edition);
   return {.uiFolder = QString::fromStdString(environment.programFolder / "ui"),
           .webLibrary = QString::fromStdString(environment.helperFolder / "libmarovane_qt_web.so"),
-          .mayCommand = [this](const QString& url) { return IsOwnPage(url.toStdString()); }};
+          .mayCommand = [this](const QString& url) { return IsOwnPage(url.toStdString()); },
+          .onActivated = [this] { PassFocusOn(); }};
+}
+
+// The root window, which is never seen, would be the one that comes to the front then.
+void DesktopProgram::PassFocusOn() {
+  if (rooms_ && rooms_->program.app.gOpenMain) rooms_->frmStartUp->Form_Activate();
 }
 
 // Only pages of the program's own servers may give it commands.

@@ -32,6 +32,7 @@ class DesktopProgram {
  private:
   QtWindows::Options WindowOptions(const std::string& edition);
   bool IsOwnPage(const std::string& url) const;
+  void PassFocusOn();
 
   QtLoop loop_;
   QtDesktop desktop_;

@@ -9,6 +9,7 @@
 #include <QStyleFactory>
 
 #include "qt/fonts.h"
+#include "qt/toolkit_texts.h"
 
 void PrepareApplication() {
   QCoreApplication::setAttribute(Qt::AA_ShareOpenGLContexts);
@@ -23,6 +24,7 @@ void ConfigureApplication(const QString& uiFolder) {
   QApplication::setDesktopFileName("marovane");
   QApplication::setStyle(QStyleFactory::create("Fusion"));
   InstallFonts();
+  InstallToolkitTexts();
   QApplication::setWindowIcon(QIcon(uiFolder + "/skin/marovane.svg"));
   QFile sheet(uiFolder + "/skin/marovane.qss");
   if (!sheet.open(QIODevice::ReadOnly)) return;

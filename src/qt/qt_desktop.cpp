@@ -29,7 +29,7 @@ QString StartFolder() {
   return QDir(documents).exists() ? documents : QDir::homePath();
 }
 
-// Where the desktop has no dialog of its own, the toolkit's is used, which speaks English.
+// Where the desktop has no dialog of its own, the toolkit's is used.
 void NameParts(QFileDialog& dialog) {
   dialog.setLabelText(QFileDialog::LookIn, "位置：");
   dialog.setLabelText(QFileDialog::FileName, "檔名：");

@@ -47,6 +47,9 @@ QtWindows::QtWindows(QtLoop& loop, Options options)
   connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) { FocusMoved(now); });
   connect(qApp, &QGuiApplication::focusWindowChanged, this,
           [this](QWindow* window) { WindowFocused(window); });
+  connect(qApp, &QGuiApplication::applicationStateChanged, this, [this](Qt::ApplicationState state) {
+    if (state == Qt::ApplicationActive) ApplicationActivated();
+  });
 }
 
 QtWindows::~QtWindows() {
@@ -210,6 +213,13 @@ void QtWindows::WindowFocused(QWindow* window) {
   loop_.Enter(view, [this, view] {
     if (!view->IsDetached()) ActiveChanged(&view->Model());
   });
+}
+
+// Whoever comes by pointing at a window wants that one, and a question waits for its answer first.
+void QtWindows::ApplicationActivated() {
+  const bool pointsAtWindow = FindByWidget(QApplication::widgetAt(QCursor::pos())) != nullptr;
+  if (!options_.onActivated || pointsAtWindow || TopModal() != nullptr) return;
+  loop_.Enter(this, [this] { loop_.RunHandler(options_.onActivated); });
 }
 
 // The focus of a window that was shown a moment ago may come when another one has been called to the front

@@ -21,6 +21,8 @@ class QtWindows : public QObject, public WindowSystem {
     QString webLibrary;  ///< path of the library with the web engine
     /// Tells by its address whether the page of a server may use cmd: and rem: links.
     std::function<bool(const QString& url)> mayCommand = [](const QString&) { return false; };
+    /// The user has come back from another program without pointing at a certain window.
+    std::function<void()> onActivated = {};
   };
 
   /// Needs a QApplication made after PrepareApplication().
@@ -57,6 +59,7 @@ class QtWindows : public QObject, public WindowSystem {
   FormView* FindByWindow(const QWindow* window) const;
   void FocusMoved(QWidget* now);
   void WindowFocused(QWindow* window);
+  void ApplicationActivated();
   void ActivateLastOf(const Form& gone);
   bool TurnsBackTo(const Form& focused);
 

@@ -68,6 +68,7 @@ TEST_P(EveryWindow, KeepsItsPartsInsideAndNamesWhatCanBeClicked) {
 
 TEST_P(EveryWindow, IsDrawnWithItsFaceAndInk) {
   const QImage picture = View().Frame().grab().toImage();
+  EXPECT_EQ(picture.devicePixelRatio(), qEnvironmentVariable("QT_SCALE_FACTOR", "1").toDouble());
   int bright = 0;
   int dark = 0;
   for (int y = 0; y < picture.height(); ++y) {

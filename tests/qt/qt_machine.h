@@ -15,15 +15,18 @@
 /// Windows come from the folder given; the web engine from the build.
 struct QtMachine {
   explicit QtMachine(const QString& uiFolder)
-      : windows(loop, {uiFolder, MAROVANE_WEB_LIBRARY, [this](const QString& url) {
+      : windows(loop, {uiFolder, MAROVANE_WEB_LIBRARY,
+                       [this](const QString& url) {
                          return !trustedPrefix.isEmpty() && url.startsWith(trustedPrefix);
-                       }}) {}
+                       },
+                       [this] { ++activations; }}) {}
 
   /// Runs the loop until the condition holds; a test that waits in vain fails by its time-out.
   void Wait(const std::function<bool()>& isMet) { loop.WaitUntil(isMet); }
   QWidget& Widget(const Control& control) { return windows.Find(control.Owner())->Find(control)->Widget(); }
 
   QString trustedPrefix;
+  int activations = 0;  ///< by a user who comes back from another program
   TempHome home;
   Environment environment = home.MakeEnvironment();
   QtLoop loop;

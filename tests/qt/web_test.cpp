@@ -1,8 +1,13 @@
 // The browser control on the real engine. Each case starts the engine once, so related facts share one.
 #include <gmock/gmock.h>
+#include <signal.h>
+#include <unistd.h>
 
 #include <QPushButton>
 #include <QTest>
+#include <filesystem>
+#include <fstream>
+#include <sstream>
 
 #include "platform/form.h"
 #include "platform/text_encoding.h"
@@ -67,6 +72,31 @@ struct ShownPage {
   std::vector<std::string> titles;
   int completed = 0;
 };
+
+std::string FileText(const std::filesystem::path& file) {
+  std::ostringstream text;
+  text << std::ifstream(file).rdbuf();
+  return text.str();
+}
+
+int ParentOf(int process) {
+  const std::string status = FileText("/proc/" + std::to_string(process) + "/status");
+  const auto parent = status.find("PPid:");
+  return parent == std::string::npos ? 0 : std::stoi(status.substr(parent + 5));
+}
+
+/// Kills the processes that draw this program's pages: the engine's own children have forked them. Gives
+/// their number.
+int KillRenderers() {
+  int count = 0;
+  for (const auto& entry : std::filesystem::directory_iterator("/proc")) {
+    const int process = std::atoi(entry.path().filename().c_str());
+    const bool isEngine = FileText(entry.path() / "cmdline").find("QtWebEngineProcess") != std::string::npos;
+    if (!isEngine || process == 0 || ParentOf(ParentOf(process)) != getpid()) continue;
+    count += kill(process, SIGKILL) == 0 ? 1 : 0;
+  }
+  return count;
+}
 
 TEST(WebView, EngineIsNotTouchedBeforeAPageIsNeeded) {
   ShownPage page;
@@ -170,6 +200,33 @@ TEST(WebView, PicturesOfTheProgramShowAndChineseIsRight) {
              "document.getElementById('t').textContent.length;}</script></body>");
   page.machine.Wait([&] { return !page.titles.empty(); });
   EXPECT_EQ(page.titles.back(), "88 2");
+}
+
+TEST(WebView, WrittenPageComesBackWhenItsRendererHasDied) {
+  ShownPage page;
+  page.Write("<body><script>document.location.href='cmd:here'</script></body>");
+  page.machine.Wait([&] { return !page.asked.empty(); });
+  page.asked.clear();
+  ASSERT_GT(KillRenderers(), 0);
+  page.machine.Wait([&] { return !page.asked.empty(); });
+  EXPECT_EQ(page.asked.back(), "cmd:here");
+}
+
+TEST(WebView, LastOfSeveralPagesStaysHoweverFastTheyFollow) {
+  ShownPage page;
+  for (const char* const title : {"one", "two", "last"}) {
+    page.form->webMain.Navigate("about:blank");
+    page.form->webMain.Write(kHead + "<body><script>document.title='" + title + "'</script></body></html>");
+  }
+  page.machine.Wait([&] { return !page.titles.empty() && page.titles.back() == "last"; });
+}
+
+TEST(WebView, BoxesHaveTheirLookBeforeAnythingIsPainted) {
+  ShownPage page;
+  page.Write(
+      "<body><input id='c' type='checkbox'><script>"
+      "document.title=getComputedStyle(document.getElementById('c')).appearance;</script></body>");
+  EXPECT_THAT(page.titles, ElementsAre("none"));
 }
 
 TEST(WebView, HistoryGoesBackToWrittenPages) {

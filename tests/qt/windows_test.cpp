@@ -1,7 +1,11 @@
 #include <gmock/gmock.h>
 
+#include <QFileDialog>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QToolButton>
+#include <QTreeView>
+#include <algorithm>
 
 #include "platform/run_time_error.h"
 #include "platform/timer.h"
@@ -72,6 +76,31 @@ TEST(QtWindows, FocusAndActivationAreTold) {
   EXPECT_EQ(form.activations, 2);
 }
 
+TEST(QtWindows, ComingBackFromAnotherProgramIsToldUnlessAWindowIsPointedAt) {
+  ShownSample sample;
+  const auto comeBack = [&](const QPoint& mouse) {
+    QCursor::setPos(mouse);
+    sample.machine.activations = 0;
+    Q_EMIT qApp->applicationStateChanged(Qt::ApplicationInactive);
+    Q_EMIT qApp->applicationStateChanged(Qt::ApplicationActive);
+    sample.machine.loop.DoEvents();
+    return sample.machine.activations;
+  };
+  const QRect window = sample.machine.windows.Find(*sample.form)->Frame().geometry();
+  const QPoint beside = window.bottomRight() + QPoint(50, 50);
+  EXPECT_EQ(comeBack(beside), 1);
+  EXPECT_EQ(comeBack(window.center()), 0) << "a click chooses its window";
+  Window<FrmSample> box{[&] { return std::make_shared<FrmSample>(sample.machine.machine); }};
+  Timer user(sample.machine.loop, 1);
+  user.onTick = [&] {
+    user.Enabled = false;
+    EXPECT_EQ(comeBack(beside), 0) << "the question is in front";
+    box.Unload();
+  };
+  user.Enabled = true;
+  box->ShowModal();
+}
+
 TEST(QtWindows, WindowOffTheScreenIsHiddenAndComesBack) {
   ShownSample sample;
   FrmSample& form = *sample.form;
@@ -127,6 +156,22 @@ TEST(QtWindows, KeysAreSentToTheFocus) {
   sample.machine.windows.SendKeys("{UP}");
   sample.machine.windows.SendKeys("{DOWN}");
   EXPECT_THAT(keys, ElementsAre(38, 40));
+}
+
+TEST(QtDesktop, FileDialogOfTheToolkitSpeaksChinese) {
+  QFileDialog dialog;
+  dialog.setOption(QFileDialog::DontUseNativeDialog);
+  dialog.setAcceptMode(QFileDialog::AcceptSave);
+  QStringList texts;
+  const QAbstractItemModel* const files = dialog.findChild<QTreeView*>()->model();
+  for (int i = 0; i < files->columnCount(); ++i) texts << files->headerData(i, Qt::Horizontal).toString();
+  for (const auto* button : dialog.findChildren<QToolButton*>()) texts << button->toolTip();
+  for (const auto* button : dialog.findChildren<QPushButton*>()) texts << button->text();
+  EXPECT_GE(texts.size(), 10);
+  for (const QString& text : texts) {
+    EXPECT_TRUE(std::ranges::any_of(text, [](QChar sign) { return sign.unicode() >= 0x2E80; }))
+        << text.toStdString();
+  }
 }
 
 TEST(QtLoop, BlockingWorkLetsOnlyPicturesMove) {

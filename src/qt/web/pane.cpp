@@ -2,6 +2,7 @@
 #include <QJsonObject>
 #include <QPointer>
 #include <QRegularExpression>
+#include <QTimer>
 #include <QVBoxLayout>
 #include <QWebEngineScript>
 #include <QWebEngineView>
@@ -12,6 +13,8 @@
 #include "qt/web_pane.h"
 
 namespace {
+
+constexpr int kAttempts = 3;  // further ones to load a page
 
 // Inputs by id; of options and boxes the mark, of all the value.
 const char* const kReadInputs = R"js((function() {
@@ -44,6 +47,8 @@ class Pane : public WebPane {
   void ReadInputs(std::function<void(const PageInputs&)> callback) override;
 
  private:
+  void Load(const QUrl& url);
+  void LoadAgain();
   void Loaded(bool ok);
   void RunWhenLoaded(const QString& script);
 
@@ -52,6 +57,8 @@ class Pane : public WebPane {
   std::deque<QUrl> written_;  // pages of this view that may still be in its history
   QStringList waiting_;       // scripts for the page that is being loaded
   bool isLoading_ = false;
+  QUrl wanted_;       // what the program asked for last
+  int attempts_ = 0;  // further ones, to load it
 };
 
 Pane::Pane() : view_(new QWebEngineView), page_(new WebPage(*this, view_)) {
@@ -59,6 +66,7 @@ Pane::Pane() : view_(new QWebEngineView), page_(new WebPage(*this, view_)) {
   view_->setContextMenuPolicy(Qt::NoContextMenu);
   page_->setBackgroundColor(QColor("#FAF4ED"));
   QObject::connect(page_, &QWebEnginePage::loadFinished, view_, [this](bool ok) { Loaded(ok); });
+  QObject::connect(page_, &QWebEnginePage::renderProcessTerminated, view_, [this] { LoadAgain(); });
   QObject::connect(page_, &QWebEnginePage::titleChanged, view_, [this](const QString& title) {
     // A page without a title of its own is reported with its address.
     const bool isAddress = title.startsWith(QString(kWrittenPageScheme) + "://") || title == "about:blank";
@@ -74,23 +82,37 @@ Pane::~Pane() {
   delete view_;
 }
 
-void Pane::Navigate(const QString& url) {
+void Pane::Navigate(const QString& url) { Load(QUrl::fromUserInput(QString(url).replace('\\', '/'))); }
+
+void Pane::Load(const QUrl& url) {
   waiting_.clear();
   isLoading_ = true;
-  page_->LoadQuietly(QUrl::fromUserInput(QString(url).replace('\\', '/')));
+  attempts_ = 0;
+  wanted_ = url;
+  page_->LoadQuietly(url);
+}
+
+// A written page has no reason not to load. When it has not, its renderer has died, or an earlier load came
+// in between.
+void Pane::LoadAgain() {
+  constexpr int kPause = 200;  // milliseconds
+  if (wanted_.scheme() != kWrittenPageScheme || attempts_ >= kAttempts) return;
+  ++attempts_;
+  isLoading_ = true;
+  QTimer::singleShot(kPause, view_, [this, url = wanted_] {
+    if (isLoading_ && url == wanted_) page_->LoadQuietly(url);
+  });
 }
 
 void Pane::Write(const QString& html) {
   constexpr std::size_t kKept = 20;  // as far back as somebody is likely to go
-  waiting_.clear();
-  isLoading_ = true;
   page_->setBackgroundColor(GroundOf(html));
   written_.push_back(KeepPage(html));
   if (written_.size() > kKept) {
     ForgetPage(written_.front());
     written_.pop_front();
   }
-  page_->LoadQuietly(written_.back());
+  Load(written_.back());
 }
 
 void Pane::SubmitForm(int index) { RunWhenLoaded(QString("document.forms[%1].submit()").arg(index)); }
@@ -113,7 +135,11 @@ void Pane::RunWhenLoaded(const QString& script) {
   }
 }
 
-void Pane::Loaded(bool) {
+void Pane::Loaded(bool ok) {
+  const bool isOther = !ok || page_->url() != wanted_;
+  if (isLoading_ && wanted_.scheme() == kWrittenPageScheme && isOther && attempts_ < kAttempts) {
+    return LoadAgain();
+  }
   isLoading_ = false;
   const QStringList scripts = std::exchange(waiting_, {});
   for (const QString& script : scripts) page_->runJavaScript(script);

@@ -4,6 +4,7 @@
 #include <QCoreApplication>
 #include <QFile>
 #include <QMap>
+#include <QRegularExpression>
 #include <QWebEngineScript>
 #include <QWebEngineScriptCollection>
 #include <QWebEngineSettings>
@@ -57,8 +58,30 @@ void RegisterSchemes() {
   QWebEngineUrlScheme::registerScheme(written);
 }
 
-// Makes every written page, whose bytes are UTF-8, behave as one in its declared character set, has the fonts
-// that it asks for, and gives its scroll bars and boxes the look of the windows.
+// Gives scroll bars and boxes the look of the windows.
+const char* const kLook =
+    "<style>"
+    "::-webkit-scrollbar{width:10px;height:10px}"
+    "::-webkit-scrollbar-thumb{background:rgba(140,140,140,.75);border-radius:5px}"
+    "::-webkit-scrollbar-thumb:hover{background:#a0a0a0}"
+    "input[type=checkbox]{appearance:none;width:16px;height:16px;margin:0;vertical-align:-3px;"
+    "border:1px solid #1c1c1c;border-radius:4px;background:#2b2b2b center/12px no-repeat}"
+    "input[type=checkbox]:hover,input[type=checkbox]:focus-visible{border-color:#FFCC00;outline:none}"
+    "input[type=checkbox]:checked{background-image:url(\"data:image/svg+xml,"
+    "<svg xmlns='http://www.w3.org/2000/svg' viewBox='0 0 12 12'><path d='M2 6l3 3 5-6' fill='none' "
+    "stroke='%23FFCC00' stroke-width='2' stroke-linecap='round' stroke-linejoin='round'/></svg>\")}"
+    "</style>";
+
+// It stands in the page itself: what a script adds later would come after the first picture of the page.
+QByteArray WithLook(const QString& html) {
+  static const QRegularExpression head("<(head|html)\\b[^>]*>", QRegularExpression::CaseInsensitiveOption);
+  qsizetype at = 0;
+  for (auto tags = head.globalMatch(html); tags.hasNext();) at = tags.next().capturedEnd();
+  return (html.left(at) + kLook + html.mid(at)).toUtf8();
+}
+
+// Makes every written page, whose bytes are UTF-8, behave as one in its declared character set, and gives all
+// pages the fonts that they ask for.
 QWebEngineScript PageScript() {
   QWebEngineScript script;
   script.setInjectionPoint(QWebEngineScript::DocumentReady);
@@ -73,16 +96,6 @@ QWebEngineScript PageScript() {
     document.documentElement.appendChild(style);
     if (!document.documentElement.lang) document.documentElement.lang = 'zh-Hant-TW';
     if (location.protocol != 'marovane:') return;
-    style.textContent +=
-      "::-webkit-scrollbar{width:10px;height:10px}" +
-      "::-webkit-scrollbar-thumb{background:rgba(140,140,140,.75);border-radius:5px}" +
-      "::-webkit-scrollbar-thumb:hover{background:#a0a0a0}" +
-      "input[type=checkbox]{appearance:none;width:16px;height:16px;margin:0;vertical-align:-3px;" +
-      "border:1px solid #1c1c1c;border-radius:4px;background:#2b2b2b center/12px no-repeat}" +
-      "input[type=checkbox]:hover,input[type=checkbox]:focus-visible{border-color:#FFCC00;outline:none}" +
-      "input[type=checkbox]:checked{background-image:url(\"data:image/svg+xml," +
-      "<svg xmlns='http://www.w3.org/2000/svg' viewBox='0 0 12 12'><path d='M2 6l3 3 5-6' fill='none' " +
-      "stroke='%23FFCC00' stroke-width='2' stroke-linecap='round' stroke-linejoin='round'/></svg>\")}";
     const meta = document.querySelector("meta[http-equiv='Content-Type' i]");
     const declared = meta && /charset=([\w-]+)/i.exec(meta.content);
     if (!declared) return;
@@ -136,7 +149,7 @@ QWebEngineProfile& WebProfile() {
 QUrl KeepPage(const QString& html) {
   static int last = 0;
   const QString path = QString("/%1").arg(++last);
-  Pages()[path] = html.toUtf8();
+  Pages()[path] = WithLook(html);
   QUrl url;
   url.setScheme(kWrittenPageScheme);
   url.setHost("page");

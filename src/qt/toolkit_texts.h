@@ -1,0 +1,5 @@
+// Texts of the toolkit's own dialogs in the learner's language.
+#pragma once
+
+/// Has the application translate them: the toolkit comes without its translations.
+void InstallToolkitTexts();
