@@ -12,14 +12,14 @@ namespace tolvex::databuild {
 void TrainTagger(const std::filesystem::path& slashTagged, const std::filesystem::path& underscoreTagged,
                  const std::filesystem::path& model);
 
-/// Counts the n-grams of plain text, one sentence a line on standard input, and of the tagged files, and writes
-/// the tables of NgramModel. The same inputs give the same bytes.
+/// Counts the n-grams of plain text, one sentence a line on standard input, and of the tagged files, and
+/// writes the tables of NgramModel. The same inputs give the same bytes.
 void TrainNgrams(const std::filesystem::path& taggerModel, const std::filesystem::path& slashTagged,
                  const std::filesystem::path& underscoreTagged, const std::filesystem::path& model);
 
 /// Trains the ranker of edits on so many sentences, with mistakes made in half of them, and writes its table.
-/// `tables` is a compiled file with the lexicon, the tagger and the n-grams. Prints what it finds in sentences held
-/// back. The same inputs give the same bytes.
+/// `tables` is a compiled file with the lexicon, the tagger and the n-grams. Prints what it finds in
+/// sentences held back. The same inputs give the same bytes.
 void TrainRanker(const std::filesystem::path& tables, const std::filesystem::path& slashTagged,
                  const std::filesystem::path& underscoreTagged, int sentences,
                  const std::filesystem::path& model);
