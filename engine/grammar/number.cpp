@@ -31,8 +31,9 @@ bool IsQuantityExcused(const Sentence& sentence, int i, int noun) {
     return i > 0 && (sentence.TagAt(i - 1) == Tag::DT || sentence.TagAt(i - 1) == Tag::PRPS ||
                      sentence.Is(i - 1, {"no", "very", "is", "are", "one", "any", "every", "each"}));
   }
-  if (sentence.Is(noun, {"percent", "hundred", "thousand", "million", "dozen", "people", "of", "more",
-                         "billion", "least", "other"}))
+  if (sentence.Is(noun,
+                  {"percent", "hundred", "thousand", "million", "dozen", "people", "of", "more", "billion",
+                   "least", "other", "tomorrow", "today", "yesterday", "tonight", "fish", "sheep", "deer"}))
     return true;
   if (sentence.Is(i, {"these", "those"}) && noun != i + 1) return true;
   if (sentence.Lower(i) == "both" && sentence.Is(noun + 1, {"and", "or"})) return true;
@@ -88,8 +89,9 @@ void CheckSingularDeterminer(const Sentence& sentence, Findings& findings, int i
       findings.Add(article ? "a-plural" : "every-plural", noun, noun, {singular});
     }
   }
-  if (article && findings.List("never_with_a").count(word) != 0 && !HasNounBehind(sentence, noun) &&
-      sentence.TagAt(noun) == Tag::NN) {
+  const bool aLittle = sentence.Is(i + 1, {"little", "bit"});
+  if (article && !aLittle && findings.List("never_with_a").count(word) != 0 &&
+      !HasNounBehind(sentence, noun) && sentence.TagAt(noun) == Tag::NN) {
     findings.Add("a-uncounted", i, i, {""});
   }
 }

@@ -37,7 +37,7 @@ Verbs FindVerbs(const Sentence& sentence) {
       verbs.present = verbs.present < 0 ? i : verbs.present;
       ++verbs.presentCount;
     }
-    if (sentence.Is(i, {"have", "has", "'ve"}) &&
+    if (sentence.Is(i, {"have", "has", "'ve"}) && sentence.TagAt(i - 1) != Tag::MD &&
         (sentence.TagAt(i + 1) == Tag::VBN ||
          (IsAdverb(sentence.TagAt(i + 1)) && sentence.TagAt(i + 2) == Tag::VBN)))
       verbs.perfect = i;

@@ -49,7 +49,8 @@ void CheckAfterModal(const Sentence& sentence, Findings& findings, int i) {
   const bool nounIsSubject = modalNoun && sentence.Lemma(verb) == "be";
   if ((wrongForm && !nounIsSubject) || (wrongBe && verb == i + 1)) {
     const std::string better = std::string(sentence.Lemma(verb));
-    if (!better.empty() && sentence.Lower(verb) != "used")
+    const bool nextClause = sentence.Lower(verb) == "does" && sentence.Is(verb + 1, {"not", "n't"});
+    if (!better.empty() && !nextClause && sentence.Lower(verb) != "used")
       findings.Add(negatedDo ? "do-base" : "modal-base", verb, verb, {better});
   }
   if (negatedDo) return;
@@ -94,7 +95,9 @@ void CheckAfterHave(const Sentence& sentence, Findings& findings, int i) {
   const bool verbTag = tag == Tag::VBD || tag == Tag::VBN || tag == Tag::VB || tag == Tag::VBP;
   const bool wrongForm =
       verbTag && sentence.Has(verb, kPast | kBase | kThird) && sentence.Lacks(verb, kParticiple);
-  if (!wrongForm || (IsNounOrAdjective(sentence, verb) && sentence.Lacks(verb, kPast))) return;
+  if (!wrongForm || sentence.Lemma(verb) == "be" ||
+      (IsNounOrAdjective(sentence, verb) && sentence.Lacks(verb, kPast)))
+    return;
   const std::string better = sentence.Inflected(verb, kParticiple);
   if (!better.empty()) findings.Add("have-participle", verb, verb, {better});
 }
