@@ -22,9 +22,9 @@ void CheckFirstCapital(const Sentence& sentence, Findings& findings) {
 // "what is it", "could you help me": but "do it" is no question.
 bool IsQuestion(const Sentence& sentence) {
   if (sentence.Is(0, {"what", "who", "where", "when", "why", "how", "which", "whose"})) return true;
-  const bool helper = sentence.Is(0, {"do", "does", "did", "is", "are", "was", "were", "can", "could", "will",
-                                      "would", "should", "may", "have", "has"});
-  return helper && sentence.Is(1, {"i", "you", "he", "she", "we", "they", "there", "your", "his", "her"});
+  const bool auxiliary = sentence.Is(0, {"do", "does", "did", "is", "are", "was", "were", "can", "could",
+                                         "will", "would", "should", "may", "have", "has"});
+  return auxiliary && sentence.Is(1, {"i", "you", "he", "she", "we", "they", "there", "your", "his", "her"});
 }
 
 void CheckEndMark(const Sentence& sentence, Findings& findings) {
