@@ -40,6 +40,9 @@ TEST(ResultPage, OffersWhatTheVerdictSuggests) {
   EXPECT_FALSE(Has(page, "too short"));
   judgement.col_suggestion = judgement.syn_suggestion = "0";
   EXPECT_FALSE(Has(ResultPage("It rained.", judgement), "class=\"fault tip\""));
+  const std::string real = PageOf("There was a big rain this morning.");
+  EXPECT_TRUE(Has(real, "本句子沒有發現錯誤"));
+  EXPECT_TRUE(Has(real, "rain</span> 可以搭配 <span class=\"english\">heavy"));
 }
 
 TEST(ResultPage, LetsNoMarkupOfTheSentenceThrough) {

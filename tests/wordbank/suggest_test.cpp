@@ -71,6 +71,10 @@ TEST(Suggestions, ComeWithARightSentenceOnly) {
   ASSERT_EQ(right.verdict, tolvex::Verdict::kRight) << right.errcode;
   EXPECT_EQ(right.col_suggestion, "breath 名詞 deep 形容詞");
   EXPECT_EQ(right.syn_suggestion, "small%2CSJ||very small → tiny、minute");
+  const auto weak = SharedEngine().Judge("There was a big rain this morning.");
+  EXPECT_EQ(weak.verdict, tolvex::Verdict::kRight)
+      << "it is understood: a better word is offered, none refused";
+  EXPECT_EQ(weak.col_suggestion, "rain 名詞 heavy 形容詞");
   const auto faulty = SharedEngine().Judge("He have a very big house.");
   ASSERT_NE(faulty.verdict, tolvex::Verdict::kRight);
   EXPECT_EQ(faulty.col_suggestion, "0");
