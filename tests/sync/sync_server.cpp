@@ -11,7 +11,7 @@ SyncPages::SyncPages(std::filesystem::path database)
       school_(marovane::OpenSqliteSchoolStore(database_)),
       accounts_(*store_),
       records_(database_),
-      services_{settings_, engine_, results_, *store_, *school_, accounts_, records_} {}
+      services_{settings_, engine_, wordBank_, results_, *store_, *school_, accounts_, records_} {}
 
 void SyncPages::AddAccount(const std::string& number, const std::string& password) {
   static std::map<std::string, std::string> hashes;  // they are dear

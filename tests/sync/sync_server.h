@@ -25,6 +25,7 @@ class SyncPages {
   std::filesystem::path database_;
   marovane::ServerSettings settings_;
   marovane::SharedEngine engine_;
+  marovane::SharedWordBank wordBank_{{}};  // no page of a synchronisation asks it
   marovane::PageStore results_{1};
   std::unique_ptr<marovane::Store> store_;
   std::unique_ptr<marovane::SchoolStore> school_;
