@@ -82,7 +82,9 @@ void CheckStrayCapital(const Sentence& sentence, Findings& findings, int i) {
   const bool likeWord = token.IsCapitalised() && (token.text.size() < 2 || IsLower(token.text[1]));
   if (i == 0 || !likeWord || findings.List("small_words").count(token.lower) == 0) return;
   static const WordSet kMayOpen = {".", "\"", "'", ":", "(", "?", "!", "-", "--", "..."};
-  const bool opens = kMayOpen.count(sentence.At(i - 1).text) != 0 || !sentence.At(i - 1).IsWord();
+  const bool afterComma = i > 1 && sentence.At(i - 1).text == ",";
+  const bool opens =
+      kMayOpen.count(sentence.At(i - 1).text) != 0 || (!afterComma && !sentence.At(i - 1).IsWord());
   const bool inTitle = sentence.IsName(i - 1) || sentence.IsName(i + 1);
   if (!opens && !inTitle) findings.Add("stray-capital", i, i, {token.lower});
 }
