@@ -84,6 +84,9 @@ class SchoolStore {
   virtual bool RenameClass(const std::string& teacher, const std::string& classId,
                            const std::string& name) = 0;
 
+  /// False also while the class has pupils or topics.
+  virtual bool DeleteClass(const std::string& teacher, const std::string& classId) = 0;
+
   /// By account number; none for a class of another teacher.
   virtual std::vector<Pupil> Pupils(const std::string& teacher, const std::string& classId) = 0;
   /// Puts all of them into the class, and makes the accounts that do not exist. One who is there already gets
@@ -100,6 +103,8 @@ class SchoolStore {
   virtual bool AddTopic(const std::string& teacher, const Topic& topic) = 0;
   /// Changes title, question, deadline and `changedDay`.
   virtual bool ChangeTopic(const std::string& teacher, const Topic& topic) = 0;
+  /// False also when somebody has handed in.
+  virtual bool DeleteTopic(const std::string& teacher, const std::string& topicId) = 0;
 
   /// By account number.
   virtual std::vector<HandIn> HandIns(const std::string& teacher, const std::string& topicId) = 0;

@@ -98,6 +98,13 @@ class SqliteSchoolStore : public SchoolStore {
     return Write(std::string("UPDATE class SET name = ? WHERE id = ") + kOwnClass, {name, classId, teacher});
   }
 
+  bool DeleteClass(const std::string& teacher, const std::string& classId) override {
+    return Write(std::string("DELETE FROM class WHERE id = ") + kOwnClass +
+                     " AND NOT EXISTS (SELECT 1 FROM pupil WHERE pupil.class = class.id)"
+                     " AND NOT EXISTS (SELECT 1 FROM topic WHERE topic.class = class.id)",
+                 {classId, teacher});
+  }
+
   std::vector<Pupil> Pupils(const std::string& teacher, const std::string& classId) override {
     return All<Pupil>(
         std::string("SELECT account, name FROM pupil WHERE class = ") + kOwnClass + " ORDER BY account",
@@ -158,6 +165,12 @@ class SqliteSchoolStore : public SchoolStore {
         std::string("UPDATE topic SET title = ?, question = ?, deadline = ?, changed_day = ? WHERE id = ") +
             kOwnTopic,
         {topic.title, topic.question, topic.deadline, topic.changedDay, topic.id, teacher});
+  }
+
+  bool DeleteTopic(const std::string& teacher, const std::string& topicId) override {
+    return Write(std::string("DELETE FROM topic WHERE id = ") + kOwnTopic +
+                     " AND NOT EXISTS (SELECT 1 FROM hand_in WHERE hand_in.topic = topic.id)",
+                 {topicId, teacher});
   }
 
   std::vector<HandIn> HandIns(const std::string& teacher, const std::string& topicId) override {

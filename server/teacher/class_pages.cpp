@@ -123,6 +123,9 @@ TeacherReply ClassPageWith(const Visit& visit, const SchoolClass& schoolClass, c
   content += Panel("學生", PupilTable(visit, schoolClass.id));
   if (errors.roster.empty()) content += import;
   if (errors.name.empty()) content += rename;
+  if (schoolClass.pupils == 0 && schoolClass.topics == 0) {
+    content += Panel("刪除班級", DeleteForm(visit, "delete", "class", schoolClass.id, "刪除班級"));
+  }
   return Page(visit, schoolClass.name, content, isRight ? 200 : 422);
 }
 
@@ -157,6 +160,14 @@ TeacherReply RenameClass(const Visit& visit) {
   if (!reader.Errors().empty()) return ClassPageWith(visit, schoolClass, {{}, reader.Errors()});
   visit.school.RenameClass(visit.teacher.login, schoolClass.id, name);
   return GoTo(visit, fmt::format("class?class={}&done=name", schoolClass.id));
+}
+
+TeacherReply DeleteClass(const Visit& visit) {
+  const SchoolClass schoolClass = WantedClass(visit);
+  if (IsMeant(visit) && visit.school.DeleteClass(visit.teacher.login, schoolClass.id)) {
+    return GoTo(visit, "?done=deleted");
+  }
+  return GoTo(visit, fmt::format("class?class={}&done=kept", schoolClass.id));
 }
 
 TeacherReply ImportPupils(const Visit& visit) {

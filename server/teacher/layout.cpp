@@ -63,11 +63,23 @@ Html DoneNotice(const Visit& visit) {
       {"name", "班級名稱已更改。"},
       {"pupils", "學生已匯入。已有帳號的學生沿用原來的密碼。"},
       {"removed", "學生已移出班級。帳號和交過的短文都還在。"},
+      {"deleted", "已刪除。"},
+      {"kept", "沒有刪除。請先勾選確定；還有學生或題目的班級、已有學生交卷的題目不能刪除。"},
       {"topic", "題目已儲存，學生下次開啟作業清單就會看到。"},
       {"comment", "已儲存。"}};
   const auto notice = kNotices.find(Field(visit, "done"));
   return notice == kNotices.end() ? Html() : Fill(R"(<p class="done" role="status">{}</p>)", notice->second);
 }
+
+Html DeleteForm(const Visit& visit, std::string_view action, std::string_view field, std::string_view id,
+                std::string_view button) {
+  return Fill(R"({}<input type="hidden" name="{}" value="{}">
+<label class="check"><input type="checkbox" name="meant" value="1" required> 確定要刪除，刪除後無法復原</label>
+<button>{}</button></form>)",
+              FormBegin(visit, action), field, id, button);
+}
+
+bool IsMeant(const Visit& visit) { return Field(visit, "meant") == "1"; }
 
 Html BackLink(const Visit& visit, std::string_view target, std::string_view text) {
   return Fill(R"(<p class="back"><a href="{}{}">←&nbsp;{}</a></p>)", visit.base, target, text);

@@ -28,15 +28,17 @@ struct TeacherPage {
   TeacherReply (*answer)(const Visit&);
 };
 
-constexpr std::array<TeacherPage, 12> kPages = {{
+constexpr std::array<TeacherPage, 14> kPages = {{
     {"", false, ClassList},
     {"classes", true, MakeClass},
     {"class", false, ClassPage},
     {"rename", true, RenameClass},
+    {"delete", true, DeleteClass},
     {"import", true, ImportPupils},
     {"remove", true, RemovePupil},
     {"topic/edit", false, TopicForm},
     {"topic/save", true, SaveTopic},
+    {"topic/delete", true, DeleteTopic},
     {"topic", false, TopicPage},
     {"essay", false, EssayPage},
     {"essay/save", true, SaveComment},

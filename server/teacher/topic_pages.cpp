@@ -118,6 +118,14 @@ TeacherReply SaveTopic(const Visit& visit) {
   return GoTo(visit, fmt::format("topic?topic={}&done=topic", topic.id));
 }
 
+TeacherReply DeleteTopic(const Visit& visit) {
+  const Topic topic = WantedTopic(visit);
+  if (IsMeant(visit) && visit.school.DeleteTopic(visit.teacher.login, topic.id)) {
+    return GoTo(visit, fmt::format("class?class={}&done=deleted", topic.classId));
+  }
+  return GoTo(visit, fmt::format("topic?topic={}&done=kept", topic.id));
+}
+
 TeacherReply TopicPage(const Visit& visit) {
   const Topic topic = WantedTopic(visit);
   Html question =
@@ -130,6 +138,9 @@ TeacherReply TopicPage(const Visit& visit) {
   content += Fill("<h1>{}</h1>{}", topic.title, DoneNotice(visit));
   content += Panel("題目內容", question);
   content += Panel("交卷情形", PupilTable(visit, topic));
+  if (topic.handedIn == 0) {
+    content += Panel("刪除題目", DeleteForm(visit, "topic/delete", "topic", topic.id, "刪除題目"));
+  }
   return Page(visit, topic.title, content);
 }
 

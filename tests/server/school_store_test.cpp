@@ -78,6 +78,29 @@ TEST_F(SchoolStoreTest, KeepsTeachersApart) {
   for (const auto& write : writes) EXPECT_TRUE(write("lin")) << "the owner may";
 }
 
+TEST_F(SchoolStoreTest, DeletesOnlyWhatIsEmptyAndOwn) {
+  EXPECT_FALSE(store_->DeleteTopic("lin", "w1")) << "somebody has handed in";
+  store_->AddTopic("lin", {"w2", class_, "", "Mistake", "", "2026-12-01", ""});
+  const std::string empty = store_->AddClass("lin", "B");
+  const std::string withPupil = store_->AddClass("lin", "C");
+  const std::string withTopic = store_->AddClass("lin", "D");
+  store_->AddPupils("lin", withPupil, {{"S1", "王"}});
+  store_->AddTopic("lin", {"w3", withTopic, "", "Lone", "", "2026-12-01", ""});
+  for (const char* other : {"wu", "nobody"}) {
+    EXPECT_FALSE(store_->DeleteTopic(other, "w2")) << other;
+    EXPECT_FALSE(store_->DeleteClass(other, empty)) << other;
+  }
+  for (const auto& kept : {class_, withPupil, withTopic}) EXPECT_FALSE(store_->DeleteClass("lin", kept));
+  EXPECT_TRUE(store_->DeleteTopic("lin", "w2"));
+  EXPECT_TRUE(store_->DeleteTopic("lin", "w3"));
+  EXPECT_FALSE(store_->DeleteTopic("lin", "w3")) << "it is gone";
+  EXPECT_TRUE(store_->DeleteClass("lin", empty));
+  EXPECT_TRUE(store_->DeleteClass("lin", withTopic));
+  EXPECT_THAT(store_->Classes("lin"), SizeIs(2));
+  EXPECT_THAT(store_->Topics("lin", class_), SizeIs(1));
+  EXPECT_THAT(store_->HandIns("lin", "w1"), SizeIs(1));
+}
+
 TEST_F(SchoolStoreTest, CountsWhatWaits) {
   const auto counts = [&] {
     const SchoolClass found = store_->Classes("lin")[0];

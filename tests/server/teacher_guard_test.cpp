@@ -42,6 +42,8 @@ std::vector<Request> Requests(const std::string& schoolClass, const std::string&
       {true, "rename", {{"class", schoolClass}, {"name", "Taken over"}}},
       {true, "import", {{"class", schoolClass}, {"roster", "S09,New"}}},
       {true, "remove", {{"class", schoolClass}, {"account", account}}},
+      {true, "delete", {{"class", schoolClass}, {"meant", "1"}}},
+      {true, "topic/delete", {{"topic", topic}, {"meant", "1"}}},
       {true, "topic/save", {{"class", schoolClass}, {"title", "X"}, {"deadline", "2026-12-24"}}},
       {true, "topic/save", {{"topic", topic}, {"title", "X"}, {"deadline", "2026-12-24"}}},
       {true, "essay/save", {{"topic", topic}, {"account", account}, {"comment", "X"}, {"marked", "1"}}},

@@ -38,6 +38,31 @@ TEST_F(TeacherPages, MakeAndRenameClasses) {
   EXPECT_EQ(store_->Classes("lin").size(), 2U);
 }
 
+TEST_F(TeacherPages, DeleteWhatWasMadeByMistake) {
+  TeacherClient lin = LoggedIn("lin");
+  store_->AddTopic("lin", {"w09", class_, "", "Mistake", "", "2026-12-01", ""});
+  const std::string empty = store_->AddClass("lin", "Empty");
+  const struct {
+    const char *path, *field;
+    std::string id, page;
+    bool isEmpty;
+  } kCases[] = {{"topic/delete", "topic", "w09", "topic?topic=w09", true},
+                {"topic/delete", "topic", kTopic, std::string("topic?topic=") + kTopic, false},
+                {"delete", "class", empty, "class?class=" + empty, true},
+                {"delete", "class", class_, "class?class=" + class_, false}};
+  for (const auto& c : kCases) {
+    const std::string form = std::string("/teacher/") + c.path + "\"";
+    EXPECT_EQ(lin.Get(c.page).body.find(form) != std::string::npos, c.isEmpty) << c.page;
+    const WebPage unsure = lin.Post(c.path, {{c.field, c.id}});
+    EXPECT_THAT(unsure.location, EndsWith(c.page + "&done=kept"));
+    EXPECT_THAT(lin.Get(c.page + "&done=kept").body, HasSubstr("沒有刪除"));
+    EXPECT_EQ(lin.Post(c.path, {{c.field, c.id}, {"meant", "1"}}).status, 303);
+    EXPECT_EQ(lin.Get(c.page).status, c.isEmpty ? 404 : 200) << c.page;
+  }
+  EXPECT_EQ(store_->Classes("lin").size(), 1U);
+  EXPECT_EQ(WorkOf("lin", kTopic).account, "S01");
+}
+
 std::vector<std::string> AccountsOf(marovane::SchoolStore& store, const std::string& schoolClass) {
   std::vector<std::string> accounts;
   for (const auto& pupil : store.Pupils("lin", schoolClass)) accounts.push_back(pupil.account + pupil.name);
