@@ -2,6 +2,8 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
+
 #include "core/message.h"
 #include "core/process_control.h"
 #include "core/program.h"
@@ -27,18 +29,30 @@ std::string FirstLine(const std::string& text) { return Trim(text.substr(0, text
 
 bool IsDatabaseFile(const std::string& name) { return name.find(".mdb") != std::string::npos; }
 
-// Records are never deleted: they go into a folder of their own, under the time of day.
-Path SetAside(const Program& program, const std::string& name) {
+Path AsideFolder(const Program& program) { return DataFolder(program) / "set-aside"; }
+
+// The time of day, or the next second at which nothing was set aside: what stands there is never replaced.
+std::string FreeStamp(const Program& program) {
+  const auto taken = program.machine.files.List(AsideFolder(program));
+  auto now = std::chrono::time_point_cast<std::chrono::seconds>(program.machine.loop.Now());
+  while (true) {
+    const std::chrono::hh_mm_ss time(now - std::chrono::floor<std::chrono::days>(now));
+    const std::string stamp =
+        fmt::format("{}-{:02}{:02}{:02}-", FormatDatePadded(DayOf(now), ""), time.hours().count(),
+                    time.minutes().count(), time.seconds().count());
+    const auto has = [&stamp](const std::string& name) { return name.starts_with(stamp); };
+    if (std::ranges::none_of(taken, has)) return stamp;
+    now += std::chrono::seconds{1};
+  }
+}
+
+// Records are never deleted: they go into a folder of their own, those that belong together under one stamp.
+Path SetAside(const Program& program, const std::string& stamp, const std::string& name) {
   Files& files = program.machine.files;
-  const Path folder = DataFolder(program) / "set-aside";
-  files.CreateFolder(folder, true);
-  const auto now = std::chrono::time_point_cast<std::chrono::seconds>(program.machine.loop.Now());
-  const std::chrono::hh_mm_ss time(now - std::chrono::floor<std::chrono::days>(now));
-  const std::string stamp =
-      fmt::format("{}-{:02}{:02}{:02}-", FormatDatePadded(DayOf(program.machine.loop.Now()), ""),
-                  time.hours().count(), time.minutes().count(), time.seconds().count());
-  files.Rename(DataFolder(program) / name, folder / (stamp + name));
-  return folder / (stamp + name);
+  files.CreateFolder(AsideFolder(program), true);
+  const Path place = AsideFolder(program) / (stamp + name);
+  files.Rename(DataFolder(program) / name, place);
+  return place;
 }
 
 // Runs a self-extracting package to its end.
@@ -123,11 +137,12 @@ void CheckBuild(Program& program) {
 
 std::string SetRecordsAside(Program& program) {
   std::string aside;
+  const std::string stamp = FreeStamp(program);
   // What was written last may still stand in the log beside the database.
   for (const char* ending : {"", "-wal", "-shm"}) {
     const std::string name = std::string("Marovane.mdb") + ending;
     if (!program.machine.files.FileExists(DataFolder(program) / name)) continue;
-    const std::string place = SetAside(program, name);
+    const std::string place = SetAside(program, stamp, name);
     if (aside.empty()) aside = place;
   }
   return aside;
@@ -158,20 +173,23 @@ void TellMissingData(Program& program) {
 }
 
 void RefreshUpdater(Program& program) {
-  const Path installed = program.machine.environment.programFolder;
-  const Files& files = program.machine.files;
-  if (!files.FileExists(installed / "updater.exe") && !files.FileExists(installed / "updater0.exe")) return;
   FrmMessage::ProgressMsgBox(program, "3001", 0, "0");
   RunQuietly(program, CopyUpdater);
   program.frmMessage.Unload();
 }
 
 void WipeDataFolder(Program& program) {
-  for (const auto& name : program.machine.files.List(DataFolder(program))) {
-    if (IsDatabaseFile(name)) {
-      SetAside(program, name);
-    } else {
-      program.machine.files.Delete(DataFolder(program) / name);
+  Files& files = program.machine.files;
+  const std::string stamp = FreeStamp(program);
+  for (const auto& name : files.List(DataFolder(program))) {
+    try {
+      if (IsDatabaseFile(name)) {
+        SetAside(program, stamp, name);
+      } else {
+        files.Delete(DataFolder(program) / name);
+      }
+    } catch (const RunTimeError&) {
+      continue;  // the update does not depend on it
     }
   }
 }

@@ -12,7 +12,8 @@ inline constexpr std::string_view kDatabaseBuild = "20140302-2047";
 /// Sets a record database of another build aside and notes that the account's data has to come back from the
 /// server. Failures end it quietly.
 void CheckDatabaseBuild(Program& program);
-/// Sets the record database aside under the time of day, with the files that belong to it.
+/// Sets the record database aside under the time of day (a later second when that is taken), with the files
+/// that belong to it.
 /// @return where it stands now; "" when there was none. Throws RunTimeError.
 std::string SetRecordsAside(Program& program);
 /// Unpacks an empty record database into a folder, which is made when it is missing. Throws RunTimeError.
@@ -24,5 +25,5 @@ void TellMissingData(Program& program);
 /// Keeps a copy of the updater that can run while the program's own folder is replaced. Failures end it
 /// quietly.
 void RefreshUpdater(Program& program);
-/// Deletes the files of the data folder. Databases are set aside. Throws RunTimeError.
+/// Deletes the files of the data folder. Databases are set aside. What cannot be moved or deleted stays.
 void WipeDataFolder(Program& program);

@@ -40,7 +40,8 @@ void TellFailedUpdate(Program& program) {
   }
 }
 
-// Does not return when the updater runs. It starts the same edition again.
+// Returns when the updater does not start. Otherwise the program ends, and the updater starts the same
+// edition again.
 void RunUpdater(Program& program, const char* word) {
   const std::string folder = UpdaterFolder(program);
   try {
@@ -59,6 +60,14 @@ bool Wants(Program& program, const char* question) {
   return FrmMessage::Ask(program, question, 2, "YES_NO", "3") == "YES";
 }
 
+// Without the new version the old one goes on, and needs its data.
+void WipeAndUpdate(Program& program) {
+  WipeDataFolder(program);
+  RunUpdater(program, kUpdate);
+  CheckDatabaseBuild(program);
+  UnpackDataFiles(program);
+}
+
 void OfferReinstallation(Program& program) {
   if (!Wants(program, "47")) {
     FrmMessage::Ask(program, "471", 1, "OK", "3");
@@ -72,7 +81,7 @@ void OfferUpdate(Program& program, const std::string& version) {
   const std::string kind = VersionClass(version);
   if (!Wants(program, kind == kClassReinstall ? "47" : "4")) return;
   if (!HasUpdater(program)) return TellNoUpdater(program);
-  if (kind == kClassWipe) WipeDataFolder(program);
+  if (kind == kClassWipe) return WipeAndUpdate(program);
   RunUpdater(program, kind == kClassReinstall ? kReinstall : kUpdate);
 }
 

@@ -79,6 +79,29 @@ TEST_F(ProvisioningFaultTest, FailedOrKilledAtAnyStepTheRecordsAndSettingsRemain
   }
 }
 
+/// The package as it was built; its last file cannot be written at the first start.
+TEST_F(ProvisioningFaultTest, PackageUnpackedByHalfIsUnpackedAnewAndThenLeftAlone) {
+  const std::string package = machine.realFiles.Read(fs::path(GIZ_FOLDER) / "mrvdata.giz");
+  Put(machine.home / "program/giz/mrvdata.giz", package);
+  int unpackings = 0;
+  machine.processes.Install("mrvdata.exe", std::chrono::milliseconds{5}, [&](const ProcessStart& start) {
+    const std::string line = start.program.string() + " -d " + start.arguments[1] + " 2>/dev/null";
+    EXPECT_EQ(WEXITSTATUS(std::system(line.c_str())), ++unpackings == 1 ? 1 : 0);
+  });
+  fs::create_directories(Data("dbver.set.new"));
+  Start();
+  ASSERT_NE(Content(Data("Marovane.mdb")), std::nullopt);
+  ASSERT_EQ(Content(Data("dbver.set")), std::nullopt);
+  fs::remove(Data("dbver.set.new"));
+  Start();
+  EXPECT_NE(Content(Data("Marovane.mdb")), std::nullopt);
+  EXPECT_THAT(Content(Data("dbver.set")), Optional(std::string(kDatabaseBuild) + "\r\n"));
+  Put(Data("Marovane.mdb"), kLearners);
+  Start();
+  EXPECT_THAT(Content(Data("Marovane.mdb")), Optional(std::string(kLearners)));
+  EXPECT_EQ(unpackings, 2);
+}
+
 /// A package as it was built, on a disk that takes only a little.
 TEST_F(ProvisioningFaultTest, PackageOnAFullDiskLeavesNothingHalfAndNothingLost) {
   const fs::path unpacker = machine.home / "unpacker.exe";

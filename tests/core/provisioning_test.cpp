@@ -124,11 +124,24 @@ TEST_F(ProvisioningTest, DatabaseOfAnotherBuildIsSetAsideWithItsLog) {
   EXPECT_EQ(ReadSetup(program, "NeedSync"), "Y") << "a fresh folder";
 }
 
+TEST_F(ProvisioningTest, NothingThatWasSetAsideIsReplacedInTheSameSecond) {
+  for (const char* const records : {"a learner's", "a newer one's"}) {
+    Put(Data("Marovane.mdb"), records);
+    Put(Data("Marovane.mdb-wal"), records);
+    EXPECT_THAT(SetRecordsAside(program), EndsWith("-Marovane.mdb"));
+  }
+  for (const char* const ending : {"", "-wal"}) {
+    const std::string name = std::string("Marovane.mdb") + ending;
+    EXPECT_THAT(Content(Data("set-aside/20261105-090000-" + name)), Optional(std::string("a learner's")));
+    EXPECT_THAT(Content(Data("set-aside/20261105-090001-" + name)), Optional(std::string("a newer one's")));
+  }
+}
+
 TEST_F(ProvisioningTest, UpdaterCopyFollowsTheInstalledOne) {
   const fs::path installed = machine.home / "program";
   const fs::path copy = app.gTempDir + "/Tessaroon/updater.exe";
   RefreshUpdater(program);
-  EXPECT_FALSE(machine.realFiles.FolderExists(copy.parent_path())) << "there is none to keep";
+  EXPECT_THAT(machine.realFiles.List(copy.parent_path()), IsEmpty()) << "there is none to keep";
   Put(installed / "updater.exe", "one");
   Put(installed / "updater.exe.version", "1.2\n");
   RefreshUpdater(program);
@@ -145,6 +158,11 @@ TEST_F(ProvisioningTest, UpdaterCopyFollowsTheInstalledOne) {
   RefreshUpdater(program);
   EXPECT_THAT(Content(copy), Optional(std::string("left by an update")));
   EXPECT_EQ(Content(installed / "updater0.exe"), std::nullopt);
+  fs::remove(installed / "updater.exe");
+  Put(copy.parent_path() / "setup.txt", "/where/the/program/stood/before\r\n");
+  RefreshUpdater(program);
+  EXPECT_THAT(Content(copy.parent_path() / "setup.txt"), Optional(installed.string() + "\r\n"))
+      << "a copy that was made before learns where the program is now";
 }
 
 /// The packages as they were built.

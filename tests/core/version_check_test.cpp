@@ -123,6 +123,37 @@ TEST_F(VersionCheckTest, ClassEightWipesTheDataButSetsRecordsAside) {
   EXPECT_EQ(machine.processes.started.at(0).arguments.at(0), "mrv_updater");
 }
 
+class WipeFaultTest : public VersionCheckTest, public ::testing::WithParamInterface<int> {};
+
+TEST_P(WipeFaultTest, FileThatCannotGoDoesNotKeepTheUpdateBack) {
+  InstallUpdater();
+  ServeVersions("1.83.0", "1.0.0");
+  const std::filesystem::path data = app.gTempDir + "/marovane";
+  Put(data / "websource.set", "pages");
+  machine.files.fault.FailAt(GetParam());
+  EXPECT_TRUE(Check({{"4", kYes}}));
+  EXPECT_EQ(machine.processes.started.size(), 1U);
+  EXPECT_EQ(machine.realFiles.List(data).size(), 1U) << "only what the fault struck stays";
+  const auto aside = Content(data / "set-aside/20261105-090000-Marovane.mdb");
+  EXPECT_THAT(aside ? aside : Content(data / "Marovane.mdb"), Optional(std::string("records")));
+}
+
+// The records need a folder and a new place, the two other files go.
+INSTANTIATE_TEST_SUITE_P(Steps, WipeFaultTest, ::testing::Range(1, 5));
+
+TEST_F(VersionCheckTest, UpdaterThatDoesNotStartAfterTheWipeLeavesAProgramWithData) {
+  Put(app.gTempDir + "/Tessaroon/updater.exe", "no program");
+  Put(machine.home / "program/giz/mrvdata.giz", "package of records");
+  machine.processes.Install("mrvdata.exe", std::chrono::milliseconds{5}, [this](const ProcessStart& start) {
+    Put(start.arguments[1] + "Marovane.mdb", "empty");
+  });
+  ServeVersions("1.83.0", "1.0.0");
+  EXPECT_FALSE(Check({{"4", kYes}, {"5", kOk}}));
+  EXPECT_THAT(Content(app.gTempDir + "/marovane/Marovane.mdb"), Optional(std::string("empty")));
+  EXPECT_THAT(Content(app.gSetupFile), Optional(::testing::HasSubstr("NeedSync=Y")))
+      << "the account's data comes back from the server";
+}
+
 TEST_F(VersionCheckTest, WhatTheUpdaterRefusedIsToldOnceAndTheStartGoesOn) {
   const std::string note = app.gTempDir + "/Tessaroon/refusal.txt";
   Put(note, "更新清單的簽章不正確");
