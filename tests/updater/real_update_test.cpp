@@ -3,6 +3,7 @@
 
 #include "platform/headless/virtual_loop.h"
 #include "tests/support/real_server.h"
+#include "tests/updater/folder_watch.h"
 #include "tests/updater/update_server.h"
 #include "tests/updater/updater_fixture.h"
 
@@ -105,14 +106,13 @@ TEST_F(RealUpdateTest, LearnerWhoSaysYesHasTheNextVersion) {
   Put(home / "start", "#!/bin/sh\nenv -i HOME=" + home.Path().string() + " TMP=" + working.string() +
                           " LANG=C.UTF-8 PATH=/usr/bin " +
                           (installation / "current/bin/marovane-terminal").string() + " records\n");
+  fs::create_directories(working / "Tessaroon");
+  const FolderWatch watch({installation, working / "Tessaroon"});
   // It asks only at a terminal.
   const ProgramRun run =
       Shell("script -qec 'sh " + (home / "start").string() + "' /dev/null <" + (home / "answer").string());
   EXPECT_THAT(run.output, HasSubstr("目前已有新版程式"));
-  const auto until = std::chrono::steady_clock::now() + std::chrono::minutes{2};
-  while (Current() != "1.1.0" && Note().empty() && std::chrono::steady_clock::now() < until) {
-    std::this_thread::yield();
-  }
+  watch.WaitUntil([this] { return Current() == "1.1.0" || !Note().empty(); }, std::chrono::minutes{2});
   EXPECT_EQ(Note(), "");
   EXPECT_EQ(Current(), "1.1.0") << run.output;
   EXPECT_EQ(Content(working / "Tessaroon/edition.txt"), "MRV\n");

@@ -154,7 +154,7 @@ TEST_F(SwitchTest, KilledAtAnyRequestTheOldVersionRunsAndTheNextUpdateWorks) {
   for (int at = 1;; ++at) {
     server.requests = 0;
     server.onRequest = [&](const httplib::Request&, httplib::Response&) {
-      while (id == 0) std::this_thread::yield();
+      id.wait(0);
       if (server.requests == at) kill(id, SIGKILL);
       return false;
     };
@@ -167,6 +167,7 @@ TEST_F(SwitchTest, KilledAtAnyRequestTheOldVersionRunsAndTheNextUpdateWorks) {
     id = 0;
     ASSERT_EQ(posix_spawn(&started, program.c_str(), nullptr, nullptr, words, environment), 0);
     id = started;
+    id.notify_all();
     int status = 0;
     ASSERT_EQ(waitpid(started, &status, 0), started);
     if (!WIFSIGNALED(status)) {
