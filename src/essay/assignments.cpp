@@ -2,6 +2,8 @@
 
 #include <fmt/format.h>
 
+#include <optional>
+
 #include "core/program.h"
 #include "core/server_access.h"
 #include "core/text_utility.h"
@@ -11,10 +13,13 @@ namespace {
 
 constexpr std::string_view kOk = "OK";
 
-Assignment AssignmentFrom(const std::string& record) {
+// Up to the title a record has all its fields; nothing for one that is cut short or has no number.
+std::optional<Assignment> AssignmentFrom(const std::string& record) {
+  constexpr std::size_t kFieldsAtLeast = 4;
   const auto fields = Split(record, "#");
+  if (fields.size() < kFieldsAtLeast || fields[0].empty()) return std::nullopt;
   const auto field = [&](std::size_t at) { return at < fields.size() ? fields[at] : std::string(); };
-  return {field(0), field(1) == "Y", field(2), field(3), field(4), field(5) == "Y"};
+  return Assignment{field(0), field(1) == "Y", field(2), field(3), field(4), field(5) == "Y"};
 }
 
 std::string AskServer(Program& program) {
@@ -34,9 +39,7 @@ std::vector<Assignment> ParseAssignments(std::string_view reply) {
   std::vector<Assignment> assignments;
   if (!reply.starts_with(kOk)) return assignments;
   for (const auto& record : Split(Replace(reply, "OK_", ""), "<@>")) {
-    Assignment assignment = AssignmentFrom(record);
-    if (assignment.workId.empty() || assignment.title.empty()) continue;
-    assignments.push_back(std::move(assignment));
+    if (auto assignment = AssignmentFrom(record)) assignments.push_back(std::move(*assignment));
   }
   return assignments;
 }

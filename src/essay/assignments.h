@@ -17,8 +17,8 @@ struct Assignment {
   bool isMarked = false;  ///< the teacher has commented on what was handed in
 };
 
-/// Reads "OK_" and records joined by "<@>", their fields by "#". Another reply has none. A record without a
-/// number or a title, which nobody could choose, is passed over.
+/// Reads "OK_" and records joined by "<@>", their fields by "#". Another reply has none. A record that ends
+/// before its title or has no number is passed over; an empty title is none the worse.
 std::vector<Assignment> ParseAssignments(std::string_view reply);
 
 /// Asks the server, and notes in gWorkListOk whether it has told them.

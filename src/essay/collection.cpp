@@ -138,13 +138,17 @@ void FrmEssayCollect::picButtons_Click(int index) {
   GetRecAndPassEngine();
 }
 
-std::string FrmEssayCollect::CheckedText(int row) const { return webHtml.Value("rec" + std::to_string(row)); }
+// From the records: the hidden field of the row keeps the first word only.
+std::string FrmEssayCollect::TextOf(const std::string& essayId) const {
+  const auto essay = EssayRecords(room_.records).FindEssay(essayId);
+  return essay ? PlainApostrophes(essay->newEssay) : "";
+}
 
 void FrmEssayCollect::GetRecAndPassEngine() {
   std::string text;
   const auto rows = list_.CheckedRows();
   if (!rows.empty()) {
-    text = CheckedText(rows.front());
+    text = Replace(TextOf(list_.CheckedKeys().front()), "\r\n", " ");  // the input box has one line
     list_.Uncheck(rows.front());
   }
   MainWindow& frmMain = *room_.program.hall.frmMain.operator->();
@@ -161,7 +165,7 @@ void FrmEssayCollect::GetRecAndOutput() {
   const auto file = machine.desktop.AskSaveFile("輸出短文", "text file (*.txt)|*.txt|", "我的短文.txt");
   if (!file) return;
   std::string text;
-  for (const int row : list_.CheckedRows()) text += CheckedText(row) + "\r\n\r\n";
+  for (const auto& essayId : list_.CheckedKeys()) text += TextOf(essayId) + "\r\n\r\n";
   ExportWholeText(room_.program, *file, text + "\r\n");
 }
 

@@ -24,9 +24,9 @@ class FrmEssayCollect : public Form, public HallWindow {
   /// @param handInMode "Y" when the topic was opened as an assignment, "N" as one of the learner's own
   void ShowEssayCollect(const std::string& workId, const std::string& handInMode);
   int GetCheckCounts() const { return list_.CheckedCount(); }
-  /// Has the beginning of the first chosen essay checked as a sentence.
+  /// Has the first chosen essay checked as the main window checks what is typed there.
   void GetRecAndPassEngine();
-  /// Writes the beginnings of the chosen essays into a text file.
+  /// Writes the chosen essays into a text file.
   void GetRecAndOutput();
   /// Deletes the chosen essays with their sentences, but for those that were handed in.
   void CleanupSelectedRecord();
@@ -51,7 +51,7 @@ class FrmEssayCollect : public Form, public HallWindow {
   void TellDeleted();
   void UploadAll();
   void Leave();
-  std::string CheckedText(int row) const;
+  std::string TextOf(const std::string& essayId) const;
 
   EssayRoom& room_;
   EssayTopics records_;

@@ -23,7 +23,8 @@ constexpr const char* kOpen = R"html(<table width='100%' border='0'>
 )html";
 constexpr const char* kActionHead = "<td width='20%' colspan='2'></td>\n";
 
-// The field's value stands without quotes: what is read from it is its first word.
+// The hidden field's value stands without quotes, so that it keeps the first word only. Whoever wants the
+// essay reads the records by the id in the box.
 constexpr const char* kRow =
     "<input type='HIDDEN' name='rec{0}' id='rec{0}' value={1}>\n"
     "<tr style='font-size:14px; color:#FFFFFF'>\n"

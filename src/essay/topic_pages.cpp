@@ -74,7 +74,8 @@ std::string AssignedStatus(const std::string& images, const AssignedTopic& topic
 std::string AssignedRow(const std::string& images, const AssignedTopic& topic) {
   const auto& work = topic.assignment;
   const std::string command = work.isHandedIn ? "cmd:res:" : "cmd:wid:";
-  std::string title = Link(command + Quoted(work.workId), HtmlText(work.title));
+  std::string title =
+      Link(command + Quoted(work.workId), HtmlText(work.title.empty() ? work.workId : work.title));
   std::string bell;
   if (!work.changedOn.empty() && !topic.practice.essays.empty() && !work.isHandedIn) {
     const std::string notice = "請注意！<br />教師在 " + Quoted(work.changedOn) + " 修改過題目內容";

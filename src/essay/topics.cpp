@@ -94,19 +94,19 @@ void FrmEssayInputEdu::GetSelfEssayList() {
   std::vector<OwnTopic> topics;
   for (const auto& workId : records_.WorkIds()) {
     const auto first = records_.FirstOf(workId);
-    if (!first || !TitleOfWork(workId).empty()) continue;
+    if (!first || TitleOfWork(workId)) continue;
     topics.push_back({workId, PlainApostrophes(first->quiz), first->finalSet == "A", PracticeOf(workId)});
   }
   webHtml2.Write(OwnTopicsPage(ImageRoot(), room_.program.app.gEdition == "XQD", topics));
 }
 
-// "" for a topic that is none of the listed assignments.
-std::string FrmEssayInputEdu::TitleOfWork(const std::string& workId) const {
+// Nothing for a topic that is none of the listed assignments.
+std::optional<std::string> FrmEssayInputEdu::TitleOfWork(const std::string& workId) const {
   for (const auto& item : lstWorks.Items()) {
     const auto end = item.find(kItemSeparator);
     if (item.substr(0, end) == workId) return item.substr(end + std::string_view(kItemSeparator).size());
   }
-  return "";
+  return std::nullopt;
 }
 
 void FrmEssayInputEdu::GetWorkHtm(const std::string& workId) {
@@ -149,7 +149,7 @@ void FrmEssayInputEdu::StartOn(const std::string& workId, bool isAssigned) {
   if (isAssigned) {
     app.gEssayStartRequested = false;
     program.hall.frmBrowser->GoNavigate(QuestionUrl(program, workId), 1);
-    app.gEssayQuiz = TitleOfWork(workId);
+    app.gEssayQuiz = TitleOfWork(workId).value_or("");
   } else {
     const auto first = records_.FirstOf(workId);
     app.gEssayQuiz = first ? PlainApostrophes(first->quiz) : DefaultEssayTitle("", machine.loop.Now());

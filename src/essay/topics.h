@@ -1,6 +1,7 @@
 // The door to essay writing: topics to choose from, and the results of earlier essays on them.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -57,7 +58,7 @@ class FrmEssayInputEdu : public Form, public HallWindow {
   void OfferOwnTopic();
   void Leave();
   Practice PracticeOf(const std::string& workId);
-  std::string TitleOfWork(const std::string& workId) const;
+  std::optional<std::string> TitleOfWork(const std::string& workId) const;
   std::string ImageRoot() const;
 
   EssayRoom& room_;

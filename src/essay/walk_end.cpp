@@ -102,6 +102,7 @@ void HandIn(EssayRoom& room) {
     records.HandInEssay(app.gEssayId, app.gEssayWorkId);
     AskInPlace(room, "14018", 1, "OK", "0");
   } else {
+    WaitSeconds(room.program, kPause);
     AskInPlace(room, "14022", 1, "OK", "0");
   }
 }

@@ -168,18 +168,18 @@ TEST_F(CollectionTest, AnEssayThatWasHandedInResistsDeletion) {
   EXPECT_THAT(upload.modes, SizeIs(1)) << "nothing waits any more";
 }
 
-TEST_F(CollectionTest, WritesAndChecksTheFirstWordsOfEssays) {
-  Put({"e1", "w1", "A", "N", 4, 0, "Y", "Birds. They fly."});
+TEST_F(CollectionTest, WritesAndChecksWholeEssays) {
+  Put({"e1", "w1", "A", "N", 4, 0, "Y", "Tom’s birds\r\nfly."});
   Put({"e2", "w1", "A", "N", 5, 0, "Y", "Run!"});
   auto& window = OpenCollection("w1", "N");
-  EXPECT_THAT(window.webHtml.Page(), ::testing::HasSubstr("id='rec2' value=Birds. They fly.>\r\n"));
+  EXPECT_THAT(window.webHtml.Page(), ::testing::HasSubstr("id='rec2' value=Tom's birds\r\nfly.>\r\n"));
   Tick({1, 2});
   const std::string file = (machine.home / "out.txt").string();
   machine.user.Click(window.picButtons(0));  // the learner names no file
   machine.desktop.saveAnswer = file;
   ExpectMessage("18", kOk);
   machine.user.Click(window.picButtons(0));
-  EXPECT_EQ(machine.realFiles.Read(file), "Run!\r\n\r\nBirds.\r\n\r\n\r\n");
+  EXPECT_EQ(machine.realFiles.Read(file), "Run!\r\n\r\nTom's birds\r\nfly.\r\n\r\n\r\n");
   ExpectMessage("12", &FrmMessage::cmdNo);
   machine.user.Click(window.picButtons(0));
   EXPECT_EQ(machine.user.Expected(), 0U);
@@ -187,7 +187,7 @@ TEST_F(CollectionTest, WritesAndChecksTheFirstWordsOfEssays) {
   window.webHtml.inputChecked["chk1"] = false;
   app.gAccountPassword = "secret";
   machine.user.Click(window.picButtons(2));
-  EXPECT_THAT(Asked(), ElementsAre("Birds."));
+  EXPECT_THAT(Asked(), ElementsAre("Tom's birds fly."));
   EXPECT_EQ(window.GetCheckCounts(), 0);
 }
 

@@ -31,7 +31,8 @@ TEST(AssignmentList, IsReadFromWhatTheServerTells) {
       {"OK_w1#Y#soon#A##Y<@>w2#N##B#2026/11/6#", "w1 Y soon A  marked;w2 N  B 2026/11/6;"},
       {"OK_<@>w1#N#d#A<@><@>", "w1 N d A ;"},
       {"OK_w1#N#d#Say OK_ now<@>OK_w2#N#d#B", "w1 N d Say  now ;w2 N d B ;"},
-      {"OK_w1<@>#N#d#A<@>w2#N#d#<@>w3#y#d#C#c#y#more", "w3 N d C c;"},
+      {"OK_w1<@>#N#d#A<@>w2#N#d#<@>w3#y#d#C#c#y#more", "w2 N d  ;w3 N d C c;"},
+      {"OK_w1#N#d<@>w2#N<@>#<@>###<@>w3#N##", "w3 N   ;"},
       {"OK", ""},
       {"OK_", ""},
       {"", ""},
@@ -58,6 +59,7 @@ TEST_F(TopicsTest, EachStateOfAnAssignmentShowsWhatIsToBeDone) {
   } kCases[] = {
       {"new#N#2026/11/30#My <family>", "My &lt;family&gt; --- --- --- 2026/11/30 未交卷\n", {"cmd:wid:new"}},
       {"new#N#d#A#2026/11/2#", "A --- --- --- d 未交卷\n", {"cmd:wid:new"}},
+      {"untitled#N#d#", "untitled --- --- --- d 未交卷\n", {"cmd:wid:untitled"}},
       {"practised#N#d#A#2026/11/2#",
        "A 請注意！ 教師在 2026/11/2 修改過題目內容 2 2026/11/5 1 d 未交卷 選取交卷?\n" + results,
        {"cmd:wid:practised", "cmd:col:practised", "cmd:show:e1", "cmd:show:e2"}},
@@ -97,7 +99,8 @@ TEST_F(TopicsTest, OwnTopicsAreThoseThatTheServerDoesNotList) {
   Put({"e1", "w1", "Assigned"});
   Put({"e2", "w2", "Tom’s day", "A", 4, 2});
   Put({"e3", "w2", "another title", "N", 5});
-  Assign("OK_w1#N#d#Assigned");
+  Put({"e4", "w3", "Assigned without a title"});
+  Assign("OK_w1#N#d#Assigned<@>w3#N#d#");
   const std::string own = "\nTom's day 2 2026/11/5 0 中斷\n查看各次練習的系統檢查結果 全選\n";
   UseEdition("XQD");
   EXPECT_THAT(RowsOf(OpenTopics().webHtml2), ::testing::StartsWith(own));

@@ -310,7 +310,9 @@ TEST_F(EssayTest, HandsInTheAnswerToAnAssignment) {
   ExpectMessage("14005", kOk);
   ExpectMessage("14019", kYes);
   ExpectMessage("14022", kOk);
+  const auto start = machine.loop.Elapsed();
   walkAssignment("W2");
+  EXPECT_GE((machine.loop.Elapsed() - start).count(), 30'000) << "three seconds after each refusal";
   EXPECT_EQ(LastEssay().finalSet, "N");
   EXPECT_THAT(machine.http.Bodies("p_set_essay_work_finalset.asp"), SizeIs(12));
 }
