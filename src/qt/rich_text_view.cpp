@@ -138,16 +138,19 @@ void RichTextView::Style(const QTextCharFormat& change) {
   cursor.setPosition(ToWidget(box_.SelStart + box_.SelLength), QTextCursor::KeepAnchor);
   cursor.mergeCharFormat(change);
   if (cursor.selectionStart() == 0 && cursor.selectionEnd() == edit_.document()->characterCount() - 1) {
+    cursor.mergeBlockCharFormat(change);
     edit_.mergeCurrentCharFormat(change);
   }
   isShowing_ = before;
 }
 
+// A caret that is moved in an empty text takes the style of the paragraph.
 void RichTextView::StyleAll(const QTextCharFormat& change) {
   const bool before = std::exchange(isShowing_, true);
   QTextCursor cursor(edit_.document());
   cursor.select(QTextCursor::Document);
   cursor.mergeCharFormat(change);
+  cursor.mergeBlockCharFormat(change);
   QTextCharFormat style = edit_.currentCharFormat();
   style.merge(change);
   edit_.setCurrentCharFormat(style);

@@ -132,6 +132,30 @@ TEST(TextBoxView, TextInPlaceOfTheSelectionKeepsTheStylesAround) {
   EXPECT_EQ(ColorAt(sample.Edit(), 1), QColor(255, 0, 0));
 }
 
+TEST(TextBoxView, TextInPlaceOfAllKeepsTheStyle) {
+  ShownSample sample;
+  FrmSample& form = *sample.form;
+  const QColor amber(255, 204, 0);
+  form.txtInput.Text = "gone";
+  form.txtInput.SelColor = Rgb(255, 204, 0);
+  form.txtInput.SelFontName = "Arial";
+  form.txtInput.Text = "";
+  QTest::mouseClick(sample.Edit().viewport(), Qt::LeftButton);
+  sample.Edit().selectAll();
+  Compose(sample.Edit(), "", "我喜歡");
+  EXPECT_EQ(ColorAt(sample.Edit(), 0), amber);
+  for (const char* text : {"I like", "下雨", "rain"}) {
+    form.txtFocus.SetFocus();
+    form.txtInput.SelLength = 0;
+    form.txtInput.Text = text;
+    form.txtInput.SelStart = int(QString(text).size());
+    for (int i = 0; i < int(QString(text).size()); ++i) {
+      EXPECT_EQ(ColorAt(sample.Edit(), i), amber) << text << i;
+    }
+    form.txtInput.SetFocus();
+  }
+}
+
 TEST(TextBoxView, BoxThatOnlyHoldsTheFocusPassesTypingOn) {
   ShownSample sample;
   FrmSample& form = *sample.form;
