@@ -9,9 +9,11 @@
 
 namespace {
 
+// A simplified character may have no code in the code page, and is Chinese all the same.
 bool IsChinese(char16_t character) {
   const int code = Asc(character);
-  return code >= 255 || code < 1;
+  const bool isIdeograph = character >= u'\u3400' && character <= u'\u9fff';
+  return code >= 255 || code < 1 || isIdeograph;
 }
 
 }  // namespace

@@ -108,6 +108,7 @@ TEST_F(MainWindowTest, ChineseIsTranslatedInPlace) {
     const char *typed, *reply, *query, *result;
   } cases[] = {{"他上學", "OK#He goes to school.", "他上學", "He goes to school."},
                {"I 每天，上學 go 去", "OK#every day", "每天，上學", "every day"},
+               {"Here 这里很冷", "OK#It is cold here.", "这里很冷", "It is cold here."},
                {"他", "ERR_NOTFOUND", "他", ""},
                {"他", "", "他", ""}};
   for (const auto& [typed, reply, query, result] : cases) {
@@ -147,6 +148,7 @@ TEST_F(MainWindowTest, SelectionGoesIntoTheWordHelper) {
       {"a big dog", 2, 7, "CHECK_SELECT_TEXT", "big dog", {"free1 big dog", "tab1 "}},
       {"a big dog", 1, 1, "CHECK_SELECT_TEXT", "", {}},
       {"a 大 dog", 0, 3, "CHECK_SELECT_TEXT", "", {}},
+      {"a 这 dog", 0, 3, "CHECK_SELECT_TEXT", "", {}},
       {"a 大狗 dog", 0, 1, "CHECK_CHINESE", "大狗", {"free0 大狗"}},
       {"a big dog", 0, 9, "CHECK_CHINESE", "", {}},
       {"a big 狗", 2, 3, "", "狗", {"free1 big", "key0 big", "key1 big", "tab2 ", "free0 狗"}},
