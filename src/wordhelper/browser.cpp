@@ -87,6 +87,7 @@ void FrmBrowser::GoWritePage(const std::string& html, int mode) {
     Pane(mode).Navigate(kBlank);
     machine.loop.DoEvents();
     if (mode == 1) picBtns(0).Picture = imgBtnOff(0).Picture;
+    Caption = kBaseCaption;  // a page without a title does not stand under that of the page before
     Pane(mode).Write(html);
     machine.loop.DoEvents();
   }

@@ -40,7 +40,6 @@ class FrmBrowser : public Form, public Browser {
  private:
   void BindPane(WebBrowser& pane);
   WebBrowser& Pane(int mode) { return mode == 1 ? webMain : webOther; }
-  void ShowPane(int mode);
   void OpenOutside();
   void LayOut();
 

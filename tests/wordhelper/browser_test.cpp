@@ -114,6 +114,8 @@ TEST_F(BrowserTest, CaptionAndStatusFollowThePage) {
   program.app.gDetailMessage = true;
   browser.webMain.TitleChange.Raise("a");
   EXPECT_EQ(browser.Caption(), "Marovane 瀏覽器 - a(http://engine/)");
+  browser.GoWritePage("<p>", 1);
+  EXPECT_EQ(browser.Caption(), "Marovane 瀏覽器") << "until the page tells its title";
   browser.webOther.StatusTextChange.Raise("http://link/");
   EXPECT_EQ(browser.lblStatus.Caption(), "http://link/");
 }
