@@ -4,8 +4,17 @@
 namespace tolvex {
 namespace {
 
+// Later years may be plans.
+bool IsPastYear(const Sentence& sentence, int i) {
+  const std::string& year = sentence.Lower(i);
+  const bool digits = year.size() == 4 && year.find_first_not_of("0123456789") == std::string::npos;
+  const bool ends = sentence.IsSign(i + 1) || sentence.TagAt(i + 1) == Tag::PRP || sentence.Is(i + 1, {"my"});
+  return digits && ends && year >= "1800" && year < "2024";
+}
+
 bool NamesPast(const Sentence& sentence, int i) {
   if (sentence.Is(i, {"yesterday", "ago"})) return true;
+  if (sentence.Lower(i) == "in" && sentence.TagAt(i + 1) == Tag::CD) return IsPastYear(sentence, i + 1);
   return sentence.Lower(i) == "last" &&
          sentence.Is(i + 1, {"week", "year", "month", "night", "sunday", "monday", "friday", "saturday",
                              "summer", "winter", "weekend"}) &&
