@@ -66,14 +66,14 @@ constexpr const char* kTab =
 constexpr const char* kResults = R"html(<tr><td></td><td colspan='{0}' align='left'>
 {1}<br>
 <table id='sysResBlock{2}' border='0' style='display:none;'>
-<tr><td style='font-size:13px; color:#CCCCCC;'><input type='checkbox' name='chkdelall' title='全選' onclick="javascript:checkAllDel('{3}',{4});">全選&nbsp;{5}</td></tr>
+<tr><td style='font-size:13px; color:#CCCCCC;'><input type='checkbox' name='chkdelall' title='全選' onclick="javascript:checkAllDel('{3}',{4});">&nbsp;全選&nbsp;{5}</td></tr>
 {6}</table>
 </td></tr>
 )html";
 
 constexpr const char* kResult =
     "<tr id='list_{0}_{1}'><td align='left'>"
-    "<input type='checkbox' id='chkdel_{0}_{1}' value='{2}'{3}>{4}</td></tr>\n";
+    "<input type='checkbox' id='chkdel_{0}_{1}' value='{2}'{3}>&nbsp;{4}</td></tr>\n";
 
 constexpr const char* kResultText =
     "第 {} 次系統檢查結果 <font style='font-size:11px; color:#808080; font-weight:bold; '>（{}）</font>";
