@@ -72,7 +72,7 @@ std::string FrmMain::CheckInputText(const std::string& action, const std::string
 }
 
 std::string FrmMain::TakeSelection() {
-  const std::string selection = Trim(txtInput.SelText());
+  std::string selection = Trim(txtInput.SelText());
   for (char16_t character : ToUtf16(selection)) {
     if (IsChinese(character)) return "";
   }
@@ -94,7 +94,7 @@ std::string FrmMain::TakeChinese(const std::string& text) {
   const std::u16string characters = ToUtf16(text);
   const auto begin = std::find_if(characters.begin(), characters.end(), IsChinese);
   const auto end = std::find_if_not(begin, characters.end(), IsChinese);
-  const std::string run = ToUtf8(std::u16string(begin, end));
+  std::string run = ToUtf8(std::u16string(begin, end));
   if (!run.empty() && program.hall.frmCollocation) program.hall.frmCollocation->SetFreeword(0, run);
   return run;
 }
