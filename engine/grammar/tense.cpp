@@ -4,10 +4,14 @@
 namespace tolvex {
 namespace {
 
+// Long sentences with a year mostly describe a table or a plan of that year.
+constexpr int kMostTokensOfStory = 10;
+
 // Later years may be plans.
 bool IsPastYear(const Sentence& sentence, int i) {
   const std::string& year = sentence.Lower(i);
   const bool digits = year.size() == 4 && year.find_first_not_of("0123456789") == std::string::npos;
+  if (sentence.Size() > kMostTokensOfStory) return false;
   const bool ends = sentence.IsSign(i + 1) || sentence.TagAt(i + 1) == Tag::PRP || sentence.Is(i + 1, {"my"});
   return digits && ends && year >= "1800" && year < "2024";
 }
