@@ -37,9 +37,8 @@ std::string FreeStamp(const Program& program) {
   auto now = std::chrono::time_point_cast<std::chrono::seconds>(program.machine.loop.Now());
   while (true) {
     const std::chrono::hh_mm_ss time(now - std::chrono::floor<std::chrono::days>(now));
-    const std::string stamp =
-        fmt::format("{}-{:02}{:02}{:02}-", FormatDatePadded(DayOf(now), ""), time.hours().count(),
-                    time.minutes().count(), time.seconds().count());
+    std::string stamp = fmt::format("{}-{:02}{:02}{:02}-", FormatDatePadded(DayOf(now), ""),
+                                    time.hours().count(), time.minutes().count(), time.seconds().count());
     const auto has = [&stamp](const std::string& name) { return name.starts_with(stamp); };
     if (std::ranges::none_of(taken, has)) return stamp;
     now += std::chrono::seconds{1};
@@ -50,7 +49,7 @@ std::string FreeStamp(const Program& program) {
 Path SetAside(const Program& program, const std::string& stamp, const std::string& name) {
   Files& files = program.machine.files;
   files.CreateFolder(AsideFolder(program), true);
-  const Path place = AsideFolder(program) / (stamp + name);
+  Path place = AsideFolder(program) / (stamp + name);
   files.Rename(DataFolder(program) / name, place);
   return place;
 }

@@ -205,7 +205,7 @@ class Mending {
 
   // The new file is whole before the old one goes.
   std::string PutInPlace() {
-    const std::string aside = SetRecordsAside(program_);
+    std::string aside = SetRecordsAside(program_);
     files_.Rename(salvaged_, records_);
     WriteNeedSync(program_, "Y");
     ClearWorkshop();
