@@ -55,7 +55,10 @@ has_color() {
 
 # has_color_in FORM COLOR: the same within one window.
 has_color_in() {
-  [ "$(import -window "$(window_of "$1")" png:- | convert png:- -fuzz 4% -fill '#00FF00' -opaque "$2" \
+  local window
+  window=$(window_of "$1")
+  [ -n "$window" ] || return 1 # without one, import waits for a click
+  [ "$(import -window "$window" png:- | convert png:- -fuzz 4% -fill '#00FF00' -opaque "$2" \
     -fill black +opaque '#00FF00' -format '%[fx:maxima.g > 0.5 ? 1 : 0]' info:)" = 1 ]
 }
 
