@@ -138,19 +138,18 @@ void RichTextView::Style(const QTextCharFormat& change) {
   cursor.setPosition(ToWidget(box_.SelStart + box_.SelLength), QTextCursor::KeepAnchor);
   cursor.mergeCharFormat(change);
   if (cursor.selectionStart() == 0 && cursor.selectionEnd() == edit_.document()->characterCount() - 1) {
-    cursor.mergeBlockCharFormat(change);
     edit_.mergeCurrentCharFormat(change);
+    typing_.merge(change);
   }
   isShowing_ = before;
 }
 
-// A caret that is moved in an empty text takes the style of the paragraph.
 void RichTextView::StyleAll(const QTextCharFormat& change) {
   const bool before = std::exchange(isShowing_, true);
   QTextCursor cursor(edit_.document());
   cursor.select(QTextCursor::Document);
   cursor.mergeCharFormat(change);
-  cursor.mergeBlockCharFormat(change);
+  typing_.merge(change);
   QTextCharFormat style = edit_.currentCharFormat();
   style.merge(change);
   edit_.setCurrentCharFormat(style);
@@ -161,6 +160,8 @@ void RichTextView::TextEdited() {
   if (isShowing_) return;
   const QString text = edit_.toPlainText();
   if (text == Lines(box_.Text)) return;  // only styles changed
+  if (box_.Text().empty())
+    StyleAll(QTextCharFormat(typing_));  // a caret that was moved in an empty text has lost its style
   Edited(text);
   CursorMoved();
 }

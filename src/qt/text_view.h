@@ -69,5 +69,6 @@ class RichTextView : public TextView {
   void CursorMoved();
 
   QTextEdit& edit_;
+  QTextCharFormat typing_;  ///< style of the whole text and of what is typed next
   bool isShowing_ = false;
 };
