@@ -1,5 +1,7 @@
 #include "server/web_sources.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
 #include <fstream>
 #include <stdexcept>
@@ -13,18 +15,19 @@ namespace {
 constexpr std::string_view kSeparator = "||";
 constexpr std::size_t kFields = 4;
 
+std::string Site(const char* name, const char* kind, const char* address) {
+  return fmt::format("{}||{}||en||{}##String2chk##", name, kind, address);
+}
+
 const WebSources& PublicSites() {
   static const WebSources sites{
-      "Tatoeba "
-      "中英例句||cn||en||https://tatoeba.org/zh-tw/sentences/search?from=cmn&to=eng&query=##String2chk##",
-      "Wiktionary 維基詞典||cn||en||https://en.wiktionary.org/w/index.php?search=##String2chk##",
-      "MDBG 中英字典||cn||en||https://www.mdbg.net/chinese/dictionary?page=worddict&wdqb=##String2chk##",
-      "Tatoeba "
-      "英中例句||en||en||https://tatoeba.org/zh-tw/sentences/search?from=eng&to=cmn&query=##String2chk##",
-      "SkELL "
-      "語料庫例句||en||en||https://skell.sketchengine.eu/#result?lang=en&f=concordance&query=##String2chk##",
-      "Wiktionary 維基詞典||en||en||https://en.wiktionary.org/w/index.php?search=##String2chk##",
-      "Wikipedia 維基百科全文||en||en||https://en.wikipedia.org/w/index.php?fulltext=1&search=##String2chk##",
+      Site("Tatoeba 中英例句", "cn", "https://tatoeba.org/zh-tw/sentences/search?from=cmn&to=eng&query="),
+      Site("Wiktionary 維基詞典", "cn", "https://en.wiktionary.org/w/index.php?search="),
+      Site("MDBG 中英字典", "cn", "https://www.mdbg.net/chinese/dictionary?page=worddict&wdqb="),
+      Site("Tatoeba 英中例句", "en", "https://tatoeba.org/zh-tw/sentences/search?from=eng&to=cmn&query="),
+      Site("SkELL 語料庫例句", "en", "https://skell.sketchengine.eu/#result?lang=en&f=concordance&query="),
+      Site("Wiktionary 維基詞典", "en", "https://en.wiktionary.org/w/index.php?search="),
+      Site("Wikipedia 維基百科全文", "en", "https://en.wikipedia.org/w/index.php?fulltext=1&search="),
   };
   return sites;
 }
