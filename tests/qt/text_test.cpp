@@ -144,6 +144,9 @@ TEST(TextBoxView, TextInPlaceOfAllKeepsTheStyle) {
   sample.Edit().selectAll();
   Compose(sample.Edit(), "", "我喜歡");
   EXPECT_EQ(ColorAt(sample.Edit(), 0), amber);
+  sample.Type("ab");
+  EXPECT_EQ(form.txtInput.Text(), "我喜歡ab");
+  EXPECT_EQ(form.txtInput.SelStart, 5);
   for (const char* text : {"I like", "下雨", "rain"}) {
     form.txtFocus.SetFocus();
     form.txtInput.SelLength = 0;
