@@ -67,6 +67,13 @@ void CheckSpacing(const Sentence& sentence, Findings& findings, int i) {
   }
 }
 
+void CheckCannot(const Sentence& sentence, Findings& findings, int i) {
+  const bool apart =
+      sentence.Lower(i) == "not" && sentence.At(i).spaceBefore && sentence.Lower(i - 1) == "can";
+  if (i > 0 && apart && !sentence.Is(i + 1, {"only", "just"}))
+    findings.Add("cannot-joined", i - 1, i, {sentence.At(i - 1).text + "not"});
+}
+
 void CheckNameInSmallLetters(const Sentence& sentence, Findings& findings, int i) {
   const Token& token = sentence.At(i);
   if (!IsLower(token.text[0]) || token.text.size() < 3) return;
@@ -99,6 +106,7 @@ void CheckSurface(const Sentence& sentence, Findings& findings) {
     if (sentence.At(i).text == "i" && !initial && i > 0) findings.Add("capital-i", i, i, {"I"});
     CheckDoubledWord(sentence, findings, i);
     CheckSpacing(sentence, findings, i);
+    CheckCannot(sentence, findings, i);
     CheckNameInSmallLetters(sentence, findings, i);
     CheckStrayCapital(sentence, findings, i);
   }
