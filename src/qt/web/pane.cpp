@@ -49,7 +49,7 @@ class Pane : public WebPane {
  private:
   void Load(const QUrl& url);
   void LoadAgain();
-  void Loaded(bool ok);
+  void Loaded();
   void RunWhenLoaded(const QString& script);
 
   QPointer<QWebEngineView> view_;
@@ -65,7 +65,7 @@ Pane::Pane() : view_(new QWebEngineView), page_(new WebPage(*this, view_)) {
   view_->setPage(page_);
   view_->setContextMenuPolicy(Qt::NoContextMenu);
   page_->setBackgroundColor(QColor("#FAF4ED"));
-  QObject::connect(page_, &QWebEnginePage::loadFinished, view_, [this](bool ok) { Loaded(ok); });
+  QObject::connect(page_, &QWebEnginePage::loadFinished, view_, [this] { Loaded(); });
   QObject::connect(page_, &QWebEnginePage::renderProcessTerminated, view_, [this] { LoadAgain(); });
   QObject::connect(page_, &QWebEnginePage::titleChanged, view_, [this](const QString& title) {
     // A page without a title of its own is reported with its address.
@@ -92,8 +92,8 @@ void Pane::Load(const QUrl& url) {
   page_->LoadQuietly(url);
 }
 
-// A written page has no reason not to load. When it has not, its renderer has died, or an earlier load came
-// in between.
+// For a written page whose renderer has died. A load that ends in any other way is left as it is: a script
+// that follows a link to the program ends its load as well, and would run twice.
 void Pane::LoadAgain() {
   constexpr int kPause = 200;  // milliseconds
   if (wanted_.scheme() != kWrittenPageScheme || attempts_ >= kAttempts) return;
@@ -135,11 +135,7 @@ void Pane::RunWhenLoaded(const QString& script) {
   }
 }
 
-void Pane::Loaded(bool ok) {
-  const bool isOther = !ok || page_->url() != wanted_;
-  if (isLoading_ && wanted_.scheme() == kWrittenPageScheme && isOther && attempts_ < kAttempts) {
-    return LoadAgain();
-  }
+void Pane::Loaded() {
   isLoading_ = false;
   const QStringList scripts = std::exchange(waiting_, {});
   for (const QString& script : scripts) page_->runJavaScript(script);
