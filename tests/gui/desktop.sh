@@ -39,6 +39,10 @@ stop_all() {
   rm -rf "$WORK"
 }
 
+# A window that goes away meanwhile can keep either waiting for ever.
+import() { timeout 15 import "$@"; }
+xdotool() { timeout 15 xdotool "$@"; }
+
 # The X window of a form, by its title.
 window_of() { xdotool search --onlyvisible --name "^$1\$" | head -n 1; }
 has_window() { [ -n "$(window_of "$1")" ]; }
