@@ -13,8 +13,8 @@
 /// object. Throws RunTimeError when it does not come up within half a minute.
 class RealServer {
  public:
-  /// @param arguments what the server is told besides, such as {"--data", folder}; with "--prefix" it is one for
-  /// a school, otherwise one of the program's own
+  /// @param arguments what the server is told besides, such as {"--data", folder}; with "--prefix" it is one
+  /// for a school, otherwise one of the program's own
   RealServer(EventLoop& loop, const std::vector<std::string>& arguments);
   ~RealServer() { Kill(); }
   RealServer(const RealServer&) = delete;
