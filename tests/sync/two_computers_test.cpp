@@ -229,11 +229,7 @@ class Month {
 };
 
 /// Months lived in one test. Several tests, so that they can run side by side.
-#ifdef __SANITIZE_ADDRESS__
-constexpr unsigned kMonths = 25;
-#else
 constexpr unsigned kMonths = 75;
-#endif
 
 class TwoComputers : public ::testing::TestWithParam<unsigned> {};
 
