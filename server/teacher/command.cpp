@@ -14,13 +14,12 @@
 #include "server/school_store.h"
 #include "server/store.h"
 #include "server/teacher/form_reader.h"
+#include "server/teacher/password_page.h"
 #include "server/text.h"
 
 namespace marovane {
 namespace {
 
-constexpr std::size_t kShortestPassword = 8;
-constexpr std::size_t kLongestPassword = 200;
 constexpr std::size_t kLongestName = 40;
 
 using Action = TeacherCommand::Action;
@@ -68,9 +67,9 @@ std::string ReadPassword() {
     std::getline(std::cin, password);
   }
   if (password.ends_with('\r')) password.pop_back();
-  if (password.size() < kShortestPassword || password.size() > kLongestPassword) {
+  if (password.size() < kShortestTeacherPassword || password.size() > kLongestTeacherPassword) {
     throw std::runtime_error(fmt::format("the password, read from standard input, must have {} to {} bytes",
-                                         kShortestPassword, kLongestPassword));
+                                         kShortestTeacherPassword, kLongestTeacherPassword));
   }
   return password;
 }

@@ -32,8 +32,9 @@ std::string OuterPage(const std::string& base, std::string_view title, const Htm
 }
 
 TeacherReply Page(const Visit& visit, std::string_view title, const Html& content, int status) {
-  const Html account = Fill(R"(<div class="account"><span>{}</span>{}<button>登出</button></form></div>)",
-                            visit.teacher.name, FormBegin(visit, "logout"));
+  const Html account = Fill(
+      R"(<div class="account"><span>{}</span><a href="{}password">更改密碼</a>{}<button>登出</button></form></div>)",
+      visit.teacher.name, visit.base, FormBegin(visit, "logout"));
   return {status, Frame(visit.base, title, account, content).Markup()};
 }
 
@@ -66,7 +67,8 @@ Html DoneNotice(const Visit& visit) {
       {"deleted", "已刪除。"},
       {"kept", "沒有刪除。請先勾選確定；還有學生或題目的班級、已有學生交卷的題目不能刪除。"},
       {"topic", "題目已儲存，學生下次開啟作業清單就會看到。"},
-      {"comment", "已儲存。"}};
+      {"comment", "已儲存。"},
+      {"password", "密碼已更改。您在其他地方的登入都已結束。"}};
   const auto notice = kNotices.find(Field(visit, "done"));
   return notice == kNotices.end() ? Html() : Fill(R"(<p class="done" role="status">{}</p>)", notice->second);
 }

@@ -22,12 +22,12 @@ Html Panel(std::string_view title, const Html& content);
 Html ErrorList(const std::vector<std::string>& errors);
 /// The beginning of a form with its token; it ends with "</form>".
 Html FormBegin(const Visit& visit, std::string_view action);
-/// What the page before has done, from the field `done`.
 /// A form that deletes what the hidden field names, once the teacher has ticked that this is meant.
 Html DeleteForm(const Visit& visit, std::string_view action, std::string_view field, std::string_view id,
                 std::string_view button);
 /// Whether it was ticked.
 bool IsMeant(const Visit& visit);
+/// What the page before has done, from the field `done`.
 Html DoneNotice(const Visit& visit);
 /// The way to the page above.
 Html BackLink(const Visit& visit, std::string_view target, std::string_view text);

@@ -9,6 +9,7 @@
 #include "server/password.h"
 #include "server/random_text.h"
 #include "server/teacher/layout.h"
+#include "server/teacher/password_page.h"
 #include "server/text.h"
 
 namespace marovane {
@@ -20,15 +21,18 @@ constexpr std::string_view kSession = "marovane_teacher";
 constexpr std::string_view kVisitor = "marovane_visitor";
 constexpr std::size_t kVisitorBytes = 16;
 constexpr std::size_t kLongestLogin = 64;
-constexpr std::size_t kLongestPassword = 200;
+
+constexpr const char* kTooManyTries = "密碼錯誤的次數太多，請過幾分鐘再試。";
+
+TeacherReply PasswordForm(const Visit& visit) { return PasswordPage(visit, {}, 200); }
 
 struct TeacherPage {
   std::string_view path;
   bool isPost;
-  TeacherReply (*answer)(const Visit&);
+  TeacherReply (*answer)(const Visit&);  ///< null for those that need the sessions
 };
 
-constexpr std::array<TeacherPage, 14> kPages = {{
+constexpr std::array<TeacherPage, 16> kPages = {{
     {"", false, ClassList},
     {"classes", true, MakeClass},
     {"class", false, ClassPage},
@@ -42,6 +46,8 @@ constexpr std::array<TeacherPage, 14> kPages = {{
     {"topic", false, TopicPage},
     {"essay", false, EssayPage},
     {"essay/save", true, SaveComment},
+    {"password", false, PasswordForm},
+    {"password", true, nullptr},
     {"logout", true, nullptr},
 }};
 
@@ -97,7 +103,7 @@ TeacherSite::Caller TeacherSite::CallerOf(const TeacherRequest& request) {
   const auto owner = sessions_.Find(caller.secret);
   if (!owner) return caller;
   caller.teacher = school_.FindTeacher(owner->login);
-  // A new password, set on the command line, ends all sessions.
+  // A new password ends all sessions that were opened with the old one.
   if (caller.teacher && caller.teacher->passwordHash != owner->passwordHash) caller.teacher.reset();
   return caller;
 }
@@ -116,11 +122,11 @@ TeacherReply TeacherSite::Route(const TeacherRequest& request) {
   if (request.isPost && !sessions_.IsFormToken(caller.secret, request.fields.Find("token").value_or(""))) {
     return RefuseForm(request);
   }
-  if (page->answer == nullptr) return LogOut(caller);
+  if (page->path == "logout") return LogOut(caller);
   const Visit visit{school_,         store_,         engine_,
                     *caller.teacher, request.fields, sessions_.FormToken(caller.secret),
                     options_.base};
-  return page->answer(visit);
+  return page->answer == nullptr ? ChangePassword(visit, caller, request.address) : page->answer(visit);
 }
 
 TeacherReply TeacherSite::LoginPage(const TeacherRequest& request, const std::string& error, int status) {
@@ -137,7 +143,7 @@ TeacherReply TeacherSite::LoginPage(const TeacherRequest& request, const std::st
 <button class="primary">登入</button></form>
 <p class="faint">沒有帳號或忘記密碼，請洽學校管理這台伺服器的人員。</p>)",
                options_.base, sessions_.FormToken(visitor), kLongestLogin,
-               request.fields.Find("login").value_or(""), kLongestPassword);
+               request.fields.Find("login").value_or(""), kLongestTeacherPassword);
   reply.page =
       OuterPage(options_.base, "教師登入", Fill(R"(<div class="narrow">{}</div>)", Panel("教師登入", form)));
   return reply;
@@ -150,11 +156,11 @@ TeacherReply TeacherSite::LogIn(const TeacherRequest& request, const Caller& cal
   }
   const std::string login = request.fields.Find("login").value_or("");
   const std::string password = request.fields.Find("password").value_or("");
-  if (login.size() > kLongestLogin || password.size() > kLongestPassword) {
+  if (login.size() > kLongestLogin || password.size() > kLongestTeacherPassword) {
     return LoginPage(request, "帳號或密碼不正確。", 403);
   }
   if (!limit_.TakesTry(login, request.address)) {
-    return LoginPage(request, "密碼錯誤的次數太多，請過幾分鐘再試。", 429);
+    return LoginPage(request, kTooManyTries, 429);
   }
   const auto teacher = Proven(login, password);
   if (!teacher) return LoginPage(request, "帳號或密碼不正確。", 403);
@@ -171,6 +177,28 @@ std::optional<Teacher> TeacherSite::Proven(const std::string& login, const std::
   const std::lock_guard lock(hashing_);
   const bool fits = PasswordFits(password, teacher ? teacher->passwordHash : kNobody);
   return teacher && fits ? teacher : std::nullopt;
+}
+
+/// The old password is tried as seldom as at the login: an open session may be somebody else's.
+TeacherReply TeacherSite::ChangePassword(const Visit& visit, const Caller& caller,
+                                         const std::string& address) {
+  const NewPassword wanted = ReadNewPassword(visit.fields);
+  if (!wanted.errors.empty()) return PasswordPage(visit, wanted.errors, 422);
+  const std::string& login = visit.teacher.login;
+  if (!limit_.TakesTry(login, address)) return PasswordPage(visit, {kTooManyTries}, 429);
+  auto teacher = wanted.old.size() > kLongestTeacherPassword ? std::nullopt : Proven(login, wanted.old);
+  if (!teacher) return PasswordPage(visit, {"目前的密碼不正確"}, 403);
+  limit_.GiveTryBack(login, address);
+  teacher->passwordHash = Hashed(wanted.password);
+  school_.PutTeacher(*teacher);
+  sessions_.Close(caller.secret);
+  const std::string secret = sessions_.Open({login, teacher->passwordHash});
+  return {303, "", options_.base + "?done=password", {Cookie(kSession, secret)}};
+}
+
+std::string TeacherSite::Hashed(const std::string& password) {
+  const std::lock_guard lock(hashing_);
+  return HashPassword(password);
 }
 
 TeacherReply TeacherSite::LogOut(const Caller& caller) {

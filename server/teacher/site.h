@@ -37,10 +37,12 @@ class TeacherSite {
   TeacherReply AnswerVisit(const TeacherRequest& request, const Caller& caller);
   TeacherReply LoginPage(const TeacherRequest& request, const std::string& error, int status);
   TeacherReply LogIn(const TeacherRequest& request, const Caller& caller);
+  TeacherReply ChangePassword(const Visit& visit, const Caller& caller, const std::string& address);
   TeacherReply LogOut(const Caller& caller);
   TeacherReply RefuseForm(const TeacherRequest& request) const;
   TeacherReply Message(int status, std::string_view title, std::string_view text) const;
   std::optional<Teacher> Proven(const std::string& login, const std::string& password);
+  std::string Hashed(const std::string& password);
   std::string Cookie(std::string_view name, std::string_view value) const;
 
   SchoolStore& school_;
