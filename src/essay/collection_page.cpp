@@ -28,7 +28,8 @@ constexpr const char* kActionHead = "<td width='20%' colspan='2'></td>\n";
 constexpr const char* kRow =
     "<input type='HIDDEN' name='rec{0}' id='rec{0}' value={1}>\n"
     "<tr style='font-size:14px; color:#FFFFFF'>\n"
-    "<td valign='top' align='center'><input type='checkbox' name='{2}' id='{2}' value='{3}'></td>\n"
+    "<td valign='top' align='center'><input type='checkbox' name='{2}' id='{2}' value='{3}' "
+    "style='margin-top:6px;'></td>\n"
     "<td valign='top' align='left'>{4}</td>\n"
     "<td valign='top' align='center'><font style='color:#CCCCCC;font-size:13px;'>{5}</font></td>\n"
     "<td valign='top' align='center'>{6}</td>\n"

@@ -140,11 +140,11 @@ void FrmEssayInputEdu::TurnTo(const std::string& tab, bool /*isAssigned*/) {
   room_.program.app.gEssayStartRequested = tab == "2";
 }
 
-// An essay that is open already keeps its topic, and its place on the screen.
+// An essay that is being walked through keeps its topic.
 void FrmEssayInputEdu::StartOn(const std::string& workId, bool isAssigned) {
   Program& program = room_.program;
   auto& app = program.app;
-  if (app.gEssayActive) return room_.frmEssay->BringToFront();
+  if (app.gEssayMode) return room_.frmEssay->BringToFront();
   app.gEssayWorkId = workId;
   if (isAssigned) {
     app.gEssayStartRequested = false;

@@ -144,9 +144,16 @@ TEST_F(TopicsTest, AnAssignmentStartsWithItsQuestionAndTitle) {
       "http://school/p_mrv_get_essay_work.asp?key=zorbelquinter&pno=1234567890&workId=w2&mode=GETHTM&cpno=");
   EXPECT_TRUE(room.frmEssay->Visible() && app.gEssayActive);
   machine.loop.WaitUntil([this] { return !app.gOpenEssayInputEdu; });
-  // An essay that is open keeps its topic.
+  // An essay that is open goes on under the topic that was picked last, but for one that is walked through.
+  Window().txtInput.Text = "I run.";
   OpenTopics().webHtml.FollowLink("cmd:wid:w1");
-  EXPECT_EQ(app.gEssayWorkId + " " + app.gEssayQuiz, "w2 My school");
+  EXPECT_EQ(app.gEssayWorkId + " " + app.gEssayQuiz, "w1 My family");
+  EXPECT_THAT(composition.frmBrowser->webMain.LocationURL(), HasSubstr("&workId=w1&"));
+  EXPECT_EQ(Window().txtInput.Text(), "I run.");
+  app.gEssayMode = true;
+  OpenTopics().webHtml.FollowLink("cmd:wid:w2");
+  EXPECT_EQ(app.gEssayWorkId, "w1");
+  app.gEssayMode = false;
   EXPECT_TRUE(app.gOpenEssayInputEdu);
 }
 
