@@ -2,43 +2,11 @@
 #include <algorithm>
 
 #include "engine/grammar/checks.h"
+#include "engine/grammar/noun_phrase.h"
 #include "engine/grammar/subject_verb.h"
 
 namespace tolvex {
 namespace {
-
-// A noun phrase from i on: its head, and where it ends.
-struct NounPhrase {
-  int head = -1;
-  int end = 0;
-};
-
-NounPhrase ReadNounPhrase(const Sentence& sentence, int i) {
-  NounPhrase phrase;
-  for (phrase.end = i; phrase.end < sentence.Size(); ++phrase.end) {
-    const Tag tag = sentence.TagAt(phrase.end);
-    const Tag next = sentence.TagAt(phrase.end + 1);
-    const bool modifier = tag == Tag::DT || tag == Tag::PRPS || tag == Tag::CD || IsAdjective(tag) ||
-                          (tag == Tag::RB && IsAdjective(next)) || (tag == Tag::VBN && IsNoun(next));
-    if (tag == Tag::POS) {
-      phrase.head = -1;
-    } else if (tag == Tag::NN || tag == Tag::NNS) {
-      phrase.head = phrase.end;
-    } else if (!modifier || phrase.head >= 0) {
-      break;
-    }
-  }
-  return phrase;
-}
-
-int SkipPrepositions(const Sentence& sentence, int i) {
-  while (sentence.Is(i, {"of", "in", "on", "for", "with", "between", "from", "about", "to", "at"})) {
-    const NounPhrase inner = ReadNounPhrase(sentence, i + 1);
-    if (inner.head < 0) break;
-    i = inner.end;
-  }
-  return i;
-}
 
 bool HasJoin(const Sentence& sentence, int from, int to) {
   for (int i = from; i < to; ++i) {

@@ -42,6 +42,9 @@ bool IsQuantityExcused(const Sentence& sentence, int i, int noun) {
 
 void CheckQuantity(const Sentence& sentence, Findings& findings, int i) {
   if (!IsPluralQuantity(sentence.Lower(i))) return;
+  const bool bothDo = sentence.Lower(i) == "both" && sentence.Has(i + 1, kBase) && !sentence.IsSign(i + 2) &&
+                      !IsVerb(sentence.TagAt(i + 2)) && !IsNoun(sentence.TagAt(i + 2));
+  if (bothDo) return;
   const int noun = SkipAdjectives(sentence, i + 1);
   if (sentence.TagAt(noun) != Tag::NN || HasNounBehind(sentence, noun)) return;
   const std::string& word = sentence.Lower(noun);

@@ -27,7 +27,7 @@ bool MayHideVerb(const Sentence& sentence) {
   for (int i = 1; i < sentence.Size(); ++i) {
     if (sentence.Has(i, kBase | kThird | kPast) &&
         (sentence.TagAt(i - 1) == Tag::PRP || IsNoun(sentence.TagAt(i - 1)) ||
-         sentence.Is(i - 1, {"this", "that", "very", "not", "these"})))
+         sentence.Is(i - 1, {"this", "that", "very", "not", "these", "both", "all", "some", "most"})))
       return true;
   }
   return false;

@@ -1,67 +1,80 @@
 // Time words and the tense of the verb: "yesterday I go", "I will come yesterday".
 #include "engine/grammar/checks.h"
+#include "engine/grammar/finite_verbs.h"
+#include "engine/grammar/time_words.h"
 
 namespace tolvex {
 namespace {
 
-// Long sentences with a year mostly describe a table or a plan of that year.
-constexpr int kMostTokensOfStory = 10;
+using Verbs = std::vector<FiniteVerb>;
 
-// Later years may be plans.
-bool IsPastYear(const Sentence& sentence, int i) {
-  const std::string& year = sentence.Lower(i);
-  const bool digits = year.size() == 4 && year.find_first_not_of("0123456789") == std::string::npos;
-  if (sentence.Size() > kMostTokensOfStory) return false;
-  const bool ends = sentence.IsSign(i + 1) || sentence.TagAt(i + 1) == Tag::PRP || sentence.Is(i + 1, {"my"});
-  return digits && ends && year >= "1800" && year < "2024";
+// The verb whose time a time word tells: the one before it, or the first one behind a word that opens.
+FiniteVerb VerbOfTime(const Verbs& verbs, int time, int size) {
+  const FiniteVerb before = LastIn(verbs, 0, time);
+  return before.at >= 0 ? before : FirstIn(verbs, time, size);
 }
 
-bool NamesPast(const Sentence& sentence, int i) {
-  if (sentence.Is(i, {"yesterday", "ago"})) return true;
-  if (sentence.Lower(i) == "in" && sentence.TagAt(i + 1) == Tag::CD) return IsPastYear(sentence, i + 1);
-  return sentence.Lower(i) == "last" &&
-         sentence.Is(i + 1, {"week", "year", "month", "night", "sunday", "monday", "friday", "saturday",
-                             "summer", "winter", "weekend"}) &&
-         !sentence.Is(i - 1, {"the", "since"});
-}
-
-bool NamesFuture(const Sentence& sentence, int i) {
-  if (sentence.Lower(i) == "tomorrow") return true;
-  return sentence.Lower(i) == "next" && sentence.Lower(i - 1) != "the" &&
-         sentence.Is(i + 1, {"week", "year", "month"});
-}
-
-struct Verbs {
-  int past = -1;
-  int present = -1;
-  int presentCount = 0;
-  int perfect = -1;  // "have" or "has" before a participle
-};
-
-Verbs FindVerbs(const Sentence& sentence) {
-  Verbs verbs;
-  for (int i = 0; i < sentence.Size(); ++i) {
+// "the house built last year", "better than yesterday": the time belongs to something else.
+bool BelongsToAnother(const Sentence& sentence, int verb, int time) {
+  const bool be =
+      sentence.Is(verb, {"is", "are", "am", "'s", "'re", "'m", "have", "has", "'ve", "get", "gets"});
+  for (int i = verb + 1; i < time; ++i) {
+    if (sentence.Is(i, {"than", "that", "who", "which", "whose", "what", "where", "how", "why", "when", "if",
+                        "because"}))
+      return true;
     const Tag tag = sentence.TagAt(i);
-    if (tag == Tag::VBD ||
-        sentence.Is(i, {"was", "were", "did", "had", "would", "could", "might", "'d", "used"}))
-      verbs.past = i;
-    const bool present = (tag == Tag::VBP || tag == Tag::VBZ) && sentence.Lacks(i, kPast);
-    if (present) {
-      verbs.present = verbs.present < 0 ? i : verbs.present;
-      ++verbs.presentCount;
-    }
-    if (sentence.Is(i, {"have", "has", "'ve"}) && sentence.TagAt(i - 1) != Tag::MD &&
-        (sentence.TagAt(i + 1) == Tag::VBN ||
-         (IsAdverb(sentence.TagAt(i + 1)) && sentence.TagAt(i + 2) == Tag::VBN)))
-      verbs.perfect = i;
+    if ((tag == Tag::VBN || tag == Tag::VBD) && !(be && i <= verb + 2)) return true;
   }
-  return verbs;
+  return false;
 }
 
-std::string PastOf(const Sentence& sentence, int verb) {
-  if (sentence.Is(verb, {"is", "'s", "am", "'m"})) return "was";
-  if (sentence.Is(verb, {"are", "'re"})) return "were";
-  return sentence.Inflected(verb, kPast);
+// "I think he came yesterday", "as you know": what is thought now may lie in the past.
+bool IsOpinion(const Sentence& sentence, int verb) {
+  return sentence.Is(verb, {"think", "thinks", "know", "knows", "remember", "remembers", "believe", "guess",
+                            "hope",  "say",    "says", "mean",  "means",    "wonder",    "suppose", "regret",
+                            "hear",  "forget", "feel", "doubt", "bet",      "miss"}) &&
+         !sentence.Is(verb - 1, {"not", "n't"});
+}
+
+void CheckPresentAtPastTime(const Sentence& sentence, Findings& findings, const Verbs& verbs, int time) {
+  const FiniteVerb verb = VerbOfTime(verbs, time, sentence.Size());
+  if (verb.at < 0 || verb.tense != Tense::kPresent || IsOpinion(sentence, verb.at)) return;
+  const bool opens = verb.at > time;
+  if (!opens && BelongsToAnother(sentence, verb.at, time)) return;
+  if (sentence.AnyBefore(sentence.Size(), {"since", "\"", "ever", "still"})) return;
+  const std::string past = PastOf(sentence, verb.at);
+  if (!past.empty()) findings.Add("past-time", verb.at, verb.at, {past});
+}
+
+// "have seen" as "saw"; "have been to" as "went to".
+std::string PastOfPerfect(const Sentence& sentence, int have, int participle) {
+  const std::string between = participle == have + 2 ? sentence.At(have + 1).text + " " : "";
+  if (sentence.Lower(participle) != "been") return between + sentence.Inflected(participle, kPast);
+  if (sentence.Lower(participle + 1) == "to") return between + "went";
+  const bool plural = sentence.Lower(have) == "have" && sentence.Lower(have - 1) != "i";
+  return (plural ? "were " : "was ") + between;
+}
+
+void CheckPerfectAtPastTime(const Sentence& sentence, Findings& findings, const Verbs& verbs, int time) {
+  const FiniteVerb verb = VerbOfTime(verbs, time, sentence.Size());
+  if (verb.at < 0 || verb.tense != Tense::kPerfect) return;
+  if (sentence.AnyBefore(time, {"since", "until", "till"}) || sentence.Lower(time + 2) == "past") return;
+  if (verb.at < time && BelongsToAnother(sentence, verb.at, time)) return;
+  const int participle = sentence.TagAt(verb.at + 1) == Tag::VBN ? verb.at + 1 : verb.at + 2;
+  std::string past = PastOfPerfect(sentence, verb.at, participle);
+  while (past.ends_with(' ')) past.pop_back();
+  if (sentence.TagAt(participle) != Tag::VBN || past.empty()) return;
+  if (sentence.Lower(verb.at)[0] == '\'') past = " " + past;
+  findings.Add("perfect-with-past-time", verb.at, participle, {past});
+}
+
+void CheckPastTime(const Sentence& sentence, Findings& findings, const Verbs& verbs, int time) {
+  const bool other =
+      sentence.Lower(time + 1) == "'s" || sentence.Lower(time + 2) == "'s" ||
+      sentence.Is(time - 1, {"since", "of", "from", "by", "than", "then", "until", "till", "for", "like"});
+  if (other) return;
+  CheckPerfectAtPastTime(sentence, findings, verbs, time);
+  CheckPresentAtPastTime(sentence, findings, verbs, time);
 }
 
 bool TellsOfSpeech(const Sentence& sentence) {
@@ -69,49 +82,31 @@ bool TellsOfSpeech(const Sentence& sentence) {
                                               "since", "than", "like", "who", "which"});
 }
 
-void CheckPastTime(const Sentence& sentence, Findings& findings, int time) {
-  const Verbs verbs = FindVerbs(sentence);
-  if (sentence.Lower(time + 1) == "'s" ||
-      sentence.Is(time - 1, {"since", "of", "from", "by", "than", "then"}))
-    return;
-  if (verbs.perfect >= 0 && verbs.past < 0 && sentence.Size() < 14 && !sentence.AnyBefore(time, {"since"})) {
-    const int participle =
-        sentence.TagAt(verbs.perfect + 1) == Tag::VBN ? verbs.perfect + 1 : verbs.perfect + 2;
-    const std::string past = participle == verbs.perfect + 1 ? PastOf(sentence, participle) : "";
-    findings.Add("perfect-with-past-time", verbs.perfect, participle,
-                 past.empty() ? std::vector<std::string>{} : std::vector<std::string>{past});
-    return;
-  }
-  if (verbs.past >= 0 || verbs.present < 0 || verbs.perfect >= 0 || TellsOfSpeech(sentence)) return;
-  if (sentence.Is(verbs.present, {"have", "has"}) && sentence.TagAt(verbs.present + 1) == Tag::VBN) return;
-  const std::string past = PastOf(sentence, verbs.present);
-  if (!past.empty()) findings.Add("past-time", verbs.present, verbs.present, {past});
+void CheckPastAtFutureTime(const Sentence& sentence, Findings& findings, const FiniteVerb& verb) {
+  if (verb.tense != Tense::kPast || sentence.Size() >= 12 || TellsOfSpeech(sentence)) return;
+  if (sentence.TagAt(verb.at) != Tag::VBD || sentence.Is(verb.at, {"had", "was", "were"})) return;
+  const std::string base(sentence.Lemma(verb.at));
+  if (!base.empty()) findings.Add("future-time", verb.at, verb.at, {"will " + base});
 }
 
-void CheckFutureTime(const Sentence& sentence, Findings& findings) {
-  const Verbs verbs = FindVerbs(sentence);
-  if (verbs.past < 0 || sentence.Size() >= 12 || verbs.present >= 0 || TellsOfSpeech(sentence)) return;
-  if (sentence.TagAt(verbs.past) != Tag::VBD || sentence.Is(verbs.past, {"had", "was", "were"})) return;
-  const std::string base(sentence.Lemma(verbs.past));
-  if (!base.empty()) findings.Add("future-time", verbs.past, verbs.past, {"will " + base});
+// "I visit my aunt next month": only what stands in a timetable may be told so.
+void CheckPresentAtFutureTime(const Sentence& sentence, Findings& findings, const FiniteVerb& verb) {
+  static const WordSet kTimetable = {"leave", "start", "begin",  "arrive", "open",   "close",
+                                     "come",  "meet",  "return", "fly",    "finish", "stop"};
+  const std::string base(sentence.Lemma(verb.at));
+  const bool event = findings.List("event_verbs").count(base) != 0 || base == "rain" || base == "snow";
+  if (verb.tense != Tense::kPresent || !event || kTimetable.count(base) != 0) return;
+  if (verb.at == 0 || sentence.At(sentence.Size() - 1).text == "?" || TellsOfSpeech(sentence)) return;
+  if (sentence.AnyBefore(verb.at, {"when", "before", "after", "until", "unless", "to", "as", "every", "make",
+                                   "once", "while", "let", "what", "where", "please", ":"}))
+    return;
+  findings.Add("future-present", verb.at, verb.at, {"will " + base});
 }
 
-// "When I was young, I live in the country."
-void CheckWhenPast(const Sentence& sentence, Findings& findings, int i) {
-  if (sentence.Lower(i) != "when" || sentence.TagAt(i + 1) != Tag::PRP) return;
-  const bool past = sentence.Is(i + 2, {"was", "were"}) ||
-                    (sentence.TagAt(i + 2) == Tag::VBD && sentence.Lacks(i + 2, kBase));
-  if (!past) return;
-  for (int comma = i + 3; comma < sentence.Size() - 2; ++comma) {
-    if (sentence.At(comma).text != "," || sentence.TagAt(comma + 1) != Tag::PRP) continue;
-    const int verb = comma + 2;
-    const bool present =
-        (sentence.TagAt(verb) == Tag::VBP || sentence.TagAt(verb) == Tag::VBZ) && sentence.Lacks(verb, kPast);
-    if (present && !sentence.Is(verb, {"think", "know", "remember", "believe", "guess", "have", "mean"})) {
-      findings.Add("when-past", verb, verb, {PastOf(sentence, verb)});
-    }
-    return;
-  }
+void CheckFutureTime(const Sentence& sentence, Findings& findings, const Verbs& verbs, int time) {
+  if (verbs.size() != 1 || sentence.Lower(time + 1) == "'s" || sentence.Lower(time + 2) == "'s") return;
+  CheckPastAtFutureTime(sentence, findings, verbs[0]);
+  CheckPresentAtFutureTime(sentence, findings, verbs[0]);
 }
 
 // "If it will rain tomorrow, we will stay": no "will" behind "if" and "when".
@@ -140,14 +135,14 @@ void CheckIfWill(const Sentence& sentence, Findings& findings, int i) {
 }  // namespace
 
 void CheckTense(const Sentence& sentence, Findings& findings) {
+  const Verbs verbs = FiniteVerbs(sentence);
   bool pastDone = false;
   for (int i = 0; i < sentence.Size(); ++i) {
     if (NamesPast(sentence, i) && !pastDone) {
-      CheckPastTime(sentence, findings, i);
+      CheckPastTime(sentence, findings, verbs, i);
       pastDone = true;
     }
-    if (NamesFuture(sentence, i)) CheckFutureTime(sentence, findings);
-    CheckWhenPast(sentence, findings, i);
+    if (NamesFuture(sentence, i)) CheckFutureTime(sentence, findings, verbs, i);
     CheckIfWill(sentence, findings, i);
   }
 }
