@@ -34,8 +34,14 @@ struct Engine::Data {
         parser(dir),
         ngrams(tables),
         ranker(tables, ngrams, tagger),
-        reviewer(parser, ranker, rules, [this](std::string_view text) { return Read(text); }) {
+        rules(ReadRules(tables)),
+        patterns(rules),
+        reviewer(parser, ranker, rules, [this](std::string_view text) { return Read(text); }) {}
+
+  static RuleBook ReadRules(const TableFile& tables) {
+    RuleBook rules;
     rules.Add(tables.Text("rules"), "tolvex.tables");
+    return rules;
   }
 
   Sentence Read(std::string_view text) const {
@@ -54,7 +60,7 @@ struct Engine::Data {
     }
     speller.Check(sentence, findings);
     RunChecks(sentence, findings);
-    MatchPatterns(rules, sentence, findings);
+    MatchPatterns(patterns, sentence, findings);
     reviewer.Review(text, sentence, findings);
     Judgement judgement = MakeJudgement(text, sentence, KeepSurest(std::move(findings.All()), sentence));
     if (judgement.verdict == Verdict::kRight) Suggest(sentence, judgement);
@@ -74,9 +80,10 @@ struct Engine::Data {
   Tagger tagger;
   Speller speller;
   Parser parser;
-  RuleBook rules;
   NgramModel ngrams;
   Ranker ranker;
+  RuleBook rules;
+  PatternIndex patterns;
   Reviewer reviewer;
 };
 

@@ -9,7 +9,7 @@ namespace {
 
 bool InLemmas(const Sentence& sentence, int i, const WordSet& words) {
   const std::string_view lemma = sentence.Lemma(i);
-  return !lemma.empty() && words.count(std::string(lemma)) != 0;
+  return !lemma.empty() && words.contains(lemma);
 }
 
 bool HoldsPlainly(const Condition& condition, const Sentence& sentence, int i) {
@@ -19,11 +19,11 @@ bool HoldsPlainly(const Condition& condition, const Sentence& sentence, int i) {
     case Kind::kAny:
       return i < sentence.Size();
     case Kind::kWords:
-      return condition.words->count(token.lower) != 0;
+      return condition.words->contains(token.lower);
     case Kind::kLemmas:
       return InLemmas(sentence, i, *condition.words);
     case Kind::kNounLemmas:
-      return condition.words->count(std::string(sentence.Words().NounLemma(token.lower))) != 0;
+      return condition.words->contains(sentence.Words().NounLemma(token.lower));
     case Kind::kTags:
       return ((condition.tags >> static_cast<unsigned>(token.tag)) & 1U) != 0;
     case Kind::kForms:
@@ -113,10 +113,9 @@ void MatchPattern(const Rule& rule, const Pattern& pattern, const Sentence& sent
 
 }  // namespace
 
-void MatchPatterns(const RuleBook& rules, const Sentence& sentence, Findings& findings) {
-  for (const Rule& rule : rules.Rules()) {
-    for (const Pattern& pattern : rule.patterns) MatchPattern(rule, pattern, sentence, findings);
-  }
+void MatchPatterns(const PatternIndex& patterns, const Sentence& sentence, Findings& findings) {
+  for (const auto& [rule, pattern] : patterns.Candidates(sentence))
+    MatchPattern(*rule, *pattern, sentence, findings);
 }
 
 }  // namespace tolvex

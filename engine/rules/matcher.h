@@ -2,12 +2,12 @@
 #pragma once
 
 #include "engine/rules/finding.h"
-#include "engine/rules/rule.h"
+#include "engine/rules/pattern_index.h"
 #include "engine/text/sentence.h"
 
 namespace tolvex {
 
 /// Adds every match of every pattern rule, at most one for each rule and place.
-void MatchPatterns(const RuleBook& rules, const Sentence& sentence, Findings& findings);
+void MatchPatterns(const PatternIndex& patterns, const Sentence& sentence, Findings& findings);
 
 }  // namespace tolvex

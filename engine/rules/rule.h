@@ -1,6 +1,7 @@
 // Rules of the check engine: patterns over tokens, and the texts of the checks that are functions.
 #pragma once
 
+#include <functional>
 #include <map>
 #include <memory>
 #include <string>
@@ -13,7 +14,12 @@
 
 namespace tolvex {
 
-using WordSet = std::unordered_set<std::string>;
+/// Lets a set of words be asked for a part of a text without a copy.
+struct WordHash {
+  using is_transparent = void;
+  std::size_t operator()(std::string_view word) const { return std::hash<std::string_view>()(word); }
+};
+using WordSet = std::unordered_set<std::string, WordHash, std::equal_to<>>;
 
 /// One test on one token; `negated` turns it round.
 struct Condition {

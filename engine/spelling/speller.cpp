@@ -9,22 +9,27 @@ namespace {
 
 constexpr int kRarestSuggestion = 55;
 constexpr int kMostCost = 25;
-constexpr std::size_t kLongest = 40;
+constexpr std::size_t kMostLengthApart = 2;
 constexpr int kMostLettersApart = 4;
 
 bool IsVowel(char c) { return std::string_view("aeiouy").find(c) != std::string_view::npos; }
 
-bool SoundAlike(char a, char b) {
-  static constexpr std::array<std::string_view, 7> kGroups = {"cks", "sz", "fv", "gj", "mn", "td", "wv"};
-  if (IsVowel(a) && IsVowel(b)) return true;
-  return std::any_of(kGroups.begin(), kGroups.end(), [&](std::string_view group) {
-    return group.find(a) != std::string_view::npos && group.find(b) != std::string_view::npos;
-  });
+// Bits of the groups of letters that sound alike; letters with a common bit do.
+constexpr std::array<std::uint8_t, 256> SoundGroups() {
+  constexpr std::array<std::string_view, 8> kGroups = {"aeiouy", "cks", "sz", "fv", "gj", "mn", "td", "wv"};
+  std::array<std::uint8_t, 256> groups = {};
+  for (std::size_t i = 0; i < kGroups.size(); ++i) {
+    for (const char letter : kGroups[i])
+      groups[static_cast<unsigned char>(letter)] |= static_cast<std::uint8_t>(1U << i);
+  }
+  return groups;
 }
 
 int ExchangeCost(char a, char b) {
+  static constexpr auto kSounds = SoundGroups();
   if (a == b) return 0;
-  return SoundAlike(a, b) ? 8 : 11;
+  const bool alike = (kSounds[static_cast<unsigned char>(a)] & kSounds[static_cast<unsigned char>(b)]) != 0;
+  return alike ? 8 : 11;
 }
 
 // A letter too many or too few costs less when it doubles its neighbour or is a silent e.
@@ -77,18 +82,23 @@ bool HasInnerCapital(const std::string& text) {
 }  // namespace
 
 int EditCost(std::string_view written, std::string_view meant, int limit) {
-  std::array<std::array<int, kLongest + 1>, 3> rows = {};
-  for (std::size_t j = 1; j <= meant.size(); ++j) rows[0][j] = rows[0][j - 1] + GapCost(meant, j - 1);
+  std::array<std::array<int, kLongestWord + 1>, 3> rows = {};
+  std::array<int, kLongestWord + 1> gaps = {};  // of the meant word's letters, counted from 1
+  for (std::size_t j = 1; j <= meant.size(); ++j) {
+    gaps[j] = GapCost(meant, j - 1);
+    rows[0][j] = rows[0][j - 1] + gaps[j];
+  }
   for (std::size_t i = 1; i <= written.size(); ++i) {
     auto& row = rows[i % 3];
     const auto& above = rows[(i + 2) % 3];
     const auto& second = rows[(i + 1) % 3];
-    row[0] = above[0] + GapCost(written, i - 1);
+    const int gap = GapCost(written, i - 1);
+    row[0] = above[0] + gap;
     int least = row[0];
     for (std::size_t j = 1; j <= meant.size(); ++j) {
       int cost = above[j - 1] + ExchangeCost(written[i - 1], meant[j - 1]);
-      cost = std::min(cost, above[j] + GapCost(written, i - 1));
-      cost = std::min(cost, row[j - 1] + GapCost(meant, j - 1));
+      cost = std::min(cost, above[j] + gap);
+      cost = std::min(cost, row[j - 1] + gaps[j]);
       const bool swapped = i > 1 && j > 1 && written[i - 1] == meant[j - 2] && written[i - 2] == meant[j - 1];
       if (swapped && written[i - 1] != written[i - 2]) cost = std::min(cost, second[j - 2] + 7);
       row[j] = cost;
@@ -103,7 +113,8 @@ Speller::Speller(const Lexicon& lexicon) : lexicon_(lexicon) {
   for (const Word& word : lexicon.Words()) {
     const std::string_view text = lexicon.Text(word);
     const bool plain = std::all_of(text.begin(), text.end(), IsLower);
-    if (word.level <= kRarestSuggestion && plain && text.size() > 1) candidates_.push_back(&word);
+    if (word.level <= kRarestSuggestion && plain && text.size() > 1 && text.size() <= kLongestWord)
+      candidates_[text.size()].push_back(&word);
   }
 }
 
@@ -126,15 +137,17 @@ bool Speller::Knows(const Token& token) const {
 }
 
 std::vector<std::string> Speller::Suggest(std::string_view word, std::size_t most) const {
-  if (word.size() > kLongest - 3) return {};
+  if (word.size() + kMostLengthApart > kLongestWord) return {};
   const std::uint32_t letters = LetterSet(word);
   std::vector<std::pair<int, std::string_view>> ranked;
-  for (const Word* candidate : candidates_) {
-    const int lengthApart = std::abs(static_cast<int>(candidate->length) - static_cast<int>(word.size()));
-    if (lengthApart > 2 || std::popcount(letters ^ candidate->letters) > kMostLettersApart) continue;
-    const std::string_view text = lexicon_.Text(*candidate);
-    const int cost = EditCost(word, text, kMostCost);
-    if (cost <= kMostCost) ranked.emplace_back(cost + Penalty(*candidate, text, word), text);
+  const std::size_t shortest = word.size() < kMostLengthApart ? 0 : word.size() - kMostLengthApart;
+  for (std::size_t length = shortest; length <= word.size() + kMostLengthApart; ++length) {
+    for (const Word* candidate : candidates_[length]) {
+      if (std::popcount(letters ^ candidate->letters) > kMostLettersApart) continue;
+      const std::string_view text = lexicon_.Text(*candidate);
+      const int cost = EditCost(word, text, kMostCost);
+      if (cost <= kMostCost) ranked.emplace_back(cost + Penalty(*candidate, text, word), text);
+    }
   }
   std::sort(ranked.begin(), ranked.end());
   std::vector<std::string> suggestions;

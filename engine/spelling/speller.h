@@ -1,6 +1,7 @@
 // Finds misspelled words and proposes known ones.
 #pragma once
 
+#include <array>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -10,6 +11,8 @@
 #include "engine/text/sentence.h"
 
 namespace tolvex {
+
+constexpr std::size_t kLongestWord = 40;  ///< longer words are neither corrected nor proposed
 
 class Speller {
  public:
@@ -30,7 +33,7 @@ class Speller {
   void CheckWord(const Sentence& sentence, Findings& findings, int i) const;
 
   const Lexicon& lexicon_;
-  std::vector<const Word*> candidates_;  // common words, by length
+  std::array<std::vector<const Word*>, kLongestWord + 1> candidates_;  // common words, by length
 };
 
 /// Optimal string alignment distance in tenths, at most `limit` + 10 when it is larger. Swapped neighbours,

@@ -49,7 +49,7 @@ class PatternTest : public ::testing::Test {
     tagger_.TagAll(tokens);
     const Sentence sentence(std::move(tokens), lexicon_);
     Findings findings(book);
-    MatchPatterns(book, sentence, findings);
+    MatchPatterns(PatternIndex(book), sentence, findings);
     if (findings.All().empty()) return "";
     const Finding& found = findings.All()[0];
     std::string marked;

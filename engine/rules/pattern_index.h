@@ -1,0 +1,41 @@
+// Tells which patterns of a rule book can match a sentence at all, by the words that they ask for.
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "engine/rules/rule.h"
+#include "engine/text/sentence.h"
+
+namespace tolvex {
+
+/// A pattern that asks for certain words is worth trying only where one of them stands; most do.
+class PatternIndex {
+ public:
+  struct Entry {
+    const Rule* rule;
+    const Pattern* pattern;
+  };
+
+  /// The rule book must outlive the index and not change any more.
+  explicit PatternIndex(const RuleBook& rules);
+
+  /// The patterns whose words occur in the sentence, and those without words, in the order of the book.
+  std::vector<Entry> Candidates(const Sentence& sentence) const;
+
+ private:
+  using Places = std::unordered_map<std::string_view, std::vector<std::uint32_t>>;
+
+  void Add(const Pattern& pattern);
+  Places& PlacesOf(Condition::Kind kind);
+
+  std::vector<Entry> entries_;
+  std::vector<bool> always_;  // entries without words to look for
+  Places words_;
+  Places verbs_;  // by lemma
+  Places nouns_;
+};
+
+}  // namespace tolvex
