@@ -109,14 +109,15 @@ void RecordStore::CopySince(const std::string& table, const std::string& account
                 {account, from, table, newest});
 }
 
-std::string RecordStore::ChecksumText(const std::string& account) {
+std::string RecordStore::ChecksumText(const std::string& account, const std::string& fromDay) {
   const std::lock_guard lock(mutex_);
-  std::string text = Trim(First("SELECT max(essay_id) FROM essay WHERE account = ?", {account}));
+  std::string text =
+      Trim(First("SELECT max(essay_id) FROM essay WHERE account = ? AND day >= ?", {account, fromDay}));
   for (const char* const kind : {"= ''", "<> ''"}) {
-    const std::string newest = First(
-        fmt::format("SELECT sentence FROM sentence WHERE account = ? AND errcode {} ORDER BY id DESC LIMIT 1",
-                    kind),
-        {account});
+    const std::string newest = First(fmt::format("SELECT sentence FROM sentence WHERE account = ? AND errcode"
+                                                 " {} AND day >= ? ORDER BY id DESC LIMIT 1",
+                                                 kind),
+                                     {account, fromDay});
     text += Replace(Replace(newest, " ", ""), "’", "");
   }
   return text;

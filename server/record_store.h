@@ -36,8 +36,9 @@ class RecordStore {
   /// Copies the rows of another account behind those of this one, each only once however often it is asked.
   void Merge(const std::string& account, const std::string& from);
 
-  /// The newest essay's number and the newest sentences, joined as the program joins them.
-  std::string ChecksumText(const std::string& account);
+  /// The newest essay's number and the newest sentences from a day (ISO text) on, joined as the program joins
+  /// them; "" for all days.
+  std::string ChecksumText(const std::string& account, const std::string& fromDay);
 
   /// The digest of all rows from a day (ISO text) on.
   std::uint64_t Digest(const std::string& account, const std::string& fromDay);

@@ -103,11 +103,31 @@ std::string MergedAccount(Services& services, const Form& form) {
   return account;
 }
 
-bool HasSameRecords(Services& services, const std::string& account, std::string_view header) {
-  constexpr std::size_t kDayLength = 10;
-  if (header.size() < kDayLength + 1) return true;
-  const std::uint64_t digest = services.records.Digest(account, std::string(header.substr(0, kDayLength)));
-  return header.substr(kDayLength + 1) == fmt::format("{:016x}", digest);
+/// "2026-05-09 0123456789abcdef": the digest of all records since a day.
+struct RecordsHeader {
+  explicit RecordsHeader(std::string_view header) {
+    constexpr std::size_t kDayLength = 10;
+    if (header.size() <= kDayLength) return;
+    fromDay = header.substr(0, kDayLength);
+    digest = header.substr(kDayLength + 1);
+  }
+  std::string fromDay;  ///< "" without a header
+  std::string digest;
+};
+
+/// A computer that keeps no older records has the newest of those since the day; one that has just loaded all
+/// of them, or keeps them, has the newest of all.
+bool HasSameNewest(Services& services, const std::string& account, const std::string& fromDay,
+                   const std::string& checksum) {
+  const auto isNewestFrom = [&](const std::string& day) {
+    return checksum == SlotMd5(services.records.ChecksumText(account, day));
+  };
+  return isNewestFrom("") || (!fromDay.empty() && isNewestFrom(fromDay));
+}
+
+bool HasSameRecords(Services& services, const std::string& account, const RecordsHeader& header) {
+  return header.fromDay.empty() ||
+         header.digest == fmt::format("{:016x}", services.records.Digest(account, header.fromDay));
 }
 
 RecordKind KindOf(std::string_view stream) {
@@ -145,8 +165,9 @@ Reply UpdateRecords(Services& services, const Call& call) {
 Reply SyncChecksum(Services& services, const Call& call) {
   const std::string account = services.accounts.Known(call.form.Required("regid", kNumberLimit));
   const std::string checksum = call.form.Required("checksum", kWordLimit);
-  const bool isSame = checksum == SlotMd5(services.records.ChecksumText(account)) &&
-                      HasSameRecords(services, account, call.Header("Marovane-Records"));
+  const RecordsHeader header(call.Header("Marovane-Records"));
+  const bool isSame =
+      HasSameNewest(services, account, header.fromDay, checksum) && HasSameRecords(services, account, header);
   return TextReply(isSame ? "OK_" : "DIFFERENT");
 }
 

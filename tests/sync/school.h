@@ -36,7 +36,7 @@ enum class Weather { kFine, kNoConnection, kReplyLost, kServerError, kHalfReply,
 /// One computer's way to the school: libcurl, and whatever the weather does to a request.
 class Network : public HttpClient {
  public:
-  Network(School& school, EventLoop& loop) : school_(school), curl_(loop) {}
+  Network(School& school, EventLoop& loop) : school_(school), loop_(loop), curl_(loop) {}
 
   /// @param request to "http://server/…", wherever that stands now
   HttpResponse Send(const HttpRequest& request) override { return Send(request, Weather::kFine); }
@@ -46,5 +46,6 @@ class Network : public HttpClient {
   HttpResponse Deliver(HttpRequest request);
 
   School& school_;
+  EventLoop& loop_;
   CurlHttp curl_;
 };

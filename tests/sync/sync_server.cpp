@@ -27,6 +27,7 @@ SyncServer::SyncServer() : SyncPages(TempFolder::operator/("server.db")) {
 
 HttpResponse SyncPages::Answer(const HttpRequest& request) {
   const std::string name = request.url.substr(request.url.rfind('/') + 1);
+  if (name == "p_getconn.asp") return {200, "text/html; charset=big5", "ONLINE " + today, request.url};
   const auto* page = marovane::FindPage(name, marovane::Page::Method::kPost);
   if (page == nullptr) return {404, "", "", request.url};
   const auto headers = [&](const std::string& wanted) {

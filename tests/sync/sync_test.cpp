@@ -2,6 +2,7 @@
 #include "core/digest.h"
 #include "platform/text_encoding.h"
 #include "platform/timer.h"
+#include "records/age_cleaning.h"
 #include "server/digest.h"
 #include "server/wire_text.h"
 #include "sync/wire_text.h"
@@ -217,6 +218,27 @@ TEST_F(SyncTest, EndsWithTheProgramInTheMiddleOfAReloadAndChangesNothing) {
   EXPECT_GT(home.machine.http.Bodies("p_sync_client_new.asp").size(), 5U);
   home.Die();
   EXPECT_EQ(home.Contents(), before);
+}
+
+// What the age cleaning has taken from a computer is no difference, or each start would load it again.
+TEST_F(SyncTest, RecordsThatWereCleanedAwayAreNotLoadedAgain) {
+  home.AddErr("He *go*.", "AG01");
+  home.AddEssay("Old.");
+  home.Sync("UPLOAD");
+  home.machine.loop.Advance(std::chrono::days{200});
+  server.today = "2027/5/24";
+  home.AddOk("New.");
+  home.Sync("UPLOAD");
+  AgeCleaning(home.running->program, home.Records()).RemoveBefore(DayFromIso("2026-11-25"));
+  home.machine.http.requests.clear();
+  home.Sync("NOMSG");
+  EXPECT_EQ(home.Contents().size(), 1U);
+  EXPECT_EQ(home.machine.http.requests.size(), 1U);
+  school.Sync("NOMSG");
+  EXPECT_EQ(school.Contents().size(), 3U) << "the server keeps all";
+  school.machine.http.requests.clear();
+  school.Sync("NOMSG");
+  EXPECT_EQ(school.machine.http.requests.size(), 1U) << "so may a computer";
 }
 
 TEST_F(SyncTest, UnreachableServerChangesNothing) {
