@@ -5,6 +5,8 @@
 #include "core/server_access.h"
 #include "core/set_file.h"
 #include "core/text_utility.h"
+#include "sync/feedback_post.h"
+#include "sync/form_body.h"
 
 namespace {
 
@@ -12,15 +14,6 @@ constexpr const char* kPlaceholder =
     "請在此鍵入您的說明。(勿超過200字元)\r\n"
     "您送出的句子及說明會傳回伺服器，作為系統改進的參考\r\n"
     "您的個人資料不會被傳送出去。";
-
-// A value between single quotes.
-std::string Quoted(const std::string& text) {
-  return "'" + Replace(Replace(text, "&", "&amp;"), "'", "&#39;") + "'";
-}
-
-std::string Hidden(const std::string& name, const std::string& value) {
-  return "<input type='HIDDEN' name='" + name + "' value=" + Quoted(value) + ">";
-}
 
 std::string OfRegistry(const Program& program, const char* mode, const char* key) {
   return ReadWriteSetFile(program.machine.files, program.app.gRegistryFile, mode, key, "");
@@ -104,38 +97,36 @@ void FrmFeedback::OpenWithBrowserForFeedback() {
     FrmMessage::Ask(program_, "1", 1, "OK", "1");
     return;
   }
-  Post(PostPage(email));
+  const bool hasArrived = SendFeedback(program_, FormBody(email));
   // The same check is not to be reported twice.
   OfRegistry(program_, "W", "sentence");
   OfRegistry(program_, "W", "errcode");
-  FrmMessage::Ask(program_, "11", 0, "OK", "0");
+  Thank(hasArrived);
   Unload();
 }
 
-std::string FrmFeedback::PostPage(const std::string& email) const {
-  const auto& app = program_.app;
-  std::string page;
-  for (const auto& line :
-       {std::string("<html>"), std::string("<head>"),
-        std::string("<meta http-equiv='Content-Language' content='zh-tw'>"),
-        std::string("<meta http-equiv='Content-Type' content='text/html; charset=big5'>"),
-        std::string("<title></title>"), std::string("</head>"), std::string("<body>"),
-        "<form name='frmPost' method='POST' action='" + app.gServerUrlRoot + "p_feedback.asp'>",
-        Hidden("key", "zorbelquinter"), Hidden("pno", app.gAccountNo), Hidden("errcode", errcode_),
-        Hidden("sentence", sentence_), Hidden("remarks", txtDesc.Text), Hidden("email", email),
-        std::string("</body>"), std::string("</html>")}) {
-    page += line + "\r\n";
+void FrmFeedback::Thank(bool hasArrived) {
+  if (hasArrived) {
+    FrmMessage::Ask(program_, "11", 0, "OK", "0");
+    return;
   }
-  return page;
+  program_.app.gProgressDetail = "您的意見已經保存，下次同步時會再傳送";
+  FrmMessage::Ask(program_, "1", 1, "OK", "1");
 }
 
-void FrmFeedback::Post(const std::string& page) {
-  webMain.Navigate("about:blank");
-  machine.loop.DoEvents();
-  webMain.Write(page);
-  machine.loop.DoEvents();
-  webMain.SubmitForm(0);
-  machine.loop.DoEvents();
+// As a browser would post it from a page in Big5. Posted by the window itself, so that it knows whether it
+// has arrived.
+std::string FrmFeedback::FormBody(const std::string& email) const {
+  std::string body;
+  for (const auto& [name, value] : {std::pair<const char*, std::string>{"key", "zorbelquinter"},
+                                    {"pno", program_.app.gAccountNo},
+                                    {"errcode", errcode_},
+                                    {"sentence", sentence_},
+                                    {"remarks", txtDesc.Text},
+                                    {"email", email}}) {
+    AddField(body, name, Big5FormText(value));
+  }
+  return body;
 }
 
 void FrmFeedback::imgClose_Click() {

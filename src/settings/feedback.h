@@ -16,7 +16,8 @@ class FrmFeedback : public Form, public HallWindow {
   void Form_Load() override;
   void Form_Unload() override;
   void SetDefaultValue();
-  /// Sends the sentence and the remark, when all is well with them.
+  /// Sends the sentence and the remark, when all is well with them. What does not arrive is kept for the next
+  /// upload.
   void OpenWithBrowserForFeedback();
 
   Label lblSentence{*this, "lblSentence"};
@@ -25,7 +26,7 @@ class FrmFeedback : public Form, public HallWindow {
   ControlArray<Label, 2> lblNeedRes{*this, "lblNeedRes"};
   ControlArray<PictureBox, 2> picButtons{*this, "picButtons"}, imgBtnOff{*this, "imgBtnOff"},
       imgBtnOver{*this, "imgBtnOver"}, imgBtnOn{*this, "imgBtnOn"};
-  WebBrowser webMain{*this, "webMain"}, webServiceMail{*this, "webServiceMail"};
+  WebBrowser webServiceMail{*this, "webServiceMail"};
   PictureBox picEmail{*this, "picEmail"}, imgClose{*this, "imgClose"}, picBG{*this, "picBG"};
 
  private:
@@ -35,8 +36,8 @@ class FrmFeedback : public Form, public HallWindow {
   bool HasNoRemark() const;
   /// The number of the message that refuses the input, "" when it is well.
   std::string Refusal(const std::string& email);
-  std::string PostPage(const std::string& email) const;
-  void Post(const std::string& page);
+  std::string FormBody(const std::string& email) const;
+  void Thank(bool hasArrived);
 
   Program& program_;
   Fade fade_;

@@ -25,8 +25,8 @@ std::string TakeLine(std::string& text) {
 
 }  // namespace
 
-Files::Path Outbox::Folder() const {
-  return Files::Path(ConnectionPath(program_.app.gConnRecords)).parent_path() / "outbox";
+Files::Path OutboxFolder(const Program& program) {
+  return Files::Path(ConnectionPath(program.app.gConnRecords)).parent_path() / "outbox";
 }
 
 std::vector<std::string> Outbox::Names() const {

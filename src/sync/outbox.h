@@ -9,6 +9,9 @@
 
 struct Program;
 
+/// `outbox/` beside the record database.
+Files::Path OutboxFolder(const Program& program);
+
 /// One upload as it goes out, and the rows that it tells of.
 struct Post {
   std::string id;    ///< tells it from every other post of the account
@@ -18,7 +21,7 @@ struct Post {
   std::vector<std::string> newIds, deletedIds;  ///< local keys of the rows that have their flags yet
 };
 
-/// `outbox/` beside the record database, one file a post. A post is there from before its rows lose their
+/// One file a post in `outbox/`. A post is there from before its rows lose their
 /// flags until the server has said that it has it; so whenever the program dies, the file tells the rest.
 /// Every procedure throws RunTimeError when a file cannot be used.
 class Outbox {
@@ -36,7 +39,7 @@ class Outbox {
   void Remove(const std::string& name);
 
  private:
-  Files::Path Folder() const;
+  Files::Path Folder() const { return OutboxFolder(program_); }
   void Write(const std::string& name, const Post& post);
 
   Program& program_;

@@ -11,6 +11,7 @@
 #include "platform/event_loop.h"
 #include "platform/machine.h"
 #include "platform/run_time_error.h"
+#include "sync/form_body.h"
 #include "sync/requests.h"
 
 namespace {
@@ -22,29 +23,6 @@ struct UploadStep {
 constexpr std::array<UploadStep, 3> kSteps{{{RecordTable::kErrSentence, "(upload : errsentence proc)"},
                                             {RecordTable::kOkSentence, "(upload : oksentence proc)"},
                                             {RecordTable::kEssay, "(upload : essay proc)"}}};
-
-void Encode(std::string& body, std::string_view text) {
-  constexpr std::string_view kDigits = "0123456789ABCDEF";
-  for (const char sign : text) {
-    const auto byte = static_cast<unsigned char>(sign);
-    const bool isPlain =
-        byte < 0x80 && (std::isalnum(byte) != 0 || sign == '*' || sign == '-' || sign == '.' || sign == '_');
-    if (isPlain) {
-      body += sign;
-    } else if (sign == ' ') {
-      body += '+';
-    } else {
-      body += {'%', kDigits[byte >> 4U], kDigits[byte & 15U]};
-    }
-  }
-}
-
-void AddField(std::string& body, std::string_view name, std::string_view value) {
-  if (!body.empty()) body += '&';
-  Encode(body, name);
-  body += '=';
-  Encode(body, value);
-}
 
 // Days go out as the learner sees them.
 std::string ShownDay(const std::string& stored) {

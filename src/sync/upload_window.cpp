@@ -12,6 +12,7 @@
 #include "platform/machine.h"
 #include "platform/run_time_error.h"
 #include "records/record_db.h"
+#include "sync/feedback_post.h"
 #include "sync/reload.h"
 #include "sync/requests.h"
 #include "sync/upload.h"
@@ -91,6 +92,7 @@ void FrmUpload::SyncProgress(const std::string& mode) {
 }
 
 void FrmUpload::Synchronise(const std::string& mode) {
+  if (mode != "DOWNLOAD") SendWaitingFeedback(program_);
   SettleOutbox(records_, outbox_);
   const bool pending = records_.HasPending() || !outbox_.IsEmpty();
   bool same = false;

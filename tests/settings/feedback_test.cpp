@@ -1,45 +1,29 @@
 #include "settings/feedback.h"
 
-#include <fmt/format.h>
-
 #include "core/set_file.h"
-#include "core/text_utility.h"
 #include "platform/database.h"
 #include "platform/host/curl_http.h"
-#include "platform/html.h"
+#include "platform/run_time_error.h"
+#include "sync/feedback_post.h"
 #include "tests/settings/settings_fixture.h"
 #include "tests/support/real_server.h"
 
 namespace {
 
 using ::testing::ElementsAre;
+using ::testing::EndsWith;
+using ::testing::HasSubstr;
 using ::testing::IsEmpty;
-using ::testing::Pair;
-using ::testing::StartsWith;
+using ::testing::SizeIs;
 
 constexpr const char* kSentence = "It's Tom's \"pen\" & <b>book</b>.";
-
-/// Keeps what is written and what is submitted.
-class RecordingRenderer : public WebRenderer {
- public:
-  void Navigate(const std::string& url) override { visited.push_back(url); }
-  void Write(const std::string& html) override { page = html; }
-  void SubmitForm(int index) override {
-    submitted.push_back(HtmlForms(page).at(static_cast<std::size_t>(index)));
-  }
-  void SetChecked(const std::map<std::string, bool>& /*marks*/) override {}
-  void GoBack() override {}
-  void GoForward() override {}
-
-  std::string page;
-  std::vector<std::string> visited;
-  std::vector<HtmlForm> submitted;
-};
 
 class FeedbackTest : public SettingsRoomTest {
  protected:
   FeedbackTest() {
     app.gWebSiteRoot = "http://site/";
+    app.gConnRecords = "Data Source=" + (machine.home / "tmp/marovane/Marovane.mdb").string() + ";";
+    machine.http.Route("p_feedback.asp", "");
     PutRegistry("sentence", kSentence);
     PutRegistry("errcode", "AG01");
   }
@@ -49,19 +33,13 @@ class FeedbackTest : public SettingsRoomTest {
   std::string Registry(const char* key) {
     return ReadWriteSetFile(machine.files, app.gRegistryFile, "R", key, "");
   }
-  void Open() {
-    frmFeedback->webMain.SetRenderer(&renderer);
-    frmFeedback->Show();
-  }
+  void Open() { frmFeedback->Show(); }
   void Send() { machine.user.Click(frmFeedback->picButtons(1)); }
-  std::string Field(const std::string& name) const {
-    for (const auto& [key, value] : renderer.submitted.back().fields) {
-      if (key == name) return value;
-    }
-    return "(none)";
+  std::vector<std::string> Posts() const { return machine.http.Bodies("p_feedback.asp"); }
+  std::vector<std::string> Waiting() const {
+    return machine.realFiles.List(machine.home / "tmp/marovane/outbox");
   }
 
-  RecordingRenderer renderer;
   Window<FrmFeedback> frmFeedback{[this] { return std::make_shared<FrmFeedback>(program); }};
 };
 
@@ -70,18 +48,19 @@ TEST_F(FeedbackTest, SendsTheSentenceAndTheRemarkOnce) {
   EXPECT_EQ(frmFeedback->lblSentence.Caption(), kSentence);
   machine.user.Focus(frmFeedback->txtDesc);
   EXPECT_EQ(frmFeedback->txtDesc.Text(), "") << "the placeholder gives way";
-  machine.user.Type(frmFeedback->txtDesc, "這是對的，it's fine\n第二行");
+  machine.user.Type(frmFeedback->txtDesc, "這是對的，it's fine\né😀");
   frmFeedback->txtEmail.Text = "hidden@example.tw";
   AnswerMessage("11");
   Send();
   EXPECT_FALSE(frmFeedback.IsLoaded());
   EXPECT_FALSE(app.gOpenFeedback);
-  ASSERT_EQ(renderer.submitted.size(), 1U);
-  EXPECT_EQ(renderer.submitted[0].action, "http://server/p_feedback.asp");
-  EXPECT_THAT(renderer.submitted[0].fields,
-              ElementsAre(Pair("key", "zorbelquinter"), Pair("pno", "4711"), Pair("errcode", "AG01"),
-                          Pair("sentence", kSentence), Pair("remarks", StartsWith("這是對的，it's fine")),
-                          Pair("email", "")));
+  EXPECT_EQ(machine.http.requests.back().url, "http://server/p_feedback.asp");
+  EXPECT_THAT(
+      Posts(),
+      ElementsAre("key=zorbelquinter&pno=4711&errcode=AG01"
+                  "&sentence=It%27s+Tom%27s+%22pen%22+%26+%3Cb%3Ebook%3C%2Fb%3E."
+                  "&remarks=%B3o%ACO%B9%EF%AA%BA%A1Ait%27s+fine%0D%0A%26%23233%3B%26%23128512%3B&email="));
+  EXPECT_THAT(Waiting(), IsEmpty());
   EXPECT_EQ(Registry("sentence"), "");
   EXPECT_EQ(Registry("errcode"), "");
 }
@@ -115,13 +94,12 @@ TEST_F(FeedbackTest, RefusalsAreToldByNumberAndTheWindowStays) {
   frmFeedback->txtEmail.Text = "a@b.cd";
   AnswerMessage("1", "錯誤");
   frmFeedback->OpenWithBrowserForFeedback();
-  EXPECT_THAT(renderer.submitted, IsEmpty());
+  EXPECT_THAT(Posts(), IsEmpty());
   EXPECT_EQ(Registry("sentence"), kSentence);
   machine.http.Route("p_getconn.asp", "ONLINE");
   AnswerMessage("11");
   frmFeedback->OpenWithBrowserForFeedback();
-  EXPECT_EQ(Field("email"), "a@b.cd");
-  EXPECT_EQ(Field("remarks"), hundred);
+  EXPECT_THAT(Posts(), ElementsAre(EndsWith("&remarks=" + hundred + "&email=a%40b.cd")));
 }
 
 TEST_F(FeedbackTest, LeavingTheRemarkEmptyStartsOver) {
@@ -140,16 +118,50 @@ TEST_F(FeedbackTest, LeavingTheRemarkEmptyStartsOver) {
   EXPECT_EQ(Registry("sentence"), kSentence);
 }
 
-// As a browser posts a form of a Big5 page: what the page cannot write goes as a reference.
-std::string BrowserBody(const HtmlForm& form) {
-  std::string body;
-  for (const auto& [name, value] : form.fields) {
-    body += (body.empty() ? "" : "&") + name + "=";
-    for (const char sign : ToBig5(Replace(value, "’", "&#8217;"))) {
-      body += fmt::format("%{:02X}", static_cast<unsigned char>(sign));
-    }
+HttpResponse Lost(const HttpRequest& request) { throw RunTimeError(request.url + ": lost on the way"); }
+
+TEST_F(FeedbackTest, WhatDoesNotArriveIsToldAndWaits) {
+  const FakeHttp::Answer failures[] = {Lost,
+                                       [](const HttpRequest&) {
+                                         return HttpResponse{502, "", "<html>", ""};
+                                       },
+                                       [](const HttpRequest&) {
+                                         return HttpResponse{200, "", "ERR_SERVER", ""};
+                                       }};
+  for (const auto& failure : failures) {
+    PutRegistry("sentence", kSentence);
+    machine.http.Route("p_feedback.asp", failure);
+    Open();
+    frmFeedback->txtDesc.Text = "這是對的";
+    machine.user.OnModal([this](Form& form) {
+      auto& box = dynamic_cast<FrmMessage&>(form);
+      EXPECT_THAT(box.lblMessage.Caption(), HasSubstr(MessageText("1") + "\r\n您的意見已經保存"));
+      machine.user.Click(box.cmdOK);
+    });
+    Send();
+    EXPECT_FALSE(frmFeedback.IsLoaded());
+    EXPECT_EQ(Registry("sentence"), "");
   }
-  return body;
+  EXPECT_THAT(Waiting(), SizeIs(3));
+  const auto posts = Posts();
+  machine.http.requests.clear();
+  machine.http.Route("p_feedback.asp", "OK_");
+  machine.http.Queue("p_feedback.asp", Lost);
+  SendWaitingFeedback(program);
+  EXPECT_EQ(Posts(), posts) << "as they were, the oldest first";
+  EXPECT_THAT(Waiting(), SizeIs(1)) << "the one that was lost again";
+  SendWaitingFeedback(program);
+  EXPECT_THAT(Waiting(), IsEmpty());
+}
+
+TEST_F(FeedbackTest, WhatCanNeitherBeSentNorKeptStaysInTheWindow) {
+  machine.http.Route("p_feedback.asp", Lost);
+  Put(machine.home / "tmp/marovane/outbox", "no folder");
+  Open();
+  frmFeedback->txtDesc.Text = "這是對的";
+  EXPECT_THROW(frmFeedback->OpenWithBrowserForFeedback(), RunTimeError);
+  EXPECT_EQ(frmFeedback->txtDesc.Text(), "這是對的");
+  EXPECT_EQ(Registry("sentence"), kSentence);
 }
 
 TEST_F(FeedbackTest, ArrivesWholeAtTheRealServer) {
@@ -159,14 +171,11 @@ TEST_F(FeedbackTest, ArrivesWholeAtTheRealServer) {
     RealServer server(machine.loop, {"--data", data.string()});
     CurlHttp http(machine.loop);
     app.gServerUrlRoot = server.Root();
-    machine.http.Route("p_getconn.asp", "ONLINE");
+    machine.http.Route("p_feedback.asp", [&](const HttpRequest& request) { return http.Send(request); });
     Open();
     frmFeedback->txtDesc.Text = remark;
     AnswerMessage("11");
     frmFeedback->OpenWithBrowserForFeedback();
-    ASSERT_EQ(renderer.submitted.size(), 1U);
-    const HtmlForm& form = renderer.submitted[0];
-    EXPECT_EQ(http.Send({.url = form.action, .headers = {}, .body = BrowserBody(form)}).body, "OK_");
     const auto page =
         http.Send({.method = "GET", .url = server.Root() + "m_service_mail.asp", .headers = {}, .body = ""});
     EXPECT_THAT(FromBig5(page.body), ::testing::HasSubstr("謝謝您的意見"));

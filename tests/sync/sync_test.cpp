@@ -5,6 +5,7 @@
 #include "records/age_cleaning.h"
 #include "server/digest.h"
 #include "server/wire_text.h"
+#include "sync/feedback_post.h"
 #include "sync/wire_text.h"
 #include "tests/sync/computer.h"
 
@@ -123,6 +124,17 @@ TEST_F(SyncTest, KeepsWhatDidNotArriveAndSendsItOnce) {
   EXPECT_EQ(server.Query("select count(*) from sentence")[0], "1");
   home.Sync("NOMSG");
   EXPECT_EQ(home.machine.http.Bodies("p_update_err_rec.asp").size(), 2U) << "the outbox is empty";
+}
+
+TEST_F(SyncTest, FeedbackThatWaitsGoesAlsoWhenNothingElseDoes) {
+  const std::string body = "key=zorbelquinter&pno=4711&errcode=AG01&sentence=He+go.&remarks=%A4%A4&email=";
+  home.machine.http.RouteToNowhere("p_feedback.asp");
+  ASSERT_FALSE(SendFeedback(home.running->program, body));
+  home.Sync("NOMSG");
+  EXPECT_THAT(server.Query("select remarks from feedback"), IsEmpty());
+  home.machine.http.Route("p_feedback.asp", Forward());
+  for (const char* const mode : {"DOWNLOAD", "NOMSG", "NOMSG"}) home.Sync(mode);
+  EXPECT_THAT(server.Query("select remarks from feedback"), ElementsAre("中"));
 }
 
 TEST_F(SyncTest, AsksAgainForAStreamThatBreaksOff) {

@@ -1,0 +1,47 @@
+#include "sync/feedback_post.h"
+
+#include "core/program.h"
+#include "core/text_utility.h"
+#include "platform/machine.h"
+#include "platform/run_time_error.h"
+#include "sync/outbox.h"
+#include "sync/requests.h"
+
+namespace {
+
+constexpr const char* kEnding = ".feedback";
+
+// Servers may answer what they like, but a refusal means that they do not have it.
+bool HasArrived(Program& program, const std::string& body) {
+  try {
+    return !PostPage(program, "p_feedback.asp", body, "application/x-www-form-urlencoded", {})
+                .starts_with("ERR");
+  } catch (const RunTimeError&) {
+    return false;
+  }
+}
+
+}  // namespace
+
+bool SendFeedback(Program& program, const std::string& body) {
+  if (HasArrived(program, body)) return true;
+  Files& files = program.machine.files;
+  const auto folder = OutboxFolder(program);
+  files.CreateFolder(folder, true);
+  const std::string name = MakeRecId(program.app, program.machine.loop.Now()) + kEnding;
+  RewriteFile(files, folder / name, body, true);
+  return false;
+}
+
+void SendWaitingFeedback(Program& program) {
+  Files& files = program.machine.files;
+  const auto folder = OutboxFolder(program);
+  for (const auto& name : files.List(folder)) {
+    if (!name.ends_with(kEnding)) continue;
+    try {
+      if (HasArrived(program, files.Read(folder / name))) files.Delete(folder / name);
+    } catch (const RunTimeError&) {
+      continue;  // the records need not wait for it
+    }
+  }
+}
