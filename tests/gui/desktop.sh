@@ -1,21 +1,26 @@
 # Functions for scripts that work the real program from outside: a screen of its own, real keys and clicks.
 # Sourced by tests/gui/* and scripts/screenshots. Wants $MAROVANE, the path of the program.
 
-# Tries a command again and again, for at most a minute.
+# xdotool reads what it shall type in the encoding of the locale.
+export LC_ALL=C.UTF-8
+
+# Tries a command again and again, for at most three minutes.
 wait_until() {
-  local end=$((SECONDS + 60))
+  local end=$((SECONDS + 180))
   until "$@" >/dev/null 2>&1; do
     if [ $SECONDS -gt $end ]; then
       echo "waited in vain for: $*" >&2
+      [ "$1" != has_rows ] || echo "there is: $(rows "$2")" >&2
       return 1
     fi
   done
 }
 
-# start_screen WIDTHxHEIGHT: a screen without a window manager.
+# start_screen WIDTHxHEIGHT: a screen without a window manager. No key repeats itself there, however long a busy
+# machine takes between its press and its release.
 start_screen() {
   SCREEN_FILE=$WORK/display
-  Xvfb -displayfd 3 -screen 0 "${1}x24" -nolisten tcp 3>"$SCREEN_FILE" 2>/dev/null &
+  Xvfb -displayfd 3 -screen 0 "${1}x24" -nolisten tcp -r 3>"$SCREEN_FILE" 2>/dev/null &
   SCREEN_PID=$!
   wait_until test -s "$SCREEN_FILE"
   export DISPLAY=:$(cat "$SCREEN_FILE")
