@@ -2,9 +2,10 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <array>
+#include <cmath>
 #include <sstream>
 #include <stdexcept>
+#include <unordered_map>
 #include <vector>
 
 #include "engine/databuild/bankbuild.h"
@@ -20,11 +21,33 @@ namespace {
 constexpr std::size_t kMostMeanings = 6;
 constexpr std::size_t kMostMeaningBytes = 160;
 
+struct Sense {
+  std::string inSentence;
+  bool isMarked = false;
+};
+
 struct Meaning {
   int rank = 0;  ///< how useful the entry is among those written alike
-  std::string inSentence;
+  std::vector<Sense> senses;
   std::vector<std::string> all;
 };
+
+/// How a word is used, as a list of frequencies tells.
+struct Use {
+  double count = 2;  ///< of a word that is in no list
+  char part = '-';
+};
+using Uses = std::unordered_map<std::string, Use>;
+
+// jieba's dictionary: "word count tag", in simplified characters.
+Uses ReadUses(const std::filesystem::path& path) {
+  Uses uses;
+  std::ifstream in = Open(path);
+  std::string word;
+  std::string tag;
+  for (double count = 0; in >> word >> count >> tag;) uses[word] = {std::max(count, 2.0), tag[0]};
+  return uses;
+}
 
 // A word is written alike with several readings: the entry with the most living senses is the likeliest.
 Meaning MeaningOf(const CedictEntry& entry) {
@@ -35,7 +58,7 @@ Meaning MeaningOf(const CedictEntry& entry) {
     meaning.all.push_back(readable);
     if (IsReference(sense)) continue;
     meaning.rank += IsMarkedSense(sense) ? 1 : 4;
-    if (meaning.inSentence.empty()) meaning.inSentence = WordInSentence(sense);
+    meaning.senses.push_back({WordInSentence(sense), IsMarkedSense(sense)});
   }
   if (entry.isName) meaning.rank = std::min(meaning.rank, 1);
   return meaning;
@@ -55,27 +78,54 @@ std::string Joined(const std::vector<Meaning>& meanings) {
   return text;
 }
 
-std::string TextOf(std::vector<Meaning> meanings, const std::string& word) {
+// The English of a word's commonest use: a verb has "to", a noun has not. Senses that are old or part of
+// other words come last.
+std::string InSentence(const std::vector<Meaning>& meanings, char part) {
+  const Sense* best = nullptr;
+  int bestPoints = -1;
+  for (const Meaning& meaning : meanings) {
+    for (const Sense& sense : meaning.senses) {
+      const bool fits = part == '-' || (part == 'v') == sense.inSentence.starts_with("to ");
+      const int points = (fits ? 2 : 0) + (sense.isMarked ? 0 : 1);
+      if (sense.inSentence.empty() || points <= bestPoints) continue;
+      best = &sense;
+      bestPoints = points;
+    }
+  }
+  return best == nullptr ? "" : best->inSentence;
+}
+
+std::string TextOf(std::vector<Meaning> meanings, const std::string& word, char part) {
   std::stable_sort(meanings.begin(), meanings.end(),
                    [](const Meaning& a, const Meaning& b) { return a.rank > b.rank; });
   const std::string all = Joined(meanings);
-  for (const Meaning& meaning : meanings) {
-    if (!meaning.inSentence.empty()) return meaning.inSentence + '\t' + all;
-  }
-  return (all.empty() ? word : all) + '\t' + (all.empty() ? word : all);
+  const std::string english = InSentence(meanings, part);
+  const std::string shown = all.empty() ? word : all;
+  return (english.empty() ? shown : english) + '\t' + shown;
 }
 
-// "traditional<TAB>simplified<TAB>English" by both ways to write the word.
-std::map<std::string, std::string> ReadFunctionWords(const std::filesystem::path& path) {
-  std::map<std::string, std::string> english;
+// Lines "traditional<TAB>simplified<TAB>English", "|" for what is no word in a sentence, and maybe the part
+// of speech. These words count as very common.
+void AddFunctionWords(const std::filesystem::path& path, std::map<std::string, std::string>& texts,
+                      Uses& uses) {
+  constexpr double kCommon = 200000;
   std::ifstream in = Open(path);
   for (std::string line; std::getline(in, line);) {
     if (line.empty() || line[0] == '#') continue;
     const auto fields = SplitAt(line, '\t');
-    if (fields.size() != 3) throw std::runtime_error(fmt::format("{}: {}", path.string(), line));
-    for (const std::size_t form : {0, 1}) english[fields[form]] = fields[2] == "-" ? "" : fields[2];
+    if (fields.size() < 3) throw std::runtime_error(fmt::format("{}: {}", path.string(), line));
+    const Use simplified = uses[fields[1]];
+    const Use use{std::max(simplified.count, SignCount(fields[1]) > 1 ? kCommon : 0),
+                  fields.size() > 3 ? fields[3][0] : simplified.part};
+    for (const std::size_t form : {0, 1}) {
+      std::string& text = texts[fields[form]];
+      const std::string english = fields[2] == "-" ? "" : fields[2];
+      const std::string all = text.empty() ? english : text.substr(text.find('\t') + 1);
+      text = fmt::format("{}\t{}", english, all);
+      uses[fields[form]] = use;
+      if (english == "|") texts.erase(fields[form]);
+    }
   }
-  return english;
 }
 
 // "variant of 臺灣|台湾[Tai2 wan1]": 臺灣; empty when the entry has a meaning of its own.
@@ -86,6 +136,14 @@ std::string VariantOf(const CedictEntry& entry) {
   if (at == std::string::npos || !IsReference(sense)) return {};
   const std::string rest = sense.substr(at + kMark.size());
   return rest.substr(0, rest.find_first_of("|[ "));
+}
+
+// Puts the part of speech and the rarity between the English and the meanings.
+std::string WithUse(const std::string& text, const Use& use) {
+  constexpr double kAllWords = 6e7;  // counted in that list
+  const auto tab = text.find('\t');
+  const long rarity = std::lround(10 * std::log(kAllWords / use.count));
+  return fmt::format("{}\t{}{}{}", text.substr(0, tab), use.part, rarity, text.substr(tab));
 }
 
 // A word that is only another way to write a word means the same.
@@ -102,22 +160,25 @@ void AddVariants(const std::vector<CedictEntry>& entries, std::map<std::string, 
 }  // namespace
 
 void CompileChinese(std::istream& cedict, const std::filesystem::path& functionWords,
-                    const std::filesystem::path& tables) {
+                    const std::filesystem::path& frequencies, const std::filesystem::path& tables) {
   std::map<std::string, std::vector<Meaning>> meanings;
+  Uses uses = ReadUses(frequencies);
   const std::vector<CedictEntry> entries = ReadCedict(cedict);
   for (const CedictEntry& entry : entries) {
     if (SignCount(entry.traditional) > wexbin::kLongestChineseWord) continue;
     meanings[entry.traditional].push_back(MeaningOf(entry));
     if (entry.simplified != entry.traditional) meanings[entry.simplified].push_back(MeaningOf(entry));
+    const auto simplified = uses.find(entry.simplified);
+    if (simplified == uses.end()) continue;
+    const Use use = simplified->second;
+    Use& ofTraditional = uses[entry.traditional];
+    if (use.count > ofTraditional.count) ofTraditional = use;
   }
   std::map<std::string, std::string> texts;
-  for (auto& [word, of] : meanings) texts[word] = TextOf(std::move(of), word);
+  for (auto& [word, of] : meanings) texts[word] = TextOf(std::move(of), word, uses[word].part);
   AddVariants(entries, texts);
-  for (const auto& [word, english] : ReadFunctionWords(functionWords)) {
-    std::string& text = texts[word];
-    const std::string all = text.empty() ? english : text.substr(text.find('\t') + 1);
-    text = fmt::format("{}\t{}", english, all);
-  }
+  AddFunctionWords(functionWords, texts, uses);
+  for (auto& [word, text] : texts) text = WithUse(text, uses[word]);
   TableWriter writer;
   wexbin::AddTextTable(texts, "chinese", writer);
   writer.Write(tables);

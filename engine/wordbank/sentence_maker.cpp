@@ -8,88 +8,7 @@
 namespace wexbin {
 namespace {
 
-bool IsOneOf(const std::string& text, std::initializer_list<std::string_view> words) {
-  return std::find(words.begin(), words.end(), text) != words.end();
-}
-
-bool IsVerb(const Piece& piece) { return piece.english.starts_with("to "); }
 bool IsSign(const Piece& piece) { return piece.english.find_first_not_of(".,?!;:()\"") == std::string::npos; }
-
-// Adds -s to the first word: "go to" is "goes to".
-std::string ThirdPerson(const std::string& verb) {
-  const auto end = std::min(verb.find(' '), verb.size());
-  std::string word = verb.substr(0, end);
-  const auto endsWithAny = [&](std::initializer_list<std::string_view> ends) {
-    return std::any_of(ends.begin(), ends.end(), [&](std::string_view e) { return word.ends_with(e); });
-  };
-  if (word == "have") {
-    word = "has";
-  } else if (word.ends_with('y') && !endsWithAny({"ay", "ey", "oy", "uy"})) {
-    word.replace(word.size() - 1, 1, "ies");
-  } else {
-    word += endsWithAny({"s", "x", "z", "ch", "sh", "o"}) ? "es" : "s";
-  }
-  return word + verb.substr(end);
-}
-
-std::string BeOf(const std::string& subject) {
-  if (subject == "I") return "am";
-  return IsOneOf(subject, {"you", "we", "they", "these", "those"}) ? "are" : "is";
-}
-
-class Grammar {
- public:
-  explicit Grammar(std::vector<Piece>& pieces) : pieces_(pieces) {}
-
-  void Run() {
-    for (std::size_t i = 0; i < pieces_.size(); ++i) {
-      SettleNot(i);
-      SettleDegree(i);
-      if (IsVerb(pieces_[i])) SettleVerb(i);
-    }
-  }
-
- private:
-  bool VerbFollows(std::size_t i) const { return i + 1 < pieces_.size() && IsVerb(pieces_[i + 1]); }
-
-  std::string Before(std::size_t i) const { return i == 0 ? std::string() : pieces_[i - 1].english; }
-
-  void SettleNot(std::size_t i) {
-    std::string& english = pieces_[i].english;
-    if (english == "not" && VerbFollows(i)) english = Before(i) == "he" ? "does not" : "do not";
-    if (english == "do not have" && VerbFollows(i)) english = "did not";
-    if (english == "did not" && !VerbFollows(i)) english = "do not have";
-  }
-
-  // "The weather very good" wants its verb; "very good weather" does not.
-  void SettleDegree(std::size_t i) {
-    if (!IsOneOf(pieces_[i].english, {"very", "too", "really", "not"}) || i == 0 || VerbFollows(i)) return;
-    const bool attribute =
-        i + 2 < pieces_.size() && IsOneOf(std::string(pieces_[i + 2].chinese), {"的", "地"});
-    const Piece& subject = pieces_[i - 1];
-    const bool bare =
-        subject.english.empty() || IsSign(subject) || beforeWasVerb_ ||
-        IsOneOf(subject.english, {"is", "a", "and", "but", "or", "I am", "you are", "also", "all"});
-    if (!attribute && !bare) pieces_[i].english = BeOf(subject.english) + ' ' + pieces_[i].english;
-    beforeWasVerb_ = false;
-  }
-
-  void SettleVerb(std::size_t i) {
-    const std::string before = Before(i);
-    std::string& english = pieces_[i].english;
-    const bool last = i + 1 == pieces_.size() || IsSign(pieces_[i + 1]);
-    const bool openEnd =
-        english.ends_with(" to") && (VerbFollows(i) || last);  // "to go to" where no place follows
-    if (openEnd) english.resize(english.size() - 3);
-    if (beforeWasVerb_) return;  // "like to eat"
-    english.erase(0, 3);
-    if (IsOneOf(before, {"he", "she", "it"})) english = ThirdPerson(english);
-    beforeWasVerb_ = VerbFollows(i);
-  }
-
-  std::vector<Piece>& pieces_;
-  bool beforeWasVerb_ = false;
-};
 
 bool EndsSentence(char c) { return c == '.' || c == '?' || c == '!'; }
 
@@ -119,10 +38,29 @@ class Line {
 
 }  // namespace
 
-std::string MakeSentence(std::vector<Piece> pieces) {
-  Grammar(pieces).Run();
+bool IsOneOf(std::string_view text, std::initializer_list<std::string_view> words) {
+  return std::find(words.begin(), words.end(), text) != words.end();
+}
+
+std::string MakeSentence(const std::vector<Piece>& pieces) {
   Line line;
-  for (const Piece& piece : pieces) line.Add(piece);
+  Clause clause;
+  const auto addClause = [&] {
+    Arrange(clause);
+    Inflect(clause);
+    for (const Piece& piece : clause) line.Add(piece);
+    clause.clear();
+  };
+  for (const Piece& piece : pieces) {
+    const bool isSign = !piece.english.empty() && IsSign(piece);
+    if (!isSign) {
+      clause.push_back(piece);
+      continue;
+    }
+    addClause();
+    line.Add(piece);
+  }
+  addClause();
   return line.Text();
 }
 

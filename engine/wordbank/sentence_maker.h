@@ -2,18 +2,13 @@
 #pragma once
 
 #include <string>
-#include <string_view>
 #include <vector>
+
+#include "engine/wordbank/clause.h"
 
 namespace wexbin {
 
-/// One word or sign of the Chinese text and its English; a verb's begins with "to ".
-struct Piece {
-  std::string_view chinese;
-  std::string english;
-};
-
-/// Blanks, capitals, quotes, negated verbs, "is" before "very", the -s of the third person.
-std::string MakeSentence(std::vector<Piece> pieces);
+/// Blanks, capitals, quotes; the words of each clause in English order and in their forms.
+std::string MakeSentence(const std::vector<Piece>& pieces);
 
 }  // namespace wexbin

@@ -42,10 +42,12 @@ TEST(Bankbuild, ChoosesTheLivingSenseAndReadsWell) {
                "李\t李\tname\tsurname Li\n"
                "李\t李\t\tplum\n"
                "貓\t猫\t\tcat (CL:隻|只[zhi1])/(slang) modem\n"
+               "李的\t李的\t\tno word at all\n"
                "喵\t喵\t\tvariant of 貓|猫[mao1]\n");
-  folder.Write("words", "# note\n的\t的\t-\n貓\t猫\tthe cat\n");
-  ASSERT_EQ(Bankbuild("chinese " + Quoted(folder / "words") + ' ' + Quoted(folder / "chinese.tables") +
-                          " < " + Quoted(folder / "cedict"),
+  folder.Write("words", "# note\n的\t的\t-\n貓\t猫\tthe cat\n李的\t李的\t|\n");
+  folder.Write("counts", "的 300000 uj\n猫 800 n\n行 5000 v\n");
+  ASSERT_EQ(Bankbuild("chinese " + Quoted(folder / "words") + ' ' + Quoted(folder / "counts") + ' ' +
+                          Quoted(folder / "chinese.tables") + " < " + Quoted(folder / "cedict"),
                       folder),
             0);
   const tolvex::TableFile file(folder / "chinese.tables");
@@ -55,6 +57,7 @@ TEST(Bankbuild, ChoosesTheLivingSenseAndReadsWell) {
   EXPECT_EQ(translator.Translate("李"), "plum; surname Li");
   EXPECT_EQ(translator.Translate("貓"), translator.Translate("猫"));
   EXPECT_EQ(translator.Translate("李的貓"), "Plum the cat");
+  EXPECT_EQ(translator.Translate("貓行"), "The cat walks") << "a verb by its tag, whatever sense comes first";
 }
 
 TEST(Bankbuild, NamesWhatIsWrongWithASource) {
@@ -64,9 +67,11 @@ TEST(Bankbuild, NamesWhatIsWrongWithASource) {
   folder.Write("pairs", "CNJ rain\theavy:5\n");
   folder.Write("words", "pair CNJ\n");
   const std::string out = ' ' + Quoted(folder / "out.tables");
+  const std::string none = ' ' + Quoted(folder / "empty");
   const std::vector<std::pair<std::string, std::string>> table = {
-      {"chinese " + Quoted(folder / "empty") + out + " < " + Quoted(folder / "bad"), "no tabs here"},
-      {"chinese " + Quoted(folder / "empty") + out + " < " + Quoted(folder / "empty"), "empty"},
+      {"chinese " + none + none + out + " < " + Quoted(folder / "bad"), "no tabs here"},
+      {"chinese " + none + none + out + " < " + Quoted(folder / "empty"), "empty"},
+      {"chinese " + none + ' ' + Quoted(folder / "lost") + out + " < " + Quoted(folder / "empty"), "lost"},
       {"suggest " + Quoted(folder / "pairs") + ' ' + Quoted(folder / "empty") + out, "CNJ rain"},
       {"suggest " + Quoted(folder / "empty") + ' ' + Quoted(folder / "words") + out, "pair CNJ"},
       {"suggest " + Quoted(folder / "none") + ' ' + Quoted(folder / "words") + out, "none"},

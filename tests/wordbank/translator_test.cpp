@@ -13,11 +13,13 @@ std::vector<std::string> Segments(const std::string& text) {
   return segments;
 }
 
-TEST(Translator, CutsAtTheLongestWordInBothScripts) {
+TEST(Translator, CutsIntoTheLikeliestWordsInBothScripts) {
   const std::vector<std::pair<const char*, std::vector<std::string>>> table = {
       {"我喜歡吃蘋果", {"我", "喜歡", "吃", "蘋果"}},
       {"我喜欢吃苹果", {"我", "喜欢", "吃", "苹果"}},
       {"圖書館員", {"圖書館員"}},
+      {"他是一個好學生", {"他", "是", "一個", "好", "學生"}},
+      {"我吃過早餐了", {"我", "吃", "過", "早餐", "了"}},
       {"我用iPhone 15打電話", {"我", "用", "iPhone", "15", "打電話"}},
       {"他說：「好」。", {"他", "說", "：", "「", "好", "」", "。"}},
       {"don't 哭", {"don't", "哭"}},
@@ -26,15 +28,31 @@ TEST(Translator, CutsAtTheLongestWordInBothScripts) {
   for (const auto& [text, expected] : table) EXPECT_EQ(Segments(text), expected) << text;
 }
 
-TEST(Translator, ReadsAsWellAsWordByWordCan) {
+TEST(Translator, ReadsAsAPlainSentence) {
   const std::vector<std::pair<const char*, const char*>> table = {
       {"下雨", "to rain"},
       {"學校", "school"},
       {"学校", "school"},
       {"我的老師很忙。", "My teacher is very busy."},
       {"我喜歡吃蘋果。", "I like to eat apple."},
-      {"他是醫生嗎？", "He is doctor?"},
+      {"他是醫生嗎？", "Is he doctor?"},
       {"你好，我是學生。", "Hello, I am student."},
+      {"我喜歡下雨天", "I like rainy days"},
+      {"我昨天買了三本書。", "I bought three books yesterday."},
+      {"我要喝三杯水。", "I want to drink three cups of water."},
+      {"我媽媽在醫院工作。", "My mother works at hospital."},
+      {"我們在公園裡玩。", "We play in park."},
+      {"圖書館在學校旁邊。", "Library is next to school."},
+      {"他把門打開了。", "He opened door."},
+      {"她比我高。", "She is higher than me."},
+      {"她正在聽音樂。", "She is listening to music."},
+      {"學生們正在考試。", "Students are taking an exam."},
+      {"你喜歡什麼顏色？", "What color do you like?"},
+      {"他喜歡什麼顏色？", "What color does he like?"},
+      {"你吃早餐了嗎？", "Did you eat breakfast?"},
+      {"他不會游泳。", "He cannot swim."},
+      {"我家有四個人。", "My home has four people."},
+      {"昨天下雨了。", "Yesterday it rained."},
       {"我沒有去。", "I did not go."},
       {"我沒有錢。", "I do not have money."},
       {"我不喜歡咖啡。", "I do not like coffee."},
