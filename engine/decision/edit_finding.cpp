@@ -1,5 +1,7 @@
 #include "engine/decision/edit_finding.h"
 
+#include <map>
+
 namespace tolvex {
 namespace {
 
@@ -9,6 +11,27 @@ std::string_view NameByPart(const Edit& edit, const Sentence& sentence) {
   if (IsMostly(*word, kAdjectivePart)) return "edit-adjective";
   if (IsMostly(*word, kAdverbPart)) return "edit-adverb";
   return IsMostly(*word, kVerbPart) ? "edit-verb" : "edit-noun";
+}
+
+// What kind of fault a confusion is, by the word that was put.
+std::string_view NameOfConfusion(const Edit& edit) {
+  static const std::map<std::string_view, std::string_view> kNames = {
+      {"I", "edit-pronoun"},        {"me", "edit-pronoun"},     {"he", "edit-pronoun"},
+      {"him", "edit-pronoun"},      {"she", "edit-pronoun"},    {"her", "edit-pronoun"},
+      {"they", "edit-pronoun"},     {"them", "edit-pronoun"},   {"we", "edit-pronoun"},
+      {"us", "edit-pronoun"},       {"our", "edit-pronoun"},    {"your", "edit-pronoun"},
+      {"you", "edit-pronoun"},      {"their", "edit-pronoun"},  {"many", "edit-quantity"},
+      {"much", "edit-quantity"},    {"few", "edit-quantity"},   {"fewer", "edit-quantity"},
+      {"little", "edit-quantity"},  {"other", "edit-quantity"}, {"others", "edit-quantity"},
+      {"another", "edit-quantity"}, {"these", "edit-quantity"}, {"those", "edit-quantity"},
+      {"who", "edit-relative"},     {"which", "edit-relative"}, {"well", "edit-adverb"},
+      {"worse", "edit-compare"},    {"worst", "edit-compare"}};
+  const auto name = kNames.find(edit.words[0]);
+  return name == kNames.end() ? "edit-confusion" : name->second;
+}
+
+bool IsFiniteBe(std::string_view word) {
+  return word == "is" || word == "are" || word == "am" || word == "was" || word == "were";
 }
 
 std::string_view RuleNameOf(const Edit& edit, const Sentence& sentence) {
@@ -21,7 +44,8 @@ std::string_view RuleNameOf(const Edit& edit, const Sentence& sentence) {
     case EditKind::kNounVerb:
       return "edit-verb-form";
     case EditKind::kBeForm:
-      return "edit-be-form";
+      return IsFiniteBe(edit.words[0]) && IsFiniteBe(sentence.Lower(edit.first)) ? "edit-agreement"
+                                                                                 : "edit-be-form";
     case EditKind::kBeInsert:
       return "edit-be-insert";
     case EditKind::kBeDelete:
@@ -59,7 +83,7 @@ std::string_view RuleNameOf(const Edit& edit, const Sentence& sentence) {
     case EditKind::kRelativeDelete:
       return "edit-relative-delete";
     case EditKind::kConfusion:
-      return "edit-confusion";
+      return NameOfConfusion(edit);
     case EditKind::kDerivation:
       return NameByPart(edit, sentence);
     case EditKind::kCompare:

@@ -29,7 +29,10 @@ bool StandsAlone(const Sentence& sentence, int first, int noun) {
   if (compound || sentence.IsName(noun) || sentence.IsName(noun - 1) || IsPaired(sentence, first, noun))
     return false;
   const Tag before = sentence.TagAt(first - 1);
-  const bool verb = IsVerb(before) && sentence.Has(first - 1, kAnyVerbForm) && before != Tag::VBN;
+  const bool modifier =
+      before == Tag::VBG && (sentence.TagAt(first - 2) == Tag::DT || sentence.TagAt(first - 2) == Tag::PRPS);
+  const bool verb =
+      IsVerb(before) && !modifier && sentence.Has(first - 1, kAnyVerbForm) && before != Tag::VBN;
   const bool be =
       sentence.Is(first - 1, {"is", "was", "'s"}) &&
       (sentence.TagAt(first - 2) == Tag::EX || sentence.Is(first - 2, {"this", "that", "it", "there"}));
@@ -43,13 +46,34 @@ bool IsObjectPronoun(const Sentence& sentence, int i) {
                              "showed", "lend", "lent", "gives"});
 }
 
+// "in big hospital", "from small village": an adjective makes a place or thing one of many.
+bool IsDescribedInPhrase(const Sentence& sentence, const Findings& findings, int first, int noun) {
+  if (first == noun) return false;
+  const std::string& word = sentence.Lower(noun);
+  const bool counted =
+      findings.List("known_places").count(word) != 0 || findings.List("single_things").count(word) != 0 ||
+      findings.List("count_nouns").count(word) != 0 ||
+      sentence.Is(noun, {"city", "country", "town", "building", "street", "family", "house"});
+  const bool preposition =
+      sentence.Is(first - 1, {"in", "at", "on", "from", "near", "like", "to", "with", "for"});
+  const bool fixed = sentence.Is(
+      first, {"other", "next", "last",  "first", "second",    "third", "same",    "own",  "such", "public",
+              "early", "long", "short", "good",  "old",       "great", "real",    "late", "main", "full",
+              "due",   "open", "mid",   "final", "different", "many",  "certain", "most"});
+  const bool stage = sentence.Is(noun, {"school", "college", "university", "office", "place", "way", "reason",
+                                        "thing", "word", "time", "life"});
+  return counted && preposition && !fixed && !stage && !IsPaired(sentence, first, noun) &&
+         !IsNoun(sentence.TagAt(noun + 1)) && !sentence.IsName(first) && !sentence.IsName(noun);
+}
+
 void CheckSingleThing(const Sentence& sentence, Findings& findings, int noun) {
-  if (findings.List("single_things").count(sentence.Lower(noun)) == 0) return;
   const int first = PhraseStart(sentence, noun);
+  const bool described = IsDescribedInPhrase(sentence, findings, first, noun);
+  if (!described && findings.List("single_things").count(sentence.Lower(noun)) == 0) return;
   const bool superlative =
       sentence.Has(first, kSuperlative) || sentence.Is(first, {"same", "first", "next", "last"});
   const bool given = IsObjectPronoun(sentence, first - 1) && !IsNoun(sentence.TagAt(noun + 1));
-  if (superlative || (!given && !StandsAlone(sentence, first, noun))) return;
+  if (superlative || (!given && !described && !StandsAlone(sentence, first, noun))) return;
   const std::string article = SoundsLikeVowel(sentence.Lower(first)) ? "an " : "a ";
   findings.Add("single-thing-a", first, noun, {article + TextOf(sentence, first, noun)});
 }

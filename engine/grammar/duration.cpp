@@ -14,8 +14,10 @@ bool IsYear(const std::string& word) {
 // Whether a point of time stands at i, so that "since" before it does not mean "because".
 bool IsPoint(const Sentence& sentence, const Findings& findings, int i) {
   if (IsYear(sentence.Lower(i)) || sentence.Lower(i + 1) == "o'clock") return true;
-  if (sentence.Is(i, {"last", "yesterday", "childhood", "birth", "then", "noon", "midnight", "breakfast",
-                      "lunch", "graduation", "christmas"}))
+  if (sentence.Is(
+          i, {"last",      "yesterday", "childhood",  "birth",     "then",         "noon",      "midnight",
+              "breakfast", "lunch",     "graduation", "christmas", "elementary",   "primary",   "junior",
+              "senior",    "high",      "middle",     "college",   "kindergarten", "university"}))
     return true;
   if (sentence.Lower(i) == "this") return sentence.Is(i + 1, {"morning", "afternoon", "week", "monday"});
   if (sentence.Is(i, {"early", "late"})) ++i;
@@ -70,7 +72,8 @@ void MakePerfect(const Sentence& sentence, Findings& findings, const FiniteVerb&
 // "It is ten years since …", "the largest since 1990"
 bool MeasuresSince(const Sentence& sentence, const FiniteVerb& verb, int since) {
   for (int i = verb.at + 1; i < since; ++i) {
-    if (sentence.TagAt(i) == Tag::JJS || sentence.TagAt(i) == Tag::RBS ||
+    const bool best = sentence.TagAt(i) == Tag::JJS || sentence.TagAt(i) == Tag::RBS;
+    if ((best && sentence.Lower(i - 1) == "the") ||
         sentence.Is(i, {"years", "months", "weeks", "days", "long", "time", "first", "been", "ever", "year",
                         "month", "week"}))
       return true;
@@ -125,10 +128,23 @@ void CheckFor(const Sentence& sentence, Findings& findings, const Verbs& verbs, 
   MakePerfect(sentence, findings, verb);
 }
 
+// "Recently I am very busy", "In recent years people move to towns"
+void CheckRecently(const Sentence& sentence, Findings& findings, const Verbs& verbs) {
+  const bool word = sentence.Is(0, {"recently", "lately"});
+  const bool years = sentence.Lower(0) == "in" && sentence.Lower(1) == "recent" &&
+                     sentence.Is(2, {"years", "months", "weeks"});
+  const bool soFar = sentence.Lower(0) == "so" && sentence.Lower(1) == "far" && sentence.TagAt(2) != Tag::IN;
+  if (!word && !years && !soFar) return;
+  const FiniteVerb verb = FirstIn(verbs, 1, sentence.Size());
+  if (verb.at < 0 || verb.tense != Tense::kPresent || sentence.TagAt(verb.at + 1) == Tag::TO) return;
+  MakePerfect(sentence, findings, verb);
+}
+
 }  // namespace
 
 void CheckDuration(const Sentence& sentence, Findings& findings) {
   const Verbs verbs = FiniteVerbs(sentence);
+  CheckRecently(sentence, findings, verbs);
   for (int i = 0; i < sentence.Size(); ++i) {
     if (sentence.Lower(i) == "since") CheckSince(sentence, findings, verbs, i);
     if (sentence.Lower(i) == "for" && i > 1) CheckFor(sentence, findings, verbs, i);

@@ -65,7 +65,8 @@ std::vector<FiniteVerb> FiniteVerbs(const Sentence& sentence) {
     } else if (IsPastWord(sentence, i)) {
       verbs.push_back({i, Tense::kPast});
     } else if (IsPresentWord(sentence, i)) {
-      const bool perfect = IsHave(sentence, i) && sentence.TagAt(SkipAdverbTags(sentence, i + 1)) == Tag::VBN;
+      const Tag next = sentence.TagAt(SkipAdverbTags(sentence, i + 1));
+      const bool perfect = IsHave(sentence, i) && (next == Tag::VBN || next == Tag::VBD);
       verbs.push_back({i, perfect ? Tense::kPerfect : Tense::kPresent});
     }
   }

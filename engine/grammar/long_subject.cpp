@@ -23,11 +23,13 @@ bool IsBareVerb(const Sentence& sentence, int i) {
 }
 
 bool IsSingularHead(const Sentence& sentence, const Findings& findings, int head) {
-  return sentence.TagAt(head) == Tag::NN && sentence.IsSingular(head) &&
+  const bool uncounted = findings.List("uncounted").count(sentence.Lower(head)) != 0;
+  return sentence.TagAt(head) == Tag::NN && (sentence.IsSingular(head) || uncounted) &&
          findings.List("either_number").count(sentence.Lower(head)) == 0;
 }
 
 bool IsPluralHead(const Sentence& sentence, const Findings& findings, int head) {
+  if (findings.List("plural_only").count(sentence.Lower(head)) != 0) return true;
   return sentence.TagAt(head) == Tag::NNS && sentence.IsPlural(head) &&
          findings.List("either_number").count(sentence.Lower(head)) == 0;
 }
@@ -35,8 +37,7 @@ bool IsPluralHead(const Sentence& sentence, const Findings& findings, int head) 
 void AgreeWith(const Sentence& sentence, Findings& findings, int head, int verb) {
   if (IsPluralHead(sentence, findings, head) && IsThirdPresent(sentence, verb))
     MakePlural(sentence, findings, verb);
-  else if (IsSingularHead(sentence, findings, head) && IsPlainPresent(sentence, verb) &&
-           sentence.TagAt(verb) != Tag::VB)
+  else if (IsSingularHead(sentence, findings, head) && IsPlainPresent(sentence, verb))
     MakeSingular(sentence, findings, verb);
 }
 
@@ -126,7 +127,8 @@ void CheckOneOfMany(const Sentence& sentence, Findings& findings, int i) {
   if (!subject || !sentence.Is(i, {"one", "each", "either"}) || sentence.Lower(i + 1) != "of") return;
   const NounPhrase many = ReadNounPhrase(sentence, i + 2);
   if (many.head < 0) return;
-  const int verb = SkipAdverbs(sentence, SkipPrepositions(sentence, many.end));
+  const int end = SkipInfinitive(sentence, SkipPrepositions(sentence, many.end));
+  const int verb = SkipAdverbs(sentence, SkipPrepositions(sentence, end));
   if (verb == many.end && sentence.Lower(i) != "each" && !IsBareVerb(sentence, verb)) return;
   const bool joined = Breaks(sentence, i, verb, true);
   if (!joined && IsBareVerb(sentence, verb) && sentence.TagAt(verb) != Tag::NN)
@@ -145,6 +147,23 @@ void CheckBoth(const Sentence& sentence, Findings& findings) {
   if (verb > 0 && (IsThirdPresent(sentence, verb) || nounLike)) MakePlural(sentence, findings, verb);
 }
 
+// "A lot of my classmates takes", "Most of the shops is"
+void CheckQuantityOf(const Sentence& sentence, Findings& findings) {
+  const int of = sentence.Lower(0) == "a" ? 2 : 1;
+  const bool quantity =
+      sentence.Is(of - 1, {"lot", "lots", "most", "some", "many", "all", "few", "half", "several", "plenty"});
+  if (!quantity || sentence.Lower(of) != "of") return;
+  const NounPhrase many = ReadNounPhrase(sentence, of + 1);
+  const bool people = many.head >= 0 && sentence.Lower(many.head) == "people";
+  if (many.head < 0) return;
+  const int verb = SkipAdverbs(sentence, SkipPrepositions(sentence, many.end));
+  const bool plural = people || IsPluralHead(sentence, findings, many.head);
+  if (plural && IsThirdPresent(sentence, verb)) MakePlural(sentence, findings, verb);
+  const bool uncounted = sentence.TagAt(many.head) == Tag::NN &&
+                         findings.List("uncounted").count(sentence.Lower(many.head)) != 0;
+  if (uncounted && IsBareVerb(sentence, verb)) MakeSingular(sentence, findings, verb);
+}
+
 // One of two joined subjects: a pronoun, a name, a determined noun. Its end, or -1.
 int PartOfJoinedSubject(const Sentence& sentence, int i) {
   if (sentence.Is(i, {"i", "he", "she", "you", "we", "they"})) return i + 1;
@@ -155,11 +174,17 @@ int PartOfJoinedSubject(const Sentence& sentence, int i) {
   return phrase.head < 0 ? -1 : phrase.end;
 }
 
+bool IsKin(const Sentence& sentence, int i) {
+  return sentence.Is(i, {"father", "mother", "brother", "sister", "aunt", "uncle", "dad", "mom", "son",
+                         "daughter", "grandfather", "grandmother", "grandpa", "grandma", "cousin"});
+}
+
 // "He and his wife goes", "My father and my uncle was"
 void CheckJoinedSubject(const Sentence& sentence, Findings& findings, int i) {
   const int join = PartOfJoinedSubject(sentence, i);
   if (join < 0 || sentence.Lower(join) != "and") return;
-  const int end = PartOfJoinedSubject(sentence, join + 1);
+  const bool family = IsKin(sentence, join - 1) && IsKin(sentence, join + 1);
+  const int end = family ? join + 2 : PartOfJoinedSubject(sentence, join + 1);
   if (end < 0 || sentence.At(end).text == ",") return;
   const int verb = SkipAdverbs(sentence, end);
   const bool nounLike = sentence.TagAt(verb) == Tag::NNS && sentence.Has(verb, kThird) && verb == end;
@@ -204,7 +229,7 @@ void CheckGerundSubject(const Sentence& sentence, Findings& findings) {
 
 // "Here is the documents", "Where is my glasses?"
 void CheckInverted(const Sentence& sentence, Findings& findings) {
-  if (!sentence.Is(0, {"here", "where", "how", "who"})) return;
+  if (!sentence.Is(0, {"here", "where", "how", "who", "why", "when"})) return;
   const bool singular = sentence.Is(1, {"is", "was", "comes", "'s"});
   if (!singular && !sentence.Is(1, {"are", "were"})) return;
   const NounPhrase phrase = ReadNounPhrase(sentence, 2);
@@ -225,6 +250,7 @@ void CheckInverted(const Sentence& sentence, Findings& findings) {
 void CheckLongSubject(const Sentence& sentence, Findings& findings) {
   CheckExtended(sentence, findings);
   CheckBoth(sentence, findings);
+  CheckQuantityOf(sentence, findings);
   CheckNorSubject(sentence, findings);
   CheckGerundSubject(sentence, findings);
   CheckInverted(sentence, findings);

@@ -41,9 +41,11 @@ Number MeantNumber(const Sentence& sentence, const Findings& findings, int first
   const bool oneMeant = sentence.Is(first, {"every", "each", "a", "an", "another"});
   const bool manyMeant =
       sentence.Is(first, {"two", "three", "four", "five", "six", "many", "several", "these", "those", "few"});
+  if (findings.List("plural_only").count(word) != 0) return Number::kPlural;
   if (sentence.TagAt(head) == Tag::NNS && sentence.IsPlural(head))
     return oneMeant ? Number::kSingular : Number::kPlural;
-  if (sentence.TagAt(head) == Tag::NN && sentence.IsSingular(head))
+  const bool uncounted = findings.List("uncounted").count(word) != 0 && sentence.Lacks(head, kPlural);
+  if (sentence.TagAt(head) == Tag::NN && (sentence.IsSingular(head) || uncounted))
     return manyMeant ? Number::kPlural : Number::kSingular;
   return Number::kUnknown;
 }

@@ -20,11 +20,19 @@ NounPhrase ReadNounPhrase(const Sentence& sentence, int i) {
   return phrase;
 }
 
+int SkipInfinitive(const Sentence& sentence, int i) {
+  if (sentence.Lower(i) != "to" || sentence.Lacks(i + 1, kBase)) return i;
+  const NounPhrase object = ReadNounPhrase(sentence, i + 2);
+  return object.head < 0 ? i + 2 : object.end;
+}
+
 int SkipPrepositions(const Sentence& sentence, int i) {
   while (sentence.Is(i, {"of", "in", "on", "for", "with", "between", "from", "about", "to", "at"})) {
     const NounPhrase inner = ReadNounPhrase(sentence, i + 1);
-    if (inner.head < 0) break;
-    i = inner.end;
+    int end = inner.head < 0 ? i + 1 : inner.end;
+    while (inner.head < 0 && (sentence.TagAt(end) == Tag::NNP || sentence.TagAt(end) == Tag::CD)) ++end;
+    if (end == i + 1) break;
+    i = end;
   }
   return i;
 }

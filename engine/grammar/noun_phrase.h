@@ -13,6 +13,9 @@ struct NounPhrase {
 /// The noun phrase that begins at i.
 NounPhrase ReadNounPhrase(const Sentence& sentence, int i);
 
+/// The first place at or behind i that does not belong to an infinitive such as "to learn a language".
+int SkipInfinitive(const Sentence& sentence, int i);
+
 /// The first place at or behind i that does not belong to a phrase such as "of the house in the park".
 int SkipPrepositions(const Sentence& sentence, int i);
 

@@ -36,13 +36,15 @@ std::string_view Turned(const Sentence& sentence, int i, Gender wanted) {
 }
 
 // Whether somebody else is named whom the pronoun may mean. What she is ("a teacher") is nobody else.
-bool NamesAnother(const Sentence& sentence, const Findings& findings, int from, int to) {
+bool NamesAnother(const Sentence& sentence, const Findings& findings, int from, int to, Gender gender) {
   const bool tellsWhat = sentence.Is(from, {"is", "was"});
   for (int i = from; i < to; ++i) {
     const bool person = (!tellsWhat && findings.List("persons").count(sentence.Lower(i)) != 0) ||
                         GenderOf(sentence.Lower(i)) != Gender::kNone;
     const bool name = sentence.TagAt(i) == Tag::NNP || sentence.TagAt(i) == Tag::NNPS;
-    if (person || name || sentence.Is(i, {"he", "she", "him", "his", "her", "they", "them", "who", "that"}))
+    const bool same = sentence.Lower(i) == (gender == Gender::kMale ? "his" : "her");
+    if (person || name ||
+        (!same && sentence.Is(i, {"he", "she", "him", "his", "her", "they", "them", "who", "that"})))
       return true;
   }
   return false;
@@ -80,8 +82,9 @@ void CheckGender(const Sentence& sentence, Findings& findings) {
     if (better.empty()) continue;
     const bool self = sentence.Is(i, {"himself", "herself"});
     const bool possessive = sentence.Is(i, {"his", "her"});
-    const bool same = self || (possessive ? IsOwn(sentence, i) : GoesOn(sentence, i));
-    if (same && !NamesAnother(sentence, findings, subject.end, i))
+    const bool joined = possessive && i == subject.end + 1 && sentence.Lower(subject.end) == "and";
+    const bool same = self || joined || (possessive ? IsOwn(sentence, i) : GoesOn(sentence, i));
+    if (same && !NamesAnother(sentence, findings, subject.end, i, gender))
       findings.Add("pronoun-gender", i, i, {std::string(better)});
     return;
   }
@@ -115,10 +118,12 @@ void CheckResumed(const Sentence& sentence, Findings& findings) {
   const bool time = sentence.Is(subject.head, {"day", "time", "way"});
   const bool clause = IsFiniteVerb(sentence.TagAt(pronoun + 1)) || IsAdverb(sentence.TagAt(pronoun + 1));
   if (!fits || time || !clause) return;
+  int verbs = 0;
   for (int i = pronoun + 1; i < sentence.Size(); ++i) {
-    if (!comma && IsFiniteVerb(sentence.TagAt(i)) && i > pronoun + 1) return;
+    verbs += IsFiniteVerb(sentence.TagAt(i)) ? 1 : 0;
     if (sentence.Is(i, {"said", "thought", "asked"})) return;
   }
+  if (!comma && verbs != 1) return;
   findings.Add("resumed-subject", end, pronoun, {""});
 }
 

@@ -25,7 +25,7 @@ bool IsImperative(const Sentence& sentence) {
 // A plural noun that could be a verb after all: "He work hard."
 bool MayHideVerb(const Sentence& sentence) {
   for (int i = 1; i < sentence.Size(); ++i) {
-    if (sentence.Has(i, kBase | kThird | kPast) &&
+    if (sentence.Has(i, kBase | kThird | kPast) && !sentence.Mostly(i, kNounPart) &&
         (sentence.TagAt(i - 1) == Tag::PRP || IsNoun(sentence.TagAt(i - 1)) ||
          sentence.Is(i - 1, {"this", "that", "very", "not", "these", "both", "all", "some", "most"})))
       return true;

@@ -32,6 +32,7 @@ void CheckEndMark(const Sentence& sentence, Findings& findings) {
   static const WordSet kEnds = {".", "?", "!", "\"", "'", ")", ":", "...", "..", "'s"};
   if (last < 1 || kEnds.count(sentence.At(last).text) != 0) return;
   const std::string& word = sentence.At(last).text;
+  if (word.back() == '.') return;  // "at 7 p.m."
   const std::string mark = IsQuestion(sentence) ? "?" : ".";
   const bool isPause = word == "," || word == ";";
   findings.Add("end-mark", last, last, {isPause ? mark : word + mark});

@@ -36,8 +36,20 @@ bool IsOpinion(const Sentence& sentence, int verb) {
          !sentence.Is(verb - 1, {"not", "n't"});
 }
 
+// "I can't call you last night", "He will come yesterday"
+void CheckModalAtPastTime(const Sentence& sentence, Findings& findings, const FiniteVerb& verb, int time) {
+  const bool told = sentence.Is(verb.at + 1, {"remember", "forget", "believe", "imagine", "have", "see"});
+  if (told || (verb.at < time && BelongsToAnother(sentence, verb.at, time))) return;
+  if (sentence.At(sentence.Size() - 1).text == "?") return;
+  if (sentence.Is(verb.at, {"can", "ca"})) findings.Add("past-time", verb.at, verb.at, {"could"});
+  const std::string past = sentence.Inflected(verb.at + 1, kPast);
+  if (sentence.Lower(verb.at) == "will" && !past.empty() && sentence.Has(verb.at + 1, kBase))
+    findings.Add("past-time", verb.at, verb.at + 1, {past});
+}
+
 void CheckPresentAtPastTime(const Sentence& sentence, Findings& findings, const Verbs& verbs, int time) {
   const FiniteVerb verb = VerbOfTime(verbs, time, sentence.Size());
+  if (verb.at >= 0 && verb.tense == Tense::kModal) CheckModalAtPastTime(sentence, findings, verb, time);
   if (verb.at < 0 || verb.tense != Tense::kPresent || IsOpinion(sentence, verb.at)) return;
   const bool opens = verb.at > time;
   if (!opens && BelongsToAnother(sentence, verb.at, time)) return;
@@ -84,7 +96,9 @@ bool TellsOfSpeech(const Sentence& sentence) {
 
 void CheckPastAtFutureTime(const Sentence& sentence, Findings& findings, const FiniteVerb& verb) {
   if (verb.tense != Tense::kPast || sentence.Size() >= 12 || TellsOfSpeech(sentence)) return;
-  if (sentence.TagAt(verb.at) != Tag::VBD || sentence.Is(verb.at, {"had", "was", "were"})) return;
+  const bool owned = sentence.Lower(verb.at) == "had" && sentence.TagAt(verb.at + 1) == Tag::DT;
+  const bool other = sentence.TagAt(verb.at) != Tag::VBD || sentence.Is(verb.at, {"had", "was", "were"});
+  if (other && !owned) return;
   const std::string base(sentence.Lemma(verb.at));
   if (!base.empty()) findings.Add("future-time", verb.at, verb.at, {"will " + base});
 }

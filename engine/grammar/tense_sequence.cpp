@@ -97,6 +97,8 @@ bool IsLastingChange(const Sentence& sentence, int verb) {
 bool IsEvent(const Sentence& sentence, const Findings& findings, int verb) {
   const bool negated = sentence.Is(verb, {"do", "does"}) && sentence.Is(verb + 1, {"n't", "not"});
   const int event = negated ? verb + 2 : verb;
+  if (sentence.Lemma(event) == "have")
+    return sentence.Is(event + 1, {"breakfast", "lunch", "dinner", "supper", "a", "some"});
   return findings.List("event_verbs").count(std::string(sentence.Lemma(event))) != 0;
 }
 

@@ -89,7 +89,7 @@ std::shared_ptr<const WordSet> ReadWords(std::string_view text, const WordLists&
 }
 
 Condition ReadOneKind(std::string_view text, const WordLists& lists) {
-  const Condition condition;
+  Condition condition;
   using Kind = Condition::Kind;
   if (text == ".") return condition;
   if (text == "#first") return WithKind(condition, Kind::kFirst);

@@ -20,6 +20,7 @@ std::string Reformed(const Lexicon& lexicon, const std::string& word, std::strin
   if (form == "pl") return std::string(lexicon.First(word, Relation::kPlural));
   if (form == "sg") return std::string(lexicon.First(word, Relation::kIsPluralOf));
   if (form == "comp") return std::string(lexicon.First(word, Relation::kComparative));
+  if (form == "pos") return std::string(lexicon.First(word, Relation::kIsComparativeOf));
   if (form == "sup") return std::string(lexicon.First(word, Relation::kSuperlative));
   if (form == "plain")
     return word == "is" ? "are" : word == "was" ? "were" : std::string(lexicon.VerbLemma(word));

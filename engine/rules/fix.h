@@ -17,7 +17,7 @@ struct TokenRange {
 
 /// The corrections of a match. A template word is a plain word or "{n}", the words that element n (from 1)
 /// took, or "{n:form}", those words inflected: base third past part ing (verbs), pl sg (nouns), comp sup
-/// (adjectives), noun adj verb adv (another part of speech with the same root), plain (the present form
+/// pos (adjectives), noun adj verb adv (another part of speech with the same root), plain (the present form
 /// behind "they"), cut (without the last letter), a (the words with "a" or "an" before them), lower (in small
 /// letters). What stands behind the brace is added. A template with a form that the lexicon does not know is
 /// left out.
