@@ -25,13 +25,13 @@ constexpr std::size_t kMostBytes = 4000;
 
 struct Engine::Data {
   explicit Data(const std::filesystem::path& dir)
-      : tables(dir / "tolvex.tables"),
+      : parser(dir),
+        tables(dir / "tolvex.tables"),
         suggestTables(dir / "suggest.tables"),
         advisor(suggestTables),
         lexicon(tables),
         tagger(tables),
         speller(lexicon),
-        parser(dir),
         ngrams(tables),
         ranker(tables, ngrams, tagger),
         rules(ReadRules(tables)),
@@ -73,13 +73,13 @@ struct Engine::Data {
     judgement.syn_suggestion = SuggestionList(found.words);
   }
 
+  Parser parser;  // the first, so that it loads beside all the others
   TableFile tables;
   TableFile suggestTables;
   Advisor advisor;
   Lexicon lexicon;
   Tagger tagger;
   Speller speller;
-  Parser parser;
   NgramModel ngrams;
   Ranker ranker;
   RuleBook rules;
@@ -90,6 +90,8 @@ struct Engine::Data {
 Engine::Engine(const std::filesystem::path& dataDir) : data_(std::make_unique<Data>(dataDir)) {}
 
 Engine::~Engine() = default;
+
+void Engine::WaitUntilLoaded() const { data_->parser.WaitUntilLoaded(); }
 
 Judgement Engine::Judge(std::string_view sentence) const { return data_->Judge(sentence); }
 

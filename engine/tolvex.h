@@ -43,14 +43,17 @@ struct Judgement {
 class Engine {
  public:
   /// Loads the language data of a folder. Throws std::runtime_error with a readable text when a file
-  /// is missing or damaged.
+  /// is missing or damaged. The dictionary of the parser goes on loading in the background.
   explicit Engine(const std::filesystem::path& dataDir);
   ~Engine();
   Engine(const Engine&) = delete;
   Engine& operator=(const Engine&) = delete;
 
-  /// Judges one English sentence (ASCII expected; other bytes are treated as unknown signs). Never throws
-  /// on any input.
+  /// Returns when everything is loaded. Throws std::runtime_error when the parser's dictionary is damaged.
+  void WaitUntilLoaded() const;
+
+  /// Judges one English sentence (ASCII expected; other bytes are treated as unknown signs). Throws on no
+  /// input; only a damaged dictionary of the parser makes it throw, by the first sentence that needs it.
   Judgement Judge(std::string_view sentence) const;
 
  private:

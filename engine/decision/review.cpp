@@ -62,16 +62,22 @@ class Reviewer::Weighing {
   Weighing(const Reviewer& reviewer, std::string_view text, const Sentence& sentence, Findings& findings)
       : reviewer_(reviewer), text_(text), sentence_(sentence), findings_(findings) {}
 
+  // The parser is the dearest to ask, so it is asked only where its word matters.
   void Run() {
-    const bool accepted =
-        sentence_.Size() > kMostParsedTokens || reviewer_.parser_.AcceptsLoosely(sentence_, effort_);
-    bool explained = !accepted && ConfirmFindings();
-    explained = explained || HasPointToWatch() || WeighEdits(accepted);
-    if (!accepted && !explained && sentence_.Size() >= kLeastDoubtedTokens && !HasQuotation())
-      findings_.Add("unsure-parse", 0, sentence_.Size() - 1, {});
+    if (ConfirmFindings() || HasPointToWatch() || WeighEdits()) return;
+    const bool doubtful = sentence_.Size() >= kLeastDoubtedTokens && !HasQuotation();
+    if (doubtful && !IsAccepted()) findings_.Add("unsure-parse", 0, sentence_.Size() - 1, {});
   }
 
  private:
+  bool IsAccepted() {
+    if (!accepted_) {
+      accepted_ =
+          sentence_.Size() > kMostParsedTokens || reviewer_.parser_.AcceptsLoosely(sentence_, effort_);
+    }
+    return *accepted_;
+  }
+
   bool Mends(const Finding& finding) {
     const std::string corrected = Correct(text_, sentence_, {finding});
     return reviewer_.parser_.AcceptsLoosely(reviewer_.read_(corrected), effort_);
@@ -94,7 +100,8 @@ class Reviewer::Weighing {
     bool confirmed = false;
     int tried = 0;
     for (Finding& finding : findings_.All()) {
-      if (!IsOpen(finding) || finding.corrections.empty() || tried++ == kMostConfirmed) continue;
+      if (!IsOpen(finding) || finding.corrections.empty()) continue;
+      if (IsAccepted() || tried++ == kMostConfirmed) break;
       if (!Mends(finding)) continue;
       finding.certainty = Certainty::kSure;
       confirmed = true;
@@ -103,15 +110,16 @@ class Reviewer::Weighing {
   }
 
   // Takes the best edit that is likely enough by itself, or by the parser's help.
-  bool WeighEdits(bool accepted) {
+  bool WeighEdits() {
     const auto ranked = reviewer_.ranker_.Rank(sentence_);
     const bool isShort = sentence_.Size() < kShortTokens;
     const double least = isShort ? kLeastScoreInShort : kLeastTriedScore;
     int tried = 0;
     for (const RankedEdit& candidate : ranked) {
-      if (accepted || candidate.score < least || tried == kMostTriedEdits) break;
+      if (candidate.score < least || tried == kMostTriedEdits) break;
       const auto leastScore = LeastMendingScore(candidate.edit.kind);
       if (!leastScore) continue;
+      if (IsAccepted()) break;
       ++tried;
       Finding finding = FindingOf(candidate.edit, sentence_, reviewer_.rules_);
       if (!Mends(finding)) continue;
@@ -133,6 +141,7 @@ class Reviewer::Weighing {
   const Sentence& sentence_;
   Findings& findings_;
   ParseEffort effort_;
+  std::optional<bool> accepted_;
 };
 
 Reviewer::Reviewer(const Parser& parser, const Ranker& ranker, const RuleBook& rules, Reader read)

@@ -31,7 +31,7 @@ mark { background: #FBD9C4; color: #B3261E; border-radius: 3px; padding: 0 3px; 
 .tip h2 { color: #2E7D4F; }
 .watch mark, mark.soft { background: #FBEBB8; color: #7A5C00; }
 .good { color: #2E7D4F; font-weight: bold; }
-.label { color: #8A6D52; margin-right: 6px; }
+.label { color: #8A6D52; }
 .old { text-decoration: line-through; color: #B3261E; }
 .english { font-family: Cambria, Caladea, serif; font-size: 17px; }
 p { margin: 4px 0; }
@@ -105,16 +105,16 @@ std::string HowToWrite(std::string_view written, const std::vector<std::string>&
   if (corrections.empty()) return {};
   if (corrections[0].empty()) {
     return fmt::format(
-        "<p><span class=\"label\">怎麼改</span>去掉 <span class=\"english old\">{}</span></p>\n",
+        "<p><span class=\"label\">怎麼改：</span>去掉 <span class=\"english old\">{}</span></p>\n",
         Escape(written));
   }
   std::string choices;
   for (const std::string& correction : corrections) {
     choices += (choices.empty() ? "" : "　或　") + English(correction);
   }
-  if (written.empty()) return fmt::format("<p><span class=\"label\">怎麼改</span>加上 {}</p>\n", choices);
+  if (written.empty()) return fmt::format("<p><span class=\"label\">怎麼改：</span>加上 {}</p>\n", choices);
   return fmt::format(
-      "<p><span class=\"label\">怎麼改</span><span class=\"english old\">{}</span> &rarr; {}</p>\n",
+      "<p><span class=\"label\">怎麼改：</span><span class=\"english old\">{}</span> &rarr; {}</p>\n",
       Escape(written), choices);
 }
 
@@ -123,10 +123,10 @@ std::string FaultBlock(std::string_view sentence, const Fault& fault, std::size_
   const std::string_view written = Cut(sentence, fault.span);
   std::string where;
   if (!written.empty() && written.size() < sentence.size()) {
-    where = fmt::format("<p><span class=\"label\">在哪裡</span><mark>{}</mark></p>\n", Escape(written));
+    where = fmt::format("<p><span class=\"label\">在哪裡：</span><mark>{}</mark></p>\n", Escape(written));
   }
   return fmt::format(
-      "<div class=\"fault{}\">\n<h2>{} {}</h2>\n{}<p><span class=\"label\">為什麼</span>{}</p>\n{}</div>\n",
+      "<div class=\"fault{}\">\n<h2>{} {}</h2>\n{}<p><span class=\"label\">為什麼：</span>{}</p>\n{}</div>\n",
       watch ? " watch" : "", watch ? "請留意" : "錯誤", number, where, Escape(fault.message),
       HowToWrite(written, fault.corrections));
 }

@@ -3,6 +3,7 @@
 #include <link-grammar/link-includes.h>
 
 #include <algorithm>
+#include <future>
 #include <mutex>
 #include <stdexcept>
 
@@ -27,6 +28,7 @@ struct OptionsDeleter {
 struct SentenceDeleter {
   void operator()(::Sentence sentence) const { sentence_delete(sentence); }
 };
+using SharedDictionary = std::shared_ptr<std::remove_pointer_t<Dictionary>>;
 using OptionsHandle = std::unique_ptr<std::remove_pointer_t<Parse_Options>, OptionsDeleter>;
 using SentenceHandle = std::unique_ptr<std::remove_pointer_t<::Sentence>, SentenceDeleter>;
 
@@ -64,23 +66,37 @@ bool IsOpener(const Sentence& sentence) {
           "besides",  "yet",         "still",    "now",       "consequently", "otherwise", "unfortunately"});
 }
 
-}  // namespace
+[[noreturn]] void Unreadable(const std::filesystem::path& dataDir) {
+  throw std::runtime_error("missing or damaged language data: " + (dataDir / kParserLanguage).string());
+}
 
-struct Parser::Handle {
-  Dictionary dictionary = nullptr;
-};
-
-Parser::Parser(const std::filesystem::path& dataDir) : handle_(std::make_unique<Handle>()) {
+SharedDictionary LoadDictionary(const std::filesystem::path& dataDir) {
   static std::mutex loading;  // the data directory is a setting of the whole library
   const std::lock_guard lock(loading);
   // Without a handler the library would pile its messages up for each thread.
   lg_error_set_handler([](lg_errinfo*, void*) {}, nullptr);
   dictionary_set_data_dir(std::filesystem::absolute(dataDir).c_str());
-  handle_->dictionary = dictionary_create_lang(kParserLanguage);
-  if (handle_->dictionary == nullptr) {
-    throw std::runtime_error("missing or damaged language data: " + (dataDir / kParserLanguage).string());
-  }
+  SharedDictionary dictionary(dictionary_create_lang(kParserLanguage), [](Dictionary loaded) {
+    if (loaded != nullptr) dictionary_delete(loaded);
+  });
+  if (!dictionary) Unreadable(dataDir);
+  return dictionary;
 }
+
+}  // namespace
+
+struct Parser::Handle {
+  std::shared_future<SharedDictionary> dictionary;
+};
+
+Parser::Parser(const std::filesystem::path& dataDir) : handle_(std::make_unique<Handle>()) {
+  if (!std::filesystem::exists(dataDir / kParserLanguage / "4.0.dict")) Unreadable(dataDir);
+  handle_->dictionary = std::async(std::launch::async, LoadDictionary, dataDir).share();
+}
+
+Parser::~Parser() = default;
+
+void Parser::WaitUntilLoaded() const { handle_->dictionary.get(); }
 
 bool ParseEffort::Spend(int tokens) {
   const long cost = long{tokens} * tokens * tokens;
@@ -89,10 +105,8 @@ bool ParseEffort::Spend(int tokens) {
   return true;
 }
 
-Parser::~Parser() { dictionary_delete(handle_->dictionary); }
-
 bool Parser::Accepts(const std::string& text, int mostUnlinked) const {
-  const SentenceHandle parsed(sentence_create(text.c_str(), handle_->dictionary));
+  const SentenceHandle parsed(sentence_create(text.c_str(), handle_->dictionary.get().get()));
   const OptionsHandle options = StrictOptions();
   parse_options_set_max_null_count(options.get(), mostUnlinked);
   if (sentence_split(parsed.get(), options.get()) < 0) return false;

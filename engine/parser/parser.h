@@ -22,11 +22,16 @@ class ParseEffort {
 
 class Parser {
  public:
-  /// Loads the dictionary folder kParserLanguage in dataDir. Throws std::runtime_error when it cannot.
+  /// Begins to load the dictionary folder kParserLanguage in dataDir, on a thread of its own: it takes longer
+  /// than everything else together. Throws std::runtime_error when there is none.
   explicit Parser(const std::filesystem::path& dataDir);
   ~Parser();
   Parser(const Parser&) = delete;
   Parser& operator=(const Parser&) = delete;
+
+  /// Returns when the dictionary is there. Throws std::runtime_error when it is damaged, as every question
+  /// then does.
+  void WaitUntilLoaded() const;
 
   /// Whether the text has a linkage that leaves out at most so many words. One parse of a sentence of 20
   /// words takes some milliseconds.

@@ -31,7 +31,8 @@ fs::path WritePage(std::string_view sentence, const tolvex::Judgement& judgement
 }
 
 void Answer(tolvex::RegistryFile& registry, const std::string& sentence, bool essayMode) {
-  const tolvex::Judgement judgement = tolvex::Engine(tolvex::FindDataDir()).Judge(sentence);
+  static const tolvex::Engine engine(tolvex::FindDataDir());
+  const tolvex::Judgement judgement = engine.Judge(sentence);
   const bool right = judgement.verdict == tolvex::Verdict::kRight;
   const std::string page = essayMode && right ? "NIL" : WritePage(sentence, judgement).string();
   registry.Set("findMistake", fmt::format("{}", static_cast<int>(judgement.verdict)));
@@ -57,7 +58,8 @@ int Run(std::string_view argument) {
 int main(int argc, char** argv) {
   try {
     if (argc != 2) throw std::runtime_error("usage: tolvex2.exe <level>,<run code>");
-    return Run(argv[1]);
+    // The answer is written; neither what the engine still loads nor its end is worth waiting for.
+    std::quick_exit(Run(argv[1]));
   } catch (const std::exception& error) {
     fmt::print(stderr, "tolvex2.exe: {}\n", error.what());
     return kBadRequest;

@@ -20,7 +20,7 @@ void WriteFirstSetup(const Machine& machine) {
 }
 
 std::string ReadRoot(PipedProcess& server) {
-  constexpr int kPatience = 20000;
+  constexpr int kPatience = 120'000;  // milliseconds; one that fails ends at once
   constexpr std::string_view kKey = "root=";
   while (const auto line = server.ReadLine(kPatience)) {
     if (line->starts_with(kKey)) return line->substr(kKey.size());

@@ -10,7 +10,7 @@
 #include <cerrno>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
+#include <sstream>
 #include <system_error>
 
 namespace {
@@ -85,8 +85,10 @@ TerminalRun RunTerminalProgram(const std::vector<std::string>& words, const std:
 std::vector<std::string> ProcessesThatName(const std::string& path) {
   std::vector<std::string> found;
   for (const auto& folder : std::filesystem::directory_iterator("/proc")) {
-    std::ifstream file(folder.path() / "cmdline", std::ios::binary);
-    const std::string line{std::istreambuf_iterator<char>(file), {}};
+    const std::ifstream file(folder.path() / "cmdline", std::ios::binary);
+    std::ostringstream text;
+    text << file.rdbuf();  // does not throw when the process ends meanwhile
+    const std::string line = text.str();
     if (line.find(path) != std::string::npos) found.push_back(line);
   }
   return found;

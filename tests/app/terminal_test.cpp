@@ -77,7 +77,7 @@ TEST_F(TerminalTest, ChecksOutOfTheBoxAndRemembers) {
 
   run = Run({"check", kWrong});
   EXPECT_EQ(run.status, 1) << run.output << run.errors;
-  EXPECT_THAT(run.output, AllOf(StartsWith("ERRS  "), HasSubstr(kMarked), HasSubstr("goes")));
+  EXPECT_THAT(run.output, AllOf(StartsWith("ERRS  "), HasSubstr(kMarked), HasSubstr("怎麼改：go → goes\n")));
   EXPECT_EQ(Read(account), first) << "a second start keeps the account";
   const std::vector<std::string> rows{std::string("ok|") + kRight + "|N|N|0|0|N",
                                       std::string("err|") + kMarked + "|1|N|0|0|N", "times|1"};
