@@ -103,6 +103,7 @@ int Run(const std::vector<std::string>& args) {
   const std::vector<std::string> sentences = args.size() > 2 ? ReadSentences(args[2]) : kVaried;
   const auto start = Clock::now();
   const tolvex::Engine engine(args[0]);
+  engine.WaitUntilLoaded();
   fmt::print("load: {:.1f} ms\n", Milliseconds(start));
   MeasureWarm(engine, sentences);
   rusage usage = {};

@@ -32,6 +32,7 @@ bool SharedEngine::IsUsable() const try {
 SharedEngine::Load LoadTolvex(const std::filesystem::path& dataDir) {
   return [dataDir]() -> SharedEngine::Judge {
     auto engine = std::make_shared<const tolvex::Engine>(dataDir);
+    engine->WaitUntilLoaded();  // a damaged dictionary is told at the start
     return [engine](std::string_view sentence) { return engine->Judge(sentence); };
   };
 }

@@ -18,13 +18,13 @@ constexpr std::string_view kUsage =
     "usage:\n"
     "  bankbuild pairs TAGGER_TABLES PAIRS < TEXT      count word pairs, one sentence a line\n"
     "  bankbuild suggest PAIRS PRECISE_WORDS TABLES\n"
-    "  bankbuild chinese FUNCTION_WORDS FREQUENCIES TABLES < CEDICT\n"
+    "  bankbuild chinese FUNCTION_WORDS FREQUENCIES LEXICON_TABLES TABLES < CEDICT\n"
     "  bankbuild words LEXICON_TABLES PAIRS WORDNET_DIR CHINESE_FREQUENCIES TABLES < CEDICT\n";
 
 void Run(const std::vector<std::string>& args) {
   const std::string step = args.empty() ? "" : args[0];
-  if (step == "chinese" && args.size() == 4) {
-    tolvex::databuild::CompileChinese(std::cin, args[1], args[2], args[3]);
+  if (step == "chinese" && args.size() == 5) {
+    tolvex::databuild::CompileChinese(std::cin, args[1], args[2], tolvex::TableFile(args[3]), args[4]);
   } else if (step == "suggest" && args.size() == 4) {
     tolvex::databuild::CompileSuggestions(args[1], args[2], args[3]);
   } else if (step == "pairs" && args.size() == 3) {

@@ -21,10 +21,11 @@ void CountPairs(std::istream& text, const TableFile& tables, const std::filesyst
 
 /// Compiles CC-CEDICT ("traditional<TAB>simplified<TAB>kind<TAB>senses", senses between slashes) and the
 /// English of function words ("traditional<TAB>simplified<TAB>English") into chinese.tables, with the part of
-/// speech and the rarity of each word from jieba's dictionary ("word count tag"). Throws std::runtime_error
-/// with the line when a source is damaged.
+/// speech and the rarity of each word from jieba's dictionary ("word count tag"), and with a copy of the
+/// lexicon, which inflects the English. Throws std::runtime_error with the line when a source is damaged.
 void CompileChinese(std::istream& cedict, const std::filesystem::path& functionWords,
-                    const std::filesystem::path& frequencies, const std::filesystem::path& tables);
+                    const std::filesystem::path& frequencies, const TableFile& lexicon,
+                    const std::filesystem::path& tables);
 
 /// Adds near-synonyms (SN, SV, SJ), sense by sense, the commonest first.
 void AddSynonyms(const WordNet& wordnet, const Lexicon& lexicon, const Glosses& glosses, BankTexts& texts);

@@ -160,7 +160,8 @@ void AddVariants(const std::vector<CedictEntry>& entries, std::map<std::string, 
 }  // namespace
 
 void CompileChinese(std::istream& cedict, const std::filesystem::path& functionWords,
-                    const std::filesystem::path& frequencies, const std::filesystem::path& tables) {
+                    const std::filesystem::path& frequencies, const TableFile& lexicon,
+                    const std::filesystem::path& tables) {
   std::map<std::string, std::vector<Meaning>> meanings;
   Uses uses = ReadUses(frequencies);
   const std::vector<CedictEntry> entries = ReadCedict(cedict);
@@ -181,6 +182,9 @@ void CompileChinese(std::istream& cedict, const std::filesystem::path& functionW
   for (auto& [word, text] : texts) text = WithUse(text, uses[word]);
   TableWriter writer;
   wexbin::AddTextTable(texts, "chinese", writer);
+  for (const auto& [name, bytes] : lexicon.Sections()) {
+    if (name.starts_with("lexicon.")) writer.AddBytes(name, bytes);
+  }
   writer.Write(tables);
   fmt::print("{}: {} words\n", tables.filename().string(), texts.size());
 }

@@ -8,6 +8,8 @@
 
 namespace wexbin {
 
+class EnglishForms;
+
 /// One word or sign of the Chinese text and its English; a verb's begins with "to ".
 struct Piece {
   std::string_view chinese;
@@ -22,9 +24,9 @@ inline constexpr char kHelper = 'x';
 using Clause = std::vector<Piece>;
 
 /// Drops measure words, and puts places, times and objects where English has them.
-void Arrange(Clause& clause);
+void Arrange(Clause& clause, const EnglishForms& forms);
 /// Gives verbs, negations and pronouns their forms.
-void Inflect(Clause& clause);
+void Inflect(Clause& clause, const EnglishForms& forms);
 
 /// A word that leaves the verb behind it as it is.
 bool IsModal(std::string_view english);

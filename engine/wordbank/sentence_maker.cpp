@@ -42,12 +42,12 @@ bool IsOneOf(std::string_view text, std::initializer_list<std::string_view> word
   return std::find(words.begin(), words.end(), text) != words.end();
 }
 
-std::string MakeSentence(const std::vector<Piece>& pieces) {
+std::string MakeSentence(const std::vector<Piece>& pieces, const EnglishForms& forms) {
   Line line;
   Clause clause;
   const auto addClause = [&] {
-    Arrange(clause);
-    Inflect(clause);
+    Arrange(clause, forms);
+    Inflect(clause, forms);
     for (const Piece& piece : clause) line.Add(piece);
     clause.clear();
   };

@@ -9,6 +9,6 @@
 namespace wexbin {
 
 /// Blanks, capitals, quotes; the words of each clause in English order and in their forms.
-std::string MakeSentence(const std::vector<Piece>& pieces);
+std::string MakeSentence(const std::vector<Piece>& pieces, const EnglishForms& forms);
 
 }  // namespace wexbin

@@ -140,7 +140,7 @@ std::string Translator::Translate(std::string_view chinese) const {
   if (whole) return std::string(EntryOf(*whole).all);
   std::vector<Piece> pieces;
   for (const std::string_view segment : Segment(text)) pieces.push_back(PieceOf(segment));
-  return MakeSentence(pieces);
+  return MakeSentence(pieces, forms_);
 }
 
 }  // namespace wexbin

@@ -19,7 +19,7 @@ bool BeginsClause(std::string_view verb) {
 
 class Grammar {
  public:
-  explicit Grammar(Clause& clause) : clause_(clause), isPast_(IsPast()) {}
+  Grammar(Clause& clause, const EnglishForms& forms) : clause_(clause), forms_(forms), isPast_(IsPast()) {}
 
   void Run() {
     for (std::size_t i = 0; i < clause_.size(); ++i) {
@@ -115,7 +115,7 @@ class Grammar {
     const bool isPlural = subject != clause_.size() && clause_[subject].isPlural;
     clause_[i].english = BeOf(isPlural ? "they" : Before(i));
     std::string& verb = clause_[i + 1].english;
-    verb = Gerund(verb.substr(3));
+    verb = forms_.Gerund(verb.substr(3));
     hasVerb_ = true;
     lastVerb_ = verb;
   }
@@ -142,8 +142,8 @@ class Grammar {
     const bool hasNone =
         subject == clause_.size() || IsOneOf(std::string_view(&clause_[subject].part, 1), {"t", "c"});
     const bool isWeather = IsOneOf(verb, {"rain", "snow", "rain heavily"}) && hasNone;
-    const std::string form = isPast_                            ? Past(verb)
-                             : isWeather || IsSingular(subject) ? ThirdPerson(verb)
+    const std::string form = isPast_                            ? forms_.Past(verb)
+                             : isWeather || IsSingular(subject) ? forms_.ThirdPerson(verb)
                                                                 : verb;
     return (isWeather ? "it " : "") + form;
   }
@@ -160,6 +160,7 @@ class Grammar {
   }
 
   Clause& clause_;
+  const EnglishForms& forms_;
   const bool isPast_;
   bool hasVerb_ = false;
   bool hasHelper_ = false;
@@ -173,6 +174,6 @@ bool IsModal(std::string_view english) {
                            "did not", "please"});
 }
 
-void Inflect(Clause& clause) { Grammar(clause).Run(); }
+void Inflect(Clause& clause, const EnglishForms& forms) { Grammar(clause, forms).Run(); }
 
 }  // namespace wexbin

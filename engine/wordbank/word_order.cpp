@@ -72,7 +72,7 @@ bool IsKin(const Piece& piece) {
 bool IsNoun(const Piece& piece) { return piece.part == 'n' || IsOneOf(piece.chinese, {"人"}); }
 bool Is(const Piece& piece, std::string_view word) { return piece.chinese == word; }
 
-void SettleMeasures(Clause& clause) {
+void SettleMeasures(Clause& clause, const EnglishForms& forms) {
   for (std::size_t i = 1; i < clause.size(); ++i) {
     const std::string_view* measure = Listed(kMeasures, clause[i].chinese);
     if (!Counts(clause[i - 1])) continue;
@@ -83,22 +83,22 @@ void SettleMeasures(Clause& clause) {
     clause[i].part = *measure == "o'clock" ? 't' : 'q';
     if (clause[i].part == 't') clause[i - 1] = {clause[i - 1].chinese, "at " + clause[i - 1].english, 't'};
     const bool hasPlural = !measure->empty() && clause[i].part == 'q';
-    if (hasPlural && MeansMany(clause[i - 1])) clause[i].english = Plural(clause[i].english);
+    if (hasPlural && MeansMany(clause[i - 1])) clause[i].english = forms.Plural(clause[i].english);
   }
 }
 
-void SettlePlurals(Clause& clause) {
+void SettlePlurals(Clause& clause, const EnglishForms& forms) {
   for (std::size_t i = 0; i < clause.size(); ++i) {
     if (i > 0 && IsOneOf(clause[i].chinese, {"們", "们"})) {
       clause[i].english.clear();
-      clause[i - 1].english = Plural(clause[i - 1].english);
+      clause[i - 1].english = forms.Plural(clause[i - 1].english);
       clause[i - 1].isPlural = true;
     }
     if (!MeansMany(clause[i])) continue;
     std::size_t noun = i + 1;
     while (noun < clause.size() && (clause[noun].english.empty() || clause[noun].part == 'a')) ++noun;
     if (noun == clause.size() || !IsNoun(clause[noun]) || IsVerb(clause[noun])) continue;
-    clause[noun].english = Plural(clause[noun].english);
+    clause[noun].english = forms.Plural(clause[noun].english);
     clause[noun].isPlural = true;
   }
 }
@@ -182,7 +182,7 @@ void SettlePlace(Clause& clause) {
 }
 
 // "she than I high" is "she is higher than me".
-void SettleComparison(Clause& clause) {
+void SettleComparison(Clause& clause, const EnglishForms& forms) {
   for (std::size_t i = 1; i + 2 < clause.size(); ++i) {
     if (!Is(clause[i], "比")) continue;
     std::size_t adjective = i + 2;
@@ -190,7 +190,7 @@ void SettleComparison(Clause& clause) {
     if (adjective == clause.size()) return;
     Piece& word = clause[adjective];
     word.english =
-        BeOf(clause[i - 1].isPlural ? "they" : clause[i - 1].english) + ' ' + Comparative(word.english);
+        BeOf(clause[i - 1].isPlural ? "they" : clause[i - 1].english) + ' ' + forms.Comparative(word.english);
     Move(clause, i, adjective, adjective + 1);
     return;
   }
@@ -221,14 +221,14 @@ void SettleQuestion(Clause& clause) {
 
 }  // namespace
 
-void Arrange(Clause& clause) {
-  SettleMeasures(clause);
-  SettlePlurals(clause);
+void Arrange(Clause& clause, const EnglishForms& forms) {
+  SettleMeasures(clause, forms);
+  SettlePlurals(clause, forms);
   SettleKin(clause);
   MoveObject(clause);
   MoveTimes(clause);
   SettlePlace(clause);
-  SettleComparison(clause);
+  SettleComparison(clause, forms);
   SettleQuestion(clause);
 }
 

@@ -56,6 +56,13 @@ has_no_window() { [ -z "$(window_of "$1")" ]; }
 # click_in FORM X Y [BUTTON]: pixels within the window.
 click_in() { xdotool mousemove --window "$(window_of "$1")" "$2" "$3" click "${4:-1}"; }
 
+# takes_keyboard FORM X Y: a click there, for wait_until before keys are sent. A window that has just come up may take
+# the keyboard once more, late.
+takes_keyboard() {
+  click_in "$1" "$2" "$3"
+  [ "$(xdotool getwindowfocus)" = "$(window_of "$1")" ]
+}
+
 # has_color COLOR: some pixel of the screen has it, or nearly.
 has_color() {
   [ "$(import -window root png:- | convert png:- -fuzz 4% -fill white -opaque "$1" -fill black +opaque white \

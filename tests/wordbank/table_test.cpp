@@ -10,6 +10,8 @@
 namespace wexbin::test {
 namespace {
 
+const std::string kLexicon = std::string(" '") + WORDBANK_DATA + "/tolvex.tables'";
+
 int Bankbuild(const std::string& arguments, const TempFolder& folder) {
   const std::string command = std::string(BANKBUILD_PROGRAM) + ' ' + arguments + " > /dev/null 2> '" +
                               (folder / "stderr").string() + '\'';
@@ -46,8 +48,8 @@ TEST(Bankbuild, ChoosesTheLivingSenseAndReadsWell) {
                "喵\t喵\t\tvariant of 貓|猫[mao1]\n");
   folder.Write("words", "# note\n的\t的\t-\n貓\t猫\tthe cat\n李的\t李的\t|\n");
   folder.Write("counts", "的 300000 uj\n猫 800 n\n行 5000 v\n");
-  ASSERT_EQ(Bankbuild("chinese " + Quoted(folder / "words") + ' ' + Quoted(folder / "counts") + ' ' +
-                          Quoted(folder / "chinese.tables") + " < " + Quoted(folder / "cedict"),
+  ASSERT_EQ(Bankbuild("chinese " + Quoted(folder / "words") + ' ' + Quoted(folder / "counts") + kLexicon +
+                          ' ' + Quoted(folder / "chinese.tables") + " < " + Quoted(folder / "cedict"),
                       folder),
             0);
   const tolvex::TableFile file(folder / "chinese.tables");
@@ -69,9 +71,10 @@ TEST(Bankbuild, NamesWhatIsWrongWithASource) {
   const std::string out = ' ' + Quoted(folder / "out.tables");
   const std::string none = ' ' + Quoted(folder / "empty");
   const std::vector<std::pair<std::string, std::string>> table = {
-      {"chinese " + none + none + out + " < " + Quoted(folder / "bad"), "no tabs here"},
-      {"chinese " + none + none + out + " < " + Quoted(folder / "empty"), "empty"},
-      {"chinese " + none + ' ' + Quoted(folder / "lost") + out + " < " + Quoted(folder / "empty"), "lost"},
+      {"chinese " + none + none + kLexicon + out + " < " + Quoted(folder / "bad"), "no tabs here"},
+      {"chinese " + none + none + kLexicon + out + " < " + Quoted(folder / "empty"), "empty"},
+      {"chinese " + none + ' ' + Quoted(folder / "lost") + kLexicon + out + " < " + Quoted(folder / "empty"),
+       "lost"},
       {"suggest " + Quoted(folder / "pairs") + ' ' + Quoted(folder / "empty") + out, "CNJ rain"},
       {"suggest " + Quoted(folder / "empty") + ' ' + Quoted(folder / "words") + out, "pair CNJ"},
       {"suggest " + Quoted(folder / "none") + ' ' + Quoted(folder / "words") + out, "none"},
