@@ -88,9 +88,11 @@ void MeasureProgram(const std::string& program, const std::vector<std::string>& 
   const std::string path = fs::absolute(program);
   fs::current_path(home);
   std::vector<double> times;
-  for (std::size_t i = 0; i < std::min(kRuns, sentences.size() * 10); ++i) {
-    std::ofstream("registry.set") << "**settings for tolvex=\r\nsentence=" << sentences[i % sentences.size()]
-                                  << "\r\n";
+  const std::size_t runs = std::min(kRuns, sentences.size() * 10);
+  const std::size_t step = std::max<std::size_t>(1, sentences.size() / runs);  // from all of the file
+  for (std::size_t i = 0; i < runs; ++i) {
+    std::ofstream("registry.set") << "**settings for tolvex=\r\nsentence="
+                                  << sentences[i * step % sentences.size()] << "\r\n";
     times.push_back(RunProgram(path));
   }
   fs::current_path("/");

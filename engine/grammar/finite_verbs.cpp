@@ -65,8 +65,9 @@ std::vector<FiniteVerb> FiniteVerbs(const Sentence& sentence) {
     } else if (IsPastWord(sentence, i)) {
       verbs.push_back({i, Tense::kPast});
     } else if (IsPresentWord(sentence, i)) {
-      const Tag next = sentence.TagAt(SkipAdverbTags(sentence, i + 1));
-      const bool perfect = IsHave(sentence, i) && (next == Tag::VBN || next == Tag::VBD);
+      // Also with a wrong participle: "has ate".
+      const bool perfect =
+          IsHave(sentence, i) && sentence.Has(SkipAdverbTags(sentence, i + 1), kPast | kParticiple);
       verbs.push_back({i, perfect ? Tense::kPerfect : Tense::kPresent});
     }
   }

@@ -75,9 +75,10 @@ void CheckCommaSplice(const Sentence& sentence, Findings& findings, int i) {
         (at == 0 || sentence.Is(at, {"and", "but", "or", "so", "that", "which", "who", "if", "when",
                                      "because", "as", "while", "although", "what", "how"})))
       return;
-    finite = finite || IsFiniteVerb(sentence.TagAt(at));
-    subjectBefore = subjectBefore || sentence.TagAt(at) == Tag::PRP || IsNoun(sentence.TagAt(at)) ||
-                    sentence.TagAt(at) == Tag::EX;
+    const bool ends = sentence.Is(at, {".", "!", "?"});  // what stands before is another sentence
+    finite = !ends && (finite || IsFiniteVerb(sentence.TagAt(at)));
+    subjectBefore = !ends && (subjectBefore || sentence.TagAt(at) == Tag::PRP || IsNoun(sentence.TagAt(at)) ||
+                              sentence.TagAt(at) == Tag::EX);
   }
   if (finite && subjectBefore)
     findings.Add("comma-splice", i, i + 1,
