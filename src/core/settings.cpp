@@ -103,13 +103,18 @@ void LoadTexts(Program& program) {
   WriteSetup(program, "feedbackErrData", app.gFeedbackErrData);
 }
 
-std::string SettingsList(const AppState& app, const std::string& pno) {
+// A password that is not kept for the next start is none in memory, but the server takes no settings without
+// it.
+std::string SettingsList(Program& program, const std::string& pno) {
+  const auto& app = program.app;
+  const std::string password =
+      app.gAccountPassword.empty() ? ReadSetup(program, "userPW") : app.gAccountPassword;
   return fmt::format(
       "alwaysOnTop:{}$autoCleanHistory:{}$autoKeyinPw:{}$eduBackground:{}$feedbackErrData:{}$FontSize:{}$Pno:"
       "{}$"
       "transformValue:{}$userPW:{}",
       app.gAlwaysOnTop, app.gAutoCleanHistory, app.gAutoKeyinPw, app.gEduBackground, app.gFeedbackErrData,
-      app.gFontSizeName, pno, app.gTransformValue, app.gAccountPassword);
+      app.gFontSizeName, pno, app.gTransformValue, password);
 }
 
 void StoreSettings(Program& program, const std::string& reply) {
@@ -144,7 +149,7 @@ void SyncUserSettings(Program& program, std::string& pno, std::string_view mode)
   if (!IsServerOnline(program)) return;
   pno = CleanAccountNo(pno);
   std::string body = std::string(kAccessKey) + "&pdcode=mrv&pno=" + pno;
-  body += mode == "w" ? "&met=w&setting=" + SettingsList(program.app, pno) : "&met=r";
+  body += mode == "w" ? "&met=w&setting=" + SettingsList(program, pno) : "&met=r";
   std::string reply;
   try {
     reply = PostForm(program, program.app.gServerUrlRoot + "p_getusersettings.asp", body);

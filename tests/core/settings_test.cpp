@@ -191,6 +191,10 @@ TEST_F(SettingsTest, SendsTheWholeListInItsOrder) {
                           "autoCleanHistory:0$autoKeyinPw:1$eduBackground:大學$feedbackErrData:0$"
                           "FontSize:BIG$Pno:1234$transformValue:200$userPW:pw"));
   EXPECT_EQ(SetupText(), "") << "a reply to sent settings is not stored";
+  app.gAccountPassword.clear();
+  Put(app.gSetupFile, "userPW=kept\r\n");
+  SyncUserSettings(program, pno, "w");
+  EXPECT_THAT(machine.http.Bodies(kSettingsPage).back(), ::testing::EndsWith("$userPW:kept"));
 }
 
 TEST_F(SettingsTest, FileThatCannotBeWrittenIsRaised) {
