@@ -107,14 +107,16 @@ TEST(WebView, EngineIsNotTouchedBeforeAPageIsNeeded) {
   EXPECT_TRUE(page.machine.windows.HasWebEngine());
 }
 
-TEST(WebView, CommandsComeByClickScriptAndAddressAndThePageStays) {
+TEST(WebView, CommandsComeByClick) {
   ShownPage page;
   page.Write(
-      "<body style='margin:0'><a id='a' href='cmd:show:1' style='display:block;height:60px'>link</a>"
-      "<input id='mark' value='kept'></body>");
+      "<body style='margin:0'><a id='a' href='cmd:show:1' style='display:block;height:60px'>link</a></body>");
   page.ClickUntil({10, 20}, [&] { return !page.asked.empty(); });
   EXPECT_EQ(page.asked.front(), "cmd:show:1");
-  page.asked.clear();
+}
+
+TEST(WebView, CommandsComeByScriptAndAddressAndThePageStays) {
+  ShownPage page;
   page.Write(
       "<body><a id='a' href='cmd:show:2'>link</a><script>"
       "document.getElementById('a').click();"
