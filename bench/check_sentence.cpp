@@ -6,6 +6,8 @@
 #include <fstream>
 
 #include "app/compose.h"
+#include "base/posix_files.h"
+#include "base/sqlite.h"
 #include "bench/statistics.h"
 #include "core/set_file.h"
 #include "engine/data_dir.h"
@@ -14,9 +16,7 @@
 #include "platform/headless/poll_loop.h"
 #include "platform/host/host_environment.h"
 #include "platform/host/opencc.h"
-#include "platform/host/posix_files.h"
 #include "platform/host/posix_processes.h"
-#include "platform/host/sqlite_database.h"
 #include "platform/http.h"
 
 namespace {
@@ -75,8 +75,8 @@ void MeasureProgram(const std::filesystem::path& folder, const std::vector<std::
   HeadlessWindows windows;
   HeadlessDesktop desktop;
   InstantServer http;
-  PosixFiles files;
-  SqliteDatabases databases;
+  base::PosixFiles files;
+  base::SqliteDatabases databases;
   PosixProcesses processes(loop);
   OpenCcConverter chinese;
   Environment environment = ReadHostEnvironment("");
@@ -110,7 +110,7 @@ void MeasureEngine(const std::vector<std::string>& sentences) {
 }
 
 void MeasureOneShot(const std::filesystem::path& folder, const std::vector<std::string>& sentences) {
-  PosixFiles files;
+  base::PosixFiles files;
   const Environment environment = ReadHostEnvironment("");
   const std::string registry = folder / "registry.set";
   const std::string command =

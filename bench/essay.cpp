@@ -5,6 +5,8 @@
 #include <filesystem>
 
 #include "app/compose.h"
+#include "base/posix_files.h"
+#include "base/sqlite.h"
 #include "bench/statistics.h"
 #include "core/message.h"
 #include "engine/data_dir.h"
@@ -14,9 +16,7 @@
 #include "platform/headless/poll_loop.h"
 #include "platform/host/host_environment.h"
 #include "platform/host/opencc.h"
-#include "platform/host/posix_files.h"
 #include "platform/host/posix_processes.h"
-#include "platform/host/sqlite_database.h"
 #include "platform/http.h"
 #include "records/essay_records.h"
 
@@ -101,8 +101,8 @@ struct BenchedProgram {
   HeadlessWindows windows;
   HeadlessDesktop desktop;
   InstantServer http;
-  PosixFiles files;
-  SqliteDatabases databases;
+  base::PosixFiles files;
+  base::SqliteDatabases databases;
   PosixProcesses processes{loop};
   OpenCcConverter chinese;
   Machine machine{loop, windows, desktop, http, files, databases, processes, chinese, environment};

@@ -39,7 +39,7 @@ std::string Sentence(int i) {
 
 /// The plainest way to get the rows into the same tables.
 double BareInsert(Computer& computer, int rows) {
-  Database& db = computer.Records().Db();
+  base::Database& db = computer.Records().Db();
   return bench::Milliseconds([&] {
     db.Run("begin");
     for (int i = 0; i < rows; ++i) {

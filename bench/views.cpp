@@ -4,6 +4,8 @@
 #include <filesystem>
 #include <functional>
 
+#include "base/posix_files.h"
+#include "base/sqlite.h"
 #include "bench/statistics.h"
 #include "core/program.h"
 #include "core/text_utility.h"
@@ -11,9 +13,7 @@
 #include "platform/headless/virtual_loop.h"
 #include "platform/host/host_environment.h"
 #include "platform/host/opencc.h"
-#include "platform/host/posix_files.h"
 #include "platform/host/posix_processes.h"
-#include "platform/host/sqlite_database.h"
 #include "platform/http.h"
 #include "records/err_list_db.h"
 #include "records/record_db.h"
@@ -43,26 +43,26 @@ struct TemporaryFolder {
 };
 
 // Passes statements on and adds up the time that they take, the rows read included, the work on them not.
-class TimedDatabases : public Databases {
+class TimedDatabases : public base::Databases {
  public:
-  explicit TimedDatabases(Databases& databases) : databases_(databases) {}
-  std::unique_ptr<Database> Open(const std::filesystem::path& path, Mode mode) override {
+  explicit TimedDatabases(base::Databases& databases) : databases_(databases) {}
+  std::unique_ptr<base::Database> Open(const std::filesystem::path& path, Mode mode) override {
     return std::make_unique<Timed>(*this, databases_.Open(path, mode));
   }
-  std::unique_ptr<Database> Create(const std::filesystem::path& path) override {
+  std::unique_ptr<base::Database> Create(const std::filesystem::path& path) override {
     return std::make_unique<Timed>(*this, databases_.Create(path));
   }
   double milliseconds = 0;
 
  private:
-  class Timed : public Database {
+  class Timed : public base::Database {
    public:
-    Timed(TimedDatabases& owner, std::unique_ptr<Database> db) : owner_(owner), db_(std::move(db)) {}
-    void Run(std::string_view sql, const std::vector<DbValue>& parameters,
-             const std::function<void(const DbRow&)>& onRow) override {
+    Timed(TimedDatabases& owner, std::unique_ptr<base::Database> db) : owner_(owner), db_(std::move(db)) {}
+    void Run(std::string_view sql, const std::vector<base::DbValue>& parameters,
+             const std::function<void(const base::DbRow&)>& onRow) override {
       double inRows = 0;
       const double all = bench::Milliseconds([&] {
-        db_->Run(sql, parameters, [&](const DbRow& row) {
+        db_->Run(sql, parameters, [&](const base::DbRow& row) {
           if (onRow) inRows += bench::Milliseconds([&] { onRow(row); });
         });
       });
@@ -72,10 +72,10 @@ class TimedDatabases : public Databases {
 
    private:
     TimedDatabases& owner_;
-    std::unique_ptr<Database> db_;
+    std::unique_ptr<base::Database> db_;
   };
 
-  Databases& databases_;
+  base::Databases& databases_;
 };
 
 class Bench {
@@ -83,7 +83,7 @@ class Bench {
   Bench(const std::filesystem::path& shipped, const RealisticRecords& wish) : wish_(wish) {
     const auto path = folder_.path / "Marovane.mdb";
     std::filesystem::copy_file(shipped / "Marovane.mdb", path);
-    FillRealistically(*sqlite_.Open(path, Databases::Mode::kReadWrite), wish);
+    FillRealistically(*sqlite_.Open(path, base::Databases::Mode::kReadWrite), wish);
     program_.app.gConnRecords = "Data Source=" + path.string() + ";";
     program_.app.gConnErrList = "Data Source=" + (shipped / "err4list.mdb").string() + ";";
   }
@@ -125,8 +125,8 @@ class Bench {
   HeadlessWindows windows_;
   HeadlessDesktop desktop_;
   NoServer http_;
-  PosixFiles files_;
-  SqliteDatabases sqlite_;
+  base::PosixFiles files_;
+  base::SqliteDatabases sqlite_;
   TimedDatabases databases_{sqlite_};
   PosixProcesses processes_{loop_};
   OpenCcConverter chinese_;

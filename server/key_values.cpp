@@ -1,9 +1,6 @@
 #include "server/key_values.h"
 
-#include <fcntl.h>
 #include <fmt/format.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
@@ -11,6 +8,7 @@
 #include <stdexcept>
 #include <system_error>
 
+#include "base/posix_files.h"
 #include "server/text.h"
 
 namespace marovane {
@@ -20,32 +18,6 @@ namespace fs = std::filesystem;
 
 [[noreturn]] void Fail(const char* what, const fs::path& file) {
   throw std::system_error(errno, std::generic_category(), fmt::format("cannot {} {}", what, file.string()));
-}
-
-void MakePrivateFolder(const fs::path& folder) {
-  if (folder.empty() || fs::is_directory(folder)) return;
-  fs::create_directories(folder.parent_path());
-  if (mkdir(folder.c_str(), 0700) != 0 && errno != EEXIST) Fail("make the folder", folder);
-}
-
-/// Writes all bytes and has them reach the disk.
-bool WriteAll(int file, const std::string& bytes) {
-  std::size_t done = 0;
-  while (done < bytes.size()) {
-    const ssize_t written = write(file, bytes.data() + done, bytes.size() - done);
-    if (written < 0) return false;
-    done += static_cast<std::size_t>(written);
-  }
-  return fsync(file) == 0;
-}
-
-void WritePrivately(const fs::path& path, const std::string& bytes) {
-  unlink(path.c_str());
-  const int file = open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600);
-  if (file < 0) Fail("write", path);
-  const bool written = WriteAll(file, bytes);
-  close(file);
-  if (!written) Fail("write", path);
 }
 
 }  // namespace
@@ -82,10 +54,9 @@ void KeyValues::Set(const std::string& key, const std::string& value) {
 void KeyValues::Write(const fs::path& file) const {
   std::string text;
   for (const auto& [key, value] : lines_) text += fmt::format("{}={}\r\n", key, value);
-  MakePrivateFolder(file.parent_path());
-  const fs::path fresh = fmt::format("{}.{}.new", file.string(), getpid());
-  WritePrivately(fresh, text);
-  if (rename(fresh.c_str(), file.c_str()) != 0) Fail("replace", file);
+  base::PosixFiles files;
+  files.CreateFolder(file.parent_path(), true);
+  base::RewriteFile(files, file, text, true);
 }
 
 }  // namespace marovane

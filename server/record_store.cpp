@@ -2,9 +2,12 @@
 
 #include <fmt/format.h>
 
+#include <utility>
+
+#include "base/transaction.h"
 #include "server/digest.h"
+#include "server/store_database.h"
 #include "server/text.h"
-#include "server/transaction.h"
 
 namespace marovane {
 
@@ -20,32 +23,32 @@ constexpr const char* kEqualSentences =
 constexpr const char* kSameEssays =
     " FROM essay WHERE account = ? AND day = ? AND essay_id = ? AND work_id = ? AND org_essay = ?";
 
-std::vector<std::string> With(const std::string& first, const std::vector<std::string>& rest) {
-  std::vector<std::string> all{first};
+std::vector<base::DbValue> With(const std::string& first, const std::vector<std::string>& rest) {
+  std::vector<base::DbValue> all{first};
   all.insert(all.end(), rest.begin(), rest.end());
   return all;
 }
 
-std::vector<std::string> EssayIdentity(const std::string& account, const PostedRow& row) {
+std::vector<base::DbValue> EssayIdentity(const std::string& account, const PostedRow& row) {
   const auto& columns = row.columns;  // of which the 6th is org_essay
   return {account, columns[0], columns[1], columns[2], columns[5]};
 }
 
 }  // namespace
 
-std::string RecordStore::First(const std::string& sql, const std::vector<std::string>& parameters) {
-  std::string first;
-  database_.Run(sql, parameters, [&](std::string value) { first = std::move(value); });
-  return first;
+RecordStore::RecordStore(const std::filesystem::path& file) : database_(OpenStoreDatabase(file)) {}
+
+std::string RecordStore::First(const std::string& sql, const std::vector<base::DbValue>& parameters) {
+  return database_->Text(sql, parameters).value_or("");
 }
 
 void RecordStore::TakePost(const std::string& account, const std::string& postId,
                            const std::vector<PostedRow>& rows) {
   const std::lock_guard lock(mutex_);
-  Transaction transaction(database_);
+  base::Transaction transaction(*database_);
   if (!postId.empty()) {
     if (!First("SELECT 1 FROM post WHERE account = ? AND id = ?", {account, postId}).empty()) return;
-    database_.Run("INSERT INTO post VALUES (?, ?)", {account, postId});
+    database_->Run("INSERT INTO post VALUES (?, ?)", {account, postId});
   }
   for (const PostedRow& row : rows) {
     if (row.isDeletion) Delete(account, row);
@@ -60,26 +63,26 @@ void RecordStore::Delete(const std::string& account, const PostedRow& row) {
   const bool isEssay = row.kind == RecordKind::kEssay;
   const std::string matching = isEssay ? kSameEssays : kEqualSentences;
   const auto parameters = isEssay ? EssayIdentity(account, row) : With(account, row.columns);
-  if (std::stoul(First("SELECT count(*)" + matching, parameters)) <= row.kept) return;
+  if (std::cmp_less_equal(database_->Number("SELECT count(*)" + matching, parameters), row.kept)) return;
   const std::string newest = First("SELECT max(id)" + matching, parameters);
-  database_.Run(fmt::format("DELETE FROM {} WHERE id = ?", isEssay ? "essay" : "sentence"), {newest});
+  database_->Run(fmt::format("DELETE FROM {} WHERE id = ?", isEssay ? "essay" : "sentence"), {newest});
 }
 
 void RecordStore::Insert(const std::string& account, const PostedRow& row) {
   if (row.kind != RecordKind::kEssay) {
-    database_.Run(
+    database_->Run(
         fmt::format("INSERT INTO sentence (account, {}) VALUES (?, ?, ?, ?, ?, ?, ?)", kSentenceColumns),
         With(account, row.columns));
     return;
   }
   const std::string same = First(std::string("SELECT max(id)") + kSameEssays, EssayIdentity(account, row));
   if (same.empty()) {
-    database_.Run(
+    database_->Run(
         fmt::format("INSERT INTO essay (account, {}) VALUES (?, ?, ?, ?, ?, ?, ?, ?)", kEssayColumns),
         With(account, row.columns));
   } else {
     // An essay that was handed in stays so, whatever a computer still posts that has not heard of it.
-    database_.Run(
+    database_->Run(
         "UPDATE essay SET final_set = CASE final_set WHEN 'Y' THEN 'Y' ELSE ? END, quiz = ?, new_essay = ?"
         " WHERE id = ?",
         {row.columns[3], row.columns[4], row.columns[6], same});
@@ -88,7 +91,7 @@ void RecordStore::Insert(const std::string& account, const PostedRow& row) {
 
 void RecordStore::Merge(const std::string& account, const std::string& from) {
   const std::lock_guard lock(mutex_);
-  Transaction transaction(database_);
+  base::Transaction transaction(*database_);
   CopySince("sentence", account, from);
   CopySince("essay", account, from);
   transaction.Commit();
@@ -101,12 +104,12 @@ void RecordStore::CopySince(const std::string& table, const std::string& account
   const std::string newest = First(fmt::format("SELECT max(id) FROM {} WHERE account = ?", table), {from});
   if (newest.empty()) return;
   const char* const columns = table == "essay" ? kEssayColumns : kSentenceColumns;
-  database_.Run(fmt::format("INSERT INTO {0} (account, {1}) SELECT ?, {1} FROM {0} WHERE account = ?"
-                            " AND id > CAST(? AS INTEGER) ORDER BY id",
-                            table, columns),
-                {account, from, last});
-  database_.Run("INSERT OR REPLACE INTO merge VALUES (?, ?, ?, CAST(? AS INTEGER))",
-                {account, from, table, newest});
+  database_->Run(fmt::format("INSERT INTO {0} (account, {1}) SELECT ?, {1} FROM {0} WHERE account = ?"
+                             " AND id > CAST(? AS INTEGER) ORDER BY id",
+                             table, columns),
+                 {account, from, last});
+  database_->Run("INSERT OR REPLACE INTO merge VALUES (?, ?, ?, CAST(? AS INTEGER))",
+                 {account, from, table, newest});
 }
 
 std::string RecordStore::ChecksumText(const std::string& account, const std::string& fromDay) {
@@ -126,11 +129,11 @@ std::string RecordStore::ChecksumText(const std::string& account, const std::str
 std::uint64_t RecordStore::Digest(const std::string& account, const std::string& fromDay) {
   const std::lock_guard lock(mutex_);
   std::uint64_t sum = 0;
-  const auto add = [&](const std::vector<std::string>& row) { sum += RowHash(row); };
-  database_.RunRows(fmt::format("SELECT {} FROM sentence WHERE account = ? AND day >= ?", kSentenceColumns),
-                    {account, fromDay}, add);
-  database_.RunRows(fmt::format("SELECT {} FROM essay WHERE account = ? AND day >= ?", kEssayColumns),
-                    {account, fromDay}, add);
+  const auto add = [&](const base::DbRow& row) { sum += RowHash(row.Texts()); };
+  database_->Run(fmt::format("SELECT {} FROM sentence WHERE account = ? AND day >= ?", kSentenceColumns),
+                 {account, fromDay}, add);
+  database_->Run(fmt::format("SELECT {} FROM essay WHERE account = ? AND day >= ?", kEssayColumns),
+                 {account, fromDay}, add);
   return sum;
 }
 
@@ -140,12 +143,11 @@ std::vector<std::vector<std::string>> RecordStore::Rows(const std::string& accou
   const char* const condition = isEssay ? "1" : kind == RecordKind::kRight ? "errcode = ''" : "errcode <> ''";
   const std::lock_guard lock(mutex_);
   std::vector<std::vector<std::string>> rows;
-  database_.RunRows(
+  database_->Run(
       fmt::format("SELECT id, {} FROM {} WHERE account = ? AND {} AND id > CAST(? AS INTEGER)"
                   " ORDER BY id LIMIT CAST(? AS INTEGER)",
                   isEssay ? kEssayColumns : kSentenceColumns, isEssay ? "essay" : "sentence", condition),
-      {account, after, std::to_string(limit)},
-      [&](const std::vector<std::string>& row) { rows.push_back(row); });
+      {account, after, std::to_string(limit)}, [&](const base::DbRow& row) { rows.push_back(row.Texts()); });
   return rows;
 }
 

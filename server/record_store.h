@@ -3,11 +3,12 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <memory>
 #include <mutex>
 #include <string>
 #include <vector>
 
-#include "server/sqlite.h"
+#include "base/database.h"
 
 namespace marovane {
 
@@ -27,7 +28,7 @@ struct PostedRow {
 /// call is one transaction. Throws std::runtime_error when the database fails; then nothing has changed.
 class RecordStore {
  public:
-  explicit RecordStore(const std::filesystem::path& file) : database_(file) {}
+  explicit RecordStore(const std::filesystem::path& file);
 
   /// Takes the rows of a post: first the deletions, then the new rows in their order. A post that was taken
   /// before, told by its identifier, changes nothing; a post without one ("") is always taken.
@@ -51,11 +52,11 @@ class RecordStore {
  private:
   void Delete(const std::string& account, const PostedRow& row);
   void Insert(const std::string& account, const PostedRow& row);
-  std::string First(const std::string& sql, const std::vector<std::string>& parameters);
+  std::string First(const std::string& sql, const std::vector<base::DbValue>& parameters);
   void CopySince(const std::string& table, const std::string& account, const std::string& from);
 
   std::mutex mutex_;
-  Sqlite database_;
+  std::unique_ptr<base::Database> database_;
 };
 
 }  // namespace marovane

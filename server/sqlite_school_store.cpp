@@ -1,13 +1,14 @@
 #include <mutex>
 
+#include "base/transaction.h"
 #include "server/school_store.h"
-#include "server/sqlite.h"
-#include "server/transaction.h"
+#include "server/store_database.h"
 
 namespace marovane {
 namespace {
 
 using Row = std::vector<std::string>;
+using Values = std::vector<base::DbValue>;
 
 constexpr const char* kClasses =
     "SELECT id, name, (SELECT count(*) FROM pupil WHERE class = class.id),"
@@ -59,7 +60,7 @@ std::string AssignmentsSql(const char* condition) {
 
 class SqliteSchoolStore : public SchoolStore {
  public:
-  explicit SqliteSchoolStore(const std::filesystem::path& file) : database_(file) {}
+  explicit SqliteSchoolStore(const std::filesystem::path& file) : database_(OpenStoreDatabase(file)) {}
 
   std::optional<Teacher> FindTeacher(const std::string& login) override {
     return First<Teacher>("SELECT login, name, password_hash FROM teacher WHERE login = ?", {login},
@@ -88,10 +89,7 @@ class SqliteSchoolStore : public SchoolStore {
 
   std::string AddClass(const std::string& teacher, const std::string& name) override {
     const std::lock_guard lock(mutex_);
-    std::string id;
-    database_.Run("INSERT INTO class (teacher, name) VALUES (?, ?) RETURNING id", {teacher, name},
-                  [&](std::string value) { id = std::move(value); });
-    return id;
+    return *database_->Text("INSERT INTO class (teacher, name) VALUES (?, ?) RETURNING id", {teacher, name});
   }
 
   bool RenameClass(const std::string& teacher, const std::string& classId, const std::string& name) override {
@@ -116,15 +114,12 @@ class SqliteSchoolStore : public SchoolStore {
   bool AddPupils(const std::string& teacher, const std::string& classId,
                  const std::vector<Pupil>& pupils) override {
     const std::lock_guard lock(mutex_);
-    Transaction transaction(database_);
-    bool isOwn = false;
-    database_.Run(std::string("SELECT ") + kOwnClass, {classId, teacher},
-                  [&](const std::string& id) { isOwn = !id.empty(); });
-    if (!isOwn) return false;
+    base::Transaction transaction(*database_);
+    if (database_->Text(std::string("SELECT ") + kOwnClass, {classId, teacher}) == "") return false;
     for (const Pupil& pupil : pupils) {
-      database_.Run("INSERT INTO account (number, password_hash) VALUES (?, ?) ON CONFLICT DO NOTHING",
-                    {pupil.account, pupil.passwordHash});
-      database_.Run(
+      database_->Run("INSERT INTO account (number, password_hash) VALUES (?, ?) ON CONFLICT DO NOTHING",
+                     {pupil.account, pupil.passwordHash});
+      database_->Run(
           "INSERT INTO pupil VALUES (CAST(? AS INTEGER), ?, ?)"
           " ON CONFLICT (class, account) DO UPDATE SET name = excluded.name",
           {classId, pupil.account, pupil.name});
@@ -201,21 +196,20 @@ class SqliteSchoolStore : public SchoolStore {
                           const std::string& day) override {
     if (!FindAssignment(account, topicId)) return HandInResult::kNoTopic;
     const std::lock_guard lock(mutex_);
-    Transaction transaction(database_);
+    base::Transaction transaction(*database_);
     const bool isThere =
         Changes("UPDATE essay SET final_set = 'Y' WHERE account = ? AND essay_id = ? AND work_id = ?",
                 {account, essayId, topicId});
     if (!isThere) return HandInResult::kNoEssay;
-    database_.Run(
+    database_->Run(
         "INSERT INTO hand_in (topic, account, essay_id, day, org_essay, new_essay)"
         " SELECT work_id, account, essay_id, ?, org_essay, new_essay FROM essay"
         " WHERE account = ? AND essay_id = ? AND work_id = ? ORDER BY id DESC LIMIT 1"
         " ON CONFLICT DO NOTHING",
         {day, account, essayId, topicId});
-    bool isThisOne = false;
-    database_.Run("SELECT essay_id FROM hand_in WHERE topic = ? AND account = ?", {topicId, account},
-                  [&](const std::string& handedIn) { isThisOne = handedIn == essayId; });
-    if (!isThisOne) return HandInResult::kOtherEssay;
+    const auto handedIn =
+        database_->Text("SELECT essay_id FROM hand_in WHERE topic = ? AND account = ?", {topicId, account});
+    if (handedIn != essayId) return HandInResult::kOtherEssay;
     transaction.Commit();
     return HandInResult::kTaken;
   }
@@ -224,33 +218,31 @@ class SqliteSchoolStore : public SchoolStore {
   static Teacher TeacherOf(const Row& row) { return {row[0], row[1], row[2]}; }
 
   template <typename Item, typename Make>
-  std::vector<Item> All(const std::string& sql, const Row& parameters, Make make) {
+  std::vector<Item> All(const std::string& sql, const Values& parameters, Make make) {
     const std::lock_guard lock(mutex_);
     std::vector<Item> items;
-    database_.RunRows(sql, parameters, [&](const Row& row) { items.push_back(make(row)); });
+    database_->Run(sql, parameters, [&](const base::DbRow& row) { items.push_back(make(row.Texts())); });
     return items;
   }
 
   template <typename Item, typename Make>
-  std::optional<Item> First(const std::string& sql, const Row& parameters, Make make) {
+  std::optional<Item> First(const std::string& sql, const Values& parameters, Make make) {
     auto items = All<Item>(sql, parameters, make);
     return items.empty() ? std::nullopt : std::optional<Item>(std::move(items[0]));
   }
 
   /// Whether the statement has changed a row.
-  bool Changes(const std::string& sql, const Row& parameters) {
-    bool changed = false;
-    database_.Run(sql + " RETURNING 1", parameters, [&](const std::string&) { changed = true; });
-    return changed;
+  bool Changes(const std::string& sql, const Values& parameters) {
+    return database_->Text(sql + " RETURNING 1", parameters).has_value();
   }
 
-  bool Write(const std::string& sql, const Row& parameters) {
+  bool Write(const std::string& sql, const Values& parameters) {
     const std::lock_guard lock(mutex_);
     return Changes(sql, parameters);
   }
 
   std::mutex mutex_;
-  Sqlite database_;
+  std::unique_ptr<base::Database> database_;
 };
 
 }  // namespace

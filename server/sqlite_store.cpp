@@ -4,10 +4,11 @@
 #include <mutex>
 #include <stdexcept>
 
+#include "base/transaction.h"
 #include "server/record_tables.h"
 #include "server/school_tables.h"
-#include "server/sqlite.h"
 #include "server/store.h"
+#include "server/store_database.h"
 
 namespace marovane {
 namespace {
@@ -49,24 +50,25 @@ constexpr std::array<const char*, 5> kSchemaSteps = {R"(
 )",
                                                      kRecordTables, kSchoolTables};
 
-std::size_t SchemaVersion(Sqlite& database) {
-  std::size_t version = 0;
-  database.Run("PRAGMA user_version", {}, [&](const std::string& text) { version = std::stoul(text); });
-  return version;
+std::size_t SchemaVersion(base::Database& database) {
+  return static_cast<std::size_t>(database.Number("PRAGMA user_version"));
 }
 
-void BringUpToDate(Sqlite& database) {
+void BringUpToDate(base::Database& database, const std::filesystem::path& file) {
   if (SchemaVersion(database) == kSchemaSteps.size()) return;
-  database.RunScript("BEGIN IMMEDIATE");
+  base::Transaction transaction(database);
   const std::size_t version = SchemaVersion(database);
-  if (version > kSchemaSteps.size()) throw std::runtime_error("the database was made by a newer version");
+  if (version > kSchemaSteps.size()) {
+    throw std::runtime_error(fmt::format("{} was made by a newer version", file.string()));
+  }
   for (std::size_t step = version; step < kSchemaSteps.size(); ++step) database.RunScript(kSchemaSteps[step]);
-  database.RunScript(fmt::format("PRAGMA user_version = {}; COMMIT", kSchemaSteps.size()));
+  database.Run(fmt::format("PRAGMA user_version = {}", kSchemaSteps.size()));
+  transaction.Commit();
 }
 
 class SqliteStore : public Store {
  public:
-  explicit SqliteStore(const std::filesystem::path& file) : database_(file) { BringUpToDate(database_); }
+  explicit SqliteStore(std::unique_ptr<base::Database> database) : database_(std::move(database)) {}
 
   std::optional<std::string> PasswordHash(const std::string& account) override {
     return First("SELECT password_hash FROM account WHERE number = ?", {account});
@@ -114,28 +116,28 @@ class SqliteStore : public Store {
   }
 
  private:
-  std::optional<std::string> First(const std::string& sql, const std::vector<std::string>& parameters) {
+  std::optional<std::string> First(const std::string& sql, const std::vector<base::DbValue>& parameters) {
     const std::lock_guard lock(mutex_);
-    std::optional<std::string> first;
-    database_.Run(sql, parameters, [&](std::string value) { first = std::move(value); });
-    return first;
+    return database_->Text(sql, parameters);
   }
 
-  void Write(const std::string& sql, const std::vector<std::string>& parameters) {
+  void Write(const std::string& sql, const std::vector<base::DbValue>& parameters) {
     const std::lock_guard lock(mutex_);
-    database_.Run(sql, parameters);
+    database_->Run(sql, parameters);
   }
 
   std::mutex mutex_;
-  Sqlite database_;
+  std::unique_ptr<base::Database> database_;
 };
 
 }  // namespace
 
 std::unique_ptr<Store> OpenSqliteStore(const std::filesystem::path& file) try {
-  return std::make_unique<SqliteStore>(file);
+  auto database = OpenStoreDatabase(file);
+  BringUpToDate(*database, file);
+  return std::make_unique<SqliteStore>(std::move(database));
 } catch (const std::exception& error) {
-  throw std::runtime_error(fmt::format("cannot use the database {}: {}", file.string(), error.what()));
+  throw std::runtime_error(fmt::format("cannot use the database: {}", error.what()));
 }
 
 }  // namespace marovane

@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 #include <unistd.h>
 
+#include "base/posix_files.h"
 #include "updater/package_list.h"
 #include "updater/refusal.h"
 
@@ -26,7 +27,7 @@ void Point(const fs::path& link, const std::string& name) {
   std::error_code ignored;
   fs::remove(fresh, ignored);
   fs::create_directory_symlink(fs::path("versions") / name, fresh);
-  fs::rename(fresh, link);
+  base::PosixFiles().Rename(fresh, link);
 }
 
 }  // namespace

@@ -28,7 +28,7 @@ Installation FindInstallation(const std::filesystem::path& programFolder);
 std::string FreeName(const Installation& installation, const std::string& version);
 
 /// Has another version run from now on; `previous` then leads to the one that ran. Each link is replaced in
-/// one step. Throws std::filesystem::filesystem_error.
+/// one step. Throws base::FileError or std::filesystem::filesystem_error.
 void SwitchTo(Installation& installation, const std::string& name);
 
 /// Goes back to the previous version. Throws Refusal when there is none.

@@ -15,6 +15,7 @@
 #include <fstream>
 #include <thread>
 
+#include "base/files.h"
 #include "updater/child.h"
 #include "updater/installation.h"
 #include "updater/refusal.h"
@@ -86,10 +87,14 @@ void StartAndGoBackWhenItFails(const fs::path& programFolder) {
 
 std::string TextFor(const std::exception& error) {
   if (dynamic_cast<const Refusal*>(&error) != nullptr) return error.what();
-  const auto* const failure = dynamic_cast<const fs::filesystem_error*>(&error);
-  if (failure != nullptr && failure->code() == std::errc::no_space_on_device) {
-    return "磁碟空間不足，沒有更新任何檔案。請清出一些空間再試。";
+  constexpr const char* kDiskFull = "磁碟空間不足，沒有更新任何檔案。請清出一些空間再試。";
+  if (const auto* const unwritten = dynamic_cast<const base::FileError*>(&error)) {
+    if (unwritten->IsDiskFull()) return kDiskFull;
+    return fmt::format("無法寫入 {}（{}），沒有更新任何檔案。", unwritten->path.string(),
+                       unwritten->code.message());
   }
+  const auto* const failure = dynamic_cast<const fs::filesystem_error*>(&error);
+  if (failure != nullptr && failure->code() == std::errc::no_space_on_device) return kDiskFull;
   return fmt::format("更新沒有完成（{}），已保留原來的版本。", error.what());
 }
 

@@ -4,17 +4,14 @@
 //   mrv_package publish TREE KEYFILE FOLDER [--as mrv_updater|mrv_reinstaller]
 //       TREE is an installed program (bin/ and share/ stand in it). FOLDER is what the web server serves.
 #include <fmt/format.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <cstdio>
 #include <filesystem>
-#include <fstream>
-#include <iterator>
-#include <memory>
 #include <vector>
 
+#include "base/posix_files.h"
 #include "updater/child.h"
 #include "updater/package_list.h"
 #include "updater/signature.h"
@@ -29,30 +26,12 @@ constexpr const char* kUsage =
     "       mrv_package publish TREE KEYFILE FOLDER [--as mrv_updater|mrv_reinstaller]\n"
     "without --as, both lists are published\n";
 
-std::string ReadWhole(const fs::path& path) {
-  std::ifstream file(path, std::ios::binary);
-  std::string bytes{std::istreambuf_iterator<char>(file), {}};
-  if (!file) throw std::runtime_error("cannot read " + path.string());
-  return bytes;
-}
-
-// Whoever fetches it meanwhile gets the old file or the new one whole.
-void WriteBeside(const fs::path& path, const std::string& bytes) {
-  const fs::path fresh = path.string() + ".new";
-  std::ofstream file(fresh, std::ios::binary | std::ios::trunc);
-  file << bytes;
-  file.close();
-  if (!file) throw std::runtime_error("cannot write " + fresh.string());
-  fs::rename(fresh, path);
-}
-
 void WriteKeys(const fs::path& file) {
   if (fs::exists(file)) throw std::runtime_error(file.string() + " exists already");
   const KeyPair keys = MakeKeyPair();
-  const mode_t old = umask(S_IRWXG | S_IRWXO);
-  WriteBeside(file, keys.secret + "\n");
-  umask(old);
-  WriteBeside(file.string() + ".pub", keys.open + "\n");
+  base::PosixFiles files;
+  base::RewriteFile(files, file, keys.secret + "\n", true);
+  base::RewriteFile(files, file.string() + ".pub", keys.open + "\n", false);
 }
 
 // What its own program says, so that list and program cannot disagree.
@@ -86,12 +65,14 @@ std::vector<fs::path> FilesOf(const fs::path& tree) {
 ListedFile Publish(const fs::path& tree, const fs::path& file, const fs::path& folder) {
   const std::string path = file.generic_string();
   if (!IsSafePath(path)) throw std::runtime_error("a file has an unusable name: " + path);
-  const std::string bytes = ReadWhole(tree / file);
+  base::PosixFiles files;
+  const std::string bytes = files.Read(tree / file);
   Sha256 digest;
   digest.Take(bytes);
   ListedFile listed{path, access((tree / file).c_str(), X_OK) == 0, bytes.size(), digest.Digits()};
   const fs::path place = folder / "files" / listed.sha256;
-  if (!fs::exists(place)) WriteBeside(place, bytes);
+  // Whoever fetches it meanwhile gets nothing or the whole.
+  if (!fs::exists(place)) base::RewriteFile(files, place, bytes, false);
   return listed;
 }
 
@@ -100,8 +81,9 @@ void PublishTree(const fs::path& tree, const fs::path& keyFile, const fs::path& 
   PackageList list{VersionOf(tree), {}};
   fs::create_directories(folder / "files");
   for (const auto& file : FilesOf(tree)) list.files.push_back(Publish(tree, file, folder));
-  const std::string published = Signed(WriteList(list), ReadWhole(keyFile));
-  for (const auto& word : words) WriteBeside(folder / (word + ".list"), published);
+  base::PosixFiles files;
+  const std::string published = Signed(WriteList(list), files.Read(keyFile));
+  for (const auto& word : words) base::RewriteFile(files, folder / (word + ".list"), published, false);
   fmt::print("{} {}: {} files, {} bytes\n", fmt::join(words, " "), list.version, list.files.size(),
              list.Length());
 }

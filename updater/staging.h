@@ -9,7 +9,8 @@
 /// The folder is removed again with this object, unless the version was kept.
 class Staging {
  public:
-  /// Makes an empty folder below versions/; what an interrupted update left there is removed.
+  /// Makes an empty folder below versions/; what an interrupted update left there is removed. Throws
+  /// base::FileError, as all of it does where it cannot write.
   explicit Staging(const std::filesystem::path& versions);
   ~Staging();
   Staging(const Staging&) = delete;
@@ -22,7 +23,7 @@ class Staging {
   void Bring(const PackageList& list, Source& source, const std::filesystem::path& installed);
   /// Takes over what an installation was told, such as its servers, unless the new version says it anew.
   void CarryOver(const std::filesystem::path& installed) const;
-  /// Gives the version its place, in one step. Throws std::filesystem::filesystem_error.
+  /// Gives the version its place, in one step.
   void Keep(const std::filesystem::path& place);
 
  private:

@@ -1,18 +1,15 @@
 // Unpacks the files that stand behind its own bytes: NAME -d DIRECTORY. Nothing is written before the
 // checksum was found right; each file is written beside its place and then renamed.
-#include <fcntl.h>
 #include <fmt/format.h>
 #include <sys/stat.h>
-#include <unistd.h>
 
-#include <cerrno>
 #include <charconv>
 #include <csignal>
 #include <cstdio>
 #include <filesystem>
-#include <system_error>
 #include <vector>
 
+#include "base/posix_files.h"
 #include "format.h"
 
 namespace {
@@ -68,32 +65,6 @@ std::vector<Entry> Entries(std::string_view files) {
   return entries;
 }
 
-[[noreturn]] void Fail(const fs::path& path) {
-  throw std::runtime_error(fmt::format("{}: {}", path.string(), std::generic_category().message(errno)));
-}
-
-void WriteAll(int file, std::string_view bytes, const fs::path& path) {
-  while (!bytes.empty()) {
-    const ssize_t written = write(file, bytes.data(), bytes.size());
-    if (written < 0 && errno != EINTR) Fail(path);
-    if (written > 0) bytes.remove_prefix(static_cast<std::size_t>(written));
-  }
-}
-
-void WriteBeside(const fs::path& path, std::string_view bytes) {
-  const int file = open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, S_IRUSR | S_IWUSR);
-  if (file < 0) Fail(path);
-  try {
-    WriteAll(file, bytes, path);
-    if (fsync(file) < 0) Fail(path);
-  } catch (...) {
-    close(file);
-    unlink(path.c_str());
-    throw;
-  }
-  close(file);
-}
-
 // A file that says the same already is left alone: most starts find nothing to do.
 bool IsThere(const fs::path& path, const Entry& entry) {
   if (!fs::exists(path)) return false;
@@ -101,14 +72,12 @@ bool IsThere(const fs::path& path, const Entry& entry) {
 }
 
 void Unpack(const std::vector<Entry>& entries, const fs::path& folder) {
+  base::PosixFiles files;
   for (const Entry& entry : entries) {
     const fs::path path = folder / entry.name;
     if (IsThere(path, entry)) continue;
-    fs::create_directories(path.parent_path());
-    fs::path fresh = path;
-    fresh += ".new";
-    WriteBeside(fresh, entry.bytes);
-    fs::rename(fresh, path);
+    files.CreateFolder(path.parent_path(), true);
+    base::RewriteFile(files, path, entry.bytes, true);
   }
 }
 

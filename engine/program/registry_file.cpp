@@ -1,18 +1,17 @@
 #include "engine/program/registry_file.h"
 
-#include <fcntl.h>
 #include <fmt/format.h>
 #include <iconv.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
-#include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <fstream>
 #include <iterator>
 #include <stdexcept>
 
+#include "base/posix_files.h"
 #include "engine/tolvex.h"
 
 namespace tolvex {
@@ -42,15 +41,6 @@ std::vector<std::string> SplitLines(std::string_view text) {
   throw std::runtime_error(fmt::format("{} {}: {}", what, path.string(), std::strerror(errno)));
 }
 
-void WriteAll(int file, std::string_view bytes, const std::filesystem::path& path) {
-  while (!bytes.empty()) {
-    const auto written = write(file, bytes.data(), bytes.size());
-    if (written < 0) Fail("cannot write", path);
-    bytes.remove_prefix(static_cast<std::size_t>(written));
-  }
-  if (fsync(file) != 0) Fail("cannot write", path);
-}
-
 }  // namespace
 
 std::string FromCp950(std::string_view bytes) {
@@ -67,22 +57,13 @@ std::string FromCp950(std::string_view bytes) {
   return ok ? out.substr(0, out.size() - outLeft) : in;
 }
 
-void WriteWhole(const std::filesystem::path& path, std::string_view bytes) {
-  std::string temporary = path.string() + ".XXXXXX";
-  const int file = mkstemp(temporary.data());
-  if (file < 0) Fail("cannot create a file beside", path);
-  try {
-    WriteAll(file, bytes, path);
-  } catch (...) {
-    close(file);
-    unlink(temporary.c_str());
-    throw;
-  }
-  close(file);
-  if (std::rename(temporary.c_str(), path.c_str()) != 0) {
-    unlink(temporary.c_str());
-    Fail("cannot replace", path);
-  }
+std::filesystem::path WriteFresh(std::string_view ending, std::string_view bytes) {
+  const std::filesystem::path path = std::filesystem::current_path() / fmt::format("tmpXXXXXX{}", ending);
+  std::string name = path.string();
+  const base::FileDescriptor file(mkstemps(name.data(), static_cast<int>(ending.size())));
+  if (!file.IsOpen()) throw base::FileError("create", path, errno);
+  base::PosixFiles().Write(name, bytes, true);
+  return name;
 }
 
 RegistryFile::RegistryFile(std::filesystem::path path) : path_(std::move(path)) {
@@ -114,7 +95,8 @@ void RegistryFile::Set(std::string_view key, std::string_view value) {
 void RegistryFile::Write() const {
   std::string bytes;
   for (const std::string& line : lines_) bytes += line + "\r\n";
-  WriteWhole(path_, bytes);
+  base::PosixFiles files;
+  base::RewriteFile(files, path_, bytes, true);
 }
 
 }  // namespace tolvex

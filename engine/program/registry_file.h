@@ -29,10 +29,10 @@ class RegistryFile {
   std::vector<std::string> lines_;
 };
 
+/// Writes a file under a fresh name in the working directory. Throws base::Error.
+std::filesystem::path WriteFresh(std::string_view ending, std::string_view bytes);
+
 /// Text in CP950 as UTF-8; bytes that are no CP950 text come back unchanged.
 std::string FromCp950(std::string_view bytes);
-
-/// Writes a file through a temporary one beside it and a rename. Throws std::runtime_error on failure.
-void WriteWhole(const std::filesystem::path& path, std::string_view bytes);
 
 }  // namespace tolvex

@@ -1,7 +1,5 @@
 // tolvex2.exe: judges the sentence of registry.set in the working directory and leaves the answer there.
 #include <fmt/format.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
 #include <cstdio>
 #include <cstdlib>
@@ -19,15 +17,9 @@ namespace fs = std::filesystem;
 constexpr int kBadRequest = 2;
 constexpr std::string_view kFiller = "\r\n";  // the reader of the page skips its first two bytes
 
-/// Writes the page under a fresh name in the working directory.
 fs::path WritePage(std::string_view sentence, const tolvex::Judgement& judgement) {
-  std::string name = (fs::current_path() / "tmpXXXXXX.htm").string();
-  const int file = mkstemps(name.data(), 4);
-  if (file < 0) throw std::runtime_error("cannot create the result page in " + fs::current_path().string());
-  close(file);
-  tolvex::WriteWhole(name,
-                     std::string(kFiller) + tolvex::PageInBig5(tolvex::ResultPage(sentence, judgement)));
-  return name;
+  const std::string page = tolvex::PageInBig5(tolvex::ResultPage(sentence, judgement));
+  return tolvex::WriteFresh(".htm", std::string(kFiller) + page);
 }
 
 void Answer(tolvex::RegistryFile& registry, const std::string& sentence, bool essayMode) {

@@ -3,8 +3,6 @@
 
 #include <fmt/format.h>
 #include <fmt/ranges.h>
-#include <sys/stat.h>
-#include <unistd.h>
 
 #include <cstdlib>
 #include <stdexcept>
@@ -33,16 +31,6 @@ std::string AnswerText(const std::string& query) {
   return text;
 }
 
-/// Writes the answer under a fresh name in the working directory.
-fs::path WriteAnswer(std::string_view text) {
-  std::string name = (fs::current_path() / "tmpXXXXXX.txt").string();
-  const int file = mkstemps(name.data(), 4);
-  if (file < 0) throw std::runtime_error("cannot create the answer in " + fs::current_path().string());
-  close(file);
-  tolvex::WriteWhole(name, tolvex::PageInBig5(text));
-  return name;
-}
-
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -51,7 +39,8 @@ int main(int argc, char** argv) {
     // A word with blanks arrives as several arguments.
     const std::string query =
         fmt::format("{}", fmt::join(std::vector<std::string>(argv + 1, argv + argc), " "));
-    registry.Set("collocationListHtm", WriteAnswer(AnswerText(query)).string());
+    const std::string answer = tolvex::PageInBig5(AnswerText(query));
+    registry.Set("collocationListHtm", tolvex::WriteFresh(".txt", answer).string());
     registry.Write();
     return EXIT_SUCCESS;
   } catch (const std::exception& error) {

@@ -1,9 +1,9 @@
 #include "app/embedded_server.h"
 
+#include "base/files.h"
 #include "core/places.h"
 #include "core/set_file.h"
 #include "platform/environment.h"
-#include "platform/files.h"
 #include "platform/machine.h"
 #include "platform/processes.h"
 #include "platform/run_time_error.h"

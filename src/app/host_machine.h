@@ -3,12 +3,12 @@
 
 #include <string>
 
+#include "base/posix_files.h"
+#include "base/sqlite.h"
 #include "platform/host/curl_http.h"
 #include "platform/host/host_environment.h"
 #include "platform/host/opencc.h"
-#include "platform/host/posix_files.h"
 #include "platform/host/posix_processes.h"
-#include "platform/host/sqlite_database.h"
 #include "platform/machine.h"
 
 struct HostMachine {
@@ -20,8 +20,8 @@ struct HostMachine {
 
   Environment environment;
   CurlHttp http;
-  PosixFiles files;
-  SqliteDatabases databases;
+  base::PosixFiles files;
+  base::SqliteDatabases databases;
   PosixProcesses processes;
   OpenCcConverter chinese;
   Machine machine;

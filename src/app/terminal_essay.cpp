@@ -7,11 +7,11 @@
 
 #include "app/compose.h"
 #include "app/terminal_command.h"
+#include "base/files.h"
 #include "core/text_utility.h"
 #include "essay/report_window.h"
 #include "essay/walk_steps.h"
 #include "platform/event_loop.h"
-#include "platform/files.h"
 #include "platform/html.h"
 #include "platform/machine.h"
 #include "platform/run_time_error.h"
@@ -132,8 +132,8 @@ int TerminalEssay::Report(const std::string& essayId, const std::string& htmlFil
   if (htmlFile.empty()) {
     fmt::print("{}", HtmlToText(page));
   } else {
-    RewriteFile(composition_.program.machine.files, htmlFile, Replace(page, "charset=big5", "charset=utf-8"),
-                false);
+    base::RewriteFile(composition_.program.machine.files, htmlFile,
+                      Replace(page, "charset=big5", "charset=utf-8"), false);
   }
   std::fflush(stdout);
   return kFinished;

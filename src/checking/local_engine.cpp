@@ -2,6 +2,7 @@
 
 #include <string>
 
+#include "base/files.h"
 #include "checking/check_head.h"
 #include "checking/main_window.h"
 #include "checking/resume_next.h"
@@ -12,7 +13,6 @@
 #include "core/server_access.h"
 #include "core/set_file.h"
 #include "core/text_utility.h"
-#include "platform/files.h"
 
 namespace {
 

@@ -1,9 +1,9 @@
 // The menu of the main window.
+#include "base/files.h"
 #include "checking/main_window.h"
 #include "core/message.h"
 #include "core/set_file.h"
 #include "core/text_utility.h"
-#include "platform/files.h"
 
 void FrmMain::imgMenu_Click(int index) {
   auto& app = program.app;

@@ -1,10 +1,10 @@
 // The way out of the program, and the housekeeping on it.
+#include "base/files.h"
 #include "checking/main_window.h"
 #include "checking/resume_next.h"
 #include "core/error_report.h"
 #include "core/message.h"
 #include "core/settings.h"
-#include "platform/files.h"
 #include "records/age_cleaning.h"
 #include "views/work_off_screen.h"
 
@@ -46,7 +46,7 @@ void KeepHouse(FrmMain& frmMain) {
   work.Finish();
 }
 
-void DeleteEngineFiles(Files& files, const std::string& folder) {
+void DeleteEngineFiles(base::Files& files, const std::string& folder) {
   Steps steps;
   for (const auto& name : files.List(folder)) {
     const bool isTemporary = name.starts_with("tmp") && name.find('.') != std::string::npos;

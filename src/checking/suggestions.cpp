@@ -2,10 +2,10 @@
 
 #include <algorithm>
 
+#include "base/files.h"
 #include "checking/suggest_page.h"
 #include "core/text_utility.h"
 #include "platform/environment.h"
-#include "platform/files.h"
 #include "platform/machine.h"
 #include "platform/text_encoding.h"
 #include "platform/window_system.h"

@@ -3,8 +3,10 @@
 
 #include <string>
 
+namespace base {
 class Files;
+}
 
 /// Text of a file in CP950 without its first two bytes, which are not part of the text. Throws RunTimeError
 /// when it cannot be read.
-std::string ReadBig5File(const Files& files, const std::string& path);
+std::string ReadBig5File(const base::Files& files, const std::string& path);

@@ -7,6 +7,7 @@
 #include <cmath>
 #include <random>
 
+#include "base/files.h"
 #include "core/digest.h"
 #include "core/process_control.h"
 #include "core/program.h"
@@ -14,7 +15,6 @@
 #include "core/set_file.h"
 #include "core/text_utility.h"
 #include "platform/event_loop.h"
-#include "platform/files.h"
 #include "platform/machine.h"
 #include "platform/run_time_error.h"
 

@@ -5,13 +5,13 @@
 
 #include <map>
 
+#include "base/files.h"
 #include "core/message.h"
 #include "core/places.h"
 #include "core/program.h"
 #include "core/text_utility.h"
 #include "core/window_shell.h"
 #include "platform/environment.h"
-#include "platform/files.h"
 #include "platform/run_time_error.h"
 #include "platform/window_system.h"
 

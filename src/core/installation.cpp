@@ -12,7 +12,7 @@ std::string AsRoot(std::string address) {
 
 }  // namespace
 
-InstallationValues ReadInstallation(Files& files, const Environment& environment) {
+InstallationValues ReadInstallation(base::Files& files, const Environment& environment) {
   const std::string path = environment.programFolder / "installation.set";
   const auto value = [&](const char* key) { return ReadWriteSetFile(files, path, "R", key, ""); };
   return {.serverRoot = AsRoot(value("serverRoot")),

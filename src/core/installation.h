@@ -3,7 +3,9 @@
 
 #include <string>
 
+namespace base {
 class Files;
+}
 struct Environment;
 
 /// Values of the file `installation.set` beside the program. Roots end in "/".
@@ -17,4 +19,4 @@ struct InstallationValues {
 };
 
 /// Reads the file; one that is absent gives empty values.
-InstallationValues ReadInstallation(Files& files, const Environment& environment);
+InstallationValues ReadInstallation(base::Files& files, const Environment& environment);

@@ -2,9 +2,9 @@
 
 #include <algorithm>
 
+#include "base/files.h"
 #include "core/program.h"
 #include "platform/environment.h"
-#include "platform/files.h"
 #include "platform/processes.h"
 #include "platform/run_time_error.h"
 

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "base/files.h"
 #include "core/message.h"
 #include "core/process_control.h"
 #include "core/program.h"
@@ -11,14 +12,13 @@
 #include "core/text_utility.h"
 #include "platform/environment.h"
 #include "platform/event_loop.h"
-#include "platform/files.h"
 #include "platform/machine.h"
 #include "platform/processes.h"
 #include "platform/run_time_error.h"
 
 namespace {
 
-using Path = Files::Path;
+using Path = base::Files::Path;
 
 Path DataFolder(const Program& program) { return Path(program.app.gTempDir) / "marovane"; }
 Path EngineFolder(const Program& program) { return Path(program.app.gTempDir) / "tolvex"; }
@@ -47,7 +47,7 @@ std::string FreeStamp(const Program& program) {
 
 // Records are never deleted: they go into a folder of their own, those that belong together under one stamp.
 Path SetAside(const Program& program, const std::string& stamp, const std::string& name) {
-  Files& files = program.machine.files;
+  base::Files& files = program.machine.files;
   files.CreateFolder(AsideFolder(program), true);
   Path place = AsideFolder(program) / (stamp + name);
   files.Rename(DataFolder(program) / name, place);
@@ -57,9 +57,9 @@ Path SetAside(const Program& program, const std::string& stamp, const std::strin
 // Runs a self-extracting package to its end.
 void RunPackage(Program& program, const std::string& package, const std::string& unpacker,
                 const Path& target) {
-  Files& files = program.machine.files;
+  base::Files& files = program.machine.files;
   const Path copy = Path(program.app.gTempDir) / unpacker;
-  CopyFile(files, program.machine.environment.programFolder / "giz" / package, copy);
+  base::CopyFile(files, program.machine.environment.programFolder / "giz" / package, copy);
   files.MakeExecutable(copy);
   program.machine.processes.Start(
       {.program = copy, .arguments = {"-d", target.string() + "/"}, .workingFolder = {}});
@@ -73,14 +73,14 @@ void RemoveEngineCopy(Program& program) {
 }
 
 void UnpackRecords(Program& program) {
-  Files& files = program.machine.files;
+  base::Files& files = program.machine.files;
   files.CreateFolder(DataFolder(program), true);
   if (files.FileExists(RecordDatabase(program))) return;
   UnpackRecordsInto(program, DataFolder(program));
 }
 
 void UnpackEngine(Program& program) {
-  Files& files = program.machine.files;
+  base::Files& files = program.machine.files;
   files.CreateFolder(EngineFolder(program), true);
   if (files.FileExists(EngineFolder(program) / "tolvex2.exe") && files.FileExists(ErrorTexts(program)))
     return;
@@ -96,34 +96,34 @@ void RunQuietly(Program& program, void (*step)(Program&)) {
 }
 
 // A program's version stands in a file beside it; "" without one.
-std::string GetFileVersion(const Files& files, const Path& program) {
+std::string GetFileVersion(const base::Files& files, const Path& program) {
   const Path version = program.string() + ".version";
   return files.FileExists(version) ? FirstLine(files.Read(version)) : "";
 }
 
-void CopyProgram(Files& files, const Path& from, const Path& to) {
-  CopyFile(files, from, to);
+void CopyProgram(base::Files& files, const Path& from, const Path& to) {
+  base::CopyFile(files, from, to);
   files.MakeExecutable(to);
   const Path version = from.string() + ".version";
-  if (files.FileExists(version)) CopyFile(files, version, to.string() + ".version");
+  if (files.FileExists(version)) base::CopyFile(files, version, to.string() + ".version");
 }
 
 void CopyUpdater(Program& program) {
-  Files& files = program.machine.files;
+  base::Files& files = program.machine.files;
   const Path installed = program.machine.environment.programFolder;
   const Path folder = Path(program.app.gTempDir) / "Tessaroon";
   const Path copy = folder / "updater.exe";
   files.CreateFolder(folder, true);
   const bool isNewer = GetFileVersion(files, installed / "updater.exe") > GetFileVersion(files, copy);
   if (isNewer || !files.FileExists(copy)) CopyProgram(files, installed / "updater.exe", copy);
-  RewriteFile(files, folder / "setup.txt", installed.string() + "\r\n", false);
+  base::RewriteFile(files, folder / "setup.txt", installed.string() + "\r\n", false);
   if (!files.FileExists(installed / "updater0.exe")) return;
   CopyProgram(files, installed / "updater0.exe", copy);
   files.Delete(installed / "updater0.exe");
 }
 
 void CheckBuild(Program& program) {
-  Files& files = program.machine.files;
+  base::Files& files = program.machine.files;
   const Path stamp = DataFolder(program) / "dbver.set";
   files.CreateFolder(DataFolder(program), true);
   if (files.FileExists(stamp) && FirstLine(files.Read(stamp)) == kDatabaseBuild) return;
@@ -161,7 +161,7 @@ void UnpackDataFiles(Program& program) {
 }
 
 void TellMissingData(Program& program) {
-  const Files& files = program.machine.files;
+  const base::Files& files = program.machine.files;
   const bool hasRecords = files.FileExists(RecordDatabase(program));
   if (hasRecords && files.FileExists(ErrorTexts(program))) return;
   const Path database = hasRecords ? ErrorTexts(program) : RecordDatabase(program);
@@ -178,7 +178,7 @@ void RefreshUpdater(Program& program) {
 }
 
 void WipeDataFolder(Program& program) {
-  Files& files = program.machine.files;
+  base::Files& files = program.machine.files;
   const std::string stamp = FreeStamp(program);
   for (const auto& name : files.List(DataFolder(program))) {
     try {

@@ -5,8 +5,8 @@
 #include <utility>
 #include <vector>
 
+#include "base/files.h"
 #include "core/text_utility.h"
-#include "platform/files.h"
 #include "platform/run_time_error.h"
 #include "platform/text_encoding.h"
 
@@ -44,7 +44,7 @@ void CheckBound(std::size_t index) {
   if (index > kMaxEntries) throw RunTimeError("subscript out of range: a key-value file holds 100 entries");
 }
 
-std::vector<Entry> ReadEntries(const Files& files, const std::string& filePath) {
+std::vector<Entry> ReadEntries(const base::Files& files, const std::string& filePath) {
   std::vector<Entry> entries;
   if (!files.FileExists(filePath)) return entries;
   for (const auto& line : SplitLines(files.Read(filePath))) {
@@ -64,7 +64,7 @@ std::optional<std::size_t> FindKey(const std::vector<Entry>& entries, const std:
   return std::nullopt;
 }
 
-void WriteEntries(Files& files, const std::string& filePath, const std::vector<Entry>& entries) {
+void WriteEntries(base::Files& files, const std::string& filePath, const std::vector<Entry>& entries) {
   std::string text;
   const auto print = [&text](std::string_view line) { text.append(line).append(kLineEnd); };
   const bool hasMarker = !entries.empty() && entries[0].key.find("settings for tolvex") != std::string::npos;
@@ -74,10 +74,10 @@ void WriteEntries(Files& files, const std::string& filePath, const std::vector<E
   }
   // A value that is written again changes nothing, and the disk need not be waited for.
   if (files.FileExists(filePath) && files.Read(filePath) == text) return;
-  RewriteFile(files, filePath, text, true);
+  base::RewriteFile(files, filePath, text, true);
 }
 
-void SetKey(Files& files, const std::string& filePath, std::vector<Entry> entries, const Entry& fresh) {
+void SetKey(base::Files& files, const std::string& filePath, std::vector<Entry> entries, const Entry& fresh) {
   const auto read = entries.size();
   const auto found = FindKey(entries, fresh.key);
   if (found) {
@@ -89,7 +89,7 @@ void SetKey(Files& files, const std::string& filePath, std::vector<Entry> entrie
   CheckBound(read + 1);  // a full file takes the new value, and then the walk passes its end
 }
 
-void RewriteFirstLine(Files& files, const std::string& registryFile) {
+void RewriteFirstLine(base::Files& files, const std::string& registryFile) {
   const std::string scratch = std::filesystem::path(registryFile).replace_filename("registry_w.set");
   std::string text = std::string(kRegistryMarker).append(kLineEnd);
   for (const auto& line : SplitLines(files.Read(registryFile))) {
@@ -112,7 +112,7 @@ std::string TextOf(const std::string& value) {
 
 }  // namespace
 
-std::string ReadWriteSetFile(Files& files, const std::string& filePath, std::string_view mode,
+std::string ReadWriteSetFile(base::Files& files, const std::string& filePath, std::string_view mode,
                              std::string_view key, std::string_view value) {
   auto entries = ReadEntries(files, filePath);
   const std::string keyBytes = ToBig5(key);
@@ -124,14 +124,14 @@ std::string ReadWriteSetFile(Files& files, const std::string& filePath, std::str
   return "";
 }
 
-void ResetRegistrySet(Files& files, const std::string& registryFile, std::string_view action) {
+void ResetRegistrySet(base::Files& files, const std::string& registryFile, std::string_view action) {
   if (action == "RESET") {
     std::string text = std::string(kRegistryMarker).append(kLineEnd);
     for (const auto* line : {"col_suggestion=0", "collocationListHtm=", "errcode=0", "findMistake=0",
                              "qcode=0", "sentence=0", "htm4chk=", "synChk=", "coursePath="}) {
       text.append(line).append(kLineEnd);
     }
-    RewriteFile(files, registryFile, text, true);
+    base::RewriteFile(files, registryFile, text, true);
   } else if (action == "REWRITE_LINE1") {
     RewriteFirstLine(files, registryFile);
   }

@@ -4,7 +4,9 @@
 #include <string>
 #include <string_view>
 
+namespace base {
 class Files;
+}
 
 /// First line of `registry.set`.
 inline constexpr std::string_view kRegistryMarker = "**settings for tolvex=";
@@ -14,10 +16,10 @@ inline constexpr std::string_view kRegistryMarker = "**settings for tolvex=";
 /// @param mode "R" gives the trimmed value, or "" when key or file is absent; "W" sets the key, creating the
 ///        file if need be, and gives ""; any other word reads the file and gives "".
 /// Throws RunTimeError for a file that cannot be opened, and when the bound of 100 entries is passed.
-std::string ReadWriteSetFile(Files& files, const std::string& filePath, std::string_view mode,
+std::string ReadWriteSetFile(base::Files& files, const std::string& filePath, std::string_view mode,
                              std::string_view key, std::string_view value);
 
 /// Acts on the exchange file of the engine. "RESET" writes it anew with its ten lines; "REWRITE_LINE1"
 /// repairs its first line by way of `registry_w.set` beside it; another word does nothing. Throws
 /// RunTimeError.
-void ResetRegistrySet(Files& files, const std::string& registryFile, std::string_view action);
+void ResetRegistrySet(base::Files& files, const std::string& registryFile, std::string_view action);

@@ -4,12 +4,12 @@
 
 #include <charconv>
 
+#include "base/files.h"
 #include "core/places.h"
 #include "core/program.h"
 #include "core/server_access.h"
 #include "core/set_file.h"
 #include "core/text_utility.h"
-#include "platform/files.h"
 #include "platform/run_time_error.h"
 
 std::string ReadSetup(Program& program, std::string_view key) {

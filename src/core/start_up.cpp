@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "base/files.h"
 #include "core/places.h"
 #include "core/process_control.h"
 #include "core/program.h"
@@ -10,7 +11,6 @@
 #include "core/settings.h"
 #include "core/text_utility.h"
 #include "platform/environment.h"
-#include "platform/files.h"
 #include "platform/run_time_error.h"
 #include "platform/window_system.h"
 
@@ -83,7 +83,7 @@ void FillPaths(AppState& app) {
 }
 
 void ResetExchangeFile(Program& program) {
-  Files& files = program.machine.files;
+  base::Files& files = program.machine.files;
   const std::string& path = program.app.gRegistryFile;
   ResetRegistrySet(files, path, "RESET");
   for (const auto& [key, value] : {std::pair{"col_suggestion", "0"},

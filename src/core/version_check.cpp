@@ -1,11 +1,11 @@
 #include "core/version_check.h"
 
+#include "base/files.h"
 #include "core/message.h"
 #include "core/program.h"
 #include "core/provisioning.h"
 #include "core/server_access.h"
 #include "platform/event_loop.h"
-#include "platform/files.h"
 #include "platform/machine.h"
 #include "platform/processes.h"
 #include "platform/run_time_error.h"
@@ -28,7 +28,7 @@ bool HasUpdater(const Program& program) {
 
 // What kept the updater from its work, told once.
 void TellFailedUpdate(Program& program) {
-  Files& files = program.machine.files;
+  base::Files& files = program.machine.files;
   const std::string note = UpdaterFolder(program) + "/refusal.txt";
   if (!files.FileExists(note)) return;
   try {
@@ -45,7 +45,7 @@ void TellFailedUpdate(Program& program) {
 void RunUpdater(Program& program, const char* word) {
   const std::string folder = UpdaterFolder(program);
   try {
-    RewriteFile(program.machine.files, folder + "/edition.txt", program.app.gEdition + "\n", false);
+    base::RewriteFile(program.machine.files, folder + "/edition.txt", program.app.gEdition + "\n", false);
     program.machine.processes.Start({.program = folder + "/updater.exe",
                                      .arguments = {word, program.app.gUpdaterUrlRoot},
                                      .workingFolder = folder,

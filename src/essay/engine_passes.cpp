@@ -4,6 +4,8 @@
 #include <cctype>
 #include <optional>
 
+#include "base/files.h"
+#include "base/transaction.h"
 #include "core/big5_file.h"
 #include "core/engine_exchange.h"
 #include "core/message.h"
@@ -13,10 +15,8 @@
 #include "core/text_utility.h"
 #include "essay/archive.h"
 #include "essay/room.h"
-#include "platform/files.h"
 #include "platform/http.h"
 #include "records/record_db.h"
-#include "records/transaction.h"
 
 namespace {
 
@@ -51,7 +51,7 @@ void RecordAnswer(EssayRoom& room, const EngineAnswer& answer, const std::string
   auto& app = room.program.app;
   const LocalTime now = room.program.machine.loop.Now();
   const std::string id = MakeRecId(app, now);
-  Transaction transaction(room.records.Db());
+  base::Transaction transaction(room.records.Db());
   if (answer.IsRight() || answer.findMistake == "2") {
     room.records.InsertOkSentence({.sId = id,
                                    .sentence = app.gEssayCurSentence,

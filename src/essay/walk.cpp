@@ -1,5 +1,6 @@
 #include "essay/walk.h"
 
+#include "base/transaction.h"
 #include "core/engine_exchange.h"
 #include "core/message.h"
 #include "core/server_access.h"
@@ -13,7 +14,6 @@
 #include "platform/run_time_error.h"
 #include "platform/text_encoding.h"
 #include "records/essay_records.h"
-#include "records/transaction.h"
 
 using namespace essay_walk;
 
@@ -154,7 +154,7 @@ void RefuseFromRecord(EssayRoom& room, const ErrSentence& known) {
   auto& app = room.program.app;
   const LocalTime now = room.program.machine.loop.Now();
   StartShowDelay(room);
-  Transaction transaction(room.records.Db());
+  base::Transaction transaction(room.records.Db());
   room.records.InsertErrSentence({.id = MakeRecId(app, now),
                                   .sentence = known.sentence,
                                   .errcode = known.errcode,

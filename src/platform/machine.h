@@ -1,12 +1,15 @@
 // The machine that a program runs on, as one bundle of replaceable parts.
 #pragma once
 
-class ChineseConverter;
+namespace base {
 class Databases;
+class Files;
+}  // namespace base
+
+class ChineseConverter;
 class Desktop;
 struct Environment;
 class EventLoop;
-class Files;
 class HttpClient;
 class Processes;
 class WindowSystem;
@@ -16,8 +19,8 @@ struct Machine {
   WindowSystem& windows;
   Desktop& desktop;
   HttpClient& http;
-  Files& files;
-  Databases& databases;
+  base::Files& files;
+  base::Databases& databases;
   Processes& processes;
   const ChineseConverter& chinese;
   const Environment& environment;

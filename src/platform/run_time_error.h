@@ -1,15 +1,11 @@
 // Errors that procedures raise and may swallow, and the one signal that nothing swallows.
 #pragma once
 
-#include <stdexcept>
-#include <string>
+#include "base/error.h"
 
 /// An error of a statement at run time: a file that cannot be opened, a failed transfer or query, an index
 /// out of bounds. The text is meant for `error.log` and the detail line of a message.
-class RunTimeError : public std::runtime_error {
- public:
-  using std::runtime_error::runtime_error;
-};
+using RunTimeError = base::Error;
 
 /// Ends the program: thrown by EventLoop::End and taken by nobody but the program's main procedure. It is no
 /// std::exception on purpose, so that no error handler can take it.

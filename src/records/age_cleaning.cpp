@@ -6,12 +6,12 @@
 #include <filesystem>
 #include <memory>
 
+#include "base/files.h"
+#include "base/transaction.h"
 #include "core/program.h"
-#include "platform/files.h"
 #include "platform/machine.h"
 #include "records/connection.h"
 #include "records/record_db.h"
-#include "records/transaction.h"
 
 namespace {
 
@@ -23,19 +23,11 @@ struct KeptTable {
 constexpr std::array<KeptTable, 3> kKeptTables{
     {{"oksentence", "sId"}, {"errsentence", "id"}, {"essay", "essayId"}}};
 
-int Count(Database& db, const std::string& sql, const std::vector<DbValue>& parameters = {}) {
-  int count = 0;
-  db.Run("select count(*) from " + sql, parameters,
-         [&](const DbRow& row) { count = static_cast<int>(row.Number(0)); });
-  return count;
+int Count(base::Database& db, const std::string& sql, const std::vector<base::DbValue>& parameters = {}) {
+  return db.Number("select count(*) from " + sql, parameters);
 }
 
-std::unique_ptr<Database> OpenArchive(const Machine& machine, const std::filesystem::path& path) {
-  return machine.files.FileExists(path) ? machine.databases.Open(path, Databases::Mode::kReadWrite)
-                                        : machine.databases.Create(path);
-}
-
-bool HasRowsBefore(Database& db, const std::string& day) {
+bool HasRowsBefore(base::Database& db, const std::string& day) {
   for (const auto& table : kKeptTables) {
     if (Count(db, std::string(table.name) + " where sDate < ?", {day}) > 0) return true;
   }
@@ -45,9 +37,9 @@ bool HasRowsBefore(Database& db, const std::string& day) {
 }  // namespace
 
 void AgeCleaning::RemoveBefore(Day day) {
-  Database& db = records_.Db();
+  base::Database& db = records_.Db();
   if (HasRowsBefore(db, IsoDay(day))) Archive(day);
-  Transaction transaction(db);
+  base::Transaction transaction(db);
   for (const char* table : {"workRec", "oksentence", "errsentence", "essay"}) {
     db.Run(std::string("delete from ") + table + " where sDate < ?", {IsoDay(day)});
   }
@@ -58,9 +50,10 @@ void AgeCleaning::RemoveBefore(Day day) {
 // files at least. What an earlier crash has left in both is not appended twice.
 void AgeCleaning::Archive(Day day) {
   const std::filesystem::path source = ConnectionPath(program_.app.gConnRecords);
-  const auto archive = OpenArchive(program_.machine, source.parent_path() / "archive.mdb");
+  const auto archive =
+      program_.machine.databases.Open(source.parent_path() / "archive.mdb", base::Databases::Mode::kMayBeNew);
   archive->Run("attach database ? as records", {source.string()});
-  Transaction transaction(*archive);
+  base::Transaction transaction(*archive);
   for (const auto& [table, key] : kKeptTables) {
     archive->Run(
         fmt::format("create table if not exists main.{0} as select * from records.{0} where 0", table));

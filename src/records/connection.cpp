@@ -1,9 +1,7 @@
 #include "records/connection.h"
 
-#include <optional>
-
+#include "base/database.h"
 #include "core/program.h"
-#include "platform/database.h"
 #include "platform/machine.h"
 #include "platform/run_time_error.h"
 
@@ -19,10 +17,6 @@ std::string ConnectionPath(const std::string& connectionString) {
 
 std::string QueryFirstField(Program& program, const std::string& sql, const std::string& connectionString) {
   const auto db =
-      program.machine.databases.Open(ConnectionPath(connectionString), Databases::Mode::kReadOnly);
-  std::optional<std::string> field;
-  db->Run(sql, {}, [&](const DbRow& row) {
-    if (!field) field = row.Text(0);
-  });
-  return field.value_or("");
+      program.machine.databases.Open(ConnectionPath(connectionString), base::Databases::Mode::kReadOnly);
+  return db->Text(sql).value_or("");
 }

@@ -1,22 +1,16 @@
 #include "records/day_records.h"
 
+#include "base/transaction.h"
 #include "records/record_db.h"
-#include "records/transaction.h"
 
 namespace {
 
-std::vector<DayCount> CountsByDay(Database& db, std::string_view sql) {
+std::vector<DayCount> CountsByDay(base::Database& db, std::string_view sql) {
   std::vector<DayCount> days;
-  db.Run(sql, {}, [&](const DbRow& row) {
+  db.Run(sql, {}, [&](const base::DbRow& row) {
     days.push_back({DayFromIso(row.Text(0)), static_cast<int>(row.Number(1))});
   });
   return days;
-}
-
-int Count(Database& db, std::string_view sql, Day day) {
-  int count = 0;
-  db.Run(sql, {IsoDay(day)}, [&](const DbRow& row) { count = static_cast<int>(row.Number(0)); });
-  return count;
 }
 
 // Days as a JSON array: one parameter, however many there are.
@@ -32,9 +26,10 @@ std::string JsonOf(const std::vector<Day>& days) {
 // The signs keep the database from searching by the essay: nearly all sentences are outside of any.
 constexpr const char* kOutsideEssays = "(+essayId = '0' or +essayId = '')";
 
-std::vector<ListedSentence> Sentences(Database& db, const std::string& select, const std::vector<Day>& days) {
+std::vector<ListedSentence> Sentences(base::Database& db, const std::string& select,
+                                      const std::vector<Day>& days) {
   std::vector<ListedSentence> sentences;
-  const auto take = [&](const DbRow& row) { sentences.push_back({row.Text(0), row.Text(1)}); };
+  const auto take = [&](const base::DbRow& row) { sentences.push_back({row.Text(0), row.Text(1)}); };
   // Within a day they come in the order in which they were recorded.
   const std::string order = " order by sDate, rowid";
   if (days.empty()) {
@@ -50,8 +45,8 @@ std::vector<ListedSentence> Sentences(Database& db, const std::string& select, c
 void DayRecords::ClearWorkRec() { records_.Db().Run("delete from workRec where 1=1"); }
 
 void DayRecords::InsertOkDays(const std::vector<DayCount>& days) {
-  Database& db = records_.Db();
-  Transaction transaction(db);
+  base::Database& db = records_.Db();
+  base::Transaction transaction(db);
   for (const auto& [day, count] : days) {
     db.Run("insert into workRec values (?, ?, '0', 'N')", {IsoDay(day), std::to_string(count)});
   }
@@ -59,10 +54,10 @@ void DayRecords::InsertOkDays(const std::vector<DayCount>& days) {
 }
 
 void DayRecords::MergeErrDays(const std::vector<DayCount>& days) {
-  Database& db = records_.Db();
-  Transaction transaction(db);
+  base::Database& db = records_.Db();
+  base::Transaction transaction(db);
   for (const auto& [day, count] : days) {
-    if (Count(db, "select count(*) from workRec where sDate = ?", day) > 0) {
+    if (db.Number("select count(*) from workRec where sDate = ?", {IsoDay(day)}) > 0) {
       db.Run("update workRec set chkwrong = ? where sDate = ?", {std::to_string(count), IsoDay(day)});
     } else {
       db.Run("insert into workRec values (?, '0', ?, 'N')", {IsoDay(day), std::to_string(count)});
@@ -74,7 +69,7 @@ void DayRecords::MergeErrDays(const std::vector<DayCount>& days) {
 std::vector<Day> DayRecords::WorkRecDays() {
   std::vector<Day> days;
   records_.Db().Run("select sDate from workRec order by sDate desc", {},
-                    [&](const DbRow& row) { days.push_back(DayFromIso(row.Text(0))); });
+                    [&](const base::DbRow& row) { days.push_back(DayFromIso(row.Text(0))); });
   return days;
 }
 
@@ -91,13 +86,13 @@ std::vector<DayCount> DayRecords::ErrDays() {
 }
 
 int DayRecords::CountOk(Day day) {
-  return Count(records_.Db(),
-               std::string("select count(*) from oksentence where sDate = ? and ") + kOutsideEssays, day);
+  return records_.Db().Number(
+      std::string("select count(*) from oksentence where sDate = ? and ") + kOutsideEssays, {IsoDay(day)});
 }
 
 int DayRecords::CountErr(Day day) {
-  return Count(records_.Db(),
-               std::string("select count(*) from errsentence where sDate = ? and ") + kOutsideEssays, day);
+  return records_.Db().Number(
+      std::string("select count(*) from errsentence where sDate = ? and ") + kOutsideEssays, {IsoDay(day)});
 }
 
 std::vector<ListedSentence> DayRecords::OkSentences(const std::vector<Day>& days) {
@@ -112,8 +107,8 @@ std::vector<ListedSentence> DayRecords::ErrSentences(const std::vector<Day>& day
 }
 
 void DayRecords::DeleteDays(const std::vector<Day>& days) {
-  Database& db = records_.Db();
-  Transaction transaction(db);
+  base::Database& db = records_.Db();
+  base::Transaction transaction(db);
   for (const auto& day : days) {
     db.Run("update oksentence set upload = 'D' where sDate = ?", {IsoDay(day)});
     db.Run("update errsentence set upload = 'D' where sDate = ?", {IsoDay(day)});
@@ -122,8 +117,8 @@ void DayRecords::DeleteDays(const std::vector<Day>& days) {
 }
 
 void DayRecords::DeleteSentences(const std::vector<std::string>& ids) {
-  Database& db = records_.Db();
-  Transaction transaction(db);
+  base::Database& db = records_.Db();
+  base::Transaction transaction(db);
   for (const auto& id : ids) {
     db.Run("update oksentence set upload = 'D' where sId = ?", {id});
     db.Run("update errsentence set upload = 'D' where id = ?", {id});

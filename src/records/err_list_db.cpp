@@ -6,24 +6,21 @@
 #include "platform/run_time_error.h"
 #include "records/connection.h"
 
-Database& ErrListDb::Db() {
+base::Database& ErrListDb::Db() {
   if (!db_) {
     db_ = program_.machine.databases.Open(ConnectionPath(program_.app.gConnErrList),
-                                          Databases::Mode::kReadOnly);
+                                          base::Databases::Mode::kReadOnly);
   }
   return *db_;
 }
 
 std::string ErrListDb::Outline(const std::string& errcode) {
-  std::string outline;
-  Db().Run("select outline from errmain where errcode = ?", {errcode},
-           [&](const DbRow& row) { outline = row.Text(0); });
-  return outline;
+  return Db().Text("select outline from errmain where errcode = ?", {errcode}).value_or("");
 }
 
 std::vector<ErrorCategory> ErrListDb::Categories() {
   std::vector<ErrorCategory> categories;
-  Db().Run("select errtype_id, errtype from errtype order by errtype_id", {}, [&](const DbRow& row) {
+  Db().Run("select errtype_id, errtype from errtype order by errtype_id", {}, [&](const base::DbRow& row) {
     categories.push_back({Trim(row.Text(0)), Trim(row.Text(1))});
   });
   return categories;
@@ -32,7 +29,7 @@ std::vector<ErrorCategory> ErrListDb::Categories() {
 std::vector<ErrorCode> ErrListDb::CodesOf(const std::string& category) {
   std::vector<ErrorCode> codes;
   Db().Run("select errcode, outline from errmain where errcode like ? || '%' order by errcode", {category},
-           [&](const DbRow& row) {
+           [&](const base::DbRow& row) {
              codes.push_back({Trim(row.Text(0)), row.IsNull(1) ? "Null" : Trim(row.Text(1))});
            });
   return codes;

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/database.h"
+#include "base/database.h"
 
 struct Program;
 
@@ -31,10 +31,10 @@ class ErrListDb {
   std::vector<ErrorCode> CodesOf(const std::string& category);
 
  private:
-  Database& Db();
+  base::Database& Db();
 
   Program& program_;
-  std::unique_ptr<Database> db_;
+  std::unique_ptr<base::Database> db_;
 };
 
 /// Reads the categories once, so that the first real query finds the database open. Swallows every error.

@@ -16,7 +16,5 @@ class ErrorCounts {
   int CountWith(const std::string& errcode);
 
  private:
-  int Count(std::string_view sql, const std::string& parameter);
-
   RecordDb& records_;
 };

@@ -2,19 +2,19 @@
 
 namespace {
 
-OkSentence OkFrom(const DbRow& row) {
+OkSentence OkFrom(const base::DbRow& row) {
   return {row.Text(0), row.Text(2), DayFromIso(row.Text(3)), row.Text(4), row.Text(5),
           row.Text(6), row.Text(7)};
 }
 
-ErrSentence ErrFrom(const DbRow& row) {
+ErrSentence ErrFrom(const base::DbRow& row) {
   return {row.Text(0), row.Text(1), row.Text(2), DayFromIso(row.Text(3)),
           row.Text(4), row.Text(5), row.Text(6), row.Text(7)};
 }
 
 }  // namespace
 
-EssayRow EssayFrom(const DbRow& row) {
+EssayRow EssayFrom(const base::DbRow& row) {
   return {row.Text(0), row.Text(1), row.Text(2), row.Text(3),
           row.Text(4), row.Text(5), row.Text(6), DayFromIso(row.Text(7))};
 }
@@ -27,7 +27,7 @@ void EssayRecords::InsertEssay(const EssayRow& row) {
 
 std::optional<EssayRow> EssayRecords::FindEssay(const std::string& essayId) {
   std::optional<EssayRow> essay;
-  Db().Run("select * from essay where essayId = ?", {essayId}, [&](const DbRow& row) {
+  Db().Run("select * from essay where essayId = ?", {essayId}, [&](const base::DbRow& row) {
     if (!essay) essay = EssayFrom(row);
   });
   return essay;
@@ -45,36 +45,33 @@ void EssayRecords::HandInEssay(const std::string& essayId, const std::string& wo
 }
 
 int EssayRecords::CountHandedIn(const std::string& workId) {
-  int count = 0;
-  Db().Run("select count(*) from essay where workId = ? and finalSet = 'Y'", {workId},
-           [&](const DbRow& row) { count = static_cast<int>(row.Number(0)); });
-  return count;
+  return Db().Number("select count(*) from essay where workId = ? and finalSet = 'Y'", {workId});
 }
 
 std::optional<OkSentence> EssayRecords::FindOkSentence(const std::string& sentence) {
   std::optional<OkSentence> found;
   Db().Run("select * from oksentence where sentence = ? limit 1", {StoredText(sentence)},
-           [&](const DbRow& row) { found = OkFrom(row); });
+           [&](const base::DbRow& row) { found = OkFrom(row); });
   return found;
 }
 
 std::optional<ErrSentence> EssayRecords::FindErrSentence(const std::string& sentence) {
   std::optional<ErrSentence> found;
   Db().Run("select * from errsentence where sentence = ? limit 1", {StoredText(sentence)},
-           [&](const DbRow& row) { found = ErrFrom(row); });
+           [&](const base::DbRow& row) { found = ErrFrom(row); });
   return found;
 }
 
 std::vector<OkSentence> EssayRecords::OkSentencesOf(const std::string& essayId) {
   std::vector<OkSentence> sentences;
   Db().Run("select * from oksentence where essayId = ? order by essaySId, sId", {essayId},
-           [&](const DbRow& row) { sentences.push_back(OkFrom(row)); });
+           [&](const base::DbRow& row) { sentences.push_back(OkFrom(row)); });
   return sentences;
 }
 
 std::vector<ErrSentence> EssayRecords::ErrSentencesOf(const std::string& essayId) {
   std::vector<ErrSentence> sentences;
   Db().Run("select * from errsentence where essayId = ? order by id", {essayId},
-           [&](const DbRow& row) { sentences.push_back(ErrFrom(row)); });
+           [&](const base::DbRow& row) { sentences.push_back(ErrFrom(row)); });
   return sentences;
 }

@@ -21,7 +21,7 @@ struct EssayRow {
 };
 
 /// An essay from a row with all columns of its table. Throws RunTimeError when its day is none.
-EssayRow EssayFrom(const DbRow& row);
+EssayRow EssayFrom(const base::DbRow& row);
 
 /// Works on the connection of the record database, which must outlive it. Texts come back as they are stored.
 /// Every procedure throws RunTimeError when its statement fails.
@@ -47,7 +47,7 @@ class EssayRecords {
   std::vector<ErrSentence> ErrSentencesOf(const std::string& essayId);
 
  private:
-  Database& Db() { return records_.Db(); }
+  base::Database& Db() { return records_.Db(); }
 
   RecordDb& records_;
 };

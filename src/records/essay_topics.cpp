@@ -1,25 +1,17 @@
 #include "records/essay_topics.h"
 
-#include "records/transaction.h"
+#include "base/transaction.h"
 
-int EssayTopics::Count(const char* sql, const std::vector<DbValue>& parameters) {
-  int count = 0;
-  Db().Run(sql, parameters, [&](const DbRow& row) { count = static_cast<int>(row.Number(0)); });
-  return count;
-}
-
-std::vector<EssayRow> EssayTopics::Select(const std::string& rest, const std::vector<DbValue>& parameters) {
+std::vector<EssayRow> EssayTopics::Select(const std::string& rest,
+                                          const std::vector<base::DbValue>& parameters) {
   std::vector<EssayRow> essays;
   Db().Run("select * from essay" + rest, parameters,
-           [&](const DbRow& row) { essays.push_back(EssayFrom(row)); });
+           [&](const base::DbRow& row) { essays.push_back(EssayFrom(row)); });
   return essays;
 }
 
 std::vector<std::string> EssayTopics::WorkIds() {
-  std::vector<std::string> ids;
-  Db().Run("select distinct workId from essay order by workId desc", {},
-           [&](const DbRow& row) { ids.push_back(row.Text(0)); });
-  return ids;
+  return Db().Column("select distinct workId from essay order by workId desc");
 }
 
 std::vector<EssayRow> EssayTopics::EssaysOf(const std::string& workId) {
@@ -39,15 +31,15 @@ std::vector<EssayRow> EssayTopics::Listed(const std::string& workId) {
 }
 
 int EssayTopics::CountMistakes(const std::string& essayId) {
-  return Count("select count(*) from errsentence where essayId = ?", {essayId});
+  return Db().Number("select count(*) from errsentence where essayId = ?", {essayId});
 }
 
 bool EssayTopics::IsHandedIn(const std::string& essayId) {
-  return Count("select count(*) from essay where essayId = ? and finalSet <> 'Y'", {essayId}) == 0;
+  return Db().Number("select count(*) from essay where essayId = ? and finalSet <> 'Y'", {essayId}) == 0;
 }
 
 void EssayTopics::Delete(const std::string& essayId) {
-  Transaction transaction(Db());
+  base::Transaction transaction(Db());
   for (const char* const table : {"essay", "oksentence", "errsentence"}) {
     Db().Run(std::string("update ") + table + " set upload = 'D' where essayId = ?", {essayId});
   }
@@ -55,9 +47,8 @@ void EssayTopics::Delete(const std::string& essayId) {
 }
 
 bool EssayTopics::HasNew() {
-  return Count(
+  return Db().Number(
              "select (select count(*) from oksentence where upload = 'N')"
              " + (select count(*) from errsentence where upload = 'N')"
-             " + (select count(*) from essay where upload = 'N')",
-             {}) > 0;
+             " + (select count(*) from essay where upload = 'N')") > 0;
 }

@@ -31,9 +31,8 @@ class EssayTopics {
   bool HasNew();
 
  private:
-  Database& Db() { return records_.Db(); }
-  int Count(const char* sql, const std::vector<DbValue>& parameters);
-  std::vector<EssayRow> Select(const std::string& rest, const std::vector<DbValue>& parameters);
+  base::Database& Db() { return records_.Db(); }
+  std::vector<EssayRow> Select(const std::string& rest, const std::vector<base::DbValue>& parameters);
 
   RecordDb& records_;
 };

@@ -9,7 +9,7 @@ std::vector<PracticeDay> PracticeRecords::DaysWithin(Day first, Day last) {
       "select sDate, 1 as isRight from oksentence where upload <> 'D' and sDate between ?1 and ?2 union all "
       "select sDate, 0 from errsentence where upload <> 'D' and sDate between ?1 and ?2) "
       "group by sDate order by sDate",
-      {IsoDay(first), IsoDay(last)}, [&](const DbRow& row) {
+      {IsoDay(first), IsoDay(last)}, [&](const base::DbRow& row) {
         days.push_back(
             {DayFromIso(row.Text(0)), static_cast<int>(row.Number(1)), static_cast<int>(row.Number(2))});
       });
@@ -21,7 +21,7 @@ std::vector<ErrorTally> PracticeRecords::MostFrequentErrors(int limit) {
   records_.Db().Run(
       "select errcode, count(*) from errsentence where upload <> 'D' and errcode <> '0' "
       "group by errcode order by 2 desc, 1 limit ?",
-      {limit}, [&](const DbRow& row) {
+      {limit}, [&](const base::DbRow& row) {
         errors.push_back({row.Text(0), static_cast<int>(row.Number(1))});
       });
   return errors;
@@ -34,8 +34,7 @@ int PracticeRecords::RunOfDays(Day today) {
   const std::string latestErr =
       std::string("(select sDate from errsentence where ") + kLive + " <= ?1 order by sDate desc limit 1)";
   const std::string before = " = date(day, '-1 day'))";
-  int length = 0;
-  records_.Db().Run(
+  return records_.Db().Number(
       "with recursive run(day, length) as ("
       "select max(ifnull(" +
           latestOk + ", ''), ifnull(" + latestErr +
@@ -48,6 +47,5 @@ int PracticeRecords::RunOfDays(Day today) {
           kLive + before +
           ") "
           "select case when max(day) >= date(?1, '-1 day') then max(length) else 0 end from run",
-      {IsoDay(today)}, [&](const DbRow& row) { length = static_cast<int>(row.Number(0)); });
-  return length;
+      {IsoDay(today)});
 }

@@ -11,12 +11,6 @@ namespace {
 constexpr int kSchemaVersion = 1;
 constexpr const char* kStoredApostrophe = "’";
 
-std::int64_t SchemaVersionOf(Database& db) {
-  std::int64_t version = 0;
-  db.Run("pragma user_version", {}, [&](const DbRow& row) { version = row.Number(0); });
-  return version;
-}
-
 }  // namespace
 
 std::string PlainApostrophes(const std::string& stored) { return Replace(stored, kStoredApostrophe, "'"); }
@@ -31,11 +25,13 @@ std::chrono::year_month_day DayFromIso(const std::string& iso) {
   return day;
 }
 
-Database& RecordDb::Db() {
+base::Database& RecordDb::Db() {
   if (!db_) {
     auto db = program_.machine.databases.Open(ConnectionPath(program_.app.gConnRecords),
-                                              Databases::Mode::kReadWrite);
-    if (SchemaVersionOf(*db) != kSchemaVersion) throw RunTimeError("Marovane.mdb is of another version");
+                                              base::Databases::Mode::kReadWrite);
+    if (db->Number("pragma user_version") != kSchemaVersion) {
+      throw RunTimeError("Marovane.mdb is of another version");
+    }
     db_ = std::move(db);
   }
   return *db_;
@@ -54,10 +50,7 @@ void RecordDb::InsertErrSentence(const ErrSentence& row) {
 }
 
 int RecordDb::CountMistakes(const std::string& errcode) {
-  int count = 0;
-  Db().Run("select count(*) from mistakes where Errcode = ?", {errcode},
-           [&](const DbRow& row) { count = static_cast<int>(row.Number(0)); });
-  return count;
+  return Db().Number("select count(*) from mistakes where Errcode = ?", {errcode});
 }
 
 void RecordDb::InsertMistake(const std::string& errcode) {
@@ -81,14 +74,14 @@ std::vector<std::chrono::year_month_day> RecordDb::Days() {
   Db().Run(
       "select sDate from oksentence where upload <> 'D' union "
       "select sDate from errsentence where upload <> 'D' order by 1 desc",
-      {}, [&](const DbRow& row) { days.push_back(DayFromIso(row.Text(0))); });
+      {}, [&](const base::DbRow& row) { days.push_back(DayFromIso(row.Text(0))); });
   return days;
 }
 
 std::vector<OkSentence> RecordDb::OkSentencesOf(std::chrono::year_month_day day) {
   std::vector<OkSentence> sentences;
   Db().Run("select * from oksentence where upload <> 'D' and sDate = ? order by sId", {IsoDay(day)},
-           [&](const DbRow& row) {
+           [&](const base::DbRow& row) {
              sentences.push_back(
                  {row.Text(0), row.Text(2), day, row.Text(4), row.Text(5), row.Text(6), row.Text(7)});
            });
@@ -98,7 +91,7 @@ std::vector<OkSentence> RecordDb::OkSentencesOf(std::chrono::year_month_day day)
 std::vector<ErrSentence> RecordDb::ErrSentencesOf(std::chrono::year_month_day day) {
   std::vector<ErrSentence> sentences;
   Db().Run("select * from errsentence where upload <> 'D' and sDate = ? order by id", {IsoDay(day)},
-           [&](const DbRow& row) {
+           [&](const base::DbRow& row) {
              sentences.push_back({row.Text(0), row.Text(1), row.Text(2), day, row.Text(4), row.Text(5),
                                   row.Text(6), row.Text(7)});
            });
@@ -106,8 +99,5 @@ std::vector<ErrSentence> RecordDb::ErrSentencesOf(std::chrono::year_month_day da
 }
 
 std::vector<std::string> RecordDb::SentencesWithCode(const std::string& errcode) {
-  std::vector<std::string> sentences;
-  Db().Run("select sentence from errsentence where upload <> 'D' and errcode = ?", {errcode},
-           [&](const DbRow& row) { sentences.push_back(row.Text(0)); });
-  return sentences;
+  return Db().Column("select sentence from errsentence where upload <> 'D' and errcode = ?", {errcode});
 }

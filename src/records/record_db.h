@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/database.h"
+#include "base/database.h"
 
 struct Program;
 
@@ -58,11 +58,11 @@ class RecordDb {
   std::vector<std::string> SentencesWithCode(const std::string& errcode);
 
   /// The one connection, for the statements of the other files of this room.
-  Database& Db();
+  base::Database& Db();
 
  private:
   Program& program_;
-  std::unique_ptr<Database> db_;
+  std::unique_ptr<base::Database> db_;
 };
 
 /// A stored text with plain apostrophes, as the user and the engine know it.

@@ -6,19 +6,19 @@
 #include <limits>
 #include <optional>
 
+#include "base/files.h"
+#include "base/transaction.h"
 #include "core/program.h"
 #include "core/provisioning.h"
 #include "core/settings.h"
 #include "core/text_utility.h"
-#include "platform/files.h"
 #include "platform/machine.h"
 #include "platform/window_system.h"
 #include "records/connection.h"
-#include "records/transaction.h"
 
 namespace {
 
-using Path = Files::Path;
+using Path = base::Files::Path;
 using RowId = std::int64_t;
 
 struct Table {
@@ -28,23 +28,20 @@ struct Table {
   bool operator==(const Table&) const = default;
 };
 
-std::vector<Table> TablesOf(Database& db) {
+std::vector<Table> TablesOf(base::Database& db) {
   std::vector<Table> tables;
   db.Run(
       "select name, wr from pragma_table_list where schema = 'main' and type = 'table' and name not like "
       "'sqlite%' order by name",
-      {}, [&](const DbRow& row) {
+      {}, [&](const base::DbRow& row) {
         tables.push_back({row.Text(0), {}, row.Number(1) == 0});
       });
-  for (auto& table : tables) {
-    db.Run("select name from pragma_table_info(?)", {table.name},
-           [&](const DbRow& row) { table.columns.push_back(row.Text(0)); });
-  }
+  for (auto& table : tables) table.columns = db.Column("select name from pragma_table_info(?)", {table.name});
   return tables;
 }
 
 // A page of rubbish can look like rows.
-bool IsPlausible(const Table& table, const std::vector<DbValue>& values) {
+bool IsPlausible(const Table& table, const std::vector<base::DbValue>& values) {
   for (std::size_t i = 0; i < values.size(); ++i) {
     const auto* const text = std::get_if<std::string>(&values[i]);
     if (text == nullptr) return false;
@@ -57,7 +54,7 @@ bool IsPlausible(const Table& table, const std::vector<DbValue>& values) {
 
 class TableSalvage {
  public:
-  TableSalvage(Database& from, Database& to, const Table& table)
+  TableSalvage(base::Database& from, base::Database& to, const Table& table)
       : from_(from),
         to_(to),
         table_(table),
@@ -76,17 +73,18 @@ class TableSalvage {
  private:
   // The rowid of the row at which reading broke off: the latest that was read, or `none` before the first.
   // Nothing when all were read.
-  std::optional<RowId> Read(const std::string& condition, const std::vector<DbValue>& bounds, RowId none) {
+  std::optional<RowId> Read(const std::string& condition, const std::vector<base::DbValue>& bounds,
+                            RowId none) {
     RowId latest = none;
     const char* const id = table_.hasRowId ? "rowid" : "0";
     try {
       from_.Run(fmt::format("select {}, * from {} {}", id, table_.name, condition), bounds,
-                [&](const DbRow& row) {
+                [&](const base::DbRow& row) {
                   latest = row.Number(0);
                   Keep(row);
                 });
       return std::nullopt;
-    } catch (const DamagedDatabase&) {
+    } catch (const base::DamagedDatabase&) {
       --triesLeft_;
       return latest;
     }
@@ -110,34 +108,31 @@ class TableSalvage {
     Between(middle + 1, last);
   }
 
-  void Keep(const DbRow& row) {
-    std::vector<DbValue> values;
+  void Keep(const base::DbRow& row) {
+    std::vector<base::DbValue> values;
     for (std::size_t i = 1; i <= table_.columns.size(); ++i) {
       const int column = static_cast<int>(i);
-      values.push_back(row.IsNull(column) ? DbValue{} : DbValue{row.Text(column)});
+      values.push_back(row.IsNull(column) ? base::DbValue{} : base::DbValue{row.Text(column)});
     }
     if (!IsPlausible(table_, values)) return;
     to_.Run(insert_, values);
     ++rows_;
   }
 
-  Database& from_;
-  Database& to_;
+  base::Database& from_;
+  base::Database& to_;
   const Table& table_;
   std::string insert_;
   int rows_ = 0;
   int triesLeft_ = 5000;
 };
 
-bool IsDamaged(Databases& databases, const Path& path) {
+bool IsDamaged(base::Databases& databases, const Path& path) {
   try {
-    const auto db = databases.Open(path, Databases::Mode::kReadOnly);
-    bool isWell = false;
-    db->Run("pragma quick_check(1)", {}, [&](const DbRow& row) { isWell = row.Text(0) == "ok"; });
-    RowId version = 0;
-    db->Run("pragma user_version", {}, [&](const DbRow& row) { version = row.Number(0); });
-    return !isWell || version == 0;  // a file that was emptied is an empty database to SQLite
-  } catch (const DamagedDatabase&) {
+    const auto db = databases.Open(path, base::Databases::Mode::kReadOnly);
+    // A file that was emptied is an empty database to SQLite.
+    return db->Text("pragma quick_check(1)") != "ok" || db->Number("pragma user_version") == 0;
+  } catch (const base::DamagedDatabase&) {
     return true;
   }
 }
@@ -186,21 +181,21 @@ class Mending {
     const Path fresh = workshop_ / "Marovane.mdb";
     const std::string empty = files_.Read(fresh);
     const int rows = SalvageRows(*OpenDamaged(empty),
-                                 *program_.machine.databases.Open(fresh, Databases::Mode::kReadWrite));
+                                 *program_.machine.databases.Open(fresh, base::Databases::Mode::kReadWrite));
     files_.Rename(fresh, salvaged_);  // its last connection is closed: there is no log beside it
     return rows;
   }
 
-  std::unique_ptr<Database> OpenDamaged(const std::string& empty) {
+  std::unique_ptr<base::Database> OpenDamaged(const std::string& empty) {
     try {
-      auto db = program_.machine.databases.Open(records_, Databases::Mode::kReadOnly);
+      auto db = program_.machine.databases.Open(records_, base::Databases::Mode::kReadOnly);
       if (!TablesOf(*db).empty()) return db;
-    } catch (const DamagedDatabase&) {
+    } catch (const base::DamagedDatabase&) {
       // its first page is gone
     }
     const Path patched = workshop_ / "patched.mdb";
     files_.Write(patched, WithFirstPageOf(empty, files_.Read(records_)), true);
-    return program_.machine.databases.Open(patched, Databases::Mode::kReadOnly);
+    return program_.machine.databases.Open(patched, base::Databases::Mode::kReadOnly);
   }
 
   // The new file is whole before the old one goes.
@@ -217,15 +212,15 @@ class Mending {
   }
 
   Program& program_;
-  Files& files_;
+  base::Files& files_;
   const Path records_, salvaged_, workshop_;
 };
 
 }  // namespace
 
-int SalvageRows(Database& damaged, Database& empty) {
+int SalvageRows(base::Database& damaged, base::Database& empty) {
   int rows = 0;
-  Transaction transaction(empty);
+  base::Transaction transaction(empty);
   const auto there = TablesOf(damaged);
   for (const auto& table : TablesOf(empty)) {
     if (std::ranges::count(there, table) > 0) rows += TableSalvage(damaged, empty, table).Run();

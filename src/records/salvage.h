@@ -1,14 +1,14 @@
 // Records out of a database that is damaged.
 #pragma once
 
-#include "platform/database.h"
+#include "base/database.h"
 
 struct Program;
 
 /// Copies what can still be read into an empty database, row by row, around damaged pages.
 /// @return the number of rows
 /// Throws RunTimeError when the empty one cannot be written; it then stays empty.
-int SalvageRows(Database& damaged, Database& empty);
+int SalvageRows(base::Database& damaged, base::Database& empty);
 
 /// When `Marovane.mdb` is damaged: makes a new one of what can still be read, sets the damaged one aside, and
 /// tells the user. A kill at any point leaves the old file, or the new one with the old one set aside; the

@@ -4,10 +4,10 @@
 
 #include <array>
 
+#include "base/database.h"
+#include "base/transaction.h"
 #include "core/text_utility.h"
-#include "platform/database.h"
 #include "records/record_db.h"
-#include "records/transaction.h"
 
 namespace {
 
@@ -52,20 +52,18 @@ class RowHash {
   std::uint64_t hash_ = 0xcbf29ce484222325;
 };
 
-PendingRow RowFrom(const DbRow& row) {
+PendingRow RowFrom(const base::DbRow& row) {
   return {row.Text(0), row.Text(1), row.Text(2), row.Text(3), row.Text(4), row.Text(5),
           row.Text(6), row.Text(7), row.Text(8), row.Text(9), row.Text(10)};
 }
 
 }  // namespace
 
-Database& SyncRecords::Db() { return records_.Db(); }
+base::Database& SyncRecords::Db() { return records_.Db(); }
 
 int SyncRecords::CountPending(RecordTable table) {
-  int count = 0;
-  Db().Run(fmt::format("select count(*) from {} where upload = 'N' or upload = 'D'", WordsOf(table).name), {},
-           [&](const DbRow& row) { count = static_cast<int>(row.Number(0)); });
-  return count;
+  return Db().Number(
+      fmt::format("select count(*) from {} where upload = 'N' or upload = 'D'", WordsOf(table).name));
 }
 
 bool SyncRecords::HasPending() {
@@ -78,36 +76,32 @@ std::vector<PendingRow> SyncRecords::Pending(RecordTable table) {
   std::vector<PendingRow> rows;
   Db().Run(fmt::format("select {} from {} where upload = 'N' or upload = 'D' order by {}, rowid",
                        words.pending, words.name, words.key),
-           {}, [&](const DbRow& row) { rows.push_back(RowFrom(row)); });
+           {}, [&](const base::DbRow& row) { rows.push_back(RowFrom(row)); });
   return rows;
 }
 
 int SyncRecords::CountUploadedLike(RecordTable table, const PendingRow& row) {
   if (table == RecordTable::kEssay) return 0;
-  int count = 0;
   std::string sql = fmt::format(
       "select count(*) from {} where upload = 'Y' and sentence = ? and sDate = ? and essayId = ?"
       " and essaySId = ? and haveHtm = ?",
       WordsOf(table).name);
-  std::vector<DbValue> parameters{row.text, row.sDate, row.essayId, row.subId, row.haveHtm};
+  std::vector<base::DbValue> parameters{row.text, row.sDate, row.essayId, row.subId, row.haveHtm};
   if (table == RecordTable::kErrSentence) {
     sql += " and errcode = ?";
     parameters.emplace_back(row.err);
   }
-  Db().Run(sql, parameters, [&](const DbRow& found) { count = static_cast<int>(found.Number(0)); });
-  return count;
+  return Db().Number(sql, parameters);
 }
 
 bool SyncRecords::WasNeverSent(const PendingRow& row) {
-  bool found = false;
-  Db().Run("select 1 from never_sent where id = ?", {row.id}, [&](const DbRow&) { found = true; });
-  return found;
+  return Db().Number("select count(*) from never_sent where id = ?", {row.id}) > 0;
 }
 
 void SyncRecords::Settle(RecordTable table, const std::vector<std::string>& newIds,
                          const std::vector<std::string>& deletedIds) {
   const auto& words = WordsOf(table);
-  Transaction transaction(Db());
+  base::Transaction transaction(Db());
   // The plus sign keeps the index of the flags out of it: nearly all rows have this flag now.
   for (const auto& id : newIds) {
     Db().Run(fmt::format("update {} set upload = 'Y' where {} = ? and +upload = 'N'", words.name, words.key),
@@ -124,21 +118,19 @@ void SyncRecords::Settle(RecordTable table, const std::vector<std::string>& newI
 
 std::string SyncRecords::Newest(RecordTable table) {
   const auto& words = WordsOf(table);
-  std::string newest;
-  Db().Run(fmt::format("select {} from {} order by {} desc limit 1", words.newest, words.name, words.key), {},
-           [&](const DbRow& row) { newest = row.Text(0); });
-  return newest;
+  return Db()
+      .Text(fmt::format("select {} from {} order by {} desc limit 1", words.newest, words.name, words.key))
+      .value_or("");
 }
 
 std::uint64_t SyncRecords::Digest(Day from) {
   std::uint64_t sum = 0;
   for (const RecordTable table : kAllTables) {
     const auto& words = WordsOf(table);
-    const int columns = table == RecordTable::kEssay ? 7 : 6;
     Db().Run(fmt::format("select {} from {} where sDate >= ?", words.digest, words.name), {IsoDay(from)},
-             [&](const DbRow& row) {
+             [&](const base::DbRow& row) {
                RowHash hash;
-               for (int i = 0; i < columns; ++i) hash.Take(Trim(row.Text(i)));
+               for (int i = 0; i < row.Count(); ++i) hash.Take(Trim(row.Text(i)));
                sum += hash.Value();
              });
   }
@@ -157,8 +149,8 @@ void SyncRecords::BeginReload() {
 void SyncRecords::AddToReload(RecordTable table, const std::vector<std::vector<std::string>>& rows) {
   const std::string sql =
       fmt::format("insert into temp.fresh_{} values (?, ?, ?, ?, ?, ?, ?, ?)", WordsOf(table).name);
-  Transaction transaction(Db());
-  std::vector<DbValue> values;
+  base::Transaction transaction(Db());
+  std::vector<base::DbValue> values;
   for (const auto& columns : rows) {
     values.clear();
     for (const auto& column : columns) values.emplace_back(StoredText(column));
@@ -168,7 +160,7 @@ void SyncRecords::AddToReload(RecordTable table, const std::vector<std::vector<s
 }
 
 bool SyncRecords::CommitReload() {
-  Transaction transaction(Db());
+  base::Transaction transaction(Db());
   if (HasPending()) return false;
   for (const RecordTable table : kAllTables) {
     const char* const name = WordsOf(table).name;

@@ -7,7 +7,10 @@
 
 #include "records/day_records.h"
 
+namespace base {
 class Database;
+}
+
 class RecordDb;
 
 enum class RecordTable { kOkSentence, kErrSentence, kEssay };
@@ -59,7 +62,7 @@ class SyncRecords {
   bool CommitReload();
 
  private:
-  Database& Db();
+  base::Database& Db();
 
   RecordDb& records_;
 };

@@ -1,11 +1,11 @@
 #include "settings/campus_login.h"
 
+#include "base/files.h"
 #include "core/message.h"
 #include "core/server_access.h"
 #include "core/settings.h"
 #include "core/text_utility.h"
 #include "platform/event_loop.h"
-#include "platform/files.h"
 #include "platform/run_time_error.h"
 #include "platform/text_encoding.h"
 
@@ -88,7 +88,7 @@ void FrmXQDLogin::ISCCert_IO(const std::string& mode) {
 }
 
 void FrmXQDLogin::ReadCertificate() {
-  const Files& files = machine.files;
+  const base::Files& files = machine.files;
   if (!files.FileExists(certFile_)) return;
   const auto lines = Split(Replace(FromBig5(files.Read(certFile_)), "\r\n", "\n"), "\n");
   const auto line = [&lines](std::size_t number) { return number < lines.size() ? Trim(lines[number]) : ""; };
@@ -108,7 +108,7 @@ void FrmXQDLogin::WriteCertificate() {
   for (const auto& value : {lblACServer.Caption(), txtLogin.Text(), txtPassword.Text()}) {
     text += Trim(value) + "\r\n";
   }
-  RewriteFile(machine.files, certFile_, ToBig5(text), true);
+  base::RewriteFile(machine.files, certFile_, ToBig5(text), true);
 }
 
 void FrmXQDLogin::txtLogin_KeyPress(int& keyAscii) {

@@ -25,16 +25,16 @@ bool HasArrived(Program& program, const std::string& body) {
 
 bool SendFeedback(Program& program, const std::string& body) {
   if (HasArrived(program, body)) return true;
-  Files& files = program.machine.files;
+  base::Files& files = program.machine.files;
   const auto folder = OutboxFolder(program);
   files.CreateFolder(folder, true);
   const std::string name = MakeRecId(program.app, program.machine.loop.Now()) + kEnding;
-  RewriteFile(files, folder / name, body, true);
+  base::RewriteFile(files, folder / name, body, true);
   return false;
 }
 
 void SendWaitingFeedback(Program& program) {
-  Files& files = program.machine.files;
+  base::Files& files = program.machine.files;
   const auto folder = OutboxFolder(program);
   for (const auto& name : files.List(folder)) {
     if (!name.ends_with(kEnding)) continue;

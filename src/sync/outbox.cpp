@@ -25,8 +25,8 @@ std::string TakeLine(std::string& text) {
 
 }  // namespace
 
-Files::Path OutboxFolder(const Program& program) {
-  return Files::Path(ConnectionPath(program.app.gConnRecords)).parent_path() / "outbox";
+base::Files::Path OutboxFolder(const Program& program) {
+  return base::Files::Path(ConnectionPath(program.app.gConnRecords)).parent_path() / "outbox";
 }
 
 std::vector<std::string> Outbox::Names() const {
@@ -63,10 +63,10 @@ void Outbox::NoteSettled(const std::string& name, Post post) {
 }
 
 void Outbox::Write(const std::string& name, const Post& post) {
-  RewriteFile(program_.machine.files, Folder() / name,
-              fmt::format("{}\n{}\n{}\n{}\n{}\n{}", post.id, post.kept, static_cast<int>(post.table),
-                          fmt::join(post.newIds, " "), fmt::join(post.deletedIds, " "), post.body),
-              true);
+  base::RewriteFile(program_.machine.files, Folder() / name,
+                    fmt::format("{}\n{}\n{}\n{}\n{}\n{}", post.id, post.kept, static_cast<int>(post.table),
+                                fmt::join(post.newIds, " "), fmt::join(post.deletedIds, " "), post.body),
+                    true);
 }
 
 void Outbox::Remove(const std::string& name) { program_.machine.files.Delete(Folder() / name); }

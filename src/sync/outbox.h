@@ -4,13 +4,13 @@
 #include <string>
 #include <vector>
 
-#include "platform/files.h"
+#include "base/files.h"
 #include "records/sync_records.h"
 
 struct Program;
 
 /// `outbox/` beside the record database.
-Files::Path OutboxFolder(const Program& program);
+base::Files::Path OutboxFolder(const Program& program);
 
 /// One upload as it goes out, and the rows that it tells of.
 struct Post {
@@ -39,7 +39,7 @@ class Outbox {
   void Remove(const std::string& name);
 
  private:
-  Files::Path Folder() const { return OutboxFolder(program_); }
+  base::Files::Path Folder() const { return OutboxFolder(program_); }
   void Write(const std::string& name, const Post& post);
 
   Program& program_;

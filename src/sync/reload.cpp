@@ -4,12 +4,12 @@
 
 #include <array>
 
+#include "base/files.h"
 #include "core/places.h"
 #include "core/program.h"
 #include "core/server_access.h"
 #include "core/text_utility.h"
 #include "platform/environment.h"
-#include "platform/files.h"
 #include "platform/machine.h"
 #include "platform/run_time_error.h"
 #include "records/record_db.h"
@@ -32,7 +32,7 @@ std::string StoredDay(const std::string& told) {
 }
 
 /// @param isFresh what the file held before goes
-bool WriteLog(Files& files, const std::string& folder, const std::string& text, bool isFresh) {
+bool WriteLog(base::Files& files, const std::string& folder, const std::string& text, bool isFresh) {
   const std::string path = folder + "/debug.log";
   try {
     files.CreateFolder(folder, true);

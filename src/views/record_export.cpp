@@ -1,7 +1,7 @@
 #include "views/record_export.h"
 
+#include "base/files.h"
 #include "core/message.h"
-#include "platform/files.h"
 #include "platform/machine.h"
 #include "platform/run_time_error.h"
 
@@ -9,19 +9,7 @@ namespace {
 
 constexpr const char* kLineEnd = "\r\n";
 
-// Unlike what stood at the path before, a part of the new text is of no use to anybody.
-void WriteWhole(Files& files, const Files::Path& path, const std::string& text) {
-  try {
-    RewriteFile(files, path, text, false);
-  } catch (const RunTimeError&) {
-    Files::Path part = path;
-    part += ".new";
-    if (files.FileExists(part)) files.Delete(part);
-    throw;
-  }
-}
-
-void TellNotWritten(Program& program, const Files::Path& path) {
+void TellNotWritten(Program& program, const base::Files::Path& path) {
   program.app.gProgressDetail = "無法寫入檔案「" + path.string() + "」，請檢查磁碟空間以及資料夾的寫入權限";
   FrmMessage::Ask(program, "404", 1, "OK", "1");
 }
@@ -47,12 +35,12 @@ bool ExportSentences(Program& program, const std::string& path, const std::vecto
 }
 
 bool ExportWholeText(Program& program, const std::string& path, const std::string& text) {
-  Files& files = program.machine.files;
-  Files::Path file = path;
+  base::Files& files = program.machine.files;
+  base::Files::Path file = path;
   if (!file.has_extension()) file += ".txt";
   if (files.FileExists(file) && FrmMessage::Ask(program, "12", 2, "YES_NO", "2") != "YES") return false;
   try {
-    WriteWhole(files, file, text);
+    base::RewriteFile(files, file, text, false);
   } catch (const RunTimeError&) {
     TellNotWritten(program, file);
     return false;

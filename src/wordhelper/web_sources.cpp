@@ -2,11 +2,11 @@
 
 #include <algorithm>
 
+#include "base/files.h"
 #include "core/digest.h"
 #include "core/program.h"
 #include "core/server_access.h"
 #include "core/text_utility.h"
-#include "platform/files.h"
 #include "platform/machine.h"
 #include "platform/run_time_error.h"
 #include "platform/text_encoding.h"
@@ -83,7 +83,7 @@ ChosenSources ReadChosenSources(Program& program) {
 void WriteChosenSources(Program& program, const ChosenSources& chosen) {
   std::string bytes;
   for (const auto& name : chosen) bytes += ToBig5(name) + "\r\n";
-  RewriteFile(program.machine.files, ChoiceFile(program), bytes, true);
+  base::RewriteFile(program.machine.files, ChoiceFile(program), bytes, true);
 }
 
 int IndexOfChosen(const std::vector<std::string>& names, const std::string& chosen) {

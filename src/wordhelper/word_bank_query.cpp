@@ -1,11 +1,11 @@
 // One question to the word bank, by its local engine or by the server's.
+#include "base/files.h"
 #include "core/engine_exchange.h"
 #include "core/message.h"
 #include "core/process_control.h"
 #include "core/server_access.h"
 #include "core/set_file.h"
 #include "core/text_utility.h"
-#include "platform/files.h"
 #include "platform/run_time_error.h"
 #include "wordhelper/collocation.h"
 #include "wordhelper/user_act.h"

@@ -52,7 +52,7 @@ std::string EssayText(const char* lineEnd) {
 
 /// What both editions must have written alike.
 std::vector<std::string> RowsOf(const std::filesystem::path& records) {
-  SqliteDatabases databases;
+  base::SqliteDatabases databases;
   return Rows(
       databases, records,
       "select * from (select 'ok', sentence, '', haveHtm from oksentence order by essaySId)"
@@ -65,7 +65,7 @@ std::vector<std::string> RowsOf(const std::filesystem::path& records) {
 std::vector<std::string> RowsOfTerminal() {
   const TempHome home;
   const std::string file = home / "essay.txt";
-  PosixFiles().Write(file, EssayText("\n"), false);
+  base::PosixFiles().Write(file, EssayText("\n"), false);
   std::string corrections;
   for (const Line& line : kEssay) {
     if (line.correction != nullptr) corrections += std::string(line.correction) + "\n";

@@ -4,8 +4,8 @@
 #include <csignal>
 #include <nlohmann/json.hpp>
 
-#include "platform/host/posix_files.h"
-#include "platform/host/sqlite_database.h"
+#include "base/posix_files.h"
+#include "base/sqlite.h"
 #include "tests/app/terminal_run.h"
 #include "tests/records/record_store.h"
 #include "tests/support/temp_home.h"
@@ -56,8 +56,8 @@ class TerminalTest : public ::testing::Test {
   }
 
   TempHome home_;
-  PosixFiles files_;
-  SqliteDatabases databases_;
+  base::PosixFiles files_;
+  base::SqliteDatabases databases_;
   fs::path root_ = home_ / ".local/share/marovane";
   std::map<std::string, std::string> environment_{{"HOME", home_.Path().string()}, {"LANG", "C.UTF-8"}};
 };

@@ -58,7 +58,7 @@ class CheckTableTest : public CheckingTest {
     app.gVerdict = "before";
     WriteSetup(program, "NeedSync", "N");
     for (const char* table : {"oksentence", "errsentence", "mistakes"}) {
-      machine.realDatabases.Open(recordsPath, Databases::Mode::kReadWrite)
+      machine.realDatabases.Open(recordsPath, base::Databases::Mode::kReadWrite)
           ->RunScript(std::string("delete from ") + table);
     }
   }

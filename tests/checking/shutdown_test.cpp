@@ -47,7 +47,7 @@ class ShutdownTest : public CheckingTest {
 
   void Put(const std::string& table, const std::string& id, const std::string& day,
            const std::string& upload = "Y") {
-    auto db = machine.realDatabases.Open(recordsPath, Databases::Mode::kReadWrite);
+    auto db = machine.realDatabases.Open(recordsPath, base::Databases::Mode::kReadWrite);
     const std::map<std::string, std::string> columns{
         {"oksentence", "?1, 'N', 'text', ?2, ?3, '0', '0', 'N'"},
         {"errsentence", "?1, 'text', 'AG01', ?2, ?3, '0', '0', 'N'"},
@@ -57,7 +57,7 @@ class ShutdownTest : public CheckingTest {
   }
 
   void PutMany(const std::string& table, int count) {
-    auto db = machine.realDatabases.Open(recordsPath, Databases::Mode::kReadWrite);
+    auto db = machine.realDatabases.Open(recordsPath, base::Databases::Mode::kReadWrite);
     const std::string columns = table == "oksentence" ? "value, 'N', 'text'" : "value, 'text', 'AG01'";
     db->RunScript("with recursive n(value) as (select 1 union all select value + 1 from n where value < " +
                   std::to_string(count) + ") insert into " + table + " select " + columns +
@@ -127,7 +127,7 @@ TEST_F(ShutdownTest, AdvisesOnEachTableByItself) {
     Main().tmrTransparentForm.Enabled = false;
     Main().Enabled = true;
     if (c.ok == 1) {
-      machine.realDatabases.Open(recordsPath, Databases::Mode::kReadWrite)
+      machine.realDatabases.Open(recordsPath, base::Databases::Mode::kReadWrite)
           ->Run("delete from oksentence where rowid > 5000");
     }
   }
@@ -148,7 +148,7 @@ TEST_F(ShutdownTest, UploadsWhatIsNew) {
   for (const auto& c : kCases) {
     FakeUpload upload(machine.loop, app);
     program.hall.frmUpload.LeadsTo([&]() -> UploadRun& { return upload; });
-    machine.realDatabases.Open(recordsPath, Databases::Mode::kReadWrite)
+    machine.realDatabases.Open(recordsPath, base::Databases::Mode::kReadWrite)
         ->RunScript("delete from oksentence; delete from errsentence; delete from essay");
     Put(c.table, "1", "2026-11-05", c.flag);
     WriteNeedSync(program, "Y");
@@ -200,7 +200,7 @@ TEST_F(ShutdownTest, ADatabaseErrorIsToldAndLosesNothing) {
   EXPECT_GT(before, 0);
   for (int step = 1; step <= steps; ++step) {
     Main().tmrTransparentForm.Enabled = false;
-    machine.realDatabases.Open(recordsPath, Databases::Mode::kReadWrite)->Run("delete from oksentence");
+    machine.realDatabases.Open(recordsPath, base::Databases::Mode::kReadWrite)->Run("delete from oksentence");
     std::filesystem::remove(archive);
     Put("oksentence", "1", kDayBefore);
     machine.databases.fault.Reset();
@@ -220,7 +220,7 @@ TEST_F(ShutdownTest, ADatabaseErrorIsToldAndLosesNothing) {
 
 TEST_F(ShutdownTest, AKillAtAnyPointLosesNothingAndDoublesNothing) {
   for (int step = 1; step <= 40; ++step) {
-    machine.realDatabases.Open(recordsPath, Databases::Mode::kReadWrite)->Run("delete from oksentence");
+    machine.realDatabases.Open(recordsPath, base::Databases::Mode::kReadWrite)->Run("delete from oksentence");
     std::filesystem::remove(archive);
     Put("oksentence", "1", kDayBefore);
     FailingDatabases dying(machine.realDatabases);

@@ -88,11 +88,11 @@ TEST_F(ProvisioningFaultTest, PackageUnpackedByHalfIsUnpackedAnewAndThenLeftAlon
     const std::string line = start.program.string() + " -d " + start.arguments[1] + " 2>/dev/null";
     EXPECT_EQ(WEXITSTATUS(std::system(line.c_str())), ++unpackings == 1 ? 1 : 0);
   });
-  fs::create_directories(Data("dbver.set.new"));
+  fs::create_directories(Data("dbver.set/in the way"));
   Start();
   ASSERT_NE(Content(Data("Marovane.mdb")), std::nullopt);
   ASSERT_EQ(Content(Data("dbver.set")), std::nullopt);
-  fs::remove(Data("dbver.set.new"));
+  fs::remove_all(Data("dbver.set"));
   Start();
   EXPECT_NE(Content(Data("Marovane.mdb")), std::nullopt);
   EXPECT_THAT(Content(Data("dbver.set")), Optional(std::string(kDatabaseBuild) + "\r\n"));
@@ -106,7 +106,7 @@ TEST_F(ProvisioningFaultTest, PackageUnpackedByHalfIsUnpackedAnewAndThenLeftAlon
 TEST_F(ProvisioningFaultTest, PackageOnAFullDiskLeavesNothingHalfAndNothingLost) {
   const fs::path unpacker = machine.home / "unpacker.exe";
   const fs::path folder = machine.home / "unpacked";
-  CopyFile(machine.realFiles, fs::path(GIZ_FOLDER) / "mrvdata.giz", unpacker);
+  base::CopyFile(machine.realFiles, fs::path(GIZ_FOLDER) / "mrvdata.giz", unpacker);
   machine.realFiles.MakeExecutable(unpacker);
   const auto unpack = [&](const std::string& before) {
     const std::string line =

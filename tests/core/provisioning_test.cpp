@@ -170,7 +170,7 @@ class PackageTest : public CoreTest {
  protected:
   int Unpack(const fs::path& package) {
     const fs::path unpacker = machine.home / "unpacker.exe";
-    CopyFile(machine.realFiles, package, unpacker);
+    base::CopyFile(machine.realFiles, package, unpacker);
     machine.realFiles.MakeExecutable(unpacker);
     const std::string command = unpacker.string() + " -d " + folder.string() + "/ 2>/dev/null";
     return WEXITSTATUS(std::system(command.c_str()));

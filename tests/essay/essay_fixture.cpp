@@ -88,7 +88,7 @@ void EssayTest::Correct(const std::string& sentence) {
 
 std::vector<std::string> EssayTest::Texts(const std::string& sql) {
   std::vector<std::string> texts;
-  composition.records.Db().Run(sql, {}, [&](const DbRow& row) { texts.push_back(row.Text(0)); });
+  composition.records.Db().Run(sql, {}, [&](const base::DbRow& row) { texts.push_back(row.Text(0)); });
   return texts;
 }
 

@@ -48,9 +48,9 @@ class KillTest : public EssayTest {
   /// As the next start finds it.
   std::vector<std::string> OnDisk(const std::string& sql) {
     std::vector<std::string> texts;
-    SqliteDatabases databases;
-    databases.Open(machine.home / "tmp" / "marovane" / "Marovane.mdb", Databases::Mode::kReadWrite)
-        ->Run(sql, {}, [&](const DbRow& row) { texts.push_back(row.Text(0)); });
+    base::SqliteDatabases databases;
+    databases.Open(machine.home / "tmp" / "marovane" / "Marovane.mdb", base::Databases::Mode::kReadWrite)
+        ->Run(sql, {}, [&](const base::DbRow& row) { texts.push_back(row.Text(0)); });
     return texts;
   }
 

@@ -11,8 +11,8 @@
 #include <string>
 #include <thread>
 
+#include "base/file_descriptor.h"
 #include "platform/headless/virtual_loop.h"
-#include "platform/host/file_descriptor.h"
 #include "platform/run_time_error.h"
 
 namespace {
@@ -63,7 +63,7 @@ class DeadEnd {
   std::string Url() const { return "http://127.0.0.1:" + std::to_string(port_) + "/"; }
 
  private:
-  FileDescriptor socket_;
+  base::FileDescriptor socket_;
   int port_ = 0;
 };
 

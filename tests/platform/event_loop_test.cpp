@@ -7,9 +7,9 @@
 #include <string>
 #include <thread>
 
+#include "base/file_descriptor.h"
 #include "platform/headless/poll_loop.h"
 #include "platform/headless/virtual_loop.h"
-#include "platform/host/file_descriptor.h"
 #include "platform/run_time_error.h"
 #include "platform/timer.h"
 
@@ -120,8 +120,8 @@ TEST(EventLoop, ServesTimersAndInputBesideTasksThatPostThemselvesAgain) {
   VirtualLoop loop;
   std::array<int, 2> ends{};
   ASSERT_EQ(pipe(ends.data()), 0);
-  const FileDescriptor readEnd(ends[0]);
-  FileDescriptor writeEnd(ends[1]);
+  const base::FileDescriptor readEnd(ends[0]);
+  base::FileDescriptor writeEnd(ends[1]);
   writeEnd.Close();  // can be "read" from now on
 
   int rounds = 0;
@@ -153,8 +153,8 @@ TEST(EventLoop, ServesInputWhileATimerIsAlwaysDue) {
   });
   std::array<int, 2> ends{};
   ASSERT_EQ(pipe(ends.data()), 0);
-  const FileDescriptor readEnd(ends[0]);
-  FileDescriptor(ends[1]).Close();
+  const base::FileDescriptor readEnd(ends[0]);
+  base::FileDescriptor(ends[1]).Close();
   bool hasInput = false;
   const int watch = loop.WatchReadable(readEnd.Get(), [&hasInput] { hasInput = true; });
   loop.WaitUntil([&] { return hasInput; });

@@ -6,9 +6,9 @@
 #include <stdexcept>
 #include <string>
 
+#include "base/posix_files.h"
 #include "platform/headless/poll_loop.h"
 #include "platform/host/host_environment.h"
-#include "platform/host/posix_files.h"
 #include "platform/host/posix_processes.h"
 #include "platform/run_time_error.h"
 #include "platform/timer.h"
@@ -52,7 +52,7 @@ class ProcessesTest : public ::testing::Test {
   TempHome home_;
   PollLoop loop_;
   PosixProcesses processes_{loop_};
-  PosixFiles files_;
+  base::PosixFiles files_;
   Timer guard_{loop_, 20'000};
 };
 

@@ -81,7 +81,7 @@ void PutRecords(WindowedProgram& program) {
   const Day today = DayOf(program.machine.loop.Now());
   CreateRecords(program.machine.databases, records);
   CreateErrList(program.machine.databases, errors, {{"AG01", "第三人稱單數的動詞要加 s"}, {"AR01", "用 an"}});
-  FillRealistically(*program.machine.databases.Open(records, Databases::Mode::kReadWrite),
+  FillRealistically(*program.machine.databases.Open(records, base::Databases::Mode::kReadWrite),
                     {.sentences = 300, .days = 60, .lastDay = today});
   app.gConnRecords = "Data Source=" + records.string() + ";";
   app.gConnErrList = "Data Source=" + errors.string() + ";";

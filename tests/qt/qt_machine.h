@@ -1,9 +1,9 @@
 // A machine with real windows for a test: Qt's loop and windows, everything else as in other tests.
 #pragma once
 
+#include "base/posix_files.h"
+#include "base/sqlite.h"
 #include "platform/host/opencc.h"
-#include "platform/host/posix_files.h"
-#include "platform/host/sqlite_database.h"
 #include "platform/machine.h"
 #include "qt/qt_desktop.h"
 #include "qt/qt_loop.h"
@@ -34,8 +34,8 @@ struct QtMachine {
   QtDesktop desktop;
   VirtualLoop idleLoop;  // the fakes count their costs on it
   FakeHttp http{idleLoop};
-  PosixFiles files;
-  SqliteDatabases databases;
+  base::PosixFiles files;
+  base::SqliteDatabases databases;
   FakeProcesses processes{idleLoop};
   OpenCcConverter chinese;
   Machine machine{loop, windows, desktop, http, files, databases, processes, chinese, environment};

@@ -31,7 +31,7 @@ class RecordsTest : public ::testing::Test {
     return Rows(machine.realDatabases, path_, "select * from " + table, columns);
   }
   void Execute(const std::string& sql) {
-    machine.realDatabases.Open(path_, Databases::Mode::kReadWrite)->RunScript(sql);
+    machine.realDatabases.Open(path_, base::Databases::Mode::kReadWrite)->RunScript(sql);
   }
   static std::vector<std::string> TextsOf(const std::vector<OkSentence>& rows) {
     std::vector<std::string> texts;

@@ -6,7 +6,7 @@
 
 namespace fs = std::filesystem;
 
-void CreateRecords(Databases& databases, const fs::path& path) {
+void CreateRecords(base::Databases& databases, const fs::path& path) {
   fs::create_directories(path.parent_path());
   std::vector<fs::path> steps;
   for (const auto& step : fs::directory_iterator(SCHEMA_FOLDER)) steps.push_back(step.path());
@@ -19,7 +19,7 @@ void CreateRecords(Databases& databases, const fs::path& path) {
   }
 }
 
-void CreateErrList(Databases& databases, const fs::path& path,
+void CreateErrList(base::Databases& databases, const fs::path& path,
                    const std::vector<std::pair<std::string, std::string>>& outlines) {
   fs::create_directories(path.parent_path());
   const auto db = databases.Create(path);
@@ -27,16 +27,16 @@ void CreateErrList(Databases& databases, const fs::path& path,
       "create table errtype (errtype_id text, errtype text); insert into errtype values ('VT', '時態');"
       "create table errmain (errcode text, outline text)");
   for (const auto& [code, outline] : outlines) {
-    const DbValue text = outline.empty() ? DbValue{} : DbValue{outline};
+    const base::DbValue text = outline.empty() ? base::DbValue{} : base::DbValue{outline};
     db->Run("insert into errmain values (?, ?)", {code, text});
   }
 }
 
-std::vector<std::string> Rows(Databases& databases, const fs::path& path, const std::string& sql,
+std::vector<std::string> Rows(base::Databases& databases, const fs::path& path, const std::string& sql,
                               int columns) {
   std::vector<std::string> rows;
-  const auto db = databases.Open(path, Databases::Mode::kReadOnly);
-  db->Run(sql, {}, [&](const DbRow& row) {
+  const auto db = databases.Open(path, base::Databases::Mode::kReadOnly);
+  db->Run(sql, {}, [&](const base::DbRow& row) {
     std::string line;
     for (int i = 0; i < columns; ++i) {
       line += (i == 0 ? "" : "|") + (row.IsNull(i) ? std::string("NULL") : row.Text(i));

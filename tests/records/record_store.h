@@ -5,14 +5,14 @@
 #include <string>
 #include <vector>
 
-#include "platform/database.h"
+#include "base/database.h"
 
 /// Makes an empty record database by the schema that ships, its folder included.
-void CreateRecords(Databases& databases, const std::filesystem::path& path);
+void CreateRecords(base::Databases& databases, const std::filesystem::path& path);
 /// Makes an error-text database with these rows of `errmain` (code, outline) and one category.
-void CreateErrList(Databases& databases, const std::filesystem::path& path,
+void CreateErrList(base::Databases& databases, const std::filesystem::path& path,
                    const std::vector<std::pair<std::string, std::string>>& outlines);
 
 /// Rows of a statement, each as its columns joined by "|"; Null as "NULL".
-std::vector<std::string> Rows(Databases& databases, const std::filesystem::path& path, const std::string& sql,
-                              int columns);
+std::vector<std::string> Rows(base::Databases& databases, const std::filesystem::path& path,
+                              const std::string& sql, int columns);

@@ -39,9 +39,9 @@ class SalvageTest : public ::testing::Test {
     rows_ = AllRows(Data() / kRecords);
   }
   static void MakeRecords(const fs::path& path) {
-    SqliteDatabases databases;
+    base::SqliteDatabases databases;
     CreateRecords(databases, path);
-    FillRealistically(*databases.Open(path, Databases::Mode::kReadWrite),
+    FillRealistically(*databases.Open(path, base::Databases::Mode::kReadWrite),
                       {.sentences = 1500, .days = 100, .lastDay = year{2026} / 11 / 5});
   }
   fs::path Data() const { return machine.home / "tmp/marovane"; }
@@ -145,7 +145,7 @@ TEST_F(SalvageTest, LogOfACrashIsReadAndSetAsideWithItsDatabase) {
   const fs::path crashed = machine.home / "crashed";
   fs::create_directories(crashed);
   {
-    const auto db = machine.realDatabases.Open(Data() / kRecords, Databases::Mode::kReadWrite);
+    const auto db = machine.realDatabases.Open(Data() / kRecords, base::Databases::Mode::kReadWrite);
     db->Run(
         "insert into oksentence values ('9', 'N', 'It was the last one.', '2026-11-05', 'N', '0', '0', 'N')");
     for (const char* name : {"Marovane.mdb", "Marovane.mdb-wal"})

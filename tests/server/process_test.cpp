@@ -204,7 +204,7 @@ TEST_F(ProcessTest, TellsInOneLineWhyItCannotStart) {
       {{"--data", data, "--prefix", "a b"}, 64, "--prefix"},
       {{"--data", data, "--speed"}, 64, "unknown word \"--speed\""},
       {{"--data", file + "/data", "--engine-data", engine}, 1, "cannot make the folder"},
-      {{"--data", folder_ / "damaged", "--engine-data", engine}, 1, "cannot use the database"},
+      {{"--data", folder_ / "damaged", "--engine-data", engine}, 1, "cannot use the database: "},
       {{"--data", data, "--engine-data", file}, 1, "the language data was not found in"},
       {{"--data", data, "--engine-data", engine, "--account", file}, 1, "names no account number"},
       {{"--data", data, "--engine-data", engine, "--account", file + "/x"}, 1, "cannot"},

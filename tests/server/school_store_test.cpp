@@ -4,8 +4,8 @@
 
 #include <functional>
 
-#include "server/sqlite.h"
 #include "server/store.h"
+#include "server/store_database.h"
 #include "tests/server/temp_folder.h"
 
 namespace marovane {
@@ -24,8 +24,8 @@ class SchoolStoreTest : public testing::Test {
     class_ = store_->AddClass("lin", "A");
     store_->AddPupils("lin", class_, {{"S1", "王"}});
     store_->AddTopic("lin", {"w1", class_, "", "Title", "Question", "2026-12-01", ""});
-    Sqlite(folder_ / "server.db")
-        .RunScript(
+    OpenStoreDatabase(folder_ / "server.db")
+        ->Run(
             "INSERT INTO essay (account, day, essay_id, work_id, final_set, quiz, org_essay, new_essay)"
             " VALUES ('S1', '2026-11-05', 'e1', 'w1', 'N', 'T', 'a', 'b')");
     store_->TakeHandIn("S1", "e1", "w1", "2026-11-05");
@@ -116,8 +116,8 @@ TEST_F(SchoolStoreTest, CountsWhatWaits) {
 }
 
 TEST_F(SchoolStoreTest, AFailedImportLeavesNothing) {
-  Sqlite(folder_ / "server.db")
-      .RunScript(
+  OpenStoreDatabase(folder_ / "server.db")
+      ->RunScript(
           "CREATE TRIGGER stop BEFORE INSERT ON pupil WHEN new.account = 'S3'"
           " BEGIN SELECT RAISE(ABORT, 'disk full'); END");
   EXPECT_THROW(store_->AddPupils("lin", class_, {{"S2", "X"}, {"S3", "Y"}}), std::runtime_error);

@@ -5,17 +5,11 @@
 #include <thread>
 #include <vector>
 
-#include "server/sqlite.h"
+#include "server/store_database.h"
 #include "tests/server/temp_folder.h"
 
 namespace marovane {
 namespace {
-
-std::string First(Sqlite& database, const std::string& sql) {
-  std::string first;
-  database.Run(sql, {}, [&](const std::string& value) { first = value; });
-  return first;
-}
 
 TEST(Store, KeepsTextsOfEveryKindOverARestart) {
   const TempFolder folder;
@@ -47,9 +41,9 @@ TEST(Store, CountsActsFromManyThreads) {
   for (std::thread& thread : threads) thread.join();
   store->CountAct("1", "2026-11-06", "collo");
   EXPECT_THROW(store->CountAct("2", "2026-11-05", "collo"), std::runtime_error);
-  Sqlite database(folder / "server.db");
-  EXPECT_EQ(First(database, "SELECT times FROM act WHERE day = '2026-11-05'"), "200");
-  EXPECT_EQ(First(database, "SELECT count(*) FROM act"), "2");
+  const auto database = OpenStoreDatabase(folder / "server.db");
+  EXPECT_EQ(database->Number("SELECT times FROM act WHERE day = '2026-11-05'"), 200);
+  EXPECT_EQ(database->Number("SELECT count(*) FROM act"), 2);
 }
 
 TEST(Store, RefusesWhatItCannotRead) {
@@ -57,7 +51,7 @@ TEST(Store, RefusesWhatItCannotRead) {
   WriteFile(folder / "rubbish.db", std::string(5000, 'x'));
   EXPECT_THROW(OpenSqliteStore(folder / "rubbish.db"), std::runtime_error);
   EXPECT_EQ(ReadFile(folder / "rubbish.db"), std::string(5000, 'x'));
-  Sqlite(folder / "newer.db").RunScript("PRAGMA user_version = 999");
+  OpenStoreDatabase(folder / "newer.db")->Run("PRAGMA user_version = 999");
   EXPECT_THROW(OpenSqliteStore(folder / "newer.db"), std::runtime_error);
   EXPECT_THROW(OpenSqliteStore(folder / "missing/server.db"), std::runtime_error);
 }

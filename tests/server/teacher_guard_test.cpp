@@ -1,7 +1,6 @@
 // Who gets in at the teachers' site, and what nobody gets done there.
 #include <ctime>
 
-#include "server/sqlite.h"
 #include "tests/server/teacher_school.h"
 
 namespace {

@@ -1,7 +1,7 @@
 #include "settings/feedback.h"
 
+#include "base/database.h"
 #include "core/set_file.h"
-#include "platform/database.h"
 #include "platform/host/curl_http.h"
 #include "platform/run_time_error.h"
 #include "sync/feedback_post.h"
@@ -181,10 +181,11 @@ TEST_F(FeedbackTest, ArrivesWholeAtTheRealServer) {
     EXPECT_THAT(FromBig5(page.body), ::testing::HasSubstr("謝謝您的意見"));
   }
   std::vector<std::string> row;
-  machine.realDatabases.Open(data / "server.db", Databases::Mode::kReadOnly)
-      ->Run("select account, errcode, sentence, remarks, email from feedback", {}, [&](const DbRow& each) {
-        for (int i = 0; i < 5; ++i) row.push_back(each.Text(i));
-      });
+  machine.realDatabases.Open(data / "server.db", base::Databases::Mode::kReadOnly)
+      ->Run("select account, errcode, sentence, remarks, email from feedback", {},
+            [&](const base::DbRow& each) {
+              for (int i = 0; i < 5; ++i) row.push_back(each.Text(i));
+            });
   EXPECT_THAT(row, ElementsAre("4711", "AG01", kSentence, remark, ""));
 }
 

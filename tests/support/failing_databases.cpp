@@ -4,13 +4,13 @@
 
 namespace {
 
-class FailingDatabase : public Database {
+class FailingDatabase : public base::Database {
  public:
-  FailingDatabase(FailingDatabases& owner, std::unique_ptr<Database> database)
+  FailingDatabase(FailingDatabases& owner, std::unique_ptr<base::Database> database)
       : owner_(owner), database_(std::move(database)) {}
 
-  void Run(std::string_view sql, const std::vector<DbValue>& parameters,
-           const std::function<void(const DbRow&)>& onRow) override {
+  void Run(std::string_view sql, const std::vector<base::DbValue>& parameters,
+           const std::function<void(const base::DbRow&)>& onRow) override {
     Step(std::string(sql));
     database_->Run(sql, parameters, onRow);
   }
@@ -26,15 +26,15 @@ class FailingDatabase : public Database {
   }
 
   FailingDatabases& owner_;
-  std::unique_ptr<Database> database_;
+  std::unique_ptr<base::Database> database_;
 };
 
 }  // namespace
 
-std::unique_ptr<Database> FailingDatabases::Open(const std::filesystem::path& path, Mode mode) {
+std::unique_ptr<base::Database> FailingDatabases::Open(const std::filesystem::path& path, Mode mode) {
   return std::make_unique<FailingDatabase>(*this, databases_.Open(path, mode));
 }
 
-std::unique_ptr<Database> FailingDatabases::Create(const std::filesystem::path& path) {
+std::unique_ptr<base::Database> FailingDatabases::Create(const std::filesystem::path& path) {
   return std::make_unique<FailingDatabase>(*this, databases_.Create(path));
 }

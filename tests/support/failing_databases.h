@@ -4,20 +4,20 @@
 #include <string>
 #include <vector>
 
-#include "platform/database.h"
+#include "base/database.h"
 #include "tests/support/fault.h"
 
 /// Passes everything on to other databases. Each statement or script is a step of the fault, over all
 /// databases that were opened here. It must outlive them.
-class FailingDatabases : public Databases {
+class FailingDatabases : public base::Databases {
  public:
-  explicit FailingDatabases(Databases& databases) : databases_(databases) {}
-  std::unique_ptr<Database> Open(const std::filesystem::path& path, Mode mode) override;
-  std::unique_ptr<Database> Create(const std::filesystem::path& path) override;
+  explicit FailingDatabases(base::Databases& databases) : databases_(databases) {}
+  std::unique_ptr<base::Database> Open(const std::filesystem::path& path, Mode mode) override;
+  std::unique_ptr<base::Database> Create(const std::filesystem::path& path) override;
 
   Fault fault;
   std::vector<std::string> statements;  ///< in the order in which they were run
 
  private:
-  Databases& databases_;
+  base::Databases& databases_;
 };

@@ -1,14 +1,14 @@
 // Files that fail or die at a chosen step.
 #pragma once
 
-#include "platform/files.h"
+#include "base/files.h"
 #include "tests/support/fault.h"
 
 /// Passes everything on to other files. Each change is a step of the fault; a Write or Append takes three:
 /// before the file is touched, after it was opened (and emptied), after half of the bytes.
-class FailingFiles : public Files {
+class FailingFiles : public base::Files {
  public:
-  explicit FailingFiles(Files& files) : files_(files) {}
+  explicit FailingFiles(base::Files& files) : files_(files) {}
 
   bool FileExists(const Path& path) const override { return files_.FileExists(path); }
   bool FolderExists(const Path& path) const override { return files_.FolderExists(path); }
@@ -24,5 +24,5 @@ class FailingFiles : public Files {
   Fault fault;
 
  private:
-  Files& files_;
+  base::Files& files_;
 };

@@ -2,8 +2,8 @@
 // [days]
 #include <fmt/format.h>
 
+#include "base/sqlite.h"
 #include "core/text_utility.h"
-#include "platform/host/sqlite_database.h"
 #include "tests/support/realistic_records.h"
 
 int main(int argc, char** argv) {
@@ -15,8 +15,8 @@ int main(int argc, char** argv) {
   if (argc > 3) wish.sentences = std::stoi(argv[3]);
   if (argc > 4) wish.days = std::stoi(argv[4]);
   try {
-    SqliteDatabases databases;
-    FillRealistically(*databases.Open(argv[1], Databases::Mode::kReadWrite), wish);
+    base::SqliteDatabases databases;
+    FillRealistically(*databases.Open(argv[1], base::Databases::Mode::kReadWrite), wish);
   } catch (const std::exception& error) {
     fmt::print(stderr, "{}\n", error.what());
     return 1;

@@ -38,7 +38,7 @@ constexpr std::array<Mistake, 12> kMistakes{{{"AG01", "*go* to the market", 24},
 
 class Filler {
  public:
-  Filler(Database& db, const RealisticRecords& wish) : db_(db), wish_(wish), random_(wish.seed) {}
+  Filler(base::Database& db, const RealisticRecords& wish) : db_(db), wish_(wish), random_(wish.seed) {}
 
   void Fill() {
     db_.Run("begin");
@@ -112,7 +112,7 @@ class Filler {
              "He goes to school.", "Y", Pick(kFinal), DayOf(essay * 100 % wish_.sentences)});
   }
 
-  Database& db_;
+  base::Database& db_;
   const RealisticRecords& wish_;
   std::mt19937 random_;
   int essays_ = 0;
@@ -120,4 +120,4 @@ class Filler {
 
 }  // namespace
 
-void FillRealistically(Database& db, const RealisticRecords& wish) { Filler(db, wish).Fill(); }
+void FillRealistically(base::Database& db, const RealisticRecords& wish) { Filler(db, wish).Fill(); }

@@ -3,7 +3,7 @@
 
 #include <chrono>
 
-#include "platform/database.h"
+#include "base/database.h"
 
 struct RealisticRecords {
   int sentences = 2000;
@@ -14,4 +14,4 @@ struct RealisticRecords {
 
 /// Fills an empty record database. Two in three sentences are right, one in ten belongs to one of the essays,
 /// and every flag of the upload occurs. The same wish gives the same rows.
-void FillRealistically(Database& db, const RealisticRecords& wish);
+void FillRealistically(base::Database& db, const RealisticRecords& wish);

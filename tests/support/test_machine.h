@@ -1,12 +1,12 @@
 // A whole machine for a test.
 #pragma once
 
+#include "base/posix_files.h"
+#include "base/sqlite.h"
 #include "platform/headless/headless_windows.h"
 #include "platform/headless/scripted_user.h"
 #include "platform/headless/virtual_loop.h"
 #include "platform/host/opencc.h"
-#include "platform/host/posix_files.h"
-#include "platform/host/sqlite_database.h"
 #include "platform/machine.h"
 #include "tests/support/failing_databases.h"
 #include "tests/support/failing_files.h"
@@ -23,9 +23,9 @@ struct TestMachine {
   HeadlessWindows windows;
   HeadlessDesktop desktop;
   FakeHttp http{loop};
-  PosixFiles realFiles;
+  base::PosixFiles realFiles;
   FailingFiles files{realFiles};
-  SqliteDatabases realDatabases;
+  base::SqliteDatabases realDatabases;
   FailingDatabases databases{realDatabases};
   FakeProcesses processes{loop};
   OpenCcConverter chinese;

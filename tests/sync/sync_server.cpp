@@ -1,8 +1,12 @@
 #include "tests/sync/sync_server.h"
 
+#include <fmt/format.h>
+#include <fmt/ranges.h>
+
 #include <map>
 
 #include "server/password.h"
+#include "server/store_database.h"
 
 SyncPages::SyncPages(std::filesystem::path database)
     : database_(std::move(database)),
@@ -41,10 +45,8 @@ HttpResponse SyncPages::Answer(const HttpRequest& request) {
 
 std::vector<std::string> ServerRows(const std::filesystem::path& database, const std::string& sql) {
   std::vector<std::string> rows;
-  marovane::Sqlite(database).RunRows(sql, {}, [&](const std::vector<std::string>& row) {
-    std::string line;
-    for (const auto& column : row) line += (line.empty() && &column == row.data() ? "" : "|") + column;
-    rows.push_back(line);
+  marovane::OpenStoreDatabase(database)->Run(sql, {}, [&](const base::DbRow& row) {
+    rows.push_back(fmt::format("{}", fmt::join(row.Texts(), "|")));
   });
   return rows;
 }

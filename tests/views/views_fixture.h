@@ -63,7 +63,7 @@ class ViewsTest : public CoreTest {
   /// First columns of all rows, joined.
   std::string Query(const std::string& sql) {
     std::string text;
-    db->Run(sql, {}, [&](const DbRow& row) { text += (text.empty() ? "" : " ") + row.Text(0); });
+    db->Run(sql, {}, [&](const base::DbRow& row) { text += (text.empty() ? "" : " ") + row.Text(0); });
     return text;
   }
 
@@ -83,7 +83,7 @@ class ViewsTest : public CoreTest {
     machine.loop.WaitUntil([&] { return machine.loop.Elapsed() >= until; });
   }
 
-  std::unique_ptr<Database> db;
+  std::unique_ptr<base::Database> db;
   RecordDb records{program};
   ErrListDb errList{program};
   FakeMain frmMain{machine.machine};

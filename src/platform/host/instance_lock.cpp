@@ -8,7 +8,7 @@
 InstanceLock::InstanceLock(const std::filesystem::path& file) {
   std::error_code ignored;
   std::filesystem::create_directories(file.parent_path(), ignored);
-  file_ = FileDescriptor(open(file.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600));
+  file_ = base::FileDescriptor(open(file.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600));
   if (!file_.IsOpen()) throw RunTimeError("cannot open " + file.string());
   isHeld_ = flock(file_.Get(), LOCK_EX | LOCK_NB) == 0;
 }

@@ -3,7 +3,7 @@
 
 #include <filesystem>
 
-#include "platform/host/file_descriptor.h"
+#include "base/file_descriptor.h"
 
 /// Holds a lock file until this object goes, or its process does.
 class InstanceLock {
@@ -14,6 +14,6 @@ class InstanceLock {
   bool IsHeld() const { return isHeld_; }
 
  private:
-  FileDescriptor file_;
+  base::FileDescriptor file_;
   bool isHeld_;
 };

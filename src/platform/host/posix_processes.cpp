@@ -106,15 +106,15 @@ struct Pipe {
   Pipe() {
     std::array<int, 2> ends{};
     if (pipe2(ends.data(), O_CLOEXEC) < 0) Fail("make a pipe", errno);
-    readEnd = FileDescriptor(ends[0]);
-    writeEnd = FileDescriptor(ends[1]);
+    readEnd = base::FileDescriptor(ends[0]);
+    writeEnd = base::FileDescriptor(ends[1]);
   }
-  FileDescriptor readEnd, writeEnd;
+  base::FileDescriptor readEnd, writeEnd;
 };
 
 class PosixPipedProcess : public PipedProcess {
  public:
-  PosixPipedProcess(FileDescriptor input, FileDescriptor output)
+  PosixPipedProcess(base::FileDescriptor input, base::FileDescriptor output)
       : input_(std::move(input)), output_(std::move(output)) {}
 
   std::optional<std::string> ReadLine(int timeout) override {
@@ -157,8 +157,8 @@ class PosixPipedProcess : public PipedProcess {
     }
   }
 
-  FileDescriptor input_;  // only kept open
-  FileDescriptor output_;
+  base::FileDescriptor input_;  // only kept open
+  base::FileDescriptor output_;
   std::string read_;
   bool hasEnded_ = false;
 };
@@ -179,7 +179,7 @@ std::unique_ptr<PipedProcess> PosixProcesses::StartPiped(const ProcessStart& sta
 }
 
 void PosixProcesses::Watch(int id) {
-  FileDescriptor end(static_cast<int>(syscall(SYS_pidfd_open, id, 0)));
+  base::FileDescriptor end(static_cast<int>(syscall(SYS_pidfd_open, id, 0)));
   if (!end.IsOpen()) Fail("watch a program that was started", errno);
   const int fd = end.Get();
   // The number of the watch is known only afterwards.

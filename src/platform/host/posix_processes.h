@@ -3,8 +3,8 @@
 
 #include <map>
 
+#include "base/file_descriptor.h"
 #include "platform/event_loop.h"
-#include "platform/host/file_descriptor.h"
 #include "platform/processes.h"
 
 /// Starts programs directly, without a shell. A child gets no file descriptor of this program: its standard
@@ -30,7 +30,7 @@ class PosixProcesses : public Processes {
  private:
   struct Child {
     int id;
-    FileDescriptor end;  // can be read when the child has ended
+    base::FileDescriptor end;  // can be read when the child has ended
   };
   void Watch(int id);
   void Reap(int watch);

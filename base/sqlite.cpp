@@ -1,4 +1,4 @@
-#include "platform/host/sqlite_database.h"
+#include "base/sqlite.h"
 
 #include <fmt/format.h>
 #include <sqlite3.h>
@@ -7,8 +7,7 @@
 #include <map>
 #include <utility>
 
-#include "platform/run_time_error.h"
-
+namespace base {
 namespace {
 
 constexpr int kBusyTimeout = 5000;  // milliseconds
@@ -23,7 +22,7 @@ using Connection = std::unique_ptr<sqlite3, CloseConnection>;
 
 [[noreturn]] void FailWith(int code, const std::string& text) {
   if (code == SQLITE_CORRUPT || code == SQLITE_NOTADB) throw DamagedDatabase(text);
-  throw RunTimeError(text);
+  throw Error(text);
 }
 
 struct Statement {
@@ -51,6 +50,7 @@ class SqliteRow : public DbRow {
  public:
   explicit SqliteRow(sqlite3_stmt* statement) : statement_(statement) {}
 
+  int Count() const override { return sqlite3_data_count(statement_); }
   bool IsNull(int column) const override {
     return sqlite3_column_type(statement_, Checked(column)) == SQLITE_NULL;
   }
@@ -64,8 +64,8 @@ class SqliteRow : public DbRow {
 
  private:
   int Checked(int column) const {
-    if (column >= 0 && column < sqlite3_data_count(statement_)) return column;
-    throw RunTimeError(fmt::format("the row has no column {}", column));
+    if (column >= 0 && column < Count()) return column;
+    throw Error(fmt::format("the row has no column {}", column));
   }
 
   sqlite3_stmt* statement_;
@@ -119,7 +119,7 @@ class SqliteDatabase : public Database {
     if (result != SQLITE_OK) Fail();
     const std::string_view behind = sql.substr(static_cast<std::size_t>(rest - sql.data()));
     if (handle == nullptr || behind.find_first_not_of(" \t\r\n;") != std::string_view::npos) {
-      throw RunTimeError(fmt::format("not one single statement: {}", sql));
+      throw Error(fmt::format("not one single statement: {}", sql));
     }
     return statement;
   }
@@ -127,8 +127,8 @@ class SqliteDatabase : public Database {
   void Bind(sqlite3_stmt* handle, const std::vector<DbValue>& parameters) const {
     const int wanted = sqlite3_bind_parameter_count(handle);
     if (std::cmp_not_equal(wanted, parameters.size())) {
-      throw RunTimeError(fmt::format("{} parameters for a statement that takes {}: {}", parameters.size(),
-                                     wanted, sqlite3_sql(handle)));
+      throw Error(fmt::format("{} parameters for a statement that takes {}: {}", parameters.size(), wanted,
+                              sqlite3_sql(handle)));
     }
     for (int i = 0; i < wanted; ++i) {
       if (BindOne(handle, i + 1, parameters[static_cast<std::size_t>(i)]) != SQLITE_OK) Fail();
@@ -154,8 +154,7 @@ std::unique_ptr<Database> Connect(const std::filesystem::path& path, int flags) 
   const int result = sqlite3_open_v2(path.c_str(), &raw, flags | SQLITE_OPEN_NOMUTEX, nullptr);
   Connection connection(raw);
   if (result != SQLITE_OK) {
-    throw RunTimeError(
-        fmt::format("{}: {}", path.string(), raw != nullptr ? sqlite3_errmsg(raw) : "no memory"));
+    throw Error(fmt::format("{}: {}", path.string(), raw != nullptr ? sqlite3_errmsg(raw) : "no memory"));
   }
   sqlite3_busy_timeout(raw, kBusyTimeout);
   auto database = std::make_unique<SqliteDatabase>(std::move(connection));
@@ -163,7 +162,7 @@ std::unique_ptr<Database> Connect(const std::filesystem::path& path, int flags) 
     // Both read the file's head, so that something that is no database is found out here.
     database->RunScript((flags & SQLITE_OPEN_READONLY) != 0 ? "PRAGMA schema_version"
                                                             : "PRAGMA journal_mode=WAL");
-  } catch (const RunTimeError& error) {
+  } catch (const Error& error) {
     FailWith(sqlite3_errcode(raw), fmt::format("{}: {}", path.string(), error.what()));
   }
   return database;
@@ -172,10 +171,13 @@ std::unique_ptr<Database> Connect(const std::filesystem::path& path, int flags) 
 }  // namespace
 
 std::unique_ptr<Database> SqliteDatabases::Open(const std::filesystem::path& path, Mode mode) {
+  if (mode == Mode::kMayBeNew) return Connect(path, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
   return Connect(path, mode == Mode::kReadOnly ? SQLITE_OPEN_READONLY : SQLITE_OPEN_READWRITE);
 }
 
 std::unique_ptr<Database> SqliteDatabases::Create(const std::filesystem::path& path) {
-  if (std::filesystem::exists(path)) throw RunTimeError(fmt::format("{}: exists already", path.string()));
-  return Connect(path, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE);
+  if (std::filesystem::exists(path)) throw Error(fmt::format("{}: exists already", path.string()));
+  return Open(path, Mode::kMayBeNew);
 }
+
+}  // namespace base

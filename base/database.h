@@ -5,17 +5,20 @@
 #include <filesystem>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <variant>
 #include <vector>
 
-#include "platform/run_time_error.h"
+#include "base/error.h"
+
+namespace base {
 
 /// A file that is damaged, or no database at all.
-class DamagedDatabase : public RunTimeError {
+class DamagedDatabase : public Error {
  public:
-  using RunTimeError::RunTimeError;
+  using Error::Error;
 };
 
 /// A value of a column or parameter: Null, a number, or UTF-8 text.
@@ -25,18 +28,26 @@ using DbValue = std::variant<std::monostate, std::int64_t, std::string>;
 class DbRow {
  public:
   virtual ~DbRow() = default;
+  virtual int Count() const = 0;
   virtual bool IsNull(int column) const = 0;
   virtual std::int64_t Number(int column) const = 0;
   virtual std::string Text(int column) const = 0;  ///< "" for Null
+  std::vector<std::string> Texts() const;          ///< of all columns
 };
 
 class Database {
  public:
   virtual ~Database() = default;
   /// Runs one statement with its parameters bound in order, and hands each row over. Statements are prepared
-  /// once and kept. Throws RunTimeError.
+  /// once and kept. Throws Error.
   virtual void Run(std::string_view sql, const std::vector<DbValue>& parameters = {},
                    const std::function<void(const DbRow&)>& onRow = {}) = 0;
+  /// The first column of all rows.
+  std::vector<std::string> Column(std::string_view sql, const std::vector<DbValue>& parameters = {});
+  /// The first column of the first row; nothing without rows.
+  std::optional<std::string> Text(std::string_view sql, const std::vector<DbValue>& parameters = {});
+  /// The same as a number; 0 without rows.
+  int Number(std::string_view sql, const std::vector<DbValue>& parameters = {});
   /// Runs a script of several statements without parameters.
   virtual void RunScript(const std::string& script) = 0;
 };
@@ -44,9 +55,12 @@ class Database {
 class Databases {
  public:
   virtual ~Databases() = default;
-  enum class Mode { kReadWrite, kReadOnly };
-  /// Opens a database that exists. Throws RunTimeError when the file is missing or cannot be opened.
+  enum class Mode { kReadOnly, kReadWrite, kMayBeNew };
+  /// Opens a database, which must exist unless it may be new. Throws Error when the file is missing or cannot
+  /// be opened.
   virtual std::unique_ptr<Database> Open(const std::filesystem::path& path, Mode mode) = 0;
   /// Makes a new, empty one.
   virtual std::unique_ptr<Database> Create(const std::filesystem::path& path) = 0;
 };
+
+}  // namespace base

@@ -1,14 +1,14 @@
-#include "platform/host/sqlite_database.h"
+#include "base/sqlite.h"
 
 #include <gmock/gmock.h>
 
 #include <fstream>
 #include <string>
 
-#include "platform/run_time_error.h"
 #include "tests/support/failing_databases.h"
 #include "tests/support/temp_home.h"
 
+namespace base {
 namespace {
 
 using namespace std::string_literals;
@@ -24,12 +24,6 @@ class SqliteTest : public ::testing::Test {
     database->RunScript(
         "CREATE TABLE words(id INTEGER, word TEXT); INSERT INTO words VALUES (1,'a'),(2,'b'),(3,'c')");
     return database;
-  }
-  static std::vector<std::string> Words(Database& database, const std::string& sql,
-                                        const std::vector<DbValue>& parameters = {}) {
-    std::vector<std::string> words;
-    database.Run(sql, parameters, [&words](const DbRow& row) { words.push_back(row.Text(0)); });
-    return words;
   }
   void WriteFile(const std::string& bytes) const { std::ofstream(path_, std::ios::binary) << bytes; }
 
@@ -47,7 +41,7 @@ TEST_F(SqliteTest, BindsEveryText) {
       EXPECT_EQ(row.Number(0), std::int64_t{1} << 40);
       EXPECT_EQ(row.Text(1), text);
     });
-    EXPECT_EQ(Words(*database, "SELECT count(*) FROM words WHERE word = ?", {text}), std::vector{"1"s});
+    EXPECT_EQ(database->Column("SELECT count(*) FROM words WHERE word = ?", {text}), std::vector{"1"s});
   }
 }
 
@@ -58,10 +52,21 @@ TEST_F(SqliteTest, TellsNullFromTheEmptyText) {
     isNull = {row.IsNull(0), row.IsNull(1)};
     EXPECT_EQ(row.Text(0), "");
     EXPECT_EQ(row.Number(0), 0);
-    EXPECT_THROW(static_cast<void>(row.Text(2)), RunTimeError);
-    EXPECT_THROW(static_cast<void>(row.IsNull(-1)), RunTimeError);
+    EXPECT_THROW(static_cast<void>(row.Text(2)), Error);
+    EXPECT_THROW(static_cast<void>(row.IsNull(-1)), Error);
   });
   EXPECT_THAT(isNull, ElementsAre(true, false));
+}
+
+TEST_F(SqliteTest, GivesWhatAStatementFoundFirst) {
+  const auto database = MakeFilled();
+  const std::string sql = "SELECT word, id FROM words WHERE id >= ? ORDER BY id";
+  EXPECT_THAT(database->Column(sql, {2}), ElementsAre("b", "c"));
+  EXPECT_EQ(database->Text(sql, {2}), "b");
+  EXPECT_EQ(database->Text(sql, {9}), std::nullopt);
+  EXPECT_EQ(database->Number("SELECT id FROM words WHERE id >= ? ORDER BY id", {2}), 2);
+  EXPECT_EQ(database->Number("SELECT id FROM words WHERE id >= ?", {9}), 0);
+  database->Run(sql, {3}, [](const DbRow& row) { EXPECT_THAT(row.Texts(), ElementsAre("c", "3")); });
 }
 
 TEST_F(SqliteTest, RunsAStatementWithinItself) {
@@ -69,7 +74,7 @@ TEST_F(SqliteTest, RunsAStatementWithinItself) {
   const std::string sql = "SELECT word, id FROM words WHERE id >= ? ORDER BY id";
   std::vector<std::string> pairs;
   database->Run(sql, {2}, [&](const DbRow& outer) {
-    for (const auto& inner : Words(*database, sql, {outer.Number(1)})) pairs.push_back(outer.Text(0) + inner);
+    for (const auto& inner : database->Column(sql, {outer.Number(1)})) pairs.push_back(outer.Text(0) + inner);
   });
   EXPECT_THAT(pairs, ElementsAre("bb", "bc", "cc"));
 }
@@ -77,8 +82,8 @@ TEST_F(SqliteTest, RunsAStatementWithinItself) {
 TEST_F(SqliteTest, IsFitForUseAfterAnErrorAmongTheRows) {
   const auto database = MakeFilled();
   const std::string sql = "SELECT word FROM words ORDER BY id";
-  EXPECT_THROW(database->Run(sql, {}, [](const DbRow&) { throw RunTimeError("enough"); }), RunTimeError);
-  EXPECT_THAT(Words(*database, sql), ElementsAre("a", "b", "c"));
+  EXPECT_THROW(database->Run(sql, {}, [](const DbRow&) { throw Error("enough"); }), Error);
+  EXPECT_THAT(database->Column(sql), ElementsAre("a", "b", "c"));
   database->Run("DROP TABLE words");  // refused while a statement still reads it
 }
 
@@ -87,30 +92,32 @@ TEST_F(SqliteTest, RefusesWrongStatementsInSqlitesWords) {
   const auto run = [&database](const std::string& sql, const std::vector<DbValue>& parameters = {}) {
     return [&database, sql, parameters] { database->Run(sql, parameters); };
   };
-  EXPECT_THAT(run("SELEKT 1"), ThrowsMessage<RunTimeError>(HasSubstr("syntax error")));
-  EXPECT_THAT(run("SELECT * FROM nowhere"), ThrowsMessage<RunTimeError>(HasSubstr("no such table: nowhere")));
-  EXPECT_THROW(run("SELECT ?")(), RunTimeError);
-  EXPECT_THROW(run("SELECT ?", {1, 2})(), RunTimeError);
-  EXPECT_THROW(run("")(), RunTimeError);
-  EXPECT_THROW(run("DELETE FROM words; DELETE FROM words")(), RunTimeError);
-  EXPECT_THROW(database->RunScript("DELETE FROM words; nonsense"), RunTimeError);
+  EXPECT_THAT(run("SELEKT 1"), ThrowsMessage<Error>(HasSubstr("syntax error")));
+  EXPECT_THAT(run("SELECT * FROM nowhere"), ThrowsMessage<Error>(HasSubstr("no such table: nowhere")));
+  EXPECT_THROW(run("SELECT ?")(), Error);
+  EXPECT_THROW(run("SELECT ?", {1, 2})(), Error);
+  EXPECT_THROW(run("")(), Error);
+  EXPECT_THROW(run("DELETE FROM words; DELETE FROM words")(), Error);
+  EXPECT_THROW(database->RunScript("DELETE FROM words; nonsense"), Error);
 }
 
 TEST_F(SqliteTest, KeepsItsRowsAndItsPlace) {
   MakeFilled().reset();
-  EXPECT_THROW(databases_.Create(path_), RunTimeError);
+  EXPECT_THROW(databases_.Create(path_), Error);
+  EXPECT_EQ(databases_.Open(path_, Mode::kMayBeNew)->Number("SELECT count(*) FROM words"), 3);
+  EXPECT_EQ(databases_.Open(home_ / "new.mdb", Mode::kMayBeNew)->Number("PRAGMA user_version"), 0);
   const auto database = databases_.Open(path_, Mode::kReadWrite);
-  EXPECT_THAT(Words(*database, "SELECT word FROM words"), ElementsAre("a", "b", "c"));
+  EXPECT_THAT(database->Column("SELECT word FROM words"), ElementsAre("a", "b", "c"));
 }
 
 TEST_F(SqliteTest, ReadsWhileAnotherWrites) {
   const auto writer = MakeFilled();
   const auto reader = databases_.Open(path_, Mode::kReadOnly);
   writer->RunScript("BEGIN IMMEDIATE; DELETE FROM words");
-  EXPECT_THAT(Words(*reader, "SELECT word FROM words"), ElementsAre("a", "b", "c"));
+  EXPECT_THAT(reader->Column("SELECT word FROM words"), ElementsAre("a", "b", "c"));
   writer->Run("COMMIT");
-  EXPECT_THAT(Words(*reader, "SELECT word FROM words"), ElementsAre());
-  EXPECT_THROW(reader->Run("INSERT INTO words VALUES (9,'x')"), RunTimeError);
+  EXPECT_THAT(reader->Column("SELECT word FROM words"), ElementsAre());
+  EXPECT_THROW(reader->Run("INSERT INTO words VALUES (9,'x')"), Error);
 }
 
 TEST_F(SqliteTest, RollsBackWhatWasNotCommitted) {
@@ -118,7 +125,7 @@ TEST_F(SqliteTest, RollsBackWhatWasNotCommitted) {
     const auto database = MakeFilled();
     database->RunScript("BEGIN; DELETE FROM words");
   }
-  EXPECT_EQ(Words(*databases_.Open(path_, Mode::kReadOnly), "SELECT word FROM words").size(), 3U);
+  EXPECT_EQ(databases_.Open(path_, Mode::kReadOnly)->Column("SELECT word FROM words").size(), 3U);
 }
 
 TEST_F(SqliteTest, AnswersForeignAndDamagedFilesWithAnError) {
@@ -126,13 +133,13 @@ TEST_F(SqliteTest, AnswersForeignAndDamagedFilesWithAnError) {
   for (const std::string& bytes :
        {"This is a diary."s + std::string(4096, '.'), head, head + std::string(5000, '\xA4')}) {
     WriteFile(bytes);
-    EXPECT_THROW(databases_.Open(path_, Mode::kReadWrite), RunTimeError) << bytes.substr(0, 20);
-    EXPECT_THROW(databases_.Open(path_, Mode::kReadOnly), RunTimeError) << bytes.substr(0, 20);
+    EXPECT_THROW(databases_.Open(path_, Mode::kReadWrite), Error) << bytes.substr(0, 20);
+    EXPECT_THROW(databases_.Open(path_, Mode::kReadOnly), Error) << bytes.substr(0, 20);
   }
-  EXPECT_THROW(databases_.Open(home_ / "missing.mdb", Mode::kReadWrite), RunTimeError);
+  EXPECT_THROW(databases_.Open(home_ / "missing.mdb", Mode::kReadWrite), Error);
   EXPECT_FALSE(std::filesystem::exists(home_ / "missing.mdb"));
-  EXPECT_THROW(databases_.Open(home_.Path(), Mode::kReadWrite), RunTimeError);
-  EXPECT_THROW(databases_.Create(home_ / "no folder" / "x.mdb"), RunTimeError);
+  EXPECT_THROW(databases_.Open(home_.Path(), Mode::kReadWrite), Error);
+  EXPECT_THROW(databases_.Create(home_ / "no folder" / "x.mdb"), Error);
 }
 
 TEST_F(SqliteTest, MeetsDamageWithinWithAnError) {
@@ -149,7 +156,7 @@ TEST_F(SqliteTest, MeetsDamageWithinWithAnError) {
   file << std::string(size - 4096, '\xA4');
   file.close();
   const auto database = databases_.Open(path_, Mode::kReadWrite);
-  EXPECT_THROW(Words(*database, "SELECT word FROM words"), RunTimeError);
+  EXPECT_THROW(database->Column("SELECT word FROM words"), Error);
 }
 
 TEST_F(SqliteTest, CanBeMadeToFailAtAStatement) {
@@ -157,9 +164,9 @@ TEST_F(SqliteTest, CanBeMadeToFailAtAStatement) {
   const auto database = failing.Create(path_);
   failing.fault.FailAt(2);
   database->RunScript("CREATE TABLE t(a)");
-  EXPECT_THROW(database->Run("INSERT INTO t VALUES (1)"), RunTimeError);
+  EXPECT_THROW(database->Run("INSERT INTO t VALUES (1)"), Error);
   database->Run("INSERT INTO t VALUES (2)");
-  EXPECT_THAT(Words(*database, "SELECT a FROM t"), ElementsAre("2"));
+  EXPECT_THAT(database->Column("SELECT a FROM t"), ElementsAre("2"));
   failing.fault.KillAt(failing.fault.Steps() + 1);
   EXPECT_THROW(database->Run("DELETE FROM t"), Killed);
   EXPECT_THROW(database->Run("DELETE FROM t"), Killed);
@@ -167,3 +174,4 @@ TEST_F(SqliteTest, CanBeMadeToFailAtAStatement) {
 }
 
 }  // namespace
+}  // namespace base

@@ -1,15 +1,15 @@
-#include "platform/files.h"
+#include "base/files.h"
 
 #include <gmock/gmock.h>
 #include <sys/stat.h>
 
 #include <string>
 
-#include "platform/host/posix_files.h"
-#include "platform/run_time_error.h"
+#include "base/posix_files.h"
 #include "tests/support/failing_files.h"
 #include "tests/support/temp_home.h"
 
+namespace base {
 namespace {
 
 using namespace std::string_literals;
@@ -58,8 +58,9 @@ TEST_F(FilesTest, LeavesTheOldFileWhereAStepFails) {
     files_.Write(file_, "old", false);
     FailingFiles failing(files_);
     failing.fault.FailAt(step);
-    EXPECT_THROW(RewriteFile(failing, file_, "new", false), RunTimeError) << step;
+    EXPECT_THROW(RewriteFile(failing, file_, "new", false), Error) << step;
     EXPECT_EQ(files_.Read(file_), "old");
+    EXPECT_THAT(files_.List(home_.Path()), ElementsAre(file_.filename().string()));
   }
 }
 
@@ -117,17 +118,17 @@ TEST_F(FilesTest, ListsFilesAloneInOrder) {
 
 TEST_F(FilesTest, NamesThePathAndTheReasonOfAFailure) {
   const fs::path lost = home_ / "missing" / "file";
-  const auto readable = ThrowsMessage<RunTimeError>(
+  const auto readable = ThrowsMessage<Error>(
       ::testing::AllOf(HasSubstr(lost.string()), HasSubstr("No such file or directory")));
   EXPECT_THAT([&] { static_cast<void>(files_.Read(lost)); }, readable);
   EXPECT_THAT([&] { files_.Write(lost, "", false); }, readable);
   EXPECT_THAT([&] { files_.Append(lost, ""); }, readable);
   EXPECT_THAT([&] { files_.Delete(lost); }, readable);
   EXPECT_THAT([&] { files_.Rename(lost, file_); }, readable);
-  EXPECT_THROW(files_.Write(home_.Path(), "", false), RunTimeError);
-  EXPECT_THROW(static_cast<void>(files_.Read(home_.Path())), RunTimeError);
+  EXPECT_THROW(files_.Write(home_.Path(), "", false), Error);
+  EXPECT_THROW(static_cast<void>(files_.Read(home_.Path())), Error);
   files_.Write(file_, "", false);
-  EXPECT_THROW(files_.CreateFolder(file_ / "below", false), RunTimeError);
+  EXPECT_THROW(files_.CreateFolder(file_ / "below", false), Error);
 }
 
 TEST_F(FilesTest, DeletesAFile) {
@@ -137,3 +138,4 @@ TEST_F(FilesTest, DeletesAFile) {
 }
 
 }  // namespace
+}  // namespace base

@@ -1,7 +1,6 @@
-#include "platform/host/posix_files.h"
+#include "base/posix_files.h"
 
 #include <fcntl.h>
-#include <fmt/format.h>
 #include <sys/stat.h>
 
 #include <algorithm>
@@ -9,18 +8,15 @@
 #include <cerrno>
 #include <cstdio>
 #include <system_error>
+#include <utility>
 
-#include "platform/host/file_descriptor.h"
-#include "platform/run_time_error.h"
-
+namespace base {
 namespace {
 
 using Path = Files::Path;
 
-[[noreturn]] void Fail(const char* doing, const Path& path, int error) {
-  throw RunTimeError(
-      fmt::format("cannot {} {}: {}", doing, path.string(), std::generic_category().message(error)));
-}
+constexpr mode_t kPrivate = S_IRUSR | S_IWUSR;
+constexpr mode_t kReadable = 0644;
 
 template <class Call>
 auto Retry(Call call) {
@@ -32,25 +28,33 @@ auto Retry(Call call) {
 
 FileDescriptor OpenFile(const char* doing, const Path& path, int flags, mode_t mode = 0) {
   FileDescriptor file(Retry([&] { return open(path.c_str(), flags | O_CLOEXEC, mode); }));
-  if (!file.IsOpen()) Fail(doing, path, errno);
+  if (!file.IsOpen()) throw FileError(doing, path, errno);
   return file;
-}
-
-void WriteAll(const FileDescriptor& file, std::string_view bytes, const Path& path) {
-  while (!bytes.empty()) {
-    const auto written = Retry([&] { return write(file.Get(), bytes.data(), bytes.size()); });
-    if (written < 0) Fail("write", path, errno);
-    bytes.remove_prefix(static_cast<std::size_t>(written));
-  }
 }
 
 void SyncFolder(const Path& folder) {
   const FileDescriptor opened = OpenFile("open", folder.empty() ? "." : folder, O_RDONLY | O_DIRECTORY);
   // Some file systems cannot do this for folders, and then need not.
-  if (Retry([&] { return fsync(opened.Get()); }) < 0 && errno != EINVAL) Fail("sync", folder, errno);
+  if (Retry([&] { return fsync(opened.Get()); }) < 0 && errno != EINVAL)
+    throw FileError("sync", folder, errno);
 }
 
 }  // namespace
+
+FileWriter::FileWriter(Path path, int how, mode_t mode)
+    : path_(std::move(path)), file_(OpenFile("write", path_, O_WRONLY | O_CREAT | how, mode)) {}
+
+void FileWriter::Write(std::string_view bytes) {
+  while (!bytes.empty()) {
+    const auto written = Retry([&] { return write(file_.Get(), bytes.data(), bytes.size()); });
+    if (written < 0) throw FileError("write", path_, errno);
+    bytes.remove_prefix(static_cast<std::size_t>(written));
+  }
+}
+
+void FileWriter::Sync() {
+  if (Retry([&] { return fsync(file_.Get()); }) < 0) throw FileError("sync", path_, errno);
+}
 
 bool PosixFiles::FileExists(const Path& path) const {
   std::error_code ignored;
@@ -68,7 +72,7 @@ std::string PosixFiles::Read(const Path& path) const {
   std::array<char, 65536> buffer{};
   while (true) {
     const auto count = Retry([&] { return read(file.Get(), buffer.data(), buffer.size()); });
-    if (count < 0) Fail("read", path, errno);
+    if (count < 0) throw FileError("read", path, errno);
     if (count == 0) return bytes;
     bytes.append(buffer.data(), static_cast<std::size_t>(count));
   }
@@ -82,22 +86,22 @@ std::vector<std::string> PosixFiles::List(const Path& folder) const {
        entry.increment(error)) {
     if (FileExists(entry->path())) names.push_back(entry->path().filename().string());
   }
-  if (error) Fail("list", folder, error.value());
+  if (error) throw FileError("list", folder, error.value());
   std::ranges::sort(names);
   return names;
 }
 
 void PosixFiles::Write(const Path& path, std::string_view bytes, bool isPrivate) {
-  const FileDescriptor file =
-      OpenFile("write", path, O_WRONLY | O_CREAT | O_TRUNC, isPrivate ? S_IRUSR | S_IWUSR : 0644);
-  // The mode given above counts only for a file that was not there.
-  if (isPrivate && fchmod(file.Get(), S_IRUSR | S_IWUSR) < 0) Fail("close to others", path, errno);
-  WriteAll(file, bytes, path);
-  if (Retry([&] { return fsync(file.Get()); }) < 0) Fail("sync", path, errno);
+  FileWriter file(path, O_TRUNC, isPrivate ? kPrivate : kReadable);
+  if (isPrivate && fchmod(file.Descriptor().Get(), kPrivate) < 0) {
+    throw FileError("close to others", path, errno);
+  }
+  file.Write(bytes);
+  file.Sync();
 }
 
 void PosixFiles::Append(const Path& path, std::string_view bytes) {
-  WriteAll(OpenFile("write", path, O_WRONLY | O_CREAT | O_APPEND, 0644), bytes, path);
+  FileWriter(path, O_APPEND, kReadable).Write(bytes);
 }
 
 void PosixFiles::MakeExecutable(const Path& path) {
@@ -107,16 +111,16 @@ void PosixFiles::MakeExecutable(const Path& path) {
       path,
       perms::owner_all | perms::group_read | perms::group_exec | perms::others_read | perms::others_exec,
       error);
-  if (error) Fail("make executable", path, error.value());
+  if (error) throw FileError("make executable", path, error.value());
 }
 
 void PosixFiles::Rename(const Path& from, const Path& to) {
-  if (std::rename(from.c_str(), to.c_str()) < 0) Fail("rename", from, errno);
+  if (std::rename(from.c_str(), to.c_str()) < 0) throw FileError("rename", from, errno);
   SyncFolder(to.parent_path());
 }
 
 void PosixFiles::Delete(const Path& path) {
-  if (unlink(path.c_str()) < 0) Fail("delete", path, errno);
+  if (unlink(path.c_str()) < 0) throw FileError("delete", path, errno);
 }
 
 void PosixFiles::CreateFolder(const Path& path, bool isPrivate) {
@@ -124,6 +128,8 @@ void PosixFiles::CreateFolder(const Path& path, bool isPrivate) {
   CreateFolder(path.parent_path(), isPrivate);
   // Another process may have been faster.
   if (mkdir(path.c_str(), isPrivate ? S_IRWXU : 0755) < 0 && !FolderExists(path)) {
-    Fail("create folder", path, errno);
+    throw FileError("create folder", path, errno);
   }
 }
+
+}  // namespace base

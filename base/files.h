@@ -4,10 +4,26 @@
 #include <filesystem>
 #include <string>
 #include <string_view>
+#include <system_error>
 #include <vector>
 
+#include "base/error.h"
+
+namespace base {
+
+/// A file or folder that could not be used; the text names it with the system's reason.
+class FileError : public Error {
+ public:
+  /// @param doing a verb, such as "write"
+  FileError(const char* doing, const std::filesystem::path& path, int error);
+
+  std::filesystem::path path;
+  std::error_code code;
+  bool IsDiskFull() const;
+};
+
 /// The file system in small steps, each of which a test can make fail. Paths use "/". All calls but the
-/// questions throw RunTimeError when they fail.
+/// questions throw Error when they fail.
 class Files {
  public:
   using Path = std::filesystem::path;
@@ -31,8 +47,11 @@ class Files {
 };
 
 /// Replaces a file's content through a temporary file beside it, so that a kill at any point leaves the old
-/// content or the new one whole. A private file is for its owner alone (0600).
+/// content or the new one whole, also when another process writes the same file. After an error the temporary
+/// file is gone again. A private file is for its owner alone (0600).
 void RewriteFile(Files& files, const Files::Path& path, std::string_view bytes, bool isPrivate);
 
 /// Copies a file through a temporary file beside the target.
 void CopyFile(Files& files, const Files::Path& from, const Files::Path& to);
+
+}  // namespace base

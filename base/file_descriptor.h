@@ -5,6 +5,8 @@
 
 #include <utility>
 
+namespace base {
+
 class FileDescriptor {
  public:
   FileDescriptor() = default;
@@ -28,3 +30,5 @@ class FileDescriptor {
  private:
   int fd_ = -1;
 };
+
+}  // namespace base

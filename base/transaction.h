@@ -1,7 +1,9 @@
 // Several statements as one.
 #pragma once
 
-#include "platform/database.h"
+#include "base/database.h"
+
+namespace base {
 
 /// Undoes what was done since it was made, unless it is committed. Let no events in meanwhile: what their
 /// handlers write would be part of it.
@@ -28,3 +30,5 @@ class Transaction {
   Database& db_;
   bool isOpen_ = true;
 };
+
+}  // namespace base

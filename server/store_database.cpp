@@ -1,0 +1,13 @@
+#include "server/store_database.h"
+
+#include "base/sqlite.h"
+
+namespace marovane {
+
+std::unique_ptr<base::Database> OpenStoreDatabase(const std::filesystem::path& file) {
+  auto database = base::SqliteDatabases().Open(file, base::Databases::Mode::kMayBeNew);
+  database->Run("PRAGMA foreign_keys = ON");
+  return database;
+}
+
+}  // namespace marovane
