@@ -4,6 +4,7 @@
 #include <filesystem>
 #include <functional>
 
+#include "base/day.h"
 #include "base/posix_files.h"
 #include "base/sqlite.h"
 #include "bench/statistics.h"
@@ -26,7 +27,7 @@
 
 namespace {
 
-constexpr Day kToday{std::chrono::year{2026} / 11 / 5};
+constexpr base::Day kToday{std::chrono::year{2026} / 11 / 5};
 
 class NoServer : public HttpClient {
  public:

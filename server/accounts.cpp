@@ -2,10 +2,10 @@
 
 #include <algorithm>
 
+#include "base/text.h"
 #include "server/form.h"
 #include "server/password.h"
 #include "server/random_text.h"
-#include "server/text.h"
 
 namespace marovane {
 namespace {
@@ -23,7 +23,9 @@ bool IsNumberSign(char sign) {
 
 }  // namespace
 
-std::string CleanAccount(std::string_view number) { return Replace(Replace(number, "-", ""), " ", ""); }
+std::string CleanAccount(std::string_view number) {
+  return base::Replace(base::Replace(number, "-", ""), " ", "");
+}
 
 bool IsAccountNumber(std::string_view number) {
   return !number.empty() && number.size() <= kLongestNumber &&

@@ -6,7 +6,7 @@
 #include <bit>
 #include <cmath>
 
-#include "engine/page/utf8.h"
+#include "base/utf8.h"
 #include "server/text.h"
 
 namespace marovane {
@@ -27,7 +27,7 @@ unsigned CodeOf(std::string_view character) {
 std::vector<unsigned> CodesOf(std::string_view utf8) {
   std::vector<unsigned> codes;
   for (std::size_t at = 0; at < utf8.size();) {
-    const tolvex::Utf8Character character = tolvex::NextUtf8(utf8, at);
+    const base::Utf8Character character = base::NextUtf8(utf8, at);
     codes.push_back(CodeOf(utf8.substr(at, character.length)));
     if (character.codePoint > 0xFFFF) codes.push_back('?');  // the program counts it as two
     at += character.length;

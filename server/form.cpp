@@ -1,6 +1,8 @@
 #include "server/form.h"
 
-#include "server/text.h"
+#include "base/percent.h"
+#include "base/text.h"
+#include "base/utf8.h"
 
 namespace marovane {
 
@@ -16,7 +18,7 @@ Form Form::Plain(std::string_view body, std::string_view lastField) {
   return form;
 }
 
-Form Form::Browser(std::string_view body) { return Plain(Replace(body, "+", " ")); }
+Form Form::Browser(std::string_view body) { return Plain(base::Replace(body, "+", " ")); }
 
 std::optional<std::string> Form::Find(const std::string& name) const {
   const auto field = fields_.find(name);
@@ -28,14 +30,15 @@ std::string Form::Required(const std::string& name, std::size_t limit) const {
   const auto value = Find(name);
   if (!value) throw Refusal("ERR_MISSING_FIELD");
   if (value->size() > limit) throw Refusal("ERR_TOO_LONG");
-  if (!IsCleanText(*value)) throw Refusal("ERR_BAD_TEXT");
+  if (!base::IsCleanText(*value)) throw Refusal("ERR_BAD_TEXT");
   return *value;
 }
 
 void Form::Add(std::string_view piece) {
   const std::size_t equals = piece.find('=');
   if (equals == std::string_view::npos) return;
-  fields_.emplace(PercentDecode(piece.substr(0, equals)), PercentDecode(piece.substr(equals + 1)));
+  fields_.emplace(base::PercentDecode(piece.substr(0, equals)),
+                  base::PercentDecode(piece.substr(equals + 1)));
 }
 
 }  // namespace marovane

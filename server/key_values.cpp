@@ -9,7 +9,7 @@
 #include <system_error>
 
 #include "base/posix_files.h"
-#include "server/text.h"
+#include "base/text.h"
 
 namespace marovane {
 namespace {
@@ -30,9 +30,10 @@ KeyValues KeyValues::Read(const fs::path& file) {
   if (!in) Fail("read", file);
   for (std::string line; std::getline(in, line);) {
     const std::size_t equals = std::min(line.find('='), line.size());
-    const std::string key = Trim(std::string_view(line).substr(0, equals));
+    const std::string key = base::Trim(std::string_view(line).substr(0, equals), base::kWhiteSpace);
     if (key.empty()) continue;
-    values.lines_.emplace_back(key, Trim(std::string_view(line).substr(std::min(equals + 1, line.size()))));
+    values.lines_.emplace_back(
+        key, base::Trim(std::string_view(line).substr(std::min(equals + 1, line.size())), base::kWhiteSpace));
   }
   return values;
 }

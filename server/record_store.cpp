@@ -4,10 +4,10 @@
 
 #include <utility>
 
+#include "base/text.h"
 #include "base/transaction.h"
 #include "server/digest.h"
 #include "server/store_database.h"
-#include "server/text.h"
 
 namespace marovane {
 
@@ -115,13 +115,14 @@ void RecordStore::CopySince(const std::string& table, const std::string& account
 std::string RecordStore::ChecksumText(const std::string& account, const std::string& fromDay) {
   const std::lock_guard lock(mutex_);
   std::string text =
-      Trim(First("SELECT max(essay_id) FROM essay WHERE account = ? AND day >= ?", {account, fromDay}));
+      base::Trim(First("SELECT max(essay_id) FROM essay WHERE account = ? AND day >= ?", {account, fromDay}),
+                 base::kWhiteSpace);
   for (const char* const kind : {"= ''", "<> ''"}) {
     const std::string newest = First(fmt::format("SELECT sentence FROM sentence WHERE account = ? AND errcode"
                                                  " {} AND day >= ? ORDER BY id DESC LIMIT 1",
                                                  kind),
                                      {account, fromDay});
-    text += Replace(Replace(newest, " ", ""), "’", "");
+    text += base::Replace(base::Replace(newest, " ", ""), "’", "");
   }
   return text;
 }

@@ -4,14 +4,11 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <charconv>
 
-#include "engine/page/utf8.h"
+#include "base/utf8.h"
 
 namespace marovane {
 namespace {
-
-bool IsControl(char32_t sign) { return sign < 0x20 || sign == 0x7F; }
 
 class Big5Writer {
  public:
@@ -37,33 +34,7 @@ class Big5Writer {
   iconv_t handle_;
 };
 
-/// The value of the two hexadecimal digits, or -1.
-int HexPair(std::string_view digits) {
-  int value = -1;
-  const char* end = digits.data() + digits.size();
-  const auto read = std::from_chars(digits.data(), end, value, 16);
-  return digits.size() == 2 && read.ptr == end && digits[0] != '-' ? value : -1;
-}
-
 }  // namespace
-
-bool IsUtf8(std::string_view text) {
-  for (std::size_t at = 0; at < text.size();) {
-    const tolvex::Utf8Character character = tolvex::NextUtf8(text, at);
-    if (!character.valid) return false;
-    at += character.length;
-  }
-  return true;
-}
-
-bool IsCleanText(std::string_view text) {
-  for (std::size_t at = 0; at < text.size();) {
-    const tolvex::Utf8Character character = tolvex::NextUtf8(text, at);
-    if (!character.valid || IsControl(character.codePoint)) return false;
-    at += character.length;
-  }
-  return true;
-}
 
 std::string FromBig5(std::string_view bytes) {
   const iconv_t handle = iconv_open("UTF-8", "CP950");
@@ -94,39 +65,11 @@ std::string ToBig5(std::string_view utf8) {
   Big5Writer writer;
   std::string bytes;
   for (std::size_t at = 0; at < utf8.size();) {
-    const tolvex::Utf8Character character = tolvex::NextUtf8(utf8, at);
+    const base::Utf8Character character = base::NextUtf8(utf8, at);
     bytes += character.valid ? writer.Write(std::string(utf8.substr(at, character.length))) : "?";
     at += character.length;
   }
   return bytes;
-}
-
-std::string Trim(std::string_view text) {
-  constexpr std::string_view kBlanks = " \t\r\n";
-  const std::size_t begin = text.find_first_not_of(kBlanks);
-  if (begin == std::string_view::npos) return {};
-  return std::string(text.substr(begin, text.find_last_not_of(kBlanks) - begin + 1));
-}
-
-std::string Replace(std::string_view text, std::string_view from, std::string_view to) {
-  std::string replaced;
-  std::size_t at = 0;
-  for (std::size_t hit = text.find(from); hit != std::string_view::npos; hit = text.find(from, at)) {
-    replaced.append(text, at, hit - at).append(to);
-    at = hit + from.size();
-  }
-  return replaced.append(text, at);
-}
-
-std::string PercentDecode(std::string_view text) {
-  std::string decoded;
-  decoded.reserve(text.size());
-  for (std::size_t at = 0; at < text.size(); ++at) {
-    const int value = text[at] == '%' ? HexPair(text.substr(at + 1, 2)) : -1;
-    decoded += value < 0 ? text[at] : static_cast<char>(value);
-    if (value >= 0) at += 2;
-  }
-  return decoded;
 }
 
 }  // namespace marovane

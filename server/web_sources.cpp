@@ -6,8 +6,9 @@
 #include <fstream>
 #include <stdexcept>
 
+#include "base/text.h"
+#include "base/utf8.h"
 #include "server/log.h"
-#include "server/text.h"
 
 namespace marovane {
 namespace {
@@ -36,7 +37,7 @@ std::vector<std::string> Fields(std::string_view line) {
   std::vector<std::string> fields;
   while (true) {
     const auto end = std::min(line.find(kSeparator), line.size());
-    fields.push_back(Trim(line.substr(0, end)));
+    fields.push_back(base::Trim(line.substr(0, end), base::kWhiteSpace));
     if (end == line.size()) return fields;
     line.remove_prefix(end + kSeparator.size());
   }
@@ -44,7 +45,7 @@ std::vector<std::string> Fields(std::string_view line) {
 
 // Nothing but pages of the web, and nothing that would part the reply in other places.
 bool IsRecord(const std::vector<std::string>& fields, std::string_view line) {
-  return fields.size() == kFields && IsCleanText(line) && line.find("<@>") == std::string_view::npos &&
+  return fields.size() == kFields && base::IsCleanText(line) && line.find("<@>") == std::string_view::npos &&
          std::ranges::none_of(fields, [](const auto& field) { return field.empty(); }) &&
          (fields.back().starts_with("http://") || fields.back().starts_with("https://"));
 }
@@ -63,7 +64,7 @@ WebSources ReadWebSources(const std::filesystem::path& file) {
   if (!lines) throw std::runtime_error("cannot read " + file.string());
   WebSources sources;
   for (std::string line; std::getline(lines, line);) {
-    line = Trim(line);
+    line = base::Trim(line, base::kWhiteSpace);
     if (line.empty() || line.starts_with(';')) continue;
     const auto fields = Fields(line);
     if (IsRecord(fields, line)) {

@@ -8,8 +8,7 @@
 #include <memory>
 #include <unordered_map>
 
-#include "engine/page/utf8.h"
-#include "server/text.h"
+#include "base/utf8.h"
 
 namespace marovane {
 namespace {
@@ -55,20 +54,12 @@ bool IsPlain(char32_t sign) {
   return sign >= 0x20 && sign < 0x7F && sign != '#' && sign != '<' && sign != '|' && sign != '\'';
 }
 
-std::string Utf8Of(unsigned code) {
-  const auto tail = [code](unsigned shift) { return static_cast<char>(0x80 | (code >> shift & 0x3F)); };
-  if (code < 0x80) return {static_cast<char>(code)};
-  if (code < 0x800) return {static_cast<char>(0xC0 | code >> 6), tail(0)};
-  if (code < 0x10000) return {static_cast<char>(0xE0 | code >> 12), tail(6), tail(0)};
-  return {static_cast<char>(0xF0 | code >> 18), tail(12), tail(6), tail(0)};
-}
-
 }  // namespace
 
 std::string WireText(std::string_view utf8) {
   std::string wire;
   for (std::size_t at = 0; at < utf8.size();) {
-    const tolvex::Utf8Character character = tolvex::NextUtf8(utf8, at);
+    const base::Utf8Character character = base::NextUtf8(utf8, at);
     const std::string bytes(utf8.substr(at, character.length));
     at += character.length;
     if (IsPlain(character.codePoint)) {
@@ -91,7 +82,11 @@ std::string PlainText(std::string_view written) {
       if (std::from_chars(written.data() + at + 1, last, code, 16).ptr != last) code = 0x110000;
     }
     const bool isCharacter = code < 0x110000;
-    text += isCharacter ? Utf8Of(code) : std::string(1, written[at]);
+    if (isCharacter) {
+      base::AppendUtf8(text, code);
+    } else {
+      text += written[at];
+    }
     at = isCharacter ? end + 1 : at + 1;
   }
   return text;

@@ -4,6 +4,7 @@
 #include <stdexcept>
 #include <vector>
 
+#include "base/text.h"
 #include "updater/refusal.h"
 
 namespace {
@@ -34,13 +35,6 @@ Bytes FromHex(std::string_view digits, std::size_t size) {
   return bytes;
 }
 
-std::string_view Trimmed(std::string_view text) {
-  constexpr std::string_view kBlanks = " \t\r\n";
-  const auto begin = text.find_first_not_of(kBlanks);
-  if (begin == std::string_view::npos) return "";
-  return text.substr(begin, text.find_last_not_of(kBlanks) - begin + 1);
-}
-
 }  // namespace
 
 KeyPair MakeKeyPair() {
@@ -51,7 +45,7 @@ KeyPair MakeKeyPair() {
 }
 
 std::string Signed(std::string_view list, std::string_view secretKey) {
-  const Bytes key = FromHex(Trimmed(secretKey), crypto_sign_SECRETKEYBYTES);
+  const Bytes key = FromHex(base::Trimmed(secretKey, base::kWhiteSpace), crypto_sign_SECRETKEYBYTES);
   if (key.empty()) throw std::runtime_error("this is no secret key");
   std::array<unsigned char, crypto_sign_BYTES> signature{};
   crypto_sign_detached(signature.data(), nullptr, Unsigned(list), list.size(), key.data());
@@ -59,7 +53,7 @@ std::string Signed(std::string_view list, std::string_view secretKey) {
 }
 
 std::string_view Verified(std::string_view published, std::string_view openKey) {
-  const Bytes key = FromHex(Trimmed(openKey), crypto_sign_PUBLICKEYBYTES);
+  const Bytes key = FromHex(base::Trimmed(openKey, base::kWhiteSpace), crypto_sign_PUBLICKEYBYTES);
   if (key.empty()) throw Refusal("這份程式沒有驗證更新用的金鑰，無法確定更新檔的來源，沒有更新任何檔案。");
   const auto end = published.find('\n');
   if (!published.starts_with(kWord) || end == std::string_view::npos) {

@@ -5,6 +5,8 @@
 #include <sstream>
 #include <stdexcept>
 
+#include "base/text.h"
+
 namespace tolvex::databuild {
 namespace {
 
@@ -16,6 +18,9 @@ constexpr std::array<std::string_view, 10> kMarks = {"(bound form)", "(literary)
                                                      "(dialect)",    "(slang)",    "(classical)", "(vulgar)",
                                                      "(Buddhism)",   "(Tw)"};
 
+// What a sense neither begins nor ends with.
+constexpr std::string_view kEnds = " ;";
+
 bool StartsWithAny(std::string_view text, const auto& starts) {
   return std::any_of(starts.begin(), starts.end(), [&](std::string_view s) { return text.starts_with(s); });
 }
@@ -25,16 +30,10 @@ bool IsPlain(std::string_view text) {
   return std::all_of(text.begin(), text.end(), [](char c) { return c >= ' ' && c <= 'z'; });
 }
 
-std::string_view Trimmed(std::string_view text) {
-  while (!text.empty() && (text.front() == ' ' || text.front() == ';')) text.remove_prefix(1);
-  while (!text.empty() && (text.back() == ' ' || text.back() == ';')) text.remove_suffix(1);
-  return text;
-}
-
 // Blanks evened out, none before a closing sign.
 std::string Tidied(std::string_view text) {
   std::string tidy;
-  for (const char c : Trimmed(text)) {
+  for (const char c : base::Trimmed(text, kEnds)) {
     const bool closes = c == ' ' || c == ',' || c == ';' || c == ')';
     if (closes && !tidy.empty() && tidy.back() == ' ') tidy.pop_back();
     tidy += c;
@@ -64,11 +63,6 @@ std::vector<std::string> SplitAt(const std::string& text, char separator) {
     parts.push_back(text.substr(at, end - at));
   }
   return parts;
-}
-
-std::size_t SignCount(std::string_view utf8) {
-  return static_cast<std::size_t>(std::count_if(
-      utf8.begin(), utf8.end(), [](char c) { return (static_cast<unsigned char>(c) & 0xc0U) != 0x80U; }));
 }
 
 std::vector<CedictEntry> ReadCedict(std::istream& in) {
@@ -105,7 +99,7 @@ std::string WordInSentence(std::string_view sense) {
   for (const std::string_view opener : {"fig. ", "lit. "}) {
     if (first.starts_with(opener)) first.remove_prefix(opener.size());
   }
-  return IsPlain(first) ? std::string(Trimmed(first)) : std::string();
+  return IsPlain(first) ? base::Trim(first, kEnds) : std::string();
 }
 
 }  // namespace tolvex::databuild

@@ -6,6 +6,8 @@
 #include <string_view>
 #include <vector>
 
+#include "base/utf8.h"
+
 namespace tolvex::databuild {
 
 struct CedictEntry {
@@ -36,8 +38,5 @@ std::string WordInSentence(std::string_view sense);
 std::string WithoutParentheses(std::string_view text);
 
 std::vector<std::string> SplitAt(const std::string& text, char separator);
-
-/// Signs of a UTF-8 text.
-std::size_t SignCount(std::string_view utf8);
 
 }  // namespace tolvex::databuild

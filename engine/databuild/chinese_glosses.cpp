@@ -7,6 +7,8 @@
 #include <set>
 #include <stdexcept>
 
+#include "base/text.h"
+#include "base/utf8.h"
 #include "engine/databuild/source_files.h"
 #include "engine/text/token.h"
 
@@ -45,7 +47,7 @@ class CodePage {
 std::string KeyOf(std::string_view english, bool asVerb) {
   static const std::set<std::string> kSkipped = {"a", "an", "the", "one's", "sb's"};
   std::string key = asVerb ? "to" : "";
-  for (const std::string& word : SplitAtBlanks(ToLower(english))) {
+  for (const std::string& word : SplitAtBlanks(base::Lower(english))) {
     if (kSkipped.count(word) == 0) key += (key.empty() ? "" : " ") + word;
   }
   return key;
@@ -63,7 +65,7 @@ ChineseGlosses::ChineseGlosses(const std::vector<CedictEntry>& entries,
   for (int count = 0; in >> word >> count >> part;) frequencies_.emplace(word, count);
   const CodePage codePage;
   for (const CedictEntry& entry : entries) {
-    const bool usable = !entry.isName && SignCount(entry.traditional) <= kLongestGloss;
+    const bool usable = !entry.isName && base::CountCharacters(entry.traditional) <= kLongestGloss;
     if (usable && !IsRareSign(entry) && codePage.Holds(entry.traditional)) Add(entry);
   }
   for (auto& [key, found] : candidates_) {
@@ -78,12 +80,12 @@ int ChineseGlosses::Frequency(const CedictEntry& entry) const {
 }
 
 bool ChineseGlosses::IsRareSign(const CedictEntry& entry) const {
-  return SignCount(entry.traditional) == 1 && Frequency(entry) < kLeastSignFrequency;
+  return base::CountCharacters(entry.traditional) == 1 && Frequency(entry) < kLeastSignFrequency;
 }
 
 double ChineseGlosses::Commonness(const CedictEntry& entry) const {
   return (0.1 + std::max(0.0, std::log2(1 + Frequency(entry)) - kRareLog)) *
-         LengthWeight(SignCount(entry.traditional));
+         LengthWeight(base::CountCharacters(entry.traditional));
 }
 
 void ChineseGlosses::Add(const CedictEntry& entry) {

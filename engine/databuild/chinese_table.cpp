@@ -8,6 +8,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "base/utf8.h"
 #include "engine/databuild/bankbuild.h"
 #include "engine/databuild/cedict.h"
 #include "engine/databuild/source_files.h"
@@ -115,7 +116,7 @@ void AddFunctionWords(const std::filesystem::path& path, std::map<std::string, s
     const auto fields = SplitAt(line, '\t');
     if (fields.size() < 3) throw std::runtime_error(fmt::format("{}: {}", path.string(), line));
     const Use simplified = uses[fields[1]];
-    const Use use{std::max(simplified.count, SignCount(fields[1]) > 1 ? kCommon : 0),
+    const Use use{std::max(simplified.count, base::CountCharacters(fields[1]) > 1 ? kCommon : 0),
                   fields.size() > 3 ? fields[3][0] : simplified.part};
     for (const std::size_t form : {0, 1}) {
       std::string& text = texts[fields[form]];
@@ -166,7 +167,7 @@ void CompileChinese(std::istream& cedict, const std::filesystem::path& functionW
   Uses uses = ReadUses(frequencies);
   const std::vector<CedictEntry> entries = ReadCedict(cedict);
   for (const CedictEntry& entry : entries) {
-    if (SignCount(entry.traditional) > wexbin::kLongestChineseWord) continue;
+    if (base::CountCharacters(entry.traditional) > wexbin::kLongestChineseWord) continue;
     meanings[entry.traditional].push_back(MeaningOf(entry));
     if (entry.simplified != entry.traditional) meanings[entry.simplified].push_back(MeaningOf(entry));
     const auto simplified = uses.find(entry.simplified);

@@ -1,6 +1,7 @@
 // Word families: WordNet's pointers between parts of speech.
 #include <fmt/format.h>
 
+#include "base/text.h"
 #include "engine/databuild/lexicon_builder.h"
 #include "engine/databuild/source_files.h"
 
@@ -22,7 +23,7 @@ Synset ParseSynset(const std::string& line) {
   const std::size_t count = std::stoul(fields.at(3), nullptr, 16);
   for (std::size_t i = 0; i < count; ++i) {
     const std::string& word = fields.at(4 + 2 * i);
-    synset.words.push_back(ToLower(word.substr(0, word.find('('))));
+    synset.words.push_back(base::Lower(word.substr(0, word.find('('))));
   }
   const std::size_t at = 4 + 2 * count;
   const std::size_t pointers = std::stoul(fields.at(at));

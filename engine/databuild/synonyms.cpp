@@ -6,6 +6,7 @@
 #include <array>
 #include <utility>
 
+#include "base/text.h"
 #include "engine/databuild/bankbuild.h"
 #include "engine/databuild/glosses.h"
 #include "engine/text/token.h"
@@ -21,13 +22,13 @@ constexpr std::array<std::pair<std::string_view, std::string_view>, 3> kParts = 
     {{"SN", "noun"}, {"SV", "verb"}, {"SJ", "adj"}}};
 
 int Frequency(const Lexicon& lexicon, const std::string& word) {
-  const Word* entry = lexicon.Find(ToLower(word));
+  const Word* entry = lexicon.Find(base::Lower(word));
   return entry == nullptr ? -1 : entry->frequency;
 }
 
 // Two-word synonyms are kept; single ones must be known, and none may be a name.
 bool IsWorthShowing(const Lexicon& lexicon, const std::string& word, int rarest) {
-  if (word != ToLower(word)) return false;
+  if (word != base::Lower(word)) return false;
   if (word.find(' ') != std::string::npos) return true;
   const Word* entry = lexicon.Find(word);
   return entry != nullptr && entry->level <= rarest;

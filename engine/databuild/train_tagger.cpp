@@ -10,6 +10,7 @@
 #include <stdexcept>
 #include <unordered_map>
 
+#include "base/text.h"
 #include "engine/databuild/databuild.h"
 #include "engine/tables/hash.h"
 #include "engine/tagger/tagger.h"
@@ -50,7 +51,7 @@ bool AddTagged(TaggedSentence& sentence, const std::string& item, char separator
   if (tag == Tag::XX) return false;
   Token token;
   token.text = item.substr(0, at);
-  token.lower = ToLower(token.text);
+  token.lower = base::Lower(token.text);
   sentence.tokens.push_back(std::move(token));
   sentence.tags.push_back(static_cast<int>(tag));
   return true;

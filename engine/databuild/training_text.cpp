@@ -2,6 +2,7 @@
 
 #include <iostream>
 
+#include "base/text.h"
 #include "engine/databuild/source_files.h"
 
 namespace tolvex::databuild {
@@ -30,7 +31,7 @@ std::vector<Token> TokensOf(const std::string& line, char separator) {
     if (at == std::string::npos || at == 0) return {};
     Token token;
     token.text = item.substr(0, at);
-    token.lower = ToLower(token.text);
+    token.lower = base::Lower(token.text);
     token.spaceBefore = token.IsWord() && token.lower != "n't";
     tokens.push_back(std::move(token));
   }

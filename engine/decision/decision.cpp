@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "base/text.h"
 #include "engine/rules/fix.h"
 
 namespace tolvex {
@@ -32,21 +33,15 @@ std::vector<const Finding*> InTextOrder(const std::vector<Finding>& findings) {
   return ordered;
 }
 
-std::string Replaced(std::string text, std::string_view from, std::string_view to) {
-  for (auto at = text.find(from); at != std::string::npos; at = text.find(from, at + to.size())) {
-    text.replace(at, from.size(), to);
-  }
-  return text;
-}
-
 Fault FaultOf(const Finding& finding, const Sentence& sentence) {
   Fault fault;
   fault.code = finding.rule->code;
   fault.level = finding.certainty == Certainty::kWatch ? Verdict::kWatch : Verdict::kErrors;
   fault.span = SpanOf(finding, sentence);
   fault.corrections = finding.corrections;
-  fault.message = Replaced(finding.rule->message, "{}", TextOf(sentence, finding.first, finding.last));
-  fault.message = Replaced(fault.message, "{fix}", finding.corrections.empty() ? "" : finding.corrections[0]);
+  fault.message = base::Replace(finding.rule->message, "{}", TextOf(sentence, finding.first, finding.last));
+  fault.message =
+      base::Replace(fault.message, "{fix}", finding.corrections.empty() ? "" : finding.corrections[0]);
   return fault;
 }
 

@@ -1,5 +1,6 @@
 #include "engine/edits/edit.h"
 
+#include "base/text.h"
 #include "engine/edits/proposer.h"
 
 namespace tolvex {
@@ -7,7 +8,7 @@ namespace {
 
 Token NewToken(const std::string& word, bool capitalised) {
   Token token;
-  token.lower = ToLower(word);
+  token.lower = base::Lower(word);
   token.text = capitalised ? Capitalised(word) : word;
   token.spaceBefore = true;
   return token;

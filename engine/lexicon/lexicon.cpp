@@ -4,6 +4,7 @@
 #include <cmath>
 #include <stdexcept>
 
+#include "base/text.h"
 #include "engine/tables/hash.h"
 
 namespace tolvex {
@@ -56,7 +57,7 @@ bool Lexicon::Knows(std::string_view text) const {
     return word != nullptr && word->level <= kKnownLevel;
   };
   if (known(text)) return true;
-  const std::string lower = ToLower(text);
+  const std::string lower = base::Lower(text);
   if (lower == text) return false;
   return known(lower) || known(Capitalised(lower));
 }

@@ -2,7 +2,7 @@
 #include <fmt/format.h>
 #include <iconv.h>
 
-#include "engine/page/utf8.h"
+#include "base/utf8.h"
 #include "engine/tolvex.h"
 
 namespace tolvex {
@@ -44,7 +44,7 @@ std::string PageInBig5(std::string_view utf8Page) {
   std::string page;
   page.reserve(utf8Page.size());
   for (std::size_t at = 0; at < utf8Page.size();) {
-    const Utf8Character c = NextUtf8(utf8Page, at);
+    const base::Utf8Character c = base::NextUtf8(utf8Page, at);
     if (c.codePoint < 0x80) {
       page += static_cast<char>(c.codePoint);
     } else {

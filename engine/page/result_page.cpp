@@ -4,7 +4,8 @@
 #include <algorithm>
 #include <utility>
 
-#include "engine/page/utf8.h"
+#include "base/html.h"
+#include "base/utf8.h"
 #include "engine/tolvex.h"
 
 namespace tolvex {
@@ -41,30 +42,13 @@ p { margin: 4px 0; }
 )";
 constexpr std::string_view kFoot = "</body>\n</html>\n";
 
-std::string EscapedSign(char32_t sign, std::string_view bytes) {
-  switch (sign) {
-    case '&':
-      return "&amp;";
-    case '<':
-      return "&lt;";
-    case '>':
-      return "&gt;";
-    case '"':
-      return "&quot;";
-    case '\'':
-      return "&#39;";
-    default:
-      break;
-  }
-  const bool control = sign < 0x20 || sign == 0x7F;
-  return control ? " " : std::string(bytes);
-}
-
 std::string Escape(std::string_view text) {
   std::string escaped;
   for (std::size_t at = 0; at < text.size();) {
-    const Utf8Character c = NextUtf8(text, at);
-    escaped += c.valid ? EscapedSign(c.codePoint, text.substr(at, c.length)) : "?";
+    const base::Utf8Character c = base::NextUtf8(text, at);
+    const std::string_view entity = base::EntityOf(text[at]);
+    const bool control = c.codePoint < 0x20 || c.codePoint == 0x7F;
+    escaped += !c.valid ? "?" : control ? " " : !entity.empty() ? entity : text.substr(at, c.length);
     at += c.length;
   }
   return escaped;

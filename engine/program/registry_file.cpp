@@ -12,18 +12,13 @@
 #include <stdexcept>
 
 #include "base/posix_files.h"
+#include "base/text.h"
 #include "engine/tolvex.h"
 
 namespace tolvex {
 namespace {
 
-std::string_view Trimmed(std::string_view text) {
-  const auto first = text.find_first_not_of(' ');
-  if (first == std::string_view::npos) return {};
-  return text.substr(first, text.find_last_not_of(' ') - first + 1);
-}
-
-std::string_view KeyOf(std::string_view line) { return Trimmed(line.substr(0, line.find('='))); }
+std::string_view KeyOf(std::string_view line) { return base::Trimmed(line.substr(0, line.find('='))); }
 
 std::vector<std::string> SplitLines(std::string_view text) {
   std::vector<std::string> lines;
@@ -31,7 +26,7 @@ std::vector<std::string> SplitLines(std::string_view text) {
     const auto end = text.find('\n');
     std::string_view line = text.substr(0, end);
     if (line.ends_with('\r')) line.remove_suffix(1);
-    if (!Trimmed(line).empty()) lines.emplace_back(line);
+    if (!base::Trimmed(line).empty()) lines.emplace_back(line);
     text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
   }
   return lines;
@@ -76,7 +71,7 @@ std::optional<std::string> RegistryFile::Value(std::string_view key) const {
   for (const std::string& line : lines_) {
     const auto equals = line.find('=');
     if (equals != std::string::npos && KeyOf(line) == key) {
-      return FromCp950(Trimmed(std::string_view(line).substr(equals + 1)));
+      return FromCp950(base::Trimmed(std::string_view(line).substr(equals + 1)));
     }
   }
   return std::nullopt;

@@ -4,6 +4,8 @@
 
 #include <stdexcept>
 
+#include "base/text.h"
+
 namespace tolvex {
 namespace {
 
@@ -151,17 +153,11 @@ Condition ReadCondition(std::string_view text, const WordLists& lists) {
 
 }  // namespace
 
-std::string_view Trim(std::string_view text) {
-  const auto first = text.find_first_not_of(" \t\r");
-  if (first == std::string_view::npos) return {};
-  return text.substr(first, text.find_last_not_of(" \t\r") - first + 1);
-}
-
 std::vector<std::string> Split(std::string_view text, char separator) {
   std::vector<std::string> parts;
   while (!text.empty()) {
     const auto end = text.find(separator);
-    const std::string_view part = Trim(text.substr(0, end));
+    const std::string_view part = base::Trimmed(text.substr(0, end), base::kWhiteSpace);
     if (!part.empty()) parts.emplace_back(part);
     text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
   }

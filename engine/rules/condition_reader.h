@@ -7,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include "base/text.h"
 #include "engine/rules/rule.h"
 
 namespace tolvex {
@@ -15,9 +16,6 @@ using WordLists = std::map<std::string, std::shared_ptr<WordSet>>;
 
 /// Reads conditions joined by "&". Throws std::invalid_argument that says what is wrong.
 std::vector<Condition> ParseConditions(std::string_view text, const WordLists& lists);
-
-/// The text without blanks, tabs and carriage returns at its ends.
-std::string_view Trim(std::string_view text);
 
 /// The parts between separators, trimmed, empty ones left out.
 std::vector<std::string> Split(std::string_view text, char separator);

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <optional>
 
+#include "base/text.h"
+
 namespace tolvex {
 namespace {
 
@@ -42,7 +44,7 @@ std::optional<std::string> FillPlace(const std::string& item, const Sentence& se
   if (colon == std::string::npos) return TextOf(sentence, place.first, place.last);
   const auto close = item.find('}');
   const std::string form = item.substr(colon + 1, close - colon - 1);
-  if (form == "lower") return ToLower(TextOf(sentence, place.first, place.last));
+  if (form == "lower") return base::Lower(TextOf(sentence, place.first, place.last));
   if (form == "a")
     return (SoundsLikeVowel(sentence.Lower(place.first)) ? "an " : "a ") +
            TextOf(sentence, place.first, place.last);

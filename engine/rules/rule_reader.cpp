@@ -5,6 +5,7 @@
 #include <sstream>
 #include <stdexcept>
 
+#include "base/text.h"
 #include "engine/rules/condition_reader.h"
 #include "engine/rules/rule.h"
 
@@ -18,7 +19,7 @@ class RuleReader {
     while (!text.empty()) {
       const auto end = text.find('\n');
       ++line_;
-      ReadLine(Trim(text.substr(0, end)));
+      ReadLine(base::Trimmed(text.substr(0, end), base::kWhiteSpace));
       text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
     }
     Finish();
@@ -33,7 +34,8 @@ class RuleReader {
     if (line.empty() || line[0] == '#') return;
     const auto blank = line.find(' ');
     const std::string_view key = line.substr(0, blank);
-    const std::string_view rest = blank == std::string_view::npos ? "" : Trim(line.substr(blank));
+    const std::string_view rest =
+        blank == std::string_view::npos ? "" : base::Trimmed(line.substr(blank), base::kWhiteSpace);
     if (key == "list") {
       ReadList(rest);
     } else if (key == "rule") {
@@ -85,7 +87,7 @@ class RuleReader {
   void ReadList(std::string_view rest) {
     const auto colon = rest.find(':');
     if (colon == std::string_view::npos) Fail("list NAME: WORDS");
-    auto& list = book_.lists_[std::string(Trim(rest.substr(0, colon)))];
+    auto& list = book_.lists_[std::string(base::Trimmed(rest.substr(0, colon), base::kWhiteSpace))];
     if (!list) list = std::make_shared<WordSet>();
     for (auto& word : Split(rest.substr(colon + 1), ' ')) list->insert(std::move(word));
   }
@@ -93,8 +95,9 @@ class RuleReader {
   void ReadWrong(std::string_view rest) {
     const auto arrow = rest.find("=>");
     Example example;
-    example.wrong = Trim(rest.substr(0, arrow));
-    if (arrow != std::string_view::npos) example.corrected = Trim(rest.substr(arrow + 2));
+    example.wrong = base::Trimmed(rest.substr(0, arrow), base::kWhiteSpace);
+    if (arrow != std::string_view::npos)
+      example.corrected = base::Trimmed(rest.substr(arrow + 2), base::kWhiteSpace);
     rule_.wrong.push_back(std::move(example));
   }
 
@@ -106,7 +109,7 @@ class RuleReader {
     guard.wanted = wanted;
     guard.before = where != "after";
     guard.after = where != "before";
-    guard.all = ReadConditions(Trim(rest.substr(blank)));
+    guard.all = ReadConditions(base::Trimmed(rest.substr(blank), base::kWhiteSpace));
     rule_.guards.push_back(std::move(guard));
   }
 

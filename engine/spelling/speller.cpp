@@ -4,6 +4,8 @@
 #include <array>
 #include <bit>
 
+#include "base/text.h"
+
 namespace tolvex {
 namespace {
 
@@ -62,7 +64,7 @@ bool IsCombiningForm(std::string_view part) {
   static constexpr std::array<std::string_view, 14> kForms = {"eco",   "non",   "pre",   "anti",  "co",
                                                               "re",    "ex",    "semi",  "multi", "mini",
                                                               "micro", "inter", "socio", "bio"};
-  return std::find(kForms.begin(), kForms.end(), ToLower(part)) != kForms.end();
+  return std::find(kForms.begin(), kForms.end(), base::Lower(part)) != kForms.end();
 }
 
 // "Rio de Janeiro", "Leonardo da Vinci"

@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 
+#include "base/text.h"
+
 namespace tolvex {
 namespace {
 
@@ -52,7 +54,7 @@ class Cutter {
   void Push(std::size_t begin, std::size_t end) {
     Token token;
     token.text = plain_.text.substr(begin, end - begin);
-    token.lower = ToLower(token.text);
+    token.lower = base::Lower(token.text);
     token.begin = plain_.origin[begin];
     token.end = plain_.origin[end];
     token.spaceBefore = begin > 0 && IsBlank(plain_.text[begin - 1]);
@@ -71,7 +73,7 @@ class Cutter {
     const std::size_t begin = at_;
     while (at_ < plain_.text.size() && (IsWordSign(plain_.text[at_]) || JoinsAt(at_))) ++at_;
     ExtendOverAbbreviation(begin);
-    const std::size_t split = ContractionSplit(ToLower(plain_.text.substr(begin, at_ - begin)));
+    const std::size_t split = ContractionSplit(base::Lower(plain_.text.substr(begin, at_ - begin)));
     if (split != 0) Push(begin, begin + split);
     Push(begin + split, at_);
   }
@@ -88,7 +90,7 @@ class Cutter {
     }
     static constexpr std::array<std::string_view, 11> kTitles = {"mr", "mrs", "ms", "dr",  "prof", "st",
                                                                  "jr", "sr",  "vs", "etc", "no"};
-    const std::string word = ToLower(s.substr(begin, at_ - begin));
+    const std::string word = base::Lower(s.substr(begin, at_ - begin));
     const bool titled = std::find(kTitles.begin(), kTitles.end(), word) != kTitles.end();
     const bool continues = at_ + 2 < s.size() && s[at_] == '.' && IsBlank(s[at_ + 1]);
     if (titled && continues && (word != "no" || IsDigit(s[at_ + 2]))) ++at_;
@@ -126,14 +128,6 @@ bool IsUpper(char c) { return c >= 'A' && c <= 'Z'; }
 bool IsLower(char c) { return c >= 'a' && c <= 'z'; }
 bool IsDigit(char c) { return c >= '0' && c <= '9'; }
 bool IsLetter(char c) { return IsUpper(c) || IsLower(c) || (static_cast<unsigned char>(c) & 0x80U) != 0; }
-
-std::string ToLower(std::string_view text) {
-  std::string lower(text);
-  for (char& c : lower) {
-    if (IsUpper(c)) c = static_cast<char>(c - 'A' + 'a');
-  }
-  return lower;
-}
 
 std::string Capitalised(std::string_view text) {
   std::string result(text);

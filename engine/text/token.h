@@ -34,7 +34,6 @@ bool IsLetter(char c);
 bool IsDigit(char c);
 bool IsUpper(char c);
 bool IsLower(char c);
-std::string ToLower(std::string_view text);
 std::string Capitalised(std::string_view text);
 
 }  // namespace tolvex

@@ -7,6 +7,8 @@
 #include <optional>
 #include <utility>
 
+#include "base/text.h"
+#include "base/utf8.h"
 #include "engine/text/token.h"
 #include "engine/wordbank/sentence_maker.h"
 
@@ -26,23 +28,10 @@ std::string_view AsciiSign(std::string_view sign) {
   return {};
 }
 
-// Bytes of the first sign; a byte that starts no sign counts as one.
-std::size_t SignSize(std::string_view text) {
-  const auto lead = static_cast<unsigned char>(text[0]);
-  const std::size_t size = lead >= 0xf0 ? 4 : lead >= 0xe0 ? 3 : lead >= 0xc0 ? 2 : 1;
-  return std::min(size, text.size());
-}
-
 bool IsAscii(char c) { return static_cast<unsigned char>(c) < 0x80; }
 bool IsAllAscii(std::string_view text) { return std::all_of(text.begin(), text.end(), IsAscii); }
-bool IsBlank(char c) { return c == ' ' || c == '\t' || c == '\r' || c == '\n'; }
+bool IsBlank(char c) { return base::kWhiteSpace.find(c) != std::string_view::npos; }
 bool IsWordByte(char c) { return tolvex::IsDigit(c) || (IsAscii(c) && tolvex::IsLetter(c)) || c == '\''; }
-
-std::string_view Trimmed(std::string_view text) {
-  while (!text.empty() && IsBlank(text.front())) text.remove_prefix(1);
-  while (!text.empty() && IsBlank(text.back())) text.remove_suffix(1);
-  return text;
-}
 
 // Bytes of the word of letters and digits at the front; 1 also when there is none.
 std::size_t AsciiWordSize(std::string_view text) {
@@ -93,7 +82,7 @@ void Translator::SegmentChinese(std::string_view text, std::vector<std::string_v
     if (cuts[begin].cost == std::numeric_limits<int>::max()) continue;
     std::size_t end = begin;
     for (std::size_t signs = 0; signs < kLongestChineseWord && end < text.size(); ++signs) {
-      end += SignSize(text.substr(end));
+      end += base::NextUtf8(text, end).length;
       const auto found = words_.Find(text.substr(begin, end - begin));
       if (!found && signs > 0) continue;
       const int cost = cuts[begin].cost + kEachWord + (found ? EntryOf(*found).rarity : kUnknown);
@@ -127,7 +116,7 @@ std::vector<std::string_view> Translator::Segment(std::string_view text) const {
 
 Piece Translator::PieceOf(std::string_view segment) const {
   const std::string_view sign = AsciiSign(segment);
-  if (!sign.empty()) return {segment, std::string(Trimmed(sign))};
+  if (!sign.empty()) return {segment, base::Trim(sign, base::kWhiteSpace)};
   const auto found = IsAllAscii(segment) ? std::nullopt : words_.Find(segment);
   if (!found) return {segment, std::string(segment)};
   const Entry entry = EntryOf(*found);
@@ -135,7 +124,7 @@ Piece Translator::PieceOf(std::string_view segment) const {
 }
 
 std::string Translator::Translate(std::string_view chinese) const {
-  const std::string_view text = Trimmed(chinese);
+  const std::string_view text = base::Trimmed(chinese, base::kWhiteSpace);
   const auto whole = IsAllAscii(text) ? std::nullopt : words_.Find(text);
   if (whole) return std::string(EntryOf(*whole).all);
   std::vector<Piece> pieces;

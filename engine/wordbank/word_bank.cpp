@@ -1,5 +1,6 @@
 #include <mutex>
 
+#include "base/text.h"
 #include "engine/text/token.h"
 #include "engine/wexbin.h"
 #include "engine/wordbank/text_table.h"
@@ -7,12 +8,6 @@
 
 namespace wexbin {
 namespace {
-
-std::string_view Trimmed(std::string_view text) {
-  const auto first = text.find_first_not_of(' ');
-  if (first == std::string_view::npos) return {};
-  return text.substr(first, text.find_last_not_of(' ') - first + 1);
-}
 
 // The lines of a text of the table: "phrase<TAB>note".
 std::vector<Item> ItemsOf(std::string_view text) {
@@ -57,7 +52,7 @@ WordBank::WordBank(const std::filesystem::path& dataDir) : data_(std::make_uniqu
 WordBank::~WordBank() = default;
 
 std::vector<Item> WordBank::Find(std::string_view word, std::string_view code) const {
-  const auto found = data_->bank.Find(std::string(code) + ' ' + tolvex::ToLower(Trimmed(word)));
+  const auto found = data_->bank.Find(std::string(code) + ' ' + base::Lower(base::Trimmed(word)));
   return found ? ItemsOf(*found) : std::vector<Item>();
 }
 
@@ -65,7 +60,7 @@ std::string WordBank::Reply(std::string_view query) const {
   const auto comma = query.rfind(',');
   if (comma == std::string_view::npos) return {};
   std::string reply;
-  for (const Item& item : Find(query.substr(0, comma), Trimmed(query.substr(comma + 1)))) {
+  for (const Item& item : Find(query.substr(0, comma), base::Trimmed(query.substr(comma + 1)))) {
     reply += (reply.empty() ? "" : "<@>") + item.Line();
   }
   return reply;

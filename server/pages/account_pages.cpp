@@ -5,9 +5,9 @@
 #include <array>
 #include <map>
 
-#include "server/day.h"
+#include "base/day.h"
+#include "base/text.h"
 #include "server/pages/page.h"
-#include "server/text.h"
 
 namespace marovane {
 namespace {
@@ -45,8 +45,8 @@ std::map<std::string, std::string, std::less<>> SettingsOf(std::string_view list
   std::map<std::string, std::string, std::less<>> settings;
   while (!list.empty()) {
     std::string_view pair = TakePiece(list, '$');
-    const std::string name = Trim(TakePiece(pair, ':'));
-    settings.emplace(name, Trim(TakePiece(pair, ':')));
+    const std::string name = base::Trim(TakePiece(pair, ':'), base::kWhiteSpace);
+    settings.emplace(name, base::Trim(TakePiece(pair, ':'), base::kWhiteSpace));
   }
   return settings;
 }
@@ -129,7 +129,7 @@ Reply UserSettings(Services& services, const Call& call) {
 Reply UserAct(Services& services, const Call& call) {
   const std::string act = call.form.Required("act", kWordLimit);
   if (!Holds(kActs, act)) throw Refusal("ERR_UNKNOWN_ACT");
-  services.store.CountAct(services.accounts.Known(Number(call.form)), TodayAsIso(), act);
+  services.store.CountAct(services.accounts.Known(Number(call.form)), base::IsoDay(base::Today()), act);
   return TextReply("OK_");
 }
 

@@ -1,9 +1,9 @@
 // The archive of result pages, filed by the digests of an account number and of a sentence.
-#include <algorithm>
 
+#include "base/text.h"
+#include "base/utf8.h"
 #include "engine/tolvex.h"
 #include "server/pages/page.h"
-#include "server/text.h"
 
 namespace marovane {
 namespace {
@@ -39,9 +39,7 @@ std::string RequiredPage(const Form& form) {
   const auto page = form.Find("filestr");
   if (!page || page->empty()) throw Refusal("ERR_MISSING_FIELD");
   if (page->size() > kPageLimit) throw Refusal("ERR_TOO_LONG");
-  if (!IsCleanText(Replace(Replace(Replace(*page, "\r", ""), "\n", ""), "\t", ""))) {
-    throw Refusal("ERR_BAD_TEXT");
-  }
+  if (!base::IsCleanText(*page, "\r\n\t")) throw Refusal("ERR_BAD_TEXT");
   return *page;
 }
 

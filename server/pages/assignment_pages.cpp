@@ -1,13 +1,17 @@
 // A pupil's assignments: the list, the question of each, handing in, and what the teacher has written.
 #include <fmt/format.h>
 
+#include "base/day.h"
+#include "base/html.h"
+#include "base/text.h"
 #include "engine/tolvex.h"
-#include "server/day.h"
-#include "server/html.h"
 #include "server/pages/page.h"
-#include "server/text.h"
 
 namespace marovane {
+
+using base::Fill;
+using base::Html;
+
 namespace {
 
 constexpr std::size_t kNumberLimit = 64;
@@ -20,14 +24,15 @@ std::string PupilOf(Services& services, const Form& form) {
 /// "#" and "<@>" part the list, and the program takes every "OK_" out of it: in a title they become their
 /// full-width twins.
 std::string Field(std::string_view text) {
-  return Replace(Replace(Replace(text, "#", "＃"), "<@>", "＜@＞"), "OK_", "OK＿");
+  return base::Replace(base::Replace(base::Replace(text, "#", "＃"), "<@>", "＜@＞"), "OK_", "OK＿");
 }
 
 std::string Record(const Assignment& assignment) {
   const Topic& topic = assignment.topic;
   const bool isMarked = assignment.handIn && !assignment.handIn->markedDay.empty();
-  return fmt::format("{}#{}#{}#{}#{}#{}", topic.id, assignment.handIn ? "Y" : "N", ShownDay(topic.deadline),
-                     Field(topic.title), ShownDay(topic.changedDay), isMarked ? "Y" : "");
+  return fmt::format("{}#{}#{}#{}#{}#{}", topic.id, assignment.handIn ? "Y" : "N",
+                     base::ShownDay(topic.deadline), Field(topic.title), base::ShownDay(topic.changedDay),
+                     isMarked ? "Y" : "");
 }
 
 /// A parchment page in the program's browser.
@@ -63,15 +68,16 @@ Reply UnknownTopic() {
 }
 
 Html Facts(const Topic& topic) {
-  Html facts = Fill(R"(<p class="facts">{}　完成期限：{}</p>)", topic.className, ShownDay(topic.deadline));
+  Html facts =
+      Fill(R"(<p class="facts">{}　完成期限：{}</p>)", topic.className, base::ShownDay(topic.deadline));
   if (!topic.changedDay.empty()) {
-    facts += Fill(R"(<p class="facts">教師在 {} 修改過題目內容</p>)", ShownDay(topic.changedDay));
+    facts += Fill(R"(<p class="facts">教師在 {} 修改過題目內容</p>)", base::ShownDay(topic.changedDay));
   }
   return facts;
 }
 
 /// The program stores apostrophes as U+2019.
-std::string EssayText(std::string_view stored) { return Replace(stored, "’", "'"); }
+std::string EssayText(std::string_view stored) { return base::Replace(stored, "’", "'"); }
 
 Html CommentOf(const Assignment& assignment) {
   const std::string& id = assignment.topic.id;
@@ -85,10 +91,10 @@ Html CommentOf(const Assignment& assignment) {
   } else {
     page += Fill(R"(<h2>教師評語</h2><div class="text">{}</div><p class="facts">批閱日期：{}</p>)",
                  handIn.comment.empty() ? "（教師已批閱，沒有另外寫評語）" : handIn.comment,
-                 ShownDay(handIn.markedDay));
+                 base::ShownDay(handIn.markedDay));
   }
   page += Fill(R"(<h2>您的短文</h2><div class="text">{}</div><p class="facts">交卷日期：{}</p>)",
-               EssayText(handIn.newEssay), ShownDay(handIn.day));
+               EssayText(handIn.newEssay), base::ShownDay(handIn.day));
   page += Fill(R"(<p><a href="cmd:work:{}">查看題目內容</a>　<a href="cmd:show:{}">查看系統檢查結果</a></p>)",
                id, handIn.essayId);
   return page;
@@ -129,7 +135,8 @@ Reply TeacherComment(Services& services, const Call& call) {
 Reply HandInEssay(Services& services, const Call& call) {
   const std::string account = PupilOf(services, call.form);
   switch (services.school.TakeHandIn(account, call.form.Required("essayId", kNumberLimit),
-                                     call.form.Required("workId", kNumberLimit), TodayAsIso())) {
+                                     call.form.Required("workId", kNumberLimit),
+                                     base::IsoDay(base::Today()))) {
     case HandInResult::kTaken:
       return TextReply("OK_");
     case HandInResult::kNoTopic:

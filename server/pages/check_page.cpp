@@ -1,9 +1,9 @@
 // Judges a sentence and keeps its result page.
 #include <fmt/format.h>
 
+#include "base/text.h"
 #include "server/log.h"
 #include "server/pages/page.h"
-#include "server/text.h"
 
 namespace marovane {
 namespace {
@@ -17,14 +17,14 @@ tolvex::Judgement Judge(const SharedEngine& engine, const std::string& sentence)
 }
 
 /// "#" parts the reply's fields: within one it becomes its full-width twin.
-std::string Field(std::string_view text) { return Replace(text, "#", "＃"); }
+std::string Field(std::string_view text) { return base::Replace(text, "#", "＃"); }
 
-std::string Suggestions(std::string_view text) { return Replace(Field(text), ",", "<@>"); }
+std::string Suggestions(std::string_view text) { return base::Replace(Field(text), ",", "<@>"); }
 
 }  // namespace
 
 Reply CheckSentence(Services& services, const Call& call) {
-  const std::string sentence = Trim(call.form.Required("s", kSentenceLimit));
+  const std::string sentence = base::Trim(call.form.Required("s", kSentenceLimit), base::kWhiteSpace);
   if (sentence.empty()) throw Refusal("ERR_MISSING_FIELD");
   const tolvex::Judgement judgement = Judge(services.engine, sentence);
   const std::string path = services.results.Keep(tolvex::PageInBig5(tolvex::ResultPage(sentence, judgement)));

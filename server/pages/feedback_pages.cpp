@@ -4,7 +4,9 @@
 #include <charconv>
 #include <cstdint>
 
-#include "server/day.h"
+#include "base/day.h"
+#include "base/text.h"
+#include "base/utf8.h"
 #include "server/pages/page.h"
 #include "server/text.h"
 
@@ -27,23 +29,6 @@ constexpr std::string_view kServicePage = R"(<!DOCTYPE html>
 </html>
 )";
 
-/// Appends a character, RFC 3629. What is none becomes "?".
-void AppendUtf8(std::string& text, std::uint32_t code) {
-  const auto tail = [&](int shift) { text += static_cast<char>(0x80 | (code >> shift & 0x3F)); };
-  if (code < 0x80 || code > 0x10FFFF || (code >= 0xD800 && code < 0xE000)) {
-    text += '?';
-  } else if (code < 0x800) {
-    text += static_cast<char>(0xC0 | code >> 6);
-    tail(0);
-  } else if (code < 0x10000) {
-    text += static_cast<char>(0xE0 | code >> 12);
-    tail(6), tail(0);
-  } else {
-    text += static_cast<char>(0xF0 | code >> 18);
-    tail(12), tail(6), tail(0);
-  }
-}
-
 /// A browser writes a character that the page's Big5 lacks as "&#8217;".
 std::string WithoutReferences(std::string_view text) {
   std::string plain;
@@ -55,7 +40,7 @@ std::string WithoutReferences(std::string_view text) {
                           : std::from_chars_result{text.data(), std::errc::invalid_argument};
     const bool isReference = read.ec == std::errc{} && read.ptr != end && *read.ptr == ';' && code >= 0x80;
     if (isReference) {
-      AppendUtf8(plain, code);
+      base::AppendUtf8(plain, code);
     } else {
       plain += text[0];
     }
@@ -70,8 +55,7 @@ std::string Field(const Form& form, const std::string& name, std::size_t limit) 
   if (!bytes) throw Refusal("ERR_MISSING_FIELD");
   if (bytes->size() > limit) throw Refusal("ERR_TOO_LONG");
   std::string text = WithoutReferences(FromBig5(*bytes));
-  if (!IsCleanText(Replace(Replace(Replace(text, "\r", ""), "\n", ""), "\t", "")))
-    throw Refusal("ERR_BAD_TEXT");
+  if (!base::IsCleanText(text, "\r\n\t")) throw Refusal("ERR_BAD_TEXT");
   return text;
 }
 
@@ -79,7 +63,7 @@ std::string Field(const Form& form, const std::string& name, std::size_t limit) 
 
 Reply TakeFeedback(Services& services, const Call& call) {
   const Form& form = call.form;
-  services.store.AddFeedback({.day = TodayAsIso(),
+  services.store.AddFeedback({.day = base::IsoDay(base::Today()),
                               .account = Field(form, "pno", kShortLimit),
                               .errcode = Field(form, "errcode", kShortLimit),
                               .sentence = Field(form, "sentence", kTextLimit),

@@ -1,5 +1,5 @@
 // Pages that only tell something about the server.
-#include "server/day.h"
+#include "base/day.h"
 #include "server/pages/page.h"
 
 namespace marovane {
@@ -11,7 +11,7 @@ constexpr std::size_t kTypeLimit = 16;
 }  // namespace
 
 Reply ServerProbe(Services& /*services*/, const Call& /*call*/) {
-  return TextReply("ONLINE " + TodayAsShown());
+  return TextReply("ONLINE " + base::ShownDay(base::Today()));
 }
 
 Reply EngineAddress(Services& services, const Call& call) {

@@ -5,11 +5,11 @@
 #include <charconv>
 #include <map>
 
-#include "server/day.h"
+#include "base/day.h"
+#include "base/utf8.h"
 #include "server/digest.h"
 #include "server/pages/page.h"
 #include "server/record_store.h"
-#include "server/text.h"
 #include "server/wire_text.h"
 
 namespace marovane {
@@ -22,7 +22,9 @@ constexpr std::size_t kBytesOfPage = 1 << 19;
 constexpr std::string_view kTextSeparator = "<@>";
 
 /// A row without a day that can be read is a row of today: better a wrong day than a lost sentence.
-std::string DayOf(const std::string& posted) { return IsoDay(posted).value_or(TodayAsIso()); }
+std::string DayOf(const std::string& posted) {
+  return base::IsoFromShown(posted).value_or(base::IsoDay(base::Today()));
+}
 
 std::array<std::string, 3> EssayTexts(std::string_view joined) {
   std::array<std::string, 3> texts;
@@ -38,7 +40,7 @@ std::array<std::string, 3> EssayTexts(std::string_view joined) {
 /// Unlike other pages this one takes control characters: what a learner has entered is not to be lost.
 std::string Field(const Form& form, const std::string& name) {
   std::string value = form.Find(name).value_or("");
-  if (!IsUtf8(value)) throw Refusal("ERR_BAD_TEXT");
+  if (!base::IsUtf8(value)) throw Refusal("ERR_BAD_TEXT");
   return value;
 }
 
@@ -146,7 +148,7 @@ std::string WireRecord(RecordKind kind, const std::vector<std::string>& row) {
   std::string record;
   for (std::size_t i = 1; i < row.size(); ++i) {
     if (i > 1) record += isEssay ? "||" : "#";
-    record += i == dayAt ? ShownDay(row[i]) : WireText(row[i]);
+    record += i == dayAt ? base::ShownDay(row[i]) : WireText(row[i]);
   }
   if (record.starts_with("FINISH")) return "'46'" + record.substr(1);
   if (record.starts_with("LASTID:")) return "'4C'" + record.substr(1);

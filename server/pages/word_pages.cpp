@@ -1,6 +1,6 @@
 // Pages of the word helper: the word bank, translation, and the outside sites.
+#include "base/text.h"
 #include "server/pages/page.h"
-#include "server/text.h"
 
 namespace marovane {
 namespace {
@@ -18,7 +18,7 @@ const wexbin::WordBank& Bank(const Services& services) try {
 std::string Translate(const Services& services, const std::string& text) {
   const wexbin::WordBank& bank = Bank(services);
   try {
-    return Trim(bank.Translate(text));
+    return base::Trim(bank.Translate(text), base::kWhiteSpace);
   } catch (const std::exception&) {
     throw Refusal("ERR_ENGINE");
   }
@@ -32,7 +32,7 @@ Reply AskWordBank(Services& services, const Call& call) {
 
 Reply TranslateText(Services& services, const Call& call) {
   if (call.form.Required("ls", kLanguageLimit) != "zh-TW") throw Refusal("ERR_UNKNOWN_LANGUAGE");
-  const std::string text = Trim(call.form.Required("q", kTextLimit));
+  const std::string text = base::Trim(call.form.Required("q", kTextLimit), base::kWhiteSpace);
   if (text.empty()) throw Refusal("ERR_MISSING_FIELD");
   const std::string english = Translate(services, text);
   if (english.empty()) throw Refusal("ERR_NOTFOUND");

@@ -1,15 +1,18 @@
 // The teacher's classes, and who is in them.
 #include <fmt/format.h>
 
-#include <algorithm>
-
-#include "server/day.h"
+#include "base/day.h"
+#include "base/html.h"
 #include "server/password.h"
 #include "server/teacher/form_reader.h"
 #include "server/teacher/layout.h"
 #include "server/teacher/roster.h"
 
 namespace marovane {
+
+using base::Fill;
+using base::Html;
+
 namespace {
 
 constexpr std::size_t kLongestName = 40;
@@ -54,7 +57,7 @@ Html TopicTable(const Visit& visit, const SchoolClass& schoolClass) {
     rows += Fill(
         R"(<tr><td><a href="{}topic?topic={}">{}</a></td><td><span class="day">{}</span></td><td>{} / {}</td><td>{}</td></tr>
 )",
-        visit.base, topic.id, topic.title, ShownDay(topic.deadline), topic.handedIn, schoolClass.pupils,
+        visit.base, topic.id, topic.title, base::ShownDay(topic.deadline), topic.handedIn, schoolClass.pupils,
         Waiting(topic.unmarked));
   }
   if (rows.IsEmpty()) return Fill("<p>還沒有題目。</p>");

@@ -8,6 +8,8 @@
 #include <map>
 #include <stdexcept>
 
+#include "base/text.h"
+#include "base/utf8.h"
 #include "server/accounts.h"
 #include "server/command_line.h"
 #include "server/password.h"
@@ -15,7 +17,6 @@
 #include "server/store.h"
 #include "server/teacher/form_reader.h"
 #include "server/teacher/password_page.h"
-#include "server/text.h"
 
 namespace marovane {
 namespace {
@@ -116,12 +117,12 @@ TeacherCommand ParseTeacherCommand(const std::vector<std::string>& words) {
   }
   names.resize(2);
   command.login = names[0];
-  command.name = Trim(names[1]);
+  command.name = base::Trim(names[1], base::kWhiteSpace);
   if (!command.login.empty() && !IsAccountNumber(command.login)) {
     throw UsageError("a login has 1 to 32 letters, digits, \".\" and \"_\"");
   }
-  const std::size_t length = CountCharacters(command.name);
-  const bool isName = IsCleanText(command.name) && length > 0 && length <= kLongestName;
+  const std::size_t length = base::CountCharacters(command.name);
+  const bool isName = base::IsCleanText(command.name) && length > 0 && length <= kLongestName;
   if (command.action == Action::kAdd && !isName) throw UsageError("a name has 1 to 40 characters of UTF-8");
   return command;
 }

@@ -4,9 +4,14 @@
 #include <array>
 #include <optional>
 
-#include "server/text.h"
+#include "base/html.h"
+#include "base/text.h"
 
 namespace marovane {
+
+using base::Fill;
+using base::Html;
+
 namespace {
 
 constexpr std::size_t kMostJudged = 100;
@@ -83,7 +88,7 @@ std::vector<EssaySentence> SentencesOf(std::string_view essay) {
   std::size_t begin = 0;
   for (std::size_t at = 0; at < essay.size(); ++at) {
     if (!EndsSentence(essay, at) && at + 1 < essay.size()) continue;
-    std::string text = Trim(essay.substr(begin, at + 1 - begin));
+    std::string text = base::Trim(essay.substr(begin, at + 1 - begin), base::kWhiteSpace);
     if (!text.empty()) {
       sentences.push_back({std::move(text), beginsParagraph});
       beginsParagraph = false;
@@ -95,7 +100,7 @@ std::vector<EssaySentence> SentencesOf(std::string_view essay) {
 }
 
 Html MarkedEssay(std::string_view essay, const SharedEngine& engine) {
-  const auto sentences = SentencesOf(Replace(essay, "’", "'"));
+  const auto sentences = SentencesOf(base::Replace(essay, "’", "'"));
   Html rows;
   std::size_t judged = 0;
   bool isUsable = true;

@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "server/html.h"
+#include "base/html.h"
 #include "server/shared_engine.h"
 
 namespace marovane {
@@ -20,6 +20,6 @@ std::vector<EssaySentence> SentencesOf(std::string_view essay);
 
 /// The sentences of a stored essay, each with what the engine says about it. Only the first hundred are
 /// judged; when the engine cannot be used the sentences stand alone, under a line that says so.
-Html MarkedEssay(std::string_view essay, const SharedEngine& engine);
+base::Html MarkedEssay(std::string_view essay, const SharedEngine& engine);
 
 }  // namespace marovane

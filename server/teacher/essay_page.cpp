@@ -3,12 +3,17 @@
 
 #include <algorithm>
 
-#include "server/day.h"
+#include "base/day.h"
+#include "base/html.h"
 #include "server/teacher/essay_marks.h"
 #include "server/teacher/form_reader.h"
 #include "server/teacher/layout.h"
 
 namespace marovane {
+
+using base::Fill;
+using base::Html;
+
 namespace {
 
 constexpr std::size_t kLongestComment = 4000;
@@ -54,8 +59,8 @@ Html CommentForm(const Visit& visit, const Work& work, const std::vector<std::st
 TeacherReply EssayPageWith(const Visit& visit, const Work& work, const std::vector<std::string>& errors) {
   const HandIn& handIn = work.handIn;
   const std::string name = handIn.pupilName.empty() ? handIn.account : handIn.pupilName;
-  Html text = Fill(R"(<p class="faint">{} 交卷{}　完成期限 {}</p>)", ShownDay(handIn.day),
-                   handIn.day > work.topic.deadline ? "（遲交）" : "", ShownDay(work.topic.deadline));
+  Html text = Fill(R"(<p class="faint">{} 交卷{}　完成期限 {}</p>)", base::ShownDay(handIn.day),
+                   handIn.day > work.topic.deadline ? "（遲交）" : "", base::ShownDay(work.topic.deadline));
   text += MarkedEssay(handIn.newEssay, visit.engine);
   if (handIn.orgEssay != handIn.newEssay) {
     text += Fill("<details><summary>學生最初寫的內容</summary>{}</details>",
@@ -79,7 +84,7 @@ TeacherReply SaveComment(const Visit& visit) {
   handIn.comment = reader.Text("comment", "評語", kLongestComment);
   const bool isMarked = Field(visit, "marked") == "1";
   if (!isMarked) handIn.markedDay = "";
-  if (isMarked && handIn.markedDay.empty()) handIn.markedDay = TodayAsIso();
+  if (isMarked && handIn.markedDay.empty()) handIn.markedDay = base::IsoDay(base::Today());
   if (!reader.Errors().empty()) return EssayPageWith(visit, work, reader.Errors());
   visit.school.Mark(visit.teacher.login, work.topic.id, handIn);
   return GoTo(visit, fmt::format("essay?topic={}&account={}&done=comment", work.topic.id, handIn.account));

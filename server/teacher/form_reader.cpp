@@ -2,10 +2,9 @@
 
 #include <fmt/format.h>
 
-#include <algorithm>
-
-#include "engine/page/utf8.h"
-#include "server/day.h"
+#include "base/day.h"
+#include "base/text.h"
+#include "base/utf8.h"
 #include "server/text.h"
 
 namespace marovane {
@@ -14,7 +13,7 @@ namespace {
 /// The first sign of a text that Big5 lacks, or "".
 std::string NotInBig5(std::string_view text) {
   for (std::size_t at = 0; at < text.size();) {
-    const std::size_t length = tolvex::NextUtf8(text, at).length;
+    const std::size_t length = base::NextUtf8(text, at).length;
     std::string sign(text.substr(at, length));
     at += length;
     if (sign != "?" && ToBig5(sign) == "?") return sign;
@@ -24,22 +23,16 @@ std::string NotInBig5(std::string_view text) {
 
 }  // namespace
 
-std::size_t CountCharacters(std::string_view utf8) {
-  return static_cast<std::size_t>(std::count_if(
-      utf8.begin(), utf8.end(), [](char byte) { return (static_cast<unsigned char>(byte) & 0xC0) != 0x80; }));
-}
-
 std::string FormReader::Typed(const std::string& name, std::string_view label, std::size_t limit,
                               bool mayHaveLines) {
   const std::string bytes = form_.Find(name).value_or("");
-  const std::string signs =
-      mayHaveLines ? Replace(Replace(Replace(bytes, "\r", ""), "\n", ""), "\t", "") : bytes;
-  if (!IsCleanText(signs)) {
+  if (!base::IsCleanText(bytes, mayHaveLines ? "\r\n\t" : "")) {
     errors_.push_back(fmt::format("{}含有無法辨識的字元", label));
-    return IsUtf8(bytes) ? bytes : "";
+    return base::IsUtf8(bytes) ? bytes : "";
   }
-  std::string text = Trim(bytes);
-  if (CountCharacters(text) > limit) errors_.push_back(fmt::format("{}太長，最多 {} 個字", label, limit));
+  std::string text = base::Trim(bytes, base::kWhiteSpace);
+  if (base::CountCharacters(text) > limit)
+    errors_.push_back(fmt::format("{}太長，最多 {} 個字", label, limit));
   return text;
 }
 
@@ -59,10 +52,10 @@ std::string FormReader::Text(const std::string& name, std::string_view label, st
 }
 
 std::string FormReader::Day(const std::string& name, std::string_view label) {
-  std::string typed = Trim(form_.Find(name).value_or(""));
-  const auto day = IsoDay(Replace(typed, "-", "/"));
+  std::string typed = base::Trim(form_.Find(name).value_or(""), base::kWhiteSpace);
+  const auto day = base::IsoFromShown(base::Replace(typed, "-", "/"));
   if (!day) errors_.push_back(fmt::format("{}要寫成 2026/11/5 這樣的日期", label));
-  return day.value_or(IsCleanText(typed) ? typed : "");
+  return day.value_or(base::IsCleanText(typed) ? typed : "");
 }
 
 }  // namespace marovane

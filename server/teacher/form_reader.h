@@ -5,12 +5,10 @@
 #include <string_view>
 #include <vector>
 
+#include "base/utf8.h"
 #include "server/form.h"
 
 namespace marovane {
-
-/// Characters of well-formed UTF-8.
-std::size_t CountCharacters(std::string_view utf8);
 
 class FormReader {
  public:

@@ -2,7 +2,13 @@
 
 #include <map>
 
+#include "base/html.h"
+
 namespace marovane {
+
+using base::Fill;
+using base::Html;
+
 namespace {
 
 Html Frame(const std::string& base, std::string_view title, const Html& account, const Html& content) {

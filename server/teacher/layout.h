@@ -5,32 +5,33 @@
 #include <string_view>
 #include <vector>
 
+#include "base/html.h"
 #include "server/teacher/visit.h"
 
 namespace marovane {
 
 /// A whole page for somebody who has not logged in.
-std::string OuterPage(const std::string& base, std::string_view title, const Html& content);
+std::string OuterPage(const std::string& base, std::string_view title, const base::Html& content);
 /// A whole page with the teacher's name and the way out.
-TeacherReply Page(const Visit& visit, std::string_view title, const Html& content, int status = 200);
+TeacherReply Page(const Visit& visit, std::string_view title, const base::Html& content, int status = 200);
 /// Shows another page. `target` is below the base; ids in it are digits and lower-case letters.
 TeacherReply GoTo(const Visit& visit, const std::string& target);
 
 /// A titled window of the page.
-Html Panel(std::string_view title, const Html& content);
+base::Html Panel(std::string_view title, const base::Html& content);
 /// What went wrong, each in a line; nothing for none.
-Html ErrorList(const std::vector<std::string>& errors);
+base::Html ErrorList(const std::vector<std::string>& errors);
 /// The beginning of a form with its token; it ends with "</form>".
-Html FormBegin(const Visit& visit, std::string_view action);
+base::Html FormBegin(const Visit& visit, std::string_view action);
 /// A form that deletes what the hidden field names, once the teacher has ticked that this is meant.
-Html DeleteForm(const Visit& visit, std::string_view action, std::string_view field, std::string_view id,
-                std::string_view button);
+base::Html DeleteForm(const Visit& visit, std::string_view action, std::string_view field,
+                      std::string_view id, std::string_view button);
 /// Whether it was ticked.
 bool IsMeant(const Visit& visit);
 /// What the page before has done, from the field `done`.
-Html DoneNotice(const Visit& visit);
+base::Html DoneNotice(const Visit& visit);
 /// The way to the page above.
-Html BackLink(const Visit& visit, std::string_view target, std::string_view text);
+base::Html BackLink(const Visit& visit, std::string_view target, std::string_view text);
 
 /// The field's value, "" when it is missing.
 std::string Field(const Visit& visit, const std::string& name);

@@ -2,9 +2,13 @@
 
 #include <fmt/format.h>
 
+#include "base/html.h"
 #include "server/teacher/layout.h"
 
 namespace marovane {
+
+using base::Fill;
+using base::Html;
 
 TeacherReply PasswordPage(const Visit& visit, const std::vector<std::string>& errors, int status) {
   Html form = ErrorList(errors);

@@ -6,6 +6,8 @@
 #include <optional>
 #include <set>
 
+#include "base/text.h"
+#include "base/utf8.h"
 #include "server/accounts.h"
 #include "server/teacher/form_reader.h"
 #include "server/text.h"
@@ -51,17 +53,17 @@ Record TakeRecord(std::string_view& text, std::size_t& line) {
 
 /// The field in UTF-8; nothing for bytes that are no text.
 std::optional<std::string> Decoded(const std::string& bytes, bool isUtf8) {
-  std::string text = Trim(isUtf8 ? bytes : FromBig5(bytes));
+  std::string text = base::Trim(isUtf8 ? bytes : FromBig5(bytes), base::kWhiteSpace);
   const bool isWhole =
       std::count(text.begin(), text.end(), '?') == std::count(bytes.begin(), bytes.end(), '?');
-  return isWhole && IsCleanText(text) ? std::optional(text) : std::nullopt;
+  return isWhole && base::IsCleanText(text) ? std::optional(text) : std::nullopt;
 }
 
 class Reader {
  public:
   explicit Reader(std::string_view bytes)
       : text_(bytes.substr(bytes.starts_with(kByteOrderMark) ? kByteOrderMark.size() : 0)),
-        isUtf8_(IsUtf8(text_)) {}
+        isUtf8_(base::IsUtf8(text_)) {}
 
   Roster Read() {
     std::size_t line = 1;
@@ -99,7 +101,7 @@ class Reader {
       return Tell(line, fmt::format("帳號「{}」只能用英文字母、數字、「.」和「_」，最多 32 個字", fields[0]));
     }
     if (entry.name.empty()) return Tell(line, "沒有姓名");
-    if (CountCharacters(entry.name) > kLongestName) {
+    if (base::CountCharacters(entry.name) > kLongestName) {
       return Tell(line, fmt::format("姓名太長，最多 {} 個字", kLongestName));
     }
     const std::size_t length = entry.password.size();

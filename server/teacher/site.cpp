@@ -5,14 +5,20 @@
 #include <algorithm>
 #include <array>
 
+#include "base/html.h"
+#include "base/text.h"
+#include "base/utf8.h"
 #include "server/log.h"
 #include "server/password.h"
 #include "server/random_text.h"
 #include "server/teacher/layout.h"
 #include "server/teacher/password_page.h"
-#include "server/text.h"
 
 namespace marovane {
+
+using base::Fill;
+using base::Html;
+
 namespace {
 
 constexpr std::string_view kSession = "marovane_teacher";
@@ -62,7 +68,7 @@ const TeacherPage* FindPage(const TeacherRequest& request) {
 std::string CookieValue(std::string_view cookies, std::string_view name) {
   while (!cookies.empty()) {
     const std::size_t end = std::min(cookies.find(';'), cookies.size());
-    const std::string cookie = Trim(cookies.substr(0, end));
+    const std::string cookie = base::Trim(cookies.substr(0, end), base::kWhiteSpace);
     if (cookie.starts_with(name) && cookie.substr(name.size()).starts_with('=')) {
       return cookie.substr(name.size() + 1);
     }
@@ -214,7 +220,7 @@ TeacherReply TeacherSite::RefuseForm(const TeacherRequest& request) const {
                       options_.base);
   for (const char* const name : {"title", "question", "comment", "name"}) {
     const std::string typed = request.fields.Find(name).value_or("");
-    if (typed.empty() || !IsUtf8(typed)) continue;
+    if (typed.empty() || !base::IsUtf8(typed)) continue;
     content += Fill(R"(<label>剛才輸入的內容 <textarea rows="6" readonly>
 {}</textarea></label>)",
                     typed);

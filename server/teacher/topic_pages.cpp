@@ -3,12 +3,17 @@
 
 #include <map>
 
-#include "server/day.h"
+#include "base/day.h"
+#include "base/html.h"
 #include "server/random_text.h"
 #include "server/teacher/form_reader.h"
 #include "server/teacher/layout.h"
 
 namespace marovane {
+
+using base::Fill;
+using base::Html;
+
 namespace {
 
 constexpr std::size_t kLongestTitle = 60;
@@ -55,7 +60,7 @@ TeacherReply TopicFormPage(const Visit& visit, const Topic& topic, const std::ve
 
 Html StateOf(const Topic& topic, const HandIn& handIn) {
   const bool isLate = handIn.day > topic.deadline;
-  return Fill(R"(<span class="day">{} 交卷</span>{} {})", ShownDay(handIn.day),
+  return Fill(R"(<span class="day">{} 交卷</span>{} {})", base::ShownDay(handIn.day),
               isLate ? Fill(R"(<span class="late">（遲交）</span>)") : Html(),
               handIn.markedDay.empty() ? Fill(R"(<strong>待批閱</strong>)")
                                        : Fill(R"(<span class="right">已批閱</span>)"));
@@ -112,7 +117,7 @@ TeacherReply SaveTopic(const Visit& visit) {
     topic.id = "w" + RandomHex(kIdBytes);
     visit.school.AddTopic(visit.teacher.login, topic);
   } else if (!IsSame(topic, before)) {
-    topic.changedDay = TodayAsIso();
+    topic.changedDay = base::IsoDay(base::Today());
     visit.school.ChangeTopic(visit.teacher.login, topic);
   }
   return GoTo(visit, fmt::format("topic?topic={}&done=topic", topic.id));
@@ -132,8 +137,9 @@ TeacherReply TopicPage(const Visit& visit) {
       Fill(R"(<div class="sheet text">{}</div>
 <p class="faint">完成期限：{}{}</p>
 <p><a class="button" href="{}topic/edit?topic={}">修改題目</a></p>)",
-           topic.question.empty() ? "（沒有題目內容）" : topic.question, ShownDay(topic.deadline),
-           topic.changedDay.empty() ? "" : "　修改日期：" + ShownDay(topic.changedDay), visit.base, topic.id);
+           topic.question.empty() ? "（沒有題目內容）" : topic.question, base::ShownDay(topic.deadline),
+           topic.changedDay.empty() ? "" : "　修改日期：" + base::ShownDay(topic.changedDay), visit.base,
+           topic.id);
   Html content = BackLink(visit, "class?class=" + topic.classId, topic.className);
   content += Fill("<h1>{}</h1>{}", topic.title, DoneNotice(visit));
   content += Panel("題目內容", question);

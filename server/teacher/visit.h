@@ -6,7 +6,6 @@
 #include <vector>
 
 #include "server/form.h"
-#include "server/html.h"
 #include "server/school_store.h"
 #include "server/shared_engine.h"
 #include "server/store.h"

@@ -1,9 +1,6 @@
 #include "app/page_fetcher.h"
 
-#include <fmt/format.h>
-
-#include <cctype>
-
+#include "base/percent.h"
 #include "platform/html.h"
 #include "platform/http.h"
 #include "platform/machine.h"
@@ -12,25 +9,12 @@
 
 namespace {
 
-// A field of a form post in the page's character set, Big5.
-std::string FormEncoded(const std::string& text) {
-  std::string encoded;
-  for (const char sign : ToBig5(text)) {
-    const auto byte = static_cast<unsigned char>(sign);
-    if (std::isalnum(byte) != 0) {
-      encoded += sign;
-    } else {
-      encoded += sign == ' ' ? "+" : fmt::format("%{:02X}", byte);
-    }
-  }
-  return encoded;
-}
-
+// A form post in the page's character set, Big5.
 std::string FormBody(const HtmlForm& form) {
   std::string body;
   for (const auto& [name, value] : form.fields) {
     if (!body.empty()) body += '&';
-    body += FormEncoded(name) + "=" + FormEncoded(value);
+    body += base::FormEncode(ToBig5(name), "") + "=" + base::FormEncode(ToBig5(value), "");
   }
   return body;
 }

@@ -15,7 +15,7 @@
 #include "app/terminal_windows.h"
 #include "app/terminal_words.h"
 #include "base/files.h"
-#include "core/text_utility.h"
+#include "base/text.h"
 #include "platform/headless/poll_loop.h"
 #include "platform/processes.h"
 #include "platform/run_time_error.h"
@@ -33,8 +33,8 @@ int CheckAll(TerminalCheck& check, const TerminalCommand& command) {
   std::string line;
   while (true) {
     if (prompts) fmt::print(stderr, "請輸入您的句子（每次一句，空行結束）> ");
-    if (!std::getline(std::cin, line) || (prompts && Trim(line).empty())) return check.Status();
-    if (!Trim(line).empty()) check.Check(line);
+    if (!std::getline(std::cin, line) || (prompts && base::Trim(line).empty())) return check.Status();
+    if (!base::Trim(line).empty()) check.Check(line);
   }
 }
 

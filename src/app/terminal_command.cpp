@@ -3,7 +3,8 @@
 #include <algorithm>
 #include <map>
 
-#include "core/text_utility.h"
+#include "base/day.h"
+#include "base/text.h"
 #include "wordhelper/pair_code.h"
 
 const char* const kTerminalUsage =
@@ -62,12 +63,12 @@ bool ParseCheck(TerminalCommand& command, const std::vector<std::string>& words,
 
 bool ParseDays(TerminalCommand& command, const std::vector<std::string>& words, std::string& problem) {
   for (const auto& word : words) {
-    std::chrono::year_month_day day{};
-    if (!ParseDate(word, day)) {
+    const auto day = base::ParseDate(word);
+    if (!day) {
       problem = "不是日期：" + word;
       return false;
     }
-    command.days.push_back(day);
+    command.days.push_back(*day);
   }
   return true;
 }
@@ -153,7 +154,7 @@ bool ParseWords(TerminalCommand& command, const std::vector<std::string>& words,
 
 bool ParseTranslate(TerminalCommand& command, const std::vector<std::string>& words, std::string& problem) {
   for (const auto& word : words) command.query += (command.query.empty() ? "" : " ") + word;
-  if (Trim(command.query).empty()) problem = "請指定要翻譯的中文";
+  if (base::Trim(command.query).empty()) problem = "請指定要翻譯的中文";
   return problem.empty();
 }
 

@@ -1,10 +1,11 @@
 // The words of the terminal edition's command line.
 #pragma once
 
-#include <chrono>
 #include <optional>
 #include <string>
 #include <vector>
+
+#include "base/day.h"
 
 struct TerminalCommand {
   enum class Kind {
@@ -31,7 +32,7 @@ struct TerminalCommand {
   std::string file;        ///< to export into
   std::vector<std::string> sentences;
   std::string query;  ///< "word,code" for the word bank, or the Chinese to translate
-  std::vector<std::chrono::year_month_day> days;
+  std::vector<base::Day> days;
   std::string essay;     ///< file to walk, or id of an essay to report on or to delete
   std::string title;     ///< of a new topic for the essay, "" for one made from the day
   std::string topic;     ///< id of a topic that is taken up again

@@ -7,8 +7,9 @@
 
 #include "app/compose.h"
 #include "app/terminal_command.h"
+#include "base/day.h"
 #include "base/files.h"
-#include "core/text_utility.h"
+#include "base/text.h"
 #include "essay/report_window.h"
 #include "essay/walk_steps.h"
 #include "platform/event_loop.h"
@@ -23,7 +24,7 @@ constexpr int kBreakButton = 10;
 constexpr int kLookEvery = 10;  // ms
 
 std::string WithDosLineEnds(const std::string& text) {
-  return Replace(Replace(text, "\r\n", "\n"), "\n", "\r\n");
+  return base::Replace(base::Replace(text, "\r\n", "\n"), "\n", "\r\n");
 }
 
 }  // namespace
@@ -82,7 +83,7 @@ int TerminalEssay::Topics() {
     fmt::print("{}  {}（練習數 {}）\n", workId, PlainApostrophes(essays.front().quiz), essays.size());
     for (const auto& essay : essays) {
       const char* state = essay.finalSet == "A" ? "中斷" : essay.finalSet == "Y" ? "交卷" : "正常";
-      fmt::print("    {}  {}  犯錯數 {}  {}\n", essay.essayId, FormatDateUnpadded(essay.sDate, "/"),
+      fmt::print("    {}  {}  犯錯數 {}  {}\n", essay.essayId, base::ShownDay(essay.sDate),
                  records.CountMistakes(essay.essayId), state);
     }
   }
@@ -118,7 +119,7 @@ void TerminalEssay::AskCorrection() {
   if (isatty(STDIN_FILENO) != 0) fmt::print(stderr, "請輸入修正後的句子（空行中斷批改）> ");
   std::fflush(stdout);
   std::string line;
-  if (!std::getline(std::cin, line) || Trim(line).empty()) {
+  if (!std::getline(std::cin, line) || base::Trim(line).empty()) {
     frmMain.imgMenu(kBreakButton).Click.Raise();
     return;
   }
@@ -133,7 +134,7 @@ int TerminalEssay::Report(const std::string& essayId, const std::string& htmlFil
     fmt::print("{}", HtmlToText(page));
   } else {
     base::RewriteFile(composition_.program.machine.files, htmlFile,
-                      Replace(page, "charset=big5", "charset=utf-8"), false);
+                      base::Replace(page, "charset=big5", "charset=utf-8"), false);
   }
   std::fflush(stdout);
   return kFinished;

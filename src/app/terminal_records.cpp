@@ -4,14 +4,15 @@
 
 #include "app/compose.h"
 #include "app/terminal_command.h"
+#include "base/day.h"
 #include "core/text_utility.h"
 #include "views/day_sentences_page.h"
 #include "views/error_statistics_page.h"
 
 namespace {
 
-void ListDay(RecordDb& records, Day day) {
-  const std::string date = FormatDateUnpadded(day, "/");
+void ListDay(RecordDb& records, base::Day day) {
+  const std::string date = base::ShownDay(day);
   for (const auto& row : records.OkSentencesOf(day)) {
     fmt::print("{}\tPASS\t0\t{}\n", date, PlainApostrophes(row.sentence));
   }
@@ -28,7 +29,7 @@ void ListDays(RecordDb& records) {
   DayRecords days(records);
   RebuildDays(days);
   for (const auto& [day, ok, err] : DiaryDays(days)) {
-    fmt::print("{}\t{}\t{}\t{}\n", FormatDateUnpadded(day, "/"), FormatNumber(ok + err), FormatNumber(ok),
+    fmt::print("{}\t{}\t{}\t{}\n", base::ShownDay(day), FormatNumber(ok + err), FormatNumber(ok),
                FormatNumber(err));
   }
 }

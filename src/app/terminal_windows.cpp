@@ -5,8 +5,8 @@
 
 #include <iostream>
 
+#include "base/text.h"
 #include "core/message.h"
-#include "core/text_utility.h"
 #include "platform/event_loop.h"
 #include "platform/machine.h"
 
@@ -14,7 +14,7 @@ namespace {
 
 // The line breaks that centre a text in its window say nothing at a terminal.
 std::string PlainText(const Label& label) {
-  const std::string text = Replace(label.Caption(), "\r\n", "\n");
+  const std::string text = base::Replace(label.Caption(), "\r\n", "\n");
   const auto begin = text.find_first_not_of('\n');
   return begin == std::string::npos ? "" : text.substr(begin);
 }

@@ -4,8 +4,8 @@
 
 #include "app/compose.h"
 #include "app/terminal_command.h"
+#include "base/text.h"
 #include "core/message_catalogue.h"
-#include "core/text_utility.h"
 #include "platform/html.h"
 
 namespace {
@@ -16,7 +16,8 @@ constexpr int kNothingFound = 3;
 int AskWordBank(Composition& composition, const TerminalCommand& command) {
   auto& app = composition.program.app;
   if (command.local) app.gUseWebEngineWbank = false;
-  const bool wantsPartners = Mid(command.query, static_cast<int>(command.query.rfind(',')) + 2, 1) == "C";
+  const bool wantsPartners =
+      base::Mid(command.query, static_cast<int>(command.query.rfind(',')) + 2, 1) == "C";
   app.gSuggestMode = wantsPartners ? "collo" : "similar";
   composition.frmCollocation->PassEngineCheckWBank(command.query);
   const auto items = composition.frmCollocation->cboCollect.Items();
@@ -29,7 +30,7 @@ int AskWordBank(Composition& composition, const TerminalCommand& command) {
 int Translate(Composition& composition, const std::string& text) {
   const std::string english = composition.frmMain->TranslateText(text);
   if (english.empty()) {
-    fmt::print(stderr, "{}\n", Replace(MessageText("55"), "\r\n\r\n", "，"));
+    fmt::print(stderr, "{}\n", base::Replace(MessageText("55"), "\r\n\r\n", "，"));
     return kNothingFound;
   }
   fmt::print("{}\n", english);

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "core/text_utility.h"
+#include "base/text.h"
 #include "platform/environment.h"
 #include "platform/machine.h"
 #include "platform/window_system.h"
@@ -33,7 +33,7 @@ std::string GetSentenceStyle(const std::string& sentence) {
 std::string ErrSentencePage(const std::string& programFolder, const std::vector<std::string>& sentences) {
   std::string page = BuildPageFrame("HEADER", "YELLOW") + ParchmentBody(programFolder) +
                      "<p><font face='Arial' size='4' style='line-height:150%;'>";
-  for (const auto& sentence : sentences) page += GetSentenceStyle(Trim(sentence));
+  for (const auto& sentence : sentences) page += GetSentenceStyle(base::Trim(sentence));
   return page + "</font></p>" + BuildPageFrame("FOOTER", "");
 }
 

@@ -2,11 +2,11 @@
 
 #include <array>
 
+#include "base/text.h"
 #include "checking/local_engine.h"
 #include "checking/web_engine.h"
 #include "core/message.h"
 #include "core/settings.h"
-#include "core/text_utility.h"
 #include "core/window_shell.h"
 #include "platform/window_system.h"
 
@@ -24,7 +24,7 @@ void SetStyle(RichTextBox& box, const char* font, int size) {
   box.FontName = font;
   box.FontSize = size;
   box.SelStart = 0;
-  box.SelLength = Len(box.Text());
+  box.SelLength = base::Len(box.Text());
   box.SelColor = kAmber;
   box.SelFontName = font;
   box.SelFontSize = size;

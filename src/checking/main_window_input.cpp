@@ -1,9 +1,10 @@
 // What Enter does in the input box, and what is taken from its text.
+#include "base/text.h"
+#include "base/utf16.h"
 #include "checking/main_window.h"
 #include "core/message.h"
 #include "core/server_access.h"
 #include "core/settings.h"
-#include "core/text_utility.h"
 #include "platform/run_time_error.h"
 #include "platform/text_encoding.h"
 
@@ -20,7 +21,7 @@ bool IsChinese(char16_t character) {
 
 void FrmMain::TakeEnter() {
   auto& app = program.app;
-  const std::string text = Trim(txtInput.Text());
+  const std::string text = base::Trim(txtInput.Text());
   if (text.empty() && !app.gEssayMode) return;
   const std::string chinese = CheckInputText("CHECK_CHINESE", text);
   if (!chinese.empty()) return TranslateInput(chinese);
@@ -45,16 +46,17 @@ void FrmMain::TranslateInput(const std::string& chinese) {
   program.frmMessage->closeForm();
   machine.loop.DoEvents();
   txtInput.Text = result;
-  txtInput.SelStart = Len(result);
+  txtInput.SelStart = base::Len(result);
   if (result.empty()) FrmMessage::Ask(program, "55", 1, "OK", "1");
 }
 
 std::string FrmMain::TranslateText(const std::string& text) {
   if (!IsWebEngineOnline(program, true)) return "";
   try {
-    const std::string reply = PostForm(program, program.app.gWebEngineRoot + "p_com_translate.asp",
-                                       std::string(kAccessKey) + "&ls=zh-TW&q=" + Replace(text, " ", "%20"));
-    return reply.starts_with("OK") ? Replace(reply, "OK#", "") : "";
+    const std::string reply =
+        PostForm(program, program.app.gWebEngineRoot + "p_com_translate.asp",
+                 std::string(kAccessKey) + "&ls=zh-TW&q=" + base::Replace(text, " ", "%20"));
+    return reply.starts_with("OK") ? base::Replace(reply, "OK#", "") : "";
   } catch (const RunTimeError&) {
     return "";
   }
@@ -72,8 +74,8 @@ std::string FrmMain::CheckInputText(const std::string& action, const std::string
 }
 
 std::string FrmMain::TakeSelection() {
-  std::string selection = Trim(txtInput.SelText());
-  for (char16_t character : ToUtf16(selection)) {
+  std::string selection = base::Trim(txtInput.SelText());
+  for (char16_t character : base::ToUtf16(selection)) {
     if (IsChinese(character)) return "";
   }
   if (selection.empty() || !program.hall.frmCollocation) return selection;
@@ -91,10 +93,10 @@ std::string FrmMain::TakeSelection() {
 }
 
 std::string FrmMain::TakeChinese(const std::string& text) {
-  const std::u16string characters = ToUtf16(text);
+  const std::u16string characters = base::ToUtf16(text);
   const auto begin = std::find_if(characters.begin(), characters.end(), IsChinese);
   const auto end = std::find_if_not(begin, characters.end(), IsChinese);
-  std::string run = ToUtf8(std::u16string(begin, end));
+  std::string run = base::ToUtf8(std::u16string(begin, end));
   if (!run.empty() && program.hall.frmCollocation) program.hall.frmCollocation->SetFreeword(0, run);
   return run;
 }

@@ -3,7 +3,6 @@
 #include "checking/main_window.h"
 #include "core/message.h"
 #include "core/set_file.h"
-#include "core/text_utility.h"
 
 void FrmMain::imgMenu_Click(int index) {
   auto& app = program.app;

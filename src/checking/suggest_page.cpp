@@ -2,7 +2,7 @@
 
 #include <array>
 
-#include "core/text_utility.h"
+#include "base/text.h"
 #include "views/page_frame.h"
 
 namespace {
@@ -38,7 +38,7 @@ function changeBtn(pIdx) {
 
 bool Holds(const std::string& text, const char* word) { return text.find(word) != std::string::npos; }
 
-std::string AttributeText(const std::string& text) { return Replace(HtmlText(text), "'", "&#39;"); }
+std::string AttributeText(const std::string& text) { return base::Replace(HtmlText(text), "'", "&#39;"); }
 
 Suggestion ReadSynonym(const std::string& item) {
   const auto bar = item.find("||");
@@ -83,7 +83,7 @@ std::string OkButton(const std::string& programFolder) {
 
 std::string GetSuggestParameter(const std::string& item) {
   constexpr std::size_t kTokens = 4;
-  auto tokens = Split(item, " ");
+  auto tokens = base::Split(item, " ");
   tokens.resize(std::max(tokens.size(), kTokens));
   for (const auto& pair : kSpeechPairs) {
     if (Holds(tokens[1], pair.first) && Holds(tokens[3], pair.second)) return tokens[0] + "," + pair.code;
@@ -94,8 +94,8 @@ std::string GetSuggestParameter(const std::string& item) {
 std::vector<Suggestion> ReadSuggestions(const std::string& kind, const std::string& list,
                                         const std::string& separator) {
   std::vector<Suggestion> suggestions;
-  for (const auto& piece : Split(list, separator)) {
-    const std::string item = Trim(piece);
+  for (const auto& piece : base::Split(list, separator)) {
+    const std::string item = base::Trim(piece);
     if (item.empty()) continue;
     Suggestion suggestion =
         kind == "SYN" ? ReadSynonym(item) : Suggestion{.value = GetSuggestParameter(item), .text = item};
@@ -106,7 +106,7 @@ std::vector<Suggestion> ReadSuggestions(const std::string& kind, const std::stri
 }
 
 std::string SuggestPage(const std::string& programFolder, const std::vector<Suggestion>& suggestions) {
-  std::string page = BuildPageFrame("HEADER", "YELLOW") + Replace(kScript, "\n", "\r\n") +
+  std::string page = BuildPageFrame("HEADER", "YELLOW") + base::Replace(kScript, "\n", "\r\n") +
                      ParchmentBody(programFolder) + "<p>" + HiddenPictures(programFolder) +
                      "<font face='Arial' size='4' style='line-height:150%;'>";
   int number = 0;

@@ -3,8 +3,9 @@
 #include <algorithm>
 
 #include "base/files.h"
+#include "base/percent.h"
+#include "base/text.h"
 #include "checking/suggest_page.h"
-#include "core/text_utility.h"
 #include "platform/environment.h"
 #include "platform/machine.h"
 #include "platform/text_encoding.h"
@@ -15,24 +16,6 @@ namespace {
 constexpr std::string_view kCommand = "cmd:suggest:";
 constexpr Color kActive = Rgb(255, 255, 0);
 constexpr Color kOther = Rgb(255, 255, 255);
-
-int HexValue(char digit) {
-  if (digit >= '0' && digit <= '9') return digit - '0';
-  const char capital = static_cast<char>(digit & ~0x20);
-  return capital >= 'A' && capital <= 'F' ? capital - 'A' + 10 : -1;
-}
-
-// A renderer writes an address with its blanks and its Chinese as "%20" and the like.
-std::string PercentDecode(std::string_view text) {
-  std::string decoded;
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    const int high = text[i] == '%' && i + 2 < text.size() ? HexValue(text[i + 1]) : -1;
-    const int low = high >= 0 ? HexValue(text[i + 2]) : -1;
-    decoded += low >= 0 ? static_cast<char>(high * 16 + low) : text[i];
-    if (low >= 0) i += 2;
-  }
-  return decoded;
-}
 
 }  // namespace
 
@@ -45,7 +28,8 @@ FrmSuggest::FrmSuggest(Program& program, Window<FrmCollocation>& frmCollocation)
   webMain.On(&WebBrowser::BeforeNavigate2, [this](int index, const std::string& url, bool& cancel) {
     if (url.find(kCommand) == std::string::npos) return;
     cancel = true;
-    PassToWordHelper(index, PercentDecode(Replace(url, kCommand, "")));
+    // A renderer writes an address with its blanks and its Chinese as "%20" and the like.
+    PassToWordHelper(index, base::PercentDecode(base::Replace(url, kCommand, "")));
   });
   picTab.On(&Control::Click, [this](int index) { picTab_Click(index); });
   lblTab.On(&Control::Click, [this](int index) { picTab_Click(index); });
@@ -104,7 +88,7 @@ void FrmSuggest::ShowSuggest(const std::string& kind, const std::string& list) {
 std::string FrmSuggest::ListOf(const std::string& list, std::string& separator) const {
   if (!machine.files.FileExists(list)) return list;
   separator = "\n";
-  return Replace(FromBig5(machine.files.Read(list)), "\r", "");
+  return base::Replace(FromBig5(machine.files.Read(list)), "\r", "");
 }
 
 // The window never shrinks, and never grows out of the screen.

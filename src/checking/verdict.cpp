@@ -1,5 +1,7 @@
 #include "checking/verdict.h"
 
+#include "base/day.h"
+#include "base/text.h"
 #include "checking/main_window.h"
 #include "core/message.h"
 #include "core/settings.h"
@@ -12,14 +14,14 @@ constexpr Color kRight = Rgb(153, 204, 0);
 constexpr Color kFaulty = Rgb(255, 60, 60);
 
 std::string CodeOf(const EngineAnswer& answer) {
-  const std::string code = Trim(answer.errcode);
+  const std::string code = base::Trim(answer.errcode);
   return code.empty() ? "0" : code;
 }
 
 void RecordRight(FrmMain& frmMain, const std::string& sentence) {
   const LocalTime now = frmMain.machine.loop.Now();
   frmMain.records.InsertOkSentence(
-      {.sId = MakeRecId(frmMain.program.app, now), .sentence = sentence, .sDate = DayOf(now)});
+      {.sId = MakeRecId(frmMain.program.app, now), .sentence = sentence, .sDate = base::DayOf(now)});
 }
 
 void RecordFaulty(FrmMain& frmMain, const EngineAnswer& answer) {
@@ -27,7 +29,7 @@ void RecordFaulty(FrmMain& frmMain, const EngineAnswer& answer) {
   frmMain.records.InsertErrSentence({.id = MakeRecId(frmMain.program.app, now),
                                      .sentence = answer.sentence,
                                      .errcode = CodeOf(answer),
-                                     .sDate = DayOf(now)});
+                                     .sDate = base::DayOf(now)});
 }
 
 bool IsSuggestion(const std::string& list) { return list != "0" && !list.empty(); }

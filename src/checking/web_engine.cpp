@@ -6,7 +6,6 @@
 #include "checking/verdict.h"
 #include "core/message.h"
 #include "core/server_access.h"
-#include "core/text_utility.h"
 
 namespace {
 

@@ -4,6 +4,8 @@
 #include <chrono>
 #include <string>
 
+#include "base/day.h"
+
 /// Strings start empty, numbers at 0 and flags False. It is read through the name `app`. Nothing locks it:
 /// there is one thread, and whoever waits must expect that others have changed it meanwhile.
 struct AppState {
@@ -59,8 +61,7 @@ struct AppState {
   std::string gEngineLevel;
   bool gCheckPending = false;
   /// The server's date; the epoch of dates (1899-12-30) when none was told.
-  std::chrono::year_month_day gServerDate{std::chrono::year{1899}, std::chrono::month{12},
-                                          std::chrono::day{30}};
+  base::Day gServerDate{std::chrono::year{1899}, std::chrono::month{12}, std::chrono::day{30}};
   std::string gTeacherAccount;
   std::string gEngineVersion;
   std::string gEssayPageChecksum;

@@ -3,13 +3,13 @@
 #include <charconv>
 #include <cstdint>
 
-#include "core/text_utility.h"
+#include "base/text.h"
 #include "platform/run_time_error.h"
 
 namespace {
 
 int ToPosition(const std::string& text) {
-  const std::string digits = Trim(text);
+  const std::string digits = base::Trim(text);
   std::int16_t number = 0;
   const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), number);
   if (error != std::errc{} || end != digits.data() + digits.size()) {

@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <vector>
 
+#include "base/utf16.h"
 #include "platform/text_encoding.h"
 
 namespace {
@@ -96,7 +97,7 @@ std::string PlainBase64(std::string_view bytes) {
 
 std::string Md5Hex(std::string_view text) {
   State state{0x67452301, 0xefcdab89, 0x98badcfe, 0x10325476};
-  const auto words = PackCodes(ToUtf16(text));
+  const auto words = PackCodes(base::ToUtf16(text));
   for (std::size_t i = 0; i < words.size(); i += 16) {
     Block block;
     std::copy_n(words.begin() + static_cast<std::ptrdiff_t>(i), block.size(), block.begin());
@@ -120,26 +121,11 @@ std::string Base64Encode(std::string_view text) {
 
 std::string EncodeForServer(std::string_view text) {
   std::string packed;
-  for (char16_t character : ToUtf16(text)) {
+  for (char16_t character : base::ToUtf16(text)) {
     packed += fmt::format("{:X}O", static_cast<std::uint16_t>(Asc(character) + 35));
   }
   std::string encoded = Base64Encode(packed);
   unsigned long sum = 0;
   for (char sign : encoded) sum += static_cast<unsigned char>(sign);
   return encoded + fmt::format("{:03}", sum % 999);
-}
-
-std::string UrlEncodeUtf8(std::string_view text) {
-  std::string result;
-  for (char16_t unit : ToUtf16(text)) {
-    const unsigned code = unit;
-    if ((code & 0xFF80) == 0) {
-      result += static_cast<char>(code);
-    } else if ((code & 0xF000) == 0) {
-      result += fmt::format("%{:X}%{:X}", 192 | code / 64, 128 | (code & 63));
-    } else {
-      result += fmt::format("%{:X}%{:X}%{:X}", 224 | code / 4096, 128 | (code / 64 & 63), 128 | (code & 63));
-    }
-  }
-  return result;
 }

@@ -17,7 +17,3 @@ std::string Base64Encode(std::string_view text);
 /// Packs a result page for `p_decode.asp`: codes of its characters in CP950, in Base64Encode, with three
 /// check digits at the end.
 std::string EncodeForServer(std::string_view text);
-
-/// Percent-encodes what is not ASCII, from UTF-16 units. Units from 0x80 to 0xFFF give two bytes, larger ones
-/// three; ASCII stands as it is.
-std::string UrlEncodeUtf8(std::string_view text);

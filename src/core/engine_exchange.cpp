@@ -8,6 +8,7 @@
 #include <random>
 
 #include "base/files.h"
+#include "base/text.h"
 #include "core/digest.h"
 #include "core/process_control.h"
 #include "core/program.h"
@@ -54,24 +55,24 @@ std::string RunCode(int a, int b) { return fmt::format("{:02}{:02}{:02}", a, b, 
 std::string EngineRequestBody(const std::string& accountNo, const std::string& runCode,
                               const std::string& sentence) {
   return fmt::format("{}&pno={}&pnomd5={}&checksum={}&p1=beta&p2=0&p3={}&cidx=0&s={}", kAccessKey, accountNo,
-                     Md5Hex(accountNo), Md5Hex(Replace(sentence, " ", "")), runCode,
-                     Replace(sentence, " ", "%20"));
+                     Md5Hex(accountNo), Md5Hex(base::Replace(sentence, " ", "")), runCode,
+                     base::Replace(sentence, " ", "%20"));
 }
 
 std::optional<EngineAnswer> ParseEngineReply(const std::string& reply) {
   constexpr std::string_view kSuccess = "OK_";
   if (!reply.starts_with(kSuccess)) return std::nullopt;
-  auto fields = Split(std::string_view(reply).substr(kSuccess.size()), "#");
+  auto fields = base::Split(std::string_view(reply).substr(kSuccess.size()), "#");
   fields.resize(5);
-  for (auto& field : fields) field = Trim(field);
+  for (auto& field : fields) field = base::Trim(field);
   EngineAnswer answer;
   if (fields[0] == "0") {
     answer = {.findMistake = "0",
               .errcode = "0",
               .sentence = "",
               .pagePath = fields[2],
-              .colSuggestion = Replace(fields[3], "<@>", ","),
-              .synSuggestion = Replace(fields[4], "<@>", ",")};
+              .colSuggestion = base::Replace(fields[3], "<@>", ","),
+              .synSuggestion = base::Replace(fields[4], "<@>", ",")};
   } else if (fields[0] == "1" || fields[0] == "2") {
     answer.findMistake = fields[0];
     answer.errcode = fields[1];

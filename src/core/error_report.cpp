@@ -5,11 +5,11 @@
 
 #include <map>
 
+#include "base/day.h"
 #include "base/files.h"
 #include "core/message.h"
 #include "core/places.h"
 #include "core/program.h"
-#include "core/text_utility.h"
 #include "core/window_shell.h"
 #include "platform/environment.h"
 #include "platform/run_time_error.h"
@@ -48,7 +48,7 @@ void WriteErrorLog(Program& program, const std::exception& error) {
   const auto time =
       std::chrono::duration_cast<std::chrono::seconds>(now - std::chrono::floor<std::chrono::days>(now));
   const std::string line =
-      fmt::format("{} {:%H:%M:%S} {}\n", FormatDatePadded(DayOf(now), "-"), time, error.what());
+      fmt::format("{} {:%H:%M:%S} {}\n", base::IsoDay(base::DayOf(now)), time, error.what());
   program.machine.files.CreateFolder(folder, true);
   program.machine.files.Append(folder + "/error.log", line);
 }

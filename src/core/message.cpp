@@ -2,9 +2,9 @@
 
 #include <array>
 
+#include "base/text.h"
 #include "core/message_catalogue.h"
 #include "core/program.h"
-#include "core/text_utility.h"
 #include "platform/run_time_error.h"
 #include "platform/window_system.h"
 
@@ -23,7 +23,7 @@ std::string PadForCentring(const std::string& text) {
   constexpr int kLongText = 26;
   const bool isOneLine = text.find(kLineBreak) == std::string::npos;
   const std::string padding(kLineBreak);
-  return Len(text) < kLongText && isOneLine ? padding + padding + text : padding + text;
+  return base::Len(text) < kLongText && isOneLine ? padding + padding + text : padding + text;
 }
 
 std::string TakeDetail(std::string text, std::string& detail) {

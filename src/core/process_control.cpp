@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "base/files.h"
+#include "base/text.h"
 #include "core/program.h"
 #include "platform/environment.h"
 #include "platform/processes.h"
@@ -10,15 +11,8 @@
 
 namespace {
 
-std::string LowerCase(std::string text) {
-  std::ranges::transform(text, text.begin(), [](char sign) {
-    return sign >= 'A' && sign <= 'Z' ? static_cast<char>(sign + 32) : sign;
-  });
-  return text;
-}
-
 bool Matches(const ProcessInfo& process, std::string_view name) {
-  return LowerCase(process.name).ends_with(LowerCase(std::string(name)));
+  return base::Lower(process.name).ends_with(base::Lower(name));
 }
 
 }  // namespace

@@ -4,12 +4,13 @@
 
 #include <algorithm>
 
+#include "base/day.h"
 #include "base/files.h"
+#include "base/text.h"
 #include "core/message.h"
 #include "core/process_control.h"
 #include "core/program.h"
 #include "core/settings.h"
-#include "core/text_utility.h"
 #include "platform/environment.h"
 #include "platform/event_loop.h"
 #include "platform/machine.h"
@@ -25,7 +26,9 @@ Path EngineFolder(const Program& program) { return Path(program.app.gTempDir) / 
 Path RecordDatabase(const Program& program) { return DataFolder(program) / "Marovane.mdb"; }
 Path ErrorTexts(const Program& program) { return EngineFolder(program) / "data" / "err4list.mdb"; }
 
-std::string FirstLine(const std::string& text) { return Trim(text.substr(0, text.find_first_of("\r\n"))); }
+std::string FirstLine(const std::string& text) {
+  return base::Trim(text.substr(0, text.find_first_of("\r\n")));
+}
 
 bool IsDatabaseFile(const std::string& name) { return name.find(".mdb") != std::string::npos; }
 
@@ -37,7 +40,7 @@ std::string FreeStamp(const Program& program) {
   auto now = std::chrono::time_point_cast<std::chrono::seconds>(program.machine.loop.Now());
   while (true) {
     const std::chrono::hh_mm_ss time(now - std::chrono::floor<std::chrono::days>(now));
-    std::string stamp = fmt::format("{}-{:02}{:02}{:02}-", FormatDatePadded(DayOf(now), ""),
+    std::string stamp = fmt::format("{}-{:02}{:02}{:02}-", base::FormatDatePadded(base::DayOf(now), ""),
                                     time.hours().count(), time.minutes().count(), time.seconds().count());
     const auto has = [&stamp](const std::string& name) { return name.starts_with(stamp); };
     if (std::ranges::none_of(taken, has)) return stamp;

@@ -1,8 +1,9 @@
 #include "core/server_access.h"
 
+#include "base/day.h"
+#include "base/text.h"
 #include "core/message.h"
 #include "core/program.h"
-#include "core/text_utility.h"
 #include "platform/event_loop.h"
 #include "platform/http.h"
 #include "platform/run_time_error.h"
@@ -36,7 +37,8 @@ bool IsServerOnline(Program& program) {
   const std::string reply = Probe(program, program.app.gServerUrlRoot + "p_getconn.asp");
   if (!IsOnline(reply)) return false;
   constexpr int kDateFrom = 8;
-  ParseDate(Trim(Mid(reply, kDateFrom)), program.app.gServerDate);
+  if (const auto day = base::ParseDate(base::Trim(base::Mid(reply, kDateFrom))))
+    program.app.gServerDate = *day;
   return true;
 }
 
@@ -52,7 +54,7 @@ bool IsWebEngineOnline(Program& program, bool allocate) {
 std::string GetWebEngineAddress(Program& program, const std::string& publisherRoot) {
   const std::string reply =
       PostForm(program, publisherRoot + "p_all_webengine_get.asp", std::string(kAccessKey));
-  return reply.starts_with("OK") ? Trim(Replace(reply, "OK_", "")) : "";
+  return reply.starts_with("OK") ? base::Trim(base::Replace(reply, "OK_", "")) : "";
 }
 
 void AllocateWebEngine(Program& program) {

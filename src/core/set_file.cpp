@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "base/files.h"
-#include "core/text_utility.h"
+#include "base/text.h"
 #include "platform/run_time_error.h"
 #include "platform/text_encoding.h"
 
@@ -37,7 +37,7 @@ Entry ParseLine(const std::string& line) {
   if (equals == std::string::npos) return {line, ""};
   const auto second = line.find('=', equals + 1);
   const auto length = second == std::string::npos ? second : second - equals - 1;
-  return {Trim(line.substr(0, equals)), Trim(line.substr(equals + 1, length))};
+  return {base::Trim(line.substr(0, equals)), base::Trim(line.substr(equals + 1, length))};
 }
 
 void CheckBound(std::size_t index) {
@@ -48,7 +48,7 @@ std::vector<Entry> ReadEntries(const base::Files& files, const std::string& file
   std::vector<Entry> entries;
   if (!files.FileExists(filePath)) return entries;
   for (const auto& line : SplitLines(files.Read(filePath))) {
-    if (Trim(line).empty()) continue;
+    if (base::Trim(line).empty()) continue;
     CheckBound(entries.size() + 1);
     entries.push_back(ParseLine(line));
   }
@@ -94,8 +94,8 @@ void RewriteFirstLine(base::Files& files, const std::string& registryFile) {
   std::string text = std::string(kRegistryMarker).append(kLineEnd);
   for (const auto& line : SplitLines(files.Read(registryFile))) {
     // The engine may have eaten the first signs of the marker.
-    if (line.find(kRegistryMarker.substr(7)) != std::string::npos || Trim(line).empty()) continue;
-    text.append(Trim(line)).append(kLineEnd);
+    if (line.find(kRegistryMarker.substr(7)) != std::string::npos || base::Trim(line).empty()) continue;
+    text.append(base::Trim(line)).append(kLineEnd);
   }
   files.Write(scratch, text, true);
   files.Rename(scratch, registryFile);
@@ -118,7 +118,7 @@ std::string ReadWriteSetFile(base::Files& files, const std::string& filePath, st
   const std::string keyBytes = ToBig5(key);
   if (mode == "R") {
     const auto found = FindKey(entries, keyBytes);
-    return found ? Trim(TextOf(entries[*found].value)) : "";
+    return found ? base::Trim(TextOf(entries[*found].value)) : "";
   }
   if (mode == "W") SetKey(files, filePath, std::move(entries), {keyBytes, ToBig5(value)});
   return "";

@@ -5,6 +5,7 @@
 #include <charconv>
 
 #include "base/files.h"
+#include "base/text.h"
 #include "core/places.h"
 #include "core/program.h"
 #include "core/server_access.h"
@@ -33,7 +34,7 @@ bool IsNone(const std::string& value) { return value.empty() || value == "0"; }
 
 // A value that `setup.set` lacks comes from the registry mirror. True when there was one.
 bool TakeFromRegistry(Program& program, const char* key, std::string& value) {
-  const std::string mirrored = Trim(GetRegValue(program, key));
+  const std::string mirrored = base::Trim(GetRegValue(program, key));
   value = IsNone(mirrored) ? "" : mirrored;
   WriteSetup(program, key, value);
   return !value.empty();
@@ -121,11 +122,11 @@ void StoreSettings(Program& program, const std::string& reply) {
   constexpr int kListFrom = 4;
   constexpr std::size_t kMostSettings = 50;
   // The list is one line. What is longer, or has more names than the file has room for, is some other page.
-  const std::string list = Trim(Mid(reply, kListFrom));
-  const auto pairs = Split(list.substr(0, list.find_first_of("\r\n")), "$");
+  const std::string list = base::Trim(base::Mid(reply, kListFrom));
+  const auto pairs = base::Split(list.substr(0, list.find_first_of("\r\n")), "$");
   if (pairs.size() > kMostSettings) return;
   for (const auto& pair : pairs) {
-    const auto parts = Split(pair, ":");
+    const auto parts = base::Split(pair, ":");
     if (parts.size() >= 2) WriteSetup(program, parts[0], parts[1]);
   }
 }

@@ -1,26 +1,19 @@
 #include "core/start_up.h"
 
-#include <algorithm>
 #include <utility>
 
 #include "base/files.h"
+#include "base/text.h"
 #include "core/places.h"
 #include "core/process_control.h"
 #include "core/program.h"
 #include "core/set_file.h"
 #include "core/settings.h"
-#include "core/text_utility.h"
 #include "platform/environment.h"
 #include "platform/run_time_error.h"
 #include "platform/window_system.h"
 
 namespace {
-
-std::string InCase(std::string text, int (*convert)(int)) {
-  std::ranges::transform(text, text.begin(),
-                         [convert](unsigned char sign) { return static_cast<char>(convert(sign)); });
-  return text;
-}
 
 // Developer overrides. A file that is present but lacks a switch turns that switch off.
 void ReadDebugIni(Program& program) {
@@ -31,7 +24,7 @@ void ReadDebugIni(Program& program) {
   const auto value = [&](const std::string& key) {
     return ReadWriteSetFile(machine.files, path, "R", key, "");
   };
-  const auto isTrue = [&](const char* key) { return InCase(value(key), std::tolower) == "true"; };
+  const auto isTrue = [&](const char* key) { return base::Lower(value(key)) == "true"; };
   app.gUseWebEngine = isTrue("WebEngine");
   app.gUseWebEngineWbank = isTrue("WebEngineWbank");
   app.gDetailMessage = isTrue("DetailMessage");
@@ -148,7 +141,7 @@ FrmStartUp::FrmStartUp(Program& program) : Form(program.machine, "frmStartUp"), 
 void FrmStartUp::PrepareProgram(Program& program) {
   auto& hall = program.hall;
   auto& app = program.app;
-  app.gEdition = Trim(InCase(program.machine.environment.commandLine, std::toupper));
+  app.gEdition = base::Trim(base::Upper(program.machine.environment.commandLine));
   if (app.gEdition.empty()) app.gEdition = "MRV";
   if (program.machine.environment.previousInstance) program.machine.loop.End();
   if (!CheckScreenDpi(program)) {

@@ -4,48 +4,10 @@
 
 #include <algorithm>
 #include <array>
-#include <charconv>
 
+#include "base/day.h"
+#include "base/text.h"
 #include "core/app_state.h"
-#include "platform/text_encoding.h"
-
-using std::chrono::year_month_day;
-
-std::string Trim(std::string_view text) {
-  const auto begin = text.find_first_not_of(' ');
-  if (begin == std::string_view::npos) return "";
-  return std::string(text.substr(begin, text.find_last_not_of(' ') - begin + 1));
-}
-
-std::string Replace(std::string_view text, std::string_view from, std::string_view to) {
-  std::string result;
-  std::size_t at = 0;
-  for (auto found = text.find(from); found != std::string_view::npos; found = text.find(from, at)) {
-    result.append(text.substr(at, found - at)).append(to);
-    at = found + from.size();
-  }
-  return result.append(text.substr(at));
-}
-
-std::vector<std::string> Split(std::string_view text, std::string_view separator) {
-  std::vector<std::string> pieces;
-  if (text.empty()) return pieces;
-  while (true) {
-    const auto end = text.find(separator);
-    pieces.emplace_back(text.substr(0, end));
-    if (end == std::string_view::npos) return pieces;
-    text.remove_prefix(end + separator.size());
-  }
-}
-
-int Len(std::string_view text) { return static_cast<int>(ToUtf16(text).size()); }
-
-std::string Mid(std::string_view text, int start, int length) {
-  const auto units = ToUtf16(text);
-  const auto from = static_cast<std::size_t>(std::max(start, 1) - 1);
-  if (from >= units.size() || length <= 0) return "";
-  return ToUtf8(std::u16string_view(units).substr(from, static_cast<std::size_t>(length)));
-}
 
 std::string MakeRecId(AppState& app, LocalTime now) {
   using std::chrono::local_days;
@@ -53,18 +15,6 @@ std::string MakeRecId(AppState& app, LocalTime now) {
   constexpr int kLastSequence = 12800;
   if (++app.gRecSeq >= kLastSequence) app.gRecSeq = 1;
   return fmt::format("{}{:05}", (now - kEpoch).count(), app.gRecSeq);
-}
-
-year_month_day DayOf(LocalTime time) { return year_month_day{std::chrono::floor<std::chrono::days>(time)}; }
-
-std::string FormatDateUnpadded(year_month_day date, std::string_view separator) {
-  return fmt::format("{0}{3}{1}{3}{2}", int{date.year()}, unsigned{date.month()}, unsigned{date.day()},
-                     separator);
-}
-
-std::string FormatDatePadded(year_month_day date, std::string_view separator) {
-  return fmt::format("{0}{3}{1:02}{3}{2:02}", int{date.year()}, unsigned{date.month()}, unsigned{date.day()},
-                     separator);
 }
 
 std::string FormatNumber(std::int64_t number) {
@@ -78,40 +28,18 @@ std::string FormatNumber(std::int64_t number) {
   return digits;
 }
 
-bool ParseDate(std::string_view text, year_month_day& date) {
-  std::array<int, 3> numbers{};
-  const char* at = text.data();
-  const char* const end = text.data() + text.size();
-  for (std::size_t i = 0; i < numbers.size(); ++i) {
-    if (i > 0) {
-      if (at == end || (*at != '/' && *at != '-')) return false;
-      ++at;
-    }
-    const auto [next, error] = std::from_chars(at, end, numbers[i]);
-    if (error != std::errc{}) return false;
-    at = next;
-  }
-  if (at != end && *at != ' ') return false;  // a time of day may follow
-  const year_month_day parsed{std::chrono::year{numbers[0]},
-                              std::chrono::month{static_cast<unsigned>(numbers[1])},
-                              std::chrono::day{static_cast<unsigned>(numbers[2])}};
-  if (!parsed.ok()) return false;
-  date = parsed;
-  return true;
-}
-
 std::string DefaultEssayTitle(const std::string& title, LocalTime now) {
-  return title.empty() ? "我的短文" + FormatDatePadded(DayOf(now), "") : title;
+  return title.empty() ? "我的短文" + base::FormatDatePadded(base::DayOf(now), "") : title;
 }
 
 std::string EngineReplyCode(std::string_view reply) {
-  const std::string plain = Replace(reply, "!", "");
-  return Mid(Trim(std::string_view(plain).substr(0, plain.find('#'))), 1, 6);
+  const std::string plain = base::Replace(reply, "!", "");
+  return base::Mid(base::Trim(std::string_view(plain).substr(0, plain.find('#'))), 1, 6);
 }
 
 std::string WithPlainSigns(std::string text) {
   for (const auto& [from, to] : {std::pair{"’", "'"}, {"，", ","}, {"．", "."}, {"  ", " "}}) {
-    text = Replace(text, from, to);
+    text = base::Replace(text, from, to);
   }
   return text;
 }
@@ -122,7 +50,7 @@ bool IsPlainAscii(std::string_view text) {
 
 bool IsValidEmail(std::string_view text) {
   constexpr int kShortest = 6;
-  if (Len(text) < kShortest) return false;
+  if (base::Len(text) < kShortest) return false;
   const auto holdsInside = [text](char sign) {
     return text.find(sign) != std::string_view::npos && !text.starts_with(sign) && !text.ends_with(sign);
   };
@@ -148,4 +76,6 @@ int FilterEssayKeyCode(int keyCode) {
   return passes ? keyCode : 0;
 }
 
-std::string CleanAccountNo(std::string_view account) { return Replace(Replace(account, "-", ""), " ", ""); }
+std::string CleanAccountNo(std::string_view account) {
+  return base::Replace(base::Replace(account, "-", ""), " ", "");
+}

@@ -1,42 +1,20 @@
-// Small routines on texts, dates and ids that many windows share.
+// Small routines on texts and ids that many windows share.
 #pragma once
 
-#include <chrono>
 #include <cstdint>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "platform/event_loop.h"
 
 struct AppState;
 
-/// Takes blanks, and only blanks, from both ends.
-std::string Trim(std::string_view text);
-/// Replaces each occurrence in one pass from left to right.
-std::string Replace(std::string_view text, std::string_view from, std::string_view to);
-/// Pieces between the separators; a text without one is one piece, the empty text none.
-std::vector<std::string> Split(std::string_view text, std::string_view separator);
-
-/// Length in UTF-16 units.
-int Len(std::string_view text);
-/// Part of a text from a UTF-16 unit on (from 1), at most `length` units.
-std::string Mid(std::string_view text, int start, int length = 1 << 30);
-
 /// A new id: whole seconds since 2006/01/01 00:00:00 of local time and a running number of five digits. Ids
 /// of a run sort by time.
 std::string MakeRecId(AppState& app, LocalTime now);
 
-std::chrono::year_month_day DayOf(LocalTime time);
-/// Year, month and day without padding, as "2014/3/2".
-std::string FormatDateUnpadded(std::chrono::year_month_day date, std::string_view separator);
-/// Year and two digits each of month and day, as "2014-03-02".
-std::string FormatDatePadded(std::chrono::year_month_day date, std::string_view separator);
 /// A whole number with a comma between thousands, as "1,208".
 std::string FormatNumber(std::int64_t number);
-/// Reads year, month and day parted by "/" or "-". False when the text is no date.
-bool ParseDate(std::string_view text, std::chrono::year_month_day& date);
-
 /// The title, or "我的短文" with the day when it is empty.
 std::string DefaultEssayTitle(const std::string& title, LocalTime now);
 

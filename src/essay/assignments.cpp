@@ -4,9 +4,9 @@
 
 #include <optional>
 
+#include "base/text.h"
 #include "core/program.h"
 #include "core/server_access.h"
-#include "core/text_utility.h"
 #include "platform/run_time_error.h"
 
 namespace {
@@ -16,7 +16,7 @@ constexpr std::string_view kOk = "OK";
 // Up to the title a record has all its fields; nothing for one that is cut short or has no number.
 std::optional<Assignment> AssignmentFrom(const std::string& record) {
   constexpr std::size_t kFieldsAtLeast = 4;
-  const auto fields = Split(record, "#");
+  const auto fields = base::Split(record, "#");
   if (fields.size() < kFieldsAtLeast || fields[0].empty()) return std::nullopt;
   const auto field = [&](std::size_t at) { return at < fields.size() ? fields[at] : std::string(); };
   return Assignment{field(0), field(1) == "Y", field(2), field(3), field(4), field(5) == "Y"};
@@ -38,7 +38,7 @@ std::string AskServer(Program& program) {
 std::vector<Assignment> ParseAssignments(std::string_view reply) {
   std::vector<Assignment> assignments;
   if (!reply.starts_with(kOk)) return assignments;
-  for (const auto& record : Split(Replace(reply, "OK_", ""), "<@>")) {
+  for (const auto& record : base::Split(base::Replace(reply, "OK_", ""), "<@>")) {
     if (auto assignment = AssignmentFrom(record)) assignments.push_back(std::move(*assignment));
   }
   return assignments;

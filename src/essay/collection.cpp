@@ -1,9 +1,9 @@
 #include "essay/collection.h"
 
+#include "base/text.h"
 #include "core/assignment_urls.h"
 #include "core/message.h"
 #include "core/settings.h"
-#include "core/text_utility.h"
 #include "essay/collection_page.h"
 #include "essay/hand_in.h"
 #include "essay/room.h"
@@ -148,14 +148,14 @@ void FrmEssayCollect::GetRecAndPassEngine() {
   std::string text;
   const auto rows = list_.CheckedRows();
   if (!rows.empty()) {
-    text = Replace(TextOf(list_.CheckedKeys().front()), "\r\n", " ");  // the input box has one line
+    text = base::Replace(TextOf(list_.CheckedKeys().front()), "\r\n", " ");  // the input box has one line
     list_.Uncheck(rows.front());
   }
   MainWindow& frmMain = *room_.program.hall.frmMain.operator->();
   RichTextBox& txtInput = frmMain.InputBox();
   txtInput.Text = text;
   txtInput.SelStart = 0;
-  txtInput.SelLength = Len(text);
+  txtInput.SelLength = base::Len(text);
   txtInput.SelFontName = "Arial";
   txtInput.SelColor = Rgb(255, 204, 0);
   frmMain.PassStringToEngine();

@@ -2,7 +2,8 @@
 
 #include <fmt/format.h>
 
-#include "core/text_utility.h"
+#include "base/day.h"
+#include "base/text.h"
 #include "essay/topic_parts.h"
 #include "views/check_list.h"
 #include "views/page_frame.h"
@@ -59,7 +60,7 @@ std::string Row(const EssayCollection& collection, int number, const CollectedEs
   const std::string id = Quoted(essay.essayId);
   return fmt::format(
       fmt::runtime(kRow), number, HtmlText(PlainApostrophes(essay.newEssay)), CheckBoxId(number), id,
-      Link("cmd:show:" + id, HtmlText(PlainApostrophes(essay.quiz))), FormatDateUnpadded(essay.sDate, "/"),
+      Link("cmd:show:" + id, HtmlText(PlainApostrophes(essay.quiz))), base::ShownDay(essay.sDate),
       MistakesCell(row.mistakes), essay.finalSet == "A" ? kBroken : kComplete,
       collection.canHandIn ? fmt::format(fmt::runtime(kActionCell), Action(collection, essay)) : "", columns);
 }
@@ -72,6 +73,7 @@ std::string EssayCollectPage(const EssayCollection& collection) {
                                  collection.canHandIn ? kActionHead : "");
   int number = 0;
   for (const auto& row : collection.rows) body += Row(collection, ++number, row, columns);
-  return BuildPageFrame("HEADER", "") + DarkBody() + Replace(Replace(body, "\r\n", "\n"), "\n", "\r\n") +
-         "</table>\r\n" + BuildPageFrame("FOOTER", "");
+  return BuildPageFrame("HEADER", "") + DarkBody() +
+         base::Replace(base::Replace(body, "\r\n", "\n"), "\n", "\r\n") + "</table>\r\n" +
+         BuildPageFrame("FOOTER", "");
 }

@@ -1,6 +1,6 @@
 #include "essay/comparison.h"
 
-#include "core/text_utility.h"
+#include "base/text.h"
 #include "essay/archive.h"
 #include "platform/machine.h"
 #include "platform/window_system.h"
@@ -12,7 +12,7 @@ std::string EssayComparePage(const std::string& text) {
          "<table width='100%' border='0'>"
          "<td width='100%' style='font-family: Cambria; font-size: 15px; color: #333333; font-weight:bold; "
          "line-height:150%;'>" +
-         Replace(text, "\r\n", "<br>") + "</td></table>" + BuildPageFrame("FOOTER", "");
+         base::Replace(text, "\r\n", "<br>") + "</td></table>" + BuildPageFrame("FOOTER", "");
 }
 
 FrmEssayCompare::FrmEssayCompare(Program& program)
@@ -49,7 +49,7 @@ void FrmEssayCompare::TakeLink(const std::string& url, bool& cancel) {
   cancel = true;
   if (!url.starts_with(kShow) || !program_.hall.frmBrowser) return;
   program_.hall.frmBrowser->GoNavigate(
-      ArchivedPageUrl(program_, program_.app.gServerUrlRoot, Trim(url.substr(kShow.size()))), 2);
+      ArchivedPageUrl(program_, program_.app.gServerUrlRoot, base::Trim(url.substr(kShow.size()))), 2);
 }
 
 void FrmEssayCompare::Leave() {

@@ -1,10 +1,10 @@
 #include "essay/engine_passes.h"
 
-#include <algorithm>
-#include <cctype>
 #include <optional>
 
+#include "base/day.h"
 #include "base/files.h"
+#include "base/text.h"
 #include "base/transaction.h"
 #include "core/big5_file.h"
 #include "core/engine_exchange.h"
@@ -45,7 +45,7 @@ void FilePage(EssayRoom& room, const std::string& page) {
   app.gEssayPageChecksum = SendServerHtm(room.program, page, app.gEssayCurSentence);
 }
 
-std::string HaveHtm(const EngineAnswer& answer) { return Trim(answer.findMistake) == "1" ? "1" : "2"; }
+std::string HaveHtm(const EngineAnswer& answer) { return base::Trim(answer.findMistake) == "1" ? "1" : "2"; }
 
 void RecordAnswer(EssayRoom& room, const EngineAnswer& answer, const std::string& haveHtm) {
   auto& app = room.program.app;
@@ -55,7 +55,7 @@ void RecordAnswer(EssayRoom& room, const EngineAnswer& answer, const std::string
   if (answer.IsRight() || answer.findMistake == "2") {
     room.records.InsertOkSentence({.sId = id,
                                    .sentence = app.gEssayCurSentence,
-                                   .sDate = DayOf(now),
+                                   .sDate = base::DayOf(now),
                                    .essayId = app.gEssayId,
                                    .essaySId = app.gEssaySId,
                                    .haveHtm = haveHtm});
@@ -63,7 +63,7 @@ void RecordAnswer(EssayRoom& room, const EngineAnswer& answer, const std::string
     room.records.InsertErrSentence({.id = id,
                                     .sentence = answer.sentence,
                                     .errcode = answer.errcode.empty() ? "0" : answer.errcode,
-                                    .sDate = DayOf(now),
+                                    .sDate = base::DayOf(now),
                                     .essayId = app.gEssayId,
                                     .essaySId = app.gEssaySId,
                                     .haveHtm = haveHtm});
@@ -107,8 +107,7 @@ std::optional<EngineAnswer> AskUntilAnswered(EssayRoom& room) {
 
 // What stands in the page's body. A page without one is all body.
 std::string BodyOf(const std::string& page) {
-  std::string lower = page;
-  std::ranges::transform(lower, lower.begin(), [](unsigned char sign) { return std::tolower(sign); });
+  const std::string lower = base::Lower(page);
   const auto tag = lower.find("<body");
   const auto begin = tag == std::string::npos ? tag : lower.find('>', tag);
   if (begin == std::string::npos) return page;

@@ -5,8 +5,8 @@
 #include <algorithm>
 #include <unordered_map>
 
+#include "base/text.h"
 #include "core/digest.h"
-#include "core/text_utility.h"
 #include "essay/sentence_cutter.h"
 #include "platform/run_time_error.h"
 #include "views/page_frame.h"
@@ -33,10 +33,12 @@ struct Entry {
 using Attempts = std::vector<const ErrSentence*>;
 
 // What makes two forms of a sentence the same: the marks of the engine and the blanks do not count.
-std::string KeyOf(const std::string& sentence) { return Replace(Replace(sentence, "*", ""), " ", ""); }
+std::string KeyOf(const std::string& sentence) {
+  return base::Replace(base::Replace(sentence, "*", ""), " ", "");
+}
 
 std::string Escaped(const std::string& text) {
-  return Replace(Replace(Replace(text, "&", "&amp;"), "<", "&lt;"), ">", "&gt;");
+  return base::Replace(base::Replace(base::Replace(text, "&", "&amp;"), "<", "&lt;"), ">", "&gt;");
 }
 
 std::string Image(const EssayReport& report, const char* name, const std::string& attributes = "") {
@@ -149,9 +151,9 @@ std::string CloseIcon(const EssayReport& report, const Entry& entry, const char*
 
 // The engine's form of a sentence as a reader knows it.
 std::string CleanAttempt(const std::string& stored) {
-  std::string text = PlainApostrophes(Trim(stored));
-  for (const char* mark : {".", ",", "?", ";"}) text = Replace(text, std::string(" ") + mark, mark);
-  return Replace(text, "*", "");
+  std::string text = PlainApostrophes(base::Trim(stored));
+  for (const char* mark : {".", ",", "?", ";"}) text = base::Replace(text, std::string(" ") + mark, mark);
+  return base::Replace(text, "*", "");
 }
 
 std::string Outline(const EssayReport& report, const std::string& errcode) {
@@ -172,7 +174,7 @@ std::string AttemptItem(const EssayReport& report, const ErrSentence& attempt, i
       R"( onmouseover="javascript:this.style.color='#0000FF';")"
       R"( onmouseout="javascript:this.style.color='#FF0000';" >)"
       "\r\n{}{}\r\n</font>\r\n</a>\r\n{}</li>",
-      number, Md5Hex(Replace(text, " ", "")), Escaped(text), Image(report, "ico_mrv_hint.gif"),
+      number, Md5Hex(base::Replace(text, " ", "")), Escaped(text), Image(report, "ico_mrv_hint.gif"),
       Outline(report, attempt.errcode));
 }
 
@@ -260,7 +262,7 @@ std::string BuildEssayReport(const EssayReport& report) {
   std::size_t words = 0;
   std::string page = Head();
   for (const auto& entry : entries) {
-    words += Split(entry.sentence, " ").size();
+    words += base::Split(entry.sentence, " ").size();
     page += WriteEntry(report, entry);
   }
   return page + Foot(report, entries.size(), words);

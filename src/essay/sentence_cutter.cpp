@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <initializer_list>
 
-#include "core/text_utility.h"
-#include "platform/text_encoding.h"
+#include "base/text.h"
+#include "base/utf16.h"
 
 namespace {
 
@@ -52,19 +52,19 @@ int FindSentenceEnd(std::u16string_view text, int from, LineEnds lineEnds) {
 }
 
 std::string TidySentence(const std::string& sentence) {
-  return Trim(Replace(Replace(Trim(sentence), "\r", ""), "\n", ""));
+  return base::Trim(base::Replace(base::Replace(base::Trim(sentence), "\r", ""), "\n", ""));
 }
 
 std::vector<std::string> CutSentences(const std::string& text) {
-  const std::u16string units = ToUtf16(Trim(text));
+  const std::u16string units = base::ToUtf16(base::Trim(text));
   std::vector<std::string> sentences;
   int begin = 1;
   while (const int end = FindSentenceEnd(units, begin, LineEnds::kAreNothing)) {
-    sentences.push_back(TidySentence(ToUtf8(std::u16string_view(units).substr(
+    sentences.push_back(TidySentence(base::ToUtf8(std::u16string_view(units).substr(
         static_cast<std::size_t>(begin - 1), static_cast<std::size_t>(end - begin + 1)))));
     begin = end + 1;
   }
   return sentences;
 }
 
-std::string RunningText(const std::string& text) { return Trim(Replace(text, "\r\n", "")); }
+std::string RunningText(const std::string& text) { return base::Trim(base::Replace(text, "\r\n", "")); }

@@ -1,5 +1,6 @@
 #include "essay/session.h"
 
+#include "base/text.h"
 #include "core/assignment_urls.h"
 #include "core/message.h"
 #include "core/text_utility.h"
@@ -45,7 +46,7 @@ void StyleText(RichTextBox& box, int start, int length, const TextStyle& style) 
 
 // Of an empty text, to what is typed next.
 void StyleAllText(RichTextBox& box, const TextStyle& style) {
-  StyleSelection(box, 0, Len(box.Text()), style);
+  StyleSelection(box, 0, base::Len(box.Text()), style);
 }
 
 void ShowInCorner(Form& form) {
@@ -175,7 +176,7 @@ void FrmEssay::SetInputTextStyle(int mode) {
   StyleAllText(txtInput, kTypingStyle);
   txtInput.SelFontName = kTypingFont;
   txtInput.SelLength = 0;
-  txtInput.SelStart = Len(txtInput.Text());
+  txtInput.SelStart = base::Len(txtInput.Text());
 }
 
 void FrmEssay::FilterKeyDown(int& keyCode) {
@@ -259,7 +260,7 @@ void FrmEssay::TakeLink(const std::string& url, bool& cancel) {
   cancel = true;
   if (!url.starts_with(kShow) || !program.hall.frmBrowser) return;
   program.hall.frmBrowser->GoNavigate(
-      ArchivedPageUrl(program, program.app.gFileServerRoot, Trim(url.substr(kShow.size()))), 2);
+      ArchivedPageUrl(program, program.app.gFileServerRoot, base::Trim(url.substr(kShow.size()))), 2);
   ShowInCorner(*this);
 }
 

@@ -1,5 +1,6 @@
 #include "essay/text_rules.h"
 
+#include "base/text.h"
 #include "core/text_utility.h"
 #include "essay/sentence_cutter.h"
 
@@ -12,7 +13,7 @@ bool HasEnd(const std::string& running) {
 }
 
 std::string RefusalOfLength(const std::string& text, const std::string& running) {
-  if (Len(text) > kLongestEssay) return "14023";
+  if (base::Len(text) > kLongestEssay) return "14023";
   if (CutSentences(running).size() > kMostSentences) return "14024";
   return "";
 }

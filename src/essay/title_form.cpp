@@ -1,6 +1,6 @@
 #include "essay/title_form.h"
 
-#include "core/text_utility.h"
+#include "base/text.h"
 #include "essay/room.h"
 
 FrmEssayInputForm::FrmEssayInputForm(EssayRoom& room)
@@ -28,6 +28,6 @@ void FrmEssayInputForm::Form_Unload() { room_.program.app.gOpenEssayInputForm = 
 void FrmEssayInputForm::picButtons_Click(int index) {
   const auto& app = room_.program.app;
   fade_.Out();
-  if (index == 0) return room_.StartOwnEssay(Trim(txtInput.Text()));
+  if (index == 0) return room_.StartOwnEssay(base::Trim(txtInput.Text()));
   if (app.gEdition == "XQD" && app.gWorkListOk) room_.frmEssayInputEdu->Show();
 }

@@ -2,7 +2,8 @@
 
 #include <fmt/format.h>
 
-#include "core/text_utility.h"
+#include "base/day.h"
+#include "base/text.h"
 #include "essay/topic_parts.h"
 #include "views/page_frame.h"
 
@@ -55,7 +56,7 @@ std::string PracticeCells(const Practice& practice, const std::string& countLink
   if (practice.essays.empty()) return Cell(kNothing) + Cell(kNothing) + Cell(kNothing);
   const std::string count = std::to_string(practice.essays.size());
   return Cell(countLink.empty() ? count : Link(countLink, count, kCyan)) +
-         Cell(FormatDateUnpadded(practice.essays.back().sDate, "/")) + Cell(MistakesCell(practice.mistakes));
+         Cell(base::ShownDay(practice.essays.back().sDate)) + Cell(MistakesCell(practice.mistakes));
 }
 
 std::string AssignedStatus(const std::string& images, const AssignedTopic& topic) {
@@ -104,7 +105,7 @@ std::string Note(const char* text, int columns) {
 }
 
 std::string Finished(const std::string& page) {
-  return Replace(Replace(page, "\r\n", "\n"), "\n", "\r\n") + "</table></div>\r\n" +
+  return base::Replace(base::Replace(page, "\r\n", "\n"), "\n", "\r\n") + "</table></div>\r\n" +
          BuildPageFrame("FOOTER", "");
 }
 

@@ -2,7 +2,8 @@
 
 #include <fmt/format.h>
 
-#include "core/text_utility.h"
+#include "base/day.h"
+#include "base/text.h"
 #include "essay/topic_pages.h"
 #include "views/page_frame.h"
 
@@ -81,7 +82,7 @@ constexpr const char* kResultText =
 // The box of an essay that was handed in cannot be ticked, and names no essay that could be deleted.
 std::string Result(const std::string& workId, int number, const EssayRow& essay) {
   const bool isHandedIn = essay.finalSet == "Y";
-  const std::string text = fmt::format(kResultText, number, FormatDateUnpadded(essay.sDate, "-"));
+  const std::string text = fmt::format(kResultText, number, base::FormatDateUnpadded(essay.sDate, "-"));
   const std::string id = Quoted(essay.essayId);
   std::string link = Link("cmd:show:" + id, text, kCyan);
   if (isHandedIn) link += "<font style='font-size:11px; color:#00FF00;'>《交卷》</font>";
@@ -91,12 +92,12 @@ std::string Result(const std::string& workId, int number, const EssayRow& essay)
 
 // A text within quotes of a script that stands in an attribute.
 std::string Scripted(const std::string& text) {
-  return HtmlText(Replace(Replace(text, "\\", "\\\\"), "'", "\\'"));
+  return HtmlText(base::Replace(base::Replace(text, "\\", "\\\\"), "'", "\\'"));
 }
 
 }  // namespace
 
-std::string Quoted(std::string_view text) { return Replace(HtmlText(text), "'", "&#39;"); }
+std::string Quoted(std::string_view text) { return base::Replace(HtmlText(text), "'", "&#39;"); }
 
 std::string Link(const std::string& href, const std::string& html, const std::string& color,
                  const std::string& title) {
@@ -121,7 +122,7 @@ std::string MistakesCell(int mistakes) {
 }
 
 std::string OpenPage(const std::string& imageRoot) {
-  return BuildPageFrame("HEADER", "") + Replace(kScript, "{0}", imageRoot) + kBody;
+  return BuildPageFrame("HEADER", "") + base::Replace(kScript, "{0}", imageRoot) + kBody;
 }
 
 std::string TabStrip(const std::string& imageRoot, int active) {

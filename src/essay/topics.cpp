@@ -2,6 +2,7 @@
 
 #include <map>
 
+#include "base/text.h"
 #include "core/assignment_urls.h"
 #include "core/message.h"
 #include "core/text_utility.h"
@@ -175,7 +176,7 @@ void FrmEssayInputEdu::Delete(const std::string& essayIds, bool isAssigned) {
   if (FrmMessage::Ask(program, "15", 2, "YES_NO", "2") != "YES") return;
   FrmMessage::ProgressMsgBox(program, "3005", 0, "0");
   // A renderer may have encoded the sign on its way.
-  for (const auto& essayId : Split(Replace(essayIds, "%7C", "|"), "|")) {
+  for (const auto& essayId : base::Split(base::Replace(essayIds, "%7C", "|"), "|")) {
     if (!essayId.empty()) records_.Delete(essayId);
   }
   program.frmMessage->closeForm();

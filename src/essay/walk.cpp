@@ -1,6 +1,9 @@
 #include "essay/walk.h"
 
+#include "base/day.h"
+#include "base/text.h"
 #include "base/transaction.h"
+#include "base/utf16.h"
 #include "core/engine_exchange.h"
 #include "core/message.h"
 #include "core/server_access.h"
@@ -12,7 +15,6 @@
 #include "essay/walk_steps.h"
 #include "platform/machine.h"
 #include "platform/run_time_error.h"
-#include "platform/text_encoding.h"
 #include "records/essay_records.h"
 
 using namespace essay_walk;
@@ -42,7 +44,7 @@ void OpenEssay(EssayRoom& room) {
   const LocalTime now = room.program.machine.loop.Now();
   room.frmEssay->mAnalysing = true;
   app.gEssayId = MakeEssayId(room);
-  if (app.gEssayQuiz.empty()) app.gEssayQuiz = FormatDateUnpadded(DayOf(now), "") + "我的短文";
+  if (app.gEssayQuiz.empty()) app.gEssayQuiz = base::FormatDateUnpadded(base::DayOf(now), "") + "我的短文";
   app.gEssayOriginal = room.frmEssay->txtInput.Text;
   app.gEssayCurrent = app.gEssayOriginal;
   app.gEssaySentence = RunningText(app.gEssayCurrent);
@@ -52,7 +54,7 @@ void OpenEssay(EssayRoom& room) {
                     .quiz = app.gEssayQuiz,
                     .orgEssay = app.gEssayOriginal,
                     .newEssay = app.gEssayCurrent,
-                    .sDate = DayOf(now)});
+                    .sDate = base::DayOf(now)});
 }
 
 void BeginWalk(EssayRoom& room) {
@@ -93,11 +95,11 @@ void PrepareEngine(EssayRoom& room) {
 // The next sentence of the running text, from gEssaySentenceNo on; "" for a line without one.
 // @param end place of its end mark
 bool FindSentence(AppState& app, int& end) {
-  const std::u16string text = ToUtf16(app.gEssaySentence);
+  const std::u16string text = base::ToUtf16(app.gEssaySentence);
   const int begin = std::max(app.gEssaySentenceNo, 1);
   end = FindSentenceEnd(text, begin, LineEnds::kEndSentences);
   if (end == 0) return false;
-  app.gEssayCurSentence = TidySentence(ToUtf8(std::u16string_view(text).substr(
+  app.gEssayCurSentence = TidySentence(base::ToUtf8(std::u16string_view(text).substr(
       static_cast<std::size_t>(begin - 1), static_cast<std::size_t>(end - begin + 1))));
   return true;
 }
@@ -110,12 +112,12 @@ void GiveSentenceId(EssayRoom& room) {
 }
 
 void LocateSentence(AppState& app) {
-  const std::u16string text = ToUtf16(app.gEssaySentence);
+  const std::u16string text = base::ToUtf16(app.gEssaySentence);
   const int old = std::max(app.gEssaySentenceNo, 1);
-  const auto found = text.find(ToUtf16(app.gEssayCurSentence), static_cast<std::size_t>(old - 1));
+  const auto found = text.find(base::ToUtf16(app.gEssayCurSentence), static_cast<std::size_t>(old - 1));
   if (found != std::u16string::npos) app.gEssaySentenceNo = static_cast<int>(found) + 1;
   if (found == 0 && old == 1) app.gEssaySentenceNo = 0;
-  app.gEssaySentenceLen = Len(app.gEssayCurSentence);
+  app.gEssaySentenceLen = base::Len(app.gEssayCurSentence);
 }
 
 void PaintSentence(EssayRoom& room, const TextStyle& style) {
@@ -141,7 +143,7 @@ void PassFromRecord(EssayRoom& room, const OkSentence& known) {
   StartShowDelay(room);
   room.records.InsertOkSentence({.sId = MakeRecId(app, now),
                                  .sentence = app.gEssayCurSentence,
-                                 .sDate = DayOf(now),
+                                 .sDate = base::DayOf(now),
                                  .essayId = app.gEssayId,
                                  .essaySId = app.gEssaySId,
                                  .haveHtm = known.haveHtm});
@@ -158,7 +160,7 @@ void RefuseFromRecord(EssayRoom& room, const ErrSentence& known) {
   room.records.InsertErrSentence({.id = MakeRecId(app, now),
                                   .sentence = known.sentence,
                                   .errcode = known.errcode,
-                                  .sDate = DayOf(now),
+                                  .sDate = base::DayOf(now),
                                   .essayId = app.gEssayId,
                                   .essaySId = app.gEssaySId,
                                   .haveHtm = known.haveHtm});

@@ -1,5 +1,5 @@
 // The part of the walk in which the user corrects a sentence.
-#include "core/text_utility.h"
+#include "base/text.h"
 #include "essay/sentence_cutter.h"
 #include "essay/text_rules.h"
 #include "essay/walk_steps.h"
@@ -20,7 +20,7 @@ void ShowSentenceInMain(EssayRoom& room) {
   RichTextBox& box = frmMain.InputBox();
   box.Text = room.program.app.gEssayCurSentence;
   box.SelStart = 0;
-  box.SelLength = Len(box.Text());
+  box.SelLength = base::Len(box.Text());
   box.SelFontName = kTypingFont;
   box.SelColor = kAmber;
   frmMain.AsForm().Left = room.frmEssay->mMainLeft;
@@ -37,7 +37,7 @@ void HideMain(EssayRoom& room) {
 }
 
 std::string EssayWith(const AppState& app, const std::string& correction) {
-  return Replace(app.gEssayCurrent, app.gEssayCurSentence, correction);
+  return base::Replace(app.gEssayCurrent, app.gEssayCurSentence, correction);
 }
 
 // A correction must leave a text that can still be walked to its end.

@@ -1,10 +1,8 @@
 // The end of the walk: the essay is closed, uploaded, handed in, and reported on.
-#include <array>
 
 #include "core/message.h"
 #include "core/server_access.h"
 #include "core/settings.h"
-#include "core/text_utility.h"
 #include "essay/hand_in.h"
 #include "essay/report_window.h"
 #include "essay/walk_steps.h"

@@ -2,9 +2,9 @@
 
 #include <algorithm>
 
+#include "base/utf16.h"
 #include "platform/form.h"
 #include "platform/machine.h"
-#include "platform/text_encoding.h"
 #include "platform/window_system.h"
 
 Control::Control(Form& form, std::string name) : form_(form), name_(std::move(name)) { form.Add(*this); }
@@ -19,25 +19,25 @@ void Control::RunEvent(const std::function<void()>& handler) { form_.RunEvent(ha
 
 TextBox::TextBox(Form& form, const std::string& name) : Control(form, name) {
   text_ = Text.Watch([this](const std::string& text) {
-    const int length = static_cast<int>(ToUtf16(text).size());
+    const int length = static_cast<int>(base::ToUtf16(text).size());
     if (SelStart > length) SelStart = length;
     if (SelStart + SelLength > length) SelLength = length - SelStart;
   });
 }
 
 std::string TextBox::SelText() const {
-  const auto text = ToUtf16(Text());
+  const auto text = base::ToUtf16(Text());
   const auto start = std::min(static_cast<std::size_t>(SelStart()), text.size());
-  return ToUtf8(text.substr(start, static_cast<std::size_t>(SelLength())));
+  return base::ToUtf8(text.substr(start, static_cast<std::size_t>(SelLength())));
 }
 
 void TextBox::ReplaceSelection(const std::string& replacement) {
-  auto text = ToUtf16(Text());
-  const auto fresh = ToUtf16(replacement);
+  auto text = base::ToUtf16(Text());
+  const auto fresh = base::ToUtf16(replacement);
   const auto start = std::min(static_cast<std::size_t>(SelStart()), text.size());
   text.replace(start, static_cast<std::size_t>(SelLength()), fresh);
   SelLength = 0;
-  Text = ToUtf8(text);
+  Text = base::ToUtf8(text);
   SelStart = static_cast<int>(start + fresh.size());
 }
 

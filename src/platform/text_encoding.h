@@ -1,13 +1,8 @@
-// Character sets: UTF-8, UTF-16 units, and CP950, the Big5 of the original toolkit.
+// CP950, the Big5 of the original toolkit.
 #pragma once
 
-#include <cstdint>
 #include <string>
 #include <string_view>
-
-/// Malformed sequences become U+FFFD.
-std::u16string ToUtf16(std::string_view utf8);
-std::string ToUtf8(std::u16string_view utf16);
 
 /// CP950 bytes of a text. A character without a code becomes "?".
 std::string ToBig5(std::string_view utf8);

@@ -5,10 +5,10 @@
 #include <QPointer>
 #include <QSocketNotifier>
 #include <atomic>
-#include <ctime>
 #include <thread>
 #include <utility>
 
+#include "base/day.h"
 #include "platform/run_time_error.h"
 
 namespace {
@@ -140,12 +140,7 @@ void QtLoop::StopWatching(int watch) {
   watches_.erase(found);
 }
 
-LocalTime QtLoop::Now() const {
-  const std::time_t now = std::time(nullptr);
-  std::tm local{};
-  localtime_r(&now, &local);
-  return LocalTime{std::chrono::seconds{timegm(&local)}};
-}
+LocalTime QtLoop::Now() const { return base::LocalNow(); }
 
 EventLoop::Milliseconds QtLoop::Elapsed() const {
   return std::chrono::duration_cast<Milliseconds>(std::chrono::steady_clock::now().time_since_epoch());

@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <memory>
 
+#include "base/day.h"
 #include "base/files.h"
 #include "base/transaction.h"
 #include "core/program.h"
@@ -36,19 +37,19 @@ bool HasRowsBefore(base::Database& db, const std::string& day) {
 
 }  // namespace
 
-void AgeCleaning::RemoveBefore(Day day) {
+void AgeCleaning::RemoveBefore(base::Day day) {
   base::Database& db = records_.Db();
-  if (HasRowsBefore(db, IsoDay(day))) Archive(day);
+  if (HasRowsBefore(db, base::IsoDay(day))) Archive(day);
   base::Transaction transaction(db);
   for (const char* table : {"workRec", "oksentence", "errsentence", "essay"}) {
-    db.Run(std::string("delete from ") + table + " where sDate < ?", {IsoDay(day)});
+    db.Run(std::string("delete from ") + table + " where sDate < ?", {base::IsoDay(day)});
   }
   transaction.Commit();
 }
 
 // The archive has its own transaction, which ends first: a crash at any point leaves a row in one of the two
 // files at least. What an earlier crash has left in both is not appended twice.
-void AgeCleaning::Archive(Day day) {
+void AgeCleaning::Archive(base::Day day) {
   const std::filesystem::path source = ConnectionPath(program_.app.gConnRecords);
   const auto archive =
       program_.machine.databases.Open(source.parent_path() / "archive.mdb", base::Databases::Mode::kMayBeNew);
@@ -60,7 +61,7 @@ void AgeCleaning::Archive(Day day) {
     archive->Run(fmt::format("insert into main.{0} select * from records.{0} where sDate < ? and {1} not in "
                              "(select {1} from main.{0})",
                              table, key),
-                 {IsoDay(day)});
+                 {base::IsoDay(day)});
   }
   transaction.Commit();
 }

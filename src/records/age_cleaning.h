@@ -1,6 +1,7 @@
 // What the end of a run does to the records.
 #pragma once
 
+#include "base/day.h"
 #include "records/day_records.h"
 
 struct Program;
@@ -12,7 +13,7 @@ class AgeCleaning {
 
   /// Removes all records of the days before the given one, after it has appended them to `archive.mdb` beside
   /// the database, which nothing but a person reads.
-  void RemoveBefore(Day day);
+  void RemoveBefore(base::Day day);
 
   /// Rows of `oksentence` and `errsentence`, whatever their flags.
   int CountOkSentences();
@@ -21,7 +22,7 @@ class AgeCleaning {
   bool HasNewRows();
 
  private:
-  void Archive(Day day);
+  void Archive(base::Day day);
 
   Program& program_;
   RecordDb& records_;

@@ -1,5 +1,6 @@
 #include "records/day_records.h"
 
+#include "base/day.h"
 #include "base/transaction.h"
 #include "records/record_db.h"
 
@@ -14,11 +15,11 @@ std::vector<DayCount> CountsByDay(base::Database& db, std::string_view sql) {
 }
 
 // Days as a JSON array: one parameter, however many there are.
-std::string JsonOf(const std::vector<Day>& days) {
+std::string JsonOf(const std::vector<base::Day>& days) {
   std::string json;
   for (const auto& day : days) {
     json += json.empty() ? "[\"" : "\",\"";
-    json += IsoDay(day);
+    json += base::IsoDay(day);
   }
   return json.empty() ? "[]" : json + "\"]";
 }
@@ -27,7 +28,7 @@ std::string JsonOf(const std::vector<Day>& days) {
 constexpr const char* kOutsideEssays = "(+essayId = '0' or +essayId = '')";
 
 std::vector<ListedSentence> Sentences(base::Database& db, const std::string& select,
-                                      const std::vector<Day>& days) {
+                                      const std::vector<base::Day>& days) {
   std::vector<ListedSentence> sentences;
   const auto take = [&](const base::DbRow& row) { sentences.push_back({row.Text(0), row.Text(1)}); };
   // Within a day they come in the order in which they were recorded.
@@ -48,7 +49,7 @@ void DayRecords::InsertOkDays(const std::vector<DayCount>& days) {
   base::Database& db = records_.Db();
   base::Transaction transaction(db);
   for (const auto& [day, count] : days) {
-    db.Run("insert into workRec values (?, ?, '0', 'N')", {IsoDay(day), std::to_string(count)});
+    db.Run("insert into workRec values (?, ?, '0', 'N')", {base::IsoDay(day), std::to_string(count)});
   }
   transaction.Commit();
 }
@@ -57,17 +58,17 @@ void DayRecords::MergeErrDays(const std::vector<DayCount>& days) {
   base::Database& db = records_.Db();
   base::Transaction transaction(db);
   for (const auto& [day, count] : days) {
-    if (db.Number("select count(*) from workRec where sDate = ?", {IsoDay(day)}) > 0) {
-      db.Run("update workRec set chkwrong = ? where sDate = ?", {std::to_string(count), IsoDay(day)});
+    if (db.Number("select count(*) from workRec where sDate = ?", {base::IsoDay(day)}) > 0) {
+      db.Run("update workRec set chkwrong = ? where sDate = ?", {std::to_string(count), base::IsoDay(day)});
     } else {
-      db.Run("insert into workRec values (?, '0', ?, 'N')", {IsoDay(day), std::to_string(count)});
+      db.Run("insert into workRec values (?, '0', ?, 'N')", {base::IsoDay(day), std::to_string(count)});
     }
   }
   transaction.Commit();
 }
 
-std::vector<Day> DayRecords::WorkRecDays() {
-  std::vector<Day> days;
+std::vector<base::Day> DayRecords::WorkRecDays() {
+  std::vector<base::Day> days;
   records_.Db().Run("select sDate from workRec order by sDate desc", {},
                     [&](const base::DbRow& row) { days.push_back(DayFromIso(row.Text(0))); });
   return days;
@@ -85,33 +86,35 @@ std::vector<DayCount> DayRecords::ErrDays() {
                      "order by sDate");
 }
 
-int DayRecords::CountOk(Day day) {
+int DayRecords::CountOk(base::Day day) {
   return records_.Db().Number(
-      std::string("select count(*) from oksentence where sDate = ? and ") + kOutsideEssays, {IsoDay(day)});
+      std::string("select count(*) from oksentence where sDate = ? and ") + kOutsideEssays,
+      {base::IsoDay(day)});
 }
 
-int DayRecords::CountErr(Day day) {
+int DayRecords::CountErr(base::Day day) {
   return records_.Db().Number(
-      std::string("select count(*) from errsentence where sDate = ? and ") + kOutsideEssays, {IsoDay(day)});
+      std::string("select count(*) from errsentence where sDate = ? and ") + kOutsideEssays,
+      {base::IsoDay(day)});
 }
 
-std::vector<ListedSentence> DayRecords::OkSentences(const std::vector<Day>& days) {
+std::vector<ListedSentence> DayRecords::OkSentences(const std::vector<base::Day>& days) {
   return Sentences(
       records_.Db(),
       std::string("select sId, sentence from oksentence where upload <> 'D' and ") + kOutsideEssays, days);
 }
 
-std::vector<ListedSentence> DayRecords::ErrSentences(const std::vector<Day>& days) {
+std::vector<ListedSentence> DayRecords::ErrSentences(const std::vector<base::Day>& days) {
   return Sentences(records_.Db(), std::string("select id, sentence from errsentence where ") + kOutsideEssays,
                    days);
 }
 
-void DayRecords::DeleteDays(const std::vector<Day>& days) {
+void DayRecords::DeleteDays(const std::vector<base::Day>& days) {
   base::Database& db = records_.Db();
   base::Transaction transaction(db);
   for (const auto& day : days) {
-    db.Run("update oksentence set upload = 'D' where sDate = ?", {IsoDay(day)});
-    db.Run("update errsentence set upload = 'D' where sDate = ?", {IsoDay(day)});
+    db.Run("update oksentence set upload = 'D' where sDate = ?", {base::IsoDay(day)});
+    db.Run("update errsentence set upload = 'D' where sDate = ?", {base::IsoDay(day)});
   }
   transaction.Commit();
 }

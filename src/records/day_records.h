@@ -1,22 +1,21 @@
 // Days and their sentences: what the diary and the list of sentences read and change.
 #pragma once
 
-#include <chrono>
 #include <string>
 #include <vector>
 
+#include "base/day.h"
+
 class RecordDb;
 
-using Day = std::chrono::year_month_day;
-
 struct DayCount {
-  Day day;
+  base::Day day;
   int count = 0;
 };
 
 /// A day of the diary, without the sentences of essays.
 struct DiaryDay {
-  Day day;
+  base::Day day;
   int ok = 0;
   int err = 0;
 };
@@ -37,23 +36,23 @@ class DayRecords {
   void InsertOkDays(const std::vector<DayCount>& days);
   void MergeErrDays(const std::vector<DayCount>& days);
   /// The latest first.
-  std::vector<Day> WorkRecDays();
+  std::vector<base::Day> WorkRecDays();
 
   /// Sentences a day that are not deleted, in order of days.
   std::vector<DayCount> OkDays();
   std::vector<DayCount> ErrDays();
 
   /// Sentences of a day outside essays, deleted ones included.
-  int CountOk(Day day);
-  int CountErr(Day day);
+  int CountOk(base::Day day);
+  int CountErr(base::Day day);
 
   /// Sentences of the days outside essays, or of all days when there are none given, in order of days. Of
   /// the right ones those that are not deleted; of the faulty ones all.
-  std::vector<ListedSentence> OkSentences(const std::vector<Day>& days);
-  std::vector<ListedSentence> ErrSentences(const std::vector<Day>& days);
+  std::vector<ListedSentence> OkSentences(const std::vector<base::Day>& days);
+  std::vector<ListedSentence> ErrSentences(const std::vector<base::Day>& days);
 
   /// Flags the sentences of the days as deleted, those of essays too.
-  void DeleteDays(const std::vector<Day>& days);
+  void DeleteDays(const std::vector<base::Day>& days);
   /// Flags the sentences with these ids as deleted, whichever table they stand in.
   void DeleteSentences(const std::vector<std::string>& ids);
 

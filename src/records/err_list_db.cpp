@@ -1,7 +1,7 @@
 #include "records/err_list_db.h"
 
+#include "base/text.h"
 #include "core/program.h"
-#include "core/text_utility.h"
 #include "platform/machine.h"
 #include "platform/run_time_error.h"
 #include "records/connection.h"
@@ -21,7 +21,7 @@ std::string ErrListDb::Outline(const std::string& errcode) {
 std::vector<ErrorCategory> ErrListDb::Categories() {
   std::vector<ErrorCategory> categories;
   Db().Run("select errtype_id, errtype from errtype order by errtype_id", {}, [&](const base::DbRow& row) {
-    categories.push_back({Trim(row.Text(0)), Trim(row.Text(1))});
+    categories.push_back({base::Trim(row.Text(0)), base::Trim(row.Text(1))});
   });
   return categories;
 }
@@ -30,7 +30,7 @@ std::vector<ErrorCode> ErrListDb::CodesOf(const std::string& category) {
   std::vector<ErrorCode> codes;
   Db().Run("select errcode, outline from errmain where errcode like ? || '%' order by errcode", {category},
            [&](const base::DbRow& row) {
-             codes.push_back({Trim(row.Text(0)), row.IsNull(1) ? "Null" : Trim(row.Text(1))});
+             codes.push_back({base::Trim(row.Text(0)), row.IsNull(1) ? "Null" : base::Trim(row.Text(1))});
            });
   return codes;
 }

@@ -1,5 +1,7 @@
 #include "records/essay_records.h"
 
+#include "base/day.h"
+
 namespace {
 
 OkSentence OkFrom(const base::DbRow& row) {
@@ -22,7 +24,7 @@ EssayRow EssayFrom(const base::DbRow& row) {
 void EssayRecords::InsertEssay(const EssayRow& row) {
   Db().Run("insert into essay values (?, ?, ?, ?, ?, ?, ?, ?)",
            {row.essayId, row.workId, StoredText(row.quiz), StoredText(row.orgEssay), StoredText(row.newEssay),
-            row.upload, row.finalSet, IsoDay(row.sDate)});
+            row.upload, row.finalSet, base::IsoDay(row.sDate)});
 }
 
 std::optional<EssayRow> EssayRecords::FindEssay(const std::string& essayId) {

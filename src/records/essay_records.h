@@ -1,11 +1,11 @@
 // Statements about essays and the sentences that belong to them.
 #pragma once
 
-#include <chrono>
 #include <optional>
 #include <string>
 #include <vector>
 
+#include "base/day.h"
 #include "records/record_db.h"
 
 /// Texts are UTF-8; the apostrophe may be either.
@@ -17,7 +17,7 @@ struct EssayRow {
   std::string newEssay;  ///< the text with its corrections; as it was sent until the walk has finished
   std::string upload = "N";
   std::string finalSet = "A";  ///< 'A' analysis not finished, 'N' finished, 'Y' handed in
-  std::chrono::year_month_day sDate;
+  base::Day sDate;
 };
 
 /// An essay from a row with all columns of its table. Throws RunTimeError when its day is none.

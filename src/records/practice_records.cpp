@@ -1,15 +1,16 @@
 #include "records/practice_records.h"
 
+#include "base/day.h"
 #include "records/record_db.h"
 
-std::vector<PracticeDay> PracticeRecords::DaysWithin(Day first, Day last) {
+std::vector<PracticeDay> PracticeRecords::DaysWithin(base::Day first, base::Day last) {
   std::vector<PracticeDay> days;
   records_.Db().Run(
       "select sDate, sum(isRight), sum(1 - isRight) from ("
       "select sDate, 1 as isRight from oksentence where upload <> 'D' and sDate between ?1 and ?2 union all "
       "select sDate, 0 from errsentence where upload <> 'D' and sDate between ?1 and ?2) "
       "group by sDate order by sDate",
-      {IsoDay(first), IsoDay(last)}, [&](const base::DbRow& row) {
+      {base::IsoDay(first), base::IsoDay(last)}, [&](const base::DbRow& row) {
         days.push_back(
             {DayFromIso(row.Text(0)), static_cast<int>(row.Number(1)), static_cast<int>(row.Number(2))});
       });
@@ -27,7 +28,7 @@ std::vector<ErrorTally> PracticeRecords::MostFrequentErrors(int limit) {
   return errors;
 }
 
-int PracticeRecords::RunOfDays(Day today) {
+int PracticeRecords::RunOfDays(base::Day today) {
   constexpr const char* kLive = "upload <> 'D' and sDate";
   const std::string latestOk =
       std::string("(select sDate from oksentence where ") + kLive + " <= ?1 order by sDate desc limit 1)";
@@ -47,5 +48,5 @@ int PracticeRecords::RunOfDays(Day today) {
           kLive + before +
           ") "
           "select case when max(day) >= date(?1, '-1 day') then max(length) else 0 end from run",
-      {IsoDay(today)});
+      {base::IsoDay(today)});
 }

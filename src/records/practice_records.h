@@ -4,10 +4,11 @@
 #include <string>
 #include <vector>
 
+#include "base/day.h"
 #include "records/day_records.h"
 
 struct PracticeDay {
-  Day day;
+  base::Day day;
   int right = 0;
   int faulty = 0;
 };
@@ -24,11 +25,11 @@ class PracticeRecords {
   explicit PracticeRecords(RecordDb& records) : records_(records) {}
 
   /// The days with sentences from the first to the last given, in order.
-  std::vector<PracticeDay> DaysWithin(Day first, Day last);
+  std::vector<PracticeDay> DaysWithin(base::Day first, base::Day last);
   /// The most frequent codes, the most frequent first; sentences without a code are left out.
   std::vector<ErrorTally> MostFrequentErrors(int limit);
   /// Length of the run of days with sentences that ends today, or yesterday as long as today has none.
-  int RunOfDays(Day today);
+  int RunOfDays(base::Day today);
 
  private:
   RecordDb& records_;

@@ -1,7 +1,8 @@
 #include "records/record_db.h"
 
+#include "base/day.h"
+#include "base/text.h"
 #include "core/program.h"
-#include "core/text_utility.h"
 #include "platform/machine.h"
 #include "platform/run_time_error.h"
 #include "records/connection.h"
@@ -13,16 +14,16 @@ constexpr const char* kStoredApostrophe = "’";
 
 }  // namespace
 
-std::string PlainApostrophes(const std::string& stored) { return Replace(stored, kStoredApostrophe, "'"); }
+std::string PlainApostrophes(const std::string& stored) {
+  return base::Replace(stored, kStoredApostrophe, "'");
+}
 
-std::string StoredText(const std::string& text) { return Replace(text, "'", kStoredApostrophe); }
+std::string StoredText(const std::string& text) { return base::Replace(text, "'", kStoredApostrophe); }
 
-std::string IsoDay(std::chrono::year_month_day day) { return FormatDatePadded(day, "-"); }
-
-std::chrono::year_month_day DayFromIso(const std::string& iso) {
-  std::chrono::year_month_day day{};
-  if (!ParseDate(iso, day)) throw RunTimeError("a record has the date \"" + iso + "\"");
-  return day;
+base::Day DayFromIso(const std::string& iso) {
+  const auto day = base::ParseDate(iso);
+  if (!day) throw RunTimeError("a record has the date \"" + iso + "\"");
+  return *day;
 }
 
 base::Database& RecordDb::Db() {
@@ -39,13 +40,13 @@ base::Database& RecordDb::Db() {
 
 void RecordDb::InsertOkSentence(const OkSentence& row) {
   Db().Run("insert into oksentence values (?, 'N', ?, ?, ?, ?, ?, ?)",
-           {row.sId, StoredText(row.sentence), IsoDay(row.sDate), row.upload, row.essayId, row.essaySId,
+           {row.sId, StoredText(row.sentence), base::IsoDay(row.sDate), row.upload, row.essayId, row.essaySId,
             row.haveHtm});
 }
 
 void RecordDb::InsertErrSentence(const ErrSentence& row) {
   Db().Run("insert into errsentence values (?, ?, ?, ?, ?, ?, ?, ?)",
-           {row.id, StoredText(row.sentence), row.errcode, IsoDay(row.sDate), row.upload, row.essayId,
+           {row.id, StoredText(row.sentence), row.errcode, base::IsoDay(row.sDate), row.upload, row.essayId,
             row.essaySId, row.haveHtm});
 }
 
@@ -69,8 +70,8 @@ void RecordDb::TallyMistake(const std::string& errcode) {
   }
 }
 
-std::vector<std::chrono::year_month_day> RecordDb::Days() {
-  std::vector<std::chrono::year_month_day> days;
+std::vector<base::Day> RecordDb::Days() {
+  std::vector<base::Day> days;
   Db().Run(
       "select sDate from oksentence where upload <> 'D' union "
       "select sDate from errsentence where upload <> 'D' order by 1 desc",
@@ -78,9 +79,9 @@ std::vector<std::chrono::year_month_day> RecordDb::Days() {
   return days;
 }
 
-std::vector<OkSentence> RecordDb::OkSentencesOf(std::chrono::year_month_day day) {
+std::vector<OkSentence> RecordDb::OkSentencesOf(base::Day day) {
   std::vector<OkSentence> sentences;
-  Db().Run("select * from oksentence where upload <> 'D' and sDate = ? order by sId", {IsoDay(day)},
+  Db().Run("select * from oksentence where upload <> 'D' and sDate = ? order by sId", {base::IsoDay(day)},
            [&](const base::DbRow& row) {
              sentences.push_back(
                  {row.Text(0), row.Text(2), day, row.Text(4), row.Text(5), row.Text(6), row.Text(7)});
@@ -88,9 +89,9 @@ std::vector<OkSentence> RecordDb::OkSentencesOf(std::chrono::year_month_day day)
   return sentences;
 }
 
-std::vector<ErrSentence> RecordDb::ErrSentencesOf(std::chrono::year_month_day day) {
+std::vector<ErrSentence> RecordDb::ErrSentencesOf(base::Day day) {
   std::vector<ErrSentence> sentences;
-  Db().Run("select * from errsentence where upload <> 'D' and sDate = ? order by id", {IsoDay(day)},
+  Db().Run("select * from errsentence where upload <> 'D' and sDate = ? order by id", {base::IsoDay(day)},
            [&](const base::DbRow& row) {
              sentences.push_back({row.Text(0), row.Text(1), row.Text(2), day, row.Text(4), row.Text(5),
                                   row.Text(6), row.Text(7)});

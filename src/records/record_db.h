@@ -1,13 +1,13 @@
 // The record database: one typed procedure a statement.
 #pragma once
 
-#include <chrono>
 #include <functional>
 #include <memory>
 #include <string>
 #include <vector>
 
 #include "base/database.h"
+#include "base/day.h"
 
 struct Program;
 
@@ -15,7 +15,7 @@ struct Program;
 struct OkSentence {
   std::string sId;
   std::string sentence;
-  std::chrono::year_month_day sDate;
+  base::Day sDate;
   std::string upload = "N";
   std::string essayId = "0";
   std::string essaySId = "0";
@@ -27,7 +27,7 @@ struct ErrSentence {
   std::string id;
   std::string sentence;
   std::string errcode = "0";
-  std::chrono::year_month_day sDate;
+  base::Day sDate;
   std::string upload = "N";
   std::string essayId = "0";
   std::string essaySId = "0";
@@ -50,10 +50,10 @@ class RecordDb {
   void TallyMistake(const std::string& errcode);
 
   /// Days that have sentences which are not deleted, the latest first.
-  std::vector<std::chrono::year_month_day> Days();
+  std::vector<base::Day> Days();
   /// Sentences of a day that are not deleted, the oldest first.
-  std::vector<OkSentence> OkSentencesOf(std::chrono::year_month_day day);
-  std::vector<ErrSentence> ErrSentencesOf(std::chrono::year_month_day day);
+  std::vector<OkSentence> OkSentencesOf(base::Day day);
+  std::vector<ErrSentence> ErrSentencesOf(base::Day day);
   /// Stored texts of the sentences with an error code that are not deleted.
   std::vector<std::string> SentencesWithCode(const std::string& errcode);
 
@@ -69,7 +69,5 @@ class RecordDb {
 std::string PlainApostrophes(const std::string& stored);
 /// A text as it is stored: without plain apostrophes.
 std::string StoredText(const std::string& text);
-/// A day as it is stored, "2026-11-05".
-std::string IsoDay(std::chrono::year_month_day day);
 /// A stored day. Throws RunTimeError for another text.
-std::chrono::year_month_day DayFromIso(const std::string& iso);
+base::Day DayFromIso(const std::string& iso);

@@ -6,12 +6,12 @@
 #include <limits>
 #include <optional>
 
+#include "base/day.h"
 #include "base/files.h"
 #include "base/transaction.h"
 #include "core/program.h"
 #include "core/provisioning.h"
 #include "core/settings.h"
-#include "core/text_utility.h"
 #include "platform/machine.h"
 #include "platform/window_system.h"
 #include "records/connection.h"
@@ -45,8 +45,7 @@ bool IsPlausible(const Table& table, const std::vector<base::DbValue>& values) {
   for (std::size_t i = 0; i < values.size(); ++i) {
     const auto* const text = std::get_if<std::string>(&values[i]);
     if (text == nullptr) return false;
-    std::chrono::year_month_day day{};
-    if (table.columns[i] == "sDate" && !ParseDate(*text, day)) return false;
+    if (table.columns[i] == "sDate" && !base::ParseDate(*text)) return false;
     if (table.columns[i] == "upload" && *text != "N" && *text != "Y" && *text != "D") return false;
   }
   return true;

@@ -5,8 +5,9 @@
 #include <array>
 
 #include "base/database.h"
+#include "base/day.h"
+#include "base/text.h"
 #include "base/transaction.h"
-#include "core/text_utility.h"
 #include "records/record_db.h"
 
 namespace {
@@ -123,14 +124,14 @@ std::string SyncRecords::Newest(RecordTable table) {
       .value_or("");
 }
 
-std::uint64_t SyncRecords::Digest(Day from) {
+std::uint64_t SyncRecords::Digest(base::Day from) {
   std::uint64_t sum = 0;
   for (const RecordTable table : kAllTables) {
     const auto& words = WordsOf(table);
-    Db().Run(fmt::format("select {} from {} where sDate >= ?", words.digest, words.name), {IsoDay(from)},
-             [&](const base::DbRow& row) {
+    Db().Run(fmt::format("select {} from {} where sDate >= ?", words.digest, words.name),
+             {base::IsoDay(from)}, [&](const base::DbRow& row) {
                RowHash hash;
-               for (int i = 0; i < row.Count(); ++i) hash.Take(Trim(row.Text(i)));
+               for (int i = 0; i < row.Count(); ++i) hash.Take(base::Trim(row.Text(i)));
                sum += hash.Value();
              });
   }

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "base/day.h"
 #include "records/day_records.h"
 
 namespace base {
@@ -51,7 +52,7 @@ class SyncRecords {
   /// Stored text of the newest sentence; of the newest essay its id. "" without one.
   std::string Newest(RecordTable table);
   /// Sum of the hashes of all rows from a day on, which the server makes likewise.
-  std::uint64_t Digest(Day from);
+  std::uint64_t Digest(base::Day from);
 
   /// A fresh set of all records, which is collected beside the present one.
   void BeginReload();

@@ -1,6 +1,7 @@
 #include "settings/campus_login.h"
 
 #include "base/files.h"
+#include "base/text.h"
 #include "core/message.h"
 #include "core/server_access.h"
 #include "core/settings.h"
@@ -84,19 +85,21 @@ void FrmXQDLogin::ISCCert_IO(const std::string& mode) {
   if (mode == "W") return WriteCertificate();
   if (mode != "R") return;
   ReadCertificate();
-  if (!Trim(txtLogin.Text()).empty()) txtLogin_LostFocus();
+  if (!base::Trim(txtLogin.Text()).empty()) txtLogin_LostFocus();
 }
 
 void FrmXQDLogin::ReadCertificate() {
   const base::Files& files = machine.files;
   if (!files.FileExists(certFile_)) return;
-  const auto lines = Split(Replace(FromBig5(files.Read(certFile_)), "\r\n", "\n"), "\n");
-  const auto line = [&lines](std::size_t number) { return number < lines.size() ? Trim(lines[number]) : ""; };
+  const auto lines = base::Split(base::Replace(FromBig5(files.Read(certFile_)), "\r\n", "\n"), "\n");
+  const auto line = [&lines](std::size_t number) {
+    return number < lines.size() ? base::Trim(lines[number]) : "";
+  };
   const std::string& oldDomain = program_.installation.oldDefaultDomain;
   lblACServer.Caption = line(0);
   // Written before the school had an address of its own.
   if (!oldDomain.empty() && line(0).find(oldDomain) != std::string::npos) {
-    lblACServer.Caption = Replace(Replace(program_.app.gACServerRoot, "http://", ""), "/", "");
+    lblACServer.Caption = base::Replace(base::Replace(program_.app.gACServerRoot, "http://", ""), "/", "");
   }
   txtLogin.Text = line(1);
   if (ReadSetup(program_, "autoKeyinPw") == "1") txtPassword.Text = line(2);
@@ -106,7 +109,7 @@ void FrmXQDLogin::ReadCertificate() {
 void FrmXQDLogin::WriteCertificate() {
   std::string text;
   for (const auto& value : {lblACServer.Caption(), txtLogin.Text(), txtPassword.Text()}) {
-    text += Trim(value) + "\r\n";
+    text += base::Trim(value) + "\r\n";
   }
   base::RewriteFile(machine.files, certFile_, ToBig5(text), true);
 }
@@ -133,12 +136,12 @@ void FrmXQDLogin::txtLogin_LostFocus() {
   MoveAway();
   FrmMessage::ProgressMsgBox(program_, "10001", 0, "0");
   machine.loop.DoEvents();
-  const std::string reply = GetServerForLogin(program_, Trim(txtLogin.Text()));
+  const std::string reply = GetServerForLogin(program_, base::Trim(txtLogin.Text()));
   program_.frmMessage->closeForm();
   if (!reply.starts_with("OK")) return TellNoServer(reply);
   constexpr int kServerFrom = 4;
   lblACServer.ForeColor = kFound;
-  lblACServer.Caption = Replace(Trim(Mid(reply, kServerFrom)), "#", "");
+  lblACServer.Caption = base::Replace(base::Trim(base::Mid(reply, kServerFrom)), "#", "");
   MoveBack();
 }
 
@@ -173,12 +176,12 @@ void FrmXQDLogin::Login() {
 
 bool FrmXQDLogin::TellBadInput() {
   constexpr int kMostPassword = 20;
-  const std::string password = Trim(txtPassword.Text());
-  if (Trim(txtLogin.Text()).empty()) {
+  const std::string password = base::Trim(txtPassword.Text());
+  if (base::Trim(txtLogin.Text()).empty()) {
     Tell(program_, "26", "0");
-  } else if (password.empty() || Len(password) > kMostPassword) {
+  } else if (password.empty() || base::Len(password) > kMostPassword) {
     Tell(program_, "27", "0");
-  } else if (Trim(lblACServer.Caption()).starts_with("*")) {
+  } else if (base::Trim(lblACServer.Caption()).starts_with("*")) {
     Tell(program_, "29851", "0");
   } else {
     return false;
@@ -187,9 +190,9 @@ bool FrmXQDLogin::TellBadInput() {
 }
 
 std::string FrmXQDLogin::LoginOrRetry() {
-  const std::string server = Trim(lblACServer.Caption());
-  const std::string login = Trim(txtLogin.Text());
-  const std::string password = Trim(txtPassword.Text());
+  const std::string server = base::Trim(lblACServer.Caption());
+  const std::string login = base::Trim(txtLogin.Text());
+  const std::string password = base::Trim(txtPassword.Text());
   std::string reply = LoginToServer(program_, server, login, password);
   if (reply != kConnectFailed) return reply;
   // A school may have the pages in a folder of its web site.
@@ -204,13 +207,13 @@ void FrmXQDLogin::TellRefusal(const std::string& reply) {
 
 void FrmXQDLogin::Accept(const std::string& reply) {
   auto& app = program_.app;
-  auto parts = Split(Trim(reply), "#");
+  auto parts = base::Split(base::Trim(reply), "#");
   parts.resize(2);
   if (reply.starts_with("SET")) Tell(program_, "2977", "0");
   app.gSchoolName = parts[1];
-  app.gAccountNo = Trim(txtLogin.Text());
-  app.gLoginPassword = Trim(txtPassword.Text());
-  app.gSchoolCode = Trim(Replace(Replace(parts[0], "SET_", "OK_"), "OK_", ""));
+  app.gAccountNo = base::Trim(txtLogin.Text());
+  app.gLoginPassword = base::Trim(txtPassword.Text());
+  app.gSchoolCode = base::Trim(base::Replace(base::Replace(parts[0], "SET_", "OK_"), "OK_", ""));
   ISCCert_IO("W");
   Finish(true);
 }

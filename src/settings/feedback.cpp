@@ -1,5 +1,6 @@
 #include "settings/feedback.h"
 
+#include "base/text.h"
 #include "core/message.h"
 #include "core/options.h"
 #include "core/server_access.h"
@@ -65,7 +66,7 @@ void FrmFeedback::SetDefaultValue() {
 }
 
 bool FrmFeedback::HasNoRemark() const {
-  const std::string remark = Trim(txtDesc.Text());
+  const std::string remark = base::Trim(txtDesc.Text());
   return remark.empty() || remark == kPlaceholder;
 }
 
@@ -83,11 +84,11 @@ std::string FrmFeedback::Refusal(const std::string& email) {
   constexpr int kMostRemark = 100;
   if (optNeedRes(1).Value && !IsValidEmail(email)) return "8";
   if (HasNoRemark()) return "9";
-  return Len(txtDesc.Text()) > kMostRemark ? "10" : "";
+  return base::Len(txtDesc.Text()) > kMostRemark ? "10" : "";
 }
 
 void FrmFeedback::OpenWithBrowserForFeedback() {
-  const std::string email = optNeedRes(1).Value ? Trim(txtEmail.Text()) : "";
+  const std::string email = optNeedRes(1).Value ? base::Trim(txtEmail.Text()) : "";
   const std::string refusal = Refusal(email);
   if (!refusal.empty()) {
     FrmMessage::Ask(program_, refusal, 1, "OK", "0");

@@ -1,5 +1,7 @@
 #include "settings/password.h"
 
+#include "base/percent.h"
+#include "base/text.h"
 #include "core/message.h"
 #include "core/server_access.h"
 #include "core/settings.h"
@@ -20,12 +22,8 @@ std::string AskLoginPage(Program& program, const std::string& fields) {
   }
 }
 
-// What a body of "name=value" pairs cannot hold as it stands.
-std::string Escaped(const std::string& text) {
-  std::string escaped = Replace(text, "%", "%25");
-  escaped = Replace(escaped, "&", "%26");
-  return Replace(escaped, " ", "%20");
-}
+// What a body of "name=value" pairs cannot hold as it is.
+constexpr std::string_view kBodySigns = "%& ";
 
 }  // namespace
 
@@ -36,8 +34,9 @@ std::string LoginWithPassword(Program& program, const std::string& account, cons
 
 std::string ApplyForAccount(Program& program, const std::string& userName, const std::string& email,
                             const std::string& password) {
-  return AskLoginPage(program, "&pno=&password=" + password + "&username=" + Escaped(userName) +
-                                   "&email=" + Escaped(email) + "&district=");
+  return AskLoginPage(program, "&pno=&password=" + password +
+                                   "&username=" + base::PercentEncode(userName, kBodySigns) +
+                                   "&email=" + base::PercentEncode(email, kBodySigns) + "&district=");
 }
 
 int FilterPasswordKey(int keyAscii, std::string_view caseWord, bool allowBlank) {
@@ -109,8 +108,8 @@ void FrmPassword::txtPassword_KeyPress(int& keyAscii) {
 
 void FrmPassword::picButtons_Click(int index) {
   if (index == 1) return closeForm();
-  const std::string password = Trim(txtPassword.Text());
-  if (Len(password) < kLeastPassword || Len(password) > kMostPassword) {
+  const std::string password = base::Trim(txtPassword.Text());
+  if (base::Len(password) < kLeastPassword || base::Len(password) > kMostPassword) {
     FrmMessage::Ask(program_, "27", 1, "OK", "0");
     return txtPassword.SetFocus();
   }
@@ -127,21 +126,21 @@ void FrmPassword::Login(const std::string& password) {
 }
 
 void FrmPassword::Apply(const std::string& password) {
-  if (Trim(txtUserName.Text()).empty()) {
+  if (base::Trim(txtUserName.Text()).empty()) {
     FrmMessage::Ask(program_, "26", 1, "OK", "0");
     return txtUserName.SetFocus();
   }
-  const std::string email = Trim(txtEmail.Text());
+  const std::string email = base::Trim(txtEmail.Text());
   if (!IsValidEmail(email)) {
     FrmMessage::Ask(program_, "8", 1, "OK", "0");
     return txtEmail.SetFocus();
   }
   Enabled = false;
-  const std::string reply = ApplyForAccount(program_, Trim(txtUserName.Text()), email, password);
+  const std::string reply = ApplyForAccount(program_, base::Trim(txtUserName.Text()), email, password);
   Enabled = true;
   if (!reply.starts_with("OK_")) return TellRefusal(reply);
   auto& app = program_.app;
-  app.gAccountNo = Trim(Replace(reply, "OK_", ""));
+  app.gAccountNo = base::Trim(base::Replace(reply, "OK_", ""));
   WriteSetup(program_, "Pno", app.gAccountNo);
   WriteSetup(program_, "userPW", password);
   app.gProgressDetail = "您的新帳號是 " + app.gAccountNo + "，請記下帳號及密碼。";

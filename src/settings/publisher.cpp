@@ -1,8 +1,9 @@
 #include "settings/publisher.h"
 
+#include "base/percent.h"
+#include "base/text.h"
 #include "core/server_access.h"
 #include "core/settings.h"
-#include "core/text_utility.h"
 #include "core/window_shell.h"
 #include "platform/event_loop.h"
 #include "platform/run_time_error.h"
@@ -13,13 +14,13 @@ namespace {
 constexpr const char* kSetupKey = "publisher";
 
 // A value of setup.set ends at "=".
-std::string AsValue(const std::string& url) { return Replace(url, "=", "%3D"); }
+std::string AsValue(const std::string& url) { return base::PercentEncode(url, "="); }
 
 // Address of the news page, "" for none.
 std::string NewsPage(Program& program) {
   const std::string reply = PostForm(program, program.app.gServerUrlRoot + "p_publisher_news.asp",
                                      std::string(kAccessKey) + "&softcode=" + program.app.gProductCode);
-  return reply.starts_with("OK_") ? Replace(reply, "OK_", "") : "";
+  return reply.starts_with("OK_") ? base::Replace(reply, "OK_", "") : "";
 }
 
 }  // namespace

@@ -3,10 +3,10 @@
 #include <algorithm>
 #include <array>
 
+#include "base/text.h"
 #include "core/message.h"
 #include "core/options.h"
 #include "core/settings.h"
-#include "core/text_utility.h"
 
 namespace {
 
@@ -84,7 +84,7 @@ void FrmSetup::SetDefaultValue() {
   chkFeedbackErrData.Value = app.gFeedbackErrData == "1";
   sdrTransform.Value = std::clamp(app.gTransformValue, kLeastAlpha, kMostAlpha);
   cboHighestDegree.ListIndex = EduLevel(app.gEduBackground);
-  SelectOption(optHighestDegree, Mid(app.gEduBackground, 2, 1) == "1" ? 0 : 1);
+  SelectOption(optHighestDegree, base::Mid(app.gEduBackground, 2, 1) == "1" ? 0 : 1);
   lblVersion.Caption = "軟體版本 " + Program::Version() + "｜引擎版本 " + app.gEngineVersion;
   ShowAccountParts();
 }

@@ -2,28 +2,12 @@
 
 #include <fmt/format.h>
 
-#include <cctype>
-
-#include "core/text_utility.h"
+#include "base/percent.h"
+#include "base/text.h"
+#include "base/utf16.h"
 #include "platform/text_encoding.h"
 
 namespace {
-
-void Encode(std::string& body, std::string_view text) {
-  constexpr std::string_view kDigits = "0123456789ABCDEF";
-  for (const char sign : text) {
-    const auto byte = static_cast<unsigned char>(sign);
-    const bool isPlain =
-        byte < 0x80 && (std::isalnum(byte) != 0 || sign == '*' || sign == '-' || sign == '.' || sign == '_');
-    if (isPlain) {
-      body += sign;
-    } else if (sign == ' ') {
-      body += '+';
-    } else {
-      body += {'%', kDigits[byte >> 4U], kDigits[byte & 15U]};
-    }
-  }
-}
 
 // Length in UTF-8 of the character that begins with this byte.
 std::size_t LengthOf(unsigned char first) {
@@ -34,7 +18,7 @@ std::size_t LengthOf(unsigned char first) {
 
 unsigned CodePointOf(std::string_view character) {
   constexpr unsigned kFirstPair = 0xD800;
-  const std::u16string units = ToUtf16(character);
+  const std::u16string units = base::ToUtf16(character);
   if (units.size() < 2) return units.empty() ? 0U : units[0];
   return 0x10000U + ((units[0] - kFirstPair) << 10U) + (units[1] & 0x3FFU);
 }
@@ -43,13 +27,11 @@ unsigned CodePointOf(std::string_view character) {
 
 void AddField(std::string& body, std::string_view name, std::string_view value) {
   if (!body.empty()) body += '&';
-  Encode(body, name);
-  body += '=';
-  Encode(body, value);
+  body += base::FormEncode(name) + "=" + base::FormEncode(value);
 }
 
 std::string Big5FormText(std::string_view text) {
-  std::string rest = Replace(Replace(text, "\r\n", "\n"), "\n", "\r\n");
+  std::string rest = base::Replace(base::Replace(text, "\r\n", "\n"), "\n", "\r\n");
   std::string bytes;
   for (std::size_t at = 0, length = 0; at < rest.size(); at += length) {
     length = LengthOf(static_cast<unsigned char>(rest[at]));

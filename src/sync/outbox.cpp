@@ -5,6 +5,7 @@
 
 #include <algorithm>
 
+#include "base/text.h"
 #include "core/program.h"
 #include "core/text_utility.h"
 #include "platform/machine.h"
@@ -43,8 +44,8 @@ Post Outbox::Read(const std::string& name) const {
   post.id = TakeLine(text);
   post.kept = TakeLine(text);
   post.table = static_cast<RecordTable>(std::clamp(TakeLine(text)[0] - '0', 0, 2));
-  post.newIds = Split(TakeLine(text), " ");
-  post.deletedIds = Split(TakeLine(text), " ");
+  post.newIds = base::Split(TakeLine(text), " ");
+  post.deletedIds = base::Split(TakeLine(text), " ");
   post.body = std::move(text);
   return post;
 }

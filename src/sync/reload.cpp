@@ -4,7 +4,9 @@
 
 #include <array>
 
+#include "base/day.h"
 #include "base/files.h"
+#include "base/text.h"
 #include "core/places.h"
 #include "core/program.h"
 #include "core/server_access.h"
@@ -26,9 +28,9 @@ constexpr const char* kRule = "'=========================================";
 constexpr const char* kLineEnd = "\r\n";
 
 std::string StoredDay(const std::string& told) {
-  std::chrono::year_month_day day{};
-  if (!ParseDate(Trim(told), day)) throw RunTimeError("the server tells a wrong date: " + told.substr(0, 40));
-  return IsoDay(day);
+  const auto day = base::ParseDate(base::Trim(told));
+  if (!day) throw RunTimeError("the server tells a wrong date: " + told.substr(0, 40));
+  return base::IsoDay(*day);
 }
 
 /// @param isFresh what the file held before goes

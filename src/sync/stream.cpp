@@ -2,7 +2,7 @@
 
 #include <fmt/format.h>
 
-#include "core/text_utility.h"
+#include "base/text.h"
 #include "platform/run_time_error.h"
 #include "sync/wire_text.h"
 
@@ -13,7 +13,7 @@ constexpr std::string_view kFinish = "FINISH";
 constexpr std::string_view kLastId = "LASTID:";
 
 std::vector<std::string> ReadRecord(const Stream& stream, const std::string& item) {
-  auto fields = Split(item, stream.separator);
+  auto fields = base::Split(item, stream.separator);
   if (fields.size() != stream.fields) {
     throw RunTimeError(fmt::format("a record of the stream {} has {} fields: {}", stream.tp, fields.size(),
                                    item.substr(0, 200)));
@@ -26,12 +26,12 @@ std::vector<std::string> ReadRecord(const Stream& stream, const std::string& ite
 
 StreamPage ReadStreamPage(const Stream& stream, const std::string& reply) {
   StreamPage page;
-  for (const auto& item : Split(reply, kItemSeparator)) {
+  for (const auto& item : base::Split(reply, kItemSeparator)) {
     if (item.empty()) break;
     if (item.starts_with(kFinish)) {
       page.nextId.emplace(1, '0');
     } else if (item.starts_with(kLastId)) {
-      page.nextId = Trim(item.substr(kLastId.size()));
+      page.nextId = base::Trim(item.substr(kLastId.size()));
     } else {
       page.records.push_back(ReadRecord(stream, item));
     }

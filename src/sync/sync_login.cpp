@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 
+#include "base/text.h"
 #include "core/message.h"
 #include "core/server_access.h"
 #include "core/text_utility.h"
@@ -56,8 +57,8 @@ void FrmSyncLogin::cmdButtons_Click(int index) {
 }
 
 void FrmSyncLogin::Accept() {
-  const std::string pno = Replace(Trim(txtPno.Text()), "-", "");
-  const std::string reply = CheckAccountPassword(program_, pno, Trim(txtPass.Text()));
+  const std::string pno = base::Replace(base::Trim(txtPno.Text()), "-", "");
+  const std::string reply = CheckAccountPassword(program_, pno, base::Trim(txtPass.Text()));
   if (reply.starts_with("ERR")) {
     TellRefusal(reply);
   } else if (reply.starts_with("OK")) {

@@ -6,8 +6,9 @@
 #include <random>
 #include <set>
 
+#include "base/day.h"
+#include "base/text.h"
 #include "core/program.h"
-#include "core/text_utility.h"
 #include "platform/event_loop.h"
 #include "platform/machine.h"
 #include "platform/run_time_error.h"
@@ -24,28 +25,22 @@ constexpr std::array<UploadStep, 3> kSteps{{{RecordTable::kErrSentence, "(upload
                                             {RecordTable::kOkSentence, "(upload : oksentence proc)"},
                                             {RecordTable::kEssay, "(upload : essay proc)"}}};
 
-// Days go out as the learner sees them.
-std::string ShownDay(const std::string& stored) {
-  std::chrono::year_month_day day{};
-  return ParseDate(stored, day) ? FormatDateUnpadded(day, "/") : stored;
-}
-
 // The separator of the three texts may stand in one of them.
-std::string EssayText(const std::string& text) { return Replace(Trim(text), "<@>", "'3C'@>"); }
+std::string EssayText(const std::string& text) { return base::Replace(base::Trim(text), "<@>", "'3C'@>"); }
 
 std::string LastField(const PendingRow& row) {
-  if (row.err != "essay") return Trim(row.haveHtm);
+  if (row.err != "essay") return base::Trim(row.haveHtm);
   return EssayText(row.quiz) + "<@>" + EssayText(row.orgEssay) + "<@>" + EssayText(row.newEssay);
 }
 
 void AddRow(std::string& body, const PendingRow& row, std::size_t number) {
   const std::string n = std::to_string(number);
-  AddField(body, "k" + n, Trim(row.upload));
-  AddField(body, "err" + n, Trim(row.err));
-  AddField(body, "s" + n, Trim(row.text));
-  AddField(body, "d" + n, ShownDay(Trim(row.sDate)));
-  AddField(body, "es" + n, Trim(row.essayId));
-  AddField(body, "ess" + n, Trim(row.subId));
+  AddField(body, "k" + n, base::Trim(row.upload));
+  AddField(body, "err" + n, base::Trim(row.err));
+  AddField(body, "s" + n, base::Trim(row.text));
+  AddField(body, "d" + n, base::ShownDay(base::Trim(row.sDate)));
+  AddField(body, "es" + n, base::Trim(row.essayId));
+  AddField(body, "ess" + n, base::Trim(row.subId));
   AddField(body, "ht" + n, LastField(row));
 }
 

@@ -4,11 +4,12 @@
 
 #include <optional>
 
+#include "base/day.h"
+#include "base/text.h"
 #include "core/digest.h"
 #include "core/error_report.h"
 #include "core/message.h"
 #include "core/server_access.h"
-#include "core/text_utility.h"
 #include "platform/machine.h"
 #include "platform/run_time_error.h"
 #include "records/record_db.h"
@@ -25,7 +26,7 @@ constexpr const char* kWorking = "3004";
 
 // The newest sentence without what is not the same on all computers.
 std::string BareSentence(const std::string& stored) {
-  return Replace(Replace(Trim(stored), " ", ""), "’", "");
+  return base::Replace(base::Replace(base::Trim(stored), " ", ""), "’", "");
 }
 
 // What says the same on this computer and on the server: all records since the day of the age cleaning, which
@@ -33,10 +34,10 @@ std::string BareSentence(const std::string& stored) {
 std::string RecordsHeader(Program& program, SyncRecords& records) {
   constexpr std::chrono::days kKept{180};
   constexpr std::chrono::year kUnknown{1899};
-  Day today = program.app.gServerDate;
-  if (today.year() <= kUnknown) today = DayOf(program.machine.loop.Now());
-  const Day from{std::chrono::sys_days{today} - kKept};
-  return fmt::format("{} {:016x}", IsoDay(from), records.Digest(from));
+  base::Day today = program.app.gServerDate;
+  if (today.year() <= kUnknown) today = base::DayOf(program.machine.loop.Now());
+  const base::Day from{std::chrono::sys_days{today} - kKept};
+  return fmt::format("{} {:016x}", base::IsoDay(from), records.Digest(from));
 }
 
 bool IsMerge(const std::string& mode) { return mode != "NOMSG" && mode != "DOWNLOAD" && mode != "UPLOAD"; }
@@ -44,7 +45,7 @@ bool IsMerge(const std::string& mode) { return mode != "NOMSG" && mode != "DOWNL
 }  // namespace
 
 std::string SyncChecksum(SyncRecords& records) {
-  return Md5Hex(Trim(records.Newest(RecordTable::kEssay)) +
+  return Md5Hex(base::Trim(records.Newest(RecordTable::kEssay)) +
                 BareSentence(records.Newest(RecordTable::kOkSentence)) +
                 BareSentence(records.Newest(RecordTable::kErrSentence)));
 }

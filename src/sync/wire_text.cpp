@@ -3,7 +3,7 @@
 #include <charconv>
 #include <optional>
 
-#include "platform/text_encoding.h"
+#include "base/utf16.h"
 
 namespace {
 
@@ -20,11 +20,11 @@ std::optional<unsigned> CodeIn(std::string_view digits) {
 
 std::string Utf8Of(unsigned code) {
   constexpr unsigned kBeyond = 0x10000;
-  if (code < kBeyond) return ToUtf8(std::u16string(1, static_cast<char16_t>(code)));
+  if (code < kBeyond) return base::ToUtf8(std::u16string(1, static_cast<char16_t>(code)));
   const unsigned rest = code - kBeyond;
   const std::u16string pair{static_cast<char16_t>(0xD800 + (rest >> 10U)),
                             static_cast<char16_t>(0xDC00 + (rest & 0x3FFU))};
-  return ToUtf8(pair);
+  return base::ToUtf8(pair);
 }
 
 }  // namespace

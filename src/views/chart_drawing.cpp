@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "base/day.h"
 #include "core/text_utility.h"
 #include "views/page_frame.h"
 
@@ -40,7 +41,7 @@ void PutGrid(std::string& page, int top, const char* unit) {
   }
 }
 
-void PutDayLabel(std::string& page, double x, Day day) {
+void PutDayLabel(std::string& page, double x, base::Day day) {
   Put(page, "<text x='{:.1f}' y='{}' text-anchor='middle'>{}/{}</text>\n", x, kBottom + 16,
       unsigned{day.month()}, unsigned{day.day()});
 }
@@ -55,8 +56,8 @@ void PutDay(std::string& page, const PracticeDay& day, double x, double room, do
   constexpr double kFilled = 0.72;  // of a day's room
   const double width = room * kFilled;
   const double left = x + (room - width) / 2;
-  Put(page, "<g><title>{}：正確 {}，犯錯 {}</title>\n", FormatDateUnpadded(day.day, "/"),
-      FormatNumber(day.right), FormatNumber(day.faulty));
+  Put(page, "<g><title>{}：正確 {}，犯錯 {}</title>\n", base::ShownDay(day.day), FormatNumber(day.right),
+      FormatNumber(day.faulty));
   PutBar(page, left, kBottom - day.right * unit, width, day.right * unit, kRightColor);
   PutBar(page, left, kBottom - Total(day) * unit, width, day.faulty * unit, kFaultyColor);
   page += "</g>\n";
@@ -65,7 +66,7 @@ void PutDay(std::string& page, const PracticeDay& day, double x, double room, do
 void PutPoint(std::string& page, const PracticeDay& week, double x, double y) {
   Put(page,
       "<circle cx='{:.1f}' cy='{:.1f}' r='3' fill='{}'><title>{} 起的一週：{}%（{} 句）</title></circle>\n",
-      x, y, kLineColor, FormatDateUnpadded(week.day, "/"), RightShare(week), FormatNumber(Total(week)));
+      x, y, kLineColor, base::ShownDay(week.day), RightShare(week), FormatNumber(Total(week)));
 }
 
 void PutError(std::string& page, const FrequentError& error, double y, double unit) {

@@ -2,7 +2,8 @@
 
 #include <algorithm>
 
-#include "core/text_utility.h"
+#include "base/day.h"
+#include "base/text.h"
 #include "records/err_list_db.h"
 
 using std::chrono::days;
@@ -15,7 +16,8 @@ bool Charts::IsEmpty() const {
          std::ranges::none_of(this->weeks, hasSentences);
 }
 
-std::vector<PracticeDay> Spread(const std::vector<PracticeDay>& found, Day first, Day last, int stepDays) {
+std::vector<PracticeDay> Spread(const std::vector<PracticeDay>& found, base::Day first, base::Day last,
+                                int stepDays) {
   std::vector<PracticeDay> rows;
   for (sys_days at = first; at <= sys_days{last}; at += days{stepDays}) rows.push_back({.day = at});
   for (const auto& entry : found) {
@@ -28,22 +30,22 @@ std::vector<PracticeDay> Spread(const std::vector<PracticeDay>& found, Day first
   return rows;
 }
 
-Day MondayOf(Day day) {
+base::Day MondayOf(base::Day day) {
   const sys_days at{day};
   return at - (std::chrono::weekday{at} - std::chrono::Monday);
 }
 
-Charts CollectCharts(RecordDb& records, ErrListDb& errList, Day today) {
+Charts CollectCharts(RecordDb& records, ErrListDb& errList, base::Day today) {
   constexpr int kErrors = 10;
   constexpr int kDaysOfWeek = 7;
-  const Day firstDay = sys_days{MondayOf(today)} - weeks{5};
-  const Day firstWeek = sys_days{MondayOf(today)} - weeks{25};
+  const base::Day firstDay = sys_days{MondayOf(today)} - weeks{5};
+  const base::Day firstWeek = sys_days{MondayOf(today)} - weeks{25};
   PracticeRecords practice(records);
   Charts charts;
   charts.days = Spread(practice.DaysWithin(firstDay, today), firstDay, today, 1);
   charts.weeks = Spread(practice.DaysWithin(firstWeek, today), firstWeek, today, kDaysOfWeek);
   for (const auto& [errcode, count] : practice.MostFrequentErrors(kErrors)) {
-    const std::string outline = Trim(errList.Outline(errcode));
+    const std::string outline = base::Trim(errList.Outline(errcode));
     charts.errors.push_back({outline.empty() ? errcode : outline, count});
   }
   charts.runOfDays = practice.RunOfDays(today);

@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "base/day.h"
 #include "records/practice_records.h"
 
 class ErrListDb;
@@ -24,10 +25,11 @@ struct Charts {
 
 /// Puts a row for each step of days from the first to the last one and adds up what falls into it.
 /// @param found in order of days, none before the first
-std::vector<PracticeDay> Spread(const std::vector<PracticeDay>& found, Day first, Day last, int stepDays);
+std::vector<PracticeDay> Spread(const std::vector<PracticeDay>& found, base::Day first, base::Day last,
+                                int stepDays);
 
 /// The Monday of a day's week.
-Day MondayOf(Day day);
+base::Day MondayOf(base::Day day);
 
 /// Throws RunTimeError.
-Charts CollectCharts(RecordDb& records, ErrListDb& errList, Day today);
+Charts CollectCharts(RecordDb& records, ErrListDb& errList, base::Day today);

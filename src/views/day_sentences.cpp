@@ -1,7 +1,8 @@
 #include "views/day_sentences.h"
 
+#include "base/day.h"
+#include "base/text.h"
 #include "core/message.h"
-#include "core/text_utility.h"
 #include "platform/desktop.h"
 #include "platform/machine.h"
 #include "platform/run_time_error.h"
@@ -9,12 +10,12 @@
 
 namespace {
 
-std::vector<Day> DaysFrom(const std::string& list) {
-  std::vector<Day> days;
-  for (const auto& text : Split(list, "#")) {
-    Day day{};
-    if (!ParseDate(text, day)) throw RunTimeError("not a date: " + text);
-    days.push_back(day);
+std::vector<base::Day> DaysFrom(const std::string& list) {
+  std::vector<base::Day> days;
+  for (const auto& text : base::Split(list, "#")) {
+    const auto day = base::ParseDate(text);
+    if (!day) throw RunTimeError("not a date: " + text);
+    days.push_back(*day);
   }
   return days;
 }
@@ -117,7 +118,7 @@ void FrmSentences::GetRecAndPassEngine() {
   txtInput.Text = sentence;
   machine.loop.DoEvents();
   txtInput.SelStart = 0;
-  txtInput.SelLength = Len(txtInput.Text());
+  txtInput.SelLength = base::Len(txtInput.Text());
   txtInput.SelFontName = "Arial";
   txtInput.SelColor = Rgb(255, 204, 0);
   const BusySentences busy(program_.app);

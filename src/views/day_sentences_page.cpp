@@ -3,7 +3,7 @@
 #include <initializer_list>
 #include <string_view>
 
-#include "core/text_utility.h"
+#include "base/text.h"
 #include "records/record_db.h"
 #include "views/page_frame.h"
 
@@ -64,7 +64,7 @@ void AppendRow(std::string& page, int row, const std::string& id, const std::str
 
 }  // namespace
 
-std::string ShownSentence(const ListedSentence& row) { return PlainApostrophes(Trim(row.sentence)); }
+std::string ShownSentence(const ListedSentence& row) { return PlainApostrophes(base::Trim(row.sentence)); }
 
 std::string DaySentencesPage(const std::vector<ListedSentence>& ok, const std::vector<ListedSentence>& err) {
   constexpr std::size_t kRowSize = 800;
@@ -72,7 +72,7 @@ std::string DaySentencesPage(const std::vector<ListedSentence>& ok, const std::v
   page.reserve((ok.size() + err.size() + 1) * kRowSize);
   page += BuildPageFrame("HEADER", "") + DarkBody() + "<table width='100%' border='0'>\r\n";
   int row = 0;
-  for (const auto& entry : ok) AppendRow(page, ++row, Trim(entry.id), ShownSentence(entry), kOkRow);
-  for (const auto& entry : err) AppendRow(page, ++row, Trim(entry.id), entry.sentence, kErrRow);
+  for (const auto& entry : ok) AppendRow(page, ++row, base::Trim(entry.id), ShownSentence(entry), kOkRow);
+  for (const auto& entry : err) AppendRow(page, ++row, base::Trim(entry.id), entry.sentence, kErrRow);
   return page + "</table>\r\n" + BuildPageFrame("FOOTER", "");
 }

@@ -1,7 +1,7 @@
 #include "views/diary.h"
 
+#include "base/day.h"
 #include "core/message.h"
-#include "core/text_utility.h"
 #include "platform/machine.h"
 #include "views/charts_page.h"
 #include "views/diary_page.h"
@@ -108,10 +108,9 @@ void FrmDiary::picButtons_Click(int index) {
 }
 
 void FrmDiary::CleanupDiaryRecord() {
-  std::vector<Day> days;
+  std::vector<base::Day> days;
   for (const auto& text : list_.CheckedKeys()) {
-    Day day{};
-    if (ParseDate(text, day)) days.push_back(day);
+    if (const auto day = base::ParseDate(text)) days.push_back(*day);
   }
   records_.DeleteDays(days);
 }
@@ -141,5 +140,5 @@ void FrmDiary::picTabs_Click(int index) {
 }
 
 void FrmDiary::ShowCharts() {
-  webCharts.Write(ChartsPage(CollectCharts(recordDb_, errList_, DayOf(machine.loop.Now()))));
+  webCharts.Write(ChartsPage(CollectCharts(recordDb_, errList_, base::DayOf(machine.loop.Now()))));
 }

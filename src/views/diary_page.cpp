@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 
+#include "base/day.h"
 #include "core/text_utility.h"
 #include "views/page_frame.h"
 
@@ -21,7 +22,7 @@ void AppendNumber(std::string& page, int number) {
 }
 
 void AppendRow(std::string& page, int row, const DiaryDay& entry) {
-  const std::string day = FormatDateUnpadded(entry.day, "/");
+  const std::string day = base::ShownDay(entry.day);
   fmt::format_to(std::back_inserter(page),
                  "<tr height='30' style='font-family: Arial; font-size: 15px; color: #FFFFFF'>\r\n"
                  "<td width='10%' align='center'><input type='checkbox' name='chk{0}' id='chk{0}' "

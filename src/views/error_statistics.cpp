@@ -1,7 +1,7 @@
 #include "views/error_statistics.h"
 
+#include "base/text.h"
 #include "core/message.h"
-#include "core/text_utility.h"
 #include "platform/environment.h"
 #include "platform/machine.h"
 #include "views/error_statistics_page.h"
@@ -58,14 +58,14 @@ void FrmErrList::webHtml_BeforeNavigate2(const std::string& url, bool& cancel) {
   if (url.starts_with("cmd:")) {
     cancel = true;
     if (!url.starts_with(kOpenCode)) return;
-    const std::string code = Replace(url, kOpenCode, "");
+    const std::string code = base::Replace(url, kOpenCode, "");
     program_.hall.frmErrSentence->ShowErrSentence(code);
     program_.hall.frmErrSentence->AsForm().Show();
   } else if (url == "rem:clear") {
     selectedCode_.clear();  // not cancelled: the page stays as it is all the same
   } else if (url.starts_with("rem:")) {
     cancel = true;
-    selectedCode_ = Replace(url, kRememberCode, "");
+    selectedCode_ = base::Replace(url, kRememberCode, "");
   }
 }
 

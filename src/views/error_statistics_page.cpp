@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 
+#include "base/text.h"
 #include "core/text_utility.h"
 #include "views/page_frame.h"
 
@@ -89,6 +90,6 @@ std::string ErrorStatisticsPage(const std::string& programFolder,
   std::string body = "<div align='center'>\n<table border='0' width='99%' id='table1'>\n";
   for (const auto& category : categories) AppendCategory(body, programFolder, category);
   body += "</table>\n";
-  return BuildPageFrame("HEADER", "") + Replace(tree, "\n", "\r\n") + DarkBody() +
-         Replace(body, "\n", "\r\n") + BuildPageFrame("FOOTER", "");
+  return BuildPageFrame("HEADER", "") + base::Replace(tree, "\n", "\r\n") + DarkBody() +
+         base::Replace(body, "\n", "\r\n") + BuildPageFrame("FOOTER", "");
 }

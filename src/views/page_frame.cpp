@@ -2,7 +2,7 @@
 
 #include <initializer_list>
 
-#include "core/text_utility.h"
+#include "base/text.h"
 
 namespace {
 
@@ -55,9 +55,9 @@ std::string DarkBody() { return std::string("<body ") + kQuietBody; }
 
 std::string HtmlText(std::string_view text) {
   if (text.find_first_of("&<>\"") == std::string_view::npos) return std::string(text);
-  std::string html = Replace(text, "&", "&amp;");
+  std::string html = base::Replace(text, "&", "&amp;");
   for (const auto& [sign, entity] : {std::pair{"<", "&lt;"}, {">", "&gt;"}, {"\"", "&quot;"}}) {
-    html = Replace(html, sign, entity);
+    html = base::Replace(html, sign, entity);
   }
   return html;
 }

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <array>
 
+#include "base/text.h"
 #include "core/assignment_urls.h"
-#include "core/text_utility.h"
 #include "core/window_shell.h"
 #include "platform/chinese.h"
 #include "platform/desktop.h"
@@ -121,8 +121,8 @@ void FrmBrowser::OpenOutside() { machine.desktop.OpenOutside(webMain.LocationURL
 
 void FrmBrowser::SpecialFunctionProc(const std::string& url) {
   constexpr int kPrefix = 9;
-  const std::string command = Mid(url, 1, kPrefix);
-  const std::string argument = Mid(url, kPrefix + 1);
+  const std::string command = base::Mid(url, 1, kPrefix);
+  const std::string argument = base::Mid(url, kPrefix + 1);
   if (command == "cmd:show:" && program_.hall.frmEssay) {
     program_.hall.frmEssay->ShowEssay(argument);
   } else if (command == "cmd:teaw:") {

@@ -1,7 +1,7 @@
 #include "wordhelper/collocation.h"
 
+#include "base/text.h"
 #include "core/options.h"
-#include "core/text_utility.h"
 #include "wordhelper/pair_code.h"
 
 namespace {
@@ -113,7 +113,7 @@ void FrmCollocation::Form_Activate() {
 void FrmCollocation::TakeMainText() {
   auto& app = program_.app;
   const RichTextBox& txtInput = program_.hall.frmMain->InputBox();
-  const std::string text = Trim(txtInput.Text());
+  const std::string text = base::Trim(txtInput.Text());
   const bool isSelected = txtInput.SelLength >= 1;
   if ((text.empty() || text == lastMainText_) && !isSelected) return;
   if (isSelected) app.gLastInput.clear();
@@ -149,7 +149,7 @@ void FrmCollocation::optPara1_Click(int index) {
 }
 
 void FrmCollocation::ShowQuery(const std::string& para) {
-  const auto parts = Split(para, ",");
+  const auto parts = base::Split(para, ",");
   txtKeyword(0).Text = parts.empty() ? "" : parts[0];
   if (parts.size() < 2) return;
   for (const auto& pair : kPairCodes) {
@@ -161,9 +161,9 @@ void FrmCollocation::ShowQuery(const std::string& para) {
 }
 
 void FrmCollocation::cboCollect_Click() {
-  const auto phrase = Split(cboCollect.Text(), ">>");
+  const auto phrase = base::Split(cboCollect.Text(), ">>");
   const bool hasNote = phrase.size() > 1;
-  lblCollectMessage.Caption = "查看含 [" + (hasNote ? Trim(phrase[0]) : cboCollect.Text()) + "] 的例句";
+  lblCollectMessage.Caption = "查看含 [" + (hasNote ? base::Trim(phrase[0]) : cboCollect.Text()) + "] 的例句";
 }
 
 void FrmCollocation::tmrArrow_Timer() {

@@ -1,11 +1,12 @@
 // What the buttons of the word helper ask for, and the outside sources.
 #include <array>
 
+#include "base/percent.h"
+#include "base/text.h"
 #include "core/digest.h"
 #include "core/message.h"
 #include "core/options.h"
 #include "core/server_access.h"
-#include "core/text_utility.h"
 #include "platform/chinese.h"
 #include "platform/desktop.h"
 #include "wordhelper/collocation.h"
@@ -38,11 +39,11 @@ std::string Beside(const ComboBox& shown, const ComboBox& hidden) {
 void FrmCollocation::picButtons_Click(int index) {
   arrowTicks_ = 0;
   if (index == 2) {
-    const auto phrase = Split(cboCollect.Text(), ">>");
-    pickedPhrase_ = phrase.empty() ? "" : Trim(phrase[0]);
+    const auto phrase = base::Split(cboCollect.Text(), ">>");
+    pickedPhrase_ = phrase.empty() ? "" : base::Trim(phrase[0]);
     return picSearchs_Click(2);
   }
-  const std::string word = Trim(txtKeyword(index).Text());
+  const std::string word = base::Trim(txtKeyword(index).Text());
   if (word.empty()) {
     FrmMessage::Ask(program_, "25", 1, "OK", "0");
   } else if (index == 0) {
@@ -70,8 +71,8 @@ void FrmCollocation::AskSynonyms(const std::string& word) {
 // Sources of Chinese want simplified characters, percent-encoded.
 std::string FrmCollocation::TextToSearch(int index) {
   if (index == 2) return pickedPhrase_;
-  const std::string text = Trim(txtFreeword(index).Text());
-  return index == 0 ? UrlEncodeUtf8(Trim(machine.chinese.ToSimplified(text))) : text;
+  const std::string text = base::Trim(txtFreeword(index).Text());
+  return index == 0 ? base::UrlEncodeUtf8(base::Trim(machine.chinese.ToSimplified(text))) : text;
 }
 
 void FrmCollocation::picSearchs_Click(int index) {

@@ -3,10 +3,11 @@
 #include <algorithm>
 
 #include "base/files.h"
+#include "base/percent.h"
+#include "base/text.h"
 #include "core/digest.h"
 #include "core/program.h"
 #include "core/server_access.h"
-#include "core/text_utility.h"
 #include "platform/machine.h"
 #include "platform/run_time_error.h"
 #include "platform/text_encoding.h"
@@ -16,13 +17,6 @@ namespace {
 constexpr std::string_view kRecordEnd = "<@>";
 constexpr std::size_t kFields = 4;
 
-std::string LowerCase(std::string text) {
-  std::ranges::transform(text, text.begin(), [](char sign) {
-    return sign >= 'A' && sign <= 'Z' ? static_cast<char>(sign + 32) : sign;
-  });
-  return text;
-}
-
 std::string ChoiceFile(const Program& program) { return program.app.gTempDir + "/marovane/websource.set"; }
 
 bool IsDigit(const std::string& text) { return text.size() == 1 && text[0] >= '0' && text[0] <= '9'; }
@@ -30,7 +24,7 @@ bool IsDigit(const std::string& text) { return text.size() == 1 && text[0] >= '0
 std::string LineOf(std::string_view bytes) {
   if (bytes.ends_with('\r')) bytes.remove_suffix(1);
   try {
-    return Trim(FromBig5(bytes));
+    return base::Trim(FromBig5(bytes));
   } catch (const RunTimeError&) {
     return "";
   }
@@ -39,8 +33,8 @@ std::string LineOf(std::string_view bytes) {
 }  // namespace
 
 std::string WebSource::AddressOf(const std::string& text) const {
-  const std::string address = Replace(url, kSearchedText, text);
-  return lang == "cn" ? UrlEncodeUtf8(address) : address;
+  const std::string address = base::Replace(url, kSearchedText, text);
+  return lang == "cn" ? base::UrlEncodeUtf8(address) : address;
 }
 
 std::string FetchWebSources(Program& program) {
@@ -49,7 +43,7 @@ std::string FetchWebSources(Program& program) {
     const std::string reply =
         PostForm(program, program.app.gServerUrlRoot + "p_getwebhelper.asp", std::string(kAccessKey));
     // Before anything is split: "#" may part the fields.
-    return Replace(reply, "##String2chk##", kSearchedText);
+    return base::Replace(reply, "##String2chk##", kSearchedText);
   } catch (const RunTimeError&) {
     return std::string(kConnectFailed);
   }
@@ -58,13 +52,13 @@ std::string FetchWebSources(Program& program) {
 WebSourceList ParseWebSources(const std::string& reply) {
   const std::string_view separator = reply.find("||") == std::string::npos ? "#" : "||";
   WebSourceList list;
-  for (const auto& record : Split(reply, kRecordEnd)) {
+  for (const auto& record : base::Split(reply, kRecordEnd)) {
     if (record.empty()) break;
-    const auto fields = Split(record, separator);
+    const auto fields = base::Split(record, separator);
     if (fields.size() < kFields) {
       list.isFaulty = true;
     } else {
-      list.sources.push_back({fields[0], LowerCase(fields[1]), LowerCase(fields[2]), fields[3]});
+      list.sources.push_back({fields[0], base::Lower(fields[1]), base::Lower(fields[2]), fields[3]});
     }
   }
   return list;
@@ -75,7 +69,7 @@ bool HasChosenSources(Program& program) { return program.machine.files.FileExist
 ChosenSources ReadChosenSources(Program& program) {
   ChosenSources chosen;
   if (!HasChosenSources(program)) return chosen;
-  const auto lines = Split(program.machine.files.Read(ChoiceFile(program)), "\n");
+  const auto lines = base::Split(program.machine.files.Read(ChoiceFile(program)), "\n");
   for (std::size_t i = 0; i < std::min(chosen.size(), lines.size()); ++i) chosen[i] = LineOf(lines[i]);
   return chosen;
 }

@@ -1,11 +1,11 @@
 // One question to the word bank, by its local engine or by the server's.
 #include "base/files.h"
+#include "base/text.h"
 #include "core/engine_exchange.h"
 #include "core/message.h"
 #include "core/process_control.h"
 #include "core/server_access.h"
 #include "core/set_file.h"
-#include "core/text_utility.h"
 #include "platform/run_time_error.h"
 #include "wordhelper/collocation.h"
 #include "wordhelper/user_act.h"
@@ -184,7 +184,7 @@ std::optional<std::string> FrmCollocation::AskOnce(const std::string& para) {
     const std::string reply = PostForm(program_, program_.app.gWebEngineRoot + "p_passWebEngine_wbank.asp",
                                        std::string(kAccessKey) + "&para=" + para);
     if (!reply.starts_with(kSuccess)) return std::nullopt;
-    return Trim(std::string_view(reply).substr(kSuccess.size()));
+    return base::Trim(std::string_view(reply).substr(kSuccess.size()));
   } catch (const RunTimeError&) {
     return std::nullopt;  // a broken transfer is no answer either
   }

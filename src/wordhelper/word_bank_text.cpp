@@ -1,20 +1,20 @@
 #include "wordhelper/word_bank_text.h"
 
-#include "core/text_utility.h"
+#include "base/text.h"
 #include "platform/text_encoding.h"
 #include "views/page_frame.h"
 
 std::vector<std::string> PayloadItems(const std::string& payload) {
   std::vector<std::string> items;
-  for (const auto& piece : Split(payload, "<@>")) {
-    std::string item = Trim(piece);
+  for (const auto& piece : base::Split(payload, "<@>")) {
+    std::string item = base::Trim(piece);
     if (!item.empty()) items.push_back(std::move(item));
   }
   return items;
 }
 
 std::vector<std::string> ResultLines(std::string_view bytes) {
-  auto lines = Split(FromBig5(bytes), "\n");
+  auto lines = base::Split(FromBig5(bytes), "\n");
   if (!lines.empty() && lines.back().empty()) lines.pop_back();  // what stands behind the last line end
   if (!lines.empty()) lines.erase(lines.begin());
   for (auto& line : lines) {

@@ -1,6 +1,6 @@
 #include "checking/error_sentences.h"
 
-#include "core/text_utility.h"
+#include "base/day.h"
 #include "tests/checking/checking_fixture.h"
 
 namespace {
@@ -36,7 +36,7 @@ class ErrSentencesTest : public CheckingTest {
 };
 
 TEST_F(ErrSentencesTest, PageHoldsTheSentencesOfOneCode) {
-  const auto day = DayOf(machine.loop.Now());
+  const auto day = base::DayOf(machine.loop.Now());
   records.InsertErrSentence({.id = "1", .sentence = "He *don't*.", .errcode = "A1", .sDate = day});
   records.InsertErrSentence({.id = "2", .sentence = "other", .errcode = "B1", .sDate = day});
   records.InsertErrSentence({.id = "3", .sentence = "gone", .errcode = "A1", .sDate = day, .upload = "D"});

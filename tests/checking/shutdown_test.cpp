@@ -1,4 +1,5 @@
 // The end of a run: what goes, what is kept, and that it ends.
+#include "base/day.h"
 #include "platform/run_time_error.h"
 #include "platform/timer.h"
 #include "records/age_cleaning.h"
@@ -10,7 +11,7 @@ using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 
-constexpr std::chrono::year_month_day kServerDate{std::chrono::year{2026} / 11 / 5};
+constexpr base::Day kServerDate{std::chrono::year{2026} / 11 / 5};
 // 180 days before it.
 constexpr const char* kCut = "2026-05-09";
 constexpr const char* kDayBefore = "2026-05-08";

@@ -4,6 +4,7 @@
 
 #include <random>
 
+#include "base/utf16.h"
 #include "platform/text_encoding.h"
 #include "server/page_codec.h"
 
@@ -95,21 +96,9 @@ TEST(EncodeForServer, IsUndoneByTheServer) {
       text += random() % 3 == 0 ? characters[random() % characters.size()]
                                 : static_cast<char16_t>(random() % 0x80);
     }
-    const std::string utf8 = ToUtf8(text);
+    const std::string utf8 = base::ToUtf8(text);
     ASSERT_EQ(marovane::DecodePage(EncodeForServer(utf8)), ToBig5(utf8)) << utf8;
   }
-}
-
-TEST(UrlEncode, EscapesWhatIsNotAscii) {
-  const Vector known[] = {{"", ""},
-                          {"a b&c%", "a b&c%"},
-                          {"\x7F\u0080", "\x7F%C2%80"},
-                          {"é", "%C3%A9"},
-                          {"߿ࠀ", "%DF%BF%E0%80"},  // from 0x800 on still two bytes
-                          {"\u0FFF\u1000", "%FF%BF%E1%80%80"},
-                          {"中文", "%E4%B8%AD%E6%96%87"},
-                          {"𠮷", "%ED%A1%82%ED%BE%B7"}};  // each half by itself
-  for (const auto& [text, code] : known) EXPECT_EQ(UrlEncodeUtf8(text), code) << text;
 }
 
 }  // namespace

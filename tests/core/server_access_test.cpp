@@ -1,7 +1,7 @@
 #include "core/server_access.h"
 
+#include "base/day.h"
 #include "core/message.h"
-#include "core/text_utility.h"
 #include "platform/run_time_error.h"
 #include "platform/text_encoding.h"
 #include "tests/core/core_fixture.h"
@@ -67,7 +67,7 @@ TEST_F(ServerAccessTest, ProbeTakesTheServersDate) {
     app.gServerDate = AppState{}.gServerDate;
     http_.Route(kProbe, reply);
     EXPECT_EQ(IsServerOnline(program), isOnline) << reply;
-    EXPECT_EQ(FormatDateUnpadded(app.gServerDate, "/"), date) << reply;
+    EXPECT_EQ(base::ShownDay(app.gServerDate), date) << reply;
   }
   http_.RouteToNowhere(kProbe);
   EXPECT_FALSE(IsServerOnline(program));

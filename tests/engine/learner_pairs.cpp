@@ -5,25 +5,18 @@
 #include <algorithm>
 #include <array>
 #include <fstream>
-#include <sstream>
 #include <stdexcept>
+
+#include "base/text.h"
 
 namespace tolvex::test {
 namespace {
-
-std::vector<std::string> SplitAt(const std::string& text, char separator) {
-  std::vector<std::string> parts;
-  std::istringstream in(text);
-  for (std::string part; std::getline(in, part, separator);) parts.push_back(part);
-  return parts;
-}
 
 std::string Spelled(std::string text) {
   static const std::array<std::pair<std::string, std::string>, 3> kShort = {
       {{"can't", "cannot"}, {"won't", "will not"}, {"n't", " not"}}};
   for (const auto& [from, to] : kShort) {
-    for (auto at = text.find(from); at != std::string::npos; at = text.find(from, at + to.size()))
-      text.replace(at, from.size(), to);
+    text = base::Replace(text, from, to);
   }
   return text;
 }
@@ -68,10 +61,10 @@ std::vector<LearnerPair> ReadPairs(const std::filesystem::path& path) {
   for (std::string line; std::getline(in, line);) {
     ++number;
     if (line.empty() || line[0] == '#') continue;
-    const auto columns = SplitAt(line, '\t');
+    const auto columns = base::Split(line, "\t");
     if (columns.size() != 4)
       throw std::runtime_error(fmt::format("{}:{}: four columns wanted", path.string(), number));
-    pairs.push_back({columns[0], SplitAt(columns[1], '|'), columns[2], columns[3]});
+    pairs.push_back({columns[0], base::Split(columns[1], "|"), columns[2], columns[3]});
   }
   return pairs;
 }

@@ -1,7 +1,7 @@
 #include "tests/essay/essay_fixture.h"
 
+#include "base/text.h"
 #include "core/message_catalogue.h"
-#include "core/text_utility.h"
 
 namespace {
 
@@ -15,7 +15,7 @@ void InstallData(const TempHome& home) {
 }
 
 std::string SentenceOf(const std::string& body) {
-  return Replace(body.substr(body.find("&s=") + 3), "%20", " ");
+  return base::Replace(body.substr(body.find("&s=") + 3), "%20", " ");
 }
 
 }  // namespace

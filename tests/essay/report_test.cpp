@@ -12,7 +12,7 @@
 #include <fstream>
 #include <sstream>
 
-#include "core/text_utility.h"
+#include "base/text.h"
 #include "platform/html.h"
 #include "platform/run_time_error.h"
 
@@ -56,7 +56,7 @@ EssayReport ReportFrom(const std::string& lines) {
     std::getline(words >> std::ws, text);
     if (kind == "essay") {
       report.essay.finalSet = first;
-      report.essay.orgEssay = Replace(text, "\\n", "\r\n");
+      report.essay.orgEssay = base::Replace(text, "\\n", "\r\n");
     } else if (kind == "ok") {
       report.okSentences.push_back(
           {.sId = std::to_string(id), .sentence = text, .sDate = {}, .essaySId = first, .haveHtm = second});

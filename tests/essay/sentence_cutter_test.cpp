@@ -3,7 +3,6 @@
 #include <gmock/gmock.h>
 
 #include "essay/text_rules.h"
-#include "platform/text_encoding.h"
 
 namespace {
 

@@ -4,6 +4,7 @@
 
 #include <regex>
 
+#include "base/day.h"
 #include "core/settings.h"
 #include "platform/text_encoding.h"
 
@@ -14,7 +15,7 @@ TopicsTest::TopicsTest() {
 }
 
 void TopicsTest::Put(const StoredEssay& essay) {
-  const Day day = std::chrono::year{2026} / 11 / essay.day;
+  const base::Day day = std::chrono::year{2026} / 11 / essay.day;
   EssayRecords(composition.records)
       .InsertEssay({essay.essayId, essay.workId, essay.quiz, essay.text, essay.text, essay.upload,
                     essay.finalSet, day});

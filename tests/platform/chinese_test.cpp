@@ -2,8 +2,8 @@
 
 #include <string>
 
+#include "base/utf16.h"
 #include "platform/host/opencc.h"
-#include "platform/text_encoding.h"
 
 namespace {
 
@@ -26,11 +26,11 @@ TEST(OpenCc, GivesAsManyCharactersAsItGot) {
   const OpenCcConverter chinese;
   std::u16string all;
   for (char16_t character = 0x4E00; character < 0xA000; ++character) all.push_back(character);
-  for (const std::string& text : {ToUtf8(all), std::string("𠮷😀é\xFF")}) {
+  for (const std::string& text : {base::ToUtf8(all), std::string("𠮷😀é\xFF")}) {
     const auto count = [](const std::string& utf8) {
       return std::ranges::count_if(utf8, [](char byte) { return (byte & 0xC0) != 0x80; });
     };
-    const auto expected = count(ToUtf8(ToUtf16(text)));
+    const auto expected = count(base::ToUtf8(base::ToUtf16(text)));
     EXPECT_EQ(count(chinese.ToSimplified(text)), expected);
     EXPECT_EQ(count(chinese.ToTraditional(text)), expected);
   }

@@ -7,6 +7,7 @@
 #include <string>
 #include <thread>
 
+#include "base/day.h"
 #include "base/file_descriptor.h"
 #include "platform/headless/poll_loop.h"
 #include "platform/headless/virtual_loop.h"
@@ -269,7 +270,7 @@ TEST(PollLoop, TellsTheLocalTime) {
   const std::time_t after = std::time(nullptr);
   std::tm civil{};
   const auto day = std::chrono::floor<std::chrono::days>(now);
-  const std::chrono::year_month_day date{day};
+  const base::Day date{day};
   const std::chrono::hh_mm_ss time{now - day};
   civil.tm_year = static_cast<int>(date.year()) - 1900;
   civil.tm_mon = static_cast<int>(static_cast<unsigned>(date.month())) - 1;

@@ -8,49 +8,6 @@
 
 namespace {
 
-using namespace std::string_literals;
-
-TEST(Utf16, ReplacesEachMalformedSequenceOnce) {
-  const struct {
-    std::string bytes;
-    std::u16string units;
-  } cases[] = {
-      {"", u""},
-      {"a\0b"s, u"a\0b"s},
-      {"\x80", u"\uFFFD"},                                // continuation without a lead
-      {"\xC0\xAF", u"\uFFFD\uFFFD"},                      // overlong "/"
-      {"\xE0\x80\x80", u"\uFFFD\uFFFD\uFFFD"},            // overlong
-      {"\xED\xA0\x80", u"\uFFFD\uFFFD\uFFFD"},            // a surrogate
-      {"\xF4\x90\x80\x80", u"\uFFFD\uFFFD\uFFFD\uFFFD"},  // above U+10FFFF
-      {"\xE4\xB8", u"\uFFFD"},                            // cut off at the end
-      {"\xE4\xB8x", u"\uFFFDx"},                          // cut off within
-      {"\xF0\x9F\x98\xE4\xB8\x80", u"\uFFFD\u4E00"},
-      {"\xFF", u"\uFFFD"},
-      {"\xF0\xA0\xAE\xB7", u"\U00020BB7"},
-  };
-  for (const auto& [bytes, units] : cases)
-    EXPECT_EQ(ToUtf16(bytes), units) << ::testing::PrintToString(bytes);
-}
-
-TEST(Utf16, ReplacesLoneSurrogates) {
-  EXPECT_EQ(ToUtf8(std::u16string{u'a', char16_t{0xD842}, u'b'}), "a\uFFFDb");
-  EXPECT_EQ(ToUtf8(std::u16string{char16_t{0xDFB7}, char16_t{0xD842}}), "\uFFFD\uFFFD");
-}
-
-TEST(Utf16, GivesEveryCharacterBack) {
-  for (char32_t code = 0; code < 0x110000; code += code < 0x11000 ? 1 : 997) {
-    if (code >= 0xD800 && code < 0xE000) continue;
-    std::u16string units;
-    if (code < 0x10000) {
-      units.push_back(static_cast<char16_t>(code));
-    } else {
-      units.push_back(static_cast<char16_t>(0xD800 + ((code - 0x10000) >> 10)));
-      units.push_back(static_cast<char16_t>(0xDC00 + ((code - 0x10000) & 0x3FF)));
-    }
-    ASSERT_EQ(ToUtf16(ToUtf8(units)), units) << static_cast<unsigned>(code);
-  }
-}
-
 TEST(Big5, EncodesWithAQuestionMarkForEachCharacterWithoutACode) {
   const struct {
     const char* text;

@@ -1,6 +1,6 @@
 #include "tests/qt/program_windows.h"
 
-#include "core/text_utility.h"
+#include "base/day.h"
 #include "tests/records/record_store.h"
 #include "tests/support/realistic_records.h"
 
@@ -78,7 +78,7 @@ void PutRecords(WindowedProgram& program) {
   auto& app = program.composition.program.app;
   const auto records = program.machine.home / "Marovane.mdb";
   const auto errors = program.machine.home / "err4list.mdb";
-  const Day today = DayOf(program.machine.loop.Now());
+  const base::Day today = base::DayOf(program.machine.loop.Now());
   CreateRecords(program.machine.databases, records);
   CreateErrList(program.machine.databases, errors, {{"AG01", "第三人稱單數的動詞要加 s"}, {"AR01", "用 an"}});
   FillRealistically(*program.machine.databases.Open(records, base::Databases::Mode::kReadWrite),

@@ -10,7 +10,6 @@
 #include <sstream>
 
 #include "platform/form.h"
-#include "platform/text_encoding.h"
 #include "platform/web_browser.h"
 #include "platform/window.h"
 #include "tests/qt/post_server.h"

@@ -1,7 +1,6 @@
 // A pupil's assignments as the program gets them, and the hand-in.
 #include <gmock/gmock.h>
 
-#include "server/day.h"
 #include "server/record_store.h"
 #include "server/school_store.h"
 #include "server/text.h"

@@ -3,7 +3,7 @@
 
 #include <random>
 
-#include "server/day.h"
+#include "base/day.h"
 #include "tests/server/running_server.h"
 
 namespace {
@@ -63,10 +63,10 @@ TEST(Pages, AnswerWithTheWordsOfTheProtocol) {
 
 TEST(Pages, TellTheDate) {
   const RunningServer server;
-  const std::string before = marovane::TodayAsShown();
+  const std::string before = base::ShownDay(base::Today());
   const std::string answer = server.Ask("p_getconn.asp", "");
   EXPECT_THAT(answer, MatchesRegex("ONLINE [0-9]{4}/[0-9]{1,2}/[0-9]{1,2}"));
-  EXPECT_THAT(answer.substr(7), AnyOf(before, marovane::TodayAsShown()));
+  EXPECT_THAT(answer.substr(7), AnyOf(before, base::ShownDay(base::Today())));
 }
 
 TEST(Pages, RefuseAWrongKeyAndUnknownNames) {

@@ -1,5 +1,5 @@
 // What a teacher does with forms, and what pupils get to see of it.
-#include "server/day.h"
+#include "base/day.h"
 #include "server/text.h"
 #include "tests/server/teacher_school.h"
 
@@ -115,10 +115,10 @@ TEST_F(TeacherPages, SetAndChangeTopics) {
   EXPECT_EQ(lin.Post("topic/save", topic).status, 303);
   EXPECT_THAT(list(), HasSubstr("#運動會##")) << "nothing was changed";
   topic["question"] = "New question";
-  const std::string before = marovane::TodayAsShown();
+  const std::string before = base::ShownDay(base::Today());
   EXPECT_EQ(lin.Post("topic/save", topic).status, 303);
   EXPECT_THAT(list(), testing::AnyOf(HasSubstr("#運動會#" + before + "#"),
-                                     HasSubstr("#運動會#" + marovane::TodayAsShown() + "#")));
+                                     HasSubstr("#運動會#" + base::ShownDay(base::Today()) + "#")));
 
   const std::pair<TeacherClient::Fields, const char*> wrong[] = {
       {{{"title", ""}}, "請輸入題目名稱"},

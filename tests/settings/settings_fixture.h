@@ -6,7 +6,6 @@
 #include "core/message.h"
 #include "core/message_catalogue.h"
 #include "core/settings.h"
-#include "platform/text_encoding.h"
 #include "platform/window.h"
 #include "tests/core/core_fixture.h"
 

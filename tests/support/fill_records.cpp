@@ -2,16 +2,18 @@
 // [days]
 #include <fmt/format.h>
 
+#include "base/day.h"
 #include "base/sqlite.h"
-#include "core/text_utility.h"
 #include "tests/support/realistic_records.h"
 
 int main(int argc, char** argv) {
-  RealisticRecords wish;
-  if (argc < 3 || !ParseDate(argv[2], wish.lastDay)) {
+  const auto lastDay = base::ParseDate(argc < 3 ? "" : argv[2]);
+  if (!lastDay) {
     fmt::print(stderr, "fill_records <Marovane.mdb> <last day> [sentences] [days]\n");
     return 64;
   }
+  RealisticRecords wish;
+  wish.lastDay = *lastDay;
   if (argc > 3) wish.sentences = std::stoi(argv[3]);
   if (argc > 4) wish.days = std::stoi(argv[4]);
   try {

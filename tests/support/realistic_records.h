@@ -1,14 +1,13 @@
 // Records as a learner would have made them.
 #pragma once
 
-#include <chrono>
-
 #include "base/database.h"
+#include "base/day.h"
 
 struct RealisticRecords {
   int sentences = 2000;
   int days = 200;  ///< the last of them is lastDay; some have no sentences
-  std::chrono::year_month_day lastDay{};
+  base::Day lastDay{};
   unsigned seed = 1;
 };
 

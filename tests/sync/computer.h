@@ -6,6 +6,7 @@
 #include <set>
 #include <string>
 
+#include "base/day.h"
 #include "core/message.h"
 #include "core/program.h"
 #include "core/text_utility.h"
@@ -56,7 +57,7 @@ class Computer {
   std::unique_ptr<RunningProgram> running;
 
  private:
-  std::chrono::year_month_day Today() const { return DayOf(machine.loop.Now()); }
+  base::Day Today() const { return base::DayOf(machine.loop.Now()); }
   std::string NewId() { return MakeRecId(App(), machine.loop.Now()); }
 
   std::string account_;

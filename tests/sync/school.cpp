@@ -1,6 +1,6 @@
 #include "tests/sync/school.h"
 
-#include "core/text_utility.h"
+#include "base/day.h"
 #include "platform/run_time_error.h"
 
 School::School() { Start(); }
@@ -38,6 +38,6 @@ HttpResponse Network::Deliver(HttpRequest request) {
   const bool isProbe = request.url.ends_with("p_getconn.asp");
   HttpResponse response = curl_.Send(request);
   // The school lives on the same day as the computers, whatever the real one is.
-  if (isProbe) response.body = "ONLINE " + FormatDateUnpadded(DayOf(loop_.Now()), "/");
+  if (isProbe) response.body = "ONLINE " + base::ShownDay(base::DayOf(loop_.Now()));
   return response;
 }

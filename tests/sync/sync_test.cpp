@@ -1,4 +1,5 @@
 // Upload and synchronisation over the server's own pages.
+#include "base/utf16.h"
 #include "core/digest.h"
 #include "platform/text_encoding.h"
 #include "platform/timer.h"
@@ -281,7 +282,7 @@ TEST(WireText, BringsEveryCharacterThroughBig5) {
     if (unit < 0xD800 || unit > 0xDFFF) all.push_back(static_cast<char16_t>(unit));
   }
   all += u"😀";
-  const std::string text = ToUtf8(all);
+  const std::string text = base::ToUtf8(all);
   const std::string wire = FromBig5(marovane::WireText(text));
   EXPECT_EQ(wire.find_first_of("#<|"), std::string::npos);
   EXPECT_EQ(PlainField(wire), text);

@@ -1,5 +1,6 @@
 #include "views/charts.h"
 
+#include "base/day.h"
 #include "tests/views/views_fixture.h"
 #include "views/chart_drawing.h"
 #include "views/charts_page.h"
@@ -9,24 +10,24 @@ namespace {
 using ::testing::HasSubstr;
 using ::testing::Not;
 
-constexpr Day kToday{std::chrono::year{2026} / 11 / 5};  // a Thursday
+constexpr base::Day kToday{std::chrono::year{2026} / 11 / 5};  // a Thursday
 
 class ChartsTest : public ViewsTest {};
 
 TEST_F(ChartsTest, WeeksBeginOnMonday) {
   const struct {
-    Day day, monday;
+    base::Day day, monday;
   } kCases[] = {
       {std::chrono::year{2026} / 11 / 5, std::chrono::year{2026} / 11 / 2},
       {std::chrono::year{2026} / 11 / 2, std::chrono::year{2026} / 11 / 2},
       {std::chrono::year{2026} / 11 / 1, std::chrono::year{2026} / 10 / 26},
       {std::chrono::year{2026} / 1 / 3, std::chrono::year{2025} / 12 / 29},
   };
-  for (const auto& c : kCases) EXPECT_EQ(MondayOf(c.day), c.monday) << FormatDateUnpadded(c.day, "/");
+  for (const auto& c : kCases) EXPECT_EQ(MondayOf(c.day), c.monday) << base::ShownDay(c.day);
 }
 
 TEST_F(ChartsTest, SpreadsOverDaysAndWeeks) {
-  const Day first{std::chrono::year{2026} / 10 / 26};
+  const base::Day first{std::chrono::year{2026} / 10 / 26};
   const auto weeks =
       Spread({{first, 1, 2}, {std::chrono::year{2026} / 11 / 1, 3, 0}, {kToday, 5, 1}}, first, kToday, 7);
   ASSERT_EQ(weeks.size(), 2);
@@ -48,7 +49,7 @@ TEST_F(ChartsTest, CollectsWhatIsNotDeletedFromItsOwnDays) {
   PutOk({"10", "2026-11-06", "a clock that was wrong"});
   const Charts charts = CollectCharts(records, errList, kToday);
   EXPECT_EQ(charts.days.size(), 39);
-  EXPECT_EQ(charts.days.front().day, Day{std::chrono::year{2026} / 9 / 28});
+  EXPECT_EQ(charts.days.front().day, base::Day{std::chrono::year{2026} / 9 / 28});
   EXPECT_EQ(charts.days.back().right * 10 + charts.days.back().faulty, 11);
   ASSERT_EQ(charts.weeks.size(), 26);
   EXPECT_EQ(charts.weeks.front().right, 1);
@@ -100,7 +101,7 @@ TEST_F(ChartsTest, ScalesHoldTheirCountAndHalveEvenly) {
 }
 
 TEST_F(ChartsTest, DrawsWeeksWithoutSentencesAsGaps) {
-  const Day monday{std::chrono::year{2026} / 11 / 2};
+  const base::Day monday{std::chrono::year{2026} / 11 / 2};
   const std::string line = ShareLine({{monday, 1, 1}, {monday, 0, 0}, {monday, 3, 0}, {monday, 0, 2}});
   const auto path = line.substr(line.find("<path d='"));
   EXPECT_EQ(std::count(path.begin(), path.end(), 'M'), 2);

@@ -1,5 +1,6 @@
 #include "views/diary.h"
 
+#include "base/day.h"
 #include "platform/run_time_error.h"
 #include "tests/views/views_fixture.h"
 #include "views/diary_page.h"
@@ -51,7 +52,7 @@ TEST_F(DiaryTest, ListsDaysWithTheirCountsNewestFirst) {
   const auto shown = DiaryDays(days);
   std::vector<std::string> lines;
   for (const auto& entry : shown) {
-    lines.push_back(FormatDateUnpadded(entry.day, "/") + " " + std::to_string(entry.ok) + " " +
+    lines.push_back(base::ShownDay(entry.day) + " " + std::to_string(entry.ok) + " " +
                     std::to_string(entry.err));
   }
   EXPECT_THAT(lines, ::testing::ElementsAre("2026/11/5 2 1", "2026/10/30 0 1"));
@@ -64,7 +65,7 @@ TEST_F(DiaryTest, ListsDaysWithTheirCountsNewestFirst) {
 }
 
 TEST_F(DiaryTest, PageHasTheRowsWithThousandsSeparators) {
-  const Day day{std::chrono::year{2026} / 3 / 7};
+  const base::Day day{std::chrono::year{2026} / 3 / 7};
   const std::string page = DiaryPage({{day, 1234567, 1000}});
   EXPECT_THAT(page,
               HasSubstr("<tr height='30' style='font-family: Arial; font-size: 15px; color: #FFFFFF'>\r\n"

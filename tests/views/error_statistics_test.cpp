@@ -1,5 +1,6 @@
 #include "views/error_statistics.h"
 
+#include "base/text.h"
 #include "tests/views/views_fixture.h"
 #include "views/error_statistics_page.h"
 
@@ -73,7 +74,7 @@ TEST_F(ErrorStatisticsTest, PageIsATreeWithClosedBranches) {
   }
   // The script finds the cell that it is told.
   EXPECT_THAT(page, HasSubstr("<td id='td_AG01' onclick=\"javascript:selectTD('td_AG01');\""));
-  EXPECT_THAT(Replace(page, "\r\n", ""), Not(::testing::ContainsRegex("[\r\n]")));
+  EXPECT_THAT(base::Replace(page, "\r\n", ""), Not(::testing::ContainsRegex("[\r\n]")));
 }
 
 TEST_F(ErrorStatisticsTest, NoMistakesMakeAnEmptyTree) {

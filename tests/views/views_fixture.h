@@ -3,11 +3,10 @@
 
 #include <regex>
 #include <string>
-#include <vector>
 
+#include "base/text.h"
 #include "core/message.h"
 #include "core/message_catalogue.h"
-#include "core/text_utility.h"
 #include "platform/timer.h"
 #include "platform/web_browser.h"
 #include "records/err_list_db.h"
@@ -19,7 +18,7 @@ inline void LoadInputs(WebBrowser& browser) {
   static const std::regex input(R"re(<input type='(\w+)' name='\w+' id='(\w+)' value=(['"])(.*?)\3>)re");
   const std::string& page = browser.Page();
   for (std::sregex_iterator at(page.begin(), page.end(), input), end; at != end; ++at) {
-    browser.inputValues[(*at)[2]] = Replace((*at)[4].str(), "&quot;", "\"");
+    browser.inputValues[(*at)[2]] = base::Replace((*at)[4].str(), "&quot;", "\"");
     if ((*at)[1] == "checkbox") browser.inputChecked[(*at)[2]] = false;
   }
 }

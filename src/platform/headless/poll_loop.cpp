@@ -4,8 +4,9 @@
 #include <unistd.h>
 
 #include <cerrno>
-#include <ctime>
 #include <system_error>
+
+#include "base/day.h"
 
 PollLoop::PollLoop() : wakeFd_(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)) {
   if (wakeFd_ < 0) throw std::system_error(errno, std::generic_category(), "eventfd");
@@ -28,14 +29,7 @@ void PollLoop::Pump(std::optional<Milliseconds> atMost) {
   }
 }
 
-LocalTime PollLoop::Now() const {
-  using std::chrono::hours, std::chrono::minutes, std::chrono::seconds;
-  const std::time_t now = std::time(nullptr);
-  std::tm local{};
-  localtime_r(&now, &local);
-  const auto day = std::chrono::year{local.tm_year + 1900} / (local.tm_mon + 1) / local.tm_mday;
-  return std::chrono::local_days{day} + hours{local.tm_hour} + minutes{local.tm_min} + seconds{local.tm_sec};
-}
+LocalTime PollLoop::Now() const { return base::LocalNow(); }
 
 EventLoop::Milliseconds PollLoop::Elapsed() const {
   return std::chrono::ceil<Milliseconds>(std::chrono::steady_clock::now().time_since_epoch());

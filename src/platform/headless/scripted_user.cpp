@@ -5,6 +5,7 @@
 #include <stdexcept>
 #include <utility>
 
+#include "base/utf16.h"
 #include "platform/form.h"
 #include "platform/text_encoding.h"
 
@@ -58,7 +59,7 @@ void ScriptedUser::Focus(Control& control) {
 void ScriptedUser::Type(TextBox& box, const std::string& text) {
   const EventLoop::HandlerScope scope(loop_);
   Focus(box);
-  const std::u16string units = ToUtf16(text);
+  const std::u16string units = base::ToUtf16(text);
   for (std::size_t at = 0, size = 0; at < units.size(); at += size) {
     size = IsHighSurrogate(units[at]) ? 2 : 1;
     Require(box);
@@ -73,7 +74,7 @@ void ScriptedUser::TypeCharacter(TextBox& box, const std::u16string& character) 
   int key = code;
   box.KeyPress.Raise(key);
   if (key == 0) return;
-  Insert(box, key == code ? ToUtf8(character) : std::string(1, static_cast<char>(key)));
+  Insert(box, key == code ? base::ToUtf8(character) : std::string(1, static_cast<char>(key)));
 }
 
 void ScriptedUser::Insert(TextBox& box, const std::string& text) {
@@ -84,7 +85,7 @@ void ScriptedUser::Insert(TextBox& box, const std::string& text) {
 void ScriptedUser::Erase(TextBox& box) {
   if (box.SelLength() == 0) {
     if (box.SelStart() == 0) return;
-    const auto text = ToUtf16(box.Text());
+    const auto text = base::ToUtf16(box.Text());
     const auto caret = static_cast<std::size_t>(box.SelStart());
     const bool isPair =
         caret > 1 && (IsHighSurrogate(text[caret - 2]) || text.substr(caret - 2, 2) == u"\r\n");

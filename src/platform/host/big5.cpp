@@ -4,6 +4,7 @@
 #include <array>
 #include <memory>
 
+#include "base/utf16.h"
 #include "platform/run_time_error.h"
 #include "platform/text_encoding.h"
 
@@ -82,7 +83,7 @@ bool IsLowSurrogate(char16_t unit) { return unit >= 0xDC00 && unit < 0xE000; }
 
 std::string ToBig5(std::string_view utf8) {
   std::string bytes;
-  for (const char16_t unit : ToUtf16(utf8)) {
+  for (const char16_t unit : base::ToUtf16(utf8)) {
     if (unit < 0x80) {
       bytes.push_back(static_cast<char>(unit));
     } else if (const unsigned code = Cp950().code[unit]; code != 0) {
@@ -106,7 +107,7 @@ std::string FromBig5(std::string_view bytes) {
     if (++i == bytes.size()) throw RunTimeError("Big5 text ends in the middle of a character");
     text.push_back(Cp950().character[byte << 8 | static_cast<unsigned char>(bytes[i])]);
   }
-  return ToUtf8(text);
+  return base::ToUtf8(text);
 }
 
 int Asc(char16_t character) {

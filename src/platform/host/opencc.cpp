@@ -8,8 +8,8 @@
 #include <unordered_map>
 #include <utility>
 
+#include "base/utf16.h"
 #include "platform/run_time_error.h"
-#include "platform/text_encoding.h"
 
 namespace {
 
@@ -26,7 +26,7 @@ class OpenCcConverter::Direction {
 
   std::string Convert(std::string_view text) {
     // Well-formed from here on, so that each lead byte tells the truth about what follows.
-    const std::string whole = ToUtf8(ToUtf16(text));
+    const std::string whole = base::ToUtf8(base::ToUtf16(text));
     std::string result;
     result.reserve(whole.size());
     for (std::string_view rest = whole; !rest.empty(); rest.remove_prefix(CharacterSize(rest))) {

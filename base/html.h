@@ -7,9 +7,9 @@
 #include <string_view>
 #include <type_traits>
 
-namespace marovane {
+namespace base {
 
-/// A piece of a page. It comes from patterns that stand in the program, never from a text.
+/// A piece of a page. It comes from patterns in the program's own code, never from a text.
 class Html {
  public:
   Html() = default;
@@ -29,10 +29,12 @@ class Html {
   friend Html Fill(const char (&pattern)[N], const Parts&... parts);
 };
 
-/// The text for the inside of an element or of a quoted attribute. Control characters but tabs and line ends
-/// and bytes that are
-/// no UTF-8 become U+FFFD.
+/// The text for the inside of an element or of a quoted attribute. Control characters but tabs and line ends,
+/// and bytes that are no UTF-8, become U+FFFD.
 std::string Escaped(std::string_view text);
+
+/// The entity of a sign that has a meaning in HTML; "" for any other sign.
+std::string_view EntityOf(char sign);
 
 template <typename Part>
 std::string MarkupOf(const Part& part) {
@@ -45,10 +47,10 @@ std::string MarkupOf(const Part& part) {
   }
 }
 
-/// A literal pattern of fmt with its parts put in: texts are escaped, Html and whole numbers are not.
+/// A literal pattern of fmt, filled with its parts: texts are escaped, Html and whole numbers are not.
 template <std::size_t N, typename... Parts>
 Html Fill(const char (&pattern)[N], const Parts&... parts) {
   return Html(fmt::format(fmt::runtime(std::string_view(pattern, N - 1)), MarkupOf(parts)...));
 }
 
-}  // namespace marovane
+}  // namespace base

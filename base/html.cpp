@@ -1,13 +1,17 @@
-#include "server/html.h"
+#include "base/html.h"
 
-#include "engine/page/utf8.h"
+#include "base/utf8.h"
 
-namespace marovane {
+namespace base {
 namespace {
 
-constexpr std::string_view kReplacement = "\xEF\xBF\xBD";
+bool IsControl(char32_t sign) {
+  return (sign < 0x20 && sign != '\t' && sign != '\r' && sign != '\n') || (sign >= 0x7F && sign < 0xA0);
+}
 
-std::string_view Entity(char sign) {
+}  // namespace
+
+std::string_view EntityOf(char sign) {
   switch (sign) {
     case '&':
       return "&amp;";
@@ -24,21 +28,15 @@ std::string_view Entity(char sign) {
   }
 }
 
-bool IsControl(char32_t sign) {
-  return (sign < 0x20 && sign != '\t' && sign != '\r' && sign != '\n') || (sign >= 0x7F && sign < 0xA0);
-}
-
-}  // namespace
-
 std::string Escaped(std::string_view text) {
   std::string escaped;
   for (std::size_t at = 0; at < text.size();) {
-    const tolvex::Utf8Character character = tolvex::NextUtf8(text, at);
-    const std::string_view entity = Entity(text[at]);
+    const Utf8Character character = NextUtf8(text, at);
+    const std::string_view entity = EntityOf(text[at]);
     if (!entity.empty()) {
       escaped += entity;
     } else if (!character.valid || IsControl(character.codePoint)) {
-      escaped += kReplacement;
+      AppendUtf8(escaped, kReplacementCharacter);
     } else {
       escaped += text.substr(at, character.length);
     }
@@ -47,4 +45,4 @@ std::string Escaped(std::string_view text) {
   return escaped;
 }
 
-}  // namespace marovane
+}  // namespace base
