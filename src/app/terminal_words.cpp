@@ -30,7 +30,7 @@ int AskWordBank(Composition& composition, const TerminalCommand& command) {
 int Translate(Composition& composition, const std::string& text) {
   const std::string english = composition.frmMain->TranslateText(text);
   if (english.empty()) {
-    fmt::print(stderr, "{}\n", base::Replace(MessageText("55"), "\r\n\r\n", "，"));
+    fmt::print(stderr, "{}\n", base::Replace(std::string(Message::kNoTranslation.text), "\r\n\r\n", "，"));
     return kNothingFound;
   }
   fmt::print("{}\n", english);

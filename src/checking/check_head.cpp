@@ -30,7 +30,7 @@ bool PassPasswordGate(FrmMain& frmMain) {
   if (program.hall.frmPassword) {
     program.hall.frmPassword->AsForm().Show();
   } else {
-    FrmMessage::Ask(program, "32", 1, "OK", "0");
+    ShowMessage(program, Message::kWrongPassword);
   }
   return false;
 }
@@ -41,7 +41,7 @@ bool AcceptInput(FrmMain& frmMain, std::string& sentence) {
   frmMain.txtInput.Text = WithPlainSigns(frmMain.txtInput.Text());
   sentence = frmMain.txtInput.Text;
   if (IsPlainAscii(sentence)) return true;
-  FrmMessage::Ask(frmMain.program, "13001", 1, "OK", "0");
+  ShowMessage(frmMain.program, Message::kBadSigns);
   frmMain.txtInput.SetFocus();
   return false;
 }
@@ -52,7 +52,7 @@ bool OpenCheck(FrmMain& frmMain, const std::string& sentence) {
   frmMain.Enabled = false;
   if (!app.gEssayMode) {
     ClearEssay(app);
-    FrmMessage::ProgressMsgBox(program, "3000", 0, "0");
+    FrmMessage::ProgressMsgBox(program, Progress::kChecking);
     program.machine.loop.DoEvents();
     if (!PassPasswordGate(frmMain)) return false;
   }
@@ -71,4 +71,4 @@ void StopCheck(FrmMain& frmMain) {
   frmMain.Enabled = true;
 }
 
-void TellTimeout(FrmMain& frmMain) { FrmMessage::Ask(frmMain.program, "39", 1, "OK", "1"); }
+void TellTimeout(FrmMain& frmMain) { ShowMessage(frmMain.program, Message::kEngineTimeout); }

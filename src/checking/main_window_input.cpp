@@ -27,7 +27,7 @@ void FrmMain::TakeEnter() {
   if (!chinese.empty()) return TranslateInput(chinese);
   if (app.gEssayMode) {
     if (text.empty()) {
-      FrmMessage::Ask(program, "14003", 1, "OK", "0");
+      ShowMessage(program, Message::kWrongSentence);
     } else {
       app.gVerdict = text;  // the walk through the essay waits for it
     }
@@ -40,14 +40,14 @@ void FrmMain::TakeEnter() {
 
 void FrmMain::TranslateInput(const std::string& chinese) {
   program.app.gLastInput = chinese;
-  FrmMessage::ProgressMsgBox(program, "10003", 0, "0");
+  FrmMessage::ProgressMsgBox(program, Progress::kTranslating);
   machine.loop.DoEvents();
   const std::string result = TranslateText(chinese);
   program.frmMessage->closeForm();
   machine.loop.DoEvents();
   txtInput.Text = result;
   txtInput.SelStart = base::Len(result);
-  if (result.empty()) FrmMessage::Ask(program, "55", 1, "OK", "1");
+  if (result.empty()) ShowMessage(program, Message::kNoTranslation);
 }
 
 std::string FrmMain::TranslateText(const std::string& text) {

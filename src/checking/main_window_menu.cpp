@@ -70,7 +70,7 @@ void FrmMain::OpenErrorStatistics() {
 void FrmMain::OpenEssayTopics() {
   auto& app = program.app;
   if (!program.hall.frmEssayInputEdu) return TellNotThere();
-  if (app.gEssayReportShown && FrmMessage::Ask(program, "14006", 2, "OK_CANCEL", "2") == "CANCEL") return;
+  if (app.gEssayReportShown && !Confirm(program, Message::kNewEssay)) return;
   app.gEssayStartRequested = app.gEdition != "XQD";
   program.hall.frmEssayInputEdu->AsForm().Show();
 }
@@ -79,7 +79,7 @@ void FrmMain::OpenFeedback() {
   const std::string sentence =
       ReadWriteSetFile(machine.files, program.app.gRegistryFile, "R", "sentence", "");
   if (sentence == "0" || sentence.empty()) {
-    FrmMessage::Ask(program, "7", 0, "OK", "0");
+    ShowMessage(program, Message::kNothingToReport);
   } else if (program.hall.frmFeedback) {
     program.hall.frmFeedback->AsForm().Show();
   } else {
@@ -87,8 +87,8 @@ void FrmMain::OpenFeedback() {
   }
 }
 
-void FrmMain::TellNotThere() { FrmMessage::Ask(program, "52", 0, "OK", "0"); }
+void FrmMain::TellNotThere() { ShowMessage(program, Message::kNotOffered); }
 
 void FrmMain::AskToLeave() {
-  if (FrmMessage::Ask(program, "40", 2, "OK_CANCEL", "2") == "OK") CloseAppProcdure();
+  if (Confirm(program, Message::kLeaveProgram)) CloseAppProcdure();
 }

@@ -13,7 +13,7 @@ namespace {
 void AdviseOnSize(Program& program, AgeCleaning& records) {
   constexpr int kMany = 5000;
   if (records.CountOkSentences() > kMany || records.CountErrSentences() > kMany) {
-    FrmMessage::Ask(program, "42", 0, "OK", "0");
+    ShowMessage(program, Message::kManySentences);
   }
 }
 
@@ -41,7 +41,7 @@ void KeepHouse(FrmMain& frmMain) {
   if (isDesktopEdition) AdviseOnSize(program, records);
   frmMain.Enabled = false;
   if (isDesktopEdition) RemoveOldRecords(program.app, records);
-  WorkOffScreen work(program, "3002");
+  WorkOffScreen work(program, Progress::kUploadingAtEnd);
   Upload(program, records);
   work.Finish();
 }

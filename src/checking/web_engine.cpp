@@ -12,7 +12,7 @@ namespace {
 void ShowEngineAddress(Program& program) {
   if (!program.app.gDetailMessage) return;
   program.app.gProgressDetail = program.app.gWebEngineRoot;
-  FrmMessage::ProgressMsgBox(program, "3000", 0, "0");
+  FrmMessage::ProgressMsgBox(program, Progress::kChecking);
   program.machine.loop.DoEvents();
 }
 

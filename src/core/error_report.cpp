@@ -72,5 +72,5 @@ void ReportUnhandledError(Program& program, const std::exception& error) {
     // A trace that cannot be written must not hide the error itself.
   }
   program.app.gProgressDetail = error.what();
-  FrmMessage::MessageBox(program, "404", 1, "OK", "1");
+  FrmMessage::MessageBox(program, Message::kUnexpectedError);
 }

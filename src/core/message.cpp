@@ -3,7 +3,6 @@
 #include <array>
 
 #include "base/text.h"
-#include "core/message_catalogue.h"
 #include "core/program.h"
 #include "platform/run_time_error.h"
 #include "platform/window_system.h"
@@ -12,10 +11,9 @@ namespace {
 
 constexpr std::string_view kLineBreak = "\r\n";
 
-std::string CaptionOf(const std::string& kind) {
+std::string CaptionOf(Message::Kind kind) {
   constexpr std::array kCaptions{"訊息", "錯誤", "詢問", "軟體更新", "匯整資料"};
-  const bool isKnown = kind.size() == 1 && kind[0] >= '0' && kind[0] <= '4';
-  return isKnown ? kCaptions[static_cast<std::size_t>(kind[0] - '0')] : "";
+  return kCaptions.at(static_cast<std::size_t>(kind));
 }
 
 // Line breaks in front of a text centre it roughly in its window.
@@ -26,7 +24,8 @@ std::string PadForCentring(const std::string& text) {
   return base::Len(text) < kLongText && isOneLine ? padding + padding + text : padding + text;
 }
 
-std::string TakeDetail(std::string text, std::string& detail) {
+std::string TakeDetail(std::string_view line, std::string& detail) {
+  std::string text(line);
   if (detail.empty()) return text;
   text.append(kLineBreak).append(detail);
   detail.clear();
@@ -50,8 +49,7 @@ FrmMessage::FrmMessage(Program& program)
   tmrProgressFlash.onTick = [this] { MoveProgressFlash(imgProgressFlash, picProgress); };
 }
 
-void FrmMessage::MessageBox(Program& program, const std::string& msgId, int iconIndex,
-                            const std::string& buttons, const std::string& kind) {
+void FrmMessage::MessageBox(Program& program, const Message& message) {
   auto& app = program.app;
   try {
     program.frmMessage.Unload();  // a progress box that is up disappears at once
@@ -60,38 +58,39 @@ void FrmMessage::MessageBox(Program& program, const std::string& msgId, int icon
     FrmMessage& box = *program.frmMessage;
     box.isProgressBox_ = false;
     box.HideButtons();
-    box.SetButtonCaptions(msgId);
-    box.lblCaption.Caption = CaptionOf(kind);
-    box.SetText(TakeDetail(MessageText(msgId), app.gProgressDetail), iconIndex);
-    box.ArrangeButtons(buttons);
+    box.SetButtonCaptions(message);
+    box.lblCaption.Caption = CaptionOf(message.kind);
+    box.SetText(TakeDetail(message.text, app.gProgressDetail), message.icon);
+    box.ArrangeButtons(message.buttons);
     box.ShowAboveMain();
   } catch (const RunTimeError&) {
     return;
   }
 }
 
-std::string FrmMessage::Ask(Program& program, const std::string& msgId, int iconIndex,
-                            const std::string& buttons, const std::string& kind) {
-  MessageBox(program, msgId, iconIndex, buttons, kind);
+void ShowMessage(Program& program, const Message& message) {
+  FrmMessage::MessageBox(program, message);
   program.machine.loop.WaitUntil([&] { return !program.app.gMsgResult.empty(); });
-  return program.app.gMsgResult;
 }
 
-void FrmMessage::ProgressMsgBox(Program& program, const std::string& msgId, int iconIndex,
-                                const std::string& kind) {
+bool Confirm(Program& program, const Message& message) {
+  ShowMessage(program, message);
+  return program.app.gMsgResult == (message.buttons == Message::Buttons::kYesNo ? "YES" : "OK");
+}
+
+void FrmMessage::ProgressMsgBox(Program& program, const Progress& progress) {
   program.app.gMsgResult.clear();
-  program.frmMessage->ShowAsProgress(TakeDetail(ProgressText(msgId), program.app.gProgressDetail), iconIndex,
-                                     kind);
+  program.frmMessage->ShowAsProgress(TakeDetail(progress.text, program.app.gProgressDetail));
   program.app.gMsgResult = "OK";  // a wait behind a progress box ends at once
 }
 
-void FrmMessage::ShowAsProgress(const std::string& text, int iconIndex, const std::string& kind) {
+void FrmMessage::ShowAsProgress(const std::string& text) {
   isProgressBox_ = true;
   isClosing_ = false;
   HideButtons();
   picProgress.Visible = true;
-  lblCaption.Caption = kind == "0" ? "請稍候" : "";
-  SetText(text, iconIndex);
+  lblCaption.Caption = "請稍候";
+  SetText(text, Message::Icon::kNotice);
   fade_.ShowAtOnce();
   Show();
   TopMost = true;
@@ -105,26 +104,26 @@ void FrmMessage::HideButtons() {
   }
 }
 
-void FrmMessage::SetButtonCaptions(const std::string& msgId) {
+void FrmMessage::SetButtonCaptions(const Message& message) {
   cmdOK.Caption = "確定";
-  cmdCancel.Caption = msgId == "49" ? "放棄" : "取消";
+  cmdCancel.Caption = message.number == Message::kMergeOldAccount.number ? "放棄" : "取消";
   cmdYes.Caption = "是";
   cmdNo.Caption = "否";
 }
 
-void FrmMessage::SetText(const std::string& text, int iconIndex) {
+void FrmMessage::SetText(const std::string& text, Message::Icon icon) {
   lblMessage.Alignment = Label::kCenter;
   lblMessage.Caption = PadForCentring(text);
-  imgIcon.Picture = imgIcons(iconIndex).Picture;
+  imgIcon.Picture = imgIcons(static_cast<int>(icon)).Picture;
 }
 
-void FrmMessage::ArrangeButtons(const std::string& buttons) {
-  if (buttons == "OK") {
+void FrmMessage::ArrangeButtons(Message::Buttons buttons) {
+  if (buttons == Message::Buttons::kOk) {
     cmdOK.Left = (Width - cmdOK.Width) / 2;
     cmdOK.Visible = true;
-  } else if (buttons == "OK_CANCEL") {
+  } else if (buttons == Message::Buttons::kOkCancel) {
     PlacePair(cmdOK, cmdCancel);
-  } else if (buttons == "YES_NO") {
+  } else {
     PlacePair(cmdYes, cmdNo);
   }
 }

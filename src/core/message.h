@@ -1,8 +1,7 @@
 // The message service: all dialogs of the program go through one window.
 #pragma once
 
-#include <string>
-
+#include "core/message_catalogue.h"
 #include "core/window_shell.h"
 #include "platform/controls.h"
 #include "platform/form.h"
@@ -13,19 +12,11 @@ class FrmMessage : public Form {
  public:
   explicit FrmMessage(Program& program);
 
-  /// Shows a message and returns when its window has closed; the answer is in gMsgResult.
-  /// @param msgId     number of the catalogue; an unknown one gives an empty text
-  /// @param iconIndex 0 notice, 1 warning or error, 2 question
-  /// @param buttons   "OK", "OK_CANCEL" or "YES_NO"
-  /// @param kind      "0" to "4", chooses the caption
-  static void MessageBox(Program& program, const std::string& msgId, int iconIndex,
-                         const std::string& buttons, const std::string& kind);
+  /// Shows a message and returns when its window has closed. The answer is in gMsgResult: "OK", "CANCEL",
+  /// "YES" or "NO"; "" when the message could not be shown.
+  static void MessageBox(Program& program, const Message& message);
   /// Shows a progress box, which stays until closeForm, an unload or the next message.
-  static void ProgressMsgBox(Program& program, const std::string& msgId, int iconIndex,
-                             const std::string& kind);
-  /// Shows a message, waits for the answer and gives it: "OK", "CANCEL", "YES" or "NO".
-  static std::string Ask(Program& program, const std::string& msgId, int iconIndex,
-                         const std::string& buttons, const std::string& kind);
+  static void ProgressMsgBox(Program& program, const Progress& progress);
 
   /// Starts the fade-out that ends in unloading the window.
   void closeForm();
@@ -45,19 +36,24 @@ class FrmMessage : public Form {
 
  private:
   void HideButtons();
-  void SetButtonCaptions(const std::string& msgId);
-  void SetText(const std::string& text, int iconIndex);
-  void ArrangeButtons(const std::string& buttons);
+  void SetButtonCaptions(const Message& message);
+  void SetText(const std::string& text, Message::Icon icon);
+  void ArrangeButtons(Message::Buttons buttons);
   void PlacePair(Control& left, Control& right);
   void Answer(const char* word);
   void ShowAboveMain();
-  void ShowAsProgress(const std::string& text, int iconIndex, const std::string& kind);
+  void ShowAsProgress(const std::string& text);
 
   Program& program_;
   Fade fade_;
   bool isProgressBox_ = false;
   bool isClosing_ = false;
 };
+
+/// Shows a message and waits for the answer.
+void ShowMessage(Program& program, const Message& message);
+/// The same for a question: true when the learner agrees, by "OK" or "YES".
+bool Confirm(Program& program, const Message& message);
 
 /// Moves the bar of a progress box by one step: to the right, and back before the left edge at the end.
 void MoveProgressFlash(Control& flash, const Control& bar);

@@ -1,10 +1,39 @@
-// The texts of all messages, by number.
+// All messages and progress texts of the program, by name.
 #pragma once
 
-#include <string>
 #include <string_view>
 
-/// Text of a message, "" for an unknown number.
-std::string MessageText(std::string_view msgId);
-/// Text of a progress box, "" for an unknown number.
-std::string ProgressText(std::string_view msgId);
+/// What a message says and how its window looks.
+struct Message {
+  enum class Icon { kNotice, kWarning, kAsk };  ///< in the order of imgIcons
+  enum class Buttons { kOk, kOkCancel, kYesNo };
+  enum class Kind { kPlain, kError, kQuestion, kUpdate, kMerge };  ///< chooses the caption
+
+  std::string_view number;
+  Icon icon;
+  Buttons buttons;
+  Kind kind;
+  std::string_view text;
+
+  static const Message kNetworkDown, kNewVersion, kNoUpdater, kNothingToReport, kBadEmail, kNoRemark,
+      kRemarkTooLong, kFeedbackSent, kOverwriteFile, kNoSentences, kChooseSentences, kDeleteSentences,
+      kDeleteTopic, kDeleted, kExported, kChooseDays, kDeleteDays, kChooseMistake, kChooseEducation,
+      kNoEngineReply, kEnterWord, kEnterAccount, kPasswordLength, kWrongAccount, kWrongPassword,
+      kEngineTimeout, kLeaveProgram, kManySentences, kReinstall, kMergeOldAccount, kMergeDone, kNoPartners,
+      kNotOffered, kBadSourceList, kNoSource, kNoTranslation, kUnexpectedError, kReinstallRefused,
+      kPasswordSet, kServerNotFound, kNotOnCampus, kBadSigns, kEnterEssay, kWrongSentence, kNoEndMark,
+      kEssayDone, kNewEssay, kNoAssignment, kNoEssays, kChooseEssays, kDeleteEssays, kOneRowAtATime,
+      kHandInThis, kSomeNotDeleted, kHandedIn, kHandInNow, kOwnTopic, kDoubtfulSentence, kNotHandedIn,
+      kEssayTooLong, kTooManySentences, kUploadFailed, kNoEngineAddress, kUnknownAccount, kNewAccount;
+  static const Message kTest, kOneSentenceAtATime, kThreeDaysAtMost, kNewEngine, kEnterServer, kEnterNoun,
+      kEnterAdjective, kEnterAdverb, kEnterVerb, kSameEssay;
+};
+
+/// What a progress box says.
+struct Progress {
+  std::string_view number;
+  std::string_view text;
+
+  static const Progress kChecking, kPreparingData, kUploadingAtEnd, kCollectingDays, kSynchronising,
+      kCollectingRecords, kAnalysing, kFetching, kComparing, kFindingServer, kAskingEngine, kTranslating;
+};

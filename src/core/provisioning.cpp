@@ -158,7 +158,7 @@ void UnpackRecordsInto(Program& program, const std::string& folder) {
 void CheckDatabaseBuild(Program& program) { RunQuietly(program, CheckBuild); }
 
 void UnpackDataFiles(Program& program) {
-  FrmMessage::ProgressMsgBox(program, "3001", 0, "0");
+  FrmMessage::ProgressMsgBox(program, Progress::kPreparingData);
   for (const auto step : {UnpackRecords, UnpackEngine, RemoveEngineCopy}) RunQuietly(program, step);
   program.frmMessage.Unload();
 }
@@ -171,11 +171,11 @@ void TellMissingData(Program& program) {
   program.app.gProgressDetail =
       fmt::format("無法建立資料檔 {}，請檢查磁碟空間；套件 {} 也可能已經損毀，請重新安裝程式",
                   database.filename().string(), hasRecords ? "tolvex.giz" : "mrvdata.giz");
-  FrmMessage::Ask(program, "404", 1, "OK", "1");
+  ShowMessage(program, Message::kUnexpectedError);
 }
 
 void RefreshUpdater(Program& program) {
-  FrmMessage::ProgressMsgBox(program, "3001", 0, "0");
+  FrmMessage::ProgressMsgBox(program, Progress::kPreparingData);
   RunQuietly(program, CopyUpdater);
   program.frmMessage.Unload();
 }

@@ -64,7 +64,7 @@ void AllocateWebEngine(Program& program) {
       program.app.gWebEngineRoot = GetWebEngineAddress(program, program.app.gPublisherRoot);
       if (!program.app.gWebEngineRoot.empty() && IsWebEngineOnline(program, false)) return;
     }
-    if (FrmMessage::Ask(program, "16001", 2, "OK_CANCEL", "2") != "OK") program.machine.loop.End();
+    if (!Confirm(program, Message::kNoEngineAddress)) program.machine.loop.End();
   }
 }
 

@@ -18,7 +18,7 @@ constexpr const char* kReinstall = "mrv_reinstaller";
 constexpr const char* kClassWipe = "8";
 constexpr const char* kClassReinstall = "9";
 
-void TellNoUpdater(Program& program) { FrmMessage::Ask(program, "5", 1, "OK", "1"); }
+void TellNoUpdater(Program& program) { ShowMessage(program, Message::kNoUpdater); }
 
 std::string UpdaterFolder(const Program& program) { return program.app.gTempDir + "/Tessaroon"; }
 
@@ -56,10 +56,6 @@ void RunUpdater(Program& program, const char* word) {
   program.machine.loop.End();
 }
 
-bool Wants(Program& program, const char* question) {
-  return FrmMessage::Ask(program, question, 2, "YES_NO", "3") == "YES";
-}
-
 // Without the new version the old one goes on, and needs its data.
 void WipeAndUpdate(Program& program) {
   WipeDataFolder(program);
@@ -69,8 +65,8 @@ void WipeAndUpdate(Program& program) {
 }
 
 void OfferReinstallation(Program& program) {
-  if (!Wants(program, "47")) {
-    FrmMessage::Ask(program, "471", 1, "OK", "3");
+  if (!Confirm(program, Message::kReinstall)) {
+    ShowMessage(program, Message::kReinstallRefused);
     program.machine.loop.End();
   }
   if (!HasUpdater(program)) return TellNoUpdater(program);
@@ -79,7 +75,7 @@ void OfferReinstallation(Program& program) {
 
 void OfferUpdate(Program& program, const std::string& version) {
   const std::string kind = VersionClass(version);
-  if (!Wants(program, kind == kClassReinstall ? "47" : "4")) return;
+  if (!Confirm(program, kind == kClassReinstall ? Message::kReinstall : Message::kNewVersion)) return;
   if (!HasUpdater(program)) return TellNoUpdater(program);
   if (kind == kClassWipe) return WipeAndUpdate(program);
   RunUpdater(program, kind == kClassReinstall ? kReinstall : kUpdate);
@@ -112,9 +108,7 @@ void CheckVersion(Program& program) {
   std::string big;
   for (const auto& [type, version] : {std::pair{"mrv", &small}, {"big", &big}}) {
     *version = GetServerVersion(program, type);
-    if (*version != kConnectFailed) continue;
-    FrmMessage::Ask(program, "1", 1, "OK", "1");
-    return;
+    if (*version == kConnectFailed) return ShowMessage(program, Message::kNetworkDown);
   }
   if (big > current) {
     OfferReinstallation(program);

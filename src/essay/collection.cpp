@@ -90,7 +90,7 @@ void FrmEssayCollect::TakeLink(const std::string& url, bool& cancel) {
 
 // The server must know what is handed in.
 void FrmEssayCollect::AskAndHandIn(const std::string& essayId, const std::string& workId) {
-  if (FrmMessage::Ask(room_.program, "14016", 2, "OK_CANCEL", "0") != "OK") return;
+  if (!Confirm(room_.program, Message::kHandInThis)) return;
   if (records_.HasNew()) UploadAll();
   HandIn(essayId, workId);
   EssayRoom& room = room_;
@@ -103,9 +103,9 @@ void FrmEssayCollect::HandIn(const std::string& essayId, const std::string& work
   constexpr int kTries = 11;
   if (SubmitUntilTaken(room_.program, essayId, workId, kTries)) {
     EssayRecords(room_.records).HandInEssay(essayId, workId);
-    FrmMessage::Ask(room_.program, "14018", 0, "OK", "0");
+    ShowMessage(room_.program, Message::kHandedIn);
   } else {
-    FrmMessage::Ask(room_.program, "14022", 1, "OK", "0");
+    ShowMessage(room_.program, Message::kNotHandedIn);
   }
 }
 
@@ -117,24 +117,15 @@ void FrmEssayCollect::UploadAll() {
 
 void FrmEssayCollect::picButtons_Click(int index) {
   Program& program = room_.program;
-  if (mEssayCount == 0) {
-    FrmMessage::Ask(program, "14013", 1, "OK", "0");
-    return;
-  }
+  if (mEssayCount == 0) return ShowMessage(program, Message::kNoEssays);
   const int count = GetCheckCounts();
-  if (count == 0) {
-    FrmMessage::Ask(program, "14014", 1, "OK", "0");
-    return;
-  }
+  if (count == 0) return ShowMessage(program, Message::kChooseEssays);
   if (index == kOutput) return GetRecAndOutput();
   if (index == kDelete) {
-    if (FrmMessage::Ask(program, "14015", 2, "OK_CANCEL", "2") == "OK") CleanupSelectedRecord();
+    if (Confirm(program, Message::kDeleteEssays)) CleanupSelectedRecord();
     return;
   }
-  if (count > 1) {
-    FrmMessage::Ask(program, "14016", 0, "OK", "0");
-    return;
-  }
+  if (count > 1) return ShowMessage(program, Message::kOneRowAtATime);
   GetRecAndPassEngine();
 }
 
@@ -190,7 +181,7 @@ void FrmEssayCollect::TellDeleted() {
     Show();
   }
   ShowEssayCollect(mWorkId, mHandInMode);
-  FrmMessage::Ask(room_.program, mSkippedHandedIn ? "14017" : "17", 0, "OK", "0");
+  ShowMessage(room_.program, mSkippedHandedIn ? Message::kSomeNotDeleted : Message::kDeleted);
 }
 
 void FrmEssayCollect::Leave() {

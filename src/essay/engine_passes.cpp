@@ -29,7 +29,7 @@ constexpr const char* kEssayRunCode = "503181";
 void TellTimeout(EssayRoom& room) {
   room.frmEssay->tmrEngineResponse.Enabled = false;
   room.frmEssay->Left = kAway;
-  FrmMessage::Ask(room.program, "39", 1, "OK", "1");
+  ShowMessage(room.program, Message::kEngineTimeout);
 }
 
 void StartClock(EssayRoom& room) {

@@ -220,10 +220,7 @@ void FrmEssay::StopOrClose() {
 void FrmEssay::ShowQuestion() {
   Program& program = room_.program;
   const auto& app = program.app;
-  if (app.gEssayStartRequested) {
-    FrmMessage::Ask(program, "14020", 0, "OK", "0");
-    return;
-  }
+  if (app.gEssayStartRequested) return ShowMessage(program, Message::kOwnTopic);
   if (program.hall.frmBrowser) {
     program.hall.frmBrowser->GoNavigate(QuestionUrl(program, app.gEssayWorkId), 1);
   }

@@ -12,23 +12,23 @@ bool HasEnd(const std::string& running) {
   return !running.empty() && kEndMarks.find(running.back()) != std::string_view::npos;
 }
 
-std::string RefusalOfLength(const std::string& text, const std::string& running) {
-  if (base::Len(text) > kLongestEssay) return "14023";
-  if (CutSentences(running).size() > kMostSentences) return "14024";
-  return "";
+const Message* RefusalOfLength(const std::string& text, const std::string& running) {
+  if (base::Len(text) > kLongestEssay) return &Message::kEssayTooLong;
+  if (CutSentences(running).size() > kMostSentences) return &Message::kTooManySentences;
+  return nullptr;
 }
 
 }  // namespace
 
-std::string RefusalOf(const std::string& text) {
+const Message* RefusalOf(const std::string& text) {
   const std::string running = RunningText(text);
-  if (running.empty()) return "14001";
-  if (!HasEnd(running)) return "14004";
-  if (!IsPlainAscii(running)) return "13001";
+  if (running.empty()) return &Message::kEnterEssay;
+  if (!HasEnd(running)) return &Message::kNoEndMark;
+  if (!IsPlainAscii(running)) return &Message::kBadSigns;
   return RefusalOfLength(text, running);
 }
 
-std::string RefusalOfCorrected(const std::string& text) {
+const Message* RefusalOfCorrected(const std::string& text) {
   const std::string running = RunningText(text);
-  return HasEnd(running) ? RefusalOfLength(text, running) : "14004";
+  return HasEnd(running) ? RefusalOfLength(text, running) : &Message::kNoEndMark;
 }

@@ -3,9 +3,11 @@
 
 #include <string>
 
-/// Number of the message that refuses a text, "" for one that can be walked: it is empty, has no end mark at
-/// its end, holds signs that no engine takes, or is too long.
-std::string RefusalOf(const std::string& text);
+#include "core/message_catalogue.h"
+
+/// The message that refuses a text, null for one that can be walked: it is empty, has no end mark at its end,
+/// holds signs that no engine takes, or is too long.
+const Message* RefusalOf(const std::string& text);
 
 /// The same for a text that a correction has led to, whose signs the user answers for.
-std::string RefusalOfCorrected(const std::string& text);
+const Message* RefusalOfCorrected(const std::string& text);

@@ -173,8 +173,8 @@ void FrmEssayInputEdu::ShowReport(const std::string& essayId, bool /*isAssigned*
 
 void FrmEssayInputEdu::Delete(const std::string& essayIds, bool isAssigned) {
   Program& program = room_.program;
-  if (FrmMessage::Ask(program, "15", 2, "YES_NO", "2") != "YES") return;
-  FrmMessage::ProgressMsgBox(program, "3005", 0, "0");
+  if (!Confirm(program, Message::kDeleteTopic)) return;
+  FrmMessage::ProgressMsgBox(program, Progress::kCollectingRecords);
   // A renderer may have encoded the sign on its way.
   for (const auto& essayId : base::Split(base::Replace(essayIds, "%7C", "|"), "|")) {
     if (!essayId.empty()) records_.Delete(essayId);
@@ -210,7 +210,7 @@ void FrmEssayInputEdu::picButtons_Click(int index) {
 void FrmEssayInputEdu::OfferOwnTopic() {
   Left = kAway;
   Show();
-  FrmMessage::Ask(room_.program, "14007", 0, "OK", "0");
+  ShowMessage(room_.program, Message::kNoAssignment);
   imgClose_Click();
   room_.frmEssayInputForm->Show();
 }

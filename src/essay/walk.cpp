@@ -22,9 +22,9 @@ using namespace essay_walk;
 namespace {
 
 bool AcceptText(EssayRoom& room) {
-  const std::string refusal = RefusalOf(room.frmEssay->txtInput.Text);
-  if (refusal.empty()) return true;
-  AskInPlace(room, refusal.c_str(), 1, "OK", "0");
+  const Message* refusal = RefusalOf(room.frmEssay->txtInput.Text);
+  if (refusal == nullptr) return true;
+  AskInPlace(room, *refusal);
   CenterForm(*room.frmEssay);
   room.frmEssay->txtInput.SetFocus();
   return false;
@@ -87,7 +87,7 @@ void PrepareEngine(EssayRoom& room) {
     for (int i = 0; i < kTries; ++i) {
       if (GetEngine(room.program)) return;
     }
-    if (AskInPlace(room, "16001", 2, "OK_CANCEL", "2") != "OK") room.program.machine.loop.End();
+    if (!AskInPlace(room, Message::kNoEngineAddress)) room.program.machine.loop.End();
     CenterForm(*room.frmEssay);
   }
 }
@@ -194,9 +194,9 @@ void ShowFiledPage(EssayRoom& room) {
 
 // The user wants to leave a sentence with a warning as it is.
 bool KeepsWarned(EssayRoom& room) {
-  const std::string answer = AskInPlace(room, "14021", 2, "YES_NO", "2");
+  const bool wantsToCorrect = AskInPlace(room, Message::kDoubtfulSentence);
   CenterForm(*room.frmEssay);
-  return answer == "NO";
+  return !wantsToCorrect;
 }
 
 Next ActOnVerdict(EssayRoom& room) {
@@ -208,7 +208,7 @@ Next ActOnVerdict(EssayRoom& room) {
     ShowFiledPage(room);
   }
   if (verdict == "ERRS") {
-    AskInPlace(room, "14003", 1, "OK", "0");
+    AskInPlace(room, Message::kWrongSentence);
     return CorrectSentence(room);
   }
   if (verdict == "WARN") {
@@ -267,10 +267,9 @@ void Abandon(EssayRoom& room) {
 
 }  // namespace
 
-std::string essay_walk::AskInPlace(EssayRoom& room, const char* msgId, int iconIndex, const char* buttons,
-                                   const char* kind) {
+bool essay_walk::AskInPlace(EssayRoom& room, const Message& message) {
   room.frmEssay->Left = kAway;
-  return FrmMessage::Ask(room.program, msgId, iconIndex, buttons, kind);
+  return Confirm(room.program, message);
 }
 
 void StartEssayProcess(EssayRoom& room) {

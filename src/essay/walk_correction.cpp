@@ -42,9 +42,9 @@ std::string EssayWith(const AppState& app, const std::string& correction) {
 
 // A correction must leave a text that can still be walked to its end.
 bool IsUsable(EssayRoom& room, const std::string& correction) {
-  const std::string refusal = RefusalOfCorrected(EssayWith(room.program.app, correction));
-  if (refusal.empty()) return true;
-  AskInPlace(room, refusal.c_str(), 1, "OK", "0");
+  const Message* refusal = RefusalOfCorrected(EssayWith(room.program.app, correction));
+  if (refusal == nullptr) return true;
+  AskInPlace(room, *refusal);
   return false;
 }
 

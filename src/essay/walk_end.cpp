@@ -34,7 +34,7 @@ void Upload(EssayRoom& room) {
   Program& program = room.program;
   if (!program.hall.frmUpload) return;
   while (!TryUpload(room)) {
-    if (AskInPlace(room, "15001", 2, "YES_NO", "3") != "YES") break;
+    if (!AskInPlace(room, Message::kUploadFailed)) break;
   }
   WriteNeedSync(program, "N");
 }
@@ -72,7 +72,7 @@ void FinishEssay(EssayRoom& room) {
   auto& app = room.program.app;
   EssayRecords(room.records).FinishEssay(app.gEssayId, app.gEssayCurrent);
   app.gEssayFinished = true;
-  AskInPlace(room, "14005", 1, "OK", "0");
+  AskInPlace(room, Message::kEssayDone);
   CenterForm(*room.frmEssay);
   Upload(room);
 }
@@ -95,13 +95,13 @@ void HandIn(EssayRoom& room) {
   auto& app = room.program.app;
   EssayRecords records(room.records);
   if (app.gEssayStartRequested || records.CountHandedIn(app.gEssayWorkId) > 0) return;
-  if (AskInPlace(room, "14019", 2, "YES_NO", "2") != "YES") return;
+  if (!AskInPlace(room, Message::kHandInNow)) return;
   if (SubmitUntilTaken(room.program, app.gEssayId, app.gEssayWorkId, kTries)) {
     records.HandInEssay(app.gEssayId, app.gEssayWorkId);
-    AskInPlace(room, "14018", 1, "OK", "0");
+    AskInPlace(room, Message::kHandedIn);
   } else {
     WaitSeconds(room.program, kPause);
-    AskInPlace(room, "14022", 1, "OK", "0");
+    AskInPlace(room, Message::kNotHandedIn);
   }
 }
 

@@ -1,8 +1,7 @@
 // The steps of the walk, for its files alone.
 #pragma once
 
-#include <string>
-
+#include "core/message_catalogue.h"
 #include "essay/room.h"
 
 namespace essay_walk {
@@ -15,9 +14,8 @@ inline constexpr TextStyle kDone{.color = Rgb(50, 50, 50)};
 /// The word in gVerdict while the walk waits for the user's correction.
 inline constexpr const char* kAwaitsCorrection = "##EDIT##";
 
-/// Shows a message in the place of the essay window, and gives the answer. The window stays away.
-std::string AskInPlace(EssayRoom& room, const char* msgId, int iconIndex, const char* buttons,
-                       const char* kind);
+/// Shows a message in the place of the essay window, which stays away. True when the user agrees.
+bool AskInPlace(EssayRoom& room, const Message& message);
 
 /// How the walk goes on.
 enum class Next { kSentence, kSameAgain, kStop };

@@ -26,10 +26,6 @@ std::string Ask(Program& program, const std::string& url, const std::string& fie
   }
 }
 
-void Tell(Program& program, const char* msgId, const char* kind) {
-  FrmMessage::Ask(program, msgId, 1, "OK", kind);
-}
-
 }  // namespace
 
 std::string GetServerForLogin(Program& program, const std::string& login) {
@@ -134,7 +130,7 @@ void FrmXQDLogin::txtLogin_LostFocus() {
   if (!loginChanged_) return;
   loginChanged_ = false;
   MoveAway();
-  FrmMessage::ProgressMsgBox(program_, "10001", 0, "0");
+  FrmMessage::ProgressMsgBox(program_, Progress::kFindingServer);
   machine.loop.DoEvents();
   const std::string reply = GetServerForLogin(program_, base::Trim(txtLogin.Text()));
   program_.frmMessage->closeForm();
@@ -147,9 +143,9 @@ void FrmXQDLogin::txtLogin_LostFocus() {
 
 void FrmXQDLogin::TellNoServer(const std::string& reply) {
   if (reply.starts_with("ERR") && reply != kConnectFailed) {
-    Tell(program_, "29851", "0");
+    ShowMessage(program_, Message::kUnknownAccount);
   } else {
-    Tell(program_, "2984", "1");
+    ShowMessage(program_, Message::kServerNotFound);
   }
   MoveBack();
   lblACServer.ForeColor = kNotFound;
@@ -178,11 +174,11 @@ bool FrmXQDLogin::TellBadInput() {
   constexpr int kMostPassword = 20;
   const std::string password = base::Trim(txtPassword.Text());
   if (base::Trim(txtLogin.Text()).empty()) {
-    Tell(program_, "26", "0");
+    ShowMessage(program_, Message::kEnterAccount);
   } else if (password.empty() || base::Len(password) > kMostPassword) {
-    Tell(program_, "27", "0");
+    ShowMessage(program_, Message::kPasswordLength);
   } else if (base::Trim(lblACServer.Caption()).starts_with("*")) {
-    Tell(program_, "29851", "0");
+    ShowMessage(program_, Message::kUnknownAccount);
   } else {
     return false;
   }
@@ -200,16 +196,16 @@ std::string FrmXQDLogin::LoginOrRetry() {
 }
 
 void FrmXQDLogin::TellRefusal(const std::string& reply) {
-  if (reply == kConnectFailed) Tell(program_, "2984", "1");
-  if (reply == "ERR_NOTFOUND") Tell(program_, "31", "0");
-  if (reply == "ERR_WRONG_PASSWORD") Tell(program_, "32", "0");
+  if (reply == kConnectFailed) ShowMessage(program_, Message::kServerNotFound);
+  if (reply == "ERR_NOTFOUND") ShowMessage(program_, Message::kWrongAccount);
+  if (reply == "ERR_WRONG_PASSWORD") ShowMessage(program_, Message::kWrongPassword);
 }
 
 void FrmXQDLogin::Accept(const std::string& reply) {
   auto& app = program_.app;
   auto parts = base::Split(base::Trim(reply), "#");
   parts.resize(2);
-  if (reply.starts_with("SET")) Tell(program_, "2977", "0");
+  if (reply.starts_with("SET")) ShowMessage(program_, Message::kPasswordSet);
   app.gSchoolName = parts[1];
   app.gAccountNo = base::Trim(txtLogin.Text());
   app.gLoginPassword = base::Trim(txtPassword.Text());

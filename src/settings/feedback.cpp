@@ -80,24 +80,17 @@ void FrmFeedback::picButtons_Click(int index) {
   OpenWithBrowserForFeedback();
 }
 
-std::string FrmFeedback::Refusal(const std::string& email) {
+const Message* FrmFeedback::Refusal(const std::string& email) {
   constexpr int kMostRemark = 100;
-  if (optNeedRes(1).Value && !IsValidEmail(email)) return "8";
-  if (HasNoRemark()) return "9";
-  return base::Len(txtDesc.Text()) > kMostRemark ? "10" : "";
+  if (optNeedRes(1).Value && !IsValidEmail(email)) return &Message::kBadEmail;
+  if (HasNoRemark()) return &Message::kNoRemark;
+  return base::Len(txtDesc.Text()) > kMostRemark ? &Message::kRemarkTooLong : nullptr;
 }
 
 void FrmFeedback::OpenWithBrowserForFeedback() {
   const std::string email = optNeedRes(1).Value ? base::Trim(txtEmail.Text()) : "";
-  const std::string refusal = Refusal(email);
-  if (!refusal.empty()) {
-    FrmMessage::Ask(program_, refusal, 1, "OK", "0");
-    return;
-  }
-  if (!IsServerOnline(program_)) {
-    FrmMessage::Ask(program_, "1", 1, "OK", "1");
-    return;
-  }
+  if (const Message* refusal = Refusal(email)) return ShowMessage(program_, *refusal);
+  if (!IsServerOnline(program_)) return ShowMessage(program_, Message::kNetworkDown);
   const bool hasArrived = SendFeedback(program_, FormBody(email));
   // The same check is not to be reported twice.
   OfRegistry(program_, "W", "sentence");
@@ -107,12 +100,9 @@ void FrmFeedback::OpenWithBrowserForFeedback() {
 }
 
 void FrmFeedback::Thank(bool hasArrived) {
-  if (hasArrived) {
-    FrmMessage::Ask(program_, "11", 0, "OK", "0");
-    return;
-  }
+  if (hasArrived) return ShowMessage(program_, Message::kFeedbackSent);
   program_.app.gProgressDetail = "您的意見已經保存，下次同步時會再傳送";
-  FrmMessage::Ask(program_, "1", 1, "OK", "1");
+  ShowMessage(program_, Message::kNetworkDown);
 }
 
 // As a browser would post it from a page in Big5. Posted by the window itself, so that it knows whether it

@@ -8,6 +8,8 @@
 #include "core/window_shell.h"
 #include "platform/web_browser.h"
 
+struct Message;
+
 class FrmFeedback : public Form, public HallWindow {
  public:
   explicit FrmFeedback(Program& program);
@@ -35,7 +37,7 @@ class FrmFeedback : public Form, public HallWindow {
   void imgClose_Click();
   bool HasNoRemark() const;
   /// The number of the message that refuses the input, "" when it is well.
-  std::string Refusal(const std::string& email);
+  const Message* Refusal(const std::string& email);
   std::string FormBody(const std::string& email) const;
   void Thank(bool hasArrived);
 

@@ -110,7 +110,7 @@ void FrmPassword::picButtons_Click(int index) {
   if (index == 1) return closeForm();
   const std::string password = base::Trim(txtPassword.Text());
   if (base::Len(password) < kLeastPassword || base::Len(password) > kMostPassword) {
-    FrmMessage::Ask(program_, "27", 1, "OK", "0");
+    ShowMessage(program_, Message::kPasswordLength);
     return txtPassword.SetFocus();
   }
   if (isApplying_) return Apply(password);
@@ -127,12 +127,12 @@ void FrmPassword::Login(const std::string& password) {
 
 void FrmPassword::Apply(const std::string& password) {
   if (base::Trim(txtUserName.Text()).empty()) {
-    FrmMessage::Ask(program_, "26", 1, "OK", "0");
+    ShowMessage(program_, Message::kEnterAccount);
     return txtUserName.SetFocus();
   }
   const std::string email = base::Trim(txtEmail.Text());
   if (!IsValidEmail(email)) {
-    FrmMessage::Ask(program_, "8", 1, "OK", "0");
+    ShowMessage(program_, Message::kBadEmail);
     return txtEmail.SetFocus();
   }
   Enabled = false;
@@ -144,19 +144,19 @@ void FrmPassword::Apply(const std::string& password) {
   WriteSetup(program_, "Pno", app.gAccountNo);
   WriteSetup(program_, "userPW", password);
   app.gProgressDetail = "您的新帳號是 " + app.gAccountNo + "，請記下帳號及密碼。";
-  FrmMessage::Ask(program_, "", 0, "OK", "0");
+  ShowMessage(program_, Message::kNewAccount);
   Accept(password);
 }
 
 void FrmPassword::TellRefusal(const std::string& reply) {
   if (reply == kConnectFailed) {
-    FrmMessage::Ask(program_, "1", 1, "OK", "1");
+    ShowMessage(program_, Message::kNetworkDown);
   } else if (reply == "ERR_NOTFOUND") {
-    FrmMessage::Ask(program_, "31", 1, "OK", "0");
+    ShowMessage(program_, Message::kWrongAccount);
   } else if (reply == "ERR_WRONG_PASSWORD") {
-    FrmMessage::Ask(program_, "32", 1, "OK", "0");
+    ShowMessage(program_, Message::kWrongPassword);
   } else if (isApplying_) {
-    FrmMessage::Ask(program_, "52", 1, "OK", "0");  // this server makes no accounts
+    ShowMessage(program_, Message::kNotOffered);  // this server makes no accounts
   }
 }
 

@@ -106,13 +106,12 @@ void FrmSetup::picButtons_Click(int index) {
   if (index == 0) return imgClose_Click();
   if (index == 1) return Save();
   if (program_.app.gEdition == "MRV") return MergeOldAccount();
-  if (program_.app.gEdition == "XQD") FrmMessage::Ask(program_, "2999", 2, "OK", "0");
+  if (program_.app.gEdition == "XQD") ShowMessage(program_, Message::kNotOnCampus);
 }
 
 void FrmSetup::Save() {
   if (chkFeedbackErrData.Value && cboHighestDegree.ListIndex <= 0) {
-    FrmMessage::Ask(program_, "23", 1, "OK", "0");
-    return;
+    return ShowMessage(program_, Message::kChooseEducation);
   }
   SaveSetupToRegistry();
   program_.app.gMainReload = true;
@@ -153,11 +152,8 @@ void FrmSetup::SaveFont() {
 // The records of an older account of the user's are brought into this one.
 void FrmSetup::MergeOldAccount() {
   const auto& hall = program_.hall;
-  if (!hall.frmSyncLogin || !hall.frmUpload) {
-    FrmMessage::Ask(program_, "52", 0, "OK", "0");
-    return;
-  }
-  if (FrmMessage::Ask(program_, "49", 2, "OK_CANCEL", "4") != "OK") return;
+  if (!hall.frmSyncLogin || !hall.frmUpload) return ShowMessage(program_, Message::kNotOffered);
+  if (!Confirm(program_, Message::kMergeOldAccount)) return;
   AskForOldAccount();
   if (program_.app.gMsgResult == "OK") hall.frmUpload->SyncProgress("");
 }

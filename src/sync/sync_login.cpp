@@ -72,11 +72,11 @@ void FrmSyncLogin::Accept() {
 // not be left standing.
 void FrmSyncLogin::TellRefusal(const std::string& reply) {
   if (reply == kConnectFailed) {
-    FrmMessage::Ask(program_, "1", 1, "OK", "1");
+    ShowMessage(program_, Message::kNetworkDown);
   } else if (reply == "ERR_NOTFOUND") {
-    FrmMessage::Ask(program_, "31", 1, "OK", "0");
+    ShowMessage(program_, Message::kWrongAccount);
   } else if (reply == "ERR_WRONG_PASSWORD") {
-    FrmMessage::Ask(program_, "32", 1, "OK", "0");
+    ShowMessage(program_, Message::kWrongPassword);
   }
   program_.app.gMsgResult.clear();
 }

@@ -21,8 +21,6 @@
 namespace {
 
 constexpr int kOffScreen = -20000;
-constexpr const char* kComparing = "3008";
-constexpr const char* kWorking = "3004";
 
 // The newest sentence without what is not the same on all computers.
 std::string BareSentence(const std::string& stored) {
@@ -74,7 +72,7 @@ void FrmUpload::SyncProgress(const std::string& mode) {
   frmMain.Enabled = false;
   std::optional<RunTimeError> failure;
   try {
-    ShowProgress(kComparing, "");
+    ShowProgress(Progress::kComparing, "");
     Synchronise(mode);
   } catch (const RunTimeError& error) {
     failure = error;
@@ -99,12 +97,12 @@ void FrmUpload::Synchronise(const std::string& mode) {
   bool same = false;
   CompareSyncChecksum(same);
   if (same && !pending) return;
-  ShowProgress(kWorking, "");
+  ShowProgress(Progress::kSynchronising, "");
   program_.app.gUploadFinished = false;
   if (mode != "DOWNLOAD" && IsServerOnline(program_)) {
     UploadPending(program_, records_, outbox_, [this](const std::string& detail) { ShowDetail(detail); });
   }
-  ShowProgress(kComparing, "");
+  ShowProgress(Progress::kComparing, "");
   CompareSyncChecksum(same);
   if (!same && mode != "UPLOAD" && IsServerOnline(program_)) ReloadRecords();
 }
@@ -129,23 +127,25 @@ void FrmUpload::ReloadRecords() {
     ShowDetail(fmt::format("(delete : local {} record proc)", table));
     machine.loop.DoEvents();
   }
-  Reload(program_, records_, [this](const std::string& detail) { ShowProgress(kWorking, detail); }).Run();
+  Reload(program_, records_, [this](const std::string& detail) {
+    ShowProgress(Progress::kSynchronising, detail);
+  }).Run();
 }
 
-void FrmUpload::ShowProgress(const char* msgId, const std::string& detail) {
+void FrmUpload::ShowProgress(const Progress& progress, const std::string& detail) {
   program_.app.gProgressDetail = detail;
-  FrmMessage::ProgressMsgBox(program_, msgId, 0, "0");
+  FrmMessage::ProgressMsgBox(program_, progress);
   machine.loop.DoEvents();
 }
 
 void FrmUpload::ShowDetail(const std::string& detail) {
-  if (program_.app.gDetailMessage) ShowProgress(kWorking, detail);
+  if (program_.app.gDetailMessage) ShowProgress(Progress::kSynchronising, detail);
 }
 
 // Stays although a merge ends without it: the window goes before the first tick.
 void FrmUpload::tmrSyncMessageWait_Timer() {
   tmrSyncMessageWait.Enabled = false;
-  if (tmrSyncMessageWaitTag.empty()) FrmMessage::MessageBox(program_, "50", 1, "OK", "4");
+  if (tmrSyncMessageWaitTag.empty()) FrmMessage::MessageBox(program_, Message::kMergeDone);
   program_.hall.frmMain->AsForm().Enabled = true;
   Unload();
 }

@@ -10,6 +10,7 @@
 #include "sync/outbox.h"
 
 class RecordDb;
+struct Progress;
 
 class FrmUpload : public Form, public UploadRun {
  public:
@@ -29,7 +30,7 @@ class FrmUpload : public Form, public UploadRun {
   void Synchronise(const std::string& mode);
   void CompareSyncChecksum(bool& result);
   void ReloadRecords();
-  void ShowProgress(const char* msgId, const std::string& detail);
+  void ShowProgress(const Progress& progress, const std::string& detail);
   void ShowDetail(const std::string& detail);
   void tmrSyncMessageWait_Timer();
 

@@ -83,21 +83,12 @@ void FrmSentences::ShowDaySentences(const std::string& mode, const std::string& 
 }
 
 void FrmSentences::picButtons_Click(int index) {
-  if (list_.RowCount() == 0) {
-    FrmMessage::Ask(program_, "13", 1, "OK", "0");
-    return;
-  }
+  if (list_.RowCount() == 0) return ShowMessage(program_, Message::kNoSentences);
   const int count = GetCheckCounts();
-  if (count == 0) {
-    FrmMessage::Ask(program_, "14", 1, "OK", "0");
-    return;
-  }
+  if (count == 0) return ShowMessage(program_, Message::kChooseSentences);
   if (index == 0) return GetRecAndOutput();
   if (index == 1) return AskAndDelete();
-  if (count > 1) {
-    FrmMessage::Ask(program_, "14016", 0, "OK", "0");
-    return;
-  }
+  if (count > 1) return ShowMessage(program_, Message::kOneRowAtATime);
   GetRecAndPassEngine();
 }
 
@@ -136,7 +127,7 @@ void FrmSentences::GetRecAndOutput() {
 }
 
 void FrmSentences::AskAndDelete() {
-  if (FrmMessage::Ask(program_, "15", 2, "OK_CANCEL", "2") != "OK") return;
+  if (!Confirm(program_, Message::kDeleteSentences)) return;
   CleanupSelectedRecord();
   tmrMessage.Enabled = true;
 }
@@ -145,6 +136,6 @@ void FrmSentences::CleanupSelectedRecord() { records_.DeleteSentences(list_.Chec
 
 void FrmSentences::TellDeleted() {
   tmrMessage.Enabled = false;
-  FrmMessage::Ask(program_, "17", 0, "OK", "0");
+  ShowMessage(program_, Message::kDeleted);
   ShowDaySentences("OKONLY", dayList_);
 }

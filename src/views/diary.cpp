@@ -66,7 +66,7 @@ void FrmDiary::closeForm() {
 }
 
 void FrmDiary::RebuildWorkRec() {
-  WorkOffScreen work(program_, "3003");
+  WorkOffScreen work(program_, Progress::kCollectingDays);
   RebuildDays(records_, [this] { WaitASecond(); });
   machine.loop.DoEvents();
   work.Finish();
@@ -97,12 +97,9 @@ void FrmDiary::ShowSentenceForm() {
 }
 
 void FrmDiary::picButtons_Click(int index) {
-  if (GetCheckCounts() == 0) {
-    FrmMessage::Ask(program_, "19", 1, "OK", "0");
-    return;
-  }
+  if (GetCheckCounts() == 0) return ShowMessage(program_, Message::kChooseDays);
   if (index == 0) return ShowSentenceForm();
-  if (FrmMessage::Ask(program_, "21", 2, "OK_CANCEL", "2") != "OK") return;
+  if (!Confirm(program_, Message::kDeleteDays)) return;
   CleanupDiaryRecord();
   tmrMessage.Enabled = true;
 }
@@ -117,7 +114,7 @@ void FrmDiary::CleanupDiaryRecord() {
 
 void FrmDiary::TellDeleted() {
   tmrMessage.Enabled = false;
-  FrmMessage::Ask(program_, "17", 0, "OK", "0");
+  ShowMessage(program_, Message::kDeleted);
   RebuildWorkRec();
   ShowWorkRec();
 }

@@ -47,7 +47,7 @@ void FrmErrList::closeForm() {
 }
 
 void FrmErrList::GetHtmlListAllErrType() {
-  WorkOffScreen work(program_, "3005");
+  WorkOffScreen work(program_, Progress::kCollectingRecords);
   webHtml.Navigate("about:blank");
   const auto tree = CountErrors(errList_, counts_, [this] { machine.loop.DoEvents(); });
   webHtml.Write(ErrorStatisticsPage(machine.environment.programFolder.string(), tree));
@@ -70,9 +70,6 @@ void FrmErrList::webHtml_BeforeNavigate2(const std::string& url, bool& cancel) {
 }
 
 void FrmErrList::picButtons_Click() {
-  if (selectedCode_.empty()) {
-    FrmMessage::Ask(program_, "22", 1, "OK", "0");
-    return;
-  }
+  if (selectedCode_.empty()) return ShowMessage(program_, Message::kChooseMistake);
   webHtml.FollowLink(kOpenCode + selectedCode_);
 }

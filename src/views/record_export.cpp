@@ -11,7 +11,7 @@ constexpr const char* kLineEnd = "\r\n";
 
 void TellNotWritten(Program& program, const base::Files::Path& path) {
   program.app.gProgressDetail = "無法寫入檔案「" + path.string() + "」，請檢查磁碟空間以及資料夾的寫入權限";
-  FrmMessage::Ask(program, "404", 1, "OK", "1");
+  ShowMessage(program, Message::kUnexpectedError);
 }
 
 }  // namespace
@@ -38,14 +38,14 @@ bool ExportWholeText(Program& program, const std::string& path, const std::strin
   base::Files& files = program.machine.files;
   base::Files::Path file = path;
   if (!file.has_extension()) file += ".txt";
-  if (files.FileExists(file) && FrmMessage::Ask(program, "12", 2, "YES_NO", "2") != "YES") return false;
+  if (files.FileExists(file) && !Confirm(program, Message::kOverwriteFile)) return false;
   try {
     base::RewriteFile(files, file, text, false);
   } catch (const RunTimeError&) {
     TellNotWritten(program, file);
     return false;
   }
-  FrmMessage::Ask(program, "18", 0, "OK", "0");
+  ShowMessage(program, Message::kExported);
   return true;
 }
 

@@ -5,13 +5,13 @@
 #include "platform/form.h"
 #include "platform/machine.h"
 
-WorkOffScreen::WorkOffScreen(Program& program, const std::string& msgId) : program_(program) {
+WorkOffScreen::WorkOffScreen(Program& program, const Progress& progress) : program_(program) {
   constexpr int kOffScreen = -20000;
   Form& frmMain = program_.hall.frmMain->AsForm();
   left_ = frmMain.Left;
   frmMain.Left = kOffScreen;
   program_.machine.loop.DoEvents();
-  FrmMessage::ProgressMsgBox(program_, msgId, 0, "0");
+  FrmMessage::ProgressMsgBox(program_, progress);
   program_.machine.loop.DoEvents();
 }
 

@@ -1,16 +1,14 @@
 // Longer work that stands alone on the screen.
 #pragma once
 
-#include <string>
-
 struct Program;
+struct Progress;
 
 /// Moves the main window off the screen and shows a progress box, until Finish or, after an error, the end of
 /// its life puts things back.
 class WorkOffScreen {
  public:
-  /// @param msgId number of the progress text
-  WorkOffScreen(Program& program, const std::string& msgId);
+  WorkOffScreen(Program& program, const Progress& progress);
   ~WorkOffScreen();
   WorkOffScreen(const WorkOffScreen&) = delete;
   WorkOffScreen& operator=(const WorkOffScreen&) = delete;

@@ -12,6 +12,7 @@
 #include "platform/controls.h"
 #include "platform/timer.h"
 
+struct Progress;
 struct WebSource;
 
 class FrmCollocation : public Form, public WordHelper {
@@ -89,7 +90,7 @@ class FrmCollocation : public Form, public WordHelper {
   void AwaitTick();
   std::optional<std::string> AskOnce(const std::string& para);
   void ShowReply(const std::string& payload, bool plainLines);
-  void ShowProgress(const char* msgId);
+  void ShowProgress(const Progress& progress);
   void ShowEngineAddress();
   void EndProgress();
   void ShowPartners(const std::vector<std::string>& items);

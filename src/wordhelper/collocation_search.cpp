@@ -45,7 +45,7 @@ void FrmCollocation::picButtons_Click(int index) {
   }
   const std::string word = base::Trim(txtKeyword(index).Text());
   if (word.empty()) {
-    FrmMessage::Ask(program_, "25", 1, "OK", "0");
+    ShowMessage(program_, Message::kEnterWord);
   } else if (index == 0) {
     AskPartners(word);
   } else {
@@ -77,10 +77,7 @@ std::string FrmCollocation::TextToSearch(int index) {
 
 void FrmCollocation::picSearchs_Click(int index) {
   auto& app = program_.app;
-  if (cboWebSource(index).ListIndex < 0) {
-    FrmMessage::Ask(program_, "54", 1, "OK", "0");
-    return;
-  }
+  if (cboWebSource(index).ListIndex < 0) return ShowMessage(program_, Message::kNoSource);
   app.gSuggestMode = kSearchModes.at(static_cast<std::size_t>(index));
   const WebSource source{.name = cboWebSource(index).Text(),
                          .kind = "",
@@ -102,7 +99,7 @@ void FrmCollocation::GetCollectUrlSet(std::string& result) {
     machine.loop.DoEvents();
   }
   ChooseSources();
-  if (list.isFaulty) FrmMessage::Ask(program_, "53", 1, "OK", "1");
+  if (list.isFaulty) ShowMessage(program_, Message::kBadSourceList);
 }
 
 void FrmCollocation::AddSource(const WebSource& source) {

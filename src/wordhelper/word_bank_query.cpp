@@ -48,8 +48,8 @@ void FrmCollocation::StartTicks() {
   tmrEngineResponse.Enabled = true;
 }
 
-void FrmCollocation::ShowProgress(const char* msgId) {
-  FrmMessage::ProgressMsgBox(program_, msgId, 0, "0");
+void FrmCollocation::ShowProgress(const Progress& progress) {
+  FrmMessage::ProgressMsgBox(program_, progress);
   machine.loop.DoEvents();
 }
 
@@ -59,11 +59,11 @@ void FrmCollocation::EndProgress() {
   Enabled = true;
 }
 
-void FrmCollocation::TellNothingCame() { FrmMessage::Ask(program_, "24", 1, "OK", "1"); }
+void FrmCollocation::TellNothingCame() { ShowMessage(program_, Message::kNoEngineReply); }
 
 void FrmCollocation::TellNothingFound() {
   cboCollect.Enabled = false;
-  FrmMessage::Ask(program_, "51", 1, "OK", "1");
+  ShowMessage(program_, Message::kNoPartners);
 }
 
 void FrmCollocation::PassEngineCheckWBankLocal(const std::string& para) {
@@ -72,7 +72,7 @@ void FrmCollocation::PassEngineCheckWBankLocal(const std::string& para) {
   ReadWriteSetFile(machine.files, app.gRegistryFile, "W", kAnswerKey, "");
   ResetRegistrySet(machine.files, app.gRegistryFile, "REWRITE_LINE1");
   Enabled = false;
-  ShowProgress("3007");
+  ShowProgress(Progress::kFetching);
   SettleDown(machine.loop, engineTicks_);
   std::string path;
   try {
@@ -145,7 +145,7 @@ void FrmCollocation::PassEngineCheckWBankWeb(const std::string& para) {
   if (plainLines) app.gSuggestMode = "similar";
   StartTicks();
   Enabled = false;
-  ShowProgress("10002");
+  ShowProgress(Progress::kAskingEngine);
   if (const auto payload = AskUntilAnswered(para)) {
     UpdateUserAct(program_, app.gAccountNo, app.gSuggestMode);
     EndProgress();
@@ -194,7 +194,7 @@ void FrmCollocation::ShowEngineAddress() {
   auto& app = program_.app;
   if (!app.gDetailMessage) return;
   app.gProgressDetail = app.gWebEngineRoot;
-  ShowProgress("10002");
+  ShowProgress(Progress::kAskingEngine);
   lblCaps.Caption = app.gWebEngineRoot;
   machine.loop.DoEvents();
 }

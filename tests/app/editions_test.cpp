@@ -90,12 +90,12 @@ class Editions : public EssayTest {
   std::vector<std::string> RowsOfWindows() {
     for (const Line& line : kEssay) {
       if (line.correction != nullptr) {
-        ExpectMessage("14003", &FrmMessage::cmdOK);
+        ExpectMessage(Message::kWrongSentence);
         Correct(line.correction);
       }
-      if (line.isToWatch) ExpectMessage("14021", &FrmMessage::cmdNo);
+      if (line.isToWatch) ExpectMessage(Message::kDoubtfulSentence, kNo);
     }
-    ExpectMessage("14005", &FrmMessage::cmdOK);
+    ExpectMessage(Message::kEssayDone);
     Send(EssayText("\r\n"));
     EXPECT_EQ(machine.user.Expected(), 0U);
     return RowsOf(machine.home / "tmp/marovane/Marovane.mdb");

@@ -8,13 +8,13 @@
 #include <vector>
 
 #include "checking/main_window.h"
-#include "core/message.h"
 #include "core/set_file.h"
 #include "core/settings.h"
 #include "platform/text_encoding.h"
 #include "platform/window.h"
 #include "records/record_db.h"
 #include "tests/records/record_store.h"
+#include "tests/support/expect_message.h"
 #include "tests/support/test_machine.h"
 
 class FakeBrowser : public Form, public Browser {
@@ -89,12 +89,8 @@ class CheckingTest : public ::testing::Test {
     Main().txtInput.SelColor = 0;
     machine.user.Press(Main().txtInput, kKeyEnter);
   }
-  void ExpectMessage(const std::string& text, CommandButton FrmMessage::*button = &FrmMessage::cmdOK) {
-    machine.user.OnModal([this, text, button](Form& form) {
-      auto& box = dynamic_cast<FrmMessage&>(form);
-      EXPECT_THAT(box.lblMessage.Caption(), ::testing::HasSubstr(text));
-      machine.user.Click(box.*button);
-    });
+  void ExpectMessage(const Message& message, MessageButton answer = kOk, const std::string& detail = "") {
+    ::ExpectMessage(machine.user, message, answer, detail);
   }
   /// The window takes input again, the progress box goes, and every expected message has been shown.
   void ExpectIdle(const std::string& text) {

@@ -18,14 +18,12 @@ using ::testing::Le;
 using ::testing::SizeIs;
 using ::testing::StartsWith;
 
-constexpr const char* kTimeout = "等待解析引擎的回傳時間過久, 已中斷呼叫, 請再試一次";
-
 class LocalEngineTest : public CheckingTest {
  protected:
   LocalEngineTest() { app.gUseWebEngine = false; }
   /// Half a minute of silence, message 39, and nothing recorded.
   void ExpectTimeout(const std::string& sentence) {
-    ExpectMessage(kTimeout);
+    ExpectMessage(Message::kEngineTimeout);
     const auto before = machine.loop.Elapsed();
     Enter(sentence);
     EXPECT_THAT((machine.loop.Elapsed() - before) / 1ms, AllOf(Ge(30'000), Le(32'000)));
@@ -181,7 +179,7 @@ TEST_F(LocalEngineTest, MissingEngineIsReportedAndTheWindowComesBack) {
   const std::string engineDir = app.gEngineDir;
   app.gEngineDir = "/somewhere/else/";
   app.gUseWebEngine = false;
-  ExpectMessage("出現無法預期錯誤");
+  ExpectMessage(Message::kUnexpectedError);
   Enter("He goes.");
   EXPECT_EQ(app.gEngineDir, engineDir) << "set to its place again";
   EXPECT_THAT(machine.processes.started, IsEmpty());

@@ -92,7 +92,7 @@ TEST_F(MainWindowTest, EnterOnNothingDoesNothing) {
 TEST_F(MainWindowTest, EnterInAnEssayGivesTheTextToTheWalk) {
   Main().Show();
   app.gEssayMode = true;
-  ExpectMessage("此句子有誤！請您修正後按 [Enter] 繼續解析");
+  ExpectMessage(Message::kWrongSentence);
   Enter("   ");
   EXPECT_EQ(machine.user.Expected(), 0U);
   EXPECT_EQ(app.gVerdict, "");
@@ -113,7 +113,7 @@ TEST_F(MainWindowTest, ChineseIsTranslatedInPlace) {
                {"他", "", "他", ""}};
   for (const auto& [typed, reply, query, result] : cases) {
     machine.http.Route("p_com_translate.asp", reply);
-    if (result[0] == '\0') ExpectMessage("無法取得中文翻譯");
+    if (result[0] == '\0') ExpectMessage(Message::kNoTranslation);
     Enter(typed);
     EXPECT_EQ(Main().txtInput.Text(), result);
     EXPECT_EQ(Main().txtInput.SelStart(), static_cast<int>(std::string(result).size()));
@@ -126,7 +126,7 @@ TEST_F(MainWindowTest, ChineseIsTranslatedInPlace) {
   EXPECT_THAT(machine.http.Bodies("p_passWebEngine.asp"), IsEmpty()) << "nothing is checked";
   for (const char* page : {"p_com_translate.asp", "p_all_webengine_get.asp"}) {
     machine.http.RouteToNowhere(page);
-    ExpectMessage("無法取得中文翻譯");
+    ExpectMessage(Message::kNoTranslation);
     Enter("他");
     ExpectIdle("");
   }
@@ -179,7 +179,7 @@ TEST_F(MainWindowTest, MenuHasItsToolTipsAndHidesTheBreakButton) {
 TEST_F(MainWindowTest, DoorsThatLeadNowhereSayso) {
   Main().Show();
   for (const int index : {0, 1, 2, 3, 4, 6}) {
-    ExpectMessage("抱歉，本版本還沒提供此功能");
+    ExpectMessage(Message::kNotOffered);
     machine.user.Click(Main().imgMenu(index));
     EXPECT_EQ(machine.user.Expected(), 0U) << index;
   }
@@ -209,7 +209,7 @@ TEST_F(MainWindowTest, MenuOpensTheWindowsBehindItsDoors) {
 
   for (const char* none : {"0", ""}) {
     WriteKeys({{"sentence", none}});
-    ExpectMessage("目前您並沒有執行辨析動作！");
+    ExpectMessage(Message::kNothingToReport);
     machine.user.Click(Main().imgMenu(5));
     EXPECT_FALSE(feedback.Visible());
   }
@@ -323,12 +323,12 @@ TEST_F(MainWindowTest, CampusWindowWithoutALoginGoesAgain) {
 TEST_F(MainWindowTest, LeavingIsAskedForAndFadesToTheEnd) {
   Main().Show();
   machine.loop.WaitUntil([this] { return !Main().tmrTransparentForm.Enabled(); });
-  ExpectMessage("您確定要離開本程式嗎?", &FrmMessage::cmdCancel);
+  ExpectMessage(Message::kLeaveProgram, kCancel);
   machine.user.Click(Main().imgMenu(8));
   EXPECT_TRUE(Main().Enabled());
   EXPECT_FALSE(Main().tmrTransparentForm.Enabled());
   Main().DoCloseAppEffect();
-  FrmMessage::ProgressMsgBox(program, "3000", 0, "0");
+  FrmMessage::ProgressMsgBox(program, Progress::kChecking);
   const auto before = machine.loop.Elapsed();
   EXPECT_THROW(machine.loop.WaitUntil([] { return false; }), ProgramEnd);
   EXPECT_EQ(machine.loop.Elapsed() - before, std::chrono::milliseconds{200});

@@ -122,7 +122,7 @@ TEST_F(ShutdownTest, AdvisesOnEachTableByItself) {
   for (const auto& c : kCases) {
     if (c.ok > 0) PutMany("oksentence", c.ok);
     if (c.err > 0) PutMany("errsentence", c.err);
-    if (c.advises) ExpectMessage("已超過5000句");
+    if (c.advises) ExpectMessage(Message::kManySentences);
     Main().CloseAppProcdure();
     EXPECT_EQ(machine.user.Expected(), 0) << c.ok << " " << c.err;
     Main().tmrTransparentForm.Enabled = false;
@@ -206,7 +206,7 @@ TEST_F(ShutdownTest, ADatabaseErrorIsToldAndLosesNothing) {
     Put("oksentence", "1", kDayBefore);
     machine.databases.fault.Reset();
     machine.databases.fault.FailAt(step);
-    ExpectMessage("出現無法預期錯誤");
+    ExpectMessage(Message::kUnexpectedError);
     Main().CloseAppProcdure();
     EXPECT_EQ(machine.user.Expected(), 0) << step;
     EXPECT_TRUE(Main().tmrTransparentForm.Enabled) << step << ": the program ends all the same";

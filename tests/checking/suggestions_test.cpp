@@ -144,7 +144,7 @@ TEST_F(SuggestWindow, PickedPartnerGoesToTheWordHelper) {
 
 TEST_F(SuggestWindow, ItemWithoutAQueryFindsNothing) {
   machine.http.Route("p_passWebEngine_wbank.asp", "OK_");
-  ExpectMessage("抱歉，找不到任何搭配資料");
+  ExpectMessage(Message::kNoPartners);
   EXPECT_FALSE(Suggest().webMain(0).FollowLink("cmd:suggest:"));
   EXPECT_EQ(machine.user.Expected(), 0U);
   EXPECT_EQ(frmCollocation->txtKeyword(0).Text(), "");

@@ -71,7 +71,7 @@ TEST_F(WebEngineTest, InputIsNormalisedInPlace) {
 TEST_F(WebEngineTest, BadCharactersReachNoEngine) {
   for (const char* bad : {"He said {ok}.", "a|b", "a~", "Tab\there", "caf\u00E9"}) {
     app.gVerdict = "before";
-    ExpectMessage("您輸入的內容中含有不正確的字，請檢查");
+    ExpectMessage(Message::kBadSigns);
     Enter(bad);
     EXPECT_EQ(app.gVerdict, "before") << bad;
     EXPECT_EQ(machine.windows.Focused(), &Main().txtInput);
@@ -103,7 +103,7 @@ TEST_F(WebEngineTest, SilenceOfThirtySecondsStopsTheCheck) {
     SCOPED_TRACE(name);
     prepare();
     machine.http.requests.clear();
-    ExpectMessage(kTimeout);
+    ExpectMessage(Message::kEngineTimeout);
     const auto before = machine.loop.Elapsed();
     app.gVerdict = "PASS";
     Enter("He goes.");
@@ -119,14 +119,14 @@ TEST_F(WebEngineTest, StopLeavesNeedSyncToTheOneWhoAsked) {
   machine.http.Route(kPage, "ERR");
   Main().Show();
   Main().txtInput.Text = std::string("He goes.");
-  ExpectMessage(kTimeout);
+  ExpectMessage(Message::kEngineTimeout);
   Main().PassStringToEngine();
   EXPECT_EQ(NeedSync(), "");
 }
 
 TEST_F(WebEngineTest, RefusedAllotmentAsksAndMayEndTheProgram) {
   machine.http.Route("p_all_webengine_get.asp", "ERR_NONE");
-  ExpectMessage("無法正確配發網路引擎位址", &FrmMessage::cmdCancel);
+  ExpectMessage(Message::kNoEngineAddress, kCancel);
   EXPECT_THROW(Enter("He goes."), ProgramEnd);
 }
 
@@ -144,7 +144,7 @@ TEST_F(WebEngineTest, UnknownKindOfAnswerIsRecordedWithNothingKnown) {
 TEST_F(WebEngineTest, PasswordGateComesBeforeTheRequest) {
   machine.http.Route(kPage, "OK_0##p.htm");
   app.gAccountPassword.clear();
-  ExpectMessage("密碼有誤，請檢查！");  // there is no prompt yet
+  ExpectMessage(Message::kWrongPassword);  // there is no prompt yet
   Enter("He goes.");
   ExpectStop("He goes.");
   EXPECT_EQ(app.gAccountNo, "4711") << "the number was taken from the file";
@@ -220,7 +220,7 @@ TEST_F(WebEngineTest, FailingRecordIsReportedAndNothingTypedIsLost) {
   for (int step = 1; step <= statements; ++step) {
     machine.databases.fault.Reset();
     machine.databases.fault.FailAt(step);
-    ExpectMessage("出現無法預期錯誤");
+    ExpectMessage(Message::kUnexpectedError);
     Enter("He go.");
     ExpectIdle("He go.");
   }
@@ -232,7 +232,7 @@ TEST_F(WebEngineTest, FailingRecordIsReportedAndNothingTypedIsLost) {
 TEST_F(WebEngineTest, TransferThatBreaksAfterTheProbeIsReported) {
   ReportUnhandledErrors(program);
   machine.http.RouteToNowhere(kPage);
-  ExpectMessage("出現無法預期錯誤\r\nhttp://engine/p_passWebEngine.asp: no connection");
+  ExpectMessage(Message::kUnexpectedError, kOk, "\r\nhttp://engine/p_passWebEngine.asp: no connection");
   Enter("He goes.");
   EXPECT_THAT(Recorded(), IsEmpty());
   ExpectIdle("He goes.");

@@ -10,6 +10,7 @@
 #include "core/program.h"
 #include "core/windows.h"
 #include "platform/controls.h"
+#include "tests/support/expect_message.h"
 #include "tests/support/test_machine.h"
 
 /// A main window that only stands there.
@@ -55,6 +56,10 @@ class CoreTest : public ::testing::Test {
   void Put(const std::filesystem::path& path, const std::string& bytes) {
     machine.realFiles.CreateFolder(path.parent_path(), true);
     machine.realFiles.Write(path, bytes, true);
+  }
+
+  void ExpectMessage(const Message& message, MessageButton answer = kOk, const std::string& detail = "") {
+    ::ExpectMessage(machine.user, message, answer, detail);
   }
 
   TestMachine machine;

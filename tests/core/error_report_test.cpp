@@ -1,6 +1,5 @@
 #include "core/error_report.h"
 
-#include "core/message.h"
 #include "platform/run_time_error.h"
 #include "tests/core/core_fixture.h"
 
@@ -17,13 +16,8 @@ class ErrorReportTest : public CoreTest {
     machine.windows.Loaded(main_);
     main_.Show();
   }
-  void ExpectMessage404(const std::string& detail) {
-    machine.user.OnModal([this, detail](Form& form) {
-      auto& box = dynamic_cast<FrmMessage&>(form);
-      EXPECT_EQ(box.lblCaption.Caption(), "錯誤");
-      EXPECT_EQ(box.lblMessage.Caption(), "\r\n出現無法預期錯誤\r\n" + detail);
-      machine.user.Click(box.cmdOK);
-    });
+  void ExpectReport(const std::string& detail) {
+    ExpectMessage(Message::kUnexpectedError, kOk, "出現無法預期錯誤\r\n" + detail);
   }
   std::string Log() { return Content(machine.home / "state" / "marovane" / "error.log").value_or(""); }
 
@@ -35,10 +29,10 @@ TEST_F(ErrorReportTest, WindowsComeBackAndTheTypedTextStays) {
   main_.txtInput.KeyDown = [this](int&) {
     main_.Enabled = false;
     main_.Left = -20000;
-    FrmMessage::ProgressMsgBox(program, "3000", 0, "0");
+    FrmMessage::ProgressMsgBox(program, Progress::kChecking);
     throw RunTimeError("disk full");
   };
-  ExpectMessage404("disk full");
+  ExpectReport("disk full");
   main_.txtInput.Text = std::string("He go to school.");
   machine.user.Press(main_.txtInput, kKeyEscape);
   EXPECT_EQ(machine.user.Expected(), 0U);
@@ -55,7 +49,7 @@ TEST_F(ErrorReportTest, EachErrorIsALineAndEndsOneEventAlone) {
     if (++handled < 3) throw RunTimeError("error " + std::to_string(handled));
   };
   for (const char* detail : {"error 1", "error 2"}) {
-    ExpectMessage404(detail);
+    ExpectReport(detail);
     machine.user.Click(main_.txtInput);
   }
   machine.user.Click(main_.txtInput);
@@ -67,7 +61,7 @@ TEST_F(ErrorReportTest, EachErrorIsALineAndEndsOneEventAlone) {
 TEST_F(ErrorReportTest, LogThatCannotBeWrittenDoesNotHideTheError) {
   Put(machine.home / "state" / "marovane", "a file where the folder should be");
   main_.txtInput.Click = [] { throw RunTimeError("no reply"); };
-  ExpectMessage404("no reply");
+  ExpectReport("no reply");
   machine.user.Click(main_.txtInput);
   EXPECT_EQ(machine.user.Expected(), 0U);
 }
@@ -85,7 +79,7 @@ TEST_F(ErrorReportTest, WindowsThatWerePutAsideBeforeTheEventStayThere) {
     machine.windows.Loaded(aside);
     aside.Left = c.left;
     aside.Enabled = c.enabled;
-    ExpectMessage404("x");
+    ExpectReport("x");
     machine.user.Click(main_.txtInput);
     EXPECT_EQ(aside.Left(), c.left) << c.what;
     EXPECT_EQ(aside.Enabled(), c.enabled) << c.what;
@@ -108,7 +102,7 @@ TEST_F(ErrorReportTest, FailureOfATimerLeavesWhatTheRunningEventHasPutAside) {
     EXPECT_FALSE(main_.Enabled());
     EXPECT_EQ(main_.Left(), -20000);
   };
-  ExpectMessage404("a clock");
+  ExpectReport("a clock");
   machine.user.Click(main_.txtInput);
   EXPECT_EQ(machine.user.Expected(), 0U);
 }

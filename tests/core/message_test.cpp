@@ -1,5 +1,3 @@
-#include "core/message.h"
-
 #include "platform/run_time_error.h"
 #include "tests/core/core_fixture.h"
 
@@ -29,9 +27,8 @@ class MessageTest : public CoreTest {
  protected:
   using Look = std::function<void(FrmMessage&)>;
 
-  /// Shows a message, looks at it, answers with a button, and gives the answer word.
-  std::string Show(const std::string& msgId, const std::string& buttons, const Look& look,
-                   CommandButton FrmMessage::*answer = &FrmMessage::cmdOK, const std::string& kind = "0") {
+  /// Shows a message, looks at it, and answers with a button. True when that agrees.
+  bool Ask(const Message& message, const Look& look, MessageButton answer = kOk) {
     bool looked = false;
     user_.OnModal([&](Form& form) {
       auto& box = dynamic_cast<FrmMessage&>(form);
@@ -39,9 +36,9 @@ class MessageTest : public CoreTest {
       look(box);
       user_.Click(box.*answer);
     });
-    const std::string word = FrmMessage::Ask(own_, msgId, 1, buttons, kind);
-    EXPECT_TRUE(looked) << msgId;
-    return word;
+    const bool agrees = Confirm(own_, message);
+    EXPECT_TRUE(looked) << message.text;
+    return agrees;
   }
 
   FrmMessage& Box() { return *own_.frmMessage; }
@@ -55,47 +52,49 @@ class MessageTest : public CoreTest {
   FakeMain main_{machine_};
 };
 
-TEST_F(MessageTest, CaptionsAndTextsFollowTheArguments) {
+TEST_F(MessageTest, CaptionsAndTextsFollowTheMessage) {
+  using enum Message::Kind;
   const struct {
-    const char *msgId, *kind, *detail, *caption, *text;
+    const char* shown;
+    Message::Kind kind;
+    const char *detail, *caption, *text;
   } cases[] = {
-      {"13", "0", "", "訊息", "\r\n\r\n沒有任何造句記錄"},
-      {"13", "1", "", "錯誤", "\r\n\r\n沒有任何造句記錄"},
-      {"14003", "2", "", "詢問", "\r\n\r\n此句子有誤！請您修正後按 [Enter] 繼續解析"},        // 25 characters
-      {"39", "3", "", "軟體更新", "\r\n等待解析引擎的回傳時間過久, 已中斷呼叫, 請再試一次"},  // 27
-      {"4", "4", "", "匯整資料", "\r\n目前已有新版程式! \r\n\r\n您是否要現在進行更新?"},
-      {"13", "5", "", "", "\r\n\r\n沒有任何造句記錄"},
-      {"13", "", "細節", "", "\r\n沒有任何造句記錄\r\n細節"},
-      {"26", "0", "a detail of some length", "訊息", "\r\n請輸入帳號\r\na detail of some length"},
-      {"999", "00", "", "", "\r\n\r\n"},
-      {"999", "0", "x", "訊息", "\r\n\r\nx"},
+      {"一", kPlain, "", "訊息", "\r\n\r\n一"},
+      {"一", kError, "", "錯誤", "\r\n\r\n一"},
+      {"1234567890123456789012345", kQuestion, "", "詢問", "\r\n\r\n1234567890123456789012345"},
+      {"12345678901234567890123456", kUpdate, "", "軟體更新", "\r\n12345678901234567890123456"},
+      {"一\r\n\r\n二", kMerge, "", "匯整資料", "\r\n一\r\n\r\n二"},
+      {"一", kPlain, "細節", "訊息", "\r\n一\r\n細節"},
+      {"一", kPlain, "a detail of some length", "訊息", "\r\n一\r\na detail of some length"},
+      {"", kPlain, "", "訊息", "\r\n\r\n"},
+      {"", kPlain, "x", "訊息", "\r\n\r\nx"},
   };
-  for (const auto& [msgId, kind, detail, caption, text] : cases) {
+  for (const auto& [shown, kind, detail, caption, text] : cases) {
     App().gProgressDetail = detail;
-    const auto look = [&, caption = caption, text = text](FrmMessage& box) {
+    const auto look = [caption = caption, text = text](FrmMessage& box) {
       EXPECT_EQ(box.lblCaption.Caption(), caption);
       EXPECT_EQ(box.lblMessage.Caption(), text);
       EXPECT_EQ(box.lblMessage.Alignment(), Label::kCenter);
       EXPECT_EQ(box.imgIcon.Picture(), "imgIcons_1");
     };
-    EXPECT_EQ(Show(msgId, "OK", look, &FrmMessage::cmdOK, kind), "OK");
+    EXPECT_TRUE(Ask({"", Message::Icon::kWarning, Message::Buttons::kOk, kind, shown}, look));
     EXPECT_EQ(App().gProgressDetail, "") << "a detail serves once";
   }
 }
 
 TEST_F(MessageTest, ButtonsStandInTheMiddle) {
   const struct {
-    const char *msgId, *buttons;
-    CommandButton FrmMessage::*answer;
+    const Message& message;
+    MessageButton answer;
     const char *word, *cancelCaption;
     std::vector<std::pair<std::string, int>> places;  // visible buttons and their left edges
   } cases[] = {
-      {"13", "OK", &FrmMessage::cmdOK, "OK", "取消", {{"確定", 2500}}},
-      {"40", "OK_CANCEL", &FrmMessage::cmdOK, "OK", "取消", {{"確定", 1900}, {"取消", 3100}}},
-      {"40", "OK_CANCEL", &FrmMessage::cmdCancel, "CANCEL", "取消", {{"確定", 1900}, {"取消", 3100}}},
-      {"49", "OK_CANCEL", &FrmMessage::cmdCancel, "CANCEL", "放棄", {{"確定", 1900}, {"放棄", 3100}}},
-      {"14001", "YES_NO", &FrmMessage::cmdYes, "YES", "取消", {{"是", 1900}, {"否", 3100}}},
-      {"14001", "YES_NO", &FrmMessage::cmdNo, "NO", "取消", {{"是", 1900}, {"否", 3100}}},
+      {Message::kNoSentences, kOk, "OK", "取消", {{"確定", 2500}}},
+      {Message::kLeaveProgram, kOk, "OK", "取消", {{"確定", 1900}, {"取消", 3100}}},
+      {Message::kLeaveProgram, kCancel, "CANCEL", "取消", {{"確定", 1900}, {"取消", 3100}}},
+      {Message::kMergeOldAccount, kCancel, "CANCEL", "放棄", {{"確定", 1900}, {"放棄", 3100}}},
+      {Message::kHandInNow, kYes, "YES", "取消", {{"是", 1900}, {"否", 3100}}},
+      {Message::kHandInNow, kNo, "NO", "取消", {{"是", 1900}, {"否", 3100}}},
   };
   for (const auto& row : cases) {
     std::vector<std::pair<std::string, int>> seen;
@@ -106,14 +105,15 @@ TEST_F(MessageTest, ButtonsStandInTheMiddle) {
         if (button->Visible) seen.emplace_back(button->Caption(), button->Left());
       }
     };
-    EXPECT_EQ(Show(row.msgId, row.buttons, look, row.answer), row.word);
-    EXPECT_EQ(seen, row.places) << row.msgId;
+    EXPECT_EQ(Ask(row.message, look, row.answer), row.answer == kOk || row.answer == kYes);
+    EXPECT_EQ(App().gMsgResult, row.word);
+    EXPECT_EQ(seen, row.places) << row.message.text;
   }
 }
 
 TEST_F(MessageTest, WindowStandsAboveTheMiddleOfTheScreen) {
   windows_.screen = {150, 300, 15000, 9000};
-  Show("13", "OK", [](FrmMessage& box) {
+  Ask(Message::kNoSentences, [](FrmMessage& box) {
     EXPECT_EQ(box.Left(), 150 + (15000 - 6000) / 2);
     EXPECT_EQ(box.Top(), 300 + (9000 - 3000) / 3 - 500);
   });
@@ -133,7 +133,7 @@ TEST_F(MessageTest, AnswerIsThereTwelveTicksBeforeTheReturn) {
     answered = machine.loop.Elapsed();
   });
   App().gMsgResult = "left over";
-  FrmMessage::MessageBox(own_, "15", 2, "YES_NO", "2");
+  FrmMessage::MessageBox(own_, Message::kDeleteTopic);
   EXPECT_EQ(machine.loop.Elapsed() - answered, 120ms);
   EXPECT_FALSE(own_.frmMessage.IsLoaded());
   EXPECT_THAT(alphas, ElementsAre(30, 60, 90, 120, 150, 180, 210, 240));
@@ -141,7 +141,7 @@ TEST_F(MessageTest, AnswerIsThereTwelveTicksBeforeTheReturn) {
 
 TEST_F(MessageTest, OnlyTheModalBoxTakesInput) {
   main_.Show();
-  Show("13", "OK", [&](FrmMessage& box) {
+  Ask(Message::kNoSentences, [&](FrmMessage& box) {
     EXPECT_THROW(user_.Click(main_.txtInput), std::logic_error);
     box.picBG.MouseDown.Raise(kRightButton);
     box.picBG.MouseDown.Raise(kLeftButton);
@@ -164,7 +164,7 @@ TEST_F(MessageTest, MainWindowMakesRoomWhileItStaysOnTop) {
     App().gAlwaysOnTop = alwaysOnTop;
     App().gOpenMain = isOpen;
     main_.Top = 7000;
-    Show("13", "OK", [&, makesRoom = makesRoom](FrmMessage& box) {
+    Ask(Message::kNoSentences, [&, makesRoom = makesRoom](FrmMessage& box) {
       EXPECT_EQ(main_.Top(), makesRoom ? box.Top() - 800 : 7000);
     });
     EXPECT_EQ(main_.Top(), topAfter) << alwaysOnTop << isOpen;
@@ -173,7 +173,7 @@ TEST_F(MessageTest, MainWindowMakesRoomWhileItStaysOnTop) {
 
 TEST_F(MessageTest, ProgressBoxStaysUntilItIsClosed) {
   App().gProgressDetail = "http://engine/";
-  FrmMessage::ProgressMsgBox(own_, "3000", 0, "0");
+  FrmMessage::ProgressMsgBox(own_, Progress::kChecking);
   EXPECT_EQ(App().gMsgResult, "OK");
   FrmMessage* const box = &Box();
   EXPECT_TRUE(box->Visible() && box->TopMost() && box->picProgress.Visible() && box->IsProgressBox());
@@ -182,9 +182,8 @@ TEST_F(MessageTest, ProgressBoxStaysUntilItIsClosed) {
   EXPECT_EQ(box->lblMessage.Caption(), "\r\n正在分析您的句子中...請稍候....\r\nhttp://engine/");
   EXPECT_FALSE(box->cmdOK.Visible());
 
-  FrmMessage::ProgressMsgBox(own_, "3007", 0, "1");
+  FrmMessage::ProgressMsgBox(own_, Progress::kFetching);
   EXPECT_EQ(&Box(), box) << "a second text goes into the same window";
-  EXPECT_EQ(box->lblCaption.Caption(), "");
   EXPECT_EQ(box->lblMessage.Caption(), "\r\n\r\n正在取得資訊中...請稍候....");
 
   box->closeForm();
@@ -194,10 +193,10 @@ TEST_F(MessageTest, ProgressBoxStaysUntilItIsClosed) {
 }
 
 TEST_F(MessageTest, ProgressBoxThatFadesIsTakenUpAgain) {
-  FrmMessage::ProgressMsgBox(own_, "3000", 0, "0");
+  FrmMessage::ProgressMsgBox(own_, Progress::kChecking);
   Box().closeForm();
   machine.loop.WaitUntil([this] { return Box().Alpha() == 100; });
-  FrmMessage::ProgressMsgBox(own_, "3000", 0, "0");
+  FrmMessage::ProgressMsgBox(own_, Progress::kChecking);
   const auto until = machine.loop.Elapsed() + 1s;
   machine.loop.WaitUntil([&] { return machine.loop.Elapsed() >= until; });
   ASSERT_TRUE(own_.frmMessage.IsLoaded());
@@ -205,7 +204,7 @@ TEST_F(MessageTest, ProgressBoxThatFadesIsTakenUpAgain) {
 }
 
 TEST_F(MessageTest, MessageReplacesAProgressBoxAtOnce) {
-  FrmMessage::ProgressMsgBox(own_, "3000", 0, "0");
+  FrmMessage::ProgressMsgBox(own_, Progress::kChecking);
   const auto before = machine.loop.Elapsed();
   bool shown = false;
   user_.OnModal([&](Form& form) {
@@ -215,17 +214,19 @@ TEST_F(MessageTest, MessageReplacesAProgressBoxAtOnce) {
     EXPECT_EQ(machine.loop.Elapsed(), before);
     user_.Click(Box().cmdOK);
   });
-  FrmMessage::MessageBox(own_, "1", 1, "OK", "1");
+  FrmMessage::MessageBox(own_, Message::kNetworkDown);
   EXPECT_TRUE(shown);
 }
 
 TEST_F(MessageTest, ErrorInsideEndsTheRoutineQuietly) {
-  FrmMessage::MessageBox(own_, "1", 7, "OK", "1");  // there is no such icon
+  Message noIcon = Message::kNetworkDown;
+  noIcon.icon = Message::Icon{7};
+  FrmMessage::MessageBox(own_, noIcon);
   EXPECT_EQ(App().gMsgResult, "");
 }
 
 TEST_F(MessageTest, FlashRunsThroughTheBarAgainAndAgain) {
-  FrmMessage::ProgressMsgBox(own_, "3000", 0, "0");
+  FrmMessage::ProgressMsgBox(own_, Progress::kChecking);
   Box().imgProgressFlash.Left = 1700;
   std::vector<int> places;
   const auto watch = Box().imgProgressFlash.Left.Watch([&](const int& left) { places.push_back(left); });

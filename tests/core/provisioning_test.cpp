@@ -4,8 +4,6 @@
 
 #include <cstdlib>
 
-#include "core/message.h"
-#include "core/message_catalogue.h"
 #include "core/settings.h"
 #include "core/start_up.h"
 #include "tests/core/core_fixture.h"
@@ -36,15 +34,6 @@ class ProvisioningTest : public CoreTest {
     for (const auto& start : machine.processes.started) names.push_back(start.program.filename());
     return names;
   }
-  /// Expects word that something is missing.
-  void AnswerMissing(const std::string& file) {
-    machine.user.OnModal([this, file](Form& form) {
-      auto& box = dynamic_cast<FrmMessage&>(form);
-      EXPECT_THAT(box.lblMessage.Caption(), HasSubstr(MessageText("404")));
-      EXPECT_THAT(box.lblMessage.Caption(), HasSubstr(file));
-      machine.user.Click(box.cmdOK);
-    });
-  }
   fs::path Data(const std::string& name) const { return app.gTempDir + "/marovane/" + name; }
 };
 
@@ -68,13 +57,13 @@ TEST_F(ProvisioningTest, RecordsAreUnpackedOnceAndTheEngineAtEachStart) {
 TEST_F(ProvisioningTest, WhatCannotBeUnpackedIsToldAndNothingIsLost) {
   Put(Data("setup.set"), "Pno=1\r\n");
   machine.processes.Install("mrvdata.exe", std::chrono::milliseconds{5});  // refuses its damaged package
-  AnswerMissing("mrvdata.giz");
+  ExpectMessage(Message::kUnexpectedError, kOk, "mrvdata.giz");
   UnpackDataFiles(program);
   TellMissingData(program);
   fs::remove(machine.home / "program" / "giz" / "tolvex.giz");
   fs::remove_all(app.gEngineDir);
   Put(Data("Marovane.mdb"), "records");
-  AnswerMissing("tolvex.giz");
+  ExpectMessage(Message::kUnexpectedError, kOk, "tolvex.giz");
   UnpackDataFiles(program);
   TellMissingData(program);
   EXPECT_EQ(machine.user.Expected(), 0U);
@@ -91,7 +80,7 @@ TEST_F(ProvisioningTest, FreshHomeHearsOfAMissingDatabaseOnce) {
     UnpackDataFiles(program);
   };
   program.hall.tellMissingData = [this] { TellMissingData(program); };
-  AnswerMissing("mrvdata.giz");
+  ExpectMessage(Message::kUnexpectedError, kOk, "mrvdata.giz");
   FrmStartUp::PrepareProgram(program);
   EXPECT_EQ(attempts, 2);
   EXPECT_EQ(machine.user.Expected(), 0U);

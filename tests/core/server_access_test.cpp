@@ -1,7 +1,6 @@
 #include "core/server_access.h"
 
 #include "base/day.h"
-#include "core/message.h"
 #include "platform/run_time_error.h"
 #include "platform/text_encoding.h"
 #include "tests/core/core_fixture.h"
@@ -20,13 +19,6 @@ constexpr const char* kAllot = "p_all_webengine_get.asp";
 
 class ServerAccessTest : public CoreTest {
  protected:
-  void Answer16001(CommandButton FrmMessage::*button) {
-    machine.user.OnModal([this, button](Form& form) {
-      auto& box = dynamic_cast<FrmMessage&>(form);
-      EXPECT_EQ(box.lblCaption.Caption(), "詢問");
-      machine.user.Click(box.*button);
-    });
-  }
   FakeHttp& http_ = machine.http;
 };
 
@@ -110,8 +102,8 @@ TEST_F(ServerAccessTest, AllotsAnEngineThatAnswers) {
 TEST_F(ServerAccessTest, AsksAfterTenAttemptsAndTriesTenMoreOnOk) {
   http_.Route(kAllot, "OK_http://engine/");
   http_.Route(kEngineProbe, "BUSY");
-  Answer16001(&FrmMessage::cmdOK);
-  Answer16001(&FrmMessage::cmdCancel);
+  ExpectMessage(Message::kNoEngineAddress);
+  ExpectMessage(Message::kNoEngineAddress, kCancel);
   EXPECT_THROW(AllocateWebEngine(program), ProgramEnd);
   EXPECT_THAT(http_.Bodies(kAllot), SizeIs(20));
   EXPECT_THAT(http_.Bodies(kEngineProbe), SizeIs(20));

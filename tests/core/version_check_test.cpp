@@ -1,24 +1,17 @@
 #include "core/version_check.h"
 
-#include "core/message.h"
-#include "core/message_catalogue.h"
 #include "tests/core/core_fixture.h"
 
 namespace {
 
 using ::testing::ElementsAre;
-using ::testing::EndsWith;
 using ::testing::IsEmpty;
 using ::testing::Optional;
 using ::testing::Pair;
 
-constexpr CommandButton FrmMessage::*kYes = &FrmMessage::cmdYes;
-constexpr CommandButton FrmMessage::*kNo = &FrmMessage::cmdNo;
-constexpr CommandButton FrmMessage::*kOk = &FrmMessage::cmdOK;
-
 struct Answer {
-  const char* msgId;
-  CommandButton FrmMessage::*button;
+  const Message& message;
+  MessageButton button = kOk;
 };
 
 class VersionCheckTest : public CoreTest {
@@ -43,13 +36,7 @@ class VersionCheckTest : public CoreTest {
   }
   /// Runs the check with the user's answers. True when the program has ended.
   bool Check(const std::vector<Answer>& answers) {
-    for (const auto& answer : answers) {
-      machine.user.OnModal([this, answer](Form& form) {
-        auto& box = dynamic_cast<FrmMessage&>(form);
-        EXPECT_THAT(box.lblMessage.Caption(), EndsWith(MessageText(answer.msgId)));
-        machine.user.Click(box.*answer.button);
-      });
-    }
+    for (const auto& [message, button] : answers) ExpectMessage(message, button);
     bool hasEnded = false;
     try {
       CheckVersion(program);
@@ -98,25 +85,31 @@ TEST_P(VersionDecisionTest, ComparesTextsAsksAndStartsTheUpdater) {
 
 INSTANTIATE_TEST_SUITE_P(
     Branches, VersionDecisionTest,
-    ::testing::Values(Decision{"1.0.0", "1.0.0", {}, true, false, ""},
-                      Decision{"0.99.9", "0.0.1", {}, true, false, ""},
-                      Decision{"1.10.0", "1.0.0", {{"4", kYes}}, true, true, "mrv_updater"},
-                      Decision{"1.10.0", "1.0.0", {{"4", kNo}}, true, false, ""},
-                      Decision{"1.10.0", "1.0.0", {{"4", kYes}, {"5", kOk}}, false, false, ""},
-                      Decision{"1.93.0", "1.0.0", {{"47", kYes}}, true, true, "mrv_reinstaller"},
-                      Decision{"1.93.0", "1.0.0", {{"47", kNo}}, true, false, ""},
-                      Decision{"9.0.0", "2.0.0", {{"47", kYes}}, true, true, "mrv_reinstaller"},
-                      Decision{"9.0.0", "2.0.0", {{"47", kNo}, {"471", kOk}}, true, true, ""},
-                      Decision{"9.0.0", "2.0.0", {{"47", kYes}, {"5", kOk}}, false, false, ""},
-                      Decision{"ERR_SERVER", "1.0.0", {{"4", kNo}}, true, false, ""},
-                      Decision{"1.0.0", "ERR_SERVER", {{"47", kNo}, {"471", kOk}}, true, true, ""}));
+    ::testing::Values(
+        Decision{"1.0.0", "1.0.0", {}, true, false, ""}, Decision{"0.99.9", "0.0.1", {}, true, false, ""},
+        Decision{"1.10.0", "1.0.0", {{Message::kNewVersion, kYes}}, true, true, "mrv_updater"},
+        Decision{"1.10.0", "1.0.0", {{Message::kNewVersion, kNo}}, true, false, ""},
+        Decision{"1.10.0", "1.0.0", {{Message::kNewVersion, kYes}, {Message::kNoUpdater}}, false, false, ""},
+        Decision{"1.93.0", "1.0.0", {{Message::kReinstall, kYes}}, true, true, "mrv_reinstaller"},
+        Decision{"1.93.0", "1.0.0", {{Message::kReinstall, kNo}}, true, false, ""},
+        Decision{"9.0.0", "2.0.0", {{Message::kReinstall, kYes}}, true, true, "mrv_reinstaller"},
+        Decision{
+            "9.0.0", "2.0.0", {{Message::kReinstall, kNo}, {Message::kReinstallRefused}}, true, true, ""},
+        Decision{"9.0.0", "2.0.0", {{Message::kReinstall, kYes}, {Message::kNoUpdater}}, false, false, ""},
+        Decision{"ERR_SERVER", "1.0.0", {{Message::kNewVersion, kNo}}, true, false, ""},
+        Decision{"1.0.0",
+                 "ERR_SERVER",
+                 {{Message::kReinstall, kNo}, {Message::kReinstallRefused}},
+                 true,
+                 true,
+                 ""}));
 
 TEST_F(VersionCheckTest, ClassEightWipesTheDataButSetsRecordsAside) {
   InstallUpdater();
   ServeVersions("1.83.0", "1.0.0");
-  EXPECT_FALSE(Check({{"4", kNo}}));
+  EXPECT_FALSE(Check({{Message::kNewVersion, kNo}}));
   EXPECT_TRUE(Content(app.gSetupFile));
-  EXPECT_TRUE(Check({{"4", kYes}}));
+  EXPECT_TRUE(Check({{Message::kNewVersion, kYes}}));
   const std::filesystem::path data = app.gTempDir + "/marovane";
   EXPECT_THAT(machine.realFiles.List(data), IsEmpty());
   EXPECT_THAT(machine.realFiles.List(data / "set-aside"), ElementsAre("20261105-090000-Marovane.mdb"));
@@ -131,7 +124,7 @@ TEST_P(WipeFaultTest, FileThatCannotGoDoesNotKeepTheUpdateBack) {
   const std::filesystem::path data = app.gTempDir + "/marovane";
   Put(data / "websource.set", "pages");
   machine.files.fault.FailAt(GetParam());
-  EXPECT_TRUE(Check({{"4", kYes}}));
+  EXPECT_TRUE(Check({{Message::kNewVersion, kYes}}));
   EXPECT_EQ(machine.processes.started.size(), 1U);
   EXPECT_EQ(machine.realFiles.List(data).size(), 1U) << "only what the fault struck stays";
   const auto aside = Content(data / "set-aside/20261105-090000-Marovane.mdb");
@@ -148,7 +141,7 @@ TEST_F(VersionCheckTest, UpdaterThatDoesNotStartAfterTheWipeLeavesAProgramWithDa
     Put(start.arguments[1] + "Marovane.mdb", "empty");
   });
   ServeVersions("1.83.0", "1.0.0");
-  EXPECT_FALSE(Check({{"4", kYes}, {"5", kOk}}));
+  EXPECT_FALSE(Check({{Message::kNewVersion, kYes}, {Message::kNoUpdater}}));
   EXPECT_THAT(Content(app.gTempDir + "/marovane/Marovane.mdb"), Optional(std::string("empty")));
   EXPECT_THAT(Content(app.gSetupFile), Optional(::testing::HasSubstr("NeedSync=Y")))
       << "the account's data comes back from the server";
@@ -166,10 +159,10 @@ TEST_F(VersionCheckTest, WhatTheUpdaterRefusedIsToldOnceAndTheStartGoesOn) {
 
 TEST_F(VersionCheckTest, WithoutAServerTheStartGoesOn) {
   machine.http.RouteToNowhere("p_getconn.asp");
-  EXPECT_FALSE(Check({{"1", kOk}}));
+  EXPECT_FALSE(Check({{Message::kNetworkDown}}));
   machine.http.Route("p_getconn.asp", "ONLINE");
   machine.http.RouteToNowhere("p_getversion.asp");
-  EXPECT_FALSE(Check({{"1", kOk}})) << "it went away between probe and request";
+  EXPECT_FALSE(Check({{Message::kNetworkDown}})) << "it went away between probe and request";
 }
 
 }  // namespace

@@ -10,7 +10,6 @@ namespace {
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 
-constexpr auto kOk = &FrmMessage::cmdOK;
 constexpr const char* kPupil = "pupil7";
 constexpr const char* kTopic = "w1";
 
@@ -52,7 +51,7 @@ class CampusTest : public TopicsTest {
     machine.user.Type(login.txtLogin, kPupil);
     machine.user.Press(login.txtLogin, kKeyEnter);
     login.txtPassword.Text = "first1";
-    ExpectMessage("2977", kOk);
+    ExpectMessage(Message::kPasswordSet);
     machine.user.Press(login.txtPassword, kKeyEnter);
     ASSERT_EQ(app.gServerUrlRoot, school_.Root());
     ASSERT_TRUE(app.gXqdLoginOk);
@@ -77,10 +76,10 @@ TEST_F(CampusTest, APupilWritesToOrderAndReadsWhatTheTeacherSays) {
   room.frmEssayInputEdu->webHtml.FollowLink("cmd:wid:w1");
   EXPECT_THAT(ShownIn(composition.frmBrowser->webMain), HasSubstr("Write about your home."));
 
-  ExpectMessage("14003", kOk);
+  ExpectMessage(Message::kWrongSentence);
   Correct("He goes home.");
-  ExpectMessage("14005", kOk);
-  ExpectMessage("14019", &FrmMessage::cmdNo);
+  ExpectMessage(Message::kEssayDone);
+  ExpectMessage(Message::kHandInNow, kNo);
   machine.user.Focus(Window().txtInput);
   Window().txtInput.Text = "He go home. I like it.";
   machine.user.Click(Window().picButtons(1));
@@ -89,8 +88,8 @@ TEST_F(CampusTest, APupilWritesToOrderAndReadsWhatTheTeacherSays) {
   EXPECT_THAT(Topics(), HasSubstr("我的家 1 2026/11/5 1 2026/12/1 未交卷 選取交卷?"));
 
   room.frmEssayInputEdu->webHtml.FollowLink("cmd:col:w1");
-  ExpectMessage("14016", kOk);
-  ExpectMessage("14018", kOk);
+  ExpectMessage(Message::kHandInThis);
+  ExpectMessage(Message::kHandedIn);
   room.frmEssayCollect->webHtml.FollowLink("cmd:snd:" + essayId + "@w1");
   EXPECT_EQ(FinalSet(essayId), "Y");
   EXPECT_THAT(RowsOf(room.frmEssayInputEdu->webHtml), HasSubstr("已交卷 教師尚未批閱"));

@@ -8,8 +8,6 @@ using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 using ::testing::SizeIs;
 
-constexpr auto kOk = &FrmMessage::cmdOK;
-constexpr auto kCancel = &FrmMessage::cmdCancel;
 constexpr const char* kHandIn = "p_set_essay_work_finalset.asp";
 
 using CollectionTest = TopicsTest;
@@ -69,12 +67,12 @@ TEST_F(CollectionTest, HandsInTheChosenEssay) {
   machine.http.Route(kHandIn, "OK_");
   OpenTopics();
   OpenCollection("w1", "Y");
-  ExpectMessage("14016", kCancel);
+  ExpectMessage(Message::kHandInThis, kCancel);
   room.frmEssayCollect->webHtml.FollowLink("cmd:snd:e1@w1");
   EXPECT_THAT(machine.http.Bodies(kHandIn), IsEmpty());
   WriteSetup(composition.program, "NeedSync", "Y");
-  ExpectMessage("14016", kOk);
-  ExpectMessage("14018", kOk);
+  ExpectMessage(Message::kHandInThis);
+  ExpectMessage(Message::kHandedIn);
   Assign("OK_w1#Y#d#A#");
   EXPECT_FALSE(room.frmEssayCollect->webHtml.FollowLink("cmd:snd:e1@w1"));
   EXPECT_EQ(machine.user.Expected(), 0U);
@@ -96,15 +94,16 @@ TEST_F(CollectionTest, HandingInIsGivenUpAtTheEleventhRefusal) {
   OpenCollection("w1", "Y");
   const struct {
     int refusals;
-    const char *message, *finalSet;
-  } kCases[] = {{11, "14022", "N"}, {10, "14018", "Y"}};
+    const Message& message;
+    const char* finalSet;
+  } kCases[] = {{11, Message::kNotHandedIn, "N"}, {10, Message::kHandedIn, "Y"}};
   for (const auto& c : kCases) {
     const auto before = machine.http.Bodies(kHandIn).size();
     const auto start = machine.loop.Elapsed();
     for (int i = 0; i < c.refusals; ++i) machine.http.Queue(kHandIn, "ERR_NO_ESSAY");
     machine.http.Route(kHandIn, "OK_");
-    ExpectMessage("14016", kOk);
-    ExpectMessage(c.message, kOk);
+    ExpectMessage(Message::kHandInThis);
+    ExpectMessage(c.message);
     OpenCollection("w1", "Y").webHtml.FollowLink("cmd:snd:e1@w1");
     EXPECT_EQ(machine.http.Bodies(kHandIn).size() - before, 11U);
     EXPECT_GE((machine.loop.Elapsed() - start).count(), 30'000);
@@ -121,13 +120,15 @@ TEST_F(CollectionTest, ButtonsTellWhatIsMissing) {
     const char* workId;
     std::vector<int> rows;
     int button;
-    const char* message;
-  } kCases[] = {
-      {"none", {}, 0, "14013"}, {"w1", {}, 0, "14014"}, {"w1", {}, 2, "14014"}, {"w1", {1, 2}, 2, "14016"}};
+    const Message& message;
+  } kCases[] = {{"none", {}, 0, Message::kNoEssays},
+                {"w1", {}, 0, Message::kChooseEssays},
+                {"w1", {}, 2, Message::kChooseEssays},
+                {"w1", {1, 2}, 2, Message::kOneRowAtATime}};
   for (const auto& c : kCases) {
     auto& window = OpenCollection(c.workId, "N");
     Tick(c.rows);
-    ExpectMessage(c.message, kOk);
+    ExpectMessage(c.message);
     machine.user.Click(window.picButtons(c.button));
     EXPECT_EQ(machine.user.Expected(), 0U) << c.message;
   }
@@ -143,17 +144,20 @@ TEST_F(CollectionTest, AnEssayThatWasHandedInResistsDeletion) {
   Put({"e3", "w1", "A", "A", 6, 1});
   const struct {
     std::vector<int> rows;  // the newest first
-    const char *message, *deleted;
-  } kCases[] = {{{1}, "17", "e3"}, {{1, 2}, "14017", "e2 e3"}, {{1}, "14017", "e2 e3"}};
+    const Message& message;
+    const char* deleted;
+  } kCases[] = {{{1}, Message::kDeleted, "e3"},
+                {{1, 2}, Message::kSomeNotDeleted, "e2 e3"},
+                {{1}, Message::kSomeNotDeleted, "e2 e3"}};
   for (const auto& c : kCases) {
     auto& window = OpenCollection("w1", "N");
     Tick(c.rows);
-    ExpectMessage("14015", kCancel);
+    ExpectMessage(Message::kDeleteEssays, kCancel);
     machine.user.Click(window.picButtons(1));
-    ExpectMessage("14015", kOk);
+    ExpectMessage(Message::kDeleteEssays);
     machine.user.Click(window.picButtons(1));
     EXPECT_EQ(EssaysWith("D"), c.deleted);
-    ExpectMessage(c.message, kOk);
+    ExpectMessage(c.message);
     machine.loop.WaitUntil([this] { return machine.user.Expected() == 0; });
     EXPECT_EQ(ReadSetup(composition.program, "NeedSync"), "Y");
   }
@@ -177,10 +181,10 @@ TEST_F(CollectionTest, WritesAndChecksWholeEssays) {
   const std::string file = (machine.home / "out.txt").string();
   machine.user.Click(window.picButtons(0));  // the learner names no file
   machine.desktop.saveAnswer = file;
-  ExpectMessage("18", kOk);
+  ExpectMessage(Message::kExported);
   machine.user.Click(window.picButtons(0));
   EXPECT_EQ(machine.realFiles.Read(file), "Run!\r\n\r\nTom's birds\r\nfly.\r\n\r\n\r\n");
-  ExpectMessage("12", &FrmMessage::cmdNo);
+  ExpectMessage(Message::kOverwriteFile, kNo);
   machine.user.Click(window.picButtons(0));
   EXPECT_EQ(machine.user.Expected(), 0U);
 

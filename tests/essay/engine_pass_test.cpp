@@ -13,7 +13,6 @@ using ::testing::IsEmpty;
 using ::testing::SizeIs;
 
 constexpr const char* kEngine = "tolvex2.exe";
-constexpr auto kOk = &FrmMessage::cmdOK;
 
 /// One sentence, as the walk hands it over.
 class EnginePassTest : public EssayTest {
@@ -127,7 +126,7 @@ TEST_F(EnginePassTest, GivesUpOnASilentEngineAfterHalfAMinute) {
     machine.http.Route("p_passWebEngine_conn.asp", isOffline ? "ERR" : "ONLINE");
     replies[app.gEssayCurSentence] = "ERR_ENGINE";
     const auto start = machine.loop.Elapsed();
-    ExpectMessage("39", kOk);
+    ExpectMessage(Message::kEngineTimeout);
     Pass();
     const auto seconds = (machine.loop.Elapsed() - start).count() / 1000.0;
     EXPECT_THAT(seconds, AllOf(::testing::Ge(29), ::testing::Le(33))) << isOffline;
@@ -175,7 +174,7 @@ TEST_F(EnginePassTest, RecordsWhatTheLocalEngineSays) {
 
 TEST_F(EnginePassTest, GivesUpOnALocalEngineThatLeavesNoPage) {
   InstallEngine({{"findMistake", "0"}, {"htm4chk", "/nowhere/page.htm"}});
-  ExpectMessage("39", kOk);
+  ExpectMessage(Message::kEngineTimeout);
   Pass();
   EXPECT_EQ(app.gVerdict, "STOP");
   EXPECT_THAT(OkRows(), IsEmpty());

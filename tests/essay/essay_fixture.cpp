@@ -1,7 +1,6 @@
 #include "tests/essay/essay_fixture.h"
 
 #include "base/text.h"
-#include "core/message_catalogue.h"
 
 namespace {
 
@@ -65,16 +64,6 @@ void EssayTest::Send(const std::string& text) {
   machine.user.Focus(Window().txtInput);
   Window().txtInput.Text = text;
   machine.user.Click(Window().picButtons(1));
-}
-
-void EssayTest::ExpectMessage(const std::string& msgId, CommandButton FrmMessage::*button,
-                              std::function<void()> meanwhile) {
-  machine.user.OnModal([this, msgId, button, meanwhile](Form& form) {
-    auto& message = dynamic_cast<FrmMessage&>(form);
-    EXPECT_THAT(message.lblMessage.Caption(), ::testing::HasSubstr(MessageText(msgId))) << msgId;
-    if (meanwhile) meanwhile();
-    machine.user.Click(message.*button);
-  });
 }
 
 void EssayTest::OnCorrection(std::function<void()> act) { corrections_.push_back(std::move(act)); }

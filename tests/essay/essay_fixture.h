@@ -10,6 +10,7 @@
 #include "app/compose.h"
 #include "platform/event_loop.h"
 #include "records/essay_records.h"
+#include "tests/support/expect_message.h"
 #include "tests/support/test_machine.h"
 
 /// The web engine takes a sentence without an entry in `replies` for right. Real databases, virtual clock.
@@ -19,10 +20,10 @@ class EssayTest : public ::testing::Test {
 
   /// Opens the essay window with a text in it and sends it. Returns when the walk has ended.
   void Send(const std::string& text);
-  /// Expects a message, by its text, and answers it by a button; what the test wants done meanwhile comes
-  /// before the answer.
-  void ExpectMessage(const std::string& msgId, CommandButton FrmMessage::*button,
-                     std::function<void()> meanwhile = {});
+  void ExpectMessage(const Message& message, MessageButton answer = kOk,
+                     const std::function<void()>& meanwhile = {}) {
+    ::ExpectMessage(machine.user, message, answer, "", meanwhile);
+  }
   /// Has the learner act when the walk next asks for a correction.
   void OnCorrection(std::function<void()> act);
   void Correct(const std::string& sentence);

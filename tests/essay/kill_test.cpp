@@ -14,7 +14,6 @@ using ::testing::IsEmpty;
 using ::testing::Not;
 using ::testing::SizeIs;
 
-constexpr auto kOk = &FrmMessage::cmdOK;
 const char* const kEssay = "I run. He go home. I walk. It rains.";
 
 class KillTest : public EssayTest {
@@ -124,7 +123,7 @@ TEST_F(KillTest, KnowsHowManyStatementsAWalkHas) {
 
 TEST_F(KillTest, ShowsAsInterruptedAndReusesWhatWasJudged) {
   machine.databases.fault.Reset();
-  ExpectMessage("14003", kOk,
+  ExpectMessage(Message::kWrongSentence, kOk,
                 [this] { machine.databases.fault.KillAt(machine.databases.fault.Steps() + 1); });
   Correct("He goes home.");
   EXPECT_THROW(Send(kEssay), Killed);
@@ -135,7 +134,7 @@ TEST_F(KillTest, ShowsAsInterruptedAndReusesWhatWasJudged) {
   const std::string report = HtmlToText(EssayReportPage(next->essay, essayId.front()));
   EXPECT_THAT(report, HasSubstr("這篇短文批改過程中被中斷"));
   EXPECT_THAT(report, HasSubstr("全文共 4 個句子，共計 9 個字，犯錯 1 次"));
-  ExpectMessage("14005", kOk);
+  ExpectMessage(Message::kEssayDone);
   SendAgain(*next, "I run. He goes home.");
   EXPECT_THAT(Asked(), ElementsAre("He goes home."));
 }

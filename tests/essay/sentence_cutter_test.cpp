@@ -51,23 +51,23 @@ std::string Repeated(const std::string& text, int times) {
 TEST(TextRules, RefuseWhatCannotBeWalked) {
   const std::string longest = Repeated("a", kLongestEssay - 1) + ".";
   const std::pair<std::string, const char*> cases[] = {
-      {"", "14001"},
-      {"  \r\n ", "14001"},
-      {"He goes", "14004"},
-      {"He goes. And", "14004"},
-      {"He 去.", "13001"},
-      {"He {goes}.", "13001"},
-      {"He goes.", ""},
-      {"He goes.\r\n ", ""},
-      {"Does he?", ""},
-      {longest, ""},
-      {"a" + longest, "14023"},
-      {Repeated("A b. ", kMostSentences), ""},
-      {Repeated("A b. ", kMostSentences + 1), "14024"},
+      {"", &Message::kEnterEssay},
+      {"  \r\n ", &Message::kEnterEssay},
+      {"He goes", &Message::kNoEndMark},
+      {"He goes. And", &Message::kNoEndMark},
+      {"He 去.", &Message::kBadSigns},
+      {"He {goes}.", &Message::kBadSigns},
+      {"He goes.", nullptr},
+      {"He goes.\r\n ", nullptr},
+      {"Does he?", nullptr},
+      {longest, nullptr},
+      {"a" + longest, &Message::kEssayTooLong},
+      {Repeated("A b. ", kMostSentences), nullptr},
+      {Repeated("A b. ", kMostSentences + 1), &Message::kTooManySentences},
   };
   for (const auto& [text, refusal] : cases) EXPECT_EQ(RefusalOf(text), refusal) << text.substr(0, 20);
-  EXPECT_EQ(RefusalOfCorrected("Caf\xC3\xA9."), "");
-  EXPECT_EQ(RefusalOfCorrected("He goes"), "14004");
+  EXPECT_EQ(RefusalOfCorrected("Caf\xC3\xA9."), nullptr);
+  EXPECT_EQ(RefusalOfCorrected("He goes"), &Message::kNoEndMark);
 }
 
 }  // namespace

@@ -10,7 +10,6 @@ using ::testing::IsEmpty;
 using ::testing::StartsWith;
 
 using SessionTest = EssayTest;
-constexpr auto kOk = &FrmMessage::cmdOK;
 
 TEST_F(SessionTest, OpensFromTheMenuByANewTopicAndLeadsBackToTheTopics) {
   auto& room = composition.essay;
@@ -47,9 +46,9 @@ TEST_F(SessionTest, FiltersKeysByTheirPlace) {
 
 TEST_F(SessionTest, RewritesTheEssayAfterItsReport) {
   replies["He go home."] = "OK_1#AG01#page.htm#*He go* home .";
-  ExpectMessage("14003", kOk);
+  ExpectMessage(Message::kWrongSentence);
   Correct("He goes home.");
-  ExpectMessage("14005", kOk);
+  ExpectMessage(Message::kEssayDone);
   app.gEssayQuiz = "My day";
   Send("He go home.\r\nI run.");
   machine.user.Click(Window().picCommands(0));
@@ -58,19 +57,19 @@ TEST_F(SessionTest, RewritesTheEssayAfterItsReport) {
   EXPECT_FALSE(composition.essay.frmEssayCompare.IsLoaded());
   EXPECT_EQ(Window().txtInput.Text(), "He goes home.\r\nI run.");
   EXPECT_FALSE(Window().webHtml.Visible);
-  ExpectMessage("14005", kOk);
+  ExpectMessage(Message::kEssayDone);
   machine.user.Click(Window().picButtons(1));
   EXPECT_THAT(Texts("select quiz from essay"), ElementsAre("My day", "My day"));
   EXPECT_THAT(Asked(), ElementsAre("He go home.", "He goes home.", "I run."));
 }
 
 TEST_F(SessionTest, AsksBeforeANewEssayWhileAReportIsShown) {
-  ExpectMessage("14005", kOk);
+  ExpectMessage(Message::kEssayDone);
   Send("I run.");
-  ExpectMessage("14006", &FrmMessage::cmdCancel);
+  ExpectMessage(Message::kNewEssay, kCancel);
   composition.frmMain->imgMenu_Click(4);
   EXPECT_FALSE(app.gOpenEssayInputEdu);
-  ExpectMessage("14006", kOk);
+  ExpectMessage(Message::kNewEssay);
   composition.frmMain->imgMenu_Click(4);
   EXPECT_TRUE(app.gOpenEssayInputEdu && app.gEssayStartRequested);
 }
@@ -105,7 +104,7 @@ TEST_F(SessionTest, ShowsTheQuestionOfAnAssignment) {
   app.gEssayWorkId = "W1";
   composition.essay.frmEssay->Show();
   app.gEssayStartRequested = true;
-  ExpectMessage("14020", kOk);
+  ExpectMessage(Message::kOwnTopic);
   machine.user.Click(Window().picButtons(2));
   app.gEssayStartRequested = false;
   machine.user.Click(Window().picButtons(2));

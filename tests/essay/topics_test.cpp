@@ -10,7 +10,6 @@ using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 using ::testing::Not;
 
-constexpr auto kOk = &FrmMessage::cmdOK;
 constexpr const char* kList = "p_mrv_get_essay_work.asp";
 constexpr const char* kNoWork = "※目前無作業。您可按 [開新短文] 自定題目練習\n";
 
@@ -167,7 +166,7 @@ TEST_F(TopicsTest, AnOwnTopicIsTakenUpAgainUnderItsTitle) {
   machine.loop.WaitUntil([this] { return !app.gOpenEssayInputEdu; });
   EXPECT_EQ(composition.frmMain->txtInput.Text(), "");
   EXPECT_EQ(composition.frmMain->Top(), top);
-  ExpectMessage("14005", kOk);
+  ExpectMessage(Message::kEssayDone);
   machine.user.Focus(Window().txtInput);
   Window().txtInput.Text = "I run.";
   machine.user.Click(Window().picButtons(1));
@@ -181,7 +180,7 @@ TEST_F(TopicsTest, WithNothingToDoATopicOfTheLearnersOwnIsOffered) {
   UseEdition("XQD");
   Assign("OK_w1#Y#d#A#");
   auto& topics = OpenTopics();
-  ExpectMessage("14007", kOk, [&] { EXPECT_EQ(topics.Left(), -20000); });
+  ExpectMessage(Message::kNoAssignment, kOk, [&] { EXPECT_EQ(topics.Left(), -20000); });
   topics.picButtons_Click(0);
   EXPECT_TRUE(app.gOpenEssayInputForm);
   machine.loop.WaitUntil([this] { return !app.gOpenEssayInputEdu; });
@@ -247,16 +246,16 @@ TEST_F(TopicsTest, DeletesTheTickedEssaysAfterAQuestion) {
     const char* argument;
     CommandButton FrmMessage::*answer;
     const char *deleted, *left;
-  } kCases[] = {{"e1|e2|", &FrmMessage::cmdNo, "", "e1 e2 e3"},
-                {"", &FrmMessage::cmdYes, "", "e1 e2 e3"},
-                {"|e2||", &FrmMessage::cmdYes, "e2", "e1 e3"},
-                {"e1%7Ce3%7Cunknown%7C", &FrmMessage::cmdYes, "e1 e2 e3", ""}};
+  } kCases[] = {{"e1|e2|", kNo, "", "e1 e2 e3"},
+                {"", kYes, "", "e1 e2 e3"},
+                {"|e2||", kYes, "e2", "e1 e3"},
+                {"e1%7Ce3%7Cunknown%7C", kYes, "e1 e2 e3", ""}};
   Put({"e1", "w1", "A", "N", 5, 2});
   Put({"e2", "w1", "A", "N", 5, 1});
   Put({"e3", "w2", "B"});
   OpenTopics();
   for (const auto& c : kCases) {
-    ExpectMessage("15", c.answer);
+    ExpectMessage(Message::kDeleteTopic, c.answer);
     room.frmEssayInputEdu->webHtml2.FollowLink(std::string("cmd:del:") + c.argument);
     EXPECT_EQ(EssaysWith("D"), c.deleted);
     EXPECT_EQ(EssaysWith("Y"), c.left);
@@ -280,7 +279,7 @@ TEST_F(TopicsTest, AnEssayThatWasHandedInNamesNothingToDelete) {
 TEST_F(TopicsTest, AWalkThatWaitsForACorrectionIsLeftAlone) {
   replies["He go home."] = "OK_1#AG01#page.htm#*He go* home .";
   Put({"e1", "w1"});
-  ExpectMessage("14003", kOk);
+  ExpectMessage(Message::kWrongSentence);
   OnCorrection([this] {
     const std::string walked = app.gEssayId + app.gEssayWorkId + app.gEssayQuiz;
     OpenTopics().webHtml2.FollowLink("cmd:wid:w1");
@@ -291,7 +290,7 @@ TEST_F(TopicsTest, AWalkThatWaitsForACorrectionIsLeftAlone) {
     composition.frmMain->txtInput.Text = "He goes home.";
     machine.user.Press(composition.frmMain->txtInput, kKeyEnter);
   });
-  ExpectMessage("14005", kOk);
+  ExpectMessage(Message::kEssayDone);
   Send("He go home.");
   EXPECT_EQ(LastEssay().newEssay, "He goes home.");
 }

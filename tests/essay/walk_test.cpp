@@ -1,5 +1,4 @@
 // The walk under the virtual clock.
-#include "core/message_catalogue.h"
 #include "core/settings.h"
 #include "tests/essay/topics_fixture.h"
 
@@ -13,13 +12,10 @@ using ::testing::IsEmpty;
 using ::testing::Not;
 using ::testing::SizeIs;
 
-constexpr auto kOk = &FrmMessage::cmdOK;
-constexpr auto kYes = &FrmMessage::cmdYes;
-constexpr auto kNo = &FrmMessage::cmdNo;
 const char* const kFault = "OK_1#AG01#page.htm#*He go* home .";
 
 TEST_F(EssayTest, WalksToTheReport) {
-  ExpectMessage("14005", kOk);
+  ExpectMessage(Message::kEssayDone);
   Send("He goes home.\r\nShe  doesn't go，too.");
   EXPECT_THAT(OkRows(), ElementsAre("He goes home.|N", "She doesn’t go,too.|N"));
   const EssayRow essay = LastEssay();
@@ -38,21 +34,23 @@ TEST_F(EssayTest, WalksToTheReport) {
 
 TEST_F(EssayTest, RefusesATextBeforeAnythingIsWritten) {
   const std::string tooLong = std::string(32767, 'a') + ".";
-  const std::pair<std::string, const char*> cases[] = {
-      {"   ", "14001"}, {"He goes", "14004"}, {"He 去.", "13001"}, {tooLong, "14023"}};
+  const std::pair<std::string, const Message&> cases[] = {{"   ", Message::kEnterEssay},
+                                                          {"He goes", Message::kNoEndMark},
+                                                          {"He 去.", Message::kBadSigns},
+                                                          {tooLong, Message::kEssayTooLong}};
   for (const auto& [text, message] : cases) {
-    ExpectMessage(message, kOk);
+    ExpectMessage(message);
     Send(text);
-    EXPECT_THAT(Texts("select essayId from essay"), IsEmpty()) << message;
-    EXPECT_FALSE(app.gEssayMode) << message;
-    EXPECT_EQ(Window().txtInput.Text().size(), text == "   " ? 2 : text.size()) << message;
+    EXPECT_THAT(Texts("select essayId from essay"), IsEmpty()) << message.text;
+    EXPECT_FALSE(app.gEssayMode) << message.text;
+    EXPECT_EQ(Window().txtInput.Text().size(), text == "   " ? 2 : text.size()) << message.text;
   }
   EXPECT_THAT(machine.http.requests, IsEmpty());
 }
 
 TEST_F(EssayTest, CorrectsASentenceUnderItsId) {
   replies["He go home."] = kFault;
-  ExpectMessage("14003", kOk);
+  ExpectMessage(Message::kWrongSentence);
   OnCorrection([this] {
     FrmMain& frmMain = *composition.frmMain;
     EXPECT_GT(frmMain.Left, 0);
@@ -63,7 +61,7 @@ TEST_F(EssayTest, CorrectsASentenceUnderItsId) {
     frmMain.txtInput.Text = " He goes home. ";
     machine.user.Press(frmMain.txtInput, kKeyEnter);
   });
-  ExpectMessage("14005", kOk);
+  ExpectMessage(Message::kEssayDone);
   Send("I run. He go home. I run.");
   EXPECT_THAT(OkRows(), ElementsAre("I run.|N", "He goes home.|N", "I run.|N"));
   EXPECT_THAT(ErrRows(), ElementsAre("*He go* home .|AG01|1"));
@@ -80,9 +78,9 @@ TEST_F(EssayTest, CorrectsASentenceUnderItsId) {
 
 TEST_F(EssayTest, CorrectsEverySentenceThatIsEqual) {
   replies["He go home."] = kFault;
-  ExpectMessage("14003", kOk);
+  ExpectMessage(Message::kWrongSentence);
   Correct("He goes home.");
-  ExpectMessage("14005", kOk);
+  ExpectMessage(Message::kEssayDone);
   Send("He go home. I run. He go home.");
   EXPECT_EQ(LastEssay().newEssay, "He goes home. I run. He goes home.");
   EXPECT_THAT(ErrRows(), SizeIs(1));
@@ -91,11 +89,11 @@ TEST_F(EssayTest, CorrectsEverySentenceThatIsEqual) {
 
 TEST_F(EssayTest, CountsEachRepeatedMistake) {
   replies["He go home."] = "OK_1#AG01#page.htm#He go home.";  // so that the record knows it
-  ExpectMessage("14003", kOk);
+  ExpectMessage(Message::kWrongSentence);
   Correct("He go home.");
-  ExpectMessage("14003", kOk);
+  ExpectMessage(Message::kWrongSentence);
   Correct("He goes home.");
-  ExpectMessage("14005", kOk);
+  ExpectMessage(Message::kEssayDone);
   Send("He go home.");
   EXPECT_THAT(ErrRows(), ElementsAre("He go home.|AG01|1", "He go home.|AG01|1"));
   EXPECT_THAT(Texts("select times from mistakes"), ElementsAre("2"));
@@ -105,16 +103,16 @@ TEST_F(EssayTest, CountsEachRepeatedMistake) {
 
 TEST_F(EssayTest, LeavesAWarningToTheLearner) {
   replies["He go home."] = "OK_2#AG01#page.htm#*He go* home .";
-  ExpectMessage("14021", kNo);
-  ExpectMessage("14005", kOk);
+  ExpectMessage(Message::kDoubtfulSentence, kNo);
+  ExpectMessage(Message::kEssayDone);
   Send("He go home.");
   EXPECT_THAT(OkRows(), ElementsAre("He go home.|2"));
   EXPECT_EQ(Mistakes("AG01"), 1);
 
   replies["She go home."] = replies["He go home."];
-  ExpectMessage("14021", kYes);
+  ExpectMessage(Message::kDoubtfulSentence, kYes);
   Correct("She goes home.");
-  ExpectMessage("14005", kOk);
+  ExpectMessage(Message::kEssayDone);
   Send("He go home. She go home.");
   EXPECT_THAT(OkRows(), ElementsAre("He go home.|2", "He go home.|2", "She go home.|2", "She goes home.|N"));
   EXPECT_THAT(Asked(), ElementsAre("He go home.", "She go home.", "She goes home."));
@@ -122,7 +120,7 @@ TEST_F(EssayTest, LeavesAWarningToTheLearner) {
 
 TEST_F(EssayTest, ShowsTheFiledPageOfAFault) {
   replies["He go home."] = kFault;
-  ExpectMessage("14003", kOk, [this] {
+  ExpectMessage(Message::kWrongSentence, kOk, [this] {
     EXPECT_THAT(composition.frmBrowser->webOther.LocationURL(),
                 AllOf(HasSubstr("http://school/p_all_engine_htm_show.asp?key=zorbelquinter&pnomd5="),
                       HasSubstr("&checksum=" + app.gEssayPageChecksum + "&enginever=&tid=")));
@@ -143,16 +141,19 @@ TEST_F(EssayTest, AsksAgainWhenTheBoxIsEmptyOrTheTextWouldNotEnd) {
     machine.user.Press(composition.frmMain->txtInput, kKeyEnter);
   };
   OnCorrection([&] { learner.Enabled = true; });
-  for (const char* message : {"14003", "14003", "14004", "14005"}) ExpectMessage(message, kOk);
+  for (const Message* message :
+       {&Message::kWrongSentence, &Message::kWrongSentence, &Message::kNoEndMark, &Message::kEssayDone}) {
+    ExpectMessage(*message);
+  }
   Send("He go home.");
   EXPECT_THAT(OkRows(), ElementsAre("He goes home.|N", "All is well.|N"));
 }
 
 TEST_F(EssayTest, MeetsASentenceOverALineBreakAgain) {
   replies["He gohome."] = kFault;
-  ExpectMessage("14003", kOk);
+  ExpectMessage(Message::kWrongSentence);
   Correct("He goes home.");
-  ExpectMessage("14003", kOk);
+  ExpectMessage(Message::kWrongSentence);
   BreakOff();
   Send("He go\r\nhome.");
   EXPECT_THAT(ErrRows(), SizeIs(2));
@@ -165,7 +166,7 @@ TEST_F(EssayTest, KeepsOldVerdictsWithoutTheEngine) {
   composition.records.InsertErrSentence(
       {.id = "2", .sentence = "It's bad.", .errcode = "AG01", .sDate = day});
   composition.records.InsertMistake("AG01");
-  ExpectMessage("14003", kOk);
+  ExpectMessage(Message::kWrongSentence);
   BreakOff();
   const auto start = machine.loop.Elapsed();
   Send("It's fine. It's bad.");
@@ -193,8 +194,14 @@ TEST_F(EssayTest, StopsInEveryState) {
   EXPECT_EQ(LastEssay().finalSet, "A");
   EXPECT_THAT(Asked(), IsEmpty());
   // At a correction, after an error and after a warning.
-  for (const auto& [text, message] : {std::pair{"He go home. I walk.", "14003"}, {"She go home.", "14021"}}) {
-    ExpectMessage(message, std::string(message) == "14003" ? kOk : kYes);
+  const struct {
+    const char* text;
+    const Message& message;
+    MessageButton answer;
+  } corrections[] = {{"He go home. I walk.", Message::kWrongSentence, kOk},
+                     {"She go home.", Message::kDoubtfulSentence, kYes}};
+  for (const auto& [text, message, answer] : corrections) {
+    ExpectMessage(message, answer);
     BreakOff();
     Send(text);
     EXPECT_EQ(LastEssay().finalSet, "A") << text;
@@ -212,7 +219,7 @@ TEST_F(EssayTest, StopsInEveryState) {
 
 TEST_F(EssayTest, TakesNoKeysAndNoSecondWalkMeanwhile) {
   replies["He go home."] = kFault;
-  ExpectMessage("14003", kOk, [this] {
+  ExpectMessage(Message::kWrongSentence, kOk, [this] {
     int key = 'A';
     Window().txtInput.KeyDown.Raise(key);
     EXPECT_EQ(key, 0);
@@ -234,8 +241,8 @@ TEST_F(EssayTest, EndsTheProgramWhenNoEngineIsToBeHad) {
   machine.http.Queue("p_all_webengine_get.asp", "ERR");
   // A connection that breaks is a failed try like any other.
   machine.http.RouteToNowhere("p_all_webengine_get.asp");
-  ExpectMessage("16001", kOk);
-  ExpectMessage("16001", &FrmMessage::cmdCancel);
+  ExpectMessage(Message::kNoEngineAddress);
+  ExpectMessage(Message::kNoEngineAddress, kCancel);
   EXPECT_THROW(Send("He goes home."), ProgramEnd);
   EXPECT_THAT(machine.http.Bodies("p_all_webengine_get.asp"), SizeIs(20));
   EXPECT_EQ(LastEssay().finalSet, "A");
@@ -245,7 +252,7 @@ TEST_F(EssayTest, EndsTheProgramWhenNoEngineIsToBeHad) {
 TEST_F(EssayTest, GivesTheWindowBackWhicheverStatementFails) {
   int failures = 0;
   for (bool fails = true; fails;) {
-    if (machine.user.Expected() == 0) ExpectMessage("14005", kOk);
+    if (machine.user.Expected() == 0) ExpectMessage(Message::kEssayDone);
     machine.databases.fault.Reset();
     machine.databases.fault.FailAt(++failures);
     try {
@@ -268,9 +275,9 @@ TEST_F(EssayTest, UploadsAtTheEndAndTriesAgain) {
   composition.program.hall.frmUpload.LeadsTo([&]() -> UploadRun& { return upload; });
   WriteNeedSync(composition.program, "Y");
   machine.http.Route("p_getconn.asp", "ERR");
-  ExpectMessage("14005", kOk);
-  ExpectMessage("15001", kYes);
-  ExpectMessage("15001", kNo);
+  ExpectMessage(Message::kEssayDone);
+  ExpectMessage(Message::kUploadFailed, kYes);
+  ExpectMessage(Message::kUploadFailed, kNo);
   const auto start = machine.loop.Elapsed();
   Send("I run.");
   EXPECT_THAT(machine.http.Bodies("p_getconn.asp"), SizeIs(20));
@@ -281,7 +288,7 @@ TEST_F(EssayTest, UploadsAtTheEndAndTriesAgain) {
 
   machine.http.Queue("p_getconn.asp", "ERR");
   machine.http.Route("p_getconn.asp", "ONLINE 2026/11/5");
-  ExpectMessage("14005", kOk);
+  ExpectMessage(Message::kEssayDone);
   Send("I walk.");
   EXPECT_THAT(upload.modes, ElementsAre("UPLOAD"));
 }
@@ -297,19 +304,19 @@ TEST_F(EssayTest, HandsInTheAnswerToAnAssignment) {
   };
   machine.http.Queue("p_set_essay_work_finalset.asp", "ERR");
   machine.http.Queue("p_set_essay_work_finalset.asp", "OK");
-  ExpectMessage("14005", kOk);
-  ExpectMessage("14019", kYes);
-  ExpectMessage("14018", kOk);
+  ExpectMessage(Message::kEssayDone);
+  ExpectMessage(Message::kHandInNow, kYes);
+  ExpectMessage(Message::kHandedIn);
   walkAssignment("W1");
   EXPECT_EQ(LastEssay().finalSet, "Y");
   EXPECT_FALSE(app.gEssayNoListReturn);
-  ExpectMessage("14005", kOk);
+  ExpectMessage(Message::kEssayDone);
   walkAssignment("W1");  // handed in already: not asked again
   EXPECT_EQ(LastEssay().finalSet, "N");
   machine.http.RouteToNowhere("p_set_essay_work_finalset.asp");
-  ExpectMessage("14005", kOk);
-  ExpectMessage("14019", kYes);
-  ExpectMessage("14022", kOk);
+  ExpectMessage(Message::kEssayDone);
+  ExpectMessage(Message::kHandInNow, kYes);
+  ExpectMessage(Message::kNotHandedIn);
   const auto start = machine.loop.Elapsed();
   walkAssignment("W2");
   EXPECT_GE((machine.loop.Elapsed() - start).count(), 30'000) << "three seconds after each refusal";

@@ -86,8 +86,10 @@ TEST_P(EveryWindow, IsDrawnWithItsFaceAndInk) {
 
 TEST(MessageWindow, EscapeLeavesItByTheButtonThatRefuses) {
   const struct {
-    const char *buttons, *answer;
-  } kCases[] = {{"OK", "OK"}, {"OK_CANCEL", "CANCEL"}, {"YES_NO", "NO"}};
+    const Message& message;
+    const char* answer;
+  } kCases[] = {
+      {Message::kWrongPassword, "OK"}, {Message::kLeaveProgram, "CANCEL"}, {Message::kHandInNow, "NO"}};
   for (const auto& c : kCases) {
     WindowedProgram program;
     Program& own = program.composition.program;
@@ -100,7 +102,7 @@ TEST(MessageWindow, EscapeLeavesItByTheButtonThatRefuses) {
       if (own.app.gMsgResult.empty()) box.closeForm();
     };
     user.Enabled = true;
-    FrmMessage::MessageBox(own, "40", 2, c.buttons, "2");
+    FrmMessage::MessageBox(own, c.message);
     EXPECT_EQ(own.app.gMsgResult, c.answer);
   }
 }

@@ -39,15 +39,13 @@ Form& ShowSentence(WindowedProgram& program, const std::string& sentence, Color 
 }
 
 // A message box without the wait for its answer.
-Form& ShowMessage(WindowedProgram& program, int icon, bool asks) {
+Form& ShowMessage(WindowedProgram& program, const Message& message) {
+  const bool asks = message.buttons == Message::Buttons::kOkCancel;
   FrmMessage& box = *program.composition.program.frmMessage;
-  box.imgIcon.Picture = box.imgIcons(icon).Picture;
+  box.imgIcon.Picture = box.imgIcons(static_cast<int>(message.icon)).Picture;
   box.lblCaption.Caption = asks ? "詢問" : "錯誤";
   box.lblMessage.Alignment = Label::kCenter;
-  box.lblMessage.Caption =
-      asks ? "\r\n\r\n您確定要離開本程式嗎?"
-           : "\r\n因為軟體已有重大的變革！\r\n\r\n若未重新安裝程式, 可能產生無法預期的錯誤"
-             "\r\n您選擇不更新將無法使用本軟體";
+  box.lblMessage.Caption = (asks ? "\r\n\r\n" : "\r\n") + std::string(message.text);
   box.picProgress.Visible = false;
   box.cmdOK.Left = asks ? box.Width / 2 - box.cmdOK.Width - 100 : (box.Width - box.cmdOK.Width) / 2;
   box.cmdCancel.Left = box.Width / 2 + 100;
@@ -57,7 +55,7 @@ Form& ShowMessage(WindowedProgram& program, int icon, bool asks) {
 }
 
 Form& ShowProgress(WindowedProgram& program) {
-  FrmMessage::ProgressMsgBox(program.composition.program, "3000", 0, "0");
+  FrmMessage::ProgressMsgBox(program.composition.program, Progress::kChecking);
   FrmMessage& box = *program.composition.program.frmMessage;
   box.tmrProgressFlash.Enabled = false;
   box.imgProgressFlash.Left = 2100;
@@ -185,8 +183,9 @@ const std::vector<ShownWindow>& ProgramWindows() {
          p.composition.frmMain->imgMenu(10).Visible = true;
          return form;
        }},
-      {"frmMessage-ask", [](WindowedProgram& p) -> Form& { return ShowMessage(p, 2, true); }},
-      {"frmMessage-error", [](WindowedProgram& p) -> Form& { return ShowMessage(p, 1, false); }},
+      {"frmMessage-ask", [](WindowedProgram& p) -> Form& { return ShowMessage(p, Message::kLeaveProgram); }},
+      {"frmMessage-error",
+       [](WindowedProgram& p) -> Form& { return ShowMessage(p, Message::kReinstallRefused); }},
       {"frmMessage-progress", ShowProgress},
       {"frmSplash", ShowSplash},
       {"frmMenu", [](WindowedProgram& p) -> Form& { return Opaque(*p.composition.frmMenu); }},

@@ -86,14 +86,16 @@ TEST_F(CampusLoginTest, FileOfTheLatestLoginFillsTheWindowWithoutALookUp) {
 
 TEST_F(CampusLoginTest, FailedLookUpsAreToldAndTheFocusStaysAtTheLogin) {
   const struct {
-    const char *reply, *message, *caption;
-  } cases[] = {
-      {"ERR_NOTFOUND", "29851", "訊息"}, {"ERR_CONNECT_FAILED", "2984", "錯誤"}, {"<html>", "2984", "錯誤"}};
+    const char* reply;
+    const Message& message;
+  } cases[] = {{"ERR_NOTFOUND", Message::kUnknownAccount},
+               {"ERR_CONNECT_FAILED", Message::kServerNotFound},
+               {"<html>", Message::kServerNotFound}};
   Open();
   const int left = frm->Left;
   for (const auto& each : cases) {
     machine.http.Route(kFind, each.reply);
-    AnswerMessage(each.message, each.caption);
+    ExpectMessage(each.message);
     TypeLogin("x");
     EXPECT_EQ(machine.user.Expected(), 0U) << each.reply;
     EXPECT_EQ(frm->lblACServer.Caption(), "* 無法正確取得 *");
@@ -102,29 +104,30 @@ TEST_F(CampusLoginTest, FailedLookUpsAreToldAndTheFocusStaysAtTheLogin) {
     EXPECT_EQ(machine.windows.Focused(), &frm->txtLogin);
   }
   machine.http.RouteToNowhere(kFind);
-  AnswerMessage("2984", "錯誤");
+  ExpectMessage(Message::kServerNotFound);
   TypeLogin("x");
-  AnswerMessage("29851");
+  ExpectMessage(Message::kUnknownAccount);
   TryPassword("secret");
   EXPECT_THAT(machine.http.Bodies(kLogin), IsEmpty()) << "no login without a server";
 }
 
 TEST_F(CampusLoginTest, RefusedLoginsLeaveTheWindowForAnotherTry) {
   Open();
-  AnswerMessage("26");
+  ExpectMessage(Message::kEnterAccount);
   TryPassword("secret");
   TypeLogin("b1");
   for (const char* refused : {"", "  ", "123456789012345678901"}) {
-    AnswerMessage("27");
+    ExpectMessage(Message::kPasswordLength);
     TryPassword(refused);
   }
   EXPECT_THAT(machine.http.Bodies(kLogin), IsEmpty());
   const struct {
-    const char *reply, *message;
-  } cases[] = {{"ERR_NOTFOUND", "31"}, {"ERR_WRONG_PASSWORD", "32"}};
+    const char* reply;
+    const Message& message;
+  } cases[] = {{"ERR_NOTFOUND", Message::kWrongAccount}, {"ERR_WRONG_PASSWORD", Message::kWrongPassword}};
   for (const auto& each : cases) {
     machine.http.Route(kLogin, each.reply);
-    AnswerMessage(each.message);
+    ExpectMessage(each.message);
     TryPassword("secret");
     EXPECT_EQ(machine.user.Expected(), 0U) << each.reply;
     EXPECT_TRUE(frm.IsLoaded() && frm->Enabled());
@@ -142,13 +145,13 @@ TEST_F(CampusLoginTest, SchoolWithItsPagesInAFolderIsTriedThereAndEachTryStartsA
   machine.http.RouteToNowhere("http://school.test:8080/serverside/p_getconn.asp");
   Open();
   TypeLogin("b1");
-  AnswerMessage("2984", "錯誤");
+  ExpectMessage(Message::kServerNotFound);
   TryPassword("secret");
   EXPECT_EQ(app.gServerUrlRoot, "http://school.test:8080/serverside/");
   machine.http.Route("http://school.test:8080/serverside/p_getconn.asp", "ONLINE");
   machine.http.Route(kLogin, "SET_S01#N#");
   machine.http.requests.clear();
-  AnswerMessage("2977");
+  ExpectMessage(Message::kPasswordSet);
   TryPassword("secret");
   ASSERT_THAT(machine.http.requests, SizeIs(3));
   EXPECT_EQ(machine.http.requests[0].url, "http://school.test:8080/p_getconn.asp");

@@ -12,7 +12,6 @@ namespace {
 
 using ::testing::ElementsAre;
 using ::testing::EndsWith;
-using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 using ::testing::SizeIs;
 
@@ -50,7 +49,7 @@ TEST_F(FeedbackTest, SendsTheSentenceAndTheRemarkOnce) {
   EXPECT_EQ(frmFeedback->txtDesc.Text(), "") << "the placeholder gives way";
   machine.user.Type(frmFeedback->txtDesc, "這是對的，it's fine\né😀");
   frmFeedback->txtEmail.Text = "hidden@example.tw";
-  AnswerMessage("11");
+  ExpectMessage(Message::kFeedbackSent);
   Send();
   EXPECT_FALSE(frmFeedback.IsLoaded());
   EXPECT_FALSE(app.gOpenFeedback);
@@ -70,21 +69,22 @@ TEST_F(FeedbackTest, RefusalsAreToldByNumberAndTheWindowStays) {
   const struct {
     std::string remark;
     bool wantsReply;
-    const char *email, *message;
-  } cases[] = {{"", false, "", "9"},
-               {"   ", false, "", "9"},
-               {hundred + "x", false, "", "10"},
-               {"", true, "", "8"},
-               {hundred, true, "a@b.c", "8"},
-               {hundred, true, "@ab.cd", "8"},
-               {hundred, true, " a@b.cde. ", "8"}};
+    const char* email;
+    const Message& message;
+  } cases[] = {{"", false, "", Message::kNoRemark},
+               {"   ", false, "", Message::kNoRemark},
+               {hundred + "x", false, "", Message::kRemarkTooLong},
+               {"", true, "", Message::kBadEmail},
+               {hundred, true, "a@b.c", Message::kBadEmail},
+               {hundred, true, "@ab.cd", Message::kBadEmail},
+               {hundred, true, " a@b.cde. ", Message::kBadEmail}};
   Open();
   for (const auto& each : cases) {
     frmFeedback->txtDesc.Text = each.remark;
     machine.user.Click(frmFeedback->lblNeedRes(each.wantsReply ? 1 : 0));
     EXPECT_EQ(frmFeedback->picEmail.Visible(), each.wantsReply);
     frmFeedback->txtEmail.Text = each.email;
-    AnswerMessage(each.message);
+    ExpectMessage(each.message);
     frmFeedback->OpenWithBrowserForFeedback();
     EXPECT_EQ(machine.user.Expected(), 0U) << each.remark << each.email;
   }
@@ -92,12 +92,12 @@ TEST_F(FeedbackTest, RefusalsAreToldByNumberAndTheWindowStays) {
   machine.http.RouteToNowhere("p_getconn.asp");
   frmFeedback->txtDesc.Text = hundred;
   frmFeedback->txtEmail.Text = "a@b.cd";
-  AnswerMessage("1", "錯誤");
+  ExpectMessage(Message::kNetworkDown);
   frmFeedback->OpenWithBrowserForFeedback();
   EXPECT_THAT(Posts(), IsEmpty());
   EXPECT_EQ(Registry("sentence"), kSentence);
   machine.http.Route("p_getconn.asp", "ONLINE");
-  AnswerMessage("11");
+  ExpectMessage(Message::kFeedbackSent);
   frmFeedback->OpenWithBrowserForFeedback();
   EXPECT_THAT(Posts(), ElementsAre(EndsWith("&remarks=" + hundred + "&email=a%40b.cd")));
 }
@@ -111,7 +111,7 @@ TEST_F(FeedbackTest, LeavingTheRemarkEmptyStartsOver) {
   EXPECT_EQ(frmFeedback->txtDesc.Text(), placeholder);
   EXPECT_TRUE(frmFeedback->optNeedRes(0).Value());
   EXPECT_FALSE(frmFeedback->picEmail.Visible());
-  AnswerMessage("9");
+  ExpectMessage(Message::kNoRemark);
   frmFeedback->OpenWithBrowserForFeedback();
   machine.user.Click(frmFeedback->picButtons(0));
   EXPECT_FALSE(app.gOpenFeedback);
@@ -133,11 +133,7 @@ TEST_F(FeedbackTest, WhatDoesNotArriveIsToldAndWaits) {
     machine.http.Route("p_feedback.asp", failure);
     Open();
     frmFeedback->txtDesc.Text = "這是對的";
-    machine.user.OnModal([this](Form& form) {
-      auto& box = dynamic_cast<FrmMessage&>(form);
-      EXPECT_THAT(box.lblMessage.Caption(), HasSubstr(MessageText("1") + "\r\n您的意見已經保存"));
-      machine.user.Click(box.cmdOK);
-    });
+    ExpectMessage(Message::kNetworkDown, kOk, "\r\n您的意見已經保存");
     Send();
     EXPECT_FALSE(frmFeedback.IsLoaded());
     EXPECT_EQ(Registry("sentence"), "");
@@ -174,7 +170,7 @@ TEST_F(FeedbackTest, ArrivesWholeAtTheRealServer) {
     machine.http.Route("p_feedback.asp", [&](const HttpRequest& request) { return http.Send(request); });
     Open();
     frmFeedback->txtDesc.Text = remark;
-    AnswerMessage("11");
+    ExpectMessage(Message::kFeedbackSent);
     frmFeedback->OpenWithBrowserForFeedback();
     const auto page =
         http.Send({.method = "GET", .url = server.Root() + "m_service_mail.asp", .headers = {}, .body = ""});

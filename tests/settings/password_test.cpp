@@ -21,7 +21,7 @@ class PasswordTest : public SettingsRoomTest {
 
 TEST_F(PasswordTest, LengthIsCheckedBeforeAnythingIsSent) {
   for (const char* refused : {"", "abc", " abc ", "abcdefghijklm"}) {
-    AnswerMessage("27");
+    ExpectMessage(Message::kPasswordLength);
     Enter(refused);
     EXPECT_EQ(machine.user.Expected(), 0U) << refused;
   }
@@ -43,20 +43,21 @@ TEST_F(PasswordTest, RightOneIsKeptForThisRunAndTheCheckStartsOver) {
 
 TEST_F(PasswordTest, RefusalsAreToldByNumberAndTheWindowStays) {
   const struct {
-    const char *reply, *message, *caption;
-  } cases[] = {{"ERR_NOTFOUND", "31", "訊息"},
-               {"ERR_WRONG_PASSWORD", "32", "訊息"},
-               {"ERR_CONNECT_FAILED", "1", "錯誤"},
-               {"ERR_TRY_LATER", nullptr, ""}};
+    const char* reply;
+    const Message* message;
+  } cases[] = {{"ERR_NOTFOUND", &Message::kWrongAccount},
+               {"ERR_WRONG_PASSWORD", &Message::kWrongPassword},
+               {"ERR_CONNECT_FAILED", &Message::kNetworkDown},
+               {"ERR_TRY_LATER", nullptr}};
   for (const auto& each : cases) {
     machine.http.Route("p_getlogin.asp", each.reply);
-    if (each.message != nullptr) AnswerMessage(each.message, each.caption);
+    if (each.message != nullptr) ExpectMessage(*each.message);
     Enter("secret");
     EXPECT_EQ(machine.user.Expected(), 0U) << each.reply;
     EXPECT_TRUE(frmPassword->Enabled()) << each.reply;
   }
   machine.http.RouteToNowhere("p_getconn.asp");
-  AnswerMessage("1", "錯誤");
+  ExpectMessage(Message::kNetworkDown);
   Enter("secret");
   EXPECT_EQ(frmMain.checks, 0);
   EXPECT_EQ(app.gAccountPassword, "");
@@ -89,14 +90,10 @@ TEST_F(PasswordTest, NewAccountOfTheRealServerIsKeptAndLogsIn) {
   machine.user.Click(frmReal->lblNewAccount);
   frmReal->txtUserName.Text = "王小明 & co";
   frmReal->txtPassword.Text = "newpass1";
-  AnswerMessage("8");
+  ExpectMessage(Message::kBadEmail);
   machine.user.Click(frmReal->picButtons(0));
   frmReal->txtEmail.Text = "ming@example.tw";
-  machine.user.OnModal([this](Form& form) {
-    auto& box = dynamic_cast<FrmMessage&>(form);
-    EXPECT_THAT(box.lblMessage.Caption(), ::testing::HasSubstr("您的新帳號是"));
-    machine.user.Click(box.cmdOK);
-  });
+  ExpectMessage(Message::kNewAccount, kOk, "您的新帳號是");
   machine.user.Click(frmReal->picButtons(0));
   EXPECT_EQ(frmMain.checks, 1);
   EXPECT_EQ(online.app.gAccountNo.size(), 10U);

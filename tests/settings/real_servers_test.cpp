@@ -124,8 +124,7 @@ class CampusTest : public SettingsRoomTest {
   }
   struct Try {
     const char *login, *password;  ///< nullptr leaves what stands there
-    const char* message;           ///< nullptr for none
-    const char* caption = "訊息";
+    const Message* message;        ///< nullptr for none
   };
   /// Starts the campus edition; its user makes these tries at the login window and then leaves it.
   /// @return false when the program has ended; no test goes on from there
@@ -158,7 +157,7 @@ class CampusTest : public SettingsRoomTest {
   }
   void Act(Window<FrmXQDLogin>& frm, const std::vector<Try>& tries) {
     for (const Try& each : tries) {
-      if (each.message != nullptr) AnswerMessage(each.message, each.caption);
+      if (each.message != nullptr) ExpectMessage(*each.message);
       if (each.login != nullptr) {
         frm->txtLogin.Text = "";
         machine.user.Type(frm->txtLogin, each.login);
@@ -178,21 +177,22 @@ class CampusTest : public SettingsRoomTest {
 };
 
 TEST_F(CampusTest, FirstLoginSetsThePasswordAndLaterOnesWantIt) {
-  EXPECT_TRUE(Start({{"nobody", nullptr, "29851"}, {"b101-1", "first1", "2977"}}));
+  EXPECT_TRUE(
+      Start({{"nobody", nullptr, &Message::kUnknownAccount}, {"b101-1", "first1", &Message::kPasswordSet}}));
   EXPECT_EQ(started_->app.gServerUrlRoot, school_.Root());
   EXPECT_EQ(started_->app.gSchoolCode + " " + started_->app.gSchoolName, "S-school 第一中學");
   EXPECT_EQ(started_->app.gAccountNo, "b101-1");
   EXPECT_EQ(Certificate(), Host(school_, "/") + "\r\nb101-1\r\nfirst1\r\n");
-  EXPECT_TRUE(Start({{nullptr, "other2", "32"}, {nullptr, "first1", nullptr}}))
+  EXPECT_TRUE(Start({{nullptr, "other2", &Message::kWrongPassword}, {nullptr, "first1", nullptr}}))
       << "the login and its school come from the file";
   EXPECT_EQ(started_->app.gServerUrlRoot, school_.Root());
   const std::string kept = Certificate();
-  EXPECT_FALSE(Start({{nullptr, "other2", "32"}}));
+  EXPECT_FALSE(Start({{nullptr, "other2", &Message::kWrongPassword}}));
   EXPECT_EQ(Certificate(), kept);
 }
 
 TEST_F(CampusTest, SchoolWithItsPagesInAFolderIsFoundThere) {
-  EXPECT_TRUE(Start({{"c202", "first1", "2977"}}));
+  EXPECT_TRUE(Start({{"c202", "first1", &Message::kPasswordSet}}));
   EXPECT_EQ(started_->app.gServerUrlRoot, city_->Root());
   EXPECT_EQ(started_->app.gUpdaterUrlRoot, Host(*city_, "/serverside/") + "/serverside/update");
   EXPECT_EQ(Certificate(), Host(*city_, "/serverside/") + "\r\nc202\r\nfirst1\r\n");
@@ -201,13 +201,13 @@ TEST_F(CampusTest, SchoolWithItsPagesInAFolderIsFoundThere) {
 }
 
 TEST_F(CampusTest, ServersThatAreGoneAreToldAndTheWindowStaysForAnotherTry) {
-  EXPECT_TRUE(Start({{"b101-1", "first1", "2977"}}));
+  EXPECT_TRUE(Start({{"b101-1", "first1", &Message::kPasswordSet}}));
   const std::string kept = Certificate();
   school_.Kill();
   campus_->Kill();
-  EXPECT_FALSE(Start({{nullptr, "first1", "2984", "錯誤"},
-                      {nullptr, "first1", "2984", "錯誤"},
-                      {"c202", nullptr, "2984", "錯誤"}}));
+  EXPECT_FALSE(Start({{nullptr, "first1", &Message::kServerNotFound},
+                      {nullptr, "first1", &Message::kServerNotFound},
+                      {"c202", nullptr, &Message::kServerNotFound}}));
   EXPECT_EQ(Certificate(), kept);
 }
 

@@ -3,8 +3,6 @@
 
 #include <string>
 
-#include "core/message.h"
-#include "core/message_catalogue.h"
 #include "core/settings.h"
 #include "platform/window.h"
 #include "tests/core/core_fixture.h"
@@ -28,16 +26,6 @@ class SettingsRoomTest : public CoreTest {
     app.gAccountNo = "4711";
   }
 
-  /// Expects a message of this number next and answers it.
-  void AnswerMessage(const std::string& msgId, const std::string& caption = "訊息",
-                     CommandButton FrmMessage::*answer = &FrmMessage::cmdOK) {
-    machine.user.OnModal([this, msgId, caption, answer](Form& form) {
-      auto& box = dynamic_cast<FrmMessage&>(form);
-      EXPECT_THAT(box.lblMessage.Caption(), ::testing::EndsWith(MessageText(msgId)));
-      EXPECT_EQ(box.lblCaption.Caption(), caption) << msgId;
-      machine.user.Click(box.*answer);
-    });
-  }
   std::string Setup(const std::string& key) { return ReadSetup(program, key); }
 
   CountingMain frmMain{machine.machine};

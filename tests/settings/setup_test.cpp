@@ -86,7 +86,7 @@ TEST_F(SetupTest, MistakesAreNotUploadedWithoutALevelOfEducation) {
   Open();
   machine.user.Click(frmSetup->chkFeedbackErrData);
   frmSetup->sdrTransform.Value = 150;
-  AnswerMessage("23");
+  ExpectMessage(Message::kChooseEducation);
   Save();
   EXPECT_EQ(machine.user.Expected(), 0U);
   EXPECT_TRUE(frmSetup.IsLoaded());
@@ -129,7 +129,7 @@ TEST_F(SetupTest, MergeWantsAnAccountAndItsDoors) {
   frmSetup.Unload();
   app.gEdition = "MRV";
   Open();
-  AnswerMessage("52");
+  ExpectMessage(Message::kNotOffered);
   machine.user.Click(frmSetup->picButtons_3);
   EXPECT_EQ(machine.user.Expected(), 0U);
 }
@@ -144,7 +144,7 @@ TEST_F(SetupTest, MergeRunsASynchronisationOnceTheOldAccountIsProven) {
   program.hall.frmSyncLogin.LeadsTo([&]() -> HallWindow& { return syncLogin; });
   Open();
   for (const char* answer : {"CANCEL", "OK"}) {
-    AnswerMessage("49", "匯整資料");
+    ExpectMessage(Message::kMergeOldAccount);
     machine.user.OnModal([&](Form& form) {
       EXPECT_EQ(&form, &syncLogin);
       EXPECT_LT(frmSetup->Left(), -10000);
@@ -155,7 +155,7 @@ TEST_F(SetupTest, MergeRunsASynchronisationOnceTheOldAccountIsProven) {
     EXPECT_THAT(run.modes, SizeIs(answer == std::string("OK") ? 1 : 0));
     EXPECT_GT(frmSetup->Left(), -10000);
   }
-  AnswerMessage("49", "匯整資料", &FrmMessage::cmdCancel);
+  ExpectMessage(Message::kMergeOldAccount, kCancel);
   machine.user.Click(frmSetup->picButtons_3);
   EXPECT_THAT(run.modes, SizeIs(1));
 }

@@ -1,7 +1,7 @@
 // The window that asks for an older account.
 #include "sync/sync_login.h"
 
-#include "core/message_catalogue.h"
+#include "tests/support/expect_message.h"
 #include "tests/sync/computer.h"
 
 namespace {
@@ -20,13 +20,7 @@ class SyncLoginTest : public ::testing::Test {
     user.Type(frmSyncLogin->txtPass, password);
     user.Click(frmSyncLogin->cmdButtons(0));
   }
-  void ExpectMessage(const std::string& msgId) {
-    home.machine.user.OnModal([this, msgId](Form& form) {
-      auto& box = dynamic_cast<FrmMessage&>(form);
-      EXPECT_THAT(box.lblMessage.Caption(), ::testing::HasSubstr(MessageText(msgId)));
-      home.machine.user.Click(box.cmdOK);
-    });
-  }
+  void ExpectMessage(const Message& message) { ::ExpectMessage(home.machine.user, message); }
 
   SyncServer server;
   Computer home{[this](const HttpRequest& request) { return server.Answer(request); }};
@@ -42,12 +36,12 @@ TEST_F(SyncLoginTest, TakesAnAccountThatItsPasswordProves) {
 }
 
 TEST_F(SyncLoginTest, TellsRefusalsAndStaysForAnotherTry) {
-  ExpectMessage("31");
+  ExpectMessage(Message::kWrongAccount);
   Enter("nobody", SyncServer::kOldPassword);
-  ExpectMessage("32");
+  ExpectMessage(Message::kWrongPassword);
   Enter(SyncServer::kOldAccount, "wrong");
   home.machine.http.RouteToNowhere("p_getconn.asp");
-  ExpectMessage("1");
+  ExpectMessage(Message::kNetworkDown);
   Enter(SyncServer::kOldAccount, SyncServer::kOldPassword);
   EXPECT_EQ(home.machine.user.Expected(), 0U);
   EXPECT_EQ(app.gMsgResult, "");

@@ -8,12 +8,12 @@
 #include "server/wire_text.h"
 #include "sync/feedback_post.h"
 #include "sync/wire_text.h"
+#include "tests/support/expect_message.h"
 #include "tests/sync/computer.h"
 
 namespace {
 
 using ::testing::ElementsAre;
-using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 
 std::string SyncChecksumOf(Computer& computer) {
@@ -75,13 +75,7 @@ TEST_F(SyncTest, PostsTheFieldsOfTheFormInTheirOrder) {
 TEST_F(SyncTest, ClosingMessageOfAMergeGivesTheMainWindowBack) {
   auto& window = *home.running->frmUpload;
   home.running->frmMain.Enabled = false;
-  home.machine.windows.onShown = [&](Form& form, bool /*isModal*/) {
-    auto& message = dynamic_cast<FrmMessage&>(form);
-    EXPECT_THAT(message.lblMessage.Caption(), HasSubstr("同步完成！\r\n\r\n已自伺服器端"));
-    EXPECT_EQ(message.lblCaption.Caption(), "匯整資料");
-    EXPECT_EQ(message.imgIcon.Picture(), "imgIcons_1");
-    home.machine.loop.Post([&message] { message.cmdOK.Click.Raise(); });
-  };
+  ExpectMessage(home.machine.user, Message::kMergeDone);
   window.tmrSyncMessageWait.Enabled = true;
   home.machine.loop.WaitUntil([this] { return !home.running->frmUpload.IsLoaded(); });
   EXPECT_EQ(home.App().gMsgResult, "OK");

@@ -119,17 +119,17 @@ TEST_F(DaySentencesTest, RowsAreWrittenToTheBlank) {
 
 TEST_F(DaySentencesTest, ButtonsTellWhatIsMissing) {
   Open("OKONLY", "2026/1/1");
-  AnswerMessage("13");
+  ExpectMessage(Message::kNoSentences);
   machine.user.Click(frmSentences->picButtons(0));
   Open();
-  AnswerMessage("14");
+  ExpectMessage(Message::kChooseSentences);
   machine.user.Click(frmSentences->picButtons(1));
   Check({1, 2});
-  AnswerMessage("14016");
+  ExpectMessage(Message::kOneRowAtATime);
   machine.user.Click(frmSentences->picButtons(2));
   // A double click marks a third box.
   Check({3});
-  AnswerMessage("14016");
+  ExpectMessage(Message::kOneRowAtATime);
   EXPECT_FALSE(frmSentences->webHtml.FollowLink("cmd:passEngine"));
   EXPECT_EQ(machine.user.Expected(), 0);
   EXPECT_TRUE(main.asked.empty());
@@ -158,14 +158,14 @@ TEST_F(DaySentencesTest, ChecksTheChosenSentenceAgain) {
 TEST_F(DaySentencesTest, DeletesAndRefillsAfterASecond) {
   Open("ALL", "2026/11/5");
   Check({1, 3});
-  AnswerMessage("15", &FrmMessage::cmdCancel);
+  ExpectMessage(Message::kDeleteSentences, kCancel);
   machine.user.Click(frmSentences->picButtons(1));
   EXPECT_EQ(Query("select upload from oksentence where sId = '12'"), "N");
-  AnswerMessage("15");
+  ExpectMessage(Message::kDeleteSentences);
   machine.user.Click(frmSentences->picButtons(1));
   EXPECT_EQ(Query("select sId from oksentence where upload = 'D' order by 1"), "12 14");
   EXPECT_EQ(Query("select id from errsentence where upload = 'D'"), "21");
-  AnswerMessage("17");
+  ExpectMessage(Message::kDeleted);
   Wait(2000ms);
   EXPECT_EQ(machine.user.Expected(), 0);
   LoadInputs(frmSentences->webHtml);
@@ -206,7 +206,7 @@ TEST_F(DaySentencesTest, ExportsWhatWasAskedFor) {
     Open();
     Check({1, 3});
     AnswerOptions(c.option, c.button);
-    if (c.text != nullptr) AnswerMessage("18");
+    if (c.text != nullptr) ExpectMessage(Message::kExported);
     machine.user.Click(frmSentences->picButtons(0));
     EXPECT_EQ(machine.user.Expected(), 0);
     EXPECT_EQ(Content(file + ".txt"), c.text == nullptr ? std::nullopt : std::optional<std::string>(c.text));
@@ -218,26 +218,21 @@ TEST_F(DaySentencesTest, ExportsWhatWasAskedFor) {
 TEST_F(DaySentencesTest, AFileIsReplacedWholeOrNotAtAll) {
   const std::string file = (machine.home / "list.txt").string();
   Put(file, "a longer text that stood there before");
-  AnswerMessage("12", &FrmMessage::cmdNo);
+  ExpectMessage(Message::kOverwriteFile, kNo);
   EXPECT_FALSE(ExportSentences(program, file, {"New."}, false));
   EXPECT_EQ(Content(file), "a longer text that stood there before");
   for (int step = 1; step <= 4; ++step) {  // three of the writing, then the rename
     machine.files.fault.Reset();
     machine.files.fault.FailAt(step);
-    AnswerMessage("12", &FrmMessage::cmdYes);
-    machine.user.OnModal([&](Form& form) {
-      auto& box = dynamic_cast<FrmMessage&>(form);
-      EXPECT_THAT(box.lblMessage.Caption(), HasSubstr(file));
-      EXPECT_THAT(box.lblMessage.Caption(), HasSubstr(MessageText("404")));
-      machine.user.Click(box.cmdOK);
-    });
+    ExpectMessage(Message::kOverwriteFile, kYes);
+    ExpectMessage(Message::kUnexpectedError, kOk, file);
     EXPECT_FALSE(ExportSentences(program, file, {"New."}, false)) << step;
     EXPECT_EQ(Content(file), "a longer text that stood there before") << step;
     EXPECT_THAT(machine.realFiles.List(machine.home.Path()), ::testing::ElementsAre("list.txt")) << step;
   }
   machine.files.fault.Reset();
-  AnswerMessage("12", &FrmMessage::cmdYes);
-  AnswerMessage("18");
+  ExpectMessage(Message::kOverwriteFile, kYes);
+  ExpectMessage(Message::kExported);
   EXPECT_TRUE(ExportSentences(program, file, {"New."}, false));
   EXPECT_EQ(Content(file), "New.\r\n\r\n");
 }

@@ -112,7 +112,7 @@ TEST_F(DiaryTest, ButtonsWantAChosenDay) {
   PutOk({"1", "2026-11-05", "a"});
   Open();
   for (int button : {0, 1}) {
-    AnswerMessage("19");
+    ExpectMessage(Message::kChooseDays);
     machine.user.Click(frmDiary->picButtons(button));
   }
   EXPECT_EQ(machine.user.Expected(), 0);
@@ -138,15 +138,15 @@ TEST_F(DiaryTest, DeletesChosenDaysAndRebuildsAfterASecond) {
   PutOk({"4", "2026-11-04", "d"});
   Open();
   frmDiary->webHtml.inputChecked["chk1"] = true;
-  AnswerMessage("21", &FrmMessage::cmdCancel);
+  ExpectMessage(Message::kDeleteDays, kCancel);
   machine.user.Click(frmDiary->picButtons(1));
   EXPECT_EQ(Query("select upload from oksentence order by sId"), "Y Y N");
-  AnswerMessage("21");
+  ExpectMessage(Message::kDeleteDays);
   machine.user.Click(frmDiary->picButtons(1));
   EXPECT_EQ(Query("select upload from oksentence order by sId"), "D D N");
   EXPECT_EQ(Query("select upload from errsentence"), "D");
   EXPECT_THAT(frmDiary->webHtml.Page(), HasSubstr("2026/11/5"));
-  AnswerMessage("17");
+  ExpectMessage(Message::kDeleted);
   Wait(3500ms);
   EXPECT_EQ(machine.user.Expected(), 0);
   EXPECT_THAT(frmDiary->webHtml.Page(), Not(HasSubstr("2026/11/5")));

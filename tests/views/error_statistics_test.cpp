@@ -81,7 +81,7 @@ TEST_F(ErrorStatisticsTest, NoMistakesMakeAnEmptyTree) {
   db->Run("delete from errsentence");
   FrmErrList& window = Open();
   EXPECT_THAT(window.webHtml.Page(), HasSubstr("id='table1'>\r\n</table>"));
-  AnswerMessage("22");
+  ExpectMessage(Message::kChooseMistake);
   machine.user.Click(window.picButtons);
   EXPECT_EQ(machine.user.Expected(), 0);
 }
@@ -95,7 +95,7 @@ TEST_F(ErrorStatisticsTest, LinksRememberAndOpenACode) {
   EXPECT_THAT(frmErrSentence.asked, ::testing::ElementsAre("AG01", "VF01"));
   EXPECT_TRUE(frmErrSentence.Visible);
   EXPECT_TRUE(window.webHtml.FollowLink("rem:clear"));
-  AnswerMessage("22");
+  ExpectMessage(Message::kChooseMistake);
   machine.user.Click(window.picButtons);
   EXPECT_EQ(frmErrSentence.asked.size(), 2);
   EXPECT_TRUE(window.webHtml.FollowLink("http://elsewhere/"));

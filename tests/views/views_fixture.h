@@ -5,8 +5,6 @@
 #include <string>
 
 #include "base/text.h"
-#include "core/message.h"
-#include "core/message_catalogue.h"
 #include "platform/timer.h"
 #include "platform/web_browser.h"
 #include "records/err_list_db.h"
@@ -64,15 +62,6 @@ class ViewsTest : public CoreTest {
     std::string text;
     db->Run(sql, {}, [&](const base::DbRow& row) { text += (text.empty() ? "" : " ") + row.Text(0); });
     return text;
-  }
-
-  /// Expects a message of this number next and answers it.
-  void AnswerMessage(const std::string& msgId, CommandButton FrmMessage::*answer = &FrmMessage::cmdOK) {
-    machine.user.OnModal([this, msgId, answer](Form& form) {
-      auto& box = dynamic_cast<FrmMessage&>(form);
-      EXPECT_THAT(box.lblMessage.Caption(), ::testing::EndsWith(MessageText(msgId)));
-      machine.user.Click(box.*answer);
-    });
   }
 
   void Wait(std::chrono::milliseconds time) {

@@ -7,7 +7,6 @@
 #include <string>
 #include <vector>
 
-#include "core/message.h"
 #include "core/set_file.h"
 #include "platform/text_encoding.h"
 #include "platform/window.h"
@@ -46,13 +45,6 @@ class CollocationTest : public CoreTest {
   }
 
   FrmCollocation& Helper() { return *frmCollocation; }
-  void ExpectMessage(const std::string& text) {
-    machine.user.OnModal([this, text](Form& form) {
-      auto& box = dynamic_cast<FrmMessage&>(form);
-      EXPECT_THAT(box.lblMessage.Caption(), ::testing::HasSubstr(text));
-      machine.user.Click(box.cmdOK);
-    });
-  }
   void ExpectAllMessagesShown() { EXPECT_EQ(machine.user.Expected(), 0U); }
   /// The notices of use that the server got, each as its word.
   std::vector<std::string> Acts() {

@@ -138,7 +138,7 @@ TEST_F(WordHelperWindow, AWordIsWantedFirst) {
   Helper().Show();
   Helper().txtKeyword(0).Text = "  ";
   for (const int button : {0, 1}) {
-    ExpectMessage("請您輸入單字，才能執行辨析動作！");
+    ExpectMessage(Message::kEnterWord);
     machine.user.Click(Helper().picButtons(button));
     ExpectAllMessagesShown();
   }

@@ -129,7 +129,7 @@ TEST_F(SourceLists, WithoutANetworkTheWindowOpensAndLosesNoChoice) {
     machine.http.RouteToNowhere(page);
     Helper().Show();
     for (int i = 0; i < 3; ++i) EXPECT_EQ(Helper().cboWebSource(i).ListIndex(), -1);
-    ExpectMessage("目前沒有可用的查詢網站");
+    ExpectMessage(Message::kNoSource);
     Helper().picTabs_Click(1);
     machine.user.Type(Helper().txtFreeword(1), "heavy rain");
     machine.user.Click(Helper().picSearchs(1));
@@ -156,7 +156,7 @@ TEST_F(SourceLists, ShortRecordsAreToldAndTheOthersServe) {
     frmCollocation.Unload();
     machine.http.Route("p_getwebhelper.asp", reply);
     const bool isText = reply != "\xA4";
-    if (isText) ExpectMessage("查詢網站清單有誤");
+    if (isText) ExpectMessage(Message::kBadSourceList);
     Helper().Show();
     ExpectAllMessagesShown();
     EXPECT_TRUE(Helper().Visible());

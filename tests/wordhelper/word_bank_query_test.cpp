@@ -72,7 +72,7 @@ TEST_F(WebQuery, NothingFoundKeepsTheOldList) {
   Helper().Show();
   Ask("collo", "OK_heavy rain");
   for (const char* reply : {"OK_", "OK_   ", "OK_抱歉找不到資料<@>x", "OK_<@> <@>"}) {
-    ExpectMessage("抱歉，找不到任何搭配資料");
+    ExpectMessage(Message::kNoPartners);
     Ask("collo", reply);
     ExpectAllMessagesShown();
     EXPECT_THAT(Helper().cboCollect.Items(), ElementsAre("heavy rain"));
@@ -109,7 +109,7 @@ TEST_F(WebQuery, AsksAgainUntilThirtySecondsAreOver) {
       http.RouteToNowhere("p_all_webengine_get.asp");
     }
     const auto before = machine.loop.Elapsed();
-    ExpectMessage("抱歉! 修辭引擎沒有回傳任何資料");
+    ExpectMessage(Message::kNoEngineReply);
     Ask("similar", "ERR_ENGINE");
     ExpectAllMessagesShown();
     EXPECT_GE(machine.loop.Elapsed() - before, Seconds{30});
@@ -199,7 +199,7 @@ TEST_F(LocalQuery, SilenceLeavesTheWindowDisabled) {
     if (writesNothing) machine.processes.Install("wexbin.exe", std::chrono::milliseconds{10});
     Helper().Enabled = true;
     const auto before = machine.loop.Elapsed();
-    ExpectMessage("抱歉! 修辭引擎沒有回傳任何資料");
+    ExpectMessage(Message::kNoEngineReply);
     Ask("collo");
     ExpectAllMessagesShown();
     EXPECT_GE(machine.loop.Elapsed() - before, Seconds{5});
@@ -213,20 +213,20 @@ TEST_F(LocalQuery, SilenceLeavesTheWindowDisabled) {
 
 TEST_F(LocalQuery, BadAnswersGetAWordAndGiveTheWindowBack) {
   const struct {
-    const char *what, *message;
+    const char* what;
+    const Message& message;
     std::function<void()> arrange;
   } cases[] = {
-      {"no engine", "修辭引擎沒有回傳任何資料", [] {}},
-      {"no file", "修辭引擎沒有回傳任何資料",
+      {"no engine", Message::kNoEngineReply, [] {}},
+      {"no file", Message::kNoEngineReply,
        [this] {
          machine.processes.Install("wexbin.exe", std::chrono::milliseconds{10}, [this](const ProcessStart&) {
            ReadWriteSetFile(machine.realFiles, app.gRegistryFile, "W", "collocationListHtm", "/no/such");
          });
        }},
-      {"half a character", "修辭引擎沒有回傳任何資料",
-       [this] { InstallEngine("<title>rain\r\nheavy \xA4"); }},
-      {"only a title", "找不到任何搭配資料", [this] { InstallEngine("<title>rain"); }},
-      {"an empty file", "找不到任何搭配資料", [this] { InstallEngine(""); }},
+      {"half a character", Message::kNoEngineReply, [this] { InstallEngine("<title>rain\r\nheavy \xA4"); }},
+      {"only a title", Message::kNoPartners, [this] { InstallEngine("<title>rain"); }},
+      {"an empty file", Message::kNoPartners, [this] { InstallEngine(""); }},
   };
   Helper().Show();
   for (const auto& c : cases) {
