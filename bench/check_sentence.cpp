@@ -18,6 +18,7 @@
 #include "platform/host/opencc.h"
 #include "platform/host/posix_processes.h"
 #include "platform/http.h"
+#include "tests/support/fake_hall.h"
 
 namespace {
 
@@ -85,7 +86,9 @@ void MeasureProgram(const std::filesystem::path& folder, const std::vector<std::
   Machine machine{loop, windows, desktop, http, files, databases, processes, chinese, environment};
   InstallationValues installation;
   installation.serverRoot = "http://server/";
+  FakeSplash splash(machine);
   Composition composition(machine, installation);
+  FakeHall::Lead(composition.program.hall.frmSplash, splash);
   FrmStartUp::PrepareProgram(composition.program);
   composition.program.app.gAccountPassword = "secret";
   FrmMain& frmMain = *composition.frmMain;

@@ -3,6 +3,7 @@
 #include <stdlib.h>
 
 #include <filesystem>
+#include <optional>
 
 #include "app/compose.h"
 #include "base/posix_files.h"
@@ -19,6 +20,7 @@
 #include "platform/host/posix_processes.h"
 #include "platform/http.h"
 #include "records/essay_records.h"
+#include "tests/support/fake_hall.h"
 
 namespace {
 
@@ -73,8 +75,9 @@ struct BenchedProgram {
     InstallationValues installation;
     installation.serverRoot = "http://server/";
     composition = std::make_unique<Composition>(machine, installation);
+    FakeHall::Lead(composition->program.hall.frmSplash, splash);
+    FakeHall::Lead(composition->program.hall.frmUpload, upload.emplace(composition->program.app));
     FrmStartUp::PrepareProgram(composition->program);
-    composition->program.hall.frmUpload = {};  // the upload has a bench of its own
     composition->frmMain->Show();
   }
 
@@ -106,7 +109,9 @@ struct BenchedProgram {
   PosixProcesses processes{loop};
   OpenCcConverter chinese;
   Machine machine{loop, windows, desktop, http, files, databases, processes, chinese, environment};
+  FakeSplash splash{machine};
   std::unique_ptr<Composition> composition;
+  std::optional<FakeUpload> upload;  ///< the real one has a bench of its own
 };
 
 void MeasureEngine(const std::vector<std::string>& sentences) {

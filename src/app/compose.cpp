@@ -42,6 +42,7 @@ Composition::Composition(Machine& machine, InstallationValues installation)
       frmXQDLogin(Make<FrmXQDLogin>(program)) {
   auto& hall = program.hall;
   hall.frmMain.LeadsTo([this]() -> MainWindow& { return *frmMain; });
+  hall.frmSplash.LeadsTo([this]() -> Splash& { return *frmSplash; });
   hall.frmBrowser.LeadsTo([this]() -> Browser& { return *frmBrowser; });
   hall.frmCollocation.LeadsTo([this]() -> WordHelper& { return *frmCollocation; });
   hall.frmSuggest.LeadsTo([this]() -> Suggestions& { return *frmSuggest; });
@@ -65,6 +66,7 @@ Composition::Composition(Machine& machine, InstallationValues installation)
     MendRecords(program);
   };
   hall.refreshUpdater = [this] { RefreshUpdater(program); };
+  hall.showPublisherNews = [this] { ShowPublisherNews(program, frmPublisher); };
   hall.checkVersion = [this] { CheckVersion(program); };
   hall.frmUpload.LeadsTo([this]() -> UploadRun& { return *frmUpload; });
   hall.frmSyncLogin.LeadsTo([this]() -> HallWindow& { return *frmSyncLogin; });

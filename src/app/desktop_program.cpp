@@ -11,15 +11,11 @@ DesktopProgram::DesktopProgram(const std::string& edition)
   InstallationValues installation = ReadInstallation(host_.files, host_.environment);
   if (lock_.IsHeld()) server_ = StartEmbeddedServer(host_.machine, installation);
   rooms_ = std::make_unique<Composition>(host_.machine, installation);
-  rooms_->program.hall.frmSplash.LeadsTo([this]() -> Splash& { return *rooms_->frmSplash; });
-  rooms_->program.hall.showPublisherNews = [this] {
-    ShowPublisherNews(rooms_->program, rooms_->frmPublisher);
-  };
 }
 
 bool DesktopProgram::Start() {
   try {
-    rooms_->frmStartUp->Visible();  // the reference is the start
+    rooms_->frmStartUp.Load();
   } catch (const ProgramEnd&) {
     return false;
   }

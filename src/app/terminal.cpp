@@ -61,7 +61,10 @@ int RunCommand(const TerminalCommand& command) {
   HostMachine host(loop, windows, desktop, "");
   InstallationValues installation = InstallationFor(command, host);
   const EmbeddedServer server = StartEmbeddedServer(host.machine, installation);
+  NoSplash splash(host.machine);
   Composition composition(host.machine, installation);
+  composition.program.hall.frmSplash.LeadsTo([&splash]() -> Splash& { return splash; });
+  composition.program.hall.showPublisherNews = [] {};  // it is a page
   TerminalCheck check(composition, command.json);
   loop.onUnhandledError = nullptr;
   try {

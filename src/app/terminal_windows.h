@@ -1,6 +1,8 @@
-// Messages at a terminal.
+// Windows of a terminal: messages that are lines, and no splash.
 #pragma once
 
+#include "core/windows.h"
+#include "platform/form.h"
 #include "platform/headless/headless_windows.h"
 
 class CommandButton;
@@ -23,4 +25,12 @@ class TerminalWindows : public HeadlessWindows {
 
   bool canAsk_;
   bool showsProgress_;
+};
+
+/// What stands behind the door of the splash where nobody is greeted.
+class NoSplash : public Form, public Splash {
+ public:
+  explicit NoSplash(Machine& theMachine) : Form(theMachine, "frmSplash") {}
+  Form& AsForm() override { return *this; }
+  void StartClosing() override {}
 };

@@ -27,11 +27,7 @@ bool PassPasswordGate(FrmMain& frmMain) {
   if (app.gEdition != "MRV") return true;
   app.gAccountNo = ReadSetup(program, "Pno");
   if (!app.gAccountPassword.empty()) return true;
-  if (program.hall.frmPassword) {
-    program.hall.frmPassword->AsForm().Show();
-  } else {
-    ShowMessage(program, Message::kWrongPassword);
-  }
+  program.hall.frmPassword->AsForm().Show();
   return false;
 }
 

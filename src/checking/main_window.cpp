@@ -71,7 +71,7 @@ void FrmMain::BindInput() {
     program.app.gInputHasFocus = false;
   };
   txtInput.MouseUp = [this](int button) {
-    if (button == kRightButton && program.hall.frmMenu) program.hall.frmMenu->PopUp();
+    if (button == kRightButton) program.hall.frmMenu->PopUp();
   };
 }
 
@@ -121,7 +121,7 @@ void FrmMain::Form_Load() {
   app.gFadeStep = 10;
   SkinForm(*this, 0);
   tmrTransparentForm.Enabled = true;
-  if (!app.gMainReload && program.hall.frmSplash) program.hall.frmSplash->StartClosing();
+  if (!app.gMainReload) program.hall.frmSplash->StartClosing();
   machine.loop.DoEvents();
   SetScrollSwitch(true);
 }

@@ -80,9 +80,7 @@ class FrmMain : public Form, public MainWindow {
   void OpenErrorStatistics();
   void OpenEssayTopics();
   void OpenFeedback();
-  void OpenWordHelper();
   void AskToLeave();
-  void TellNotThere();
   void PlaceAtBottom();
   void FadeTick();
 

@@ -78,7 +78,7 @@ std::string FrmMain::TakeSelection() {
   for (char16_t character : base::ToUtf16(selection)) {
     if (IsChinese(character)) return "";
   }
-  if (selection.empty() || !program.hall.frmCollocation) return selection;
+  if (selection.empty()) return selection;
   const auto& frmCollocation = program.hall.frmCollocation;
   const bool isPhrase = selection.find(' ') != std::string::npos;
   frmCollocation->SetFreeword(1, selection);
@@ -97,6 +97,6 @@ std::string FrmMain::TakeChinese(const std::string& text) {
   const auto begin = std::find_if(characters.begin(), characters.end(), IsChinese);
   const auto end = std::find_if_not(begin, characters.end(), IsChinese);
   std::string run = base::ToUtf8(std::u16string(begin, end));
-  if (!run.empty() && program.hall.frmCollocation) program.hall.frmCollocation->SetFreeword(0, run);
+  if (!run.empty()) program.hall.frmCollocation->SetFreeword(0, run);
   return run;
 }

@@ -13,7 +13,7 @@ void FrmMain::imgMenu_Click(int index) {
     case 1:
       return OpenFromMenu(app.gOpenDiary, hall.frmDiary);
     case 2:
-      return OpenWordHelper();
+      return hall.frmCollocation->AsForm().Show();
     case 3:
       return OpenErrorStatistics();
     case 4:
@@ -23,7 +23,7 @@ void FrmMain::imgMenu_Click(int index) {
     case 6:
       return OpenFromMenu(app.gOpenSetup, hall.frmSetup);
     case 7:
-      if (hall.frmBrowser) hall.frmBrowser->GoNavigate(app.gWebSiteRoot + "_htmls/MRV_manual.htm", 1);
+      hall.frmBrowser->GoNavigate(app.gWebSiteRoot + "_htmls/MRV_manual.htm", 1);
       return;
     case 8:
       return AskToLeave();
@@ -41,27 +41,18 @@ void FrmMain::imgMenu_Click(int index) {
 
 // A window that is open already is loaded afresh.
 void FrmMain::OpenFromMenu(bool isOpen, const Door<HallWindow>& door) {
-  if (!door) return TellNotThere();
   if (isOpen) door->AsForm().Unload();
   door->AsForm().Show();
 }
 
 void FrmMain::OpenDaySentences() {
   const auto& door = program.hall.frmSentences;
-  if (!door) return TellNotThere();
   door->ShowDaySentences("OKONLY", "");
-  door->AsForm().Show();
-}
-
-void FrmMain::OpenWordHelper() {
-  const auto& door = program.hall.frmCollocation;
-  if (!door) return TellNotThere();
   door->AsForm().Show();
 }
 
 void FrmMain::OpenErrorStatistics() {
   const auto& door = program.hall.frmErrList;
-  if (!door) return TellNotThere();
   if (program.app.gOpenErrList) door->AsForm().Unload();
   door->GetHtmlListAllErrType();
   door->AsForm().Show();
@@ -69,7 +60,6 @@ void FrmMain::OpenErrorStatistics() {
 
 void FrmMain::OpenEssayTopics() {
   auto& app = program.app;
-  if (!program.hall.frmEssayInputEdu) return TellNotThere();
   if (app.gEssayReportShown && !Confirm(program, Message::kNewEssay)) return;
   app.gEssayStartRequested = app.gEdition != "XQD";
   program.hall.frmEssayInputEdu->AsForm().Show();
@@ -78,16 +68,9 @@ void FrmMain::OpenEssayTopics() {
 void FrmMain::OpenFeedback() {
   const std::string sentence =
       ReadWriteSetFile(machine.files, program.app.gRegistryFile, "R", "sentence", "");
-  if (sentence == "0" || sentence.empty()) {
-    ShowMessage(program, Message::kNothingToReport);
-  } else if (program.hall.frmFeedback) {
-    program.hall.frmFeedback->AsForm().Show();
-  } else {
-    TellNotThere();
-  }
+  if (sentence == "0" || sentence.empty()) return ShowMessage(program, Message::kNothingToReport);
+  program.hall.frmFeedback->AsForm().Show();
 }
-
-void FrmMain::TellNotThere() { ShowMessage(program, Message::kNotOffered); }
 
 void FrmMain::AskToLeave() {
   if (Confirm(program, Message::kLeaveProgram)) CloseAppProcdure();

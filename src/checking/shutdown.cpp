@@ -26,7 +26,7 @@ void RemoveOldRecords(const AppState& app, AgeCleaning& records) {
 
 void Upload(Program& program, AgeCleaning& records) {
   auto& app = program.app;
-  if (!program.hall.frmUpload || !records.HasNewRows()) return;
+  if (!records.HasNewRows()) return;
   app.gUploadAccountNo = app.gAccountNo;
   app.gUploadFinished = false;
   program.hall.frmUpload->SyncProgress("UPLOAD");

@@ -35,7 +35,6 @@ void RecordFaulty(FrmMain& frmMain, const EngineAnswer& answer) {
 bool IsSuggestion(const std::string& list) { return list != "0" && !list.empty(); }
 
 void ShowSuggestions(Program& program, const EngineAnswer& answer, EngineKind kind) {
-  if (!program.hall.frmSuggest) return;
   const auto show = [&program](const char* name, const std::string& list) {
     if (IsSuggestion(list)) program.hall.frmSuggest->ShowSuggest(name, list);
   };

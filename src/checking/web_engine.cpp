@@ -59,7 +59,7 @@ void PassStringToEngineWeb(FrmMain& frmMain) {
     TellTimeout(frmMain);
     return StopCheck(frmMain);
   }
-  if (!program.app.gEssayMode && program.hall.frmBrowser) {
+  if (!program.app.gEssayMode) {
     program.hall.frmBrowser->GoNavigate(program.app.gWebEngineRoot + answer->pagePath, 2);
   }
   frmMain.lastAnswer = std::move(*answer);

@@ -146,7 +146,7 @@ void FrmMessage::ShowAboveMain() {
     frmMain.Top = Top - frmMain.Height;
   }
   ShowModal();
-  if (app.gAlwaysOnTop == "1" && hall.frmMain) hall.frmMain->AsForm().Top = remembered;
+  if (app.gAlwaysOnTop == "1") hall.frmMain->AsForm().Top = remembered;
 }
 
 void FrmMessage::Answer(const char* word) {

@@ -83,5 +83,5 @@ void PostDecodeForm(Program& program, const std::string& code) {
         std::string("</html>")}) {
     page += line + "\r\n";
   }
-  if (program.hall.frmBrowser) program.hall.frmBrowser->GoPostPage(page, 2);
+  program.hall.frmBrowser->GoPostPage(page, 2);
 }

@@ -41,7 +41,7 @@ void FrmSplash::Form_Load() {
 
 void FrmSplash::UploadSilently() {
   auto& app = program_.app;
-  if (app.gAccountNo.empty() || !program_.hall.frmUpload) return;
+  if (app.gAccountNo.empty()) return;
   app.gUploadAccountNo = app.gAccountNo;
   app.gUploadFinished = false;
   program_.hall.frmUpload->SyncProgress("NOMSG");
@@ -59,9 +59,7 @@ void FrmSplash::closeForm() {
 void FrmSplash::Leave() {
   lblOnProgress.Visible = false;
   Unload();
-  if (program_.hall.frmBrowser) {
-    program_.hall.frmBrowser->GoNavigate(program_.app.gWebSiteRoot + "_htmls/MRV_manual.htm", 1);
-  }
+  program_.hall.frmBrowser->GoNavigate(program_.app.gWebSiteRoot + "_htmls/MRV_manual.htm", 1);
   program_.hall.frmMain->AsForm().Show();
   program_.app.gSplashShown = false;
 }

@@ -33,7 +33,7 @@ void ReadDebugIni(Program& program) {
   app.gServerUrlRoot = value("_ServerUrlRoot" + app.gEdition);
   app.gFileServerRoot = value("_WebEngineFileServerRoot" + app.gEdition);
   app.gUpdaterUrlRoot = value("_UpdaterUrlRoot" + app.gEdition);
-  if (isTrue("DebugWindow") && program.hall.frmDebug) program.hall.frmDebug->AsForm().Show();
+  if (isTrue("DebugWindow")) program.hall.frmDebug->AsForm().Show();
 }
 
 void FillIfEmpty(std::string& root, const std::string& value) {
@@ -93,10 +93,6 @@ void ResetExchangeFile(Program& program) {
   if (left != "0" && left != "1") ReadWriteSetFile(files, path, "W", "synChk", "0");
 }
 
-void RunStep(const std::function<void()>& step) {
-  if (step) step();
-}
-
 }  // namespace
 
 void InitApplicationState(Program& program) {
@@ -118,7 +114,7 @@ void InitApplicationState(Program& program) {
   FillPaths(app);
   if (!machine.files.FolderExists(app.gEngineDir) ||
       !machine.files.FolderExists(app.gTempDir + "/" + app.gDataDirName)) {
-    RunStep(program.hall.unpackDataFiles);
+    program.hall.unpackDataFiles();
   }
   ResetExchangeFile(program);
   LoadSettings(program);
@@ -150,24 +146,22 @@ void FrmStartUp::PrepareProgram(Program& program) {
     program.machine.loop.End();
   }
   InitApplicationState(program);
-  RunStep(hall.checkDatabaseBuild);
-  RunStep(hall.unpackDataFiles);
-  RunStep(hall.tellMissingData);  // once, also where a fresh home has been filled before
-  RunStep(hall.refreshUpdater);
-  RunStep(hall.showPublisherNews);
+  hall.checkDatabaseBuild();
+  hall.unpackDataFiles();
+  hall.tellMissingData();  // once, also where a fresh home has been filled before
+  hall.refreshUpdater();
+  hall.showPublisherNews();
   if (app.gEdition == "XQD") RunCampusLogin(program);
-  RunStep(hall.checkVersion);
-  if (GetWindowsVersion() == "2.6.1") RunStep(hall.warmUpErrListDb);
+  hall.checkVersion();
+  if (GetWindowsVersion() == "2.6.1") hall.warmUpErrListDb();
 }
 
 void FrmStartUp::RunCampusLogin(Program& program) {
   auto& app = program.app;
   app.gXqdLoginDone = false;
   app.gXqdLoginOk = false;
-  if (program.hall.frmXQDLogin) {
-    program.hall.frmXQDLogin->AsForm().Show();
-    program.machine.loop.WaitUntil([&app] { return app.gXqdLoginDone; });
-  }
+  program.hall.frmXQDLogin->AsForm().Show();
+  program.machine.loop.WaitUntil([&app] { return app.gXqdLoginDone; });
   if (!app.gXqdLoginOk) program.machine.loop.End();
 }
 
@@ -178,7 +172,7 @@ void FrmStartUp::Form_Load() {
   PrepareProgram(program_);
   program_.hall.frmMain->AsForm().Show();
   // Whoever closed the splash before the main window was there does not want another one.
-  if (program_.hall.frmSplash && program_.app.gSplashShown) program_.hall.frmSplash->AsForm().Show();
+  if (program_.app.gSplashShown) program_.hall.frmSplash->AsForm().Show();
 }
 
 void FrmStartUp::Form_Activate() {
@@ -192,9 +186,9 @@ void FrmStartUp::Form_Activate() {
 void FrmStartUp::PassFocusOn() {
   const auto& app = program_.app;
   const auto& hall = program_.hall;
-  if (!app.gSplashShown && hall.frmMain) hall.frmMain->AsForm().BringToFront();
+  if (!app.gSplashShown) hall.frmMain->AsForm().BringToFront();
   const auto pass = [](bool isOpen, const auto& door) {
-    if (isOpen && door) door->AsForm().BringToFront();
+    if (isOpen) door->AsForm().BringToFront();
   };
   pass(app.gOpenCollocation, hall.frmCollocation);
   pass(app.gOpenDiary, hall.frmDiary);

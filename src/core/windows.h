@@ -9,13 +9,13 @@ class Control;
 class Form;
 class RichTextBox;
 
-/// A door to a window. Going through it is a reference to the window, and loads it if need be. Before a
-/// window has been put behind it a door is closed.
+/// A door to a window. Going through it is a reference to the window, and loads it if need be. The
+/// composition of each edition puts a window behind every door.
 template <class T>
 class Door {
  public:
   void LeadsTo(std::function<T&()> reference) { reference_ = std::move(reference); }
-  explicit operator bool() const { return static_cast<bool>(reference_); }
+  T& operator*() const { return reference_(); }
   T* operator->() const { return &reference_(); }
 
  private:
@@ -122,7 +122,7 @@ struct Hall {
   Door<HallWindow> frmDiary, frmEssayInputEdu, frmEssayInputForm, frmEssayCollect, frmFeedback, frmSetup,
       frmPassword, frmBindSelect, frmXQDLogin, frmSyncLogin, frmDebug;
 
-  // Steps of the start that live on higher floors or come with other rooms. An empty one is left out.
+  // Steps of the start that live on higher floors.
   std::function<void()> checkDatabaseBuild, unpackDataFiles, tellMissingData, refreshUpdater,
       showPublisherNews, checkVersion, warmUpErrListDb;
 };

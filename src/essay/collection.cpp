@@ -142,7 +142,7 @@ void FrmEssayCollect::GetRecAndPassEngine() {
     text = base::Replace(TextOf(list_.CheckedKeys().front()), "\r\n", " ");  // the input box has one line
     list_.Uncheck(rows.front());
   }
-  MainWindow& frmMain = *room_.program.hall.frmMain.operator->();
+  MainWindow& frmMain = *room_.program.hall.frmMain;
   RichTextBox& txtInput = frmMain.InputBox();
   txtInput.Text = text;
   txtInput.SelStart = 0;

@@ -47,7 +47,7 @@ void FrmEssayCompare::TakeLink(const std::string& url, bool& cancel) {
   constexpr std::string_view kShow = "cmd:show:";
   if (!url.starts_with("cmd:")) return;
   cancel = true;
-  if (!url.starts_with(kShow) || !program_.hall.frmBrowser) return;
+  if (!url.starts_with(kShow)) return;
   program_.hall.frmBrowser->GoNavigate(
       ArchivedPageUrl(program_, program_.app.gServerUrlRoot, base::Trim(url.substr(kShow.size()))), 2);
 }

@@ -45,7 +45,6 @@ void EssayRoom::StartOwnEssay(const std::string& title) {
 }
 
 void EssayRoom::UploadRecords() {
-  if (!program.hall.frmUpload) return;
   program.app.gUploadFinished = false;
   program.hall.frmUpload->SyncProgress("UPLOAD");
   program.machine.loop.WaitUntil([this] { return program.app.gUploadFinished; });

@@ -221,9 +221,7 @@ void FrmEssay::ShowQuestion() {
   Program& program = room_.program;
   const auto& app = program.app;
   if (app.gEssayStartRequested) return ShowMessage(program, Message::kOwnTopic);
-  if (program.hall.frmBrowser) {
-    program.hall.frmBrowser->GoNavigate(QuestionUrl(program, app.gEssayWorkId), 1);
-  }
+  program.hall.frmBrowser->GoNavigate(QuestionUrl(program, app.gEssayWorkId), 1);
   ShowInCorner(*this);
 }
 
@@ -255,7 +253,7 @@ void FrmEssay::TakeLink(const std::string& url, bool& cancel) {
   Program& program = room_.program;
   if (!url.starts_with("cmd:")) return;
   cancel = true;
-  if (!url.starts_with(kShow) || !program.hall.frmBrowser) return;
+  if (!url.starts_with(kShow)) return;
   program.hall.frmBrowser->GoNavigate(
       ArchivedPageUrl(program, program.app.gFileServerRoot, base::Trim(url.substr(kShow.size()))), 2);
   ShowInCorner(*this);
@@ -273,7 +271,7 @@ void FrmEssay::Leave() {
   app.gOpenEssay = false;
   program.hall.frmMain->InputBox().Text = "";
   program.hall.frmMain->AsForm().Left = mMainLeft;
-  if (app.gOpenBrowser && program.hall.frmBrowser) program.hall.frmBrowser->AsForm().Hide();
+  if (app.gOpenBrowser) program.hall.frmBrowser->AsForm().Hide();
   if (!app.gEssayNoListReturn) {
     room_.frmEssayInputEdu.Unload();
     room_.frmEssayInputEdu->Show();

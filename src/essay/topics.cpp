@@ -216,7 +216,7 @@ void FrmEssayInputEdu::OfferOwnTopic() {
 }
 
 void FrmEssayInputEdu::Leave() {
-  MainWindow& frmMain = *room_.program.hall.frmMain.operator->();
+  MainWindow& frmMain = *room_.program.hall.frmMain;
   frmMain.InputBox().Text = "";
   frmMain.AsForm().Top = mMainTop;
   Unload();

@@ -16,7 +16,7 @@ constexpr const char* kTypingFont = "Arial";
 constexpr Color kAmber = Rgb(255, 204, 0);
 
 void ShowSentenceInMain(EssayRoom& room) {
-  MainWindow& frmMain = *room.program.hall.frmMain.operator->();
+  MainWindow& frmMain = *room.program.hall.frmMain;
   RichTextBox& box = frmMain.InputBox();
   box.Text = room.program.app.gEssayCurSentence;
   box.SelStart = 0;
@@ -30,7 +30,7 @@ void ShowSentenceInMain(EssayRoom& room) {
 }
 
 void HideMain(EssayRoom& room) {
-  MainWindow& frmMain = *room.program.hall.frmMain.operator->();
+  MainWindow& frmMain = *room.program.hall.frmMain;
   frmMain.MenuButton(kClearButton).Visible = true;
   frmMain.MenuButton(kBreakButton).Visible = false;
   frmMain.AsForm().Left = kAway;

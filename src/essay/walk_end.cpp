@@ -31,12 +31,10 @@ bool TryUpload(EssayRoom& room) {
 }
 
 void Upload(EssayRoom& room) {
-  Program& program = room.program;
-  if (!program.hall.frmUpload) return;
   while (!TryUpload(room)) {
     if (!AskInPlace(room, Message::kUploadFailed)) break;
   }
-  WriteNeedSync(program, "N");
+  WriteNeedSync(room.program, "N");
 }
 
 // Side by side in the middle of the window.

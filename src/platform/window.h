@@ -22,8 +22,10 @@ class Window {
   Window(const Window&) = delete;
   Window& operator=(const Window&) = delete;
 
-  T* operator->() { return form_ ? form_.get() : Load(); }
+  T* operator->() { return form_ ? form_.get() : LoadAnew(); }
   T& operator*() { return *operator->(); }
+  /// Loads the window if need be.
+  void Load() { operator->(); }
   bool IsLoaded() const { return form_ != nullptr; }
 
   void Unload() {
@@ -36,7 +38,7 @@ class Window {
   }
 
  private:
-  T* Load() {
+  T* LoadAnew() {
     const std::shared_ptr<T> form = make_();
     form_ = form;
     form->unload_ = [this, raw = form.get()] {

@@ -151,11 +151,9 @@ void FrmSetup::SaveFont() {
 
 // The records of an older account of the user's are brought into this one.
 void FrmSetup::MergeOldAccount() {
-  const auto& hall = program_.hall;
-  if (!hall.frmSyncLogin || !hall.frmUpload) return ShowMessage(program_, Message::kNotOffered);
   if (!Confirm(program_, Message::kMergeOldAccount)) return;
   AskForOldAccount();
-  if (program_.app.gMsgResult == "OK") hall.frmUpload->SyncProgress("");
+  if (program_.app.gMsgResult == "OK") program_.hall.frmUpload->SyncProgress("");
 }
 
 void FrmSetup::AskForOldAccount() {
@@ -173,7 +171,7 @@ void FrmSetup::sdrTransform_Change() {
   app.gFadeAlpha = sdrTransform.Value;
   if (loading_) return;
   const auto apply = [&app](bool isOpen, const auto& door) {
-    if (isOpen && door) SkinForm(door->AsForm(), app.gFadeAlpha);
+    if (isOpen) SkinForm(door->AsForm(), app.gFadeAlpha);
   };
   SkinForm(*this, app.gFadeAlpha);
   apply(app.gOpenCollocation, hall.frmCollocation);

@@ -123,7 +123,7 @@ void FrmBrowser::SpecialFunctionProc(const std::string& url) {
   constexpr int kPrefix = 9;
   const std::string command = base::Mid(url, 1, kPrefix);
   const std::string argument = base::Mid(url, kPrefix + 1);
-  if (command == "cmd:show:" && program_.hall.frmEssay) {
+  if (command == "cmd:show:") {
     program_.hall.frmEssay->ShowEssay(argument);
   } else if (command == "cmd:teaw:") {
     GoNavigate(TeacherCommentUrl(program_, argument), 2);

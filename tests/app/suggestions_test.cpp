@@ -43,8 +43,8 @@ TEST_F(RealSuggestions, PickedWordComesBackAsItsNearSynonyms) {
   EXPECT_THAT(frmSuggest->webMain(1).Page(),
               AllOf(HasSubstr("value='big%2CSJ'"), HasSubstr("very big → huge、enormous<")));
   EXPECT_FALSE(frmSuggest->webMain(1).FollowLink("cmd:suggest:big%2CSJ"));
-  ASSERT_THAT(browser.written, SizeIs(1));
-  EXPECT_THAT(browser.written[0], AllOf(HasSubstr("large"), HasSubstr("\r\n</div>")));
+  ASSERT_THAT(fakes.frmBrowser.written, SizeIs(1));
+  EXPECT_THAT(fakes.frmBrowser.written[0], AllOf(HasSubstr("large"), HasSubstr("\r\n</div>")));
 }
 
 TEST_F(RealSuggestions, PickedPartnerStandsInTheListThatItBrings) {

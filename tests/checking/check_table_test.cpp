@@ -82,10 +82,10 @@ TEST_F(CheckTableTest, HoldsForTheWebEngine) {
     if (check.errcode.find('#') != std::string::npos) {  // the sign parts the fields here
       machine.http.Route("p_passWebEngine.asp", "OK_1#!A1B2C3D4#p/1.htm# He's *go*. ");
     }
-    browser.visited.clear();
+    fakes.frmBrowser.visited.clear();
     Enter(kInput);
     Expect(check);
-    EXPECT_THAT(browser.visited, ElementsAre("2 http://engine/p/1.htm"));
+    EXPECT_THAT(fakes.frmBrowser.visited, ElementsAre("2 http://engine/p/1.htm"));
   }
 }
 
@@ -98,7 +98,7 @@ TEST_F(CheckTableTest, HoldsForTheLocalEngine) {
     UseLocalEngine(Engine(keys));
     Enter(kInput);
     Expect(check);
-    EXPECT_THAT(browser.visited, IsEmpty());
+    EXPECT_THAT(fakes.frmBrowser.visited, IsEmpty());
   }
 }
 
@@ -145,14 +145,14 @@ TEST_F(CheckTableTest, SuggestionsOpenTheirWindow) {
   };
   for (const auto& [isWeb, collocations, similar, log] : cases) {
     SCOPED_TRACE(collocations + " / " + similar);
-    suggestions.log.clear();
-    suggestions.Hide();
+    fakes.frmSuggest.log.clear();
+    fakes.frmSuggest.Hide();
     app.gUseWebEngine = isWeb;
     machine.http.Route("p_passWebEngine.asp", "OK_0##p.htm#" + collocations + "#" + similar);
     if (!isWeb) UseLocalEngine(Engine({{"findMistake", "0"}, {"col_suggestion", collocations}}));
     Enter("He goes.");
-    EXPECT_EQ(suggestions.log, log);
-    EXPECT_EQ(suggestions.Visible(), !log.empty());
+    EXPECT_EQ(fakes.frmSuggest.log, log);
+    EXPECT_EQ(fakes.frmSuggest.Visible(), !log.empty());
   }
 }
 

@@ -15,39 +15,8 @@
 #include "records/record_db.h"
 #include "tests/records/record_store.h"
 #include "tests/support/expect_message.h"
+#include "tests/support/fake_hall.h"
 #include "tests/support/test_machine.h"
-
-class FakeBrowser : public Form, public Browser {
- public:
-  explicit FakeBrowser(Machine& theMachine) : Form(theMachine, "frmBrowser") {}
-  Form& AsForm() override { return *this; }
-  void GoNavigate(const std::string& url, int mode) override {
-    visited.push_back(std::to_string(mode) + " " + url);
-  }
-  void GoWritePage(const std::string& html, int /*mode*/) override { written.push_back(html); }
-  void GoPostPage(const std::string& html, int mode) override {
-    posted.push_back(std::to_string(mode) + " " + html);
-  }
-  std::vector<std::string> visited, written, posted;
-};
-
-class FakeSuggestions : public Form, public Suggestions {
- public:
-  explicit FakeSuggestions(Machine& theMachine) : Form(theMachine, "frmSuggest") {}
-  Form& AsForm() override { return *this; }
-  void HideTabs() override { log.emplace_back("hide"); }
-  void ShowSuggest(const std::string& kind, const std::string& list) override {
-    log.push_back(kind + " " + list);
-  }
-  std::vector<std::string> log;
-};
-
-/// Any other window behind a door.
-class FakeWindow : public Form, public HallWindow {
- public:
-  FakeWindow(Machine& theMachine, const std::string& name) : Form(theMachine, name) {}
-  Form& AsForm() override { return *this; }
-};
 
 inline constexpr Color kGreen = Rgb(153, 204, 0);
 inline constexpr Color kRed = Rgb(255, 60, 60);
@@ -76,8 +45,6 @@ class CheckingTest : public ::testing::Test {
     machine.http.Route("p_all_webengine_get.asp", "OK_http://engine/");
     machine.http.Route("p_passWebEngine_conn.asp", "ONLINE");
     program.hall.frmMain.LeadsTo([this]() -> MainWindow& { return *frmMain; });
-    program.hall.frmBrowser.LeadsTo([this]() -> Browser& { return browser; });
-    program.hall.frmSuggest.LeadsTo([this]() -> Suggestions& { return suggestions; });
   }
 
   FrmMain& Main() { return *frmMain; }
@@ -147,6 +114,5 @@ class CheckingTest : public ::testing::Test {
   AppState& app = program.app;
   RecordDb records{program};
   Window<FrmMain> frmMain{[this] { return std::make_shared<FrmMain>(program, records); }};
-  FakeBrowser browser{machine.machine};
-  FakeSuggestions suggestions{machine.machine};
+  FakeHall fakes{program};
 };

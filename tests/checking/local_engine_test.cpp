@@ -29,7 +29,7 @@ class LocalEngineTest : public CheckingTest {
     EXPECT_THAT((machine.loop.Elapsed() - before) / 1ms, AllOf(Ge(30'000), Le(32'000)));
     EXPECT_EQ(app.gVerdict, "STOP");
     EXPECT_THAT(Recorded(), IsEmpty());
-    EXPECT_THAT(browser.posted, IsEmpty());
+    EXPECT_THAT(fakes.frmBrowser.posted, IsEmpty());
     ExpectIdle(sentence);
   }
 };
@@ -64,8 +64,8 @@ TEST_F(LocalEngineTest, PageGoesPackedToTheServerAndIsDeleted) {
   const std::string page = "<html>本句子沒有發現錯誤</html>";
   UseLocalEngine(Engine({{"findMistake", "0"}}, page));
   Enter("He goes.");
-  ASSERT_THAT(browser.posted, SizeIs(1));
-  EXPECT_THAT(browser.posted[0],
+  ASSERT_THAT(fakes.frmBrowser.posted, SizeIs(1));
+  EXPECT_THAT(fakes.frmBrowser.posted[0],
               AllOf(StartsWith("2 <html>"), HasSubstr("action='http://server/p_decode.asp'"),
                     HasSubstr("name='pno' value='4711'"),
                     HasSubstr("name='code' value='" + EncodeForServer(page) + "'")));
@@ -232,7 +232,7 @@ TEST_F(LocalEngineTest, EssaySentenceNeedsNoPage) {
   UseLocalEngine(Engine({{"findMistake", "0"}}));
   Main().PassStringToEngine();
   EXPECT_EQ(app.gVerdict, "PASS");
-  EXPECT_THAT(browser.posted, IsEmpty()) << "an essay shows its pages itself";
+  EXPECT_THAT(fakes.frmBrowser.posted, IsEmpty()) << "an essay shows its pages itself";
   EXPECT_TRUE(machine.realFiles.FileExists(PagePath()));
 }
 

@@ -24,21 +24,6 @@ class MainWindowTest : public CheckingTest {
   }
 };
 
-class FakeWordHelper : public Form, public WordHelper {
- public:
-  explicit FakeWordHelper(Machine& theMachine) : Form(theMachine, "frmCollocation") {}
-  Form& AsForm() override { return *this; }
-  void SetFreeword(int index, const std::string& text) override { Note("free", index, text); }
-  void SetKeyword(int index, const std::string& text) override { Note("key", index, text); }
-  void SelectTab(int index) override { Note("tab", index, ""); }
-  std::vector<std::string> log;
-
- private:
-  void Note(const char* what, int index, const std::string& text) {
-    log.push_back(what + std::to_string(index) + " " + text);
-  }
-};
-
 TEST_F(MainWindowTest, PlaceholderGivesWayToTypingForGood) {
   auto& box = Main().txtInput;
   Main().Show();
@@ -102,8 +87,6 @@ TEST_F(MainWindowTest, EnterInAnEssayGivesTheTextToTheWalk) {
 }
 
 TEST_F(MainWindowTest, ChineseIsTranslatedInPlace) {
-  FakeWordHelper helper(machine.machine);
-  program.hall.frmCollocation.LeadsTo([&]() -> WordHelper& { return helper; });
   const struct {
     const char *typed, *reply, *query, *result;
   } cases[] = {{"他上學", "OK#He goes to school.", "他上學", "He goes to school."},
@@ -120,7 +103,7 @@ TEST_F(MainWindowTest, ChineseIsTranslatedInPlace) {
     EXPECT_EQ(machine.http.Bodies("p_com_translate.asp").back(),
               std::string("key=zorbelquinter&ls=zh-TW&q=") + query);
     EXPECT_EQ(app.gLastInput, query);
-    EXPECT_EQ(helper.log.back(), std::string("free0 ") + query);
+    EXPECT_EQ(fakes.frmCollocation.log.back(), std::string("free0 ") + query);
     ExpectIdle(result);
   }
   EXPECT_THAT(machine.http.Bodies("p_passWebEngine.asp"), IsEmpty()) << "nothing is checked";
@@ -133,8 +116,6 @@ TEST_F(MainWindowTest, ChineseIsTranslatedInPlace) {
 }
 
 TEST_F(MainWindowTest, SelectionGoesIntoTheWordHelper) {
-  FakeWordHelper helper(machine.machine);
-  program.hall.frmCollocation.LeadsTo([&]() -> WordHelper& { return helper; });
   Main().Show();
   machine.user.Focus(Main().txtInput);
   const struct {
@@ -156,12 +137,12 @@ TEST_F(MainWindowTest, SelectionGoesIntoTheWordHelper) {
   };
   for (const auto& [text, start, length, action, result, log] : cases) {
     SCOPED_TRACE(std::string(text) + action);
-    helper.log.clear();
+    fakes.frmCollocation.log.clear();
     Main().txtInput.Text = text;
     Main().txtInput.SelStart = start;
     Main().txtInput.SelLength = length;
     EXPECT_EQ(Main().CheckInputText(action, text), result);
-    EXPECT_EQ(helper.log, log);
+    EXPECT_EQ(fakes.frmCollocation.log, log);
     EXPECT_EQ(Main().txtInput.SelLength(), 0);
   }
 }
@@ -176,46 +157,30 @@ TEST_F(MainWindowTest, MenuHasItsToolTipsAndHidesTheBreakButton) {
   EXPECT_TRUE(Main().imgMenu(9).HandCursor() && !Main().imgMenu(10).HandCursor());
 }
 
-TEST_F(MainWindowTest, DoorsThatLeadNowhereSayso) {
-  Main().Show();
-  for (const int index : {0, 1, 2, 3, 4, 6}) {
-    ExpectMessage(Message::kNotOffered);
-    machine.user.Click(Main().imgMenu(index));
-    EXPECT_EQ(machine.user.Expected(), 0U) << index;
-  }
-}
-
 TEST_F(MainWindowTest, MenuOpensTheWindowsBehindItsDoors) {
-  FakeWindow diary(machine.machine, "frmDiary");
-  FakeWindow setup(machine.machine, "frmSetup");
-  FakeWindow feedback(machine.machine, "frmFeedback");
-  FakeWindow topics(machine.machine, "frmEssayInputEdu");
-  auto& hall = program.hall;
-  hall.frmDiary.LeadsTo([&]() -> HallWindow& { return diary; });
-  hall.frmSetup.LeadsTo([&]() -> HallWindow& { return setup; });
-  hall.frmFeedback.LeadsTo([&]() -> HallWindow& { return feedback; });
-  hall.frmEssayInputEdu.LeadsTo([&]() -> HallWindow& { return topics; });
   Main().Show();
   machine.user.Click(Main().imgMenu(1));
   machine.user.Click(Main().imgMenu(6));
   machine.user.Click(Main().imgMenu(4));
-  EXPECT_TRUE(diary.Visible() && setup.Visible() && topics.Visible());
+  machine.user.Click(Main().imgMenu(2));
+  EXPECT_TRUE(fakes.frmDiary.Visible() && fakes.frmSetup.Visible() && fakes.frmEssayInputEdu.Visible());
+  EXPECT_TRUE(fakes.frmCollocation.Visible());
   EXPECT_TRUE(app.gEssayStartRequested);
   app.gEdition = "XQD";
   machine.user.Click(Main().imgMenu(4));
   EXPECT_FALSE(app.gEssayStartRequested);
   machine.user.Click(Main().imgMenu(7));
-  EXPECT_THAT(browser.visited, ElementsAre("1 http://site/_htmls/MRV_manual.htm"));
+  EXPECT_THAT(fakes.frmBrowser.visited, ElementsAre("1 http://site/_htmls/MRV_manual.htm"));
 
   for (const char* none : {"0", ""}) {
     WriteKeys({{"sentence", none}});
     ExpectMessage(Message::kNothingToReport);
     machine.user.Click(Main().imgMenu(5));
-    EXPECT_FALSE(feedback.Visible());
+    EXPECT_FALSE(fakes.frmFeedback.Visible());
   }
   WriteKeys({{"sentence", "He go."}});
   machine.user.Click(Main().imgMenu(5));
-  EXPECT_TRUE(feedback.Visible());
+  EXPECT_TRUE(fakes.frmFeedback.Visible());
 }
 
 TEST_F(MainWindowTest, LastButtonsEmptyTheBoxAndBreakTheEssay) {

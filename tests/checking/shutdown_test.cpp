@@ -17,9 +17,9 @@ constexpr const char* kCut = "2026-05-09";
 constexpr const char* kDayBefore = "2026-05-08";
 
 /// An upload that ends after a while.
-class FakeUpload : public UploadRun {
+class SlowUpload : public UploadRun {
  public:
-  explicit FakeUpload(EventLoop& loop, AppState& app) : app_(app), end_(loop, 1000) {
+  explicit SlowUpload(EventLoop& loop, AppState& app) : app_(app), end_(loop, 1000) {
     end_.onTick = [this] {
       end_.Enabled = false;
       app_.gUploadFinished = true;
@@ -147,8 +147,8 @@ TEST_F(ShutdownTest, UploadsWhatIsNew) {
       {"errsentence", "Y", {}, "Y"},
   };
   for (const auto& c : kCases) {
-    FakeUpload upload(machine.loop, app);
-    program.hall.frmUpload.LeadsTo([&]() -> UploadRun& { return upload; });
+    SlowUpload upload(machine.loop, app);
+    FakeHall::Lead(program.hall.frmUpload, upload);
     machine.realDatabases.Open(recordsPath, base::Databases::Mode::kReadWrite)
         ->RunScript("delete from oksentence; delete from errsentence; delete from essay");
     Put(c.table, "1", "2026-11-05", c.flag);
@@ -164,7 +164,7 @@ TEST_F(ShutdownTest, UploadsWhatIsNew) {
 
 TEST_F(ShutdownTest, StandsAloneWithItsProgressBox) {
   std::vector<std::string> seen;
-  FakeUpload upload(machine.loop, app);
+  SlowUpload upload(machine.loop, app);
   program.hall.frmUpload.LeadsTo([&]() -> UploadRun& {
     seen.push_back(std::to_string(Main().Left()) + (Main().Enabled ? " enabled" : " disabled"));
     EXPECT_THAT(program.frmMessage->lblMessage.Caption(), HasSubstr("結束後會自動關閉程式"));

@@ -155,8 +155,9 @@ TEST_F(SuggestWindow, PickedSynonymStaysWithTheBrowser) {
   EXPECT_FALSE(Suggest().webMain(1).FollowLink("cmd:suggest:happy%2CSJ"));
   EXPECT_EQ(AskedLast(), "key=zorbelquinter&para=happy,SJ");
   EXPECT_FALSE(frmCollocation->Visible());
-  ASSERT_EQ(browser.written.size(), 1U);
-  EXPECT_THAT(browser.written[0], HasSubstr("heavy rain >> 大雨\r\n</div>")) << "lines close without a break";
+  ASSERT_EQ(fakes.frmBrowser.written.size(), 1U);
+  EXPECT_THAT(fakes.frmBrowser.written[0], HasSubstr("heavy rain >> 大雨\r\n</div>"))
+      << "lines close without a break";
 }
 
 }  // namespace

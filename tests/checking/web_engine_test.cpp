@@ -17,14 +17,13 @@ using ::testing::Le;
 using ::testing::SizeIs;
 
 constexpr const char* kPage = "p_passWebEngine.asp";
-constexpr const char* kTimeout = "等待解析引擎的回傳時間過久, 已中斷呼叫, 請再試一次";
 
 class WebEngineTest : public CheckingTest {
  protected:
   void ExpectStop(const std::string& text) {
     EXPECT_EQ(app.gVerdict, "STOP");
     EXPECT_THAT(Recorded(), IsEmpty());
-    EXPECT_THAT(browser.visited, IsEmpty());
+    EXPECT_THAT(fakes.frmBrowser.visited, IsEmpty());
     EXPECT_EQ(Main().txtInput.SelColor(), 0U) << "the colour stays";
     ExpectIdle(text);
   }
@@ -136,7 +135,7 @@ TEST_F(WebEngineTest, UnknownKindOfAnswerIsRecordedWithNothingKnown) {
     app.gVerdict = "before";
     Enter("He goes.");
     EXPECT_EQ(app.gVerdict, "before") << reply;
-    EXPECT_EQ(browser.visited.back(), "2 http://engine/");
+    EXPECT_EQ(fakes.frmBrowser.visited.back(), "2 http://engine/");
   }
   EXPECT_THAT(Recorded(), ElementsAre("err||0|2026-11-05|N|0|0|N", "err||0|2026-11-05|N|0|0|N", "0|2"));
 }
@@ -144,15 +143,9 @@ TEST_F(WebEngineTest, UnknownKindOfAnswerIsRecordedWithNothingKnown) {
 TEST_F(WebEngineTest, PasswordGateComesBeforeTheRequest) {
   machine.http.Route(kPage, "OK_0##p.htm");
   app.gAccountPassword.clear();
-  ExpectMessage(Message::kWrongPassword);  // there is no prompt yet
   Enter("He goes.");
-  ExpectStop("He goes.");
   EXPECT_EQ(app.gAccountNo, "4711") << "the number was taken from the file";
-
-  FakeWindow prompt(machine.machine, "frmPassword");
-  program.hall.frmPassword.LeadsTo([&]() -> HallWindow& { return prompt; });
-  Enter("He goes.");
-  EXPECT_TRUE(prompt.Visible());
+  EXPECT_TRUE(fakes.frmPassword.Visible());
   EXPECT_THAT(machine.http.requests, IsEmpty());
   ExpectStop("He goes.");
 
@@ -176,7 +169,7 @@ TEST_F(WebEngineTest, CheckClearsTheEssayUnlessItBelongsToOne) {
   EXPECT_EQ(app.gVerdict, "ERRS");
   EXPECT_EQ(app.gEssayId + app.gEssayWorkId + app.gEssayQuiz + app.gEssayOriginal + app.gEssaySentence,
             "xxxxx");
-  EXPECT_THAT(browser.visited, IsEmpty());
+  EXPECT_THAT(fakes.frmBrowser.visited, IsEmpty());
   EXPECT_EQ(NeedSync(), "");
   EXPECT_EQ(Main().txtInput.SelColor(), kRed);
   const std::string body = machine.http.Bodies(kPage).back();

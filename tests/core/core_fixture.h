@@ -8,30 +8,9 @@
 #include <vector>
 
 #include "core/program.h"
-#include "core/windows.h"
-#include "platform/controls.h"
 #include "tests/support/expect_message.h"
+#include "tests/support/fake_hall.h"
 #include "tests/support/test_machine.h"
-
-/// A main window that only stands there.
-class FakeMain : public Form, public MainWindow {
- public:
-  explicit FakeMain(Machine& theMachine) : Form(theMachine, "frmMain") {}
-  Form& AsForm() override { return *this; }
-  RichTextBox& InputBox() override { return txtInput; }
-  Control& MenuButton(int /*index*/) override { return txtInput; }
-  void SetInputTextStyle(int /*mode*/) override {}
-  std::string CheckInputText(const std::string& /*action*/, const std::string& text) override {
-    checked.push_back(text);
-    return text;
-  }
-  void PassStringToEngine() override {}
-  void CloseAppProcdure() override { ++closings; }
-
-  RichTextBox txtInput{*this, "txtInput"};
-  int closings = 0;
-  std::vector<std::string> checked;  ///< texts that CheckInputText was given
-};
 
 /// Paths stand as after a start, with TMP as the root; the folders are there.
 class CoreTest : public ::testing::Test {
@@ -71,4 +50,5 @@ class CoreTest : public ::testing::Test {
                    .translateRoot = "http://translate/",
                    .oldDefaultDomain = ""}};
   AppState& app = program.app;
+  FakeHall fakes{program};
 };

@@ -158,7 +158,7 @@ TEST_F(MessageTest, MainWindowMakesRoomWhileItStaysOnTop) {
     int topAfter;
   } cases[] = {
       {"1", true, true, 7000}, {"0", true, false, 7000}, {"0", false, false, 7000}, {"1", false, false, 0}};
-  own_.hall.frmMain.LeadsTo([this]() -> MainWindow& { return main_; });
+  FakeHall::Lead(own_.hall.frmMain, main_);
   main_.Height = 800;
   for (const auto& [alwaysOnTop, isOpen, makesRoom, topAfter] : cases) {
     App().gAlwaysOnTop = alwaysOnTop;

@@ -39,19 +39,4 @@ TEST_F(ProcessControlTest, HelperIsLookedForInItsFolderAndThenBesideTheProgram) 
   }
 }
 
-TEST_F(ProcessControlTest, DoorsAreClosedUntilAWindowStandsBehindThem) {
-  EXPECT_FALSE(program.hall.frmMain);
-  int references = 0;
-  FakeMain main(machine.machine);
-  program.hall.frmMain.LeadsTo([&]() -> MainWindow& {
-    ++references;
-    return main;
-  });
-  EXPECT_TRUE(program.hall.frmMain);
-  EXPECT_EQ(references, 0) << "asking whether a door is open is no reference";
-  program.hall.frmMain->CloseAppProcdure();
-  EXPECT_EQ(references, 1);
-  EXPECT_EQ(main.closings, 1);
-}
-
 }  // namespace

@@ -118,35 +118,18 @@ TEST_F(ServerAccessTest, BrokenTransferEndsTheAllotmentQuietly) {
   EXPECT_THAT(http_.requests, SizeIs(2)) << "no ten attempts, no question";
 }
 
-class FakeBrowser : public Form, public Browser {
- public:
-  explicit FakeBrowser(Machine& theMachine) : Form(theMachine, "frmBrowser") {}
-  Form& AsForm() override { return *this; }
-  void GoNavigate(const std::string& /*url*/, int /*mode*/) override {}
-  void GoWritePage(const std::string& /*html*/, int /*mode*/) override {}
-  void GoPostPage(const std::string& html, int mode) override {
-    page = html;
-    pane = mode;
-  }
-  std::string page;
-  int pane = 0;
-};
-
 TEST_F(ServerAccessTest, PackedPageGoesOutAsAFormInTheBrowser) {
-  PostDecodeForm(program, "64O185");  // with no browser there is nothing to show
-  FakeBrowser browser(machine.machine);
-  program.hall.frmBrowser.LeadsTo([&]() -> Browser& { return browser; });
   app.gAccountNo = "4711";
   PostDecodeForm(program, "64O185");
-  EXPECT_EQ(browser.pane, 2);
-  EXPECT_EQ(browser.page,
-            "<html>\r\n<head>\r\n<meta http-equiv='Content-Language' content='zh-tw'>\r\n"
-            "<meta http-equiv='Content-Type' content='text/html; charset=big5'>\r\n<title></title>\r\n"
-            "</head>\r\n<body>\r\n"
-            "<form name='frmPost' method='POST' action='http://server/p_decode.asp'>\r\n"
-            "<input type='HIDDEN' name='key' value='zorbelquinter'>\r\n"
-            "<input type='HIDDEN' name='pno' value='4711'>\r\n"
-            "<input type='HIDDEN' name='code' value='64O185'>\r\n</body>\r\n</html>\r\n");
+  EXPECT_THAT(
+      fakes.frmBrowser.posted,
+      ElementsAre("2 <html>\r\n<head>\r\n<meta http-equiv='Content-Language' content='zh-tw'>\r\n"
+                  "<meta http-equiv='Content-Type' content='text/html; charset=big5'>\r\n<title></title>\r\n"
+                  "</head>\r\n<body>\r\n"
+                  "<form name='frmPost' method='POST' action='http://server/p_decode.asp'>\r\n"
+                  "<input type='HIDDEN' name='key' value='zorbelquinter'>\r\n"
+                  "<input type='HIDDEN' name='pno' value='4711'>\r\n"
+                  "<input type='HIDDEN' name='code' value='64O185'>\r\n</body>\r\n</html>\r\n"));
 }
 
 }  // namespace

@@ -13,16 +13,11 @@ using ::testing::ElementsAre;
 
 class SmallWindowsTest : public CoreTest {
  protected:
-  SmallWindowsTest() {
-    program.hall.frmMain.LeadsTo([this]() -> MainWindow& { return main_; });
-    main_.txtInput.Text = std::string("He goes home.");
-  }
+  SmallWindowsTest() { fakes.frmMain.txtInput.Text = std::string("He goes home."); }
   void Select(int start, int length) {
-    main_.txtInput.SelStart = start;
-    main_.txtInput.SelLength = length;
+    fakes.frmMain.txtInput.SelStart = start;
+    fakes.frmMain.txtInput.SelLength = length;
   }
-
-  FakeMain main_{machine.machine};
 };
 
 /// A splash window among neighbours that tell what state they met.
@@ -44,9 +39,9 @@ class SplashTest : public SmallWindowsTest, public UploadRun, public Browser {
     }
     machine.loop.Post([this] { app.gUploadFinished = true; });
   }
-  Form& AsForm() override { return main_; }
+  Form& AsForm() override { return fakes.frmMain; }
   void GoNavigate(const std::string& url, int mode) override {
-    EXPECT_TRUE(app.gSplashShown && !frmSplash_.IsLoaded() && !main_.Visible());
+    EXPECT_TRUE(app.gSplashShown && !frmSplash_.IsLoaded() && !fakes.frmMain.Visible());
     log_.push_back(std::to_string(mode) + " " + url);
   }
   void GoWritePage(const std::string& /*html*/, int /*mode*/) override {}
@@ -74,7 +69,7 @@ TEST_F(SplashTest, FadesInUploadsWaitsAndLeavesToTheManual) {
   EXPECT_EQ(ReadSetup(program, "NeedSync"), "N");
   splash.StartClosing();
   EXPECT_EQ(TimeToTheEnd(), 2500ms + 120ms);
-  EXPECT_TRUE(main_.Visible());
+  EXPECT_TRUE(fakes.frmMain.Visible());
   EXPECT_THAT(log_, ElementsAre("NOMSG 4711", "1 http://site/_htmls/MRV_manual.htm"));
 }
 
@@ -107,17 +102,17 @@ TEST_F(SmallWindowsTest, MenuCopiesCutsAndPastesInTheInputBox) {
       {&FrmMenu::mnuTextCut, "old", "He  home.", "goes"},
       {&FrmMenu::mnuTextPaste, "went", "He went home.", "went"},
   };
-  main_.Show();
+  fakes.frmMain.Show();
   for (const auto& c : kCases) {
-    main_.txtInput.Text = std::string("He goes home.");
+    fakes.frmMain.txtInput.Text = std::string("He goes home.");
     Select(3, 4);
     machine.desktop.clipboard = c.clipboard;
     menu.PopUp();
     machine.user.Click(menu.*c.item);
-    EXPECT_EQ(main_.txtInput.Text(), c.text);
+    EXPECT_EQ(fakes.frmMain.txtInput.Text(), c.text);
     EXPECT_EQ(machine.desktop.clipboard, c.clipboardAfter);
     EXPECT_FALSE(menu.Visible());
-    EXPECT_EQ(machine.windows.Focused(), &main_.txtInput);
+    EXPECT_EQ(machine.windows.Focused(), &fakes.frmMain.txtInput);
   }
 }
 
@@ -130,27 +125,27 @@ TEST_F(SmallWindowsTest, MenuStaysOnTheScreenAndGoesWithTheFocus) {
   menu.PopUp();
   EXPECT_EQ(menu.Left(), 16500);
   EXPECT_EQ(menu.Top(), 300);
-  machine.windows.ActiveChanged(&main_);
+  machine.windows.ActiveChanged(&fakes.frmMain);
   EXPECT_FALSE(menu.Visible());
 }
 
 TEST_F(SmallWindowsTest, DebugWindowReadsAndMovesTheMainWindow) {
   FrmDebug debug(program);
-  main_.Left = 300;
-  main_.Top = -45;
+  fakes.frmMain.Left = 300;
+  fakes.frmMain.Top = -45;
   debug.Show();
   machine.user.Click(debug.cmdMainPosGet);
   EXPECT_EQ(debug.txtMainX.Text() + " " + debug.txtMainY.Text(), "300 -45");
   debug.txtMainX.Text = std::string(" 1500 ");
   debug.txtMainY.Text = std::string("32767");
   machine.user.Click(debug.cmdMainPosReset);
-  EXPECT_EQ(main_.Left(), 1500);
-  EXPECT_EQ(main_.Top(), 32767);
+  EXPECT_EQ(fakes.frmMain.Left(), 1500);
+  EXPECT_EQ(fakes.frmMain.Top(), 32767);
   for (const char* bad : {"32768", "", "1e3", "x"}) {
     debug.txtMainY.Text = std::string(bad);
     debug.txtMainX.Text = std::string("7");
     EXPECT_THROW(machine.user.Click(debug.cmdMainPosReset), RunTimeError) << bad;
-    EXPECT_EQ(main_.Left(), 1500) << "nothing moves half";
+    EXPECT_EQ(fakes.frmMain.Left(), 1500) << "nothing moves half";
   }
 }
 

@@ -217,7 +217,7 @@ class FakeLogin : public Form, public HallWindow {
 TEST_F(StepsOfTheStart, CampusEditionLogsInFirst) {
   machine.environment.commandLine = "XQD";
   FakeLogin login(program);
-  program.hall.frmXQDLogin.LeadsTo([&]() -> HallWindow& { return login; });
+  FakeHall::Lead(program.hall.frmXQDLogin, login);
   FrmStartUp::PrepareProgram(program);
   EXPECT_THAT(steps_, ElementsAre("build", "unpack", "missing", "updater", "news", "version"));
   login.Hide();
@@ -228,10 +228,6 @@ TEST_F(StepsOfTheStart, CampusEditionLogsInFirst) {
 
 class FrmStartUpTest : public StartUpTest {
  protected:
-  FrmStartUpTest() {
-    program.hall.frmMain.LeadsTo([this]() -> MainWindow& { return main_; });
-  }
-  FakeMain main_{machine.machine};
   FrmStartUp root_{program};
 };
 
@@ -240,36 +236,23 @@ TEST_F(FrmStartUpTest, RootStaysOutOfSightAndShowsTheMainWindow) {
   EXPECT_EQ(root_.Left(), -10000);
   EXPECT_EQ(root_.Top(), -10000);
   EXPECT_FALSE(root_.Visible());
-  EXPECT_TRUE(main_.Visible());
+  EXPECT_TRUE(fakes.frmMain.Visible());
   root_.Form_Unload();
-  EXPECT_EQ(main_.closings, 0);
+  EXPECT_EQ(fakes.frmMain.closings, 0);
   app.gOpenMain = true;
   root_.Form_Unload();
-  EXPECT_EQ(main_.closings, 1);
+  EXPECT_EQ(fakes.frmMain.closings, 1);
 }
 
-class FakeSplash : public Form, public Splash {
- public:
-  explicit FakeSplash(Machine& theMachine) : Form(theMachine, "frmSplash") {}
-  Form& AsForm() override { return *this; }
-  void StartClosing() override {}
-};
-
 TEST_F(FrmStartUpTest, SplashThatHasGoneIsNotBroughtBack) {
-  FakeSplash splash(machine.machine);
-  program.hall.frmSplash.LeadsTo([&]() -> Splash& { return splash; });
   for (const bool isShown : {false, true}) {
     app.gSplashShown = isShown;
     root_.Form_Load();
-    EXPECT_EQ(splash.Visible(), isShown);
+    EXPECT_EQ(fakes.frmSplash.Visible(), isShown);
   }
 }
 
 TEST_F(FrmStartUpTest, FocusEndsAtTheLastOpenWindow) {
-  FakeLogin diary(program);
-  FakeLogin setup(program);
-  program.hall.frmDiary.LeadsTo([&]() -> HallWindow& { return diary; });
-  program.hall.frmSetup.LeadsTo([&]() -> HallWindow& { return setup; });
   const auto activated = [&] {
     machine.windows.ActiveChanged(nullptr);
     root_.Form_Activate();
@@ -278,13 +261,13 @@ TEST_F(FrmStartUpTest, FocusEndsAtTheLastOpenWindow) {
   app.gSplashShown = true;
   EXPECT_EQ(activated(), nullptr) << "the main window waits for the splash";
   app.gSplashShown = false;
-  EXPECT_EQ(activated(), &main_);
-  app.gOpenDiary = app.gOpenFeedback = true;  // nothing stands behind the door of the second
-  EXPECT_EQ(activated(), &diary);
+  EXPECT_EQ(activated(), &fakes.frmMain);
+  app.gOpenDiary = true;
+  EXPECT_EQ(activated(), &fakes.frmDiary);
   app.gOpenSetup = true;
-  EXPECT_EQ(activated(), &setup);
+  EXPECT_EQ(activated(), &fakes.frmSetup);
   program.hall.frmSetup.LeadsTo([]() -> HallWindow& { throw RunTimeError("will not load"); });
-  EXPECT_EQ(activated(), &diary) << "errors are swallowed";
+  EXPECT_EQ(activated(), &fakes.frmDiary) << "errors are swallowed";
 }
 
 class LowWindows : public HeadlessWindows {

@@ -34,7 +34,7 @@ EssayTest::EssayTest() : composition(machine.machine, InstallationValues{}) {
   app.gInputFontSize = 14;
   app.gTransformValue = 240;
   InitConnectionStrings(composition.program);
-  composition.program.hall.frmUpload = {};  // only the test of the upload has one
+  LeadAside(composition, upload);
   machine.loop.onUnhandledError = nullptr;
   machine.http.Route("p_all_webengine_get.asp", "OK_http://engine/");
   machine.http.Route("p_passWebEngine_conn.asp", "ONLINE");
@@ -57,6 +57,11 @@ EssayTest::EssayTest() : composition(machine.machine, InstallationValues{}) {
 std::string EssayTest::Reply(const std::string& body) const {
   const auto reply = replies.find(SentenceOf(body));
   return reply == replies.end() ? "OK_0#0##0#0" : reply->second;
+}
+
+void EssayTest::LeadAside(Composition& whole, FakeUpload& itsUpload) {
+  FakeHall::Lead(whole.program.hall.frmSplash, splash_);
+  FakeHall::Lead(whole.program.hall.frmUpload, itsUpload);
 }
 
 void EssayTest::Send(const std::string& text) {

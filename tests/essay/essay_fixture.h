@@ -11,6 +11,7 @@
 #include "platform/event_loop.h"
 #include "records/essay_records.h"
 #include "tests/support/expect_message.h"
+#include "tests/support/fake_hall.h"
 #include "tests/support/test_machine.h"
 
 /// The web engine takes a sentence without an entry in `replies` for right. Real databases, virtual clock.
@@ -18,6 +19,8 @@ class EssayTest : public ::testing::Test {
  protected:
   EssayTest();
 
+  /// Leads the doors of splash and upload of a program to windows that do nothing.
+  void LeadAside(Composition& whole, FakeUpload& itsUpload);
   /// Opens the essay window with a text in it and sends it. Returns when the walk has ended.
   void Send(const std::string& text);
   void ExpectMessage(const Message& message, MessageButton answer = kOk,
@@ -45,10 +48,12 @@ class EssayTest : public ::testing::Test {
   std::map<std::string, std::string> replies;  ///< of the engine, by sentence
   Composition composition;
   AppState& app = composition.program.app;
+  FakeUpload upload{app};
 
  private:
   std::string Reply(const std::string& body) const;
 
+  FakeSplash splash_{machine.machine};
   std::deque<std::function<void()>> corrections_;
   Subscription correcting_;
 };

@@ -1,5 +1,7 @@
 // The program dies before each statement of a walk. What is on the disk must be whole, must show as an
 // interrupted essay, and must spare the engine the sentences that were judged.
+#include <optional>
+
 #include "essay/report_window.h"
 #include "platform/html.h"
 #include "platform/run_time_error.h"
@@ -70,7 +72,8 @@ class KillTest : public EssayTest {
     auto next = std::make_unique<Composition>(machine.machine, InstallationValues{});
     next->program.app = app;
     next->program.app.gEssayMode = false;
-    next->program.hall.frmUpload = {};
+    nextUpload_.emplace(next->program.app);
+    LeadAside(*next, *nextUpload_);
     next->frmMain->Show();
     return next;
   }
@@ -95,6 +98,8 @@ class KillTest : public EssayTest {
         IsEmpty())
         << step;
   }
+
+  std::optional<FakeUpload> nextUpload_;
 };
 
 class KilledWalk : public KillTest, public ::testing::WithParamInterface<int> {};

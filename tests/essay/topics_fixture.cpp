@@ -9,7 +9,6 @@
 #include "platform/text_encoding.h"
 
 TopicsTest::TopicsTest() {
-  composition.program.hall.frmUpload.LeadsTo([this]() -> UploadRun& { return upload; });
   WriteSetup(composition.program, "NeedSync", "N");
   Assign("OK_");
 }

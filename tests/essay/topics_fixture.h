@@ -4,22 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "core/windows.h"
 #include "tests/essay/essay_fixture.h"
-
-/// An upload that does nothing but end.
-class FakeUpload : public UploadRun {
- public:
-  explicit FakeUpload(AppState& app) : app_(app) {}
-  void SyncProgress(const std::string& mode) override {
-    modes.push_back(mode);
-    app_.gUploadFinished = true;
-  }
-  std::vector<std::string> modes;
-
- private:
-  AppState& app_;
-};
 
 struct StoredEssay {
   const char* essayId;
@@ -48,7 +33,6 @@ class TopicsTest : public EssayTest {
   std::string EssaysWith(const std::string& upload);
   std::string FinalSet(const std::string& essayId);
 
-  FakeUpload upload{app};
   EssayRoom& room = composition.essay;
 };
 

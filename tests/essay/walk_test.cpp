@@ -271,8 +271,6 @@ TEST_F(EssayTest, GivesTheWindowBackWhicheverStatementFails) {
 }
 
 TEST_F(EssayTest, UploadsAtTheEndAndTriesAgain) {
-  FakeUpload upload(app);
-  composition.program.hall.frmUpload.LeadsTo([&]() -> UploadRun& { return upload; });
   WriteNeedSync(composition.program, "Y");
   machine.http.Route("p_getconn.asp", "ERR");
   ExpectMessage(Message::kEssayDone);

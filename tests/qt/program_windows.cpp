@@ -164,6 +164,7 @@ Form& ShowSuggest(WindowedProgram& program) {
 }  // namespace
 
 WindowedProgram::WindowedProgram() : composition(machine.machine, InstallationValues{}) {
+  FakeHall::Lead(composition.program.hall.frmSplash, splash);
   composition.program.app.gEdition = "MRV";
   composition.program.app.gTransformValue = 255;
   composition.program.app.gInputFontSize = 12;

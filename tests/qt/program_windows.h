@@ -9,6 +9,7 @@
 
 #include "app/compose.h"
 #include "tests/qt/qt_machine.h"
+#include "tests/support/fake_hall.h"
 
 /// A program with real windows and nothing behind them.
 struct WindowedProgram {
@@ -16,6 +17,7 @@ struct WindowedProgram {
 
   QtMachine machine{MAROVANE_UI_FOLDER};
   Composition composition;
+  FakeSplash splash{composition.program.machine};
 };
 
 struct ShownWindow {

@@ -84,7 +84,7 @@ TEST_F(PasswordTest, NewAccountOfTheRealServerIsKeptAndLogsIn) {
   Program online(real, {});
   online.app = app;
   online.app.gServerUrlRoot = server.Root();
-  online.hall.frmMain.LeadsTo([this]() -> MainWindow& { return frmMain; });
+  FakeHall::Lead(online.hall.frmMain, frmMain);
   Window<FrmPassword> frmReal{[&online] { return std::make_shared<FrmPassword>(online); }};
   frmReal->Show();
   machine.user.Click(frmReal->lblNewAccount);

@@ -17,12 +17,16 @@ struct RunningProgram {
         machine{computer.loop,       computer.windows,   computer.desktop,   http,
                 computer.files,      computer.databases, computer.processes, computer.chinese,
                 computer.environment},
-        rooms(machine, installation) {}
+        rooms(machine, installation),
+        frmSplash(machine) {
+    FakeHall::Lead(program.hall.frmSplash, frmSplash);
+  }
 
   CurlHttp http;
   Machine machine;
   Composition rooms;
   Program& program = rooms.program;
+  FakeSplash frmSplash;
   AppState& app = program.app;
 };
 
@@ -138,7 +142,7 @@ class CampusTest : public SettingsRoomTest {
                                                                      .oldDefaultDomain = ""});
     auto& hall = started_->program.hall;
     hall.checkDatabaseBuild = hall.unpackDataFiles = hall.refreshUpdater = hall.checkVersion =
-        hall.warmUpErrListDb = hall.tellMissingData = nullptr;
+        hall.tellMissingData = hall.showPublisherNews = [] {};
     Window<FrmXQDLogin>& frm = started_->rooms.frmXQDLogin;
     const auto user = machine.windows.onShown;
     machine.windows.onShown = [&](Form& form, bool isModal) {

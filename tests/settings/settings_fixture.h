@@ -20,7 +20,7 @@ class CountingMain : public FakeMain {
 class SettingsRoomTest : public CoreTest {
  protected:
   SettingsRoomTest() {
-    program.hall.frmMain.LeadsTo([this]() -> MainWindow& { return frmMain; });
+    FakeHall::Lead(program.hall.frmMain, frmMain);
     machine.http.Route("p_getconn.asp", "ONLINE");
     app.gTransformValue = 200;
     app.gAccountNo = "4711";

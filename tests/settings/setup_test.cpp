@@ -96,26 +96,22 @@ TEST_F(SetupTest, MistakesAreNotUploadedWithoutALevelOfEducation) {
 }
 
 TEST_F(SetupTest, SliderActsOnOpenWindowsUntilItIsSavedOrClosed) {
-  FakeMain diary(machine.machine);
-  FakeMain closed(machine.machine);
-  program.hall.frmDiary.LeadsTo([&]() -> HallWindow& { return diary; });
-  program.hall.frmFeedback.LeadsTo([&]() -> HallWindow& { return closed; });
   app.gOpenDiary = true;
   Open();
   EXPECT_EQ(frmMain.Alpha(), 255) << "filling the controls moves nothing";
   frmSetup->sdrTransform.Value = 110;
-  EXPECT_EQ(diary.Alpha(), 110);
+  EXPECT_EQ(fakes.frmDiary.Alpha(), 110);
   EXPECT_EQ(frmMain.Alpha(), 110);
-  EXPECT_EQ(closed.Alpha(), 255);
+  EXPECT_EQ(fakes.frmFeedback.Alpha(), 255);
   machine.user.Click(frmSetup->picButtons_0);
-  EXPECT_EQ(diary.Alpha(), 200);
+  EXPECT_EQ(fakes.frmDiary.Alpha(), 200);
   EXPECT_EQ(frmMain.Alpha(), 200);
   EXPECT_FALSE(app.gOpenSetup);
   machine.loop.WaitUntil([this] { return !frmSetup.IsLoaded(); });
   EXPECT_EQ(app.gTransformValue, 200);
 }
 
-TEST_F(SetupTest, MergeWantsAnAccountAndItsDoors) {
+TEST_F(SetupTest, MergeWantsAnAccountAndNoCampus) {
   app.gAccountNo.clear();
   Open();
   EXPECT_TRUE(frmSetup->lblSysnDisable.Visible());
@@ -126,22 +122,11 @@ TEST_F(SetupTest, MergeWantsAnAccountAndItsDoors) {
   Open();
   EXPECT_FALSE(frmSetup->picButtons_3.Visible());
   EXPECT_EQ(frmSetup->lblSpecMessage_1.Caption(), "雲端版自動同步不需設定");
-  frmSetup.Unload();
-  app.gEdition = "MRV";
-  Open();
-  ExpectMessage(Message::kNotOffered);
-  machine.user.Click(frmSetup->picButtons_3);
-  EXPECT_EQ(machine.user.Expected(), 0U);
 }
 
 TEST_F(SetupTest, MergeRunsASynchronisationOnceTheOldAccountIsProven) {
-  struct Run : UploadRun {
-    void SyncProgress(const std::string& mode) override { modes.push_back(mode); }
-    std::vector<std::string> modes;
-  } run;
-  FakeMain syncLogin(machine.machine);
-  program.hall.frmUpload.LeadsTo([&]() -> UploadRun& { return run; });
-  program.hall.frmSyncLogin.LeadsTo([&]() -> HallWindow& { return syncLogin; });
+  FakeWindow syncLogin(machine.machine, "frmSyncLogin");
+  FakeHall::Lead(program.hall.frmSyncLogin, syncLogin);
   Open();
   for (const char* answer : {"CANCEL", "OK"}) {
     ExpectMessage(Message::kMergeOldAccount);
@@ -152,12 +137,12 @@ TEST_F(SetupTest, MergeRunsASynchronisationOnceTheOldAccountIsProven) {
       form.Hide();
     });
     machine.user.Click(frmSetup->picButtons_3);
-    EXPECT_THAT(run.modes, SizeIs(answer == std::string("OK") ? 1 : 0));
+    EXPECT_THAT(fakes.frmUpload.modes, SizeIs(answer == std::string("OK") ? 1 : 0));
     EXPECT_GT(frmSetup->Left(), -10000);
   }
   ExpectMessage(Message::kMergeOldAccount, kCancel);
   machine.user.Click(frmSetup->picButtons_3);
-  EXPECT_THAT(run.modes, SizeIs(1));
+  EXPECT_THAT(fakes.frmUpload.modes, SizeIs(1));
 }
 
 }  // namespace

@@ -14,7 +14,7 @@ RunningProgram::RunningProgram(TestMachine& machine, const std::filesystem::path
   app.gEduBackground = "u2";
   app.gConnRecords = "Data Source=" + recordsPath.string() + ";";
   frmMain.Left = 4711;
-  program.hall.frmMain.LeadsTo([this]() -> MainWindow& { return frmMain; });
+  FakeHall::Lead(program.hall.frmMain, frmMain);
   program.hall.frmUpload.LeadsTo([this]() -> UploadRun& { return *frmUpload; });
 }
 

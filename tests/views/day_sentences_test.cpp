@@ -27,7 +27,7 @@ class AskedMain : public FakeMain {
 class DaySentencesTest : public ViewsTest {
  protected:
   DaySentencesTest() {
-    program.hall.frmMain.LeadsTo([this]() -> MainWindow& { return main; });
+    FakeHall::Lead(program.hall.frmMain, main);
     PutOk({"11", "2026-11-04", " My brother’s dog is big. ", "N", ""});
     PutOk({"12", "2026-11-05", "She reads."});
     PutOk({"13", "2026-11-05", "Why?", "Y"});

@@ -24,9 +24,7 @@ class FakeSentences : public Form, public DaySentences {
 
 class DiaryTest : public ViewsTest {
  protected:
-  DiaryTest() {
-    program.hall.frmSentences.LeadsTo([this]() -> DaySentences& { return frmSentences; });
-  }
+  DiaryTest() { FakeHall::Lead(program.hall.frmSentences, frmSentences); }
 
   FrmDiary& Open() {
     frmDiary->Show();
@@ -82,9 +80,9 @@ TEST_F(DiaryTest, PageHasTheRowsWithThousandsSeparators) {
 }
 
 TEST_F(DiaryTest, RebuildingTakesASecondOfTheEmptyScreen) {
-  frmMain.Left = 4711;
+  fakes.frmMain.Left = 4711;
   std::vector<int> lefts;
-  const auto watch = frmMain.Left.Watch([&](int left) { lefts.push_back(left); });
+  const auto watch = fakes.frmMain.Left.Watch([&](int left) { lefts.push_back(left); });
   const auto before = machine.loop.Elapsed();
   Open();
   EXPECT_GE(machine.loop.Elapsed() - before, 1000ms);
@@ -94,13 +92,13 @@ TEST_F(DiaryTest, RebuildingTakesASecondOfTheEmptyScreen) {
 
 TEST_F(DiaryTest, AFailingDatabaseBringsTheMainWindowBack) {
   PutOk({"1", "2026-11-05", "a"});
-  frmMain.Left = 4711;
+  fakes.frmMain.Left = 4711;
   records.Db();
   for (int step = 1; step <= 6; ++step) {
     machine.databases.fault.Reset();
     machine.databases.fault.FailAt(step);
     EXPECT_THROW(Open(), RunTimeError) << step;
-    EXPECT_EQ(frmMain.Left, 4711) << step;
+    EXPECT_EQ(fakes.frmMain.Left, 4711) << step;
     EXPECT_FALSE(app.gOpenDiary) << step;
   }
   machine.databases.fault.Reset();

@@ -20,7 +20,7 @@ class FakeErrSentence : public Form, public ErrorSentences {
 class ErrorStatisticsTest : public ViewsTest {
  protected:
   ErrorStatisticsTest() {
-    program.hall.frmErrSentence.LeadsTo([this]() -> ErrorSentences& { return frmErrSentence; });
+    FakeHall::Lead(program.hall.frmErrSentence, frmErrSentence);
     PutErr({"1", "2026-11-05", "a", "N", "0", "AG01"});
     PutErr({"2", "2026-11-05", "b", "D", "0", "AG01"});   // deleted ones count
     PutErr({"3", "2026-11-05", "c", "N", "77", "AG01"});  // those of essays too
@@ -102,9 +102,9 @@ TEST_F(ErrorStatisticsTest, LinksRememberAndOpenACode) {
 }
 
 TEST_F(ErrorStatisticsTest, MainWindowComesBack) {
-  frmMain.Left = 4711;
+  fakes.frmMain.Left = 4711;
   Open();
-  EXPECT_EQ(frmMain.Left, 4711);
+  EXPECT_EQ(fakes.frmMain.Left, 4711);
   frmErrList.Unload();
   EXPECT_FALSE(app.gOpenErrList);
 }

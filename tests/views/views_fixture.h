@@ -37,7 +37,6 @@ class ViewsTest : public CoreTest {
         "insert into errmain values ('AG02', '第二個'), ('AG01', ' 第三人稱單數 '), ('VF01', null),"
         "  ('PR01', '介系詞用錯');");
     app.gConnErrList = "Data Source=" + catalogue.string() + ";";
-    program.hall.frmMain.LeadsTo([this]() -> MainWindow& { return frmMain; });
   }
 
   struct Row {
@@ -74,5 +73,4 @@ class ViewsTest : public CoreTest {
   std::unique_ptr<base::Database> db;
   RecordDb records{program};
   ErrListDb errList{program};
-  FakeMain frmMain{machine.machine};
 };

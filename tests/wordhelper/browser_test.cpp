@@ -40,7 +40,7 @@ class BrowserTest : public ::testing::Test {
     program.app.gServerUrlRoot = "http://server/";
     program.app.gWebEngineRoot = "http://engine/";
     program.app.gAccountNo = "4711";
-    program.hall.frmEssay.LeadsTo([this]() -> Essay& { return essay; });
+    FakeHall::Lead(program.hall.frmEssay, essay);
     browser.Form_Load();
     main.Take();
     other.Take();

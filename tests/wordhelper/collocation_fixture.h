@@ -1,4 +1,4 @@
-// The word helper beside a main window and a browser that only stand there, with a scripted server.
+// The word helper with a scripted server.
 #pragma once
 
 #include <gmock/gmock.h>
@@ -13,18 +13,6 @@
 #include "tests/core/core_fixture.h"
 #include "wordhelper/collocation.h"
 
-class PageKeeper : public Form, public Browser {
- public:
-  explicit PageKeeper(Machine& theMachine) : Form(theMachine, "frmBrowser") {}
-  Form& AsForm() override { return *this; }
-  void GoNavigate(const std::string& /*url*/, int /*mode*/) override {}
-  void GoPostPage(const std::string& /*html*/, int /*mode*/) override {}
-  void GoWritePage(const std::string& html, int mode) override {
-    pages.push_back(std::to_string(mode) + html);
-  }
-  std::vector<std::string> pages;
-};
-
 class CollocationTest : public CoreTest {
  protected:
   static constexpr const char* kSites =
@@ -34,8 +22,6 @@ class CollocationTest : public CoreTest {
   CollocationTest() {
     app.gAccountNo = "12-34 5";
     app.gUseWebEngineWbank = true;
-    program.hall.frmMain.LeadsTo([this]() -> MainWindow& { return main; });
-    program.hall.frmBrowser.LeadsTo([this]() -> Browser& { return browser; });
     auto& http = machine.http;
     http.Route("p_getconn.asp", "ONLINE");
     http.Route("p_all_webengine_get.asp", "OK_http://engine/");
@@ -63,7 +49,5 @@ class CollocationTest : public CoreTest {
   }
   std::filesystem::path SourcesFile() { return app.gTempDir + "/marovane/websource.set"; }
 
-  FakeMain main{machine.machine};
-  PageKeeper browser{machine.machine};
   Window<FrmCollocation> frmCollocation{[this] { return std::make_shared<FrmCollocation>(program); }};
 };

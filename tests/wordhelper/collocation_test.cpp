@@ -25,11 +25,11 @@ class WordHelperWindow : public CollocationTest {
   }
   /// The main window comes to the front, holds this text and selection, and leaves the front to the helper.
   void ComeFromMain(const std::string& text, int start = 0, int length = 0) {
-    main.Show();
-    main.txtInput.Text = text;
-    main.txtInput.SelStart = start;
-    main.txtInput.SelLength = length;
-    main.checked.clear();
+    fakes.frmMain.Show();
+    fakes.frmMain.txtInput.Text = text;
+    fakes.frmMain.txtInput.SelStart = start;
+    fakes.frmMain.txtInput.SelLength = length;
+    fakes.frmMain.checked.clear();
     Helper().Show();
   }
   std::string Asked() {
@@ -71,7 +71,7 @@ TEST_F(WordHelperWindow, TakesOverWhatTheMainWindowHasAnew) {
     SCOPED_TRACE(c.what);
     app.gLastInput = c.lastInput;
     ComeFromMain(c.text, 0, c.selected);
-    EXPECT_EQ(main.checked.size(), c.isTaken ? 1U : 0U);
+    EXPECT_EQ(fakes.frmMain.checked.size(), c.isTaken ? 1U : 0U);
     EXPECT_EQ(Helper().txtFreeword(0).Text(), c.freeword);
     EXPECT_EQ(app.gLastInput, c.lastInputAfter);
   }
@@ -116,9 +116,9 @@ TEST_F(WordHelperWindow, AsksForNearSynonyms) {
     machine.user.Click(Helper().picButtons(1));
     EXPECT_EQ(Asked(), query);
   }
-  EXPECT_THAT(browser.pages, SizeIs(3));
+  EXPECT_THAT(fakes.frmBrowser.written, SizeIs(3));
   machine.user.Press(Helper().txtKeyword(1), kKeyEnter);
-  EXPECT_THAT(browser.pages, SizeIs(4)) << "Enter does what the button does";
+  EXPECT_THAT(fakes.frmBrowser.written, SizeIs(4)) << "Enter does what the button does";
 }
 
 TEST_F(WordHelperWindow, WordBoxTakesLettersAlone) {

@@ -55,16 +55,16 @@ TEST_F(WebQuery, SynonymsBecomeAPage) {
                {"similar_2", ">glad\r\ncontent >> 滿足\r\n</div>", "similar"}};
   for (const auto& [mode, page, act] : cases) {
     Ask(mode, "OK_glad<@> <@>content >> 滿足<@>", "happy,SJ");
-    ASSERT_THAT(browser.pages, Not(IsEmpty()));
+    ASSERT_THAT(fakes.frmBrowser.written, Not(IsEmpty()));
     EXPECT_THAT(
-        browser.pages.back(),
-        AllOf(::testing::StartsWith("1<html>"), HasSubstr(page), HasSubstr("background-color: #FFFFFF;"),
+        fakes.frmBrowser.written.back(),
+        AllOf(::testing::StartsWith("1 <html>"), HasSubstr(page), HasSubstr("background-color: #FFFFFF;"),
               HasSubstr("font-family:Cambria"), ::testing::EndsWith("</html>\r\n")));
     EXPECT_EQ(Acts().back(), act);
     EXPECT_FALSE(ShowsResults() || Helper().Visible());
   }
   Ask("other", "OK_glad");
-  EXPECT_THAT(browser.pages, SizeIs(2)) << "another mode shows nothing";
+  EXPECT_THAT(fakes.frmBrowser.written, SizeIs(2)) << "another mode shows nothing";
   EXPECT_EQ(Acts().back(), "other");
 }
 
@@ -184,7 +184,7 @@ TEST_F(LocalQuery, SynonymsShowNothing) {
   InstallEngine("<title>happy\r\nglad\r\n");
   for (const char* mode : {"similar", "similar_2"}) {
     Ask(mode);
-    EXPECT_THAT(browser.pages, IsEmpty());
+    EXPECT_THAT(fakes.frmBrowser.written, IsEmpty());
     EXPECT_FALSE(ShowsResults());
     EXPECT_NE(Content(ResultFile()), std::nullopt) << "the file stays where it is";
     EXPECT_EQ(app.gSuggestMode, mode);
