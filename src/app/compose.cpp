@@ -72,6 +72,5 @@ Composition::Composition(Machine& machine, InstallationValues installation)
   hall.frmSyncLogin.LeadsTo([this]() -> HallWindow& { return *frmSyncLogin; });
   hall.unpackDataFiles = [this] { UnpackDataFiles(program); };
   hall.tellMissingData = [this] { TellMissingData(program); };
-  hall.warmUpErrListDb = [this] { WarmUpErrListDb(program); };
   ReportUnhandledErrors(program);
 }

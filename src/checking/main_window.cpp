@@ -135,15 +135,9 @@ void FrmMain::PlaceAtBottom() {
   Top = screen.top + screen.height - Height;
 }
 
-void FrmMain::Form_Activate() {
-  program.app.gMainActive = true;
-  tmrMouse.Enabled = true;
-}
+void FrmMain::Form_Activate() { tmrMouse.Enabled = true; }
 
-void FrmMain::Form_Deactivate() {
-  program.app.gMainActive = false;
-  tmrMouse.Enabled = false;
-}
+void FrmMain::Form_Deactivate() { tmrMouse.Enabled = false; }
 
 void FrmMain::Form_Unload() { program.app.gOpenMain = false; }
 

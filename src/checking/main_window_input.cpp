@@ -34,7 +34,6 @@ void FrmMain::TakeEnter() {
     return;
   }
   WriteNeedSync(program, "Y");
-  app.gCheckPending = true;
   PassStringToEngine();
 }
 

@@ -12,14 +12,11 @@ struct AppState {
   // Identity and paths. Folders end in "/".
   std::string gProductCode;  ///< "mrv"
   std::string gEdition;      ///< "MRV" desktop, "XQD" campus cloud
-  std::string gLangCode;     ///< "CHT", "CHS" or "JPN"
   std::string gDataDirName;  ///< "marovane"
   std::string gTempDir;      ///< root of all working data, without a slash at its end
   std::string gEngineDir;
   std::string gSetupFile;
   std::string gRegistryFile;
-  std::string gRegKeyApp;
-  std::string gRegKeyEngine;
 
   // Server roots. Each ends in "/", but for gUpdaterUrlRoot, which is a host name.
   std::string gServerUrlRoot;
@@ -29,12 +26,10 @@ struct AppState {
   std::string gUpdaterUrlRoot;
   std::string gACServerRoot;
   std::string gWebSiteRoot;
-  std::string gTranslateUrlRoot;
 
   // Databases, as connection strings.
   std::string gConnRecords;
   std::string gConnErrList;
-  std::string gConnUserHelper;
 
   // Account and settings.
   std::string gAccountNo;  ///< "" for none
@@ -53,13 +48,11 @@ struct AppState {
   bool gUseWebEngine = false;
   bool gUseWebEngineWbank = false;
   bool gDetailMessage = false;
-  std::string gSynChk;
   std::string gVerdict;  ///< "STOP", "PASS", "WARN", "ERRS"; during an essay also its own words
   std::string gLastInput;
   bool gSentencesBusy = false;  ///< a sentence of the list is analysed again; nothing is recorded
   bool gBigTextInput = false;   ///< the input box shows the user's text, not the placeholder
   std::string gEngineLevel;
-  bool gCheckPending = false;
   /// The server's date; the epoch of dates (1899-12-30) when none was told.
   base::Day gServerDate{std::chrono::year{1899}, std::chrono::month{12}, std::chrono::day{30}};
   std::string gTeacherAccount;
@@ -69,7 +62,6 @@ struct AppState {
   // Shell and messages.
   int gFadeAlpha = 0;
   int gFadeStep = 0;
-  bool gMainActive = false;
   bool gMenuExtended = false;
   bool gInputHasFocus = false;
   bool gMainReload = false;
@@ -77,13 +69,9 @@ struct AppState {
   std::string gProgressDetail;
   int gRecSeq = 0;
   std::string gSuggestMode;
-  int gRetryCount = 0;
   bool gUploadFinished = false;
   bool gXqdLoginDone = false;
   bool gXqdLoginOk = false;
-  std::string gSchoolName;
-  std::string gSchoolCode;
-  std::string gLoginPassword;  ///< of the campus login
 
   // The running essay.
   bool gEssayStartRequested = false;

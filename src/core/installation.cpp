@@ -19,6 +19,5 @@ InstallationValues ReadInstallation(base::Files& files, const Environment& envir
           .campusServerRoot = AsRoot(value("campusServerRoot")),
           .updateHost = value("updateHost"),
           .webSiteRoot = AsRoot(value("webSiteRoot")),
-          .translateRoot = AsRoot(value("translateRoot")),
           .oldDefaultDomain = value("oldDefaultDomain")};
 }

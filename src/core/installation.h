@@ -14,7 +14,6 @@ struct InstallationValues {
   std::string campusServerRoot;  ///< account control and page archive of the campus edition
   std::string updateHost;        ///< a bare host name
   std::string webSiteRoot;
-  std::string translateRoot;  ///< address of a translation service, up to its page name
   std::string oldDefaultDomain;
 };
 

@@ -47,5 +47,3 @@ void StartHelper(Program& program, const std::string& folder, const std::string&
   if (!machine.files.FileExists(helper)) throw RunTimeError("file not found: " + folder + name);
   machine.processes.Start({.program = helper, .arguments = arguments, .workingFolder = folder});
 }
-
-std::string GetWindowsVersion() { return "0.0.0"; }

@@ -16,6 +16,3 @@ bool KillProcessByName(Processes& processes, std::string_view name);
 /// its working directory. Throws RunTimeError when it stands in neither or does not start.
 void StartHelper(Program& program, const std::string& folder, const std::string& name,
                  const std::vector<std::string>& arguments);
-/// Platform id, major and minor version as one text. No platform of ours is "2.6.1", the one that wants
-/// another database driver.
-std::string GetWindowsVersion();

@@ -5,7 +5,6 @@
 #include "base/files.h"
 #include "base/text.h"
 #include "core/places.h"
-#include "core/process_control.h"
 #include "core/program.h"
 #include "core/set_file.h"
 #include "core/settings.h"
@@ -58,18 +57,9 @@ void FillServerRoots(Program& program) {
     return;
   }
   app.gWebSiteRoot = values.webSiteRoot;
-  app.gTranslateUrlRoot =
-      values.translateRoot + "translate?js=n&prev=_t&hl=zh-TW&ie=UTF-8&layout=2&eotf=1&sl=zh-CN&tl=zh-TW&u=";
-}
-
-std::string LanguageOf(const std::string& locale) {
-  if (locale.starts_with("zh_CN")) return "CHS";
-  return locale.starts_with("ja") ? "JPN" : "CHT";
 }
 
 void FillPaths(AppState& app) {
-  app.gRegKeyApp = "software\\Tessaroon\\Marovane";
-  app.gRegKeyEngine = "software\\Tessaroon\\Tolvex";
   app.gEngineDir = app.gTempDir + "/tolvex/";
   app.gSetupFile = app.gTempDir + "/" + app.gDataDirName + "/setup.set";
   app.gRegistryFile = app.gEngineDir + "registry.set";
@@ -89,7 +79,6 @@ void ResetExchangeFile(Program& program) {
     ReadWriteSetFile(files, path, "W", key, value);
   }
   const std::string left = ReadWriteSetFile(files, path, "R", "synChk", "");
-  program.app.gSynChk = "0";
   if (left != "0" && left != "1") ReadWriteSetFile(files, path, "W", "synChk", "0");
 }
 
@@ -107,7 +96,6 @@ void InitApplicationState(Program& program) {
   ReadDebugIni(program);
   FillServerRoots(program);
   app.gTempDir = WorkingRoot(machine.environment);
-  app.gLangCode = LanguageOf(machine.environment.Variable("LANG"));
   InitConnectionStrings(program);
   app.gMenuExtended = false;
   app.gInputHasFocus = false;
@@ -122,12 +110,9 @@ void InitApplicationState(Program& program) {
 
 void InitConnectionStrings(Program& program) {
   auto& app = program.app;
-  const std::string prefix = GetWindowsVersion() == "2.6.1"
-                                 ? "Driver={Microsoft Access Driver (*.mdb, *.accdb)};DBQ="
-                                 : "Provider=Microsoft.Jet.OLEDB.4.0;Data Source=";
+  const std::string prefix = "Provider=Microsoft.Jet.OLEDB.4.0;Data Source=";
   app.gConnRecords = prefix + app.gTempDir + "/marovane/Marovane.mdb;";
   app.gConnErrList = prefix + app.gTempDir + "/tolvex/data/err4list.mdb;";
-  app.gConnUserHelper = prefix + app.gTempDir + "/tolvex/data/userhelper.mdb;";
 }
 
 bool CheckScreenDpi(Program& program) { return program.machine.windows.LogicalDpi() == 96; }
@@ -153,7 +138,6 @@ void FrmStartUp::PrepareProgram(Program& program) {
   hall.showPublisherNews();
   if (app.gEdition == "XQD") RunCampusLogin(program);
   hall.checkVersion();
-  if (GetWindowsVersion() == "2.6.1") hall.warmUpErrListDb();
 }
 
 void FrmStartUp::RunCampusLogin(Program& program) {

@@ -8,7 +8,7 @@ struct Program;
 /// Fills the shared state: defaults, `debug.ini`, server roots, paths, the engine's exchange file, settings.
 /// Throws RunTimeError when a file cannot be read or written.
 void InitApplicationState(Program& program);
-/// Fills the three connection strings.
+/// Fills the connection strings.
 void InitConnectionStrings(Program& program);
 /// True when the screen shows 96 dots to the logical inch.
 bool CheckScreenDpi(Program& program);

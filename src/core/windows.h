@@ -124,5 +124,5 @@ struct Hall {
 
   // Steps of the start that live on higher floors.
   std::function<void()> checkDatabaseBuild, unpackDataFiles, tellMissingData, refreshUpdater,
-      showPublisherNews, checkVersion, warmUpErrListDb;
+      showPublisherNews, checkVersion;
 };

@@ -84,6 +84,5 @@ void ShowEssayResultHtml(EssayRoom& room, const std::string& essayId, bool viewO
   } else {
     app.gEssayReportShown = true;
   }
-  frmEssay.mReportDone = true;
   CenterForm(frmEssay);
 }

@@ -147,7 +147,6 @@ void FrmEssay::SetDefaultValue() {
   app.gEssayCurSentence.clear();
   app.gEssaySentenceNo = 1;
   app.gEssayFinished = false;
-  mReportDone = false;
   if (!app.gDetailMessage) return;
   ShowCaps();
   tmrCaps.Enabled = true;

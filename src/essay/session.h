@@ -44,7 +44,6 @@ class FrmEssay : public Form {
   std::string mEngineRunCode;
   bool mViewOnly = false;
   bool mAnalysing = false;
-  bool mReportDone = false;
   int mMainLeft = 0;
 
  private:

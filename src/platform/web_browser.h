@@ -35,7 +35,6 @@ class WebBrowser : public Control {
   void GoForward();
 
   Property<std::string> LocationURL;
-  Property<std::string> StatusText;
   /// The page last written, "" after a navigation.
   const std::string& Page() const { return page_; }
 

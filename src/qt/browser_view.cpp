@@ -38,10 +38,7 @@ void BrowserView::HearEvents(WebPane& pane) {
     });
   };
   pane.events.statusText = [this](const QString& text) {
-    Raise([this, text = Utf8(text)] {
-      browser_.StatusText = text;
-      browser_.StatusTextChange.Raise(text);
-    });
+    Raise([this, text = Utf8(text)] { browser_.StatusTextChange.Raise(text); });
   };
   pane.events.title = [this](const QString& title) {
     Raise([this, title = Utf8(title)] { browser_.TitleChange.Raise(title); });

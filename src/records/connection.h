@@ -1,13 +1,7 @@
-// Connection strings, and single values read through them.
+// Connection strings.
 #pragma once
 
 #include <string>
 
-struct Program;
-
-/// Path of the database that a connection string names.
+/// Path of the database that a connection string names. Throws RunTimeError when it names none.
 std::string ConnectionPath(const std::string& connectionString);
-
-/// First field of the first row of a statement, "" when there is no row or the field is Null. Throws
-/// RunTimeError.
-std::string QueryFirstField(Program& program, const std::string& sql, const std::string& connectionString);

@@ -3,7 +3,6 @@
 #include "base/text.h"
 #include "core/program.h"
 #include "platform/machine.h"
-#include "platform/run_time_error.h"
 #include "records/connection.h"
 
 base::Database& ErrListDb::Db() {
@@ -33,12 +32,4 @@ std::vector<ErrorCode> ErrListDb::CodesOf(const std::string& category) {
              codes.push_back({base::Trim(row.Text(0)), row.IsNull(1) ? "Null" : base::Trim(row.Text(1))});
            });
   return codes;
-}
-
-void WarmUpErrListDb(Program& program) {
-  try {
-    QueryFirstField(program, "select * from errtype", program.app.gConnErrList);
-  } catch (const RunTimeError&) {
-    return;  // the query that matters will tell
-  }
 }

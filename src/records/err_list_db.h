@@ -36,6 +36,3 @@ class ErrListDb {
   Program& program_;
   std::unique_ptr<base::Database> db_;
 };
-
-/// Reads the categories once, so that the first real query finds the database open. Swallows every error.
-void WarmUpErrListDb(Program& program);

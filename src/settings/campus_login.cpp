@@ -203,13 +203,8 @@ void FrmXQDLogin::TellRefusal(const std::string& reply) {
 
 void FrmXQDLogin::Accept(const std::string& reply) {
   auto& app = program_.app;
-  auto parts = base::Split(base::Trim(reply), "#");
-  parts.resize(2);
   if (reply.starts_with("SET")) ShowMessage(program_, Message::kPasswordSet);
-  app.gSchoolName = parts[1];
   app.gAccountNo = base::Trim(txtLogin.Text());
-  app.gLoginPassword = base::Trim(txtPassword.Text());
-  app.gSchoolCode = base::Trim(base::Replace(base::Replace(parts[0], "SET_", "OK_"), "OK_", ""));
   ISCCert_IO("W");
   Finish(true);
 }

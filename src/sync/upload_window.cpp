@@ -50,12 +50,10 @@ std::string SyncChecksum(SyncRecords& records) {
 
 FrmUpload::FrmUpload(Program& program, RecordDb& records)
     : Form(program.machine, "frmUpload"),
-      tmrWait(program.machine.loop, 1000),
       tmrSyncMessageWait(program.machine.loop, 1000),
       program_(program),
       records_(records),
       outbox_(program) {
-  tmrWait.onTick = [this] { ++program_.app.gRetryCount; };
   tmrSyncMessageWait.onTick = [this] { tmrSyncMessageWait_Timer(); };
 }
 

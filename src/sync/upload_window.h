@@ -22,7 +22,6 @@ class FrmUpload : public Form, public UploadRun {
 
   void Form_Load() override;
 
-  Timer tmrWait;             ///< counts seconds for flows that wait for a better network
   Timer tmrSyncMessageWait;  ///< would show the closing message of a merge
   std::string tmrSyncMessageWaitTag;
 

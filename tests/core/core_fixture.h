@@ -47,7 +47,6 @@ class CoreTest : public ::testing::Test {
                    .campusServerRoot = "http://campus/",
                    .updateHost = "updates.example",
                    .webSiteRoot = "http://site/",
-                   .translateRoot = "http://translate/",
                    .oldDefaultDomain = ""}};
   AppState& app = program.app;
   FakeHall fakes{program};

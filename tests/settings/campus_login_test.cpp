@@ -57,8 +57,7 @@ TEST_F(CampusLoginTest, FindsTheSchoolLogsInAndRemembers) {
   EXPECT_THAT(machine.http.Bodies(kLogin), ElementsAre("key=zorbelquinter&login=b1-23&password=pass1"));
   EXPECT_EQ(app.gServerUrlRoot, "http://school.test:8080/");
   EXPECT_EQ(app.gUpdaterUrlRoot, "school.test:8080/update");
-  EXPECT_EQ(app.gSchoolCode + "|" + app.gSchoolName, "S01|第一中學");
-  EXPECT_EQ(app.gAccountNo + "|" + app.gLoginPassword, "b1-23|pass1");
+  EXPECT_EQ(app.gAccountNo, "b1-23");
   EXPECT_THAT(Content(CertFile()), Optional(std::string("school.test:8080\r\nb1-23\r\npass1\r\n")));
   struct stat status = {};
   ASSERT_EQ(stat(CertFile().c_str(), &status), 0);
@@ -157,7 +156,6 @@ TEST_F(CampusLoginTest, SchoolWithItsPagesInAFolderIsTriedThereAndEachTryStartsA
   EXPECT_EQ(machine.http.requests[0].url, "http://school.test:8080/p_getconn.asp");
   EXPECT_EQ(machine.http.requests[2].url, "http://school.test:8080/serverside/p_getlogin.asp");
   EXPECT_EQ(app.gUpdaterUrlRoot, "school.test:8080/serverside/update");
-  EXPECT_EQ(app.gSchoolCode, "S01");
   EXPECT_TRUE(app.gXqdLoginOk);
 }
 

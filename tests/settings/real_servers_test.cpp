@@ -53,7 +53,6 @@ class SettingsOfTwoComputersTest : public ::testing::Test {
                                                                       .campusServerRoot = "",
                                                                       .updateHost = "",
                                                                       .webSiteRoot = "",
-                                                                      .translateRoot = "",
                                                                       .oldDefaultDomain = ""});
     running->app.gEdition = "MRV";
     InitApplicationState(running->program);
@@ -138,7 +137,6 @@ class CampusTest : public SettingsRoomTest {
                                                                      .campusServerRoot = campus_->Root(),
                                                                      .updateHost = "",
                                                                      .webSiteRoot = "",
-                                                                     .translateRoot = "",
                                                                      .oldDefaultDomain = ""});
     auto& hall = started_->program.hall;
     hall.checkDatabaseBuild = hall.unpackDataFiles = hall.refreshUpdater = hall.checkVersion =
@@ -184,7 +182,6 @@ TEST_F(CampusTest, FirstLoginSetsThePasswordAndLaterOnesWantIt) {
   EXPECT_TRUE(
       Start({{"nobody", nullptr, &Message::kUnknownAccount}, {"b101-1", "first1", &Message::kPasswordSet}}));
   EXPECT_EQ(started_->app.gServerUrlRoot, school_.Root());
-  EXPECT_EQ(started_->app.gSchoolCode + " " + started_->app.gSchoolName, "S-school 第一中學");
   EXPECT_EQ(started_->app.gAccountNo, "b101-1");
   EXPECT_EQ(Certificate(), Host(school_, "/") + "\r\nb101-1\r\nfirst1\r\n");
   EXPECT_TRUE(Start({{nullptr, "other2", &Message::kWrongPassword}, {nullptr, "first1", nullptr}}))
@@ -201,7 +198,7 @@ TEST_F(CampusTest, SchoolWithItsPagesInAFolderIsFoundThere) {
   EXPECT_EQ(started_->app.gUpdaterUrlRoot, Host(*city_, "/serverside/") + "/serverside/update");
   EXPECT_EQ(Certificate(), Host(*city_, "/serverside/") + "\r\nc202\r\nfirst1\r\n");
   EXPECT_TRUE(Start({{nullptr, "first1", nullptr}}));
-  EXPECT_EQ(started_->app.gSchoolCode, "S-city");
+  EXPECT_EQ(started_->app.gServerUrlRoot, city_->Root());
 }
 
 TEST_F(CampusTest, ServersThatAreGoneAreToldAndTheWindowStaysForAnotherTry) {
