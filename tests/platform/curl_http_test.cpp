@@ -12,8 +12,8 @@
 #include <thread>
 
 #include "base/file_descriptor.h"
-#include "platform/headless/virtual_loop.h"
 #include "platform/run_time_error.h"
+#include "tests/support/virtual_loop.h"
 
 namespace {
 

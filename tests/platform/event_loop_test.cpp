@@ -10,9 +10,9 @@
 #include "base/day.h"
 #include "base/file_descriptor.h"
 #include "platform/headless/poll_loop.h"
-#include "platform/headless/virtual_loop.h"
 #include "platform/run_time_error.h"
 #include "platform/timer.h"
+#include "tests/support/virtual_loop.h"
 
 namespace {
 

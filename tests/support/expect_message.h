@@ -7,7 +7,7 @@
 #include <string>
 
 #include "core/message.h"
-#include "platform/headless/scripted_user.h"
+#include "tests/support/scripted_user.h"
 
 using MessageButton = CommandButton FrmMessage::*;
 inline constexpr MessageButton kOk = &FrmMessage::cmdOK;

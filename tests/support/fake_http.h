@@ -7,9 +7,9 @@
 #include <string>
 #include <vector>
 
-#include "platform/headless/virtual_loop.h"
 #include "platform/http.h"
 #include "tests/support/fault.h"
+#include "tests/support/virtual_loop.h"
 
 /// Records each request and answers it by the end of its address, up to a "?". Of several ends that fit, the
 /// longest counts. A request that no route fits throws std::logic_error. Each request is a step of the fault.

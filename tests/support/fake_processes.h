@@ -8,10 +8,10 @@
 #include <string>
 #include <vector>
 
-#include "platform/headless/virtual_loop.h"
 #include "platform/processes.h"
 #include "platform/timer.h"
 #include "tests/support/fault.h"
+#include "tests/support/virtual_loop.h"
 
 /// Programs are known by file name. Starting one that the test did not install is a RunTimeError, as for a
 /// missing file. Each start is a step of the fault.

@@ -4,15 +4,15 @@
 #include "base/posix_files.h"
 #include "base/sqlite.h"
 #include "platform/headless/headless_windows.h"
-#include "platform/headless/scripted_user.h"
-#include "platform/headless/virtual_loop.h"
 #include "platform/host/opencc.h"
 #include "platform/machine.h"
 #include "tests/support/failing_databases.h"
 #include "tests/support/failing_files.h"
 #include "tests/support/fake_http.h"
 #include "tests/support/fake_processes.h"
+#include "tests/support/scripted_user.h"
 #include "tests/support/temp_home.h"
+#include "tests/support/virtual_loop.h"
 
 /// Virtual clock, no screen, a scripted server and process table; real files and real SQLite in a home of its
 /// own. Each part can be made to fail through its `fault`. The environment may be changed before it is read.

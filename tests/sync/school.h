@@ -4,10 +4,10 @@
 #include <memory>
 #include <string>
 
-#include "platform/headless/virtual_loop.h"
 #include "platform/host/curl_http.h"
 #include "tests/server/temp_folder.h"
 #include "tests/support/real_server.h"
+#include "tests/support/virtual_loop.h"
 #include "tests/sync/sync_server.h"
 
 /// Serves as many accounts as the test wants, on the loopback.

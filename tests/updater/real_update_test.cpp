@@ -1,8 +1,8 @@
 // The program itself, from one built version to the next.
 #include <algorithm>
 
-#include "platform/headless/virtual_loop.h"
 #include "tests/support/real_server.h"
+#include "tests/support/virtual_loop.h"
 #include "tests/updater/folder_watch.h"
 #include "tests/updater/update_server.h"
 #include "tests/updater/updater_fixture.h"

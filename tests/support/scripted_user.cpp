@@ -1,4 +1,4 @@
-#include "platform/headless/scripted_user.h"
+#include "tests/support/scripted_user.h"
 
 #include <fmt/format.h>
 

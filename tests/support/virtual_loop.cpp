@@ -1,4 +1,4 @@
-#include "platform/headless/virtual_loop.h"
+#include "tests/support/virtual_loop.h"
 
 #include <stdexcept>
 
