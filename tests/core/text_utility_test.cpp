@@ -4,15 +4,11 @@
 
 #include <set>
 
-#include "base/day.h"
-#include "base/text.h"
 #include "core/app_state.h"
 
 namespace {
 
 using namespace std::chrono;
-using ::testing::ElementsAre;
-using ::testing::IsEmpty;
 
 TEST(FormatNumber, PartsThousands) {
   for (const auto& [number, text] : {std::pair{0, "0"},
