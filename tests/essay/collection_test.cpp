@@ -130,7 +130,7 @@ TEST_F(CollectionTest, ButtonsTellWhatIsMissing) {
     Tick(c.rows);
     ExpectMessage(c.message);
     machine.user.Click(window.picButtons(c.button));
-    EXPECT_EQ(machine.user.Expected(), 0U) << c.message;
+    EXPECT_EQ(machine.user.Expected(), 0U) << c.message.number;
   }
   machine.user.Click(room.frmEssayCollect->picSelectAll(0));
   EXPECT_EQ(room.frmEssayCollect->GetCheckCounts(), 2);

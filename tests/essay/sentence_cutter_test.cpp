@@ -50,7 +50,7 @@ std::string Repeated(const std::string& text, int times) {
 
 TEST(TextRules, RefuseWhatCannotBeWalked) {
   const std::string longest = Repeated("a", kLongestEssay - 1) + ".";
-  const std::pair<std::string, const char*> cases[] = {
+  const std::pair<std::string, const Message*> cases[] = {
       {"", &Message::kEnterEssay},
       {"  \r\n ", &Message::kEnterEssay},
       {"He goes", &Message::kNoEndMark},

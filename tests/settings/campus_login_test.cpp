@@ -3,6 +3,7 @@
 #include <sys/stat.h>
 
 #include "platform/host/curl_http.h"
+#include "platform/text_encoding.h"
 #include "tests/settings/settings_fixture.h"
 #include "tests/support/real_server.h"
 

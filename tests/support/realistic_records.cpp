@@ -67,12 +67,12 @@ class Filler {
   }
 
   // In order of days, as records come about. One day in nine is a day off.
-  std::string base::DayOf(int index) const {
+  std::string DayOf(int index) const {
     constexpr int kOff = 9;
     int day = static_cast<int>(static_cast<std::int64_t>(index) * wish_.days / wish_.sentences);
     if (day % kOff == 3) ++day;
     const base::Day date = sys_days{wish_.lastDay} - std::chrono::days{wish_.days - 1 - day};
-    return fmt::format("{:04}-{:02}-{:02}", int{date.year()}, unsigned{date.month()}, unsigned{date.day()});
+    return base::IsoDay(date);
   }
 
   std::string Flag(int index) {
@@ -96,21 +96,21 @@ class Filler {
     const std::string flag = Flag(index);
     if (Draw(3) != 0) {
       db_.Run("insert into oksentence values (?, 'N', ?, ?, ?, ?, ?, 'N')",
-              {id, fmt::format("{} {} {}", Pick(kSubjects), Pick(kRightVerbs), Pick(kEndings)),
-               base::DayOf(index), flag, essayId, essaySId});
+              {id, fmt::format("{} {} {}", Pick(kSubjects), Pick(kRightVerbs), Pick(kEndings)), DayOf(index),
+               flag, essayId, essaySId});
       return;
     }
     const Mistake& mistake = PickMistake();
     db_.Run("insert into errsentence values (?, ?, ?, ?, ?, ?, ?, 'N')",
             {id, fmt::format("{} {} {}", Pick(kSubjects), mistake.verb, Pick(kEndings)), mistake.errcode,
-             base::DayOf(index), flag, essayId, essaySId});
+             DayOf(index), flag, essayId, essaySId});
   }
 
   void InsertEssay(int essay) {
     constexpr std::array kFinal{"A", "N", "Y"};
     db_.Run("insert into essay values (?, ?, ?, ?, ?, ?, ?, ?)",
             {EssayId(essay), EssayId(essay), fmt::format("我的短文 {}", essay + 1), "He go to school.",
-             "He goes to school.", "Y", Pick(kFinal), base::DayOf(essay * 100 % wish_.sentences)});
+             "He goes to school.", "Y", Pick(kFinal), DayOf(essay * 100 % wish_.sentences)});
   }
 
   base::Database& db_;

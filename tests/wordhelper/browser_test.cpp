@@ -5,6 +5,7 @@
 #include <utility>
 #include <vector>
 
+#include "tests/support/fake_hall.h"
 #include "tests/support/test_machine.h"
 
 namespace {
