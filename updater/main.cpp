@@ -16,7 +16,7 @@
 #include <thread>
 
 #include "base/files.h"
-#include "updater/child.h"
+#include "base/process.h"
 #include "updater/installation.h"
 #include "updater/refusal.h"
 #include "updater/signature.h"
@@ -60,15 +60,17 @@ void WaitForProgramEnd(const fs::path& lockFile) {
 bool HasDisplay() { return std::getenv("DISPLAY") != nullptr || std::getenv("WAYLAND_DISPLAY") != nullptr; }
 
 // False when the program failed right away. Without a screen nothing is started.
-bool StartProgram(const fs::path& tree) {
+bool StartProgram(const fs::path& tree) try {
   constexpr std::chrono::seconds kWatched{10};
   const fs::path program = tree / "bin" / "marovane";
   if (!HasDisplay() || !fs::exists(program)) return true;
   WaitForProgramEnd(OwnFolder() / ".." / "marovane" / "instance.lock");
-  std::vector<std::string> words{program.string()};
+  base::ProcessStart start{.program = program, .hasOwnSession = true};
   const std::string edition = FirstLine(OwnFolder() / "edition.txt");
-  if (!edition.empty()) words.push_back(edition);
-  return StartsWell(words, kWatched);
+  if (!edition.empty()) start.arguments.push_back(edition);
+  return base::Process(start, {.error = STDERR_FILENO}).Wait(kWatched).value_or(EXIT_SUCCESS) == EXIT_SUCCESS;
+} catch (const base::Error&) {
+  return false;
 }
 
 // The program shows it at its next start.

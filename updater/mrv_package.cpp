@@ -12,7 +12,7 @@
 #include <vector>
 
 #include "base/posix_files.h"
-#include "updater/child.h"
+#include "base/process.h"
 #include "updater/package_list.h"
 #include "updater/signature.h"
 
@@ -38,7 +38,11 @@ void WriteKeys(const fs::path& file) {
 std::string VersionOf(const fs::path& tree) {
   constexpr std::chrono::seconds kPatience{30};
   constexpr std::string_view kName = "Marovane ";
-  const auto told = RunToEnd({(tree / "bin" / "marovane-terminal").string(), "--version"}, {}, kPatience);
+  const auto told = base::RunToEnd({.program = tree / "bin" / "marovane-terminal",
+                                    .arguments = {"--version"},
+                                    .hasOwnSession = true,
+                                    .environment = std::vector<std::string>()},
+                                   kPatience);
   if (!told || told->status != 0 || !told->output.starts_with(kName)) {
     throw std::runtime_error("no program that tells its version in " + (tree / "bin").string());
   }

@@ -4,7 +4,8 @@
 
 #include <cstdlib>
 
-#include "updater/child.h"
+#include "base/error.h"
+#include "base/process.h"
 #include "updater/refusal.h"
 
 namespace {
@@ -33,11 +34,21 @@ class ProofHome {
   std::string path_;
 };
 
+bool Says(const ProofHome& home, const fs::path& program, const std::string& word,
+          const std::string& beginning) try {
+  constexpr std::chrono::minutes kPatience{2};
+  const auto result = base::RunToEnd(
+      {.program = program, .arguments = {word}, .hasOwnSession = true, .environment = home.Environment()},
+      kPatience);
+  if (result) fmt::print(stderr, "{}", result->errors);
+  return result && result->status == 0 && result->output.starts_with(beginning);
+} catch (const base::Error&) {
+  return false;  // it cannot even be started
+}
+
 void Want(const ProofHome& home, const fs::path& program, const std::string& word,
           const std::string& beginning) {
-  constexpr std::chrono::minutes kPatience{2};
-  const auto result = RunToEnd({program.string(), word}, home.Environment(), kPatience);
-  if (result && result->status == 0 && result->output.starts_with(beginning)) return;
+  if (Says(home, program, word, beginning)) return;
   throw Refusal(
       fmt::format("新版本的 {} 在這台電腦上無法正常執行，已保留原來的版本。", program.filename().string()));
 }

@@ -49,7 +49,7 @@ void RunUpdater(Program& program, const char* word) {
     program.machine.processes.Start({.program = folder + "/updater.exe",
                                      .arguments = {word, program.app.gUpdaterUrlRoot},
                                      .workingFolder = folder,
-                                     .outlivesUs = true});
+                                     .hasOwnSession = true});
   } catch (const RunTimeError&) {
     return TellNoUpdater(program);
   }

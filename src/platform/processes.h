@@ -1,22 +1,16 @@
 // Processes of this machine.
 #pragma once
 
-#include <filesystem>
 #include <memory>
 #include <optional>
 #include <string>
 #include <vector>
 
+#include "base/process.h"
+
 struct ProcessInfo {
   int id = 0;
   std::string name;  ///< file name of its program
-};
-
-struct ProcessStart {
-  std::filesystem::path program;
-  std::vector<std::string> arguments;
-  std::filesystem::path workingFolder;  ///< empty: that of this program
-  bool outlivesUs = false;              ///< goes on when this program's terminal is closed
 };
 
 /// A child whose standard output is read here, and which sees its standard input end when this object goes.
@@ -32,8 +26,8 @@ class Processes {
  public:
   virtual ~Processes() = default;
   /// Starts a program without waiting; its end wakes the event loop. Throws RunTimeError.
-  virtual void Start(const ProcessStart& start) = 0;
-  virtual std::unique_ptr<PipedProcess> StartPiped(const ProcessStart& start) = 0;
+  virtual void Start(const base::ProcessStart& start) = 0;
+  virtual std::unique_ptr<PipedProcess> StartPiped(const base::ProcessStart& start) = 0;
   /// The running processes of this user. One that has ended is not listed, even before anybody has waited
   /// for it.
   virtual std::vector<ProcessInfo> List() const = 0;

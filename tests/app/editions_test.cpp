@@ -70,7 +70,7 @@ std::vector<std::string> RowsOfTerminal() {
   for (const Line& line : kEssay) {
     if (line.correction != nullptr) corrections += std::string(line.correction) + "\n";
   }
-  const TerminalRun run =
+  const base::RunResult run =
       RunTerminalProgram({"essay", file}, corrections, {{"HOME", home.Path().string()}, {"LANG", "C.UTF-8"}});
   EXPECT_EQ(run.status, 0) << run.output << run.errors;
   return RowsOf(home / ".local/share/marovane/marovane/Marovane.mdb");

@@ -5,16 +5,13 @@
 #include <string>
 #include <vector>
 
-struct TerminalRun {
-  int status = -1;  ///< exit status; -1 when a signal ended it
-  std::string output, errors;
-};
+#include "base/process.h"
 
 /// Runs the program with these words, this text on its standard input, and no other environment than this.
 /// Returns when it and every process that it started and that can still write to its standard error have
 /// ended.
-TerminalRun RunTerminalProgram(const std::vector<std::string>& words, const std::string& input,
-                               const std::map<std::string, std::string>& environment);
+base::RunResult RunTerminalProgram(const std::vector<std::string>& words, const std::string& input,
+                                   const std::map<std::string, std::string>& environment);
 
 /// Command lines of the running processes that name a path.
 std::vector<std::string> ProcessesThatName(const std::string& path);

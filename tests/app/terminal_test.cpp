@@ -1,7 +1,6 @@
 // The whole way of a sentence: the terminal edition with its own server and engines, in a home of its own.
 #include <gmock/gmock.h>
 
-#include <csignal>
 #include <nlohmann/json.hpp>
 
 #include "base/posix_files.h"
@@ -27,10 +26,8 @@ constexpr const char* kMarked = "He *go* to school every day.";
 
 class TerminalTest : public ::testing::Test {
  protected:
-  TerminalTest() { std::signal(SIGPIPE, SIG_IGN); }
-
-  TerminalRun Run(const std::vector<std::string>& words, const std::string& input = "") {
-    TerminalRun run = RunTerminalProgram(words, input, environment_);
+  base::RunResult Run(const std::vector<std::string>& words, const std::string& input = "") {
+    base::RunResult run = RunTerminalProgram(words, input, environment_);
     EXPECT_THAT(ProcessesThatName(home_.Path().string()), IsEmpty()) << "no server and no engine is left";
     return run;
   }
@@ -63,7 +60,7 @@ class TerminalTest : public ::testing::Test {
 };
 
 TEST_F(TerminalTest, ChecksOutOfTheBoxAndRemembers) {
-  TerminalRun run = Run({"check", kRight});
+  base::RunResult run = Run({"check", kRight});
   EXPECT_EQ(run.status, 0) << run.output << run.errors;
   EXPECT_THAT(run.output, AllOf(StartsWith("PASS\n"), HasSubstr(kRight), HasSubstr("本句子沒有發現錯誤")));
   EXPECT_EQ(run.errors, "") << "nothing but results when nobody looks on";
@@ -95,7 +92,7 @@ TEST_F(TerminalTest, ChecksOutOfTheBoxAndRemembers) {
 TEST_F(TerminalTest, LocalEngineGivesTheSameVerdictsBelowTmp) {
   root_ = home_ / "tmp";
   environment_["TMP"] = root_.string();
-  TerminalRun run = Run({"check", "--local", kWrong});
+  base::RunResult run = Run({"check", "--local", kWrong});
   EXPECT_EQ(run.status, 1) << run.output << run.errors;
   EXPECT_THAT(run.output, AllOf(StartsWith("ERRS  "), HasSubstr(kMarked), HasSubstr("goes")));
   EXPECT_THAT(Read(root_ / "tolvex" / "registry.set"),
@@ -109,7 +106,7 @@ TEST_F(TerminalTest, LocalEngineGivesTheSameVerdictsBelowTmp) {
 }
 
 TEST_F(TerminalTest, ReadsSentencesFromItsInputAndGivesTheGravestStatus) {
-  const TerminalRun run =
+  const base::RunResult run =
       Run({"check", "--json"}, std::string(kWrong) + "\n\n   \nHe {goes}.\n" + kWrong + "\n" + kRight);
   EXPECT_EQ(run.status, 3) << run.output << run.errors;
   std::vector<nlohmann::json> lines;
@@ -152,7 +149,7 @@ TEST_F(TerminalTest, ForgottenPasswordIsTakenFromTheMirrorAgain) {
 TEST_F(TerminalTest, WrongUsageIsToldAndTouchesNothing) {
   for (const std::vector<std::string>& words :
        {std::vector<std::string>{"chek"}, {"check", "--fast"}, {"records", "today"}}) {
-    const TerminalRun run = Run(words);
+    const base::RunResult run = Run(words);
     EXPECT_EQ(run.status, 64);
     EXPECT_EQ(run.output, "");
     EXPECT_THAT(run.errors, AllOf(HasSubstr(words.back()), HasSubstr("用法")));
@@ -164,7 +161,7 @@ TEST_F(TerminalTest, WrongUsageIsToldAndTouchesNothing) {
 }
 
 TEST_F(TerminalTest, LooksBackOnWhatWasChecked) {
-  const TerminalRun checked = Run({"check", kRight, "Why is it so cold?", kWrong});
+  const base::RunResult checked = Run({"check", kRight, "Why is it so cold?", kWrong});
   ASSERT_EQ(checked.status, 1) << checked.output << checked.errors;
   EXPECT_THAT(checked.output,
               ::testing::ContainsRegex("\nERRS  [A-Z]+[0-9]+  [^\n]+\nHe \\*go\\* to school every day"))
@@ -176,7 +173,7 @@ TEST_F(TerminalTest, LooksBackOnWhatWasChecked) {
   EXPECT_THAT(Run({"mistakes"}).output, ::testing::ContainsRegex("^[A-Z]+\t.+\t1\n  [A-Z]+[0-9]+\t.+\t1\n$"));
   EXPECT_EQ(Run({"export", "--paragraph", file.string()}).status, 0);
   EXPECT_EQ(Read(file), std::string(kRight) + " Why is it so cold?. \r\n");
-  const TerminalRun again = Run({"export", file.string()});
+  const base::RunResult again = Run({"export", file.string()});
   EXPECT_EQ(again.status, 1) << "nobody is there to say that the file may be replaced";
   EXPECT_THAT(again.errors, HasSubstr("檔案已經存在"));
   EXPECT_EQ(Read(file), std::string(kRight) + " Why is it so cold?. \r\n");
@@ -187,7 +184,7 @@ TEST_F(TerminalTest, WalksAnEssayThroughItsCorrections) {
   files_.Write(file, std::string(kRight) + "\n" + kWrong, false);
   // The first correction is still wrong, the second one would leave the essay without an end.
   const std::string lines = std::string(kWrong) + "\nShe goes to school\nShe goes to school every day.\n";
-  const TerminalRun run = Run({"essay", file.string()}, lines);
+  const base::RunResult run = Run({"essay", file.string()}, lines);
   EXPECT_EQ(run.status, 0) << run.errors;
   EXPECT_THAT(run.errors, HasSubstr("句子必需以標點結尾"));
   EXPECT_THAT(run.output, HasSubstr("全文共 2 個句子，共計 12 個字，犯錯 2 次"));
@@ -206,7 +203,7 @@ TEST_F(TerminalTest, DamagedRecordsAreSetAsideAndWhatCanBeReadIsCarriedOver) {
   std::string damaged = Read(records);
   damaged.replace(0, 100, 100, 'x');
   files_.Write(records, damaged, false);
-  const TerminalRun run = Run({"check", kWrong});
+  const base::RunResult run = Run({"check", kWrong});
   EXPECT_EQ(run.status, 1) << run.output << run.errors;
   EXPECT_THAT(run.errors, AllOf(HasSubstr("已經損毀"), HasSubstr("set-aside")));
   EXPECT_THAT(Recorded(), ElementsAre(std::string("ok|") + kRight + "|N|N|0|0|N",

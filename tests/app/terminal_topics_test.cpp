@@ -19,7 +19,7 @@ class TerminalTopics : public ::testing::Test {
  protected:
   TerminalTopics() { std::ofstream(File()) << "I like dogs. He go home.\n"; }
   std::string File() const { return (home_ / "essay.txt").string(); }
-  TerminalRun Run(const Words& words, const std::string& input = "") {
+  base::RunResult Run(const Words& words, const std::string& input = "") {
     return RunTerminalProgram(words, input, {{"HOME", home_.Path().string()}, {"LANG", "C.UTF-8"}});
   }
   /// The numbers that a list begins its lines with.
@@ -45,12 +45,12 @@ TEST_F(TerminalTopics, ATopicIsTakenUpAgainAndItsEssaysAreDeletedOneByOne) {
   const Words numbers = Numbers(list);
   for (const auto& essay : Words(numbers.begin() + 1, numbers.end())) {
     EXPECT_EQ(Run({"essay", "--delete", essay}).status, 0);
-    const TerminalRun again = Run({"essay", "--delete", essay});
+    const base::RunResult again = Run({"essay", "--delete", essay});
     EXPECT_EQ(again.status, 3);
     EXPECT_THAT(again.errors, HasSubstr("沒有這篇短文"));
   }
   EXPECT_EQ(Run({"essay", "--topics"}).output, "");
-  const TerminalRun unknown = Run({"essay", "--topic", first[0], File()});
+  const base::RunResult unknown = Run({"essay", "--topic", first[0], File()});
   EXPECT_EQ(unknown.status, 3);
   EXPECT_THAT(unknown.errors, HasSubstr("沒有這個題目"));
 }

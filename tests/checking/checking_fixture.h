@@ -70,7 +70,7 @@ class CheckingTest : public ::testing::Test {
   using Keys = std::map<std::string, std::string>;
   /// What a good engine does: it writes its page and its keys.
   FakeProcesses::Work Engine(const Keys& keys, const std::string& page = "本句子沒有發現錯誤") {
-    return [this, keys, page](const ProcessStart&) {
+    return [this, keys, page](const base::ProcessStart&) {
       machine.realFiles.Write(PagePath(), "\r\n" + ToBig5(page), false);
       WriteKeys(keys);
       WriteKeys({{"htm4chk", PagePath()}});

@@ -36,7 +36,7 @@ class LocalEngineTest : public CheckingTest {
 
 TEST_F(LocalEngineTest, EngineIsStartedOnTheSentence) {
   std::string registry;
-  UseLocalEngine([&](const ProcessStart& start) {
+  UseLocalEngine([&](const base::ProcessStart& start) {
     registry = machine.realFiles.Read(app.gRegistryFile);
     EXPECT_FALSE(Main().Enabled());
     EXPECT_TRUE(program.frmMessage->IsProgressBox());
@@ -98,26 +98,29 @@ TEST_F(LocalEngineTest, EngineThatAnswersNothingTimesOut) {
   } cases[] = {
       {"no page", {}},
       {"keys without a page",
-       [&](const ProcessStart&) {
+       [&](const base::ProcessStart&) {
          WriteKeys({{"findMistake", "1"}, {"errcode", "A"}});
        }},
       {"a page that is not there",
-       [&](const ProcessStart&) {
+       [&](const base::ProcessStart&) {
          WriteKeys({{"htm4chk", "/nowhere/x.htm"}});
        }},
       {"the word for no page",
-       [&](const ProcessStart&) {
+       [&](const base::ProcessStart&) {
          WriteKeys({{"htm4chk", "nil"}});
        }},
       {"a folder for a page",
-       [&](const ProcessStart&) {
+       [&](const base::ProcessStart&) {
          WriteKeys({{"htm4chk", app.gEngineDir}});
        }},
       {"exchange file beyond its bound",
-       [&](const ProcessStart&) { machine.realFiles.Write(app.gRegistryFile, manyLines(150), true); }},
-      {"exchange file deleted", [&](const ProcessStart&) { machine.realFiles.Delete(app.gRegistryFile); }},
+       [&](const base::ProcessStart&) { machine.realFiles.Write(app.gRegistryFile, manyLines(150), true); }},
+      {"exchange file deleted",
+       [&](const base::ProcessStart&) { machine.realFiles.Delete(app.gRegistryFile); }},
       {"exchange file of garbage",
-       [&](const ProcessStart&) { machine.realFiles.Write(app.gRegistryFile, "\xFF\xFE\0\x80", true); }},
+       [&](const base::ProcessStart&) {
+         machine.realFiles.Write(app.gRegistryFile, "\xFF\xFE\0\x80", true);
+       }},
   };
   for (const auto& [name, work] : cases) {
     SCOPED_TRACE(name);
@@ -151,7 +154,7 @@ TEST_F(LocalEngineTest, EngineKilledWhileItWorksLeavesNoRecord) {
 TEST_F(LocalEngineTest, DamagedFirstLineDoesNotHideTheAnswer) {
   for (const char* first : {"ngs for tolvex=", "xyz", "=", ""}) {
     SCOPED_TRACE(first);
-    UseLocalEngine([&, first](const ProcessStart& start) {
+    UseLocalEngine([&, first](const base::ProcessStart& start) {
       Engine({{"findMistake", "1"}, {"errcode", "A1"}, {"sentence", "He *go*."}})(start);
       std::string text = machine.realFiles.Read(app.gRegistryFile);
       text.replace(0, text.find('\r'), first);
@@ -164,7 +167,7 @@ TEST_F(LocalEngineTest, DamagedFirstLineDoesNotHideTheAnswer) {
 }
 
 TEST_F(LocalEngineTest, EqualsSignInTheSentenceCutsWhatComesBack) {
-  UseLocalEngine([&](const ProcessStart& start) {
+  UseLocalEngine([&](const base::ProcessStart& start) {
     EXPECT_THAT(machine.realFiles.Read(app.gRegistryFile), HasSubstr("\r\nsentence=a=b=c d\r\n"));
     Engine({{"findMistake", "1"}, {"errcode", "A1"}})(start);
   });
@@ -203,7 +206,7 @@ TEST_F(LocalEngineTest, FailingRecordIsPassedOver) {
 TEST_F(LocalEngineTest, FailureOfAnyFileStepAfterTheEngineIsPassedOver) {
   for (int step = 1; step <= 6; ++step) {
     SCOPED_TRACE(step);
-    UseLocalEngine([&, step](const ProcessStart& start) {
+    UseLocalEngine([&, step](const base::ProcessStart& start) {
       Engine({{"findMistake", "0"}})(start);
       machine.files.fault.Reset();
       machine.files.fault.FailAt(step);
@@ -219,7 +222,7 @@ TEST_F(LocalEngineTest, FailureOfAnyFileStepAfterTheEngineIsPassedOver) {
 TEST_F(LocalEngineTest, EssaySentenceNeedsNoPage) {
   app.gEssayMode = true;
   for (const char* none : {"NIL", "nil", "Nil"}) {
-    UseLocalEngine([&, none](const ProcessStart&) {
+    UseLocalEngine([&, none](const base::ProcessStart&) {
       WriteKeys({{"findMistake", "1"}, {"errcode", "A1"}, {"sentence", "He *go*."}, {"htm4chk", none}});
     });
     Main().Show();

@@ -22,13 +22,14 @@ class ProvisioningFaultTest : public CoreTest {
   ProvisioningFaultTest() {
     Put(machine.home / "program/giz/mrvdata.giz", "package of records");
     Put(machine.home / "program/giz/tolvex.giz", "package of the engine");
-    machine.processes.Install("mrvdata.exe", std::chrono::milliseconds{5}, [this](const ProcessStart& start) {
-      Put(start.arguments[1] + "Marovane.mdb", "empty");
-      Put(start.arguments[1] + "dbver.set", kDatabaseBuild.data());
-    });
-    machine.processes.Install("tolvex.exe", std::chrono::milliseconds{5}, [this](const ProcessStart& start) {
-      Put(start.arguments[1] + "data/err4list.mdb", "texts");
-    });
+    machine.processes.Install("mrvdata.exe", std::chrono::milliseconds{5},
+                              [this](const base::ProcessStart& start) {
+                                Put(start.arguments[1] + "Marovane.mdb", "empty");
+                                Put(start.arguments[1] + "dbver.set", kDatabaseBuild.data());
+                              });
+    machine.processes.Install(
+        "tolvex.exe", std::chrono::milliseconds{5},
+        [this](const base::ProcessStart& start) { Put(start.arguments[1] + "data/err4list.mdb", "texts"); });
   }
   fs::path Data(const std::string& name) const { return app.gTempDir + "/marovane/" + name; }
   void MakeOlderData() {
@@ -84,10 +85,11 @@ TEST_F(ProvisioningFaultTest, PackageUnpackedByHalfIsUnpackedAnewAndThenLeftAlon
   const std::string package = machine.realFiles.Read(fs::path(GIZ_FOLDER) / "mrvdata.giz");
   Put(machine.home / "program/giz/mrvdata.giz", package);
   int unpackings = 0;
-  machine.processes.Install("mrvdata.exe", std::chrono::milliseconds{5}, [&](const ProcessStart& start) {
-    const std::string line = start.program.string() + " -d " + start.arguments[1] + " 2>/dev/null";
-    EXPECT_EQ(WEXITSTATUS(std::system(line.c_str())), ++unpackings == 1 ? 1 : 0);
-  });
+  machine.processes.Install(
+      "mrvdata.exe", std::chrono::milliseconds{5}, [&](const base::ProcessStart& start) {
+        const std::string line = start.program.string() + " -d " + start.arguments[1] + " 2>/dev/null";
+        EXPECT_EQ(WEXITSTATUS(std::system(line.c_str())), ++unpackings == 1 ? 1 : 0);
+      });
   fs::create_directories(Data("dbver.set/in the way"));
   Start();
   ASSERT_NE(Content(Data("Marovane.mdb")), std::nullopt);

@@ -22,12 +22,12 @@ class ProvisioningTest : public CoreTest {
   ProvisioningTest() {
     Put(machine.home / "program" / "giz" / "mrvdata.giz", "package of records");
     Put(machine.home / "program" / "giz" / "tolvex.giz", "package of the engine");
-    machine.processes.Install("mrvdata.exe", std::chrono::milliseconds{5}, [this](const ProcessStart& start) {
-      Put(start.arguments[1] + "Marovane.mdb", "empty");
-    });
-    machine.processes.Install("tolvex.exe", std::chrono::milliseconds{5}, [this](const ProcessStart& start) {
-      Put(start.arguments[1] + "data/err4list.mdb", "texts");
-    });
+    machine.processes.Install(
+        "mrvdata.exe", std::chrono::milliseconds{5},
+        [this](const base::ProcessStart& start) { Put(start.arguments[1] + "Marovane.mdb", "empty"); });
+    machine.processes.Install(
+        "tolvex.exe", std::chrono::milliseconds{5},
+        [this](const base::ProcessStart& start) { Put(start.arguments[1] + "data/err4list.mdb", "texts"); });
   }
   std::vector<std::string> StartedPrograms() const {
     std::vector<std::string> names;

@@ -137,9 +137,9 @@ INSTANTIATE_TEST_SUITE_P(Steps, WipeFaultTest, ::testing::Range(1, 5));
 TEST_F(VersionCheckTest, UpdaterThatDoesNotStartAfterTheWipeLeavesAProgramWithData) {
   Put(app.gTempDir + "/Tessaroon/updater.exe", "no program");
   Put(machine.home / "program/giz/mrvdata.giz", "package of records");
-  machine.processes.Install("mrvdata.exe", std::chrono::milliseconds{5}, [this](const ProcessStart& start) {
-    Put(start.arguments[1] + "Marovane.mdb", "empty");
-  });
+  machine.processes.Install(
+      "mrvdata.exe", std::chrono::milliseconds{5},
+      [this](const base::ProcessStart& start) { Put(start.arguments[1] + "Marovane.mdb", "empty"); });
   ServeVersions("1.83.0", "1.0.0");
   EXPECT_FALSE(Check({{Message::kNewVersion, kYes}, {Message::kNoUpdater}}));
   EXPECT_THAT(Content(app.gTempDir + "/marovane/Marovane.mdb"), Optional(std::string("empty")));

@@ -38,7 +38,7 @@ class EnginePassTest : public EssayTest {
     std::filesystem::create_directories(app.gEngineDir);
     machine.realFiles.Write(app.gEngineDir + kEngine, "", false);
     machine.processes.Install(
-        kEngine, std::chrono::milliseconds{500}, [this, keys, page](const ProcessStart&) {
+        kEngine, std::chrono::milliseconds{500}, [this, keys, page](const base::ProcessStart&) {
           sentenceInFile = ReadWriteSetFile(machine.files, app.gRegistryFile, "R", "sentence", "");
           for (const auto& [key, value] : keys) {
             ReadWriteSetFile(machine.files, app.gRegistryFile, "W", key, value);

@@ -30,7 +30,7 @@ class SalvageTest : public ::testing::Test {
     program.app.gConnRecords = "Data Source=" + (Data() / kRecords).string() + ";";
     fs::create_directories(machine.home / "program/giz");
     machine.realFiles.Write(machine.home / "program/giz/mrvdata.giz", "package", false);
-    machine.processes.Install("mrvdata.exe", milliseconds{5}, [this](const ProcessStart& start) {
+    machine.processes.Install("mrvdata.exe", milliseconds{5}, [this](const base::ProcessStart& start) {
       const fs::path folder = start.arguments[1];
       if (!fs::exists(folder / kRecords)) CreateRecords(machine.realDatabases, folder / kRecords);
     });

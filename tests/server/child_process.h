@@ -1,10 +1,12 @@
-// marovane-server as a process, with its standard streams in the test's hands.
+// marovane-server as a process that runs on.
 #pragma once
 
-#include <sys/types.h>
-
+#include <csignal>
+#include <optional>
 #include <string>
 #include <vector>
+
+#include "base/process.h"
 
 class ChildServer {
  public:
@@ -16,19 +18,17 @@ class ChildServer {
 
   /// The root that it printed when it was ready; "" when it ended without one.
   std::string Root();
-  void Signal(int signal) const;              ///< to the process that the test started
-  void Write(const std::string& text) const;  ///< to its standard input; it may have ended without reading
-  void CloseInput();
+  void Signal(int signal) const { kill(process_.Id(), signal); }  ///< to the process that the test started
+  void CloseInput() { input_.writeEnd.Close(); }
   /// True when the program ended within half a minute: nobody writes to its output any more.
   bool HasEnded();
-  /// Exit status of the process that the test started, -1 when a signal ended it.
-  int ExitStatus();
-  std::string Output();  ///< all that it wrote on standard output until its end
-  std::string Errors();  ///< all that it wrote on standard error until its end
+  /// Exit status of the process that the test started; nothing when it does not end.
+  std::optional<int> ExitStatus();
 
  private:
-  pid_t started_ = -1;
-  int input_ = -1;
-  int output_ = -1;
-  int errors_ = -1;
+  base::Pipe input_, output_;
+  base::Process process_;
+  std::optional<int> status_;
+  int outputEnd_;
+  base::LineReader lines_;
 };

@@ -9,6 +9,7 @@
 #include "server/school_store.h"
 #include "tests/server/child_process.h"
 #include "tests/server/running_server.h"
+#include "tests/support/run_program.h"
 
 namespace {
 
@@ -133,10 +134,8 @@ TEST_F(ProcessTest, MakesTheAccountOfAFileWhoseDatabaseWasNeverWritten) {
 
 /// What the program said on both streams.
 std::string Tell(const std::vector<std::string>& words, const std::string& input) {
-  ChildServer server(words);
-  server.Write(input);
-  server.CloseInput();
-  return server.Output() + server.Errors();
+  const auto run = RunProgram({.program = SERVER_PROGRAM, .arguments = words}, input);
+  return run.output + run.errors;
 }
 
 TEST_F(ProcessTest, MakesTeachersWhoCanLogIn) {
@@ -212,12 +211,11 @@ TEST_F(ProcessTest, TellsInOneLineWhyItCannotStart) {
       {{"--data", data, "--engine-data", engine, "--listen", "999.1.1.1"}, 1, "cannot listen on 999.1.1.1"},
   };
   for (const Case& each : cases) {
-    ChildServer server(each.words);
-    EXPECT_EQ(server.ExitStatus(), each.status) << each.says;
-    const std::string errors = server.Errors();
-    EXPECT_THAT(errors, HasSubstr(each.says));
-    EXPECT_THAT(errors, StartsWith("marovane-server: "));
-    EXPECT_EQ(server.Root(), "");
+    const auto run = RunProgram({.program = SERVER_PROGRAM, .arguments = each.words});
+    EXPECT_EQ(run.status, each.status) << each.says;
+    EXPECT_THAT(run.errors, HasSubstr(each.says));
+    EXPECT_THAT(run.errors, StartsWith("marovane-server: "));
+    EXPECT_EQ(run.output, "");
   }
 }
 

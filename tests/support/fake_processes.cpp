@@ -40,7 +40,7 @@ int FakeProcesses::Add(const std::string& name) {
   return lastId_;
 }
 
-const FakeProcesses::Program& FakeProcesses::Launch(const ProcessStart& start) {
+const FakeProcesses::Program& FakeProcesses::Launch(const base::ProcessStart& start) {
   fault.Step("start of " + start.program.string());
   const auto program = programs_.find(start.program.filename().string());
   if (program == programs_.end()) throw RunTimeError("no such program: " + start.program.string());
@@ -48,7 +48,7 @@ const FakeProcesses::Program& FakeProcesses::Launch(const ProcessStart& start) {
   return program->second;
 }
 
-void FakeProcesses::Start(const ProcessStart& start) {
+void FakeProcesses::Start(const base::ProcessStart& start) {
   const Program program = Launch(start);
   const int id = Add(start.program.filename().string());
   if (!program.time) return;
@@ -62,7 +62,7 @@ void FakeProcesses::Start(const ProcessStart& start) {
   timer->Enabled = true;
 }
 
-std::unique_ptr<PipedProcess> FakeProcesses::StartPiped(const ProcessStart& start) {
+std::unique_ptr<PipedProcess> FakeProcesses::StartPiped(const base::ProcessStart& start) {
   auto lines = Launch(start).lines;
   const int id = Add(start.program.filename().string());
   return std::make_unique<ScriptedPipe>(std::move(lines), [this, id] { End(id); });

@@ -17,7 +17,7 @@
 /// missing file. Each start is a step of the fault.
 class FakeProcesses : public Processes {
  public:
-  using Work = std::function<void(const ProcessStart&)>;
+  using Work = std::function<void(const base::ProcessStart&)>;
 
   explicit FakeProcesses(VirtualLoop& loop) : loop_(loop) {}
 
@@ -32,12 +32,12 @@ class FakeProcesses : public Processes {
   int Add(const std::string& name);
   void End(int id) { running_.erase(id); }
 
-  void Start(const ProcessStart& start) override;
-  std::unique_ptr<PipedProcess> StartPiped(const ProcessStart& start) override;
+  void Start(const base::ProcessStart& start) override;
+  std::unique_ptr<PipedProcess> StartPiped(const base::ProcessStart& start) override;
   std::vector<ProcessInfo> List() const override;
   bool Terminate(int id) override;
 
-  std::vector<ProcessStart> started;
+  std::vector<base::ProcessStart> started;
   std::vector<int> terminated;
   Fault fault;
 
@@ -47,7 +47,7 @@ class FakeProcesses : public Processes {
     Work work;
     std::vector<std::string> lines;
   };
-  const Program& Launch(const ProcessStart& start);
+  const Program& Launch(const base::ProcessStart& start);
 
   VirtualLoop& loop_;
   std::map<std::string, Program> programs_;

@@ -11,10 +11,10 @@ namespace {
 constexpr int kPatience = 30'000;  // milliseconds
 constexpr const char* kRootLine = "root=";
 
-ProcessStart ServerStart(const std::vector<std::string>& arguments) {
+base::ProcessStart ServerStart(const std::vector<std::string>& arguments) {
   // A server that chooses its own place takes no word about it.
   const bool hasPlace = std::ranges::count(arguments, "--prefix") > 0;
-  ProcessStart start{MAROVANE_SERVER_PROGRAM, {}, {}};
+  base::ProcessStart start{MAROVANE_SERVER_PROGRAM, {}, {}};
   if (!hasPlace) start.arguments = {"--embedded"};
   if (hasPlace) start.arguments = {"--port", "0"};
   start.arguments.insert(start.arguments.end(), arguments.begin(), arguments.end());

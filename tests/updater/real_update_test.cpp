@@ -38,16 +38,16 @@ class RealUpdateTest : public UpdaterTest {
     EXPECT_EQ(Shell("strip -o '" + to.string() + "' '" + program.string() + "'").status, 0);
   }
   void PublishReal(const fs::path& tree) {
-    const ProgramRun run = Shell(std::string(PACKAGE_PROGRAM) + " publish '" + tree.string() + "' " +
-                                 key.string() + " " + www.string());
+    const base::RunResult run = Shell(std::string(PACKAGE_PROGRAM) + " publish '" + tree.string() + "' " +
+                                      key.string() + " " + www.string());
     ASSERT_EQ(run.status, 0) << run.errors;
   }
   void InstallReal() {
-    const ProgramRun run = Shell(std::string(UPDATER_PROGRAM) + " mrv_install " + installation.string() +
-                                 " " + www.string() + " " + key.string() + ".pub");
+    const base::RunResult run = Shell(std::string(UPDATER_PROGRAM) + " mrv_install " + installation.string() +
+                                      " " + www.string() + " " + key.string() + ".pub");
     ASSERT_EQ(run.status, 0) << run.errors;
   }
-  ProgramRun Terminal(const std::string& words) {
+  base::RunResult Terminal(const std::string& words) {
     return Shell("env -i HOME=" + home.Path().string() + " TMP=" + working.string() +
                  " LANG=C.UTF-8 PATH=/usr/bin " + (installation / "current/bin/marovane-terminal").string() +
                  " " + words);
@@ -67,7 +67,7 @@ TEST_F(RealUpdateTest, IsUpdatedRefusesABrokenVersionAndGoesBack) {
   const fs::path next = Tree(NEXT_TERMINAL);
   PublishReal(next);
   UpdateServer server(FolderServer(www.string()));
-  ProgramRun run = RunUpdater("mrv_updater", server.Host());
+  base::RunResult run = RunUpdater("mrv_updater", server.Host());
   ASSERT_EQ(run.status, 0) << run.errors;
   EXPECT_EQ(Current(), "1.1.0");
   EXPECT_EQ(Terminal("--version").output, "Marovane 1.1.0\n");
@@ -109,7 +109,7 @@ TEST_F(RealUpdateTest, LearnerWhoSaysYesHasTheNextVersion) {
   fs::create_directories(working / "Tessaroon");
   const FolderWatch watch({installation, working / "Tessaroon"});
   // It asks only at a terminal.
-  const ProgramRun run =
+  const base::RunResult run =
       Shell("script -qec 'sh " + (home / "start").string() + "' /dev/null <" + (home / "answer").string());
   EXPECT_THAT(run.output, HasSubstr("目前已有新版程式"));
   watch.WaitUntil([this] { return Current() == "1.1.0" || !Note().empty(); }, std::chrono::minutes{2});

@@ -68,7 +68,7 @@ TEST_P(RefusalTest, IsToldAndLeavesEverythingAsItWas) {
   Publish({.version = "1.1.0", .page = kPage});
   GetParam().act(*this);
   const auto installed = Installed();
-  const ProgramRun run = RunUpdater("mrv_updater");
+  const base::RunResult run = RunUpdater("mrv_updater");
   EXPECT_EQ(run.status, 1);
   EXPECT_THAT(run.errors, HasSubstr(GetParam().told));
   EXPECT_EQ(Note() + "\n", run.errors) << "the program tells it at its next start";
@@ -163,7 +163,7 @@ TEST_F(UpdaterTest, WhoMayNotWriteIsToldWhoCan) {
   } else {
     fs::permissions(installation, fs::perms::owner_read | fs::perms::owner_exec);
   }
-  const ProgramRun run = RunUpdater("mrv_updater");
+  const base::RunResult run = RunUpdater("mrv_updater");
   fs::permissions(installation, fs::perms::owner_all);
   EXPECT_EQ(run.status, 1);
   EXPECT_THAT(run.errors, AllOf(HasSubstr("您沒有寫入"), HasSubstr(installation.string())));

@@ -1,12 +1,10 @@
 // From one version to the next and back again, also when the way is cut off.
 #include <openssl/evp.h>
 #include <openssl/x509.h>
-#include <spawn.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 #include <atomic>
 #include <csignal>
+#include <cstdlib>
 
 #include "tests/updater/update_server.h"
 #include "tests/updater/updater_fixture.h"
@@ -49,7 +47,7 @@ TEST_F(SwitchTest, NewVersionTakesOverWhatTheInstallationWasTold) {
   Put(installation / "current/share/marovane/installation.set", "serverRoot=http://school/\r\n");
   fs::create_directories(installation / "versions/.new/left by a kill");
   Publish({.version = "1.1.0", .page = "new page"});
-  const ProgramRun run = RunUpdater("mrv_updater");
+  const base::RunResult run = RunUpdater("mrv_updater");
   EXPECT_EQ(run.status, 0) << run.errors;
   EXPECT_EQ(Current(), "1.1.0");
   EXPECT_EQ(InProgram("ui/page.htm"), "new page");
@@ -112,7 +110,7 @@ TEST_F(SwitchTest, CutDownloadsAndForeignPagesChangeNothing) {
   for (const auto& [spoil, told] : std::initializer_list<std::pair<decltype(server.onRequest), const char*>>{
            {cut, "無法從更新主機完整取得"}, {missing, "404"}, {welcome, "沒有簽章"}}) {
     server.onRequest = spoil;
-    const ProgramRun run = RunUpdater("mrv_updater", server.Host());
+    const base::RunResult run = RunUpdater("mrv_updater", server.Host());
     EXPECT_EQ(run.status, 1);
     EXPECT_THAT(run.errors, HasSubstr(told));
     EXPECT_EQ(Installed(), installed) << told;
@@ -136,7 +134,7 @@ TEST_F(SwitchTest, CertificateThatNobodyVouchesForIsRefused) {
     ASSERT_TRUE(secure->is_valid());
     secure->set_mount_point("/update", www.string());
     UpdateServer server(std::move(secure));
-    const ProgramRun run = RunUpdater("mrv_updater", "https://" + server.Host());
+    const base::RunResult run = RunUpdater("mrv_updater", "https://" + server.Host());
     EXPECT_EQ(run.status, 1);
     EXPECT_THAT(run.errors, HasSubstr("certificate"));
     EXPECT_EQ(server.requests, 0);
@@ -158,22 +156,16 @@ TEST_F(SwitchTest, KilledAtAnyRequestTheOldVersionRunsAndTheNextUpdateWorks) {
       if (server.requests == at) kill(id, SIGKILL);
       return false;
     };
-    std::string program = working / "Tessaroon/updater.exe";
-    std::string word = "mrv_updater";
-    std::string host = server.Host();
-    char* const words[] = {program.data(), word.data(), host.data(), nullptr};
-    char* const environment[] = {nullptr};
-    pid_t started = 0;
     id = 0;
-    ASSERT_EQ(posix_spawn(&started, program.c_str(), nullptr, nullptr, words, environment), 0);
-    id = started;
+    base::Process updater({.program = working / "Tessaroon/updater.exe",
+                           .arguments = {"mrv_updater", server.Host()},
+                           .environment = std::vector<std::string>()});
+    id = updater.Id();
     id.notify_all();
-    int status = 0;
-    ASSERT_EQ(waitpid(started, &status, 0), started);
-    if (!WIFSIGNALED(status)) {
-      EXPECT_EQ(WEXITSTATUS(status), 0);
-      break;
-    }
+    const auto status = updater.Wait(std::chrono::minutes{2});
+    ASSERT_TRUE(status);
+    if (*status == EXIT_SUCCESS) break;
+    ASSERT_EQ(*status, 128 + SIGKILL);
     ++kills;
     EXPECT_EQ(Current(), "1.0.0");
     EXPECT_EQ(InProgram("ui/page.htm"), "page");
@@ -210,7 +202,7 @@ TEST_F(RestartTest, VersionThatFailsAtItsStartGivesWayToTheOldOne) {
   ASSERT_EQ(RunUpdater("mrv_updater").status, 0);
   StartedAgain();
   Publish({.version = "1.2.0", .windows = Leave("two") + "; exit 7"});
-  const ProgramRun run = RunUpdater("mrv_updater");
+  const base::RunResult run = RunUpdater("mrv_updater");
   EXPECT_EQ(run.status, 1);
   EXPECT_THAT(Note(), HasSubstr("已經回到原來的版本"));
   EXPECT_EQ(Started(), "one XQD\ntwo XQD\none XQD\n");

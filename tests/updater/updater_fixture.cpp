@@ -1,11 +1,10 @@
 #include "tests/updater/updater_fixture.h"
 
-#include <sys/wait.h>
-
 #include <cstdlib>
 #include <fstream>
 #include <iterator>
 
+#include "tests/support/run_program.h"
 #include "updater/signature.h"
 
 namespace fs = std::filesystem;
@@ -15,12 +14,8 @@ UpdaterTest::UpdaterTest() {
   EXPECT_EQ(Shell(std::string(PACKAGE_PROGRAM) + " key " + key.string()).status, 0);
 }
 
-ProgramRun UpdaterTest::Shell(const std::string& line) {
-  const TempHome out;
-  const fs::path output = out / "output";
-  const fs::path errors = out / "errors";
-  const int raw = std::system(("(" + line + ") >" + output.string() + " 2>" + errors.string()).c_str());
-  return {WIFEXITED(raw) ? WEXITSTATUS(raw) : -1, Content(output), Content(errors)};
+base::RunResult UpdaterTest::Shell(const std::string& line) {
+  return RunProgram({.program = "/bin/sh", .arguments = {"-c", line}});
 }
 
 std::string UpdaterTest::Content(const fs::path& path) {
@@ -49,8 +44,8 @@ void UpdaterTest::Publish(const ScriptTree& tree) {
 }
 
 void UpdaterTest::PublishFolder(const fs::path& tree) {
-  const ProgramRun run = Shell(std::string(PACKAGE_PROGRAM) + " publish " + tree.string() + " " +
-                               key.string() + " " + www.string());
+  const base::RunResult run = Shell(std::string(PACKAGE_PROGRAM) + " publish " + tree.string() + " " +
+                                    key.string() + " " + www.string());
   EXPECT_EQ(run.status, 0) << run.errors;
 }
 
@@ -61,8 +56,8 @@ void UpdaterTest::SignList(const std::string& list) {
 }
 
 void UpdaterTest::InstallPublished() {
-  const ProgramRun run = Shell(std::string(UPDATER_PROGRAM) + " mrv_install " + installation.string() + " " +
-                               www.string() + " " + key.string() + ".pub");
+  const base::RunResult run = Shell(std::string(UPDATER_PROGRAM) + " mrv_install " + installation.string() +
+                                    " " + www.string() + " " + key.string() + ".pub");
   EXPECT_EQ(run.status, 0) << run.errors;
   fs::create_directories(working / "Tessaroon");
   fs::copy_file(UPDATER_PROGRAM, working / "Tessaroon/updater.exe");
@@ -70,7 +65,7 @@ void UpdaterTest::InstallPublished() {
       (installation / "versions" / Current() / "share/marovane").string() + "\r\n");
 }
 
-ProgramRun UpdaterTest::RunUpdater(const std::string& word, const std::string& host) {
+base::RunResult UpdaterTest::RunUpdater(const std::string& word, const std::string& host) {
   return Shell(before + " " + (working / "Tessaroon/updater.exe").string() + " " + word + " '" + host + "'");
 }
 

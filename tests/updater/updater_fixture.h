@@ -7,12 +7,8 @@
 #include <string>
 #include <vector>
 
+#include "base/process.h"
 #include "tests/support/temp_home.h"
-
-struct ProgramRun {
-  int status = -1;  ///< -1 when a signal ended it
-  std::string output, errors;
-};
 
 /// A small program tree made of scripts, which say what a version says.
 struct ScriptTree {
@@ -34,8 +30,8 @@ class UpdaterTest : public ::testing::Test {
   void SignList(const std::string& list);
   /// The computer's first installation, of what is published, with its copy of the updater.
   void InstallPublished();
-  ProgramRun RunUpdater(const std::string& word, const std::string& host);
-  ProgramRun RunUpdater(const std::string& word) { return RunUpdater(word, www.string()); }
+  base::RunResult RunUpdater(const std::string& word, const std::string& host);
+  base::RunResult RunUpdater(const std::string& word) { return RunUpdater(word, www.string()); }
   /// The folder below versions/ that runs.
   std::string Current() const;
   /// All that stands in the installation: path and content, or where a link leads.
@@ -43,7 +39,7 @@ class UpdaterTest : public ::testing::Test {
   /// What the program is told at its next start.
   std::string Note() const;
   /// Runs a line of the shell, with these words in front of the environment.
-  static ProgramRun Shell(const std::string& line);
+  static base::RunResult Shell(const std::string& line);
   static std::string Content(const std::filesystem::path& path);
   static void Put(const std::filesystem::path& path, const std::string& bytes);
 

@@ -1,9 +1,6 @@
 // wexbin.exe as a process, in a folder of its own.
-#include <fcntl.h>
-#include <sys/wait.h>
-#include <unistd.h>
-
 #include "engine/program/registry_file.h"
+#include "tests/support/run_program.h"
 #include "tests/wordbank/shared_bank.h"
 
 namespace wexbin::test {
@@ -18,23 +15,11 @@ class WexbinProgram : public ::testing::Test {
  protected:
   void SetUp() override { home_.Write("registry.set", kReset); }
 
-  int Run(std::vector<std::string> args, const char* dataDir = WORDBANK_DATA) const {
-    args.insert(args.begin(), WEXBIN_PROGRAM);
-    const pid_t child = fork();
-    if (child == 0) {
-      std::vector<char*> argv;
-      argv.reserve(args.size() + 1);
-      for (auto& arg : args) argv.push_back(arg.data());
-      argv.push_back(nullptr);
-      const int errors = open((home_ / "stderr").c_str(), O_WRONLY | O_CREAT | O_TRUNC, 0600);
-      setenv("MAROVANE_DATA", dataDir, 1);
-      if (dup2(errors, STDERR_FILENO) < 0 || chdir(home_.Path().c_str()) != 0) _exit(126);
-      execv(argv[0], argv.data());
-      _exit(127);
-    }
-    int status = 0;
-    waitpid(child, &status, 0);
-    return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+  int Run(std::vector<std::string> args, const std::string& dataDir = WORDBANK_DATA) {
+    args.insert(args.begin(), {"MAROVANE_DATA=" + dataDir, WEXBIN_PROGRAM});
+    auto run = RunProgram({.program = "/usr/bin/env", .arguments = args, .workingFolder = home_.Path()});
+    errors_ = std::move(run.errors);
+    return run.status;
   }
 
   std::string Value(const std::string& key) const {
@@ -56,6 +41,7 @@ class WexbinProgram : public ::testing::Test {
   }
 
   TempFolder home_;
+  std::string errors_;
 };
 
 TEST_F(WexbinProgram, WritesATitleAndOneItemALine) {
@@ -96,12 +82,12 @@ TEST_F(WexbinProgram, AlwaysAnswersSoThatTheWindowNeedNotWait) {
 }
 
 TEST_F(WexbinProgram, FailsWithAReasonWhenItCannotAnswer) {
-  EXPECT_EQ(Run({"rain,CNJ"}, home_.Path().c_str()), 2);
-  EXPECT_NE(home_.Read("stderr").find("wordbank.tables"), std::string::npos);
+  EXPECT_EQ(Run({"rain,CNJ"}, home_.Path()), 2);
+  EXPECT_NE(errors_.find("wordbank.tables"), std::string::npos);
   EXPECT_EQ(Value("collocationListHtm"), "");
   fs::remove(home_ / "registry.set");
   EXPECT_EQ(Run({"rain,CNJ"}), 2);
-  EXPECT_NE(home_.Read("stderr").find("registry.set"), std::string::npos);
+  EXPECT_NE(errors_.find("registry.set"), std::string::npos);
 }
 
 }  // namespace

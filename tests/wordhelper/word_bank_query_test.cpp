@@ -145,7 +145,7 @@ class LocalQuery : public CollocationTest {
   /// What the engine does: it writes its file, and its path into the exchange file.
   void InstallEngine(const std::string& bytes,
                      std::chrono::milliseconds time = std::chrono::milliseconds{700}) {
-    machine.processes.Install("wexbin.exe", time, [this, bytes](const ProcessStart&) {
+    machine.processes.Install("wexbin.exe", time, [this, bytes](const base::ProcessStart&) {
       Put(ResultFile(), bytes);
       ReadWriteSetFile(machine.realFiles, app.gRegistryFile, "W", "collocationListHtm", ResultFile());
     });
@@ -220,9 +220,10 @@ TEST_F(LocalQuery, BadAnswersGetAWordAndGiveTheWindowBack) {
       {"no engine", Message::kNoEngineReply, [] {}},
       {"no file", Message::kNoEngineReply,
        [this] {
-         machine.processes.Install("wexbin.exe", std::chrono::milliseconds{10}, [this](const ProcessStart&) {
-           ReadWriteSetFile(machine.realFiles, app.gRegistryFile, "W", "collocationListHtm", "/no/such");
-         });
+         machine.processes.Install(
+             "wexbin.exe", std::chrono::milliseconds{10}, [this](const base::ProcessStart&) {
+               ReadWriteSetFile(machine.realFiles, app.gRegistryFile, "W", "collocationListHtm", "/no/such");
+             });
        }},
       {"half a character", Message::kNoEngineReply, [this] { InstallEngine("<title>rain\r\nheavy \xA4"); }},
       {"only a title", Message::kNoPartners, [this] { InstallEngine("<title>rain"); }},

@@ -3,7 +3,6 @@
 
 #include <map>
 
-#include "base/file_descriptor.h"
 #include "platform/event_loop.h"
 #include "platform/processes.h"
 
@@ -18,8 +17,8 @@ class PosixProcesses : public Processes {
   PosixProcesses& operator=(const PosixProcesses&) = delete;
 
   /// A program named without a folder is looked for along PATH.
-  void Start(const ProcessStart& start) override;
-  std::unique_ptr<PipedProcess> StartPiped(const ProcessStart& start) override;
+  void Start(const base::ProcessStart& start) override;
+  std::unique_ptr<PipedProcess> StartPiped(const base::ProcessStart& start) override;
   /// A process goes by the file name of its first argument, or of its program where it has none.
   std::vector<ProcessInfo> List() const override;
   /// Kills at once (SIGKILL). False when there is no such process or it belongs to somebody else.
@@ -28,13 +27,9 @@ class PosixProcesses : public Processes {
   std::vector<int> Children() const;
 
  private:
-  struct Child {
-    int id;
-    base::FileDescriptor end;  // can be read when the child has ended
-  };
-  void Watch(int id);
+  void Watch(base::Process child);
   void Reap(int watch);
 
   EventLoop& loop_;
-  std::map<int, Child> children_;  // by number of the watch
+  std::map<int, base::Process> children_;  // by number of the watch
 };
