@@ -29,7 +29,7 @@ constexpr int kSentences = 300;
 // A server that answers at once, so that only the program's own time counts.
 class InstantServer : public HttpClient {
  public:
-  HttpResponse Send(const HttpRequest& request) override {
+  base::HttpResponse Send(const base::HttpRequest& request) override {
     return {.status = 200,
             .contentType = "text/html; charset=big5",
             .body = Reply(request.url),

@@ -56,9 +56,9 @@ pid_t ForkReload(int goFd) {
   const pid_t child = fork();
   if (child == 0) {
     const std::string root = ReadRoot(goFd);
-    Computer computer([](const HttpRequest&) { return HttpResponse{}; });
+    Computer computer([](const base::HttpRequest&) { return base::HttpResponse{}; });
     CurlHttp http(computer.machine.loop);
-    computer.machine.http.Route("", [&](const HttpRequest& request) { return http.Send(request); });
+    computer.machine.http.Route("", [&](const base::HttpRequest& request) { return http.Send(request); });
     computer.App().gServerUrlRoot = root;
     const long before = Status("VmRSS:");
     const double time = bench::Milliseconds([&] { computer.Sync("NOMSG"); });
@@ -79,9 +79,9 @@ pid_t ForkReload(int goFd) {
 }
 
 void MeasureUpload(const std::string& root, int rows) {
-  Computer computer([](const HttpRequest&) { return HttpResponse{}; });
+  Computer computer([](const base::HttpRequest&) { return base::HttpResponse{}; });
   CurlHttp http(computer.machine.loop);
-  computer.machine.http.Route("", [&](const HttpRequest& request) { return http.Send(request); });
+  computer.machine.http.Route("", [&](const base::HttpRequest& request) { return http.Send(request); });
   computer.App().gServerUrlRoot = root;
   computer.Records().Db().Run("begin");
   for (int i = 0; i < rows; ++i) computer.AddOk(Sentence(i));
@@ -121,7 +121,7 @@ int main(int argc, char** argv) {
   MeasureUpload(root, kPending);
   MeasureUpload(root, rows - kPending);
   {
-    Computer computer([](const HttpRequest&) { return HttpResponse{}; });
+    Computer computer([](const base::HttpRequest&) { return base::HttpResponse{}; });
     fmt::print("bare insert of {} rows: {:.0f} ms\n", rows, BareInsert(computer, rows));
     std::fflush(stdout);
   }

@@ -31,7 +31,7 @@ constexpr base::Day kToday{std::chrono::year{2026} / 11 / 5};
 
 class NoServer : public HttpClient {
  public:
-  HttpResponse Send(const HttpRequest& /*request*/) override { return {}; }
+  base::HttpResponse Send(const base::HttpRequest& /*request*/) override { return {}; }
 };
 
 struct TemporaryFolder {

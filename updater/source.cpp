@@ -1,13 +1,11 @@
 #include "updater/source.h"
 
-#include <curl/curl.h>
 #include <fmt/format.h>
 
-#include <array>
-#include <exception>
 #include <fstream>
 #include <vector>
 
+#include "base/http.h"
 #include "updater/refusal.h"
 
 namespace {
@@ -49,74 +47,31 @@ class FolderSource : public Source {
   std::string folder_;
 };
 
-struct Cleanup {
-  void operator()(CURL* curl) const { curl_easy_cleanup(curl); }
-};
-
-// What a transfer hands its bytes to; an error in there waits until curl has returned.
-struct Receiver {
-  Bounded bounded;
-  std::exception_ptr error;
-};
-
-std::size_t Receive(const char* bytes, std::size_t /*one*/, std::size_t count, void* to) {
-  auto& receiver = *static_cast<Receiver*>(to);
-  try {
-    receiver.bounded.Take({bytes, count});
-    return count;
-  } catch (...) {
-    receiver.error = std::current_exception();
-    return 0;
-  }
-}
-
 class WebSource : public Source {
  public:
-  explicit WebSource(const std::string& host) : root_(AddressOf(host)) {
-    if (curl_global_init(CURL_GLOBAL_DEFAULT) != CURLE_OK) throw Refusal("無法使用網路，沒有更新任何檔案。");
-    curl_.reset(curl_easy_init());
-    if (!curl_) throw Refusal("無法使用網路，沒有更新任何檔案。");
-  }
+  explicit WebSource(const std::string& host) : root_(AddressOf(host)), session_(Limits(root_)) {}
 
   void Fetch(const std::string& name, std::uint64_t most, const Sink& sink) override {
-    Receiver receiver{Bounded(most, sink), nullptr};
+    Bounded bounded(most, sink);
     const std::string url = root_ + name;
-    std::array<char, CURL_ERROR_SIZE> detail{};
-    Prepare(url, receiver, detail.data());
-    const CURLcode result = curl_easy_perform(curl_.get());
-    if (receiver.error) std::rethrow_exception(receiver.error);
-    if (result == CURLE_OK) return;
-    throw Refusal(fmt::format("無法從更新主機完整取得 {}（{}），沒有更新任何檔案。", url,
-                              detail[0] != '\0' ? detail.data() : curl_easy_strerror(result)));
+    try {
+      session_.Fetch({.method = "GET", .url = url}, [&](std::string_view bytes) { bounded.Take(bytes); });
+    } catch (const base::HttpError& error) {
+      throw Refusal(fmt::format("無法從更新主機完整取得 {}（{}），沒有更新任何檔案。", url, error.what()));
+    }
   }
 
  private:
-  void Prepare(const std::string& url, Receiver& receiver, char* detail) {
-    constexpr long kConnectSeconds = 20;
-    constexpr long kStillSeconds = 30;
-    constexpr long kLeastBytesPerSecond = 100;
-    constexpr long kMostRedirections = 5;
-    CURL* const curl = curl_.get();
-    curl_easy_reset(curl);
-    curl_easy_setopt(curl, CURLOPT_URL, url.c_str());
-    const char* const protocols = root_.starts_with("https:") ? "https" : "http,https";
-    curl_easy_setopt(curl, CURLOPT_PROTOCOLS_STR, protocols);
-    curl_easy_setopt(curl, CURLOPT_REDIR_PROTOCOLS_STR, protocols);
-    curl_easy_setopt(curl, CURLOPT_FOLLOWLOCATION, 1L);
-    curl_easy_setopt(curl, CURLOPT_MAXREDIRS, kMostRedirections);
-    curl_easy_setopt(curl, CURLOPT_FAILONERROR, 1L);
-    curl_easy_setopt(curl, CURLOPT_NOSIGNAL, 1L);
-    if (root_.starts_with("http:")) curl_easy_setopt(curl, CURLOPT_NOPROXY, "*");
-    curl_easy_setopt(curl, CURLOPT_CONNECTTIMEOUT, kConnectSeconds);
-    curl_easy_setopt(curl, CURLOPT_LOW_SPEED_LIMIT, kLeastBytesPerSecond);
-    curl_easy_setopt(curl, CURLOPT_LOW_SPEED_TIME, kStillSeconds);
-    curl_easy_setopt(curl, CURLOPT_ERRORBUFFER, detail);
-    curl_easy_setopt(curl, CURLOPT_WRITEFUNCTION, &Receive);
-    curl_easy_setopt(curl, CURLOPT_WRITEDATA, &receiver);
+  static base::HttpLimits Limits(const std::string& root) {
+    return {.leastBytesPerSecond = 100,
+            .slowSeconds = 30,
+            .redirections = 5,
+            .isSecure = root.starts_with("https:"),
+            .refusesErrors = true};
   }
 
   std::string root_;
-  std::unique_ptr<CURL, Cleanup> curl_;
+  base::HttpSession session_;
 };
 
 // The host of "host:port/path", or of "[::1]:port/path".

@@ -34,10 +34,10 @@ void PageFetcher::SubmitForm(int index) {
 }
 
 void PageFetcher::Fetch(const std::string& method, const std::string& url, const std::string& body) {
-  HttpRequest request{.method = method, .url = url, .headers = {}, .body = body};
+  base::HttpRequest request{.method = method, .url = url, .headers = {}, .body = body};
   if (method == "POST") request.headers.emplace_back("Content-Type", "application/x-www-form-urlencoded");
   try {
-    const HttpResponse response = machine_.http.Send(request);
+    const base::HttpResponse response = machine_.http.Send(request);
     const bool isUtf8 = response.contentType.find("utf-8") != std::string::npos;
     page_ = isUtf8 ? response.body : FromBig5(response.body);
   } catch (const RunTimeError&) {

@@ -12,7 +12,7 @@
 std::string BytesToText(std::string_view responseBody) { return FromBig5(responseBody); }
 
 std::string PostForm(Program& program, const std::string& url, const std::string& body) {
-  HttpRequest request{.url = url, .headers = {}, .body = body};
+  base::HttpRequest request{.url = url, .headers = {}, .body = body};
   // Servers of this family are used to both, in this order.
   request.headers.emplace_back("Content-Type", "application/x-www-form-urlencoded");
   request.headers.emplace_back("Content-Type", "text/xml; charset=big5");

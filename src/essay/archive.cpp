@@ -16,7 +16,7 @@ std::string ArchiveChecksum(const std::string& sentence) { return Md5Hex(base::R
 std::string SendServerHtm(Program& program, const std::string& page, const std::string& sentence) {
   const auto& app = program.app;
   std::string checksum = ArchiveChecksum(sentence);
-  const HttpRequest request{
+  const base::HttpRequest request{
       .method = "POST",
       .url = app.gFileServerRoot + "p_all_engine_htm_rec.asp",
       .headers = {{"Content-Type", "application/x-www-form-urlencoded"}},

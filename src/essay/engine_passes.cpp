@@ -118,7 +118,7 @@ std::string BodyOf(const std::string& page) {
 
 // "" when the page cannot be had.
 std::string FetchPage(Program& program, const std::string& url) try {
-  const HttpResponse response =
+  const base::HttpResponse response =
       program.machine.http.Send({.method = "GET", .url = url, .headers = {}, .body = ""});
   if (response.status != 200) return "";
   const bool isUtf8 = response.contentType.find("utf-8") != std::string::npos;

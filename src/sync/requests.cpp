@@ -10,9 +10,9 @@
 
 std::string PostPage(Program& program, const std::string& page, const std::string& body,
                      const std::string& contentType, const Headers& headers) {
-  HttpRequest request{.url = program.app.gServerUrlRoot + page, .headers = headers, .body = body};
+  base::HttpRequest request{.url = program.app.gServerUrlRoot + page, .headers = headers, .body = body};
   request.headers.emplace_back("Content-Type", contentType);
-  const HttpResponse response = program.machine.http.Send(request);
+  const base::HttpResponse response = program.machine.http.Send(request);
   constexpr int kSuccess = 2;
   if (response.status / 100 != kSuccess) {
     throw RunTimeError(fmt::format("{}: status {}", request.url, response.status));

@@ -81,7 +81,7 @@ class Editions : public EssayTest {
   Editions() {
     for (const char* const page : {"", "p_all_webengine_get.asp", "p_passWebEngine_conn.asp", "p_getconn.asp",
                                    "p_all_engine_htm_rec.asp", "p_passWebEngine.asp"}) {
-      machine.http.Route(page, [this](const HttpRequest& request) { return curl_.Send(request); });
+      machine.http.Route(page, [this](const base::HttpRequest& request) { return curl_.Send(request); });
     }
     app.gPublisherRoot = app.gServerUrlRoot = app.gFileServerRoot = server_.Root();
     app.gAccountNo = ReadWriteSetFile(machine.realFiles, account_, "R", "Pno", "");

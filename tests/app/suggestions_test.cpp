@@ -18,7 +18,7 @@ class RealSuggestions : public CheckingTest {
     for (const char* const page :
          {"p_all_webengine_get.asp", "p_passWebEngine_conn.asp", "p_passWebEngine.asp",
           "p_passWebEngine_wbank.asp", "p_getconn.asp", "p_update_useract.asp", "p_getwebhelper.asp"}) {
-      machine.http.Route(page, [this](const HttpRequest& request) { return curl_.Send(request); });
+      machine.http.Route(page, [this](const base::HttpRequest& request) { return curl_.Send(request); });
     }
     app.gPublisherRoot = app.gServerUrlRoot = server_.Root();
     app.gAccountNo = ReadWriteSetFile(machine.realFiles, account_, "R", "Pno", "");

@@ -185,11 +185,11 @@ TEST_F(WebEngineTest, CheckClearsTheEssayUnlessItBelongsToOne) {
 TEST_F(WebEngineTest, DetailMessageNamesTheEngine) {
   app.gDetailMessage = true;
   std::string shown;
-  machine.http.Route(kPage, [&](const HttpRequest& request) {
+  machine.http.Route(kPage, [&](const base::HttpRequest& request) {
     shown = program.frmMessage->lblMessage.Caption();
     EXPECT_FALSE(Main().Enabled());
     EXPECT_TRUE(program.frmMessage->IsProgressBox());
-    return HttpResponse{200, "", "OK_0##p.htm", request.url};
+    return base::HttpResponse{200, "", "OK_0##p.htm", request.url};
   });
   Enter("He goes.");
   EXPECT_EQ(shown, "\r\n正在分析您的句子中...請稍候....\r\nhttp://engine/");

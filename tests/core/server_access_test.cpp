@@ -90,7 +90,7 @@ TEST_F(ServerAccessTest, AllotsAnEngineThatAnswers) {
   http_.Queue(kAllot, "OK_http://dead/");
   http_.Queue(kAllot, "OK_http://engine/");
   http_.Route("dead/p_passWebEngine_conn.asp",
-              [](const HttpRequest&) -> HttpResponse { throw RunTimeError("no connection"); });
+              [](const base::HttpRequest&) -> base::HttpResponse { throw RunTimeError("no connection"); });
   http_.Route("engine/p_passWebEngine_conn.asp", "ONLINE");
   EXPECT_TRUE(IsWebEngineOnline(program, true));
   EXPECT_EQ(app.gWebEngineRoot, "http://engine/");

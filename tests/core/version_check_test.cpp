@@ -27,11 +27,11 @@ class VersionCheckTest : public CoreTest {
     Put(app.gTempDir + "/Tessaroon/updater.exe", "");
   }
   void ServeVersions(const std::string& small, const std::string& big) {
-    machine.http.Route("p_getversion.asp", [=](const HttpRequest& request) {
-      return HttpResponse{.status = 200,
-                          .contentType = "",
-                          .body = request.body.ends_with("type=big") ? big : small,
-                          .url = ""};
+    machine.http.Route("p_getversion.asp", [=](const base::HttpRequest& request) {
+      return base::HttpResponse{.status = 200,
+                                .contentType = "",
+                                .body = request.body.ends_with("type=big") ? big : small,
+                                .url = ""};
     });
   }
   /// Runs the check with the user's answers. True when the program has ended.

@@ -18,7 +18,7 @@ class CampusTest : public TopicsTest {
   CampusTest() {
     for (const char* page : {"", "p_all_webengine_get.asp", "p_passWebEngine_conn.asp", "p_passWebEngine.asp",
                              "p_getconn.asp", "p_all_engine_htm_rec.asp", "p_mrv_get_essay_work.asp"}) {
-      machine.http.Route(page, [this](const HttpRequest& request) { return curl_.Send(request); });
+      machine.http.Route(page, [this](const base::HttpRequest& request) { return curl_.Send(request); });
     }
     composition.program.hall.frmUpload.LeadsTo([this]() -> UploadRun& { return *composition.frmUpload; });
     UseEdition("XQD");
@@ -58,7 +58,7 @@ class CampusTest : public TopicsTest {
     app.gPublisherRoot = app.gFileServerRoot = app.gServerUrlRoot;
   }
   std::string ShownIn(const WebBrowser& pane) {
-    const HttpRequest get{.method = "GET", .url = pane.LocationURL(), .headers = {}, .body = ""};
+    const base::HttpRequest get{.method = "GET", .url = pane.LocationURL(), .headers = {}, .body = ""};
     return FromBig5(curl_.Send(get).body);
   }
   std::string Topics() { return RowsOf(OpenTopics().webHtml); }

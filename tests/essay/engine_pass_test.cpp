@@ -138,17 +138,17 @@ TEST_F(EnginePassTest, GivesUpOnASilentEngineAfterHalfAMinute) {
 
 TEST_F(EnginePassTest, TakesABrokenTransferForNoAnswer) {
   machine.http.Queue("p_passWebEngine.asp",
-                     [](const HttpRequest&) -> HttpResponse { throw RunTimeError("broken"); });
+                     [](const base::HttpRequest&) -> base::HttpResponse { throw RunTimeError("broken"); });
   Pass();
   EXPECT_EQ(app.gVerdict, "PASS");
 }
 
 TEST_F(EnginePassTest, StopsAtOnceWithoutARecord) {
-  machine.http.Route("p_passWebEngine_conn.asp", [this](const HttpRequest& request) {
+  machine.http.Route("p_passWebEngine_conn.asp", [this](const base::HttpRequest& request) {
     Window().picButtons(0).Visible = true;
     Window().mAnalysing = true;
     Window().picButtons_Click(0);
-    return HttpResponse{200, "", "ONLINE", request.url};
+    return base::HttpResponse{200, "", "ONLINE", request.url};
   });
   Pass();
   EXPECT_EQ(app.gVerdict, "STOP");

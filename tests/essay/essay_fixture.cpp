@@ -41,8 +41,8 @@ EssayTest::EssayTest() : composition(machine.machine, InstallationValues{}) {
   machine.http.Route("p_getconn.asp", "ONLINE 2026/11/5");
   machine.http.Route("p_all_engine_htm_rec.asp", "OK_");
   machine.http.Route("page.htm", "<p>a finding</p>");
-  machine.http.Route("p_passWebEngine.asp", [this](const HttpRequest& request) {
-    return HttpResponse{200, "text/html; charset=big5", Reply(request.body), request.url};
+  machine.http.Route("p_passWebEngine.asp", [this](const base::HttpRequest& request) {
+    return base::HttpResponse{200, "text/html; charset=big5", Reply(request.body), request.url};
   });
   FrmMain& frmMain = *composition.frmMain;
   frmMain.tmrMouse.Enabled = false;

@@ -119,15 +119,17 @@ TEST_F(FeedbackTest, LeavingTheRemarkEmptyStartsOver) {
   EXPECT_EQ(Registry("sentence"), kSentence);
 }
 
-HttpResponse Lost(const HttpRequest& request) { throw RunTimeError(request.url + ": lost on the way"); }
+base::HttpResponse Lost(const base::HttpRequest& request) {
+  throw RunTimeError(request.url + ": lost on the way");
+}
 
 TEST_F(FeedbackTest, WhatDoesNotArriveIsToldAndWaits) {
   const FakeHttp::Answer failures[] = {Lost,
-                                       [](const HttpRequest&) {
-                                         return HttpResponse{502, "", "<html>", ""};
+                                       [](const base::HttpRequest&) {
+                                         return base::HttpResponse{502, "", "<html>", ""};
                                        },
-                                       [](const HttpRequest&) {
-                                         return HttpResponse{200, "", "ERR_SERVER", ""};
+                                       [](const base::HttpRequest&) {
+                                         return base::HttpResponse{200, "", "ERR_SERVER", ""};
                                        }};
   for (const auto& failure : failures) {
     PutRegistry("sentence", kSentence);
@@ -168,7 +170,8 @@ TEST_F(FeedbackTest, ArrivesWholeAtTheRealServer) {
     RealServer server(machine.loop, {"--data", data.string()});
     CurlHttp http(machine.loop);
     app.gServerUrlRoot = server.Root();
-    machine.http.Route("p_feedback.asp", [&](const HttpRequest& request) { return http.Send(request); });
+    machine.http.Route("p_feedback.asp",
+                       [&](const base::HttpRequest& request) { return http.Send(request); });
     Open();
     frmFeedback->txtDesc.Text = remark;
     ExpectMessage(Message::kFeedbackSent);

@@ -10,8 +10,8 @@ namespace {
 std::string WithoutQuery(const std::string& url) { return url.substr(0, url.find('?')); }
 
 FakeHttp::Answer Plain(const std::string& body, int status) {
-  return [body, status](const HttpRequest& request) {
-    return HttpResponse{status, "text/html; charset=big5", body, request.url};
+  return [body, status](const base::HttpRequest& request) {
+    return base::HttpResponse{status, "text/html; charset=big5", body, request.url};
   };
 }
 
@@ -26,7 +26,7 @@ void FakeHttp::Queue(const std::string& end, const std::string& body, int status
 }
 
 void FakeHttp::RouteToNowhere(const std::string& end) {
-  Route(end, [](const HttpRequest& request) -> HttpResponse {
+  Route(end, [](const base::HttpRequest& request) -> base::HttpResponse {
     throw RunTimeError(request.url + ": no connection");
   });
 }
@@ -48,7 +48,7 @@ FakeHttp::Answer FakeHttp::Find(const std::string& url) {
   return answer;
 }
 
-HttpResponse FakeHttp::Send(const HttpRequest& request) {
+base::HttpResponse FakeHttp::Send(const base::HttpRequest& request) {
   requests.push_back(request);
   loop_.Advance(cost);
   fault.Step("request to " + request.url);

@@ -15,7 +15,7 @@
 /// longest counts. A request that no route fits throws std::logic_error. Each request is a step of the fault.
 class FakeHttp : public HttpClient {
  public:
-  using Answer = std::function<HttpResponse(const HttpRequest&)>;
+  using Answer = std::function<base::HttpResponse(const base::HttpRequest&)>;
 
   explicit FakeHttp(VirtualLoop& loop) : loop_(loop) {}
 
@@ -28,12 +28,12 @@ class FakeHttp : public HttpClient {
   void Queue(const std::string& end, Answer answer) { routes_[end].once.push_back(std::move(answer)); }
   void Queue(const std::string& end, const std::string& body, int status = 200);
 
-  HttpResponse Send(const HttpRequest& request) override;
+  base::HttpResponse Send(const base::HttpRequest& request) override;
 
   /// Bodies of the requests to an address, by its end.
   std::vector<std::string> Bodies(const std::string& end) const;
 
-  std::vector<HttpRequest> requests;
+  std::vector<base::HttpRequest> requests;
   std::chrono::milliseconds cost{10};  ///< time of the virtual clock that each request takes
   Fault fault;
 

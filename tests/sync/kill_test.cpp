@@ -9,22 +9,22 @@ namespace {
 /// Answers as the server did when it was asked the same, without a server.
 class Recording {
  public:
-  HttpResponse Answer(SyncServer& server, const HttpRequest& request) {
+  base::HttpResponse Answer(SyncServer& server, const base::HttpRequest& request) {
     return replies_[request.url + request.body] = server.Answer(request);
   }
-  HttpResponse Replay(const HttpRequest& request) const {
+  base::HttpResponse Replay(const base::HttpRequest& request) const {
     const auto known = replies_.find(request.url + request.body);
-    return known == replies_.end() ? HttpResponse{200, "", "DIFFERENT", request.url} : known->second;
+    return known == replies_.end() ? base::HttpResponse{200, "", "DIFFERENT", request.url} : known->second;
   }
 
  private:
-  std::map<std::string, HttpResponse> replies_;
+  std::map<std::string, base::HttpResponse> replies_;
 };
 
 TEST(Kill, OfTheProgramAtAnyStatementOfAReloadLeavesTheOldRecordsOrTheNew) {
   SyncServer server;
   Recording recording;
-  const auto live = [&](const HttpRequest& request) { return recording.Answer(server, request); };
+  const auto live = [&](const base::HttpRequest& request) { return recording.Answer(server, request); };
   Computer source(live);
   for (int i = 0; i < 5; ++i) source.AddOk("Right " + std::to_string(i));
   source.AddErr("*Wrong*", "AG01");
@@ -37,7 +37,7 @@ TEST(Kill, OfTheProgramAtAnyStatementOfAReloadLeavesTheOldRecordsOrTheNew) {
 
   int kills = 0;
   for (bool isKilled = true; isKilled;) {
-    Computer victim([&](const HttpRequest& request) { return recording.Replay(request); });
+    Computer victim([&](const base::HttpRequest& request) { return recording.Replay(request); });
     victim.Records().InsertOkSentence(
         {.sId = "1", .sentence = "Old.", .sDate = DayFromIso("2026-11-01"), .upload = "Y"});
     const auto old = victim.Contents();
@@ -58,14 +58,14 @@ TEST(Kill, OfTheProgramAtAnyStatementOfAReloadLeavesTheOldRecordsOrTheNew) {
   fmt::print("the program was killed at {} statements\n", kills);
 }
 
-HttpRequest PostOf(const std::string& account, const std::string& from, const std::string& rows) {
+base::HttpRequest PostOf(const std::string& account, const std::string& from, const std::string& rows) {
   return {.url = "http://server/p_update_err_rec.asp",
           .headers = {{"Idempotency-Key", account + rows}},
           .body = "key=zorbelquinter&pno=" + account + "&frompno=" + from + "&grade=" + rows};
 }
 
 /// A post that deletes, adds and brings an older account in.
-HttpRequest WholePost() {
+base::HttpRequest WholePost() {
   return PostOf(SyncServer::kAccount, SyncServer::kOldAccount,
                 "&k1=N&err1=&s1=New.&d1=2026%2F11%2F5&es1=0&ess1=0&ht1=N"
                 "&k2=D&err2=AG01&s2=First.&d2=2026%2F11%2F1&es2=0&ess2=0&ht2=N"

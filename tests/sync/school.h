@@ -39,11 +39,11 @@ class Network : public HttpClient {
   Network(School& school, EventLoop& loop) : school_(school), loop_(loop), curl_(loop) {}
 
   /// @param request to "http://server/…", wherever that stands now
-  HttpResponse Send(const HttpRequest& request) override { return Send(request, Weather::kFine); }
-  HttpResponse Send(const HttpRequest& request, Weather weather);
+  base::HttpResponse Send(const base::HttpRequest& request) override { return Send(request, Weather::kFine); }
+  base::HttpResponse Send(const base::HttpRequest& request, Weather weather);
 
  private:
-  HttpResponse Deliver(HttpRequest request);
+  base::HttpResponse Deliver(base::HttpRequest request);
 
   School& school_;
   EventLoop& loop_;

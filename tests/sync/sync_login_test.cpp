@@ -23,7 +23,7 @@ class SyncLoginTest : public ::testing::Test {
   void ExpectMessage(const Message& message) { ::ExpectMessage(home.machine.user, message); }
 
   SyncServer server;
-  Computer home{[this](const HttpRequest& request) { return server.Answer(request); }};
+  Computer home{[this](const base::HttpRequest& request) { return server.Answer(request); }};
   AppState& app = home.App();
   Window<FrmSyncLogin> frmSyncLogin{[this] { return std::make_shared<FrmSyncLogin>(home.running->program); }};
 };

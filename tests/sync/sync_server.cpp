@@ -29,7 +29,7 @@ SyncServer::SyncServer() : SyncPages(TempFolder::operator/("server.db")) {
   AddAccount(kOldAccount, kOldPassword);
 }
 
-HttpResponse SyncPages::Answer(const HttpRequest& request) {
+base::HttpResponse SyncPages::Answer(const base::HttpRequest& request) {
   const std::string name = request.url.substr(request.url.rfind('/') + 1);
   if (name == "p_getconn.asp") return {200, "text/html; charset=big5", "ONLINE " + today, request.url};
   const auto* page = marovane::FindPage(name, marovane::Page::Method::kPost);

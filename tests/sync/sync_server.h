@@ -17,7 +17,7 @@ class SyncPages {
 
   /// @param password of the new account
   void AddAccount(const std::string& number, const std::string& password);
-  HttpResponse Answer(const HttpRequest& request);
+  base::HttpResponse Answer(const base::HttpRequest& request);
   std::string today = "2026/11/5";  ///< what it tells of the day, as the clocks of the computers do
   const std::filesystem::path& Database() const { return database_; }
   std::vector<std::string> Query(const std::string& sql) const { return ServerRows(database_, sql); }

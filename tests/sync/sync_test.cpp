@@ -24,7 +24,7 @@ std::string SyncChecksumOf(Computer& computer) {
 class SyncTest : public ::testing::Test {
  protected:
   FakeHttp::Answer Forward() {
-    return [this](const HttpRequest& request) { return server.Answer(request); };
+    return [this](const base::HttpRequest& request) { return server.Answer(request); };
   }
   std::size_t Requests(const std::string& page) { return home.machine.http.Bodies(page).size(); }
 
@@ -107,10 +107,11 @@ TEST_F(SyncTest, PagesThroughLongStreamsAndKeepsTheOrder) {
 
 TEST_F(SyncTest, KeepsWhatDidNotArriveAndSendsItOnce) {
   home.AddOk("Kept.");
-  home.machine.http.Queue("p_update_err_rec.asp", [this](const HttpRequest& request) -> HttpResponse {
-    server.Answer(request);
-    throw RunTimeError("the reply got lost");
-  });
+  home.machine.http.Queue("p_update_err_rec.asp",
+                          [this](const base::HttpRequest& request) -> base::HttpResponse {
+                            server.Answer(request);
+                            throw RunTimeError("the reply got lost");
+                          });
   home.Sync("NOMSG");
   EXPECT_THAT(home.Query("select upload from oksentence", 1), ElementsAre("Y"));
   EXPECT_EQ(home.Contents().size(), 1U) << "no reload while something is on its way";
@@ -291,11 +292,11 @@ TEST_F(SyncTest, CompareUnderstandsBothSidesAlike) {
 }
 
 TEST_F(SyncTest, MergesAnOlderAccountOnce) {
-  const HttpRequest old{.url = "http://server/p_update_err_rec.asp",
-                        .headers = {},
-                        .body =
-                            "key=zorbelquinter&pno=old.account&frompno=old.account&grade=&k1=N&err1="
-                            "&s1=Old.&d1=2026%2F10%2F1&es1=0&ess1=0&ht1=N"};
+  const base::HttpRequest old{.url = "http://server/p_update_err_rec.asp",
+                              .headers = {},
+                              .body =
+                                  "key=zorbelquinter&pno=old.account&frompno=old.account&grade=&k1=N&err1="
+                                  "&s1=Old.&d1=2026%2F10%2F1&es1=0&ess1=0&ht1=N"};
   ASSERT_EQ(server.Answer(old).body, "OK_");
   home.AddOk("New.");
   home.Sync("", "old-account");

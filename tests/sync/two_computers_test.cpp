@@ -50,7 +50,7 @@ class Month {
 
   void Set(std::size_t i) {
     computers_[i] = std::make_unique<Computer>(
-        [this, i](const HttpRequest& request) { return networks_[i]->Send(request, NextWeather()); },
+        [this, i](const base::HttpRequest& request) { return networks_[i]->Send(request, NextWeather()); },
         account_);
     auto& loop = computers_[i]->machine.loop;
     networks_[i] = std::make_unique<Network>(school_, loop);
@@ -63,9 +63,9 @@ class Month {
         "key=zorbelquinter&pno={0}&frompno={0}&grade=&k1=N&err1=&s1=Old+one.&d1=2026%2F10%2F1"
         "&es1=0&ess1=0&ht1=N&k2=N&err2=AG01&s2=Old+*twos*.&d2=2026%2F10%2F2&es2=0&ess2=0&ht2=N",
         oldAccount_);
-    const HttpRequest request{.url = "http://server/p_update_err_rec.asp",
-                              .headers = {{"Content-Type", "application/x-www-form-urlencoded"}},
-                              .body = body};
+    const base::HttpRequest request{.url = "http://server/p_update_err_rec.asp",
+                                    .headers = {{"Content-Type", "application/x-www-form-urlencoded"}},
+                                    .body = body};
     ASSERT_EQ(networks_[0]->Send(request).body, "OK_");
   }
 

@@ -92,7 +92,7 @@ TEST_F(WebQuery, AsksAgainUntilThirtySecondsAreOver) {
   http.Queue("p_passWebEngine_wbank.asp", "ERR_ENGINE");
   http.Queue("p_passWebEngine_wbank.asp", "OK-no");
   http.Queue("p_passWebEngine_wbank.asp",
-             [](const HttpRequest&) -> HttpResponse { throw RunTimeError("broken transfer"); });
+             [](const base::HttpRequest&) -> base::HttpResponse { throw RunTimeError("broken transfer"); });
   Ask("collo", "OK_heavy rain");
   EXPECT_THAT(http.Bodies("p_passWebEngine_wbank.asp"), SizeIs(4));
   EXPECT_THAT(Helper().cboCollect.Items(), ElementsAre("heavy rain"));

@@ -1,28 +1,17 @@
-// Requests through libcurl.
+// Requests that leave the event loop alone.
 #pragma once
-
-#include <memory>
 
 #include "platform/event_loop.h"
 #include "platform/http.h"
 
-/// Speaks HTTP/1.1 over http and https, and keeps connections for later requests. Waits through
-/// EventLoop::RunBlocking, so that no handler runs in the middle of a request.
-///
-/// Limits, beyond which Send throws RunTimeError: 20 seconds until a connection stands, 60 seconds in which
-/// not one byte moves, 10 redirections, 64 MB of reply. Only GET follows redirections; the reply to a
-/// redirected POST is returned as it came. Requests to this computer itself never go through a proxy.
+/// Waits through EventLoop::RunBlocking, so that no handler runs in the middle of a request. For its limits
+/// see base::HttpSession; beyond them Send throws RunTimeError, which names the address.
 class CurlHttp : public HttpClient {
  public:
-  explicit CurlHttp(EventLoop& loop);
-  ~CurlHttp() override;
-  CurlHttp(const CurlHttp&) = delete;
-  CurlHttp& operator=(const CurlHttp&) = delete;
-
-  HttpResponse Send(const HttpRequest& request) override;
+  explicit CurlHttp(EventLoop& loop) : loop_(loop) {}
+  base::HttpResponse Send(const base::HttpRequest& request) override;
 
  private:
-  struct Transfer;
   EventLoop& loop_;
-  void* handle_;
+  base::HttpSession session_;
 };

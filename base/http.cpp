@@ -1,0 +1,183 @@
+#include "base/http.h"
+
+#include <curl/curl.h>
+#include <fmt/format.h>
+#include <strings.h>
+
+#include <algorithm>
+#include <array>
+#include <cstdlib>
+#include <exception>
+#include <memory>
+
+namespace base {
+namespace {
+
+constexpr long kConnectSeconds = 20;
+constexpr std::size_t kMostBytes = std::size_t{64} << 20;
+
+using HeaderFields = std::vector<std::pair<std::string, std::string>>;
+
+struct FreeList {
+  void operator()(curl_slist* list) const { curl_slist_free_all(list); }
+};
+using List = std::unique_ptr<curl_slist, FreeList>;
+
+void InitCurl() {
+  static const CURLcode result = curl_global_init(CURL_GLOBAL_DEFAULT);
+  if (result != CURLE_OK) throw HttpError(curl_easy_strerror(result));
+}
+
+// The fields as they go out: of those with one name the last, in the place of the first.
+HeaderFields Effective(const HeaderFields& headers) {
+  HeaderFields fields;
+  for (const auto& header : headers) {
+    const auto same = std::ranges::find_if(fields, [&header](const auto& field) {
+      return strcasecmp(field.first.c_str(), header.first.c_str()) == 0;
+    });
+    if (same == fields.end()) {
+      fields.push_back(header);
+    } else {
+      *same = header;
+    }
+  }
+  return fields;
+}
+
+void Append(List& list, const std::string& line) {
+  curl_slist* const longer = curl_slist_append(list.get(), line.c_str());
+  if (longer == nullptr) throw HttpError("no memory for a request");
+  static_cast<void>(list.release());
+  list.reset(longer);
+}
+
+List HeaderList(const HeaderFields& headers) {
+  List list;
+  Append(list, "Expect:");  // some servers never answer a request that asks for leave first
+  for (const auto& [name, value] : Effective(headers)) {
+    if ((name + value).find_first_of("\r\n") != std::string::npos) {
+      throw HttpError(fmt::format("line end in the request header {}", name));
+    }
+    Append(list, value.empty() ? name + ";" : fmt::format("{}: {}", name, value));
+  }
+  return list;
+}
+
+std::string WithoutProxy() {
+  std::string hosts = "localhost,127.0.0.1,::1";
+  for (const char* const name : {"no_proxy", "NO_PROXY"}) {
+    if (const char* const value = std::getenv(name)) return fmt::format("{},{}", hosts, value);
+  }
+  return hosts;
+}
+
+}  // namespace
+
+// One request on its way.
+class HttpSession::Transfer {
+ public:
+  Transfer(CURL* curl, const HttpLimits& limits, const HttpRequest& request, const Sink& sink)
+      : curl_(curl), headers_(HeaderList(request.headers)), sink_(sink) {
+    curl_easy_reset(curl_);
+    Prepare(request);
+    Bound(limits);
+    SetMethod(request, limits);
+  }
+  HttpResponse Perform();
+
+ private:
+  void Prepare(const HttpRequest& request);
+  void Bound(const HttpLimits& limits);
+  void SetMethod(const HttpRequest& request, const HttpLimits& limits);
+  static std::size_t Receive(const char* bytes, std::size_t one, std::size_t count, void* transfer);
+
+  CURL* curl_;
+  List headers_;
+  const Sink& sink_;
+  std::string withoutProxy_ = WithoutProxy();
+  std::array<char, CURL_ERROR_SIZE> detail_{};
+  std::exception_ptr sinkError_;  // waits until curl has returned
+};
+
+void HttpSession::Transfer::Prepare(const HttpRequest& request) {
+  curl_easy_setopt(curl_, CURLOPT_URL, request.url.c_str());
+  curl_easy_setopt(curl_, CURLOPT_HTTP_VERSION, static_cast<long>(CURL_HTTP_VERSION_1_1));
+  curl_easy_setopt(curl_, CURLOPT_NOSIGNAL, 1L);
+  curl_easy_setopt(curl_, CURLOPT_NOPROXY, withoutProxy_.c_str());
+  curl_easy_setopt(curl_, CURLOPT_HTTPHEADER, headers_.get());
+  curl_easy_setopt(curl_, CURLOPT_WRITEFUNCTION, &Receive);
+  curl_easy_setopt(curl_, CURLOPT_WRITEDATA, this);
+  curl_easy_setopt(curl_, CURLOPT_ERRORBUFFER, detail_.data());
+}
+
+void HttpSession::Transfer::Bound(const HttpLimits& limits) {
+  const char* const protocols = limits.isSecure ? "https" : "http,https";
+  curl_easy_setopt(curl_, CURLOPT_PROTOCOLS_STR, protocols);
+  curl_easy_setopt(curl_, CURLOPT_REDIR_PROTOCOLS_STR, protocols);
+  curl_easy_setopt(curl_, CURLOPT_CONNECTTIMEOUT, kConnectSeconds);
+  curl_easy_setopt(curl_, CURLOPT_LOW_SPEED_LIMIT, limits.leastBytesPerSecond);
+  curl_easy_setopt(curl_, CURLOPT_LOW_SPEED_TIME, limits.slowSeconds);
+  curl_easy_setopt(curl_, CURLOPT_FAILONERROR, limits.refusesErrors ? 1L : 0L);
+}
+
+void HttpSession::Transfer::SetMethod(const HttpRequest& request, const HttpLimits& limits) {
+  if (request.method == "GET") {
+    curl_easy_setopt(curl_, CURLOPT_FOLLOWLOCATION, 1L);
+    curl_easy_setopt(curl_, CURLOPT_MAXREDIRS, limits.redirections);
+    return;
+  }
+  curl_easy_setopt(curl_, CURLOPT_POST, 1L);
+  curl_easy_setopt(curl_, CURLOPT_POSTFIELDSIZE_LARGE, static_cast<curl_off_t>(request.body.size()));
+  curl_easy_setopt(curl_, CURLOPT_POSTFIELDS, request.body.data());
+  if (request.method != "POST") curl_easy_setopt(curl_, CURLOPT_CUSTOMREQUEST, request.method.c_str());
+}
+
+std::size_t HttpSession::Transfer::Receive(const char* bytes, std::size_t /*one*/, std::size_t count,
+                                           void* transfer) {
+  auto& self = *static_cast<Transfer*>(transfer);
+  try {
+    self.sink_({bytes, count});
+    return count;
+  } catch (...) {
+    self.sinkError_ = std::current_exception();
+    return 0;
+  }
+}
+
+HttpResponse HttpSession::Transfer::Perform() {
+  const CURLcode result = curl_easy_perform(curl_);
+  if (sinkError_) std::rethrow_exception(sinkError_);
+  if (result != CURLE_OK)
+    throw HttpError(detail_.front() != '\0' ? detail_.data() : curl_easy_strerror(result));
+  long status = 0;
+  const char* type = nullptr;
+  const char* answered = nullptr;
+  curl_easy_getinfo(curl_, CURLINFO_RESPONSE_CODE, &status);
+  curl_easy_getinfo(curl_, CURLINFO_CONTENT_TYPE, &type);
+  curl_easy_getinfo(curl_, CURLINFO_EFFECTIVE_URL, &answered);
+  return {static_cast<int>(status), type != nullptr ? type : "", "", answered != nullptr ? answered : ""};
+}
+
+HttpSession::HttpSession(const HttpLimits& limits) : limits_(limits) {
+  InitCurl();
+  curl_ = curl_easy_init();
+  if (curl_ == nullptr) throw HttpError("libcurl cannot start");
+}
+
+HttpSession::~HttpSession() { curl_easy_cleanup(curl_); }
+
+HttpResponse HttpSession::Fetch(const HttpRequest& request, const Sink& sink) {
+  return Transfer(curl_, limits_, request, sink).Perform();
+}
+
+HttpResponse HttpSession::Send(const HttpRequest& request) {
+  std::string body;
+  HttpResponse response = Fetch(request, [&](std::string_view bytes) {
+    if (body.size() + bytes.size() > kMostBytes) throw HttpError("the reply is longer than 64 MB");
+    body += bytes;
+  });
+  response.body = std::move(body);
+  return response;
+}
+
+}  // namespace base
