@@ -9,6 +9,8 @@
 #include <cerrno>
 #include <csignal>
 
+#include "base/file_descriptor.h"
+
 namespace marovane {
 namespace {
 
@@ -37,14 +39,13 @@ void EndWithParent() { prctl(PR_SET_PDEATHSIG, SIGTERM); }
 
 void WaitForEnd(bool watchInput) {
   const sigset_t signals = EndSignals();
-  std::array<pollfd, 2> sources = {
-      {{signalfd(-1, &signals, SFD_CLOEXEC), POLLIN, 0}, {watchInput ? STDIN_FILENO : -1, POLLIN, 0}}};
+  const base::FileDescriptor held(signalfd(-1, &signals, SFD_CLOEXEC));
+  std::array<pollfd, 2> sources = {{{held.Get(), POLLIN, 0}, {watchInput ? STDIN_FILENO : -1, POLLIN, 0}}};
   while (true) {
     if (poll(sources.data(), sources.size(), -1) < 0) continue;
     if (sources[0].revents != 0) break;
     if (sources[1].revents != 0 && InputHasEnded()) break;
   }
-  close(sources[0].fd);
 }
 
 }  // namespace marovane

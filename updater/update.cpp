@@ -1,13 +1,11 @@
 #include "updater/update.h"
 
-#include <fcntl.h>
 #include <fmt/format.h>
-#include <sys/file.h>
-#include <unistd.h>
 
 #include <fstream>
 #include <iterator>
 
+#include "base/file_lock.h"
 #include "updater/installation.h"
 #include "updater/proof.h"
 #include "updater/refusal.h"
@@ -19,21 +17,11 @@ namespace {
 namespace fs = std::filesystem;
 
 // One update at a time.
-class HomeLock {
- public:
-  explicit HomeLock(const fs::path& home)
-      : file_(open((home / "update.lock").c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600)) {
-    if (file_ >= 0 && flock(file_, LOCK_EX | LOCK_NB) == 0) return;
-    if (file_ >= 0) close(file_);
-    throw Refusal("另一個更新正在進行，請稍候再試。");
-  }
-  ~HomeLock() { close(file_); }
-  HomeLock(const HomeLock&) = delete;
-  HomeLock& operator=(const HomeLock&) = delete;
-
- private:
-  int file_;
-};
+base::FileLock Lock(const fs::path& home) {
+  base::FileLock lock(home / "update.lock");
+  if (!lock.IsHeld()) throw Refusal("另一個更新正在進行，請稍候再試。");
+  return lock;
+}
 
 std::string ReadText(const fs::path& path) {
   std::ifstream file(path, std::ios::binary);
@@ -71,7 +59,7 @@ void BringProveSwitch(Installation& installation, const PackageList& list, Sourc
 
 void Update(const UpdateTask& task) {
   Installation installation = FindInstallation(task.programFolder);
-  const HomeLock lock(installation.home);
+  const auto lock = Lock(installation.home);
   const std::string started = fs::canonical(task.programFolder / ".." / "..").filename();
   if (started < installation.current) return;  // somebody has updated it since this program was started
   const bool reinstalls = task.word == "mrv_reinstaller";
@@ -87,7 +75,7 @@ void Install(const fs::path& home, const std::string& host, const fs::path& keyF
     throw Refusal(fmt::format("{} 裡已經有一份 Marovane。", home.string()));
   }
   fs::create_directories(home / "versions");
-  const HomeLock lock(home);
+  const auto lock = Lock(home);
   Installation installation{fs::canonical(home), ""};
   const auto source = OpenSource(host);
   BringProveSwitch(installation, FetchList(*source, "mrv_reinstaller", keyFile), *source, false);

@@ -7,7 +7,7 @@
 #include "app/compose.h"
 #include "app/embedded_server.h"
 #include "app/host_machine.h"
-#include "platform/host/instance_lock.h"
+#include "base/file_lock.h"
 #include "platform/processes.h"
 #include "qt/qt_desktop.h"
 #include "qt/qt_loop.h"
@@ -38,7 +38,7 @@ class DesktopProgram {
   QtDesktop desktop_;
   QtWindows windows_;
   HostMachine host_;
-  InstanceLock lock_;
+  base::FileLock lock_;
   EmbeddedServer server_;
   std::unique_ptr<Composition> rooms_;
 };
