@@ -7,6 +7,7 @@ using ::testing::ElementsAre;
 class CompositionTest : public EssayTest {};
 
 TEST_F(CompositionTest, PutsTheRightWindowBehindEachDoor) {
+  machine.http.Route("p_getwebhelper.asp", "");
   Composition whole(machine.machine, InstallationValues{});
   whole.program.app = app;
   whole.program.app.gAccountNo.clear();  // so that the splash uploads nothing

@@ -21,8 +21,7 @@ class RecordsTest : public ::testing::Test {
  protected:
   RecordsTest() {
     program.app.gConnRecords = "Provider=Microsoft.Jet.OLEDB.4.0;Data Source=" + path_.string() + ";";
-    program.app.gConnErrList =
-        "Driver={Microsoft Access Driver (*.mdb, *.accdb)};DBQ=" + errors_.string() + ";";
+    program.app.gConnErrList = "Data Source=" + errors_.string() + ";";
     CreateRecords(machine.realDatabases, path_);
   }
   std::vector<std::string> All(const std::string& table, int columns) {
