@@ -37,10 +37,12 @@ start_program() {
   DATA=$WORK/home/.local/share/marovane/marovane
 }
 
+# What has ended by itself must not keep the rest from being stopped: a screen that is left over holds up the whole run.
 stop_all() {
-  [ -z "${PROGRAM_PID:-}" ] || kill "$PROGRAM_PID" 2>/dev/null
-  [ -z "${SCREEN_PID:-}" ] || kill "$SCREEN_PID" 2>/dev/null
-  wait 2>/dev/null
+  for pid in "${PROGRAM_PID:-}" "${SCREEN_PID:-}"; do
+    [ -z "$pid" ] || kill "$pid" 2>/dev/null || true
+  done
+  wait 2>/dev/null || true
   rm -rf "$WORK"
 }
 
