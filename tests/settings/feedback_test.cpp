@@ -178,7 +178,7 @@ TEST_F(FeedbackTest, ArrivesWholeAtTheRealServer) {
     frmFeedback->OpenWithBrowserForFeedback();
     const auto page =
         http.Send({.method = "GET", .url = server.Root() + "m_service_mail.asp", .headers = {}, .body = ""});
-    EXPECT_THAT(FromBig5(page.body), ::testing::HasSubstr("謝謝您的意見"));
+    EXPECT_THAT(base::FromCp950(page.body), ::testing::HasSubstr("謝謝您的意見"));
   }
   std::vector<std::string> row;
   machine.realDatabases.Open(data / "server.db", base::Databases::Mode::kReadOnly)
