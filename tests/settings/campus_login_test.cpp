@@ -2,8 +2,8 @@
 
 #include <sys/stat.h>
 
+#include "base/cp950.h"
 #include "platform/host/curl_http.h"
-#include "platform/text_encoding.h"
 #include "tests/settings/settings_fixture.h"
 #include "tests/support/real_server.h"
 

@@ -1,10 +1,10 @@
 #include "settings/feedback.h"
 
+#include "base/cp950.h"
 #include "base/database.h"
 #include "core/set_file.h"
 #include "platform/host/curl_http.h"
 #include "platform/run_time_error.h"
-#include "platform/text_encoding.h"
 #include "sync/feedback_post.h"
 #include "tests/settings/settings_fixture.h"
 #include "tests/support/real_server.h"
