@@ -38,6 +38,16 @@ void RewriteFile(Files& files, const Files::Path& path, std::string_view bytes, 
   }
 }
 
+std::string ReadIfThere(const Files& files, const Files::Path& path) {
+  try {
+    return files.Read(path);
+  } catch (const FileError& error) {
+    if (error.code == std::errc::no_such_file_or_directory || error.code == std::errc::not_a_directory)
+      return "";
+    throw;
+  }
+}
+
 void CopyFile(Files& files, const Files::Path& from, const Files::Path& to) {
   RewriteFile(files, to, files.Read(from), false);
 }

@@ -51,6 +51,9 @@ class Files {
 /// file is gone again. A private file is for its owner alone (0600).
 void RewriteFile(Files& files, const Files::Path& path, std::string_view bytes, bool isPrivate);
 
+/// The bytes of a file; "" when there is none.
+std::string ReadIfThere(const Files& files, const Files::Path& path);
+
 /// Copies a file through a temporary file beside the target.
 void CopyFile(Files& files, const Files::Path& from, const Files::Path& to);
 

@@ -65,7 +65,4 @@ class Engine {
 /// characters that Big5 holds. A page for a right sentence contains "本句子沒有發現錯誤".
 std::string ResultPage(std::string_view sentence, const Judgement& judgement);
 
-/// A page in the code page of its meta line, CP950. Signs that the code page lacks become numeric references.
-std::string PageInBig5(std::string_view utf8Page);
-
 }  // namespace tolvex

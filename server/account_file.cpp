@@ -4,8 +4,9 @@
 
 #include <stdexcept>
 
+#include "base/key_values.h"
+#include "base/posix_files.h"
 #include "server/accounts.h"
-#include "server/key_values.h"
 #include "server/random_text.h"
 
 namespace marovane {
@@ -19,8 +20,9 @@ bool IsNone(const std::string& value) { return value.empty() || value == "0"; }
 }  // namespace
 
 AccountEntry EnsureAccountFile(const std::filesystem::path& file) {
-  KeyValues values = KeyValues::Read(file);
-  AccountEntry entry{CleanAccount(values.Get("Pno")), values.Get("userPW")};
+  base::PosixFiles files;
+  base::KeyValues values = base::KeyValues::Read(files, file);
+  AccountEntry entry{CleanAccount(values.Find("Pno").value_or("")), values.Find("userPW").value_or("")};
   const bool complete = !IsNone(entry.number) && !IsNone(entry.password);
   if (IsNone(entry.number)) entry.number = RandomDigits(kNumberLength);
   if (IsNone(entry.password)) entry.password = RandomAlphanumeric(kPasswordLength);
@@ -30,7 +32,8 @@ AccountEntry EnsureAccountFile(const std::filesystem::path& file) {
   if (complete) return entry;
   values.Set("Pno", entry.number);
   values.Set("userPW", entry.password);
-  values.Write(file);
+  files.CreateFolder(file.parent_path(), true);
+  base::RewriteFile(files, file, values.Bytes(), true);
   return entry;
 }
 

@@ -4,9 +4,9 @@
 
 #include <utility>
 
+#include "base/digest.h"
 #include "base/text.h"
 #include "base/transaction.h"
-#include "server/digest.h"
 #include "server/store_database.h"
 
 namespace marovane {
@@ -130,7 +130,11 @@ std::string RecordStore::ChecksumText(const std::string& account, const std::str
 std::uint64_t RecordStore::Digest(const std::string& account, const std::string& fromDay) {
   const std::lock_guard lock(mutex_);
   std::uint64_t sum = 0;
-  const auto add = [&](const base::DbRow& row) { sum += RowHash(row.Texts()); };
+  const auto add = [&](const base::DbRow& row) {
+    base::RowHash hash;
+    for (const std::string& field : row.Texts()) hash.Add(field);
+    sum += hash.Value();
+  };
   database_->Run(fmt::format("SELECT {} FROM sentence WHERE account = ? AND day >= ?", kSentenceColumns),
                  {account, fromDay}, add);
   database_->Run(fmt::format("SELECT {} FROM essay WHERE account = ? AND day >= ?", kEssayColumns),

@@ -1,14 +1,28 @@
 #include "server/settings.h"
 
+#include "base/key_values.h"
+#include "base/posix_files.h"
 #include "server/accounts.h"
-#include "server/key_values.h"
 
 namespace marovane {
+namespace {
+
+base::KeyValues ReadSettings(const std::filesystem::path& file) {
+  return base::KeyValues::Read(base::PosixFiles(), file);
+}
+
+std::vector<base::KeyValues::Line> ReadLogins(const std::filesystem::path& file) {
+  std::vector<base::KeyValues::Line> lines = ReadSettings(file).Lines();
+  std::erase_if(lines, [](const auto& line) { return line.key.empty(); });
+  return lines;
+}
+
+}  // namespace
 
 ServerSettings ReadServerSettings(const std::filesystem::path& file) {
-  const KeyValues values = KeyValues::Read(file);
+  const base::KeyValues values = ReadSettings(file);
   const auto valueOr = [&](const char* key, const char* otherwise) {
-    const std::string value = values.Get(key);
+    const std::string value = values.Find(key).value_or("");
     return value.empty() ? otherwise : value;
   };
   ServerSettings settings{.engineRoot = valueOr("engineRoot", ""),
@@ -18,17 +32,15 @@ ServerSettings ReadServerSettings(const std::filesystem::path& file) {
                           .serviceMail = valueOr("serviceMail", ""),
                           .schoolCode = valueOr("schoolCode", ""),
                           .schoolName = valueOr("schoolName", ""),
-                          .behindProxy = values.Get("behindProxy") == "1",
-                          .openAccounts = values.Get("openAccounts") == "1",
+                          .behindProxy = values.Find("behindProxy") == "1",
+                          .openAccounts = values.Find("openAccounts") == "1",
                           .schools = {},
                           .webSources = ReadWebSources(file.parent_path() / "sources.set"),
                           .logins = {}};
-  const KeyValues schools = KeyValues::Read(file.parent_path() / "schools.set");
-  for (const auto& [login, server] : schools.Lines()) {
+  for (const auto& [login, server] : ReadLogins(file.parent_path() / "schools.set")) {
     settings.schools.emplace(CleanAccount(login), server);
   }
-  const KeyValues logins = KeyValues::Read(file.parent_path() / "logins.set");
-  for (const auto& [login, rest] : logins.Lines()) {
+  for (const auto& [login, rest] : ReadLogins(file.parent_path() / "logins.set")) {
     settings.logins.push_back(CleanAccount(login));
   }
   return settings;

@@ -1,50 +1,18 @@
 #include "server/wire_text.h"
 
 #include <fmt/format.h>
-#include <iconv.h>
 
-#include <array>
 #include <charconv>
-#include <memory>
-#include <unordered_map>
 
+#include "base/cp950.h"
 #include "base/utf8.h"
 
 namespace marovane {
 namespace {
 
-// Converts one character; "" when it has no counterpart.
-class Converter {
- public:
-  Converter(const char* to, const char* from) : handle_(iconv_open(to, from)) {}
-  ~Converter() { iconv_close(handle_); }
-  Converter(const Converter&) = delete;
-  Converter& operator=(const Converter&) = delete;
-
-  std::string Convert(std::string character) {
-    std::array<char, 8> bytes{};
-    char* in = character.data();
-    char* out = bytes.data();
-    std::size_t inLeft = character.size();
-    std::size_t outLeft = bytes.size();
-    if (iconv(handle_, &in, &inLeft, &out, &outLeft) != 0) return "";
-    return {bytes.data(), bytes.size() - outLeft};
-  }
-
- private:
-  iconv_t handle_;
-};
-
-// The Big5 bytes of a character that comes back as itself; "" for any other.
-std::string SafeBig5(const std::string& character) {
-  thread_local Converter toBig5("CP950", "UTF-8");
-  thread_local Converter fromBig5("UTF-8", "CP950");
-  thread_local std::unordered_map<std::string, std::string> known;
-  const auto found = known.find(character);
-  if (found != known.end()) return found->second;
-  std::string bytes = toBig5.Convert(character);
-  if (bytes.size() != 2 || fromBig5.Convert(bytes) != character) bytes.clear();
-  return known.emplace(character, bytes).first->second;
+/// Characters that CP950 has, and gives back as themselves.
+bool SurvivesCp950(char32_t character) {
+  return character >= 0x80 && base::CharacterOfCp950(base::Cp950CodeOf(character)) == character;
 }
 
 std::string Written(char32_t codePoint) { return fmt::format("'{:X}'", static_cast<unsigned>(codePoint)); }
@@ -60,14 +28,10 @@ std::string WireText(std::string_view utf8) {
   std::string wire;
   for (std::size_t at = 0; at < utf8.size();) {
     const base::Utf8Character character = base::NextUtf8(utf8, at);
-    const std::string bytes(utf8.substr(at, character.length));
+    const std::string_view bytes = utf8.substr(at, character.length);
     at += character.length;
-    if (IsPlain(character.codePoint)) {
-      wire += bytes;
-    } else {
-      const std::string big5 = character.codePoint < 0x80 ? "" : SafeBig5(bytes);
-      wire += big5.empty() ? Written(character.codePoint) : big5;
-    }
+    const bool canBeHeld = IsPlain(character.codePoint) || SurvivesCp950(character.codePoint);
+    wire += canBeHeld ? base::ToCp950(bytes) : Written(character.codePoint);
   }
   return wire;
 }

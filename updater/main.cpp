@@ -5,6 +5,7 @@
 //   updater.exe mrv_install FOLDER HOST KEYFILE
 #include <fcntl.h>
 #include <fmt/format.h>
+#include <sodium.h>
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>

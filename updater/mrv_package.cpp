@@ -4,6 +4,7 @@
 //   mrv_package publish TREE KEYFILE FOLDER [--as mrv_updater|mrv_reinstaller]
 //       TREE is an installed program (bin/ and share/ stand in it). FOLDER is what the web server serves.
 #include <fmt/format.h>
+#include <sodium.h>
 #include <unistd.h>
 
 #include <algorithm>
@@ -13,6 +14,7 @@
 
 #include "base/posix_files.h"
 #include "base/process.h"
+#include "base/sha256.h"
 #include "updater/package_list.h"
 #include "updater/signature.h"
 
@@ -71,8 +73,8 @@ ListedFile Publish(const fs::path& tree, const fs::path& file, const fs::path& f
   if (!IsSafePath(path)) throw std::runtime_error("a file has an unusable name: " + path);
   base::PosixFiles files;
   const std::string bytes = files.Read(tree / file);
-  Sha256 digest;
-  digest.Take(bytes);
+  base::Sha256 digest;
+  digest.Add(bytes);
   ListedFile listed{path, access((tree / file).c_str(), X_OK) == 0, bytes.size(), digest.Digits()};
   const fs::path place = folder / "files" / listed.sha256;
   // Whoever fetches it meanwhile gets nothing or the whole.

@@ -1,5 +1,7 @@
 #include "updater/signature.h"
 
+#include <sodium.h>
+
 #include <array>
 #include <stdexcept>
 #include <vector>
@@ -66,14 +68,4 @@ std::string_view Verified(std::string_view published, std::string_view openKey) 
     throw Refusal("更新清單的簽章不正確，可能遭人竄改，沒有更新任何檔案。");
   }
   return list;
-}
-
-void Sha256::Take(std::string_view bytes) {
-  crypto_hash_sha256_update(&state_, Unsigned(bytes), bytes.size());
-}
-
-std::string Sha256::Digits() {
-  std::array<unsigned char, crypto_hash_sha256_BYTES> digest{};
-  crypto_hash_sha256_final(&state_, digest.data());
-  return Hex(digest.data(), digest.size());
 }

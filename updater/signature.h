@@ -1,8 +1,6 @@
 // Who made a list, and whether it is still what was made.
 #pragma once
 
-#include <sodium.h>
-
 #include <string>
 #include <string_view>
 
@@ -20,15 +18,3 @@ std::string Signed(std::string_view list, std::string_view secretKey);
 /// these bytes.
 /// @param openKey 64 hexadecimal digits; white space around them is passed over
 std::string_view Verified(std::string_view published, std::string_view openKey);
-
-/// SHA-256 of what is taken in piece by piece.
-class Sha256 {
- public:
-  Sha256() { crypto_hash_sha256_init(&state_); }
-  void Take(std::string_view bytes);
-  /// 64 lower-case hexadecimal digits. Ends the digest.
-  std::string Digits();
-
- private:
-  crypto_hash_sha256_state state_{};
-};

@@ -7,6 +7,7 @@
 #include <system_error>
 
 #include "base/posix_files.h"
+#include "base/sha256.h"
 #include "updater/refusal.h"
 #include "updater/signature.h"
 
@@ -19,9 +20,9 @@ bool WriteFrom(Source& source, const std::string& name, const ListedFile& file, 
   constexpr mode_t kReadable = 0644;
   constexpr mode_t kRunnable = 0755;
   base::FileWriter writer(target, O_EXCL, file.isProgram ? kRunnable : kReadable);
-  Sha256 digest;
+  base::Sha256 digest;
   source.Fetch(name, file.length, [&](std::string_view bytes) {
-    digest.Take(bytes);
+    digest.Add(bytes);
     writer.Write(bytes);
   });
   if (digest.Digits() == file.sha256) {

@@ -35,10 +35,12 @@ std::string_view FilesPart(std::string_view package) {
   if (package.size() < kTrailer || !package.ends_with(kMagic))
     throw std::runtime_error("the package is damaged");
   const std::string_view trailer = package.substr(package.size() - kTrailer);
-  const std::size_t length = Number(trailer.substr(crypto_hash_sha256_BYTES, kLengthDigits), 16);
+  const std::size_t length = Number(trailer.substr(base::Sha256::kSize, kLengthDigits), 16);
   if (length > package.size() - kTrailer) throw std::runtime_error("the package is damaged");
   const std::string_view files = package.substr(package.size() - kTrailer - length, length);
-  if (Sha256(files) != trailer.substr(0, crypto_hash_sha256_BYTES)) {
+  base::Sha256 digest;
+  digest.Add(files);
+  if (digest.Bytes() != trailer.substr(0, base::Sha256::kSize)) {
     throw std::runtime_error("the package is damaged: wrong checksum");
   }
   return files;
@@ -88,7 +90,7 @@ int main(int argc, char** argv) {
     if (argc != 3 || std::string_view(argv[1]) != "-d") throw std::runtime_error("usage: -d DIRECTORY");
     umask(0077);
     std::signal(SIGXFSZ, SIG_IGN);  // a limit of the size of files is told like a full disk
-    const std::string package = ReadWhole("/proc/self/exe");
+    const std::string package = base::PosixFiles().Read("/proc/self/exe");
     Unpack(Entries(FilesPart(package)), argv[2]);
     return 0;
   } catch (const std::exception& error) {

@@ -1,12 +1,11 @@
 #include "engine/databuild/chinese_glosses.h"
 
-#include <iconv.h>
-
 #include <algorithm>
 #include <cmath>
 #include <set>
 #include <stdexcept>
 
+#include "base/cp950.h"
 #include "base/text.h"
 #include "base/utf8.h"
 #include "engine/databuild/source_files.h"
@@ -19,30 +18,6 @@ constexpr int kLeastSignFrequency = 500;
 constexpr double kLeastShare = 0.35;  // of the best candidate's score
 constexpr double kRareLog = 3;        // words seen less than about ten times count as hardly known
 constexpr std::size_t kLongestGloss = 6;
-
-// Converts to CP950 only to see whether it can be done.
-class CodePage {
- public:
-  CodePage() : handle_(iconv_open("CP950", "UTF-8")) {
-    if (handle_ == reinterpret_cast<iconv_t>(-1)) throw std::runtime_error("the code page CP950 is missing");
-  }
-  ~CodePage() { iconv_close(handle_); }
-  CodePage(const CodePage&) = delete;
-  CodePage& operator=(const CodePage&) = delete;
-
-  bool Holds(std::string text) const {
-    std::string out(text.size() * 2 + 4, '\0');
-    char* from = text.data();
-    char* to = out.data();
-    std::size_t inLeft = text.size();
-    std::size_t outLeft = out.size();
-    iconv(handle_, nullptr, nullptr, nullptr, nullptr);
-    return iconv(handle_, &from, &inLeft, &to, &outLeft) != static_cast<std::size_t>(-1);
-  }
-
- private:
-  iconv_t handle_;
-};
 
 std::string KeyOf(std::string_view english, bool asVerb) {
   static const std::set<std::string> kSkipped = {"a", "an", "the", "one's", "sb's"};
@@ -63,10 +38,9 @@ ChineseGlosses::ChineseGlosses(const std::vector<CedictEntry>& entries,
   std::string word;
   std::string part;
   for (int count = 0; in >> word >> count >> part;) frequencies_.emplace(word, count);
-  const CodePage codePage;
   for (const CedictEntry& entry : entries) {
     const bool usable = !entry.isName && base::CountCharacters(entry.traditional) <= kLongestGloss;
-    if (usable && !IsRareSign(entry) && codePage.Holds(entry.traditional)) Add(entry);
+    if (usable && !IsRareSign(entry) && base::FirstNotInCp950(entry.traditional).empty()) Add(entry);
   }
   for (auto& [key, found] : candidates_) {
     std::stable_sort(found.begin(), found.end(),

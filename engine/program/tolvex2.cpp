@@ -5,6 +5,7 @@
 #include <cstdlib>
 #include <stdexcept>
 
+#include "base/cp950.h"
 #include "engine/data_dir.h"
 #include "engine/program/registry_file.h"
 #include "engine/program/run_code.h"
@@ -18,11 +19,12 @@ constexpr int kBadRequest = 2;
 constexpr std::string_view kFiller = "\r\n";  // the reader of the page skips its first two bytes
 
 fs::path WritePage(std::string_view sentence, const tolvex::Judgement& judgement) {
-  const std::string page = tolvex::PageInBig5(tolvex::ResultPage(sentence, judgement));
+  const std::string page =
+      base::ToCp950(tolvex::ResultPage(sentence, judgement), base::Unencodable::kReference);
   return tolvex::WriteFresh(".htm", std::string(kFiller) + page);
 }
 
-void Answer(tolvex::RegistryFile& registry, const std::string& sentence, bool essayMode) {
+void Answer(base::KeyValues& registry, const std::string& sentence, bool essayMode) {
   static const tolvex::Engine engine(tolvex::FindDataDir());
   const tolvex::Judgement judgement = engine.Judge(sentence);
   const bool right = judgement.verdict == tolvex::Verdict::kRight;
@@ -32,16 +34,17 @@ void Answer(tolvex::RegistryFile& registry, const std::string& sentence, bool es
   registry.Set("col_suggestion", judgement.col_suggestion);
   if (!right) registry.Set("sentence", judgement.marked);
   registry.Set("htm4chk", page);
-  registry.Write();
 }
 
 int Run(std::string_view argument) {
   const auto request = tolvex::ParseRunRequest(argument);
   if (!request) throw std::runtime_error("the run code is wrong");
-  tolvex::RegistryFile registry(fs::current_path() / "registry.set");
-  const auto sentence = registry.Value("sentence");
+  const fs::path path = fs::current_path() / "registry.set";
+  base::KeyValues registry = tolvex::ReadRegistry(path);
+  const auto sentence = registry.Find("sentence");
   if (!sentence) throw std::runtime_error("registry.set holds no sentence");
   Answer(registry, *sentence, request->essayMode);
+  tolvex::WriteRegistry(path, registry);
   return EXIT_SUCCESS;
 }
 

@@ -8,6 +8,7 @@
 #include <stdexcept>
 #include <vector>
 
+#include "base/cp950.h"
 #include "engine/data_dir.h"
 #include "engine/program/registry_file.h"
 #include "engine/tolvex.h"
@@ -35,13 +36,14 @@ std::string AnswerText(const std::string& query) {
 
 int main(int argc, char** argv) {
   try {
-    tolvex::RegistryFile registry(fs::current_path() / "registry.set");
+    const fs::path path = fs::current_path() / "registry.set";
+    base::KeyValues registry = tolvex::ReadRegistry(path);
     // A word with blanks arrives as several arguments.
     const std::string query =
         fmt::format("{}", fmt::join(std::vector<std::string>(argv + 1, argv + argc), " "));
-    const std::string answer = tolvex::PageInBig5(AnswerText(query));
+    const std::string answer = base::ToCp950(AnswerText(query), base::Unencodable::kReference);
     registry.Set("collocationListHtm", tolvex::WriteFresh(".txt", answer).string());
-    registry.Write();
+    tolvex::WriteRegistry(path, registry);
     return EXIT_SUCCESS;
   } catch (const std::exception& error) {
     fmt::print(stderr, "wexbin.exe: {}\n", error.what());

@@ -1,8 +1,8 @@
 // The archive of result pages, filed by the digests of an account number and of a sentence.
 
+#include "base/cp950.h"
 #include "base/text.h"
 #include "base/utf8.h"
-#include "engine/tolvex.h"
 #include "server/pages/page.h"
 
 namespace marovane {
@@ -53,7 +53,7 @@ Reply ArchivePage(Services& services, const Call& call) {
 
 Reply ShowArchivedPage(Services& services, const Call& call) {
   const auto page = services.store.ArchivedPage(KeyOf(call.form));
-  return {tolvex::PageInBig5(page ? std::string_view(*page) : kMissing)};
+  return {base::ToCp950(page ? std::string_view(*page) : kMissing, base::Unencodable::kReference)};
 }
 
 }  // namespace marovane

@@ -1,10 +1,10 @@
 // A pupil's assignments: the list, the question of each, handing in, and what the teacher has written.
 #include <fmt/format.h>
 
+#include "base/cp950.h"
 #include "base/day.h"
 #include "base/html.h"
 #include "base/text.h"
-#include "engine/tolvex.h"
 #include "server/pages/page.h"
 
 namespace marovane {
@@ -59,7 +59,7 @@ a {{ color: #A4531F }}
 </html>
 )",
                          title, title, content);
-  return {tolvex::PageInBig5(page.Markup()), true};
+  return {base::ToCp950(page.Markup(), base::Unencodable::kReference), true};
 }
 
 Reply UnknownTopic() {

@@ -1,6 +1,7 @@
 // Judges a sentence and keeps its result page.
 #include <fmt/format.h>
 
+#include "base/cp950.h"
 #include "base/text.h"
 #include "server/log.h"
 #include "server/pages/page.h"
@@ -27,7 +28,8 @@ Reply CheckSentence(Services& services, const Call& call) {
   const std::string sentence = base::Trim(call.form.Required("s", kSentenceLimit), base::kWhiteSpace);
   if (sentence.empty()) throw Refusal("ERR_MISSING_FIELD");
   const tolvex::Judgement judgement = Judge(services.engine, sentence);
-  const std::string path = services.results.Keep(tolvex::PageInBig5(tolvex::ResultPage(sentence, judgement)));
+  const std::string path = services.results.Keep(
+      base::ToCp950(tolvex::ResultPage(sentence, judgement), base::Unencodable::kReference));
   if (judgement.verdict == tolvex::Verdict::kRight) {
     return TextReply(fmt::format("OK_0#0#{}#{}#{}", path, Suggestions(judgement.col_suggestion),
                                  Suggestions(judgement.syn_suggestion)));

@@ -1,6 +1,6 @@
 // Shows a result page that the program made itself.
-#include "engine/tolvex.h"
-#include "server/page_codec.h"
+#include "base/cp950.h"
+#include "protocol/page_code.h"
 #include "server/pages/page.h"
 
 namespace marovane {
@@ -22,9 +22,9 @@ constexpr std::string_view kDamaged = R"(<!DOCTYPE html>
 }  // namespace
 
 Reply ShowPackedPage(Services& /*services*/, const Call& call) {
-  auto page = DecodePage(call.form.Find("code").value_or(""));
+  auto page = protocol::DecodePage(call.form.Find("code").value_or(""));
   if (page && !page->empty()) return {.body = std::move(*page)};
-  return {.body = tolvex::PageInBig5(kDamaged)};
+  return {.body = base::ToCp950(kDamaged, base::Unencodable::kReference)};
 }
 
 }  // namespace marovane

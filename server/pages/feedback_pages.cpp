@@ -4,11 +4,11 @@
 #include <charconv>
 #include <cstdint>
 
+#include "base/cp950.h"
 #include "base/day.h"
 #include "base/text.h"
 #include "base/utf8.h"
 #include "server/pages/page.h"
-#include "server/text.h"
 
 namespace marovane {
 namespace {
@@ -54,7 +54,7 @@ std::string Field(const Form& form, const std::string& name, std::size_t limit) 
   const auto bytes = form.Find(name);
   if (!bytes) throw Refusal("ERR_MISSING_FIELD");
   if (bytes->size() > limit) throw Refusal("ERR_TOO_LONG");
-  std::string text = WithoutReferences(FromBig5(*bytes));
+  std::string text = WithoutReferences(base::FromCp950(*bytes, base::Undecodable::kQuestionMark));
   if (!base::IsCleanText(text, "\r\n\t")) throw Refusal("ERR_BAD_TEXT");
   return text;
 }

@@ -4,8 +4,8 @@
 #include <array>
 #include <exception>
 
+#include "base/cp950.h"
 #include "server/log.h"
-#include "server/text.h"
 
 namespace marovane {
 namespace {
@@ -60,7 +60,7 @@ Form ReadBody(const Page& page, std::string_view body) {
 
 }  // namespace
 
-Reply TextReply(std::string_view text) { return {.body = ToBig5(text)}; }
+Reply TextReply(std::string_view text) { return {.body = base::ToCp950(text)}; }
 
 const Page* FindPage(std::string_view name, Page::Method method) {
   const auto* page = std::find_if(kPages.begin(), kPages.end(), [&](const Page& each) {

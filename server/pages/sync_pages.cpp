@@ -6,8 +6,8 @@
 #include <map>
 
 #include "base/day.h"
+#include "base/digest.h"
 #include "base/utf8.h"
-#include "server/digest.h"
 #include "server/pages/page.h"
 #include "server/record_store.h"
 #include "server/wire_text.h"
@@ -122,7 +122,7 @@ struct RecordsHeader {
 bool HasSameNewest(Services& services, const std::string& account, const std::string& fromDay,
                    const std::string& checksum) {
   const auto isNewestFrom = [&](const std::string& day) {
-    return checksum == SlotMd5(services.records.ChecksumText(account, day));
+    return checksum == base::SlotMd5(services.records.ChecksumText(account, day));
   };
   return isNewestFrom("") || (!fromDay.empty() && isNewestFrom(fromDay));
 }

@@ -2,26 +2,12 @@
 
 #include <fmt/format.h>
 
+#include "base/cp950.h"
 #include "base/day.h"
 #include "base/text.h"
 #include "base/utf8.h"
-#include "server/text.h"
 
 namespace marovane {
-namespace {
-
-/// The first sign of a text that Big5 lacks, or "".
-std::string NotInBig5(std::string_view text) {
-  for (std::size_t at = 0; at < text.size();) {
-    const std::size_t length = base::NextUtf8(text, at).length;
-    std::string sign(text.substr(at, length));
-    at += length;
-    if (sign != "?" && ToBig5(sign) == "?") return sign;
-  }
-  return "";
-}
-
-}  // namespace
 
 std::string FormReader::Typed(const std::string& name, std::string_view label, std::size_t limit,
                               bool mayHaveLines) {
@@ -41,7 +27,7 @@ std::string FormReader::Line(const std::string& name, std::string_view label, st
   std::string text = Typed(name, label, limit, false);
   if (errors_.size() > before) return text;
   if (text.empty()) errors_.push_back(fmt::format("請輸入{}", label));
-  const std::string sign = NotInBig5(text);
+  const std::string_view sign = base::FirstNotInCp950(text);
   if (!sign.empty())
     errors_.push_back(fmt::format("{}裡的「{}」學生的程式無法顯示，請換一個字", label, sign));
   return text;

@@ -6,11 +6,11 @@
 #include <optional>
 #include <set>
 
+#include "base/cp950.h"
 #include "base/text.h"
 #include "base/utf8.h"
 #include "server/accounts.h"
 #include "server/teacher/form_reader.h"
-#include "server/text.h"
 
 namespace marovane {
 namespace {
@@ -53,7 +53,8 @@ Record TakeRecord(std::string_view& text, std::size_t& line) {
 
 /// The field in UTF-8; nothing for bytes that are no text.
 std::optional<std::string> Decoded(const std::string& bytes, bool isUtf8) {
-  std::string text = base::Trim(isUtf8 ? bytes : FromBig5(bytes), base::kWhiteSpace);
+  std::string text = base::Trim(isUtf8 ? bytes : base::FromCp950(bytes, base::Undecodable::kQuestionMark),
+                                base::kWhiteSpace);
   const bool isWhole =
       std::count(text.begin(), text.end(), '?') == std::count(bytes.begin(), bytes.end(), '?');
   return isWhole && base::IsCleanText(text) ? std::optional(text) : std::nullopt;

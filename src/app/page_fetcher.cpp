@@ -1,11 +1,11 @@
 #include "app/page_fetcher.h"
 
+#include "base/cp950.h"
 #include "base/percent.h"
 #include "platform/html.h"
 #include "platform/http.h"
 #include "platform/machine.h"
 #include "platform/run_time_error.h"
-#include "platform/text_encoding.h"
 
 namespace {
 
@@ -14,7 +14,7 @@ std::string FormBody(const HtmlForm& form) {
   std::string body;
   for (const auto& [name, value] : form.fields) {
     if (!body.empty()) body += '&';
-    body += base::FormEncode(ToBig5(name), "") + "=" + base::FormEncode(ToBig5(value), "");
+    body += base::FormEncode(base::ToCp950(name), "") + "=" + base::FormEncode(base::ToCp950(value), "");
   }
   return body;
 }
@@ -39,7 +39,7 @@ void PageFetcher::Fetch(const std::string& method, const std::string& url, const
   try {
     const base::HttpResponse response = machine_.http.Send(request);
     const bool isUtf8 = response.contentType.find("utf-8") != std::string::npos;
-    page_ = isUtf8 ? response.body : FromBig5(response.body);
+    page_ = isUtf8 ? response.body : base::FromCp950(response.body);
   } catch (const RunTimeError&) {
     page_ = "<html><body><p>目前無法取得說明頁，請檢查網路連線</p></body></html>";
   }

@@ -8,11 +8,11 @@
 #include "checking/resume_next.h"
 #include "checking/verdict.h"
 #include "core/big5_file.h"
-#include "core/digest.h"
 #include "core/process_control.h"
 #include "core/server_access.h"
 #include "core/set_file.h"
 #include "core/text_utility.h"
+#include "protocol/page_code.h"
 
 namespace {
 
@@ -40,7 +40,7 @@ bool WaitForEngine(FrmMain& frmMain) {
 
 Steps ShowPageSteps(Program& program, const std::string& pagePath, std::string& page, std::string& code) {
   return {[&] { page = ReadBig5File(program.machine.files, pagePath); },
-          [&] { code = EncodeForServer(page); }, [&] { program.machine.files.Delete(pagePath); },
+          [&] { code = protocol::EncodePage(page); }, [&] { program.machine.files.Delete(pagePath); },
           [&] { PostDecodeForm(program, code); }};
 }
 

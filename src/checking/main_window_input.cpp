@@ -1,4 +1,5 @@
 // What Enter does in the input box, and what is taken from its text.
+#include "base/cp950.h"
 #include "base/text.h"
 #include "base/utf16.h"
 #include "checking/main_window.h"
@@ -6,13 +7,12 @@
 #include "core/server_access.h"
 #include "core/settings.h"
 #include "platform/run_time_error.h"
-#include "platform/text_encoding.h"
 
 namespace {
 
 // A simplified character may have no code in the code page, and is Chinese all the same.
 bool IsChinese(char16_t character) {
-  const int code = Asc(character);
+  const int code = base::Asc(character);
   const bool isIdeograph = character >= u'\u3400' && character <= u'\u9fff';
   return code >= 255 || code < 1 || isIdeograph;
 }

@@ -2,13 +2,13 @@
 
 #include <algorithm>
 
+#include "base/cp950.h"
 #include "base/files.h"
 #include "base/percent.h"
 #include "base/text.h"
 #include "checking/suggest_page.h"
 #include "platform/environment.h"
 #include "platform/machine.h"
-#include "platform/text_encoding.h"
 #include "platform/window_system.h"
 
 namespace {
@@ -88,7 +88,7 @@ void FrmSuggest::ShowSuggest(const std::string& kind, const std::string& list) {
 std::string FrmSuggest::ListOf(const std::string& list, std::string& separator) const {
   if (!machine.files.FileExists(list)) return list;
   separator = "\n";
-  return base::Replace(FromBig5(machine.files.Read(list)), "\r", "");
+  return base::Replace(base::FromCp950(machine.files.Read(list)), "\r", "");
 }
 
 // The window never shrinks, and never grows out of the screen.

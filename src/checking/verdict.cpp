@@ -19,13 +19,13 @@ std::string CodeOf(const EngineAnswer& answer) {
 }
 
 void RecordRight(FrmMain& frmMain, const std::string& sentence) {
-  const LocalTime now = frmMain.machine.loop.Now();
+  const base::LocalTime now = frmMain.machine.loop.Now();
   frmMain.records.InsertOkSentence(
       {.sId = MakeRecId(frmMain.program.app, now), .sentence = sentence, .sDate = base::DayOf(now)});
 }
 
 void RecordFaulty(FrmMain& frmMain, const EngineAnswer& answer) {
-  const LocalTime now = frmMain.machine.loop.Now();
+  const base::LocalTime now = frmMain.machine.loop.Now();
   frmMain.records.InsertErrSentence({.id = MakeRecId(frmMain.program.app, now),
                                      .sentence = answer.sentence,
                                      .errcode = CodeOf(answer),

@@ -7,9 +7,9 @@
 #include <cmath>
 #include <random>
 
+#include "base/digest.h"
 #include "base/files.h"
 #include "base/text.h"
-#include "core/digest.h"
 #include "core/process_control.h"
 #include "core/program.h"
 #include "core/server_access.h"
@@ -55,7 +55,7 @@ std::string RunCode(int a, int b) { return fmt::format("{:02}{:02}{:02}", a, b, 
 std::string EngineRequestBody(const std::string& accountNo, const std::string& runCode,
                               const std::string& sentence) {
   return fmt::format("{}&pno={}&pnomd5={}&checksum={}&p1=beta&p2=0&p3={}&cidx=0&s={}", kAccessKey, accountNo,
-                     Md5Hex(accountNo), Md5Hex(base::Replace(sentence, " ", "")), runCode,
+                     base::SlotMd5(accountNo), base::SlotMd5(base::Replace(sentence, " ", "")), runCode,
                      base::Replace(sentence, " ", "%20"));
 }
 

@@ -43,7 +43,7 @@ void BringBack(Form& form, const Places& before) {
 }
 
 void WriteErrorLog(Program& program, const std::exception& error) {
-  const LocalTime now = program.machine.loop.Now();
+  const base::LocalTime now = program.machine.loop.Now();
   const std::string folder = TraceFolder(program.machine.environment);
   const auto time =
       std::chrono::duration_cast<std::chrono::seconds>(now - std::chrono::floor<std::chrono::days>(now));

@@ -1,5 +1,6 @@
 #include "core/server_access.h"
 
+#include "base/cp950.h"
 #include "base/day.h"
 #include "base/text.h"
 #include "core/message.h"
@@ -7,16 +8,13 @@
 #include "platform/event_loop.h"
 #include "platform/http.h"
 #include "platform/run_time_error.h"
-#include "platform/text_encoding.h"
-
-std::string BytesToText(std::string_view responseBody) { return FromBig5(responseBody); }
 
 std::string PostForm(Program& program, const std::string& url, const std::string& body) {
   base::HttpRequest request{.url = url, .headers = {}, .body = body};
   // Servers of this family are used to both, in this order.
   request.headers.emplace_back("Content-Type", "application/x-www-form-urlencoded");
   request.headers.emplace_back("Content-Type", "text/xml; charset=big5");
-  return BytesToText(program.machine.http.Send(request).body);
+  return base::FromCp950(program.machine.http.Send(request).body);
 }
 
 namespace {

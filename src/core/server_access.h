@@ -11,8 +11,6 @@ inline constexpr std::string_view kAccessKey = "key=zorbelquinter";
 /// Made by the client itself when a probe failed.
 inline constexpr std::string_view kConnectFailed = "ERR_CONNECT_FAILED";
 
-/// Text of a reply in CP950. Throws RunTimeError for a lead byte at the very end.
-std::string BytesToText(std::string_view responseBody);
 /// Posts a form body (UTF-8) and gives the decoded reply, whatever the status. Throws RunTimeError when no
 /// reply came or it cannot be decoded.
 std::string PostForm(Program& program, const std::string& url, const std::string& body);

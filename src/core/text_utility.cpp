@@ -5,13 +5,12 @@
 #include <algorithm>
 #include <array>
 
-#include "base/day.h"
 #include "base/text.h"
 #include "core/app_state.h"
 
-std::string MakeRecId(AppState& app, LocalTime now) {
+std::string MakeRecId(AppState& app, base::LocalTime now) {
   using std::chrono::local_days;
-  constexpr LocalTime kEpoch = local_days{std::chrono::year{2006} / 1 / 1};
+  constexpr base::LocalTime kEpoch = local_days{std::chrono::year{2006} / 1 / 1};
   constexpr int kLastSequence = 12800;
   if (++app.gRecSeq >= kLastSequence) app.gRecSeq = 1;
   return fmt::format("{}{:05}", (now - kEpoch).count(), app.gRecSeq);
@@ -28,7 +27,7 @@ std::string FormatNumber(std::int64_t number) {
   return digits;
 }
 
-std::string DefaultEssayTitle(const std::string& title, LocalTime now) {
+std::string DefaultEssayTitle(const std::string& title, base::LocalTime now) {
   return title.empty() ? "我的短文" + base::FormatDatePadded(base::DayOf(now), "") : title;
 }
 

@@ -5,18 +5,18 @@
 #include <string>
 #include <string_view>
 
-#include "platform/event_loop.h"
+#include "base/day.h"
 
 struct AppState;
 
 /// A new id: whole seconds since 2006/01/01 00:00:00 of local time and a running number of five digits. Ids
 /// of a run sort by time.
-std::string MakeRecId(AppState& app, LocalTime now);
+std::string MakeRecId(AppState& app, base::LocalTime now);
 
 /// A whole number with a comma between thousands, as "1,208".
 std::string FormatNumber(std::int64_t number);
 /// The title, or "我的短文" with the day when it is empty.
-std::string DefaultEssayTitle(const std::string& title, LocalTime now);
+std::string DefaultEssayTitle(const std::string& title, base::LocalTime now);
 
 /// Leading code of an engine's reply: without "!", up to the first "#", trimmed, at most six characters.
 std::string EngineReplyCode(std::string_view reply);

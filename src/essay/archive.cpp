@@ -2,16 +2,18 @@
 
 #include <fmt/format.h>
 
+#include "base/digest.h"
 #include "base/percent.h"
 #include "base/text.h"
-#include "core/digest.h"
 #include "core/program.h"
 #include "core/server_access.h"
 #include "platform/http.h"
 #include "platform/machine.h"
 #include "platform/run_time_error.h"
 
-std::string ArchiveChecksum(const std::string& sentence) { return Md5Hex(base::Replace(sentence, " ", "")); }
+std::string ArchiveChecksum(const std::string& sentence) {
+  return base::SlotMd5(base::Replace(sentence, " ", ""));
+}
 
 std::string SendServerHtm(Program& program, const std::string& page, const std::string& sentence) {
   const auto& app = program.app;
@@ -21,7 +23,7 @@ std::string SendServerHtm(Program& program, const std::string& page, const std::
       .url = app.gFileServerRoot + "p_all_engine_htm_rec.asp",
       .headers = {{"Content-Type", "application/x-www-form-urlencoded"}},
       .body = fmt::format("{}&enginever={}&pnomd5={}&checksum={}&filestr={}", kAccessKey,
-                          base::FormEncode(app.gEngineVersion, ""), Md5Hex(app.gAccountNo), checksum,
+                          base::FormEncode(app.gEngineVersion, ""), base::SlotMd5(app.gAccountNo), checksum,
                           base::FormEncode(page, ""))};
   try {
     program.machine.http.Send(request);
@@ -33,5 +35,5 @@ std::string SendServerHtm(Program& program, const std::string& page, const std::
 
 std::string ArchivedPageUrl(const Program& program, const std::string& root, const std::string& checksum) {
   return fmt::format("{}p_all_engine_htm_show.asp?{}&pnomd5={}&checksum={}&enginever={}", root, kAccessKey,
-                     Md5Hex(program.app.gAccountNo), checksum, program.app.gEngineVersion);
+                     base::SlotMd5(program.app.gAccountNo), checksum, program.app.gEngineVersion);
 }

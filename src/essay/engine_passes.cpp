@@ -2,6 +2,7 @@
 
 #include <optional>
 
+#include "base/cp950.h"
 #include "base/day.h"
 #include "base/files.h"
 #include "base/text.h"
@@ -49,7 +50,7 @@ std::string HaveHtm(const EngineAnswer& answer) { return base::Trim(answer.findM
 
 void RecordAnswer(EssayRoom& room, const EngineAnswer& answer, const std::string& haveHtm) {
   auto& app = room.program.app;
-  const LocalTime now = room.program.machine.loop.Now();
+  const base::LocalTime now = room.program.machine.loop.Now();
   const std::string id = MakeRecId(app, now);
   base::Transaction transaction(room.records.Db());
   if (answer.IsRight() || answer.findMistake == "2") {
@@ -122,7 +123,7 @@ std::string FetchPage(Program& program, const std::string& url) try {
       program.machine.http.Send({.method = "GET", .url = url, .headers = {}, .body = ""});
   if (response.status != 200) return "";
   const bool isUtf8 = response.contentType.find("utf-8") != std::string::npos;
-  return BodyOf(isUtf8 ? response.body : BytesToText(response.body));
+  return BodyOf(isUtf8 ? response.body : base::FromCp950(response.body));
 } catch (const RunTimeError&) {
   return "";
 }

@@ -5,8 +5,8 @@
 #include <algorithm>
 #include <unordered_map>
 
+#include "base/digest.h"
 #include "base/text.h"
-#include "core/digest.h"
 #include "essay/sentence_cutter.h"
 #include "platform/run_time_error.h"
 #include "views/page_frame.h"
@@ -126,7 +126,7 @@ std::string WarnedSentence(const EssayReport& report, const Entry& entry, const 
       " title ='需注意句子，點一下可查看詳細批改內容' {}"
       R"( onclick="javascript:location.href='cmd:show:{}';")"
       " alt='查看詳細分析結果' title='查看詳細分析結果'>{}{}</span>\r\n",
-      entry.colour == kUndecided ? kWarned : entry.colour, kUnderlineOnHover, Md5Hex(KeyOf(sentence)),
+      entry.colour == kUndecided ? kWarned : entry.colour, kUnderlineOnHover, base::SlotMd5(KeyOf(sentence)),
       Escaped(sentence), Image(report, "ico_mrv_ext.gif"));
 }
 
@@ -174,7 +174,7 @@ std::string AttemptItem(const EssayReport& report, const ErrSentence& attempt, i
       R"( onmouseover="javascript:this.style.color='#0000FF';")"
       R"( onmouseout="javascript:this.style.color='#FF0000';" >)"
       "\r\n{}{}\r\n</font>\r\n</a>\r\n{}</li>",
-      number, Md5Hex(base::Replace(text, " ", "")), Escaped(text), Image(report, "ico_mrv_hint.gif"),
+      number, base::SlotMd5(base::Replace(text, " ", "")), Escaped(text), Image(report, "ico_mrv_hint.gif"),
       Outline(report, attempt.errcode));
 }
 

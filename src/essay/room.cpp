@@ -37,7 +37,7 @@ void EssayRoom::StartEssay() {
 void EssayRoom::StartOwnEssay(const std::string& title) {
   auto& app = program.app;
   if (app.gEssayMode) return frmEssay->BringToFront();
-  const LocalTime now = program.machine.loop.Now();
+  const base::LocalTime now = program.machine.loop.Now();
   app.gEssayQuiz = DefaultEssayTitle(title, now);
   app.gEssayStartRequested = true;
   app.gEssayWorkId = MakeRecId(app, now);

@@ -41,7 +41,7 @@ std::string MakeEssayId(EssayRoom& room) {
 
 void OpenEssay(EssayRoom& room) {
   auto& app = room.program.app;
-  const LocalTime now = room.program.machine.loop.Now();
+  const base::LocalTime now = room.program.machine.loop.Now();
   room.frmEssay->mAnalysing = true;
   app.gEssayId = MakeEssayId(room);
   if (app.gEssayQuiz.empty()) app.gEssayQuiz = base::FormatDateUnpadded(base::DayOf(now), "") + "我的短文";
@@ -139,7 +139,7 @@ void AwaitShowDelay(EssayRoom& room) {
 
 void PassFromRecord(EssayRoom& room, const OkSentence& known) {
   auto& app = room.program.app;
-  const LocalTime now = room.program.machine.loop.Now();
+  const base::LocalTime now = room.program.machine.loop.Now();
   StartShowDelay(room);
   room.records.InsertOkSentence({.sId = MakeRecId(app, now),
                                  .sentence = app.gEssayCurSentence,
@@ -154,7 +154,7 @@ void PassFromRecord(EssayRoom& room, const OkSentence& known) {
 
 void RefuseFromRecord(EssayRoom& room, const ErrSentence& known) {
   auto& app = room.program.app;
-  const LocalTime now = room.program.machine.loop.Now();
+  const base::LocalTime now = room.program.machine.loop.Now();
   StartShowDelay(room);
   base::Transaction transaction(room.records.Db());
   room.records.InsertErrSentence({.id = MakeRecId(app, now),

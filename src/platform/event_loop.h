@@ -11,10 +11,9 @@
 #include <set>
 #include <vector>
 
-class Timer;
+#include "base/day.h"
 
-/// Days and times of day of the learner's calendar, without a time zone.
-using LocalTime = std::chrono::local_seconds;
+class Timer;
 
 /// The base of all event loops. It keeps the timers and the posted tasks; a loop of its own kind supplies the
 /// clocks and the way to sleep. All calls but Post are made on the one thread of the program.
@@ -76,7 +75,7 @@ class EventLoop {
   virtual void StopWatching(int watch) = 0;
 
   /// The wall clock, as local civil time.
-  virtual LocalTime Now() const = 0;
+  virtual base::LocalTime Now() const = 0;
 
   /// The steady clock that timers follow.
   virtual Milliseconds Elapsed() const = 0;

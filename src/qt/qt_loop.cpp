@@ -140,7 +140,7 @@ void QtLoop::StopWatching(int watch) {
   watches_.erase(found);
 }
 
-LocalTime QtLoop::Now() const { return base::LocalNow(); }
+base::LocalTime QtLoop::Now() const { return base::LocalNow(); }
 
 EventLoop::Milliseconds QtLoop::Elapsed() const {
   return std::chrono::duration_cast<Milliseconds>(std::chrono::steady_clock::now().time_since_epoch());

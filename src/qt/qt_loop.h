@@ -22,7 +22,7 @@ class QtLoop : public EventLoop {
   void RunBlocking(const std::function<void()>& work) override;
   int WatchReadable(int fd, std::function<void()> callback) override;
   void StopWatching(int watch) override;
-  LocalTime Now() const override;
+  base::LocalTime Now() const override;
   Milliseconds Elapsed() const override;
 
   /// The one way from a Qt callback into handlers. No exception passes Qt: it is kept, and goes on from the

@@ -3,8 +3,8 @@
 #include <QCoreApplication>
 #include <QKeyEvent>
 
+#include "base/cp950.h"
 #include "platform/form.h"
-#include "platform/text_encoding.h"
 #include "qt/form_view.h"
 #include "qt/key_codes.h"
 #include "qt/text_convert.h"
@@ -30,7 +30,7 @@ bool TextView::HandleKey(QKeyEvent* event) {
 }
 
 QChar TextView::Filtered(QChar character) {
-  const int before = Asc(character.unicode());
+  const int before = base::Asc(character.unicode());
   int after = before;
   Raise([this, &after] { box_.KeyPress.Raise(after); });
   return after == before ? character : QChar(after);

@@ -6,6 +6,7 @@
 
 #include "base/database.h"
 #include "base/day.h"
+#include "base/digest.h"
 #include "base/text.h"
 #include "base/transaction.h"
 #include "records/record_db.h"
@@ -35,23 +36,6 @@ const TableWords& WordsOf(RecordTable table) {
 }
 
 constexpr std::array kAllTables{RecordTable::kOkSentence, RecordTable::kErrSentence, RecordTable::kEssay};
-
-// FNV-1a with a last mixing step.
-class RowHash {
- public:
-  void Take(const std::string& field) {
-    for (const char byte : field) Take(static_cast<unsigned char>(byte));
-    Take(static_cast<unsigned char>(0x1F));
-  }
-  std::uint64_t Value() const {
-    const std::uint64_t mixed = (hash_ ^ hash_ >> 33U) * 0xff51afd7ed558ccd;
-    return mixed ^ mixed >> 33U;
-  }
-
- private:
-  void Take(unsigned char byte) { hash_ = (hash_ ^ byte) * 0x100000001b3; }
-  std::uint64_t hash_ = 0xcbf29ce484222325;
-};
 
 PendingRow RowFrom(const base::DbRow& row) {
   return {row.Text(0), row.Text(1), row.Text(2), row.Text(3), row.Text(4), row.Text(5),
@@ -130,8 +114,8 @@ std::uint64_t SyncRecords::Digest(base::Day from) {
     const auto& words = WordsOf(table);
     Db().Run(fmt::format("select {} from {} where sDate >= ?", words.digest, words.name),
              {base::IsoDay(from)}, [&](const base::DbRow& row) {
-               RowHash hash;
-               for (int i = 0; i < row.Count(); ++i) hash.Take(base::Trim(row.Text(i)));
+               base::RowHash hash;
+               for (int i = 0; i < row.Count(); ++i) hash.Add(base::Trim(row.Text(i)));
                sum += hash.Value();
              });
   }

@@ -1,5 +1,6 @@
 #include "settings/campus_login.h"
 
+#include "base/cp950.h"
 #include "base/files.h"
 #include "base/text.h"
 #include "core/message.h"
@@ -8,7 +9,6 @@
 #include "core/text_utility.h"
 #include "platform/event_loop.h"
 #include "platform/run_time_error.h"
-#include "platform/text_encoding.h"
 
 namespace {
 
@@ -87,7 +87,7 @@ void FrmXQDLogin::ISCCert_IO(const std::string& mode) {
 void FrmXQDLogin::ReadCertificate() {
   const base::Files& files = machine.files;
   if (!files.FileExists(certFile_)) return;
-  const auto lines = base::Split(base::Replace(FromBig5(files.Read(certFile_)), "\r\n", "\n"), "\n");
+  const auto lines = base::Split(base::Replace(base::FromCp950(files.Read(certFile_)), "\r\n", "\n"), "\n");
   const auto line = [&lines](std::size_t number) {
     return number < lines.size() ? base::Trim(lines[number]) : "";
   };
@@ -107,7 +107,7 @@ void FrmXQDLogin::WriteCertificate() {
   for (const auto& value : {lblACServer.Caption(), txtLogin.Text(), txtPassword.Text()}) {
     text += base::Trim(value) + "\r\n";
   }
-  base::RewriteFile(machine.files, certFile_, ToBig5(text), true);
+  base::RewriteFile(machine.files, certFile_, base::ToCp950(text), true);
 }
 
 void FrmXQDLogin::txtLogin_KeyPress(int& keyAscii) {

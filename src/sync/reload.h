@@ -31,5 +31,5 @@ class Reload {
   Program& program_;
   SyncRecords& records_;
   Announce announce_;
-  LocalTime idTime_;  // time that the ids of the sentences tell
+  base::LocalTime idTime_;  // time that the ids of the sentences tell
 };

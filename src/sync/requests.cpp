@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 
+#include "base/cp950.h"
 #include "core/program.h"
 #include "core/server_access.h"
 #include "platform/http.h"
@@ -17,7 +18,7 @@ std::string PostPage(Program& program, const std::string& page, const std::strin
   if (response.status / 100 != kSuccess) {
     throw RunTimeError(fmt::format("{}: status {}", request.url, response.status));
   }
-  return BytesToText(response.body);
+  return base::FromCp950(response.body);
 }
 
 std::string PostPage(Program& program, const std::string& page, const std::string& body,

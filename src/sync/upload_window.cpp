@@ -5,8 +5,8 @@
 #include <optional>
 
 #include "base/day.h"
+#include "base/digest.h"
 #include "base/text.h"
-#include "core/digest.h"
 #include "core/error_report.h"
 #include "core/message.h"
 #include "core/server_access.h"
@@ -43,9 +43,9 @@ bool IsMerge(const std::string& mode) { return mode != "NOMSG" && mode != "DOWNL
 }  // namespace
 
 std::string SyncChecksum(SyncRecords& records) {
-  return Md5Hex(base::Trim(records.Newest(RecordTable::kEssay)) +
-                BareSentence(records.Newest(RecordTable::kOkSentence)) +
-                BareSentence(records.Newest(RecordTable::kErrSentence)));
+  return base::SlotMd5(base::Trim(records.Newest(RecordTable::kEssay)) +
+                       BareSentence(records.Newest(RecordTable::kOkSentence)) +
+                       BareSentence(records.Newest(RecordTable::kErrSentence)));
 }
 
 FrmUpload::FrmUpload(Program& program, RecordDb& records)

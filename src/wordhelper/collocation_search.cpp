@@ -3,7 +3,6 @@
 
 #include "base/percent.h"
 #include "base/text.h"
-#include "core/digest.h"
 #include "core/message.h"
 #include "core/options.h"
 #include "core/server_access.h"

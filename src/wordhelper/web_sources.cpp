@@ -2,15 +2,14 @@
 
 #include <algorithm>
 
+#include "base/cp950.h"
 #include "base/files.h"
 #include "base/percent.h"
 #include "base/text.h"
-#include "core/digest.h"
 #include "core/program.h"
 #include "core/server_access.h"
 #include "platform/machine.h"
 #include "platform/run_time_error.h"
-#include "platform/text_encoding.h"
 
 namespace {
 
@@ -24,7 +23,7 @@ bool IsDigit(const std::string& text) { return text.size() == 1 && text[0] >= '0
 std::string LineOf(std::string_view bytes) {
   if (bytes.ends_with('\r')) bytes.remove_suffix(1);
   try {
-    return base::Trim(FromBig5(bytes));
+    return base::Trim(base::FromCp950(bytes));
   } catch (const RunTimeError&) {
     return "";
   }
@@ -76,7 +75,7 @@ ChosenSources ReadChosenSources(Program& program) {
 
 void WriteChosenSources(Program& program, const ChosenSources& chosen) {
   std::string bytes;
-  for (const auto& name : chosen) bytes += ToBig5(name) + "\r\n";
+  for (const auto& name : chosen) bytes += base::ToCp950(name) + "\r\n";
   base::RewriteFile(program.machine.files, ChoiceFile(program), bytes, true);
 }
 

@@ -1,7 +1,7 @@
 #include "wordhelper/word_bank_text.h"
 
+#include "base/cp950.h"
 #include "base/text.h"
-#include "platform/text_encoding.h"
 #include "views/page_frame.h"
 
 std::vector<std::string> PayloadItems(const std::string& payload) {
@@ -14,7 +14,7 @@ std::vector<std::string> PayloadItems(const std::string& payload) {
 }
 
 std::vector<std::string> ResultLines(std::string_view bytes) {
-  auto lines = base::Split(FromBig5(bytes), "\n");
+  auto lines = base::Split(base::FromCp950(bytes), "\n");
   if (!lines.empty() && lines.back().empty()) lines.pop_back();  // what stands behind the last line end
   if (!lines.empty()) lines.erase(lines.begin());
   for (auto& line : lines) {

@@ -76,9 +76,9 @@ TEST_F(CheckTableTest, HoldsForTheWebEngine) {
   for (const Check& check : Checks()) {
     SCOPED_TRACE(check.name);
     Prepare(check);
-    machine.http.Route("p_passWebEngine.asp",
-                       ToBig5("OK_" + check.findMistake + "#" +
-                              (check.findMistake == "0" ? "" : check.errcode) + "#p/1.htm#" + check.marked));
+    machine.http.Route("p_passWebEngine.asp", base::ToCp950("OK_" + check.findMistake + "#" +
+                                                            (check.findMistake == "0" ? "" : check.errcode) +
+                                                            "#p/1.htm#" + check.marked));
     if (check.errcode.find('#') != std::string::npos) {  // the sign parts the fields here
       machine.http.Route("p_passWebEngine.asp", "OK_1#!A1B2C3D4#p/1.htm# He's *go*. ");
     }

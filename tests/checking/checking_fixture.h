@@ -7,10 +7,10 @@
 #include <string>
 #include <vector>
 
+#include "base/cp950.h"
 #include "checking/main_window.h"
 #include "core/set_file.h"
 #include "core/settings.h"
-#include "platform/text_encoding.h"
 #include "platform/window.h"
 #include "records/record_db.h"
 #include "tests/records/record_store.h"
@@ -71,7 +71,7 @@ class CheckingTest : public ::testing::Test {
   /// What a good engine does: it writes its page and its keys.
   FakeProcesses::Work Engine(const Keys& keys, const std::string& page = "本句子沒有發現錯誤") {
     return [this, keys, page](const base::ProcessStart&) {
-      machine.realFiles.Write(PagePath(), "\r\n" + ToBig5(page), false);
+      machine.realFiles.Write(PagePath(), "\r\n" + base::ToCp950(page), false);
       WriteKeys(keys);
       WriteKeys({{"htm4chk", PagePath()}});
     };

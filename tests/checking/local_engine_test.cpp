@@ -1,8 +1,8 @@
 #include "checking/local_engine.h"
 
-#include "core/digest.h"
 #include "core/error_report.h"
 #include "platform/run_time_error.h"
+#include "protocol/page_code.h"
 #include "tests/checking/checking_fixture.h"
 
 namespace {
@@ -68,7 +68,7 @@ TEST_F(LocalEngineTest, PageGoesPackedToTheServerAndIsDeleted) {
   EXPECT_THAT(fakes.frmBrowser.posted[0],
               AllOf(StartsWith("2 <html>"), HasSubstr("action='http://server/p_decode.asp'"),
                     HasSubstr("name='pno' value='4711'"),
-                    HasSubstr("name='code' value='" + EncodeForServer(page) + "'")));
+                    HasSubstr("name='code' value='" + protocol::EncodePage(page) + "'")));
   EXPECT_FALSE(machine.realFiles.FileExists(PagePath()));
 }
 

@@ -51,7 +51,7 @@ class SuggestWindow : public CheckingTest {
   SuggestWindow() {
     app.gUseWebEngineWbank = true;
     auto& http = machine.http;
-    http.Route("p_passWebEngine_wbank.asp", ToBig5("OK_heavy rain >> 大雨"));
+    http.Route("p_passWebEngine_wbank.asp", base::ToCp950("OK_heavy rain >> 大雨"));
     http.Route("p_getconn.asp", "ONLINE");
     http.Route("p_update_useract.asp", "OK_");
     http.Route("p_getwebhelper.asp", "");
@@ -77,7 +77,7 @@ TEST_F(SuggestWindow, OpensForARightSentenceWithTheTabsThatItHas) {
   };
   for (const auto& [reply, col, syn] : cases) {
     SCOPED_TRACE(reply);
-    machine.http.Route("p_passWebEngine.asp", ToBig5(reply));
+    machine.http.Route("p_passWebEngine.asp", base::ToCp950(reply));
     Enter("It rains.");
     EXPECT_TRUE(app.gOpenSuggest && Suggest().Visible());
     EXPECT_EQ(Suggest().picTab(0).Visible(), col);
@@ -115,7 +115,7 @@ TEST_F(SuggestWindow, GrowsWithItsItemsAndNeverShrinks) {
 
 TEST_F(SuggestWindow, ListMayStandInAFile) {
   const std::string path = app.gTempDir + "/col.txt";
-  machine.realFiles.Write(path, ToBig5("rain 名詞 fall 動詞\r\n\r\nrun 動詞 fast 副詞\r\n"), false);
+  machine.realFiles.Write(path, base::ToCp950("rain 名詞 fall 動詞\r\n\r\nrun 動詞 fast 副詞\r\n"), false);
   Suggest().ShowSuggest("COL", path);
   EXPECT_THAT(Suggest().webMain(0).Page(),
               AllOf(HasSubstr("value='rain,CNV'"), HasSubstr("value='run,CVM'"), Not(HasSubstr("suggest3"))));

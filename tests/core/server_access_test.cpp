@@ -1,8 +1,8 @@
 #include "core/server_access.h"
 
+#include "base/cp950.h"
 #include "base/day.h"
 #include "platform/run_time_error.h"
-#include "platform/text_encoding.h"
 #include "tests/core/core_fixture.h"
 
 namespace {
@@ -22,17 +22,8 @@ class ServerAccessTest : public CoreTest {
   FakeHttp& http_ = machine.http;
 };
 
-TEST_F(ServerAccessTest, RepliesAreBig5MixedWithAscii) {
-  EXPECT_EQ(BytesToText(""), "");
-  EXPECT_EQ(BytesToText("OK_a\xA4\xA4"
-                        "b\xA4\xE5#"),
-            "OK_a中b文#");
-  EXPECT_EQ(BytesToText("\xA4\x40\x80\x41z"), "一\uFFFDz") << "a lead byte takes its pair whatever it is";
-  EXPECT_THROW(BytesToText("OK_\xA4"), RunTimeError);
-}
-
 TEST_F(ServerAccessTest, RequestsCarryBothHeadersAndTheBodyAsItStands) {
-  http_.Route("p_x.asp", ToBig5("OK_好"), 500);
+  http_.Route("p_x.asp", base::ToCp950("OK_好"), 500);
   EXPECT_EQ(PostForm(program, "http://server/p_x.asp", "key=中 &"), "OK_好") << "whatever the status";
   ASSERT_THAT(http_.requests, SizeIs(1));
   EXPECT_EQ(http_.requests[0].method, "POST");

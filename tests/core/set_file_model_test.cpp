@@ -2,8 +2,8 @@
 #include <random>
 #include <regex>
 
+#include "base/cp950.h"
 #include "core/set_file.h"
-#include "platform/text_encoding.h"
 #include "tests/core/core_fixture.h"
 
 namespace {
@@ -79,7 +79,7 @@ TEST_F(SetFileModelTest, AgreesOverRandomFilesAndOperations) {
     Model model(isRegistry);
     std::string text;
     for (unsigned lines = random() % 9; lines > 0; --lines) text += Any(random, lineSigns, 7) + "\r\n";
-    Put(path, ToBig5(text));
+    Put(path, base::ToCp950(text));
     model.Load(text);
     for (int operation = 0; operation < 10; ++operation) {
       const std::string key = Any(random, keySigns, 1);
@@ -89,7 +89,7 @@ TEST_F(SetFileModelTest, AgreesOverRandomFilesAndOperations) {
       const std::string value = Any(random, valueSigns, 3);
       ReadWriteSetFile(machine.files, path, "W", key, value);
       const std::string expected = model.Write(key, value);
-      ASSERT_EQ(FromBig5(Content(path).value()), expected) << text << key;
+      ASSERT_EQ(base::FromCp950(Content(path).value()), expected) << text << key;
       text = expected;
       model.Load(text);
     }

@@ -1,7 +1,7 @@
 #include "core/set_file.h"
 
+#include "base/cp950.h"
 #include "platform/run_time_error.h"
-#include "platform/text_encoding.h"
 #include "tests/core/core_fixture.h"
 
 namespace {
@@ -134,13 +134,14 @@ TEST_F(SetFileTest, BlankLinesAreNoEntries) {
 }
 
 TEST_F(SetFileTest, TextsAreBig5AndForeignBytesStay) {
-  const std::string title = ToBig5("學歷");
-  Put(setup_, title + "=" + ToBig5("大學") + "\r\nodd=\xFF\x31 \r\ncut=" + ToBig5("中") + "\xA4\r\n");
+  const std::string title = base::ToCp950("學歷");
+  Put(setup_,
+      title + "=" + base::ToCp950("大學") + "\r\nodd=\xFF\x31 \r\ncut=" + base::ToCp950("中") + "\xA4\r\n");
   EXPECT_EQ(Read(setup_, "學歷"), "大學");
   EXPECT_EQ(Read(setup_, "cut"), "中\uFFFD") << "half a character must not make the file unreadable";
   Write(setup_, "學歷", "碩士");
-  EXPECT_THAT(Content(setup_), Optional(title + "=" + ToBig5("碩士") +
-                                        "\r\nodd=\xFF\x31\r\ncut=" + ToBig5("中") + "\xA4\r\n"));
+  EXPECT_THAT(Content(setup_), Optional(title + "=" + base::ToCp950("碩士") +
+                                        "\r\nodd=\xFF\x31\r\ncut=" + base::ToCp950("中") + "\xA4\r\n"));
 }
 
 TEST_F(SetFileTest, FileThatCannotBeOpenedIsARunTimeError) {

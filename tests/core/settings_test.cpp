@@ -1,8 +1,8 @@
 #include "core/settings.h"
 
+#include "base/cp950.h"
 #include "core/set_file.h"
 #include "platform/run_time_error.h"
-#include "platform/text_encoding.h"
 #include "tests/core/core_fixture.h"
 
 namespace {
@@ -51,7 +51,7 @@ TEST_F(SettingsTest, EveryKeyIsRepairedInItsOwnWay) {
       {"Pno", "12-3", &AppState::gAccountNo, "12-3", "12-3"},
   };
   for (const auto& [key, stored, field, used, kept] : cases) {
-    Put(app.gSetupFile, key + ("=" + ToBig5(stored)) + "\r\n");
+    Put(app.gSetupFile, key + ("=" + base::ToCp950(stored)) + "\r\n");
     LoadSettings(program);
     EXPECT_EQ(app.*field, used) << key << "=" << stored;
     EXPECT_EQ(ReadSetup(program, key), kept) << key << "=" << stored;
@@ -126,7 +126,7 @@ TEST_F(SettingsTest, ServerAnswersBeforeTheOtherSettingsAreRead) {
   machine.http.Route(kSettingsPage,
                      "OK_alwaysOnTop:1$FontSize:BIG$transformValue:180$userPW:fromserver"
                      "$autoKeyinPw:1$eduBackground:" +
-                         ToBig5("高中") + "$fresh:x:y$alone$");
+                         base::ToCp950("高中") + "$fresh:x:y$alone$");
   Put(app.gSetupFile, "Pno=12-34 5\r\nFontSize=SMALL\r\nuserPW=old\r\n");
   LoadSettings(program);
   EXPECT_EQ(app.gAccountNo, "12345");

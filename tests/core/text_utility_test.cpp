@@ -23,7 +23,7 @@ TEST(FormatNumber, PartsThousands) {
 
 TEST(MakeRecId, CountsWithinTheSecondAndStartsAnew) {
   AppState app;
-  const LocalTime now = local_days{year{2026} / 11 / 5} + 9h;
+  const base::LocalTime now = local_days{year{2026} / 11 / 5} + 9h;
   const std::string seconds = "657795600";
   EXPECT_EQ(MakeRecId(app, now), seconds + "00001");
   std::set<std::string> ids{seconds + "00001"};

@@ -40,7 +40,7 @@ class ProgramTest : public ::testing::Test {
   }
 
   std::string Value(const std::string& key) const {
-    return RegistryFile(home_ / "registry.set").Value(key).value_or("?");
+    return ReadRegistry(home_ / "registry.set").Find(key).value_or("?");
   }
 
   std::size_t FileCount() const {
@@ -124,18 +124,15 @@ TEST(RunCode, TellsLevelAndMode) {
   EXPECT_FALSE(ParseRunRequest("beta,999998"));
 }
 
-TEST_F(ProgramTest, RegistryFileReadsAndWritesCp950) {
-  std::ofstream(home_ / "registry.set", std::ios::binary)
-      << "marker=\r\n\r\n  sentence = \xBF\xF9 \r\nlone\r\nsentence=second\r\n";
-  RegistryFile registry(home_ / "registry.set");
-  EXPECT_EQ(registry.Value("sentence"), "錯");
-  EXPECT_FALSE(registry.Value("absent"));
-  registry.Set("sentence", "誤 x");
-  registry.Set("added", "1");
-  registry.Write();
-  EXPECT_EQ(ReadText(home_ / "registry.set"),
-            "marker=\r\nsentence=\xBB\x7E x\r\nlone\r\nsentence=second\r\nadded=1\r\n");
-  EXPECT_THROW(RegistryFile(home_ / "nothing.set"), std::runtime_error);
+TEST_F(ProgramTest, RegistryFileIsInCp950) {
+  const fs::path file = home_ / "registry.set";
+  std::ofstream(file, std::ios::binary) << "marker=\r\n  sentence = \xBF\xF9 = 2 \r\nsentence=second\r\n";
+  base::KeyValues registry = ReadRegistry(file);
+  EXPECT_EQ(registry.Find("sentence"), "錯 = 2");
+  registry.Set("sentence", "誤 é");
+  WriteRegistry(file, registry);
+  EXPECT_EQ(ReadText(file), "marker=\r\nsentence=\xBB\x7E &#233;\r\nsentence=second\r\n");
+  EXPECT_THROW(ReadRegistry(home_ / "nothing.set"), std::runtime_error);
 }
 
 }  // namespace

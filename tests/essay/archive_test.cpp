@@ -1,6 +1,6 @@
 #include "essay/archive.h"
 
-#include "core/digest.h"
+#include "base/digest.h"
 #include "essay/comparison.h"
 #include "tests/essay/essay_fixture.h"
 
@@ -14,16 +14,17 @@ using ArchiveTest = EssayTest;
 
 TEST_F(ArchiveTest, FilesAPageUnderDigests) {
   const std::string checksum = SendServerHtm(composition.program, "<p>一 & two</p></textarea>", "He  goes.");
-  EXPECT_EQ(checksum, Md5Hex("Hegoes."));
+  EXPECT_EQ(checksum, base::SlotMd5("Hegoes."));
   EXPECT_EQ(checksum, ArchiveChecksum("He goes ."));
-  EXPECT_THAT(machine.http.Bodies("p_all_engine_htm_rec.asp"),
-              ElementsAre("key=zorbelquinter&enginever=&pnomd5=" + Md5Hex("1234567890") + "&checksum=" +
-                          checksum + "&filestr=%3Cp%3E%E4%B8%80+%26+two%3C%2Fp%3E%3C%2Ftextarea%3E"));
+  EXPECT_THAT(
+      machine.http.Bodies("p_all_engine_htm_rec.asp"),
+      ElementsAre("key=zorbelquinter&enginever=&pnomd5=" + base::SlotMd5("1234567890") +
+                  "&checksum=" + checksum + "&filestr=%3Cp%3E%E4%B8%80+%26+two%3C%2Fp%3E%3C%2Ftextarea%3E"));
 }
 
 TEST_F(ArchiveTest, LetsAFailedPostGoUnnoticed) {
   machine.http.RouteToNowhere("p_all_engine_htm_rec.asp");
-  EXPECT_EQ(SendServerHtm(composition.program, "<p></p>", "Hi."), Md5Hex("Hi."));
+  EXPECT_EQ(SendServerHtm(composition.program, "<p></p>", "Hi."), base::SlotMd5("Hi."));
 }
 
 TEST_F(ArchiveTest, ShowsTheOriginalBesideTheReport) {
@@ -34,8 +35,8 @@ TEST_F(ArchiveTest, ShowsTheOriginalBesideTheReport) {
   EXPECT_THAT(window.webHtml.Page(), AllOf(HasSubstr("Other."), ::testing::Not(HasSubstr("First."))));
   EXPECT_FALSE(window.webHtml.FollowLink("cmd:show: abc "));
   EXPECT_EQ(composition.frmBrowser->webOther.LocationURL(),
-            "http://school/p_all_engine_htm_show.asp?key=zorbelquinter&pnomd5=" + Md5Hex("1234567890") +
-                "&checksum=abc&enginever=");
+            "http://school/p_all_engine_htm_show.asp?key=zorbelquinter&pnomd5=" +
+                base::SlotMd5("1234567890") + "&checksum=abc&enginever=");
   EXPECT_FALSE(window.webHtml.FollowLink("cmd:other:"));
   EXPECT_TRUE(window.webHtml.FollowLink("about:blank"));
   machine.user.Click(window.imgClose);

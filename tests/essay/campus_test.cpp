@@ -1,6 +1,6 @@
 // A pupil of a school from the login to the teacher's comment, with real servers.
+#include "base/cp950.h"
 #include "platform/host/curl_http.h"
-#include "platform/text_encoding.h"
 #include "server/school_store.h"
 #include "tests/essay/topics_fixture.h"
 #include "tests/support/real_server.h"
@@ -59,7 +59,7 @@ class CampusTest : public TopicsTest {
   }
   std::string ShownIn(const WebBrowser& pane) {
     const base::HttpRequest get{.method = "GET", .url = pane.LocationURL(), .headers = {}, .body = ""};
-    return FromBig5(curl_.Send(get).body);
+    return base::FromCp950(curl_.Send(get).body);
   }
   std::string Topics() { return RowsOf(OpenTopics().webHtml); }
 

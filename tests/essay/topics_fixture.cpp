@@ -4,9 +4,9 @@
 
 #include <regex>
 
+#include "base/cp950.h"
 #include "base/day.h"
 #include "core/settings.h"
-#include "platform/text_encoding.h"
 
 TopicsTest::TopicsTest() {
   WriteSetup(composition.program, "NeedSync", "N");
@@ -33,7 +33,7 @@ void TopicsTest::Put(const StoredEssay& essay) {
 }
 
 void TopicsTest::Assign(const std::string& reply) {
-  machine.http.Route("p_mrv_get_essay_work.asp", ToBig5(reply));
+  machine.http.Route("p_mrv_get_essay_work.asp", base::ToCp950(reply));
 }
 
 FrmEssayInputEdu& TopicsTest::OpenTopics() {

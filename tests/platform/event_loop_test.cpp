@@ -84,7 +84,7 @@ TEST(VirtualLoop, RefusesToWaitForEver) {
 TEST(VirtualLoop, KeepsTheWallClockThatWasSet) {
   VirtualLoop loop;
   loop.Advance(milliseconds{1500});
-  const LocalTime midnight = std::chrono::local_days{std::chrono::year{2027} / 1 / 1};
+  const base::LocalTime midnight = std::chrono::local_days{std::chrono::year{2027} / 1 / 1};
   loop.SetNow(midnight - seconds{1});
   EXPECT_EQ(loop.Now(), midnight - seconds{1});
   loop.Advance(seconds{2});
@@ -266,7 +266,7 @@ TEST(PollLoop, TicksOnTheRealClock) {
 TEST(PollLoop, TellsTheLocalTime) {
   const PollLoop loop;
   const std::time_t before = std::time(nullptr);
-  const LocalTime now = loop.Now();
+  const base::LocalTime now = loop.Now();
   const std::time_t after = std::time(nullptr);
   std::tm civil{};
   const auto day = std::chrono::floor<std::chrono::days>(now);

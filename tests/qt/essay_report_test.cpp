@@ -4,7 +4,7 @@
 
 #include <QTest>
 
-#include "core/digest.h"
+#include "base/digest.h"
 #include "essay/report.h"
 #include "tests/qt/program_windows.h"
 
@@ -71,7 +71,7 @@ TEST(EssayReport, OpensItsListsAndLeadsToTheArchive) {
   EXPECT_EQ(report.Asked(), "");  // the list is closed
   report.ClickAt({40, 24});
   report.ClickDown(kBelowTheSentence, 2000);
-  EXPECT_THAT(report.Asked(), ::testing::HasSubstr("&checksum=" + Md5Hex("Hegohome.") + "&"));
+  EXPECT_THAT(report.Asked(), ::testing::HasSubstr("&checksum=" + base::SlotMd5("Hegohome.") + "&"));
 }
 
 }  // namespace

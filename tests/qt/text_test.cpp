@@ -3,7 +3,7 @@
 #include <QInputMethodEvent>
 #include <QTextEdit>
 
-#include "platform/text_encoding.h"
+#include "base/cp950.h"
 #include "tests/qt/sample_form.h"
 
 using testing::ElementsAre;
@@ -35,7 +35,7 @@ TEST(TextBoxView, KeyFilterSwallowsAndRestPasses) {
   Compose(sample.Edit(), "", "中(");  // an input method that delivers keys without composing
   EXPECT_EQ(form.txtInput.Text(), "aX中");
   EXPECT_EQ(sample.Edit().toPlainText(), "aX中");
-  EXPECT_THAT(codes, ElementsAre('a', '(', 'x', Asc(u'中'), '('));
+  EXPECT_THAT(codes, ElementsAre('a', '(', 'x', base::Asc(u'中'), '('));
   EXPECT_EQ(form.txtInput.SelStart, 3);
 }
 

@@ -1,7 +1,7 @@
 // The archive of result pages, and the pictures of reports.
 #include <gmock/gmock.h>
 
-#include "server/text.h"
+#include "base/cp950.h"
 #include "tests/server/running_server.h"
 
 namespace {
@@ -29,7 +29,7 @@ TEST(ArchivePages, AreShownAsTheyWereFiled) {
   EXPECT_EQ(
       server.Ask(kRec, Fields(kAccount, kSentence, "%3Cp%3E%E4%B8%80+%2B%0D%0A%09two%F0%9F%98%80%3C%2Fp%3E")),
       "OK_" + kSentence);
-  EXPECT_EQ(Show(server, kAccount, kSentence), marovane::ToBig5("<p>一 +\r\n\ttwo") + "&#128512;</p>");
+  EXPECT_EQ(Show(server, kAccount, kSentence), base::ToCp950("<p>一 +\r\n\ttwo") + "&#128512;</p>");
   EXPECT_EQ(server.Ask(kRec, Fields(kAccount, kSentence, "second")), "OK_" + kSentence);
   EXPECT_EQ(Show(server, kAccount, kSentence), "second");
 }
@@ -37,7 +37,7 @@ TEST(ArchivePages, AreShownAsTheyWereFiled) {
 TEST(ArchivePages, BelongToOneAccountAndSentence) {
   const RunningServer server;
   server.Ask(kRec, Fields(kAccount, kSentence, "mine"));
-  const std::string missing = marovane::ToBig5("伺服器上沒有這個句子的詳細批改內容");
+  const std::string missing = base::ToCp950("伺服器上沒有這個句子的詳細批改內容");
   EXPECT_THAT(Show(server, std::string(32, 'b'), kSentence), HasSubstr(missing));
   EXPECT_THAT(Show(server, kAccount, std::string(32, '0')), HasSubstr(missing));
 }

@@ -1,15 +1,14 @@
 // A pupil's assignments as the program gets them, and the hand-in.
 #include <gmock/gmock.h>
 
+#include "base/cp950.h"
 #include "server/record_store.h"
 #include "server/school_store.h"
-#include "server/text.h"
 #include "tests/server/running_server.h"
 
 namespace {
 
 using marovane::HandIn;
-using marovane::ToBig5;
 using testing::HasSubstr;
 using testing::Not;
 
@@ -54,7 +53,7 @@ class AssignmentPages : public testing::Test {
   std::string Page(const char* page, const std::string& query) {
     const auto answer = server_.Get(std::string(page) + "?tid=1&key=zorbelquinter" + query);
     EXPECT_TRUE(answer && answer->status == 200) << query;
-    return answer ? marovane::FromBig5(answer->body) : "";
+    return answer ? base::FromCp950(answer->body) : "";
   }
 
   const RunningServer server_;
@@ -66,20 +65,20 @@ TEST_F(AssignmentPages, ListEachTopicInItsStates) {
   EXPECT_EQ(List(), "OK_");
   AddTopic("w1", "My # family<@>OK_1");
   AddTopic("w2", "運動會");
-  EXPECT_EQ(List(), ToBig5("OK_w2#N#2026/12/1#運動會##<@>w1#N#2026/12/1#My ＃ family＜@＞OK＿1##"));
+  EXPECT_EQ(List(), base::ToCp950("OK_w2#N#2026/12/1#運動會##<@>w1#N#2026/12/1#My ＃ family＜@＞OK＿1##"));
 
   store_->ChangeTopic("lin", {"w2", class_, "", "運動會", "New.", "2026-12-02", "2026-11-07"});
-  EXPECT_THAT(List(), HasSubstr(ToBig5("OK_w2#N#2026/12/2#運動會#2026/11/7#<@>")));
+  EXPECT_THAT(List(), HasSubstr(base::ToCp950("OK_w2#N#2026/12/2#運動會#2026/11/7#<@>")));
 
   PostEssay("e1", "w2");
   EXPECT_EQ(HandInEssay("e1", "w2"), "OK_");
-  EXPECT_THAT(List(), HasSubstr(ToBig5("OK_w2#Y#2026/12/2#運動會#2026/11/7#<@>w1#N#")));
+  EXPECT_THAT(List(), HasSubstr(base::ToCp950("OK_w2#Y#2026/12/2#運動會#2026/11/7#<@>w1#N#")));
 
   HandIn marked;
   marked.account = RunningServer::kNumber;
   marked.markedDay = "2026-11-08";
   EXPECT_TRUE(store_->Mark("lin", "w2", marked));
-  EXPECT_THAT(List(), HasSubstr(ToBig5("OK_w2#Y#2026/12/2#運動會#2026/11/7#Y<@>w1#N#")));
+  EXPECT_THAT(List(), HasSubstr(base::ToCp950("OK_w2#Y#2026/12/2#運動會#2026/11/7#Y<@>w1#N#")));
 
   EXPECT_EQ(server_.Ask(kList, "&pno=S02&mode=GETLST&cpno=").substr(0, 5), "OK_w2");
   EXPECT_THAT(server_.Ask(kList, "&pno=S03&mode=GETLST&cpno="), HasSubstr("Not yours"));

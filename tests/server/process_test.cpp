@@ -4,7 +4,8 @@
 #include <algorithm>
 #include <csignal>
 
-#include "server/key_values.h"
+#include "base/key_values.h"
+#include "base/posix_files.h"
 #include "server/password.h"
 #include "server/school_store.h"
 #include "tests/server/child_process.h"
@@ -52,12 +53,12 @@ int Status(const std::string& host, const std::string& path) {
 }
 
 std::string Login(const std::string& root, const std::filesystem::path& accountFile) {
-  const auto account = marovane::KeyValues::Read(accountFile);
+  const auto account = base::KeyValues::Read(base::PosixFiles(), accountFile);
   const Address address = Split(root);
   const auto answer = httplib::Client(address.host)
                           .Post(address.path + "p_getlogin.asp",
-                                "key=zorbelquinter&pno=" + account.Get("Pno") +
-                                    "&password=" + account.Get("userPW") + "&username=&email=&district=",
+                                "key=zorbelquinter&pno=" + account.Find("Pno").value_or("") + "&password=" +
+                                    account.Find("userPW").value_or("") + "&username=&email=&district=",
                                 "text/xml; charset=big5");
   return answer ? answer->body : "";
 }

@@ -1,6 +1,6 @@
 // What a teacher does with forms, and what pupils get to see of it.
+#include "base/cp950.h"
 #include "base/day.h"
-#include "server/text.h"
 #include "tests/server/teacher_school.h"
 
 namespace {
@@ -73,8 +73,8 @@ TEST_F(TeacherPages, ImportPupilsWhoCanThenLogIn) {
   TeacherClient lin = LoggedIn("lin");
   const std::string known = RunningServer::kNumber;
   server_.Ask("p_getlogin.asp", "&pno=" + known + "&password=Sesame4711");  // the account is there
-  const std::string roster = marovane::ToBig5("帳號,姓名,密碼\r\n1-23,\"許, 功蓋\",rain7842\r\n" + known +
-                                              ",老同學,other999\r\nS77,無密碼,\r\nS02,李小華二\r\n");
+  const std::string roster = base::ToCp950("帳號,姓名,密碼\r\n1-23,\"許, 功蓋\",rain7842\r\n" + known +
+                                           ",老同學,other999\r\nS77,無密碼,\r\nS02,李小華二\r\n");
   EXPECT_EQ(lin.PostFile("import", {{"class", class_}}, roster).status, 303);
   EXPECT_THAT(AccountsOf(*store_, class_),
               ElementsAre("123許, 功蓋", known + "老同學", "S01王小明", "S02李小華二", "S77無密碼"));
@@ -106,7 +106,7 @@ TEST_F(TeacherPages, SetAndChangeTopics) {
   const std::string id = store_->Topics("lin", class_)[0].id;
   EXPECT_THAT(saved.location, HasSubstr("topic?topic=" + id));
   const auto list = [&] {
-    return marovane::FromBig5(server_.Ask("p_mrv_get_essay_work.asp", "&pno=S02&mode=GETLST&cpno="));
+    return base::FromCp950(server_.Ask("p_mrv_get_essay_work.asp", "&pno=S02&mode=GETLST&cpno="));
   };
   EXPECT_THAT(list(), HasSubstr(id + "#N#2026/12/24#運動會##"));
 
@@ -170,7 +170,7 @@ TEST_F(TeacherPages, KeepACommentBackUntilTheEssayIsMarked) {
   const auto pupilSees = [&] {
     const auto answer =
         server_.Get("p_get_essay_work_teacher.asp?key=zorbelquinter&pno=S01&workId=w01&tid=1");
-    return marovane::FromBig5(answer->body);
+    return base::FromCp950(answer->body);
   };
   EXPECT_EQ(lin.Post("essay/save", work).status, 303);
   EXPECT_EQ(WorkOf("lin", kTopic).comment, "Well done.\r\n  好");

@@ -1,9 +1,9 @@
 // Lists of pupils and sentences of essays: the parts of the teachers' site without a server.
 #include <gmock/gmock.h>
 
+#include "base/cp950.h"
 #include "server/teacher/essay_marks.h"
 #include "server/teacher/roster.h"
-#include "server/text.h"
 #include "tests/server/running_server.h"
 
 namespace marovane {
@@ -27,7 +27,8 @@ std::vector<std::string> Read(const std::string& bytes) {
 TEST(Roster, ReadsWhatSpreadsheetsSave) {
   const std::pair<std::string, std::vector<std::string>> cases[] = {
       {"S1,王小明,abcd", {"S1|王小明|abcd"}},
-      {ToBig5("帳號,姓名\r\nS1,許功蓋\r\n"), {"S1|許功蓋|"}},  // trail bytes of 功 and 蓋 are "\\" and "\\"
+      {base::ToCp950("帳號,姓名\r\nS1,許功蓋\r\n"),
+       {"S1|許功蓋|"}},  // trail bytes of 功 and 蓋 are "\\" and "\\"
       {"\xEF\xBB\xBF帳號,姓名,密碼\nS1,王,\n\n,,\nS2,李,wxyz\n", {"S1|王|", "S2|李|wxyz"}},
       {"S-1 2 , 王 , abcd ", {"S12|王|abcd"}},
       {"S1,\"Wang, \"\"Ming\"\"\",\"a,b\"\"c\"", {"S1|Wang, \"Ming\"|a,b\"c"}},

@@ -1,7 +1,7 @@
 // Pages of the word helper, with the real word bank.
 #include <gmock/gmock.h>
 
-#include "server/text.h"
+#include "base/cp950.h"
 #include "server/web_sources.h"
 #include "tests/server/running_server.h"
 
@@ -32,7 +32,7 @@ TEST(WordPages, AnswerQueriesAndTranslate) {
       {"p_com_translate.asp", "&q=我", "^ERR_MISSING_FIELD$"},
   };
   for (const auto& [page, fields, reply] : cases) {
-    EXPECT_THAT(marovane::FromBig5(server.Ask(page, fields)), ContainsRegex(reply)) << fields;
+    EXPECT_THAT(base::FromCp950(server.Ask(page, fields)), ContainsRegex(reply)) << fields;
   }
   EXPECT_EQ(server.Ask("p_com_translate.asp", "&ls=zh-TW&q=" + std::string(2001, 'a')), "ERR_TOO_LONG");
   EXPECT_EQ(server.Ask("p_update_useract.asp", "&pno=1234567890&act=chn2eng"), "OK_");
@@ -40,7 +40,7 @@ TEST(WordPages, AnswerQueriesAndTranslate) {
 
 TEST(WordPages, SitesOfAFreshServerMakeFourFieldsEach) {
   const RunningServer server;
-  const std::string reply = marovane::FromBig5(server.Ask("p_getwebhelper.asp", ""));
+  const std::string reply = base::FromCp950(server.Ask("p_getwebhelper.asp", ""));
   EXPECT_THAT(reply, Not(HasSubstr("?||")));
   std::size_t records = 0;
   std::size_t fields = 0;

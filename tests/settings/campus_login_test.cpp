@@ -2,8 +2,8 @@
 
 #include <sys/stat.h>
 
+#include "base/cp950.h"
 #include "platform/host/curl_http.h"
-#include "platform/text_encoding.h"
 #include "tests/settings/settings_fixture.h"
 #include "tests/support/real_server.h"
 
@@ -46,7 +46,7 @@ class CampusLoginTest : public SettingsRoomTest {
 };
 
 TEST_F(CampusLoginTest, FindsTheSchoolLogsInAndRemembers) {
-  machine.http.Route(kLogin, ToBig5("OK_S01#第一中學#"));
+  machine.http.Route(kLogin, base::ToCp950("OK_S01#第一中學#"));
   EXPECT_EQ(Open().lblACServer.Caption(), "* 尚未取得 *");
   TypeLogin("b 1-2/3");
   EXPECT_EQ(frm->txtLogin.Text(), "b1-23");

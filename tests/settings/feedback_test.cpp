@@ -1,10 +1,10 @@
 #include "settings/feedback.h"
 
+#include "base/cp950.h"
 #include "base/database.h"
 #include "core/set_file.h"
 #include "platform/host/curl_http.h"
 #include "platform/run_time_error.h"
-#include "platform/text_encoding.h"
 #include "sync/feedback_post.h"
 #include "tests/settings/settings_fixture.h"
 #include "tests/support/real_server.h"
@@ -178,7 +178,7 @@ TEST_F(FeedbackTest, ArrivesWholeAtTheRealServer) {
     frmFeedback->OpenWithBrowserForFeedback();
     const auto page =
         http.Send({.method = "GET", .url = server.Root() + "m_service_mail.asp", .headers = {}, .body = ""});
-    EXPECT_THAT(FromBig5(page.body), ::testing::HasSubstr("謝謝您的意見"));
+    EXPECT_THAT(base::FromCp950(page.body), ::testing::HasSubstr("謝謝您的意見"));
   }
   std::vector<std::string> row;
   machine.realDatabases.Open(data / "server.db", base::Databases::Mode::kReadOnly)

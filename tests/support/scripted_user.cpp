@@ -5,9 +5,9 @@
 #include <stdexcept>
 #include <utility>
 
+#include "base/cp950.h"
 #include "base/utf16.h"
 #include "platform/form.h"
-#include "platform/text_encoding.h"
 
 namespace {
 
@@ -70,7 +70,7 @@ void ScriptedUser::Type(TextBox& box, const std::string& text) {
 
 void ScriptedUser::TypeCharacter(TextBox& box, const std::u16string& character) {
   if (character == u"\n") return Press(box, kKeyEnter);
-  const int code = Asc(character.front());
+  const int code = base::Asc(character.front());
   int key = code;
   box.KeyPress.Raise(key);
   if (key == 0) return;

@@ -11,11 +11,11 @@ constexpr std::chrono::seconds kRealPatience{30};
 
 }  // namespace
 
-void VirtualLoop::SetNow(LocalTime now) {
+void VirtualLoop::SetNow(base::LocalTime now) {
   wallAtStart_ = now - std::chrono::floor<std::chrono::seconds>(elapsed_);
 }
 
-LocalTime VirtualLoop::Now() const {
+base::LocalTime VirtualLoop::Now() const {
   return wallAtStart_ + std::chrono::floor<std::chrono::seconds>(elapsed_);
 }
 

@@ -11,18 +11,18 @@
 /// watched; or more than a day of the virtual clock was spent waiting. DoEvents by itself takes no time.
 class VirtualLoop : public EventLoop {
  public:
-  explicit VirtualLoop(LocalTime start = std::chrono::local_days{std::chrono::year{2026} / 11 / 5} +
-                                         std::chrono::hours{9})
+  explicit VirtualLoop(base::LocalTime start = std::chrono::local_days{std::chrono::year{2026} / 11 / 5} +
+                                               std::chrono::hours{9})
       : wallAtStart_(start) {}
 
   /// Lets time go by, as work does. Timers that become due fire at the next wait.
   void Advance(Milliseconds time) { elapsed_ += time; }
   /// Sets the wall clock, which goes on from there with the steady one.
-  void SetNow(LocalTime now);
+  void SetNow(base::LocalTime now);
 
   int WatchReadable(int fd, std::function<void()> callback) override;
   void StopWatching(int watch) override { watches_.Remove(watch); }
-  LocalTime Now() const override;
+  base::LocalTime Now() const override;
   Milliseconds Elapsed() const override { return elapsed_; }
 
  protected:
@@ -33,7 +33,7 @@ class VirtualLoop : public EventLoop {
   bool RunReady(Milliseconds realTime);
 
   FdWatches watches_;
-  LocalTime wallAtStart_;
+  base::LocalTime wallAtStart_;
   Milliseconds elapsed_{0};
   Milliseconds waited_{0};
   std::atomic<bool> isWoken_{false};

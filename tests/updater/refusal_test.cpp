@@ -5,6 +5,7 @@
 #include <cctype>
 #include <functional>
 
+#include "base/sha256.h"
 #include "tests/updater/updater_fixture.h"
 #include "updater/signature.h"
 
@@ -52,8 +53,8 @@ class RefusalTest : public UpdaterTest, public ::testing::WithParamInterface<Har
  private:
   static void Remove(const fs::path& path) { ASSERT_TRUE(fs::remove(path)); }
   fs::path Page() const {
-    Sha256 digest;
-    digest.Take(kPage);
+    base::Sha256 digest;
+    digest.Add(kPage);
     return www / "files" / digest.Digits();
   }
   std::string List() const {

@@ -1,5 +1,7 @@
 #include "tests/updater/updater_fixture.h"
 
+#include <sodium.h>
+
 #include <cstdlib>
 #include <fstream>
 #include <iterator>

@@ -1,4 +1,5 @@
 // wexbin.exe as a process, in a folder of its own.
+#include "base/cp950.h"
 #include "engine/program/registry_file.h"
 #include "tests/support/run_program.h"
 #include "tests/wordbank/shared_bank.h"
@@ -23,13 +24,13 @@ class WexbinProgram : public ::testing::Test {
   }
 
   std::string Value(const std::string& key) const {
-    return tolvex::RegistryFile(home_ / "registry.set").Value(key).value_or("?");
+    return tolvex::ReadRegistry(home_ / "registry.set").Find(key).value_or("?");
   }
 
   /// The lines of the answer, as the window reads them.
   std::vector<std::string> Answer() const {
     std::ifstream in(Value("collocationListHtm"), std::ios::binary);
-    const std::string text = tolvex::FromCp950(std::string(std::istreambuf_iterator<char>(in), {}));
+    const std::string text = base::FromCp950(std::string(std::istreambuf_iterator<char>(in), {}));
     std::vector<std::string> lines;
     for (std::size_t at = 0; at < text.size();) {
       const auto end = text.find("\r\n", at);

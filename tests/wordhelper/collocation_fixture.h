@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
+#include "base/cp950.h"
 #include "core/set_file.h"
-#include "platform/text_encoding.h"
 #include "platform/window.h"
 #include "tests/core/core_fixture.h"
 #include "wordhelper/collocation.h"
@@ -27,7 +27,7 @@ class CollocationTest : public CoreTest {
     http.Route("p_all_webengine_get.asp", "OK_http://engine/");
     http.Route("p_passWebEngine_conn.asp", "ONLINE");
     http.Route("p_update_useract.asp", "OK_");
-    http.Route("p_getwebhelper.asp", ToBig5(kSites));
+    http.Route("p_getwebhelper.asp", base::ToCp950(kSites));
   }
 
   FrmCollocation& Helper() { return *frmCollocation; }

@@ -11,7 +11,7 @@ using ::testing::SizeIs;
 class WordHelperWindow : public CollocationTest {
  protected:
   WordHelperWindow() {
-    machine.http.Route("p_passWebEngine_wbank.asp", ToBig5("OK_heavy rain >> 大雨<@>rain falls"));
+    machine.http.Route("p_passWebEngine_wbank.asp", base::ToCp950("OK_heavy rain >> 大雨<@>rain falls"));
   }
 
   int ShownTab() {

@@ -68,7 +68,7 @@ class SourceLists : public CollocationTest {
 
 TEST_F(SourceLists, AreFilledByKindInParallel) {
   machine.http.Route("p_getwebhelper.asp",
-                     ToBig5("字典#cn#cn#c/##String2chk##<@>Corpus#En#CN#k/##String2chk##"));
+                     base::ToCp950("字典#cn#cn#c/##String2chk##<@>Corpus#En#CN#k/##String2chk##"));
   auto& helper = Helper();
   EXPECT_THAT(machine.http.Bodies("p_getwebhelper.asp"), ElementsAre("key=zorbelquinter"));
   EXPECT_THAT(helper.cboWebSource(0).Items(), ElementsAre("字典"));
@@ -101,7 +101,7 @@ TEST_F(SourceLists, ChoiceComesBackFromTheFile) {
   };
   for (const auto& c : cases) {
     SCOPED_TRACE(c.what);
-    Put(SourcesFile(), ToBig5(c.file));
+    Put(SourcesFile(), base::ToCp950(c.file));
     frmCollocation.Unload();
     EXPECT_EQ(Chosen(), c.chosen);
   }
@@ -116,13 +116,13 @@ TEST_F(SourceLists, CloseRemembersTheChoice) {
   machine.user.Choose(Helper().cboWebSource(1), 1);
   machine.user.Click(Helper().imgClose);
   EXPECT_FALSE(app.gOpenCollocation);
-  EXPECT_EQ(Content(SourcesFile()), ToBig5("字典\r\nCorpus\r\n例句\r\n"));
+  EXPECT_EQ(Content(SourcesFile()), base::ToCp950("字典\r\nCorpus\r\n例句\r\n"));
   machine.loop.WaitUntil([this] { return !frmCollocation.IsLoaded(); });
   EXPECT_THAT(Chosen(), ElementsAre("字典", "Corpus", "例句"));
 }
 
 TEST_F(SourceLists, WithoutANetworkTheWindowOpensAndLosesNoChoice) {
-  const std::string before = ToBig5("字典\r\nCorpus\r\n例句\r\n");
+  const std::string before = base::ToCp950("字典\r\nCorpus\r\n例句\r\n");
   Put(SourcesFile(), before);
   for (const char* page : {"p_getwebhelper.asp", "p_getconn.asp"}) {
     SCOPED_TRACE(page);
@@ -143,16 +143,16 @@ TEST_F(SourceLists, WithoutANetworkTheWindowOpensAndLosesNoChoice) {
 }
 
 TEST_F(SourceLists, OneEmptyListKeepsItsOldChoice) {
-  Put(SourcesFile(), ToBig5("字典\r\nGone\r\n例句\r\n"));
-  machine.http.Route("p_getwebhelper.asp", ToBig5("新字典#cn#cn#u"));
+  Put(SourcesFile(), base::ToCp950("字典\r\nGone\r\n例句\r\n"));
+  machine.http.Route("p_getwebhelper.asp", base::ToCp950("新字典#cn#cn#u"));
   Helper().Show();
   machine.user.Close(Helper());
-  EXPECT_EQ(Content(SourcesFile()), ToBig5("新字典\r\nGone\r\n例句\r\n"));
+  EXPECT_EQ(Content(SourcesFile()), base::ToCp950("新字典\r\nGone\r\n例句\r\n"));
 }
 
 TEST_F(SourceLists, ShortRecordsAreToldAndTheOthersServe) {
   for (const std::string& reply :
-       {ToBig5("壞#cn<@>例句#en#en#u"), std::string("ERR_SERVER"), std::string("\xA4")}) {
+       {base::ToCp950("壞#cn<@>例句#en#en#u"), std::string("ERR_SERVER"), std::string("\xA4")}) {
     frmCollocation.Unload();
     machine.http.Route("p_getwebhelper.asp", reply);
     const bool isText = reply != "\xA4";

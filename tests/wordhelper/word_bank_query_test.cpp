@@ -15,7 +15,7 @@ using Seconds = std::chrono::seconds;
 class WebQuery : public CollocationTest {
  protected:
   void Ask(const std::string& mode, const std::string& reply, const std::string& para = "rain,CNV") {
-    machine.http.Route("p_passWebEngine_wbank.asp", ToBig5(reply));
+    machine.http.Route("p_passWebEngine_wbank.asp", base::ToCp950(reply));
     app.gSuggestMode = mode;
     Helper().PassEngineCheckWBank(para);
   }
@@ -161,7 +161,7 @@ class LocalQuery : public CollocationTest {
 TEST_F(LocalQuery, ReadsTheAnswerAsItStands) {
   Put(app.gRegistryFile, "broken first line\r\nsentence=He goes.\r\n");
   machine.processes.Add("wexbin.exe");
-  InstallEngine(ToBig5("<title>rain\r\n heavy rain >> 大雨 \r\n\r\nrain falls\r\n"));
+  InstallEngine(base::ToCp950("<title>rain\r\n heavy rain >> 大雨 \r\n\r\nrain falls\r\n"));
   Helper().Show();
   Ask("collo");
   EXPECT_EQ(machine.processes.terminated.size(), 1U) << "one that hung from the time before";

@@ -29,7 +29,7 @@ void PollLoop::Pump(std::optional<Milliseconds> atMost) {
   }
 }
 
-LocalTime PollLoop::Now() const { return base::LocalNow(); }
+base::LocalTime PollLoop::Now() const { return base::LocalNow(); }
 
 EventLoop::Milliseconds PollLoop::Elapsed() const {
   return std::chrono::ceil<Milliseconds>(std::chrono::steady_clock::now().time_since_epoch());

@@ -13,7 +13,7 @@ class PollLoop : public EventLoop {
 
   int WatchReadable(int fd, std::function<void()> callback) override;
   void StopWatching(int watch) override { watches_.Remove(watch); }
-  LocalTime Now() const override;
+  base::LocalTime Now() const override;
   Milliseconds Elapsed() const override;
 
  protected:

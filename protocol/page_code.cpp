@@ -1,53 +1,60 @@
-#include "server/page_codec.h"
+#include "protocol/page_code.h"
 
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <array>
 #include <cstdint>
 #include <numeric>
 
-namespace marovane {
+#include "base/cp950.h"
+#include "base/utf16.h"
+
+namespace protocol {
 namespace {
 
 constexpr std::size_t kCheckDigits = 3;
 constexpr std::size_t kPlainHead = 4;   // characters of P in front of its Base64
 constexpr std::size_t kTurnDigits = 2;  // the number k behind them
 constexpr int kOffset = 35;
+constexpr char kPadding = '+';
 constexpr std::string_view kAlphabet = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
 
-bool CheckDigitsFit(std::string_view packed, std::string_view digits) {
+std::string CheckDigits(std::string_view packed) {
   const unsigned sum = std::accumulate(packed.begin(), packed.end(), 0U,
                                        [](unsigned total, unsigned char sign) { return total + sign; });
-  return fmt::format("{:03}", sum % 999) == digits;
+  return fmt::format("{:03}", sum % 999);
 }
 
-/// Values 0 to 63 of the alphabet's characters, -1 for others.
-std::array<int, 256> ReverseAlphabet() {
-  std::array<int, 256> values{};
-  values.fill(-1);
-  for (std::size_t i = 0; i < kAlphabet.size(); ++i) {
-    values[static_cast<unsigned char>(kAlphabet[i])] = static_cast<int>(i);
+std::string ToBase64(std::string_view bytes) {
+  std::string result;
+  for (std::size_t i = 0; i < bytes.size(); i += 3) {
+    const auto byte = [&](std::size_t k) {
+      return i + k < bytes.size() ? static_cast<unsigned char>(bytes[i + k]) : 0U;
+    };
+    const unsigned group = byte(0) << 16 | byte(1) << 8 | byte(2);
+    for (std::size_t k = 0; k < 4; ++k) {
+      result += i + k > bytes.size() ? kPadding : kAlphabet[group >> (18 - 6 * k) & 63];
+    }
   }
-  return values;
+  return result;
 }
 
-/// Drops the padding. "+" is a digit of the alphabet too, but never the last one here: the text ends in "O",
-/// which leaves "P", "8" or "w" as the last digit.
+/// Drops the padding. The sign is a digit of the alphabet too, but never the last one here: the text ends in
+/// "O", which leaves "P", "8" or "w" as the last digit.
 std::string_view WithoutPadding(std::string_view base64) {
-  for (int i = 0; i < 2 && base64.ends_with('+'); ++i) base64.remove_suffix(1);
+  for (int i = 0; i < 2 && base64.ends_with(kPadding); ++i) base64.remove_suffix(1);
   return base64;
 }
 
 std::optional<std::string> FromBase64(std::string_view base64) {
-  static const std::array<int, 256> values = ReverseAlphabet();
   if (base64.size() % 4 != 0) return std::nullopt;
   std::string text;
   std::uint32_t bits = 0;
   int count = 0;
-  for (const unsigned char digit : WithoutPadding(base64)) {
-    if (values[digit] < 0) return std::nullopt;
-    bits = bits << 6 | static_cast<std::uint32_t>(values[digit]);
+  for (const char digit : WithoutPadding(base64)) {
+    const std::size_t value = kAlphabet.find(digit);
+    if (value == std::string_view::npos) return std::nullopt;
+    bits = bits << 6 | static_cast<std::uint32_t>(value);
     count += 6;
     if (count >= 8) {
       count -= 8;
@@ -55,6 +62,14 @@ std::optional<std::string> FromBase64(std::string_view base64) {
     }
   }
   return text;
+}
+
+std::string Turned(const std::string& text) {
+  if (text.size() < kPlainHead) return text;
+  const std::string base64 = ToBase64(text);
+  const std::size_t k = base64.size() % 7 + 1;
+  return fmt::format("{}{:02X}{}{}", text.substr(0, kPlainHead), k, base64.substr(k - 1),
+                     base64.substr(0, k - 1));
 }
 
 std::optional<std::string> Unturned(std::string_view packed) {
@@ -97,10 +112,19 @@ bool AppendCharacter(std::string_view digits, std::string& page) {
 
 }  // namespace
 
+std::string EncodePage(std::string_view utf8) {
+  std::string text;
+  for (const char16_t character : base::ToUtf16(utf8)) {
+    text += fmt::format("{:X}O", static_cast<std::uint16_t>(base::Asc(character) + kOffset));
+  }
+  const std::string packed = Turned(text);
+  return packed + CheckDigits(packed);
+}
+
 std::optional<std::string> DecodePage(std::string_view code) {
   if (code.size() < kCheckDigits) return std::nullopt;
   const std::string_view packed = code.substr(0, code.size() - kCheckDigits);
-  if (!CheckDigitsFit(packed, code.substr(packed.size()))) return std::nullopt;
+  if (CheckDigits(packed) != code.substr(packed.size())) return std::nullopt;
   const auto text = Unturned(packed);
   if (!text || (!text->empty() && text->back() != 'O')) return std::nullopt;
   std::string page;
@@ -112,4 +136,4 @@ std::optional<std::string> DecodePage(std::string_view code) {
   return page;
 }
 
-}  // namespace marovane
+}  // namespace protocol

@@ -1,21 +1,22 @@
-#include "core/digest.h"
+#include "base/digest.h"
 
 #include <fmt/format.h>
 
 #include <algorithm>
 #include <array>
 #include <bit>
-#include <cstdint>
 #include <vector>
 
+#include "base/cp950.h"
 #include "base/utf16.h"
-#include "platform/text_encoding.h"
 
+namespace base {
 namespace {
 
 using Word = std::uint32_t;
-using Block = std::array<Word, 16>;
 using State = std::array<Word, 4>;
+
+constexpr std::size_t kBlockWords = 16;
 
 // Floor of 2^32 times the absolute sine of 1 to 64 (RFC 1321, step 4).
 constexpr std::array<Word, 64> kSines{
@@ -50,7 +51,7 @@ unsigned SourceWord(unsigned round, unsigned step) {
   return (kFactor[round] * step + kOffset[round]) % 16;
 }
 
-void Digest(State& state, const Block& block) {
+void Digest(State& state, const Word* block) {
   auto [a, b, c, d] = state;
   for (unsigned step = 0; step < 64; ++step) {
     const unsigned round = step / 16;
@@ -76,56 +77,28 @@ std::vector<Word> PackCodes(std::u16string_view text) {
   return words;
 }
 
-constexpr std::string_view kAlphabet = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
-constexpr char kPadding = '+';
-
-std::string PlainBase64(std::string_view bytes) {
-  std::string result;
-  for (std::size_t i = 0; i < bytes.size(); i += 3) {
-    const auto byte = [&](std::size_t k) {
-      return i + k < bytes.size() ? static_cast<unsigned char>(bytes[i + k]) : 0U;
-    };
-    const unsigned group = byte(0) << 16 | byte(1) << 8 | byte(2);
-    for (std::size_t k = 0; k < 4; ++k) {
-      result += i + k > bytes.size() ? kPadding : kAlphabet[group >> (18 - 6 * k) & 63];
-    }
-  }
-  return result;
-}
-
 }  // namespace
 
-std::string Md5Hex(std::string_view text) {
+std::string SlotMd5(std::string_view utf8) {
   State state{0x67452301, 0xefcdab89, 0x98badcfe, 0x10325476};
-  const auto words = PackCodes(base::ToUtf16(text));
-  for (std::size_t i = 0; i < words.size(); i += 16) {
-    Block block;
-    std::copy_n(words.begin() + static_cast<std::ptrdiff_t>(i), block.size(), block.begin());
-    Digest(state, block);
-  }
+  const std::vector<Word> words = PackCodes(ToUtf16(utf8));
+  for (std::size_t i = 0; i < words.size(); i += kBlockWords) Digest(state, words.data() + i);
   std::string digits;
-  for (Word word : state) {
+  for (const Word word : state) {
     for (int byte = 0; byte < 4; ++byte) digits += fmt::format("{:02x}", word >> (8 * byte) & 0xff);
   }
   return digits;
 }
 
-std::string Base64Encode(std::string_view text) {
-  constexpr std::size_t kShortest = 4;
-  if (text.size() < kShortest) return std::string(text);
-  const std::string base = PlainBase64(text);
-  const std::size_t turn = base.size() % 7 + 1;
-  return fmt::format("{}{:02X}{}{}", text.substr(0, kShortest), turn, base.substr(turn - 1),
-                     base.substr(0, turn - 1));
+void RowHash::Add(std::string_view field) {
+  const auto add = [this](unsigned char byte) { hash_ = (hash_ ^ byte) * 0x100000001b3; };
+  for (const char byte : field) add(static_cast<unsigned char>(byte));
+  add(0x1F);
 }
 
-std::string EncodeForServer(std::string_view text) {
-  std::string packed;
-  for (char16_t character : base::ToUtf16(text)) {
-    packed += fmt::format("{:X}O", static_cast<std::uint16_t>(Asc(character) + 35));
-  }
-  std::string encoded = Base64Encode(packed);
-  unsigned long sum = 0;
-  for (char sign : encoded) sum += static_cast<unsigned char>(sign);
-  return encoded + fmt::format("{:03}", sum % 999);
+std::uint64_t RowHash::Value() const {
+  const std::uint64_t mixed = (hash_ ^ hash_ >> 33U) * 0xff51afd7ed558ccd;
+  return mixed ^ mixed >> 33U;
 }
+
+}  // namespace base
