@@ -3,8 +3,7 @@
 #include <array>
 
 #include "base/text.h"
-#include "checking/local_engine.h"
-#include "checking/web_engine.h"
+#include "checking/sentence_check.h"
 #include "core/message.h"
 #include "core/settings.h"
 #include "core/window_shell.h"
@@ -37,7 +36,6 @@ FrmMain::FrmMain(Program& theProgram, RecordDb& theRecords)
       program(theProgram),
       records(theRecords),
       tmrMouse(theProgram.machine.loop, 50),
-      tmrEngineResponse(theProgram.machine.loop, 1000),
       tmrTransparentForm(theProgram.machine.loop, 10, Timer::Kind::kVisual) {
   BindInput();
   BindMenu();
@@ -47,7 +45,6 @@ FrmMain::FrmMain(Program& theProgram, RecordDb& theRecords)
   chkEngineMode.Click = [this] { program.app.gUseWebEngine = !program.app.gUseWebEngine; };
   tmrMouse.onTick = [this] { WatchMouse(); };
   tmrMouse.Enabled = true;
-  tmrEngineResponse.onTick = [this] { ++engineTicks; };
   tmrTransparentForm.onTick = [this] { FadeTick(); };
 }
 

@@ -1,9 +1,9 @@
 // The way out of the program, and the housekeeping on it.
 #include "base/files.h"
 #include "checking/main_window.h"
-#include "checking/resume_next.h"
 #include "core/error_report.h"
 #include "core/message.h"
+#include "core/resume_next.h"
 #include "core/settings.h"
 #include "records/age_cleaning.h"
 #include "views/work_off_screen.h"

@@ -72,21 +72,26 @@ void BeginWalk(EssayRoom& room) {
   room.program.hall.frmMain->AsForm().Left = kAway;
 }
 
-bool GetEngine(Program& program) try {
-  program.app.gWebEngineRoot = GetWebEngineAddress(program, program.app.gPublisherRoot);
-  return !program.app.gWebEngineRoot.empty() && IsWebEngineOnline(program, false);
-} catch (const RunTimeError&) {
+// A connection that breaks is a failed attempt like any other.
+bool AttemptEngine(Program& program) {
+  try {
+    return TryWebEngine(program);
+  } catch (const RunTimeError&) {
+    return false;
+  }
+}
+
+bool FindEngine(Program& program) {
+  for (int i = 0; i < kEngineAttempts; ++i) {
+    if (AttemptEngine(program)) return true;
+  }
   return false;
 }
 
 // Returns when an engine is at hand, or ends the program when the user gives up.
 void PrepareEngine(EssayRoom& room) {
-  constexpr int kTries = 10;
   room.frmEssay->mEngineRunCode = MakeRunCode(true);
-  while (true) {
-    for (int i = 0; i < kTries; ++i) {
-      if (GetEngine(room.program)) return;
-    }
+  while (!FindEngine(room.program)) {
     if (!AskInPlace(room, Message::kNoEngineAddress)) room.program.machine.loop.End();
     CenterForm(*room.frmEssay);
   }
