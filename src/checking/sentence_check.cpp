@@ -5,6 +5,7 @@
 #include "checking/verdict.h"
 #include "core/big5_file.h"
 #include "core/digest.h"
+#include "core/input_box.h"
 #include "core/message.h"
 #include "core/process_control.h"
 #include "core/resume_next.h"
@@ -46,8 +47,7 @@ bool PassPasswordGate(FrmMain& frmMain) {
 // nothing has been written.
 // @param sentence the text to check, not trimmed
 bool AcceptInput(FrmMain& frmMain, std::string& sentence) {
-  frmMain.txtInput.Text = WithPlainSigns(frmMain.txtInput.Text());
-  sentence = frmMain.txtInput.Text;
+  sentence = NormaliseInput(frmMain.txtInput);
   if (IsPlainAscii(sentence)) return true;
   ShowMessage(frmMain.program, Message::kBadSigns);
   frmMain.txtInput.SetFocus();

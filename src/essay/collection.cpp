@@ -2,6 +2,7 @@
 
 #include "base/text.h"
 #include "core/assignment_urls.h"
+#include "core/input_box.h"
 #include "core/message.h"
 #include "core/settings.h"
 #include "core/synchronise.h"
@@ -138,12 +139,7 @@ void FrmEssayCollect::GetRecAndPassEngine() {
     list_.Uncheck(rows.front());
   }
   MainWindow& frmMain = *room_.program.hall.frmMain;
-  RichTextBox& txtInput = frmMain.InputBox();
-  txtInput.Text = text;
-  txtInput.SelStart = 0;
-  txtInput.SelLength = base::Len(text);
-  txtInput.SelFontName = "Arial";
-  txtInput.SelColor = Rgb(255, 204, 0);
+  PutSentence(frmMain.InputBox(), text);
   frmMain.PassStringToEngine();
 }
 

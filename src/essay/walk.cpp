@@ -5,6 +5,7 @@
 #include "base/transaction.h"
 #include "base/utf16.h"
 #include "core/engine_exchange.h"
+#include "core/input_box.h"
 #include "core/message.h"
 #include "core/server_access.h"
 #include "core/text_utility.h"
@@ -278,8 +279,7 @@ bool essay_walk::AskInPlace(EssayRoom& room, const Message& message) {
 }
 
 void StartEssayProcess(EssayRoom& room) {
-  RichTextBox& txtInput = room.frmEssay->txtInput;
-  txtInput.Text = WithPlainSigns(txtInput.Text());
+  NormaliseInput(room.frmEssay->txtInput);
   if (!AcceptText(room)) return;
   try {
     OpenEssay(room);
