@@ -75,7 +75,7 @@ EngineAnswer ParseEngineAnswer(const std::string& answer) {
 }
 
 void WriteQuestion(Program& program, const std::string& sentence) {
-  Files& files = program.machine.files;
+  base::Files& files = program.machine.files;
   const std::string& path = program.app.gRegistryFile;
   ResetRegistrySet(files, path, "RESET");
   ReadWriteSetFile(files, path, "W", "sentence", sentence);
