@@ -10,6 +10,7 @@
 #include "base/day.h"
 #include "base/files.h"
 #include "base/text.h"
+#include "core/synchronise.h"
 #include "essay/report_window.h"
 #include "essay/walk_steps.h"
 #include "platform/event_loop.h"
@@ -97,7 +98,7 @@ int TerminalEssay::Delete(const std::string& essayId) {
   if (essay->finalSet == "Y") throw RunTimeError("已交卷的短文無法刪除：" + essayId);
   composition_.frmMain->Show();
   records.Delete(essayId);
-  composition_.essay.UploadRecords();
+  SyncAndWait(composition_.program, "UPLOAD");
   fmt::print("記錄已經刪除完成\n");
   return kFinished;
 }

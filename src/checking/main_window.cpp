@@ -3,8 +3,8 @@
 #include <array>
 
 #include "base/text.h"
-#include "checking/local_engine.h"
-#include "checking/web_engine.h"
+#include "checking/sentence_check.h"
+#include "core/input_box.h"
 #include "core/message.h"
 #include "core/settings.h"
 #include "core/window_shell.h"
@@ -14,8 +14,6 @@ namespace {
 
 constexpr const char* kPlaceholder = "請在此輸入您的句子（每次一句）輸入完後請按[Enter]開始";
 constexpr const char* kPlaceholderFont = "標楷體";
-constexpr const char* kTypingFont = "Arial";
-constexpr Color kAmber = Rgb(255, 204, 0);
 
 constexpr std::array kToolTips{"我的造句", "造句日誌", "造句幫手", "錯誤統計", "短文寫作", "問題回饋",
                                "系統設定", "使用說明", "結束離開", "清空句子", "中斷批改"};
@@ -25,7 +23,7 @@ void SetStyle(RichTextBox& box, const char* font, int size) {
   box.FontSize = size;
   box.SelStart = 0;
   box.SelLength = base::Len(box.Text());
-  box.SelColor = kAmber;
+  box.SelColor = kSentenceColor;
   box.SelFontName = font;
   box.SelFontSize = size;
 }
@@ -37,7 +35,6 @@ FrmMain::FrmMain(Program& theProgram, RecordDb& theRecords)
       program(theProgram),
       records(theRecords),
       tmrMouse(theProgram.machine.loop, 50),
-      tmrEngineResponse(theProgram.machine.loop, 1000),
       tmrTransparentForm(theProgram.machine.loop, 10, Timer::Kind::kVisual) {
   BindInput();
   BindMenu();
@@ -47,7 +44,6 @@ FrmMain::FrmMain(Program& theProgram, RecordDb& theRecords)
   chkEngineMode.Click = [this] { program.app.gUseWebEngine = !program.app.gUseWebEngine; };
   tmrMouse.onTick = [this] { WatchMouse(); };
   tmrMouse.Enabled = true;
-  tmrEngineResponse.onTick = [this] { ++engineTicks; };
   tmrTransparentForm.onTick = [this] { FadeTick(); };
 }
 
@@ -168,10 +164,10 @@ void FrmMain::SetScrollSwitch(bool enabled) {
 
 void FrmMain::SetInputTextStyle(int mode) {
   auto& app = program.app;
-  if (txtInput.FontName() == kTypingFont) return;
+  if (txtInput.FontName() == kSentenceFont) return;
   if (mode == 1) {
     if (txtInput.FontName() == kPlaceholderFont && !app.gEssayMode) txtInput.Text = "";
-    SetStyle(txtInput, kTypingFont, app.gInputFontSize);
+    SetStyle(txtInput, kSentenceFont, app.gInputFontSize);
   } else {
     txtInput.Text = kPlaceholder;
     SetStyle(txtInput, kPlaceholderFont, app.gInputFontSize);

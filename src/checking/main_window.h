@@ -57,10 +57,9 @@ class FrmMain : public Form, public MainWindow {
   PictureBox picBackground{*this, "picBackground"};
   ControlArray<PictureBox, 2> imgBackground{*this, "imgBackground"};  ///< 0 short, 1 extended
   CheckBox chkEngineMode{*this, "chkEngineMode"}, chkWebEngineVPS{*this, "chkWebEngineVPS"};
-  Timer tmrMouse, tmrEngineResponse, tmrTransparentForm;
+  Timer tmrMouse, tmrTransparentForm;
 
   EngineAnswer lastAnswer;  ///< of the latest check that was answered
-  int engineTicks = 0;      ///< rounds of the settling wait, then seconds of the engine's silence
 
  private:
   void BindInput();

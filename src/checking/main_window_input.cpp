@@ -3,6 +3,7 @@
 #include "base/text.h"
 #include "base/utf16.h"
 #include "checking/main_window.h"
+#include "checking/sentence_check.h"
 #include "core/message.h"
 #include "core/server_access.h"
 #include "core/settings.h"
@@ -50,7 +51,7 @@ void FrmMain::TranslateInput(const std::string& chinese) {
 }
 
 std::string FrmMain::TranslateText(const std::string& text) {
-  if (!IsWebEngineOnline(program, true)) return "";
+  if (!EngineFor(*this).IsOnline()) return "";
   try {
     const std::string reply =
         PostForm(program, program.app.gWebEngineRoot + "p_com_translate.asp",

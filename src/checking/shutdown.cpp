@@ -1,10 +1,10 @@
 // The way out of the program, and the housekeeping on it.
 #include "base/files.h"
 #include "checking/main_window.h"
-#include "checking/resume_next.h"
 #include "core/error_report.h"
 #include "core/message.h"
-#include "core/settings.h"
+#include "core/resume_next.h"
+#include "core/synchronise.h"
 #include "records/age_cleaning.h"
 #include "views/work_off_screen.h"
 
@@ -24,16 +24,6 @@ void RemoveOldRecords(const AppState& app, AgeCleaning& records) {
   records.RemoveBefore(std::chrono::sys_days{app.gServerDate} - kKept);
 }
 
-void Upload(Program& program, AgeCleaning& records) {
-  auto& app = program.app;
-  if (!records.HasNewRows()) return;
-  app.gUploadAccountNo = app.gAccountNo;
-  app.gUploadFinished = false;
-  program.hall.frmUpload->SyncProgress("UPLOAD");
-  program.machine.loop.WaitUntil([&app] { return app.gUploadFinished; });
-  WriteNeedSync(program, "N");
-}
-
 void KeepHouse(FrmMain& frmMain) {
   Program& program = frmMain.program;
   AgeCleaning records(program, frmMain.records);
@@ -42,7 +32,7 @@ void KeepHouse(FrmMain& frmMain) {
   frmMain.Enabled = false;
   if (isDesktopEdition) RemoveOldRecords(program.app, records);
   WorkOffScreen work(program, Progress::kUploadingAtEnd);
-  Upload(program, records);
+  if (records.HasNewRows()) SyncOwnAccount(program, "UPLOAD");
   work.Finish();
 }
 

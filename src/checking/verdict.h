@@ -3,8 +3,8 @@
 
 #include <string>
 
-#include "checking/resume_next.h"
 #include "core/engine_exchange.h"
+#include "core/resume_next.h"
 
 class FrmMain;
 

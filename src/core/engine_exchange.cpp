@@ -10,12 +10,10 @@
 #include "base/digest.h"
 #include "base/files.h"
 #include "base/text.h"
-#include "core/process_control.h"
 #include "core/program.h"
 #include "core/server_access.h"
 #include "core/set_file.h"
 #include "core/text_utility.h"
-#include "platform/event_loop.h"
 #include "platform/machine.h"
 #include "platform/run_time_error.h"
 
@@ -27,12 +25,8 @@ int DrawNumber(std::mt19937& random) {
   return static_cast<int>(std::nearbyint(std::uniform_real_distribution<double>(0, 1)(random) * kSpread)) + 1;
 }
 
-// A sentence of an essay may come without a page, told by the word NIL.
-bool HasPage(Program& program, const std::string& page) {
-  constexpr std::string_view kNone = "NIL";
-  const auto sameLetter = [](unsigned char letter, char capital) { return std::toupper(letter) == capital; };
-  return program.machine.files.FileExists(page) ||
-         (program.app.gEssayMode && std::ranges::equal(page, kNone, sameLetter));
+std::string ReadExchangeKey(Program& program, const char* key) {
+  return ReadWriteSetFile(program.machine.files, program.app.gRegistryFile, "R", key, "");
 }
 
 }  // namespace
@@ -59,44 +53,54 @@ std::string EngineRequestBody(const std::string& accountNo, const std::string& r
                      base::Replace(sentence, " ", "%20"));
 }
 
-std::optional<EngineAnswer> ParseEngineReply(const std::string& reply) {
-  constexpr std::string_view kSuccess = "OK_";
-  if (!reply.starts_with(kSuccess)) return std::nullopt;
-  auto fields = base::Split(std::string_view(reply).substr(kSuccess.size()), "#");
+EngineAnswer ParseEngineAnswer(const std::string& answer) {
+  auto fields = base::Split(answer, "#");
   fields.resize(5);
   for (auto& field : fields) field = base::Trim(field);
-  EngineAnswer answer;
   if (fields[0] == "0") {
-    answer = {.findMistake = "0",
-              .errcode = "0",
-              .sentence = "",
-              .pagePath = fields[2],
-              .colSuggestion = base::Replace(fields[3], "<@>", ","),
-              .synSuggestion = base::Replace(fields[4], "<@>", ",")};
-  } else if (fields[0] == "1" || fields[0] == "2") {
-    answer.findMistake = fields[0];
-    answer.errcode = fields[1];
-    answer.pagePath = fields[2];
-    answer.sentence = fields[3];
+    return {.findMistake = "0",
+            .errcode = "0",
+            .sentence = "",
+            .pagePath = fields[2],
+            .colSuggestion = base::Replace(fields[3], "<@>", ","),
+            .synSuggestion = base::Replace(fields[4], "<@>", ",")};
   }
-  answer.errcode = EngineReplyCode(answer.errcode);
-  return answer;
+  if (fields[0] != "1" && fields[0] != "2") return {};
+  return {.findMistake = fields[0],
+          .errcode = EngineReplyCode(fields[1]),
+          .sentence = fields[3],
+          .pagePath = fields[2],
+          .colSuggestion = "",
+          .synSuggestion = ""};
 }
 
-std::string ReadExchangeKey(Program& program, const char* key) {
-  return ReadWriteSetFile(program.machine.files, program.app.gRegistryFile, "R", key, "");
+void WriteQuestion(Program& program, const std::string& sentence) {
+  base::Files& files = program.machine.files;
+  const std::string& path = program.app.gRegistryFile;
+  ResetRegistrySet(files, path, "RESET");
+  ReadWriteSetFile(files, path, "W", "sentence", sentence);
 }
 
-void SettleDown(EventLoop& loop, int& rounds) {
-  constexpr int kLastRound = 5000;
-  for (rounds = 0; rounds <= kLastRound; ++rounds) loop.DoEvents();
+std::string ReadPagePath(Program& program) { return ReadExchangeKey(program, "htm4chk"); }
+
+bool HasResultPage(Program& program) try {
+  constexpr std::string_view kNone = "NIL";
+  const auto sameLetter = [](unsigned char letter, char capital) { return std::toupper(letter) == capital; };
+  const std::string page = ReadPagePath(program);
+  return program.machine.files.FileExists(page) ||
+         (program.app.gEssayMode && std::ranges::equal(page, kNone, sameLetter));
+} catch (const RunTimeError&) {
+  return false;
 }
 
-bool HasEngineFinished(Program& program) {
-  if (IsProcessRunning(program.machine.processes, kEngineName)) return false;
-  try {
-    return HasPage(program, ReadExchangeKey(program, "htm4chk"));
-  } catch (const RunTimeError&) {
-    return false;
-  }
+Steps ReadAnswerSteps(Program& program, EngineAnswer& answer) {
+  const auto read = [&program](std::string& field, const char* key) {
+    return [&program, &field, key] { field = ReadExchangeKey(program, key); };
+  };
+  return {read(answer.findMistake, "findMistake"), read(answer.errcode, "errcode"),
+          [&] { answer.errcode = EngineReplyCode(answer.errcode); },
+          [&] {
+            if (!answer.IsRight()) answer.sentence = ReadExchangeKey(program, "sentence");
+          },
+          read(answer.colSuggestion, "col_suggestion")};
 }

@@ -1,14 +1,12 @@
 // What every exchange with a check engine has in common, of single sentences and of essays.
 #pragma once
 
-#include <optional>
 #include <string>
 
-class EventLoop;
+#include "core/resume_next.h"
+
 struct Program;
 
-/// Seconds after which an engine counts as silent.
-inline constexpr int kEngineTimeout = 30;
 /// File name of the local engine.
 inline constexpr const char* kEngineName = "tolvex2.exe";
 
@@ -36,14 +34,16 @@ std::string RunCode(int a, int b);
 /// Body of the web engine's request for one sentence.
 std::string EngineRequestBody(const std::string& accountNo, const std::string& runCode,
                               const std::string& sentence);
-/// The answer in a reply; nothing when it is none. Of an unknown kind of answer all fields are empty.
-std::optional<EngineAnswer> ParseEngineReply(const std::string& reply);
+/// What the web engine answers. Of an unknown kind of answer all fields are empty.
+EngineAnswer ParseEngineAnswer(const std::string& answer);
 
-/// A key of the exchange file.
-std::string ReadExchangeKey(Program& program, const char* key);
-/// Lets the file system and an engine that is being killed settle: turns of the event loop, not a span of
-/// time, since the loop must go on.
-/// @param rounds counts them
-void SettleDown(EventLoop& loop, int& rounds);
-/// The local engine has ended and left its page; of an essay's sentence it may say that there is none.
-bool HasEngineFinished(Program& program);
+/// Readies the exchange file for a question about a sentence. Throws RunTimeError.
+void WriteQuestion(Program& program, const std::string& sentence);
+/// The path of the result page in the exchange file. Throws RunTimeError.
+std::string ReadPagePath(Program& program);
+/// The local engine has left its page, or, of an essay's sentence, the word NIL, which means that there is
+/// none.
+bool HasResultPage(Program& program);
+/// Reads the rest of the local engine's answer from the exchange file. Both must live until the steps have
+/// run.
+Steps ReadAnswerSteps(Program& program, EngineAnswer& answer);

@@ -3,10 +3,9 @@
 #include "base/cp950.h"
 #include "base/day.h"
 #include "base/text.h"
-#include "core/message.h"
 #include "core/program.h"
-#include "platform/event_loop.h"
 #include "platform/http.h"
+#include "platform/machine.h"
 #include "platform/run_time_error.h"
 
 std::string PostForm(Program& program, const std::string& url, const std::string& body) {
@@ -40,12 +39,7 @@ bool IsServerOnline(Program& program) {
   return true;
 }
 
-bool IsWebEngineOnline(Program& program, bool allocate) {
-  try {
-    if (allocate) AllocateWebEngine(program);
-  } catch (const RunTimeError&) {
-    return false;
-  }
+bool IsWebEngineOnline(Program& program) {
   return IsOnline(Probe(program, program.app.gWebEngineRoot + "p_passWebEngine_conn.asp"));
 }
 
@@ -55,15 +49,16 @@ std::string GetWebEngineAddress(Program& program, const std::string& publisherRo
   return reply.starts_with("OK") ? base::Trim(base::Replace(reply, "OK_", "")) : "";
 }
 
-void AllocateWebEngine(Program& program) {
-  constexpr int kMaxAttempts = 10;
-  while (true) {
-    for (int attempt = 0; attempt < kMaxAttempts; ++attempt) {
-      program.app.gWebEngineRoot = GetWebEngineAddress(program, program.app.gPublisherRoot);
-      if (!program.app.gWebEngineRoot.empty() && IsWebEngineOnline(program, false)) return;
-    }
-    if (!Confirm(program, Message::kNoEngineAddress)) program.machine.loop.End();
+bool TryWebEngine(Program& program) {
+  program.app.gWebEngineRoot = GetWebEngineAddress(program, program.app.gPublisherRoot);
+  return !program.app.gWebEngineRoot.empty() && IsWebEngineOnline(program);
+}
+
+bool AllocateWebEngine(Program& program) {
+  for (int i = 0; i < kEngineAttempts; ++i) {
+    if (TryWebEngine(program)) return true;
   }
+  return false;
 }
 
 void PostDecodeForm(Program& program, const std::string& code) {

@@ -17,11 +17,17 @@ std::string PostForm(Program& program, const std::string& url, const std::string
 
 /// Probes gServerUrlRoot, and takes the server's date into gServerDate.
 bool IsServerOnline(Program& program);
-/// Probes gWebEngineRoot, after allotting one when asked to.
-bool IsWebEngineOnline(Program& program, bool allocate);
+/// Probes gWebEngineRoot.
+bool IsWebEngineOnline(Program& program);
 /// Asks for an engine's root; "" when none is given. Throws RunTimeError for a failed transfer.
 std::string GetWebEngineAddress(Program& program, const std::string& publisherRoot);
-/// Returns when gWebEngineRoot answers, or ends the program when the user gives up.
-void AllocateWebEngine(Program& program);
+/// Asks for an engine's root into gWebEngineRoot, and whether the engine answers. Throws RunTimeError for a
+/// failed transfer of the first request.
+bool TryWebEngine(Program& program);
+/// Attempts of an allotment.
+inline constexpr int kEngineAttempts = 10;
+/// Makes so many attempts, one straight after the other. False when none of them brought an engine that
+/// answers. Throws RunTimeError as TryWebEngine does.
+bool AllocateWebEngine(Program& program);
 /// Has the browser window post a packed page to the server, whose answer it then shows.
 void PostDecodeForm(Program& program, const std::string& code);

@@ -1,7 +1,7 @@
 #include "core/splash.h"
 
 #include "core/message.h"
-#include "core/settings.h"
+#include "core/synchronise.h"
 #include "platform/machine.h"
 
 FrmSplash::FrmSplash(Program& program)
@@ -40,13 +40,7 @@ void FrmSplash::Form_Load() {
 }
 
 void FrmSplash::UploadSilently() {
-  auto& app = program_.app;
-  if (app.gAccountNo.empty()) return;
-  app.gUploadAccountNo = app.gAccountNo;
-  app.gUploadFinished = false;
-  program_.hall.frmUpload->SyncProgress("NOMSG");
-  machine.loop.WaitUntil([&app] { return app.gUploadFinished; });
-  WriteNeedSync(program_, "N");
+  if (!program_.app.gAccountNo.empty()) SyncOwnAccount(program_, "NOMSG");
 }
 
 void FrmSplash::StartClosing() { tmrHide.Enabled = program_.app.gSplashShown; }

@@ -2,8 +2,10 @@
 
 #include "base/text.h"
 #include "core/assignment_urls.h"
+#include "core/input_box.h"
 #include "core/message.h"
 #include "core/settings.h"
+#include "core/synchronise.h"
 #include "essay/collection_page.h"
 #include "essay/hand_in.h"
 #include "essay/room.h"
@@ -91,7 +93,7 @@ void FrmEssayCollect::TakeLink(const std::string& url, bool& cancel) {
 // The server must know what is handed in.
 void FrmEssayCollect::AskAndHandIn(const std::string& essayId, const std::string& workId) {
   if (!Confirm(room_.program, Message::kHandInThis)) return;
-  if (records_.HasNew()) UploadAll();
+  if (records_.HasNew()) SyncOwnAccount(room_.program, "UPLOAD");
   HandIn(essayId, workId);
   EssayRoom& room = room_;
   room.frmEssayInputEdu.Unload();
@@ -101,18 +103,12 @@ void FrmEssayCollect::AskAndHandIn(const std::string& essayId, const std::string
 
 void FrmEssayCollect::HandIn(const std::string& essayId, const std::string& workId) {
   constexpr int kTries = 11;
-  if (SubmitUntilTaken(room_.program, essayId, workId, kTries)) {
+  if (SubmitEssay(room_.program, essayId, workId, kTries)) {
     EssayRecords(room_.records).HandInEssay(essayId, workId);
     ShowMessage(room_.program, Message::kHandedIn);
   } else {
     ShowMessage(room_.program, Message::kNotHandedIn);
   }
-}
-
-void FrmEssayCollect::UploadAll() {
-  room_.program.app.gUploadAccountNo = room_.program.app.gAccountNo;
-  room_.UploadRecords();
-  WriteNeedSync(room_.program, "N");
 }
 
 void FrmEssayCollect::picButtons_Click(int index) {
@@ -143,12 +139,7 @@ void FrmEssayCollect::GetRecAndPassEngine() {
     list_.Uncheck(rows.front());
   }
   MainWindow& frmMain = *room_.program.hall.frmMain;
-  RichTextBox& txtInput = frmMain.InputBox();
-  txtInput.Text = text;
-  txtInput.SelStart = 0;
-  txtInput.SelLength = base::Len(text);
-  txtInput.SelFontName = "Arial";
-  txtInput.SelColor = Rgb(255, 204, 0);
+  PutSentence(frmMain.InputBox(), text);
   frmMain.PassStringToEngine();
 }
 
@@ -185,6 +176,6 @@ void FrmEssayCollect::TellDeleted() {
 }
 
 void FrmEssayCollect::Leave() {
-  if (ReadSetup(room_.program, "NeedSync") != "N") UploadAll();
+  if (ReadSetup(room_.program, "NeedSync") != "N") SyncOwnAccount(room_.program, "UPLOAD");
   Unload();
 }

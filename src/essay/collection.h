@@ -49,7 +49,6 @@ class FrmEssayCollect : public Form, public HallWindow {
   void AskAndHandIn(const std::string& essayId, const std::string& workId);
   void HandIn(const std::string& essayId, const std::string& workId);
   void TellDeleted();
-  void UploadAll();
   void Leave();
   std::string TextOf(const std::string& essayId) const;
 

@@ -1,21 +1,18 @@
 #include "essay/engine_passes.h"
 
-#include <optional>
-
 #include "base/cp950.h"
 #include "base/day.h"
 #include "base/files.h"
 #include "base/text.h"
 #include "base/transaction.h"
 #include "core/big5_file.h"
+#include "core/engine_client.h"
 #include "core/engine_exchange.h"
-#include "core/message.h"
 #include "core/process_control.h"
 #include "core/server_access.h"
-#include "core/set_file.h"
 #include "core/text_utility.h"
 #include "essay/archive.h"
-#include "essay/room.h"
+#include "essay/walk_steps.h"
 #include "platform/http.h"
 #include "records/record_db.h"
 
@@ -27,15 +24,15 @@ constexpr std::string_view kNoMistake = "本句子沒有發現錯誤";
 // Nobody asks here what the web engine makes of it.
 constexpr const char* kEssayRunCode = "503181";
 
-void TellTimeout(EssayRoom& room) {
-  room.frmEssay->tmrEngineResponse.Enabled = false;
-  room.frmEssay->Left = kAway;
-  ShowMessage(room.program, Message::kEngineTimeout);
+EngineClient EngineFor(EssayRoom& room) {
+  return EngineClient(room.program, {.isStopped = [&room] { return room.frmEssay->mStopRequested; },
+                                     .pausesAfterReplies = true});
 }
 
-void StartClock(EssayRoom& room) {
-  room.frmEssay->mEngineWaitSeconds = 0;
-  room.frmEssay->tmrEngineResponse.Enabled = true;
+// Without an answer: the user has stopped the walk, or the time was over.
+void GiveUp(EssayRoom& room) {
+  if (!room.frmEssay->mStopRequested) essay_walk::AskInPlace(room, Message::kEngineTimeout);
+  room.program.app.gVerdict = "STOP";
 }
 
 // Files the page of a finding. gEssayPageChecksum tells afterwards whether there is one.
@@ -73,39 +70,6 @@ void RecordAnswer(EssayRoom& room, const EngineAnswer& answer, const std::string
   transaction.Commit();
 }
 
-// A transfer that breaks is no answer, like a reply that is none.
-std::optional<EngineAnswer> AskWebEngine(Program& program) try {
-  const auto& app = program.app;
-  if (!IsWebEngineOnline(program, false)) return std::nullopt;
-  return ParseEngineReply(PostForm(program, app.gWebEngineRoot + "p_passWebEngine.asp",
-                                   EngineRequestBody(app.gAccountNo, kEssayRunCode, app.gEssayCurSentence)));
-} catch (const RunTimeError&) {
-  return std::nullopt;
-}
-
-// Lets a second of the clock go by, or less when the user stops the walk.
-void WaitForNextTry(EssayRoom& room) {
-  const int seconds = room.frmEssay->mEngineWaitSeconds;
-  room.program.machine.loop.WaitUntil([&room, seconds] {
-    return room.frmEssay->mStopRequested || room.frmEssay->mEngineWaitSeconds != seconds;
-  });
-}
-
-std::optional<EngineAnswer> AskUntilAnswered(EssayRoom& room) {
-  StartClock(room);
-  while (!room.frmEssay->mStopRequested) {
-    auto answer = AskWebEngine(room.program);
-    if (room.frmEssay->mStopRequested) break;
-    if (answer) return answer;
-    if (room.frmEssay->mEngineWaitSeconds >= kEngineTimeout) {
-      TellTimeout(room);
-      break;
-    }
-    WaitForNextTry(room);
-  }
-  return std::nullopt;
-}
-
 // What stands in the page's body. A page without one is all body.
 std::string BodyOf(const std::string& page) {
   const std::string lower = base::Lower(page);
@@ -130,46 +94,28 @@ std::string FetchPage(Program& program, const std::string& url) try {
 
 void PassStringToEngineEssayWeb(EssayRoom& room) {
   auto& app = room.program.app;
-  const auto answer = AskUntilAnswered(room);
-  if (!answer) {
-    app.gVerdict = "STOP";
-    return;
-  }
-  const bool hasPage = !answer->pagePath.empty();
-  FilePage(room, hasPage ? FetchPage(room.program, app.gWebEngineRoot + answer->pagePath) : "");
-  RecordAnswer(room, *answer, app.gEssayPageChecksum.empty() ? "N" : HaveHtm(*answer));
-  SetVerdict(app.gVerdict, answer->findMistake);
+  const auto reply = EngineFor(room).AskWeb(
+      "p_passWebEngine.asp", EngineRequestBody(app.gAccountNo, kEssayRunCode, app.gEssayCurSentence));
+  if (!reply) return GiveUp(room);
+  const EngineAnswer answer = ParseEngineAnswer(*reply);
+  const bool hasPage = !answer.pagePath.empty();
+  FilePage(room, hasPage ? FetchPage(room.program, app.gWebEngineRoot + answer.pagePath) : "");
+  RecordAnswer(room, answer, app.gEssayPageChecksum.empty() ? "N" : HaveHtm(answer));
+  SetVerdict(app.gVerdict, answer.findMistake);
 }
 
-void LaunchLocalEngine(EssayRoom& room) {
+bool RunEngine(EssayRoom& room) {
   Program& program = room.program;
-  const auto& app = program.app;
   KillProcessByName(program.machine.processes, kEngineName);
-  ResetRegistrySet(program.machine.files, app.gRegistryFile, "RESET");
-  ReadWriteSetFile(program.machine.files, app.gRegistryFile, "W", "sentence", app.gEssayCurSentence);
-  SettleDown(program.machine.loop, room.frmEssay->mEngineWaitSeconds);
-  StartHelper(program, app.gEngineDir, kEngineName, {app.gEngineLevel + "," + room.frmEssay->mEngineRunCode});
+  WriteQuestion(program, program.app.gEssayCurSentence);
+  return EngineFor(room).RunLocal(kEngineName, program.app.gEngineLevel + "," + room.frmEssay->mEngineRunCode,
+                                  [&program] { return HasResultPage(program); });
 }
 
-// False when there is none, because the user stopped the walk or the time is over.
-bool WaitForLocalEngine(EssayRoom& room) {
-  StartClock(room);
-  bool isDone = false;
-  room.program.machine.loop.WaitUntil([&] {
-    isDone = HasEngineFinished(room.program);
-    return isDone || room.frmEssay->mStopRequested || room.frmEssay->mEngineWaitSeconds >= kEngineTimeout;
-  });
-  room.frmEssay->tmrEngineResponse.Enabled = false;
-  if (!isDone && !room.frmEssay->mStopRequested) TellTimeout(room);
-  return isDone && !room.frmEssay->mStopRequested;
-}
-
-EngineAnswer ReadLocalAnswer(Program& program) {
+EngineAnswer ReadAnswer(Program& program) {
   EngineAnswer answer;
-  answer.pagePath = ReadExchangeKey(program, "htm4chk");
-  answer.findMistake = ReadExchangeKey(program, "findMistake");
-  answer.errcode = EngineReplyCode(ReadExchangeKey(program, "errcode"));
-  answer.sentence = ReadExchangeKey(program, "sentence");
+  answer.pagePath = ReadPagePath(program);
+  RunInOrder(ReadAnswerSteps(program, answer));
   return answer;
 }
 
@@ -182,12 +128,8 @@ std::string TakePageFile(Program& program, const std::string& path) {
 void PassStringToEngineEssayLocal(EssayRoom& room) {
   Program& program = room.program;
   auto& app = program.app;
-  LaunchLocalEngine(room);
-  if (!WaitForLocalEngine(room)) {
-    app.gVerdict = "STOP";
-    return;
-  }
-  const EngineAnswer answer = ReadLocalAnswer(program);
+  if (!RunEngine(room)) return GiveUp(room);
+  const EngineAnswer answer = ReadAnswer(program);
   const bool hasPage = program.machine.files.FileExists(answer.pagePath);
   FilePage(room, hasPage ? TakePageFile(program, answer.pagePath) : "");
   // Unlike with the web engine, the page of an error counts also when it was not filed.

@@ -1,18 +1,20 @@
-// Handing an essay in as the answer to a teacher's assignment.
+// Handing an essay in as the answer to a teacher's assignment, and the tries that it takes over a bad
+// network.
 #pragma once
 
+#include <chrono>
+#include <functional>
 #include <string>
 
 struct Program;
 
-/// Tells the server that an essay is the answer to an assignment. Gives the reply, which begins with "OK" on
-/// success; "" when none came.
-std::string SubmitEssayFinal(Program& program, const std::string& account, const std::string& essayId,
-                             const std::string& workId);
+/// Time between tries.
+inline constexpr std::chrono::seconds kPauseBetweenTries{3};
 
-/// Tries until the server takes it, with three seconds between.
-/// @return false when all tries have failed
-bool SubmitUntilTaken(Program& program, const std::string& essayId, const std::string& workId, int tries);
+/// Makes so many tries, with a pause between.
+/// @return false when all of them have failed
+bool TryRepeatedly(Program& program, int tries, const std::function<bool()>& attempt);
 
-/// Waits while events go on.
-void WaitSeconds(Program& program, int seconds);
+/// Tells the server that an essay is the answer to an assignment, in so many tries.
+/// @return false when it has not taken it
+bool SubmitEssay(Program& program, const std::string& essayId, const std::string& workId, int tries);

@@ -43,9 +43,3 @@ void EssayRoom::StartOwnEssay(const std::string& title) {
   app.gEssayWorkId = MakeRecId(app, now);
   StartEssay();
 }
-
-void EssayRoom::UploadRecords() {
-  program.app.gUploadFinished = false;
-  program.hall.frmUpload->SyncProgress("UPLOAD");
-  program.machine.loop.WaitUntil([this] { return program.app.gUploadFinished; });
-}

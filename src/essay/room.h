@@ -29,8 +29,6 @@ struct EssayRoom : public Essay {
   /// The same for a new topic of the learner's own.
   /// @param title "" for one made from the day
   void StartOwnEssay(const std::string& title);
-  /// Uploads what the server has not been told yet, and returns when that has ended.
-  void UploadRecords();
 
   Program& program;
   RecordDb& records;

@@ -62,7 +62,6 @@ FrmEssay::FrmEssay(EssayRoom& room)
     : Form(room.program.machine, "frmEssay"),
       tmrCaps(machine.loop, 1000),
       tmrShowDelay(machine.loop, 10),
-      tmrEngineResponse(machine.loop, 1000),
       room_(room),
       fade_(*this),
       shell_(picBG, imgClose) {
@@ -71,7 +70,6 @@ FrmEssay::FrmEssay(EssayRoom& room)
   webHtml.BeforeNavigate2 = [this](const std::string& url, bool& cancel) { TakeLink(url, cancel); };
   tmrCaps.onTick = [this] { ShowCaps(); };
   tmrShowDelay.onTick = [this] { ++mShowDelayTicks; };
-  tmrEngineResponse.onTick = [this] { ++mEngineWaitSeconds; };
   fade_.onGone = [this] { Leave(); };
 }
 
@@ -264,7 +262,6 @@ void FrmEssay::Leave() {
   Program& program = room_.program;
   auto& app = program.app;
   tmrCaps.Enabled = false;
-  tmrEngineResponse.Enabled = false;
   app.gEssayMode = false;
   app.gVerdict.clear();
   app.gOpenEssay = false;

@@ -36,11 +36,10 @@ class FrmEssay : public Form {
   WebBrowser webHtml{*this, "webHtml"};
   PictureBox picBG{*this, "picBG"}, imgClose{*this, "imgClose"}, picHtmlDeskPos{*this, "picHtmlDeskPos"};
   ControlArray<Label, 2> lblCaps{*this, "lblCaps"};
-  Timer tmrCaps, tmrShowDelay, tmrEngineResponse;
+  Timer tmrCaps, tmrShowDelay;
 
   int mShowDelayTicks = 0;
   bool mStopRequested = false;
-  int mEngineWaitSeconds = 0;
   std::string mEngineRunCode;
   bool mViewOnly = false;
   bool mAnalysing = false;

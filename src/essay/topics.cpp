@@ -5,6 +5,7 @@
 #include "base/text.h"
 #include "core/assignment_urls.h"
 #include "core/message.h"
+#include "core/synchronise.h"
 #include "core/text_utility.h"
 #include "essay/room.h"
 #include "platform/event_loop.h"
@@ -180,7 +181,7 @@ void FrmEssayInputEdu::Delete(const std::string& essayIds, bool isAssigned) {
     if (!essayId.empty()) records_.Delete(essayId);
   }
   program.frmMessage->closeForm();
-  room_.UploadRecords();
+  SyncAndWait(program, "UPLOAD");
   WebBrowser& page = isAssigned ? webHtml : webHtml2;
   page.Visible = false;
   if (isAssigned) {

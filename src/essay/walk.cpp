@@ -5,6 +5,7 @@
 #include "base/transaction.h"
 #include "base/utf16.h"
 #include "core/engine_exchange.h"
+#include "core/input_box.h"
 #include "core/message.h"
 #include "core/server_access.h"
 #include "core/text_utility.h"
@@ -72,21 +73,26 @@ void BeginWalk(EssayRoom& room) {
   room.program.hall.frmMain->AsForm().Left = kAway;
 }
 
-bool GetEngine(Program& program) try {
-  program.app.gWebEngineRoot = GetWebEngineAddress(program, program.app.gPublisherRoot);
-  return !program.app.gWebEngineRoot.empty() && IsWebEngineOnline(program, false);
-} catch (const RunTimeError&) {
+// A connection that breaks is a failed attempt like any other.
+bool AttemptEngine(Program& program) {
+  try {
+    return TryWebEngine(program);
+  } catch (const RunTimeError&) {
+    return false;
+  }
+}
+
+bool FindEngine(Program& program) {
+  for (int i = 0; i < kEngineAttempts; ++i) {
+    if (AttemptEngine(program)) return true;
+  }
   return false;
 }
 
 // Returns when an engine is at hand, or ends the program when the user gives up.
 void PrepareEngine(EssayRoom& room) {
-  constexpr int kTries = 10;
   room.frmEssay->mEngineRunCode = MakeRunCode(true);
-  while (true) {
-    for (int i = 0; i < kTries; ++i) {
-      if (GetEngine(room.program)) return;
-    }
+  while (!FindEngine(room.program)) {
     if (!AskInPlace(room, Message::kNoEngineAddress)) room.program.machine.loop.End();
     CenterForm(*room.frmEssay);
   }
@@ -273,8 +279,7 @@ bool essay_walk::AskInPlace(EssayRoom& room, const Message& message) {
 }
 
 void StartEssayProcess(EssayRoom& room) {
-  RichTextBox& txtInput = room.frmEssay->txtInput;
-  txtInput.Text = WithPlainSigns(txtInput.Text());
+  NormaliseInput(room.frmEssay->txtInput);
   if (!AcceptText(room)) return;
   try {
     OpenEssay(room);

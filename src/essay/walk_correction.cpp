@@ -1,5 +1,6 @@
 // The part of the walk in which the user corrects a sentence.
 #include "base/text.h"
+#include "core/input_box.h"
 #include "essay/sentence_cutter.h"
 #include "essay/text_rules.h"
 #include "essay/walk_steps.h"
@@ -12,17 +13,11 @@ namespace {
 constexpr const char* kBrokenOff = "#EDIT_BREAK#";
 constexpr int kClearButton = 9;
 constexpr int kBreakButton = 10;
-constexpr const char* kTypingFont = "Arial";
-constexpr Color kAmber = Rgb(255, 204, 0);
 
 void ShowSentenceInMain(EssayRoom& room) {
   MainWindow& frmMain = *room.program.hall.frmMain;
   RichTextBox& box = frmMain.InputBox();
-  box.Text = room.program.app.gEssayCurSentence;
-  box.SelStart = 0;
-  box.SelLength = base::Len(box.Text());
-  box.SelFontName = kTypingFont;
-  box.SelColor = kAmber;
+  PutSentence(box, room.program.app.gEssayCurSentence);
   frmMain.AsForm().Left = room.frmEssay->mMainLeft;
   frmMain.MenuButton(kClearButton).Visible = false;
   frmMain.MenuButton(kBreakButton).Visible = true;

@@ -3,6 +3,7 @@
 #include "core/message.h"
 #include "core/server_access.h"
 #include "core/settings.h"
+#include "core/synchronise.h"
 #include "essay/hand_in.h"
 #include "essay/report_window.h"
 #include "essay/walk_steps.h"
@@ -14,24 +15,16 @@ namespace essay_walk {
 namespace {
 
 constexpr int kTries = 10;
-constexpr int kPause = 3;  // seconds between tries
 
 bool UploadOnce(EssayRoom& room) {
   if (!IsServerOnline(room.program)) return false;
-  room.UploadRecords();
+  SyncAndWait(room.program, "UPLOAD");
   return true;
 }
 
-bool TryUpload(EssayRoom& room) {
-  for (int i = 0; i < kTries; ++i) {
-    if (UploadOnce(room)) return true;
-    WaitSeconds(room.program, kPause);
-  }
-  return false;
-}
-
 void Upload(EssayRoom& room) {
-  while (!TryUpload(room)) {
+  while (!TryRepeatedly(room.program, kTries, [&room] { return UploadOnce(room); })) {
+    room.program.machine.loop.Wait(kPauseBetweenTries);
     if (!AskInPlace(room, Message::kUploadFailed)) break;
   }
   WriteNeedSync(room.program, "N");
@@ -94,11 +87,11 @@ void HandIn(EssayRoom& room) {
   EssayRecords records(room.records);
   if (app.gEssayStartRequested || records.CountHandedIn(app.gEssayWorkId) > 0) return;
   if (!AskInPlace(room, Message::kHandInNow)) return;
-  if (SubmitUntilTaken(room.program, app.gEssayId, app.gEssayWorkId, kTries)) {
+  if (SubmitEssay(room.program, app.gEssayId, app.gEssayWorkId, kTries)) {
     records.HandInEssay(app.gEssayId, app.gEssayWorkId);
     AskInPlace(room, Message::kHandedIn);
   } else {
-    WaitSeconds(room.program, kPause);
+    room.program.machine.loop.Wait(kPauseBetweenTries);
     AskInPlace(room, Message::kNotHandedIn);
   }
 }

@@ -27,6 +27,22 @@ void EventLoop::WaitUntil(const std::function<bool()>& isMet) {
   }
 }
 
+bool EventLoop::WaitUntil(const std::function<bool()>& isMet, Milliseconds atMost) {
+  const auto end = Elapsed() + atMost;
+  Timer alarm(*this, static_cast<int>(atMost.count()));
+  alarm.Enabled = true;
+  bool met = false;
+  WaitUntil([&] {
+    met = isMet();
+    return met || Elapsed() >= end;
+  });
+  return met;
+}
+
+void EventLoop::Wait(Milliseconds time) {
+  WaitUntil([] { return false; }, time);
+}
+
 void EventLoop::Run() {
   try {
     WaitUntil([] { return false; });

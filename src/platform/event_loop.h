@@ -32,6 +32,11 @@ class EventLoop {
   /// The one way to wait: sleeps until something happened, then asks again. Throws ProgramEnd when the
   /// program ends meanwhile.
   void WaitUntil(const std::function<bool()>& isMet);
+  /// The same for a limited time of the steady clock.
+  /// @return whether it was met
+  bool WaitUntil(const std::function<bool()>& isMet, Milliseconds atMost);
+  /// Lets time go by while events go on.
+  void Wait(Milliseconds time);
 
   /// Runs until End is called. Swallows nothing but the ProgramEnd of that call.
   void Run();

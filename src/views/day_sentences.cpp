@@ -2,6 +2,7 @@
 
 #include "base/day.h"
 #include "base/text.h"
+#include "core/input_box.h"
 #include "core/message.h"
 #include "platform/desktop.h"
 #include "platform/machine.h"
@@ -105,13 +106,7 @@ void FrmSentences::GetRecAndPassEngine() {
     list_.Uncheck(rows.front());
     sentence = webHtml.Value("rec" + std::to_string(rows.front()));
   }
-  RichTextBox& txtInput = program_.hall.frmMain->InputBox();
-  txtInput.Text = sentence;
-  machine.loop.DoEvents();
-  txtInput.SelStart = 0;
-  txtInput.SelLength = base::Len(txtInput.Text());
-  txtInput.SelFontName = "Arial";
-  txtInput.SelColor = Rgb(255, 204, 0);
+  PutSentence(program_.hall.frmMain->InputBox(), sentence);
   const BusySentences busy(program_.app);
   program_.hall.frmMain->PassStringToEngine();
 }

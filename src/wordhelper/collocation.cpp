@@ -21,7 +21,6 @@ void SetHand(ControlArray<T, N>& controls) {
 
 FrmCollocation::FrmCollocation(Program& program)
     : Form(program.machine, "frmCollocation"),
-      tmrEngineResponse(program.machine.loop, 1000),
       tmrArrow(program.machine.loop, 500),
       program_(program),
       fade_(*this),
@@ -34,7 +33,6 @@ FrmCollocation::FrmCollocation(Program& program)
   cboCollect.Click = [this] { cboCollect_Click(); };
   imgClose.Click = [this] { imgClose_Click(); };
   QueryClose = [this] { imgClose_Click(); };
-  tmrEngineResponse.onTick = [this] { ++engineTicks_; };
   tmrArrow.onTick = [this] { tmrArrow_Timer(); };
   BindOptions();
   BindInputs();

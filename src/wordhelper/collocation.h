@@ -59,7 +59,7 @@ class FrmCollocation : public Form, public WordHelper {
   Label lblCollectMessage{*this, "lblCollectMessage"}, lblSourceCap{*this, "lblSourceCap"},
       lblCaps{*this, "lblCaps"};
   PictureBox imgArrow{*this, "imgArrow"}, imgClose{*this, "imgClose"}, picBG{*this, "picBG"};
-  Timer tmrEngineResponse, tmrArrow;
+  Timer tmrArrow;
 
  private:
   void BindOptions();
@@ -82,13 +82,10 @@ class FrmCollocation : public Form, public WordHelper {
   void PassEngineCheckWBankWeb(const std::string& para);
   void HideButtons();
   void GiveButtonsBack();
-  void StartTicks();
   std::string RunEngine(const std::string& para);
   std::string ResultFile();
   void ShowResultFile(const std::string& path);
-  std::optional<std::string> AskUntilAnswered(const std::string& para);
-  void AwaitTick();
-  std::optional<std::string> AskOnce(const std::string& para);
+  std::optional<std::string> AskWebEngine(const std::string& para);
   void ShowReply(const std::string& payload, bool plainLines);
   void ShowProgress(const Progress& progress);
   void ShowEngineAddress();
@@ -105,7 +102,6 @@ class FrmCollocation : public Form, public WordHelper {
   ShellButtons shell_;
   int currentTab_ = kNoTab;
   int arrowTicks_ = 0;
-  int engineTicks_ = 0;       ///< rounds of the settling wait, then seconds of the engine's silence
   std::string pickedPhrase_;  ///< what the examples are wanted for
   std::string lastMainText_;  ///< text of the main window when it was last taken over
 };

@@ -1,7 +1,7 @@
 // One question to the word bank, by its local engine or by the server's.
 #include "base/files.h"
 #include "base/text.h"
-#include "core/engine_exchange.h"
+#include "core/engine_client.h"
 #include "core/message.h"
 #include "core/process_control.h"
 #include "core/server_access.h"
@@ -43,11 +43,6 @@ void FrmCollocation::GiveButtonsBack() {
   picButtons(1).Visible = true;
 }
 
-void FrmCollocation::StartTicks() {
-  engineTicks_ = 0;
-  tmrEngineResponse.Enabled = true;
-}
-
 void FrmCollocation::ShowProgress(const Progress& progress) {
   FrmMessage::ProgressMsgBox(program_, progress);
   machine.loop.DoEvents();
@@ -73,7 +68,6 @@ void FrmCollocation::PassEngineCheckWBankLocal(const std::string& para) {
   ResetRegistrySet(machine.files, app.gRegistryFile, "REWRITE_LINE1");
   Enabled = false;
   ShowProgress(Progress::kFetching);
-  SettleDown(machine.loop, engineTicks_);
   std::string path;
   try {
     path = RunEngine(para);
@@ -89,20 +83,16 @@ void FrmCollocation::PassEngineCheckWBankLocal(const std::string& para) {
 
 // The path of the result file, "" when the engine stayed silent.
 std::string FrmCollocation::RunEngine(const std::string& para) {
-  constexpr int kTimeout = 5;
-  StartHelper(program_, program_.app.gEngineDir, kWordBankName, {para});
-  StartTicks();
+  constexpr std::chrono::seconds kLimit{5};
   std::string path;
-  machine.loop.WaitUntil([&] {
+  EngineClient(program_, {.limit = kLimit}).RunLocal(kWordBankName, para, [&] {
     path = ResultFile();
-    return !path.empty() || engineTicks_ >= kTimeout;
+    return !path.empty();
   });
-  tmrEngineResponse.Enabled = false;
   return path;
 }
 
 std::string FrmCollocation::ResultFile() {
-  if (IsProcessRunning(machine.processes, kWordBankName)) return "";
   const std::string path = ReadWriteSetFile(machine.files, program_.app.gRegistryFile, "R", kAnswerKey, "");
   return path == "0" ? "" : path;
 }
@@ -143,15 +133,13 @@ void FrmCollocation::PassEngineCheckWBankWeb(const std::string& para) {
   auto& app = program_.app;
   const bool plainLines = app.gSuggestMode == "similar_2";
   if (plainLines) app.gSuggestMode = "similar";
-  StartTicks();
   Enabled = false;
   ShowProgress(Progress::kAskingEngine);
-  if (const auto payload = AskUntilAnswered(para)) {
+  if (const auto payload = AskWebEngine(para)) {
     UpdateUserAct(program_, app.gAccountNo, app.gSuggestMode);
     EndProgress();
-    ShowReply(*payload, plainLines);
+    ShowReply(base::Trim(*payload), plainLines);
   } else {
-    tmrEngineResponse.Enabled = false;
     TellNothingCame();
   }
   Enabled = true;
@@ -159,43 +147,16 @@ void FrmCollocation::PassEngineCheckWBankWeb(const std::string& para) {
   app.gSuggestMode.clear();
 }
 
-// The request is repeated as often as the server answers anything else.
-std::optional<std::string> FrmCollocation::AskUntilAnswered(const std::string& para) {
-  constexpr int kTimeout = 30;
-  while (true) {
-    const bool isOnline = IsWebEngineOnline(program_, true);
-    auto payload = isOnline ? AskOnce(para) : std::nullopt;
-    if (payload) return payload;
-    if (engineTicks_ >= kTimeout) return std::nullopt;
-    if (!isOnline) AwaitTick();
-    machine.loop.DoEvents();
-  }
-}
-
-// Who is not there now will hardly be in the next moment.
-void FrmCollocation::AwaitTick() {
-  machine.loop.WaitUntil([this, now = engineTicks_] { return engineTicks_ != now; });
-}
-
-std::optional<std::string> FrmCollocation::AskOnce(const std::string& para) {
-  constexpr std::string_view kSuccess = "OK_";
-  ShowEngineAddress();
-  try {
-    const std::string reply = PostForm(program_, program_.app.gWebEngineRoot + "p_passWebEngine_wbank.asp",
-                                       std::string(kAccessKey) + "&para=" + para);
-    if (!reply.starts_with(kSuccess)) return std::nullopt;
-    return base::Trim(std::string_view(reply).substr(kSuccess.size()));
-  } catch (const RunTimeError&) {
-    return std::nullopt;  // a broken transfer is no answer either
-  }
+std::optional<std::string> FrmCollocation::AskWebEngine(const std::string& para) {
+  EngineClient engine(program_,
+                      {.wantsMoreAttempts = [this] { return Confirm(program_, Message::kNoEngineAddress); },
+                       .showAddress = [this] { ShowEngineAddress(); }});
+  return engine.AskWeb("p_passWebEngine_wbank.asp", std::string(kAccessKey) + "&para=" + para);
 }
 
 void FrmCollocation::ShowEngineAddress() {
-  auto& app = program_.app;
-  if (!app.gDetailMessage) return;
-  app.gProgressDetail = app.gWebEngineRoot;
   ShowProgress(Progress::kAskingEngine);
-  lblCaps.Caption = app.gWebEngineRoot;
+  lblCaps.Caption = program_.app.gWebEngineRoot;
   machine.loop.DoEvents();
 }
 

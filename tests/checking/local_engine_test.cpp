@@ -1,4 +1,3 @@
-#include "checking/local_engine.h"
 
 #include "core/error_report.h"
 #include "platform/run_time_error.h"
@@ -57,7 +56,6 @@ TEST_F(LocalEngineTest, EngineIsStartedOnTheSentence) {
   ASSERT_THAT(start.arguments, SizeIs(1));
   EXPECT_THAT(start.arguments[0], StartsWith("beta,"));
   EXPECT_THAT(start.arguments[0], SizeIs(5 + 6));
-  EXPECT_FALSE(Main().tmrEngineResponse.Enabled());
 }
 
 TEST_F(LocalEngineTest, PageGoesPackedToTheServerAndIsDeleted) {

@@ -83,30 +83,22 @@ TEST_F(ServerAccessTest, AllotsAnEngineThatAnswers) {
   http_.Route("dead/p_passWebEngine_conn.asp",
               [](const base::HttpRequest&) -> base::HttpResponse { throw RunTimeError("no connection"); });
   http_.Route("engine/p_passWebEngine_conn.asp", "ONLINE");
-  EXPECT_TRUE(IsWebEngineOnline(program, true));
+  EXPECT_TRUE(AllocateWebEngine(program));
   EXPECT_EQ(app.gWebEngineRoot, "http://engine/");
   EXPECT_THAT(http_.Bodies(kAllot), SizeIs(3));
-  EXPECT_TRUE(IsWebEngineOnline(program, false));
+  EXPECT_TRUE(IsWebEngineOnline(program));
   EXPECT_THAT(http_.Bodies(kAllot), SizeIs(3)) << "a plain probe allots nothing";
 }
 
-TEST_F(ServerAccessTest, AsksAfterTenAttemptsAndTriesTenMoreOnOk) {
+TEST_F(ServerAccessTest, GivesUpAfterTenAttemptsOrABrokenTransfer) {
   http_.Route(kAllot, "OK_http://engine/");
   http_.Route(kEngineProbe, "BUSY");
-  ExpectMessage(Message::kNoEngineAddress);
-  ExpectMessage(Message::kNoEngineAddress, kCancel);
-  EXPECT_THROW(AllocateWebEngine(program), ProgramEnd);
-  EXPECT_THAT(http_.Bodies(kAllot), SizeIs(20));
-  EXPECT_THAT(http_.Bodies(kEngineProbe), SizeIs(20));
-  EXPECT_EQ(machine.user.Expected(), 0U);
-  EXPECT_TRUE(machine.loop.HasEnded());
-}
-
-TEST_F(ServerAccessTest, BrokenTransferEndsTheAllotmentQuietly) {
+  EXPECT_FALSE(AllocateWebEngine(program));
+  EXPECT_THAT(http_.Bodies(kAllot), SizeIs(10));
+  EXPECT_THAT(http_.Bodies(kEngineProbe), SizeIs(10));
   http_.RouteToNowhere(kAllot);
   EXPECT_THROW(AllocateWebEngine(program), RunTimeError);
-  EXPECT_FALSE(IsWebEngineOnline(program, true));
-  EXPECT_THAT(http_.requests, SizeIs(2)) << "no ten attempts, no question";
+  EXPECT_THAT(http_.Bodies(kAllot), SizeIs(11)) << "no ten attempts";
 }
 
 TEST_F(ServerAccessTest, PackedPageGoesOutAsAFormInTheBrowser) {

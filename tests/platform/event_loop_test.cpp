@@ -91,6 +91,20 @@ TEST(VirtualLoop, KeepsTheWallClockThatWasSet) {
   EXPECT_EQ(loop.Now(), midnight + seconds{1});
 }
 
+TEST(EventLoop, WaitsForALimitedTimeOfTheSteadyClock) {
+  VirtualLoop loop;
+  bool isMet = false;
+  Timer timer(loop, 2000);
+  StartTimer(timer, [&] { isMet = true; });
+  EXPECT_FALSE(loop.WaitUntil([&] { return isMet; }, milliseconds{1500}));
+  EXPECT_EQ(loop.Elapsed(), milliseconds{1500});
+  EXPECT_TRUE(loop.WaitUntil([&] { return isMet; }, seconds{30}));
+  EXPECT_EQ(loop.Elapsed(), seconds{2});
+  EXPECT_FALSE(loop.WaitUntil([] { return false; }, milliseconds{0}));
+  loop.Wait(seconds{3});
+  EXPECT_EQ(loop.Elapsed(), seconds{5});
+}
+
 TEST(EventLoop, RunsTheRestOfThePostedTasksWhileOneOfThemWaits) {
   VirtualLoop loop;
   bool hasCome = false;

@@ -1,0 +1,17 @@
+#include "core/input_box.h"
+
+#include "base/text.h"
+#include "core/text_utility.h"
+
+void PutSentence(RichTextBox& txtInput, const std::string& sentence) {
+  txtInput.Text = sentence;
+  txtInput.SelStart = 0;
+  txtInput.SelLength = base::Len(sentence);
+  txtInput.SelFontName = kSentenceFont;
+  txtInput.SelColor = kSentenceColor;
+}
+
+std::string NormaliseInput(RichTextBox& txtInput) {
+  txtInput.Text = WithPlainSigns(txtInput.Text());
+  return txtInput.Text;
+}

@@ -1,0 +1,17 @@
+// The boxes into which sentences are typed.
+#pragma once
+
+#include <string>
+
+#include "platform/controls.h"
+
+/// How sentences look in the box of the main window.
+inline constexpr const char* kSentenceFont = "Arial";
+inline constexpr Color kSentenceColor = Rgb(255, 204, 0);
+
+/// Puts a sentence into that box, selected as a whole.
+void PutSentence(RichTextBox& txtInput, const std::string& sentence);
+
+/// Replaces what an input method or a paste has brought by the signs that engines know, and returns the text
+/// that the box then holds.
+std::string NormaliseInput(RichTextBox& txtInput);
