@@ -4,7 +4,7 @@
 
 #include <stdexcept>
 
-#include "server/accounts.h"
+#include "protocol/account.h"
 #include "server/key_values.h"
 #include "server/random_text.h"
 
@@ -20,11 +20,11 @@ bool IsNone(const std::string& value) { return value.empty() || value == "0"; }
 
 AccountEntry EnsureAccountFile(const std::filesystem::path& file) {
   KeyValues values = KeyValues::Read(file);
-  AccountEntry entry{CleanAccount(values.Get("Pno")), values.Get("userPW")};
+  AccountEntry entry{protocol::CleanAccount(values.Get("Pno")), values.Get("userPW")};
   const bool complete = !IsNone(entry.number) && !IsNone(entry.password);
   if (IsNone(entry.number)) entry.number = RandomDigits(kNumberLength);
   if (IsNone(entry.password)) entry.password = RandomAlphanumeric(kPasswordLength);
-  if (!IsAccountNumber(entry.number)) {
+  if (!protocol::IsAccountNumber(entry.number)) {
     throw std::runtime_error(fmt::format("{} names no account number in Pno", file.string()));
   }
   if (complete) return entry;

@@ -1,6 +1,6 @@
 #include "server/settings.h"
 
-#include "server/accounts.h"
+#include "protocol/account.h"
 #include "server/key_values.h"
 
 namespace marovane {
@@ -25,11 +25,11 @@ ServerSettings ReadServerSettings(const std::filesystem::path& file) {
                           .logins = {}};
   const KeyValues schools = KeyValues::Read(file.parent_path() / "schools.set");
   for (const auto& [login, server] : schools.Lines()) {
-    settings.schools.emplace(CleanAccount(login), server);
+    settings.schools.emplace(protocol::CleanAccount(login), server);
   }
   const KeyValues logins = KeyValues::Read(file.parent_path() / "logins.set");
   for (const auto& [login, rest] : logins.Lines()) {
-    settings.logins.push_back(CleanAccount(login));
+    settings.logins.push_back(protocol::CleanAccount(login));
   }
   return settings;
 }

@@ -7,6 +7,8 @@
 #include "core/settings.h"
 #include "platform/run_time_error.h"
 #include "platform/text_encoding.h"
+#include "protocol/form.h"
+#include "protocol/pages.h"
 
 namespace {
 
@@ -53,8 +55,8 @@ std::string FrmMain::TranslateText(const std::string& text) {
   if (!IsWebEngineOnline(program, true)) return "";
   try {
     const std::string reply =
-        PostForm(program, program.app.gWebEngineRoot + "p_com_translate.asp",
-                 std::string(kAccessKey) + "&ls=zh-TW&q=" + base::Replace(text, " ", "%20"));
+        PostForm(program, program.app.gWebEngineRoot + protocol::page::kTranslate,
+                 protocol::PlainBody({{"ls", "zh-TW"}, {"q", base::Replace(text, " ", "%20")}}));
     return reply.starts_with("OK") ? base::Replace(reply, "OK#", "") : "";
   } catch (const RunTimeError&) {
     return "";

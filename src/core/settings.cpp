@@ -12,6 +12,9 @@
 #include "core/set_file.h"
 #include "core/text_utility.h"
 #include "platform/run_time_error.h"
+#include "protocol/account.h"
+#include "protocol/form.h"
+#include "protocol/pages.h"
 
 std::string ReadSetup(Program& program, std::string_view key) {
   return ReadWriteSetFile(program.machine.files, program.app.gSetupFile, "R", key, "");
@@ -148,12 +151,12 @@ void LoadSettings(Program& program) {
 
 void SyncUserSettings(Program& program, std::string& pno, std::string_view mode) {
   if (!IsServerOnline(program)) return;
-  pno = CleanAccountNo(pno);
-  std::string body = std::string(kAccessKey) + "&pdcode=mrv&pno=" + pno;
-  body += mode == "w" ? "&met=w&setting=" + SettingsList(program, pno) : "&met=r";
+  pno = protocol::CleanAccount(pno);
+  std::string body = protocol::PlainBody({{"pdcode", "mrv"}, {"pno", pno}, {"met", mode == "w" ? "w" : "r"}});
+  if (mode == "w") body += "&setting=" + SettingsList(program, pno);
   std::string reply;
   try {
-    reply = PostForm(program, program.app.gServerUrlRoot + "p_getusersettings.asp", body);
+    reply = PostForm(program, program.app.gServerUrlRoot + protocol::page::kUserSettings, body);
   } catch (const RunTimeError&) {
     return;  // a server that went away in between is one that was never there
   }

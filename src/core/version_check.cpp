@@ -10,6 +10,8 @@
 #include "platform/processes.h"
 #include "platform/run_time_error.h"
 #include "platform/window_system.h"
+#include "protocol/form.h"
+#include "protocol/pages.h"
 
 namespace {
 
@@ -86,8 +88,8 @@ void OfferUpdate(Program& program, const std::string& version) {
 std::string GetServerVersion(Program& program, const std::string& type) {
   if (!IsServerOnline(program)) return std::string(kConnectFailed);
   try {
-    return PostForm(program, program.app.gServerUrlRoot + "p_getversion.asp",
-                    std::string(kAccessKey) + "&type=" + type);
+    return PostForm(program, program.app.gServerUrlRoot + protocol::page::kNewestVersion,
+                    protocol::PlainBody({{"type", type}}));
   } catch (const RunTimeError&) {
     return std::string(kConnectFailed);  // it went away in between
   }

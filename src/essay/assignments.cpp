@@ -1,13 +1,13 @@
 #include "essay/assignments.h"
 
-#include <fmt/format.h>
-
 #include <optional>
 
 #include "base/text.h"
 #include "core/program.h"
 #include "core/server_access.h"
 #include "platform/run_time_error.h"
+#include "protocol/form.h"
+#include "protocol/pages.h"
 
 namespace {
 
@@ -26,8 +26,8 @@ std::string AskServer(Program& program) {
   const auto& app = program.app;
   try {
     return PostForm(
-        program, app.gServerUrlRoot + "p_mrv_get_essay_work.asp",
-        fmt::format("{}&pno={}&mode=GETLST&cpno={}", kAccessKey, app.gAccountNo, app.gTeacherAccount));
+        program, app.gServerUrlRoot + protocol::page::kWork,
+        protocol::PlainBody({{"pno", app.gAccountNo}, {"mode", "GETLST"}, {"cpno", app.gTeacherAccount}}));
   } catch (const RunTimeError&) {
     return "";
   }

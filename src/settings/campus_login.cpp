@@ -9,6 +9,9 @@
 #include "platform/event_loop.h"
 #include "platform/run_time_error.h"
 #include "platform/text_encoding.h"
+#include "protocol/form.h"
+#include "protocol/pages.h"
+#include "protocol/refusal.h"
 
 namespace {
 
@@ -18,9 +21,9 @@ constexpr Color kNotFound = Rgb(255, 0, 0);
 constexpr const char* kNoServerYet = "* 尚未取得 *";
 constexpr const char* kNoServer = "* 無法正確取得 *";
 
-std::string Ask(Program& program, const std::string& url, const std::string& fields) {
+std::string Ask(Program& program, const std::string& url, protocol::Fields fields) {
   try {
-    return PostForm(program, url, std::string(kAccessKey) + fields);
+    return PostForm(program, url, protocol::PlainBody(fields));
   } catch (const RunTimeError&) {
     return std::string(kConnectFailed);
   }
@@ -29,7 +32,7 @@ std::string Ask(Program& program, const std::string& url, const std::string& fie
 }  // namespace
 
 std::string GetServerForLogin(Program& program, const std::string& login) {
-  return Ask(program, program.app.gACServerRoot + "p_server_get.asp", "&regId=" + login);
+  return Ask(program, program.app.gACServerRoot + protocol::page::kSchoolServer, {{"regId", login}});
 }
 
 std::string LoginToServer(Program& program, const std::string& server, const std::string& login,
@@ -38,7 +41,8 @@ std::string LoginToServer(Program& program, const std::string& server, const std
   app.gServerUrlRoot = "http://" + server + "/";
   app.gUpdaterUrlRoot = server + "/update";
   if (!IsServerOnline(program)) return std::string(kConnectFailed);
-  return Ask(program, app.gServerUrlRoot + "p_getlogin.asp", "&login=" + login + "&password=" + password);
+  return Ask(program, app.gServerUrlRoot + protocol::page::kLogin,
+             {{"login", login}, {"password", password}});
 }
 
 FrmXQDLogin::FrmXQDLogin(Program& program)
@@ -197,8 +201,8 @@ std::string FrmXQDLogin::LoginOrRetry() {
 
 void FrmXQDLogin::TellRefusal(const std::string& reply) {
   if (reply == kConnectFailed) ShowMessage(program_, Message::kServerNotFound);
-  if (reply == "ERR_NOTFOUND") ShowMessage(program_, Message::kWrongAccount);
-  if (reply == "ERR_WRONG_PASSWORD") ShowMessage(program_, Message::kWrongPassword);
+  if (reply == protocol::refusal::kNotFound) ShowMessage(program_, Message::kWrongAccount);
+  if (reply == protocol::refusal::kWrongPassword) ShowMessage(program_, Message::kWrongPassword);
 }
 
 void FrmXQDLogin::Accept(const std::string& reply) {

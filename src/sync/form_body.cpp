@@ -2,7 +2,6 @@
 
 #include <fmt/format.h>
 
-#include "base/percent.h"
 #include "base/text.h"
 #include "base/utf16.h"
 #include "platform/text_encoding.h"
@@ -24,11 +23,6 @@ unsigned CodePointOf(std::string_view character) {
 }
 
 }  // namespace
-
-void AddField(std::string& body, std::string_view name, std::string_view value) {
-  if (!body.empty()) body += '&';
-  body += base::FormEncode(name) + "=" + base::FormEncode(value);
-}
 
 std::string Big5FormText(std::string_view text) {
   std::string rest = base::Replace(base::Replace(text, "\r\n", "\n"), "\n", "\r\n");

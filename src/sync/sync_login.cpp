@@ -1,18 +1,19 @@
 #include "sync/sync_login.h"
 
-#include <fmt/format.h>
-
 #include "base/text.h"
 #include "core/message.h"
 #include "core/server_access.h"
-#include "core/text_utility.h"
 #include "platform/run_time_error.h"
+#include "protocol/account.h"
+#include "protocol/form.h"
+#include "protocol/pages.h"
+#include "protocol/refusal.h"
 
 std::string CheckAccountPassword(Program& program, const std::string& account, const std::string& password) {
   if (!IsServerOnline(program)) return std::string(kConnectFailed);
   try {
-    return PostForm(program, program.app.gServerUrlRoot + "p_getauthwithpw.asp",
-                    fmt::format("{}&pno={}&pw={}", kAccessKey, CleanAccountNo(account), password));
+    return PostForm(program, program.app.gServerUrlRoot + protocol::page::kCheckPassword,
+                    protocol::PlainBody({{"pno", protocol::CleanAccount(account)}, {"pw", password}}));
   } catch (const RunTimeError&) {
     return std::string(kConnectFailed);  // it went away in between
   }
@@ -73,9 +74,9 @@ void FrmSyncLogin::Accept() {
 void FrmSyncLogin::TellRefusal(const std::string& reply) {
   if (reply == kConnectFailed) {
     ShowMessage(program_, Message::kNetworkDown);
-  } else if (reply == "ERR_NOTFOUND") {
+  } else if (reply == protocol::refusal::kNotFound) {
     ShowMessage(program_, Message::kWrongAccount);
-  } else if (reply == "ERR_WRONG_PASSWORD") {
+  } else if (reply == protocol::refusal::kWrongPassword) {
     ShowMessage(program_, Message::kWrongPassword);
   }
   program_.app.gMsgResult.clear();

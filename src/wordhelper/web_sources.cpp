@@ -11,6 +11,8 @@
 #include "platform/machine.h"
 #include "platform/run_time_error.h"
 #include "platform/text_encoding.h"
+#include "protocol/form.h"
+#include "protocol/pages.h"
 
 namespace {
 
@@ -40,8 +42,8 @@ std::string WebSource::AddressOf(const std::string& text) const {
 std::string FetchWebSources(Program& program) {
   if (!IsServerOnline(program)) return std::string(kConnectFailed);
   try {
-    const std::string reply =
-        PostForm(program, program.app.gServerUrlRoot + "p_getwebhelper.asp", std::string(kAccessKey));
+    const std::string reply = PostForm(program, program.app.gServerUrlRoot + protocol::page::kWebHelperSites,
+                                       protocol::PlainBody());
     // Before anything is split: "#" may part the fields.
     return base::Replace(reply, "##String2chk##", kSearchedText);
   } catch (const RunTimeError&) {
