@@ -11,9 +11,7 @@
 #include "core/server_access.h"
 #include "core/set_file.h"
 #include "core/text_utility.h"
-#include "platform/run_time_error.h"
 #include "protocol/account.h"
-#include "protocol/form.h"
 #include "protocol/pages.h"
 
 std::string ReadSetup(Program& program, std::string_view key) {
@@ -152,14 +150,13 @@ void LoadSettings(Program& program) {
 void SyncUserSettings(Program& program, std::string& pno, std::string_view mode) {
   if (!IsServerOnline(program)) return;
   pno = protocol::CleanAccount(pno);
-  std::string body = protocol::PlainBody({{"pdcode", "mrv"}, {"pno", pno}, {"met", mode == "w" ? "w" : "r"}});
-  if (mode == "w") body += "&setting=" + SettingsList(program, pno);
-  std::string reply;
-  try {
-    reply = PostForm(program, program.app.gServerUrlRoot + protocol::page::kUserSettings, body);
-  } catch (const RunTimeError&) {
-    return;  // a server that went away in between is one that was never there
+  const std::string url = program.app.gServerUrlRoot + protocol::page::kUserSettings;
+  if (mode == "w") {
+    const std::string list = SettingsList(program, pno);
+    TryPost(program, url, {{"pdcode", "mrv"}, {"pno", pno}, {"met", "w"}, {"setting", list}});
+    return;
   }
+  const std::string reply = TryPost(program, url, {{"pdcode", "mrv"}, {"pno", pno}, {"met", "r"}});
   // Also what is neither a success nor a refusal, such as some other server's page, holds no settings.
-  if (mode == "r" && reply.starts_with("OK")) StoreSettings(program, reply);
+  if (reply.starts_with("OK")) StoreSettings(program, reply);
 }

@@ -7,9 +7,7 @@
 #include "core/settings.h"
 #include "core/text_utility.h"
 #include "platform/event_loop.h"
-#include "platform/run_time_error.h"
 #include "platform/text_encoding.h"
-#include "protocol/form.h"
 #include "protocol/pages.h"
 #include "protocol/refusal.h"
 
@@ -21,18 +19,10 @@ constexpr Color kNotFound = Rgb(255, 0, 0);
 constexpr const char* kNoServerYet = "* 尚未取得 *";
 constexpr const char* kNoServer = "* 無法正確取得 *";
 
-std::string Ask(Program& program, const std::string& url, protocol::Fields fields) {
-  try {
-    return PostForm(program, url, protocol::PlainBody(fields));
-  } catch (const RunTimeError&) {
-    return std::string(kConnectFailed);
-  }
-}
-
 }  // namespace
 
 std::string GetServerForLogin(Program& program, const std::string& login) {
-  return Ask(program, program.app.gACServerRoot + protocol::page::kSchoolServer, {{"regId", login}});
+  return TryPost(program, program.app.gACServerRoot + protocol::page::kSchoolServer, {{"regId", login}});
 }
 
 std::string LoginToServer(Program& program, const std::string& server, const std::string& login,
@@ -40,9 +30,7 @@ std::string LoginToServer(Program& program, const std::string& server, const std
   auto& app = program.app;
   app.gServerUrlRoot = "http://" + server + "/";
   app.gUpdaterUrlRoot = server + "/update";
-  if (!IsServerOnline(program)) return std::string(kConnectFailed);
-  return Ask(program, app.gServerUrlRoot + protocol::page::kLogin,
-             {{"login", login}, {"password", password}});
+  return AskServer(program, protocol::page::kLogin, {{"login", login}, {"password", password}});
 }
 
 FrmXQDLogin::FrmXQDLogin(Program& program)
@@ -146,7 +134,7 @@ void FrmXQDLogin::txtLogin_LostFocus() {
 }
 
 void FrmXQDLogin::TellNoServer(const std::string& reply) {
-  if (reply.starts_with("ERR") && reply != kConnectFailed) {
+  if (reply.starts_with("ERR") && reply != protocol::refusal::kConnectFailed) {
     ShowMessage(program_, Message::kUnknownAccount);
   } else {
     ShowMessage(program_, Message::kServerNotFound);
@@ -194,13 +182,13 @@ std::string FrmXQDLogin::LoginOrRetry() {
   const std::string login = base::Trim(txtLogin.Text());
   const std::string password = base::Trim(txtPassword.Text());
   std::string reply = LoginToServer(program_, server, login, password);
-  if (reply != kConnectFailed) return reply;
+  if (reply != protocol::refusal::kConnectFailed) return reply;
   // A school may have the pages in a folder of its web site.
   return LoginToServer(program_, server + "/serverside", login, password);
 }
 
 void FrmXQDLogin::TellRefusal(const std::string& reply) {
-  if (reply == kConnectFailed) ShowMessage(program_, Message::kServerNotFound);
+  if (reply == protocol::refusal::kConnectFailed) ShowMessage(program_, Message::kServerNotFound);
   if (reply == protocol::refusal::kNotFound) ShowMessage(program_, Message::kWrongAccount);
   if (reply == protocol::refusal::kWrongPassword) ShowMessage(program_, Message::kWrongPassword);
 }

@@ -5,7 +5,6 @@
 #include "core/server_access.h"
 #include "core/settings.h"
 #include "core/text_utility.h"
-#include "platform/run_time_error.h"
 #include "protocol/account.h"
 #include "protocol/form.h"
 #include "protocol/pages.h"
@@ -16,33 +15,25 @@ namespace {
 constexpr int kLeastPassword = 4;
 constexpr int kMostPassword = 12;
 
-std::string AskLoginPage(Program& program, protocol::Fields fields) {
-  if (!IsServerOnline(program)) return std::string(kConnectFailed);
-  try {
-    return PostForm(program, program.app.gServerUrlRoot + protocol::page::kLogin,
-                    protocol::PlainBody(fields));
-  } catch (const RunTimeError&) {
-    return std::string(kConnectFailed);  // it went away in between
-  }
-}
-
 }  // namespace
 
 std::string LoginWithPassword(Program& program, const std::string& account, const std::string& password) {
-  return AskLoginPage(program, {{"pno", protocol::CleanAccount(account)},
-                                {"password", password},
-                                {"username", ""},
-                                {"email", ""},
-                                {"district", ""}});
+  return AskServer(program, protocol::page::kLogin,
+                   {{"pno", protocol::CleanAccount(account)},
+                    {"password", password},
+                    {"username", ""},
+                    {"email", ""},
+                    {"district", ""}});
 }
 
 std::string ApplyForAccount(Program& program, const std::string& userName, const std::string& email,
                             const std::string& password) {
-  return AskLoginPage(program, {{"pno", ""},
-                                {"password", password},
-                                {"username", protocol::PlainValue(userName)},
-                                {"email", protocol::PlainValue(email)},
-                                {"district", ""}});
+  return AskServer(program, protocol::page::kLogin,
+                   {{"pno", ""},
+                    {"password", password},
+                    {"username", protocol::PlainValue(userName)},
+                    {"email", protocol::PlainValue(email)},
+                    {"district", ""}});
 }
 
 int FilterPasswordKey(int keyAscii, std::string_view caseWord, bool allowBlank) {
@@ -155,7 +146,7 @@ void FrmPassword::Apply(const std::string& password) {
 }
 
 void FrmPassword::TellRefusal(const std::string& reply) {
-  if (reply == kConnectFailed) {
+  if (reply == protocol::refusal::kConnectFailed) {
     ShowMessage(program_, Message::kNetworkDown);
   } else if (reply == protocol::refusal::kNotFound) {
     ShowMessage(program_, Message::kWrongAccount);

@@ -11,7 +11,6 @@
 #include "platform/machine.h"
 #include "platform/run_time_error.h"
 #include "platform/text_encoding.h"
-#include "protocol/form.h"
 #include "protocol/pages.h"
 
 namespace {
@@ -40,15 +39,8 @@ std::string WebSource::AddressOf(const std::string& text) const {
 }
 
 std::string FetchWebSources(Program& program) {
-  if (!IsServerOnline(program)) return std::string(kConnectFailed);
-  try {
-    const std::string reply = PostForm(program, program.app.gServerUrlRoot + protocol::page::kWebHelperSites,
-                                       protocol::PlainBody());
-    // Before anything is split: "#" may part the fields.
-    return base::Replace(reply, "##String2chk##", kSearchedText);
-  } catch (const RunTimeError&) {
-    return std::string(kConnectFailed);
-  }
+  // Before anything is split: "#" may part the fields.
+  return base::Replace(AskServer(program, protocol::page::kWebHelperSites), "##String2chk##", kSearchedText);
 }
 
 WebSourceList ParseWebSources(const std::string& reply) {
