@@ -7,6 +7,7 @@
 
 #include "base/text.h"
 #include "core/digest.h"
+#include "essay/text_rules.h"
 #include "platform/run_time_error.h"
 #include "protocol/sentences.h"
 #include "views/page_frame.h"
