@@ -6,7 +6,7 @@
 
 #include "base/key_values.h"
 #include "base/posix_files.h"
-#include "server/accounts.h"
+#include "protocol/account.h"
 #include "server/random_text.h"
 
 namespace marovane {
@@ -22,11 +22,12 @@ bool IsNone(const std::string& value) { return value.empty() || value == "0"; }
 AccountEntry EnsureAccountFile(const std::filesystem::path& file) {
   base::PosixFiles files;
   base::KeyValues values = base::KeyValues::Read(files, file);
-  AccountEntry entry{CleanAccount(values.Find("Pno").value_or("")), values.Find("userPW").value_or("")};
+  AccountEntry entry{protocol::CleanAccount(values.Find("Pno").value_or("")),
+                     values.Find("userPW").value_or("")};
   const bool complete = !IsNone(entry.number) && !IsNone(entry.password);
   if (IsNone(entry.number)) entry.number = RandomDigits(kNumberLength);
   if (IsNone(entry.password)) entry.password = RandomAlphanumeric(kPasswordLength);
-  if (!IsAccountNumber(entry.number)) {
+  if (!protocol::IsAccountNumber(entry.number)) {
     throw std::runtime_error(fmt::format("{} names no account number in Pno", file.string()));
   }
   if (complete) return entry;

@@ -13,12 +13,6 @@
 
 namespace marovane {
 
-/// The number without "-" and blanks.
-std::string CleanAccount(std::string_view number);
-
-/// A cleaned number is 1 to 32 letters, digits, "." and "_".
-bool IsAccountNumber(std::string_view number);
-
 /// May be used from several threads.
 class Accounts {
  public:
@@ -27,19 +21,18 @@ class Accounts {
   explicit Accounts(Store& store, Clock clock = std::chrono::steady_clock::now)
       : store_(store), clock_(std::move(clock)) {}
 
-  /// Cleans the number and makes sure that the account exists. Throws Refusal: ERR_INVAILD_ACCOUNT,
-  /// ERR_NOTFOUND.
+  /// Cleans the number and makes sure that the account exists. Throws Refusal: kBadAccount, kNotFound.
   std::string Known(std::string_view number);
 
-  /// As Known, and the password must be the account's. Throws also ERR_WRONG_PASSWORD, and ERR_TRY_LATER when
+  /// As Known, and the password must be the account's. Throws also kWrongPassword, and kTryLater when
   /// too many wrong ones came: ten in a row are free, then one every three seconds.
   std::string Proven(std::string_view number, const std::string& password);
 
   /// Sets the password of an account that has none yet, and tells whether it did. Throws as Known, and
-  /// ERR_WRONG_PASSWORD for an empty one.
+  /// kWrongPassword for an empty one.
   bool TakesFirstPassword(std::string_view number, const std::string& password);
-  /// Makes an account with a fresh number and gives the number. Throws Refusal: ERR_WRONG_PASSWORD for one
-  /// below four characters, ERR_TRY_LATER when too many accounts are wanted.
+  /// Makes an account with a fresh number and gives the number. Throws Refusal: kWrongPassword for one
+  /// below four characters, kTryLater when too many accounts are wanted.
   std::string Make(const std::string& password);
   /// Lets an account wait for its first password, unless it exists.
   void Await(const std::string& number);

@@ -2,7 +2,7 @@
 
 #include "base/key_values.h"
 #include "base/posix_files.h"
-#include "server/accounts.h"
+#include "protocol/account.h"
 
 namespace marovane {
 namespace {
@@ -38,10 +38,10 @@ ServerSettings ReadServerSettings(const std::filesystem::path& file) {
                           .webSources = ReadWebSources(file.parent_path() / "sources.set"),
                           .logins = {}};
   for (const auto& [login, server] : ReadLogins(file.parent_path() / "schools.set")) {
-    settings.schools.emplace(CleanAccount(login), server);
+    settings.schools.emplace(protocol::CleanAccount(login), server);
   }
   for (const auto& [login, rest] : ReadLogins(file.parent_path() / "logins.set")) {
-    settings.logins.push_back(CleanAccount(login));
+    settings.logins.push_back(protocol::CleanAccount(login));
   }
   return settings;
 }

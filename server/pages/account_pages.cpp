@@ -7,6 +7,7 @@
 
 #include "base/day.h"
 #include "base/text.h"
+#include "protocol/account.h"
 #include "server/pages/page.h"
 
 namespace marovane {
@@ -89,10 +90,10 @@ bool WantsAccount(const Form& form) {
 }
 
 Reply MakeAccount(Services& services, const Form& form, const std::string& password) {
-  if (!services.settings.openAccounts) throw Refusal("ERR_CLOSED");
+  if (!services.settings.openAccounts) throw Refusal(refusal::kClosed);
   const std::string userName = form.Required("username", kOwnerLimit);
   const std::string email = form.Required("email", kOwnerLimit);
-  if (email.find('@') == std::string::npos) throw Refusal("ERR_WRONG_EMAIL");
+  if (email.find('@') == std::string::npos) throw Refusal(refusal::kWrongEmail);
   const std::string account = services.accounts.Make(password);
   services.store.PutOwner(account, userName, email);
   return TextReply("OK_" + account);
@@ -102,8 +103,8 @@ Reply MakeAccount(Services& services, const Form& form, const std::string& passw
 
 Reply SchoolServer(Services& services, const Call& call) {
   const auto& schools = services.settings.schools;
-  const auto school = schools.find(CleanAccount(call.form.Required("regId", kNumberLimit)));
-  if (school == schools.end()) throw Refusal("ERR_NOTFOUND");
+  const auto school = schools.find(protocol::CleanAccount(call.form.Required("regId", kNumberLimit)));
+  if (school == schools.end()) throw Refusal(refusal::kNotFound);
   return TextReply("OK_" + school->second);
 }
 
@@ -123,12 +124,12 @@ Reply UserSettings(Services& services, const Call& call) {
   const std::string method = call.form.Required("met", kWordLimit);
   if (method == "r") return ReadSettings(services, call.form);
   if (method == "w") return WriteSettings(services, call.form);
-  throw Refusal("ERR_UNKNOWN_METHOD");
+  throw Refusal(refusal::kUnknownMethod);
 }
 
 Reply UserAct(Services& services, const Call& call) {
   const std::string act = call.form.Required("act", kWordLimit);
-  if (!Holds(kActs, act)) throw Refusal("ERR_UNKNOWN_ACT");
+  if (!Holds(kActs, act)) throw Refusal(refusal::kUnknownAct);
   services.store.CountAct(services.accounts.Known(Number(call.form)), base::IsoDay(base::Today()), act);
   return TextReply("OK_");
 }

@@ -30,17 +30,15 @@ bool IsDigest(std::string_view text) {
 
 ArchiveKey KeyOf(const Form& form) {
   ArchiveKey key{form.Required("pnomd5", kDigestLength), form.Required("checksum", kDigestLength)};
-  if (!IsDigest(key.pnomd5) || !IsDigest(key.checksum)) throw Refusal("ERR_BAD_DIGEST");
+  if (!IsDigest(key.pnomd5) || !IsDigest(key.checksum)) throw Refusal(refusal::kBadDigest);
   return key;
 }
 
 /// A page has line ends and tabs, which no other field may have.
 std::string RequiredPage(const Form& form) {
-  const auto page = form.Find("filestr");
-  if (!page || page->empty()) throw Refusal("ERR_MISSING_FIELD");
-  if (page->size() > kPageLimit) throw Refusal("ERR_TOO_LONG");
-  if (!base::IsCleanText(*page, "\r\n\t")) throw Refusal("ERR_BAD_TEXT");
-  return *page;
+  std::string page = form.Required("filestr", kPageLimit, "\r\n\t");
+  if (page.empty()) throw Refusal(refusal::kMissingField);
+  return page;
 }
 
 }  // namespace

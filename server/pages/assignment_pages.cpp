@@ -103,7 +103,7 @@ Html CommentOf(const Assignment& assignment) {
 }  // namespace
 
 Reply WorkList(Services& services, const Call& call) {
-  if (call.form.Required("mode", kWordLimit) != "GETLST") throw Refusal("ERR_UNKNOWN_METHOD");
+  if (call.form.Required("mode", kWordLimit) != "GETLST") throw Refusal(refusal::kUnknownMethod);
   std::string list;
   for (const Assignment& assignment : services.school.Assignments(PupilOf(services, call.form))) {
     list += (list.empty() ? "" : "<@>") + Record(assignment);
@@ -112,7 +112,7 @@ Reply WorkList(Services& services, const Call& call) {
 }
 
 Reply WorkQuestion(Services& services, const Call& call) {
-  if (call.form.Required("mode", kWordLimit) != "GETHTM") throw Refusal("ERR_UNKNOWN_METHOD");
+  if (call.form.Required("mode", kWordLimit) != "GETHTM") throw Refusal(refusal::kUnknownMethod);
   const auto assignment = services.school.FindAssignment(PupilOf(services, call.form),
                                                          call.form.Required("workId", kNumberLimit));
   if (!assignment) return UnknownTopic();
@@ -140,13 +140,13 @@ Reply HandInEssay(Services& services, const Call& call) {
     case HandInResult::kTaken:
       return TextReply("OK_");
     case HandInResult::kNoTopic:
-      throw Refusal("ERR_NO_WORK");
+      throw Refusal(refusal::kNoWork);
     case HandInResult::kNoEssay:
-      throw Refusal("ERR_NO_ESSAY");
+      throw Refusal(refusal::kNoEssay);
     case HandInResult::kOtherEssay:
-      throw Refusal("ERR_HANDED_IN");
+      throw Refusal(refusal::kHandedIn);
   }
-  throw Refusal("ERR_SERVER");
+  throw Refusal(refusal::kServer);
 }
 
 }  // namespace marovane

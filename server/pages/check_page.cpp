@@ -14,7 +14,7 @@ constexpr std::size_t kSentenceLimit = 2000;
 tolvex::Judgement Judge(const SharedEngine& engine, const std::string& sentence) try {
   return engine.Ask(sentence);
 } catch (const std::exception&) {
-  throw Refusal("ERR_ENGINE");  // why it cannot be used was told when it was loaded
+  throw Refusal(refusal::kEngine);  // why it cannot be used was told when it was loaded
 }
 
 /// "#" parts the reply's fields: within one it becomes its full-width twin.
@@ -26,7 +26,7 @@ std::string Suggestions(std::string_view text) { return base::Replace(Field(text
 
 Reply CheckSentence(Services& services, const Call& call) {
   const std::string sentence = base::Trim(call.form.Required("s", kSentenceLimit), base::kWhiteSpace);
-  if (sentence.empty()) throw Refusal("ERR_MISSING_FIELD");
+  if (sentence.empty()) throw Refusal(refusal::kMissingField);
   const tolvex::Judgement judgement = Judge(services.engine, sentence);
   const std::string path = services.results.Keep(
       base::ToCp950(tolvex::ResultPage(sentence, judgement), base::Unencodable::kReference));

@@ -52,10 +52,10 @@ std::string WithoutReferences(std::string_view text) {
 /// A field of the form, which the program's page posts in Big5. Texts may have lines.
 std::string Field(const Form& form, const std::string& name, std::size_t limit) {
   const auto bytes = form.Find(name);
-  if (!bytes) throw Refusal("ERR_MISSING_FIELD");
-  if (bytes->size() > limit) throw Refusal("ERR_TOO_LONG");
+  if (!bytes) throw Refusal(refusal::kMissingField);
+  if (bytes->size() > limit) throw Refusal(refusal::kTooLong);
   std::string text = WithoutReferences(base::FromCp950(*bytes, base::Undecodable::kQuestionMark));
-  if (!base::IsCleanText(text, "\r\n\t")) throw Refusal("ERR_BAD_TEXT");
+  if (!base::IsCleanText(text, "\r\n\t")) throw Refusal(refusal::kBadText);
   return text;
 }
 

@@ -5,56 +5,50 @@
 #include <exception>
 
 #include "base/cp950.h"
+#include "protocol/headers.h"
+#include "protocol/pages.h"
 #include "server/log.h"
 
 namespace marovane {
+
+namespace page = protocol::page;
+
 namespace {
 
-constexpr const char* kAccessKey = "zorbelquinter";
 constexpr std::size_t kPackedPageLimit = 8 << 20;
 constexpr std::size_t kRecordsLimit = 64 << 20;
 
 constexpr std::array<Page, 26> kPages = {{
-    {"p_getconn.asp", ServerProbe},
-    {"p_all_webengine_get.asp", EngineAddress},
-    {"p_passWebEngine_conn.asp", EngineProbe},
-    {"p_passWebEngine.asp", CheckSentence, Page::Body::kPlain, 1 << 20, "s"},
-    {"p_passWebEngine_wbank.asp", AskWordBank, Page::Body::kPlain, 1 << 20, "para"},
-    {"p_com_translate.asp", TranslateText, Page::Body::kPlain, 1 << 20, "q"},
-    {"p_getwebhelper.asp", WebHelperSites},
-    {"p_decode.asp", ShowPackedPage, Page::Body::kBrowserForm, kPackedPageLimit},
-    {"p_all_engine_htm_rec.asp", ArchivePage, Page::Body::kBrowserForm, kPackedPageLimit},
-    {"p_all_engine_htm_show.asp",
-     ShowArchivedPage,
-     Page::Body::kBrowserForm,
-     1 << 12,
-     {},
-     Page::Method::kGet},
-    {"p_getlogin.asp", Login},
-    {"p_getauthwithpw.asp", CheckPassword},
-    {"p_getversion.asp", NewestVersion},
-    {"p_getusersettings.asp", UserSettings},
-    {"p_update_useract.asp", UserAct},
-    {"p_update_err_rec.asp", UpdateRecords, Page::Body::kBrowserForm, kRecordsLimit},
-    {"p_sync_checksum.asp", SyncChecksum},
-    {"p_sync_client_new.asp", SyncClient},
-    {"p_publisher_news.asp", PublisherNews},
-    {"p_mrv_get_essay_work.asp", WorkList},
-    {"p_mrv_get_essay_work.asp", WorkQuestion, Page::Body::kBrowserForm, 1 << 12, {}, Page::Method::kGet},
-    {"p_get_essay_work_teacher.asp",
-     TeacherComment,
-     Page::Body::kBrowserForm,
-     1 << 12,
-     {},
-     Page::Method::kGet},
-    {"p_set_essay_work_finalset.asp", HandInEssay},
-    {"p_server_get.asp", SchoolServer},
-    {"p_feedback.asp", TakeFeedback, Page::Body::kBrowserForm, 1 << 14},
-    {"m_service_mail.asp", ServiceMail, Page::Body::kPlain, 1 << 10, {}, Page::Method::kGet, true},
+    {page::kServerProbe, ServerProbe},
+    {page::kEngineAddress, EngineAddress},
+    {page::kEngineProbe, EngineProbe},
+    {page::kCheckSentence, CheckSentence, Page::Body::kPlain, 1 << 20, "s"},
+    {page::kWordBank, AskWordBank, Page::Body::kPlain, 1 << 20, "para"},
+    {page::kTranslate, TranslateText, Page::Body::kPlain, 1 << 20, "q"},
+    {page::kWebHelperSites, WebHelperSites},
+    {page::kShowPackedPage, ShowPackedPage, Page::Body::kBrowserForm, kPackedPageLimit},
+    {page::kArchivePage, ArchivePage, Page::Body::kBrowserForm, kPackedPageLimit},
+    {page::kShowArchivedPage, ShowArchivedPage, Page::Body::kBrowserForm, 1 << 12, {}, Page::Method::kGet},
+    {page::kLogin, Login},
+    {page::kCheckPassword, CheckPassword},
+    {page::kNewestVersion, NewestVersion},
+    {page::kUserSettings, UserSettings},
+    {page::kUserAct, UserAct},
+    {page::kUpdateRecords, UpdateRecords, Page::Body::kBrowserForm, kRecordsLimit},
+    {page::kSyncChecksum, SyncChecksum},
+    {page::kSyncClient, SyncClient},
+    {page::kPublisherNews, PublisherNews},
+    {page::kWork, WorkList},
+    {page::kWork, WorkQuestion, Page::Body::kBrowserForm, 1 << 12, {}, Page::Method::kGet},
+    {page::kTeacherComment, TeacherComment, Page::Body::kBrowserForm, 1 << 12, {}, Page::Method::kGet},
+    {page::kHandInEssay, HandInEssay},
+    {page::kSchoolServer, SchoolServer},
+    {page::kFeedback, TakeFeedback, Page::Body::kBrowserForm, 1 << 14},
+    {page::kServiceMail, ServiceMail, Page::Body::kPlain, 1 << 10, {}, Page::Method::kGet, true},
 }};
 
 Form ReadBody(const Page& page, std::string_view body) {
-  if (body.size() > page.bodyLimit) throw Refusal("ERR_TOO_LONG");
+  if (body.size() > page.bodyLimit) throw Refusal(refusal::kTooLong);
   return page.body == Page::Body::kPlain ? Form::Plain(body, page.lastField) : Form::Browser(body);
 }
 
@@ -72,13 +66,13 @@ const Page* FindPage(std::string_view name, Page::Method method) {
 Reply Answer(const Page& page, Services& services, std::string_view body, const std::string& root,
              const Headers& headers) try {
   const Call call{ReadBody(page, body), root, headers};
-  if (!page.isPublic && call.form.Find("key") != kAccessKey) throw Refusal("ERR_WRONG_KEY");
+  if (!page.isPublic && call.form.Find("key") != protocol::kAccessKey) throw Refusal(refusal::kWrongKey);
   return page.answer(services, call);
 } catch (const Refusal& refusal) {
   return TextReply(refusal.what());
 } catch (const std::exception& error) {
   LogError("{}: {}", page.name, error.what());
-  return TextReply("ERR_SERVER");
+  return TextReply(refusal::kServer);
 }
 
 }  // namespace marovane

@@ -6,8 +6,9 @@
 #include <string>
 #include <string_view>
 
+#include "protocol/form.h"
+#include "protocol/refusal.h"
 #include "server/accounts.h"
-#include "server/form.h"
 #include "server/page_store.h"
 #include "server/record_store.h"
 #include "server/school_store.h"
@@ -17,6 +18,10 @@
 #include "server/store.h"
 
 namespace marovane {
+
+using protocol::Form;
+using protocol::Refusal;
+namespace refusal = protocol::refusal;
 
 /// What the pages share.
 struct Services {
@@ -49,7 +54,7 @@ struct Reply {
 /// A reply of UTF-8 text.
 Reply TextReply(std::string_view text);
 
-/// One page. A refusal is thrown (form.h).
+/// One page. A refusal is thrown.
 struct Page {
   enum class Body { kPlain, kBrowserForm };
   enum class Method { kPost, kGet };  ///< of a GET the query is the body

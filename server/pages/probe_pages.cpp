@@ -20,18 +20,18 @@ Reply EngineAddress(Services& services, const Call& call) {
 }
 
 Reply EngineProbe(Services& services, const Call& /*call*/) {
-  return TextReply(services.engine.IsUsable() ? "ONLINE" : "ERR_ENGINE");
+  return TextReply(services.engine.IsUsable() ? "ONLINE" : refusal::kEngine);
 }
 
 Reply NewestVersion(Services& services, const Call& call) {
   const std::string type = call.form.Required("type", kTypeLimit);
   if (type == "mrv") return TextReply(services.settings.versionMrv);
   if (type == "big") return TextReply(services.settings.versionBig);
-  throw Refusal("ERR_UNKNOWN_TYPE");
+  throw Refusal(refusal::kUnknownType);
 }
 
 Reply PublisherNews(Services& services, const Call& /*call*/) {
-  if (services.settings.newsPage.empty()) throw Refusal("ERR_NONEWS");
+  if (services.settings.newsPage.empty()) throw Refusal(refusal::kNoNews);
   return TextReply("OK_" + services.settings.newsPage);
 }
 

@@ -8,6 +8,8 @@
 #include "base/day.h"
 #include "base/digest.h"
 #include "base/utf8.h"
+#include "protocol/account.h"
+#include "protocol/headers.h"
 #include "server/pages/page.h"
 #include "server/record_store.h"
 #include "server/wire_text.h"
@@ -40,14 +42,14 @@ std::array<std::string, 3> EssayTexts(std::string_view joined) {
 /// Unlike other pages this one takes control characters: what a learner has entered is not to be lost.
 std::string Field(const Form& form, const std::string& name) {
   std::string value = form.Find(name).value_or("");
-  if (!base::IsUtf8(value)) throw Refusal("ERR_BAD_TEXT");
+  if (!base::IsUtf8(value)) throw Refusal(refusal::kBadText);
   return value;
 }
 
 PostedRow RowOf(const Form& form, const std::string& number) {
   PostedRow row;
   const std::string kind = form.Find("k" + number).value_or("");
-  if (kind != "N" && kind != "D") throw Refusal("ERR_UNKNOWN_KIND");
+  if (kind != "N" && kind != "D") throw Refusal(refusal::kUnknownKind);
   row.isDeletion = kind == "D";
   const std::string err = Field(form, "err" + number);
   std::string text = Field(form, "s" + number);
@@ -85,7 +87,7 @@ std::map<std::size_t, std::size_t> KeptCounts(std::string_view header) {
 }
 
 std::vector<PostedRow> RowsOf(const Call& call) {
-  const auto kept = KeptCounts(call.Header("Marovane-Kept"));
+  const auto kept = KeptCounts(call.Header(protocol::header::kKept));
   std::vector<PostedRow> rows;
   for (std::size_t n = 1; call.form.Find(fmt::format("k{}", n)); ++n) {
     rows.push_back(RowOf(call.form, std::to_string(n)));
@@ -99,8 +101,9 @@ std::vector<PostedRow> RowsOf(const Call& call) {
 /// unknown brings nothing: that is no reason to refuse the learner's own rows.
 std::string MergedAccount(Services& services, const Form& form) {
   std::string account = services.accounts.Known(form.Required("pno", kNumberLimit));
-  const std::string from = CleanAccount(form.Find("frompno").value_or(""));
-  const bool isOther = from != account && IsAccountNumber(from) && services.store.PasswordHash(from);
+  const std::string from = protocol::CleanAccount(form.Find("frompno").value_or(""));
+  const bool isOther =
+      from != account && protocol::IsAccountNumber(from) && services.store.PasswordHash(from);
   if (isOther) services.records.Merge(account, from);
   return account;
 }
@@ -136,7 +139,7 @@ RecordKind KindOf(std::string_view stream) {
   if (stream == "ok") return RecordKind::kRight;
   if (stream == "err") return RecordKind::kFaulty;
   if (stream == "essay") return RecordKind::kEssay;
-  throw Refusal("ERR_UNKNOWN_STREAM");
+  throw Refusal(refusal::kUnknownStream);
 }
 
 /// The CP950 bytes of a stream's record. An error code that looked like the end of a page is written so that
@@ -160,14 +163,14 @@ std::string WireRecord(RecordKind kind, const std::vector<std::string>& row) {
 Reply UpdateRecords(Services& services, const Call& call) {
   const auto rows = RowsOf(call);
   const std::string account = MergedAccount(services, call.form);
-  services.records.TakePost(account, call.Header("Idempotency-Key"), rows);
+  services.records.TakePost(account, call.Header(protocol::header::kPostId), rows);
   return TextReply("OK_");
 }
 
 Reply SyncChecksum(Services& services, const Call& call) {
   const std::string account = services.accounts.Known(call.form.Required("regid", kNumberLimit));
   const std::string checksum = call.form.Required("checksum", kWordLimit);
-  const RecordsHeader header(call.Header("Marovane-Records"));
+  const RecordsHeader header(call.Header(protocol::header::kRecords));
   const bool isSame =
       HasSameNewest(services, account, header.fromDay, checksum) && HasSameRecords(services, account, header);
   return TextReply(isSame ? "OK_" : "DIFFERENT");

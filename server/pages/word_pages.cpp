@@ -12,7 +12,7 @@ constexpr std::size_t kLanguageLimit = 16;
 const wexbin::WordBank& Bank(const Services& services) try {
   return services.wordBank.Get();
 } catch (const std::exception&) {
-  throw Refusal("ERR_ENGINE");  // why it cannot be used was told when it was loaded
+  throw Refusal(refusal::kEngine);  // why it cannot be used was told when it was loaded
 }
 
 std::string Translate(const Services& services, const std::string& text) {
@@ -20,7 +20,7 @@ std::string Translate(const Services& services, const std::string& text) {
   try {
     return base::Trim(bank.Translate(text), base::kWhiteSpace);
   } catch (const std::exception&) {
-    throw Refusal("ERR_ENGINE");
+    throw Refusal(refusal::kEngine);
   }
 }
 
@@ -31,11 +31,11 @@ Reply AskWordBank(Services& services, const Call& call) {
 }
 
 Reply TranslateText(Services& services, const Call& call) {
-  if (call.form.Required("ls", kLanguageLimit) != "zh-TW") throw Refusal("ERR_UNKNOWN_LANGUAGE");
+  if (call.form.Required("ls", kLanguageLimit) != "zh-TW") throw Refusal(refusal::kUnknownLanguage);
   const std::string text = base::Trim(call.form.Required("q", kTextLimit), base::kWhiteSpace);
-  if (text.empty()) throw Refusal("ERR_MISSING_FIELD");
+  if (text.empty()) throw Refusal(refusal::kMissingField);
   const std::string english = Translate(services, text);
-  if (english.empty()) throw Refusal("ERR_NOTFOUND");
+  if (english.empty()) throw Refusal(refusal::kNotFound);
   return TextReply("OK#" + english);
 }
 

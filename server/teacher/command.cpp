@@ -10,7 +10,7 @@
 
 #include "base/text.h"
 #include "base/utf8.h"
-#include "server/accounts.h"
+#include "protocol/account.h"
 #include "server/command_line.h"
 #include "server/password.h"
 #include "server/school_store.h"
@@ -118,7 +118,7 @@ TeacherCommand ParseTeacherCommand(const std::vector<std::string>& words) {
   names.resize(2);
   command.login = names[0];
   command.name = base::Trim(names[1], base::kWhiteSpace);
-  if (!command.login.empty() && !IsAccountNumber(command.login)) {
+  if (!command.login.empty() && !protocol::IsAccountNumber(command.login)) {
     throw UsageError("a login has 1 to 32 letters, digits, \".\" and \"_\"");
   }
   const std::size_t length = base::CountCharacters(command.name);

@@ -1,11 +1,11 @@
 #include "server/teacher/essay_marks.h"
 
 #include <algorithm>
-#include <array>
 #include <optional>
 
 #include "base/html.h"
 #include "base/text.h"
+#include "protocol/sentences.h"
 
 namespace marovane {
 
@@ -16,20 +16,15 @@ namespace {
 
 constexpr std::size_t kMostJudged = 100;
 constexpr std::size_t kLongestJudged = 2000;
-constexpr std::array<std::string_view, 7> kAbbreviations = {"Mr.",  "Mrs.", "Dr.", "a.m.",
-                                                            "p.m.", "A.M.", "P.M."};
 
-bool IsAbbreviation(std::string_view textUpToPoint) {
-  const bool isInner = textUpToPoint.ends_with(" a.") || textUpToPoint.ends_with(" p.") ||
-                       textUpToPoint.ends_with(" A.") || textUpToPoint.ends_with(" P.");
-  return isInner || std::any_of(kAbbreviations.begin(), kAbbreviations.end(),
-                                [&](std::string_view word) { return textUpToPoint.ends_with(word); });
-}
-
-bool EndsSentence(std::string_view essay, std::size_t at) {
-  const char sign = essay[at];
-  if (sign == '?' || sign == '!' || sign == '\r' || sign == '\n') return true;
-  return sign == '.' && !IsAbbreviation(essay.substr(0, at + 1));
+/// Takes a sentence off the front of an essay, which has line ends where the sentence has none.
+EssaySentence Take(std::string_view& essay, std::string text) {
+  const std::size_t begin = std::min(essay.find_first_not_of(base::kWhiteSpace), essay.size());
+  const bool isAfterLineEnd = essay.substr(0, begin).find('\n') != std::string_view::npos;
+  std::size_t end = begin;
+  for (const char sign : text) end = std::min(essay.find(sign, end), essay.size() - 1) + 1;
+  essay.remove_prefix(end);
+  return {std::move(text), isAfterLineEnd};
 }
 
 std::optional<tolvex::Judgement> Judge(const SharedEngine& engine, std::string_view sentence) try {
@@ -84,18 +79,12 @@ Html JudgedRow(const EssaySentence& sentence, const tolvex::Judgement& judgement
 
 std::vector<EssaySentence> SentencesOf(std::string_view essay) {
   std::vector<EssaySentence> sentences;
-  bool beginsParagraph = true;
-  std::size_t begin = 0;
-  for (std::size_t at = 0; at < essay.size(); ++at) {
-    if (!EndsSentence(essay, at) && at + 1 < essay.size()) continue;
-    std::string text = base::Trim(essay.substr(begin, at + 1 - begin), base::kWhiteSpace);
-    if (!text.empty()) {
-      sentences.push_back({std::move(text), beginsParagraph});
-      beginsParagraph = false;
-    }
-    beginsParagraph = beginsParagraph || essay[at] == '\n';
-    begin = at + 1;
+  for (auto& text : protocol::CutSentences(protocol::RunningText(essay))) {
+    sentences.push_back(Take(essay, std::move(text)));
   }
+  std::string rest = base::Trim(protocol::TidySentence(essay), base::kWhiteSpace);
+  if (!rest.empty()) sentences.push_back(Take(essay, std::move(rest)));
+  if (!sentences.empty()) sentences[0].beginsParagraph = true;
   return sentences;
 }
 

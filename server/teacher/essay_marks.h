@@ -15,7 +15,7 @@ struct EssaySentence {
   bool beginsParagraph = false;
 };
 
-/// Cuts at ".", "?", "!" and line ends, but not at the points of "Mr.", "Mrs.", "Dr.", "a.m." and "p.m.".
+/// The sentences that the pupil's program has had judged, and what comes after the last one.
 std::vector<EssaySentence> SentencesOf(std::string_view essay);
 
 /// The sentences of a stored essay, each with what the engine says about it. Only the first hundred are

@@ -6,13 +6,13 @@
 #include <vector>
 
 #include "base/utf8.h"
-#include "server/form.h"
+#include "protocol/form.h"
 
 namespace marovane {
 
 class FormReader {
  public:
-  explicit FormReader(const Form& form) : form_(form) {}
+  explicit FormReader(const protocol::Form& form) : form_(form) {}
 
   /// One line that must not be empty, without the blanks around it. `limit` is in characters. The program
   /// shows it from a reply in Big5: a sign that Big5 lacks is an error.
@@ -28,7 +28,7 @@ class FormReader {
  private:
   std::string Typed(const std::string& name, std::string_view label, std::size_t limit, bool mayHaveLines);
 
-  const Form& form_;
+  const protocol::Form& form_;
   std::vector<std::string> errors_;
 };
 

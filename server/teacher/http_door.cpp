@@ -4,13 +4,14 @@
 
 #include <utility>
 
+#include "protocol/headers.h"
+
 namespace marovane {
 namespace {
 
 constexpr std::size_t kBodyLimit = 256 << 10;
 constexpr std::size_t kReadLimit = 16 << 20;
 constexpr std::size_t kPartOverhead = 64;  // what a field takes beside its value
-constexpr const char* kForm = "application/x-www-form-urlencoded";
 
 /// No scripts, nothing from elsewhere, and in no frame of another site.
 constexpr const char* kPolicy =
@@ -36,7 +37,7 @@ class LimitedBody {
 };
 
 /// The parts of a form with a file.
-bool ReadParts(const httplib::ContentReader& read, LimitedBody& body, Form& fields) {
+bool ReadParts(const httplib::ContentReader& read, LimitedBody& body, protocol::Form& fields) {
   std::string name;
   std::string value;
   const auto keep = [&] {
@@ -54,7 +55,7 @@ bool ReadParts(const httplib::ContentReader& read, LimitedBody& body, Form& fiel
 }
 
 /// The status of a form that cannot be read, 200 of one that was.
-int ReadForm(const httplib::Request& request, const httplib::ContentReader& read, Form& fields) {
+int ReadForm(const httplib::Request& request, const httplib::ContentReader& read, protocol::Form& fields) {
   LimitedBody body;
   if (request.is_multipart_form_data()) {
     if (!ReadParts(read, body, fields)) return 400;
@@ -63,15 +64,15 @@ int ReadForm(const httplib::Request& request, const httplib::ContentReader& read
     if (!read([&](const char* bytes, std::size_t length) { return body.Take(text, bytes, length); })) {
       return 400;
     }
-    if (!request.get_header_value("Content-Type").starts_with(kForm)) return 415;
-    fields = Form::Browser(text);
+    if (!request.get_header_value("Content-Type").starts_with(protocol::kFormType)) return 415;
+    fields = protocol::Form::Browser(text);
   }
   return body.IsTooLong() ? 413 : 200;
 }
 
-Form Query(const httplib::Request& request) {
+protocol::Form Query(const httplib::Request& request) {
   const std::size_t mark = request.target.find('?');
-  return Form::Browser(mark == std::string::npos ? "" : request.target.substr(mark + 1));
+  return protocol::Form::Browser(mark == std::string::npos ? "" : request.target.substr(mark + 1));
 }
 
 void SetHeaders(httplib::Response& response) {

@@ -25,7 +25,7 @@ TeacherReply PasswordPage(const Visit& visit, const std::vector<std::string>& er
   return Page(visit, "更改密碼", content, status);
 }
 
-NewPassword ReadNewPassword(const Form& fields) {
+NewPassword ReadNewPassword(const protocol::Form& fields) {
   NewPassword read{fields.Find("old").value_or(""), fields.Find("password").value_or(""), {}};
   const std::size_t length = read.password.size();
   if (length < kShortestTeacherPassword || length > kLongestTeacherPassword) {

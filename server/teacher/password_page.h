@@ -21,6 +21,6 @@ struct NewPassword {
   std::string password;
   std::vector<std::string> errors;  ///< in the teacher's words; whether the old one is right is not looked at
 };
-NewPassword ReadNewPassword(const Form& fields);
+NewPassword ReadNewPassword(const protocol::Form& fields);
 
 }  // namespace marovane

@@ -9,7 +9,7 @@
 #include "base/cp950.h"
 #include "base/text.h"
 #include "base/utf8.h"
-#include "server/accounts.h"
+#include "protocol/account.h"
 #include "server/teacher/form_reader.h"
 
 namespace marovane {
@@ -97,8 +97,8 @@ class Reader {
     if (fields.size() < 2 || fields.size() > 3) {
       return Tell(line, fmt::format("要有帳號、姓名、密碼 2 至 3 欄，這一行有 {} 欄", fields.size()));
     }
-    RosterEntry entry{CleanAccount(fields[0]), fields[1], fields.size() == 3 ? fields[2] : ""};
-    if (!IsAccountNumber(entry.account)) {
+    RosterEntry entry{protocol::CleanAccount(fields[0]), fields[1], fields.size() == 3 ? fields[2] : ""};
+    if (!protocol::IsAccountNumber(entry.account)) {
       return Tell(line, fmt::format("帳號「{}」只能用英文字母、數字、「.」和「_」，最多 32 個字", fields[0]));
     }
     if (entry.name.empty()) return Tell(line, "沒有姓名");

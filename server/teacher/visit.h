@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-#include "server/form.h"
+#include "protocol/form.h"
 #include "server/school_store.h"
 #include "server/shared_engine.h"
 #include "server/store.h"
@@ -15,8 +15,8 @@ namespace marovane {
 /// One request, whatever carried it.
 struct TeacherRequest {
   bool isPost = false;
-  std::string path;  ///< below "teacher/"
-  Form fields;       ///< of the query, or of the form that was posted
+  std::string path;       ///< below "teacher/"
+  protocol::Form fields;  ///< of the query, or of the form that was posted
   std::string cookies;
   std::string address;  ///< of the caller
 };
@@ -34,7 +34,7 @@ struct Visit {
   Store& store;
   const SharedEngine& engine;
   const Teacher& teacher;
-  const Form& fields;
+  const protocol::Form& fields;
   std::string formToken;
   std::string base;  ///< "/prefix/teacher/"
 };

@@ -6,6 +6,7 @@
 #include "platform/http.h"
 #include "platform/machine.h"
 #include "platform/run_time_error.h"
+#include "protocol/headers.h"
 
 namespace {
 
@@ -35,7 +36,7 @@ void PageFetcher::SubmitForm(int index) {
 
 void PageFetcher::Fetch(const std::string& method, const std::string& url, const std::string& body) {
   base::HttpRequest request{.method = method, .url = url, .headers = {}, .body = body};
-  if (method == "POST") request.headers.emplace_back("Content-Type", "application/x-www-form-urlencoded");
+  if (method == "POST") request.headers.emplace_back("Content-Type", protocol::kFormType);
   try {
     const base::HttpResponse response = machine_.http.Send(request);
     const bool isUtf8 = response.contentType.find("utf-8") != std::string::npos;

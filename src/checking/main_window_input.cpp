@@ -7,7 +7,7 @@
 #include "core/message.h"
 #include "core/server_access.h"
 #include "core/settings.h"
-#include "platform/run_time_error.h"
+#include "protocol/pages.h"
 
 namespace {
 
@@ -52,14 +52,9 @@ void FrmMain::TranslateInput(const std::string& chinese) {
 
 std::string FrmMain::TranslateText(const std::string& text) {
   if (!EngineFor(*this).IsOnline()) return "";
-  try {
-    const std::string reply =
-        PostForm(program, program.app.gWebEngineRoot + "p_com_translate.asp",
-                 std::string(kAccessKey) + "&ls=zh-TW&q=" + base::Replace(text, " ", "%20"));
-    return reply.starts_with("OK") ? base::Replace(reply, "OK#", "") : "";
-  } catch (const RunTimeError&) {
-    return "";
-  }
+  const std::string reply = TryPost(program, program.app.gWebEngineRoot + protocol::page::kTranslate,
+                                    {{"ls", "zh-TW"}, {"q", base::Replace(text, " ", "%20")}});
+  return reply.starts_with("OK") ? base::Replace(reply, "OK#", "") : "";
 }
 
 std::string FrmMain::CheckInputText(const std::string& action, const std::string& text) {

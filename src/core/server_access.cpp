@@ -7,6 +7,7 @@
 #include "platform/http.h"
 #include "platform/machine.h"
 #include "platform/run_time_error.h"
+#include "protocol/refusal.h"
 
 std::string PostForm(Program& program, const std::string& url, const std::string& body) {
   base::HttpRequest request{.url = url, .headers = {}, .body = body};
@@ -14,6 +15,17 @@ std::string PostForm(Program& program, const std::string& url, const std::string
   request.headers.emplace_back("Content-Type", "application/x-www-form-urlencoded");
   request.headers.emplace_back("Content-Type", "text/xml; charset=big5");
   return base::FromCp950(program.machine.http.Send(request).body);
+}
+
+std::string TryPost(Program& program, const std::string& url, protocol::Fields fields) try {
+  return PostForm(program, url, protocol::PlainBody(fields));
+} catch (const RunTimeError&) {
+  return protocol::refusal::kConnectFailed;
+}
+
+std::string AskServer(Program& program, const char* page, protocol::Fields fields) {
+  if (!IsServerOnline(program)) return protocol::refusal::kConnectFailed;
+  return TryPost(program, program.app.gServerUrlRoot + page, fields);
 }
 
 namespace {

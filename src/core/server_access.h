@@ -4,16 +4,20 @@
 #include <string>
 #include <string_view>
 
+#include "protocol/form.h"
+
 struct Program;
 
 /// Begins every request body.
 inline constexpr std::string_view kAccessKey = "key=zorbelquinter";
-/// Made by the client itself when a probe failed.
-inline constexpr std::string_view kConnectFailed = "ERR_CONNECT_FAILED";
 
 /// Posts a form body (UTF-8) and gives the decoded reply, whatever the status. Throws RunTimeError when no
 /// reply came or it cannot be decoded.
 std::string PostForm(Program& program, const std::string& url, const std::string& body);
+/// The same with the fields of a body. Gives `refusal::kConnectFailed` instead of throwing.
+std::string TryPost(Program& program, const std::string& url, protocol::Fields fields);
+/// The same at a page of gServerUrlRoot, once a probe has found the server.
+std::string AskServer(Program& program, const char* page, protocol::Fields fields = {});
 
 /// Probes gServerUrlRoot, and takes the server's date into gServerDate.
 bool IsServerOnline(Program& program);

@@ -11,7 +11,8 @@
 #include "core/server_access.h"
 #include "core/set_file.h"
 #include "core/text_utility.h"
-#include "platform/run_time_error.h"
+#include "protocol/account.h"
+#include "protocol/pages.h"
 
 std::string ReadSetup(Program& program, std::string_view key) {
   return ReadWriteSetFile(program.machine.files, program.app.gSetupFile, "R", key, "");
@@ -148,15 +149,14 @@ void LoadSettings(Program& program) {
 
 void SyncUserSettings(Program& program, std::string& pno, std::string_view mode) {
   if (!IsServerOnline(program)) return;
-  pno = CleanAccountNo(pno);
-  std::string body = std::string(kAccessKey) + "&pdcode=mrv&pno=" + pno;
-  body += mode == "w" ? "&met=w&setting=" + SettingsList(program, pno) : "&met=r";
-  std::string reply;
-  try {
-    reply = PostForm(program, program.app.gServerUrlRoot + "p_getusersettings.asp", body);
-  } catch (const RunTimeError&) {
-    return;  // a server that went away in between is one that was never there
+  pno = protocol::CleanAccount(pno);
+  const std::string url = program.app.gServerUrlRoot + protocol::page::kUserSettings;
+  if (mode == "w") {
+    const std::string list = SettingsList(program, pno);
+    TryPost(program, url, {{"pdcode", "mrv"}, {"pno", pno}, {"met", "w"}, {"setting", list}});
+    return;
   }
+  const std::string reply = TryPost(program, url, {{"pdcode", "mrv"}, {"pno", pno}, {"met", "r"}});
   // Also what is neither a success nor a refusal, such as some other server's page, holds no settings.
-  if (mode == "r" && reply.starts_with("OK")) StoreSettings(program, reply);
+  if (reply.starts_with("OK")) StoreSettings(program, reply);
 }

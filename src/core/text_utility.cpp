@@ -74,7 +74,3 @@ int FilterEssayKeyCode(int keyCode) {
                       between('A', 'Z') || between('a', 'z') || between('0', '9');
   return passes ? keyCode : 0;
 }
-
-std::string CleanAccountNo(std::string_view account) {
-  return base::Replace(base::Replace(account, "-", ""), " ", "");
-}

@@ -33,5 +33,3 @@ bool IsValidEmail(std::string_view text);
 int FilterKeyAscii(int keyAscii, std::string_view caseMode, bool allowBlank);
 /// Filters a key code of the essay's input box; 0 swallows the key.
 int FilterEssayKeyCode(int keyCode);
-/// An account number as servers want it: without "-" and blanks.
-std::string CleanAccountNo(std::string_view account);

@@ -10,6 +10,8 @@
 #include "platform/processes.h"
 #include "platform/run_time_error.h"
 #include "platform/window_system.h"
+#include "protocol/pages.h"
+#include "protocol/refusal.h"
 
 namespace {
 
@@ -84,13 +86,7 @@ void OfferUpdate(Program& program, const std::string& version) {
 }  // namespace
 
 std::string GetServerVersion(Program& program, const std::string& type) {
-  if (!IsServerOnline(program)) return std::string(kConnectFailed);
-  try {
-    return PostForm(program, program.app.gServerUrlRoot + "p_getversion.asp",
-                    std::string(kAccessKey) + "&type=" + type);
-  } catch (const RunTimeError&) {
-    return std::string(kConnectFailed);  // it went away in between
-  }
+  return AskServer(program, protocol::page::kNewestVersion, {{"type", type}});
 }
 
 std::string VersionClass(const std::string& version) {
@@ -108,7 +104,7 @@ void CheckVersion(Program& program) {
   std::string big;
   for (const auto& [type, version] : {std::pair{"mrv", &small}, {"big", &big}}) {
     *version = GetServerVersion(program, type);
-    if (*version == kConnectFailed) return ShowMessage(program, Message::kNetworkDown);
+    if (*version == protocol::refusal::kConnectFailed) return ShowMessage(program, Message::kNetworkDown);
   }
   if (big > current) {
     OfferReinstallation(program);

@@ -1,15 +1,15 @@
 #include "essay/archive.h"
 
-#include <fmt/format.h>
-
 #include "base/digest.h"
 #include "base/percent.h"
 #include "base/text.h"
 #include "core/program.h"
-#include "core/server_access.h"
 #include "platform/http.h"
 #include "platform/machine.h"
 #include "platform/run_time_error.h"
+#include "protocol/form.h"
+#include "protocol/headers.h"
+#include "protocol/pages.h"
 
 std::string ArchiveChecksum(const std::string& sentence) {
   return base::SlotMd5(base::Replace(sentence, " ", ""));
@@ -20,11 +20,12 @@ std::string SendServerHtm(Program& program, const std::string& page, const std::
   std::string checksum = ArchiveChecksum(sentence);
   const base::HttpRequest request{
       .method = "POST",
-      .url = app.gFileServerRoot + "p_all_engine_htm_rec.asp",
-      .headers = {{"Content-Type", "application/x-www-form-urlencoded"}},
-      .body = fmt::format("{}&enginever={}&pnomd5={}&checksum={}&filestr={}", kAccessKey,
-                          base::FormEncode(app.gEngineVersion, ""), base::SlotMd5(app.gAccountNo), checksum,
-                          base::FormEncode(page, ""))};
+      .url = app.gFileServerRoot + protocol::page::kArchivePage,
+      .headers = {{"Content-Type", protocol::kFormType}},
+      .body = protocol::PlainBody({{"enginever", base::FormEncode(app.gEngineVersion, "")},
+                                   {"pnomd5", base::SlotMd5(app.gAccountNo)},
+                                   {"checksum", checksum},
+                                   {"filestr", base::FormEncode(page, "")}})};
   try {
     program.machine.http.Send(request);
   } catch (const RunTimeError&) {
@@ -34,6 +35,8 @@ std::string SendServerHtm(Program& program, const std::string& page, const std::
 }
 
 std::string ArchivedPageUrl(const Program& program, const std::string& root, const std::string& checksum) {
-  return fmt::format("{}p_all_engine_htm_show.asp?{}&pnomd5={}&checksum={}&enginever={}", root, kAccessKey,
-                     base::SlotMd5(program.app.gAccountNo), checksum, program.app.gEngineVersion);
+  return root + protocol::page::kShowArchivedPage + "?" +
+         protocol::PlainBody({{"pnomd5", base::SlotMd5(program.app.gAccountNo)},
+                              {"checksum", checksum},
+                              {"enginever", program.app.gEngineVersion}});
 }

@@ -1,13 +1,11 @@
 #include "essay/assignments.h"
 
-#include <fmt/format.h>
-
 #include <optional>
 
 #include "base/text.h"
 #include "core/program.h"
 #include "core/server_access.h"
-#include "platform/run_time_error.h"
+#include "protocol/pages.h"
 
 namespace {
 
@@ -22,17 +20,6 @@ std::optional<Assignment> AssignmentFrom(const std::string& record) {
   return Assignment{field(0), field(1) == "Y", field(2), field(3), field(4), field(5) == "Y"};
 }
 
-std::string AskServer(Program& program) {
-  const auto& app = program.app;
-  try {
-    return PostForm(
-        program, app.gServerUrlRoot + "p_mrv_get_essay_work.asp",
-        fmt::format("{}&pno={}&mode=GETLST&cpno={}", kAccessKey, app.gAccountNo, app.gTeacherAccount));
-  } catch (const RunTimeError&) {
-    return "";
-  }
-}
-
 }  // namespace
 
 std::vector<Assignment> ParseAssignments(std::string_view reply) {
@@ -45,7 +32,10 @@ std::vector<Assignment> ParseAssignments(std::string_view reply) {
 }
 
 std::vector<Assignment> FetchAssignments(Program& program) {
-  const std::string reply = AskServer(program);
-  program.app.gWorkListOk = reply.starts_with(kOk);
+  auto& app = program.app;
+  const std::string reply =
+      TryPost(program, app.gServerUrlRoot + protocol::page::kWork,
+              {{"pno", app.gAccountNo}, {"mode", "GETLST"}, {"cpno", app.gTeacherAccount}});
+  app.gWorkListOk = reply.starts_with(kOk);
   return ParseAssignments(reply);
 }

@@ -7,8 +7,9 @@
 
 #include "base/digest.h"
 #include "base/text.h"
-#include "essay/sentence_cutter.h"
+#include "essay/text_rules.h"
 #include "platform/run_time_error.h"
+#include "protocol/sentences.h"
 #include "views/page_frame.h"
 
 namespace {
@@ -95,7 +96,7 @@ std::vector<Entry> BrokenEntries(const EssayReport& report) {
   const auto okRows = IndexByKey(okByTime);
   const auto errRows = IndexByKey(report.errSentences);
   std::vector<Entry> entries;
-  for (const auto& sentence : CutSentences(RunningText(report.essay.orgEssay))) {
+  for (const auto& sentence : protocol::CutSentences(protocol::RunningText(report.essay.orgEssay))) {
     entries.push_back(BrokenEntry(report, sentence, FindSame(okRows, sentence), FindSame(errRows, sentence)));
   }
   return entries;

@@ -2,7 +2,7 @@
 
 #include "base/text.h"
 #include "core/text_utility.h"
-#include "essay/sentence_cutter.h"
+#include "protocol/sentences.h"
 
 namespace {
 
@@ -14,14 +14,14 @@ bool HasEnd(const std::string& running) {
 
 const Message* RefusalOfLength(const std::string& text, const std::string& running) {
   if (base::Len(text) > kLongestEssay) return &Message::kEssayTooLong;
-  if (CutSentences(running).size() > kMostSentences) return &Message::kTooManySentences;
+  if (protocol::CutSentences(running).size() > kMostSentences) return &Message::kTooManySentences;
   return nullptr;
 }
 
 }  // namespace
 
 const Message* RefusalOf(const std::string& text) {
-  const std::string running = RunningText(text);
+  const std::string running = protocol::RunningText(text);
   if (running.empty()) return &Message::kEnterEssay;
   if (!HasEnd(running)) return &Message::kNoEndMark;
   if (!IsPlainAscii(running)) return &Message::kBadSigns;
@@ -29,6 +29,6 @@ const Message* RefusalOf(const std::string& text) {
 }
 
 const Message* RefusalOfCorrected(const std::string& text) {
-  const std::string running = RunningText(text);
+  const std::string running = protocol::RunningText(text);
   return HasEnd(running) ? RefusalOfLength(text, running) : &Message::kNoEndMark;
 }

@@ -5,6 +5,11 @@
 
 #include "core/message_catalogue.h"
 
+/// Most sentences that an essay may have.
+inline constexpr int kMostSentences = 1000;
+/// Most UTF-16 units that an essay may have: places in it are 16-bit numbers.
+inline constexpr int kLongestEssay = 32767;
+
 /// The message that refuses a text, null for one that can be walked: it is empty, has no end mark at its end,
 /// holds signs that no engine takes, or is too long.
 const Message* RefusalOf(const std::string& text);

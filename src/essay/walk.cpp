@@ -11,11 +11,11 @@
 #include "core/text_utility.h"
 #include "essay/archive.h"
 #include "essay/engine_passes.h"
-#include "essay/sentence_cutter.h"
 #include "essay/text_rules.h"
 #include "essay/walk_steps.h"
 #include "platform/machine.h"
 #include "platform/run_time_error.h"
+#include "protocol/sentences.h"
 #include "records/essay_records.h"
 
 using namespace essay_walk;
@@ -48,7 +48,7 @@ void OpenEssay(EssayRoom& room) {
   if (app.gEssayQuiz.empty()) app.gEssayQuiz = base::FormatDateUnpadded(base::DayOf(now), "") + "我的短文";
   app.gEssayOriginal = room.frmEssay->txtInput.Text;
   app.gEssayCurrent = app.gEssayOriginal;
-  app.gEssaySentence = RunningText(app.gEssayCurrent);
+  app.gEssaySentence = protocol::RunningText(app.gEssayCurrent);
   EssayRecords(room.records)
       .InsertEssay({.essayId = app.gEssayId,
                     .workId = app.gEssayWorkId,
@@ -103,9 +103,9 @@ void PrepareEngine(EssayRoom& room) {
 bool FindSentence(AppState& app, int& end) {
   const std::u16string text = base::ToUtf16(app.gEssaySentence);
   const int begin = std::max(app.gEssaySentenceNo, 1);
-  end = FindSentenceEnd(text, begin, LineEnds::kEndSentences);
+  end = protocol::FindSentenceEnd(text, begin, protocol::LineEnds::kEndSentences);
   if (end == 0) return false;
-  app.gEssayCurSentence = TidySentence(base::ToUtf8(std::u16string_view(text).substr(
+  app.gEssayCurSentence = protocol::TidySentence(base::ToUtf8(std::u16string_view(text).substr(
       static_cast<std::size_t>(begin - 1), static_cast<std::size_t>(end - begin + 1))));
   return true;
 }

@@ -1,11 +1,11 @@
 // The part of the walk in which the user corrects a sentence.
 #include "base/text.h"
 #include "core/input_box.h"
-#include "essay/sentence_cutter.h"
 #include "essay/text_rules.h"
 #include "essay/walk_steps.h"
 #include "platform/event_loop.h"
 #include "platform/machine.h"
+#include "protocol/sentences.h"
 
 namespace essay_walk {
 namespace {
@@ -57,7 +57,7 @@ std::string AwaitCorrection(EssayRoom& room) {
 void Merge(EssayRoom& room, const std::string& correction) {
   auto& app = room.program.app;
   app.gEssayCurrent = EssayWith(app, correction);
-  app.gEssaySentence = RunningText(app.gEssayCurrent);
+  app.gEssaySentence = protocol::RunningText(app.gEssayCurrent);
   FrmEssay& frmEssay = *room.frmEssay;
   CenterForm(frmEssay);
   frmEssay.Show();

@@ -8,7 +8,8 @@
 #include "core/settings.h"
 #include "core/text_utility.h"
 #include "platform/event_loop.h"
-#include "platform/run_time_error.h"
+#include "protocol/pages.h"
+#include "protocol/refusal.h"
 
 namespace {
 
@@ -18,18 +19,10 @@ constexpr Color kNotFound = Rgb(255, 0, 0);
 constexpr const char* kNoServerYet = "* 尚未取得 *";
 constexpr const char* kNoServer = "* 無法正確取得 *";
 
-std::string Ask(Program& program, const std::string& url, const std::string& fields) {
-  try {
-    return PostForm(program, url, std::string(kAccessKey) + fields);
-  } catch (const RunTimeError&) {
-    return std::string(kConnectFailed);
-  }
-}
-
 }  // namespace
 
 std::string GetServerForLogin(Program& program, const std::string& login) {
-  return Ask(program, program.app.gACServerRoot + "p_server_get.asp", "&regId=" + login);
+  return TryPost(program, program.app.gACServerRoot + protocol::page::kSchoolServer, {{"regId", login}});
 }
 
 std::string LoginToServer(Program& program, const std::string& server, const std::string& login,
@@ -37,8 +30,7 @@ std::string LoginToServer(Program& program, const std::string& server, const std
   auto& app = program.app;
   app.gServerUrlRoot = "http://" + server + "/";
   app.gUpdaterUrlRoot = server + "/update";
-  if (!IsServerOnline(program)) return std::string(kConnectFailed);
-  return Ask(program, app.gServerUrlRoot + "p_getlogin.asp", "&login=" + login + "&password=" + password);
+  return AskServer(program, protocol::page::kLogin, {{"login", login}, {"password", password}});
 }
 
 FrmXQDLogin::FrmXQDLogin(Program& program)
@@ -142,7 +134,7 @@ void FrmXQDLogin::txtLogin_LostFocus() {
 }
 
 void FrmXQDLogin::TellNoServer(const std::string& reply) {
-  if (reply.starts_with("ERR") && reply != kConnectFailed) {
+  if (reply.starts_with("ERR") && reply != protocol::refusal::kConnectFailed) {
     ShowMessage(program_, Message::kUnknownAccount);
   } else {
     ShowMessage(program_, Message::kServerNotFound);
@@ -190,15 +182,15 @@ std::string FrmXQDLogin::LoginOrRetry() {
   const std::string login = base::Trim(txtLogin.Text());
   const std::string password = base::Trim(txtPassword.Text());
   std::string reply = LoginToServer(program_, server, login, password);
-  if (reply != kConnectFailed) return reply;
+  if (reply != protocol::refusal::kConnectFailed) return reply;
   // A school may have the pages in a folder of its web site.
   return LoginToServer(program_, server + "/serverside", login, password);
 }
 
 void FrmXQDLogin::TellRefusal(const std::string& reply) {
-  if (reply == kConnectFailed) ShowMessage(program_, Message::kServerNotFound);
-  if (reply == "ERR_NOTFOUND") ShowMessage(program_, Message::kWrongAccount);
-  if (reply == "ERR_WRONG_PASSWORD") ShowMessage(program_, Message::kWrongPassword);
+  if (reply == protocol::refusal::kConnectFailed) ShowMessage(program_, Message::kServerNotFound);
+  if (reply == protocol::refusal::kNotFound) ShowMessage(program_, Message::kWrongAccount);
+  if (reply == protocol::refusal::kWrongPassword) ShowMessage(program_, Message::kWrongPassword);
 }
 
 void FrmXQDLogin::Accept(const std::string& reply) {

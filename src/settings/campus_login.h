@@ -8,11 +8,11 @@
 #include "core/window_shell.h"
 
 /// Asks the account server which school's server a login belongs to.
-/// @return "OK_" and the server without a scheme, a refusal, or "ERR_CONNECT_FAILED"
+/// @return "OK_" and the server without a scheme, a refusal, or `refusal::kConnectFailed`
 std::string GetServerForLogin(Program& program, const std::string& login);
 /// Points the program's server roots at a server and logs in there.
 /// @param server without a scheme
-/// @return the server's reply, or "ERR_CONNECT_FAILED"
+/// @return the server's reply, or `refusal::kConnectFailed`
 std::string LoginToServer(Program& program, const std::string& server, const std::string& login,
                           const std::string& password);
 

@@ -6,6 +6,8 @@
 #include "core/server_access.h"
 #include "core/set_file.h"
 #include "core/text_utility.h"
+#include "protocol/form.h"
+#include "protocol/pages.h"
 #include "sync/feedback_post.h"
 #include "sync/form_body.h"
 
@@ -62,7 +64,7 @@ void FrmFeedback::SetDefaultValue() {
   txtEmail.Text = "";
   SelectOption(optNeedRes, 0);
   picEmail.Visible = false;
-  webServiceMail.Navigate(program_.app.gWebSiteRoot + "m_service_mail.asp");
+  webServiceMail.Navigate(program_.app.gWebSiteRoot + protocol::page::kServiceMail);
 }
 
 bool FrmFeedback::HasNoRemark() const {
@@ -108,16 +110,11 @@ void FrmFeedback::Thank(bool hasArrived) {
 // As a browser would post it from a page in Big5. Posted by the window itself, so that it knows whether it
 // has arrived.
 std::string FrmFeedback::FormBody(const std::string& email) const {
-  std::string body;
-  for (const auto& [name, value] : {std::pair<const char*, std::string>{"key", "zorbelquinter"},
-                                    {"pno", program_.app.gAccountNo},
-                                    {"errcode", errcode_},
-                                    {"sentence", sentence_},
-                                    {"remarks", txtDesc.Text},
-                                    {"email", email}}) {
-    AddField(body, name, Big5FormText(value));
-  }
-  return body;
+  return protocol::BrowserBody({{"pno", Big5FormText(program_.app.gAccountNo)},
+                                {"errcode", Big5FormText(errcode_)},
+                                {"sentence", Big5FormText(sentence_)},
+                                {"remarks", Big5FormText(txtDesc.Text())},
+                                {"email", Big5FormText(email)}});
 }
 
 void FrmFeedback::imgClose_Click() {

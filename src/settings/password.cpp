@@ -1,42 +1,39 @@
 #include "settings/password.h"
 
-#include "base/percent.h"
 #include "base/text.h"
 #include "core/message.h"
 #include "core/server_access.h"
 #include "core/settings.h"
 #include "core/text_utility.h"
-#include "platform/run_time_error.h"
+#include "protocol/account.h"
+#include "protocol/form.h"
+#include "protocol/pages.h"
+#include "protocol/refusal.h"
 
 namespace {
 
 constexpr int kLeastPassword = 4;
 constexpr int kMostPassword = 12;
 
-std::string AskLoginPage(Program& program, const std::string& fields) {
-  if (!IsServerOnline(program)) return std::string(kConnectFailed);
-  try {
-    return PostForm(program, program.app.gServerUrlRoot + "p_getlogin.asp", std::string(kAccessKey) + fields);
-  } catch (const RunTimeError&) {
-    return std::string(kConnectFailed);  // it went away in between
-  }
-}
-
-// What a body of "name=value" pairs cannot hold as it is.
-constexpr std::string_view kBodySigns = "%& ";
-
 }  // namespace
 
 std::string LoginWithPassword(Program& program, const std::string& account, const std::string& password) {
-  return AskLoginPage(
-      program, "&pno=" + CleanAccountNo(account) + "&password=" + password + "&username=&email=&district=");
+  return AskServer(program, protocol::page::kLogin,
+                   {{"pno", protocol::CleanAccount(account)},
+                    {"password", password},
+                    {"username", ""},
+                    {"email", ""},
+                    {"district", ""}});
 }
 
 std::string ApplyForAccount(Program& program, const std::string& userName, const std::string& email,
                             const std::string& password) {
-  return AskLoginPage(program, "&pno=&password=" + password +
-                                   "&username=" + base::PercentEncode(userName, kBodySigns) +
-                                   "&email=" + base::PercentEncode(email, kBodySigns) + "&district=");
+  return AskServer(program, protocol::page::kLogin,
+                   {{"pno", ""},
+                    {"password", password},
+                    {"username", protocol::PlainValue(userName)},
+                    {"email", protocol::PlainValue(email)},
+                    {"district", ""}});
 }
 
 int FilterPasswordKey(int keyAscii, std::string_view caseWord, bool allowBlank) {
@@ -149,11 +146,11 @@ void FrmPassword::Apply(const std::string& password) {
 }
 
 void FrmPassword::TellRefusal(const std::string& reply) {
-  if (reply == kConnectFailed) {
+  if (reply == protocol::refusal::kConnectFailed) {
     ShowMessage(program_, Message::kNetworkDown);
-  } else if (reply == "ERR_NOTFOUND") {
+  } else if (reply == protocol::refusal::kNotFound) {
     ShowMessage(program_, Message::kWrongAccount);
-  } else if (reply == "ERR_WRONG_PASSWORD") {
+  } else if (reply == protocol::refusal::kWrongPassword) {
     ShowMessage(program_, Message::kWrongPassword);
   } else if (isApplying_) {
     ShowMessage(program_, Message::kNotOffered);  // this server makes no accounts

@@ -10,10 +10,10 @@
 
 /// Asks the server whether a password is the account's.
 /// @param account may have "-" and blanks in it
-/// @return the server's reply, or "ERR_CONNECT_FAILED"
+/// @return the server's reply, or `refusal::kConnectFailed`
 std::string LoginWithPassword(Program& program, const std::string& account, const std::string& password);
 /// Asks the server for a new account.
-/// @return "OK_" and its number, the server's refusal, or "ERR_CONNECT_FAILED"
+/// @return "OK_" and its number, the server's refusal, or `refusal::kConnectFailed`
 std::string ApplyForAccount(Program& program, const std::string& userName, const std::string& email,
                             const std::string& password);
 /// Filters a KeyPress code; 0 swallows the key. Passes letters, digits, Backspace, Enter and paste; "-" and

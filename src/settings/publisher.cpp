@@ -8,6 +8,7 @@
 #include "platform/event_loop.h"
 #include "platform/run_time_error.h"
 #include "platform/window_system.h"
+#include "protocol/pages.h"
 
 namespace {
 
@@ -18,8 +19,8 @@ std::string AsValue(const std::string& url) { return base::PercentEncode(url, "=
 
 // Address of the news page, "" for none.
 std::string NewsPage(Program& program) {
-  const std::string reply = PostForm(program, program.app.gServerUrlRoot + "p_publisher_news.asp",
-                                     std::string(kAccessKey) + "&softcode=" + program.app.gProductCode);
+  const std::string reply = TryPost(program, program.app.gServerUrlRoot + protocol::page::kPublisherNews,
+                                    {{"softcode", program.app.gProductCode}});
   return reply.starts_with("OK_") ? base::Replace(reply, "OK_", "") : "";
 }
 

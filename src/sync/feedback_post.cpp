@@ -4,6 +4,8 @@
 #include "core/text_utility.h"
 #include "platform/machine.h"
 #include "platform/run_time_error.h"
+#include "protocol/headers.h"
+#include "protocol/pages.h"
 #include "sync/outbox.h"
 #include "sync/requests.h"
 
@@ -14,8 +16,7 @@ constexpr const char* kEnding = ".feedback";
 // Servers may answer what they like, but a refusal means that they do not have it.
 bool HasArrived(Program& program, const std::string& body) {
   try {
-    return !PostPage(program, "p_feedback.asp", body, "application/x-www-form-urlencoded", {})
-                .starts_with("ERR");
+    return !PostPage(program, protocol::page::kFeedback, body, protocol::kFormType, {}).starts_with("ERR");
   } catch (const RunTimeError&) {
     return false;
   }

@@ -1,7 +1,5 @@
 #include "sync/reload.h"
 
-#include <fmt/format.h>
-
 #include <array>
 
 #include "base/day.h"
@@ -9,11 +7,12 @@
 #include "base/text.h"
 #include "core/places.h"
 #include "core/program.h"
-#include "core/server_access.h"
 #include "core/text_utility.h"
 #include "platform/environment.h"
 #include "platform/machine.h"
 #include "platform/run_time_error.h"
+#include "protocol/form.h"
+#include "protocol/pages.h"
 #include "records/record_db.h"
 #include "sync/requests.h"
 
@@ -87,9 +86,11 @@ void Reload::LoadStream(const Stream& stream) {
 
 std::string Reload::AskPage(const Stream& stream, const std::string& lastId) {
   const auto& app = program_.app;
-  return PostPage(program_, "p_sync_client_new.asp",
-                  fmt::format("{}&tp={}&pno={}&frompno={}&lastid={}", kAccessKey, stream.tp, app.gAccountNo,
-                              app.gUploadAccountNo, lastId));
+  return PostPage(program_, protocol::page::kSyncClient,
+                  protocol::PlainBody({{"tp", stream.tp},
+                                       {"pno", app.gAccountNo},
+                                       {"frompno", app.gUploadAccountNo},
+                                       {"lastid", lastId}}));
 }
 
 // A trace for whoever looks for a fault of the server; without it the records come all the same.

@@ -8,6 +8,7 @@
 #include "platform/http.h"
 #include "platform/machine.h"
 #include "platform/run_time_error.h"
+#include "protocol/headers.h"
 
 std::string PostPage(Program& program, const std::string& page, const std::string& body,
                      const std::string& contentType, const Headers& headers) {
@@ -23,7 +24,7 @@ std::string PostPage(Program& program, const std::string& page, const std::strin
 
 std::string PostPage(Program& program, const std::string& page, const std::string& body,
                      const Headers& headers) {
-  Headers all{{"Content-Type", "application/x-www-form-urlencoded"}};
+  Headers all{{"Content-Type", protocol::kFormType}};
   all.insert(all.end(), headers.begin(), headers.end());
   return PostPage(program, page, body, "text/xml; charset=big5", all);
 }

@@ -1,21 +1,15 @@
 #include "sync/sync_login.h"
 
-#include <fmt/format.h>
-
 #include "base/text.h"
 #include "core/message.h"
 #include "core/server_access.h"
-#include "core/text_utility.h"
-#include "platform/run_time_error.h"
+#include "protocol/account.h"
+#include "protocol/pages.h"
+#include "protocol/refusal.h"
 
 std::string CheckAccountPassword(Program& program, const std::string& account, const std::string& password) {
-  if (!IsServerOnline(program)) return std::string(kConnectFailed);
-  try {
-    return PostForm(program, program.app.gServerUrlRoot + "p_getauthwithpw.asp",
-                    fmt::format("{}&pno={}&pw={}", kAccessKey, CleanAccountNo(account), password));
-  } catch (const RunTimeError&) {
-    return std::string(kConnectFailed);  // it went away in between
-  }
+  return AskServer(program, protocol::page::kCheckPassword,
+                   {{"pno", protocol::CleanAccount(account)}, {"pw", password}});
 }
 
 FrmSyncLogin::FrmSyncLogin(Program& program)
@@ -71,11 +65,11 @@ void FrmSyncLogin::Accept() {
 // The window stays for another try. Its opener waits for an answer of its own, so the one to the message must
 // not be left standing.
 void FrmSyncLogin::TellRefusal(const std::string& reply) {
-  if (reply == kConnectFailed) {
+  if (reply == protocol::refusal::kConnectFailed) {
     ShowMessage(program_, Message::kNetworkDown);
-  } else if (reply == "ERR_NOTFOUND") {
+  } else if (reply == protocol::refusal::kNotFound) {
     ShowMessage(program_, Message::kWrongAccount);
-  } else if (reply == "ERR_WRONG_PASSWORD") {
+  } else if (reply == protocol::refusal::kWrongPassword) {
     ShowMessage(program_, Message::kWrongPassword);
   }
   program_.app.gMsgResult.clear();

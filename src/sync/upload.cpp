@@ -12,7 +12,9 @@
 #include "platform/event_loop.h"
 #include "platform/machine.h"
 #include "platform/run_time_error.h"
-#include "sync/form_body.h"
+#include "protocol/form.h"
+#include "protocol/headers.h"
+#include "protocol/pages.h"
 #include "sync/requests.h"
 
 namespace {
@@ -35,13 +37,13 @@ std::string LastField(const PendingRow& row) {
 
 void AddRow(std::string& body, const PendingRow& row, std::size_t number) {
   const std::string n = std::to_string(number);
-  AddField(body, "k" + n, base::Trim(row.upload));
-  AddField(body, "err" + n, base::Trim(row.err));
-  AddField(body, "s" + n, base::Trim(row.text));
-  AddField(body, "d" + n, base::ShownDay(base::Trim(row.sDate)));
-  AddField(body, "es" + n, base::Trim(row.essayId));
-  AddField(body, "ess" + n, base::Trim(row.subId));
-  AddField(body, "ht" + n, LastField(row));
+  protocol::AddBrowserField(body, "k" + n, base::Trim(row.upload));
+  protocol::AddBrowserField(body, "err" + n, base::Trim(row.err));
+  protocol::AddBrowserField(body, "s" + n, base::Trim(row.text));
+  protocol::AddBrowserField(body, "d" + n, base::ShownDay(base::Trim(row.sDate)));
+  protocol::AddBrowserField(body, "es" + n, base::Trim(row.essayId));
+  protocol::AddBrowserField(body, "ess" + n, base::Trim(row.subId));
+  protocol::AddBrowserField(body, "ht" + n, LastField(row));
 }
 
 // No two posts of an account have the same, from whichever computer they come.
@@ -80,9 +82,9 @@ Post MakePost(Program& program, SyncRecords& records, RecordTable table,
 // not.
 bool HasArrived(Program& program, const Post& post) {
   try {
-    Headers headers{{"Idempotency-Key", post.id}};
-    if (!post.kept.empty()) headers.emplace_back("Marovane-Kept", post.kept);
-    return PostPage(program, "p_update_err_rec.asp", post.body,
+    Headers headers{{protocol::header::kPostId, post.id}};
+    if (!post.kept.empty()) headers.emplace_back(protocol::header::kKept, post.kept);
+    return PostPage(program, protocol::page::kUpdateRecords, post.body,
                     "application/x-www-form-urlencoded; charset=utf-8", headers)
         .starts_with("OK");
   } catch (const RunTimeError&) {
@@ -122,11 +124,8 @@ void SendTable(Program& program, SyncRecords& records, Outbox& outbox, RecordTab
 
 std::string FormBody(const Program& program, const std::vector<PendingRow>& rows) {
   const auto& app = program.app;
-  std::string body;
-  AddField(body, "key", "zorbelquinter");
-  AddField(body, "pno", app.gAccountNo);
-  AddField(body, "frompno", app.gUploadAccountNo);
-  AddField(body, "grade", app.gEduBackground);
+  std::string body = protocol::BrowserBody(
+      {{"pno", app.gAccountNo}, {"frompno", app.gUploadAccountNo}, {"grade", app.gEduBackground}});
   for (std::size_t i = 0; i < rows.size(); ++i) AddRow(body, rows[i], i + 1);
   return body;
 }

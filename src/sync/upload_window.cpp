@@ -12,6 +12,9 @@
 #include "core/server_access.h"
 #include "platform/machine.h"
 #include "platform/run_time_error.h"
+#include "protocol/form.h"
+#include "protocol/headers.h"
+#include "protocol/pages.h"
 #include "records/record_db.h"
 #include "sync/feedback_post.h"
 #include "sync/reload.h"
@@ -107,11 +110,11 @@ void FrmUpload::Synchronise(const std::string& mode) {
 
 void FrmUpload::CompareSyncChecksum(bool& result) {
   const std::string digest = SyncChecksum(records_);
-  const Headers headers{{"Marovane-Records", RecordsHeader(program_, records_)}};
+  const Headers headers{{protocol::header::kRecords, RecordsHeader(program_, records_)}};
   try {
     result =
-        PostPage(program_, "p_sync_checksum.asp",
-                 fmt::format("{}&regid={}&checksum={}", kAccessKey, program_.app.gAccountNo, digest), headers)
+        PostPage(program_, protocol::page::kSyncChecksum,
+                 protocol::PlainBody({{"regid", program_.app.gAccountNo}, {"checksum", digest}}), headers)
             .starts_with("OK");
   } catch (const RunTimeError&) {
     result = false;

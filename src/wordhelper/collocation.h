@@ -38,7 +38,7 @@ class FrmCollocation : public Form, public WordHelper {
   /// gSuggestMode says.
   /// @param para the word, a comma and a code: CNV, CNJ, CNP, CVM, CJM, SN, SV or SJ
   void PassEngineCheckWBank(const std::string& para);
-  /// Fills the lists of outside sources. Gives the server's reply, or "ERR_CONNECT_FAILED".
+  /// Fills the lists of outside sources. Gives the server's reply, or `refusal::kConnectFailed`.
   void GetCollectUrlSet(std::string& result);
 
   ControlArray<PictureBox, 4> picTabs{*this, "picTabs"}, imgTabOn{*this, "imgTabOn"},

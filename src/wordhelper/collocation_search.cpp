@@ -8,6 +8,7 @@
 #include "core/server_access.h"
 #include "platform/chinese.h"
 #include "platform/desktop.h"
+#include "protocol/refusal.h"
 #include "wordhelper/collocation.h"
 #include "wordhelper/pair_code.h"
 #include "wordhelper/user_act.h"
@@ -88,7 +89,7 @@ void FrmCollocation::picSearchs_Click(int index) {
 
 void FrmCollocation::GetCollectUrlSet(std::string& result) {
   result = FetchWebSources(program_);
-  if (result == kConnectFailed) return;
+  if (result == protocol::refusal::kConnectFailed) return;
   for (int i = 0; i < cboWebSource.Count(); ++i) {
     for (ComboBox* list : {&cboWebSource(i), &cboWebSourceLang(i), &cboWebSourceUrl(i)}) Clear(*list);
   }

@@ -2,15 +2,9 @@
 
 #include "core/program.h"
 #include "core/server_access.h"
-#include "core/text_utility.h"
-#include "platform/run_time_error.h"
+#include "protocol/account.h"
+#include "protocol/pages.h"
 
 void UpdateUserAct(Program& program, const std::string& account, const std::string& act) {
-  if (!IsServerOnline(program)) return;
-  try {
-    PostForm(program, program.app.gServerUrlRoot + "p_update_useract.asp",
-             std::string(kAccessKey) + "&pno=" + CleanAccountNo(account) + "&act=" + act);
-  } catch (const RunTimeError&) {
-    // The count of uses must not cost the learner the answer.
-  }
+  AskServer(program, protocol::page::kUserAct, {{"pno", protocol::CleanAccount(account)}, {"act", act}});
 }

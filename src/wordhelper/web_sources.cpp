@@ -10,6 +10,7 @@
 #include "core/server_access.h"
 #include "platform/machine.h"
 #include "platform/run_time_error.h"
+#include "protocol/pages.h"
 
 namespace {
 
@@ -37,15 +38,8 @@ std::string WebSource::AddressOf(const std::string& text) const {
 }
 
 std::string FetchWebSources(Program& program) {
-  if (!IsServerOnline(program)) return std::string(kConnectFailed);
-  try {
-    const std::string reply =
-        PostForm(program, program.app.gServerUrlRoot + "p_getwebhelper.asp", std::string(kAccessKey));
-    // Before anything is split: "#" may part the fields.
-    return base::Replace(reply, "##String2chk##", kSearchedText);
-  } catch (const RunTimeError&) {
-    return std::string(kConnectFailed);
-  }
+  // Before anything is split: "#" may part the fields.
+  return base::Replace(AskServer(program, protocol::page::kWebHelperSites), "##String2chk##", kSearchedText);
 }
 
 WebSourceList ParseWebSources(const std::string& reply) {

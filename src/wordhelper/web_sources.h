@@ -27,7 +27,7 @@ struct WebSourceList {
 };
 
 /// Asks the server for its list. Gives its reply, with kSearchedText as the placeholder, or
-/// "ERR_CONNECT_FAILED".
+/// `refusal::kConnectFailed`.
 std::string FetchWebSources(Program& program);
 /// Reads such a reply: records parted by "<@>", fields by "||", or by "#" when there is no "||" anywhere. It
 /// ends at the first empty record.

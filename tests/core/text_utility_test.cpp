@@ -102,7 +102,6 @@ TEST(KeyFilters, PassExactlyTheirKeys) {
   EXPECT_EQ(keyAscii("LOWER", false), "\b\r\x16-." + digits + letters + "_" + letters);
   EXPECT_EQ(PassingCodes(FilterEssayKeyCode),
             "\b\r #$%&'(." + digits + capitals + letters + "\xBC\xBD\xBE\xBF\xDE");
-  EXPECT_EQ(CleanAccountNo(" 12-34 5-"), "12345");
 }
 
 }  // namespace

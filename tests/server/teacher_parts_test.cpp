@@ -60,14 +60,15 @@ TEST(Roster, IsBounded) {
   EXPECT_THAT(ReadRoster(wrong).errors, SizeIs(20)) << "as many as somebody reads";
 }
 
-TEST(EssaySentences, AreCutWhereTheyEnd) {
+TEST(EssaySentences, AreThoseOfThePupilWithParagraphsAndTheRest) {
   const std::pair<const char*, std::vector<std::string>> cases[] = {
-      {"One. Two? Three!", {"¶One.", "Two?", "Three!"}},
-      {"At 5 p.m. we left. Mrs. Lin and Dr. Wu came.", {"¶At 5 p.m. we left.", "Mrs. Lin and Dr. Wu came."}},
+      {"At 3 pm. Then we left. Mrs. Wu came.", {"¶At 3 pm. Then we left.", "Mrs. Wu came."}},
+      {"My day\r\nI got up\r\n at six. \r\n\r\nI ran!", {"¶My dayI got up at six.", "¶I ran!"}},
       {"First.\r\nSecond. Third.\n\nFourth", {"¶First.", "¶Second.", "Third.", "¶Fourth"}},
       {"", {}},
       {" \r\n ", {}},
       {"...", {"¶.", ".", "."}},
+      {"\n許\t’.\ta", {"¶許\t’.", "a"}},
   };
   for (const auto& [essay, expected] : cases) {
     std::vector<std::string> found;

@@ -1,8 +1,10 @@
-#include "server/form.h"
+#include "protocol/form.h"
 
 #include <gtest/gtest.h>
 
-namespace marovane {
+#include "tests/protocol/random_text.h"
+
+namespace protocol {
 namespace {
 
 using Found = std::optional<std::string>;
@@ -35,6 +37,26 @@ TEST(Form, ReadsBodiesOfTheProgramAndOfABrowser) {
   }
 }
 
+TEST(Form, ReadsWhatIsWritten) {
+  test::RandomText random(1);
+  for (int i = 0; i < 3000; ++i) {
+    const std::string first = random.Any();
+    const std::string second = random.Any();
+    const std::string plain =
+        PlainBody({{"a", PlainValue(first)}, {"b", ""}, {"c", PlainValue(second)}, {"a", "x"}});
+    const std::string browser = BrowserBody({{"a", first}, {"b", ""}, {"c", second}});
+    for (const Form& form : {Form::Plain(plain), Form::Browser(browser)}) {
+      ASSERT_EQ(form.Find("key"), "zorbelquinter");
+      ASSERT_EQ(form.Find("a"), first);
+      ASSERT_EQ(form.Find("b"), "");
+      ASSERT_EQ(form.Find("c"), second);
+    }
+  }
+  EXPECT_EQ(PlainBody({{"pno", "1"}, {"q", PlainValue("1% & 2+")}}),
+            "key=zorbelquinter&pno=1&q=1%25%20%26%202+");
+  EXPECT_EQ(BrowserBody({{"q", "1% & 2+\r\n*-._~"}}), "key=zorbelquinter&q=1%25+%26+2%2B%0D%0A*-._%7E");
+}
+
 TEST(Form, LetsTheLastFieldHoldEverySign) {
   const Form form = Form::Plain("key=a&ss=0&s=Tom%20&%20Jerry&key=b", "s");
   EXPECT_EQ(form.Find("s"), "Tom & Jerry&key=b");
@@ -58,7 +80,8 @@ TEST(Form, RefusesWhatAFieldMayNotHold) {
   }
   EXPECT_EQ(Form::Plain("s=12345678").Required("s", 8), "12345678");
   EXPECT_EQ(Form::Plain("s=").Required("s", 8), "");
+  EXPECT_EQ(Form::Plain("s=a\nb").Required("s", 8, "\n"), "a\nb");
 }
 
 }  // namespace
-}  // namespace marovane
+}  // namespace protocol

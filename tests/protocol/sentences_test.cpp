@@ -1,14 +1,13 @@
-#include "essay/sentence_cutter.h"
+#include "protocol/sentences.h"
 
 #include <gmock/gmock.h>
 
-#include "essay/text_rules.h"
-
+namespace protocol {
 namespace {
 
 using ::testing::ElementsAreArray;
 
-TEST(SentenceCutter, CutsAtEndMarksButNotAtAbbreviations) {
+TEST(Sentences, CutsAtEndMarksButNotAtAbbreviations) {
   struct Case {
     const char* text;
     std::vector<std::string> sentences;
@@ -23,6 +22,7 @@ TEST(SentenceCutter, CutsAtEndMarksButNotAtAbbreviations) {
       {"...", {".", ".", "."}},
       {"He runs. And then", {"He runs."}},
       {"We left at 5 p.m.", {"We left at 5 p.m."}},
+      {"At 3 pm. Then we left. At 3 PM. we ate.", {"At 3 pm. Then we left.", "At 3 PM. we ate."}},
       {"Here I am. She left.", {"Here I am. She left."}},
       {"One.\r\nTwo\r\nlines.", {"One.", "Twolines."}},
       {"It’s 5 p.m. now. Ｄone.", {"It’s 5 p.m. now.", "Ｄone."}},
@@ -34,7 +34,7 @@ TEST(SentenceCutter, CutsAtEndMarksButNotAtAbbreviations) {
   }
 }
 
-TEST(SentenceCutter, TakesALineEndForAnEndOnlyInTheWalk) {
+TEST(Sentences, TakesALineEndForAnEndOnlyInTheWalk) {
   EXPECT_EQ(FindSentenceEnd(u"He\rgoes.", 1, LineEnds::kEndSentences), 3);
   EXPECT_EQ(FindSentenceEnd(u"He\rgoes.", 1, LineEnds::kAreNothing), 8);
   EXPECT_EQ(FindSentenceEnd(u"He goes", 1, LineEnds::kEndSentences), 0);
@@ -42,32 +42,5 @@ TEST(SentenceCutter, TakesALineEndForAnEndOnlyInTheWalk) {
   EXPECT_EQ(FindSentenceEnd(u"He. She.", 9, LineEnds::kEndSentences), 0);
 }
 
-std::string Repeated(const std::string& text, int times) {
-  std::string result;
-  for (int i = 0; i < times; ++i) result += text;
-  return result;
-}
-
-TEST(TextRules, RefuseWhatCannotBeWalked) {
-  const std::string longest = Repeated("a", kLongestEssay - 1) + ".";
-  const std::pair<std::string, const Message*> cases[] = {
-      {"", &Message::kEnterEssay},
-      {"  \r\n ", &Message::kEnterEssay},
-      {"He goes", &Message::kNoEndMark},
-      {"He goes. And", &Message::kNoEndMark},
-      {"He 去.", &Message::kBadSigns},
-      {"He {goes}.", &Message::kBadSigns},
-      {"He goes.", nullptr},
-      {"He goes.\r\n ", nullptr},
-      {"Does he?", nullptr},
-      {longest, nullptr},
-      {"a" + longest, &Message::kEssayTooLong},
-      {Repeated("A b. ", kMostSentences), nullptr},
-      {Repeated("A b. ", kMostSentences + 1), &Message::kTooManySentences},
-  };
-  for (const auto& [text, refusal] : cases) EXPECT_EQ(RefusalOf(text), refusal) << text.substr(0, 20);
-  EXPECT_EQ(RefusalOfCorrected("Caf\xC3\xA9."), nullptr);
-  EXPECT_EQ(RefusalOfCorrected("He goes"), &Message::kNoEndMark);
-}
-
 }  // namespace
+}  // namespace protocol

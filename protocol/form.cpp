@@ -1,10 +1,29 @@
-#include "server/form.h"
+#include "protocol/form.h"
 
 #include "base/percent.h"
 #include "base/text.h"
 #include "base/utf8.h"
+#include "protocol/headers.h"
 
-namespace marovane {
+namespace protocol {
+
+std::string PlainBody(Fields fields) {
+  std::string body = std::string("key=") + kAccessKey;
+  for (const auto& [name, value] : fields) body.append("&").append(name).append("=").append(value);
+  return body;
+}
+
+std::string PlainValue(std::string_view text) { return base::PercentEncode(text, "%& "); }
+
+std::string BrowserBody(Fields fields) {
+  std::string body = PlainBody();
+  for (const auto& [name, value] : fields) AddBrowserField(body, name, value);
+  return body;
+}
+
+void AddBrowserField(std::string& body, std::string_view name, std::string_view value) {
+  body += "&" + base::FormEncode(name) + "=" + base::FormEncode(value);
+}
 
 Form Form::Plain(std::string_view body, std::string_view lastField) {
   const std::string lastBegin = std::string(lastField) + "=";
@@ -26,11 +45,11 @@ std::optional<std::string> Form::Find(const std::string& name) const {
   return field->second;
 }
 
-std::string Form::Required(const std::string& name, std::size_t limit) const {
+std::string Form::Required(const std::string& name, std::size_t limit, std::string_view allowed) const {
   const auto value = Find(name);
-  if (!value) throw Refusal("ERR_MISSING_FIELD");
-  if (value->size() > limit) throw Refusal("ERR_TOO_LONG");
-  if (!base::IsCleanText(*value)) throw Refusal("ERR_BAD_TEXT");
+  if (!value) throw Refusal(refusal::kMissingField);
+  if (value->size() > limit) throw Refusal(refusal::kTooLong);
+  if (!base::IsCleanText(*value, allowed)) throw Refusal(refusal::kBadText);
   return *value;
 }
 
@@ -41,4 +60,4 @@ void Form::Add(std::string_view piece) {
                   base::PercentDecode(piece.substr(equals + 1)));
 }
 
-}  // namespace marovane
+}  // namespace protocol

@@ -1,4 +1,4 @@
-#include "essay/sentence_cutter.h"
+#include "protocol/sentences.h"
 
 #include <algorithm>
 #include <initializer_list>
@@ -6,6 +6,7 @@
 #include "base/text.h"
 #include "base/utf16.h"
 
+namespace protocol {
 namespace {
 
 std::u16string Lower(std::u16string_view text) {
@@ -51,11 +52,11 @@ int FindSentenceEnd(std::u16string_view text, int from, LineEnds lineEnds) {
   return 0;
 }
 
-std::string TidySentence(const std::string& sentence) {
+std::string TidySentence(std::string_view sentence) {
   return base::Trim(base::Replace(base::Replace(base::Trim(sentence), "\r", ""), "\n", ""));
 }
 
-std::vector<std::string> CutSentences(const std::string& text) {
+std::vector<std::string> CutSentences(std::string_view text) {
   const std::u16string units = base::ToUtf16(base::Trim(text));
   std::vector<std::string> sentences;
   int begin = 1;
@@ -67,4 +68,6 @@ std::vector<std::string> CutSentences(const std::string& text) {
   return sentences;
 }
 
-std::string RunningText(const std::string& text) { return base::Trim(base::Replace(text, "\r\n", "")); }
+std::string RunningText(std::string_view text) { return base::Trim(base::Replace(text, "\r\n", "")); }
+
+}  // namespace protocol

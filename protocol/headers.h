@@ -1,0 +1,22 @@
+// What goes with a request beside its fields.
+#pragma once
+
+namespace protocol {
+
+/// The value of the field "key", without which hardly a page answers.
+inline constexpr const char* kAccessKey = "zorbelquinter";
+
+/// The content type of a form as a browser posts it.
+inline constexpr const char* kFormType = "application/x-www-form-urlencoded";
+
+namespace header {
+
+/// Of a post of records: tells it from every other post of the account, so that none is stored twice.
+inline constexpr const char* kPostId = "Idempotency-Key";
+/// Of a post of records: what `KeptCounts` says (post.h).
+inline constexpr const char* kKept = "Marovane-Kept";
+/// Of a comparison: what `RecordsSince` says (digest.h).
+inline constexpr const char* kRecords = "Marovane-Records";
+
+}  // namespace header
+}  // namespace protocol

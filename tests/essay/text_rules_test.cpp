@@ -1,0 +1,35 @@
+#include "essay/text_rules.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+std::string Repeated(const std::string& text, int times) {
+  std::string result;
+  for (int i = 0; i < times; ++i) result += text;
+  return result;
+}
+
+TEST(TextRules, RefuseWhatCannotBeWalked) {
+  const std::string longest = Repeated("a", kLongestEssay - 1) + ".";
+  const std::pair<std::string, const Message*> cases[] = {
+      {"", &Message::kEnterEssay},
+      {"  \r\n ", &Message::kEnterEssay},
+      {"He goes", &Message::kNoEndMark},
+      {"He goes. And", &Message::kNoEndMark},
+      {"He 去.", &Message::kBadSigns},
+      {"He {goes}.", &Message::kBadSigns},
+      {"He goes.", nullptr},
+      {"He goes.\r\n ", nullptr},
+      {"Does he?", nullptr},
+      {longest, nullptr},
+      {"a" + longest, &Message::kEssayTooLong},
+      {Repeated("A b. ", kMostSentences), nullptr},
+      {Repeated("A b. ", kMostSentences + 1), &Message::kTooManySentences},
+  };
+  for (const auto& [text, refusal] : cases) EXPECT_EQ(RefusalOf(text), refusal) << text.substr(0, 20);
+  EXPECT_EQ(RefusalOfCorrected("Caf\xC3\xA9."), nullptr);
+  EXPECT_EQ(RefusalOfCorrected("He goes"), &Message::kNoEndMark);
+}
+
+}  // namespace
