@@ -4,7 +4,6 @@
 #include "checking/main_window.h"
 #include "checking/verdict.h"
 #include "core/big5_file.h"
-#include "core/digest.h"
 #include "core/input_box.h"
 #include "core/message.h"
 #include "core/process_control.h"
