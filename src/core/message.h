@@ -12,9 +12,9 @@ class FrmMessage : public Form {
  public:
   explicit FrmMessage(Program& program);
 
-  /// Shows a message and returns when its window has closed; while another message is open, it comes after that
-  /// one. The answer is in gMsgResult: "OK", "CANCEL", "YES" or "NO"; "" when the message could not be shown. A
-  /// question whose window goes without an answer is refused.
+  /// Shows a message and returns when its window has closed; while another message is open, it comes after
+  /// that one. The answer is in gMsgResult: "OK", "CANCEL", "YES" or "NO"; "" when the message could not be
+  /// shown. A question whose window goes without an answer is refused.
   static void MessageBox(Program& program, const Message& message);
   /// Shows a progress box, which stays until closeForm, an unload or the next message.
   static void ProgressMsgBox(Program& program, const Progress& progress);

@@ -140,9 +140,8 @@ TEST_F(MessageTest, AnswerIsThereTwelveTicksBeforeTheReturn) {
 }
 
 TEST_F(MessageTest, QuestionWhoseWindowGoesWithoutAnAnswerIsRefused) {
-  const std::pair<const Message&, const char*> cases[] = {{Message::kNoSentences, "OK"},
-                                                          {Message::kLeaveProgram, "CANCEL"},
-                                                          {Message::kDoubtfulSentence, "NO"}};
+  const std::pair<const Message&, const char*> cases[] = {
+      {Message::kNoSentences, "OK"}, {Message::kLeaveProgram, "CANCEL"}, {Message::kDoubtfulSentence, "NO"}};
   for (const auto& [message, answer] : cases) {
     user_.OnModal([&](Form&) {
       FrmMessage::ProgressMsgBox(own_, Progress::kChecking);
