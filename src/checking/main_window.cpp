@@ -1,5 +1,6 @@
 #include "checking/main_window.h"
 
+#include <algorithm>
 #include <array>
 
 #include "base/text.h"
@@ -220,13 +221,13 @@ void FrmMain::RestoreHovered() {
 
 void FrmMain::FadeTick() {
   auto& app = program.app;
-  app.gFadeAlpha += app.gFadeStep;
+  app.gFadeAlpha = std::max(app.gFadeAlpha + app.gFadeStep, 0);
   if (app.gFadeAlpha >= app.gTransformValue) {
     app.gFadeAlpha = app.gTransformValue;
     tmrTransparentForm.Enabled = false;
   }
-  if (app.gFadeAlpha >= 1) return SkinForm(*this, app.gFadeAlpha);
-  app.gFadeAlpha = 0;
+  // During a request the timer ticks on, so that the program ends after it.
+  if (app.gFadeAlpha >= 1 || machine.loop.IsBlocked()) return SkinForm(*this, app.gFadeAlpha);
   tmrTransparentForm.Enabled = false;
   const auto forms = machine.windows.OpenForms();
   for (auto form = forms.rbegin(); form != forms.rend(); ++form) (*form)->Unload();

@@ -71,6 +71,8 @@ void ReportUnhandledError(Program& program, const std::exception& error) {
   } catch (const RunTimeError&) {
     // A trace that cannot be written must not hide the error itself.
   }
+  const std::string answer = program.app.gMsgResult;  // to a question of another window
   program.app.gProgressDetail = error.what();
   FrmMessage::MessageBox(program, Message::kUnexpectedError);
+  program.app.gMsgResult = answer;
 }

@@ -52,7 +52,9 @@ FrmMessage::FrmMessage(Program& program)
 void FrmMessage::MessageBox(Program& program, const Message& message) {
   auto& app = program.app;
   try {
-    program.frmMessage.Unload();  // a progress box that is up disappears at once
+    // A question that is open is answered first; a progress box that is up disappears at once.
+    program.machine.loop.WaitUntil([&program] { return !IsAsking(program); });
+    program.frmMessage.Unload();
     program.machine.loop.DoEvents();
     app.gMsgResult.clear();
     FrmMessage& box = *program.frmMessage;
@@ -63,9 +65,15 @@ void FrmMessage::MessageBox(Program& program, const Message& message) {
     box.SetText(TakeDetail(message.text, app.gProgressDetail), message.icon);
     box.ArrangeButtons(message.buttons);
     box.ShowAboveMain();
+    app.gMsgResult = box.answer_;  // whatever else was said meanwhile
   } catch (const RunTimeError&) {
     return;
   }
+}
+
+bool FrmMessage::IsAsking(Program& program) {
+  auto& box = program.frmMessage;
+  return box.IsLoaded() && box->Visible && !box->isProgressBox_;
 }
 
 void ShowMessage(Program& program, const Message& message) {
@@ -121,10 +129,13 @@ void FrmMessage::ArrangeButtons(Message::Buttons buttons) {
   if (buttons == Message::Buttons::kOk) {
     cmdOK.Left = (Width - cmdOK.Width) / 2;
     cmdOK.Visible = true;
+    answer_ = "OK";
   } else if (buttons == Message::Buttons::kOkCancel) {
     PlacePair(cmdOK, cmdCancel);
+    answer_ = "CANCEL";
   } else {
     PlacePair(cmdYes, cmdNo);
+    answer_ = "NO";
   }
 }
 
@@ -150,6 +161,7 @@ void FrmMessage::ShowAboveMain() {
 }
 
 void FrmMessage::Answer(const char* word) {
+  answer_ = word;
   program_.app.gMsgResult = word;
   closeForm();
 }

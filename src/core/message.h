@@ -12,8 +12,9 @@ class FrmMessage : public Form {
  public:
   explicit FrmMessage(Program& program);
 
-  /// Shows a message and returns when its window has closed. The answer is in gMsgResult: "OK", "CANCEL",
-  /// "YES" or "NO"; "" when the message could not be shown.
+  /// Shows a message and returns when its window has closed; while another message is open, it comes after
+  /// that one. The answer is in gMsgResult: "OK", "CANCEL", "YES" or "NO"; "" when the message could not be
+  /// shown. A question whose window goes without an answer is refused.
   static void MessageBox(Program& program, const Message& message);
   /// Shows a progress box, which stays until closeForm, an unload or the next message.
   static void ProgressMsgBox(Program& program, const Progress& progress);
@@ -35,6 +36,7 @@ class FrmMessage : public Form {
   Timer tmrProgressFlash;
 
  private:
+  static bool IsAsking(Program& program);
   void HideButtons();
   void SetButtonCaptions(const Message& message);
   void SetText(const std::string& text, Message::Icon icon);
@@ -46,6 +48,7 @@ class FrmMessage : public Form {
 
   Program& program_;
   Fade fade_;
+  std::string answer_;  // at first the one that refuses
   bool isProgressBox_ = false;
   bool isClosing_ = false;
 };

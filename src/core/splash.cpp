@@ -10,7 +10,6 @@ FrmSplash::FrmSplash(Program& program)
       tmrHide(program.machine.loop, 2500),
       program_(program),
       fade_(*this) {
-  fade_.onShown = [this] { hasFadedIn_ = true; };
   fade_.onGone = [this] { Leave(); };
   tmrProgressFlash.onTick = [this] { MoveProgressFlash(imgProgressFlash, picProgress); };
   tmrHide.onTick = [this] { closeForm(); };
@@ -30,7 +29,7 @@ void FrmSplash::Form_Load() {
   fade_.In();
   Show();
   machine.loop.DoEvents();
-  machine.loop.WaitUntil([this] { return hasFadedIn_; });
+  machine.loop.WaitUntil([this] { return !fade_.tmrTransparentForm.Enabled; });  // shown, or closed meanwhile
   UploadSilently();
   if (!program_.app.gSplashShown) return;  // closed meanwhile
   tmrProgressFlash.Enabled = true;

@@ -27,5 +27,4 @@ class FrmSplash : public Form, public Splash {
 
   Program& program_;
   Fade fade_;
-  bool hasFadedIn_ = false;
 };

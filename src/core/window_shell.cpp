@@ -1,5 +1,7 @@
 #include "core/window_shell.h"
 
+#include <algorithm>
+
 #include "platform/form.h"
 #include "platform/machine.h"
 #include "platform/window_system.h"
@@ -36,19 +38,16 @@ void Fade::Out() {
 }
 
 void Fade::Tick() {
-  alpha_ += step_;
-  const bool isShown = alpha_ >= target_;
-  if (isShown) {
-    alpha_ = target_;
-    tmrTransparentForm.Enabled = false;
-  }
-  if (alpha_ > 0) {
-    SkinForm(form_, alpha_);
-    if (isShown && onShown) onShown();
-    return;
-  }
-  alpha_ = 0;
+  alpha_ = std::clamp(alpha_ + step_, 0, target_);
+  SkinForm(form_, alpha_);
+  // During a request the timer ticks on, so that the end comes after it.
+  const bool isOver = alpha_ == 0 || alpha_ == target_;
+  if (isOver && !form_.machine.loop.IsBlocked()) End();
+}
+
+void Fade::End() {
   tmrTransparentForm.Enabled = false;
+  if (alpha_ > 0) return;
   if (onGone) {
     onGone();
   } else {

@@ -11,7 +11,8 @@ class Form;
 void SkinForm(Form& form, int alpha);
 void CenterForm(Form& form);
 
-/// The fade of a window: its alpha, step and target, and the timer `tmrTransparentForm`.
+/// The fade of a window: its alpha, step and target, and the timer `tmrTransparentForm`, which runs until the
+/// end has been reached. During a request only the alpha moves; the end comes after it.
 class Fade {
  public:
   static constexpr int kTarget = 240;
@@ -29,11 +30,11 @@ class Fade {
   int Alpha() const { return alpha_; }
 
   Timer tmrTransparentForm;
-  std::function<void()> onShown;  ///< the target was reached
-  std::function<void()> onGone;   ///< in place of the unloading
+  std::function<void()> onGone;  ///< in place of the unloading
 
  private:
   void Tick();
+  void End();
 
   Form& form_;
   int alpha_ = 0;

@@ -178,6 +178,7 @@ void FrmEssay::SetInputTextStyle(int mode) {
 
 void FrmEssay::FilterKeyDown(int& keyCode) {
   auto& app = room_.program.app;
+  if (mAnalysing && keyCode == kKeyEscape) StopOrClose();
   if (!app.gEssayMode) app.gEssaySentenceNo = 1;
   keyCode = app.gEssayMode ? 0 : FilterEssayKeyCode(keyCode);
 }

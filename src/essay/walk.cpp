@@ -244,6 +244,7 @@ bool WalkSentences(EssayRoom& room) {
   int end = 0;
   while (FindSentence(app, end)) {
     CenterForm(*room.frmEssay);
+    room.program.machine.loop.DoEvents();  // with an engine that answers, the only moment for the stop button
     if (room.frmEssay->mStopRequested) return false;
     const Next next = WalkSentence(room);
     if (next == Next::kStop) return false;

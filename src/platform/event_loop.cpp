@@ -2,12 +2,14 @@
 
 #include <algorithm>
 #include <exception>
+#include <stdexcept>
 #include <utility>
 
 #include "platform/run_time_error.h"
 #include "platform/timer.h"
 
 void EventLoop::DoEvents() {
+  RefuseWhileBlocked();
   if (ended_) throw ProgramEnd{};
   Pump(Milliseconds{0});
   RunPosted();
@@ -16,6 +18,7 @@ void EventLoop::DoEvents() {
 }
 
 void EventLoop::WaitUntil(const std::function<bool()>& isMet) {
+  RefuseWhileBlocked();
   bool mayHaveMore = true;
   while (true) {
     if (ended_) throw ProgramEnd{};
@@ -64,13 +67,34 @@ void EventLoop::Post(std::function<void()> task) {
   Wake();
 }
 
+void EventLoop::RunBlocking(const std::function<void()>& work) {
+  RefuseWhileBlocked();
+  SetBlocked(true);
+  try {
+    Block(work);
+  } catch (...) {
+    SetBlocked(false);
+    throw;
+  }
+  SetBlocked(false);
+}
+
+void EventLoop::SetBlocked(bool isBlocked) {
+  isBlocked_ = isBlocked;
+  TimersChanged();
+}
+
+void EventLoop::RefuseWhileBlocked() const {
+  if (isBlocked_) throw std::logic_error("a request or a wait inside a request");
+}
+
 void EventLoop::RunHandler(const std::function<void()>& handler) {
   const HandlerScope scope(*this);
   const std::function<void()> putRight = onHandler ? onHandler() : nullptr;
   try {
     handler();
   } catch (const std::exception& error) {
-    if (!onUnhandledError) throw;
+    if (!onUnhandledError || isBlocked_) throw;
     if (putRight) putRight();
     onUnhandledError(error);
   }
@@ -106,11 +130,13 @@ bool EventLoop::RunPosted() {
   return count > 0;
 }
 
-bool EventLoop::FireDueTimers(bool visualOnly) {
+bool EventLoop::MayTick(const Timer& timer) const { return timer.isVisual_ || !isBlocked_; }
+
+bool EventLoop::FireDueTimers() {
   const auto now = Elapsed();
   std::vector<Timer*> due;
   for (Timer* timer : timers_) {
-    if (timer->due_ <= now && (timer->isVisual_ || !visualOnly)) due.push_back(timer);
+    if (timer->due_ <= now && MayTick(*timer)) due.push_back(timer);
   }
   // Earlier first; a handler may stop or destroy a timer that is still in the list.
   std::stable_sort(due.begin(), due.end(), [](const Timer* a, const Timer* b) { return a->due_ < b->due_; });
@@ -125,11 +151,11 @@ bool EventLoop::FireDueTimers(bool visualOnly) {
   return !due.empty();
 }
 
-std::optional<EventLoop::Milliseconds> EventLoop::TimeToNextTimer(bool visualOnly) const {
+std::optional<EventLoop::Milliseconds> EventLoop::TimeToNextTimer() const {
   std::optional<Milliseconds> wait;
   const auto now = Elapsed();
   for (const Timer* timer : timers_) {
-    if (visualOnly && !timer->isVisual_) continue;
+    if (!MayTick(*timer)) continue;
     const auto rest = std::max(timer->due_ - now, Milliseconds{0});
     if (!wait || rest < *wait) wait = rest;
   }

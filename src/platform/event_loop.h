@@ -49,7 +49,7 @@ class EventLoop {
   void Post(std::function<void()> task);
 
   /// Runs one event's handler. An exception that no handler took ends the event alone and goes to
-  /// onUnhandledError; without such a procedure it goes on to the caller.
+  /// onUnhandledError; without such a procedure, or while work blocks, it goes on to the caller.
   void RunHandler(const std::function<void()>& handler);
   std::function<void(const std::exception&)> onUnhandledError;
   /// Called before each handler. What it gives is called, before onUnhandledError, when that handler has
@@ -71,9 +71,12 @@ class EventLoop {
   /// Keeps an object until no handler is running, so that a procedure may unload its own window.
   void DisposeLater(std::shared_ptr<void> object);
 
-  /// Does blocking work, such as a transfer, for a caller who waits for it. No handler runs meanwhile, but a
-  /// loop with windows goes on painting and ticks the timers that only move pictures.
-  virtual void RunBlocking(const std::function<void()>& work) { work(); }
+  /// Does blocking work, such as a transfer, for a caller who waits for it. Meanwhile only painting happens:
+  /// timers that move pictures tick. Everything else that comes due, the last step of a fade as well as a
+  /// click, waits for the next DoEvents or WaitUntil. What the work throws goes on to the caller. Work or a
+  /// wait inside such work is a fault of the program: std::logic_error.
+  void RunBlocking(const std::function<void()>& work);
+  bool IsBlocked() const { return isBlocked_; }
 
   /// Calls back, once for each time, when a file descriptor can be read. The number stops it again.
   virtual int WatchReadable(int fd, std::function<void()> callback) = 0;
@@ -93,15 +96,22 @@ class EventLoop {
   /// Wakes a Pump that sleeps. Called from any thread.
   virtual void Wake() = 0;
 
-  /// Called when the set of timers or their times changed.
+  /// Does the work of RunBlocking. A loop with windows paints meanwhile.
+  virtual void Block(const std::function<void()>& work) { work(); }
+
+  /// Called when the set of timers that may tick, or their times, changed.
   virtual void TimersChanged() {}
 
-  /// Fires each timer that is due, once. With visualOnly, only those that move pictures.
-  bool FireDueTimers(bool visualOnly = false);
-  std::optional<Milliseconds> TimeToNextTimer(bool visualOnly = false) const;
+  /// Fires each timer that is due, once. While work blocks, only those that move pictures.
+  bool FireDueTimers();
+  std::optional<Milliseconds> TimeToNextTimer() const;
+  bool IsHandling() const { return depth_ > 0; }
 
  private:
   friend class Timer;
+  void SetBlocked(bool isBlocked);
+  void RefuseWhileBlocked() const;
+  bool MayTick(const Timer& timer) const;
   bool RunPosted();
   std::function<void()> TakePosted();
   void Started(Timer* timer);
@@ -112,5 +122,6 @@ class EventLoop {
   std::deque<std::function<void()>> posted_;
   std::vector<std::shared_ptr<void>> disposed_;
   int depth_ = 0;
+  bool isBlocked_ = false;
   bool ended_ = false;
 };

@@ -12,7 +12,7 @@
 class Timer {
  public:
   /// A visual timer only moves pictures (fades, progress bars), and ticks on while a transfer blocks the
-  /// rest.
+  /// rest. A last step that does more has to wait then: EventLoop::IsBlocked.
   enum class Kind { kOrdinary, kVisual };
 
   Timer(EventLoop& loop, int interval, Kind kind = Kind::kOrdinary);

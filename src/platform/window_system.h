@@ -36,7 +36,7 @@ class WindowSystem {
   void EndModal(Form& form);
   /// The control or form is destroyed and hears nothing more.
   void Forget(const Control& control);
-  void Forget(const Form& form);
+  virtual void Forget(const Form& form);
 
   virtual void BringToFront(Form& form);
   /// Asks for the focus. A view answers by FocusChanged when it has moved.

@@ -1,9 +1,7 @@
 #include "qt/browser_view.h"
 
-#include <QElapsedTimer>
-#include <QEventLoop>
-#include <QTimer>
 #include <QVBoxLayout>
+#include <future>
 
 #include "platform/form.h"
 #include "qt/form_view.h"
@@ -77,21 +75,15 @@ void BrowserView::TakeInputs(const PageInputs& inputs) {
 }
 
 void BrowserView::RefreshInputs() {
-  constexpr int kPatience = 1000;  // milliseconds for a page whose script does not end
+  constexpr std::chrono::seconds kPatience{1};  // with a page whose script does not end
   if (!pane_ || browser_.Page().empty()) return;
-  struct Answer {
-    QEventLoop wait;
-    bool came = false;
-  };
-  const auto answer = std::make_shared<Answer>();
-  pane_->ReadInputs([this, answer, guard = QPointer<BrowserView>(this)](const PageInputs& inputs) {
+  const auto came = std::make_shared<std::promise<void>>();
+  pane_->ReadInputs([this, came, guard = QPointer<BrowserView>(this)](const PageInputs& inputs) {
     if (guard && !form_.IsDetached()) TakeInputs(inputs);
-    answer->came = true;
-    answer->wait.quit();
+    came->set_value();
   });
-  if (answer->came) return;
-  QTimer::singleShot(kPatience, &answer->wait, &QEventLoop::quit);
-  answer->wait.exec(QEventLoop::ExcludeUserInputEvents);
+  const auto answer = came->get_future();
+  form_.Windows().Loop().RunBlocking([&] { answer.wait_for(kPatience); });
 }
 
 void BrowserView::Navigate(const std::string& url) {

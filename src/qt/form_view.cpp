@@ -91,11 +91,13 @@ void FormView::BindForm() {
   subscriptions_.push_back(form_.TopMost.Watch([this](bool topMost) { frame_->SetTopMost(topMost); }));
 
   frame_->onMovedOrResized = [this] { FrameMoved(); };
-  frame_->onCloseWanted = [this] { CloseWanted(); };
+  frame_->onCloseWanted = [this] { Raise([this] { CloseWanted(); }); };
   frame_->onPointerLeft = [this] { PointerLeft(); };
   frame_->onKey = [this](int key) { return KeyReached(key); };
   frame_->onPopupClosed = [this] {
-    if (form_.Visible) Raise([this] { form_.Hide(); });
+    Raise([this] {
+      if (form_.Visible) form_.Hide();
+    });
   };
 }
 
@@ -121,7 +123,6 @@ void FormView::Detach() {
   isDetached_ = true;
   subscriptions_.clear();
   for (const auto& view : views_) view->Detach();
-  frame_->hide();
 }
 
 void FormView::Show() {
@@ -193,8 +194,8 @@ void FormView::PointerLeft() {
 }
 
 void FormView::CloseWanted() {
-  if (isDetached_ || !form_.AcceptsInput()) return;
-  if (form_.QueryClose.HasHandler()) return Raise([this] { form_.QueryClose.Raise(); });
+  if (!form_.AcceptsInput()) return;
+  if (form_.QueryClose.HasHandler()) return form_.QueryClose.Raise();
   ClickMarked("escape");
 }
 

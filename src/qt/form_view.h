@@ -12,7 +12,7 @@
 
 class QtWindows;
 
-/// Outlives its form until no event of one of its widgets can be on the stack: delete it with deleteLater.
+/// Outlives its form until no event of one of its widgets can be on the stack: QtLoop::Retire.
 class FormView : public QObject {
  public:
   /// Reads ui/<form name>.ui. Throws RunTimeError when there is none, or none that can be read.

@@ -11,22 +11,6 @@
 #include "base/day.h"
 #include "platform/run_time_error.h"
 
-namespace {
-
-// Counts a stretch of code in a member, also when it ends by an exception.
-class Counted {
- public:
-  explicit Counted(int& count) : count_(count) { ++count_; }
-  ~Counted() { --count_; }
-  Counted(const Counted&) = delete;
-  Counted& operator=(const Counted&) = delete;
-
- private:
-  int& count_;
-};
-
-}  // namespace
-
 QtLoop::QtLoop() {
   timer_.setSingleShot(true);
   timer_.setTimerType(Qt::PreciseTimer);
@@ -36,16 +20,21 @@ QtLoop::QtLoop() {
 QtLoop::~QtLoop() = default;
 
 void QtLoop::Pump(std::optional<Milliseconds> atMost) {
-  const Counted scope(pumps_);
   constexpr int kDrainTime = 20;  // milliseconds; ends earlier when nothing is left
   if (atMost == Milliseconds{0}) {
     QCoreApplication::processEvents(QEventLoop::AllEvents, kDrainTime);
   } else {
     QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
   }
-  // Only here no event of a widget that is to be deleted can still be on the stack.
-  if (pumps_ == 1) QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+  if (!IsHandling()) DeleteRetired();
   RethrowKept();
+}
+
+void QtLoop::Retire(std::unique_ptr<QObject> object) { retired_.push_back(std::move(object)); }
+
+void QtLoop::DeleteRetired() {
+  std::exchange(retired_, {}).clear();
+  QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
 
 void QtLoop::RethrowKept() {
@@ -55,8 +44,7 @@ void QtLoop::RethrowKept() {
 void QtLoop::Wake() { QCoreApplication::postEvent(&waker_, new QEvent(QEvent::User)); }
 
 void QtLoop::TimersChanged() {
-  const auto wait = TimeToNextTimer(IsBlocked());
-  if (wait) {
+  if (const auto wait = TimeToNextTimer()) {
     timer_.start(*wait);
   } else {
     timer_.stop();
@@ -64,7 +52,7 @@ void QtLoop::TimersChanged() {
 }
 
 void QtLoop::Tick() {
-  RunGuarded([this] { FireDueTimers(IsBlocked()); });
+  RunGuarded([this] { FireDueTimers(); });
   TimersChanged();
 }
 
@@ -93,7 +81,7 @@ void QtLoop::SetWatching(bool on) {
   for (const auto& [number, notifier] : watches_) notifier->setEnabled(on);
 }
 
-void QtLoop::RunBlocking(const std::function<void()>& work) {
+void QtLoop::Block(const std::function<void()>& work) {
   std::atomic<bool> done = false;
   std::exception_ptr failure;
   std::thread worker([&] {
@@ -105,17 +93,13 @@ void QtLoop::RunBlocking(const std::function<void()>& work) {
     done = true;
     Wake();
   });
-  {
-    const Counted scope(blocked_);
-    SetWatching(false);
-    TimersChanged();
-    while (!done) {
-      QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents | QEventLoop::WaitForMoreEvents);
-    }
+  SetWatching(false);
+  while (!done) {
+    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents | QEventLoop::WaitForMoreEvents);
   }
   worker.join();
-  if (!IsBlocked()) SetWatching(true);
-  TimersChanged();
+  SetWatching(true);
+  Wake();  // on X11 the input that was held back is not handed over before something else happens
   if (failure) std::rethrow_exception(failure);
   RethrowKept();
 }
@@ -127,7 +111,6 @@ int QtLoop::WatchReadable(int fd, std::function<void()> callback) {
                      const auto kept = callback;  // the callback may stop this watch
                      Enter(guard, kept);
                    });
-  notifier->setEnabled(!IsBlocked());
   watches_[++lastWatch_] = std::move(notifier);
   return lastWatch_;
 }
@@ -136,7 +119,7 @@ void QtLoop::StopWatching(int watch) {
   const auto found = watches_.find(watch);
   if (found == watches_.end()) return;
   found->second->setEnabled(false);
-  found->second.release()->deleteLater();
+  Retire(std::move(found->second));
   watches_.erase(found);
 }
 

@@ -8,6 +8,7 @@
 #include <map>
 #include <memory>
 #include <optional>
+#include <vector>
 
 #include "platform/event_loop.h"
 
@@ -19,7 +20,6 @@ class QtLoop : public EventLoop {
   QtLoop();
   ~QtLoop() override;
 
-  void RunBlocking(const std::function<void()>& work) override;
   int WatchReadable(int fd, std::function<void()> callback) override;
   void StopWatching(int watch) override;
   base::LocalTime Now() const override;
@@ -29,9 +29,14 @@ class QtLoop : public EventLoop {
   /// Pump that delivered the event. While a transfer blocks, the act waits until it has ended; it is dropped
   /// when the guard, an object of Qt that it needs, is gone by then.
   void Enter(QObject* guard, const std::function<void()>& act);
-  bool IsBlocked() const { return blocked_ > 0; }
+
+  /// Deletes an object of Qt once no handler is running and none of its events can be on the stack.
+  void Retire(std::unique_ptr<QObject> object);
+  /// Deletes what has been retired, for whoever knows that its time has come.
+  void DeleteRetired();
 
  protected:
+  void Block(const std::function<void()>& work) override;
   void Pump(std::optional<Milliseconds> atMost) override;
   void Wake() override;
   void TimersChanged() override;
@@ -45,8 +50,7 @@ class QtLoop : public EventLoop {
   QObject waker_;
   QTimer timer_;
   std::map<int, std::unique_ptr<QSocketNotifier>> watches_;
+  std::vector<std::unique_ptr<QObject>> retired_;
   int lastWatch_ = 0;
-  int pumps_ = 0;
-  int blocked_ = 0;
   std::exception_ptr kept_;
 };

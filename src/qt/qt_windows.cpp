@@ -53,21 +53,25 @@ QtWindows::QtWindows(QtLoop& loop, Options options)
 }
 
 QtWindows::~QtWindows() {
-  for (const auto& [form, view] : views_) {
-    view->Detach();
-    delete view;
-  }
+  qApp->disconnect(this);  // windows that go move the focus
+  for (auto& [form, view] : std::exchange(views_, {})) Retire(std::move(view));
+  loop_.DeleteRetired();
+}
+
+void QtWindows::Retire(std::unique_ptr<FormView> view) {
+  view->Detach();
+  loop_.Retire(std::move(view));
 }
 
 FormView* QtWindows::Find(const Form& form) const {
   const auto found = views_.find(&form);
-  return found == views_.end() ? nullptr : found->second;
+  return found == views_.end() ? nullptr : found->second.get();
 }
 
 FormView* QtWindows::FindByWidget(const QWidget* widget) const {
   for (const QWidget* w = widget; w != nullptr; w = w->parentWidget()) {
     for (const auto& [form, view] : views_) {
-      if (&view->Frame() == w) return view;
+      if (&view->Frame() == w) return view.get();
     }
   }
   return nullptr;
@@ -75,14 +79,14 @@ FormView* QtWindows::FindByWidget(const QWidget* widget) const {
 
 FormView* QtWindows::FindByWindow(const QWindow* window) const {
   for (const auto& [form, view] : views_) {
-    if (window != nullptr && view->Frame().windowHandle() == window) return view;
+    if (window != nullptr && view->Frame().windowHandle() == window) return view.get();
   }
   return nullptr;
 }
 
 void QtWindows::Loaded(Form& form) {
   WindowSystem::Loaded(form);
-  views_[&form] = new FormView(*this, form);
+  views_[&form] = std::make_unique<FormView>(*this, form);
 }
 
 void QtWindows::Shown(Form& form, bool isModal) {
@@ -100,15 +104,17 @@ void QtWindows::Hidden(Form& form) {
 
 void QtWindows::Unloaded(Form& form) {
   WindowSystem::Unloaded(form);
-  FormView* const view = Find(form);
-  if (view == nullptr) return;
-  views_.erase(&form);
-  view->Detach();
-  view->deleteLater();
+  ActivateLastOf(form);
+}
+
+void QtWindows::Forget(const Form& form) {
+  WindowSystem::Forget(form);
+  auto view = views_.extract(&form);
+  if (view.empty()) return;
+  Retire(std::move(view.mapped()));
   std::erase(recent_, &form);
   if (wanted_ == &form) wanted_ = nullptr;
   shownAt_.erase(&form);
-  ActivateLastOf(form);
 }
 
 // Where no window manager does it, the window that was active before becomes so again.
@@ -182,7 +188,12 @@ void QtWindows::SendKeys(const std::string& keys) {
 bool QtWindows::eventFilter(QObject* watched, QEvent* event) {
   if (!IsInput(event->type()) || !watched->isWidgetType()) return false;
   FormView* const view = FindByWidget(static_cast<QWidget*>(watched));
-  if (view == nullptr || AcceptsInput(view->Model())) return false;
+  if (view == nullptr) return false;
+  if (loop_.IsBlocked()) {
+    HoldBack(*watched, *event);
+    return true;
+  }
+  if (AcceptsInput(view->Model())) return false;
   FormView* const modal = TopModal() == nullptr ? nullptr : Find(*TopModal());
   if (event->type() == QEvent::MouseButtonPress && modal != nullptr) {
     modal->Frame().raise();
@@ -191,12 +202,21 @@ bool QtWindows::eventFilter(QObject* watched, QEvent* event) {
   return true;
 }
 
+// What reaches a window during a request, from an input method for instance, comes again after it. What is
+// dragged cannot be kept.
+void QtWindows::HoldBack(QObject& target, const QEvent& event) {
+  if (event.type() == QEvent::DragEnter || event.type() == QEvent::Drop) return;
+  loop_.Enter(&target, [&target, kept = std::shared_ptr<QEvent>(event.clone())] {
+    QCoreApplication::sendEvent(&target, kept.get());
+  });
+}
+
 void QtWindows::FocusMoved(QWidget* now) {
   FormView* const view = FindByWidget(now);
   if (view == nullptr || view->IsPopup()) return;  // a menu leaves the focus where it is
   ControlView* const control = view->Find(now);
-  loop_.Enter(view, [this, control = QPointer<ControlView>(control)] {
-    FocusChanged(control ? &control->Model() : nullptr);
+  loop_.Enter(view, [this, view, control] {
+    if (!view->IsDetached()) FocusChanged(control == nullptr ? nullptr : &control->Model());
   });
 }
 

@@ -4,6 +4,7 @@
 #include <QObject>
 #include <functional>
 #include <map>
+#include <memory>
 #include <vector>
 
 #include "platform/window_system.h"
@@ -33,6 +34,8 @@ class QtWindows : public QObject, public WindowSystem {
   void Shown(Form& form, bool isModal) override;
   void Hidden(Form& form) override;
   void Unloaded(Form& form) override;
+  using WindowSystem::Forget;
+  void Forget(const Form& form) override;
   void BringToFront(Form& form) override;
   void RequestFocus(Control& control) override;
   void Activate(Form& form) override;
@@ -55,6 +58,8 @@ class QtWindows : public QObject, public WindowSystem {
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
+  void Retire(std::unique_ptr<FormView> view);
+  void HoldBack(QObject& target, const QEvent& event);
   FormView* FindByWidget(const QWidget* widget) const;
   FormView* FindByWindow(const QWindow* window) const;
   void FocusMoved(QWidget* now);
@@ -67,7 +72,7 @@ class QtWindows : public QObject, public WindowSystem {
   Options options_;
   Skin skin_;
   WebLibrary web_;
-  std::map<const Form*, FormView*> views_;
+  std::map<const Form*, std::unique_ptr<FormView>> views_;
   const Form* wanted_ = nullptr;  // called to the front last
   std::map<const Form*, EventLoop::Milliseconds> shownAt_;
   std::vector<const Form*> recent_;  // the form that was active last stands at the end

@@ -68,7 +68,7 @@ bool RichTextView::eventFilter(QObject* watched, QEvent* event) {
     return TextView::eventFilter(&edit_, event);
   }
   const bool isFocus = event->type() == QEvent::FocusIn || event->type() == QEvent::FocusOut;
-  if (watched == &edit_ && isFocus) ShowSelection(event->type() == QEvent::FocusIn);
+  if (watched == &edit_ && isFocus && !form_.IsDetached()) ShowSelection(event->type() == QEvent::FocusIn);
   return TextView::eventFilter(watched, event);
 }
 

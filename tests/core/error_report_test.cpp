@@ -86,6 +86,39 @@ TEST_F(ErrorReportTest, WindowsThatWerePutAsideBeforeTheEventStayThere) {
   }
 }
 
+TEST_F(ErrorReportTest, OpenQuestionKeepsItsOwnAnswer) {
+  Timer other(machine.loop, 10);
+  other.onTick = [&] {
+    other.Enabled = false;
+    throw RunTimeError("a clock");
+  };
+  FrmMessage* question = nullptr;
+  Timer learner(machine.loop, 500);
+  learner.onTick = [&] {
+    learner.Enabled = false;
+    machine.user.Click(question->cmdCancel);
+  };
+  machine.user.OnModal([&](Form& form) {
+    question = dynamic_cast<FrmMessage*>(&form);
+    other.Enabled = true;
+    learner.Enabled = true;
+  });
+  ExpectReport("a clock");
+  EXPECT_FALSE(Confirm(program, Message::kLeaveProgram));
+  EXPECT_EQ(app.gMsgResult, "CANCEL");
+  EXPECT_EQ(machine.user.Expected(), 0U);
+}
+
+TEST_F(ErrorReportTest, IsNoAnswerToTheQuestionOfAnotherWindow) {
+  fakes.frmMain.txtInput.Click = [] { throw RunTimeError("x"); };
+  for (const char* answer : {"", "CANCEL"}) {
+    app.gMsgResult = answer;
+    ExpectReport("x");
+    machine.user.Click(fakes.frmMain.txtInput);
+    EXPECT_EQ(app.gMsgResult, answer);
+  }
+}
+
 TEST_F(ErrorReportTest, FailureOfATimerLeavesWhatTheRunningEventHasPutAside) {
   Timer other(machine.loop, 10);
   other.onTick = [&] {

@@ -139,6 +139,19 @@ TEST_F(MessageTest, AnswerIsThereTwelveTicksBeforeTheReturn) {
   EXPECT_THAT(alphas, ElementsAre(30, 60, 90, 120, 150, 180, 210, 240));
 }
 
+TEST_F(MessageTest, QuestionWhoseWindowGoesWithoutAnAnswerIsRefused) {
+  const std::pair<const Message&, const char*> cases[] = {
+      {Message::kNoSentences, "OK"}, {Message::kLeaveProgram, "CANCEL"}, {Message::kDoubtfulSentence, "NO"}};
+  for (const auto& [message, answer] : cases) {
+    user_.OnModal([&](Form&) {
+      FrmMessage::ProgressMsgBox(own_, Progress::kChecking);
+      own_.frmMessage.Unload();
+    });
+    ShowMessage(own_, message);
+    EXPECT_EQ(App().gMsgResult, answer) << message.text;
+  }
+}
+
 TEST_F(MessageTest, OnlyTheModalBoxTakesInput) {
   main_.Show();
   Ask(Message::kNoSentences, [&](FrmMessage& box) {

@@ -2,6 +2,7 @@
 #include "core/settings.h"
 #include "core/splash.h"
 #include "core/text_menu.h"
+#include "core/window_shell.h"
 #include "platform/run_time_error.h"
 #include "platform/window.h"
 #include "tests/core/core_fixture.h"
@@ -90,6 +91,35 @@ TEST_F(SplashTest, ClosedDuringTheUploadItIsGoneForGood) {
   EXPECT_FALSE(splash.tmrHide.Enabled() || splash.tmrProgressFlash.Enabled());
   EXPECT_FALSE(frmSplash_.IsLoaded() || app.gSplashShown);
   EXPECT_THAT(log_, ElementsAre("NOMSG 4711", "1 http://site/_htmls/MRV_manual.htm"));
+}
+
+TEST_F(SplashTest, ClosedWhileItComesUpItIsGoneForGood) {
+  Timer learner(machine.loop, 30);
+  learner.onTick = [&] {
+    learner.Enabled = false;
+    machine.user.Click(frmSplash_->cmdOK);
+  };
+  learner.Enabled = true;
+  FrmSplash& splash = *frmSplash_;
+  EXPECT_FALSE(frmSplash_.IsLoaded() || app.gSplashShown || splash.tmrProgressFlash.Enabled());
+  EXPECT_TRUE(fakes.frmMain.Visible());
+  EXPECT_THAT(log_, ElementsAre("1 http://site/_htmls/MRV_manual.htm"));
+}
+
+TEST_F(SmallWindowsTest, FadeThatIsOverDuringARequestEndsAfterIt) {
+  machine.http.Route("page", "reply");
+  std::string reply;
+  Fade fade(fakes.frmMain);
+  fade.onGone = [&] { reply = machine.http.Send({.url = "http://server/page"}).body; };
+  fade.ShowAtOnce();
+  fade.Out();
+  machine.loop.RunBlocking([&] {
+    for (int i = 0; i < 20; ++i) machine.loop.Advance(10ms);
+  });
+  EXPECT_EQ(fakes.frmMain.Alpha(), 0);
+  EXPECT_EQ(reply, "");
+  machine.loop.WaitUntil([&] { return !fade.tmrTransparentForm.Enabled(); });
+  EXPECT_EQ(reply, "reply");
 }
 
 TEST_F(SmallWindowsTest, MenuCopiesCutsAndPastesInTheInputBox) {

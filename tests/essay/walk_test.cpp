@@ -212,6 +212,20 @@ TEST_F(EssayTest, StopsInEveryState) {
   Send("It is odd. I walk.");
   EXPECT_EQ(ErrRows().back(), "|0|N");
   EXPECT_THAT(Asked(), Not(::testing::Contains("I walk.")));
+  // Between the replies of an engine that takes every sentence for right, by the button and by Escape.
+  const std::pair<const char*, std::function<void()>> stops[] = {
+      {"They run. We walk.", [this] { machine.user.Click(Window().picButtons(0)); }},
+      {"You run. We walk.", [this] { machine.user.Press(Window().txtInput, kKeyEscape); }},
+  };
+  for (const auto& [text, stop] : stops) {
+    machine.http.Queue("p_passWebEngine.asp", [&, stop = stop](const base::HttpRequest& request) {
+      machine.loop.Post(stop);
+      return base::HttpResponse{200, "text/html; charset=big5", "OK_0#0##0#0", request.url};
+    });
+    Send(text);
+    EXPECT_EQ(LastEssay().finalSet, "A") << text;
+    EXPECT_THAT(Asked(), Not(::testing::Contains("We walk."))) << text;
+  }
   EXPECT_FALSE(app.gEssayMode);
   EXPECT_THAT(Window().webHtml.Page(), HasSubstr("這篇短文批改過程中被中斷"));
 }

@@ -2,22 +2,27 @@
 
 #include <gmock/gmock.h>
 
-#include <thread>
-
 #include "platform/run_time_error.h"
 #include "tests/support/virtual_loop.h"
 
 namespace {
 
-TEST(CurlHttp, PassesAnErrorOnFromTheThreadThatDidTheWorkAndNamesTheAddress) {
-  class ThreadedLoop : public VirtualLoop {
+TEST(CurlHttp, NamesTheAddressOfARequestThatFailedAndRefusesAnotherMeanwhile) {
+  class PaintingLoop : public VirtualLoop {
    public:
-    void RunBlocking(const std::function<void()>& work) override { std::thread(work).join(); }
+    std::function<void()> onPaint;
+
+   protected:
+    void Block(const std::function<void()>& work) override {
+      onPaint();
+      work();
+    }
   };
-  ThreadedLoop loop;
+  PaintingLoop loop;
   CurlHttp http(loop);
-  EXPECT_THAT([&] { http.Send({.method = "GET", .url = "ftp://127.0.0.1/"}); },
-              ::testing::ThrowsMessage<RunTimeError>(::testing::StartsWith("ftp://127.0.0.1/: ")));
+  const auto send = [&] { http.Send({.method = "GET", .url = "ftp://127.0.0.1/"}); };
+  loop.onPaint = [&] { EXPECT_THROW(send(), std::logic_error); };
+  EXPECT_THAT(send, ::testing::ThrowsMessage<RunTimeError>(::testing::StartsWith("ftp://127.0.0.1/: ")));
 }
 
 }  // namespace

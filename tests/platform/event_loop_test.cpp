@@ -207,6 +207,42 @@ TEST(EventLoop, SurvivesATimerThatIsDestroyedByAnEarlierTick) {
   EXPECT_FALSE(hasTicked);
 }
 
+TEST(EventLoop, LetsOnlyPicturesMoveDuringBlockingWork) {
+  VirtualLoop loop;
+  std::vector<std::string> log;
+  const auto note = [&log](const char* what) { return [&log, what] { log.emplace_back(what); }; };
+  Timer picture(loop, 10, Timer::Kind::kVisual);
+  Timer clock(loop, 10);
+  StartTimer(picture, note("picture"));
+  StartTimer(clock, note("clock"));
+  loop.Post(note("posted"));
+  loop.RunBlocking([&] {
+    loop.Advance(milliseconds{10});
+    note("worked")();
+  });
+  EXPECT_THAT(log, ElementsAre("picture", "worked"));
+  loop.DoEvents();
+  EXPECT_THAT(log, ElementsAre("picture", "worked", "posted", "clock"));
+  EXPECT_THROW(loop.RunBlocking([] { throw RunTimeError("no line"); }), RunTimeError);
+  EXPECT_FALSE(loop.IsBlocked());
+}
+
+TEST(EventLoop, RefusesWorkAndWaitsInsideBlockingWork) {
+  const std::function<void(VirtualLoop&)> kFaults[] = {
+      [](VirtualLoop& loop) { loop.RunBlocking([] {}); },
+      [](VirtualLoop& loop) { loop.WaitUntil([] { return true; }); },
+      [](VirtualLoop& loop) { loop.DoEvents(); },
+  };
+  for (const auto& fault : kFaults) {
+    VirtualLoop loop;
+    loop.onUnhandledError = [](const std::exception&) { FAIL() << "a message would wait"; };
+    Timer picture(loop, 10, Timer::Kind::kVisual);
+    StartTimer(picture, [&] { fault(loop); });
+    EXPECT_THROW(loop.RunBlocking([&] { loop.Advance(milliseconds{10}); }), std::logic_error);
+    EXPECT_NO_THROW(fault(loop)) << "afterwards it is none";
+  }
+}
+
 TEST(EventLoop, EndsTheHandlerThatFailedAndGoesOn) {
   VirtualLoop loop;
   std::vector<std::string> errors;

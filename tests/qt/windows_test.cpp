@@ -1,12 +1,14 @@
 #include <gmock/gmock.h>
 
 #include <QFileDialog>
+#include <QInputMethodEvent>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QToolButton>
 #include <QTreeView>
 #include <algorithm>
 
+#include "core/window_shell.h"
 #include "platform/run_time_error.h"
 #include "platform/timer.h"
 #include "tests/qt/sample_form.h"
@@ -134,6 +136,38 @@ TEST(QtWindows, FormMayUnloadItselfInItsOwnClick) {
   sample.machine.Wait([&] { return button.isNull(); });
 }
 
+TEST(QtWindows, ViewOfAFormThatGoesWhileItsHandlerWaitsStaysUntilTheHandlerHasReturned) {
+  ShownSample sample;
+  const QPointer<QWidget> button = &sample.machine.Widget(sample.form->cmdOK);
+  Timer other(sample.machine.loop, 1);
+  other.onTick = [&] {
+    other.Enabled = false;
+    sample.form.Unload();
+  };
+  sample.form->cmdOK.Click = [&] {
+    other.Enabled = true;
+    sample.machine.Wait([&] { return !sample.form.IsLoaded(); });
+    sample.machine.loop.DoEvents();
+    EXPECT_TRUE(button);
+  };
+  QTest::mouseClick(button.data(), Qt::LeftButton);
+  EXPECT_TRUE(button) << "its click has only just returned";
+  sample.machine.Wait([&] { return button.isNull(); });
+}
+
+TEST(QtWindows, FormThatDiesWithItsOwnerIsLeftAlone) {
+  QtMachine machine(MAROVANE_TEST_UI_FOLDER);
+  auto form = std::make_unique<FrmSample>(machine.machine);
+  machine.windows.Loaded(*form);
+  form->Show();
+  form->txtInput.SetFocus();
+  machine.loop.DoEvents();
+  const QPointer<FormView> view = machine.windows.Find(*form);
+  form.reset();
+  EXPECT_TRUE(view && view->IsDetached());
+  machine.Wait([&] { return view.isNull(); });
+}
+
 TEST(QtWindows, CloseAsksTheFormOrClicksItsCloseButton) {
   ShownSample sample;
   FrmSample& form = *sample.form;
@@ -184,26 +218,53 @@ TEST(QtLoop, BlockingWorkLetsOnlyPicturesMove) {
   Timer visual(loop, 1, Timer::Kind::kVisual);
   Timer ordinary(loop, 1);
   visual.onTick = [&] {
-    ++frames;
-    form.txtLine.Text = "painted";
-    heard.push_back("frame");
+    form.txtLine.Text = "painted ";
     // What the window system reports meanwhile waits until the work has ended.
-    if (frames == 1) QTest::mouseClick(&sample.machine.Widget(form.cmdOK), Qt::LeftButton);
+    if (++frames != 1) return;
+    QTest::mouseClick(&sample.machine.Widget(form.cmdOK), Qt::LeftButton);
+    QInputMethodEvent commit;
+    commit.setCommitString("ab");
+    QCoreApplication::sendEvent(&sample.machine.Widget(form.txtLine), &commit);
+    sample.machine.windows.Find(form)->Frame().close();
   };
   ordinary.onTick = [&] { ++ticks; };
   form.cmdOK.Click = [&] { heard.push_back("click"); };
+  form.txtLine.KeyPress = [&](int& key) { heard.push_back(std::string(1, char(key))); };
+  form.QueryClose = [&] { heard.push_back("close"); };
   visual.Enabled = true;
   ordinary.Enabled = true;
   loop.RunBlocking([&] {
     while (frames < 3) std::this_thread::yield();
   });
   EXPECT_EQ(ticks, 0);
-  EXPECT_EQ(std::count(heard.begin(), heard.end(), "click"), 0);
+  EXPECT_THAT(heard, ElementsAre());
   visual.Enabled = false;
   loop.DoEvents();
   EXPECT_GT(ticks, 0);
-  EXPECT_EQ(std::count(heard.begin(), heard.end(), "click"), 1);
+  EXPECT_THAT(heard, ElementsAre("click", "a", "b", "close"));
+  EXPECT_EQ(form.txtLine.Text(), "painted ab");
   EXPECT_THROW(loop.RunBlocking([] { throw RunTimeError("no line"); }), RunTimeError);
+}
+
+TEST(QtLoop, FadeThatIsOverDuringARequestClosesItsWindowAfterIt) {
+  ShownSample sample;
+  FrmSample& form = *sample.form;
+  const QPointer<QWidget> button = &sample.machine.Widget(form.cmdOK);
+  std::atomic<int> dark = 0;
+  const auto painting = form.Alpha.Watch([&](int alpha) { dark += alpha == 0 ? 1 : 0; });
+  Fade fade(form);
+  fade.ShowAtOnce();
+  form.cmdOK.Click = [&] {
+    fade.Out();
+    sample.machine.loop.RunBlocking([&] {
+      while (dark < 3) std::this_thread::yield();
+    });
+    EXPECT_TRUE(sample.form.IsLoaded());
+    sample.machine.Wait([&] { return !sample.form.IsLoaded(); });
+  };
+  QTest::mouseClick(button.data(), Qt::LeftButton);
+  EXPECT_FALSE(sample.form.IsLoaded());
+  sample.machine.Wait([&] { return button.isNull(); });
 }
 
 TEST(QtLoop, ErrorsPassTheToolkitAndEndTheWait) {

@@ -50,7 +50,7 @@ FakeHttp::Answer FakeHttp::Find(const std::string& url) {
 
 base::HttpResponse FakeHttp::Send(const base::HttpRequest& request) {
   requests.push_back(request);
-  loop_.Advance(cost);
+  loop_.RunBlocking([this] { loop_.Advance(cost); });
   fault.Step("request to " + request.url);
   return Find(request.url)(request);
 }

@@ -19,6 +19,11 @@ base::LocalTime VirtualLoop::Now() const {
   return wallAtStart_ + std::chrono::floor<std::chrono::seconds>(elapsed_);
 }
 
+void VirtualLoop::Advance(Milliseconds time) {
+  elapsed_ += time;
+  if (IsBlocked()) FireDueTimers();
+}
+
 int VirtualLoop::WatchReadable(int fd, std::function<void()> callback) {
   return watches_.Add(fd, std::move(callback));
 }

@@ -15,8 +15,9 @@ class VirtualLoop : public EventLoop {
                                                std::chrono::hours{9})
       : wallAtStart_(start) {}
 
-  /// Lets time go by, as work does. Timers that become due fire at the next wait.
-  void Advance(Milliseconds time) { elapsed_ += time; }
+  /// Lets time go by, as work does. Timers that become due fire at the next wait; in blocking work those that
+  /// move pictures fire at once.
+  void Advance(Milliseconds time);
   /// Sets the wall clock, which goes on from there with the steady one.
   void SetNow(base::LocalTime now);
 
