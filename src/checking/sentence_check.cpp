@@ -94,7 +94,7 @@ bool RunEngine(FrmMain& frmMain) {
 
 Steps ShowPageSteps(Program& program, const std::string& pagePath, std::string& page, std::string& code) {
   return {[&] { page = ReadBig5File(program.machine.files, pagePath); },
-          [&] { code = EncodeForServer(page); }, [&] { program.machine.files.Delete(pagePath); },
+          [&] { code = protocol::EncodePage(page); }, [&] { program.machine.files.Delete(pagePath); },
           [&] { PostDecodeForm(program, code); }};
 }
 
