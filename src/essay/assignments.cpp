@@ -8,6 +8,7 @@
 #include "core/program.h"
 #include "core/server_access.h"
 #include "platform/run_time_error.h"
+#include "protocol/record_form.h"
 
 namespace {
 
@@ -19,7 +20,8 @@ std::optional<Assignment> AssignmentFrom(const std::string& record) {
   const auto fields = base::Split(record, "#");
   if (fields.size() < kFieldsAtLeast || fields[0].empty()) return std::nullopt;
   const auto field = [&](std::size_t at) { return at < fields.size() ? fields[at] : std::string(); };
-  return Assignment{field(0), field(1) == "Y", field(2), field(3), field(4), field(5) == "Y"};
+  return Assignment{
+      protocol::CleanRecordId(field(0)), field(1) == "Y", field(2), field(3), field(4), field(5) == "Y"};
 }
 
 std::string AskServer(Program& program) {

@@ -59,6 +59,12 @@ QtWindows::~QtWindows() {
   }
 }
 
+std::unique_ptr<WebPane> QtWindows::MakeWebPane() {
+  auto pane = web_.MakePane();
+  pane->rights = options_.webRights;
+  return pane;
+}
+
 FormView* QtWindows::Find(const Form& form) const {
   const auto found = views_.find(&form);
   return found == views_.end() ? nullptr : found->second;

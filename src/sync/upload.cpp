@@ -12,6 +12,7 @@
 #include "platform/event_loop.h"
 #include "platform/machine.h"
 #include "platform/run_time_error.h"
+#include "protocol/record_form.h"
 #include "sync/form_body.h"
 #include "sync/requests.h"
 
@@ -39,8 +40,8 @@ void AddRow(std::string& body, const PendingRow& row, std::size_t number) {
   AddField(body, "err" + n, base::Trim(row.err));
   AddField(body, "s" + n, base::Trim(row.text));
   AddField(body, "d" + n, base::ShownDay(base::Trim(row.sDate)));
-  AddField(body, "es" + n, base::Trim(row.essayId));
-  AddField(body, "ess" + n, base::Trim(row.subId));
+  AddField(body, "es" + n, protocol::CleanRecordId(row.essayId));
+  AddField(body, "ess" + n, protocol::CleanRecordId(row.subId));
   AddField(body, "ht" + n, LastField(row));
 }
 
