@@ -1,4 +1,4 @@
-// The tables of records, as a step of the schema of `server.db`.
+// The tables of records, as steps of the schema of `server.db`.
 #pragma once
 
 namespace marovane {
@@ -41,6 +41,32 @@ inline constexpr const char* kRecordTables = R"(
       last_id INTEGER NOT NULL,
       PRIMARY KEY (account, from_account, kind)
     ) WITHOUT ROWID;
+)";
+
+// Ids and flags from before posts were tested, as protocol/record_form.h cleans them: the computers that have
+// such rows do the same, so that both sides go on having equal ones.
+inline constexpr const char* kCleanRecords = R"(
+    CREATE TEMP TABLE cleaned AS
+      WITH RECURSIVE
+        id (old) AS (
+          SELECT essay_id FROM sentence UNION SELECT essay_s_id FROM sentence UNION SELECT essay_id FROM essay
+          UNION SELECT work_id FROM essay UNION SELECT essay_id FROM hand_in),
+        step (old, n, new) AS (
+          SELECT old, 1, '' FROM id
+            WHERE old GLOB '*[^0-9A-Za-z._-]*' OR length(CAST(old AS BLOB)) > min(length(old), 64)
+          UNION ALL
+          SELECT old, n + 1,
+              new || CASE WHEN substr(old, n, 1) GLOB '[0-9A-Za-z._-]' THEN substr(old, n, 1) ELSE '' END
+            FROM step WHERE n <= min(length(old), 64))
+      SELECT old, new FROM step WHERE n > min(length(old), 64);
+    UPDATE sentence SET essay_id = cleaned.new FROM cleaned WHERE essay_id = cleaned.old;
+    UPDATE sentence SET essay_s_id = cleaned.new FROM cleaned WHERE essay_s_id = cleaned.old;
+    UPDATE essay SET essay_id = cleaned.new FROM cleaned WHERE essay_id = cleaned.old;
+    UPDATE essay SET work_id = cleaned.new FROM cleaned WHERE work_id = cleaned.old;
+    UPDATE hand_in SET essay_id = cleaned.new FROM cleaned WHERE essay_id = cleaned.old;
+    DROP TABLE cleaned;
+    UPDATE sentence SET have_htm = 'N' WHERE have_htm NOT IN ('N', '1', '2');
+    UPDATE essay SET final_set = 'N' WHERE final_set NOT IN ('N', 'A', 'Y');
 )";
 
 }  // namespace marovane

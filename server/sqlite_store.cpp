@@ -14,7 +14,7 @@ namespace marovane {
 namespace {
 
 /// Step N brings a database of version N to version N + 1. A step that was published is never changed.
-constexpr std::array<const char*, 5> kSchemaSteps = {R"(
+constexpr std::array<const char*, 6> kSchemaSteps = {R"(
     CREATE TABLE account (
       number TEXT PRIMARY KEY,
       password_hash TEXT NOT NULL,
@@ -47,8 +47,7 @@ constexpr std::array<const char*, 5> kSchemaSteps = {R"(
       remarks TEXT NOT NULL,
       email TEXT NOT NULL
     );
-)",
-                                                     kRecordTables, kSchoolTables};
+)", kRecordTables, kSchoolTables, kCleanRecords};
 
 std::size_t SchemaVersion(base::Database& database) {
   return static_cast<std::size_t>(database.Number("PRAGMA user_version"));

@@ -10,6 +10,7 @@
 #include "base/utf8.h"
 #include "protocol/account.h"
 #include "protocol/headers.h"
+#include "protocol/record_form.h"
 #include "server/pages/page.h"
 #include "server/record_store.h"
 #include "server/wire_text.h"
@@ -46,24 +47,48 @@ std::string Field(const Form& form, const std::string& name) {
   return value;
 }
 
+/// A new row has ids and flags of the right form. The one that is deleted may be older than this test: it is
+/// stored as the schema has cleaned it.
+std::string Id(const PostedRow& row, std::string id, bool (*isWellFormed)(std::string_view)) {
+  if (row.isDeletion) return protocol::CleanRecordId(id);
+  if (!isWellFormed(id)) throw Refusal("ERR_BAD_TEXT");
+  return id;
+}
+
+std::string Flag(const PostedRow& row, const std::string& flag, std::string_view known) {
+  if (!row.isDeletion && !protocol::IsFlag(flag, known)) throw Refusal("ERR_BAD_TEXT");
+  return protocol::CleanFlag(flag, known);
+}
+
 PostedRow RowOf(const Form& form, const std::string& number) {
   PostedRow row;
   const std::string kind = form.Find("k" + number).value_or("");
   if (kind != "N" && kind != "D") throw Refusal(refusal::kUnknownKind);
   row.isDeletion = kind == "D";
   const std::string err = Field(form, "err" + number);
-  std::string text = Field(form, "s" + number);
-  std::string day = DayOf(Field(form, "d" + number));
-  std::string essayId = Field(form, "es" + number);
-  std::string subId = Field(form, "ess" + number);
-  std::string last = Field(form, "ht" + number);
+  const std::string text = Field(form, "s" + number);
+  const std::string day = DayOf(Field(form, "d" + number));
+  const std::string essayId = Id(row, Field(form, "es" + number), protocol::IsRecordNumber);
+  const std::string subId = Field(form, "ess" + number);
+  const std::string last = Field(form, "ht" + number);
   if (err == "essay") {
     row.kind = RecordKind::kEssay;
     const auto [quiz, orgEssay, newEssay] = EssayTexts(last);
-    row.columns = {day, essayId, subId, text, quiz, orgEssay, newEssay};
+    row.columns = {day,
+                   essayId,
+                   Id(row, subId, protocol::IsRecordId),
+                   Flag(row, text, protocol::kEssayStates),
+                   quiz,
+                   orgEssay,
+                   newEssay};
   } else {
     row.kind = err.empty() ? RecordKind::kRight : RecordKind::kFaulty;
-    row.columns = {err, text, day, essayId, subId, last};
+    row.columns = {err,
+                   text,
+                   day,
+                   essayId,
+                   Id(row, subId, protocol::IsRecordNumber),
+                   Flag(row, last, protocol::kPageFlags)};
   }
   return row;
 }

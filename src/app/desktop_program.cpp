@@ -2,6 +2,7 @@
 
 #include "core/places.h"
 #include "platform/run_time_error.h"
+#include "platform/web_browser.h"
 
 DesktopProgram::DesktopProgram(const std::string& edition)
     : windows_(loop_, WindowOptions(edition)),
@@ -24,9 +25,13 @@ bool DesktopProgram::Start() {
 
 QtWindows::Options DesktopProgram::WindowOptions(const std::string& edition) {
   const Environment environment = ReadHostEnvironment(edition);
-  return {.uiFolder = QString::fromStdString(environment.programFolder / "ui"),
+  const QString uiFolder = QString::fromStdString(environment.programFolder / "ui");
+  return {.uiFolder = uiFolder,
           .webLibrary = QString::fromStdString(environment.helperFolder / "libmarovane_qt_web.so"),
-          .mayCommand = [this](const QString& url) { return IsOwnPage(url.toStdString()); },
+          .webRights = {.nonce = QString::fromStdString(PageNonce()),
+                        .pictureFolder = uiFolder,
+                        .ownServer = [this] { return QString::fromStdString(ServerRoot()); },
+                        .mayCommand = [this](const QString& url) { return IsOwnPage(url.toStdString()); }},
           .onActivated = [this] { PassFocusOn(); }};
 }
 
@@ -34,6 +39,8 @@ QtWindows::Options DesktopProgram::WindowOptions(const std::string& edition) {
 void DesktopProgram::PassFocusOn() {
   if (rooms_ && rooms_->program.app.gOpenMain) rooms_->frmStartUp->Form_Activate();
 }
+
+std::string DesktopProgram::ServerRoot() const { return rooms_ ? rooms_->program.app.gServerUrlRoot : ""; }
 
 // Only pages of the program's own servers may give it commands.
 bool DesktopProgram::IsOwnPage(const std::string& url) const {

@@ -31,6 +31,7 @@ class DesktopProgram {
 
  private:
   QtWindows::Options WindowOptions(const std::string& edition);
+  std::string ServerRoot() const;
   bool IsOwnPage(const std::string& url) const;
   void PassFocusOn();
 

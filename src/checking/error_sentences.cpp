@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "base/html.h"
 #include "base/text.h"
 #include "platform/environment.h"
 #include "platform/machine.h"
@@ -21,9 +22,9 @@ std::string GetSentenceStyle(const std::string& sentence) {
     }
     inPlain = !inPlain;
     if (inPlain) {
-      result += "<span style='background-color: #FFFFFF'>" + segment + "</span>";
+      result += "<span style='background-color: #FFFFFF'>" + base::Escaped(segment) + "</span>";
     } else {
-      result += segment;
+      result += base::Escaped(segment);
     }
     segment.clear();
   }

@@ -2,6 +2,7 @@
 
 #include <array>
 
+#include "base/html.h"
 #include "base/text.h"
 #include "views/page_frame.h"
 
@@ -17,28 +18,7 @@ constexpr std::array<SpeechPair, 5> kSpeechPairs{{{"名詞", "動詞", "CNV"},
                                                   {"動詞", "副詞", "CVM"},
                                                   {"形容詞", "副詞", "CJM"}}};
 
-constexpr const char* kScript = R"(<script language='javascript'>
-var selectOptId = '';
-function selectOpt(pId) {
-  document.getElementById(pId).click();
-  selectOptId = pId;
-}
-function selectOptGo(pId) {
-  document.getElementById(pId).click();
-  document.location.href='cmd:suggest:'+document.getElementById(pId).value;
-}
-function getSelect() {
-  if (selectOptId != '') selectOptGo(selectOptId);
-}
-function changeBtn(pIdx) {
-  document.getElementById('btnOK').src = document.getElementById('img_btnOK'+pIdx).src;
-}
-</script>
-)";
-
 bool Holds(const std::string& text, const char* word) { return text.find(word) != std::string::npos; }
-
-std::string AttributeText(const std::string& text) { return base::Replace(HtmlText(text), "'", "&#39;"); }
 
 Suggestion ReadSynonym(const std::string& item) {
   const auto bar = item.find("||");
@@ -55,28 +35,24 @@ std::string HiddenPictures(const std::string& programFolder) {
   std::string html = "<div style='display:none;'>";
   for (std::size_t i = 0; i < kNames.size(); ++i) {
     html += "<img id='img_btnOK" + std::to_string(i) + "' width='1' height='1' src='" +
-            AttributeText(Picture(programFolder, kNames.at(i))) + "'>";
+            base::Escaped(Picture(programFolder, kNames.at(i))) + "'>";
   }
   return html + "</div>";
 }
 
 std::string Row(int number, const Suggestion& suggestion) {
   const std::string id = "suggest" + std::to_string(number);
-  const std::string clicks =
-      " onclick=\"javascript:selectOpt('" + id + "');\" ondblclick=\"javascript:selectOptGo('" + id + "');\"";
+  const std::string value = base::Escaped(suggestion.value);
+  const std::string clicks = " data-pick='" + id + "' data-open='cmd:suggest:" + value + "'";
   return "<table width='99%'><td width='20'><input type='radio' name='suggest' id='" + id + "' value='" +
-         AttributeText(suggestion.value) + "'" + clicks +
-         "></td><td width='95%'><a style='text-decoration: none;' href='javascript:;'" + clicks +
+         value + "'" + clicks + "></td><td width='95%'><a style='text-decoration: none;' href='#'" + clicks +
          "><font style='font-family: Arial; font-size: 13px; color: #000000; line-height:150%;'>" +
-         HtmlText(suggestion.text) + "</font></a></td></table>";
+         base::Escaped(suggestion.text) + "</font></a></td></table>";
 }
 
 std::string OkButton(const std::string& programFolder) {
   return "<input type='image' id='btnOK' name='btnOK' src='" +
-         AttributeText(Picture(programFolder, "btnok_off.gif")) +
-         "' onmouseover='javascript:changeBtn(1);' onmouseout='javascript:changeBtn(0);' "
-         "onmousedown='javascript:changeBtn(2);' onmouseup='javascript:changeBtn(0);' "
-         "onclick='javascript:getSelect();'>";
+         base::Escaped(Picture(programFolder, "btnok_off.gif")) + "' data-faces='img_btnOK' data-send>";
 }
 
 }  // namespace
@@ -106,9 +82,8 @@ std::vector<Suggestion> ReadSuggestions(const std::string& kind, const std::stri
 }
 
 std::string SuggestPage(const std::string& programFolder, const std::vector<Suggestion>& suggestions) {
-  std::string page = BuildPageFrame("HEADER", "YELLOW") + base::Replace(kScript, "\n", "\r\n") +
-                     ParchmentBody(programFolder) + "<p>" + HiddenPictures(programFolder) +
-                     "<font face='Arial' size='4' style='line-height:150%;'>";
+  std::string page = BuildPageFrame("HEADER", "YELLOW") + ParchmentBody(programFolder) + "<p>" +
+                     HiddenPictures(programFolder) + "<font face='Arial' size='4' style='line-height:150%;'>";
   int number = 0;
   for (const auto& suggestion : suggestions) page += Row(++number, suggestion);
   return page + OkButton(programFolder) + "</p>" + BuildPageFrame("FOOTER", "");

@@ -2,6 +2,7 @@
 
 #include "base/cp950.h"
 #include "base/day.h"
+#include "base/html.h"
 #include "base/text.h"
 #include "core/program.h"
 #include "platform/http.h"
@@ -74,19 +75,13 @@ bool AllocateWebEngine(Program& program) {
 }
 
 void PostDecodeForm(Program& program, const std::string& code) {
-  const auto& app = program.app;
-  std::string page;
-  for (const auto& line :
-       {std::string("<html>"), std::string("<head>"),
-        std::string("<meta http-equiv='Content-Language' content='zh-tw'>"),
-        std::string("<meta http-equiv='Content-Type' content='text/html; charset=big5'>"),
-        std::string("<title></title>"), std::string("</head>"), std::string("<body>"),
-        "<form name='frmPost' method='POST' action='" + app.gServerUrlRoot + "p_decode.asp'>",
-        std::string("<input type='HIDDEN' name='key' value='zorbelquinter'>"),
-        "<input type='HIDDEN' name='pno' value='" + app.gAccountNo + "'>",
-        "<input type='HIDDEN' name='code' value='" + code + "'>", std::string("</body>"),
-        std::string("</html>")}) {
-    page += line + "\r\n";
-  }
-  program.hall.frmBrowser->GoPostPage(page, 2);
+  const base::Html page = base::Fill(
+      "<html>\r\n<head>\r\n<meta http-equiv='Content-Language' content='zh-tw'>\r\n"
+      "<meta http-equiv='Content-Type' content='text/html; charset=big5'>\r\n<title></title>\r\n</head>\r\n"
+      "<body>\r\n<form name='frmPost' method='POST' action='{}p_decode.asp'>\r\n"
+      "<input type='HIDDEN' name='key' value='zorbelquinter'>\r\n"
+      "<input type='HIDDEN' name='pno' value='{}'>\r\n<input type='HIDDEN' name='code' value='{}'>\r\n"
+      "</body>\r\n</html>\r\n",
+      program.app.gServerUrlRoot, program.app.gAccountNo, code);
+  program.hall.frmBrowser->GoPostPage(page.Markup(), 2);
 }

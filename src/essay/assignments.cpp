@@ -6,6 +6,7 @@
 #include "core/program.h"
 #include "core/server_access.h"
 #include "protocol/pages.h"
+#include "protocol/record_form.h"
 
 namespace {
 
@@ -17,7 +18,8 @@ std::optional<Assignment> AssignmentFrom(const std::string& record) {
   const auto fields = base::Split(record, "#");
   if (fields.size() < kFieldsAtLeast || fields[0].empty()) return std::nullopt;
   const auto field = [&](std::size_t at) { return at < fields.size() ? fields[at] : std::string(); };
-  return Assignment{field(0), field(1) == "Y", field(2), field(3), field(4), field(5) == "Y"};
+  return Assignment{
+      protocol::CleanRecordId(field(0)), field(1) == "Y", field(2), field(3), field(4), field(5) == "Y"};
 }
 
 }  // namespace

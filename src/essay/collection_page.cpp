@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include "base/day.h"
+#include "base/html.h"
 #include "base/text.h"
 #include "essay/topic_parts.h"
 #include "views/check_list.h"
@@ -24,10 +25,9 @@ constexpr const char* kOpen = R"html(<table width='100%' border='0'>
 )html";
 constexpr const char* kActionHead = "<td width='20%' colspan='2'></td>\n";
 
-// The hidden field's value stands without quotes, so that it keeps the first word only. Whoever wants the
-// essay reads the records by the id in the box.
+// The hidden field keeps the first word only. Whoever wants the essay reads the records by the id in the box.
 constexpr const char* kRow =
-    "<input type='HIDDEN' name='rec{0}' id='rec{0}' value={1}>\n"
+    "<input type='HIDDEN' name='rec{0}' id='rec{0}' value='{1}'>\n"
     "<tr style='font-size:14px; color:#FFFFFF'>\n"
     "<td valign='top' align='center'><input type='checkbox' name='{2}' id='{2}' value='{3}' "
     "style='margin-top:6px;'></td>\n"
@@ -43,25 +43,31 @@ constexpr const char* kBroken = "<font style='font-size:13px;color:#FF6600;'>中
 constexpr const char* kComplete = "<font style='font-size:13px;color:#808080;'>正常</font>";
 
 std::string Action(const EssayCollection& collection, const EssayRow& essay) {
-  const std::string workId = Quoted(essay.workId);
+  const std::string workId = base::Escaped(essay.workId);
   if (essay.finalSet == "Y") {
     constexpr const char* kHint = "點一下可查看是否有教師批閱內容";
     return Image(collection.imageRoot, "mrv_icon_check.gif") +
            "&nbsp;<font color='#00FF00'>已交卷</font><br>" +
-           Link("cmd:res:" + workId, "查看老師批閱", kCyan, fmt::format("{0}' alt='{0}", kHint));
+           Link("cmd:res:" + workId, "查看老師批閱", kCyan, fmt::format(" title='{0}' alt='{0}'", kHint));
   }
   if (essay.finalSet == "A" || collection.isHandedIn) return "<font style='color:#808080;'>---</font>";
-  return Link("cmd:snd:" + Quoted(essay.essayId) + "@" + workId,
+  return Link("cmd:snd:" + base::Escaped(essay.essayId) + "@" + workId,
               Image(collection.imageRoot, "mrv_icon_finalset.gif") + "&nbsp;交卷?", kCyan);
+}
+
+std::string FirstWord(const std::string& text) {
+  constexpr const char* kBlanks = " \t\r\n\f";
+  const auto begin = text.find_first_not_of(kBlanks);
+  return begin == std::string::npos ? "" : text.substr(begin, text.find_first_of(kBlanks, begin) - begin);
 }
 
 std::string Row(const EssayCollection& collection, int number, const CollectedEssay& row, int columns) {
   const EssayRow& essay = row.essay;
-  const std::string id = Quoted(essay.essayId);
+  const std::string id = base::Escaped(essay.essayId);
   return fmt::format(
-      fmt::runtime(kRow), number, HtmlText(PlainApostrophes(essay.newEssay)), CheckBoxId(number), id,
-      Link("cmd:show:" + id, HtmlText(PlainApostrophes(essay.quiz))), base::ShownDay(essay.sDate),
-      MistakesCell(row.mistakes), essay.finalSet == "A" ? kBroken : kComplete,
+      fmt::runtime(kRow), number, base::Escaped(FirstWord(PlainApostrophes(essay.newEssay))),
+      CheckBoxId(number), id, Link("cmd:show:" + id, base::Escaped(PlainApostrophes(essay.quiz))),
+      base::ShownDay(essay.sDate), MistakesCell(row.mistakes), essay.finalSet == "A" ? kBroken : kComplete,
       collection.canHandIn ? fmt::format(fmt::runtime(kActionCell), Action(collection, essay)) : "", columns);
 }
 

@@ -1,5 +1,6 @@
 #include "essay/comparison.h"
 
+#include "base/html.h"
 #include "base/text.h"
 #include "essay/archive.h"
 #include "platform/machine.h"
@@ -12,7 +13,7 @@ std::string EssayComparePage(const std::string& text) {
          "<table width='100%' border='0'>"
          "<td width='100%' style='font-family: Cambria; font-size: 15px; color: #333333; font-weight:bold; "
          "line-height:150%;'>" +
-         base::Replace(text, "\r\n", "<br>") + "</td></table>" + BuildPageFrame("FOOTER", "");
+         base::Replace(base::Escaped(text), "\r\n", "<br>") + "</td></table>" + BuildPageFrame("FOOTER", "");
 }
 
 FrmEssayCompare::FrmEssayCompare(Program& program)

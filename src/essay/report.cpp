@@ -6,6 +6,7 @@
 #include <unordered_map>
 
 #include "base/digest.h"
+#include "base/html.h"
 #include "base/text.h"
 #include "essay/text_rules.h"
 #include "platform/run_time_error.h"
@@ -38,12 +39,8 @@ std::string KeyOf(const std::string& sentence) {
   return base::Replace(base::Replace(sentence, "*", ""), " ", "");
 }
 
-std::string Escaped(const std::string& text) {
-  return base::Replace(base::Replace(base::Replace(text, "&", "&amp;"), "<", "&lt;"), ">", "&gt;");
-}
-
 std::string Image(const EssayReport& report, const char* name, const std::string& attributes = "") {
-  return fmt::format("<img src='{}{}' border='0'{}>", report.imageRoot, name, attributes);
+  return fmt::format("<img src='{}{}' border='0'{}>", base::Escaped(report.imageRoot), name, attributes);
 }
 
 std::vector<Entry> FinishedEntries(const EssayReport& report) {
@@ -112,35 +109,30 @@ Attempts AttemptsAt(const EssayReport& report, const std::string& essaySId) {
   return attempts;
 }
 
-constexpr const char* kUnderlineOnHover =
-    R"( onmouseover="javascript:this.style.textDecoration='none';")"
-    R"( onmouseout="javascript:this.style.textDecoration='underline';")";
-
 std::string RightSentence(const Entry& entry, const std::string& sentence) {
   return fmt::format("<span style='color:{};font-weight:bold;'>{}</span>\r\n",
-                     entry.colour == kUndecided ? kRight : entry.colour, Escaped(sentence));
+                     entry.colour == kUndecided ? kRight : entry.colour, base::Escaped(sentence));
 }
 
 std::string WarnedSentence(const EssayReport& report, const Entry& entry, const std::string& sentence) {
   return fmt::format(
-      "<span style='color:{};font-weight:bold;text-decoration: underline;cursor:pointer;' "
-      " title ='需注意句子，點一下可查看詳細批改內容' {}"
-      R"( onclick="javascript:location.href='cmd:show:{}';")"
+      "<span class='plain' style='color:{};font-weight:bold;text-decoration: underline;cursor:pointer;' "
+      " title ='需注意句子，點一下可查看詳細批改內容'  data-go='cmd:show:{}'"
       " alt='查看詳細分析結果' title='查看詳細分析結果'>{}{}</span>\r\n",
-      entry.colour == kUndecided ? kWarned : entry.colour, kUnderlineOnHover, base::SlotMd5(KeyOf(sentence)),
-      Escaped(sentence), Image(report, "ico_mrv_ext.gif"));
+      entry.colour == kUndecided ? kWarned : entry.colour, base::SlotMd5(KeyOf(sentence)),
+      base::Escaped(sentence), Image(report, "ico_mrv_ext.gif"));
 }
 
 std::string ToggleOnClick(const Entry& entry) {
-  return fmt::format(R"( onclick="javascript:ShowErrDiv('err{}');")", entry.essaySId);
+  return fmt::format(" data-toggle='err{}'", base::Escaped(entry.essaySId));
 }
 
 std::string FaultySentence(const EssayReport& report, const Entry& entry, const std::string& sentence,
                            std::size_t attempts, const std::string& note) {
   return fmt::format(
-      "<span style='color:{};font-weight:bold;text-decoration: underline;cursor:pointer;' "
-      " title ='修正過{}次，{}點一下可查看詳細批改內容' {}{}>{}{}</span>\r\n",
-      entry.colour, attempts, note, kUnderlineOnHover, ToggleOnClick(entry), Escaped(sentence),
+      "<span class='plain' style='color:{};font-weight:bold;text-decoration: underline;cursor:pointer;' "
+      " title ='修正過{}次，{}點一下可查看詳細批改內容' {}>{}{}</span>\r\n",
+      entry.colour, attempts, note, ToggleOnClick(entry), base::Escaped(sentence),
       Image(report, "ico_mrv_err.gif"));
 }
 
@@ -162,7 +154,7 @@ std::string Outline(const EssayReport& report, const std::string& errcode) {
   if (outline.empty()) return "";
   return "<ul style='line-height:100%; margin-top:5px; margin-bottom:5px;'>"
          "<font style='font-family: Arial; font-size: 13px; color: #008000;'>" +
-         outline + "\r\n</font></ul>";
+         base::Escaped(outline) + "\r\n</font></ul>";
 }
 
 std::string AttemptItem(const EssayReport& report, const ErrSentence& attempt, int number) {
@@ -171,12 +163,10 @@ std::string AttemptItem(const EssayReport& report, const ErrSentence& attempt, i
       "<li style='line-height:100%; margin-top:10px; margin-bottom:5px;'>"
       "<font style='font-family: Arial; font-size: 13px; color: #000000;'>第{}次錯誤：\r\n</font>"
       "<a href='cmd:show:{}' alt='查看詳細分析結果' title='查看詳細分析結果'>\r\n"
-      "<font style='font-family: Cambria; font-size: 14px; font-weight:bold; color: #FF0000;' "
-      R"( onmouseover="javascript:this.style.color='#0000FF';")"
-      R"( onmouseout="javascript:this.style.color='#FF0000';" >)"
+      "<font class='blue' style='font-family: Cambria; font-size: 14px; font-weight:bold; color: #FF0000;' >"
       "\r\n{}{}\r\n</font>\r\n</a>\r\n{}</li>",
-      number, base::SlotMd5(base::Replace(text, " ", "")), Escaped(text), Image(report, "ico_mrv_hint.gif"),
-      Outline(report, attempt.errcode));
+      number, base::SlotMd5(base::Replace(text, " ", "")), base::Escaped(text),
+      Image(report, "ico_mrv_hint.gif"), Outline(report, attempt.errcode));
 }
 
 std::string AttemptsBlock(const EssayReport& report, const Entry& entry, const Attempts& attempts,
@@ -185,7 +175,7 @@ std::string AttemptsBlock(const EssayReport& report, const Entry& entry, const A
       "<div align='left' id='err{}' style='width:95%; border: 1px solid #808080; background-color:#FFFFFF; "
       "margin-left:20px; margin-top:10px; margin-bottom:10px; padding:10px; display:none;'>"
       "<font style='font-size:15px;color:#FF0000;'>",
-      entry.essaySId);
+      base::Escaped(entry.essaySId));
   if (!note.empty()) block += Image(report, "mrv_icon_warning.gif") + "&nbsp;" + note;
   block += "</font>" + CloseIcon(report, entry, "ico_mrv_close.gif", -10) + "\r\n";
   int number = 0;
@@ -220,15 +210,7 @@ std::string WriteEntry(const EssayReport& report, const Entry& entry) {
 }
 
 std::string Head() {
-  std::string script;
-  for (const char* line :
-       {"<script>", "function ShowErrDiv(pId)", "{",
-        "   if (document.getElementById(pId).style.display=='block')", "   {",
-        "       document.getElementById(pId).style.display='none';", "   }", "   else", "   {",
-        "       document.getElementById(pId).style.display='block';", "   }", "}", "</script>"}) {
-    script.append(line).append("\r\n");
-  }
-  return BuildPageFrame("HEADER", "#FFFFCC") + script +
+  return BuildPageFrame("HEADER", "#FFFFCC") + PageActions() +
          "<body scroll='auto'>"
          "<table width='100%' border='0'>"
          "<td width='100%' style='font-family: Cambria; font-size: 15px; color: #000000; line-height:150%;'>";

@@ -16,6 +16,6 @@ struct EssayReport {
   std::function<std::string(const std::string& errcode)> outlineOf;  ///< "" for an unknown code
 };
 
-/// The page. Its links are "cmd:show:" and the checksum of an archived engine page; its script opens and
-/// closes the lists of wrong attempts. Throws RunTimeError for more than 1000 sentences.
+/// The page. Its links are "cmd:show:" and the checksum of an archived engine page; a click on a
+/// sentence opens and closes its list of wrong attempts. Throws RunTimeError for more than 1000 sentences.
 std::string BuildEssayReport(const EssayReport& report);

@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include "base/day.h"
+#include "base/html.h"
 #include "base/text.h"
 #include "essay/topic_parts.h"
 #include "views/page_frame.h"
@@ -61,36 +62,36 @@ std::string PracticeCells(const Practice& practice, const std::string& countLink
 
 std::string AssignedStatus(const std::string& images, const AssignedTopic& topic) {
   const auto& work = topic.assignment;
-  const std::string id = Quoted(work.workId);
+  const std::string id = base::Escaped(work.workId);
   if (!work.isHandedIn) {
     std::string status = Image(images, "mrv_icon_warning.gif") + "&nbsp;<font color='#CCCC00'>未交卷</font>";
     if (!topic.practice.essays.empty()) status += "<br>" + Link("cmd:col:" + id, "選取交卷?", kCyan);
     return status;
   }
   return Image(images, "mrv_icon_check.gif") + "&nbsp;<font color='#00FF00'>已交卷</font><br>" +
-         (work.isMarked ? Link("cmd:res:" + id, "查看教師批閱", kCyan, "點一下可查看教師批閱內容")
+         (work.isMarked ? Link("cmd:res:" + id, "查看教師批閱", kCyan, " title='點一下可查看教師批閱內容'")
                         : Colored(kGrey, "教師尚未批閱"));
 }
 
 std::string AssignedRow(const std::string& images, const AssignedTopic& topic) {
   const auto& work = topic.assignment;
   const std::string command = work.isHandedIn ? "cmd:res:" : "cmd:wid:";
-  std::string title =
-      Link(command + Quoted(work.workId), HtmlText(work.title.empty() ? work.workId : work.title));
+  std::string title = Link(command + base::Escaped(work.workId),
+                           base::Escaped(work.title.empty() ? work.workId : work.title));
   std::string bell;
   if (!work.changedOn.empty() && !topic.practice.essays.empty() && !work.isHandedIn) {
-    const std::string notice = "請注意！<br />教師在 " + Quoted(work.changedOn) + " 修改過題目內容";
+    const std::string notice = "請注意！<br />教師在 " + base::Escaped(work.changedOn) + " 修改過題目內容";
     bell = Image(images, "ico_bell.gif", fmt::format(" alt='{0}' title='{0}'", notice));
     title += "<br>" + Colored("#99FF66", notice);
   }
   return fmt::format(fmt::runtime(kOpenRow), bell, title) + PracticeCells(topic.practice, "") +
-         Cell(HtmlText(work.deadline)) + Cell(AssignedStatus(images, topic)) + "</tr>\n" +
+         Cell(base::Escaped(work.deadline)) + Cell(AssignedStatus(images, topic)) + "</tr>\n" +
          ResultsRow(images, work.workId, topic.practice, 7) + fmt::format(fmt::runtime(kSeparator), 7);
 }
 
 std::string OwnRow(const std::string& images, const OwnTopic& topic) {
-  const std::string id = Quoted(topic.workId);
-  return fmt::format(fmt::runtime(kOpenRow), "", Link("cmd:wid:" + id, HtmlText(topic.title))) +
+  const std::string id = base::Escaped(topic.workId);
+  return fmt::format(fmt::runtime(kOpenRow), "", Link("cmd:wid:" + id, base::Escaped(topic.title))) +
          PracticeCells(topic.practice, "cmd:col:" + id) +
          Cell(topic.isBroken ? "<font color='#CCCC00'>中斷</font>"
                              : "<font color='#CCCCCC'>正常完成</font>") +
@@ -114,8 +115,8 @@ std::string HelpSign(const std::string& images) { return Image(images, "icon_obj
 }  // namespace
 
 std::string AssignedWorkPage(const std::string& imageRoot, const std::vector<AssignedTopic>& topics) {
-  std::string page = OpenPage(imageRoot) + TabStrip(imageRoot, 1) +
-                     fmt::format(fmt::runtime(kOpenAssigned), HelpSign(imageRoot));
+  std::string page =
+      OpenPage() + TabStrip(imageRoot, 1) + fmt::format(fmt::runtime(kOpenAssigned), HelpSign(imageRoot));
   bool hasOpenWork = false;
   for (const auto& topic : topics) {
     page += AssignedRow(imageRoot, topic);
@@ -126,7 +127,7 @@ std::string AssignedWorkPage(const std::string& imageRoot, const std::vector<Ass
 }
 
 std::string OwnTopicsPage(const std::string& imageRoot, bool hasTabs, const std::vector<OwnTopic>& topics) {
-  std::string page = OpenPage(imageRoot) + (hasTabs ? TabStrip(imageRoot, 2) : "") +
+  std::string page = OpenPage() + (hasTabs ? TabStrip(imageRoot, 2) : "") +
                      fmt::format(fmt::runtime(kOpenOwn), HelpSign(imageRoot));
   for (const auto& topic : topics) page += OwnRow(imageRoot, topic);
   if (topics.empty()) page += Note(kNoOwnTopic, 6);

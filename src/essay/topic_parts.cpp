@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include "base/day.h"
+#include "base/html.h"
 #include "base/text.h"
 #include "essay/topic_pages.h"
 #include "views/page_frame.h"
@@ -10,47 +11,8 @@
 namespace topic_parts {
 namespace {
 
-constexpr const char* kScript = R"html(<script>
-function ShowHideSysResultBlock(pId)
-{
-   var block = document.getElementById('sysResBlock' + pId);
-   var image = document.getElementById('exp' + pId);
-   if (block.style.display=='none')
-   {
-       block.style.display='inline';
-       image.src='{0}ico_tree_0.gif';
-   }
-   else
-   {
-       block.style.display='none';
-       image.src='{0}ico_tree_1.gif';
-   }
-}
-function checkAllDel(pId,pCounts)
-{
-   for (var i=1; i<=pCounts; i++)
-   {
-       var box = document.getElementById('chkdel_' + pId + '_' + i);
-       box.checked = !box.checked;
-   }
-}
-function selectAllDel(pId,pCounts)
-{
-   var list = '';
-   for (var i=1; i<=pCounts; i++)
-   {
-       var box = document.getElementById('chkdel_' + pId + '_' + i);
-       if (box.checked) list += box.value + '|';
-   }
-   document.location.href='cmd:del:' + list;
-}
-</script>
-)html";
-
 constexpr const char* kBody =
-    "<body scroll='auto' topmargin='0' leftmargin='0' rightmargin='0' bottommargin='0'  "
-    "ONDRAGSTART='window.event.returnValue=false' ONCONTEXTMENU='window.event.returnValue=false' "
-    "onSelectStart='event.returnValue=false'>\n";
+    "<body data-quiet scroll='auto' topmargin='0' leftmargin='0' rightmargin='0' bottommargin='0'>\n";
 
 constexpr const char* kTabs =
     R"html(<table width='720' align='center' border='0' cellspacing='0' cellpadding='0'>
@@ -67,8 +29,8 @@ constexpr const char* kTab =
 constexpr const char* kResults = R"html(<tr><td></td><td colspan='{0}' align='left'>
 {1}<br>
 <table id='sysResBlock{2}' border='0' style='display:none;'>
-<tr><td style='font-size:13px; color:#CCCCCC;'><input type='checkbox' name='chkdelall' title='全選' onclick="javascript:checkAllDel('{3}',{4});">&nbsp;全選&nbsp;{5}</td></tr>
-{6}</table>
+<tr><td style='font-size:13px; color:#CCCCCC;'><input type='checkbox' name='chkdelall' title='全選' data-invert>&nbsp;全選&nbsp;{3}</td></tr>
+{4}</table>
 </td></tr>
 )html";
 
@@ -83,34 +45,26 @@ constexpr const char* kResultText =
 std::string Result(const std::string& workId, int number, const EssayRow& essay) {
   const bool isHandedIn = essay.finalSet == "Y";
   const std::string text = fmt::format(kResultText, number, base::FormatDateUnpadded(essay.sDate, "-"));
-  const std::string id = Quoted(essay.essayId);
+  const std::string id = base::Escaped(essay.essayId);
   std::string link = Link("cmd:show:" + id, text, kCyan);
   if (isHandedIn) link += "<font style='font-size:11px; color:#00FF00;'>《交卷》</font>";
   return fmt::format(kResult, workId, number, isHandedIn ? "" : id,
                      isHandedIn ? " style='visibility:hidden;'" : "", link);
 }
 
-// A text within quotes of a script that stands in an attribute.
-std::string Scripted(const std::string& text) {
-  return HtmlText(base::Replace(base::Replace(text, "\\", "\\\\"), "'", "\\'"));
-}
-
 }  // namespace
 
-std::string Quoted(std::string_view text) { return base::Replace(HtmlText(text), "'", "&#39;"); }
-
 std::string Link(const std::string& href, const std::string& html, const std::string& color,
-                 const std::string& title) {
-  const std::string titled = title.empty() ? "" : " title='" + title + "'";
+                 const std::string& attributes) {
   return fmt::format(
-      "<a style='text-decoration: none;' href=\"{0}\"{1}><font style='font-size:14px; color:{2};' "
-      "onmouseover=\"javascript:this.style.color='#FFFF00';\" "
-      "onmouseout=\"javascript:this.style.color='{2}';\">{3}</font></a>",
-      href, titled, color, html);
+      "<a style='text-decoration: none;' href=\"{}\"{}><font class='hot' style='font-size:14px; color:{};'>{}"
+      "</font></a>",
+      href, attributes, color, html);
 }
 
 std::string Image(const std::string& imageRoot, const std::string& name, const std::string& attributes) {
-  return fmt::format("<img src='{}{}' border='0' align='absmiddle'{}>", imageRoot, name, attributes);
+  return fmt::format("<img src='{}{}' border='0' align='absmiddle'{}>", base::Escaped(imageRoot), name,
+                     attributes);
 }
 
 std::string Colored(const std::string& color, const std::string& html) {
@@ -121,35 +75,32 @@ std::string MistakesCell(int mistakes) {
   return Colored(mistakes > 0 ? "#FFFF00" : kGrey, std::to_string(mistakes));
 }
 
-std::string OpenPage(const std::string& imageRoot) {
-  return BuildPageFrame("HEADER", "") + base::Replace(kScript, "{0}", imageRoot) + kBody;
-}
+std::string OpenPage() { return BuildPageFrame("HEADER", "") + PageActions() + kBody; }
 
 std::string TabStrip(const std::string& imageRoot, int active) {
   const auto tab = [&](int number, const char* name) {
-    return fmt::format(fmt::runtime(kTab), imageRoot, number, number == active ? "#FFFF00" : "#CCCCCC", name);
+    return fmt::format(fmt::runtime(kTab), base::Escaped(imageRoot), number,
+                       number == active ? "#FFFF00" : "#CCCCCC", name);
   };
-  return fmt::format(fmt::runtime(kTabs), tab(1, "指定作業"), tab(2, "自定題目"), imageRoot);
+  return fmt::format(fmt::runtime(kTabs), tab(1, "指定作業"), tab(2, "自定題目"), base::Escaped(imageRoot));
 }
 
 std::string ResultsRow(const std::string& imageRoot, const std::string& workId, const Practice& practice,
                        int columns) {
   const auto count = practice.essays.size();
   if (count == 0) return "";
-  const std::string id = Quoted(workId);
+  const std::string id = base::Escaped(workId);
   std::string rows;
   for (std::size_t i = 0; i < count; ++i) rows += Result(id, static_cast<int>(i) + 1, practice.essays[i]);
-  const std::string scriptId = Scripted(workId);
-  const std::string opener = Link(
-      fmt::format("javascript:ShowHideSysResultBlock('{}');", scriptId),
-      Image(imageRoot, "ico_tree_1.gif", " id='exp" + id + "'") + "&nbsp;查看各次練習的系統檢查結果", kCyan);
+  const std::string picture =
+      Image(imageRoot, "ico_tree_1.gif",
+            fmt::format(" id='exp{}' data-flip='{}ico_tree_0.gif'", id, base::Escaped(imageRoot)));
+  const std::string opener = Link("#", picture + "&nbsp;查看各次練習的系統檢查結果", kCyan,
+                                  fmt::format(" data-toggle='sysResBlock{}'", id));
   const std::string remover =
       Image(imageRoot, "ico_del.gif",
-            fmt::format(" style='cursor:pointer;' alt='刪除' title='刪除所選的記錄' tabindex='0' "
-                        "onkeydown=\"if (event.key=='Enter') this.click();\" "
-                        "onclick=\"javascript:selectAllDel('{}',{});\"",
-                        scriptId, count));
-  return fmt::format(fmt::runtime(kResults), columns - 1, opener, id, scriptId, count, remover, rows);
+            " style='cursor:pointer;' alt='刪除' title='刪除所選的記錄' tabindex='0' data-delete");
+  return fmt::format(fmt::runtime(kResults), columns - 1, opener, id, remover, rows);
 }
 
 }  // namespace topic_parts

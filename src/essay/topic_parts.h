@@ -2,7 +2,6 @@
 #pragma once
 
 #include <string>
-#include <string_view>
 
 struct Practice;
 
@@ -12,19 +11,18 @@ inline constexpr const char* kWhite = "#FFFFFF";
 inline constexpr const char* kCyan = "#00FFFF";
 inline constexpr const char* kGrey = "#808080";
 
-/// A text within an attribute in single quotes.
-std::string Quoted(std::string_view text);
 /// A link that turns yellow under the mouse.
 /// @param html what it shows, ready for the page
+/// @param attributes further ones, each after a blank
 std::string Link(const std::string& href, const std::string& html, const std::string& color = kWhite,
-                 const std::string& title = "");
+                 const std::string& attributes = "");
 std::string Image(const std::string& imageRoot, const std::string& name, const std::string& attributes = "");
 std::string Colored(const std::string& color, const std::string& html);
 /// Number of mistakes, yellow when there are any.
 std::string MistakesCell(int mistakes);
 
-/// From the header to the opened body, with the script of the blocks of results.
-std::string OpenPage(const std::string& imageRoot);
+/// From the header to the opened body.
+std::string OpenPage();
 /// The strip of two tabs.
 /// @param active 1 or 2
 std::string TabStrip(const std::string& imageRoot, int active);

@@ -1,5 +1,17 @@
 #include "platform/web_browser.h"
 
+#include <fmt/format.h>
+
+#include <random>
+
+const std::string& PageNonce() {
+  static const std::string nonce = [] {
+    std::random_device random;
+    return fmt::format("{:08x}{:08x}{:08x}{:08x}", random(), random(), random(), random());
+  }();
+  return nonce;
+}
+
 void WebBrowser::Navigate(const std::string& url) {
   page_.clear();
   inputValues.clear();

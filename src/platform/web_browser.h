@@ -9,6 +9,10 @@
 
 class WebBrowser;
 
+/// What marks the scripts of written pages as the program's own: random, and another one in each run. No
+/// other script runs in a written page.
+const std::string& PageNonce();
+
 /// Whoever really shows the pages of a browser control. Addresses and pages are UTF-8.
 class WebRenderer {
  public:

@@ -26,7 +26,6 @@ WebPane* BrowserView::Pane() {
 }
 
 void BrowserView::HearEvents(WebPane& pane) {
-  pane.mayCommand = form_.Windows().MayCommand();
   pane.events.beforeNavigate = [this](const QString& url) { return MayNavigate(Utf8(url)); };
   pane.events.command = [this](const QString& url) { RunCommand(Utf8(url)); };
   pane.events.documentComplete = [this](const QString& url) {

@@ -63,6 +63,12 @@ void QtWindows::Retire(std::unique_ptr<FormView> view) {
   loop_.Retire(std::move(view));
 }
 
+std::unique_ptr<WebPane> QtWindows::MakeWebPane() {
+  auto pane = web_.MakePane();
+  pane->rights = options_.webRights;
+  return pane;
+}
+
 FormView* QtWindows::Find(const Form& form) const {
   const auto found = views_.find(&form);
   return found == views_.end() ? nullptr : found->second.get();

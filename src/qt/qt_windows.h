@@ -20,8 +20,7 @@ class QtWindows : public QObject, public WindowSystem {
   struct Options {
     QString uiFolder;    ///< with the .ui files, skin/ and skin/marovane.qss
     QString webLibrary;  ///< path of the library with the web engine
-    /// Tells by its address whether the page of a server may use cmd: and rem: links.
-    std::function<bool(const QString& url)> mayCommand = [](const QString&) { return false; };
+    WebRights webRights;
     /// The user has come back from another program without pointing at a certain window.
     std::function<void()> onActivated = {};
   };
@@ -48,8 +47,7 @@ class QtWindows : public QObject, public WindowSystem {
   QtLoop& Loop() const { return loop_; }
   Skin& Pictures() { return skin_; }
   const QString& UiFolder() const { return options_.uiFolder; }
-  const std::function<bool(const QString&)>& MayCommand() const { return options_.mayCommand; }
-  std::unique_ptr<WebPane> MakeWebPane() { return web_.MakePane(); }
+  std::unique_ptr<WebPane> MakeWebPane();
   bool HasWebEngine() const { return web_.IsLoaded(); }
   /// The view of an open form, nullptr for one that is not open.
   FormView* Find(const Form& form) const;

@@ -13,6 +13,17 @@ struct PageInputs {
   QMap<QString, bool> checked;
 };
 
+/// What pages may do.
+struct WebRights {
+  QString nonce;          ///< of the scripts that run in written pages
+  QString pictureFolder;  ///< the only files that written pages see, and these as pictures
+  /// Address of the own server, whose pictures written pages show, and to which their forms go. They reach
+  /// no other host.
+  std::function<QString()> ownServer = [] { return QString(); };
+  /// Says by its address whether a page of a server may give commands. Written pages always may.
+  std::function<bool(const QString& url)> mayCommand = [](const QString&) { return false; };
+};
+
 /// One view of web pages. Deleting it deletes its widget and frees its page.
 class WebPane {
  public:
@@ -38,8 +49,7 @@ class WebPane {
     std::function<void(const QString& title)> title;
   };
   Events events;
-  /// Tells by its address whether a page of a server may give commands. Written pages always may.
-  std::function<bool(const QString& url)> mayCommand;
+  WebRights rights;  ///< set like the events
 };
 
 /// The address under which written pages stand. An outside page cannot have it.

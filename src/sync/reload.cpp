@@ -13,6 +13,7 @@
 #include "platform/run_time_error.h"
 #include "protocol/form.h"
 #include "protocol/pages.h"
+#include "protocol/record_form.h"
 #include "records/record_db.h"
 #include "sync/requests.h"
 
@@ -107,14 +108,32 @@ void Reload::Log(const Stream& stream, const std::string& reply) {
   WriteLog(program_.machine.files, TraceFolder(environment), text, isFresh);
 }
 
+// Whatever the server has, ids and flags here have their forms.
 std::vector<std::string> Reload::RowOf(const Stream& stream, const std::vector<std::string>& fields) {
+  using namespace protocol;
   switch (stream.table) {
     case RecordTable::kOkSentence:
-      return {NextId(), "N", fields[1], StoredDay(fields[2]), "Y", fields[3], fields[4], fields[5]};
+      return {NextId(),
+              "N",
+              fields[1],
+              StoredDay(fields[2]),
+              "Y",
+              CleanRecordId(fields[3]),
+              CleanRecordId(fields[4]),
+              CleanFlag(fields[5], kPageFlags)};
     case RecordTable::kErrSentence:
-      return {NextId(), fields[1], fields[0], StoredDay(fields[2]), "Y", fields[3], fields[4], fields[5]};
+      return {NextId(),
+              fields[1],
+              fields[0],
+              StoredDay(fields[2]),
+              "Y",
+              CleanRecordId(fields[3]),
+              CleanRecordId(fields[4]),
+              CleanFlag(fields[5], kPageFlags)};
     default:
-      return {fields[1], fields[2], fields[4], fields[5], fields[6], "Y", fields[3], StoredDay(fields[0])};
+      return {
+          CleanRecordId(fields[1]),           CleanRecordId(fields[2]), fields[4], fields[5], fields[6], "Y",
+          CleanFlag(fields[3], kEssayStates), StoredDay(fields[0])};
   }
 }
 

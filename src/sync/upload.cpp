@@ -15,6 +15,7 @@
 #include "protocol/form.h"
 #include "protocol/headers.h"
 #include "protocol/pages.h"
+#include "protocol/record_form.h"
 #include "sync/requests.h"
 
 namespace {
@@ -41,8 +42,8 @@ void AddRow(std::string& body, const PendingRow& row, std::size_t number) {
   protocol::AddBrowserField(body, "err" + n, base::Trim(row.err));
   protocol::AddBrowserField(body, "s" + n, base::Trim(row.text));
   protocol::AddBrowserField(body, "d" + n, base::ShownDay(base::Trim(row.sDate)));
-  protocol::AddBrowserField(body, "es" + n, base::Trim(row.essayId));
-  protocol::AddBrowserField(body, "ess" + n, base::Trim(row.subId));
+  protocol::AddBrowserField(body, "es" + n, protocol::CleanRecordId(row.essayId));
+  protocol::AddBrowserField(body, "ess" + n, protocol::CleanRecordId(row.subId));
   protocol::AddBrowserField(body, "ht" + n, LastField(row));
 }
 

@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "base/day.h"
+#include "base/html.h"
 #include "core/text_utility.h"
 #include "views/page_frame.h"
 
@@ -71,7 +72,7 @@ void PutPoint(std::string& page, const PracticeDay& week, double x, double y) {
 
 void PutError(std::string& page, const FrequentError& error, double y, double unit) {
   constexpr double kBarHeight = 8;
-  Put(page, "<text class='outline' x='0' y='{}'>{}</text>\n", y + 12, HtmlText(error.outline));
+  Put(page, "<text class='outline' x='0' y='{}'>{}</text>\n", y + 12, base::Escaped(error.outline));
   Put(page, "<rect x='0' y='{}' width='{:.1f}' height='{}' rx='3' fill='{}'/>\n", y + 18, error.count * unit,
       kBarHeight, kFaultyColor);
   Put(page, "<text x='{:.1f}' y='{}'>{}</text>\n", error.count * unit + 6, y + 26, FormatNumber(error.count));

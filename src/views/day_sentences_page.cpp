@@ -3,6 +3,7 @@
 #include <initializer_list>
 #include <string_view>
 
+#include "base/html.h"
 #include "base/text.h"
 #include "records/record_db.h"
 #include "views/page_frame.h"
@@ -21,12 +22,9 @@ constexpr std::string_view kOpenRow =
     ">\r\n<tr style='font-family: Arial; font-size: 15px; color: #FFCC00'>\r\n"
     "<td valign='top' height='30' width='10%' align='center'";
 constexpr std::string_view kOpenLink =
-    "><a style='text-decoration: none; color:#FFFFFF;' href='javascript:;' "
-    "ondblclick=\"javascript:document.getElementById('chk";
+    "><a style='text-decoration: none; color:#FFFFFF;' href='#' data-tick='chk";
 constexpr std::string_view kOpenText =
-    "').checked = true; document.location.href='cmd:passEngine';\">"
-    "<font style='color:#FFFFFF;' onmouseover=\"javascript:this.style.color='#FFFF00';\" "
-    "onmouseout=\"javascript:this.style.color='#FFFFFF';\">";
+    "' data-open='cmd:passEngine'><font class='hot' style='color:#FFFFFF;'>";
 
 // Plain pieces, for there may be very many rows.
 void Append(std::string& page, std::initializer_list<std::string_view> pieces) {
@@ -36,7 +34,7 @@ void Append(std::string& page, std::initializer_list<std::string_view> pieces) {
 void AppendRow(std::string& page, int row, const std::string& id, const std::string& sentence,
                const RowStyle& style) {
   const std::string n = std::to_string(row);
-  const std::string text = HtmlText(sentence);
+  const std::string text = base::Escaped(sentence);
   Append(page, {"<input type='HIDDEN' name='rec",
                 n,
                 "' id='rec",
@@ -52,7 +50,7 @@ void AppendRow(std::string& page, int row, const std::string& id, const std::str
                 "' id='chk",
                 n,
                 "' value='",
-                id,
+                base::Escaped(id),
                 "'></td>\r\n<td valign='top' height='30' width='90%' align='left'",
                 style.repeatedAlign,
                 kOpenLink,
@@ -67,7 +65,7 @@ void AppendRow(std::string& page, int row, const std::string& id, const std::str
 std::string ShownSentence(const ListedSentence& row) { return PlainApostrophes(base::Trim(row.sentence)); }
 
 std::string DaySentencesPage(const std::vector<ListedSentence>& ok, const std::vector<ListedSentence>& err) {
-  constexpr std::size_t kRowSize = 800;
+  constexpr std::size_t kRowSize = 600;
   std::string page;
   page.reserve((ok.size() + err.size() + 1) * kRowSize);
   page += BuildPageFrame("HEADER", "") + DarkBody() + "<table width='100%' border='0'>\r\n";

@@ -2,39 +2,18 @@
 
 #include <fmt/format.h>
 
+#include "base/html.h"
 #include "base/text.h"
 #include "core/text_utility.h"
 #include "views/page_frame.h"
 
 namespace {
 
-// Opens and closes branches, and marks the chosen row.
-constexpr const char* kScript = R"html(<script language='javascript'>
-var oldSelectTD = '';
-function show(pId, pDisplay) { document.getElementById(pId).style.display = pDisplay; }
-function paint(pId, pColor) { document.getElementById(pId).style.backgroundColor = pColor; }
-function extendArea(pCode) {
-  var thisCode = 'div' + pCode;
-  var thisImgOff = 'imgoff' + pCode;
-  var thisImgOn = 'imgon' + pCode;
-  var isOpen = document.getElementById(thisCode).style.display == 'inline';
-  show(thisCode, isOpen ? 'none' : 'inline');
-  show(thisImgOff, isOpen ? 'inline' : 'none');
-  show(thisImgOn, isOpen ? 'none' : 'inline');
-}
-function selectTD(pTDCode) {
-  if (oldSelectTD != '') paint(oldSelectTD, '#585858');
-  if (pTDCode != '') paint(pTDCode, '#000000');
-  oldSelectTD = pTDCode;
-}
-</script>
-)html";
-
 constexpr const char* kCategory =
-    R"html(<tr><td onclick="javascript:selectTD('');" align='left' colspan='2' width='100%'>
-<a style='text-decoration: none;' href="javascript:extendArea('{0}');" onclick="document.location.href='rem:clear';">
-<img id = 'imgoff{0}' src='file:///{1}/ui/folder-off.gif' border='0' style='display:inline;'>
-<img id = 'imgon{0}' src='file:///{1}/ui/folder-on.gif' border='0' style='display:none;'>
+    R"html(<tr><td data-mark='off' align='left' colspan='2' width='100%'>
+<a style='text-decoration: none;' href='rem:clear' data-toggle='div{0}'>
+<img id = 'imgoff{0}' src='file:///{1}/ui/folder-off.gif' border='0' style='display:inline;' data-flip>
+<img id = 'imgon{0}' src='file:///{1}/ui/folder-on.gif' border='0' style='display:none;' data-flip>
 <font style='font-family: Arial; font-size: 14px; color: #FFCC00'>{2}</font>
 &nbsp;&nbsp;&nbsp;&nbsp;<font style='font-family: Arial; font-size: 14px; color: #FFCC00'>{3}</font>
 </a>
@@ -46,8 +25,8 @@ constexpr const char* kCategory =
 
 constexpr const char* kCode = R"html(<tr>
 <td width='5%'></td>
-<td id='td_{0}' onclick="javascript:selectTD('td_{0}');" width='95%' align='left'>
-<a style='text-decoration: none;' href='javascript:;' ondblclick="document.location.href='cmd:errcode:{0}';" onclick="document.location.href='rem:errcode:{0}';">
+<td id='td_{0}' data-mark width='95%' align='left'>
+<a style='text-decoration: none;' href='rem:errcode:{0}' data-open='cmd:errcode:{0}'>
 <font style='font-family: Arial; font-size: 12px; color: #FFFFFF'>{1}</font>
 </a>
 &nbsp;&nbsp;&nbsp;&nbsp;<font style='font-family: Arial; font-size: 12px; color: #FFCC00'>{2}</font>
@@ -57,10 +36,11 @@ constexpr const char* kCode = R"html(<tr>
 
 void AppendCategory(std::string& page, const std::string& folder, const CountedCategory& entry) {
   const auto out = std::back_inserter(page);
-  fmt::format_to(out, fmt::runtime(kCategory), entry.category.id, folder, HtmlText(entry.category.name),
-                 FormatNumber(entry.count));
+  fmt::format_to(out, fmt::runtime(kCategory), base::Escaped(entry.category.id), base::Escaped(folder),
+                 base::Escaped(entry.category.name), FormatNumber(entry.count));
   for (const auto& [code, count] : entry.codes) {
-    fmt::format_to(out, fmt::runtime(kCode), code.errcode, HtmlText(code.outline), FormatNumber(count));
+    fmt::format_to(out, fmt::runtime(kCode), base::Escaped(code.errcode), base::Escaped(code.outline),
+                   FormatNumber(count));
   }
   page += "</table>\n</td></tr>\n";
 }
@@ -86,10 +66,9 @@ std::vector<CountedCategory> CountErrors(ErrListDb& errList, ErrorCounts& counts
 
 std::string ErrorStatisticsPage(const std::string& programFolder,
                                 const std::vector<CountedCategory>& categories) {
-  std::string tree = kScript;
   std::string body = "<div align='center'>\n<table border='0' width='99%' id='table1'>\n";
   for (const auto& category : categories) AppendCategory(body, programFolder, category);
   body += "</table>\n";
-  return BuildPageFrame("HEADER", "") + base::Replace(tree, "\n", "\r\n") + DarkBody() +
-         base::Replace(body, "\n", "\r\n") + BuildPageFrame("FOOTER", "");
+  return BuildPageFrame("HEADER", "") + DarkBody() + base::Replace(body, "\n", "\r\n") +
+         BuildPageFrame("FOOTER", "");
 }

@@ -8,12 +8,24 @@
 /// @param color of the header: "" dark, "YELLOW" parchment, another text is the background colour itself
 std::string BuildPageFrame(std::string_view part, std::string_view color);
 
-/// Opening tag of a page on parchment: a fixed background picture; dragging, selecting and the context menu
-/// are off.
+/// The script and the style of all pages, which stand before the body. A page has no script of its own:
+/// attributes of its elements say what they do.
+///   data-go="ADDRESS"    a click goes there
+///   data-open="ADDRESS"  a double click goes there; with data-tick="ID" it marks that box first
+///   data-pick="ID"       a click marks that option
+///   data-send            a click goes to "cmd:suggest:" and the value of the marked option
+///   data-toggle="ID"     a click opens or closes that element; what has data-flip in the clicked one opens
+///                        or closes with it, or changes its picture for the one that data-flip names
+///   data-mark            a click paints this cell; with the value "off" it only wipes the one before
+///   data-invert          a click inverts the boxes "chkdel_…" of its table
+///   data-delete          a click, or Enter, goes to "cmd:del:" and the values of those that are marked
+///   data-faces="ID"      under the mouse, away from it and pressed it is the picture ID 1, 0 or 2
+///   data-quiet           of a body: no dragging, no selecting, no context menu
+/// The classes "hot" and "blue" take that colour under the mouse, "plain" loses its line.
+const std::string& PageActions();
+
+/// Begins a page on parchment after its header: a fixed background picture, quiet.
 std::string ParchmentBody(const std::string& programFolder);
 
-/// Opening tag of a page on the dark ground, with the same things off.
+/// The same on the dark ground.
 std::string DarkBody();
-
-/// A text as it stands in a page, also within an attribute in double quotes.
-std::string HtmlText(std::string_view text);

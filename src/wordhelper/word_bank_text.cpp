@@ -1,6 +1,7 @@
 #include "wordhelper/word_bank_text.h"
 
 #include "base/cp950.h"
+#include "base/html.h"
 #include "base/text.h"
 #include "views/page_frame.h"
 
@@ -26,6 +27,6 @@ std::vector<std::string> ResultLines(std::string_view bytes) {
 std::string SynonymPage(const std::vector<std::string>& items, bool plainLines) {
   std::string page = BuildPageFrame("HEADER", "#FFFFFF") +
                      "<div style='font-family:Cambria; color:#333333; font-size:15px; line-height:200%;'>";
-  for (const auto& item : items) page += item + (plainLines ? "\r\n" : "<br />");
+  for (const auto& item : items) page += base::Escaped(item) + (plainLines ? "\r\n" : "<br />");
   return page + "</div>" + BuildPageFrame("FOOTER", "");
 }

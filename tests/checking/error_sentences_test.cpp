@@ -25,6 +25,7 @@ TEST(SentenceStyle, PartsBetweenStarsStandOut) {
       {"an *odd number", "an " + kMark + "odd number</span>"},
       {"他*去*。", "他" + kMark + "去</span>。"},
       {"", ""},
+      {"a *<b> & '*", "a " + kMark + "&lt;b&gt; &amp; &#39;</span>"},
   };
   for (const auto& c : kCases) EXPECT_EQ(GetSentenceStyle(c.sentence), Paragraph(c.inner)) << c.sentence;
 }

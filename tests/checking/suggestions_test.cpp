@@ -156,7 +156,7 @@ TEST_F(SuggestWindow, PickedSynonymStaysWithTheBrowser) {
   EXPECT_EQ(AskedLast(), "key=zorbelquinter&para=happy,SJ");
   EXPECT_FALSE(frmCollocation->Visible());
   ASSERT_EQ(fakes.frmBrowser.written.size(), 1U);
-  EXPECT_THAT(fakes.frmBrowser.written[0], HasSubstr("heavy rain >> 大雨\r\n</div>"))
+  EXPECT_THAT(fakes.frmBrowser.written[0], HasSubstr("heavy rain &gt;&gt; 大雨\r\n</div>"))
       << "lines close without a break";
 }
 

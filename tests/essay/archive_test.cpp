@@ -29,8 +29,8 @@ TEST_F(ArchiveTest, LetsAFailedPostGoUnnoticed) {
 
 TEST_F(ArchiveTest, ShowsTheOriginalBesideTheReport) {
   FrmEssayCompare& window = *composition.essay.frmEssayCompare;
-  window.ShowHtml("First.\r\nSecond <b>.");
-  EXPECT_THAT(window.webHtml.Page(), HasSubstr("line-height:150%;'>First.<br>Second <b>.</td>"));
+  window.ShowHtml("First.\r\nSecond '<b>.");
+  EXPECT_THAT(window.webHtml.Page(), HasSubstr("line-height:150%;'>First.<br>Second &#39;&lt;b&gt;.</td>"));
   window.ShowHtml("Other.");
   EXPECT_THAT(window.webHtml.Page(), AllOf(HasSubstr("Other."), ::testing::Not(HasSubstr("First."))));
   EXPECT_FALSE(window.webHtml.FollowLink("cmd:show: abc "));

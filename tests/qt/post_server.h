@@ -18,7 +18,8 @@ class PostServer {
 
   QString Root() const { return QString("http://127.0.0.1:%1/").arg(server_.serverPort()); }
 
-  /// The page that is answered with.
+  /// What is answered with.
+  QByteArray type = "text/html;charset=utf-8";
   QByteArray page = "<html><title>answer</title><body>ok</body></html>";
   /// Method and path of each request, and of posts the body.
   QList<QByteArray> requests;
@@ -32,8 +33,8 @@ class PostServer {
     if (headEnd < 0 || bytes.size() < headEnd + 4 + Length(bytes.left(headEnd))) return;
     requests << bytes.left(bytes.indexOf(" HTTP"));
     bodies << bytes.mid(headEnd + 4);
-    socket.write("HTTP/1.0 200 OK\r\nContent-Type: text/html;charset=utf-8\r\nContent-Length: " +
-                 QByteArray::number(page.size()) + "\r\n\r\n" + page);
+    socket.write("HTTP/1.0 200 OK\r\nContent-Type: " + type +
+                 "\r\nContent-Length: " + QByteArray::number(page.size()) + "\r\n\r\n" + page);
     socket.disconnectFromHost();
   }
 

@@ -5,6 +5,7 @@
 #include "base/sqlite.h"
 #include "platform/host/opencc.h"
 #include "platform/machine.h"
+#include "platform/web_browser.h"
 #include "qt/qt_desktop.h"
 #include "qt/qt_loop.h"
 #include "qt/qt_windows.h"
@@ -12,20 +13,30 @@
 #include "tests/support/fake_processes.h"
 #include "tests/support/temp_home.h"
 
+/// A script as the pages of the program have it.
+inline std::string OwnScript(const std::string& code) {
+  return "<script nonce='" + PageNonce() + "'>" + code + "</script>";
+}
+
 /// Windows come from the folder given; the web engine from the build.
 struct QtMachine {
   explicit QtMachine(const QString& uiFolder)
-      : windows(loop, {uiFolder, MAROVANE_WEB_LIBRARY,
-                       [this](const QString& url) {
-                         return !trustedPrefix.isEmpty() && url.startsWith(trustedPrefix);
-                       },
-                       [this] { ++activations; }}) {}
+      : windows(loop, {.uiFolder = uiFolder,
+                       .webLibrary = MAROVANE_WEB_LIBRARY,
+                       .webRights = {.nonce = QString::fromStdString(PageNonce()),
+                                     .pictureFolder = MAROVANE_UI_FOLDER,
+                                     .ownServer = [this] { return ownServer; },
+                                     .mayCommand =
+                                         [this](const QString& url) {
+                                           return !ownServer.isEmpty() && url.startsWith(ownServer);
+                                         }},
+                       .onActivated = [this] { ++activations; }}) {}
 
   /// Runs the loop until the condition holds; a test that waits in vain fails by its time-out.
   void Wait(const std::function<bool()>& isMet) { loop.WaitUntil(isMet); }
   QWidget& Widget(const Control& control) { return windows.Find(control.Owner())->Find(control)->Widget(); }
 
-  QString trustedPrefix;
+  QString ownServer;    ///< its root, "" for none
   int activations = 0;  ///< by a user who comes back from another program
   TempHome home;
   Environment environment = home.MakeEnvironment();

@@ -1,10 +1,19 @@
-// The pages of the records on the real engine: their scripts, their commands, and marks that the program
-// sets.
+// The pages of the program on the real engine: their scripts, their commands, marks that the program sets,
+// and texts that try to be more than texts.
+#include <fmt/ranges.h>
 #include <gmock/gmock.h>
 
+#include "checking/error_sentences.h"
+#include "checking/suggest_page.h"
+#include "essay/collection_page.h"
+#include "essay/comparison.h"
+#include "essay/report.h"
+#include "essay/topic_pages.h"
 #include "tests/qt/program_windows.h"
+#include "views/charts_page.h"
 #include "views/day_sentences_page.h"
 #include "views/error_statistics_page.h"
+#include "wordhelper/word_bank_text.h"
 
 namespace {
 
@@ -17,10 +26,10 @@ class FrmPage : public Form {
   CommandButton cmdGo{*this, "cmdGo"};
 };
 
-/// Shows a page together with a script that acts as its reader does and reports in the title.
+/// Shows pages together with a script that acts as their reader does and reports in the title.
 class ReadPage {
  public:
-  ReadPage(const std::string& page, const std::string& script) {
+  ReadPage() {
     WebBrowser& web = form_->webMain;
     web.BeforeNavigate2 = [this](const std::string& url, bool& cancel) {
       commands.push_back(url);
@@ -29,11 +38,19 @@ class ReadPage {
     web.DocumentComplete = [this](const std::string&) { isComplete = true; };
     web.TitleChange = [this](const std::string& title) { report = title; };
     form_->Show();
-    web.Write(page + "<script>const at = id => document.getElementById(id);" + script + "</script>");
+  }
+  ReadPage(const std::string& page, const std::string& script) : ReadPage() { Write(page, script); }
+
+  void Write(const std::string& page, const std::string& script) {
+    report.clear();
+    form_->webMain.Write(page + OwnScript("const at = id => document.getElementById(id);" + script));
   }
 
   void WaitForReport(const std::string& wanted) {
     machine_.Wait([&] { return report == wanted; });
+  }
+  void WaitForAnyReport() {
+    machine_.Wait([&] { return !report.empty(); });
   }
   void WaitForCommands(std::size_t count) {
     machine_.Wait([&] { return commands.size() >= count && isComplete; });
@@ -87,6 +104,155 @@ TEST(RecordPages, ADoubleClickTicksTheSentenceAndAsksForIt) {
   page.ClickGo();  // a click brings the marks over
   EXPECT_FALSE(page.Browser().Checked("chk1"));
   EXPECT_TRUE(page.Browser().Checked("chk2"));
+}
+
+// What somebody may have written into any column of any row, and into whatever a server says.
+const std::vector<std::string> kHostile = {
+    "'); ran = 1; ('",
+    "\"); ran = 1; (\"",
+    "\\'); ran = 1; //",
+    "&#39;); ran = 1; //",
+    "\"><script>ran = 1</script>",
+    "'><img src='x:' onerror='ran = 1'>",
+    "</script><script>ran = 1</script>",
+    "</title></style></textarea><svg onload='ran = 1'>",
+    "javascript:ran = 1",
+    "x onmouseover=ran=1 onclick=ran=1 ",
+    "' onmouseover='ran = 1' onclick='ran = 1' x='",
+    "\xE2\x80\xA8ran = 1\xE2\x80\xA9",
+    std::string("nul\0'><script>ran = 1</script>", 31),
+    "*<b onclick='ran = 1'>*",
+    "{} {0} {{ %s %1 \xFF\xF0\x9F",
+};
+
+struct HostilePage {
+  const char* name;
+  std::function<std::string(const std::vector<std::string>& texts)> build;
+};
+
+template <class Row, class Make>
+std::vector<Row> Each(const std::vector<std::string>& texts, const Make& make) {
+  std::vector<Row> rows;
+  for (const auto& text : texts) rows.push_back(make(text));
+  return rows;
+}
+
+EssayRow EssayOf(const std::string& text, const std::string& finalSet) {
+  return {.essayId = text,
+          .workId = text,
+          .quiz = text,
+          .orgEssay = text,
+          .newEssay = text,
+          .upload = text,
+          .finalSet = finalSet,
+          .sDate = {}};
+}
+
+std::string ReportOf(const std::vector<std::string>& texts, const std::string& finalSet) {
+  EssayReport report{.essay = EssayOf(texts[0], finalSet),
+                     .imageRoot = texts[0],
+                     .outlineOf = [](const std::string& code) { return code; }};
+  for (const auto& text : texts) {
+    for (const char* flag : {"N", "2"})
+      report.okSentences.push_back(
+          {.sId = text, .sentence = text + ".", .sDate = {}, .essaySId = flag + text, .haveHtm = flag});
+    report.okSentences.push_back({.sId = text, .sentence = text + ".", .sDate = {}, .essaySId = text});
+    for (int i = 0; i < 2; ++i)
+      report.errSentences.push_back(
+          {.id = text, .sentence = text + ".", .errcode = text, .sDate = {}, .essaySId = text});
+    report.essay.orgEssay += text + ".\r\n";
+  }
+  return BuildEssayReport(report);
+}
+
+const HostilePage kHostilePages[] = {
+    {"report", [](const auto& texts) { return ReportOf(texts, "N"); }},
+    {"report of an essay that broke off", [](const auto& texts) { return ReportOf(texts, "A"); }},
+    {"comparison",
+     [](const auto& texts) { return EssayComparePage(fmt::format("{}", fmt::join(texts, "\r\n"))); }},
+    {"sentences of an error", [](const auto& texts) { return ErrSentencePage(texts[0], texts); }},
+    {"sentences of days",
+     [](const auto& texts) {
+       const auto rows = Each<ListedSentence>(texts, [](const std::string& text) {
+         return ListedSentence{text, text};
+       });
+       return DaySentencesPage(rows, rows);
+     }},
+    {"errors",
+     [](const auto& texts) {
+       return ErrorStatisticsPage(texts[0], Each<CountedCategory>(texts, [](const std::string& text) {
+                                    return CountedCategory{{text, text}, 1, {{{text, text}, 1}}};
+                                  }));
+     }},
+    {"charts",
+     [](const auto& texts) {
+       return ChartsPage({{},
+                          {},
+                          Each<FrequentError>(texts,
+                                              [](const std::string& text) {
+                                                return FrequentError{text, 1};
+                                              }),
+                          0});
+     }},
+    {"assignments",
+     [](const auto& texts) {
+       std::vector<AssignedTopic> topics;
+       for (const auto& text : texts) {
+         for (const bool isHandedIn : {false, true})
+           topics.push_back({{text, isHandedIn, text, text, text, isHandedIn},
+                             {{EssayOf(text, "N"), EssayOf(text, "Y")}, 1}});
+         topics.push_back({{text, false, text, "", text, false}, {}});
+       }
+       return AssignedWorkPage(texts[0], topics);
+     }},
+    {"own topics",
+     [](const auto& texts) {
+       return OwnTopicsPage(texts[0], true, Each<OwnTopic>(texts, [](const std::string& text) {
+                              return OwnTopic{text, text, false, {{EssayOf(text, "A")}, 1}};
+                            }));
+     }},
+    {"essays of a topic",
+     [](const auto& texts) {
+       EssayCollection collection{.rows = {}, .canHandIn = true, .isHandedIn = false, .imageRoot = texts[0]};
+       for (const auto& text : texts)
+         for (const char* state : {"A", "N", "Y"}) collection.rows.push_back({EssayOf(text, state), 1});
+       return EssayCollectPage(collection);
+     }},
+    {"suggestions",
+     [](const auto& texts) {
+       return SuggestPage(texts[0], Each<Suggestion>(texts, [](const std::string& text) {
+                            return Suggestion{text, text};
+                          }));
+     }},
+    {"near-synonyms", [](const auto& texts) { return SynonymPage(texts, false); }},
+};
+
+/// Does all that a reader can do, and tells which scripts have run, and of what elements and attributes the
+/// page is made.
+constexpr const char* kDoEverything = R"js(
+  const elements = [...document.querySelectorAll('body, body *')].filter(e => e.tagName != 'SCRIPT');
+  const names = new Set(elements.flatMap(e => [e.tagName, ...e.getAttributeNames()]));
+  for (const element of elements) {
+    for (const type of ['mouseover', 'mousedown', 'click', 'dblclick', 'mouseout', 'focus', 'error']) {
+      element.dispatchEvent(new MouseEvent(type, {bubbles: true, cancelable: true}));
+    }
+  }
+  setTimeout(() => { document.title = [window.ran || 'no script ran', ...[...names].sort()].join(' '); }, 100);)js";
+
+TEST(WrittenPages, AreMadeOfTheSameElementsWhateverTheirTextsSay) {
+  ReadPage page;
+  for (const auto& hostile : kHostilePages) {
+    SCOPED_TRACE(hostile.name);
+    std::string made[2];
+    for (const bool isHostile : {false, true}) {
+      const auto texts = isHostile ? kHostile : std::vector<std::string>(kHostile.size(), "*harmless* words");
+      page.Write(hostile.build(texts), kDoEverything);
+      page.WaitForAnyReport();
+      made[isHostile ? 1 : 0] = page.report;
+    }
+    EXPECT_EQ(made[0], made[1]);
+    EXPECT_THAT(made[0], testing::StartsWith("no script ran "));
+  }
 }
 
 }  // namespace

@@ -33,7 +33,7 @@ class SchoolPages : public testing::Test {
     EXPECT_EQ(store->TakeHandIn(kPupil, kEssay, kTopic, "2026-11-05"), marovane::HandInResult::kTaken);
     auto& app = program_.composition.program.app;
     app.gServerUrlRoot = school_.Root();
-    program_.machine.trustedPrefix = QString::fromStdString(school_.Root());
+    program_.machine.ownServer = QString::fromStdString(school_.Root());
     app.gAccountNo = kPupil;
     program_.composition.program.hall.frmEssay.LeadsTo([this]() -> Essay& { return essays_; });
   }

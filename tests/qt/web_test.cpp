@@ -116,11 +116,10 @@ TEST(WebView, CommandsComeByClick) {
 
 TEST(WebView, CommandsComeByScriptAndAddressAndThePageStays) {
   ShownPage page;
-  page.Write(
-      "<body><a id='a' href='cmd:show:2'>link</a><script>"
-      "document.getElementById('a').click();"
-      "setTimeout(function(){document.location.href='rem:errcode:W1';},50);"
-      "setTimeout(function(){document.title='still here';},150);</script></body>");
+  page.Write("<body><a id='a' href='cmd:show:2'>link</a>" +
+             OwnScript("document.getElementById('a').click();"
+                       "setTimeout(function(){document.location.href='rem:errcode:W1';},50);"
+                       "setTimeout(function(){document.title='still here';},150);"));
   page.machine.Wait([&] { return !page.titles.empty(); });
   page.machine.Wait([&] { return page.asked.size() >= 2; });
   EXPECT_THAT(page.asked, ElementsAre("cmd:show:2", "rem:errcode:W1"));
@@ -136,7 +135,7 @@ TEST(WebView, OnlyTrustedPagesGiveCommands) {
   page.Navigate(server.Root() + "outside");
   page.machine.Wait([&] { return !page.titles.empty() && page.titles.back() == "done"; });
   EXPECT_THAT(page.asked, testing::Not(testing::Contains("cmd:del:1")));
-  page.machine.trustedPrefix = server.Root();
+  page.machine.ownServer = server.Root();
   page.Navigate(server.Root() + "inside");
   page.machine.Wait([&] { return !page.asked.empty() && page.asked.back() == "cmd:del:1"; });
 }
@@ -144,7 +143,7 @@ TEST(WebView, OnlyTrustedPagesGiveCommands) {
 TEST(WebView, OutsidePageCannotReachWrittenOnes) {
   ShownPage page;
   PostServer server;
-  page.Write("<body><script>document.title='secret'</script></body>");
+  page.Write(OwnScript("document.title='secret'"));
   server.page =
       "<html><body><iframe src='marovane://page/1'></iframe><script>"
       "setTimeout(function(){location.href='marovane://page/1';},50);"
@@ -155,9 +154,60 @@ TEST(WebView, OutsidePageCannotReachWrittenOnes) {
   EXPECT_EQ(page.form->webMain.LocationURL(), server.Root().toStdString());
 }
 
+// Everything that somebody could write who has broken into a page.
+std::string BrokenInto(const std::string& own, const std::string& other, const std::string& file) {
+  return "<meta http-equiv='refresh' content='0;url=" + other + "fled'><base href='" + other +
+         "'><body onload='document.title=1'><script>document.title=2</script>"
+         "<a id='script' href='javascript:document.title=3'>x</a><a id='out' href='" +
+         other +
+         "out'>x</a><iframe src='file:///etc/passwd'></iframe>"
+         "<iframe srcdoc='<script>top.document.title=4</script>'></iframe>"
+         "<form id='form' method='post' action='" +
+         other +
+         "form'></form><img id='program' src='file://" MAROVANE_UI_FOLDER
+         "/btnok_off.gif'><img id='above' src='file://" MAROVANE_UI_FOLDER
+         "/%2e%2e/docs/pictures/main.png'><img id='file' src='file://" +
+         file + "'><img id='server' src='" + own + "a.svg'><img id='other' src='" + other + "b.svg'>" +
+         OwnScript("const own = '" + own + "';" + R"js(
+      const read = address => fetch(address).then(reply => reply.text()).catch(() => 'refused');
+      const ask = address => new Promise(done => {
+        const request = new XMLHttpRequest();
+        request.onload = () => done(request.responseText);
+        request.onerror = () => done('refused');
+        request.open('GET', address);
+        request.send();
+      }).catch(() => 'refused');
+      window.onload = async () => {
+        const found = [await read('file:///etc/passwd'), await ask('file:///etc/passwd'), await read(own)];
+        for (const id of ['program', 'above', 'file', 'server', 'other']) {
+          found.push(document.getElementById(id).naturalWidth);
+        }
+        for (const id of ['script', 'out']) document.getElementById(id).click();
+        document.getElementById('form').submit();
+        setTimeout(() => { document.title = found.join(' '); }, 300);
+      };)js");
+}
+
+TEST(WebView, WrittenPagesHaveNoRightsButTheirOwn) {
+  ShownPage page;
+  PostServer own;
+  PostServer other;
+  own.page = other.page = "<svg xmlns='http://www.w3.org/2000/svg' width='5' height='5'/>";
+  own.type = other.type = "image/svg+xml";
+  page.machine.ownServer = own.Root();
+  const std::string file = page.machine.home / "secret.svg";
+  std::ofstream(file) << own.page.toStdString();
+  page.Write(BrokenInto(own.Root().toStdString(), other.Root().toStdString(), file));
+  page.machine.Wait([&] { return !page.titles.empty(); });
+  EXPECT_THAT(page.titles, ElementsAre("refused refused refused 88 0 0 5 0"));
+  EXPECT_THAT(own.requests, ElementsAre("GET /a.svg"));
+  EXPECT_THAT(other.requests, testing::IsEmpty());
+}
+
 TEST(WebView, FormsPostInTheirPagesCharacterSet) {
   ShownPage page;
   PostServer server;
+  page.machine.ownServer = server.Root();
   page.form->webMain.Write(kHead + "<body><form method='post' action='" + server.Root().toStdString() +
                            "p_feedback.asp'><textarea name='text'>第一行\r\n測試 한</textarea>"
                            "<input name='plain' value='a b'></form></body></html>");
@@ -195,17 +245,18 @@ TEST(WebView, InputsAreCurrentWhenAHandlerAsks) {
 TEST(WebView, PicturesOfTheProgramShowAndChineseIsRight) {
   ShownPage page;
   const std::string ui = MAROVANE_UI_FOLDER;
-  page.Write("<body background='file:///" + ui + "/bg450.jpg'><img id='i' src='file:///" + ui +
-             "\\btnok_off.gif'><span id='t'>中文</span><script>window.onload=function(){"
-             "document.title=document.getElementById('i').naturalWidth+' '+"
-             "document.getElementById('t').textContent.length;}</script></body>");
+  page.Write(
+      "<body background='file:///" + ui + "/bg450.jpg'><img id='i' src='file:///" + ui +
+      "\\btnok_off.gif'><span id='t'>中文</span>" +
+      OwnScript("window.onload=function(){document.title=document.getElementById('i').naturalWidth+' '+"
+                "document.getElementById('t').textContent.length;}"));
   page.machine.Wait([&] { return !page.titles.empty(); });
   EXPECT_EQ(page.titles.back(), "88 2");
 }
 
 TEST(WebView, WrittenPageComesBackWhenItsRendererHasDied) {
   ShownPage page;
-  page.Write("<body><script>document.location.href='cmd:here'</script></body>");
+  page.Write(OwnScript("document.location.href='cmd:here'"));
   page.machine.Wait([&] { return !page.asked.empty(); });
   page.asked.clear();
   ASSERT_GT(KillRenderers(), 0);
@@ -217,23 +268,22 @@ TEST(WebView, LastOfSeveralPagesStaysHoweverFastTheyFollow) {
   ShownPage page;
   for (const char* const title : {"one", "two", "last"}) {
     page.form->webMain.Navigate("about:blank");
-    page.form->webMain.Write(kHead + "<body><script>document.title='" + title + "'</script></body></html>");
+    page.form->webMain.Write(kHead + OwnScript("document.title='" + std::string(title) + "'"));
   }
   page.machine.Wait([&] { return !page.titles.empty() && page.titles.back() == "last"; });
 }
 
 TEST(WebView, BoxesHaveTheirLookBeforeAnythingIsPainted) {
   ShownPage page;
-  page.Write(
-      "<body><input id='c' type='checkbox'><script>"
-      "document.title=getComputedStyle(document.getElementById('c')).appearance;</script></body>");
+  page.Write("<body><input id='c' type='checkbox'>" +
+             OwnScript("document.title=getComputedStyle(document.getElementById('c')).appearance;"));
   EXPECT_THAT(page.titles, ElementsAre("none"));
 }
 
 TEST(WebView, HistoryGoesBackToWrittenPages) {
   ShownPage page;
-  page.Write("<body><script>document.title='first'</script></body>");
-  page.Write("<body><script>document.title='second'</script></body>");
+  page.Write(OwnScript("document.title='first'"));
+  page.Write(OwnScript("document.title='second'"));
   EXPECT_EQ(page.titles.back(), "second");
   page.form->webMain.GoBack();
   page.machine.Wait([&] { return page.titles.back() == "first"; });

@@ -5,6 +5,7 @@
 #include <thread>
 #include <vector>
 
+#include "protocol/record_form.h"
 #include "server/store_database.h"
 #include "tests/server/temp_folder.h"
 
@@ -44,6 +45,41 @@ TEST(Store, CountsActsFromManyThreads) {
   const auto database = OpenStoreDatabase(folder / "server.db");
   EXPECT_EQ(database->Number("SELECT times FROM act WHERE day = '2026-11-05'"), 200);
   EXPECT_EQ(database->Number("SELECT count(*) FROM act"), 2);
+}
+
+// What stood in ids and flags before posts were tested, and what is left of it.
+TEST(Store, CleansTheIdsOfOlderRows) {
+  const std::pair<std::string, std::string> ids[] = {{"1", "1"},
+                                                     {"", ""},
+                                                     {"w0b-5_1.f", "w0b-5_1.f"},
+                                                     {"1'); alert(1); ('", "1alert1"},
+                                                     {"中<b>文", "b"},
+                                                     {std::string(70, '7'), std::string(64, '7')},
+                                                     {std::string(1 << 20, '<') + "1", ""},
+                                                     {std::string("9\0<b>", 5), "9"}};
+  const TempFolder folder;
+  OpenSqliteStore(folder / "server.db")->PutAccount("1", "x");
+  const auto database = OpenStoreDatabase(folder / "server.db");
+  for (const auto& [old, cleaned] : ids) {
+    EXPECT_EQ(protocol::CleanRecordId(old), cleaned);
+    database->Run(
+        "INSERT INTO sentence (account, errcode, sentence, day, essay_id, essay_s_id, have_htm) VALUES ('1', "
+        "'', '<', '', ?, ?, '<b>')",
+        {old, old});
+    database->Run(
+        "INSERT INTO essay (account, day, essay_id, work_id, final_set, quiz, org_essay, new_essay) VALUES "
+        "('1', '', ?, ?, '', '<', '<', '<')",
+        {old, old});
+  }
+  database->Run("PRAGMA user_version = 5");
+  OpenSqliteStore(folder / "server.db");
+  std::vector<std::string> wanted;
+  for (const auto& [old, cleaned] : ids) wanted.push_back(cleaned + "|" + cleaned + "|N|<");
+  for (const char* columns :
+       {"essay_id || '|' || essay_s_id || '|' || have_htm || '|' || sentence FROM sentence",
+        "essay_id || '|' || work_id || '|' || final_set || '|' || quiz FROM essay"}) {
+    EXPECT_EQ(database->Column(std::string("SELECT ") + columns + " ORDER BY id"), wanted);
+  }
 }
 
 TEST(Store, RefusesWhatItCannotRead) {

@@ -6,6 +6,7 @@
 #include "records/age_cleaning.h"
 #include "server/wire_text.h"
 #include "sync/feedback_post.h"
+#include "sync/form_body.h"
 #include "sync/wire_text.h"
 #include "tests/support/expect_message.h"
 #include "tests/sync/computer.h"
@@ -210,6 +211,61 @@ TEST_F(SyncTest, TakesSqlInASentenceAsText) {
   home.Sync("NOMSG");
   EXPECT_THAT(home.Query("select sentence from oksentence", 1), ElementsAre("x’); drop table essay; --"));
   EXPECT_THAT(home.Query("select * from essay", 8), IsEmpty());
+}
+
+constexpr const char* kHostileId = "1'); alert(1); ('";
+
+TEST_F(SyncTest, ServerRefusesNewRowsWithoutTheirForm) {
+  const struct {
+    const char *kind, *err, *s, *es, *ess, *ht, *answer;
+  } kCases[] = {
+      {"N", "", "Here.", "12", "34", "2", "OK_"},
+      {"N", "AG01", "*Here*.", "", "0", "1", "OK_"},
+      {"N", "essay", "A", "12", "w0b-5_1.f", "<script>", "OK_"},
+      {"N", "", "Here.", "e1", "0", "N", "ERR_BAD_TEXT"},
+      {"N", "", "Here.", "0", "<b>", "N", "ERR_BAD_TEXT"},
+      {"N", "AG01", "Here.", "0", "1 2", "N", "ERR_BAD_TEXT"},
+      {"N", "AG01", "Here.", "0", "0", "", "ERR_BAD_TEXT"},
+      {"N", "", "Here.", "0", "0", "N1", "ERR_BAD_TEXT"},
+      {"N", "essay", "A", "x", "1", "", "ERR_BAD_TEXT"},
+      {"N", "essay", "A", "1", "a b", "", "ERR_BAD_TEXT"},
+      {"N", "essay", "<b>", "1", "1", "", "ERR_BAD_TEXT"},
+      {"D", "essay", "<b>", "1'", "\"1", "", "OK_"},
+      {"D", "", "Here.", "1'", "<1>", "?", "OK_"},
+  };
+  std::string stored = "0";
+  for (const auto& c : kCases) {
+    std::string body = "key=zorbelquinter&pno=1234567890&d1=2026/11/5";
+    for (const auto& [name, value] : {std::pair{"k1", c.kind},
+                                      {"err1", c.err},
+                                      {"s1", c.s},
+                                      {"es1", c.es},
+                                      {"ess1", c.ess},
+                                      {"ht1", c.ht}})
+      AddField(body, name, value);
+    const auto count = [this] {
+      return server.Query("select (select count(*) from sentence) + (select count(*) from essay)")[0];
+    };
+    EXPECT_EQ(server.Answer({.url = "http://server/p_update_err_rec.asp", .headers = {}, .body = body}).body,
+              c.answer)
+        << body;
+    if (std::string(c.answer) == "OK_" && *c.kind == 'N') stored = std::to_string(std::stoi(stored) + 1);
+    EXPECT_EQ(count(), stored) << body;
+  }
+}
+
+// Of a server that tests nothing, and of the own one with rows from before it did.
+TEST_F(SyncTest, TakesIdsAndFlagsInTheirForm) {
+  const std::string id = kHostileId;
+  home.machine.http.Route("p_sync_checksum.asp", "no");
+  home.machine.http.Queue("p_sync_client_new.asp", "#Right.#2026/11/5#" + id + "#<b>\"2#<img><@>FINISH");
+  home.machine.http.Queue("p_sync_client_new.asp",
+                          "A1#*Wrong*.#2026/11/5##" + std::string(70, '3') + "#1<@>FINISH");
+  home.machine.http.Queue("p_sync_client_new.asp", "2026/11/5||" + id + "||w0<b>||?||T||O||N<@>FINISH");
+  home.Sync("NOMSG");
+  EXPECT_THAT(home.Contents(), ElementsAre("2026-11-05|1alert1|w0b|N|T|O|N",
+                                           "A1|*Wrong*.|2026-11-05||" + std::string(64, '3') + "|1|",
+                                           "|Right.|2026-11-05|1alert1|b2|N|"));
 }
 
 TEST_F(SyncTest, EndsWithTheProgramInTheMiddleOfAReloadAndChangesNothing) {

@@ -100,17 +100,15 @@ TEST_F(DaySentencesTest, ManyDaysAreNoMoreThanOneCondition) {
 
 TEST_F(DaySentencesTest, RowsAreWrittenToTheBlank) {
   const std::string page = DaySentencesPage({{"12", "She’s \"here\"."}}, {{"21", "He *go*."}});
-  EXPECT_THAT(page,
-              HasSubstr("<input type='HIDDEN' name='rec1' id='rec1' value=\"She's &quot;here&quot;.\">\r\n"
-                        "<tr style='font-family: Arial; font-size: 15px; color: #FFCC00'>\r\n"
-                        "<td valign='top' height='30' width='10%' align='center' valign='top'><input "
-                        "type='checkbox' name='chk1' id='chk1' value='12'></td>\r\n"
-                        "<td valign='top' height='30' width='90%' align='left' valign='top'><a "
-                        "style='text-decoration: none; color:#FFFFFF;' href='javascript:;' "
-                        "ondblclick=\"javascript:document.getElementById('chk1').checked = true; "
-                        "document.location.href='cmd:passEngine';\"><font style='color:#FFFFFF;' "
-                        "onmouseover=\"javascript:this.style.color='#FFFF00';\" "
-                        "onmouseout=\"javascript:this.style.color='#FFFFFF';\">"));
+  EXPECT_THAT(
+      page, HasSubstr("<input type='HIDDEN' name='rec1' id='rec1' value=\"She&#39;s &quot;here&quot;.\">\r\n"
+                      "<tr style='font-family: Arial; font-size: 15px; color: #FFCC00'>\r\n"
+                      "<td valign='top' height='30' width='10%' align='center' valign='top'><input "
+                      "type='checkbox' name='chk1' id='chk1' value='12'></td>\r\n"
+                      "<td valign='top' height='30' width='90%' align='left' valign='top'><a "
+                      "style='text-decoration: none; color:#FFFFFF;' href='#' "
+                      "data-tick='chk1' data-open='cmd:passEngine'><font class='hot' "
+                      "style='color:#FFFFFF;'>She&#39;s &quot;here&quot;.</font></a></td>\r\n</tr>\r\n"));
   EXPECT_THAT(page, HasSubstr("id='rec2' value='He *go*.'>"));
   EXPECT_THAT(page,
               HasSubstr("<td valign='top' height='30' width='10%' align='center'><input type='checkbox' "

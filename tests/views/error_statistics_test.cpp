@@ -60,20 +60,21 @@ TEST_F(ErrorStatisticsTest, PageIsATreeWithClosedBranches) {
   const std::string page =
       ErrorStatisticsPage("/opt/m", {{{"AG", "一致"}, 1204, {{{"AG01", "a < b"}, 1203}}}});
   for (const char* part : {
-           "<img id = 'imgoffAG' src='file:////opt/m/ui/folder-off.gif' border='0' style='display:inline;'>",
-           "<img id = 'imgonAG' src='file:////opt/m/ui/folder-on.gif' border='0' style='display:none;'>",
-           "href=\"javascript:extendArea('AG');\" onclick=\"document.location.href='rem:clear';\">",
+           "<img id = 'imgoffAG' src='file:////opt/m/ui/folder-off.gif' border='0' style='display:inline;' "
+           "data-flip>",
+           "<img id = 'imgonAG' src='file:////opt/m/ui/folder-on.gif' border='0' style='display:none;' "
+           "data-flip>",
+           "<td data-mark='off' align='left'",
+           "href='rem:clear' data-toggle='divAG'>",
            "<font style='font-family: Arial; font-size: 14px; color: #FFCC00'>1,204</font>",
            "<table width='100%' id='divAG' style='display:none;'>",
-           "ondblclick=\"document.location.href='cmd:errcode:AG01';\"",
-           "onclick=\"document.location.href='rem:errcode:AG01';\">",
+           "<td id='td_AG01' data-mark width",
+           "href='rem:errcode:AG01' data-open='cmd:errcode:AG01'>",
            "<font style='font-family: Arial; font-size: 12px; color: #FFFFFF'>a &lt; b</font>",
            "<font style='font-family: Arial; font-size: 12px; color: #FFCC00'>1,203</font>",
        }) {
     EXPECT_THAT(page, HasSubstr(part));
   }
-  // The script finds the cell that it is told.
-  EXPECT_THAT(page, HasSubstr("<td id='td_AG01' onclick=\"javascript:selectTD('td_AG01');\""));
   EXPECT_THAT(base::Replace(page, "\r\n", ""), Not(::testing::ContainsRegex("[\r\n]")));
 }
 

@@ -33,9 +33,4 @@ TEST(PageFrame, OtherParts) {
   EXPECT_EQ(BuildPageFrame("middle", ""), "");
 }
 
-TEST(PageFrame, TextIsNoMarkUp) {
-  EXPECT_EQ(HtmlText("a <b> & \"c\" 'd'"), "a &lt;b&gt; &amp; &quot;c&quot; 'd'");
-  EXPECT_EQ(HtmlText("He goes."), "He goes.");
-}
-
 }  // namespace

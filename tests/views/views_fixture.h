@@ -16,7 +16,8 @@ inline void LoadInputs(WebBrowser& browser) {
   static const std::regex input(R"re(<input type='(\w+)' name='\w+' id='(\w+)' value=(['"])(.*?)\3>)re");
   const std::string& page = browser.Page();
   for (std::sregex_iterator at(page.begin(), page.end(), input), end; at != end; ++at) {
-    browser.inputValues[(*at)[2]] = base::Replace((*at)[4].str(), "&quot;", "\"");
+    browser.inputValues[(*at)[2]] =
+        base::Replace(base::Replace((*at)[4].str(), "&quot;", "\""), "&#39;", "'");
     if ((*at)[1] == "checkbox") browser.inputChecked[(*at)[2]] = false;
   }
 }

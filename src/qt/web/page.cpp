@@ -1,5 +1,6 @@
 #include "qt/web/page.h"
 
+#include <QDir>
 #include <QWebEngineNewWindowRequest>
 
 #include "qt/web/profile.h"
@@ -10,7 +11,17 @@ bool IsCommand(const QUrl& url) { return url.scheme() == "cmd" || url.scheme() =
 
 }  // namespace
 
-WebPage::WebPage(const WebPane& pane, QObject* parent) : QWebEnginePage(&WebProfile(), parent), pane_(pane) {
+void FileGuard::interceptRequest(QWebEngineUrlRequestInfo& request) {
+  if (request.requestUrl().scheme() != "file" || request.firstPartyUrl().scheme() != kWrittenPageScheme)
+    return;
+  const QString file = QDir::cleanPath(request.requestUrl().toLocalFile());
+  request.block(request.resourceType() != QWebEngineUrlRequestInfo::ResourceTypeImage ||
+                !file.startsWith(QDir::cleanPath(pane_.rights.pictureFolder) + '/'));
+}
+
+WebPage::WebPage(const WebPane& pane, QObject* parent)
+    : QWebEnginePage(&WebProfile(), parent), pane_(pane), guard_(pane) {
+  setUrlRequestInterceptor(&guard_);
   // A link to a new window opens here; there is no other window for pages.
   connect(this, &QWebEnginePage::newWindowRequested, this, [this](QWebEngineNewWindowRequest& request) {
     const QUrl url = request.requestedUrl();
@@ -23,8 +34,15 @@ void WebPage::LoadQuietly(const QUrl& url) {
   load(url);
 }
 
-bool WebPage::IsTrusted() const {
-  return url().scheme() == kWrittenPageScheme || (pane_.mayCommand && pane_.mayCommand(url().toString()));
+bool WebPage::IsWritten() const { return url().scheme() == kWrittenPageScheme; }
+
+bool WebPage::IsTrusted() const { return IsWritten() || pane_.rights.mayCommand(url().toString()); }
+
+// A written page posts forms to the own server. Elsewhere only the program leads, and the history.
+bool WebPage::LeadsAway(const QUrl& url, NavigationType type) const {
+  if (!IsWritten() || type == NavigationTypeTyped || type == NavigationTypeBackForward) return false;
+  const QString server = pane_.rights.ownServer();
+  return server.isEmpty() || !url.toString().startsWith(server);
 }
 
 bool WebPage::acceptNavigationRequest(const QUrl& url, NavigationType type, bool isMainFrame) {
@@ -43,5 +61,6 @@ bool WebPage::acceptNavigationRequest(const QUrl& url, NavigationType type, bool
     quiet_.clear();
     return true;
   }
+  if (LeadsAway(url, type)) return false;
   return !pane_.events.beforeNavigate || pane_.events.beforeNavigate(url.toString());
 }

@@ -2,9 +2,19 @@
 #pragma once
 
 #include <QWebEnginePage>
-#include <functional>
+#include <QWebEngineUrlRequestInterceptor>
 
 #include "qt/web_pane.h"
+
+/// Keeps files from written pages, but for the pictures of the program.
+class FileGuard : public QWebEngineUrlRequestInterceptor {
+ public:
+  explicit FileGuard(const WebPane& pane) : pane_(pane) {}
+  void interceptRequest(QWebEngineUrlRequestInfo& request) override;
+
+ private:
+  const WebPane& pane_;
+};
 
 class WebPage : public QWebEnginePage {
  public:
@@ -19,8 +29,11 @@ class WebPage : public QWebEnginePage {
   }
 
  private:
+  bool IsWritten() const;
   bool IsTrusted() const;
+  bool LeadsAway(const QUrl& url, NavigationType type) const;
 
   const WebPane& pane_;
+  FileGuard guard_;
   QUrl quiet_;
 };

@@ -4,7 +4,6 @@
 #include <QCoreApplication>
 #include <QFile>
 #include <QMap>
-#include <QRegularExpression>
 #include <QWebEngineScript>
 #include <QWebEngineScriptCollection>
 #include <QWebEngineSettings>
@@ -72,12 +71,17 @@ const char* const kLook =
     "stroke='%23FFCC00' stroke-width='2' stroke-linecap='round' stroke-linejoin='round'/></svg>\")}"
     "</style>";
 
-// It stands in the page itself: what a script adds later would come after the first picture of the page.
-QByteArray WithLook(const QString& html) {
-  static const QRegularExpression head("<(head|html)\\b[^>]*>", QRegularExpression::CaseInsensitiveOption);
-  qsizetype at = 0;
-  for (auto tags = head.globalMatch(html); tags.hasNext();) at = tags.next().capturedEnd();
-  return (html.left(at) + kLook + html.mid(at)).toUtf8();
+// Before anything that the page holds.
+QByteArray PolicyFor(const WebRights& rights) {
+  const QString server = QUrl(rights.ownServer())
+                             .toString(QUrl::RemoveUserInfo | QUrl::RemovePath | QUrl::RemoveQuery |
+                                       QUrl::RemoveFragment | QUrl::FullyEncoded);
+  return QString(
+             "<meta http-equiv='Content-Security-Policy' content=\"default-src 'none'; "
+             "script-src 'nonce-%1'; style-src 'unsafe-inline'; img-src file: data: %2; form-action %2; "
+             "base-uri 'none'\">")
+      .arg(rights.nonce, server)
+      .toUtf8();
 }
 
 // Makes every written page, whose bytes are UTF-8, behave as one in its declared character set, and gives all
@@ -118,8 +122,8 @@ void Configure(QWebEngineProfile& profile) {
   settings.setFontFamily(QWebEngineSettings::StandardFont, "Noto Sans CJK TC");
   settings.setFontFamily(QWebEngineSettings::SansSerifFont, "Noto Sans CJK TC");
   settings.setFontFamily(QWebEngineSettings::SerifFont, "Noto Sans CJK TC");
-  settings.setAttribute(QWebEngineSettings::LocalContentCanAccessFileUrls, true);
-  // Reports show pictures of the server.
+  settings.setAttribute(QWebEngineSettings::LocalContentCanAccessFileUrls, false);
+  // Written pages show pictures of the own server. Their policy keeps them from all else.
   settings.setAttribute(QWebEngineSettings::LocalContentCanAccessRemoteUrls, true);
   // A page that loads must not take the focus from the window that the learner writes in.
   settings.setAttribute(QWebEngineSettings::FocusOnNavigationEnabled, false);
@@ -146,10 +150,11 @@ QWebEngineProfile& WebProfile() {
   return *profile;
 }
 
-QUrl KeepPage(const QString& html) {
+QUrl KeepPage(const QString& html, const WebRights& rights) {
   static int last = 0;
   const QString path = QString("/%1").arg(++last);
-  Pages()[path] = WithLook(html);
+  // They stand in the page itself: what a script adds later would come after the first picture of the page.
+  Pages()[path] = PolicyFor(rights) + kLook + html.toUtf8();
   QUrl url;
   url.setScheme(kWrittenPageScheme);
   url.setHost("page");
