@@ -70,7 +70,8 @@ std::vector<Entry> Entries(std::string_view files) {
 // A file that says the same already is left alone: most starts find nothing to do.
 bool IsThere(const fs::path& path, const Entry& entry) {
   if (!fs::exists(path)) return false;
-  return entry.keeps || (fs::file_size(path) == entry.bytes.size() && ReadWhole(path) == entry.bytes);
+  return entry.keeps ||
+         (fs::file_size(path) == entry.bytes.size() && base::PosixFiles().Read(path) == entry.bytes);
 }
 
 void Unpack(const std::vector<Entry>& entries, const fs::path& folder) {

@@ -11,6 +11,7 @@
 #include "core/server_access.h"
 #include "core/settings.h"
 #include "core/text_utility.h"
+#include "protocol/page_code.h"
 
 namespace {
 
