@@ -11,7 +11,7 @@
 #include "bench/statistics.h"
 #include "platform/host/curl_http.h"
 #include "records/record_db.h"
-#include "server/server.h"
+#include "server/http/server.h"
 #include "tests/sync/computer.h"
 
 namespace {

@@ -6,7 +6,7 @@
 #include <functional>
 #include <map>
 
-#include "server/random_text.h"
+#include "server/services/random_text.h"
 
 namespace marovane {
 namespace {

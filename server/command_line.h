@@ -7,8 +7,8 @@
 #include <string>
 #include <vector>
 
-#include "server/server.h"
-#include "server/teacher/command.h"
+#include "server/http/server.h"
+#include "server/teacher_command.h"
 
 namespace marovane {
 

@@ -8,8 +8,8 @@
 
 #include "engine/data_dir.h"
 #include "server/command_line.h"
-#include "server/lifetime.h"
-#include "server/log.h"
+#include "server/process_end.h"
+#include "server/services/log.h"
 
 namespace {
 

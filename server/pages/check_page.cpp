@@ -3,8 +3,8 @@
 
 #include "base/cp950.h"
 #include "base/text.h"
-#include "server/log.h"
 #include "server/pages/page.h"
+#include "server/services/log.h"
 
 namespace marovane {
 namespace {

@@ -7,7 +7,7 @@
 #include "base/cp950.h"
 #include "protocol/headers.h"
 #include "protocol/pages.h"
-#include "server/log.h"
+#include "server/services/log.h"
 
 namespace marovane {
 

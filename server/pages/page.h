@@ -8,14 +8,14 @@
 
 #include "protocol/form.h"
 #include "protocol/refusal.h"
-#include "server/accounts.h"
-#include "server/page_store.h"
-#include "server/record_store.h"
-#include "server/school_store.h"
-#include "server/settings.h"
-#include "server/shared_engine.h"
-#include "server/shared_word_bank.h"
-#include "server/store.h"
+#include "server/accounts/accounts.h"
+#include "server/services/settings.h"
+#include "server/services/shared_engine.h"
+#include "server/services/shared_word_bank.h"
+#include "server/store/page_store.h"
+#include "server/store/record_store.h"
+#include "server/store/school_store.h"
+#include "server/store/store.h"
 
 namespace marovane {
 

@@ -12,7 +12,7 @@
 #include "protocol/headers.h"
 #include "protocol/record_form.h"
 #include "server/pages/page.h"
-#include "server/record_store.h"
+#include "server/store/record_store.h"
 #include "server/wire_text.h"
 
 namespace marovane {

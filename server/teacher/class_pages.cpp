@@ -3,7 +3,7 @@
 
 #include "base/day.h"
 #include "base/html.h"
-#include "server/password.h"
+#include "server/accounts/password.h"
 #include "server/teacher/form_reader.h"
 #include "server/teacher/layout.h"
 #include "server/teacher/roster.h"

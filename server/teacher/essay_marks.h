@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "base/html.h"
-#include "server/shared_engine.h"
+#include "server/services/shared_engine.h"
 
 namespace marovane {
 

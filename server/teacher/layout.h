@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "base/html.h"
-#include "server/teacher/visit.h"
+#include "server/teacher/teacher_page.h"
 
 namespace marovane {
 

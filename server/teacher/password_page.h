@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "server/teacher/visit.h"
+#include "server/teacher/teacher_page.h"
 
 namespace marovane {
 

@@ -8,9 +8,9 @@
 #include "base/html.h"
 #include "base/text.h"
 #include "base/utf8.h"
-#include "server/log.h"
-#include "server/password.h"
-#include "server/random_text.h"
+#include "server/accounts/password.h"
+#include "server/services/log.h"
+#include "server/services/random_text.h"
 #include "server/teacher/layout.h"
 #include "server/teacher/password_page.h"
 

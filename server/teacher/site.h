@@ -7,7 +7,7 @@
 
 #include "server/teacher/login_limit.h"
 #include "server/teacher/sessions.h"
-#include "server/teacher/visit.h"
+#include "server/teacher/teacher_page.h"
 
 namespace marovane {
 

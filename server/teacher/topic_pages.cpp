@@ -5,7 +5,7 @@
 
 #include "base/day.h"
 #include "base/html.h"
-#include "server/random_text.h"
+#include "server/services/random_text.h"
 #include "server/teacher/form_reader.h"
 #include "server/teacher/layout.h"
 

@@ -1,7 +1,7 @@
 // A pupil of a school from the login to the teacher's comment, with real servers.
 #include "base/cp950.h"
 #include "platform/host/curl_http.h"
-#include "server/school_store.h"
+#include "server/store/school_store.h"
 #include "tests/essay/topics_fixture.h"
 #include "tests/support/real_server.h"
 

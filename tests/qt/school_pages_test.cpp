@@ -4,8 +4,8 @@
 #include <QTest>
 
 #include "core/assignment_urls.h"
-#include "server/record_store.h"
-#include "server/school_store.h"
+#include "server/store/record_store.h"
+#include "server/store/school_store.h"
 #include "tests/qt/program_windows.h"
 #include "tests/support/real_server.h"
 

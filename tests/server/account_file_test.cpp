@@ -1,4 +1,4 @@
-#include "server/account_file.h"
+#include "server/accounts/account_file.h"
 
 #include <gmock/gmock.h>
 #include <sys/stat.h>

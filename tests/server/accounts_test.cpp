@@ -1,4 +1,4 @@
-#include "server/accounts.h"
+#include "server/accounts/accounts.h"
 
 #include <gtest/gtest.h>
 

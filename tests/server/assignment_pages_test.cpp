@@ -2,8 +2,8 @@
 #include <gmock/gmock.h>
 
 #include "base/cp950.h"
-#include "server/record_store.h"
-#include "server/school_store.h"
+#include "server/store/record_store.h"
+#include "server/store/school_store.h"
 #include "tests/server/running_server.h"
 
 namespace {

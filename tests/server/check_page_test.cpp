@@ -6,7 +6,7 @@
 #include <thread>
 
 #include "engine/data_dir.h"
-#include "server/page_store.h"
+#include "server/store/page_store.h"
 #include "tests/server/running_server.h"
 
 namespace {

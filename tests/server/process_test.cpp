@@ -6,8 +6,8 @@
 
 #include "base/key_values.h"
 #include "base/posix_files.h"
-#include "server/password.h"
-#include "server/school_store.h"
+#include "server/accounts/password.h"
+#include "server/store/school_store.h"
 #include "tests/server/child_process.h"
 #include "tests/server/running_server.h"
 #include "tests/support/run_program.h"

@@ -5,7 +5,7 @@
 
 #include <string>
 
-#include "server/server.h"
+#include "server/http/server.h"
 #include "tests/server/temp_folder.h"
 
 /// Judges by the first letter: an upper-case one is right.

@@ -1,11 +1,11 @@
-#include "server/school_store.h"
+#include "server/store/school_store.h"
 
 #include <gmock/gmock.h>
 
 #include <functional>
 
-#include "server/store.h"
-#include "server/store_database.h"
+#include "server/store/store.h"
+#include "server/store/store_database.h"
 #include "tests/server/temp_folder.h"
 
 namespace marovane {

@@ -1,4 +1,4 @@
-#include "server/store.h"
+#include "server/store/store.h"
 
 #include <gtest/gtest.h>
 
@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "protocol/record_form.h"
-#include "server/store_database.h"
+#include "server/store/store_database.h"
 #include "tests/server/temp_folder.h"
 
 namespace marovane {

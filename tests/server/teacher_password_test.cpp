@@ -1,5 +1,5 @@
 // A teacher changes the own password.
-#include "server/password.h"
+#include "server/accounts/password.h"
 #include "tests/server/teacher_school.h"
 
 namespace {

@@ -4,9 +4,9 @@
 
 #include <gmock/gmock.h>
 
-#include "server/password.h"
-#include "server/record_store.h"
-#include "server/school_store.h"
+#include "server/accounts/password.h"
+#include "server/store/record_store.h"
+#include "server/store/school_store.h"
 #include "tests/server/teacher_client.h"
 
 class TeacherSchool : public testing::Test {

@@ -2,7 +2,7 @@
 #include <gmock/gmock.h>
 
 #include "base/cp950.h"
-#include "server/web_sources.h"
+#include "server/services/web_sources.h"
 #include "tests/server/running_server.h"
 
 namespace {

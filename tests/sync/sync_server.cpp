@@ -5,8 +5,8 @@
 
 #include <map>
 
-#include "server/password.h"
-#include "server/store_database.h"
+#include "server/accounts/password.h"
+#include "server/store/store_database.h"
 
 SyncPages::SyncPages(std::filesystem::path database)
     : database_(std::move(database)),

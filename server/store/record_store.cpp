@@ -1,4 +1,4 @@
-#include "server/record_store.h"
+#include "server/store/record_store.h"
 
 #include <fmt/format.h>
 
@@ -7,7 +7,7 @@
 #include "base/digest.h"
 #include "base/text.h"
 #include "base/transaction.h"
-#include "server/store_database.h"
+#include "server/store/store_database.h"
 
 namespace marovane {
 

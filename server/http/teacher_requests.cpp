@@ -1,4 +1,4 @@
-#include "server/teacher/http_door.h"
+#include "server/http/teacher_requests.h"
 
 #include <httplib.h>
 

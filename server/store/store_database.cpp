@@ -1,4 +1,4 @@
-#include "server/store_database.h"
+#include "server/store/store_database.h"
 
 #include "base/sqlite.h"
 

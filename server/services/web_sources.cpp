@@ -1,4 +1,4 @@
-#include "server/web_sources.h"
+#include "server/services/web_sources.h"
 
 #include <fmt/format.h>
 
@@ -8,7 +8,7 @@
 
 #include "base/text.h"
 #include "base/utf8.h"
-#include "server/log.h"
+#include "server/services/log.h"
 
 namespace marovane {
 namespace {

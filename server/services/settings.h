@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "server/web_sources.h"
+#include "server/services/web_sources.h"
 
 namespace marovane {
 

@@ -6,9 +6,9 @@
 #include <vector>
 
 #include "protocol/form.h"
-#include "server/school_store.h"
-#include "server/shared_engine.h"
-#include "server/store.h"
+#include "server/services/shared_engine.h"
+#include "server/store/school_store.h"
+#include "server/store/store.h"
 
 namespace marovane {
 

@@ -1,4 +1,4 @@
-#include "server/teacher/command.h"
+#include "server/teacher_command.h"
 
 #include <fmt/format.h>
 #include <termios.h>
@@ -11,10 +11,10 @@
 #include "base/text.h"
 #include "base/utf8.h"
 #include "protocol/account.h"
+#include "server/accounts/password.h"
 #include "server/command_line.h"
-#include "server/password.h"
-#include "server/school_store.h"
-#include "server/store.h"
+#include "server/store/school_store.h"
+#include "server/store/store.h"
 #include "server/teacher/form_reader.h"
 #include "server/teacher/password_page.h"
 

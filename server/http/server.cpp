@@ -1,4 +1,4 @@
-#include "server/server.h"
+#include "server/http/server.h"
 
 #include <fmt/format.h>
 #include <httplib.h>
@@ -10,9 +10,9 @@
 #include <stdexcept>
 #include <thread>
 
-#include "server/log.h"
-#include "server/static_files.h"
-#include "server/teacher/http_door.h"
+#include "server/http/static_files.h"
+#include "server/http/teacher_requests.h"
+#include "server/services/log.h"
 
 namespace marovane {
 namespace {

@@ -1,8 +1,8 @@
-#include "server/shared_word_bank.h"
+#include "server/services/shared_word_bank.h"
 
 #include <exception>
 
-#include "server/log.h"
+#include "server/services/log.h"
 
 namespace marovane {
 namespace {

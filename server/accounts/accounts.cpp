@@ -1,11 +1,11 @@
-#include "server/accounts.h"
+#include "server/accounts/accounts.h"
 
 #include <algorithm>
 
 #include "protocol/account.h"
 #include "protocol/refusal.h"
-#include "server/password.h"
-#include "server/random_text.h"
+#include "server/accounts/password.h"
+#include "server/services/random_text.h"
 
 namespace marovane {
 

@@ -1,8 +1,8 @@
-#include "server/page_store.h"
+#include "server/store/page_store.h"
 
 #include <fmt/format.h>
 
-#include "server/random_text.h"
+#include "server/services/random_text.h"
 
 namespace marovane {
 

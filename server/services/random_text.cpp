@@ -1,4 +1,4 @@
-#include "server/random_text.h"
+#include "server/services/random_text.h"
 
 #include <sodium.h>
 

@@ -1,4 +1,4 @@
-#include "server/account_file.h"
+#include "server/accounts/account_file.h"
 
 #include <fmt/format.h>
 
@@ -7,7 +7,7 @@
 #include "base/key_values.h"
 #include "base/posix_files.h"
 #include "protocol/account.h"
-#include "server/random_text.h"
+#include "server/services/random_text.h"
 
 namespace marovane {
 namespace {

@@ -1,4 +1,4 @@
-#include "server/lifetime.h"
+#include "server/process_end.h"
 
 #include <poll.h>
 #include <sys/prctl.h>

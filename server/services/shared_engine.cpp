@@ -1,9 +1,9 @@
-#include "server/shared_engine.h"
+#include "server/services/shared_engine.h"
 
 #include <chrono>
 #include <exception>
 
-#include "server/log.h"
+#include "server/services/log.h"
 
 namespace marovane {
 namespace {

@@ -1,8 +1,8 @@
 #include <mutex>
 
 #include "base/transaction.h"
-#include "server/school_store.h"
-#include "server/store_database.h"
+#include "server/store/school_store.h"
+#include "server/store/store_database.h"
 
 namespace marovane {
 namespace {

@@ -5,10 +5,10 @@
 #include <stdexcept>
 
 #include "base/transaction.h"
-#include "server/record_tables.h"
-#include "server/school_tables.h"
-#include "server/store.h"
-#include "server/store_database.h"
+#include "server/store/record_tables.h"
+#include "server/store/school_tables.h"
+#include "server/store/store.h"
+#include "server/store/store_database.h"
 
 namespace marovane {
 namespace {

@@ -1,4 +1,4 @@
-#include "server/settings.h"
+#include "server/services/settings.h"
 
 #include "base/key_values.h"
 #include "base/posix_files.h"

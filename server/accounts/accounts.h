@@ -9,7 +9,7 @@
 #include <string_view>
 #include <unordered_map>
 
-#include "server/store.h"
+#include "server/store/store.h"
 
 namespace marovane {
 

@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-#include "server/account_file.h"
+#include "server/accounts/account_file.h"
 #include "server/pages/page.h"
 #include "server/teacher/site.h"
 
