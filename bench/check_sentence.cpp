@@ -8,7 +8,6 @@
 #include "app/compose.h"
 #include "bench/statistics.h"
 #include "core/set_file.h"
-#include "engine/data_dir.h"
 #include "engine/tolvex.h"
 #include "platform/headless/headless_windows.h"
 #include "platform/headless/poll_loop.h"

@@ -7,7 +7,6 @@
 #include <cstdlib>
 #include <stdexcept>
 
-#include "engine/data_dir.h"
 #include "engine/program/registry_file.h"
 #include "engine/program/run_code.h"
 #include "engine/tolvex.h"

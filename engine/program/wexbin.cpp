@@ -10,7 +10,6 @@
 #include <stdexcept>
 #include <vector>
 
-#include "engine/data_dir.h"
 #include "engine/program/registry_file.h"
 #include "engine/tolvex.h"
 
