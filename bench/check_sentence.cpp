@@ -10,7 +10,6 @@
 #include "base/sqlite.h"
 #include "bench/statistics.h"
 #include "core/set_file.h"
-#include "engine/data_dir.h"
 #include "engine/tolvex.h"
 #include "platform/headless/headless_windows.h"
 #include "platform/headless/poll_loop.h"

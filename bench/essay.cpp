@@ -10,7 +10,6 @@
 #include "base/sqlite.h"
 #include "bench/statistics.h"
 #include "core/message.h"
-#include "engine/data_dir.h"
 #include "engine/tolvex.h"
 #include "essay/report_window.h"
 #include "platform/headless/headless_windows.h"

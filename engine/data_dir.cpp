@@ -1,8 +1,8 @@
-#include "engine/data_dir.h"
-
 #include <array>
 #include <cstdlib>
 #include <stdexcept>
+
+#include "engine/tolvex.h"
 
 namespace tolvex {
 

@@ -10,6 +10,11 @@
 
 namespace tolvex {
 
+/// The folder of the language data: the first that exists of the one that the variable MAROVANE_DATA names,
+/// ../share/tolvex and ../share/marovane/tolvex beside the running program. Throws std::runtime_error when
+/// there is none.
+std::filesystem::path FindDataDir();
+
 /// What the engine thinks of a sentence. The numbers are the ones of the key `findMistake`.
 enum class Verdict { kRight = 0, kErrors = 1, kWatch = 2 };
 

@@ -6,7 +6,7 @@
 #include <cstdlib>
 #include <stdexcept>
 
-#include "engine/data_dir.h"
+#include "engine/tolvex.h"
 #include "server/command_line.h"
 #include "server/process_end.h"
 #include "server/services/log.h"

@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "engine/rules/finding.h"
-#include "engine/text/sentence.h"
+#include "engine/sentence/sentence.h"
 #include "engine/tolvex.h"
 
 namespace tolvex {

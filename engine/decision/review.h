@@ -7,7 +7,7 @@
 #include "engine/parser/parser.h"
 #include "engine/ranker/ranker.h"
 #include "engine/rules/finding.h"
-#include "engine/text/sentence.h"
+#include "engine/sentence/sentence.h"
 
 namespace tolvex {
 

@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "engine/text/sentence.h"
+#include "engine/sentence/sentence.h"
 
 namespace tolvex {
 

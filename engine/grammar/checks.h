@@ -2,7 +2,7 @@
 #pragma once
 
 #include "engine/rules/finding.h"
-#include "engine/text/sentence.h"
+#include "engine/sentence/sentence.h"
 
 namespace tolvex {
 

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "engine/text/sentence.h"
+#include "engine/sentence/sentence.h"
 
 namespace tolvex {
 

@@ -1,7 +1,7 @@
 // Noun phrases as the checks read them: determiners, modifiers and a head.
 #pragma once
 
-#include "engine/text/sentence.h"
+#include "engine/sentence/sentence.h"
 
 namespace tolvex {
 

@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "engine/text/sentence.h"
+#include "engine/sentence/sentence.h"
 
 namespace tolvex {
 

@@ -1,7 +1,7 @@
 // Words that say when: they bind the tense of their clause.
 #pragma once
 
-#include "engine/text/sentence.h"
+#include "engine/sentence/sentence.h"
 
 namespace tolvex {
 

@@ -5,7 +5,7 @@
 #include <memory>
 #include <string>
 
-#include "engine/text/sentence.h"
+#include "engine/sentence/sentence.h"
 
 namespace tolvex {
 

@@ -6,7 +6,6 @@
 #include <stdexcept>
 
 #include "base/cp950.h"
-#include "engine/data_dir.h"
 #include "engine/program/registry_file.h"
 #include "engine/program/run_code.h"
 #include "engine/tolvex.h"

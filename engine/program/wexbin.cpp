@@ -9,7 +9,6 @@
 #include <vector>
 
 #include "base/cp950.h"
-#include "engine/data_dir.h"
 #include "engine/program/registry_file.h"
 #include "engine/tolvex.h"
 

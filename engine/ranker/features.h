@@ -6,7 +6,7 @@
 
 #include "engine/edits/edit.h"
 #include "engine/ngram/ngram_model.h"
-#include "engine/text/sentence.h"
+#include "engine/sentence/sentence.h"
 
 namespace tolvex {
 

@@ -5,8 +5,8 @@
 
 #include "engine/edits/edit.h"
 #include "engine/ngram/ngram_model.h"
+#include "engine/sentence/sentence.h"
 #include "engine/tagger/tagger.h"
-#include "engine/text/sentence.h"
 
 namespace tolvex {
 

@@ -7,9 +7,9 @@
 
 #include "engine/edits/edit.h"
 #include "engine/ngram/ngram_model.h"
+#include "engine/sentence/sentence.h"
 #include "engine/tables/table_file.h"
 #include "engine/tagger/tagger.h"
-#include "engine/text/sentence.h"
 
 namespace tolvex {
 

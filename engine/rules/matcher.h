@@ -3,7 +3,7 @@
 
 #include "engine/rules/finding.h"
 #include "engine/rules/pattern_index.h"
-#include "engine/text/sentence.h"
+#include "engine/sentence/sentence.h"
 
 namespace tolvex {
 

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "engine/rules/rule.h"
-#include "engine/text/sentence.h"
+#include "engine/sentence/sentence.h"
 
 namespace tolvex {
 

@@ -8,7 +8,7 @@
 
 #include "engine/lexicon/lexicon.h"
 #include "engine/rules/finding.h"
-#include "engine/text/sentence.h"
+#include "engine/sentence/sentence.h"
 
 namespace tolvex {
 

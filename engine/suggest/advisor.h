@@ -5,8 +5,8 @@
 #include <vector>
 
 #include "engine/lexicon/lexicon.h"
+#include "engine/sentence/sentence.h"
 #include "engine/tables/table_file.h"
-#include "engine/text/sentence.h"
 #include "engine/wordbank/text_table.h"
 
 namespace tolvex {

@@ -7,7 +7,6 @@
 #include <nlohmann/json.hpp>
 
 #include "app/compose.h"
-#include "engine/data_dir.h"
 #include "platform/html.h"
 #include "platform/run_time_error.h"
 

@@ -7,8 +7,8 @@
 #include "engine/ngram/ngram_model.h"
 #include "engine/ranker/ranker.h"
 #include "engine/rules/fix.h"
+#include "engine/sentence/sentence.h"
 #include "engine/tagger/tagger.h"
-#include "engine/text/sentence.h"
 
 namespace tolvex::test {
 

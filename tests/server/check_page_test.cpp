@@ -5,7 +5,7 @@
 #include <future>
 #include <thread>
 
-#include "engine/data_dir.h"
+#include "engine/tolvex.h"
 #include "server/store/page_store.h"
 #include "tests/server/running_server.h"
 

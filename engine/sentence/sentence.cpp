@@ -1,4 +1,4 @@
-#include "engine/text/sentence.h"
+#include "engine/sentence/sentence.h"
 
 #include <algorithm>
 
