@@ -19,6 +19,8 @@
 #include "platform/http.h"
 #include "tests/support/fake_hall.h"
 
+using namespace marovane;
+
 namespace {
 
 // A server that answers at once, so that only the program's own time counts.

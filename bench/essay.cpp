@@ -21,6 +21,8 @@
 #include "records/essay_records.h"
 #include "tests/support/fake_hall.h"
 
+using namespace marovane;
+
 namespace {
 
 constexpr int kSentences = 300;

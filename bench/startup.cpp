@@ -16,6 +16,8 @@
 #include "app/desktop_program.h"
 #include "qt/qt_application.h"
 
+using namespace marovane;
+
 namespace {
 
 double SecondsSinceBoot() {

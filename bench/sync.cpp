@@ -14,6 +14,8 @@
 #include "server/http/server.h"
 #include "tests/sync/computer.h"
 
+using namespace marovane;
+
 namespace {
 
 constexpr int kWarmRuns = 20;
@@ -95,9 +97,9 @@ void MeasureUpload(const std::string& root, int rows) {
 pid_t StartServer(const std::filesystem::path& folder, int readyFd) {
   const pid_t child = fork();
   if (child != 0) return child;
-  marovane::ServerOptions options;
+  server::ServerOptions options;
   options.dataDir = folder;
-  marovane::Server server(options, [] { return marovane::SharedEngine::Judge(); });
+  server::Server server(options, [] { return server::SharedEngine::Judge(); });
   server.EnsureAccount({SyncServer::kAccount, SyncServer::kOldPassword});
   server.Start();
   const std::string root = server.Root() + "\n";

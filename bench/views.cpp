@@ -25,6 +25,8 @@
 #include "views/diary_page.h"
 #include "views/error_statistics_page.h"
 
+using namespace marovane;
+
 namespace {
 
 constexpr base::Day kToday{std::chrono::year{2026} / 11 / 5};

@@ -8,7 +8,7 @@
 
 #include "server/services/random_text.h"
 
-namespace marovane {
+namespace server {
 namespace {
 
 constexpr std::size_t kPrefixBytes = 16;
@@ -90,4 +90,4 @@ Command ParseCommandLine(const std::vector<std::string>& words) {
   return command;
 }
 
-}  // namespace marovane
+}  // namespace server

@@ -10,7 +10,7 @@
 #include "server/http/server.h"
 #include "server/teacher_command.h"
 
-namespace marovane {
+namespace server {
 
 /// The words make no command. Its text says which one.
 class UsageError : public std::runtime_error {
@@ -32,4 +32,4 @@ extern const char* const kUsage;
 /// `words` without the program's name. Throws UsageError.
 Command ParseCommandLine(const std::vector<std::string>& words);
 
-}  // namespace marovane
+}  // namespace server

@@ -13,7 +13,7 @@
 
 namespace {
 
-using namespace marovane;
+using namespace server;
 
 constexpr int kWrongUsage = 64;
 constexpr int kPrivateFiles = 0077;

@@ -11,7 +11,7 @@
 
 #include "base/file_descriptor.h"
 
-namespace marovane {
+namespace server {
 namespace {
 
 sigset_t EndSignals() {
@@ -48,4 +48,4 @@ void WaitForEnd(bool watchInput) {
   }
 }
 
-}  // namespace marovane
+}  // namespace server

@@ -1,7 +1,7 @@
 // How long the process lives.
 #pragma once
 
-namespace marovane {
+namespace server {
 
 /// Holds SIGTERM and SIGINT back, in this thread and all that it starts. To be called before any other thread
 /// runs.
@@ -14,4 +14,4 @@ void EndWithParent();
 /// starting program holds: it closes however that program ends.
 void WaitForEnd(bool watchInput);
 
-}  // namespace marovane
+}  // namespace server

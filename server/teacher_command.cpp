@@ -18,7 +18,7 @@
 #include "server/teacher/form_reader.h"
 #include "server/teacher/password_page.h"
 
-namespace marovane {
+namespace server {
 namespace {
 
 constexpr std::size_t kLongestName = 40;
@@ -144,4 +144,4 @@ void RunTeacherCommand(const TeacherCommand& command) {
   }
 }
 
-}  // namespace marovane
+}  // namespace server

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-namespace marovane {
+namespace server {
 
 struct TeacherCommand {
   enum class Action { kAdd, kPassword, kList };
@@ -24,4 +24,4 @@ TeacherCommand ParseTeacherCommand(const std::vector<std::string>& words);
 /// std::runtime_error with a readable text.
 void RunTeacherCommand(const TeacherCommand& command);
 
-}  // namespace marovane
+}  // namespace server

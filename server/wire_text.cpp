@@ -7,7 +7,7 @@
 #include "base/cp950.h"
 #include "base/utf8.h"
 
-namespace marovane {
+namespace server {
 namespace {
 
 /// Characters that CP950 has, and gives back as themselves.
@@ -56,4 +56,4 @@ std::string PlainText(std::string_view written) {
   return text;
 }
 
-}  // namespace marovane
+}  // namespace server

@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-namespace marovane {
+namespace server {
 
 /// CP950 bytes of a text. Stored texts have no apostrophe (the program stores U+2019 in its place), so it is
 /// free to write what the reply cannot hold: '1F600' is the character of that hexadecimal code. Written so
@@ -15,4 +15,4 @@ std::string WireText(std::string_view utf8);
 /// The UTF-8 text of which the program has written some characters in the same way.
 std::string PlainText(std::string_view written);
 
-}  // namespace marovane
+}  // namespace server

@@ -7,6 +7,8 @@
 #include "updater/package_list.h"
 #include "updater/refusal.h"
 
+namespace updater {
+
 namespace {
 
 namespace fs = std::filesystem;
@@ -81,3 +83,5 @@ void RemoveOldVersions(const Installation& installation) {
     if (name != installation.current && name != previous) fs::remove_all(entry.path(), ignored);
   }
 }
+
+}  // namespace updater

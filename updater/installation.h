@@ -8,6 +8,8 @@
 #include <filesystem>
 #include <string>
 
+namespace updater {
+
 struct Installation {
   std::filesystem::path home;
   std::string current;  ///< name of the folder below versions/ that runs; "" before the first installation
@@ -37,3 +39,5 @@ void SwitchBack(Installation& installation, bool discards);
 
 /// Removes all versions but the one that runs and the previous one. What cannot be removed stays.
 void RemoveOldVersions(const Installation& installation);
+
+}  // namespace updater

@@ -23,6 +23,8 @@
 #include "updater/signature.h"
 #include "updater/update.h"
 
+namespace updater {
+
 namespace {
 
 namespace fs = std::filesystem;
@@ -131,7 +133,10 @@ int RunPlainly(const std::vector<std::string>& words) {
 
 }  // namespace
 
+}  // namespace updater
+
 int main(int argc, char** argv) {
+  using namespace updater;
   const std::vector<std::string> words(argv + 1, argv + argc);
   umask(S_IWGRP | S_IWOTH);
   std::signal(SIGPIPE, SIG_IGN);

@@ -18,6 +18,8 @@
 #include "updater/package_list.h"
 #include "updater/signature.h"
 
+namespace updater {
+
 namespace {
 
 namespace fs = std::filesystem;
@@ -111,7 +113,10 @@ int Run(const std::vector<std::string>& words) {
 
 }  // namespace
 
+}  // namespace updater
+
 int main(int argc, char** argv) {
+  using namespace updater;
   try {
     if (sodium_init() < 0) throw std::runtime_error("libsodium does not work here");
     return Run({argv + 1, argv + argc});

@@ -8,6 +8,8 @@
 
 #include "updater/refusal.h"
 
+namespace updater {
+
 namespace {
 
 constexpr std::string_view kHead = "marovane 1";
@@ -101,3 +103,5 @@ PackageList ReadList(std::string_view text) {
   if (list.files.empty()) Fail();
   return list;
 }
+
+}  // namespace updater

@@ -13,6 +13,8 @@
 #include <string_view>
 #include <vector>
 
+namespace updater {
+
 struct ListedFile {
   std::string path;  ///< below the folder of the version, with "/"
   bool isProgram = false;
@@ -36,3 +38,5 @@ bool IsSafePath(std::string_view path);
 std::string WriteList(const PackageList& list);
 /// Throws Refusal for a text that is no list, and for a list that no owner of a server would make.
 PackageList ReadList(std::string_view text);
+
+}  // namespace updater

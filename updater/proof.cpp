@@ -8,6 +8,8 @@
 #include "base/process.h"
 #include "updater/refusal.h"
 
+namespace updater {
+
 namespace {
 
 namespace fs = std::filesystem;
@@ -64,3 +66,5 @@ void Prove(const fs::path& tree, const std::string& version) {
   Want(home, terminal, "--version", told);
   Want(home, terminal, "--self-check", "");
 }
+
+}  // namespace updater

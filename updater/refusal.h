@@ -3,8 +3,12 @@
 
 #include <stdexcept>
 
+namespace updater {
+
 /// Its text is for the learner. Whoever throws it has changed nothing that the program stands on.
 class Refusal : public std::runtime_error {
  public:
   using std::runtime_error::runtime_error;
 };
+
+}  // namespace updater

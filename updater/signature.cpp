@@ -9,6 +9,8 @@
 #include "base/text.h"
 #include "updater/refusal.h"
 
+namespace updater {
+
 namespace {
 
 constexpr std::string_view kWord = "ed25519 ";
@@ -69,3 +71,5 @@ std::string_view Verified(std::string_view published, std::string_view openKey) 
   }
   return list;
 }
+
+}  // namespace updater

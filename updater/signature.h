@@ -4,6 +4,8 @@
 #include <string>
 #include <string_view>
 
+namespace updater {
+
 struct KeyPair {
   std::string secret;  ///< 128 hexadecimal digits
   std::string open;    ///< 64 hexadecimal digits
@@ -18,3 +20,5 @@ std::string Signed(std::string_view list, std::string_view secretKey);
 /// these bytes.
 /// @param openKey 64 hexadecimal digits; white space around them is passed over
 std::string_view Verified(std::string_view published, std::string_view openKey);
+
+}  // namespace updater

@@ -8,6 +8,8 @@
 #include "base/http.h"
 #include "updater/refusal.h"
 
+namespace updater {
+
 namespace {
 
 constexpr const char* kTooLong = "更新檔比清單所說的還大，沒有更新任何檔案。";
@@ -98,3 +100,5 @@ std::unique_ptr<Source> OpenSource(const std::string& host) {
   if (host.starts_with('/')) return std::make_unique<FolderSource>(host);
   return std::make_unique<WebSource>(host);
 }
+
+}  // namespace updater

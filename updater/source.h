@@ -7,6 +7,8 @@
 #include <string>
 #include <string_view>
 
+namespace updater {
+
 /// Takes the bytes as they come.
 using Sink = std::function<void(std::string_view bytes)>;
 
@@ -24,3 +26,5 @@ std::unique_ptr<Source> OpenSource(const std::string& host);
 
 /// The address that a host stands for; ends in "/".
 std::string AddressOf(const std::string& host);
+
+}  // namespace updater

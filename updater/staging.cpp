@@ -11,6 +11,8 @@
 #include "updater/refusal.h"
 #include "updater/signature.h"
 
+namespace updater {
+
 namespace {
 
 namespace fs = std::filesystem;
@@ -83,3 +85,5 @@ void Staging::Keep(const fs::path& place) {
   base::PosixFiles().Rename(folder_, place);
   folder_.clear();
 }
+
+}  // namespace updater

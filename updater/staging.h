@@ -6,6 +6,8 @@
 #include "updater/package_list.h"
 #include "updater/source.h"
 
+namespace updater {
+
 /// The folder is removed again with this object, unless the version was kept.
 class Staging {
  public:
@@ -31,3 +33,5 @@ class Staging {
 
   std::filesystem::path folder_;
 };
+
+}  // namespace updater

@@ -12,6 +12,8 @@
 #include "updater/signature.h"
 #include "updater/staging.h"
 
+namespace updater {
+
 namespace {
 
 namespace fs = std::filesystem;
@@ -82,3 +84,5 @@ void Install(const fs::path& home, const std::string& host, const fs::path& keyF
   const fs::path ownKey = installation.Current() / "share" / "marovane" / "update.key";
   if (!fs::exists(ownKey)) fs::copy_file(keyFile, ownKey);
 }
+
+}  // namespace updater

@@ -4,6 +4,8 @@
 #include <filesystem>
 #include <string>
 
+namespace updater {
+
 struct UpdateTask {
   std::filesystem::path programFolder;  ///< share/marovane of the version that runs
   std::string host;                     ///< see OpenSource
@@ -19,3 +21,5 @@ void Update(const UpdateTask& task);
 /// @param keyFile holds the open key of the server's owner
 void Install(const std::filesystem::path& home, const std::string& host,
              const std::filesystem::path& keyFile);
+
+}  // namespace updater

@@ -9,7 +9,7 @@
 #include "protocol/account.h"
 #include "server/services/random_text.h"
 
-namespace marovane {
+namespace server {
 namespace {
 
 constexpr std::size_t kNumberLength = 10;
@@ -38,4 +38,4 @@ AccountEntry EnsureAccountFile(const std::filesystem::path& file) {
   return entry;
 }
 
-}  // namespace marovane
+}  // namespace server

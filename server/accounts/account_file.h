@@ -4,7 +4,7 @@
 #include <filesystem>
 #include <string>
 
-namespace marovane {
+namespace server {
 
 struct AccountEntry {
   std::string number;
@@ -17,4 +17,4 @@ struct AccountEntry {
 /// file cannot be read or written, or names no well-formed number.
 AccountEntry EnsureAccountFile(const std::filesystem::path& file);
 
-}  // namespace marovane
+}  // namespace server

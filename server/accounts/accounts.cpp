@@ -7,7 +7,7 @@
 #include "server/accounts/password.h"
 #include "server/services/random_text.h"
 
-namespace marovane {
+namespace server {
 
 using protocol::Refusal;
 namespace refusal = protocol::refusal;
@@ -86,4 +86,4 @@ void Accounts::GiveTryBack(const std::string& account) {
   tries_[account].left += 1;
 }
 
-}  // namespace marovane
+}  // namespace server

@@ -11,7 +11,7 @@
 
 #include "server/store/store.h"
 
-namespace marovane {
+namespace server {
 
 /// May be used from several threads.
 class Accounts {
@@ -57,4 +57,4 @@ class Accounts {
   std::unordered_map<std::string, Tries> tries_;
 };
 
-}  // namespace marovane
+}  // namespace server

@@ -5,7 +5,7 @@
 #include <array>
 #include <stdexcept>
 
-namespace marovane {
+namespace server {
 
 constexpr unsigned long long kPasses = 2;
 constexpr std::size_t kMemory = 19 << 20;  // bytes
@@ -23,4 +23,4 @@ bool PasswordFits(const std::string& password, const std::string& hash) {
   return sodium_init() >= 0 && crypto_pwhash_str_verify(hash.c_str(), password.data(), password.size()) == 0;
 }
 
-}  // namespace marovane
+}  // namespace server

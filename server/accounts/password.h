@@ -3,10 +3,10 @@
 
 #include <string>
 
-namespace marovane {
+namespace server {
 
 /// A salted hash. Costs 19 MiB and two passes, the least that OWASP's password storage cheat sheet asks for.
 std::string HashPassword(const std::string& password);
 bool PasswordFits(const std::string& password, const std::string& hash);
 
-}  // namespace marovane
+}  // namespace server

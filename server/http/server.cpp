@@ -14,7 +14,7 @@
 #include "server/http/teacher_requests.h"
 #include "server/services/log.h"
 
-namespace marovane {
+namespace server {
 namespace {
 
 constexpr std::size_t kKeptResults = 1000;
@@ -227,4 +227,4 @@ std::string Server::RootFor(const std::string& host) const {
   return fmt::format("http://{}{}/", host, options_.prefix);
 }
 
-}  // namespace marovane
+}  // namespace server

@@ -18,7 +18,7 @@ struct Request;
 struct Response;
 }  // namespace httplib
 
-namespace marovane {
+namespace server {
 
 struct ServerOptions {
   std::string listen = "127.0.0.1";  ///< address or host name
@@ -79,4 +79,4 @@ class Server {
   std::future<void> listening_;
 };
 
-}  // namespace marovane
+}  // namespace server

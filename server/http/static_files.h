@@ -3,7 +3,7 @@
 
 #include <string_view>
 
-namespace marovane {
+namespace server {
 
 struct StaticFile {
   std::string_view path;  ///< below the server's root
@@ -14,4 +14,4 @@ struct StaticFile {
 /// Null for an unknown path.
 const StaticFile* FindStaticFile(std::string_view path);
 
-}  // namespace marovane
+}  // namespace server

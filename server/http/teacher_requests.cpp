@@ -6,7 +6,7 @@
 
 #include "protocol/headers.h"
 
-namespace marovane {
+namespace server {
 namespace {
 
 constexpr std::size_t kBodyLimit = 256 << 10;
@@ -105,4 +105,4 @@ void AnswerTeacher(TeacherSite& site, std::string_view path, const httplib::Requ
   Send(site.Answer(asked), response);
 }
 
-}  // namespace marovane
+}  // namespace server

@@ -9,7 +9,7 @@ struct Request;
 struct Response;
 }  // namespace httplib
 
-namespace marovane {
+namespace server {
 
 /// What a path below the root must begin with to be a page of the site.
 inline constexpr std::string_view kTeacherFolder = "teacher/";
@@ -19,4 +19,4 @@ inline constexpr std::string_view kTeacherFolder = "teacher/";
 void AnswerTeacher(TeacherSite& site, std::string_view path, const httplib::Request& request,
                    const httplib::ContentReader* readBody, bool isBehindProxy, httplib::Response& response);
 
-}  // namespace marovane
+}  // namespace server

@@ -10,7 +10,7 @@
 #include "protocol/account.h"
 #include "server/pages/page.h"
 
-namespace marovane {
+namespace server {
 namespace {
 
 constexpr std::size_t kNumberLimit = 64;
@@ -134,4 +134,4 @@ Reply UserAct(Services& services, const Call& call) {
   return TextReply("OK_");
 }
 
-}  // namespace marovane
+}  // namespace server

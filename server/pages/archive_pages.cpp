@@ -5,7 +5,7 @@
 #include "base/utf8.h"
 #include "server/pages/page.h"
 
-namespace marovane {
+namespace server {
 namespace {
 
 constexpr std::size_t kDigestLength = 32;
@@ -54,4 +54,4 @@ Reply ShowArchivedPage(Services& services, const Call& call) {
   return {base::ToCp950(page ? std::string_view(*page) : kMissing, base::Unencodable::kReference)};
 }
 
-}  // namespace marovane
+}  // namespace server

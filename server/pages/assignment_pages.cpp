@@ -7,7 +7,7 @@
 #include "base/text.h"
 #include "server/pages/page.h"
 
-namespace marovane {
+namespace server {
 
 using base::Fill;
 using base::Html;
@@ -149,4 +149,4 @@ Reply HandInEssay(Services& services, const Call& call) {
   throw Refusal(refusal::kServer);
 }
 
-}  // namespace marovane
+}  // namespace server

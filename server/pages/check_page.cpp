@@ -6,7 +6,7 @@
 #include "server/pages/page.h"
 #include "server/services/log.h"
 
-namespace marovane {
+namespace server {
 namespace {
 
 constexpr std::size_t kSentenceLimit = 2000;
@@ -38,4 +38,4 @@ Reply CheckSentence(Services& services, const Call& call) {
                                Field(judgement.errcode), path, Field(judgement.marked)));
 }
 
-}  // namespace marovane
+}  // namespace server

@@ -3,7 +3,7 @@
 #include "protocol/page_code.h"
 #include "server/pages/page.h"
 
-namespace marovane {
+namespace server {
 namespace {
 
 constexpr std::string_view kDamaged = R"(<!DOCTYPE html>
@@ -27,4 +27,4 @@ Reply ShowPackedPage(Services& /*services*/, const Call& call) {
   return {.body = base::ToCp950(kDamaged, base::Unencodable::kReference)};
 }
 
-}  // namespace marovane
+}  // namespace server

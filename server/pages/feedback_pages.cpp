@@ -10,7 +10,7 @@
 #include "base/utf8.h"
 #include "server/pages/page.h"
 
-namespace marovane {
+namespace server {
 namespace {
 
 constexpr std::size_t kShortLimit = 200;
@@ -79,4 +79,4 @@ Reply ServiceMail(Services& services, const Call& /*call*/) {
                                                  : "其他問題請寫信至：" + mail));
 }
 
-}  // namespace marovane
+}  // namespace server

@@ -9,7 +9,7 @@
 #include "protocol/pages.h"
 #include "server/services/log.h"
 
-namespace marovane {
+namespace server {
 
 namespace page = protocol::page;
 
@@ -75,4 +75,4 @@ Reply Answer(const Page& page, Services& services, std::string_view body, const 
   return TextReply(refusal::kServer);
 }
 
-}  // namespace marovane
+}  // namespace server

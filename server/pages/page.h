@@ -17,7 +17,7 @@
 #include "server/store/school_store.h"
 #include "server/store/store.h"
 
-namespace marovane {
+namespace server {
 
 using protocol::Form;
 using protocol::Refusal;
@@ -104,4 +104,4 @@ Reply WorkQuestion(Services& services, const Call& call);
 Reply TeacherComment(Services& services, const Call& call);
 Reply HandInEssay(Services& services, const Call& call);
 
-}  // namespace marovane
+}  // namespace server

@@ -2,7 +2,7 @@
 #include "base/day.h"
 #include "server/pages/page.h"
 
-namespace marovane {
+namespace server {
 
 namespace {
 
@@ -35,4 +35,4 @@ Reply PublisherNews(Services& services, const Call& /*call*/) {
   return TextReply("OK_" + services.settings.newsPage);
 }
 
-}  // namespace marovane
+}  // namespace server

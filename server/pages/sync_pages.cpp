@@ -15,7 +15,7 @@
 #include "server/store/record_store.h"
 #include "server/wire_text.h"
 
-namespace marovane {
+namespace server {
 namespace {
 
 constexpr std::size_t kNumberLimit = 64;
@@ -217,4 +217,4 @@ Reply SyncClient(Services& services, const Call& call) {
   return {reply + (isLast ? "FINISH" : "LASTID:" + rows[written - 1][0])};
 }
 
-}  // namespace marovane
+}  // namespace server

@@ -2,7 +2,7 @@
 #include "base/text.h"
 #include "server/pages/page.h"
 
-namespace marovane {
+namespace server {
 namespace {
 
 constexpr std::size_t kQueryLimit = 200;
@@ -45,4 +45,4 @@ Reply WebHelperSites(Services& services, const Call& /*call*/) {
   return TextReply(reply);
 }
 
-}  // namespace marovane
+}  // namespace server

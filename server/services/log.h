@@ -5,11 +5,11 @@
 
 #include <cstdio>
 
-namespace marovane {
+namespace server {
 
 template <typename... Arguments>
 void LogError(fmt::format_string<Arguments...> text, Arguments&&... arguments) {
   fmt::print(stderr, "marovane-server: {}\n", fmt::format(text, std::forward<Arguments>(arguments)...));
 }
 
-}  // namespace marovane
+}  // namespace server

@@ -5,7 +5,7 @@
 #include <stdexcept>
 #include <string_view>
 
-namespace marovane {
+namespace server {
 namespace {
 
 void NeedSodium() {
@@ -31,4 +31,4 @@ std::string RandomAlphanumeric(std::size_t length) {
   return Draw("ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789", length);
 }
 
-}  // namespace marovane
+}  // namespace server

@@ -4,7 +4,7 @@
 #include "base/posix_files.h"
 #include "protocol/account.h"
 
-namespace marovane {
+namespace server {
 namespace {
 
 base::KeyValues ReadSettings(const std::filesystem::path& file) {
@@ -46,4 +46,4 @@ ServerSettings ReadServerSettings(const std::filesystem::path& file) {
   return settings;
 }
 
-}  // namespace marovane
+}  // namespace server

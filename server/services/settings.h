@@ -8,7 +8,7 @@
 
 #include "server/services/web_sources.h"
 
-namespace marovane {
+namespace server {
 
 struct ServerSettings {
   std::string engineRoot;   ///< root address that p_all_webengine_get.asp hands out; "" for the server's own
@@ -30,4 +30,4 @@ struct ServerSettings {
 /// Logins come cleaned. Throws std::runtime_error when a file cannot be read.
 ServerSettings ReadServerSettings(const std::filesystem::path& file);
 
-}  // namespace marovane
+}  // namespace server

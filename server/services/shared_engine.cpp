@@ -5,7 +5,7 @@
 
 #include "server/services/log.h"
 
-namespace marovane {
+namespace server {
 namespace {
 
 SharedEngine::Judge LoadAndTell(const SharedEngine::Load& load) try {
@@ -37,4 +37,4 @@ SharedEngine::Load LoadTolvex(const std::filesystem::path& dataDir) {
   };
 }
 
-}  // namespace marovane
+}  // namespace server

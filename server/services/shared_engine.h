@@ -7,7 +7,7 @@
 
 #include "engine/tolvex.h"
 
-namespace marovane {
+namespace server {
 
 class SharedEngine {
  public:
@@ -32,4 +32,4 @@ class SharedEngine {
 /// Loads the engine from its language data.
 SharedEngine::Load LoadTolvex(const std::filesystem::path& dataDir);
 
-}  // namespace marovane
+}  // namespace server

@@ -4,7 +4,7 @@
 
 #include "server/services/log.h"
 
-namespace marovane {
+namespace server {
 namespace {
 
 std::shared_ptr<const wexbin::WordBank> LoadAndTell(const std::filesystem::path& dataDir) try {
@@ -19,4 +19,4 @@ std::shared_ptr<const wexbin::WordBank> LoadAndTell(const std::filesystem::path&
 SharedWordBank::SharedWordBank(const std::filesystem::path& dataDir)
     : bank_(std::async(std::launch::deferred, [dataDir] { return LoadAndTell(dataDir); })) {}
 
-}  // namespace marovane
+}  // namespace server

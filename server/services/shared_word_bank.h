@@ -7,7 +7,7 @@
 
 #include "engine/wexbin.h"
 
-namespace marovane {
+namespace server {
 
 class SharedWordBank {
  public:
@@ -22,4 +22,4 @@ class SharedWordBank {
   std::shared_future<std::shared_ptr<const wexbin::WordBank>> bank_;
 };
 
-}  // namespace marovane
+}  // namespace server

@@ -10,7 +10,7 @@
 #include "base/utf8.h"
 #include "server/services/log.h"
 
-namespace marovane {
+namespace server {
 namespace {
 
 constexpr std::string_view kSeparator = "||";
@@ -76,4 +76,4 @@ WebSources ReadWebSources(const std::filesystem::path& file) {
   return sources;
 }
 
-}  // namespace marovane
+}  // namespace server

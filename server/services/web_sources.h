@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-namespace marovane {
+namespace server {
 
 /// Records "name||kind||lang||url" (UTF-8) as `p_getwebhelper.asp` hands them out. `kind` is "cn" for a site
 /// that takes Chinese, "en" for one that takes English; `lang` is "cn" when the finished address must be
@@ -17,4 +17,4 @@ using WebSources = std::vector<std::string>;
 /// Throws std::runtime_error when the file cannot be read.
 WebSources ReadWebSources(const std::filesystem::path& file);
 
-}  // namespace marovane
+}  // namespace server

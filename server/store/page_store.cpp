@@ -4,7 +4,7 @@
 
 #include "server/services/random_text.h"
 
-namespace marovane {
+namespace server {
 
 std::string PageStore::Keep(std::string page) {
   std::string path = fmt::format("pages/{}.htm", RandomHex(16));
@@ -25,4 +25,4 @@ std::optional<std::string> PageStore::Find(std::string_view path) const {
   return page->second;
 }
 
-}  // namespace marovane
+}  // namespace server

@@ -9,7 +9,7 @@
 #include <string_view>
 #include <unordered_map>
 
-namespace marovane {
+namespace server {
 
 /// Holds the last `capacity` pages; a new one drops the oldest. May be used from several threads.
 class PageStore {
@@ -27,4 +27,4 @@ class PageStore {
   std::deque<std::string> order_;
 };
 
-}  // namespace marovane
+}  // namespace server

@@ -9,7 +9,7 @@
 #include "base/transaction.h"
 #include "server/store/store_database.h"
 
-namespace marovane {
+namespace server {
 
 namespace {
 
@@ -156,4 +156,4 @@ std::vector<std::vector<std::string>> RecordStore::Rows(const std::string& accou
   return rows;
 }
 
-}  // namespace marovane
+}  // namespace server

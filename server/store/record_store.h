@@ -10,7 +10,7 @@
 
 #include "base/database.h"
 
-namespace marovane {
+namespace server {
 
 enum class RecordKind { kRight, kFaulty, kEssay };
 
@@ -59,4 +59,4 @@ class RecordStore {
   std::unique_ptr<base::Database> database_;
 };
 
-}  // namespace marovane
+}  // namespace server

@@ -1,7 +1,7 @@
 // The tables of records, as steps of the schema of `server.db`.
 #pragma once
 
-namespace marovane {
+namespace server {
 
 // The numbers are the order of arrival, and are never used twice.
 inline constexpr const char* kRecordTables = R"(
@@ -69,4 +69,4 @@ inline constexpr const char* kCleanRecords = R"(
     UPDATE essay SET final_set = 'N' WHERE final_set NOT IN ('N', 'A', 'Y');
 )";
 
-}  // namespace marovane
+}  // namespace server

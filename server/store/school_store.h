@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-namespace marovane {
+namespace server {
 
 struct Teacher {
   std::string login;
@@ -124,4 +124,4 @@ class SchoolStore {
 /// Works on a database that `OpenSqliteStore` has brought up to date.
 std::unique_ptr<SchoolStore> OpenSqliteSchoolStore(const std::filesystem::path& file);
 
-}  // namespace marovane
+}  // namespace server

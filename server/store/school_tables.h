@@ -1,7 +1,7 @@
 // The tables of schools, as a step of the schema of `server.db`.
 #pragma once
 
-namespace marovane {
+namespace server {
 
 inline constexpr const char* kSchoolTables = R"(
     CREATE TABLE teacher (
@@ -45,4 +45,4 @@ inline constexpr const char* kSchoolTables = R"(
     ) WITHOUT ROWID;
 )";
 
-}  // namespace marovane
+}  // namespace server

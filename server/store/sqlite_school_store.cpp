@@ -4,7 +4,7 @@
 #include "server/store/school_store.h"
 #include "server/store/store_database.h"
 
-namespace marovane {
+namespace server {
 namespace {
 
 using Row = std::vector<std::string>;
@@ -251,4 +251,4 @@ std::unique_ptr<SchoolStore> OpenSqliteSchoolStore(const std::filesystem::path& 
   return std::make_unique<SqliteSchoolStore>(file);
 }
 
-}  // namespace marovane
+}  // namespace server

@@ -10,7 +10,7 @@
 #include "server/store/store.h"
 #include "server/store/store_database.h"
 
-namespace marovane {
+namespace server {
 namespace {
 
 /// Step N brings a database of version N to version N + 1. A step that was published is never changed.
@@ -139,4 +139,4 @@ std::unique_ptr<Store> OpenSqliteStore(const std::filesystem::path& file) try {
   throw std::runtime_error(fmt::format("cannot use the database: {}", error.what()));
 }
 
-}  // namespace marovane
+}  // namespace server

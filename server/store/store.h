@@ -6,7 +6,7 @@
 #include <optional>
 #include <string>
 
-namespace marovane {
+namespace server {
 
 /// Names an archived page: digests of an account number and of a sentence.
 struct ArchiveKey {
@@ -56,4 +56,4 @@ class Store {
 /// std::runtime_error when the file cannot be used.
 std::unique_ptr<Store> OpenSqliteStore(const std::filesystem::path& file);
 
-}  // namespace marovane
+}  // namespace server

@@ -2,7 +2,7 @@
 
 #include "base/sqlite.h"
 
-namespace marovane {
+namespace server {
 
 std::unique_ptr<base::Database> OpenStoreDatabase(const std::filesystem::path& file) {
   auto database = base::SqliteDatabases().Open(file, base::Databases::Mode::kMayBeNew);
@@ -10,4 +10,4 @@ std::unique_ptr<base::Database> OpenStoreDatabase(const std::filesystem::path& f
   return database;
 }
 
-}  // namespace marovane
+}  // namespace server

@@ -6,10 +6,10 @@
 
 #include "base/database.h"
 
-namespace marovane {
+namespace server {
 
 /// A connection of its own, which makes the file when it is missing. Its statements keep to foreign keys.
 /// Throws base::Error.
 std::unique_ptr<base::Database> OpenStoreDatabase(const std::filesystem::path& file);
 
-}  // namespace marovane
+}  // namespace server

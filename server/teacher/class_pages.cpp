@@ -8,7 +8,7 @@
 #include "server/teacher/layout.h"
 #include "server/teacher/roster.h"
 
-namespace marovane {
+namespace server {
 
 using base::Fill;
 using base::Html;
@@ -187,4 +187,4 @@ TeacherReply RemovePupil(const Visit& visit) {
   return GoTo(visit, fmt::format("class?class={}&done=removed", schoolClass.id));
 }
 
-}  // namespace marovane
+}  // namespace server

@@ -7,7 +7,7 @@
 #include "base/text.h"
 #include "protocol/sentences.h"
 
-namespace marovane {
+namespace server {
 
 using base::Fill;
 using base::Html;
@@ -107,4 +107,4 @@ Html MarkedEssay(std::string_view essay, const SharedEngine& engine) {
   return marked;
 }
 
-}  // namespace marovane
+}  // namespace server

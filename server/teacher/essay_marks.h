@@ -8,7 +8,7 @@
 #include "base/html.h"
 #include "server/services/shared_engine.h"
 
-namespace marovane {
+namespace server {
 
 struct EssaySentence {
   std::string text;
@@ -22,4 +22,4 @@ std::vector<EssaySentence> SentencesOf(std::string_view essay);
 /// judged; when the engine cannot be used the sentences stand alone, under a line that says so.
 base::Html MarkedEssay(std::string_view essay, const SharedEngine& engine);
 
-}  // namespace marovane
+}  // namespace server

@@ -9,7 +9,7 @@
 #include "server/teacher/form_reader.h"
 #include "server/teacher/layout.h"
 
-namespace marovane {
+namespace server {
 
 using base::Fill;
 using base::Html;
@@ -90,4 +90,4 @@ TeacherReply SaveComment(const Visit& visit) {
   return GoTo(visit, fmt::format("essay?topic={}&account={}&done=comment", work.topic.id, handIn.account));
 }
 
-}  // namespace marovane
+}  // namespace server

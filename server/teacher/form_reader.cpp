@@ -7,7 +7,7 @@
 #include "base/text.h"
 #include "base/utf8.h"
 
-namespace marovane {
+namespace server {
 
 std::string FormReader::Typed(const std::string& name, std::string_view label, std::size_t limit,
                               bool mayHaveLines) {
@@ -44,4 +44,4 @@ std::string FormReader::Day(const std::string& name, std::string_view label) {
   return day.value_or(base::IsCleanText(typed) ? typed : "");
 }
 
-}  // namespace marovane
+}  // namespace server

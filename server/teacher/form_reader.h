@@ -8,7 +8,7 @@
 #include "base/utf8.h"
 #include "protocol/form.h"
 
-namespace marovane {
+namespace server {
 
 class FormReader {
  public:
@@ -32,4 +32,4 @@ class FormReader {
   std::vector<std::string> errors_;
 };
 
-}  // namespace marovane
+}  // namespace server

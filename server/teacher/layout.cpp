@@ -4,7 +4,7 @@
 
 #include "base/html.h"
 
-namespace marovane {
+namespace server {
 
 using base::Fill;
 using base::Html;
@@ -97,4 +97,4 @@ std::string Field(const Visit& visit, const std::string& name) {
   return visit.fields.Find(name).value_or("");
 }
 
-}  // namespace marovane
+}  // namespace server

@@ -8,7 +8,7 @@
 #include "base/html.h"
 #include "server/teacher/teacher_page.h"
 
-namespace marovane {
+namespace server {
 
 /// A whole page for somebody who has not logged in.
 std::string OuterPage(const std::string& base, std::string_view title, const base::Html& content);
@@ -36,4 +36,4 @@ base::Html BackLink(const Visit& visit, std::string_view target, std::string_vie
 /// The field's value, "" when it is missing.
 std::string Field(const Visit& visit, const std::string& name);
 
-}  // namespace marovane
+}  // namespace server

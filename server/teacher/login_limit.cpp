@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-namespace marovane {
+namespace server {
 
 constexpr std::size_t kMostRemembered = 10000;
 
@@ -35,4 +35,4 @@ void LoginLimit::GiveTryBack(const std::string& login, const std::string& addres
   Refilled(addresses_, address).left += 1;
 }
 
-}  // namespace marovane
+}  // namespace server

@@ -7,7 +7,7 @@
 
 #include "server/teacher/sessions.h"
 
-namespace marovane {
+namespace server {
 
 /// Tries are counted for each login name and for each address: ten in a row are free for a name, then one
 /// every half minute; thirty for an address, then one every five seconds. Ten thousand of each are
@@ -40,4 +40,4 @@ class LoginLimit {
   Counter addresses_{30, 1.0 / 5};
 };
 
-}  // namespace marovane
+}  // namespace server

@@ -5,7 +5,7 @@
 #include "base/html.h"
 #include "server/teacher/layout.h"
 
-namespace marovane {
+namespace server {
 
 using base::Fill;
 using base::Html;
@@ -37,4 +37,4 @@ NewPassword ReadNewPassword(const protocol::Form& fields) {
   return read;
 }
 
-}  // namespace marovane
+}  // namespace server

@@ -6,7 +6,7 @@
 
 #include "server/teacher/teacher_page.h"
 
-namespace marovane {
+namespace server {
 
 /// In bytes.
 inline constexpr std::size_t kShortestTeacherPassword = 8;
@@ -23,4 +23,4 @@ struct NewPassword {
 };
 NewPassword ReadNewPassword(const protocol::Form& fields);
 
-}  // namespace marovane
+}  // namespace server

@@ -12,7 +12,7 @@
 #include "protocol/account.h"
 #include "server/teacher/form_reader.h"
 
-namespace marovane {
+namespace server {
 namespace {
 
 constexpr std::size_t kMostPupils = 200;
@@ -125,4 +125,4 @@ class Reader {
 
 Roster ReadRoster(std::string_view bytes) { return Reader(bytes).Read(); }
 
-}  // namespace marovane
+}  // namespace server

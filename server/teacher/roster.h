@@ -5,7 +5,7 @@
 #include <string_view>
 #include <vector>
 
-namespace marovane {
+namespace server {
 
 struct RosterEntry {
   std::string account;  ///< cleaned
@@ -23,4 +23,4 @@ struct Roster {
 /// a heading; empty lines do not count. At most 200 pupils.
 Roster ReadRoster(std::string_view bytes);
 
-}  // namespace marovane
+}  // namespace server

@@ -8,7 +8,7 @@
 
 #include "server/services/random_text.h"
 
-namespace marovane {
+namespace server {
 namespace {
 
 constexpr std::chrono::hours kIdle{1};
@@ -76,4 +76,4 @@ bool Sessions::IsFormToken(std::string_view secret, std::string_view token) cons
          sodium_memcmp(token.data(), right.data(), right.size()) == 0;
 }
 
-}  // namespace marovane
+}  // namespace server

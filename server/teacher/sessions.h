@@ -9,7 +9,7 @@
 #include <string_view>
 #include <unordered_map>
 
-namespace marovane {
+namespace server {
 
 using SteadyClock = std::function<std::chrono::steady_clock::time_point()>;
 
@@ -52,4 +52,4 @@ class Sessions {
   std::unordered_map<std::string, Session> sessions_;
 };
 
-}  // namespace marovane
+}  // namespace server

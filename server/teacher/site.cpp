@@ -14,7 +14,7 @@
 #include "server/teacher/layout.h"
 #include "server/teacher/password_page.h"
 
-namespace marovane {
+namespace server {
 
 using base::Fill;
 using base::Html;
@@ -239,4 +239,4 @@ std::string TeacherSite::Cookie(std::string_view name, std::string_view value) c
                      options_.isBehindTls ? "; Secure" : "");
 }
 
-}  // namespace marovane
+}  // namespace server

@@ -9,7 +9,7 @@
 #include "server/teacher/sessions.h"
 #include "server/teacher/teacher_page.h"
 
-namespace marovane {
+namespace server {
 
 struct TeacherSiteOptions {
   std::string base;          ///< path of the site, "/prefix/teacher/"
@@ -54,4 +54,4 @@ class TeacherSite {
   std::mutex hashing_;  // one at a time: a hash takes 19 MiB
 };
 
-}  // namespace marovane
+}  // namespace server

@@ -10,7 +10,7 @@
 #include "server/store/school_store.h"
 #include "server/store/store.h"
 
-namespace marovane {
+namespace server {
 
 /// One request, whatever carried it.
 struct TeacherRequest {
@@ -60,4 +60,4 @@ TeacherReply TopicPage(const Visit& visit);
 TeacherReply EssayPage(const Visit& visit);
 TeacherReply SaveComment(const Visit& visit);
 
-}  // namespace marovane
+}  // namespace server

@@ -9,7 +9,7 @@
 #include "server/teacher/form_reader.h"
 #include "server/teacher/layout.h"
 
-namespace marovane {
+namespace server {
 
 using base::Fill;
 using base::Html;
@@ -150,4 +150,4 @@ TeacherReply TopicPage(const Visit& visit) {
   return Page(visit, topic.title, content);
 }
 
-}  // namespace marovane
+}  // namespace server

@@ -5,6 +5,8 @@
 #include "core/version_check.h"
 #include "records/salvage.h"
 
+namespace marovane {
+
 namespace {
 
 // A window of a program, made at the first reference.
@@ -74,3 +76,5 @@ Composition::Composition(Machine& machine, InstallationValues installation)
   hall.tellMissingData = [this] { TellMissingData(program); };
   ReportUnhandledErrors(program);
 }
+
+}  // namespace marovane

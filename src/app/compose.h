@@ -27,6 +27,8 @@
 #include "wordhelper/browser.h"
 #include "wordhelper/collocation.h"
 
+namespace marovane {
+
 /// A program with all its windows behind the doors of its hall.
 struct Composition {
   Composition(Machine& machine, InstallationValues installation);
@@ -56,3 +58,5 @@ struct Composition {
   Window<FrmPublisher> frmPublisher;
   Window<FrmXQDLogin> frmXQDLogin;
 };
+
+}  // namespace marovane

@@ -7,6 +7,7 @@
 #include "qt/qt_application.h"
 
 int main(int argc, char** argv) {
+  using namespace marovane;
   // Before anything wants a screen: an update asks whether the program starts at all.
   if (argc == 2 && std::string_view(argv[1]) == "--version") {
     fmt::print("Marovane {}\n", Program::Version());

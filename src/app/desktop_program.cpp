@@ -4,6 +4,8 @@
 #include "platform/run_time_error.h"
 #include "platform/web_browser.h"
 
+namespace marovane {
+
 DesktopProgram::DesktopProgram(const std::string& edition)
     : windows_(loop_, WindowOptions(edition)),
       host_(loop_, windows_, desktop_, edition),
@@ -51,3 +53,5 @@ bool DesktopProgram::IsOwnPage(const std::string& url) const {
   }
   return false;
 }
+
+}  // namespace marovane

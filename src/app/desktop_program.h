@@ -13,6 +13,8 @@
 #include "qt/qt_loop.h"
 #include "qt/qt_windows.h"
 
+namespace marovane {
+
 /// Needs a QApplication made after PrepareApplication().
 class DesktopProgram {
  public:
@@ -43,3 +45,5 @@ class DesktopProgram {
   EmbeddedServer server_;
   std::unique_ptr<Composition> rooms_;
 };
+
+}  // namespace marovane

@@ -8,6 +8,8 @@
 #include "platform/processes.h"
 #include "platform/run_time_error.h"
 
+namespace marovane {
+
 namespace {
 
 // The password of the made account is kept, so that nobody is asked for one that nobody has typed.
@@ -45,3 +47,5 @@ EmbeddedServer StartEmbeddedServer(Machine& machine, InstallationValues& install
   WriteFirstSetup(machine);
   return server;
 }
+
+}  // namespace marovane

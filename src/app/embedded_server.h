@@ -5,6 +5,8 @@
 
 #include "core/installation.h"
 
+namespace marovane {
+
 struct Machine;
 class PipedProcess;
 
@@ -16,3 +18,5 @@ using EmbeddedServer = std::unique_ptr<PipedProcess>;
 /// start also writes a first `setup.set` that keeps its password. Throws RunTimeError with the reason when
 /// the server does not come up.
 EmbeddedServer StartEmbeddedServer(Machine& machine, InstallationValues& installation);
+
+}  // namespace marovane

@@ -11,6 +11,8 @@
 #include "platform/host/posix_processes.h"
 #include "platform/machine.h"
 
+namespace marovane {
+
 struct HostMachine {
   HostMachine(EventLoop& loop, WindowSystem& windows, Desktop& desktop, const std::string& commandLine)
       : environment(ReadHostEnvironment(commandLine)),
@@ -26,3 +28,5 @@ struct HostMachine {
   OpenCcConverter chinese;
   Machine machine;
 };
+
+}  // namespace marovane

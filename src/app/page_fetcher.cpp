@@ -8,6 +8,8 @@
 #include "platform/run_time_error.h"
 #include "protocol/headers.h"
 
+namespace marovane {
+
 namespace {
 
 // A form post in the page's character set, Big5.
@@ -45,3 +47,5 @@ void PageFetcher::Fetch(const std::string& method, const std::string& url, const
     page_ = "<html><body><p>目前無法取得說明頁，請檢查網路連線</p></body></html>";
   }
 }
+
+}  // namespace marovane

@@ -5,6 +5,8 @@
 
 #include "platform/web_browser.h"
 
+namespace marovane {
+
 struct Machine;
 
 /// Follows a browser control's navigations and form posts over HTTP.
@@ -28,3 +30,5 @@ class PageFetcher : public WebRenderer {
   Machine& machine_;
   std::string page_;
 };
+
+}  // namespace marovane

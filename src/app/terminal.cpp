@@ -20,6 +20,8 @@
 #include "platform/processes.h"
 #include "platform/run_time_error.h"
 
+namespace marovane {
+
 namespace {
 
 constexpr int kWrongUsage = 64;
@@ -115,3 +117,5 @@ int RunTerminal(const std::vector<std::string>& words) {
     return TerminalCheck::kNoAnswer;
   }
 }
+
+}  // namespace marovane

@@ -10,6 +10,8 @@
 #include "platform/html.h"
 #include "platform/run_time_error.h"
 
+namespace marovane {
+
 namespace {
 
 nlohmann::ordered_json FaultList(const tolvex::Judgement& judgement) {
@@ -114,3 +116,5 @@ void TerminalCheck::PrintJson(const std::string& sentence) {
   fmt::print("{}\n", line.dump(-1, ' ', false, nlohmann::json::error_handler_t::replace));
   std::fflush(stdout);
 }
+
+}  // namespace marovane

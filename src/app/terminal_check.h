@@ -7,6 +7,8 @@
 #include "app/page_fetcher.h"
 #include "engine/tolvex.h"
 
+namespace marovane {
+
 struct Composition;
 
 class TerminalCheck {
@@ -37,3 +39,5 @@ class TerminalCheck {
   bool json_;
   int status_ = kRight;
 };
+
+}  // namespace marovane

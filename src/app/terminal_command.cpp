@@ -7,6 +7,8 @@
 #include "base/text.h"
 #include "wordhelper/pair_code.h"
 
+namespace marovane {
+
 const char* const kTerminalUsage =
     "用法：marovane-terminal [命令]\n"
     "\n"
@@ -220,3 +222,5 @@ std::optional<TerminalCommand> ParseTerminalCommand(const std::vector<std::strin
   if (!found->second.parse(command, {words.begin() + 1, words.end()}, problem)) return std::nullopt;
   return command;
 }
+
+}  // namespace marovane

@@ -7,6 +7,8 @@
 
 #include "base/day.h"
 
+namespace marovane {
+
 struct TerminalCommand {
   enum class Kind {
     kCheck,
@@ -44,3 +46,5 @@ std::optional<TerminalCommand> ParseTerminalCommand(const std::vector<std::strin
                                                     std::string& problem);
 
 extern const char* const kTerminalUsage;
+
+}  // namespace marovane

@@ -19,6 +19,8 @@
 #include "platform/run_time_error.h"
 #include "records/essay_topics.h"
 
+namespace marovane {
+
 namespace {
 
 constexpr int kBreakButton = 10;
@@ -149,3 +151,5 @@ int RunEssay(Composition& composition, const TerminalCommand& command) {
   if (command.kind == Kind::kEssayDelete) return essay.Delete(command.essay);
   return essay.Walk(composition.program.machine.files.Read(command.essay), command.topic, command.title);
 }
+
+}  // namespace marovane

@@ -6,6 +6,8 @@
 #include "app/page_fetcher.h"
 #include "platform/timer.h"
 
+namespace marovane {
+
 struct Composition;
 struct TerminalCommand;
 
@@ -48,3 +50,5 @@ class TerminalEssay {
 
 /// Runs the command `essay` and gives its exit status. Throws RunTimeError.
 int RunEssay(Composition& composition, const TerminalCommand& command);
+
+}  // namespace marovane

@@ -1,3 +1,3 @@
 #include "app/terminal.h"
 
-int main(int argc, char** argv) { return RunTerminal({argv + 1, argv + argc}); }
+int main(int argc, char** argv) { return marovane::RunTerminal({argv + 1, argv + argc}); }

@@ -9,6 +9,8 @@
 #include "views/day_sentences_page.h"
 #include "views/error_statistics_page.h"
 
+namespace marovane {
+
 namespace {
 
 void ListDay(RecordDb& records, base::Day day) {
@@ -71,3 +73,5 @@ int RunRecordCommand(Composition& composition, const TerminalCommand& command) {
   }
   return 0;
 }
+
+}  // namespace marovane

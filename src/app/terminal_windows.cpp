@@ -10,6 +10,8 @@
 #include "platform/event_loop.h"
 #include "platform/machine.h"
 
+namespace marovane {
+
 namespace {
 
 // The line breaks that centre a text in its window say nothing at a terminal.
@@ -60,3 +62,5 @@ CommandButton& TerminalWindows::Choose(FrmMessage& message) const {
 void TerminalWindows::SystemBox(const std::string& title, const std::string& text) {
   fmt::print(stderr, "[{}] {}\n", title, text);
 }
+
+}  // namespace marovane

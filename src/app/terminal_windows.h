@@ -5,6 +5,8 @@
 #include "platform/form.h"
 #include "platform/headless/headless_windows.h"
 
+namespace marovane {
+
 class CommandButton;
 class FrmMessage;
 struct Program;
@@ -34,3 +36,5 @@ class NoSplash : public Form, public Splash {
   Form& AsForm() override { return *this; }
   void StartClosing() override {}
 };
+
+}  // namespace marovane

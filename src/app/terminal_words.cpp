@@ -8,6 +8,8 @@
 #include "core/message_catalogue.h"
 #include "platform/html.h"
 
+namespace marovane {
+
 namespace {
 
 constexpr int kNothingFound = 3;
@@ -43,3 +45,5 @@ int RunWordCommand(Composition& composition, const TerminalCommand& command) {
   if (command.kind == TerminalCommand::Kind::kTranslate) return Translate(composition, command.query);
   return AskWordBank(composition, command);
 }
+
+}  // namespace marovane

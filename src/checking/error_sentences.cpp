@@ -10,6 +10,8 @@
 #include "records/record_db.h"
 #include "views/page_frame.h"
 
+namespace marovane {
+
 std::string GetSentenceStyle(const std::string& sentence) {
   const std::string text = sentence + " ";
   bool inPlain = true;
@@ -77,3 +79,5 @@ void FrmErrSentence::closeForm() {
   program_.app.gOpenErrSentence = false;
   fade_.Out();
 }
+
+}  // namespace marovane

@@ -8,6 +8,8 @@
 #include "core/window_shell.h"
 #include "platform/web_browser.h"
 
+namespace marovane {
+
 class RecordDb;
 
 /// One marked sentence as HTML; the parts between pairs of "*" stand out.
@@ -36,3 +38,5 @@ class FrmErrSentence : public Form, public ErrorSentences {
   int minWidth_ = 0;
   int minHeight_ = 0;
 };
+
+}  // namespace marovane

@@ -11,6 +11,8 @@
 #include "core/window_shell.h"
 #include "platform/window_system.h"
 
+namespace marovane {
+
 namespace {
 
 constexpr const char* kPlaceholder = "請在此輸入您的句子（每次一句）輸入完後請按[Enter]開始";
@@ -233,3 +235,5 @@ void FrmMain::FadeTick() {
   for (auto form = forms.rbegin(); form != forms.rend(); ++form) (*form)->Unload();
   machine.loop.End();
 }
+
+}  // namespace marovane

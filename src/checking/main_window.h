@@ -8,6 +8,8 @@
 #include "platform/controls.h"
 #include "platform/timer.h"
 
+namespace marovane {
+
 class RecordDb;
 
 class FrmMain : public Form, public MainWindow {
@@ -87,3 +89,5 @@ class FrmMain : public Form, public MainWindow {
   static constexpr int kNoButton = 99;
   int hoverIndex_ = kNoButton;
 };
+
+}  // namespace marovane

@@ -9,6 +9,8 @@
 #include "core/settings.h"
 #include "protocol/pages.h"
 
+namespace marovane {
+
 namespace {
 
 // A simplified character may have no code in the code page, and is Chinese all the same.
@@ -95,3 +97,5 @@ std::string FrmMain::TakeChinese(const std::string& text) {
   if (!run.empty()) program.hall.frmCollocation->SetFreeword(0, run);
   return run;
 }
+
+}  // namespace marovane

@@ -4,6 +4,8 @@
 #include "core/message.h"
 #include "core/set_file.h"
 
+namespace marovane {
+
 void FrmMain::imgMenu_Click(int index) {
   auto& app = program.app;
   auto& hall = program.hall;
@@ -75,3 +77,5 @@ void FrmMain::OpenFeedback() {
 void FrmMain::AskToLeave() {
   if (Confirm(program, Message::kLeaveProgram)) CloseAppProcdure();
 }
+
+}  // namespace marovane

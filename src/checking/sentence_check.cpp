@@ -13,6 +13,8 @@
 #include "core/text_utility.h"
 #include "protocol/page_code.h"
 
+namespace marovane {
+
 namespace {
 
 void ClearEssay(AppState& app) {
@@ -141,3 +143,5 @@ void PassStringToEngineLocal(FrmMain& frmMain) {
   RunSkippingFailures(ReadAnswerSteps(program, answer));
   RunSkippingFailures(VerdictSteps(frmMain, sentence, answer, EngineKind::kLocal));
 }
+
+}  // namespace marovane

@@ -3,6 +3,8 @@
 
 #include "core/engine_client.h"
 
+namespace marovane {
+
 class FrmMain;
 
 /// Checks the sentence of the input box with the allotted web engine and records the verdict. Throws
@@ -15,3 +17,5 @@ void PassStringToEngineLocal(FrmMain& frmMain);
 
 /// The client of the main window's engines.
 EngineClient EngineFor(FrmMain& frmMain);
+
+}  // namespace marovane

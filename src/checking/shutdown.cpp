@@ -8,6 +8,8 @@
 #include "records/age_cleaning.h"
 #include "views/work_off_screen.h"
 
+namespace marovane {
+
 namespace {
 
 void AdviseOnSize(Program& program, AgeCleaning& records) {
@@ -65,3 +67,5 @@ void FrmMain::DoCloseAppEffect() {
   program.app.gFadeStep = -10;
   tmrTransparentForm.Enabled = true;
 }
+
+}  // namespace marovane

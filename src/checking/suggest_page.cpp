@@ -6,6 +6,8 @@
 #include "base/text.h"
 #include "views/page_frame.h"
 
+namespace marovane {
+
 namespace {
 
 struct SpeechPair {
@@ -88,3 +90,5 @@ std::string SuggestPage(const std::string& programFolder, const std::vector<Sugg
   for (const auto& suggestion : suggestions) page += Row(++number, suggestion);
   return page + OkButton(programFolder) + "</p>" + BuildPageFrame("FOOTER", "");
 }
+
+}  // namespace marovane

@@ -4,6 +4,8 @@
 #include <string>
 #include <vector>
 
+namespace marovane {
+
 struct Suggestion {
   std::string value;  ///< what a pick sends: a query to the word bank, "" for an item that cannot be asked
   std::string text;   ///< what is shown
@@ -21,3 +23,5 @@ std::vector<Suggestion> ReadSuggestions(const std::string& kind, const std::stri
 
 /// The page; a pick navigates to "cmd:suggest:" and the value.
 std::string SuggestPage(const std::string& programFolder, const std::vector<Suggestion>& suggestions);
+
+}  // namespace marovane

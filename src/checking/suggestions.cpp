@@ -11,6 +11,8 @@
 #include "platform/machine.h"
 #include "platform/window_system.h"
 
+namespace marovane {
+
 namespace {
 
 constexpr std::string_view kCommand = "cmd:suggest:";
@@ -135,3 +137,5 @@ void FrmSuggest::imgClose_Click() {
   program_.app.gOpenSuggest = false;
   fade_.Out();
 }
+
+}  // namespace marovane

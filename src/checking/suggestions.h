@@ -9,6 +9,8 @@
 #include "platform/web_browser.h"
 #include "wordhelper/collocation.h"
 
+namespace marovane {
+
 class FrmSuggest : public Form, public Suggestions {
  public:
   FrmSuggest(Program& program, Window<FrmCollocation>& frmCollocation);
@@ -44,3 +46,5 @@ class FrmSuggest : public Form, public Suggestions {
   Fade fade_;
   ShellButtons shell_;
 };
+
+}  // namespace marovane

@@ -8,6 +8,8 @@
 #include "core/text_utility.h"
 #include "records/record_db.h"
 
+namespace marovane {
+
 namespace {
 
 constexpr Color kRight = Rgb(153, 204, 0);
@@ -86,3 +88,5 @@ Steps VerdictSteps(FrmMain& frmMain, const std::string& sentence, const EngineAn
   if (kind == EngineKind::kWeb) steps.emplace_back([&] { CloseProgress(program); });
   return steps;
 }
+
+}  // namespace marovane

@@ -6,6 +6,8 @@
 #include "core/engine_exchange.h"
 #include "core/resume_next.h"
 
+namespace marovane {
+
 class FrmMain;
 
 enum class EngineKind { kLocal, kWeb };
@@ -13,3 +15,5 @@ enum class EngineKind { kLocal, kWeb };
 /// The tail of a check, as steps in their order. The arguments must live until the steps have run.
 Steps VerdictSteps(FrmMain& frmMain, const std::string& sentence, const EngineAnswer& answer,
                    EngineKind kind);
+
+}  // namespace marovane

@@ -6,6 +6,8 @@
 
 #include "base/day.h"
 
+namespace marovane {
+
 /// Strings start empty, numbers at 0 and flags False. It is read through the name `app`. Nothing locks it:
 /// there is one thread, and whoever waits must expect that others have changed it meanwhile.
 struct AppState {
@@ -113,3 +115,5 @@ struct AppState {
   bool gOpenEssayCollect = false;
   bool gSplashShown = false;
 };
+
+}  // namespace marovane

@@ -7,6 +7,8 @@
 #include "protocol/form.h"
 #include "protocol/pages.h"
 
+namespace marovane {
+
 std::string QuestionUrl(const Program& program, const std::string& workId) {
   const auto& app = program.app;
   return app.gServerUrlRoot + protocol::page::kWork + "?" +
@@ -22,3 +24,5 @@ std::string TeacherCommentUrl(Program& program, const std::string& workId) {
          "?tid=" + MakeRecId(app, program.machine.loop.Now()) + "&" +
          protocol::PlainBody({{"pno", app.gAccountNo}, {"workId", workId}});
 }
+
+}  // namespace marovane

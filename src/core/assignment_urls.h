@@ -3,6 +3,8 @@
 
 #include <string>
 
+namespace marovane {
+
 struct Program;
 
 /// The question of an assignment.
@@ -10,3 +12,5 @@ std::string QuestionUrl(const Program& program, const std::string& workId);
 /// The teacher's comment on what was handed in. Each call gives another address, so that no old copy is
 /// shown.
 std::string TeacherCommentUrl(Program& program, const std::string& workId);
+
+}  // namespace marovane

@@ -3,6 +3,8 @@
 
 #include <string>
 
+namespace marovane {
+
 namespace base {
 class Files;
 }
@@ -10,3 +12,5 @@ class Files;
 /// Text of a file in CP950 without its first two bytes, which are not part of the text. Throws RunTimeError
 /// when it cannot be read.
 std::string ReadBig5File(const base::Files& files, const std::string& path);
+
+}  // namespace marovane

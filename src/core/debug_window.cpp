@@ -6,6 +6,8 @@
 #include "base/text.h"
 #include "platform/run_time_error.h"
 
+namespace marovane {
+
 namespace {
 
 int ToPosition(const std::string& text) {
@@ -46,3 +48,5 @@ void FrmDebug::Set() {
   frmMain.Left = left;
   frmMain.Top = top;
 }
+
+}  // namespace marovane

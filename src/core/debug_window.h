@@ -4,6 +4,8 @@
 #include "core/program.h"
 #include "platform/controls.h"
 
+namespace marovane {
+
 class FrmDebug : public Form, public HallWindow {
  public:
   explicit FrmDebug(Program& program);
@@ -20,3 +22,5 @@ class FrmDebug : public Form, public HallWindow {
 
   Program& program_;
 };
+
+}  // namespace marovane

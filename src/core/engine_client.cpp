@@ -11,6 +11,8 @@
 #include "platform/run_time_error.h"
 #include "platform/timer.h"
 
+namespace marovane {
+
 namespace {
 
 using namespace std::chrono_literals;
@@ -93,3 +95,5 @@ bool EngineClient::RunLocal(const std::string& name, const std::string& argument
       terms_.limit);
   return isDone && !IsStopped();
 }
+
+}  // namespace marovane

@@ -7,6 +7,8 @@
 #include <optional>
 #include <string>
 
+namespace marovane {
+
 struct Program;
 
 /// What the callers of engines do each in their own way.
@@ -55,3 +57,5 @@ class EngineClient {
   Program& program_;
   EngineTerms terms_;
 };
+
+}  // namespace marovane

@@ -17,6 +17,8 @@
 #include "platform/machine.h"
 #include "platform/run_time_error.h"
 
+namespace marovane {
+
 namespace {
 
 // Uniform over 0..1 times 48, rounded half to even, from 1 to 49.
@@ -104,3 +106,5 @@ Steps ReadAnswerSteps(Program& program, EngineAnswer& answer) {
           },
           read(answer.colSuggestion, "col_suggestion")};
 }
+
+}  // namespace marovane

@@ -5,6 +5,8 @@
 
 #include "core/resume_next.h"
 
+namespace marovane {
+
 struct Program;
 
 /// File name of the local engine.
@@ -47,3 +49,5 @@ bool HasResultPage(Program& program);
 /// Reads the rest of the local engine's answer from the exchange file. Both must live until the steps have
 /// run.
 Steps ReadAnswerSteps(Program& program, EngineAnswer& answer);
+
+}  // namespace marovane

@@ -15,6 +15,8 @@
 #include "platform/run_time_error.h"
 #include "platform/window_system.h"
 
+namespace marovane {
+
 namespace {
 
 constexpr int kOffScreen = -20000;
@@ -76,3 +78,5 @@ void ReportUnhandledError(Program& program, const std::exception& error) {
   FrmMessage::MessageBox(program, Message::kUnexpectedError);
   program.app.gMsgResult = answer;
 }
+
+}  // namespace marovane

@@ -3,6 +3,8 @@
 
 #include <exception>
 
+namespace marovane {
+
 struct Program;
 
 /// Has the event loop report every error that no handler took. Windows that the failed event has left
@@ -11,3 +13,5 @@ void ReportUnhandledErrors(Program& program);
 
 /// Writes the detail to `error.log` in the folder for traces, and tells the user by message 404.
 void ReportUnhandledError(Program& program, const std::exception& error);
+
+}  // namespace marovane

@@ -3,6 +3,8 @@
 #include "base/text.h"
 #include "core/text_utility.h"
 
+namespace marovane {
+
 void PutSentence(RichTextBox& txtInput, const std::string& sentence) {
   txtInput.Text = sentence;
   txtInput.SelStart = 0;
@@ -15,3 +17,5 @@ std::string NormaliseInput(RichTextBox& txtInput) {
   txtInput.Text = WithPlainSigns(txtInput.Text());
   return txtInput.Text;
 }
+
+}  // namespace marovane

@@ -5,6 +5,8 @@
 
 #include "platform/controls.h"
 
+namespace marovane {
+
 /// How sentences look in the box of the main window.
 inline constexpr const char* kSentenceFont = "Arial";
 inline constexpr Color kSentenceColor = Rgb(255, 204, 0);
@@ -15,3 +17,5 @@ void PutSentence(RichTextBox& txtInput, const std::string& sentence);
 /// Replaces what an input method or a paste has brought by the signs that engines know, and returns the text
 /// that the box then holds.
 std::string NormaliseInput(RichTextBox& txtInput);
+
+}  // namespace marovane

@@ -3,6 +3,8 @@
 #include "core/set_file.h"
 #include "platform/environment.h"
 
+namespace marovane {
+
 namespace {
 
 std::string AsRoot(std::string address) {
@@ -21,3 +23,5 @@ InstallationValues ReadInstallation(base::Files& files, const Environment& envir
           .webSiteRoot = AsRoot(value("webSiteRoot")),
           .oldDefaultDomain = value("oldDefaultDomain")};
 }
+
+}  // namespace marovane

@@ -3,6 +3,8 @@
 
 #include <string>
 
+namespace marovane {
+
 namespace base {
 class Files;
 }
@@ -19,3 +21,5 @@ struct InstallationValues {
 
 /// Reads the file; one that is absent gives empty values.
 InstallationValues ReadInstallation(base::Files& files, const Environment& environment);
+
+}  // namespace marovane

@@ -7,6 +7,8 @@
 #include "platform/run_time_error.h"
 #include "platform/window_system.h"
 
+namespace marovane {
+
 namespace {
 
 constexpr std::string_view kLineBreak = "\r\n";
@@ -194,3 +196,5 @@ void MoveProgressFlash(Control& flash, const Control& bar) {
   constexpr int kStep = 200;
   flash.Left = flash.Left >= bar.Width ? -flash.Width : flash.Left + kStep;
 }
+
+}  // namespace marovane

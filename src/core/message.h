@@ -6,6 +6,8 @@
 #include "platform/controls.h"
 #include "platform/form.h"
 
+namespace marovane {
+
 struct Program;
 
 class FrmMessage : public Form {
@@ -60,3 +62,5 @@ bool Confirm(Program& program, const Message& message);
 
 /// Moves the bar of a progress box by one step: to the right, and back before the left edge at the end.
 void MoveProgressFlash(Control& flash, const Control& bar);
+
+}  // namespace marovane

@@ -1,5 +1,7 @@
 #include "core/message_catalogue.h"
 
+namespace marovane {
+
 using enum Message::Icon;
 using enum Message::Buttons;
 using enum Message::Kind;
@@ -98,3 +100,5 @@ constexpr Progress Progress::kTranslating{"10003", "正在取得中文翻譯中�
 // As above: nobody shows it.
 constexpr Progress Progress::kAnalysing{"3006", "正在進行分析中...請稍候...."};
 // clang-format on
+
+}  // namespace marovane

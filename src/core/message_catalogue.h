@@ -3,6 +3,8 @@
 
 #include <string_view>
 
+namespace marovane {
+
 /// What a message says and how its window looks.
 struct Message {
   enum class Icon { kNotice, kWarning, kAsk };  ///< in the order of imgIcons
@@ -37,3 +39,5 @@ struct Progress {
   static const Progress kChecking, kPreparingData, kUploadingAtEnd, kCollectingDays, kSynchronising,
       kCollectingRecords, kAnalysing, kFetching, kComparing, kFindingServer, kAskingEngine, kTranslating;
 };
+
+}  // namespace marovane

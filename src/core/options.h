@@ -3,6 +3,8 @@
 
 #include "platform/controls.h"
 
+namespace marovane {
+
 /// Sets the option of an index and clears the others; an index out of bounds clears all.
 template <int N>
 void SelectOption(ControlArray<OptionButton, N>& options, int index) {
@@ -21,3 +23,5 @@ int SelectedOption(ControlArray<OptionButton, N>& options) {
   }
   return -1;
 }
+
+}  // namespace marovane

@@ -2,6 +2,8 @@
 
 #include "platform/environment.h"
 
+namespace marovane {
+
 namespace {
 
 // A folder of ours below one of the base folders of the desktop's convention.
@@ -24,3 +26,5 @@ std::string WorkingRoot(const Environment& environment) {
   const std::string temporary = environment.Variable("TMP");
   return temporary.empty() ? UserFolder(environment, "XDG_DATA_HOME", ".local/share") : temporary;
 }
+
+}  // namespace marovane

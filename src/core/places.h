@@ -3,6 +3,8 @@
 
 #include <string>
 
+namespace marovane {
+
 struct Environment;
 
 /// The read-only mirror of the account registry: `account.set` in the user's configuration folder, keys `Pno`
@@ -12,3 +14,5 @@ std::string AccountFile(const Environment& environment);
 std::string TraceFolder(const Environment& environment);
 /// Root of all working data: the variable TMP, else marovane/ in the user's data folder.
 std::string WorkingRoot(const Environment& environment);
+
+}  // namespace marovane

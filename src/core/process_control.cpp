@@ -9,6 +9,8 @@
 #include "platform/processes.h"
 #include "platform/run_time_error.h"
 
+namespace marovane {
+
 namespace {
 
 bool Matches(const ProcessInfo& process, std::string_view name) {
@@ -47,3 +49,5 @@ void StartHelper(Program& program, const std::string& folder, const std::string&
   if (!machine.files.FileExists(helper)) throw RunTimeError("file not found: " + folder + name);
   machine.processes.Start({.program = helper, .arguments = arguments, .workingFolder = folder});
 }
+
+}  // namespace marovane

@@ -5,6 +5,8 @@
 #include <string_view>
 #include <vector>
 
+namespace marovane {
+
 class Processes;
 struct Program;
 
@@ -16,3 +18,5 @@ bool KillProcessByName(Processes& processes, std::string_view name);
 /// its working directory. Throws RunTimeError when it stands in neither or does not start.
 void StartHelper(Program& program, const std::string& folder, const std::string& name,
                  const std::vector<std::string>& arguments);
+
+}  // namespace marovane

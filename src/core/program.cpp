@@ -2,6 +2,8 @@
 
 #include "core/message.h"
 
+namespace marovane {
+
 Program::Program(Machine& theMachine, InstallationValues values)
     : machine(theMachine),
       installation(std::move(values)),
@@ -10,3 +12,5 @@ Program::Program(Machine& theMachine, InstallationValues values)
 Program::~Program() = default;
 
 std::string Program::Version() { return MAROVANE_VERSION; }
+
+}  // namespace marovane

@@ -8,6 +8,8 @@
 #include "core/windows.h"
 #include "platform/window.h"
 
+namespace marovane {
+
 class FrmMessage;
 
 /// What all windows and procedures of one running program share. It is handed in everywhere; two programs can
@@ -27,3 +29,5 @@ struct Program {
   /// Version of the program, major.minor.revision.
   static std::string Version();
 };
+
+}  // namespace marovane

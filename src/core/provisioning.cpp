@@ -17,6 +17,8 @@
 #include "platform/processes.h"
 #include "platform/run_time_error.h"
 
+namespace marovane {
+
 namespace {
 
 using Path = base::Files::Path;
@@ -195,3 +197,5 @@ void WipeDataFolder(Program& program) {
     }
   }
 }
+
+}  // namespace marovane

@@ -4,6 +4,8 @@
 #include <string>
 #include <string_view>
 
+namespace marovane {
+
 struct Program;
 
 /// Stamp of the record database that this program works with, first line of `dbver.set`.
@@ -27,3 +29,5 @@ void TellMissingData(Program& program);
 void RefreshUpdater(Program& program);
 /// Deletes the files of the data folder. Databases are set aside. What cannot be moved or deleted stays.
 void WipeDataFolder(Program& program);
+
+}  // namespace marovane

@@ -7,6 +7,8 @@
 
 #include "platform/run_time_error.h"
 
+namespace marovane {
+
 using Steps = std::vector<std::function<void()>>;
 
 /// Runs each step; one that fails is passed over.
@@ -24,3 +26,5 @@ inline void RunSkippingFailures(const Steps& steps) {
 inline void RunInOrder(const Steps& steps) {
   for (const auto& step : steps) step();
 }
+
+}  // namespace marovane

@@ -10,6 +10,8 @@
 #include "platform/run_time_error.h"
 #include "protocol/refusal.h"
 
+namespace marovane {
+
 std::string PostForm(Program& program, const std::string& url, const std::string& body) {
   base::HttpRequest request{.url = url, .headers = {}, .body = body};
   // Servers of this family are used to both, in this order.
@@ -85,3 +87,5 @@ void PostDecodeForm(Program& program, const std::string& code) {
       program.app.gServerUrlRoot, program.app.gAccountNo, code);
   program.hall.frmBrowser->GoPostPage(page.Markup(), 2);
 }
+
+}  // namespace marovane

@@ -6,6 +6,8 @@
 
 #include "protocol/form.h"
 
+namespace marovane {
+
 struct Program;
 
 /// Begins every request body.
@@ -35,3 +37,5 @@ inline constexpr int kEngineAttempts = 10;
 bool AllocateWebEngine(Program& program);
 /// Has the browser window post a packed page to the server, whose answer it then shows.
 void PostDecodeForm(Program& program, const std::string& code);
+
+}  // namespace marovane

@@ -7,6 +7,8 @@
 #include "base/text.h"
 #include "platform/run_time_error.h"
 
+namespace marovane {
+
 namespace {
 
 constexpr std::size_t kMaxEntries = 100;
@@ -86,3 +88,5 @@ void ResetRegistrySet(base::Files& files, const std::string& registryFile, std::
     RewriteFirstLine(files, registryFile);
   }
 }
+
+}  // namespace marovane

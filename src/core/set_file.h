@@ -4,6 +4,8 @@
 #include <string>
 #include <string_view>
 
+namespace marovane {
+
 namespace base {
 class Files;
 }
@@ -23,3 +25,5 @@ std::string ReadWriteSetFile(base::Files& files, const std::string& filePath, st
 /// repairs its first line by way of `registry_w.set` beside it; another word does nothing. Throws
 /// RunTimeError.
 void ResetRegistrySet(base::Files& files, const std::string& registryFile, std::string_view action);
+
+}  // namespace marovane

@@ -14,6 +14,8 @@
 #include "protocol/account.h"
 #include "protocol/pages.h"
 
+namespace marovane {
+
 std::string ReadSetup(Program& program, std::string_view key) {
   return ReadWriteSetFile(program.machine.files, program.app.gSetupFile, "R", key, "");
 }
@@ -160,3 +162,5 @@ void SyncUserSettings(Program& program, std::string& pno, std::string_view mode)
   // Also what is neither a success nor a refusal, such as some other server's page, holds no settings.
   if (reply.starts_with("OK")) StoreSettings(program, reply);
 }
+
+}  // namespace marovane

@@ -4,6 +4,8 @@
 #include <string>
 #include <string_view>
 
+namespace marovane {
+
 struct Program;
 
 /// Fills the settings of the shared state from `setup.set`, repairing what is missing or not legal. Throws
@@ -23,3 +25,5 @@ std::string ReadSetup(Program& program, std::string_view key);
 void WriteSetup(Program& program, std::string_view key, std::string_view value);
 /// Notes in `setup.set` whether something waits for the next full synchronisation, "Y" or "N".
 void WriteNeedSync(Program& program, std::string_view value);
+
+}  // namespace marovane

@@ -4,6 +4,8 @@
 #include "platform/machine.h"
 #include "platform/window_system.h"
 
+namespace marovane {
+
 ShellButtons::ShellButtons(Control& background, PictureBox& imgClose) : imgClose_(imgClose) {
   background.MouseMove = [this] { picButtonsResetImage(); };
   background.MouseDown = [&background](int button) {
@@ -38,3 +40,5 @@ void ShellButtons::SetMouseIconHand() {
   for (const auto& button : buttons_) button.control.HandCursor = true;
   imgClose_.HandCursor = true;
 }
+
+}  // namespace marovane

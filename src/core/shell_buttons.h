@@ -5,6 +5,8 @@
 
 #include "platform/controls.h"
 
+namespace marovane {
+
 /// Gives a window's buttons their hover pictures, its close image likewise, and lets its background be
 /// dragged. The windows set what a click does.
 class ShellButtons {
@@ -33,3 +35,5 @@ class ShellButtons {
   PictureBox& imgClose_;
   std::vector<Button> buttons_;
 };
+
+}  // namespace marovane

@@ -4,6 +4,8 @@
 #include "core/synchronise.h"
 #include "platform/machine.h"
 
+namespace marovane {
+
 FrmSplash::FrmSplash(Program& program)
     : Form(program.machine, "frmSplash"),
       tmrProgressFlash(program.machine.loop, 30, Timer::Kind::kVisual),
@@ -56,3 +58,5 @@ void FrmSplash::Leave() {
   program_.hall.frmMain->AsForm().Show();
   program_.app.gSplashShown = false;
 }
+
+}  // namespace marovane

@@ -5,6 +5,8 @@
 #include "core/window_shell.h"
 #include "platform/controls.h"
 
+namespace marovane {
+
 class FrmSplash : public Form, public Splash {
  public:
   explicit FrmSplash(Program& program);
@@ -28,3 +30,5 @@ class FrmSplash : public Form, public Splash {
   Program& program_;
   Fade fade_;
 };
+
+}  // namespace marovane

@@ -12,6 +12,8 @@
 #include "platform/run_time_error.h"
 #include "platform/window_system.h"
 
+namespace marovane {
+
 namespace {
 
 // Developer overrides. A file that is present but lacks a switch turns that switch off.
@@ -193,3 +195,5 @@ void FrmStartUp::PassFocusOn() {
 void FrmStartUp::Form_Unload() {
   if (program_.app.gOpenMain) program_.hall.frmMain->CloseAppProcdure();
 }
+
+}  // namespace marovane

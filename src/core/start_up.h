@@ -3,6 +3,8 @@
 
 #include "platform/form.h"
 
+namespace marovane {
+
 struct Program;
 
 /// Fills the shared state: defaults, `debug.ini`, server roots, paths, the engine's exchange file, settings.
@@ -33,3 +35,5 @@ class FrmStartUp : public Form {
 
   Program& program_;
 };
+
+}  // namespace marovane

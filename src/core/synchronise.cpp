@@ -5,6 +5,8 @@
 #include "platform/event_loop.h"
 #include "platform/machine.h"
 
+namespace marovane {
+
 void SyncAndWait(Program& program, const std::string& mode) {
   auto& app = program.app;
   app.gUploadFinished = false;
@@ -17,3 +19,5 @@ void SyncOwnAccount(Program& program, const std::string& mode) {
   SyncAndWait(program, mode);
   WriteNeedSync(program, "N");
 }
+
+}  // namespace marovane

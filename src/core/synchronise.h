@@ -3,6 +3,8 @@
 
 #include <string>
 
+namespace marovane {
+
 struct Program;
 
 /// Brings records and server into step, and returns when that has ended.
@@ -11,3 +13,5 @@ void SyncAndWait(Program& program, const std::string& mode);
 
 /// The same for the learner's own account. Nothing of it waits for a synchronisation afterwards.
 void SyncOwnAccount(Program& program, const std::string& mode);
+
+}  // namespace marovane

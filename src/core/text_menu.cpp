@@ -6,6 +6,8 @@
 #include "platform/machine.h"
 #include "platform/window_system.h"
 
+namespace marovane {
+
 FrmMenu::FrmMenu(Program& program) : Form(program.machine, "frmMenu"), program_(program) {
   mnuTextCopy.Caption = "複製";
   mnuTextCut.Caption = "剪下";
@@ -40,3 +42,5 @@ void FrmMenu::Choose(const std::function<void(RichTextBox&)>& action) {
 }
 
 void FrmMenu::Copy(const RichTextBox& txtInput) { machine.desktop.SetClipboardText(txtInput.SelText()); }
+
+}  // namespace marovane

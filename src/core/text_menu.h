@@ -4,6 +4,8 @@
 #include "core/program.h"
 #include "platform/controls.h"
 
+namespace marovane {
+
 class FrmMenu : public Form, public TextMenu {
  public:
   explicit FrmMenu(Program& program);
@@ -23,3 +25,5 @@ class FrmMenu : public Form, public TextMenu {
 
   Program& program_;
 };
+
+}  // namespace marovane

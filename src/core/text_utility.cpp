@@ -8,6 +8,8 @@
 #include "base/text.h"
 #include "core/app_state.h"
 
+namespace marovane {
+
 std::string MakeRecId(AppState& app, base::LocalTime now) {
   using std::chrono::local_days;
   constexpr base::LocalTime kEpoch = local_days{std::chrono::year{2006} / 1 / 1};
@@ -74,3 +76,5 @@ int FilterEssayKeyCode(int keyCode) {
                       between('A', 'Z') || between('a', 'z') || between('0', '9');
   return passes ? keyCode : 0;
 }
+
+}  // namespace marovane

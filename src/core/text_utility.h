@@ -7,6 +7,8 @@
 
 #include "base/day.h"
 
+namespace marovane {
+
 struct AppState;
 
 /// A new id: whole seconds since 2006/01/01 00:00:00 of local time and a running number of five digits. Ids
@@ -33,3 +35,5 @@ bool IsValidEmail(std::string_view text);
 int FilterKeyAscii(int keyAscii, std::string_view caseMode, bool allowBlank);
 /// Filters a key code of the essay's input box; 0 swallows the key.
 int FilterEssayKeyCode(int keyCode);
+
+}  // namespace marovane

@@ -13,6 +13,8 @@
 #include "protocol/pages.h"
 #include "protocol/refusal.h"
 
+namespace marovane {
+
 namespace {
 
 constexpr const char* kUpdate = "mrv_updater";
@@ -112,3 +114,5 @@ void CheckVersion(Program& program) {
     OfferUpdate(program, small);
   }
 }
+
+}  // namespace marovane

@@ -3,6 +3,8 @@
 
 #include <string>
 
+namespace marovane {
+
 struct Program;
 
 /// The server's newest version.
@@ -13,3 +15,5 @@ std::string GetServerVersion(Program& program, const std::string& type);
 std::string VersionClass(const std::string& version);
 /// Compares versions as texts, asks the user, starts the updater and ends the program, or returns.
 void CheckVersion(Program& program);
+
+}  // namespace marovane

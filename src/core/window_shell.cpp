@@ -6,6 +6,8 @@
 #include "platform/machine.h"
 #include "platform/window_system.h"
 
+namespace marovane {
+
 void SkinForm(Form& form, int alpha) { form.Alpha = alpha; }
 
 void CenterForm(Form& form) {
@@ -54,3 +56,5 @@ void Fade::End() {
     form_.Unload();
   }
 }
+
+}  // namespace marovane

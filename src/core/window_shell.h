@@ -5,6 +5,8 @@
 
 #include "platform/timer.h"
 
+namespace marovane {
+
 class Form;
 
 /// Gives a window its opacity, 0 to 255.
@@ -41,3 +43,5 @@ class Fade {
   int step_ = kInStep;
   int target_ = kTarget;
 };
+
+}  // namespace marovane

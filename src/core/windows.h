@@ -5,6 +5,8 @@
 #include <string>
 #include <utility>
 
+namespace marovane {
+
 class Control;
 class Form;
 class RichTextBox;
@@ -126,3 +128,5 @@ struct Hall {
   std::function<void()> checkDatabaseBuild, unpackDataFiles, tellMissingData, refreshUpdater,
       showPublisherNews, checkVersion;
 };
+
+}  // namespace marovane

@@ -11,6 +11,8 @@
 #include "protocol/headers.h"
 #include "protocol/pages.h"
 
+namespace marovane {
+
 std::string ArchiveChecksum(const std::string& sentence) {
   return base::SlotMd5(base::Replace(sentence, " ", ""));
 }
@@ -40,3 +42,5 @@ std::string ArchivedPageUrl(const Program& program, const std::string& root, con
                               {"checksum", checksum},
                               {"enginever", program.app.gEngineVersion}});
 }
+
+}  // namespace marovane

@@ -4,6 +4,8 @@
 
 #include <string>
 
+namespace marovane {
+
 struct Program;
 
 /// Digest of a sentence without its blanks.
@@ -16,3 +18,5 @@ std::string SendServerHtm(Program& program, const std::string& page, const std::
 /// Address that shows an archived page.
 /// @param root of the server, ended by "/"
 std::string ArchivedPageUrl(const Program& program, const std::string& root, const std::string& checksum);
+
+}  // namespace marovane

@@ -8,6 +8,8 @@
 #include "protocol/pages.h"
 #include "protocol/record_form.h"
 
+namespace marovane {
+
 namespace {
 
 constexpr std::string_view kOk = "OK";
@@ -41,3 +43,5 @@ std::vector<Assignment> FetchAssignments(Program& program) {
   app.gWorkListOk = reply.starts_with(kOk);
   return ParseAssignments(reply);
 }
+
+}  // namespace marovane

@@ -5,6 +5,8 @@
 #include <string_view>
 #include <vector>
 
+namespace marovane {
+
 struct Program;
 
 /// Texts are UTF-8, and shown as they are.
@@ -23,3 +25,5 @@ std::vector<Assignment> ParseAssignments(std::string_view reply);
 
 /// Asks the server, and notes in gWorkListOk whether it has told them.
 std::vector<Assignment> FetchAssignments(Program& program);
+
+}  // namespace marovane

@@ -14,6 +14,8 @@
 #include "platform/machine.h"
 #include "views/record_export.h"
 
+namespace marovane {
+
 namespace {
 
 constexpr std::string_view kShow = "cmd:show:";
@@ -179,3 +181,5 @@ void FrmEssayCollect::Leave() {
   if (ReadSetup(room_.program, "NeedSync") != "N") SyncOwnAccount(room_.program, "UPLOAD");
   Unload();
 }
+
+}  // namespace marovane

@@ -13,6 +13,8 @@
 #include "records/essay_topics.h"
 #include "views/check_list.h"
 
+namespace marovane {
+
 struct EssayRoom;
 
 class FrmEssayCollect : public Form, public HallWindow {
@@ -62,3 +64,5 @@ class FrmEssayCollect : public Form, public HallWindow {
   int mEssayCount = 0;
   bool mSkippedHandedIn = false;
 };
+
+}  // namespace marovane

@@ -9,6 +9,8 @@
 #include "views/check_list.h"
 #include "views/page_frame.h"
 
+namespace marovane {
+
 namespace {
 
 using namespace topic_parts;
@@ -83,3 +85,5 @@ std::string EssayCollectPage(const EssayCollection& collection) {
          base::Replace(base::Replace(body, "\r\n", "\n"), "\n", "\r\n") + "</table>\r\n" +
          BuildPageFrame("FOOTER", "");
 }
+
+}  // namespace marovane

@@ -6,6 +6,8 @@
 
 #include "records/essay_records.h"
 
+namespace marovane {
+
 struct CollectedEssay {
   EssayRow essay;
   int mistakes = 0;
@@ -21,3 +23,5 @@ struct EssayCollection {
 /// Row n, counted from 1, has a box "chk" + n with the essay's id, and a hidden field "rec" + n. Links are
 /// "cmd:show:" and an essay's id, "cmd:snd:" with "@" and its topic behind that, "cmd:res:" and a topic.
 std::string EssayCollectPage(const EssayCollection& collection);
+
+}  // namespace marovane

@@ -7,6 +7,8 @@
 #include "platform/window_system.h"
 #include "views/page_frame.h"
 
+namespace marovane {
+
 std::string EssayComparePage(const std::string& text) {
   return BuildPageFrame("HEADER", "#FFFFCC") +
          "<body scroll='auto'>"
@@ -58,3 +60,5 @@ void FrmEssayCompare::Leave() {
   program_.app.gVerdict.clear();
   Unload();
 }
+
+}  // namespace marovane

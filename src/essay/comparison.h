@@ -8,6 +8,8 @@
 #include "platform/controls.h"
 #include "platform/web_browser.h"
 
+namespace marovane {
+
 /// The page of `frmEssayCompare`. The text (UTF-8, lines ended by CR LF) stands in it as it is.
 std::string EssayComparePage(const std::string& text);
 
@@ -29,3 +31,5 @@ class FrmEssayCompare : public Form {
   Program& program_;
   Fade fade_;
 };
+
+}  // namespace marovane

@@ -16,6 +16,8 @@
 #include "platform/http.h"
 #include "records/record_db.h"
 
+namespace marovane {
+
 namespace {
 
 // Stands in the page of a sentence without mistakes; such a page is not worth filing.
@@ -147,3 +149,5 @@ void PassStringToEngineEssay(EssayRoom& room) {
     PassStringToEngineEssayLocal(room);
   }
 }
+
+}  // namespace marovane

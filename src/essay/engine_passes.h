@@ -1,6 +1,8 @@
 // A sentence of an essay that no record knows goes to the check engine.
 #pragma once
 
+namespace marovane {
+
 struct EssayRoom;
 
 /// Has the engine judge gEssayCurSentence: files its page, records the sentence under gEssayId and gEssaySId,
@@ -8,3 +10,5 @@ struct EssayRoom;
 /// user stopped the walk or the engine was silent for 30 seconds. Any other answer is recorded as an error
 /// and leaves gVerdict empty. Throws RunTimeError when the local engine does not start or a record fails.
 void PassStringToEngineEssay(EssayRoom& room);
+
+}  // namespace marovane

@@ -8,6 +8,8 @@
 #include "platform/machine.h"
 #include "platform/run_time_error.h"
 
+namespace marovane {
+
 namespace {
 
 bool SubmitEssayFinal(Program& program, const std::string& essayId, const std::string& workId) try {
@@ -33,3 +35,5 @@ bool TryRepeatedly(Program& program, int tries, const std::function<bool()>& att
 bool SubmitEssay(Program& program, const std::string& essayId, const std::string& workId, int tries) {
   return TryRepeatedly(program, tries, [&] { return SubmitEssayFinal(program, essayId, workId); });
 }
+
+}  // namespace marovane

@@ -6,6 +6,8 @@
 #include <functional>
 #include <string>
 
+namespace marovane {
+
 struct Program;
 
 /// Time between tries.
@@ -18,3 +20,5 @@ bool TryRepeatedly(Program& program, int tries, const std::function<bool()>& att
 /// Tells the server that an essay is the answer to an assignment, in so many tries.
 /// @return false when it has not taken it
 bool SubmitEssay(Program& program, const std::string& essayId, const std::string& workId, int tries);
+
+}  // namespace marovane

@@ -13,6 +13,8 @@
 #include "protocol/sentences.h"
 #include "views/page_frame.h"
 
+namespace marovane {
+
 namespace {
 
 constexpr const char* kUndecided = "#NONE";
@@ -250,3 +252,5 @@ std::string BuildEssayReport(const EssayReport& report) {
   }
   return page + Foot(report, entries.size(), words);
 }
+
+}  // namespace marovane

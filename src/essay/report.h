@@ -7,6 +7,8 @@
 
 #include "records/essay_records.h"
 
+namespace marovane {
+
 /// What a report is made of. Texts as they are stored.
 struct EssayReport {
   EssayRow essay;
@@ -19,3 +21,5 @@ struct EssayReport {
 /// The page. Its links are "cmd:show:" and the checksum of an archived engine page; a click on a
 /// sentence opens and closes its list of wrong attempts. Throws RunTimeError for more than 1000 sentences.
 std::string BuildEssayReport(const EssayReport& report);
+
+}  // namespace marovane

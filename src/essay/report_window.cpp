@@ -6,6 +6,8 @@
 #include "platform/run_time_error.h"
 #include "records/err_list_db.h"
 
+namespace marovane {
+
 namespace {
 
 EssayRow FindEssay(EssayRoom& room, const std::string& essayId) {
@@ -86,3 +88,5 @@ void ShowEssayResultHtml(EssayRoom& room, const std::string& essayId, bool viewO
   }
   CenterForm(frmEssay);
 }
+
+}  // namespace marovane

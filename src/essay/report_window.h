@@ -3,6 +3,8 @@
 
 #include <string>
 
+namespace marovane {
+
 struct EssayRoom;
 
 /// The report's page (HTML in UTF-8), made from the records alone. Throws RunTimeError for an unknown essay.
@@ -13,3 +15,5 @@ std::string EssayReportPage(EssayRoom& room, const std::string& essayId);
 /// leaves the window as it is, when there is no such essay.
 /// @param viewOnly no walk has just ended
 void ShowEssayResultHtml(EssayRoom& room, const std::string& essayId, bool viewOnly);
+
+}  // namespace marovane

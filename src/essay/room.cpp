@@ -5,6 +5,8 @@
 #include "platform/event_loop.h"
 #include "platform/machine.h"
 
+namespace marovane {
+
 EssayRoom::EssayRoom(Program& theProgram, RecordDb& theRecords, ErrListDb& theErrList)
     : program(theProgram),
       records(theRecords),
@@ -43,3 +45,5 @@ void EssayRoom::StartOwnEssay(const std::string& title) {
   app.gEssayWorkId = MakeRecId(app, now);
   StartEssay();
 }
+
+}  // namespace marovane

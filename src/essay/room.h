@@ -12,6 +12,8 @@
 #include "essay/topics.h"
 #include "platform/window.h"
 
+namespace marovane {
+
 class ErrListDb;
 class RecordDb;
 
@@ -39,3 +41,5 @@ struct EssayRoom : public Essay {
   Window<FrmEssayInputEdu> frmEssayInputEdu;
   Window<FrmEssayInputForm> frmEssayInputForm;
 };
+
+}  // namespace marovane

@@ -11,6 +11,8 @@
 #include "platform/machine.h"
 #include "platform/window_system.h"
 
+namespace marovane {
+
 namespace {
 
 constexpr const char* kPrompt = "請在此輸入您的短文內容、完成後請按 [送出] 開始進行分析";
@@ -276,3 +278,5 @@ void FrmEssay::Leave() {
   app.gEssayNoListReturn = false;
   Unload();
 }
+
+}  // namespace marovane

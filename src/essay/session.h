@@ -9,6 +9,8 @@
 #include "platform/form.h"
 #include "platform/web_browser.h"
 
+namespace marovane {
+
 struct EssayRoom;
 
 class FrmEssay : public Form {
@@ -80,3 +82,5 @@ struct TextStyle {
 };
 void StyleText(RichTextBox& box, int start, int length, const TextStyle& style);
 void StyleAllText(RichTextBox& box, const TextStyle& style);
+
+}  // namespace marovane

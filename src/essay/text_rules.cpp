@@ -4,6 +4,8 @@
 #include "core/text_utility.h"
 #include "protocol/sentences.h"
 
+namespace marovane {
+
 namespace {
 
 constexpr std::string_view kEndMarks = ".?!\r";
@@ -32,3 +34,5 @@ const Message* RefusalOfCorrected(const std::string& text) {
   const std::string running = protocol::RunningText(text);
   return HasEnd(running) ? RefusalOfLength(text, running) : &Message::kNoEndMark;
 }
+
+}  // namespace marovane

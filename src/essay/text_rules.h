@@ -5,6 +5,8 @@
 
 #include "core/message_catalogue.h"
 
+namespace marovane {
+
 /// Most sentences that an essay may have.
 inline constexpr int kMostSentences = 1000;
 /// Most UTF-16 units that an essay may have: places in it are 16-bit numbers.
@@ -16,3 +18,5 @@ const Message* RefusalOf(const std::string& text);
 
 /// The same for a text that a correction has led to, whose signs the user answers for.
 const Message* RefusalOfCorrected(const std::string& text);
+
+}  // namespace marovane

@@ -3,6 +3,8 @@
 #include "base/text.h"
 #include "essay/room.h"
 
+namespace marovane {
+
 FrmEssayInputForm::FrmEssayInputForm(EssayRoom& room)
     : Form(room.program.machine, "frmEssayInputForm"), room_(room), fade_(*this), shell_(picBG, imgClose) {
   shell_.Add(picButtons, imgBtnOff, imgBtnOver, imgBtnOn);
@@ -31,3 +33,5 @@ void FrmEssayInputForm::picButtons_Click(int index) {
   if (index == 0) return room_.StartOwnEssay(base::Trim(txtInput.Text()));
   if (app.gEdition == "XQD" && app.gWorkListOk) room_.frmEssayInputEdu->Show();
 }
+
+}  // namespace marovane

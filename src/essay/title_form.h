@@ -7,6 +7,8 @@
 #include "platform/controls.h"
 #include "platform/form.h"
 
+namespace marovane {
+
 struct EssayRoom;
 
 class FrmEssayInputForm : public Form, public HallWindow {
@@ -29,3 +31,5 @@ class FrmEssayInputForm : public Form, public HallWindow {
   Fade fade_;
   ShellButtons shell_;
 };
+
+}  // namespace marovane

@@ -8,6 +8,8 @@
 #include "essay/topic_parts.h"
 #include "views/page_frame.h"
 
+namespace marovane {
+
 namespace {
 
 using namespace topic_parts;
@@ -133,3 +135,5 @@ std::string OwnTopicsPage(const std::string& imageRoot, bool hasTabs, const std:
   if (topics.empty()) page += Note(kNoOwnTopic, 6);
   return Finished(page);
 }
+
+}  // namespace marovane

@@ -7,6 +7,8 @@
 #include "essay/assignments.h"
 #include "records/essay_records.h"
 
+namespace marovane {
+
 /// What the records hold of a topic.
 struct Practice {
   std::vector<EssayRow> essays;  ///< in the order of time
@@ -32,3 +34,5 @@ struct OwnTopic {
 std::string AssignedWorkPage(const std::string& imageRoot, const std::vector<AssignedTopic>& topics);
 /// @param hasTabs the strip that leads to the list of assignments stands above
 std::string OwnTopicsPage(const std::string& imageRoot, bool hasTabs, const std::vector<OwnTopic>& topics);
+
+}  // namespace marovane

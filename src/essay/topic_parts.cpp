@@ -8,6 +8,8 @@
 #include "essay/topic_pages.h"
 #include "views/page_frame.h"
 
+namespace marovane {
+
 namespace topic_parts {
 namespace {
 
@@ -104,3 +106,5 @@ std::string ResultsRow(const std::string& imageRoot, const std::string& workId, 
 }
 
 }  // namespace topic_parts
+
+}  // namespace marovane

@@ -3,6 +3,8 @@
 
 #include <string>
 
+namespace marovane {
+
 struct Practice;
 
 namespace topic_parts {
@@ -32,3 +34,5 @@ std::string ResultsRow(const std::string& imageRoot, const std::string& workId, 
                        int columns);
 
 }  // namespace topic_parts
+
+}  // namespace marovane

@@ -11,6 +11,8 @@
 #include "platform/event_loop.h"
 #include "platform/machine.h"
 
+namespace marovane {
+
 namespace {
 
 constexpr int kShown = 90;
@@ -224,3 +226,5 @@ void FrmEssayInputEdu::Leave() {
 }
 
 void FrmEssayInputEdu::Form_Unload() { room_.program.app.gOpenEssayInputEdu = false; }
+
+}  // namespace marovane

@@ -14,6 +14,8 @@
 #include "platform/web_browser.h"
 #include "records/essay_topics.h"
 
+namespace marovane {
+
 struct EssayRoom;
 
 class FrmEssayInputEdu : public Form, public HallWindow {
@@ -66,3 +68,5 @@ class FrmEssayInputEdu : public Form, public HallWindow {
   Fade fade_;
   ShellButtons shell_;
 };
+
+}  // namespace marovane

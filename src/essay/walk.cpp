@@ -18,6 +18,8 @@
 #include "protocol/sentences.h"
 #include "records/essay_records.h"
 
+namespace marovane {
+
 using namespace essay_walk;
 
 namespace {
@@ -290,3 +292,5 @@ void StartEssayProcess(EssayRoom& room) {
     throw;
   }
 }
+
+}  // namespace marovane

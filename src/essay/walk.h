@@ -1,6 +1,8 @@
 // The walk through an essay, sentence by sentence.
 #pragma once
 
+namespace marovane {
+
 struct EssayRoom;
 
 /// Walks the text of the essay window and shows its report. It returns when the report stands, or when the
@@ -8,3 +10,5 @@ struct EssayRoom;
 /// of all windows run. Throws RunTimeError when a record fails; the walk has then been stopped, and the text
 /// stands in the box.
 void StartEssayProcess(EssayRoom& room);
+
+}  // namespace marovane

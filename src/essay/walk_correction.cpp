@@ -7,6 +7,8 @@
 #include "platform/machine.h"
 #include "protocol/sentences.h"
 
+namespace marovane {
+
 namespace essay_walk {
 namespace {
 
@@ -82,3 +84,5 @@ Next CorrectSentence(EssayRoom& room) {
 }
 
 }  // namespace essay_walk
+
+}  // namespace marovane

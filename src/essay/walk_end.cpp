@@ -11,6 +11,8 @@
 #include "platform/machine.h"
 #include "records/essay_records.h"
 
+namespace marovane {
+
 namespace essay_walk {
 namespace {
 
@@ -105,3 +107,5 @@ void ShowReport(EssayRoom& room) {
 }
 
 }  // namespace essay_walk
+
+}  // namespace marovane

@@ -4,6 +4,8 @@
 #include "core/message_catalogue.h"
 #include "essay/room.h"
 
+namespace marovane {
+
 namespace essay_walk {
 
 inline constexpr TextStyle kUnread{.color = Rgb(0, 0, 0)};
@@ -33,3 +35,5 @@ void HandIn(EssayRoom& room);
 void ShowReport(EssayRoom& room);
 
 }  // namespace essay_walk
+
+}  // namespace marovane

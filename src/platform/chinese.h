@@ -4,6 +4,8 @@
 #include <string>
 #include <string_view>
 
+namespace marovane {
+
 /// Converts character by character, so that the result has as many characters as the text (UTF-8 both). A
 /// character without a counterpart stays.
 class ChineseConverter {
@@ -12,3 +14,5 @@ class ChineseConverter {
   virtual std::string ToSimplified(std::string_view text) const = 0;
   virtual std::string ToTraditional(std::string_view text) const = 0;
 };
+
+}  // namespace marovane

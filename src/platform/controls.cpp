@@ -7,6 +7,8 @@
 #include "platform/machine.h"
 #include "platform/window_system.h"
 
+namespace marovane {
+
 Control::Control(Form& form, std::string name) : form_(form), name_(std::move(name)) { form.Add(*this); }
 
 Control::~Control() { form_.machine.windows.Forget(*this); }
@@ -50,3 +52,5 @@ std::string ComboBox::Text() const {
 Slider::Slider(Form& form, const std::string& name) : Control(form, name) {
   value_ = Value.Watch([this](int) { Change.Raise(); });
 }
+
+}  // namespace marovane

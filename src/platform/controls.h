@@ -11,6 +11,8 @@
 #include "platform/property.h"
 #include "platform/run_time_error.h"
 
+namespace marovane {
+
 class Form;
 
 /// A colour, 0xRRGGBB.
@@ -164,3 +166,5 @@ class ControlArray {
  private:
   std::array<std::unique_ptr<T>, N> controls_;
 };
+
+}  // namespace marovane

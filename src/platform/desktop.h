@@ -4,6 +4,8 @@
 #include <optional>
 #include <string>
 
+namespace marovane {
+
 class Desktop {
  public:
   virtual ~Desktop() = default;
@@ -15,3 +17,5 @@ class Desktop {
   virtual std::optional<std::string> AskSaveFile(const std::string& title, const std::string& filter,
                                                  const std::string& suggestedName) = 0;
 };
+
+}  // namespace marovane

@@ -5,6 +5,8 @@
 #include <map>
 #include <string>
 
+namespace marovane {
+
 /// Plain data, read once at the start.
 struct Environment {
   std::map<std::string, std::string>
@@ -20,3 +22,5 @@ struct Environment {
     return found == variables.end() ? "" : found->second;
   }
 };
+
+}  // namespace marovane

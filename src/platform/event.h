@@ -5,6 +5,8 @@
 #include <string>
 #include <utility>
 
+namespace marovane {
+
 /// Whoever raises events. Each event runs as a handler of the event loop of its form.
 class EventSource {
  public:
@@ -37,3 +39,5 @@ class Event {
   EventSource& source_;
   std::function<void(Arguments...)> handler_;
 };
+
+}  // namespace marovane

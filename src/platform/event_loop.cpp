@@ -8,6 +8,8 @@
 #include "platform/run_time_error.h"
 #include "platform/timer.h"
 
+namespace marovane {
+
 void EventLoop::DoEvents() {
   RefuseWhileBlocked();
   if (ended_) throw ProgramEnd{};
@@ -170,3 +172,5 @@ void EventLoop::Started(Timer* timer) {
 void EventLoop::Stopped(Timer* timer) {
   if (timers_.erase(timer) > 0) TimersChanged();
 }
+
+}  // namespace marovane

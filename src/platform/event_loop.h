@@ -13,6 +13,8 @@
 
 #include "base/day.h"
 
+namespace marovane {
+
 class Timer;
 
 /// The base of all event loops. It keeps the timers and the posted tasks; a loop of its own kind supplies the
@@ -125,3 +127,5 @@ class EventLoop {
   bool isBlocked_ = false;
   bool ended_ = false;
 };
+
+}  // namespace marovane

@@ -6,6 +6,8 @@
 #include "platform/machine.h"
 #include "platform/window_system.h"
 
+namespace marovane {
+
 Form::Form(Machine& theMachine, std::string name) : machine(theMachine), name_(std::move(name)) {}
 
 Form::~Form() { machine.windows.Forget(*this); }
@@ -42,3 +44,5 @@ Control* Form::Find(const std::string& name) const {
 }
 
 void Form::RunEvent(const std::function<void()>& handler) { machine.loop.RunHandler(handler); }
+
+}  // namespace marovane

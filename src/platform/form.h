@@ -9,6 +9,8 @@
 #include "platform/event.h"
 #include "platform/property.h"
 
+namespace marovane {
+
 struct Machine;
 
 class Form : public EventSource {
@@ -60,3 +62,5 @@ class Form : public EventSource {
   std::vector<Control*> controls_;
   std::function<void()> unload_;  // set by the Window that made this form
 };
+
+}  // namespace marovane

@@ -6,6 +6,8 @@
 #include <utility>
 #include <vector>
 
+namespace marovane {
+
 struct HtmlForm {
   std::string action;
   std::string method;                                       ///< as written
@@ -16,3 +18,5 @@ struct HtmlForm {
 std::vector<HtmlForm> HtmlForms(std::string_view page);
 /// What a reader sees of a page (UTF-8), as plain lines.
 std::string HtmlToText(std::string_view page);
+
+}  // namespace marovane

@@ -3,6 +3,8 @@
 
 #include "base/http.h"
 
+namespace marovane {
+
 class HttpClient {
  public:
   virtual ~HttpClient() = default;
@@ -10,3 +12,5 @@ class HttpClient {
   /// came: no connection, a broken transfer, a malformed address.
   virtual base::HttpResponse Send(const base::HttpRequest& request) = 0;
 };
+
+}  // namespace marovane

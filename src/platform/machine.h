@@ -1,6 +1,8 @@
 // The machine that a program runs on, as one bundle of replaceable parts.
 #pragma once
 
+namespace marovane {
+
 namespace base {
 class Databases;
 class Files;
@@ -25,3 +27,5 @@ struct Machine {
   const ChineseConverter& chinese;
   const Environment& environment;
 };
+
+}  // namespace marovane

@@ -8,6 +8,8 @@
 
 #include "base/process.h"
 
+namespace marovane {
+
 struct ProcessInfo {
   int id = 0;
   std::string name;  ///< file name of its program
@@ -33,3 +35,5 @@ class Processes {
   virtual std::vector<ProcessInfo> List() const = 0;
   virtual bool Terminate(int id) = 0;
 };
+
+}  // namespace marovane

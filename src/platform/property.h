@@ -7,6 +7,8 @@
 #include <utility>
 #include <vector>
 
+namespace marovane {
+
 /// Keeps a watcher alive; dropping it ends the watching.
 using Subscription = std::shared_ptr<void>;
 
@@ -49,3 +51,5 @@ class Property {
   T value_{};
   std::vector<std::weak_ptr<Watcher>> watchers_;
 };
+
+}  // namespace marovane

@@ -3,6 +3,8 @@
 
 #include "base/error.h"
 
+namespace marovane {
+
 /// An error of a statement at run time: a file that cannot be opened, a failed transfer or query, an index
 /// out of bounds. The text is meant for `error.log` and the detail line of a message.
 using RunTimeError = base::Error;
@@ -10,3 +12,5 @@ using RunTimeError = base::Error;
 /// Ends the program: thrown by EventLoop::End and taken by nobody but the program's main procedure. It is no
 /// std::exception on purpose, so that no error handler can take it.
 struct ProgramEnd {};
+
+}  // namespace marovane

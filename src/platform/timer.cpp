@@ -1,5 +1,7 @@
 #include "platform/timer.h"
 
+namespace marovane {
+
 Timer::Timer(EventLoop& loop, int interval, Kind kind)
     : Interval(interval), loop_(loop), isVisual_(kind == Kind::kVisual) {
   interval_ = Interval.Watch([this](int) { Restart(); });
@@ -20,3 +22,5 @@ void Timer::Restart() {
 void Timer::Tick() {
   if (onTick) onTick();
 }
+
+}  // namespace marovane

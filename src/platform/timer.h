@@ -7,6 +7,8 @@
 #include "platform/event_loop.h"
 #include "platform/property.h"
 
+namespace marovane {
+
 /// Ticks every Interval milliseconds while Enabled. A tick that was missed, because the loop was busy, is not
 /// made up for.
 class Timer {
@@ -36,3 +38,5 @@ class Timer {
   Subscription interval_;
   Subscription enabled_;
 };
+
+}  // namespace marovane

@@ -4,6 +4,8 @@
 
 #include <random>
 
+namespace marovane {
+
 const std::string& PageNonce() {
   static const std::string nonce = [] {
     std::random_device random;
@@ -59,3 +61,5 @@ bool WebBrowser::FollowLink(const std::string& url) {
   BeforeNavigate2.Raise(url, cancel);
   return !cancel;
 }
+
+}  // namespace marovane

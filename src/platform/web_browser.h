@@ -7,6 +7,8 @@
 
 #include "platform/controls.h"
 
+namespace marovane {
+
 class WebBrowser;
 
 /// What marks the scripts of written pages as the program's own: random, and another one in each run. No
@@ -64,3 +66,5 @@ class WebBrowser : public Control {
   WebRenderer* renderer_ = nullptr;
   std::string page_;
 };
+
+}  // namespace marovane

@@ -10,6 +10,8 @@
 #include "platform/machine.h"
 #include "platform/window_system.h"
 
+namespace marovane {
+
 /// The one instance of a window class. A reference through -> loads it, which runs its Form_Load, before the
 /// reference goes on.
 template <class T>
@@ -62,3 +64,5 @@ class Window {
   std::shared_ptr<T> form_;
   std::shared_ptr<T> unloadedAtOnce_;
 };
+
+}  // namespace marovane

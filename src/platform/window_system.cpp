@@ -5,6 +5,8 @@
 #include "platform/controls.h"
 #include "platform/form.h"
 
+namespace marovane {
+
 void WindowSystem::Loaded(Form& form) { forms_.push_back(&form); }
 
 void WindowSystem::Shown(Form& form, bool isModal) {
@@ -64,3 +66,5 @@ void WindowSystem::ActiveChanged(Form* form) {
   if (before != nullptr) before->RunEvent([before] { before->Form_Deactivate(); });
   if (form != nullptr && active_ == form) form->RunEvent([form] { form->Form_Activate(); });
 }
+
+}  // namespace marovane

@@ -4,6 +4,8 @@
 #include <string>
 #include <vector>
 
+namespace marovane {
+
 class Control;
 class Form;
 
@@ -74,3 +76,5 @@ class WindowSystem {
   Control* focused_ = nullptr;
   Form* active_ = nullptr;
 };
+
+}  // namespace marovane

@@ -8,6 +8,8 @@
 #include "qt/qt_windows.h"
 #include "qt/text_convert.h"
 
+namespace marovane {
+
 BrowserView::BrowserView(FormView& form, WebBrowser& browser, QWidget& widget)
     : ControlView(form, browser, widget), browser_(browser) {
   auto* layout = new QVBoxLayout(&widget);
@@ -113,3 +115,5 @@ void BrowserView::GoBack() {
 void BrowserView::GoForward() {
   if (pane_) pane_->GoForward();
 }
+
+}  // namespace marovane

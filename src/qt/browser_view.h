@@ -9,6 +9,8 @@
 #include "qt/control_view.h"
 #include "qt/web_pane.h"
 
+namespace marovane {
+
 class BrowserView : public ControlView, public WebRenderer {
  public:
   BrowserView(FormView& form, WebBrowser& browser, QWidget& widget);
@@ -36,3 +38,5 @@ class BrowserView : public ControlView, public WebRenderer {
   WebBrowser& browser_;
   std::unique_ptr<WebPane> pane_;
 };
+
+}  // namespace marovane

@@ -8,6 +8,8 @@
 #include "qt/key_codes.h"
 #include "qt/text_convert.h"
 
+namespace marovane {
+
 ControlView::ControlView(FormView& form, Control& control, QWidget& widget)
     : form_(form), control_(control), widget_(widget) {
   TakeGeometry();
@@ -140,3 +142,5 @@ bool ControlView::SwallowsKey(const QKeyEvent& event) {
   Raise([this, &code] { control_.KeyDown.Raise(code); });
   return code == 0 || form_.IsDetached();
 }
+
+}  // namespace marovane

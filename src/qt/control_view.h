@@ -11,8 +11,11 @@
 
 #include "platform/controls.h"
 
-class FormView;
 class QKeyEvent;
+
+namespace marovane {
+
+class FormView;
 
 /// What all controls have: geometry, visibility, tool tip, cursor, mouse, keys.
 class ControlView : public QObject {
@@ -73,3 +76,5 @@ class ControlView : public QObject {
 
 /// The view for a control's type. Null when the widget is of a class that cannot show it.
 std::unique_ptr<ControlView> MakeControlView(FormView& form, Control& control, QWidget& widget);
+
+}  // namespace marovane

@@ -5,6 +5,8 @@
 #include "qt/slider_view.h"
 #include "qt/text_view.h"
 
+namespace marovane {
+
 namespace {
 
 // A view of the given kind, if control and widget are of the types that it binds.
@@ -36,3 +38,5 @@ std::unique_ptr<ControlView> MakeControlView(FormView& form, Control& control, Q
   }
   return nullptr;
 }
+
+}  // namespace marovane

@@ -3,6 +3,8 @@
 #include <QApplication>
 #include <map>
 
+namespace marovane {
+
 namespace {
 
 const QString kChinese = "Noto Sans CJK TC";
@@ -38,3 +40,5 @@ void InstallFonts() {
   font.setHintingPreference(QFont::PreferNoHinting);
   QApplication::setFont(font);
 }
+
+}  // namespace marovane

@@ -4,6 +4,8 @@
 #include <QFont>
 #include <QStringList>
 
+namespace marovane {
+
 /// The families to try for a wanted one, best first: the font itself or its stand-in, then the ones that
 /// have the Chinese characters in their Taiwanese forms.
 QStringList FontFamilies(const QString& wanted);
@@ -13,3 +15,5 @@ QFont MakeFont(const QString& family, int points);
 
 /// Makes the program's own font the one that widgets begin with, and registers the stand-ins.
 void InstallFonts();
+
+}  // namespace marovane

@@ -13,6 +13,8 @@
 #include "qt/text_convert.h"
 #include "qt/ui_loader.h"
 
+namespace marovane {
+
 namespace {
 
 constexpr int kOffScreen = -10000;  // twips; windows that have to vanish for a while move beyond
@@ -231,3 +233,5 @@ QStringList FormView::Problems() const {
   }
   return problems;
 }
+
+}  // namespace marovane

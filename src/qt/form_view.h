@@ -10,6 +10,8 @@
 #include "qt/control_view.h"
 #include "qt/window_frame.h"
 
+namespace marovane {
+
 class QtWindows;
 
 /// Outlives its form until no event of one of its widgets can be on the stack: QtLoop::Retire.
@@ -66,3 +68,5 @@ class FormView : public QObject {
   bool isReady_ = false;
   bool isDetached_ = false;
 };
+
+}  // namespace marovane

@@ -3,6 +3,8 @@
 #include <QKeyEvent>
 #include <map>
 
+namespace marovane {
+
 namespace {
 
 const std::map<int, int>& Codes() {
@@ -37,3 +39,5 @@ int KeyCodeOf(const QKeyEvent& event) {
   const auto found = Codes().find(key);
   return found == Codes().end() ? 0 : found->second;
 }
+
+}  // namespace marovane

@@ -3,5 +3,9 @@
 
 class QKeyEvent;
 
+namespace marovane {
+
 /// The code of a key for KeyDown, 0 for one that has none. Signs count as on a US keyboard.
 int KeyCodeOf(const QKeyEvent& event);
+
+}  // namespace marovane

@@ -11,6 +11,8 @@
 #include "qt/fonts.h"
 #include "qt/toolkit_texts.h"
 
+namespace marovane {
+
 void PrepareApplication() {
   QCoreApplication::setAttribute(Qt::AA_ShareOpenGLContexts);
   QGuiApplication::setHighDpiScaleFactorRoundingPolicy(Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
@@ -45,3 +47,5 @@ int RunApplication(int argc, char** argv, const std::string& uiFolder,
     return EXIT_FAILURE;
   }
 }
+
+}  // namespace marovane

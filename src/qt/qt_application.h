@@ -5,6 +5,8 @@
 #include <functional>
 #include <string>
 
+namespace marovane {
+
 /// Before the QApplication: what the web engine, which comes later, will rely on.
 void PrepareApplication();
 
@@ -15,3 +17,5 @@ void ConfigureApplication(const QString& uiFolder);
 /// box why it could not start. Gives the exit status.
 int RunApplication(int argc, char** argv, const std::string& uiFolder,
                    const std::function<void(const std::string& words)>& run);
+
+}  // namespace marovane

@@ -10,6 +10,8 @@
 
 #include "qt/text_convert.h"
 
+namespace marovane {
+
 namespace {
 
 // "Text (*.txt)|*.txt|All|*.*" to "Text (*.txt);;All (*.*)".
@@ -58,3 +60,5 @@ std::optional<std::string> QtDesktop::AskSaveFile(const std::string& title, cons
   if (dialog.exec() == QDialog::Rejected || dialog.selectedFiles().isEmpty()) return std::nullopt;
   return Utf8(dialog.selectedFiles().first());
 }
+
+}  // namespace marovane

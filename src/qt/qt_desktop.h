@@ -4,6 +4,8 @@
 #include "platform/desktop.h"
 #include "qt/qt_loop.h"
 
+namespace marovane {
+
 class QtDesktop : public Desktop {
  public:
   std::string ClipboardText() const override;
@@ -13,3 +15,5 @@ class QtDesktop : public Desktop {
   std::optional<std::string> AskSaveFile(const std::string& title, const std::string& filter,
                                          const std::string& suggestedName) override;
 };
+
+}  // namespace marovane

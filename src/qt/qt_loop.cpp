@@ -11,6 +11,8 @@
 #include "base/day.h"
 #include "platform/run_time_error.h"
 
+namespace marovane {
+
 QtLoop::QtLoop() {
   timer_.setSingleShot(true);
   timer_.setTimerType(Qt::PreciseTimer);
@@ -128,3 +130,5 @@ base::LocalTime QtLoop::Now() const { return base::LocalNow(); }
 EventLoop::Milliseconds QtLoop::Elapsed() const {
   return std::chrono::duration_cast<Milliseconds>(std::chrono::steady_clock::now().time_since_epoch());
 }
+
+}  // namespace marovane

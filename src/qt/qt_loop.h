@@ -14,6 +14,8 @@
 
 class QSocketNotifier;
 
+namespace marovane {
+
 /// Needs a QCoreApplication, and is used in its place: QCoreApplication::exec is never called.
 class QtLoop : public EventLoop {
  public:
@@ -54,3 +56,5 @@ class QtLoop : public EventLoop {
   int lastWatch_ = 0;
   std::exception_ptr kept_;
 };
+
+}  // namespace marovane

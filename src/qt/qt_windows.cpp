@@ -10,6 +10,8 @@
 #include "qt/geometry.h"
 #include "qt/text_convert.h"
 
+namespace marovane {
+
 namespace {
 
 bool IsInput(QEvent::Type type) {
@@ -261,3 +263,5 @@ bool QtWindows::TurnsBackTo(const Form& focused) {
   view->Frame().activateWindow();
   return true;
 }
+
+}  // namespace marovane

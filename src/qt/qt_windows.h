@@ -15,6 +15,8 @@
 
 class QWindow;
 
+namespace marovane {
+
 class QtWindows : public QObject, public WindowSystem {
  public:
   struct Options {
@@ -75,3 +77,5 @@ class QtWindows : public QObject, public WindowSystem {
   std::map<const Form*, EventLoop::Milliseconds> shownAt_;
   std::vector<const Form*> recent_;  // the form that was active last stands at the end
 };
+
+}  // namespace marovane

@@ -8,6 +8,8 @@
 #include "qt/text_convert.h"
 #include "qt/text_view.h"
 
+namespace marovane {
+
 namespace {
 
 QTextCharFormat FontFormat(const QString& family) {
@@ -171,3 +173,5 @@ void RichTextView::CursorMoved() {
   const QTextCursor cursor = edit_.textCursor();
   SelectionMoved(cursor.selectionStart(), cursor.selectionEnd() - cursor.selectionStart());
 }
+
+}  // namespace marovane

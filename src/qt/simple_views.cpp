@@ -8,6 +8,8 @@
 #include "qt/qt_windows.h"
 #include "qt/text_convert.h"
 
+namespace marovane {
+
 namespace {
 
 const QColor kAmber("#FFCC00");
@@ -195,3 +197,5 @@ void ListView::Fill(QComboBox& widget, const std::vector<std::string>& items) {
   for (const std::string& item : items) widget.addItem(Text(item));
   widget.setCurrentIndex(static_cast<ComboBox&>(Model()).ListIndex);
 }
+
+}  // namespace marovane

@@ -9,6 +9,8 @@
 
 class QPainter;
 
+namespace marovane {
+
 /// A text. One that wraps becomes smaller where its label is too small for it.
 class LabelView : public ControlView {
  public:
@@ -78,3 +80,5 @@ class ListView : public ControlView {
  private:
   void Fill(QComboBox& widget, const std::vector<std::string>& items);
 };
+
+}  // namespace marovane

@@ -3,6 +3,8 @@
 #include <QFile>
 #include <QXmlStreamReader>
 
+namespace marovane {
+
 SkinPicture::SkinPicture(const QString& path) : drawing(path), ink("#f2f0ea") {
   drawing.setAspectRatioMode(Qt::KeepAspectRatio);
   QFile file(path);
@@ -30,3 +32,5 @@ SkinPicture* Skin::Read(const QString& path) {
   }
   return found->second.get();
 }
+
+}  // namespace marovane

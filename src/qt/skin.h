@@ -7,6 +7,8 @@
 #include <map>
 #include <memory>
 
+namespace marovane {
+
 struct SkinPicture {
   explicit SkinPicture(const QString& path);
   QSvgRenderer drawing;
@@ -28,3 +30,5 @@ class Skin {
   QString folder_;
   std::map<QString, std::unique_ptr<SkinPicture>> pictures_;
 };
+
+}  // namespace marovane

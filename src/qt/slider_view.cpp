@@ -1,5 +1,7 @@
 #include "qt/slider_view.h"
 
+namespace marovane {
+
 SliderView::SliderView(FormView& form, Slider& slider, QSlider& widget) : ControlView(form, slider, widget) {
   widget.setValue(slider.Value);
   Follow(slider.Value, [&widget](int value) { widget.setValue(value); });
@@ -8,3 +10,5 @@ SliderView::SliderView(FormView& form, Slider& slider, QSlider& widget) : Contro
     Raise([this, &slider, value] { FromWidget([&] { slider.Value = value; }); });
   });
 }
+
+}  // namespace marovane

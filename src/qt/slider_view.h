@@ -5,6 +5,8 @@
 
 #include "qt/control_view.h"
 
+namespace marovane {
+
 class SliderView : public ControlView {
  public:
   SliderView(FormView& form, Slider& slider, QSlider& widget);
@@ -12,3 +14,5 @@ class SliderView : public ControlView {
  protected:
   bool MakesClicks() const override { return false; }
 };
+
+}  // namespace marovane

@@ -9,6 +9,8 @@
 #include "qt/key_codes.h"
 #include "qt/text_convert.h"
 
+namespace marovane {
+
 TextView::TextView(FormView& form, TextBox& box, QWidget& widget)
     : ControlView(form, box, widget), box_(box) {}
 
@@ -115,3 +117,5 @@ LineView::LineView(FormView& form, TextBox& box, QLineEdit& widget)
   connect(&widget, &QLineEdit::selectionChanged, this, moved);
   connect(&widget, &QLineEdit::cursorPositionChanged, this, moved);
 }
+
+}  // namespace marovane

@@ -8,6 +8,8 @@
 
 #include "qt/control_view.h"
 
+namespace marovane {
+
 /// The key filter that both kinds have: KeyDown and KeyPress are raised before the widget acts, but never
 /// for the keys of a composition that an input method has in progress.
 class TextView : public ControlView {
@@ -72,3 +74,5 @@ class RichTextView : public TextView {
   QTextCharFormat typing_;  ///< style of the whole text and of what is typed next
   bool isShowing_ = false;
 };
+
+}  // namespace marovane

@@ -4,6 +4,8 @@
 #include <QHash>
 #include <QTranslator>
 
+namespace marovane {
+
 namespace {
 
 const QHash<QString, QString>& Texts() {
@@ -65,3 +67,5 @@ class ToolkitTexts : public QTranslator {
 }  // namespace
 
 void InstallToolkitTexts() { QCoreApplication::installTranslator(new ToolkitTexts(qApp)); }
+
+}  // namespace marovane

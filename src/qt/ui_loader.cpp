@@ -8,6 +8,8 @@
 #include "platform/run_time_error.h"
 #include "qt/text_convert.h"
 
+namespace marovane {
+
 namespace {
 
 // The loader takes in every designer plugin that it finds, among them one that brings the whole web engine
@@ -30,3 +32,5 @@ QWidget* LoadUi(const QString& path) {
   if (window == nullptr) throw RunTimeError(Utf8(path + ": " + loader->errorString()));
   return window;
 }
+
+}  // namespace marovane

@@ -6,6 +6,8 @@
 
 #include "qt/web_pane.h"
 
+namespace marovane {
+
 class WebLibrary {
  public:
   explicit WebLibrary(const QString& path) : library_(path) {}
@@ -17,3 +19,5 @@ class WebLibrary {
  private:
   QLibrary library_;
 };
+
+}  // namespace marovane

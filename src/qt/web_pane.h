@@ -7,6 +7,8 @@
 #include <QWidget>
 #include <functional>
 
+namespace marovane {
+
 /// Inputs of a page by id, as they are now.
 struct PageInputs {
   QMap<QString, QString> values;
@@ -54,3 +56,5 @@ class WebPane {
 
 /// The address under which written pages stand. An outside page cannot have it.
 inline const char* const kWrittenPageScheme = "marovane";
+
+}  // namespace marovane

@@ -15,6 +15,8 @@
 #include <cstdlib>
 #include <string>
 
+namespace marovane {
+
 namespace {
 
 constexpr int kShadow = 16;  // width of the shadow, logical pixels
@@ -229,3 +231,5 @@ void WindowFrame::paintEvent(QPaintEvent*) {
   if (margin_ > 0) PaintShadow(painter);
   PaintFace(painter);
 }
+
+}  // namespace marovane

@@ -5,6 +5,8 @@
 #include <QWidget>
 #include <functional>
 
+namespace marovane {
+
 /// A frameless window around a form's content. All its geometry is that of the content; the margin that the
 /// shadow takes, and a title bar if it has one, are the frame's own affair.
 class WindowFrame : public QWidget {
@@ -64,3 +66,5 @@ class WindowFrame : public QWidget {
   bool isDragging_ = false;
   QPoint dragOffset_;
 };
+
+}  // namespace marovane

@@ -14,6 +14,8 @@
 #include "records/connection.h"
 #include "records/record_db.h"
 
+namespace marovane {
+
 namespace {
 
 struct KeptTable {
@@ -76,3 +78,5 @@ bool AgeCleaning::HasNewRows() {
   }
   return false;
 }
+
+}  // namespace marovane

@@ -4,6 +4,8 @@
 #include "base/day.h"
 #include "records/day_records.h"
 
+namespace marovane {
+
 struct Program;
 
 /// Every procedure throws RunTimeError when a statement fails.
@@ -27,3 +29,5 @@ class AgeCleaning {
   Program& program_;
   RecordDb& records_;
 };
+
+}  // namespace marovane

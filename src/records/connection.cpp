@@ -2,6 +2,8 @@
 
 #include "platform/run_time_error.h"
 
+namespace marovane {
+
 std::string ConnectionPath(const std::string& connectionString) {
   constexpr std::string_view kKey = "Data Source=";
   const auto found = connectionString.find(kKey);
@@ -11,3 +13,5 @@ std::string ConnectionPath(const std::string& connectionString) {
   const auto begin = found + kKey.size();
   return connectionString.substr(begin, connectionString.find(';', begin) - begin);
 }
+
+}  // namespace marovane

@@ -4,6 +4,8 @@
 #include "base/transaction.h"
 #include "records/record_db.h"
 
+namespace marovane {
+
 namespace {
 
 std::vector<DayCount> CountsByDay(base::Database& db, std::string_view sql) {
@@ -128,3 +130,5 @@ void DayRecords::DeleteSentences(const std::vector<std::string>& ids) {
   }
   transaction.Commit();
 }
+
+}  // namespace marovane

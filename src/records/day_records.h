@@ -6,6 +6,8 @@
 
 #include "base/day.h"
 
+namespace marovane {
+
 class RecordDb;
 
 struct DayCount {
@@ -59,3 +61,5 @@ class DayRecords {
  private:
   RecordDb& records_;
 };
+
+}  // namespace marovane

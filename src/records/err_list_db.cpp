@@ -5,6 +5,8 @@
 #include "platform/machine.h"
 #include "records/connection.h"
 
+namespace marovane {
+
 base::Database& ErrListDb::Db() {
   if (!db_) {
     db_ = program_.machine.databases.Open(ConnectionPath(program_.app.gConnErrList),
@@ -33,3 +35,5 @@ std::vector<ErrorCode> ErrListDb::CodesOf(const std::string& category) {
            });
   return codes;
 }
+
+}  // namespace marovane

@@ -7,6 +7,8 @@
 
 #include "base/database.h"
 
+namespace marovane {
+
 struct Program;
 
 struct ErrorCategory {
@@ -36,3 +38,5 @@ class ErrListDb {
   Program& program_;
   std::unique_ptr<base::Database> db_;
 };
+
+}  // namespace marovane

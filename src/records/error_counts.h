@@ -3,6 +3,8 @@
 
 #include <string>
 
+namespace marovane {
+
 class RecordDb;
 
 /// Counts all faulty sentences, those of essays and deleted ones included. Throws RunTimeError.
@@ -18,3 +20,5 @@ class ErrorCounts {
  private:
   RecordDb& records_;
 };
+
+}  // namespace marovane

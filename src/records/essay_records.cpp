@@ -2,6 +2,8 @@
 
 #include "base/day.h"
 
+namespace marovane {
+
 namespace {
 
 OkSentence OkFrom(const base::DbRow& row) {
@@ -77,3 +79,5 @@ std::vector<ErrSentence> EssayRecords::ErrSentencesOf(const std::string& essayId
            [&](const base::DbRow& row) { sentences.push_back(ErrFrom(row)); });
   return sentences;
 }
+
+}  // namespace marovane

@@ -8,6 +8,8 @@
 #include "base/day.h"
 #include "records/record_db.h"
 
+namespace marovane {
+
 /// Texts are UTF-8; the apostrophe may be either.
 struct EssayRow {
   std::string essayId;
@@ -51,3 +53,5 @@ class EssayRecords {
 
   RecordDb& records_;
 };
+
+}  // namespace marovane

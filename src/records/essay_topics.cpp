@@ -2,6 +2,8 @@
 
 #include "base/transaction.h"
 
+namespace marovane {
+
 std::vector<EssayRow> EssayTopics::Select(const std::string& rest,
                                           const std::vector<base::DbValue>& parameters) {
   std::vector<EssayRow> essays;
@@ -52,3 +54,5 @@ bool EssayTopics::HasNew() {
              " + (select count(*) from errsentence where upload = 'N')"
              " + (select count(*) from essay where upload = 'N')") > 0;
 }
+
+}  // namespace marovane

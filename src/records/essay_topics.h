@@ -7,6 +7,8 @@
 
 #include "records/essay_records.h"
 
+namespace marovane {
+
 /// Works on the connection of the record database, which must outlive it. Texts come back as they are stored.
 /// Every procedure throws RunTimeError when its statement fails.
 class EssayTopics {
@@ -36,3 +38,5 @@ class EssayTopics {
 
   RecordDb& records_;
 };
+
+}  // namespace marovane

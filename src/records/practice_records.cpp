@@ -3,6 +3,8 @@
 #include "base/day.h"
 #include "records/record_db.h"
 
+namespace marovane {
+
 std::vector<PracticeDay> PracticeRecords::DaysWithin(base::Day first, base::Day last) {
   std::vector<PracticeDay> days;
   records_.Db().Run(
@@ -50,3 +52,5 @@ int PracticeRecords::RunOfDays(base::Day today) {
           "select case when max(day) >= date(?1, '-1 day') then max(length) else 0 end from run",
       {base::IsoDay(today)});
 }
+
+}  // namespace marovane

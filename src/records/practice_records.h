@@ -7,6 +7,8 @@
 #include "base/day.h"
 #include "records/day_records.h"
 
+namespace marovane {
+
 struct PracticeDay {
   base::Day day;
   int right = 0;
@@ -34,3 +36,5 @@ class PracticeRecords {
  private:
   RecordDb& records_;
 };
+
+}  // namespace marovane

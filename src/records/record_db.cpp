@@ -7,6 +7,8 @@
 #include "platform/run_time_error.h"
 #include "records/connection.h"
 
+namespace marovane {
+
 namespace {
 
 constexpr int kSchemaVersion = 1;
@@ -102,3 +104,5 @@ std::vector<ErrSentence> RecordDb::ErrSentencesOf(base::Day day) {
 std::vector<std::string> RecordDb::SentencesWithCode(const std::string& errcode) {
   return Db().Column("select sentence from errsentence where upload <> 'D' and errcode = ?", {errcode});
 }
+
+}  // namespace marovane

@@ -9,6 +9,8 @@
 #include "base/database.h"
 #include "base/day.h"
 
+namespace marovane {
+
 struct Program;
 
 /// A sentence found right. Texts are UTF-8; the apostrophe may be either.
@@ -71,3 +73,5 @@ std::string PlainApostrophes(const std::string& stored);
 std::string StoredText(const std::string& text);
 /// A stored day. Throws RunTimeError for another text.
 base::Day DayFromIso(const std::string& iso);
+
+}  // namespace marovane

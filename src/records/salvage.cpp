@@ -16,6 +16,8 @@
 #include "platform/window_system.h"
 #include "records/connection.h"
 
+namespace marovane {
+
 namespace {
 
 using Path = base::Files::Path;
@@ -239,3 +241,5 @@ void MendRecords(Program& program) {
         error.what()));
   }
 }
+
+}  // namespace marovane

@@ -3,6 +3,8 @@
 
 #include "base/database.h"
 
+namespace marovane {
+
 struct Program;
 
 /// Copies what can still be read into an empty database, row by row, around damaged pages.
@@ -14,3 +16,5 @@ int SalvageRows(base::Database& damaged, base::Database& empty);
 /// tells the user. A kill at any point leaves the old file, or the new one with the old one set aside; the
 /// next start finishes the work. When something goes wrong, all stays as it was, and the user is told.
 void MendRecords(Program& program);
+
+}  // namespace marovane

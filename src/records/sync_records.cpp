@@ -11,6 +11,8 @@
 #include "base/transaction.h"
 #include "records/record_db.h"
 
+namespace marovane {
+
 namespace {
 
 struct TableWords {
@@ -156,3 +158,5 @@ bool SyncRecords::CommitReload() {
   transaction.Commit();
   return true;
 }
+
+}  // namespace marovane

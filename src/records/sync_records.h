@@ -8,6 +8,8 @@
 #include "base/day.h"
 #include "records/day_records.h"
 
+namespace marovane {
+
 namespace base {
 class Database;
 }
@@ -67,3 +69,5 @@ class SyncRecords {
 
   RecordDb& records_;
 };
+
+}  // namespace marovane

@@ -11,6 +11,8 @@
 #include "protocol/pages.h"
 #include "protocol/refusal.h"
 
+namespace marovane {
+
 namespace {
 
 constexpr int kOffScreen = -20000;
@@ -208,3 +210,5 @@ void FrmXQDLogin::Finish(bool isOk) {
   app.gOpenPassword = false;
   Unload();
 }
+
+}  // namespace marovane

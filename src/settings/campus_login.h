@@ -7,6 +7,8 @@
 #include "core/shell_buttons.h"
 #include "core/window_shell.h"
 
+namespace marovane {
+
 /// Asks the account server which school's server a login belongs to.
 /// @return "OK_" and the server without a scheme, a refusal, or `refusal::kConnectFailed`
 std::string GetServerForLogin(Program& program, const std::string& login);
@@ -58,3 +60,5 @@ class FrmXQDLogin : public Form, public HallWindow {
   bool loginChanged_ = false;
   int left_ = 0;
 };
+
+}  // namespace marovane

@@ -11,6 +11,8 @@
 #include "sync/feedback_post.h"
 #include "sync/form_body.h"
 
+namespace marovane {
+
 namespace {
 
 constexpr const char* kPlaceholder =
@@ -121,3 +123,5 @@ void FrmFeedback::imgClose_Click() {
   program_.app.gOpenFeedback = false;
   fade_.Out();
 }
+
+}  // namespace marovane

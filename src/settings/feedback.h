@@ -8,6 +8,8 @@
 #include "core/window_shell.h"
 #include "platform/web_browser.h"
 
+namespace marovane {
+
 struct Message;
 
 class FrmFeedback : public Form, public HallWindow {
@@ -46,3 +48,5 @@ class FrmFeedback : public Form, public HallWindow {
   ShellButtons shell_;
   std::string sentence_, errcode_;
 };
+
+}  // namespace marovane

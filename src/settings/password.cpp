@@ -10,6 +10,8 @@
 #include "protocol/pages.h"
 #include "protocol/refusal.h"
 
+namespace marovane {
+
 namespace {
 
 constexpr int kLeastPassword = 4;
@@ -162,3 +164,5 @@ void FrmPassword::Accept(const std::string& password) {
   closeForm();
   program_.hall.frmMain->PassStringToEngine();
 }
+
+}  // namespace marovane

@@ -8,6 +8,8 @@
 #include "core/shell_buttons.h"
 #include "core/window_shell.h"
 
+namespace marovane {
+
 /// Asks the server whether a password is the account's.
 /// @param account may have "-" and blanks in it
 /// @return the server's reply, or `refusal::kConnectFailed`
@@ -53,3 +55,5 @@ class FrmPassword : public Form, public HallWindow {
   bool isApplying_ = false;
   int fullHeight_ = 0;  ///< twips, with the fields of the application
 };
+
+}  // namespace marovane

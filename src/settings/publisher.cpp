@@ -10,6 +10,8 @@
 #include "platform/window_system.h"
 #include "protocol/pages.h"
 
+namespace marovane {
+
 namespace {
 
 constexpr const char* kSetupKey = "publisher";
@@ -60,3 +62,5 @@ void ShowPublisherNews(Program& program, Window<FrmPublisher>& frmPublisher) {
     return;  // news are no reason to stop a start
   }
 }
+
+}  // namespace marovane

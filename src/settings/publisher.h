@@ -5,6 +5,8 @@
 #include "platform/web_browser.h"
 #include "platform/window.h"
 
+namespace marovane {
+
 class FrmPublisher : public Form {
  public:
   explicit FrmPublisher(Program& program);
@@ -26,3 +28,5 @@ class FrmPublisher : public Form {
 /// Asks the server for a news page and shows it, unless the user does not want to see that page again.
 /// Returns when the window has been closed. Without a server or news nothing happens.
 void ShowPublisherNews(Program& program, Window<FrmPublisher>& frmPublisher);
+
+}  // namespace marovane

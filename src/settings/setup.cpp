@@ -8,6 +8,8 @@
 #include "core/options.h"
 #include "core/settings.h"
 
+namespace marovane {
+
 namespace {
 
 constexpr std::array<const char*, 3> kFontSizes{"BIG", "MIDDLE", "SMALL"};
@@ -191,3 +193,5 @@ void FrmSetup::imgClose_Click() {
   app.gOpenSetup = false;
   fade_.Out();
 }
+
+}  // namespace marovane

@@ -7,6 +7,8 @@
 #include "core/shell_buttons.h"
 #include "core/window_shell.h"
 
+namespace marovane {
+
 /// Education as it is stored: a letter for the level ("" for none) and "1" for studying or "2" for graduated.
 /// @param level place in the list of levels, from 0 for none
 std::string EduBackground(int level, bool isStudying);
@@ -60,3 +62,5 @@ class FrmSetup : public Form, public HallWindow {
   ShellButtons shell_;
   bool loading_ = false;
 };
+
+}  // namespace marovane

@@ -9,6 +9,8 @@
 #include "sync/outbox.h"
 #include "sync/requests.h"
 
+namespace marovane {
+
 namespace {
 
 constexpr const char* kEnding = ".feedback";
@@ -46,3 +48,5 @@ void SendWaitingFeedback(Program& program) {
     }
   }
 }
+
+}  // namespace marovane

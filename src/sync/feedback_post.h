@@ -3,6 +3,8 @@
 
 #include <string>
 
+namespace marovane {
+
 struct Program;
 
 /// Posts a feedback form to p_feedback.asp. What does not arrive is kept in `outbox/`, beside the uploads.
@@ -13,3 +15,5 @@ bool SendFeedback(Program& program, const std::string& body);
 
 /// Posts what was kept once more, the oldest first. What does not arrive stays.
 void SendWaitingFeedback(Program& program);
+
+}  // namespace marovane

@@ -12,6 +12,8 @@
 #include "platform/run_time_error.h"
 #include "records/connection.h"
 
+namespace marovane {
+
 namespace {
 
 constexpr const char* kEnding = ".post";
@@ -71,3 +73,5 @@ void Outbox::Write(const std::string& name, const Post& post) {
 }
 
 void Outbox::Remove(const std::string& name) { program_.machine.files.Delete(Folder() / name); }
+
+}  // namespace marovane

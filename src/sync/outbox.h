@@ -7,6 +7,8 @@
 #include "base/files.h"
 #include "records/sync_records.h"
 
+namespace marovane {
+
 struct Program;
 
 /// `outbox/` beside the record database.
@@ -44,3 +46,5 @@ class Outbox {
 
   Program& program_;
 };
+
+}  // namespace marovane

@@ -17,6 +17,8 @@
 #include "records/record_db.h"
 #include "sync/requests.h"
 
+namespace marovane {
+
 namespace {
 
 constexpr std::array<Stream, 3> kStreams{
@@ -156,3 +158,5 @@ void Reload::Pause() {
   clock.Enabled = true;
   loop.WaitUntil([&isOver] { return isOver; });
 }
+
+}  // namespace marovane

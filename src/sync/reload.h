@@ -8,6 +8,8 @@
 #include "platform/timer.h"
 #include "sync/stream.h"
 
+namespace marovane {
+
 struct Program;
 
 /// Collects all three streams beside the present records and then puts them in their place, at once. Until
@@ -33,3 +35,5 @@ class Reload {
   Announce announce_;
   base::LocalTime idTime_;  // time that the ids of the sentences tell
 };
+
+}  // namespace marovane

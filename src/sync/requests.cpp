@@ -10,6 +10,8 @@
 #include "platform/run_time_error.h"
 #include "protocol/headers.h"
 
+namespace marovane {
+
 std::string PostPage(Program& program, const std::string& page, const std::string& body,
                      const std::string& contentType, const Headers& headers) {
   base::HttpRequest request{.url = program.app.gServerUrlRoot + page, .headers = headers, .body = body};
@@ -28,3 +30,5 @@ std::string PostPage(Program& program, const std::string& page, const std::strin
   all.insert(all.end(), headers.begin(), headers.end());
   return PostPage(program, page, body, "text/xml; charset=big5", all);
 }
+
+}  // namespace marovane

@@ -5,6 +5,8 @@
 #include <utility>
 #include <vector>
 
+namespace marovane {
+
 struct Program;
 
 using Headers = std::vector<std::pair<std::string, std::string>>;
@@ -16,3 +18,5 @@ std::string PostPage(Program& program, const std::string& page, const std::strin
 /// The same with a body and a type as other pages get them.
 std::string PostPage(Program& program, const std::string& page, const std::string& body,
                      const Headers& headers = {});
+
+}  // namespace marovane

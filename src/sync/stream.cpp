@@ -6,6 +6,8 @@
 #include "platform/run_time_error.h"
 #include "sync/wire_text.h"
 
+namespace marovane {
+
 namespace {
 
 constexpr std::string_view kItemSeparator = "<@>";
@@ -39,3 +41,5 @@ StreamPage ReadStreamPage(const Stream& stream, const std::string& reply) {
   }
   return page;
 }
+
+}  // namespace marovane

@@ -7,6 +7,8 @@
 
 #include "records/sync_records.h"
 
+namespace marovane {
+
 /// One of the three streams.
 struct Stream {
   const char* tp;  ///< its name for the server
@@ -28,3 +30,5 @@ struct StreamPage {
 /// Reads a reply: items parted by "<@>". "FINISH" ends the stream, "LASTID:" the page; an empty item, and the
 /// end without either, break the reply off. Throws RunTimeError for a record that has not its fields.
 StreamPage ReadStreamPage(const Stream& stream, const std::string& reply);
+
+}  // namespace marovane

@@ -7,6 +7,8 @@
 #include "protocol/pages.h"
 #include "protocol/refusal.h"
 
+namespace marovane {
+
 std::string CheckAccountPassword(Program& program, const std::string& account, const std::string& password) {
   return AskServer(program, protocol::page::kCheckPassword,
                    {{"pno", protocol::CleanAccount(account)}, {"pw", password}});
@@ -74,3 +76,5 @@ void FrmSyncLogin::TellRefusal(const std::string& reply) {
   }
   program_.app.gMsgResult.clear();
 }
+
+}  // namespace marovane

@@ -7,6 +7,8 @@
 #include "core/shell_buttons.h"
 #include "core/window_shell.h"
 
+namespace marovane {
+
 /// Asks the server whether a password is the account's.
 /// @param account may have "-" and blanks in it
 /// @return the server's reply, or `refusal::kConnectFailed`
@@ -37,3 +39,5 @@ class FrmSyncLogin : public Form, public HallWindow {
   Fade fade_;
   ShellButtons shell_;
 };
+
+}  // namespace marovane

@@ -18,6 +18,8 @@
 #include "protocol/record_form.h"
 #include "sync/requests.h"
 
+namespace marovane {
+
 namespace {
 
 struct UploadStep {
@@ -152,3 +154,5 @@ void UploadPending(Program& program, SyncRecords& records, Outbox& outbox,
     program.machine.loop.DoEvents();
   }
 }
+
+}  // namespace marovane

@@ -6,6 +6,8 @@
 
 #include "sync/outbox.h"
 
+namespace marovane {
+
 struct Program;
 
 /// What a browser would send of the form with the fields of these rows.
@@ -19,3 +21,5 @@ void SettleOutbox(SyncRecords& records, Outbox& outbox);
 /// @param announce called before each table with the detail for the progress box
 void UploadPending(Program& program, SyncRecords& records, Outbox& outbox,
                    const std::function<void(const std::string&)>& announce);
+
+}  // namespace marovane

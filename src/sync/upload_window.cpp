@@ -21,6 +21,8 @@
 #include "sync/requests.h"
 #include "sync/upload.h"
 
+namespace marovane {
+
 namespace {
 
 constexpr int kOffScreen = -20000;
@@ -150,3 +152,5 @@ void FrmUpload::tmrSyncMessageWait_Timer() {
   program_.hall.frmMain->AsForm().Enabled = true;
   Unload();
 }
+
+}  // namespace marovane

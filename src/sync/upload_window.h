@@ -9,6 +9,8 @@
 #include "records/sync_records.h"
 #include "sync/outbox.h"
 
+namespace marovane {
+
 class RecordDb;
 struct Progress;
 
@@ -40,3 +42,5 @@ class FrmUpload : public Form, public UploadRun {
 
 /// Digest of the newest essay and the newest sentences, as the server makes it too.
 std::string SyncChecksum(SyncRecords& records);
+
+}  // namespace marovane

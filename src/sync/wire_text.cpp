@@ -5,6 +5,8 @@
 
 #include "base/utf16.h"
 
+namespace marovane {
+
 namespace {
 
 constexpr std::size_t kLongestCode = 6;
@@ -39,3 +41,5 @@ std::string PlainField(std::string_view written) {
   }
   return text;
 }
+
+}  // namespace marovane

@@ -9,6 +9,8 @@
 #include "core/text_utility.h"
 #include "views/page_frame.h"
 
+namespace marovane {
+
 namespace {
 
 // The room of a drawing, in the units of its view box.
@@ -163,3 +165,5 @@ std::string EmptyPicture() {
 </svg>
 )html";
 }
+
+}  // namespace marovane

@@ -6,6 +6,8 @@
 
 #include "views/charts.h"
 
+namespace marovane {
+
 inline constexpr const char* kRightColor = "#99CC00";
 inline constexpr const char* kFaultyColor = "#FF3C3C";
 inline constexpr const char* kLineColor = "#FFCC00";
@@ -25,3 +27,5 @@ std::string ShareLine(const std::vector<PracticeDay>& weeks);
 std::string ErrorBars(const std::vector<FrequentError>& errors);
 /// A picture in place of charts.
 std::string EmptyPicture();
+
+}  // namespace marovane

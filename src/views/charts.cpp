@@ -6,6 +6,8 @@
 #include "base/text.h"
 #include "records/err_list_db.h"
 
+namespace marovane {
+
 using std::chrono::days;
 using std::chrono::sys_days;
 using std::chrono::weeks;
@@ -51,3 +53,5 @@ Charts CollectCharts(RecordDb& records, ErrListDb& errList, base::Day today) {
   charts.runOfDays = practice.RunOfDays(today);
   return charts;
 }
+
+}  // namespace marovane

@@ -7,6 +7,8 @@
 #include "base/day.h"
 #include "records/practice_records.h"
 
+namespace marovane {
+
 class ErrListDb;
 
 struct FrequentError {
@@ -33,3 +35,5 @@ base::Day MondayOf(base::Day day);
 
 /// Throws RunTimeError.
 Charts CollectCharts(RecordDb& records, ErrListDb& errList, base::Day today);
+
+}  // namespace marovane

@@ -6,6 +6,8 @@
 #include "views/chart_drawing.h"
 #include "views/page_frame.h"
 
+namespace marovane {
+
 namespace {
 
 constexpr const char* kStyle = R"html(<style>
@@ -70,3 +72,5 @@ std::string ChartsPage(const Charts& charts) {
   }
   return page + BuildPageFrame("FOOTER", "");
 }
+
+}  // namespace marovane

@@ -5,5 +5,9 @@
 
 #include "views/charts.h"
 
+namespace marovane {
+
 /// All charts; a friendly picture when there is nothing to draw.
 std::string ChartsPage(const Charts& charts);
+
+}  // namespace marovane

@@ -2,6 +2,8 @@
 
 #include <map>
 
+namespace marovane {
+
 std::string CheckBoxId(int row) { return "chk" + std::to_string(row); }
 
 CheckList::CheckList(WebBrowser& page, ControlArray<PictureBox, 2>& picSelectAll,
@@ -52,3 +54,5 @@ void CheckList::ShowState(int index, bool isOn) {
   states_(index).Caption = isOn ? "1" : "0";
   pictures_(index).Picture = isOn ? "check_on" : "check_off";
 }
+
+}  // namespace marovane

@@ -6,6 +6,8 @@
 
 #include "platform/web_browser.h"
 
+namespace marovane {
+
 /// Rows count from 1. Row n has a box with the id "chk" + n, whose value is the record's key.
 class CheckList {
  public:
@@ -34,3 +36,5 @@ class CheckList {
 
 /// Id of the box of a row.
 std::string CheckBoxId(int row);
+
+}  // namespace marovane

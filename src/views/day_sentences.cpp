@@ -9,6 +9,8 @@
 #include "platform/run_time_error.h"
 #include "views/day_sentences_page.h"
 
+namespace marovane {
+
 namespace {
 
 std::vector<base::Day> DaysFrom(const std::string& list) {
@@ -134,3 +136,5 @@ void FrmSentences::TellDeleted() {
   ShowMessage(program_, Message::kDeleted);
   ShowDaySentences("OKONLY", dayList_);
 }
+
+}  // namespace marovane

@@ -12,6 +12,8 @@
 #include "views/check_list.h"
 #include "views/record_export.h"
 
+namespace marovane {
+
 class RecordDb;
 
 class FrmSentences : public Form, public DaySentences {
@@ -55,3 +57,5 @@ class FrmSentences : public Form, public DaySentences {
   CheckList list_;
   std::string dayList_;
 };
+
+}  // namespace marovane

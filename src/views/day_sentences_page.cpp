@@ -8,6 +8,8 @@
 #include "records/record_db.h"
 #include "views/page_frame.h"
 
+namespace marovane {
+
 namespace {
 
 // What differs between the rows of the two tables.
@@ -74,3 +76,5 @@ std::string DaySentencesPage(const std::vector<ListedSentence>& ok, const std::v
   for (const auto& entry : err) AppendRow(page, ++row, base::Trim(entry.id), entry.sentence, kErrRow);
   return page + "</table>\r\n" + BuildPageFrame("FOOTER", "");
 }
+
+}  // namespace marovane

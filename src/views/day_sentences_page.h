@@ -6,6 +6,8 @@
 
 #include "records/day_records.h"
 
+namespace marovane {
+
 /// A sentence of the page as the user knows it, with plain apostrophes.
 std::string ShownSentence(const ListedSentence& row);
 
@@ -13,3 +15,5 @@ std::string ShownSentence(const ListedSentence& row);
 /// the record id, and a hidden field "rec" + n with the sentence. A double click on a sentence marks its box
 /// and gives the command "cmd:passEngine".
 std::string DaySentencesPage(const std::vector<ListedSentence>& ok, const std::vector<ListedSentence>& err);
+
+}  // namespace marovane

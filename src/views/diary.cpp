@@ -7,6 +7,8 @@
 #include "views/diary_page.h"
 #include "views/work_off_screen.h"
 
+namespace marovane {
+
 void RebuildDays(DayRecords& records, const std::function<void()>& wait) {
   records.ClearWorkRec();
   records.InsertOkDays(records.OkDays());
@@ -139,3 +141,5 @@ void FrmDiary::picTabs_Click(int index) {
 void FrmDiary::ShowCharts() {
   webCharts.Write(ChartsPage(CollectCharts(recordDb_, errList_, base::DayOf(machine.loop.Now()))));
 }
+
+}  // namespace marovane

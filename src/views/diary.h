@@ -13,6 +13,8 @@
 #include "records/day_records.h"
 #include "views/check_list.h"
 
+namespace marovane {
+
 class ErrListDb;
 class RecordDb;
 
@@ -66,3 +68,5 @@ class FrmDiary : public Form, public HallWindow {
   CheckList list_;
   bool waitFlag_ = false;
 };
+
+}  // namespace marovane

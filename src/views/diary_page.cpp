@@ -6,6 +6,8 @@
 #include "core/text_utility.h"
 #include "views/page_frame.h"
 
+namespace marovane {
+
 namespace {
 
 constexpr const char* kHead =
@@ -42,3 +44,5 @@ std::string DiaryPage(const std::vector<DiaryDay>& days) {
   for (const auto& day : days) AppendRow(page, ++row, day);
   return page + "</table>\r\n" + BuildPageFrame("FOOTER", "");
 }
+
+}  // namespace marovane

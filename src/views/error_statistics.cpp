@@ -7,6 +7,8 @@
 #include "views/error_statistics_page.h"
 #include "views/work_off_screen.h"
 
+namespace marovane {
+
 namespace {
 
 constexpr const char* kOpenCode = "cmd:errcode:";
@@ -73,3 +75,5 @@ void FrmErrList::picButtons_Click() {
   if (selectedCode_.empty()) return ShowMessage(program_, Message::kChooseMistake);
   webHtml.FollowLink(kOpenCode + selectedCode_);
 }
+
+}  // namespace marovane

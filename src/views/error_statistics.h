@@ -9,6 +9,8 @@
 #include "platform/web_browser.h"
 #include "records/error_counts.h"
 
+namespace marovane {
+
 class ErrListDb;
 class RecordDb;
 
@@ -41,3 +43,5 @@ class FrmErrList : public Form, public ErrorStatistics {
   ShellButtons shell_;
   std::string selectedCode_;
 };
+
+}  // namespace marovane

@@ -7,6 +7,8 @@
 #include "core/text_utility.h"
 #include "views/page_frame.h"
 
+namespace marovane {
+
 namespace {
 
 constexpr const char* kCategory =
@@ -72,3 +74,5 @@ std::string ErrorStatisticsPage(const std::string& programFolder,
   return BuildPageFrame("HEADER", "") + DarkBody() + base::Replace(body, "\n", "\r\n") +
          BuildPageFrame("FOOTER", "");
 }
+
+}  // namespace marovane

@@ -8,6 +8,8 @@
 #include "records/err_list_db.h"
 #include "records/error_counts.h"
 
+namespace marovane {
+
 struct CountedCode {
   ErrorCode code;
   int count = 0;
@@ -29,3 +31,5 @@ std::vector<CountedCategory> CountErrors(ErrListDb& errList, ErrorCounts& counts
 /// @param programFolder where the pictures of the branches stand, in ui/
 std::string ErrorStatisticsPage(const std::string& programFolder,
                                 const std::vector<CountedCategory>& categories);
+
+}  // namespace marovane

@@ -8,6 +8,8 @@
 #include "base/text.h"
 #include "platform/web_browser.h"
 
+namespace marovane {
+
 namespace {
 
 constexpr std::string_view kLineEnd = "\r\n";
@@ -133,3 +135,5 @@ std::string ParchmentBody(const std::string& programFolder) {
 }
 
 std::string DarkBody() { return PageActions() + "<body " + kQuietBody; }
+
+}  // namespace marovane

@@ -4,6 +4,8 @@
 #include <string>
 #include <string_view>
 
+namespace marovane {
+
 /// @param part  "HEADER" or "FOOTER"; another word gives ""
 /// @param color of the header: "" dark, "YELLOW" parchment, another text is the background colour itself
 std::string BuildPageFrame(std::string_view part, std::string_view color);
@@ -29,3 +31,5 @@ std::string ParchmentBody(const std::string& programFolder);
 
 /// The same on the dark ground.
 std::string DarkBody();
+
+}  // namespace marovane

@@ -5,6 +5,8 @@
 #include "platform/machine.h"
 #include "platform/run_time_error.h"
 
+namespace marovane {
+
 namespace {
 
 constexpr const char* kLineEnd = "\r\n";
@@ -92,3 +94,5 @@ void FrmBindSelect::picButtons_Click(int index) {
   lblOpt.Caption = index != 0 ? "" : isParagraph ? "1" : "2";
   closeForm();
 }
+
+}  // namespace marovane

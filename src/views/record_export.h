@@ -9,6 +9,8 @@
 #include "core/shell_buttons.h"
 #include "core/window_shell.h"
 
+namespace marovane {
+
 /// One sentence a line (CR LF); or, as a paragraph, each with a full stop at its end, if it has none, and a
 /// blank behind it. The text's last line is ended too.
 std::string ExportText(const std::vector<std::string>& sentences, bool paragraph);
@@ -50,3 +52,5 @@ class FrmBindSelect : public Form, public HallWindow {
   Fade fade_;
   ShellButtons shell_;
 };
+
+}  // namespace marovane

@@ -5,6 +5,8 @@
 #include "platform/form.h"
 #include "platform/machine.h"
 
+namespace marovane {
+
 WorkOffScreen::WorkOffScreen(Program& program, const Progress& progress) : program_(program) {
   constexpr int kOffScreen = -20000;
   Form& frmMain = program_.hall.frmMain->AsForm();
@@ -30,3 +32,5 @@ void WorkOffScreen::PutMainBack() {
   isFinished_ = true;
   program_.hall.frmMain->AsForm().Left = left_;
 }
+
+}  // namespace marovane

@@ -1,6 +1,8 @@
 // Longer work that stands alone on the screen.
 #pragma once
 
+namespace marovane {
+
 struct Program;
 struct Progress;
 
@@ -22,3 +24,5 @@ class WorkOffScreen {
   int left_ = 0;
   bool isFinished_ = false;
 };
+
+}  // namespace marovane

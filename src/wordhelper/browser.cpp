@@ -11,6 +11,8 @@
 #include "platform/event_loop.h"
 #include "platform/machine.h"
 
+namespace marovane {
+
 namespace {
 
 constexpr const char* kBaseCaption = "Marovane 瀏覽器";
@@ -155,3 +157,5 @@ void FrmBrowser::LayOut() {
     pane->Height = linBtms.Top - top;
   }
 }
+
+}  // namespace marovane

@@ -8,6 +8,8 @@
 #include "platform/controls.h"
 #include "platform/web_browser.h"
 
+namespace marovane {
+
 class FrmBrowser : public Form, public Browser {
  public:
   explicit FrmBrowser(Program& program);
@@ -45,3 +47,5 @@ class FrmBrowser : public Form, public Browser {
 
   Program& program_;
 };
+
+}  // namespace marovane

@@ -4,6 +4,8 @@
 #include "core/options.h"
 #include "wordhelper/pair_code.h"
 
+namespace marovane {
+
 namespace {
 
 constexpr const char* kChineseHint = "輸入中文字串，幫您找出符合該中文意思的英文表達語或句子...";
@@ -179,3 +181,5 @@ void FrmCollocation::imgClose_Click() {
   fade_.Out();  // before the file, so that one that cannot be written does not keep the window open
   SaveSources();
 }
+
+}  // namespace marovane

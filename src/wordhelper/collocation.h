@@ -12,6 +12,8 @@
 #include "platform/controls.h"
 #include "platform/timer.h"
 
+namespace marovane {
+
 struct Progress;
 struct WebSource;
 
@@ -105,3 +107,5 @@ class FrmCollocation : public Form, public WordHelper {
   std::string pickedPhrase_;  ///< what the examples are wanted for
   std::string lastMainText_;  ///< text of the main window when it was last taken over
 };
+
+}  // namespace marovane

@@ -14,6 +14,8 @@
 #include "wordhelper/user_act.h"
 #include "wordhelper/web_sources.h"
 
+namespace marovane {
+
 namespace {
 
 constexpr std::array kSearchModes{"chn2eng", "eng2xpl", "collo"};
@@ -134,3 +136,5 @@ void FrmCollocation::SaveSources() {
   }
   if (hasChoice) WriteChosenSources(program_, chosen);
 }
+
+}  // namespace marovane

@@ -4,6 +4,8 @@
 #include <array>
 #include <string_view>
 
+namespace marovane {
+
 /// A part of speech and that of its partner, by the numbers of the options `optPara1` and `optPara2`.
 struct PairCode {
   std::string_view code;
@@ -16,3 +18,5 @@ inline constexpr std::array<PairCode, 5> kPairCodes{
 
 /// Near-synonyms, by the numbers of the options `optPara3`: of a noun, a verb, an adjective.
 inline constexpr std::array<std::string_view, 3> kSynonymCodes{"SN", "SV", "SJ"};
+
+}  // namespace marovane

@@ -12,6 +12,8 @@
 #include "platform/run_time_error.h"
 #include "protocol/pages.h"
 
+namespace marovane {
+
 namespace {
 
 constexpr std::string_view kRecordEnd = "<@>";
@@ -80,3 +82,5 @@ int IndexOfChosen(const std::vector<std::string>& names, const std::string& chos
   const int number = chosen[0] - '0';
   return number < static_cast<int>(names.size()) ? number : 0;
 }
+
+}  // namespace marovane

@@ -6,6 +6,8 @@
 #include <string_view>
 #include <vector>
 
+namespace marovane {
+
 struct Program;
 
 /// What stands in an address for the text to look up.
@@ -45,3 +47,5 @@ bool HasChosenSources(Program& program);
 
 /// The entry of a list of names that a remembered choice means; the first one when it means none.
 int IndexOfChosen(const std::vector<std::string>& names, const std::string& chosen);
+
+}  // namespace marovane

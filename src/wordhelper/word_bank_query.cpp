@@ -11,6 +11,8 @@
 #include "wordhelper/user_act.h"
 #include "wordhelper/word_bank_text.h"
 
+namespace marovane {
+
 namespace {
 
 constexpr const char* kWordBankName = "wexbin.exe";
@@ -171,3 +173,5 @@ void FrmCollocation::ShowSynonyms(const std::vector<std::string>& items, bool pl
   program_.hall.frmBrowser->GoWritePage(SynonymPage(items, plainLines), 1);
   machine.loop.DoEvents();
 }
+
+}  // namespace marovane

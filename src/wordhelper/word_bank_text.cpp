@@ -5,6 +5,8 @@
 #include "base/text.h"
 #include "views/page_frame.h"
 
+namespace marovane {
+
 std::vector<std::string> PayloadItems(const std::string& payload) {
   std::vector<std::string> items;
   for (const auto& piece : base::Split(payload, "<@>")) {
@@ -30,3 +32,5 @@ std::string SynonymPage(const std::vector<std::string>& items, bool plainLines) 
   for (const auto& item : items) page += base::Escaped(item) + (plainLines ? "\r\n" : "<br />");
   return page + "</div>" + BuildPageFrame("FOOTER", "");
 }
+
+}  // namespace marovane

@@ -5,6 +5,8 @@
 #include <string_view>
 #include <vector>
 
+namespace marovane {
+
 /// Items of a web reply's payload: parted by "<@>", trimmed, without empty ones.
 std::vector<std::string> PayloadItems(const std::string& payload);
 /// Lines of a result file in CP950 behind its title line, as they stand, blank ones too. Throws RunTimeError
@@ -13,3 +15,5 @@ std::vector<std::string> ResultLines(std::string_view bytes);
 /// The page of a word's near-synonyms, one a line. With plainLines the lines end in CR LF, which a page shows
 /// as blanks.
 std::string SynonymPage(const std::vector<std::string>& items, bool plainLines);
+
+}  // namespace marovane

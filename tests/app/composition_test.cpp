@@ -1,5 +1,7 @@
 #include "tests/essay/essay_fixture.h"
 
+namespace marovane {
+
 namespace {
 
 using ::testing::ElementsAre;
@@ -27,3 +29,5 @@ TEST_F(CompositionTest, PutsTheRightWindowBehindEachDoor) {
 }
 
 }  // namespace
+
+}  // namespace marovane

@@ -7,6 +7,8 @@
 #include "tests/records/record_store.h"
 #include "tests/support/real_server.h"
 
+namespace marovane {
+
 namespace {
 
 using ::testing::SizeIs;
@@ -119,3 +121,5 @@ TEST_F(Editions, WriteTheSameRowsOfALongEssay) {
 }
 
 }  // namespace
+
+}  // namespace marovane

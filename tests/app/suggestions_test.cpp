@@ -5,6 +5,8 @@
 #include "tests/checking/checking_fixture.h"
 #include "tests/support/real_server.h"
 
+namespace marovane {
+
 namespace {
 
 using ::testing::AllOf;
@@ -56,3 +58,5 @@ TEST_F(RealSuggestions, PickedPartnerStandsInTheListThatItBrings) {
 }
 
 }  // namespace
+
+}  // namespace marovane

@@ -2,6 +2,8 @@
 
 #include <gmock/gmock.h>
 
+namespace marovane {
+
 namespace {
 
 using namespace std::chrono;
@@ -119,3 +121,5 @@ TEST(TerminalCommand, SaysWhatItDoesNotKnow) {
 }
 
 }  // namespace
+
+}  // namespace marovane

@@ -6,6 +6,8 @@
 
 #include "tests/support/run_program.h"
 
+namespace marovane {
+
 base::RunResult RunTerminalProgram(const std::vector<std::string>& words, const std::string& input,
                                    const std::map<std::string, std::string>& environment) {
   std::vector<std::string> variables;
@@ -24,3 +26,5 @@ std::vector<std::string> ProcessesThatName(const std::string& path) {
   }
   return found;
 }
+
+}  // namespace marovane

@@ -7,6 +7,8 @@
 
 #include "base/process.h"
 
+namespace marovane {
+
 /// Runs the program with these words, this text on its standard input, and no other environment than this.
 /// Returns when it and every process that it started and that can still write to its standard error have
 /// ended.
@@ -15,3 +17,5 @@ base::RunResult RunTerminalProgram(const std::vector<std::string>& words, const 
 
 /// Command lines of the running processes that name a path.
 std::vector<std::string> ProcessesThatName(const std::string& path);
+
+}  // namespace marovane

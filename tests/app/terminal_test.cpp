@@ -9,6 +9,8 @@
 #include "tests/records/record_store.h"
 #include "tests/support/temp_home.h"
 
+namespace marovane {
+
 namespace {
 
 using ::testing::AllOf;
@@ -215,3 +217,5 @@ TEST_F(TerminalTest, DamagedRecordsAreSetAsideAndWhatCanBeReadIsCarriedOver) {
 }
 
 }  // namespace
+
+}  // namespace marovane

@@ -8,6 +8,8 @@
 #include "tests/app/terminal_run.h"
 #include "tests/support/temp_home.h"
 
+namespace marovane {
+
 namespace {
 
 using ::testing::AllOf;
@@ -85,3 +87,5 @@ TEST(TopicCommands, AreReadFromTheirWords) {
 }
 
 }  // namespace
+
+}  // namespace marovane

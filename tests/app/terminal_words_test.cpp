@@ -4,6 +4,8 @@
 #include "tests/app/terminal_run.h"
 #include "tests/support/temp_home.h"
 
+namespace marovane {
+
 namespace {
 
 using ::testing::AllOf;
@@ -46,3 +48,5 @@ TEST_F(TerminalWords, SynonymsTranslationAndNothingFound) {
 }
 
 }  // namespace
+
+}  // namespace marovane

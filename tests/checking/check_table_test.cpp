@@ -1,6 +1,8 @@
 // What a check leaves behind, the same for both engines.
 #include "tests/checking/checking_fixture.h"
 
+namespace marovane {
+
 namespace {
 
 using ::testing::ElementsAre;
@@ -157,3 +159,5 @@ TEST_F(CheckTableTest, SuggestionsOpenTheirWindow) {
 }
 
 }  // namespace
+
+}  // namespace marovane

@@ -18,6 +18,8 @@
 #include "tests/support/fake_hall.h"
 #include "tests/support/test_machine.h"
 
+namespace marovane {
+
 inline constexpr Color kGreen = Rgb(153, 204, 0);
 inline constexpr Color kRed = Rgb(255, 60, 60);
 
@@ -116,3 +118,5 @@ class CheckingTest : public ::testing::Test {
   Window<FrmMain> frmMain{[this] { return std::make_shared<FrmMain>(program, records); }};
   FakeHall fakes{program};
 };
+
+}  // namespace marovane

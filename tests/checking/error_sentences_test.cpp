@@ -3,6 +3,8 @@
 #include "base/day.h"
 #include "tests/checking/checking_fixture.h"
 
+namespace marovane {
+
 namespace {
 
 using ::testing::EndsWith;
@@ -72,3 +74,5 @@ TEST_F(ErrSentencesTest, SizeHasItsBoundsAndClosingFadesOut) {
 }
 
 }  // namespace
+
+}  // namespace marovane

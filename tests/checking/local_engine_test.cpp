@@ -4,6 +4,8 @@
 #include "protocol/page_code.h"
 #include "tests/checking/checking_fixture.h"
 
+namespace marovane {
+
 namespace {
 
 using namespace std::chrono_literals;
@@ -238,3 +240,5 @@ TEST_F(LocalEngineTest, EssaySentenceNeedsNoPage) {
 }
 
 }  // namespace
+
+}  // namespace marovane

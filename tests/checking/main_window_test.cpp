@@ -3,6 +3,8 @@
 #include "platform/run_time_error.h"
 #include "tests/checking/checking_fixture.h"
 
+namespace marovane {
+
 namespace {
 
 using ::testing::Each;
@@ -301,3 +303,5 @@ TEST_F(MainWindowTest, LeavingIsAskedForAndFadesToTheEnd) {
 }
 
 }  // namespace
+
+}  // namespace marovane

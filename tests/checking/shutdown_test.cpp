@@ -5,6 +5,8 @@
 #include "records/age_cleaning.h"
 #include "tests/checking/checking_fixture.h"
 
+namespace marovane {
+
 namespace {
 
 using ::testing::ElementsAre;
@@ -250,3 +252,5 @@ TEST_F(ShutdownTest, AKillAtAnyPointLosesNothingAndDoublesNothing) {
 }
 
 }  // namespace
+
+}  // namespace marovane

@@ -3,6 +3,8 @@
 #include "checking/suggest_page.h"
 #include "tests/checking/checking_fixture.h"
 
+namespace marovane {
+
 namespace {
 
 using ::testing::AllOf;
@@ -161,3 +163,5 @@ TEST_F(SuggestWindow, PickedSynonymStaysWithTheBrowser) {
 }
 
 }  // namespace
+
+}  // namespace marovane

@@ -3,6 +3,8 @@
 #include "platform/run_time_error.h"
 #include "tests/checking/checking_fixture.h"
 
+namespace marovane {
+
 namespace {
 
 using namespace std::chrono_literals;
@@ -229,3 +231,5 @@ TEST(RunCode, IsTwoNumbersAndTheirSum) {
 }
 
 }  // namespace
+
+}  // namespace marovane

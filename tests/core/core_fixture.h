@@ -12,6 +12,8 @@
 #include "tests/support/fake_hall.h"
 #include "tests/support/test_machine.h"
 
+namespace marovane {
+
 /// Paths stand as after a start, with TMP as the root; the folders are there.
 class CoreTest : public ::testing::Test {
  protected:
@@ -51,3 +53,5 @@ class CoreTest : public ::testing::Test {
   AppState& app = program.app;
   FakeHall fakes{program};
 };
+
+}  // namespace marovane

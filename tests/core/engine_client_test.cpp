@@ -4,6 +4,8 @@
 #include "platform/timer.h"
 #include "tests/core/core_fixture.h"
 
+namespace marovane {
+
 namespace {
 
 using namespace std::chrono_literals;
@@ -165,3 +167,5 @@ TEST_F(EngineClientTest, RunsUntilTheProgramHasEndedAndAnswered) {
 }
 
 }  // namespace
+
+}  // namespace marovane

@@ -3,6 +3,8 @@
 #include "platform/run_time_error.h"
 #include "tests/core/core_fixture.h"
 
+namespace marovane {
+
 namespace {
 
 using ::testing::HasSubstr;
@@ -139,3 +141,5 @@ TEST_F(ErrorReportTest, FailureOfATimerLeavesWhatTheRunningEventHasPutAside) {
 }
 
 }  // namespace
+
+}  // namespace marovane

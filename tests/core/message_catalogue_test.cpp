@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+namespace marovane {
+
 namespace {
 
 TEST(MessageCatalogue, HasTheNumberIconButtonsAndKindOfEachMessage) {
@@ -97,3 +99,5 @@ TEST(MessageCatalogue, HoldsTheTexts) {
 }
 
 }  // namespace
+
+}  // namespace marovane

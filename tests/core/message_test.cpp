@@ -1,6 +1,8 @@
 #include "platform/run_time_error.h"
 #include "tests/core/core_fixture.h"
 
+namespace marovane {
+
 namespace {
 
 using namespace std::chrono_literals;
@@ -250,3 +252,5 @@ TEST_F(MessageTest, FlashRunsThroughTheBarAgainAndAgain) {
 }
 
 }  // namespace
+
+}  // namespace marovane

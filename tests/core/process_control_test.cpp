@@ -3,6 +3,8 @@
 #include "platform/run_time_error.h"
 #include "tests/core/core_fixture.h"
 
+namespace marovane {
+
 namespace {
 
 using ::testing::ElementsAre;
@@ -40,3 +42,5 @@ TEST_F(ProcessControlTest, HelperIsLookedForInItsFolderAndThenBesideTheProgram) 
 }
 
 }  // namespace
+
+}  // namespace marovane

@@ -8,6 +8,8 @@
 #include "core/settings.h"
 #include "tests/core/core_fixture.h"
 
+namespace marovane {
+
 namespace {
 
 namespace fs = std::filesystem;
@@ -125,3 +127,5 @@ TEST_F(ProvisioningFaultTest, PackageOnAFullDiskLeavesNothingHalfAndNothingLost)
 }
 
 }  // namespace
+
+}  // namespace marovane

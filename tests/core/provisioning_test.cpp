@@ -8,6 +8,8 @@
 #include "core/start_up.h"
 #include "tests/core/core_fixture.h"
 
+namespace marovane {
+
 namespace {
 
 namespace fs = std::filesystem;
@@ -205,3 +207,5 @@ TEST_F(PackageTest, AlteredByOneByteOrCutWritesNothing) {
 }
 
 }  // namespace
+
+}  // namespace marovane

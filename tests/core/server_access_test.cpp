@@ -5,6 +5,8 @@
 #include "platform/run_time_error.h"
 #include "tests/core/core_fixture.h"
 
+namespace marovane {
+
 namespace {
 
 using ::testing::Each;
@@ -116,3 +118,5 @@ TEST_F(ServerAccessTest, PackedPageGoesOutAsAFormInTheBrowser) {
 }
 
 }  // namespace
+
+}  // namespace marovane

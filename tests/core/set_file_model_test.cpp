@@ -6,6 +6,8 @@
 #include "core/set_file.h"
 #include "tests/core/core_fixture.h"
 
+namespace marovane {
+
 namespace {
 
 /// The file as the rules tell it, by regular expressions over UTF-8 lines.
@@ -98,3 +100,5 @@ TEST_F(SetFileModelTest, AgreesOverRandomFilesAndOperations) {
 }
 
 }  // namespace
+
+}  // namespace marovane

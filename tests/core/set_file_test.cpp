@@ -4,6 +4,8 @@
 #include "platform/run_time_error.h"
 #include "tests/core/core_fixture.h"
 
+namespace marovane {
+
 namespace {
 
 using ::testing::AnyOf;
@@ -228,3 +230,5 @@ TEST_F(SetFileTest, KillOrFailureAtAnyStepLeavesTheOldOrTheNewFileWhole) {
 }
 
 }  // namespace
+
+}  // namespace marovane

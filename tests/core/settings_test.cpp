@@ -5,6 +5,8 @@
 #include "platform/run_time_error.h"
 #include "tests/core/core_fixture.h"
 
+namespace marovane {
+
 namespace {
 
 using ::testing::ElementsAre;
@@ -203,3 +205,5 @@ TEST_F(SettingsTest, FileThatCannotBeWrittenIsRaised) {
 }
 
 }  // namespace
+
+}  // namespace marovane

@@ -7,6 +7,8 @@
 #include "platform/window.h"
 #include "tests/core/core_fixture.h"
 
+namespace marovane {
+
 namespace {
 
 using namespace std::chrono_literals;
@@ -180,3 +182,5 @@ TEST_F(SmallWindowsTest, DebugWindowReadsAndMovesTheMainWindow) {
 }
 
 }  // namespace
+
+}  // namespace marovane

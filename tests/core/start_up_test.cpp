@@ -4,6 +4,8 @@
 #include "platform/run_time_error.h"
 #include "tests/core/core_fixture.h"
 
+namespace marovane {
+
 namespace {
 
 using ::testing::ElementsAre;
@@ -276,3 +278,5 @@ TEST_F(StartUpTest, OtherScreenDensityEndsWithABoxOfTheSystem) {
 }
 
 }  // namespace
+
+}  // namespace marovane

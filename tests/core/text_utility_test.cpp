@@ -6,6 +6,8 @@
 
 #include "core/app_state.h"
 
+namespace marovane {
+
 namespace {
 
 using namespace std::chrono;
@@ -105,3 +107,5 @@ TEST(KeyFilters, PassExactlyTheirKeys) {
 }
 
 }  // namespace
+
+}  // namespace marovane

@@ -2,6 +2,8 @@
 
 #include "tests/core/core_fixture.h"
 
+namespace marovane {
+
 namespace {
 
 using ::testing::ElementsAre;
@@ -166,3 +168,5 @@ TEST_F(VersionCheckTest, WithoutAServerTheStartGoesOn) {
 }
 
 }  // namespace
+
+}  // namespace marovane

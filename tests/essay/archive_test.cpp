@@ -4,6 +4,8 @@
 #include "essay/comparison.h"
 #include "tests/essay/essay_fixture.h"
 
+namespace marovane {
+
 namespace {
 
 using ::testing::AllOf;
@@ -44,3 +46,5 @@ TEST_F(ArchiveTest, ShowsTheOriginalBesideTheReport) {
 }
 
 }  // namespace
+
+}  // namespace marovane

@@ -5,6 +5,8 @@
 #include "tests/essay/topics_fixture.h"
 #include "tests/support/real_server.h"
 
+namespace marovane {
+
 namespace {
 
 using ::testing::ElementsAre;
@@ -22,7 +24,7 @@ class CampusTest : public TopicsTest {
     }
     composition.program.hall.frmUpload.LeadsTo([this]() -> UploadRun& { return *composition.frmUpload; });
     UseEdition("XQD");
-    store_ = marovane::OpenSqliteSchoolStore(machine.home / "school" / "server.db");
+    store_ = server::OpenSqliteSchoolStore(machine.home / "school" / "server.db");
     store_->PutTeacher({"lin", "林老師", "x"});
     const std::string grade = store_->AddClass("lin", "三年一班");
     store_->AddPupils("lin", grade, {{kPupil, "王小明"}});
@@ -66,7 +68,7 @@ class CampusTest : public TopicsTest {
   CurlHttp curl_{machine.loop};
   RealServer school_{machine.loop, {"--data", SchoolData()}};
   RealServer campus_{machine.loop, {"--data", CampusData()}};
-  std::unique_ptr<marovane::SchoolStore> store_;
+  std::unique_ptr<server::SchoolStore> store_;
 };
 
 TEST_F(CampusTest, APupilWritesToOrderAndReadsWhatTheTeacherSays) {
@@ -109,3 +111,5 @@ TEST_F(CampusTest, APupilWritesToOrderAndReadsWhatTheTeacherSays) {
 }
 
 }  // namespace
+
+}  // namespace marovane

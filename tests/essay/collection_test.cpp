@@ -2,6 +2,8 @@
 #include "core/settings.h"
 #include "tests/essay/topics_fixture.h"
 
+namespace marovane {
+
 namespace {
 
 using ::testing::ElementsAre;
@@ -210,3 +212,5 @@ TEST_F(CollectionTest, ReportsAndCommentsOpenFromIt) {
 }
 
 }  // namespace
+
+}  // namespace marovane

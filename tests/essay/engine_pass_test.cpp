@@ -3,6 +3,8 @@
 #include "essay/engine_passes.h"
 #include "tests/essay/essay_fixture.h"
 
+namespace marovane {
+
 namespace {
 
 using ::testing::AllOf;
@@ -179,3 +181,5 @@ TEST_F(EnginePassTest, GivesUpOnALocalEngineThatLeavesNoPage) {
 }
 
 }  // namespace
+
+}  // namespace marovane

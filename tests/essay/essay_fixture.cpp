@@ -2,6 +2,8 @@
 
 #include "base/text.h"
 
+namespace marovane {
+
 namespace {
 
 namespace fs = std::filesystem;
@@ -104,3 +106,5 @@ std::vector<std::string> EssayTest::Asked() const {
   for (const auto& body : machine.http.Bodies("p_passWebEngine.asp")) sentences.push_back(SentenceOf(body));
   return sentences;
 }
+
+}  // namespace marovane

@@ -14,6 +14,8 @@
 #include "tests/support/fake_hall.h"
 #include "tests/support/test_machine.h"
 
+namespace marovane {
+
 /// The web engine takes a sentence without an entry in `replies` for right. Real databases, virtual clock.
 class EssayTest : public ::testing::Test {
  protected:
@@ -57,3 +59,5 @@ class EssayTest : public ::testing::Test {
   std::deque<std::function<void()>> corrections_;
   Subscription correcting_;
 };
+
+}  // namespace marovane

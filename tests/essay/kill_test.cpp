@@ -7,6 +7,8 @@
 #include "platform/run_time_error.h"
 #include "tests/essay/essay_fixture.h"
 
+namespace marovane {
+
 namespace {
 
 using ::testing::Contains;
@@ -145,3 +147,5 @@ TEST_F(KillTest, ShowsAsInterruptedAndReusesWhatWasJudged) {
 }
 
 }  // namespace
+
+}  // namespace marovane

@@ -17,6 +17,8 @@
 #include "platform/run_time_error.h"
 #include "views/page_frame.h"
 
+namespace marovane {
+
 namespace {
 
 using ::testing::HasSubstr;
@@ -123,3 +125,5 @@ TEST(EssayReport, RefusesMoreSentencesThanAnEssayMayHave) {
 }
 
 }  // namespace
+
+}  // namespace marovane

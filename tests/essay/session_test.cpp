@@ -2,6 +2,8 @@
 #include "essay/report_window.h"
 #include "tests/essay/essay_fixture.h"
 
+namespace marovane {
+
 namespace {
 
 using ::testing::ElementsAre;
@@ -114,3 +116,5 @@ TEST_F(SessionTest, ShowsTheQuestionOfAnAssignment) {
 }
 
 }  // namespace
+
+}  // namespace marovane

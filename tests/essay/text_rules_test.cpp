@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+namespace marovane {
+
 namespace {
 
 std::string Repeated(const std::string& text, int times) {
@@ -33,3 +35,5 @@ TEST(TextRules, RefuseWhatCannotBeWalked) {
 }
 
 }  // namespace
+
+}  // namespace marovane

@@ -8,6 +8,8 @@
 #include "base/day.h"
 #include "core/settings.h"
 
+namespace marovane {
+
 TopicsTest::TopicsTest() {
   WriteSetup(composition.program, "NeedSync", "N");
   Assign("OK_");
@@ -88,3 +90,5 @@ std::vector<std::string> CommandsOf(const WebBrowser& browser) {
   }
   return commands;
 }
+
+}  // namespace marovane

@@ -6,6 +6,8 @@
 
 #include "tests/essay/essay_fixture.h"
 
+namespace marovane {
+
 struct StoredEssay {
   const char* essayId;
   const char* workId;
@@ -40,3 +42,5 @@ class TopicsTest : public EssayTest {
 std::string RowsOf(const WebBrowser& browser);
 /// The commands of a page's links, in order.
 std::vector<std::string> CommandsOf(const WebBrowser& browser);
+
+}  // namespace marovane

@@ -3,6 +3,8 @@
 #include "essay/assignments.h"
 #include "tests/essay/topics_fixture.h"
 
+namespace marovane {
+
 namespace {
 
 using ::testing::ElementsAre;
@@ -296,3 +298,5 @@ TEST_F(TopicsTest, AWalkThatWaitsForACorrectionIsLeftAlone) {
 }
 
 }  // namespace
+
+}  // namespace marovane

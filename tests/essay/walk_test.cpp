@@ -2,6 +2,8 @@
 #include "core/settings.h"
 #include "tests/essay/topics_fixture.h"
 
+namespace marovane {
+
 namespace {
 
 using ::testing::AllOf;
@@ -336,3 +338,5 @@ TEST_F(EssayTest, HandsInTheAnswerToAnAssignment) {
 }
 
 }  // namespace
+
+}  // namespace marovane

@@ -5,6 +5,8 @@
 #include "base/utf16.h"
 #include "platform/host/opencc.h"
 
+namespace marovane {
+
 namespace {
 
 TEST(OpenCc, ConvertsBothWays) {
@@ -37,3 +39,5 @@ TEST(OpenCc, GivesAsManyCharactersAsItGot) {
 }
 
 }  // namespace
+
+}  // namespace marovane

@@ -5,6 +5,8 @@
 #include "platform/run_time_error.h"
 #include "tests/support/virtual_loop.h"
 
+namespace marovane {
+
 namespace {
 
 TEST(CurlHttp, NamesTheAddressOfARequestThatFailedAndRefusesAnotherMeanwhile) {
@@ -26,3 +28,5 @@ TEST(CurlHttp, NamesTheAddressOfARequestThatFailedAndRefusesAnotherMeanwhile) {
 }
 
 }  // namespace
+
+}  // namespace marovane

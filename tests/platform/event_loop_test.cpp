@@ -14,6 +14,8 @@
 #include "platform/timer.h"
 #include "tests/support/virtual_loop.h"
 
+namespace marovane {
+
 namespace {
 
 using std::chrono::milliseconds;
@@ -335,3 +337,5 @@ TEST(PollLoop, TellsTheLocalTime) {
 }
 
 }  // namespace
+
+}  // namespace marovane

@@ -8,6 +8,8 @@
 #include "platform/window.h"
 #include "tests/support/test_machine.h"
 
+namespace marovane {
+
 namespace {
 
 using ::testing::ElementsAre;
@@ -172,3 +174,5 @@ TEST_F(FormsTest, RefusesAnIndexOutsideAControlArray) {
 }
 
 }  // namespace
+
+}  // namespace marovane

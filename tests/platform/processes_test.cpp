@@ -13,6 +13,8 @@
 #include "platform/timer.h"
 #include "tests/support/temp_home.h"
 
+namespace marovane {
+
 namespace {
 
 namespace fs = std::filesystem;
@@ -126,3 +128,5 @@ TEST(HostEnvironment, FindsTheFoldersByTheProgram) {
 }
 
 }  // namespace
+
+}  // namespace marovane

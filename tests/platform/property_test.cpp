@@ -4,6 +4,8 @@
 
 #include <string>
 
+namespace marovane {
+
 namespace {
 
 using ::testing::ElementsAre;
@@ -50,3 +52,5 @@ TEST(Property, CopiesTheValueButNotTheWatchers) {
 }
 
 }  // namespace
+
+}  // namespace marovane

@@ -8,6 +8,8 @@
 #include "platform/form.h"
 #include "tests/support/test_machine.h"
 
+namespace marovane {
+
 namespace {
 
 using ::testing::ElementsAre;
@@ -156,3 +158,5 @@ TEST_F(ScriptedUserTest, AnswersModalFormsOneAfterTheOther) {
 }
 
 }  // namespace
+
+}  // namespace marovane

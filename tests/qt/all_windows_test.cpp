@@ -9,6 +9,8 @@
 #include "qt/text_convert.h"
 #include "tests/qt/program_windows.h"
 
+namespace marovane {
+
 namespace {
 
 class EveryWindow : public testing::TestWithParam<ShownWindow> {
@@ -112,3 +114,5 @@ INSTANTIATE_TEST_SUITE_P(Program, EveryWindow, testing::ValuesIn(ProgramWindows(
 });
 
 }  // namespace
+
+}  // namespace marovane

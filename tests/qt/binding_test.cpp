@@ -8,6 +8,8 @@
 
 #include "tests/qt/sample_form.h"
 
+namespace marovane {
+
 using testing::ElementsAre;
 
 namespace {
@@ -146,3 +148,5 @@ TEST(Binding, MistakesOfAWindowFileAreNamed) {
 }
 
 }  // namespace
+
+}  // namespace marovane

@@ -8,6 +8,8 @@
 #include "essay/report.h"
 #include "tests/qt/program_windows.h"
 
+namespace marovane {
+
 namespace {
 
 std::string Report() {
@@ -75,3 +77,5 @@ TEST(EssayReport, OpensItsListsAndLeadsToTheArchive) {
 }
 
 }  // namespace
+
+}  // namespace marovane

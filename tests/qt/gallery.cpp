@@ -8,6 +8,7 @@
 #include "tests/qt/program_windows.h"
 
 int main(int argc, char** argv) {
+  using namespace marovane;
   PrepareApplication();
   const QApplication application(argc, argv);
   ConfigureApplication(MAROVANE_UI_FOLDER);

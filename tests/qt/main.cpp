@@ -6,6 +6,7 @@
 #include "qt/qt_application.h"
 
 int main(int argc, char** argv) {
+  using namespace marovane;
   ::testing::InitGoogleMock(&argc, argv);
   if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
   PrepareApplication();

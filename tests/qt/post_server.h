@@ -4,6 +4,8 @@
 #include <QTcpServer>
 #include <QTcpSocket>
 
+namespace marovane {
+
 /// Answers every request with a page and keeps its bytes.
 class PostServer {
  public:
@@ -47,3 +49,5 @@ class PostServer {
 
   QTcpServer server_;
 };
+
+}  // namespace marovane

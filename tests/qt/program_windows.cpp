@@ -4,6 +4,8 @@
 #include "tests/records/record_store.h"
 #include "tests/support/realistic_records.h"
 
+namespace marovane {
+
 namespace {
 
 // As at the end of a fade, and out of reach of its timer.
@@ -221,3 +223,5 @@ const std::vector<ShownWindow>& ProgramWindows() {
   };
   return windows;
 }
+
+}  // namespace marovane

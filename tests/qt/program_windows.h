@@ -11,6 +11,8 @@
 #include "tests/qt/qt_machine.h"
 #include "tests/support/fake_hall.h"
 
+namespace marovane {
+
 /// A program with real windows and nothing behind them.
 struct WindowedProgram {
   WindowedProgram();
@@ -30,3 +32,5 @@ struct ShownWindow {
 inline void PrintTo(const ShownWindow& window, std::ostream* out) { *out << window.name; }
 
 const std::vector<ShownWindow>& ProgramWindows();
+
+}  // namespace marovane

@@ -13,6 +13,8 @@
 #include "tests/support/fake_processes.h"
 #include "tests/support/temp_home.h"
 
+namespace marovane {
+
 /// A script as the pages of the program have it.
 inline std::string OwnScript(const std::string& code) {
   return "<script nonce='" + PageNonce() + "'>" + code + "</script>";
@@ -51,3 +53,5 @@ struct QtMachine {
   OpenCcConverter chinese;
   Machine machine{loop, windows, desktop, http, files, databases, processes, chinese, environment};
 };
+
+}  // namespace marovane

@@ -15,6 +15,8 @@
 #include "views/error_statistics_page.h"
 #include "wordhelper/word_bank_text.h"
 
+namespace marovane {
+
 namespace {
 
 using testing::ElementsAre;
@@ -256,3 +258,5 @@ TEST(WrittenPages, AreMadeOfTheSameElementsWhateverTheirTextsSay) {
 }
 
 }  // namespace
+
+}  // namespace marovane

@@ -8,6 +8,8 @@
 #include "platform/window.h"
 #include "tests/qt/qt_machine.h"
 
+namespace marovane {
+
 class FrmSample : public Form {
  public:
   explicit FrmSample(Machine& theMachine) : Form(theMachine, "frmSample") {}
@@ -40,3 +42,5 @@ struct ShownSample {
   QtMachine machine{MAROVANE_TEST_UI_FOLDER};
   Window<FrmSample> form{[this] { return std::make_shared<FrmSample>(machine.machine); }};
 };
+
+}  // namespace marovane

@@ -9,6 +9,8 @@
 #include "tests/qt/program_windows.h"
 #include "tests/support/real_server.h"
 
+namespace marovane {
+
 namespace {
 
 using testing::HasSubstr;
@@ -20,17 +22,17 @@ constexpr const char* kEssay = "e1";
 class SchoolPages : public testing::Test {
  protected:
   SchoolPages() : school_(program_.machine.loop, {"--data", Folder().string()}) {
-    auto store = marovane::OpenSqliteSchoolStore(Folder() / "server.db");
+    auto store = server::OpenSqliteSchoolStore(Folder() / "server.db");
     store->PutTeacher({"lin", "Lin", "x"});
     const std::string grade = store->AddClass("lin", "A");
     store->AddPupils("lin", grade, {{kPupil, "Wang"}});
     store->AddTopic("lin", {kTopic, grade, "", "My home", "Where is it?", "2026-12-01", ""});
-    marovane::RecordStore(Folder() / "server.db")
+    server::RecordStore(Folder() / "server.db")
         .TakePost(kPupil, "",
-                  {{marovane::RecordKind::kEssay,
+                  {{server::RecordKind::kEssay,
                     false,
                     {"2026-11-05", kEssay, kTopic, "N", "My home", "It is here.", "It is here."}}});
-    EXPECT_EQ(store->TakeHandIn(kPupil, kEssay, kTopic, "2026-11-05"), marovane::HandInResult::kTaken);
+    EXPECT_EQ(store->TakeHandIn(kPupil, kEssay, kTopic, "2026-11-05"), server::HandInResult::kTaken);
     auto& app = program_.composition.program.app;
     app.gServerUrlRoot = school_.Root();
     program_.machine.ownServer = QString::fromStdString(school_.Root());
@@ -93,3 +95,5 @@ TEST_F(SchoolPages, LeadFromTheQuestionToTheCommentAndBackAndToTheReport) {
 }
 
 }  // namespace
+
+}  // namespace marovane

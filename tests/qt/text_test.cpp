@@ -6,6 +6,8 @@
 #include "base/cp950.h"
 #include "tests/qt/sample_form.h"
 
+namespace marovane {
+
 using testing::ElementsAre;
 
 namespace {
@@ -170,3 +172,5 @@ TEST(TextBoxView, BoxThatOnlyHoldsTheFocusPassesTypingOn) {
 }
 
 }  // namespace
+
+}  // namespace marovane

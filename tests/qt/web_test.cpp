@@ -15,6 +15,8 @@
 #include "tests/qt/post_server.h"
 #include "tests/qt/qt_machine.h"
 
+namespace marovane {
+
 using testing::ElementsAre;
 using testing::HasSubstr;
 
@@ -292,3 +294,5 @@ TEST(WebView, HistoryGoesBackToWrittenPages) {
 }
 
 }  // namespace
+
+}  // namespace marovane

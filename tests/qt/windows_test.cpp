@@ -13,6 +13,8 @@
 #include "platform/timer.h"
 #include "tests/qt/sample_form.h"
 
+namespace marovane {
+
 using testing::ElementsAre;
 
 namespace {
@@ -308,3 +310,5 @@ TEST(QtLoop, OtherThreadsAndDescriptorsWakeIt) {
 }
 
 }  // namespace
+
+}  // namespace marovane

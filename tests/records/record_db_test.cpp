@@ -9,6 +9,8 @@
 #include "tests/records/record_store.h"
 #include "tests/support/test_machine.h"
 
+namespace marovane {
+
 namespace {
 
 using namespace std::chrono;
@@ -180,3 +182,5 @@ TEST_F(RecordsTest, OutlineComesFromTheErrorTexts) {
 }
 
 }  // namespace
+
+}  // namespace marovane

@@ -4,6 +4,8 @@
 #include <fstream>
 #include <sstream>
 
+namespace marovane {
+
 namespace fs = std::filesystem;
 
 void CreateRecords(base::Databases& databases, const fs::path& path) {
@@ -45,3 +47,5 @@ std::vector<std::string> Rows(base::Databases& databases, const fs::path& path, 
   });
   return rows;
 }
+
+}  // namespace marovane

@@ -7,6 +7,8 @@
 
 #include "base/database.h"
 
+namespace marovane {
+
 /// Makes an empty record database by the schema that ships, its folder included.
 void CreateRecords(base::Databases& databases, const std::filesystem::path& path);
 /// Makes an error-text database with these rows of `errmain` (code, outline) and one category.
@@ -16,3 +18,5 @@ void CreateErrList(base::Databases& databases, const std::filesystem::path& path
 /// Rows of a statement, each as its columns joined by "|"; Null as "NULL".
 std::vector<std::string> Rows(base::Databases& databases, const std::filesystem::path& path,
                               const std::string& sql, int columns);
+
+}  // namespace marovane

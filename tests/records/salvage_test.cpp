@@ -11,6 +11,8 @@
 #include "tests/support/realistic_records.h"
 #include "tests/support/test_machine.h"
 
+namespace marovane {
+
 namespace {
 
 namespace fs = std::filesystem;
@@ -204,3 +206,5 @@ TEST_F(SalvageTest, WithoutAPackageTheDamagedFileStaysAndTheUserIsTold) {
 }
 
 }  // namespace
+
+}  // namespace marovane

@@ -5,7 +5,7 @@
 
 #include "tests/server/temp_folder.h"
 
-namespace marovane {
+namespace server {
 namespace {
 
 using testing::MatchesRegex;
@@ -74,4 +74,4 @@ TEST(AccountFile, TwoAccountsAreNeverTheSame) {
 }
 
 }  // namespace
-}  // namespace marovane
+}  // namespace server

@@ -5,7 +5,7 @@
 #include "protocol/refusal.h"
 #include "tests/server/temp_folder.h"
 
-namespace marovane {
+namespace server {
 namespace {
 
 constexpr const char* kNumber = "1234567890";
@@ -73,4 +73,4 @@ TEST_F(AccountsTest, EnsuringAgainChangesThePasswordAndNothingElse) {
 }
 
 }  // namespace
-}  // namespace marovane
+}  // namespace server

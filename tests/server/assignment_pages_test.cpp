@@ -8,7 +8,7 @@
 
 namespace {
 
-using marovane::HandIn;
+using server::HandIn;
 using testing::HasSubstr;
 using testing::Not;
 
@@ -20,7 +20,7 @@ constexpr const char* kComment = "p_get_essay_work_teacher.asp";
 /// A class of two pupils, one of them the account of the server, and another teacher's class.
 class AssignmentPages : public testing::Test {
  protected:
-  AssignmentPages() : store_(marovane::OpenSqliteSchoolStore(server_.Database())) {
+  AssignmentPages() : store_(server::OpenSqliteSchoolStore(server_.Database())) {
     store_->PutTeacher({"lin", "林老師", "x"});
     store_->PutTeacher({"wu", "吳老師", "x"});
     server_.Ask("p_getlogin.asp", kPupil + "&password=Sesame4711");  // the account is there
@@ -57,7 +57,7 @@ class AssignmentPages : public testing::Test {
   }
 
   const RunningServer server_;
-  std::unique_ptr<marovane::SchoolStore> store_;
+  std::unique_ptr<server::SchoolStore> store_;
   std::string class_;
 };
 
@@ -119,8 +119,8 @@ TEST_F(AssignmentPages, HandInOnceAndKeepWhatWasHandedIn) {
     EXPECT_EQ(HandInEssay(ids.first, ids.second), answer) << ids.first << " " << ids.second;
   }
   PostEssay("e1", "w1", "N");  // a computer that has not heard of it
-  marovane::RecordStore records(server_.Database());
-  const auto rows = records.Rows(RunningServer::kNumber, marovane::RecordKind::kEssay, "", 10);
+  server::RecordStore records(server_.Database());
+  const auto rows = records.Rows(RunningServer::kNumber, server::RecordKind::kEssay, "", 10);
   ASSERT_EQ(rows.size(), 2U);
   constexpr std::size_t kFinalSet = 4;
   EXPECT_EQ(rows[0][kFinalSet], "Y");

@@ -73,7 +73,7 @@ TEST(CheckPage, ServesTheResultPageUnderItsPath) {
 }
 
 TEST(PageStore, KeepsTheNewestPages) {
-  marovane::PageStore store(3);
+  server::PageStore store(3);
   std::vector<std::string> paths;
   paths.reserve(5);
   for (const char* page : {"1", "2", "3", "4", "5"}) paths.push_back(store.Keep(page));
@@ -85,7 +85,7 @@ TEST(PageStore, KeepsTheNewestPages) {
 
 TEST(CheckPage, ListensWhileTheEngineLoads) {
   std::promise<void> loaded;
-  const RunningServer server([&]() -> marovane::SharedEngine::Judge {
+  const RunningServer server([&]() -> server::SharedEngine::Judge {
     loaded.get_future().wait();
     return JudgeFirstLetter;
   });
@@ -97,8 +97,7 @@ TEST(CheckPage, ListensWhileTheEngineLoads) {
 }
 
 TEST(CheckPage, SaysWhenThereIsNoEngine) {
-  const RunningServer server(
-      []() -> marovane::SharedEngine::Judge { throw std::runtime_error("no tables"); });
+  const RunningServer server([]() -> server::SharedEngine::Judge { throw std::runtime_error("no tables"); });
   EXPECT_EQ(Check(server, "He goes."), "ERR_ENGINE");
   EXPECT_EQ(server.Ask("p_passWebEngine_conn.asp", ""), "ERR_ENGINE");
   EXPECT_THAT(server.Ask("p_getconn.asp", ""), testing::StartsWith("ONLINE "));
@@ -112,7 +111,7 @@ std::string Verdict(const RunningServer& server, const std::string& sentence) {
 }
 
 TEST(CheckPage, EightLearnersAtOnceGetTheSameVerdicts) {
-  const RunningServer server(marovane::LoadTolvex(tolvex::FindDataDir()));
+  const RunningServer server(server::LoadTolvex(tolvex::FindDataDir()));
   const std::vector<std::string> sentences = {"he goes to school.",        "He goes to school every day.",
                                               "He go to school everyday.", "She don't like apples.",
                                               "There is many students.",   "I recieve your letter."};

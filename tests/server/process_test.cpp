@@ -169,8 +169,8 @@ TEST_F(ProcessTest, MakesTeachersWhoCanLogIn) {
   EXPECT_THAT(Tell({"teacher"}, ""), HasSubstr("add, password or list is missing"));
   EXPECT_THAT(Tell({"teacher", "list"}, ""), HasSubstr("--data is missing"));
   EXPECT_THAT(Tell({"teacher", "list", "--data", data + "/none"}, ""), HasSubstr("there is no folder"));
-  const auto teacher = marovane::OpenSqliteSchoolStore(data + "/server.db")->FindTeacher("lin");
-  EXPECT_TRUE(marovane::PasswordFits("second password", teacher->passwordHash));
+  const auto teacher = server::OpenSqliteSchoolStore(data + "/server.db")->FindTeacher("lin");
+  EXPECT_TRUE(server::PasswordFits("second password", teacher->passwordHash));
 }
 
 TEST_F(ProcessTest, EmbeddedHasNoSiteForTeachers) {

@@ -23,12 +23,12 @@ tolvex::Judgement JudgeFirstLetter(std::string_view sentence) {
   return judgement;
 }
 
-marovane::SharedEngine::Load Scripted(marovane::SharedEngine::Judge judge) {
+server::SharedEngine::Load Scripted(server::SharedEngine::Judge judge) {
   return [judge = std::move(judge)] { return judge; };
 }
 
-RunningServer::RunningServer(marovane::SharedEngine::Load load, const std::string& settings,
-                             marovane::SteadyClock clock)
+RunningServer::RunningServer(server::SharedEngine::Load load, const std::string& settings,
+                             server::SteadyClock clock)
     : server_({.prefix = kPrefix,
                .dataDir = WithSettings(folder_ / "data", settings),
                .engineData = ENGINE_DATA,

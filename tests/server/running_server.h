@@ -12,7 +12,7 @@
 tolvex::Judgement JudgeFirstLetter(std::string_view sentence);
 
 /// An engine that is loaded at once.
-marovane::SharedEngine::Load Scripted(marovane::SharedEngine::Judge judge);
+server::SharedEngine::Load Scripted(server::SharedEngine::Judge judge);
 
 class RunningServer {
  public:
@@ -21,9 +21,9 @@ class RunningServer {
   static constexpr const char* kPrefix = "/school/english";
 
   /// `settings` is the text of server.set. The account above exists.
-  explicit RunningServer(marovane::SharedEngine::Load load = Scripted(JudgeFirstLetter),
+  explicit RunningServer(server::SharedEngine::Load load = Scripted(JudgeFirstLetter),
                          const std::string& settings = "",
-                         marovane::SteadyClock clock = std::chrono::steady_clock::now);
+                         server::SteadyClock clock = std::chrono::steady_clock::now);
 
   /// Posts as the program does. The answer's body is as it came.
   httplib::Result Post(const std::string& page, const std::string& body,
@@ -38,5 +38,5 @@ class RunningServer {
 
  private:
   TempFolder folder_;
-  marovane::Server server_;
+  server::Server server_;
 };

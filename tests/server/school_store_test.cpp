@@ -8,7 +8,7 @@
 #include "server/store/store_database.h"
 #include "tests/server/temp_folder.h"
 
-namespace marovane {
+namespace server {
 namespace {
 
 using testing::IsEmpty;
@@ -131,4 +131,4 @@ TEST_F(SchoolStoreTest, ATwinOfATopicCannotBeMade) {
 }
 
 }  // namespace
-}  // namespace marovane
+}  // namespace server

@@ -9,7 +9,7 @@
 #include "server/store/store_database.h"
 #include "tests/server/temp_folder.h"
 
-namespace marovane {
+namespace server {
 namespace {
 
 TEST(Store, KeepsTextsOfEveryKindOverARestart) {
@@ -93,4 +93,4 @@ TEST(Store, RefusesWhatItCannotRead) {
 }
 
 }  // namespace
-}  // namespace marovane
+}  // namespace server

@@ -223,7 +223,7 @@ TEST_F(TeacherGuard, OneAddressCannotTryManyNames) {
 
 TEST(LoginLimit, RemembersABoundedNumberOfNames) {
   std::chrono::steady_clock::time_point now{};
-  marovane::LoginLimit limit([&] { return now; });
+  server::LoginLimit limit([&] { return now; });
   for (int i = 0; i < 10; ++i) EXPECT_TRUE(limit.TakesTry("first", "a"));
   EXPECT_FALSE(limit.TakesTry("first", "b"));
   for (int i = 0; i < 10000; ++i) {
@@ -278,7 +278,7 @@ TEST_F(TeacherGuard, EndsSessions) {
   EXPECT_EQ(busy.Get("").status, 303);
 
   TeacherClient known = LoggedIn("lin");
-  store_->PutTeacher({"lin", "林美玲", marovane::HashPassword("another one")});
+  store_->PutTeacher({"lin", "林美玲", server::HashPassword("another one")});
   EXPECT_EQ(known.Get("").status, 303) << "a new password ends all sessions";
 }
 

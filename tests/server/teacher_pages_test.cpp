@@ -63,7 +63,7 @@ TEST_F(TeacherPages, DeleteWhatWasMadeByMistake) {
   EXPECT_EQ(WorkOf("lin", kTopic).account, "S01");
 }
 
-std::vector<std::string> AccountsOf(marovane::SchoolStore& store, const std::string& schoolClass) {
+std::vector<std::string> AccountsOf(server::SchoolStore& store, const std::string& schoolClass) {
   std::vector<std::string> accounts;
   for (const auto& pupil : store.Pupils("lin", schoolClass)) accounts.push_back(pupil.account + pupil.name);
   return accounts;

@@ -6,7 +6,7 @@
 #include "server/teacher/roster.h"
 #include "tests/server/running_server.h"
 
-namespace marovane {
+namespace server {
 namespace {
 
 using testing::ElementsAre;
@@ -122,4 +122,4 @@ TEST(EssayMarks, AreMadeForABoundedNumberOfSentences) {
 }
 
 }  // namespace
-}  // namespace marovane
+}  // namespace server

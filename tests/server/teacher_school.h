@@ -17,8 +17,8 @@ class TeacherSchool : public testing::Test {
 
   explicit TeacherSchool(const std::string& settings = "")
       : server_(Scripted(JudgeFirstLetter), settings, [this] { return now_; }),
-        store_(marovane::OpenSqliteSchoolStore(server_.Database())) {
-    static const std::string kHash = marovane::HashPassword(kPassword);
+        store_(server::OpenSqliteSchoolStore(server_.Database())) {
+    static const std::string kHash = server::HashPassword(kPassword);
     store_->PutTeacher({"lin", "林美玲", kHash});
     store_->PutTeacher({"wu", "吳大維", kHash});
     class_ = store_->AddClass("lin", "三年一班");
@@ -32,11 +32,11 @@ class TeacherSchool : public testing::Test {
   }
 
   void HandIn(const std::string& account, const std::string& topic, const std::string& essay) {
-    marovane::RecordStore records(server_.Database());
+    server::RecordStore records(server_.Database());
     records.TakePost(
         account, "",
-        {{marovane::RecordKind::kEssay, false, {"2026-11-05", "e1", topic, "N", "T", essay, essay}}});
-    EXPECT_EQ(store_->TakeHandIn(account, "e1", topic, "2026-11-05"), marovane::HandInResult::kTaken);
+        {{server::RecordKind::kEssay, false, {"2026-11-05", "e1", topic, "N", "T", essay, essay}}});
+    EXPECT_EQ(store_->TakeHandIn(account, "e1", topic, "2026-11-05"), server::HandInResult::kTaken);
   }
 
   /// A teacher who has logged in and looked at the classes.
@@ -47,9 +47,9 @@ class TeacherSchool : public testing::Test {
     return client;
   }
 
-  marovane::HandIn WorkOf(const std::string& teacher, const std::string& topic) {
+  server::HandIn WorkOf(const std::string& teacher, const std::string& topic) {
     const auto all = store_->HandIns(teacher, topic);
-    return all.empty() ? marovane::HandIn{} : all[0];
+    return all.empty() ? server::HandIn{} : all[0];
   }
 
   /// All that a teacher could change, as one text.
@@ -71,7 +71,7 @@ class TeacherSchool : public testing::Test {
 
   std::chrono::steady_clock::time_point now_{};
   const RunningServer server_;
-  std::unique_ptr<marovane::SchoolStore> store_;
+  std::unique_ptr<server::SchoolStore> store_;
   std::string class_;
   std::string otherClass_;
 };

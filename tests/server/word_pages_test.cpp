@@ -53,13 +53,13 @@ TEST(WordPages, SitesOfAFreshServerMakeFourFieldsEach) {
 TEST(WebSources, OwnerWritesThem) {
   const TempFolder folder;
   const auto file = folder / "sources.set";
-  EXPECT_THAT(marovane::ReadWebSources(file), Not(IsEmpty())) << "public ones without a file";
+  EXPECT_THAT(server::ReadWebSources(file), Not(IsEmpty())) << "public ones without a file";
   WriteFile(file, "");
-  EXPECT_THAT(marovane::ReadWebSources(file), IsEmpty());
+  EXPECT_THAT(server::ReadWebSources(file), IsEmpty());
   WriteFile(file,
             "; ours\r\n\r\n字典 || cn || cn || http://a/?q=##String2chk##\r\nno site\r\n"
             "A||en||en||ftp://a/\r\nA||en||en\r\nA||en||en||https://b/<@>\r\nB||en||en||https://b/");
-  EXPECT_THAT(marovane::ReadWebSources(file),
+  EXPECT_THAT(server::ReadWebSources(file),
               ElementsAre("字典||cn||cn||http://a/?q=##String2chk##", "B||en||en||https://b/"));
 }
 

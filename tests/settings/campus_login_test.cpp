@@ -7,6 +7,8 @@
 #include "tests/settings/settings_fixture.h"
 #include "tests/support/real_server.h"
 
+namespace marovane {
+
 namespace {
 
 using ::testing::ElementsAre;
@@ -191,3 +193,5 @@ TEST_F(CampusLoginTest, RealServersFindTheSchoolAndTheFirstLoginSetsThePassword)
 }
 
 }  // namespace
+
+}  // namespace marovane

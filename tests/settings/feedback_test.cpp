@@ -9,6 +9,8 @@
 #include "tests/settings/settings_fixture.h"
 #include "tests/support/real_server.h"
 
+namespace marovane {
+
 namespace {
 
 using ::testing::ElementsAre;
@@ -190,3 +192,5 @@ TEST_F(FeedbackTest, ArrivesWholeAtTheRealServer) {
 }
 
 }  // namespace
+
+}  // namespace marovane

@@ -4,6 +4,8 @@
 #include "tests/settings/settings_fixture.h"
 #include "tests/support/real_server.h"
 
+namespace marovane {
+
 namespace {
 
 using ::testing::ElementsAre;
@@ -103,3 +105,5 @@ TEST_F(PasswordTest, NewAccountOfTheRealServerIsKeptAndLogsIn) {
 }
 
 }  // namespace
+
+}  // namespace marovane

@@ -2,6 +2,8 @@
 
 #include "tests/settings/settings_fixture.h"
 
+namespace marovane {
+
 namespace {
 
 using ::testing::ElementsAre;
@@ -51,3 +53,5 @@ TEST_F(PublisherTest, WithoutNewsThereIsNoWindow) {
 }
 
 }  // namespace
+
+}  // namespace marovane

@@ -5,6 +5,8 @@
 #include "tests/settings/settings_fixture.h"
 #include "tests/support/real_server.h"
 
+namespace marovane {
+
 namespace {
 
 namespace fs = std::filesystem;
@@ -213,3 +215,5 @@ TEST_F(CampusTest, ServersThatAreGoneAreToldAndTheWindowStaysForAnotherTry) {
 }
 
 }  // namespace
+
+}  // namespace marovane

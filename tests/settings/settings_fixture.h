@@ -7,6 +7,8 @@
 #include "platform/window.h"
 #include "tests/core/core_fixture.h"
 
+namespace marovane {
+
 /// Counts what the windows of this room want of the main window.
 class CountingMain : public FakeMain {
  public:
@@ -30,3 +32,5 @@ class SettingsRoomTest : public CoreTest {
 
   CountingMain frmMain{machine.machine};
 };
+
+}  // namespace marovane

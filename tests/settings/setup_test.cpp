@@ -2,6 +2,8 @@
 
 #include "tests/settings/settings_fixture.h"
 
+namespace marovane {
+
 namespace {
 
 using ::testing::EndsWith;
@@ -146,3 +148,5 @@ TEST_F(SetupTest, MergeRunsASynchronisationOnceTheOldAccountIsProven) {
 }
 
 }  // namespace
+
+}  // namespace marovane

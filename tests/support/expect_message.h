@@ -9,6 +9,8 @@
 #include "core/message.h"
 #include "tests/support/scripted_user.h"
 
+namespace marovane {
+
 using MessageButton = CommandButton FrmMessage::*;
 inline constexpr MessageButton kOk = &FrmMessage::cmdOK;
 inline constexpr MessageButton kCancel = &FrmMessage::cmdCancel;
@@ -32,3 +34,5 @@ inline void ExpectMessage(ScriptedUser& user, const Message& message, MessageBut
     user.Click(box.*answer);
   });
 }
+
+}  // namespace marovane

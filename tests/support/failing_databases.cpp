@@ -2,6 +2,8 @@
 
 #include <utility>
 
+namespace marovane {
+
 namespace {
 
 class FailingDatabase : public base::Database {
@@ -38,3 +40,5 @@ std::unique_ptr<base::Database> FailingDatabases::Open(const std::filesystem::pa
 std::unique_ptr<base::Database> FailingDatabases::Create(const std::filesystem::path& path) {
   return std::make_unique<FailingDatabase>(*this, databases_.Create(path));
 }
+
+}  // namespace marovane

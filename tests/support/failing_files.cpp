@@ -1,5 +1,7 @@
 #include "tests/support/failing_files.h"
 
+namespace marovane {
+
 void FailingFiles::Write(const Path& path, std::string_view bytes, bool isPrivate) {
   fault.Step("opening " + path.string());
   files_.Write(path, "", isPrivate);
@@ -37,3 +39,5 @@ void FailingFiles::CreateFolder(const Path& path, bool isPrivate) {
   fault.Step("creating " + path.string());
   files_.CreateFolder(path, isPrivate);
 }
+
+}  // namespace marovane

@@ -7,6 +7,8 @@
 #include "core/program.h"
 #include "platform/controls.h"
 
+namespace marovane {
+
 class FakeMain : public Form, public MainWindow {
  public:
   explicit FakeMain(Machine& theMachine) : Form(theMachine, "frmMain") {}
@@ -142,3 +144,5 @@ struct FakeHall {
   FakeUpload frmUpload;
   FakeWindow frmDiary, frmSetup, frmFeedback, frmPassword, frmEssayInputEdu;
 };
+
+}  // namespace marovane

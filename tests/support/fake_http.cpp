@@ -5,6 +5,8 @@
 
 #include "platform/run_time_error.h"
 
+namespace marovane {
+
 namespace {
 
 std::string WithoutQuery(const std::string& url) { return url.substr(0, url.find('?')); }
@@ -62,3 +64,5 @@ std::vector<std::string> FakeHttp::Bodies(const std::string& end) const {
   }
   return bodies;
 }
+
+}  // namespace marovane

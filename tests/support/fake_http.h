@@ -11,6 +11,8 @@
 #include "tests/support/fault.h"
 #include "tests/support/virtual_loop.h"
 
+namespace marovane {
+
 /// Records each request and answers it by the end of its address, up to a "?". Of several ends that fit, the
 /// longest counts. A request that no route fits throws std::logic_error. Each request is a step of the fault.
 class FakeHttp : public HttpClient {
@@ -47,3 +49,5 @@ class FakeHttp : public HttpClient {
   VirtualLoop& loop_;
   std::map<std::string, Target> routes_;
 };
+
+}  // namespace marovane

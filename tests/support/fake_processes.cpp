@@ -4,6 +4,8 @@
 
 #include "platform/run_time_error.h"
 
+namespace marovane {
+
 namespace {
 
 class ScriptedPipe : public PipedProcess {
@@ -78,3 +80,5 @@ bool FakeProcesses::Terminate(int id) {
   terminated.push_back(id);
   return running_.erase(id) > 0;
 }
+
+}  // namespace marovane

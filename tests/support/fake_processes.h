@@ -13,6 +13,8 @@
 #include "tests/support/fault.h"
 #include "tests/support/virtual_loop.h"
 
+namespace marovane {
+
 /// Programs are known by file name. Starting one that the test did not install is a RunTimeError, as for a
 /// missing file. Each start is a step of the fault.
 class FakeProcesses : public Processes {
@@ -55,3 +57,5 @@ class FakeProcesses : public Processes {
   std::vector<std::unique_ptr<Timer>> timers_;
   int lastId_ = 1000;
 };
+
+}  // namespace marovane

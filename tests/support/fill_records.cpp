@@ -7,6 +7,7 @@
 #include "tests/support/realistic_records.h"
 
 int main(int argc, char** argv) {
+  using namespace marovane;
   const auto lastDay = base::ParseDate(argc < 3 ? "" : argv[2]);
   if (!lastDay) {
     fmt::print(stderr, "fill_records <Marovane.mdb> <last day> [sentences] [days]\n");

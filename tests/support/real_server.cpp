@@ -6,6 +6,8 @@
 
 #include "platform/run_time_error.h"
 
+namespace marovane {
+
 namespace {
 
 constexpr int kPatience = 30'000;  // milliseconds
@@ -41,3 +43,5 @@ void RealServer::Kill() {
   }
   process_.reset();
 }
+
+}  // namespace marovane

@@ -9,6 +9,8 @@
 #include "platform/event_loop.h"
 #include "platform/host/posix_processes.h"
 
+namespace marovane {
+
 /// Starts the server that was built beside the tests, on a free port of the loopback. It ends with this
 /// object. Throws RunTimeError when it does not come up within half a minute.
 class RealServer {
@@ -30,3 +32,5 @@ class RealServer {
   std::unique_ptr<PipedProcess> process_;
   std::string root_;
 };
+
+}  // namespace marovane

@@ -8,6 +8,8 @@
 
 #include "base/day.h"
 
+namespace marovane {
+
 namespace {
 
 using std::chrono::sys_days;
@@ -122,3 +124,5 @@ class Filler {
 }  // namespace
 
 void FillRealistically(base::Database& db, const RealisticRecords& wish) { Filler(db, wish).Fill(); }
+
+}  // namespace marovane

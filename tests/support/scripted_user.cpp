@@ -9,6 +9,8 @@
 #include "base/utf16.h"
 #include "platform/form.h"
 
+namespace marovane {
+
 namespace {
 
 constexpr const char* kLineEnd = "\r\n";
@@ -175,3 +177,5 @@ void ScriptedUser::Close(Form& form) {
   if (!form.AcceptsInput()) throw std::logic_error(form.Name() + " takes no input now");
   form.QueryClose.Raise();
 }
+
+}  // namespace marovane

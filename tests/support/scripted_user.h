@@ -9,6 +9,8 @@
 #include "platform/event_loop.h"
 #include "platform/headless/headless_windows.h"
 
+namespace marovane {
+
 /// Acts on controls through the very events that a real view raises, in the same order, and refuses what a
 /// person could not do: each action throws std::logic_error when its control takes no input at that moment.
 class ScriptedUser {
@@ -56,3 +58,5 @@ class ScriptedUser {
   HeadlessWindows& windows_;
   std::deque<Action> answers_;
 };
+
+}  // namespace marovane

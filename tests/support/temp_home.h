@@ -6,6 +6,8 @@
 
 #include "platform/environment.h"
 
+namespace marovane {
+
 /// A fresh folder with tmp/, config/, state/, data/, program/ and helpers/ in it.
 class TempHome {
  public:
@@ -23,3 +25,5 @@ class TempHome {
  private:
   std::filesystem::path path_;
 };
+
+}  // namespace marovane

@@ -14,6 +14,8 @@
 #include "tests/support/temp_home.h"
 #include "tests/support/virtual_loop.h"
 
+namespace marovane {
+
 /// Virtual clock, no screen, a scripted server and process table; real files and real SQLite in a home of its
 /// own. Each part can be made to fail through its `fault`. The environment may be changed before it is read.
 struct TestMachine {
@@ -32,3 +34,5 @@ struct TestMachine {
   Machine machine{loop, windows, desktop, http, files, databases, processes, chinese, environment};
   ScriptedUser user{loop, windows};
 };
+
+}  // namespace marovane

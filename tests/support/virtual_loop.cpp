@@ -2,6 +2,8 @@
 
 #include <stdexcept>
 
+namespace marovane {
+
 namespace {
 
 constexpr std::chrono::hours kLongestRun{24};  // of all waits together
@@ -49,3 +51,5 @@ void VirtualLoop::Pump(std::optional<Milliseconds> atMost) {
     throw std::logic_error("waiting for ever: nothing is due and no timer runs");
   }
 }
+
+}  // namespace marovane

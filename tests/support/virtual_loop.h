@@ -6,6 +6,8 @@
 #include "platform/event_loop.h"
 #include "platform/headless/fd_watches.h"
 
+namespace marovane {
+
 /// While a procedure waits and nothing is due, time jumps straight to the next timer. A wait that nothing can
 /// end throws std::logic_error instead of hanging: nothing is due, no timer runs, and no file descriptor is
 /// watched; or more than a day of the virtual clock was spent waiting. DoEvents by itself takes no time.
@@ -39,3 +41,5 @@ class VirtualLoop : public EventLoop {
   Milliseconds waited_{0};
   std::atomic<bool> isWoken_{false};
 };
+
+}  // namespace marovane

@@ -2,6 +2,8 @@
 
 #include <fmt/format.h>
 
+namespace marovane {
+
 RunningProgram::RunningProgram(TestMachine& machine, const std::filesystem::path& recordsPath,
                                const std::string& account)
     : program(machine.machine, {}), frmMain(machine.machine) {
@@ -87,3 +89,5 @@ std::multiset<std::string> ServerContents(const std::filesystem::path& database,
   }
   return all;
 }
+
+}  // namespace marovane

@@ -18,6 +18,8 @@
 #include "tests/records/record_store.h"
 #include "tests/sync/sync_server.h"
 
+namespace marovane {
+
 /// All that a program holds, and that is gone when it dies.
 struct RunningProgram {
   RunningProgram(TestMachine& machine, const std::filesystem::path& recordsPath, const std::string& account);
@@ -68,3 +70,5 @@ std::multiset<std::string> ServerContents(const std::filesystem::path& database,
 inline std::multiset<std::string> Contents(const SyncServer& server) {
   return ServerContents(server.Database(), SyncServer::kAccount);
 }
+
+}  // namespace marovane

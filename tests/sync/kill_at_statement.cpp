@@ -6,6 +6,8 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+namespace marovane {
+
 namespace {
 
 int statementsLeft = 0;
@@ -35,3 +37,5 @@ bool IsKilledAtStatement(int n, const std::function<void()>& work) {
   EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0) << status;
   return false;
 }
+
+}  // namespace marovane

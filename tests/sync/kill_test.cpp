@@ -4,6 +4,8 @@
 #include "tests/sync/computer.h"
 #include "tests/sync/kill_at_statement.h"
 
+namespace marovane {
+
 namespace {
 
 /// Answers as the server did when it was asked the same, without a server.
@@ -110,3 +112,5 @@ TEST(Kill, OfTheServerAtAnyStatementOfAPageLeavesAllOfAStepOrNothing) {
 }
 
 }  // namespace
+
+}  // namespace marovane

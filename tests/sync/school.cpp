@@ -3,6 +3,8 @@
 #include "base/day.h"
 #include "platform/run_time_error.h"
 
+namespace marovane {
+
 School::School() { Start(); }
 
 void School::AddAccount(const std::string& number) { door_.AddAccount(number, SyncServer::kOldPassword); }
@@ -41,3 +43,5 @@ base::HttpResponse Network::Deliver(base::HttpRequest request) {
   if (isProbe) response.body = "ONLINE " + base::ShownDay(base::DayOf(loop_.Now()));
   return response;
 }
+
+}  // namespace marovane

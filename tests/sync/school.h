@@ -10,6 +10,8 @@
 #include "tests/support/virtual_loop.h"
 #include "tests/sync/sync_server.h"
 
+namespace marovane {
+
 /// Serves as many accounts as the test wants, on the loopback.
 class School {
  public:
@@ -49,3 +51,5 @@ class Network : public HttpClient {
   EventLoop& loop_;
   CurlHttp curl_;
 };
+
+}  // namespace marovane

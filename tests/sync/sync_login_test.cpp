@@ -4,6 +4,8 @@
 #include "tests/support/expect_message.h"
 #include "tests/sync/computer.h"
 
+namespace marovane {
+
 namespace {
 
 class SyncLoginTest : public ::testing::Test {
@@ -57,3 +59,5 @@ TEST_F(SyncLoginTest, CancelLeavesEverythingAsItWas) {
 }
 
 }  // namespace
+
+}  // namespace marovane

@@ -8,11 +8,13 @@
 #include "server/accounts/password.h"
 #include "server/store/store_database.h"
 
+namespace marovane {
+
 SyncPages::SyncPages(std::filesystem::path database)
     : database_(std::move(database)),
-      engine_([] { return marovane::SharedEngine::Judge(); }),
-      store_(marovane::OpenSqliteStore(database_)),
-      school_(marovane::OpenSqliteSchoolStore(database_)),
+      engine_([] { return server::SharedEngine::Judge(); }),
+      store_(server::OpenSqliteStore(database_)),
+      school_(server::OpenSqliteSchoolStore(database_)),
       accounts_(*store_),
       records_(database_),
       services_{settings_, engine_, wordBank_, results_, *store_, *school_, accounts_, records_} {}
@@ -20,7 +22,7 @@ SyncPages::SyncPages(std::filesystem::path database)
 void SyncPages::AddAccount(const std::string& number, const std::string& password) {
   static std::map<std::string, std::string> hashes;  // they are dear
   std::string& hash = hashes[password];
-  if (hash.empty()) hash = marovane::HashPassword(password);
+  if (hash.empty()) hash = server::HashPassword(password);
   store_->PutAccount(number, hash);
 }
 
@@ -32,21 +34,23 @@ SyncServer::SyncServer() : SyncPages(TempFolder::operator/("server.db")) {
 base::HttpResponse SyncPages::Answer(const base::HttpRequest& request) {
   const std::string name = request.url.substr(request.url.rfind('/') + 1);
   if (name == "p_getconn.asp") return {200, "text/html; charset=big5", "ONLINE " + today, request.url};
-  const auto* page = marovane::FindPage(name, marovane::Page::Method::kPost);
+  const auto* page = server::FindPage(name, server::Page::Method::kPost);
   if (page == nullptr) return {404, "", "", request.url};
   const auto headers = [&](const std::string& wanted) {
     std::string value;
     for (const auto& [header, text] : request.headers) value = header == wanted ? text : value;
     return value;
   };
-  return {200, "text/html; charset=big5", marovane::Answer(*page, services_, request.body, "", headers).body,
+  return {200, "text/html; charset=big5", server::Answer(*page, services_, request.body, "", headers).body,
           request.url};
 }
 
 std::vector<std::string> ServerRows(const std::filesystem::path& database, const std::string& sql) {
   std::vector<std::string> rows;
-  marovane::OpenStoreDatabase(database)->Run(sql, {}, [&](const base::DbRow& row) {
+  server::OpenStoreDatabase(database)->Run(sql, {}, [&](const base::DbRow& row) {
     rows.push_back(fmt::format("{}", fmt::join(row.Texts(), "|")));
   });
   return rows;
 }
+
+}  // namespace marovane

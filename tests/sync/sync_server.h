@@ -7,6 +7,8 @@
 #include "server/pages/page.h"
 #include "tests/server/temp_folder.h"
 
+namespace marovane {
+
 /// Rows of a statement on a server's database, each as its columns joined by "|".
 std::vector<std::string> ServerRows(const std::filesystem::path& database, const std::string& sql);
 
@@ -24,15 +26,15 @@ class SyncPages {
 
  private:
   std::filesystem::path database_;
-  marovane::ServerSettings settings_;
-  marovane::SharedEngine engine_;
-  marovane::SharedWordBank wordBank_{{}};  // no page of a synchronisation asks it
-  marovane::PageStore results_{1};
-  std::unique_ptr<marovane::Store> store_;
-  std::unique_ptr<marovane::SchoolStore> school_;
-  marovane::Accounts accounts_;
-  marovane::RecordStore records_;
-  marovane::Services services_;
+  server::ServerSettings settings_;
+  server::SharedEngine engine_;
+  server::SharedWordBank wordBank_{{}};  // no page of a synchronisation asks it
+  server::PageStore results_{1};
+  std::unique_ptr<server::Store> store_;
+  std::unique_ptr<server::SchoolStore> school_;
+  server::Accounts accounts_;
+  server::RecordStore records_;
+  server::Services services_;
 };
 
 /// The pages on a database of the test's own, with two accounts.
@@ -44,3 +46,5 @@ class SyncServer : private TempFolder, public SyncPages {
 
   SyncServer();
 };
+
+}  // namespace marovane

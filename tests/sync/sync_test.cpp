@@ -11,6 +11,8 @@
 #include "tests/support/expect_message.h"
 #include "tests/sync/computer.h"
 
+namespace marovane {
+
 namespace {
 
 using ::testing::ElementsAre;
@@ -320,10 +322,10 @@ TEST(WireText, BringsEveryCharacterThroughBig5) {
   }
   all += u"😀";
   const std::string text = base::ToUtf8(all);
-  const std::string wire = base::FromCp950(marovane::WireText(text));
+  const std::string wire = base::FromCp950(server::WireText(text));
   EXPECT_EQ(wire.find_first_of("#<|"), std::string::npos);
   EXPECT_EQ(PlainField(wire), text);
-  EXPECT_EQ(marovane::PlainText("'3C'@> it's '' 'zz'"), "<@> it's '' 'zz'");
+  EXPECT_EQ(server::PlainText("'3C'@> it's '' 'zz'"), "<@> it's '' 'zz'");
 }
 
 TEST_F(SyncTest, CompareUnderstandsBothSidesAlike) {
@@ -351,3 +353,5 @@ TEST_F(SyncTest, MergesAnOlderAccountOnce) {
 }
 
 }  // namespace
+
+}  // namespace marovane

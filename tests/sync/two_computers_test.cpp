@@ -9,6 +9,8 @@
 #include "tests/sync/computer.h"
 #include "tests/sync/school.h"
 
+namespace marovane {
+
 namespace {
 
 struct Tally {
@@ -255,3 +257,5 @@ TEST_P(TwoComputers, LoseNoSentenceInAnyMonth) {
 INSTANTIATE_TEST_SUITE_P(Quarters, TwoComputers, ::testing::Range(0U, 4U));
 
 }  // namespace
+
+}  // namespace marovane

@@ -11,6 +11,8 @@
 #include <stdexcept>
 #include <vector>
 
+namespace updater {
+
 /// Sees files of some folders written or renamed, from the moment at which it was made.
 class FolderWatch {
  public:
@@ -44,3 +46,5 @@ class FolderWatch {
  private:
   int changes_;
 };
+
+}  // namespace updater

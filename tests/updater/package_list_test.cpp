@@ -5,6 +5,8 @@
 #include "updater/refusal.h"
 #include "updater/source.h"
 
+namespace updater {
+
 namespace {
 
 const std::string kDigest(64, 'a');
@@ -61,3 +63,5 @@ TEST(Source, HostsAreAskedOverHttpsAndOnlyThisComputerWithout) {
 }
 
 }  // namespace
+
+}  // namespace updater

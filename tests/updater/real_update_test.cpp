@@ -7,6 +7,8 @@
 #include "tests/updater/update_server.h"
 #include "tests/updater/updater_fixture.h"
 
+namespace updater {
+
 namespace {
 
 namespace fs = std::filesystem;
@@ -120,3 +122,5 @@ TEST_F(RealUpdateTest, LearnerWhoSaysYesHasTheNextVersion) {
 }
 
 }  // namespace
+
+}  // namespace updater

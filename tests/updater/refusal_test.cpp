@@ -9,6 +9,8 @@
 #include "tests/updater/updater_fixture.h"
 #include "updater/signature.h"
 
+namespace updater {
+
 namespace {
 
 namespace fs = std::filesystem;
@@ -181,3 +183,5 @@ TEST_F(UpdaterTest, WordsOtherThanItsOwnAreUsage) {
 }
 
 }  // namespace
+
+}  // namespace updater

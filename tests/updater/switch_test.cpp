@@ -9,6 +9,8 @@
 #include "tests/updater/update_server.h"
 #include "tests/updater/updater_fixture.h"
 
+namespace updater {
+
 namespace {
 
 namespace fs = std::filesystem;
@@ -211,3 +213,5 @@ TEST_F(RestartTest, VersionThatFailsAtItsStartGivesWayToTheOldOne) {
 }
 
 }  // namespace
+
+}  // namespace updater

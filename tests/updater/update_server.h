@@ -9,6 +9,8 @@
 #include <string>
 #include <thread>
 
+namespace updater {
+
 class UpdateServer {
  public:
   explicit UpdateServer(std::unique_ptr<httplib::Server> server)
@@ -46,3 +48,5 @@ inline std::unique_ptr<httplib::Server> FolderServer(const std::string& folder) 
   server->set_mount_point("/update", folder);
   return server;
 }
+
+}  // namespace updater

@@ -9,6 +9,8 @@
 #include "tests/support/run_program.h"
 #include "updater/signature.h"
 
+namespace updater {
+
 namespace fs = std::filesystem;
 
 UpdaterTest::UpdaterTest() {
@@ -90,3 +92,5 @@ std::map<std::string, std::string> UpdaterTest::Installed() const {
 }
 
 std::string UpdaterTest::Note() const { return Content(working / "Tessaroon/refusal.txt"); }
+
+}  // namespace updater

@@ -10,6 +10,8 @@
 #include "base/process.h"
 #include "tests/support/temp_home.h"
 
+namespace updater {
+
 /// A small program tree made of scripts, which say what a version says.
 struct ScriptTree {
   std::string version;
@@ -49,3 +51,5 @@ class UpdaterTest : public ::testing::Test {
   /// Put in front of the updater's command line.
   std::string before = "env -u DISPLAY -u WAYLAND_DISPLAY";
 };
+
+}  // namespace updater

@@ -5,6 +5,8 @@
 #include "views/chart_drawing.h"
 #include "views/charts_page.h"
 
+namespace marovane {
+
 namespace {
 
 using ::testing::HasSubstr;
@@ -119,3 +121,5 @@ TEST_F(ChartsTest, NothingGivesAFriendlyPicture) {
 }
 
 }  // namespace
+
+}  // namespace marovane

@@ -4,6 +4,8 @@
 #include "tests/views/views_fixture.h"
 #include "views/day_sentences_page.h"
 
+namespace marovane {
+
 namespace {
 
 using namespace std::chrono_literals;
@@ -236,3 +238,5 @@ TEST_F(DaySentencesTest, AFileIsReplacedWholeOrNotAtAll) {
 }
 
 }  // namespace
+
+}  // namespace marovane

@@ -5,6 +5,8 @@
 #include "tests/views/views_fixture.h"
 #include "views/diary_page.h"
 
+namespace marovane {
+
 namespace {
 
 using namespace std::chrono_literals;
@@ -196,3 +198,5 @@ TEST_F(DiaryTest, ClosingFadesOutAndClearsTheFlag) {
 }
 
 }  // namespace
+
+}  // namespace marovane

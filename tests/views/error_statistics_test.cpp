@@ -4,6 +4,8 @@
 #include "tests/views/views_fixture.h"
 #include "views/error_statistics_page.h"
 
+namespace marovane {
+
 namespace {
 
 using ::testing::HasSubstr;
@@ -111,3 +113,5 @@ TEST_F(ErrorStatisticsTest, MainWindowComesBack) {
 }
 
 }  // namespace
+
+}  // namespace marovane

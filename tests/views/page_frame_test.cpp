@@ -2,6 +2,8 @@
 
 #include <gmock/gmock.h>
 
+namespace marovane {
+
 namespace {
 
 using ::testing::HasSubstr;
@@ -34,3 +36,5 @@ TEST(PageFrame, OtherParts) {
 }
 
 }  // namespace
+
+}  // namespace marovane

@@ -11,6 +11,8 @@
 #include "records/record_db.h"
 #include "tests/core/core_fixture.h"
 
+namespace marovane {
+
 /// What a renderer would find in a page: the values and marks of its inputs, by id.
 inline void LoadInputs(WebBrowser& browser) {
   static const std::regex input(R"re(<input type='(\w+)' name='\w+' id='(\w+)' value=(['"])(.*?)\3>)re");
@@ -75,3 +77,5 @@ class ViewsTest : public CoreTest {
   RecordDb records{program};
   ErrListDb errList{program};
 };
+
+}  // namespace marovane

@@ -8,6 +8,8 @@
 #include "tests/support/fake_hall.h"
 #include "tests/support/test_machine.h"
 
+namespace marovane {
+
 namespace {
 
 using ::testing::ElementsAre;
@@ -137,3 +139,5 @@ TEST_F(BrowserTest, ClosingHidesAndTheSizeHasALowerBound) {
 }
 
 }  // namespace
+
+}  // namespace marovane

@@ -13,6 +13,8 @@
 #include "tests/core/core_fixture.h"
 #include "wordhelper/collocation.h"
 
+namespace marovane {
+
 class CollocationTest : public CoreTest {
  protected:
   static constexpr const char* kSites =
@@ -51,3 +53,5 @@ class CollocationTest : public CoreTest {
 
   Window<FrmCollocation> frmCollocation{[this] { return std::make_shared<FrmCollocation>(program); }};
 };
+
+}  // namespace marovane

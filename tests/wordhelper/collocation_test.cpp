@@ -2,6 +2,8 @@
 
 #include "tests/wordhelper/collocation_fixture.h"
 
+namespace marovane {
+
 namespace {
 
 using ::testing::ElementsAre;
@@ -202,3 +204,5 @@ TEST_F(WordHelperWindow, ShowsAQueryAsWordAndOptions) {
 }
 
 }  // namespace
+
+}  // namespace marovane

@@ -3,6 +3,8 @@
 #include "platform/run_time_error.h"
 #include "tests/wordhelper/collocation_fixture.h"
 
+namespace marovane {
+
 namespace {
 
 using ::testing::ElementsAre;
@@ -172,3 +174,5 @@ TEST_F(SourceLists, FileThatCannotBeWrittenDoesNotHoldTheWindow) {
 }
 
 }  // namespace
+
+}  // namespace marovane

@@ -2,6 +2,8 @@
 #include "tests/wordhelper/collocation_fixture.h"
 #include "wordhelper/word_bank_text.h"
 
+namespace marovane {
+
 namespace {
 
 using ::testing::AllOf;
@@ -231,3 +233,5 @@ TEST_F(LocalQuery, BadAnswersGetAWordAndGiveTheWindowBack) {
 }
 
 }  // namespace
+
+}  // namespace marovane

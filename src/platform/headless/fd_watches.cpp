@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <limits>
 
+namespace marovane {
+
 int FdWatches::Add(int fd, Callback callback) {
   watches_[++last_] = {fd, std::move(callback)};
   return last_;
@@ -33,3 +35,5 @@ FdWatches::Callback FdWatches::Find(int watch) const {
   const auto found = watches_.find(watch);
   return found == watches_.end() ? Callback{} : found->second.callback;
 }
+
+}  // namespace marovane

@@ -7,6 +7,8 @@
 #include <optional>
 #include <vector>
 
+namespace marovane {
+
 class FdWatches {
  public:
   using Callback = std::function<void()>;
@@ -31,3 +33,5 @@ class FdWatches {
   std::map<int, Watch> watches_;
   int last_ = 0;
 };
+
+}  // namespace marovane

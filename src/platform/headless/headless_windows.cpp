@@ -2,6 +2,8 @@
 
 #include "platform/form.h"
 
+namespace marovane {
+
 void HeadlessWindows::Shown(Form& form, bool isModal) {
   WindowSystem::Shown(form, isModal);
   if (onShown) onShown(form, isModal);
@@ -17,3 +19,5 @@ std::optional<std::string> HeadlessDesktop::AskSaveFile(const std::string& /*tit
   saveSuggestions.push_back(suggestedName);
   return saveAnswer;
 }
+
+}  // namespace marovane

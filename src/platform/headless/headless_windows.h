@@ -10,6 +10,8 @@
 #include "platform/desktop.h"
 #include "platform/window_system.h"
 
+namespace marovane {
+
 /// Keeps what a screen would show and remembers what was asked of it.
 class HeadlessWindows : public WindowSystem {
  public:
@@ -43,3 +45,5 @@ class HeadlessDesktop : public Desktop {
   std::optional<std::string> saveAnswer;  ///< nothing: the user gives up
   std::vector<std::string> saveSuggestions;
 };
+
+}  // namespace marovane

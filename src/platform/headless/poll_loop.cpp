@@ -8,6 +8,8 @@
 
 #include "base/day.h"
 
+namespace marovane {
+
 PollLoop::PollLoop() : wakeFd_(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK)) {
   if (wakeFd_ < 0) throw std::system_error(errno, std::generic_category(), "eventfd");
 }
@@ -34,3 +36,5 @@ base::LocalTime PollLoop::Now() const { return base::LocalNow(); }
 EventLoop::Milliseconds PollLoop::Elapsed() const {
   return std::chrono::ceil<Milliseconds>(std::chrono::steady_clock::now().time_since_epoch());
 }
+
+}  // namespace marovane

@@ -4,6 +4,8 @@
 #include "platform/event_loop.h"
 #include "platform/headless/fd_watches.h"
 
+namespace marovane {
+
 class PollLoop : public EventLoop {
  public:
   PollLoop();
@@ -24,3 +26,5 @@ class PollLoop : public EventLoop {
   FdWatches watches_;
   int wakeFd_;
 };
+
+}  // namespace marovane

@@ -4,6 +4,8 @@
 
 #include "platform/run_time_error.h"
 
+namespace marovane {
+
 base::HttpResponse CurlHttp::Send(const base::HttpRequest& request) try {
   base::HttpResponse response;
   loop_.RunBlocking([&] { response = session_.Send(request); });
@@ -11,3 +13,5 @@ base::HttpResponse CurlHttp::Send(const base::HttpRequest& request) try {
 } catch (const base::HttpError& failure) {
   throw RunTimeError(fmt::format("{}: {}", request.url, failure.what()));
 }
+
+}  // namespace marovane

@@ -4,6 +4,8 @@
 #include "platform/event_loop.h"
 #include "platform/http.h"
 
+namespace marovane {
+
 /// Waits through EventLoop::RunBlocking, so that no handler runs in the middle of a request. For its limits
 /// see base::HttpSession; beyond them Send throws RunTimeError, which names the address.
 class CurlHttp : public HttpClient {
@@ -15,3 +17,5 @@ class CurlHttp : public HttpClient {
   EventLoop& loop_;
   base::HttpSession session_;
 };
+
+}  // namespace marovane

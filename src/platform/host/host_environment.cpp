@@ -6,6 +6,8 @@
 
 #include "platform/run_time_error.h"
 
+namespace marovane {
+
 namespace {
 
 std::filesystem::path ProgramPath() {
@@ -30,3 +32,5 @@ Environment ReadHostEnvironment(const std::string& commandLine) {
   environment.commandLine = commandLine;
   return environment;
 }
+
+}  // namespace marovane

@@ -6,6 +6,8 @@
 
 #include "platform/html.h"
 
+namespace marovane {
+
 namespace {
 
 struct FreeDocument {
@@ -112,3 +114,5 @@ std::string HtmlToText(std::string_view page) {
   writer.Write(xmlDocGetRootElement(document.get()));
   return writer.Take();
 }
+
+}  // namespace marovane

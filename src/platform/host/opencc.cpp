@@ -11,6 +11,8 @@
 #include "base/utf16.h"
 #include "platform/run_time_error.h"
 
+namespace marovane {
+
 namespace {
 
 std::size_t CharacterSize(std::string_view text) {
@@ -74,3 +76,5 @@ std::string OpenCcConverter::ToSimplified(std::string_view text) const {
 std::string OpenCcConverter::ToTraditional(std::string_view text) const {
   return toTraditional_->Convert(text);
 }
+
+}  // namespace marovane

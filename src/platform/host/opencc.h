@@ -5,6 +5,8 @@
 
 #include "platform/chinese.h"
 
+namespace marovane {
+
 /// Converts with the tables s2t and t2s of OpenCC, each character by itself. The tables are loaded at the
 /// first call that needs them; RunTimeError when they are not installed. Serves one thread.
 class OpenCcConverter : public ChineseConverter {
@@ -22,3 +24,5 @@ class OpenCcConverter : public ChineseConverter {
   std::unique_ptr<Direction> toSimplified_;
   std::unique_ptr<Direction> toTraditional_;
 };
+
+}  // namespace marovane

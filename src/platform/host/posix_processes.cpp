@@ -6,6 +6,8 @@
 #include <csignal>
 #include <utility>
 
+namespace marovane {
+
 namespace {
 
 class PosixPipedProcess : public PipedProcess {
@@ -62,3 +64,5 @@ bool PosixProcesses::Terminate(int id) {
   // 0 and below would mean whole groups of processes.
   return id > 0 && kill(id, SIGKILL) == 0;
 }
+
+}  // namespace marovane

@@ -6,6 +6,8 @@
 #include "platform/event_loop.h"
 #include "platform/processes.h"
 
+namespace marovane {
+
 /// Starts programs directly, without a shell. A child gets no file descriptor of this program: its standard
 /// input and output are /dev/null, or the two pipes, and its standard error /dev/null, or this program's own
 /// with pipes. Children that still run when this object goes run on.
@@ -33,3 +35,5 @@ class PosixProcesses : public Processes {
   EventLoop& loop_;
   std::map<int, base::Process> children_;  // by number of the watch
 };
+
+}  // namespace marovane

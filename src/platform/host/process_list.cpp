@@ -8,6 +8,8 @@
 
 #include "platform/host/posix_processes.h"
 
+namespace marovane {
+
 namespace {
 
 namespace fs = std::filesystem;
@@ -55,3 +57,5 @@ std::vector<ProcessInfo> PosixProcesses::List() const {
   }
   return processes;
 }
+
+}  // namespace marovane

@@ -5,6 +5,8 @@
 
 #include "qt/web/profile.h"
 
+namespace marovane {
+
 namespace {
 
 bool IsCommand(const QUrl& url) { return url.scheme() == "cmd" || url.scheme() == "rem"; }
@@ -64,3 +66,5 @@ bool WebPage::acceptNavigationRequest(const QUrl& url, NavigationType type, bool
   if (LeadsAway(url, type)) return false;
   return !pane_.events.beforeNavigate || pane_.events.beforeNavigate(url.toString());
 }
+
+}  // namespace marovane

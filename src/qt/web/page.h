@@ -6,6 +6,8 @@
 
 #include "qt/web_pane.h"
 
+namespace marovane {
+
 /// Keeps files from written pages, but for the pictures of the program.
 class FileGuard : public QWebEngineUrlRequestInterceptor {
  public:
@@ -37,3 +39,5 @@ class WebPage : public QWebEnginePage {
   FileGuard guard_;
   QUrl quiet_;
 };
+
+}  // namespace marovane

@@ -12,6 +12,8 @@
 #include "qt/web/profile.h"
 #include "qt/web_pane.h"
 
+namespace marovane {
+
 namespace {
 
 constexpr int kAttempts = 3;  // further ones to load a page
@@ -160,3 +162,5 @@ void Pane::ReadInputs(std::function<void(const PageInputs&)> callback) {
 }  // namespace
 
 extern "C" Q_DECL_EXPORT WebPane* MakeMarovaneWebPane() { return new Pane; }
+
+}  // namespace marovane

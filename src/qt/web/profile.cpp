@@ -13,6 +13,8 @@
 
 #include "qt/web_pane.h"
 
+namespace marovane {
+
 namespace {
 
 const char* const kCommandSchemes[] = {"cmd", "rem"};
@@ -163,3 +165,5 @@ QUrl KeepPage(const QString& html, const WebRights& rights) {
 }
 
 void ForgetPage(const QUrl& url) { Pages().remove(url.path()); }
+
+}  // namespace marovane

@@ -7,6 +7,8 @@
 
 #include "qt/web_pane.h"
 
+namespace marovane {
+
 /// The profile, made at the first call.
 QWebEngineProfile& WebProfile();
 
@@ -15,3 +17,5 @@ QWebEngineProfile& WebProfile();
 QUrl KeepPage(const QString& html, const WebRights& rights);
 /// Forgets a page, when its view has gone or has left it too far behind.
 void ForgetPage(const QUrl& url);
+
+}  // namespace marovane
