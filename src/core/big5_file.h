@@ -3,11 +3,11 @@
 
 #include <string>
 
-namespace marovane {
-
 namespace base {
 class Files;
 }
+
+namespace marovane {
 
 /// Text of a file in CP950 without its first two bytes, which are not part of the text. Throws RunTimeError
 /// when it cannot be read.

@@ -3,11 +3,12 @@
 
 #include <string>
 
-namespace marovane {
-
 namespace base {
 class Files;
 }
+
+namespace marovane {
+
 struct Environment;
 
 /// Values of the file `installation.set` beside the program. Roots end in "/".

@@ -4,11 +4,11 @@
 #include <string>
 #include <string_view>
 
-namespace marovane {
-
 namespace base {
 class Files;
 }
+
+namespace marovane {
 
 /// First line of `registry.set`.
 inline constexpr std::string_view kRegistryMarker = "**settings for tolvex=";

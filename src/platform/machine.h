@@ -1,12 +1,12 @@
 // The machine that a program runs on, as one bundle of replaceable parts.
 #pragma once
 
-namespace marovane {
-
 namespace base {
 class Databases;
 class Files;
 }  // namespace base
+
+namespace marovane {
 
 class ChineseConverter;
 class Desktop;

@@ -8,11 +8,11 @@
 #include "base/day.h"
 #include "records/day_records.h"
 
-namespace marovane {
-
 namespace base {
 class Database;
 }
+
+namespace marovane {
 
 class RecordDb;
 

@@ -9,6 +9,8 @@
 #include "tests/support/failing_files.h"
 #include "tests/support/temp_home.h"
 
+using namespace marovane;
+
 namespace base {
 namespace {
 

@@ -10,6 +10,8 @@
 #include "base/posix_files.h"
 #include "tests/support/temp_home.h"
 
+using namespace marovane;
+
 namespace base {
 namespace {
 

@@ -8,6 +8,8 @@
 #include "tests/support/failing_databases.h"
 #include "tests/support/temp_home.h"
 
+using namespace marovane;
+
 namespace base {
 namespace {
 

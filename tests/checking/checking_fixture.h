@@ -59,7 +59,7 @@ class CheckingTest : public ::testing::Test {
     machine.user.Press(Main().txtInput, kKeyEnter);
   }
   void ExpectMessage(const Message& message, MessageButton answer = kOk, const std::string& detail = "") {
-    ::ExpectMessage(machine.user, message, answer, detail);
+    marovane::ExpectMessage(machine.user, message, answer, detail);
   }
   /// The window takes input again, the progress box goes, and every expected message has been shown.
   void ExpectIdle(const std::string& text) {

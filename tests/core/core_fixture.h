@@ -40,7 +40,7 @@ class CoreTest : public ::testing::Test {
   }
 
   void ExpectMessage(const Message& message, MessageButton answer = kOk, const std::string& detail = "") {
-    ::ExpectMessage(machine.user, message, answer, detail);
+    marovane::ExpectMessage(machine.user, message, answer, detail);
   }
 
   TestMachine machine;

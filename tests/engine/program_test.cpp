@@ -8,6 +8,8 @@
 #include "tests/engine/shared_engine.h"
 #include "tests/support/run_program.h"
 
+using namespace marovane;
+
 namespace tolvex::test {
 namespace {
 

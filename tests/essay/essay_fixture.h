@@ -27,7 +27,7 @@ class EssayTest : public ::testing::Test {
   void Send(const std::string& text);
   void ExpectMessage(const Message& message, MessageButton answer = kOk,
                      const std::function<void()>& meanwhile = {}) {
-    ::ExpectMessage(machine.user, message, answer, "", meanwhile);
+    marovane::ExpectMessage(machine.user, message, answer, "", meanwhile);
   }
   /// Has the learner act when the walk next asks for a correction.
   void OnCorrection(std::function<void()> act);

@@ -152,6 +152,8 @@ EssayRow EssayOf(const std::string& text, const std::string& finalSet) {
 
 std::string ReportOf(const std::vector<std::string>& texts, const std::string& finalSet) {
   EssayReport report{.essay = EssayOf(texts[0], finalSet),
+                     .okSentences = {},
+                     .errSentences = {},
                      .imageRoot = texts[0],
                      .outlineOf = [](const std::string& code) { return code; }};
   for (const auto& text : texts) {

@@ -12,6 +12,8 @@
 #include "tests/server/running_server.h"
 #include "tests/support/run_program.h"
 
+using namespace marovane;
+
 namespace {
 
 using testing::HasSubstr;

@@ -7,6 +7,8 @@
 #include "base/database.h"
 #include "tests/support/fault.h"
 
+namespace marovane {
+
 /// Passes everything on to other databases. Each statement or script is a step of the fault, over all
 /// databases that were opened here. It must outlive them.
 class FailingDatabases : public base::Databases {
@@ -21,3 +23,5 @@ class FailingDatabases : public base::Databases {
  private:
   base::Databases& databases_;
 };
+
+}  // namespace marovane

@@ -4,6 +4,8 @@
 #include "base/files.h"
 #include "tests/support/fault.h"
 
+namespace marovane {
+
 /// Passes everything on to other files. Each change is a step of the fault; a Write or Append takes three:
 /// before the file is touched, after it was opened (and emptied), after half of the bytes.
 class FailingFiles : public base::Files {
@@ -26,3 +28,5 @@ class FailingFiles : public base::Files {
  private:
   base::Files& files_;
 };
+
+}  // namespace marovane

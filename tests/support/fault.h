@@ -3,6 +3,8 @@
 
 #include <string>
 
+namespace marovane {
+
 /// Thrown where the program is to be taken as killed. It is no std::exception, so that no error handler of
 /// the program can take it.
 struct Killed {};
@@ -25,3 +27,5 @@ class Fault {
   int failAt_ = 0;
   int killAt_ = 0;
 };
+
+}  // namespace marovane

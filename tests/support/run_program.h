@@ -8,6 +8,8 @@
 
 #include "base/process.h"
 
+namespace marovane {
+
 /// Runs a program with this text, short enough for any pipe, on its standard input. One that does not end, or
 /// leaves somebody behind who can still write to its output or errors, is a failure of the test.
 inline base::RunResult RunProgram(const base::ProcessStart& start, const std::string& input = "") {
@@ -19,3 +21,5 @@ inline base::RunResult RunProgram(const base::ProcessStart& start, const std::st
   EXPECT_TRUE(result) << start.program << " does not end";
   return result.value_or(base::RunResult{-1, "", ""});
 }
+
+}  // namespace marovane

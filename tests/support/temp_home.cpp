@@ -4,6 +4,8 @@
 #include <cstdlib>
 #include <system_error>
 
+namespace marovane {
+
 namespace fs = std::filesystem;
 
 TempHome::TempHome() {
@@ -31,3 +33,5 @@ Environment TempHome::MakeEnvironment() const {
   environment.helperFolder = path_ / "helpers";
   return environment;
 }
+
+}  // namespace marovane

@@ -22,7 +22,7 @@ class SyncLoginTest : public ::testing::Test {
     user.Type(frmSyncLogin->txtPass, password);
     user.Click(frmSyncLogin->cmdButtons(0));
   }
-  void ExpectMessage(const Message& message) { ::ExpectMessage(home.machine.user, message); }
+  void ExpectMessage(const Message& message) { marovane::ExpectMessage(home.machine.user, message); }
 
   SyncServer server;
   Computer home{[this](const base::HttpRequest& request) { return server.Answer(request); }};

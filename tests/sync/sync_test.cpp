@@ -3,6 +3,7 @@
 #include "base/digest.h"
 #include "base/utf16.h"
 #include "platform/timer.h"
+#include "protocol/form.h"
 #include "records/age_cleaning.h"
 #include "server/wire_text.h"
 #include "sync/feedback_post.h"
@@ -244,7 +245,7 @@ TEST_F(SyncTest, ServerRefusesNewRowsWithoutTheirForm) {
                                       {"es1", c.es},
                                       {"ess1", c.ess},
                                       {"ht1", c.ht}})
-      AddField(body, name, value);
+      protocol::AddBrowserField(body, name, value);
     const auto count = [this] {
       return server.Query("select (select count(*) from sentence) + (select count(*) from essay)")[0];
     };

@@ -7,6 +7,8 @@
 #include "tests/updater/update_server.h"
 #include "tests/updater/updater_fixture.h"
 
+using namespace marovane;
+
 namespace updater {
 
 namespace {

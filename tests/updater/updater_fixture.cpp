@@ -9,6 +9,8 @@
 #include "tests/support/run_program.h"
 #include "updater/signature.h"
 
+using namespace marovane;
+
 namespace updater {
 
 namespace fs = std::filesystem;

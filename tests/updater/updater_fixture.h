@@ -10,6 +10,8 @@
 #include "base/process.h"
 #include "tests/support/temp_home.h"
 
+using namespace marovane;
+
 namespace updater {
 
 /// A small program tree made of scripts, which say what a version says.

@@ -4,6 +4,8 @@
 #include "tests/support/run_program.h"
 #include "tests/wordbank/shared_bank.h"
 
+using namespace marovane;
+
 namespace wexbin::test {
 namespace {
 
