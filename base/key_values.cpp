@@ -11,7 +11,9 @@ constexpr std::string_view kLineEnd = "\r\n";
 
 KeyValues::Line ParseLine(std::string_view line, const KeyValueFormat& format) {
   const auto equals = line.find('=');
-  if (equals == std::string_view::npos) return {std::string(line), ""};
+  if (equals == std::string_view::npos) {
+    return {format.trimsLoneKeys ? Trim(line, format.blanks) : std::string(line), ""};
+  }
   std::string_view value = line.substr(equals + 1);
   if (format.valueEndsAtEquals) value = value.substr(0, value.find('='));
   return {Trim(line.substr(0, equals), format.blanks), Trim(value, format.blanks)};

@@ -23,6 +23,7 @@ struct KeyValueFormat {
   Charset charset = Charset::kUtf8;
   std::string_view blanks = kWhiteSpace;  ///< signs that do not count at the ends of keys and values
   bool valueEndsAtEquals = false;         ///< a second "=" ends the value
+  bool trimsLoneKeys = true;              ///< also the key of a line without "=" is trimmed
 };
 
 class KeyValues {

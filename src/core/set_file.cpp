@@ -19,8 +19,10 @@ void CheckBound(std::size_t index) {
 }
 
 base::KeyValues ReadEntries(const base::Files& files, const std::string& filePath) {
-  constexpr base::KeyValueFormat kFormat{
-      .charset = base::KeyValueFormat::Charset::kCp950, .blanks = " ", .valueEndsAtEquals = true};
+  constexpr base::KeyValueFormat kFormat{.charset = base::KeyValueFormat::Charset::kCp950,
+                                         .blanks = " ",
+                                         .valueEndsAtEquals = true,
+                                         .trimsLoneKeys = false};
   auto entries = base::KeyValues::Read(files, filePath, kFormat);
   CheckBound(entries.Lines().size());
   return entries;
