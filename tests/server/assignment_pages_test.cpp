@@ -70,8 +70,8 @@ TEST_F(AssignmentPages, ListEachTopicInItsStates) {
   store_->ChangeTopic("lin", {"w2", class_, "", "運動會", "New.", "2026-12-02", "2026-11-07"});
   EXPECT_THAT(List(), HasSubstr(base::ToCp950("OK_w2#N#2026/12/2#運動會#2026/11/7#<@>")));
 
-  PostEssay("e1", "w2");
-  EXPECT_EQ(HandInEssay("e1", "w2"), "OK_");
+  PostEssay("41", "w2");
+  EXPECT_EQ(HandInEssay("41", "w2"), "OK_");
   EXPECT_THAT(List(), HasSubstr(base::ToCp950("OK_w2#Y#2026/12/2#運動會#2026/11/7#<@>w1#N#")));
 
   HandIn marked;
@@ -105,20 +105,20 @@ TEST_F(AssignmentPages, ShowTheQuestionWithItsLinesAndNoMarkupOfItsOwn) {
 
 TEST_F(AssignmentPages, HandInOnceAndKeepWhatWasHandedIn) {
   AddTopic("w1", "T");
-  PostEssay("e1", "w1");
-  PostEssay("e2", "w1");
+  PostEssay("41", "w1");
+  PostEssay("42", "w1");
   const std::pair<std::pair<const char*, const char*>, const char*> cases[] = {
-      {{"e3", "w1"}, "ERR_NO_ESSAY"},    // never posted
-      {{"e1", "w9"}, "ERR_NO_WORK"},     // no such topic
-      {{"e1", "other"}, "ERR_NO_WORK"},  // another class's topic
-      {{"e1", "w1"}, "OK_"},             //
-      {{"e1", "w1"}, "OK_"},             // the program repeats what it is not sure of
-      {{"e2", "w1"}, "ERR_HANDED_IN"},   //
+      {{"43", "w1"}, "ERR_NO_ESSAY"},    // never posted
+      {{"41", "w9"}, "ERR_NO_WORK"},     // no such topic
+      {{"41", "other"}, "ERR_NO_WORK"},  // another class's topic
+      {{"41", "w1"}, "OK_"},             //
+      {{"41", "w1"}, "OK_"},             // the program repeats what it is not sure of
+      {{"42", "w1"}, "ERR_HANDED_IN"},   //
   };
   for (const auto& [ids, answer] : cases) {
     EXPECT_EQ(HandInEssay(ids.first, ids.second), answer) << ids.first << " " << ids.second;
   }
-  PostEssay("e1", "w1", "N");  // a computer that has not heard of it
+  PostEssay("41", "w1", "N");  // a computer that has not heard of it
   server::RecordStore records(server_.Database());
   const auto rows = records.Rows(RunningServer::kNumber, server::RecordKind::kEssay, "", 10);
   ASSERT_EQ(rows.size(), 2U);
@@ -137,8 +137,8 @@ TEST_F(AssignmentPages, GiveTheCommentOnceItIsMarked) {
   AddTopic("w1", "T");
   const std::string query = kPupil + "&workId=w1";
   EXPECT_THAT(Page(kComment, query), HasSubstr("還沒有交卷"));
-  PostEssay("e1", "w1");
-  HandInEssay("e1", "w1");
+  PostEssay("41", "w1");
+  HandInEssay("41", "w1");
   EXPECT_THAT(Page(kComment, query), HasSubstr("教師尚未批閱"));
 
   HandIn work;
@@ -152,7 +152,7 @@ TEST_F(AssignmentPages, GiveTheCommentOnceItIsMarked) {
   EXPECT_THAT(page, HasSubstr("Good &lt;script&gt;alert(1)&lt;/script&gt;\r\n很好！"));
   EXPECT_THAT(page, HasSubstr("2026/11/8"));
   EXPECT_THAT(page, HasSubstr("He don&#39;t go."));
-  EXPECT_THAT(page, HasSubstr("href=\"cmd:show:e1\""));
+  EXPECT_THAT(page, HasSubstr("href=\"cmd:show:41\""));
   EXPECT_THAT(page, HasSubstr("href=\"cmd:work:w1\""));
   EXPECT_THAT(Page(kList, query + "&mode=GETHTM"), HasSubstr("href=\"cmd:teaw:w1\""));
 }
@@ -170,11 +170,11 @@ TEST_F(AssignmentPages, RefuseWhatIsWrong) {
       {kList, "&mode=GETLST", "ERR_MISSING_FIELD"},
       {kList, "&pno=999&mode=GETLST", "ERR_NOTFOUND"},
       {kList, "&pno=%27--&mode=GETLST", "ERR_INVAILD_ACCOUNT"},
-      {kHandIn, kPupil + "&essayId=e1", "ERR_MISSING_FIELD"},
+      {kHandIn, kPupil + "&essayId=41", "ERR_MISSING_FIELD"},
       {kHandIn, kPupil + "&workId=w1", "ERR_MISSING_FIELD"},
       {kHandIn, kPupil + "&essayId=" + std::string(65, '1') + "&workId=w1", "ERR_TOO_LONG"},
       {kHandIn, kPupil + "&essayId=%27 OR 1=1--&workId=w1", "ERR_NO_ESSAY"},
-      {kHandIn, "&pno=999&essayId=e1&workId=w1", "ERR_NOTFOUND"},
+      {kHandIn, "&pno=999&essayId=41&workId=w1", "ERR_NOTFOUND"},
   };
   for (const Case& each : posts) EXPECT_EQ(server_.Ask(each.page, each.fields), each.answer) << each.fields;
 
