@@ -56,6 +56,8 @@ void FrmMessage::MessageBox(Program& program, const Message& message) {
   try {
     // A question that is open is answered first; a progress box that is up disappears at once.
     program.machine.loop.WaitUntil([&program] { return !IsAsking(program); });
+    const EventLoop::HandlerScope scope(
+        program.machine.loop);  // the window has gone when it is asked for its answer
     program.frmMessage.Unload();
     program.machine.loop.DoEvents();
     app.gMsgResult.clear();
