@@ -4,6 +4,7 @@
 
 #include "base/text.h"
 #include "core/program.h"
+#include "platform/event_loop.h"
 #include "platform/run_time_error.h"
 #include "platform/window_system.h"
 
