@@ -32,7 +32,9 @@ TEST(KeyValues, AreReadAndWrittenInTheirFormat) {
     values.Set(key, "錯é");
     values.Set("added", "1");
     EXPECT_EQ(values.Bytes(), after);
-    if (format.trimsLoneKeys) EXPECT_EQ(KeyValues(values.Bytes(), format).Bytes(), after);
+    if (format.trimsLoneKeys) {
+      EXPECT_EQ(KeyValues(values.Bytes(), format).Bytes(), after);
+    }
   }
 }
 
