@@ -1,11 +1,34 @@
 #include "protocol/form.h"
 
+#include <algorithm>
+#include <charconv>
+#include <cstdint>
+
+#include "base/cp950.h"
 #include "base/percent.h"
 #include "base/text.h"
 #include "base/utf8.h"
 #include "protocol/headers.h"
 
 namespace protocol {
+namespace {
+
+struct Reference {
+  char32_t code;
+  std::size_t length;  ///< 0 when there is none
+};
+
+/// The numeric reference at the front of a text. ASCII needs none: it was typed.
+Reference ReferenceAt(std::string_view text) {
+  std::uint32_t code = 0;
+  if (!text.starts_with("&#")) return {0, 0};
+  const char* const end = text.data() + text.size();
+  const auto read = std::from_chars(text.data() + 2, end, code);
+  const bool isReference = read.ec == std::errc{} && read.ptr != end && *read.ptr == ';' && code >= 0x80;
+  return {code, isReference ? static_cast<std::size_t>(read.ptr + 1 - text.data()) : 0};
+}
+
+}  // namespace
 
 std::string PlainBody(Fields fields) {
   std::string body = std::string("key=") + kAccessKey;
@@ -23,6 +46,26 @@ std::string BrowserBody(Fields fields) {
 
 void AddBrowserField(std::string& body, std::string_view name, std::string_view value) {
   body += "&" + base::FormEncode(name) + "=" + base::FormEncode(value);
+}
+
+std::string Big5Value(std::string_view text) {
+  return base::ToCp950(base::Replace(base::Replace(text, "\r\n", "\n"), "\n", "\r\n"),
+                       base::Unencodable::kReference);
+}
+
+std::string TextOfBig5Value(std::string_view bytes) {
+  const std::string written = base::FromCp950(bytes, base::Undecodable::kQuestionMark);
+  std::string text;
+  for (std::string_view rest = written; !rest.empty();) {
+    const auto [code, length] = ReferenceAt(rest);
+    if (length > 0) {
+      base::AppendUtf8(text, code);
+    } else {
+      text += rest[0];
+    }
+    rest.remove_prefix(std::max<std::size_t>(length, 1));
+  }
+  return text;
 }
 
 Form Form::Plain(std::string_view body, std::string_view lastField) {

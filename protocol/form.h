@@ -26,6 +26,12 @@ std::string BrowserBody(Fields fields);
 /// Appends another field to it.
 void AddBrowserField(std::string& body, std::string_view name, std::string_view value);
 
+/// The bytes in which a browser sends a text of a page in Big5: line ends are CR LF, and a character that
+/// CP950 lacks is a numeric reference, "&#8217;".
+std::string Big5Value(std::string_view text);
+/// The text of such bytes.
+std::string TextOfBig5Value(std::string_view bytes);
+
 class Form {
  public:
   /// Reads a body of the program: "%20" and its like are bytes, "+" is a plus sign. The value of `lastField`,

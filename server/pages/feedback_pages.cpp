@@ -1,12 +1,7 @@
 // What learners say about verdicts, and whom they may write to.
 #include <fmt/format.h>
 
-#include <charconv>
-#include <cstdint>
-
-#include "base/cp950.h"
 #include "base/day.h"
-#include "base/text.h"
 #include "base/utf8.h"
 #include "server/pages/page.h"
 
@@ -29,32 +24,12 @@ constexpr std::string_view kServicePage = R"(<!DOCTYPE html>
 </html>
 )";
 
-/// A browser writes a character that the page's Big5 lacks as "&#8217;".
-std::string WithoutReferences(std::string_view text) {
-  std::string plain;
-  while (!text.empty()) {
-    const char* const end = text.data() + text.size();
-    std::uint32_t code = 0;
-    const auto read = text.starts_with("&#")
-                          ? std::from_chars(text.data() + 2, end, code)
-                          : std::from_chars_result{text.data(), std::errc::invalid_argument};
-    const bool isReference = read.ec == std::errc{} && read.ptr != end && *read.ptr == ';' && code >= 0x80;
-    if (isReference) {
-      base::AppendUtf8(plain, code);
-    } else {
-      plain += text[0];
-    }
-    text.remove_prefix(isReference ? static_cast<std::size_t>(read.ptr + 1 - text.data()) : 1);
-  }
-  return plain;
-}
-
 /// A field of the form, which the program's page posts in Big5. Texts may have lines.
 std::string Field(const Form& form, const std::string& name, std::size_t limit) {
   const auto bytes = form.Find(name);
   if (!bytes) throw Refusal(refusal::kMissingField);
   if (bytes->size() > limit) throw Refusal(refusal::kTooLong);
-  std::string text = WithoutReferences(base::FromCp950(*bytes, base::Undecodable::kQuestionMark));
+  std::string text = protocol::TextOfBig5Value(*bytes);
   if (!base::IsCleanText(text, "\r\n\t")) throw Refusal(refusal::kBadText);
   return text;
 }

@@ -5,6 +5,7 @@
 #include <exception>
 
 #include "base/cp950.h"
+#include "protocol/check.h"
 #include "protocol/headers.h"
 #include "protocol/pages.h"
 #include "server/services/log.h"
@@ -22,7 +23,7 @@ constexpr std::array<Page, 26> kPages = {{
     {page::kServerProbe, ServerProbe},
     {page::kEngineAddress, EngineAddress},
     {page::kEngineProbe, EngineProbe},
-    {page::kCheckSentence, CheckSentence, Page::Body::kPlain, 1 << 20, "s"},
+    {page::kCheckSentence, CheckSentence, Page::Body::kPlain, 1 << 20, protocol::kSentenceField},
     {page::kWordBank, AskWordBank, Page::Body::kPlain, 1 << 20, "para"},
     {page::kTranslate, TranslateText, Page::Body::kPlain, 1 << 20, "q"},
     {page::kWebHelperSites, WebHelperSites},

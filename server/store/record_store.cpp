@@ -4,12 +4,13 @@
 
 #include <utility>
 
-#include "base/digest.h"
-#include "base/text.h"
 #include "base/transaction.h"
+#include "protocol/digest.h"
 #include "server/store/store_database.h"
 
 namespace server {
+
+using protocol::RecordKind;
 
 namespace {
 
@@ -23,15 +24,14 @@ constexpr const char* kEqualSentences =
 constexpr const char* kSameEssays =
     " FROM essay WHERE account = ? AND day = ? AND essay_id = ? AND work_id = ? AND org_essay = ?";
 
-std::vector<base::DbValue> With(const std::string& first, const std::vector<std::string>& rest) {
-  std::vector<base::DbValue> all{first};
-  all.insert(all.end(), rest.begin(), rest.end());
+std::vector<base::DbValue> With(const std::string& account, const protocol::Row& row) {
+  std::vector<base::DbValue> all{account};
+  for (const auto field : protocol::FieldsOf(row)) all.emplace_back(std::string(field));
   return all;
 }
 
-std::vector<base::DbValue> EssayIdentity(const std::string& account, const PostedRow& row) {
-  const auto& columns = row.columns;  // of which the 6th is org_essay
-  return {account, columns[0], columns[1], columns[2], columns[5]};
+std::vector<base::DbValue> EssayIdentity(const std::string& account, const protocol::EssayRow& row) {
+  return {account, row.day, row.essayId, row.workId, row.orgEssay};
 }
 
 }  // namespace
@@ -43,49 +43,51 @@ std::string RecordStore::First(const std::string& sql, const std::vector<base::D
 }
 
 void RecordStore::TakePost(const std::string& account, const std::string& postId,
-                           const std::vector<PostedRow>& rows) {
+                           const std::vector<protocol::PostedRow>& rows) {
   const std::lock_guard lock(mutex_);
   base::Transaction transaction(*database_);
   if (!postId.empty()) {
     if (!First("SELECT 1 FROM post WHERE account = ? AND id = ?", {account, postId}).empty()) return;
     database_->Run("INSERT INTO post VALUES (?, ?)", {account, postId});
   }
-  for (const PostedRow& row : rows) {
+  for (const auto& row : rows) {
     if (row.isDeletion) Delete(account, row);
   }
-  for (const PostedRow& row : rows) {
+  for (const auto& row : rows) {
     if (!row.isDeletion) Insert(account, row);
   }
   transaction.Commit();
 }
 
-void RecordStore::Delete(const std::string& account, const PostedRow& row) {
-  const bool isEssay = row.kind == RecordKind::kEssay;
-  const std::string matching = isEssay ? kSameEssays : kEqualSentences;
-  const auto parameters = isEssay ? EssayIdentity(account, row) : With(account, row.columns);
-  if (std::cmp_less_equal(database_->Number("SELECT count(*)" + matching, parameters), row.kept)) return;
+void RecordStore::Delete(const std::string& account, const protocol::PostedRow& posted) {
+  const auto* essay = std::get_if<protocol::EssayRow>(&posted.row);
+  const std::string matching = essay != nullptr ? kSameEssays : kEqualSentences;
+  const auto parameters = essay != nullptr ? EssayIdentity(account, *essay) : With(account, posted.row);
+  if (std::cmp_less_equal(database_->Number("SELECT count(*)" + matching, parameters), posted.kept)) return;
   const std::string newest = First("SELECT max(id)" + matching, parameters);
-  database_->Run(fmt::format("DELETE FROM {} WHERE id = ?", isEssay ? "essay" : "sentence"), {newest});
+  database_->Run(fmt::format("DELETE FROM {} WHERE id = ?", essay != nullptr ? "essay" : "sentence"),
+                 {newest});
 }
 
-void RecordStore::Insert(const std::string& account, const PostedRow& row) {
-  if (row.kind != RecordKind::kEssay) {
+void RecordStore::Insert(const std::string& account, const protocol::PostedRow& posted) {
+  const auto* essay = std::get_if<protocol::EssayRow>(&posted.row);
+  if (essay == nullptr) {
     database_->Run(
         fmt::format("INSERT INTO sentence (account, {}) VALUES (?, ?, ?, ?, ?, ?, ?)", kSentenceColumns),
-        With(account, row.columns));
+        With(account, posted.row));
     return;
   }
-  const std::string same = First(std::string("SELECT max(id)") + kSameEssays, EssayIdentity(account, row));
+  const std::string same = First(std::string("SELECT max(id)") + kSameEssays, EssayIdentity(account, *essay));
   if (same.empty()) {
     database_->Run(
         fmt::format("INSERT INTO essay (account, {}) VALUES (?, ?, ?, ?, ?, ?, ?, ?)", kEssayColumns),
-        With(account, row.columns));
+        With(account, posted.row));
   } else {
     // An essay that was handed in stays so, whatever a computer still posts that has not heard of it.
     database_->Run(
         "UPDATE essay SET final_set = CASE final_set WHEN 'Y' THEN 'Y' ELSE ? END, quiz = ?, new_essay = ?"
         " WHERE id = ?",
-        {row.columns[3], row.columns[4], row.columns[6], same});
+        {essay->finalSet, essay->quiz, essay->newEssay, same});
   }
 }
 
@@ -112,47 +114,48 @@ void RecordStore::CopySince(const std::string& table, const std::string& account
                  {account, from, table, newest});
 }
 
-std::string RecordStore::ChecksumText(const std::string& account, const std::string& fromDay) {
+std::string RecordStore::NewestDigest(const std::string& account, const std::string& fromDay) {
   const std::lock_guard lock(mutex_);
-  std::string text =
-      base::Trim(First("SELECT max(essay_id) FROM essay WHERE account = ? AND day >= ?", {account, fromDay}),
-                 base::kWhiteSpace);
-  for (const char* const kind : {"= ''", "<> ''"}) {
-    const std::string newest = First(fmt::format("SELECT sentence FROM sentence WHERE account = ? AND errcode"
-                                                 " {} AND day >= ? ORDER BY id DESC LIMIT 1",
-                                                 kind),
-                                     {account, fromDay});
-    text += base::Replace(base::Replace(newest, " ", ""), "’", "");
-  }
-  return text;
+  const auto newest = [&](const char* errcodes) {
+    return First(fmt::format("SELECT sentence FROM sentence WHERE account = ? AND errcode {} AND day >= ?"
+                             " ORDER BY id DESC LIMIT 1",
+                             errcodes),
+                 {account, fromDay});
+  };
+  return protocol::NewestDigest(
+      First("SELECT max(essay_id) FROM essay WHERE account = ? AND day >= ?", {account, fromDay}),
+      newest("= ''"), newest("<> ''"));
 }
 
 std::uint64_t RecordStore::Digest(const std::string& account, const std::string& fromDay) {
   const std::lock_guard lock(mutex_);
   std::uint64_t sum = 0;
-  const auto add = [&](const base::DbRow& row) {
-    base::RowHash hash;
-    for (const std::string& field : row.Texts()) hash.Add(field);
-    sum += hash.Value();
+  const auto add = [&](RecordKind kind, const char* columns, const char* table) {
+    database_->Run(fmt::format("SELECT {} FROM {} WHERE account = ? AND day >= ?", columns, table),
+                   {account, fromDay}, [&](const base::DbRow& row) {
+                     auto fields = row.Texts();
+                     sum += protocol::HashOf(protocol::RowFrom(kind, fields));
+                   });
   };
-  database_->Run(fmt::format("SELECT {} FROM sentence WHERE account = ? AND day >= ?", kSentenceColumns),
-                 {account, fromDay}, add);
-  database_->Run(fmt::format("SELECT {} FROM essay WHERE account = ? AND day >= ?", kEssayColumns),
-                 {account, fromDay}, add);
+  add(RecordKind::kRight, kSentenceColumns, "sentence");
+  add(RecordKind::kEssay, kEssayColumns, "essay");
   return sum;
 }
 
-std::vector<std::vector<std::string>> RecordStore::Rows(const std::string& account, RecordKind kind,
-                                                        const std::string& after, std::size_t limit) {
+std::vector<StoredRow> RecordStore::Rows(const std::string& account, RecordKind kind,
+                                         const std::string& after, std::size_t limit) {
   const bool isEssay = kind == RecordKind::kEssay;
   const char* const condition = isEssay ? "1" : kind == RecordKind::kRight ? "errcode = ''" : "errcode <> ''";
   const std::lock_guard lock(mutex_);
-  std::vector<std::vector<std::string>> rows;
+  std::vector<StoredRow> rows;
   database_->Run(
       fmt::format("SELECT id, {} FROM {} WHERE account = ? AND {} AND id > CAST(? AS INTEGER)"
                   " ORDER BY id LIMIT CAST(? AS INTEGER)",
                   isEssay ? kEssayColumns : kSentenceColumns, isEssay ? "essay" : "sentence", condition),
-      {account, after, std::to_string(limit)}, [&](const base::DbRow& row) { rows.push_back(row.Texts()); });
+      {account, after, std::to_string(limit)}, [&](const base::DbRow& row) {
+        auto fields = row.Texts();
+        rows.push_back({fields[0], protocol::RowFrom(kind, std::span(fields).subspan(1))});
+      });
   return rows;
 }
 

@@ -61,7 +61,7 @@ class FrmMain : public Form, public MainWindow {
   CheckBox chkEngineMode{*this, "chkEngineMode"}, chkWebEngineVPS{*this, "chkWebEngineVPS"};
   Timer tmrMouse, tmrTransparentForm;
 
-  EngineAnswer lastAnswer;  ///< of the latest check that was answered
+  protocol::CheckReply lastAnswer;  ///< of the latest check that was answered
 
  private:
   void BindInput();

@@ -12,6 +12,7 @@
 #include "core/settings.h"
 #include "core/text_utility.h"
 #include "protocol/page_code.h"
+#include "protocol/pages.h"
 
 namespace marovane {
 
@@ -118,10 +119,11 @@ void PassStringToEngineWeb(FrmMain& frmMain) {
   if (!AcceptInput(frmMain, sentence)) return;
   if (!OpenCheck(frmMain, sentence)) return StopCheck(frmMain);
   app.gLastInput.clear();
-  const auto reply = EngineFor(frmMain).AskWeb(
-      "p_passWebEngine.asp", EngineRequestBody(app.gAccountNo, MakeRunCode(app.gEssayMode), sentence));
+  const auto reply =
+      EngineFor(frmMain).AskWeb(protocol::page::kCheckSentence,
+                                protocol::EncodeCheck(app.gAccountNo, MakeRunCode(app.gEssayMode), sentence));
   if (!reply) return GiveUp(frmMain);
-  const EngineAnswer& answer = frmMain.lastAnswer = ParseEngineAnswer(*reply);
+  const protocol::CheckReply& answer = frmMain.lastAnswer = protocol::ParseCheckReply(*reply);
   if (!app.gEssayMode) {
     program.hall.frmBrowser->GoNavigate(app.gWebEngineRoot + answer.pagePath, 2);
   }
@@ -135,7 +137,7 @@ void PassStringToEngineLocal(FrmMain& frmMain) {
   KillProcessByName(program.machine.processes, kEngineName);
   if (!OpenCheck(frmMain, sentence)) return StopCheck(frmMain);
   if (!RunEngine(frmMain)) return GiveUp(frmMain);
-  EngineAnswer& answer = frmMain.lastAnswer = {};
+  protocol::CheckReply& answer = frmMain.lastAnswer = {};
   std::string page;
   std::string code;
   RunSkippingFailures({[&] { answer.pagePath = ReadPagePath(program); }});

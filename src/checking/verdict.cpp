@@ -15,7 +15,7 @@ namespace {
 constexpr Color kRight = Rgb(153, 204, 0);
 constexpr Color kFaulty = Rgb(255, 60, 60);
 
-std::string CodeOf(const EngineAnswer& answer) {
+std::string CodeOf(const protocol::CheckReply& answer) {
   const std::string code = base::Trim(answer.errcode);
   return code.empty() ? "0" : code;
 }
@@ -26,7 +26,7 @@ void RecordRight(FrmMain& frmMain, const std::string& sentence) {
       {.sId = MakeRecId(frmMain.program.app, now), .sentence = sentence, .sDate = base::DayOf(now)});
 }
 
-void RecordFaulty(FrmMain& frmMain, const EngineAnswer& answer) {
+void RecordFaulty(FrmMain& frmMain, const protocol::CheckReply& answer) {
   const base::LocalTime now = frmMain.machine.loop.Now();
   frmMain.records.InsertErrSentence({.id = MakeRecId(frmMain.program.app, now),
                                      .sentence = answer.sentence,
@@ -36,7 +36,7 @@ void RecordFaulty(FrmMain& frmMain, const EngineAnswer& answer) {
 
 bool IsSuggestion(const std::string& list) { return list != "0" && !list.empty(); }
 
-void ShowSuggestions(Program& program, const EngineAnswer& answer, EngineKind kind) {
+void ShowSuggestions(Program& program, const protocol::CheckReply& answer, EngineKind kind) {
   const auto show = [&program](const char* name, const std::string& list) {
     if (IsSuggestion(list)) program.hall.frmSuggest->ShowSuggest(name, list);
   };
@@ -64,7 +64,7 @@ void GiveWindowBack(FrmMain& frmMain) {
 
 }  // namespace
 
-Steps VerdictSteps(FrmMain& frmMain, const std::string& sentence, const EngineAnswer& answer,
+Steps VerdictSteps(FrmMain& frmMain, const std::string& sentence, const protocol::CheckReply& answer,
                    EngineKind kind) {
   Program& program = frmMain.program;
   auto& app = program.app;

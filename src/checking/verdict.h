@@ -13,7 +13,7 @@ class FrmMain;
 enum class EngineKind { kLocal, kWeb };
 
 /// The tail of a check, as steps in their order. The arguments must live until the steps have run.
-Steps VerdictSteps(FrmMain& frmMain, const std::string& sentence, const EngineAnswer& answer,
+Steps VerdictSteps(FrmMain& frmMain, const std::string& sentence, const protocol::CheckReply& answer,
                    EngineKind kind);
 
 }  // namespace marovane

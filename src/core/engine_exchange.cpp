@@ -7,13 +7,9 @@
 #include <cmath>
 #include <random>
 
-#include "base/digest.h"
 #include "base/files.h"
-#include "base/text.h"
 #include "core/program.h"
-#include "core/server_access.h"
 #include "core/set_file.h"
-#include "core/text_utility.h"
 #include "platform/machine.h"
 #include "platform/run_time_error.h"
 
@@ -48,34 +44,6 @@ std::string MakeRunCode(bool isEssay) {
 
 std::string RunCode(int a, int b) { return fmt::format("{:02}{:02}{:02}", a, b, a + b); }
 
-std::string EngineRequestBody(const std::string& accountNo, const std::string& runCode,
-                              const std::string& sentence) {
-  return fmt::format("{}&pno={}&pnomd5={}&checksum={}&p1=beta&p2=0&p3={}&cidx=0&s={}", kAccessKey, accountNo,
-                     base::SlotMd5(accountNo), base::SlotMd5(base::Replace(sentence, " ", "")), runCode,
-                     base::Replace(sentence, " ", "%20"));
-}
-
-EngineAnswer ParseEngineAnswer(const std::string& answer) {
-  auto fields = base::Split(answer, "#");
-  fields.resize(5);
-  for (auto& field : fields) field = base::Trim(field);
-  if (fields[0] == "0") {
-    return {.findMistake = "0",
-            .errcode = "0",
-            .sentence = "",
-            .pagePath = fields[2],
-            .colSuggestion = base::Replace(fields[3], "<@>", ","),
-            .synSuggestion = base::Replace(fields[4], "<@>", ",")};
-  }
-  if (fields[0] != "1" && fields[0] != "2") return {};
-  return {.findMistake = fields[0],
-          .errcode = EngineReplyCode(fields[1]),
-          .sentence = fields[3],
-          .pagePath = fields[2],
-          .colSuggestion = "",
-          .synSuggestion = ""};
-}
-
 void WriteQuestion(Program& program, const std::string& sentence) {
   base::Files& files = program.machine.files;
   const std::string& path = program.app.gRegistryFile;
@@ -95,12 +63,12 @@ bool HasResultPage(Program& program) try {
   return false;
 }
 
-Steps ReadAnswerSteps(Program& program, EngineAnswer& answer) {
+Steps ReadAnswerSteps(Program& program, protocol::CheckReply& answer) {
   const auto read = [&program](std::string& field, const char* key) {
     return [&program, &field, key] { field = ReadExchangeKey(program, key); };
   };
   return {read(answer.findMistake, "findMistake"), read(answer.errcode, "errcode"),
-          [&] { answer.errcode = EngineReplyCode(answer.errcode); },
+          [&] { answer.errcode = protocol::ErrorCodeOf(answer.errcode); },
           [&] {
             if (!answer.IsRight()) answer.sentence = ReadExchangeKey(program, "sentence");
           },

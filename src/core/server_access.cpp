@@ -8,6 +8,8 @@
 #include "platform/http.h"
 #include "platform/machine.h"
 #include "platform/run_time_error.h"
+#include "protocol/headers.h"
+#include "protocol/pages.h"
 #include "protocol/refusal.h"
 
 namespace marovane {
@@ -15,7 +17,7 @@ namespace marovane {
 std::string PostForm(Program& program, const std::string& url, const std::string& body) {
   base::HttpRequest request{.url = url, .headers = {}, .body = body};
   // Servers of this family are used to both, in this order.
-  request.headers.emplace_back("Content-Type", "application/x-www-form-urlencoded");
+  request.headers.emplace_back("Content-Type", protocol::kFormType);
   request.headers.emplace_back("Content-Type", "text/xml; charset=big5");
   return base::FromCp950(program.machine.http.Send(request).body);
 }
@@ -33,20 +35,12 @@ std::string AskServer(Program& program, const char* page, protocol::Fields field
 
 namespace {
 
-std::string Probe(Program& program, const std::string& url) {
-  try {
-    return PostForm(program, url, std::string(kAccessKey));
-  } catch (const RunTimeError&) {
-    return "";
-  }
-}
-
 bool IsOnline(const std::string& reply) { return reply.starts_with("ONLINE"); }
 
 }  // namespace
 
 bool IsServerOnline(Program& program) {
-  const std::string reply = Probe(program, program.app.gServerUrlRoot + "p_getconn.asp");
+  const std::string reply = TryPost(program, program.app.gServerUrlRoot + protocol::page::kServerProbe, {});
   if (!IsOnline(reply)) return false;
   constexpr int kDateFrom = 8;
   if (const auto day = base::ParseDate(base::Trim(base::Mid(reply, kDateFrom))))
@@ -55,12 +49,12 @@ bool IsServerOnline(Program& program) {
 }
 
 bool IsWebEngineOnline(Program& program) {
-  return IsOnline(Probe(program, program.app.gWebEngineRoot + "p_passWebEngine_conn.asp"));
+  return IsOnline(TryPost(program, program.app.gWebEngineRoot + protocol::page::kEngineProbe, {}));
 }
 
 std::string GetWebEngineAddress(Program& program, const std::string& publisherRoot) {
   const std::string reply =
-      PostForm(program, publisherRoot + "p_all_webengine_get.asp", std::string(kAccessKey));
+      PostForm(program, publisherRoot + protocol::page::kEngineAddress, protocol::PlainBody());
   return reply.starts_with("OK") ? base::Trim(base::Replace(reply, "OK_", "")) : "";
 }
 
@@ -80,11 +74,12 @@ void PostDecodeForm(Program& program, const std::string& code) {
   const base::Html page = base::Fill(
       "<html>\r\n<head>\r\n<meta http-equiv='Content-Language' content='zh-tw'>\r\n"
       "<meta http-equiv='Content-Type' content='text/html; charset=big5'>\r\n<title></title>\r\n</head>\r\n"
-      "<body>\r\n<form name='frmPost' method='POST' action='{}p_decode.asp'>\r\n"
-      "<input type='HIDDEN' name='key' value='zorbelquinter'>\r\n"
+      "<body>\r\n<form name='frmPost' method='POST' action='{}{}'>\r\n"
+      "<input type='HIDDEN' name='key' value='{}'>\r\n"
       "<input type='HIDDEN' name='pno' value='{}'>\r\n<input type='HIDDEN' name='code' value='{}'>\r\n"
       "</body>\r\n</html>\r\n",
-      program.app.gServerUrlRoot, program.app.gAccountNo, code);
+      program.app.gServerUrlRoot, protocol::page::kShowPackedPage, protocol::kAccessKey,
+      program.app.gAccountNo, code);
   program.hall.frmBrowser->GoPostPage(page.Markup(), 2);
 }
 

@@ -2,16 +2,12 @@
 #pragma once
 
 #include <string>
-#include <string_view>
 
 #include "protocol/form.h"
 
 namespace marovane {
 
 struct Program;
-
-/// Begins every request body.
-inline constexpr std::string_view kAccessKey = "key=zorbelquinter";
 
 /// Posts a form body (UTF-8) and gives the decoded reply, whatever the status. Throws RunTimeError when no
 /// reply came or it cannot be decoded.

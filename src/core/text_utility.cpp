@@ -33,11 +33,6 @@ std::string DefaultEssayTitle(const std::string& title, base::LocalTime now) {
   return title.empty() ? "我的短文" + base::FormatDatePadded(base::DayOf(now), "") : title;
 }
 
-std::string EngineReplyCode(std::string_view reply) {
-  const std::string plain = base::Replace(reply, "!", "");
-  return base::Mid(base::Trim(std::string_view(plain).substr(0, plain.find('#'))), 1, 6);
-}
-
 std::string WithPlainSigns(std::string text) {
   for (const auto& [from, to] : {std::pair{"’", "'"}, {"，", ","}, {"．", "."}, {"  ", " "}}) {
     text = base::Replace(text, from, to);

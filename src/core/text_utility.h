@@ -20,8 +20,6 @@ std::string FormatNumber(std::int64_t number);
 /// The title, or "我的短文" with the day when it is empty.
 std::string DefaultEssayTitle(const std::string& title, base::LocalTime now);
 
-/// Leading code of an engine's reply: without "!", up to the first "#", trimmed, at most six characters.
-std::string EngineReplyCode(std::string_view reply);
 /// What an input method or a paste has brought, with the signs that engines know: a plain apostrophe, comma
 /// and full stop, and one blank for two.
 std::string WithPlainSigns(std::string text);

@@ -14,6 +14,7 @@
 #include "essay/archive.h"
 #include "essay/walk_steps.h"
 #include "platform/http.h"
+#include "protocol/pages.h"
 #include "records/record_db.h"
 
 namespace marovane {
@@ -45,9 +46,11 @@ void FilePage(EssayRoom& room, const std::string& page) {
   app.gEssayPageChecksum = SendServerHtm(room.program, page, app.gEssayCurSentence);
 }
 
-std::string HaveHtm(const EngineAnswer& answer) { return base::Trim(answer.findMistake) == "1" ? "1" : "2"; }
+std::string HaveHtm(const protocol::CheckReply& answer) {
+  return base::Trim(answer.findMistake) == "1" ? "1" : "2";
+}
 
-void RecordAnswer(EssayRoom& room, const EngineAnswer& answer, const std::string& haveHtm) {
+void RecordAnswer(EssayRoom& room, const protocol::CheckReply& answer, const std::string& haveHtm) {
   auto& app = room.program.app;
   const base::LocalTime now = room.program.machine.loop.Now();
   const std::string id = MakeRecId(app, now);
@@ -96,10 +99,11 @@ std::string FetchPage(Program& program, const std::string& url) try {
 
 void PassStringToEngineEssayWeb(EssayRoom& room) {
   auto& app = room.program.app;
-  const auto reply = EngineFor(room).AskWeb(
-      "p_passWebEngine.asp", EngineRequestBody(app.gAccountNo, kEssayRunCode, app.gEssayCurSentence));
+  const auto reply =
+      EngineFor(room).AskWeb(protocol::page::kCheckSentence,
+                             protocol::EncodeCheck(app.gAccountNo, kEssayRunCode, app.gEssayCurSentence));
   if (!reply) return GiveUp(room);
-  const EngineAnswer answer = ParseEngineAnswer(*reply);
+  const protocol::CheckReply answer = protocol::ParseCheckReply(*reply);
   const bool hasPage = !answer.pagePath.empty();
   FilePage(room, hasPage ? FetchPage(room.program, app.gWebEngineRoot + answer.pagePath) : "");
   RecordAnswer(room, answer, app.gEssayPageChecksum.empty() ? "N" : HaveHtm(answer));
@@ -114,8 +118,8 @@ bool RunEngine(EssayRoom& room) {
                                   [&program] { return HasResultPage(program); });
 }
 
-EngineAnswer ReadAnswer(Program& program) {
-  EngineAnswer answer;
+protocol::CheckReply ReadAnswer(Program& program) {
+  protocol::CheckReply answer;
   answer.pagePath = ReadPagePath(program);
   RunInOrder(ReadAnswerSteps(program, answer));
   return answer;
@@ -131,7 +135,7 @@ void PassStringToEngineEssayLocal(EssayRoom& room) {
   Program& program = room.program;
   auto& app = program.app;
   if (!RunEngine(room)) return GiveUp(room);
-  const EngineAnswer answer = ReadAnswer(program);
+  const protocol::CheckReply answer = ReadAnswer(program);
   const bool hasPage = program.machine.files.FileExists(answer.pagePath);
   FilePage(room, hasPage ? TakePageFile(program, answer.pagePath) : "");
   // Unlike with the web engine, the page of an error counts also when it was not filed.

@@ -1,25 +1,20 @@
 #include "essay/hand_in.h"
 
-#include <fmt/format.h>
-
 #include "core/program.h"
 #include "core/server_access.h"
 #include "platform/event_loop.h"
 #include "platform/machine.h"
-#include "platform/run_time_error.h"
+#include "protocol/pages.h"
 
 namespace marovane {
 
 namespace {
 
-bool SubmitEssayFinal(Program& program, const std::string& essayId, const std::string& workId) try {
+bool SubmitEssayFinal(Program& program, const std::string& essayId, const std::string& workId) {
   const auto& app = program.app;
-  const std::string reply =
-      PostForm(program, app.gServerUrlRoot + "p_set_essay_work_finalset.asp",
-               fmt::format("{}&pno={}&essayId={}&workId={}", kAccessKey, app.gAccountNo, essayId, workId));
-  return reply.starts_with("OK");
-} catch (const RunTimeError&) {
-  return false;
+  return TryPost(program, app.gServerUrlRoot + protocol::page::kHandInEssay,
+                 {{"pno", app.gAccountNo}, {"essayId", essayId}, {"workId", workId}})
+      .starts_with("OK");
 }
 
 }  // namespace

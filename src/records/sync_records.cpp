@@ -6,12 +6,13 @@
 
 #include "base/database.h"
 #include "base/day.h"
-#include "base/digest.h"
-#include "base/text.h"
 #include "base/transaction.h"
+#include "protocol/digest.h"
 #include "records/record_db.h"
 
 namespace marovane {
+
+using protocol::RecordKind;
 
 namespace {
 
@@ -19,75 +20,74 @@ struct TableWords {
   const char* name;
   const char* key;
   const char* newest;   // column that tells the newest row
-  const char* pending;  // columns of a PendingRow
-  const char* digest;   // columns in the server's order
+  const char* columns;  // in the order of a row's fields
+  const char* values;   // of the table, from the local key and a row's fields
 };
 
-const TableWords& WordsOf(RecordTable table) {
+const TableWords& WordsOf(RecordKind kind) {
   static constexpr std::array<TableWords, 3> kWords{
-      {{"oksentence", "sId", "sentence",
-        "sId, upload, '', sentence, sDate, essayId, essaySId, haveHtm, '', '', ''",
-        "'', sentence, sDate, essayId, essaySId, haveHtm"},
-       {"errsentence", "id", "sentence",
-        "id, upload, errcode, sentence, sDate, essayId, essaySId, haveHtm, '', '', ''",
-        "errcode, sentence, sDate, essayId, essaySId, haveHtm"},
-       {"essay", "essayId", "essayId",
-        "essayId, upload, 'essay', finalSet, sDate, essayId, workId, '', quiz, orgEssay, newEssay",
-        "sDate, essayId, workId, finalSet, quiz, orgEssay, newEssay"}}};
-  return kWords[static_cast<std::size_t>(table)];
+      {{"oksentence", "sId", "sentence", "'', sentence, sDate, essayId, essaySId, haveHtm",
+        "?1, 'N', ?3, ?4, 'Y', ?5, ?6, ?7"},
+       {"errsentence", "id", "sentence", "errcode, sentence, sDate, essayId, essaySId, haveHtm",
+        "?1, ?3, ?2, ?4, 'Y', ?5, ?6, ?7"},
+       {"essay", "essayId", "essayId", "sDate, essayId, workId, finalSet, quiz, orgEssay, newEssay",
+        "?3, ?4, ?6, ?7, ?8, 'Y', ?5, ?2"}}};
+  return kWords[static_cast<std::size_t>(kind)];
 }
 
-constexpr std::array kAllTables{RecordTable::kOkSentence, RecordTable::kErrSentence, RecordTable::kEssay};
-
-PendingRow RowFrom(const base::DbRow& row) {
-  return {row.Text(0), row.Text(1), row.Text(2), row.Text(3), row.Text(4), row.Text(5),
-          row.Text(6), row.Text(7), row.Text(8), row.Text(9), row.Text(10)};
-}
+constexpr std::array kAllKinds{RecordKind::kRight, RecordKind::kFaulty, RecordKind::kEssay};
 
 }  // namespace
 
 base::Database& SyncRecords::Db() { return records_.Db(); }
 
-int SyncRecords::CountPending(RecordTable table) {
+int SyncRecords::CountPending(RecordKind kind) {
   return Db().Number(
-      fmt::format("select count(*) from {} where upload = 'N' or upload = 'D'", WordsOf(table).name));
+      fmt::format("select count(*) from {} where upload = 'N' or upload = 'D'", WordsOf(kind).name));
 }
 
 bool SyncRecords::HasPending() {
-  return CountPending(RecordTable::kEssay) > 0 || CountPending(RecordTable::kOkSentence) > 0 ||
-         CountPending(RecordTable::kErrSentence) > 0;
+  return CountPending(RecordKind::kEssay) > 0 || CountPending(RecordKind::kRight) > 0 ||
+         CountPending(RecordKind::kFaulty) > 0;
 }
 
-std::vector<PendingRow> SyncRecords::Pending(RecordTable table) {
-  const auto& words = WordsOf(table);
-  std::vector<PendingRow> rows;
-  Db().Run(fmt::format("select {} from {} where upload = 'N' or upload = 'D' order by {}, rowid",
-                       words.pending, words.name, words.key),
-           {}, [&](const base::DbRow& row) { rows.push_back(RowFrom(row)); });
-  return rows;
+PendingRows SyncRecords::Pending(RecordKind kind) {
+  const auto& words = WordsOf(kind);
+  PendingRows pending;
+  Db().Run(
+      fmt::format("select {}, upload, {} from {} where upload = 'N' or upload = 'D' order by {}, rowid",
+                  words.key, words.columns, words.name, words.key),
+      {}, [&](const base::DbRow& row) {
+        auto fields = row.Texts();
+        pending.ids.push_back(fields[0]);
+        pending.rows.push_back({fields[1] == "D", protocol::RowFrom(kind, std::span(fields).subspan(2)), 0});
+      });
+  return pending;
 }
 
-int SyncRecords::CountUploadedLike(RecordTable table, const PendingRow& row) {
-  if (table == RecordTable::kEssay) return 0;
+int SyncRecords::CountUploadedLike(RecordKind kind, const protocol::Row& row) {
+  const auto* sentence = std::get_if<protocol::SentenceRow>(&row);
+  if (sentence == nullptr) return 0;
   std::string sql = fmt::format(
       "select count(*) from {} where upload = 'Y' and sentence = ? and sDate = ? and essayId = ?"
       " and essaySId = ? and haveHtm = ?",
-      WordsOf(table).name);
-  std::vector<base::DbValue> parameters{row.text, row.sDate, row.essayId, row.subId, row.haveHtm};
-  if (table == RecordTable::kErrSentence) {
+      WordsOf(kind).name);
+  std::vector<base::DbValue> parameters{sentence->sentence, sentence->day, sentence->essayId,
+                                        sentence->essaySId, sentence->haveHtm};
+  if (kind == RecordKind::kFaulty) {
     sql += " and errcode = ?";
-    parameters.emplace_back(row.err);
+    parameters.emplace_back(sentence->errcode);
   }
   return Db().Number(sql, parameters);
 }
 
-bool SyncRecords::WasNeverSent(const PendingRow& row) {
-  return Db().Number("select count(*) from never_sent where id = ?", {row.id}) > 0;
+bool SyncRecords::WasNeverSent(const std::string& id) {
+  return Db().Number("select count(*) from never_sent where id = ?", {id}) > 0;
 }
 
-void SyncRecords::Settle(RecordTable table, const std::vector<std::string>& newIds,
+void SyncRecords::Settle(RecordKind kind, const std::vector<std::string>& newIds,
                          const std::vector<std::string>& deletedIds) {
-  const auto& words = WordsOf(table);
+  const auto& words = WordsOf(kind);
   base::Transaction transaction(Db());
   // The plus sign keeps the index of the flags out of it: nearly all rows have this flag now.
   for (const auto& id : newIds) {
@@ -103,8 +103,8 @@ void SyncRecords::Settle(RecordTable table, const std::vector<std::string>& newI
   transaction.Commit();
 }
 
-std::string SyncRecords::Newest(RecordTable table) {
-  const auto& words = WordsOf(table);
+std::string SyncRecords::Newest(RecordKind kind) {
+  const auto& words = WordsOf(kind);
   return Db()
       .Text(fmt::format("select {} from {} order by {} desc limit 1", words.newest, words.name, words.key))
       .value_or("");
@@ -112,35 +112,34 @@ std::string SyncRecords::Newest(RecordTable table) {
 
 std::uint64_t SyncRecords::Digest(base::Day from) {
   std::uint64_t sum = 0;
-  for (const RecordTable table : kAllTables) {
-    const auto& words = WordsOf(table);
-    Db().Run(fmt::format("select {} from {} where sDate >= ?", words.digest, words.name),
+  for (const RecordKind kind : kAllKinds) {
+    const auto& words = WordsOf(kind);
+    Db().Run(fmt::format("select {} from {} where sDate >= ?", words.columns, words.name),
              {base::IsoDay(from)}, [&](const base::DbRow& row) {
-               base::RowHash hash;
-               for (int i = 0; i < row.Count(); ++i) hash.Add(base::Trim(row.Text(i)));
-               sum += hash.Value();
+               auto fields = row.Texts();
+               sum += protocol::HashOf(protocol::Trimmed(protocol::RowFrom(kind, fields)));
              });
   }
   return sum;
 }
 
 void SyncRecords::BeginReload() {
-  for (const RecordTable table : kAllTables) {
-    const char* const name = WordsOf(table).name;
+  for (const RecordKind kind : kAllKinds) {
+    const char* const name = WordsOf(kind).name;
     Db().Run(
         fmt::format("create temp table if not exists fresh_{0} as select * from main.{0} where 0", name));
     Db().Run(fmt::format("delete from temp.fresh_{}", name));
   }
 }
 
-void SyncRecords::AddToReload(RecordTable table, const std::vector<std::vector<std::string>>& rows) {
-  const std::string sql =
-      fmt::format("insert into temp.fresh_{} values (?, ?, ?, ?, ?, ?, ?, ?)", WordsOf(table).name);
+void SyncRecords::AddToReload(RecordKind kind, const std::vector<std::string>& ids,
+                              const std::vector<protocol::Row>& rows) {
+  const auto& words = WordsOf(kind);
+  const std::string sql = fmt::format("insert into temp.fresh_{} values ({})", words.name, words.values);
   base::Transaction transaction(Db());
-  std::vector<base::DbValue> values;
-  for (const auto& columns : rows) {
-    values.clear();
-    for (const auto& column : columns) values.emplace_back(StoredText(column));
+  for (std::size_t i = 0; i < rows.size(); ++i) {
+    std::vector<base::DbValue> values{ids[i]};
+    for (const auto field : protocol::FieldsOf(rows[i])) values.emplace_back(StoredText(std::string(field)));
     Db().Run(sql, values);
   }
   transaction.Commit();
@@ -149,8 +148,8 @@ void SyncRecords::AddToReload(RecordTable table, const std::vector<std::vector<s
 bool SyncRecords::CommitReload() {
   base::Transaction transaction(Db());
   if (HasPending()) return false;
-  for (const RecordTable table : kAllTables) {
-    const char* const name = WordsOf(table).name;
+  for (const RecordKind kind : kAllKinds) {
+    const char* const name = WordsOf(kind).name;
     Db().Run(fmt::format("delete from {} where 1=1", name));
     Db().Run(fmt::format("insert into {0} select * from temp.fresh_{0} order by rowid", name));
     Db().Run(fmt::format("delete from temp.fresh_{}", name));

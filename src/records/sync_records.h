@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "base/day.h"
-#include "records/day_records.h"
+#include "protocol/post.h"
 
 namespace base {
 class Database;
@@ -16,21 +16,10 @@ namespace marovane {
 
 class RecordDb;
 
-enum class RecordTable { kOkSentence, kErrSentence, kEssay };
-
-/// A row that the server does not know yet, or does not know to be deleted. Texts as stored.
-struct PendingRow {
-  std::string id;
-  std::string upload;  ///< 'N' or 'D'
-  std::string err;     ///< error code; "" of a right sentence, "essay" of an essay
-  std::string text;    ///< sentence; of an essay `finalSet`
-  std::string sDate;   ///< as stored
-  std::string essayId;
-  std::string subId;    ///< `essaySId`; of an essay `workId`
-  std::string haveHtm;  ///< of sentences
-  std::string quiz;     ///< these three of essays
-  std::string orgEssay;
-  std::string newEssay;
+/// Rows that the server does not know yet, or does not know to be deleted. Texts as stored.
+struct PendingRows {
+  std::vector<std::string> ids;
+  std::vector<protocol::PostedRow> rows;  ///< without what is kept
 };
 
 /// Every procedure throws RunTimeError when a statement fails.
@@ -39,27 +28,29 @@ class SyncRecords {
   explicit SyncRecords(RecordDb& records) : records_(records) {}
 
   /// Rows with the flags 'N' and 'D'.
-  int CountPending(RecordTable table);
+  int CountPending(protocol::RecordKind kind);
   bool HasPending();
   /// The same rows, the oldest first.
-  std::vector<PendingRow> Pending(RecordTable table);
+  PendingRows Pending(protocol::RecordKind kind);
   /// Sentences with the flag 'Y' that say the same as this row.
-  int CountUploadedLike(RecordTable table, const PendingRow& row);
+  int CountUploadedLike(protocol::RecordKind kind, const protocol::Row& row);
   /// True for a sentence that was deleted before it was ever sent.
-  bool WasNeverSent(const PendingRow& row);
+  bool WasNeverSent(const std::string& id);
   /// What was sent: new rows become 'Y', deleted ones go, unless their flag has changed since.
-  void Settle(RecordTable table, const std::vector<std::string>& newIds,
+  void Settle(protocol::RecordKind kind, const std::vector<std::string>& newIds,
               const std::vector<std::string>& deletedIds);
 
   /// Stored text of the newest sentence; of the newest essay its id. "" without one.
-  std::string Newest(RecordTable table);
+  std::string Newest(protocol::RecordKind kind);
   /// Sum of the hashes of all rows from a day on, which the server makes likewise.
   std::uint64_t Digest(base::Day from);
 
   /// A fresh set of all records, which is collected beside the present one.
   void BeginReload();
-  /// Rows with the columns of the table in their order; apostrophes may be either.
-  void AddToReload(RecordTable table, const std::vector<std::vector<std::string>>& rows);
+  /// Apostrophes may be either.
+  /// @param ids local keys of sentences; essays have their own
+  void AddToReload(protocol::RecordKind kind, const std::vector<std::string>& ids,
+                   const std::vector<protocol::Row>& rows);
   /// Puts the fresh set in place of the present one, all at once. False, and nothing has changed, when
   /// meanwhile something waits to be uploaded.
   bool CommitReload();

@@ -9,7 +9,6 @@
 #include "protocol/form.h"
 #include "protocol/pages.h"
 #include "sync/feedback_post.h"
-#include "sync/form_body.h"
 
 namespace marovane {
 
@@ -112,11 +111,11 @@ void FrmFeedback::Thank(bool hasArrived) {
 // As a browser would post it from a page in Big5. Posted by the window itself, so that it knows whether it
 // has arrived.
 std::string FrmFeedback::FormBody(const std::string& email) const {
-  return protocol::BrowserBody({{"pno", Big5FormText(program_.app.gAccountNo)},
-                                {"errcode", Big5FormText(errcode_)},
-                                {"sentence", Big5FormText(sentence_)},
-                                {"remarks", Big5FormText(txtDesc.Text())},
-                                {"email", Big5FormText(email)}});
+  return protocol::BrowserBody({{"pno", protocol::Big5Value(program_.app.gAccountNo)},
+                                {"errcode", protocol::Big5Value(errcode_)},
+                                {"sentence", protocol::Big5Value(sentence_)},
+                                {"remarks", protocol::Big5Value(txtDesc.Text())},
+                                {"email", protocol::Big5Value(email)}});
 }
 
 void FrmFeedback::imgClose_Click() {

@@ -45,7 +45,7 @@ Post Outbox::Read(const std::string& name) const {
   Post post;
   post.id = TakeLine(text);
   post.kept = TakeLine(text);
-  post.table = static_cast<RecordTable>(std::clamp(TakeLine(text)[0] - '0', 0, 2));
+  post.kind = static_cast<protocol::RecordKind>(std::clamp(TakeLine(text)[0] - '0', 0, 2));
   post.newIds = base::Split(TakeLine(text), " ");
   post.deletedIds = base::Split(TakeLine(text), " ");
   post.body = std::move(text);
@@ -67,7 +67,7 @@ void Outbox::NoteSettled(const std::string& name, Post post) {
 
 void Outbox::Write(const std::string& name, const Post& post) {
   base::RewriteFile(program_.machine.files, Folder() / name,
-                    fmt::format("{}\n{}\n{}\n{}\n{}\n{}", post.id, post.kept, static_cast<int>(post.table),
+                    fmt::format("{}\n{}\n{}\n{}\n{}\n{}", post.id, post.kept, static_cast<int>(post.kind),
                                 fmt::join(post.newIds, " "), fmt::join(post.deletedIds, " "), post.body),
                     true);
 }

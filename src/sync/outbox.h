@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "base/files.h"
-#include "records/sync_records.h"
+#include "protocol/rows.h"
 
 namespace marovane {
 
@@ -19,7 +19,7 @@ struct Post {
   std::string id;    ///< tells it from every other post of the account
   std::string kept;  ///< "3:1 17:2": of the third row one equal row was kept, of the seventeenth two
   std::string body;  ///< application/x-www-form-urlencoded, UTF-8
-  RecordTable table = RecordTable::kOkSentence;
+  protocol::RecordKind kind = protocol::RecordKind::kRight;
   std::vector<std::string> newIds, deletedIds;  ///< local keys of the rows that have their flags yet
 };
 

@@ -6,7 +6,8 @@
 
 #include "platform/event_loop.h"
 #include "platform/timer.h"
-#include "sync/stream.h"
+#include "protocol/stream.h"
+#include "records/sync_records.h"
 
 namespace marovane {
 
@@ -23,10 +24,10 @@ class Reload {
   void Run();
 
  private:
-  void LoadStream(const Stream& stream);
-  std::string AskPage(const Stream& stream, const std::string& lastId);
-  void Log(const Stream& stream, const std::string& reply);
-  std::vector<std::string> RowOf(const Stream& stream, const std::vector<std::string>& fields);
+  void LoadStream(protocol::RecordKind kind, const char* title);
+  std::string AskPage(protocol::RecordKind kind, const std::string& lastId);
+  void Log(const char* title, const std::string& reply, bool isFresh);
+  std::vector<std::string> IdsFor(const std::vector<protocol::Row>& rows);
   std::string NextId();
   void Pause();
 

@@ -4,14 +4,12 @@
 #include <functional>
 #include <string>
 
+#include "records/sync_records.h"
 #include "sync/outbox.h"
 
 namespace marovane {
 
 struct Program;
-
-/// What a browser would send of the form with the fields of these rows.
-std::string FormBody(const Program& program, const std::vector<PendingRow>& rows);
 
 /// Settles the rows of posts that were on their way when the program last ended. Throws RunTimeError.
 void SettleOutbox(SyncRecords& records, Outbox& outbox);

@@ -5,13 +5,12 @@
 #include <optional>
 
 #include "base/day.h"
-#include "base/digest.h"
-#include "base/text.h"
 #include "core/error_report.h"
 #include "core/message.h"
 #include "core/server_access.h"
 #include "platform/machine.h"
 #include "platform/run_time_error.h"
+#include "protocol/digest.h"
 #include "protocol/form.h"
 #include "protocol/headers.h"
 #include "protocol/pages.h"
@@ -27,11 +26,6 @@ namespace {
 
 constexpr int kOffScreen = -20000;
 
-// The newest sentence without what is not the same on all computers.
-std::string BareSentence(const std::string& stored) {
-  return base::Replace(base::Replace(base::Trim(stored), " ", ""), "’", "");
-}
-
 // What says the same on this computer and on the server: all records since the day of the age cleaning, which
 // takes older ones from this computer alone.
 std::string RecordsHeader(Program& program, SyncRecords& records) {
@@ -40,7 +34,7 @@ std::string RecordsHeader(Program& program, SyncRecords& records) {
   base::Day today = program.app.gServerDate;
   if (today.year() <= kUnknown) today = base::DayOf(program.machine.loop.Now());
   const base::Day from{std::chrono::sys_days{today} - kKept};
-  return fmt::format("{} {:016x}", base::IsoDay(from), records.Digest(from));
+  return protocol::EncodeRecordsSince(base::IsoDay(from), records.Digest(from));
 }
 
 bool IsMerge(const std::string& mode) { return mode != "NOMSG" && mode != "DOWNLOAD" && mode != "UPLOAD"; }
@@ -48,9 +42,8 @@ bool IsMerge(const std::string& mode) { return mode != "NOMSG" && mode != "DOWNL
 }  // namespace
 
 std::string SyncChecksum(SyncRecords& records) {
-  return base::SlotMd5(base::Trim(records.Newest(RecordTable::kEssay)) +
-                       BareSentence(records.Newest(RecordTable::kOkSentence)) +
-                       BareSentence(records.Newest(RecordTable::kErrSentence)));
+  using enum protocol::RecordKind;
+  return protocol::NewestDigest(records.Newest(kEssay), records.Newest(kRight), records.Newest(kFaulty));
 }
 
 FrmUpload::FrmUpload(Program& program, RecordDb& records)

@@ -7,6 +7,8 @@
 #include "core/server_access.h"
 #include "core/set_file.h"
 #include "platform/run_time_error.h"
+#include "protocol/form.h"
+#include "protocol/pages.h"
 #include "wordhelper/collocation.h"
 #include "wordhelper/user_act.h"
 #include "wordhelper/word_bank_text.h"
@@ -153,7 +155,7 @@ std::optional<std::string> FrmCollocation::AskWebEngine(const std::string& para)
   EngineClient engine(program_,
                       {.wantsMoreAttempts = [this] { return Confirm(program_, Message::kNoEngineAddress); },
                        .showAddress = [this] { ShowEngineAddress(); }});
-  return engine.AskWeb("p_passWebEngine_wbank.asp", std::string(kAccessKey) + "&para=" + para);
+  return engine.AskWeb(protocol::page::kWordBank, protocol::PlainBody({{"para", para}}));
 }
 
 void FrmCollocation::ShowEngineAddress() {

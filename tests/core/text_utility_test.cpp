@@ -44,20 +44,6 @@ TEST(DefaultEssayTitle, IsTheDay) {
   EXPECT_EQ(DefaultEssayTitle("My dog", day), "My dog");
 }
 
-TEST(EngineReplyCode, KeepsTheLeadingCode) {
-  const struct {
-    const char *reply, *code;
-  } cases[] = {{"!A1B2C3D4#x", "A1B2C3"},
-               {" A1 #B2", "A1"},
-               {"#A1", ""},
-               {"   ", ""},
-               {"!!!", ""},
-               {"A!1", "A1"},
-               {"", ""},
-               {"ABCDEFGH", "ABCDEF"}};
-  for (const auto& [reply, code] : cases) EXPECT_EQ(EngineReplyCode(reply), code) << reply;
-}
-
 TEST(WithPlainSigns, ReplacesWhatAnInputMethodTypes) {
   const std::pair<const char*, const char*> cases[] = {
       {"It’s  a，b．", "It's a,b."}, {"a    b", "a  b"}, {"", ""}, {"。、", "。、"}};

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "base/text.h"
 #include "tests/protocol/random_text.h"
 
 namespace protocol {
@@ -55,6 +56,17 @@ TEST(Form, ReadsWhatIsWritten) {
   EXPECT_EQ(PlainBody({{"pno", "1"}, {"q", PlainValue("1% & 2+")}}),
             "key=zorbelquinter&pno=1&q=1%25%20%26%202+");
   EXPECT_EQ(BrowserBody({{"q", "1% & 2+\r\n*-._~"}}), "key=zorbelquinter&q=1%25+%26+2%2B%0D%0A*-._%7E");
+}
+
+TEST(Form, BringsTextsThroughBig5) {
+  test::RandomText random(6);
+  for (int i = 0; i < 3000; ++i) {
+    const std::string text = random.Any();
+    const std::string lines = base::Replace(base::Replace(text, "\r\n", "\n"), "\n", "\r\n");
+    ASSERT_EQ(TextOfBig5Value(Big5Value(text)), lines);
+  }
+  EXPECT_EQ(Big5Value("é中\n😀?"), "&#233;\xA4\xA4\r\n&#128512;?");
+  EXPECT_EQ(TextOfBig5Value("&#233;&#65;&#;&#8217&# \xA4"), "é&#65;&#;&#8217&# ?");
 }
 
 TEST(Form, LetsTheLastFieldHoldEverySign) {

@@ -4,6 +4,7 @@
 #include <array>
 #include <random>
 #include <string>
+#include <string_view>
 
 namespace protocol::test {
 
@@ -20,7 +21,11 @@ class RandomText {
     for (std::size_t left = Below(12); left > 0; --left) text += kSigns[Below(kSigns.size())];
     return text.empty() ? text : "[" + text + "]";
   }
-  /// The same with apostrophes.
+  /// The number of an essay or sentence.
+  std::string Number() { return Below(4) == 0 ? "" : std::to_string(random_()); }
+  /// One of these letters.
+  std::string Flag(std::string_view known) { return std::string(1, known[Below(known.size())]); }
+  /// As Stored, with apostrophes.
   std::string Any() { return Stored() + (Below(2) == 0 ? "'3C'" : "'") + Stored(); }
 
  private:

@@ -120,11 +120,10 @@ TEST_F(AssignmentPages, HandInOnceAndKeepWhatWasHandedIn) {
   }
   PostEssay("41", "w1", "N");  // a computer that has not heard of it
   server::RecordStore records(server_.Database());
-  const auto rows = records.Rows(RunningServer::kNumber, server::RecordKind::kEssay, "", 10);
+  const auto rows = records.Rows(RunningServer::kNumber, protocol::RecordKind::kEssay, "", 10);
   ASSERT_EQ(rows.size(), 2U);
-  constexpr std::size_t kFinalSet = 4;
-  EXPECT_EQ(rows[0][kFinalSet], "Y");
-  EXPECT_EQ(rows[1][kFinalSet], "N");
+  EXPECT_EQ(std::get<protocol::EssayRow>(rows[0].row).finalSet, "Y");
+  EXPECT_EQ(std::get<protocol::EssayRow>(rows[1].row).finalSet, "N");
 
   const auto handIns = store_->HandIns("lin", "w1");
   ASSERT_EQ(handIns.size(), 1U);

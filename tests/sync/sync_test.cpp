@@ -1,14 +1,8 @@
 // Upload and synchronisation over the server's own pages.
-#include "base/cp950.h"
 #include "base/digest.h"
-#include "base/utf16.h"
 #include "platform/timer.h"
-#include "protocol/form.h"
 #include "records/age_cleaning.h"
-#include "server/wire_text.h"
 #include "sync/feedback_post.h"
-#include "sync/form_body.h"
-#include "sync/wire_text.h"
 #include "tests/support/expect_message.h"
 #include "tests/sync/computer.h"
 
@@ -218,43 +212,13 @@ TEST_F(SyncTest, TakesSqlInASentenceAsText) {
 
 constexpr const char* kHostileId = "1'); alert(1); ('";
 
-TEST_F(SyncTest, ServerRefusesNewRowsWithoutTheirForm) {
-  const struct {
-    const char *kind, *err, *s, *es, *ess, *ht, *answer;
-  } kCases[] = {
-      {"N", "", "Here.", "12", "34", "2", "OK_"},
-      {"N", "AG01", "*Here*.", "", "0", "1", "OK_"},
-      {"N", "essay", "A", "12", "w0b-5_1.f", "<script>", "OK_"},
-      {"N", "", "Here.", "e1", "0", "N", "ERR_BAD_TEXT"},
-      {"N", "", "Here.", "0", "<b>", "N", "ERR_BAD_TEXT"},
-      {"N", "AG01", "Here.", "0", "1 2", "N", "ERR_BAD_TEXT"},
-      {"N", "AG01", "Here.", "0", "0", "", "ERR_BAD_TEXT"},
-      {"N", "", "Here.", "0", "0", "N1", "ERR_BAD_TEXT"},
-      {"N", "essay", "A", "x", "1", "", "ERR_BAD_TEXT"},
-      {"N", "essay", "A", "1", "a b", "", "ERR_BAD_TEXT"},
-      {"N", "essay", "<b>", "1", "1", "", "ERR_BAD_TEXT"},
-      {"D", "essay", "<b>", "1'", "\"1", "", "OK_"},
-      {"D", "", "Here.", "1'", "<1>", "?", "OK_"},
-  };
-  std::string stored = "0";
-  for (const auto& c : kCases) {
-    std::string body = "key=zorbelquinter&pno=1234567890&d1=2026/11/5";
-    for (const auto& [name, value] : {std::pair{"k1", c.kind},
-                                      {"err1", c.err},
-                                      {"s1", c.s},
-                                      {"es1", c.es},
-                                      {"ess1", c.ess},
-                                      {"ht1", c.ht}})
-      protocol::AddBrowserField(body, name, value);
-    const auto count = [this] {
-      return server.Query("select (select count(*) from sentence) + (select count(*) from essay)")[0];
-    };
-    EXPECT_EQ(server.Answer({.url = "http://server/p_update_err_rec.asp", .headers = {}, .body = body}).body,
-              c.answer)
-        << body;
-    if (std::string(c.answer) == "OK_" && *c.kind == 'N') stored = std::to_string(std::stoi(stored) + 1);
-    EXPECT_EQ(count(), stored) << body;
-  }
+TEST_F(SyncTest, ServerStoresNothingOfAPostWithAnIdThatIsNone) {
+  const base::HttpRequest post{
+      .url = "http://server/p_update_err_rec.asp",
+      .headers = {},
+      .body = "key=zorbelquinter&pno=1234567890&k1=N&s1=Here.&ht1=N&k2=N&s2=There.&ht2=N&es2=1'"};
+  EXPECT_EQ(server.Answer(post).body, "ERR_BAD_TEXT");
+  EXPECT_EQ(server.Query("select count(*) from sentence")[0], "0");
 }
 
 // Of a server that tests nothing, and of the own one with rows from before it did.
@@ -314,19 +278,6 @@ TEST_F(SyncTest, UnreachableServerChangesNothing) {
   home.Sync("NOMSG");
   EXPECT_THAT(home.Query("select upload from oksentence", 1), ElementsAre("N"));
   EXPECT_EQ(home.machine.http.Bodies("p_update_err_rec.asp").size(), 0U);
-}
-
-TEST(WireText, BringsEveryCharacterThroughBig5) {
-  std::u16string all;
-  for (unsigned unit = 1; unit < 0x10000; ++unit) {
-    if (unit < 0xD800 || unit > 0xDFFF) all.push_back(static_cast<char16_t>(unit));
-  }
-  all += u"😀";
-  const std::string text = base::ToUtf8(all);
-  const std::string wire = base::FromCp950(server::WireText(text));
-  EXPECT_EQ(wire.find_first_of("#<|"), std::string::npos);
-  EXPECT_EQ(PlainField(wire), text);
-  EXPECT_EQ(server::PlainText("'3C'@> it's '' 'zz'"), "<@> it's '' 'zz'");
 }
 
 TEST_F(SyncTest, CompareUnderstandsBothSidesAlike) {

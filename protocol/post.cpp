@@ -1,0 +1,125 @@
+#include "protocol/post.h"
+
+#include <fmt/format.h>
+
+#include <charconv>
+#include <utility>
+
+#include "base/day.h"
+#include "base/text.h"
+#include "base/utf8.h"
+#include "protocol/record_form.h"
+#include "protocol/wire_text.h"
+
+namespace protocol {
+namespace {
+
+constexpr std::string_view kTextSeparator = "<@>";
+constexpr const char* kEssay = "essay";
+
+/// What a row has in the form, by the names there.
+struct Columns {
+  std::string err, s, d, es, ess, ht;
+};
+
+/// The texts of an essay as one. The separator may be in one of them.
+std::string JoinTexts(const EssayRow& row) {
+  const auto written = [](const std::string& text) { return base::Replace(text, kTextSeparator, "'3C'@>"); };
+  return fmt::format("{}<@>{}<@>{}", written(row.quiz), written(row.orgEssay), written(row.newEssay));
+}
+
+/// Takes the text before the next separator off the front.
+std::string TakeText(std::string_view& joined) {
+  const std::size_t end = std::min(joined.find(kTextSeparator), joined.size());
+  std::string text = PlainText(joined.substr(0, end));
+  joined.remove_prefix(std::min(end + kTextSeparator.size(), joined.size()));
+  return text;
+}
+
+Columns ColumnsOf(const SentenceRow& row) {
+  return {row.errcode, row.sentence, row.day, row.essayId, row.essaySId, row.haveHtm};
+}
+
+Columns ColumnsOf(const EssayRow& row) {
+  return {kEssay, row.finalSet, row.day, row.essayId, row.workId, JoinTexts(row)};
+}
+
+Row RowOf(const Columns& columns) {
+  const auto& [err, s, d, es, ess, ht] = columns;
+  if (err != kEssay) return SentenceRow{err, s, d, es, ess, ht};
+  std::string_view joined = ht;
+  std::string quiz = TakeText(joined);
+  std::string orgEssay = TakeText(joined);
+  return EssayRow{d, es, ess, s, std::move(quiz), std::move(orgEssay), PlainText(joined)};
+}
+
+/// Unlike other fields these may have control characters: what a learner has entered is not to be lost.
+std::string Field(const Form& form, const std::string& name) {
+  std::string value = form.Find(name).value_or("");
+  if (!base::IsUtf8(value)) throw Refusal(refusal::kBadText);
+  return value;
+}
+
+PostedRow ParseRow(const Form& form, const std::string& n, const std::string& today) {
+  const std::string kind = form.Find("k" + n).value_or("");
+  if (kind != "N" && kind != "D") throw Refusal(refusal::kUnknownKind);
+  const bool isDeletion = kind == "D";
+  const std::string day = base::IsoFromShown(Field(form, "d" + n)).value_or(today);
+  Row row = RowOf({Field(form, "err" + n), Field(form, "s" + n), day, Field(form, "es" + n),
+                   Field(form, "ess" + n), Field(form, "ht" + n)});
+  // One that is deleted may be older than this test: it is stored as the schema has cleaned it.
+  if (!isDeletion && !IsWellFormed(row)) throw Refusal(refusal::kBadText);
+  return {isDeletion, Cleaned(std::move(row)), 0};
+}
+
+}  // namespace
+
+void AddRows(std::string& body, const std::vector<PostedRow>& rows) {
+  for (std::size_t i = 0; i < rows.size(); ++i) {
+    const auto columns =
+        std::visit([](const auto& row) { return ColumnsOf(row); }, Cleaned(Trimmed(rows[i].row)));
+    const auto& [err, s, d, es, ess, ht] = columns;
+    const std::string n = std::to_string(i + 1);
+    AddBrowserField(body, "k" + n, rows[i].isDeletion ? "D" : "N");
+    AddBrowserField(body, "err" + n, err);
+    AddBrowserField(body, "s" + n, s);
+    AddBrowserField(body, "d" + n, base::ShownDay(d));
+    AddBrowserField(body, "es" + n, es);
+    AddBrowserField(body, "ess" + n, ess);
+    AddBrowserField(body, "ht" + n, ht);
+  }
+}
+
+std::vector<PostedRow> ParseRows(const Form& form, const std::string& today) {
+  std::vector<PostedRow> rows;
+  for (std::size_t n = 1; form.Find(fmt::format("k{}", n)); ++n) {
+    rows.push_back(ParseRow(form, std::to_string(n), today));
+  }
+  return rows;
+}
+
+std::string EncodeKept(const std::vector<PostedRow>& rows) {
+  constexpr std::size_t kMost = 6000;
+  std::string kept;
+  for (std::size_t i = 0; i < rows.size() && kept.size() < kMost; ++i) {
+    if (rows[i].kept > 0) kept += fmt::format("{}{}:{}", kept.empty() ? "" : " ", i + 1, rows[i].kept);
+  }
+  return kept;
+}
+
+void ParseKept(std::string_view header, std::vector<PostedRow>& rows) {
+  const char* at = header.data();
+  const char* const end = at + header.size();
+  std::size_t row = 0;
+  std::size_t count = 0;
+  while (at != end) {
+    auto read = std::from_chars(at, end, row);
+    if (read.ec != std::errc{} || read.ptr == end || *read.ptr != ':') break;
+    read = std::from_chars(read.ptr + 1, end, count);
+    if (read.ec != std::errc{}) break;
+    if (row > 0 && row <= rows.size()) rows[row - 1].kept = count;
+    at = read.ptr == end ? end : read.ptr + 1;
+  }
+}
+
+}  // namespace protocol

@@ -1,0 +1,92 @@
+#include "protocol/stream.h"
+
+#include <fmt/format.h>
+#include <fmt/ranges.h>
+
+#include <algorithm>
+#include <array>
+#include <utility>
+
+#include "base/day.h"
+#include "base/error.h"
+#include "base/text.h"
+#include "protocol/record_form.h"
+#include "protocol/wire_text.h"
+
+namespace protocol {
+namespace {
+
+constexpr std::string_view kRecordEnd = "<@>";
+constexpr std::string_view kFinish = "FINISH";
+constexpr std::string_view kLastId = "LASTID:";
+constexpr std::array<const char*, 3> kNames{"ok", "err", "essay"};
+
+const char* SeparatorOf(bool isEssay) { return isEssay ? "||" : "#"; }
+
+std::string& DayOf(Row& row) {
+  return std::visit([](auto& each) -> std::string& { return each.day; }, row);
+}
+
+std::string StoredDay(const std::string& told) {
+  const auto day = base::ParseDate(base::Trim(told));
+  if (!day) throw base::Error("the server tells a wrong date: " + told.substr(0, 40));
+  return base::IsoDay(*day);
+}
+
+Row ParseRecord(RecordKind kind, const std::string& record) {
+  auto fields = base::Split(record, SeparatorOf(kind == RecordKind::kEssay));
+  if (fields.size() != FieldCount(kind)) {
+    throw base::Error(fmt::format("a record of the stream {} has {} fields: {}", StreamName(kind),
+                                  fields.size(), record.substr(0, 200)));
+  }
+  for (auto& field : fields) field = PlainText(field);
+  Row row = RowFrom(kind, fields);
+  DayOf(row) = StoredDay(DayOf(row));
+  return Cleaned(std::move(row));
+}
+
+}  // namespace
+
+const char* StreamName(RecordKind kind) { return kNames[static_cast<std::size_t>(kind)]; }
+
+std::optional<RecordKind> KindOfStream(std::string_view name) {
+  const auto found = std::ranges::find(kNames, name);
+  if (found == kNames.end()) return std::nullopt;
+  return static_cast<RecordKind>(found - kNames.begin());
+}
+
+// An error code that looked like the end of a page is written so that it does not.
+std::string EncodeRecord(const Row& row) {
+  Row shown = row;
+  DayOf(shown) = base::ShownDay(DayOf(shown));
+  std::vector<std::string> fields;
+  for (const auto field : FieldsOf(shown)) fields.push_back(WireText(field));
+  const bool isEssay = std::holds_alternative<EssayRow>(row);
+  std::string record = fmt::format("{}{}", fmt::join(fields, SeparatorOf(isEssay)), kRecordEnd);
+  if (record.starts_with(kFinish)) return "'46'" + record.substr(1);
+  if (record.starts_with(kLastId)) return "'4C'" + record.substr(1);
+  return record;
+}
+
+std::string EncodePageEnd(const std::string& nextId) {
+  return std::string(nextId == kNoMore ? kFinish : kLastId) + (nextId == kNoMore ? "" : nextId);
+}
+
+// An empty item, and the end without either word, break the reply off.
+StreamPage ParseStreamPage(RecordKind kind, std::string_view reply) {
+  StreamPage page;
+  for (const auto& item : base::Split(reply, kRecordEnd)) {
+    if (item.empty()) break;
+    if (item.starts_with(kFinish)) {
+      page.nextId = kNoMore;
+    } else if (item.starts_with(kLastId)) {
+      page.nextId = base::Trim(std::string_view(item).substr(kLastId.size()));
+    } else {
+      page.rows.push_back(ParseRecord(kind, item));
+    }
+    if (page.nextId) break;
+  }
+  return page;
+}
+
+}  // namespace protocol

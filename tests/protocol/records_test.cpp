@@ -1,0 +1,208 @@
+// The formats in which records go to the server and come back.
+#include <gmock/gmock.h>
+
+#include "base/cp950.h"
+#include "base/utf8.h"
+#include "protocol/digest.h"
+#include "protocol/post.h"
+#include "protocol/record_form.h"
+#include "protocol/stream.h"
+#include "protocol/wire_text.h"
+#include "tests/protocol/random_text.h"
+
+namespace protocol {
+namespace {
+
+using ::testing::ElementsAre;
+using ::testing::IsEmpty;
+
+class RandomRows : public test::RandomText {
+ public:
+  using RandomText::RandomText;
+
+  Row Next(RecordKind kind) {
+    if (kind == RecordKind::kEssay) {
+      return EssayRow{Day(), Number(), "w-" + Number(), Flag("NAY"), Stored(), Stored(), Stored()};
+    }
+    return SentenceRow{
+        kind == RecordKind::kRight ? "" : ErrorCode(), Stored(), Day(), Number(), Number(), Flag("N12")};
+  }
+  Row Next() { return Next(static_cast<RecordKind>(Below(3))); }
+
+ private:
+  std::string Day() { return "2026-1" + std::to_string(Below(3)) + "-2" + std::to_string(Below(9)); }
+  /// Also one that looks like the end of a stream's page.
+  std::string ErrorCode() { return (Below(2) == 0 ? "FINISH" : "LASTID:7") + Stored(); }
+};
+
+TEST(WireText, ReadsWhatIsWrittenOfEveryCharacter) {
+  std::string all;
+  for (char32_t sign = 1; sign < 0x11000; ++sign) {
+    if (sign < 0xD800 || sign > 0xDFFF) base::AppendUtf8(all, sign);
+  }
+  const std::string written = WireText(all);
+  EXPECT_EQ(PlainText(written), all);
+  EXPECT_EQ(written.find_first_of("#<|"), std::string::npos);
+  EXPECT_EQ(base::FromCp950(base::ToCp950(written)), written) << "CP950 has all of it";
+  test::RandomText random(2);
+  for (int i = 0; i < 3000; ++i) {
+    const std::string text = random.Any();
+    ASSERT_EQ(PlainText(WireText(text)), text);
+  }
+}
+
+TEST(WireText, IsWrittenAsEver) {
+  const std::pair<const char*, const char*> cases[] = {{"中 a\r\n", "中 a\r\n"},
+                                                       {"#1 < |", "'23'1 '3C' '7C'"},
+                                                       {"it's", "it'27's"},
+                                                       {"😀é\t", "'1F600''E9''9'"},
+                                                       {"", ""}};
+  for (const auto& [text, written] : cases) EXPECT_EQ(WireText(text), written);
+  for (const char* other : {"it's '' 'zz' 'D800' '110000' '0000041' '-1' '", "'41"})
+    EXPECT_EQ(PlainText(other), other);
+  EXPECT_EQ(PlainText("'3C'@> '41"), "<@> '41");
+}
+
+TEST(Post, ReadsWhatIsWritten) {
+  RandomRows random(3);
+  for (int round = 0; round < 300; ++round) {
+    std::vector<PostedRow> rows(random.Below(8));
+    for (auto& row : rows) {
+      row.isDeletion = random.Below(2) == 0;
+      row.row = random.Next();
+      if (row.isDeletion) row.kept = random.Below(4);
+    }
+    std::string body = BrowserBody({{"pno", random.Stored()}});
+    AddRows(body, rows);
+    auto read = ParseRows(Form::Browser(body), "2026-12-31");
+    ParseKept(EncodeKept(rows), read);
+    ASSERT_EQ(read, rows) << body;
+  }
+}
+
+TEST(Post, IsWrittenAsEver) {
+  std::string body;
+  AddRows(body, {{true, SentenceRow{"AG01", " He *go*. ", "2026-11-05", "0", "", "N"}, 2},
+                 {false, EssayRow{"2026-01-09", "7", "w1", "A", "T<@>", "A & b.", "C."}, 0}});
+  EXPECT_EQ(
+      body,
+      "&k1=D&err1=AG01&s1=He+*go*.&d1=2026%2F11%2F5&es1=0&ess1=&ht1=N"
+      "&k2=N&err2=essay&s2=A&d2=2026%2F1%2F9&es2=7&ess2=w1&ht2=T%273C%27%40%3E%3C%40%3EA+%26+b.%3C%40%3EC.");
+  EXPECT_EQ(EncodeKept({{true, {}, 1}, {}, {true, {}, 20}}), "1:1 3:20");
+  EXPECT_LT(EncodeKept(std::vector<PostedRow>(5000, {true, {}, 1})).size(), 6100U);
+}
+
+TEST(Post, RefusesNewRowsWithoutTheirFormAndCleansDeletedOnes) {
+  const struct {
+    const char* row;
+    bool isWellFormed;
+  } cases[] = {{"&ht1=2&es1=12&ess1=34", true},
+               {"&err1=AG01&ht1=1&ess1=0", true},
+               {"&err1=essay&s1=A&es1=12&ess1=w0b-5_1.f&ht1=<script>", true},
+               {"&ht1=N&es1=e1", false},
+               {"&ht1=N&ess1=<b>", false},
+               {"&ht1=N&ess1=1 2", false},
+               {"&ht1=", false},
+               {"&ht1=N1", false},
+               {"&err1=essay&s1=A&es1=x", false},
+               {"&err1=essay&s1=A&ess1=a b", false},
+               {"&err1=essay&s1=<b>", false}};
+  for (const auto& [row, isWellFormed] : cases) {
+    const auto read = [&](const std::string& kind) {
+      return ParseRows(Form::Browser("k1=" + kind + row), "");
+    };
+    if (isWellFormed) {
+      EXPECT_EQ(read("N")[0].row, read("D")[0].row) << row;
+    } else {
+      EXPECT_THROW(read("N"), Refusal) << row;
+      EXPECT_TRUE(IsWellFormed(Cleaned(read("D")[0].row))) << row;
+    }
+  }
+  EXPECT_EQ(Cleaned(EssayRow{"", "1'); alert(1); ('", "<b>", "?", "T", "O", "N"}),
+            Row(EssayRow{"", "1alert1", "b", "N", "T", "O", "N"}));
+}
+
+TEST(Post, TakesAWrongDayForTodayAndRefusesWhatItCannotStore) {
+  const auto read = [](const char* body) { return ParseRows(Form::Browser(body), "2026-12-31"); };
+  EXPECT_THAT(read("k1=N&s1=a%01&d1=yesterday&ht1=2&k3=N"),
+              ElementsAre(PostedRow{false, SentenceRow{"", "a\x01", "2026-12-31", "", "", "2"}, 0}));
+  EXPECT_THAT(read("k2=N"), IsEmpty());
+  const std::pair<const char*, const char*> refusals[] = {
+      {"k1=", "ERR_UNKNOWN_KIND"}, {"k1=N&k2=n", "ERR_UNKNOWN_KIND"}, {"k1=N&s1=%FF", "ERR_BAD_TEXT"}};
+  for (const auto& [body, word] : refusals) {
+    EXPECT_THROW(
+        try { read(body); } catch (const Refusal& refusal) {
+          EXPECT_STREQ(refusal.what(), word);
+          throw;
+        },
+        Refusal)
+        << body;
+  }
+  for (const char* header : {"", "x", "1", "1:", "0:1", "3:1", "9999999999999999999999:1", "1:x", ":1"}) {
+    std::vector<PostedRow> rows(2);
+    ParseKept(header, rows);
+    EXPECT_EQ(rows, std::vector<PostedRow>(2)) << header;
+  }
+}
+
+TEST(Stream, ReadsWhatIsWritten) {
+  RandomRows random(4);
+  for (int round = 0; round < 300; ++round) {
+    const auto kind = static_cast<RecordKind>(random.Below(3));
+    EXPECT_EQ(KindOfStream(StreamName(kind)), kind);
+    std::vector<Row> rows(random.Below(8));
+    std::string reply;
+    for (auto& row : rows) reply += EncodeRecord(row = random.Next(kind));
+    const std::string nextId = random.Below(2) == 0 ? kNoMore : "17";
+    const StreamPage page =
+        ParseStreamPage(kind, base::FromCp950(base::ToCp950(reply + EncodePageEnd(nextId))));
+    ASSERT_EQ(page.rows, rows) << reply;
+    ASSERT_EQ(page.nextId, nextId);
+    ASSERT_EQ(ParseStreamPage(kind, reply).nextId, std::nullopt) << "breaks off";
+  }
+  EXPECT_EQ(KindOfStream("okay"), std::nullopt);
+}
+
+TEST(Stream, IsWrittenAsEver) {
+  EXPECT_EQ(EncodeRecord(SentenceRow{"FINISH", "It’s # 中.", "2026-11-05", "0", "0", "N"}),
+            "'46'INISH#It’s '23' 中.#2026/11/5#0#0#N<@>");
+  EXPECT_EQ(EncodeRecord(EssayRow{"2026-11-05", "7", "w1", "Y", "T", "A.", "B."}),
+            "2026/11/5||7||w1||Y||T||A.||B.<@>");
+  EXPECT_EQ(EncodePageEnd(kNoMore) + EncodePageEnd("200"), "FINISHLASTID:200");
+}
+
+TEST(Stream, RefusesWhatIsNoRecord) {
+  for (const char* reply : {"<html>", "#Room # 5.#2026/11/5#0#0#N<@>FINISH",
+                            "#Here.#2026/13/5#0#0#N<@>FINISH", "#Here.##0#0#N<@>FINISH"}) {
+    EXPECT_THROW(ParseStreamPage(RecordKind::kRight, reply), base::Error) << reply;
+  }
+  for (const char* reply : {"", "<@>FINISH", "#Here.#2026/11/5#0#0#N<@>"}) {
+    EXPECT_EQ(ParseStreamPage(RecordKind::kRight, reply).nextId, std::nullopt) << reply;
+  }
+}
+
+TEST(Digest, TellsRowsApartAndIsTheSumOfTheirHashes) {
+  RandomRows random(5);
+  for (int i = 0; i < 1000; ++i) {
+    Row row = random.Next();
+    const auto hash = HashOf(row);
+    auto fields = FieldsOf(row);
+    std::vector<std::string> moved(fields.begin(), fields.end());
+    moved.back() += "x";
+    const auto kind = std::holds_alternative<EssayRow>(row) ? RecordKind::kEssay : RecordKind::kRight;
+    ASSERT_NE(HashOf(RowFrom(kind, moved)), hash);
+  }
+  EXPECT_EQ(
+      EncodeRecordsSince("2026-05-09", HashOf(SentenceRow{"", "He goes.", "2026-11-05", "0", "0", "N"})),
+      "2026-05-09 9105e911a6021eff");
+  EXPECT_EQ(DayOfRecordsSince(EncodeRecordsSince("2026-05-09", 7)), "2026-05-09");
+  EXPECT_EQ(DayOfRecordsSince("2026-05-09"), "");
+}
+
+TEST(Digest, LeavesOutWhatIsNotTheSameOnAllComputers) {
+  EXPECT_EQ(NewestDigest(" 12 ", "It’s a 國中 student.", ""), NewestDigest("12", "Itsa國中student.", ""));
+  EXPECT_EQ(NewestDigest("", "中", "a"), "f032159fb5b8e6673d463cde150bfae5") << "MD5 of A4 E5";
+}
+
+}  // namespace
+}  // namespace protocol
