@@ -43,10 +43,12 @@ void EngineClient::Allot() {
 }
 
 std::optional<std::string> EngineClient::AskWeb(const std::string& page, const std::string& body) {
-  const EventLoop& loop = program_.machine.loop;
+  EventLoop& loop = program_.machine.loop;
   const auto end = loop.Elapsed() + terms_.limit;
   while (!IsStopped()) {
     const bool isOnline = IsOnline();
+    loop.DoEvents();  // whoever stops the asking waits for one reply at most
+    if (IsStopped()) break;
     auto answer = isOnline ? Post(page, body) : std::nullopt;
     if (IsStopped()) break;
     if (answer) return answer;

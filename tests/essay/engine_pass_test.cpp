@@ -143,15 +143,16 @@ TEST_F(EnginePassTest, TakesABrokenTransferForNoAnswer) {
   EXPECT_EQ(app.gVerdict, "PASS");
 }
 
-TEST_F(EnginePassTest, StopsAtOnceWithoutARecord) {
+TEST_F(EnginePassTest, StopsAfterTheReplyThatIsWaitedForWithoutARecord) {
   machine.http.Route("p_passWebEngine_conn.asp", [this](const base::HttpRequest& request) {
     Window().picButtons(0).Visible = true;
     Window().mAnalysing = true;
-    Window().picButtons_Click(0);
+    machine.loop.Post([this] { Window().picButtons_Click(0); });
     return base::HttpResponse{200, "", "ONLINE", request.url};
   });
   Pass();
   EXPECT_EQ(app.gVerdict, "STOP");
+  EXPECT_THAT(Asked(), IsEmpty());
   EXPECT_THAT(OkRows(), IsEmpty());
 }
 
