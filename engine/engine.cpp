@@ -31,11 +31,11 @@ struct Engine::Data {
         advisor(suggestTables),
         lexicon(tables),
         tagger(tables),
-        speller(lexicon),
         ngrams(tables),
         ranker(tables, ngrams, tagger),
         rules(ReadRules(tables)),
         patterns(rules),
+        speller(lexicon, rules.List("accepted_words")),
         reviewer(parser, ranker, rules, [this](std::string_view text) { return Read(text); }) {}
 
   static RuleBook ReadRules(const TableFile& tables) {
@@ -79,11 +79,11 @@ struct Engine::Data {
   Advisor advisor;
   Lexicon lexicon;
   Tagger tagger;
-  Speller speller;
   NgramModel ngrams;
   Ranker ranker;
   RuleBook rules;
   PatternIndex patterns;
+  Speller speller;
   Reviewer reviewer;
 };
 

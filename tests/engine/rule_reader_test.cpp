@@ -35,8 +35,12 @@ TEST(RuleReader, NamesFileAndLineOfAMistake) {
     EXPECT_NE(MistakeIn(text).find(part), std::string::npos) << MistakeIn(text);
 }
 
-TEST(RuleReader, NamesARuleThatACheckAsksForInVain) {
-  EXPECT_THROW(RuleBook().Named("gone"), std::runtime_error);
+TEST(RuleReader, NamesTheRuleAndTheListThatAreAskedForInVain) {
+  RuleBook book;
+  book.Add("list fruit: apple\nlist fruit: pear\n", "x.rules");
+  EXPECT_EQ(book.List("fruit"), (WordSet{"apple", "pear"}));
+  EXPECT_THROW(book.Named("gone"), std::runtime_error);
+  EXPECT_THROW(book.List("gone"), std::runtime_error);
 }
 
 class PatternTest : public ::testing::Test {
