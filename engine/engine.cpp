@@ -34,6 +34,7 @@ struct Engine::Data {
         ngrams(tables),
         ranker(tables, ngrams, tagger),
         rules(ReadRules(tables)),
+        lists(rules),
         patterns(rules),
         speller(lexicon, rules.List("accepted_words")),
         reviewer(parser, ranker, rules, [this](std::string_view text) { return Read(text); }) {}
@@ -59,7 +60,7 @@ struct Engine::Data {
       return MakeJudgement(text, sentence, findings.All());
     }
     speller.Check(sentence, findings);
-    RunChecks(sentence, findings);
+    RunChecks(sentence, lists, findings);
     MatchPatterns(patterns, sentence, findings);
     reviewer.Review(text, sentence, findings);
     Judgement judgement = MakeJudgement(text, sentence, KeepSurest(std::move(findings.All()), sentence));
@@ -82,6 +83,7 @@ struct Engine::Data {
   NgramModel ngrams;
   Ranker ranker;
   RuleBook rules;
+  Lists lists;
   PatternIndex patterns;
   Speller speller;
   Reviewer reviewer;
