@@ -31,11 +31,12 @@ struct Engine::Data {
         advisor(suggestTables),
         lexicon(tables),
         tagger(tables),
-        speller(lexicon),
         ngrams(tables),
         ranker(tables, ngrams, tagger),
         rules(ReadRules(tables)),
+        lists(rules),
         patterns(rules),
+        speller(lexicon, rules.List("accepted_words")),
         reviewer(parser, ranker, rules, [this](std::string_view text) { return Read(text); }) {}
 
   static RuleBook ReadRules(const TableFile& tables) {
@@ -59,7 +60,7 @@ struct Engine::Data {
       return MakeJudgement(text, sentence, findings.All());
     }
     speller.Check(sentence, findings);
-    RunChecks(sentence, findings);
+    RunChecks(sentence, lists, findings);
     MatchPatterns(patterns, sentence, findings);
     reviewer.Review(text, sentence, findings);
     Judgement judgement = MakeJudgement(text, sentence, KeepSurest(std::move(findings.All()), sentence));
@@ -79,11 +80,12 @@ struct Engine::Data {
   Advisor advisor;
   Lexicon lexicon;
   Tagger tagger;
-  Speller speller;
   NgramModel ngrams;
   Ranker ranker;
   RuleBook rules;
+  Lists lists;
   PatternIndex patterns;
+  Speller speller;
   Reviewer reviewer;
 };
 

@@ -1,115 +1,135 @@
 // Counted nouns that stand alone: "buy umbrella", "drove me to airport"; and "a five-days trip".
-#include "engine/grammar/checks.h"
+#include "engine/grammar/check.h"
 #include "engine/rules/fix.h"
 
 namespace tolvex {
 namespace {
 
-// Where the words that belong to the noun begin: "big red umbrella".
-int PhraseStart(const Sentence& sentence, int noun) {
-  int first = noun;
-  while (sentence.TagAt(first - 1) == Tag::JJ || sentence.Is(first - 1, {"new", "old", "very"})) --first;
-  return first;
-}
+class BareNounCheck : Check {
+ public:
+  using Check::Check;
 
-// "day by day", "from door to door", "pen and paper": pairs go without an article.
-bool IsPaired(const Sentence& sentence, int first, int noun) {
-  if (sentence.Is(first - 1, {"and", "or", "by", "of", "as", "no", "per", "any", "like", "than"}))
-    return true;
-  if (sentence.Is(noun + 1, {"and", "or", "by", "to", "after", "-", "/", "'s", "'"})) return true;
-  for (int i = 0; i < sentence.Size(); ++i) {
-    if (i != noun && sentence.Lower(i) == sentence.Lower(noun)) return true;
+  void Run() {
+    for (int i = 1; i < Size(); ++i) {
+      CheckCompoundNumber(i);
+      CheckKnownPlace(i);
+      if (TagAt(i) == Tag::NN) CheckSingleThing(i);
+    }
   }
-  return false;
-}
 
-bool StandsAlone(const Sentence& sentence, int first, int noun) {
-  const Tag next = sentence.TagAt(noun + 1);
-  const bool compound = IsNoun(next) || next == Tag::CD || next == Tag::POS || next == Tag::HYPH;
-  if (compound || sentence.IsName(noun) || sentence.IsName(noun - 1) || IsPaired(sentence, first, noun))
+ private:
+  // "He bought big red umbrella", "They live in small village"
+  void CheckSingleThing(int noun) {
+    const int first = PhraseStart(noun);
+    const bool described = IsDescribedInPhrase(first, noun);
+    if (!described && !In(noun, "single_things")) return;
+    if (IsOnlyOne(first) || !(described || IsGiven(first, noun) || IsAlone(first, noun))) return;
+    const std::string article = SoundsLikeVowel(Lower(first)) ? "an " : "a ";
+    Replace("single-thing-a", first, noun, article + TextOf(*this, first, noun));
+  }
+
+  // Where the words that belong to the noun begin: "big red umbrella".
+  int PhraseStart(int noun) const {
+    int first = noun;
+    while (TagAt(first - 1) == Tag::JJ || Is(first - 1, {"new", "old", "very"})) --first;
+    return first;
+  }
+
+  // "I missed last train", "We saw first movie."
+  bool IsOnlyOne(int first) const {
+    return Has(first, kSuperlative) || Is(first, {"same", "first", "next", "last"});
+  }
+
+  // "She gave me ticket."
+  bool IsGiven(int first, int noun) const {
+    const int pronoun = first - 1;
+    return Is(pronoun, {"me", "him", "her", "us", "them", "you"}) && TagAt(pronoun) == Tag::PRP &&
+           In(pronoun - 1, "giving_verbs") && !IsNoun(TagAt(noun + 1));
+  }
+
+  // "I need umbrella", "There is dog in the garden", "He came with friend."
+  bool IsAlone(int first, int noun) const {
+    if (IsPartOfCompound(noun) || IsName(noun) || IsName(noun - 1) || IsPaired(first, noun)) return false;
+    return IsVerbBefore(first) || IsShownBefore(first) || Is(first - 1, {"with", "into", "near", "about"});
+  }
+
+  // "He read movie reviews", "We took bus 307."
+  bool IsPartOfCompound(int noun) const {
+    const Tag next = TagAt(noun + 1);
+    return IsNoun(next) || next == Tag::CD || next == Tag::POS || next == Tag::HYPH;
+  }
+
+  // "He went from door to door", "They have table and chair": pairs go without an article.
+  bool IsPaired(int first, int noun) const {
+    if (In(first - 1, "before_pair") || In(noun + 1, "after_pair")) return true;
+    for (int i = 0; i < Size(); ++i) {
+      if (i != noun && Lower(i) == Lower(noun)) return true;
+    }
     return false;
-  const Tag before = sentence.TagAt(first - 1);
-  const bool modifier =
-      before == Tag::VBG && (sentence.TagAt(first - 2) == Tag::DT || sentence.TagAt(first - 2) == Tag::PRPS);
-  const bool verb =
-      IsVerb(before) && !modifier && sentence.Has(first - 1, kAnyVerbForm) && before != Tag::VBN;
-  const bool be =
-      sentence.Is(first - 1, {"is", "was", "'s"}) &&
-      (sentence.TagAt(first - 2) == Tag::EX || sentence.Is(first - 2, {"this", "that", "it", "there"}));
-  const bool preposition = sentence.Is(first - 1, {"with", "into", "near", "about"});
-  return (verb && sentence.Lemma(first - 1) != "be") || be || preposition;
-}
-
-bool IsObjectPronoun(const Sentence& sentence, int i) {
-  return sentence.Is(i, {"me", "him", "her", "us", "them", "you"}) && sentence.TagAt(i) == Tag::PRP &&
-         sentence.Is(i - 1, {"give", "gave", "buy", "bought", "tell", "told", "send", "sent", "show",
-                             "showed", "lend", "lent", "gives"});
-}
-
-// "in big hospital", "from small village": an adjective makes a place or thing one of many.
-bool IsDescribedInPhrase(const Sentence& sentence, const Findings& findings, int first, int noun) {
-  if (first == noun) return false;
-  const std::string& word = sentence.Lower(noun);
-  const bool counted =
-      findings.List("known_places").count(word) != 0 || findings.List("single_things").count(word) != 0 ||
-      findings.List("count_nouns").count(word) != 0 ||
-      sentence.Is(noun, {"city", "country", "town", "building", "street", "family", "house"});
-  const bool preposition =
-      sentence.Is(first - 1, {"in", "at", "on", "from", "near", "like", "to", "with", "for"});
-  const bool fixed = sentence.Is(
-      first, {"other", "next", "last",  "first", "second",    "third", "same",    "own",  "such", "public",
-              "early", "long", "short", "good",  "old",       "great", "real",    "late", "main", "full",
-              "due",   "open", "mid",   "final", "different", "many",  "certain", "most"});
-  const bool stage = sentence.Is(noun, {"school", "college", "university", "office", "place", "way", "reason",
-                                        "thing", "word", "time", "life"});
-  return counted && preposition && !fixed && !stage && !IsPaired(sentence, first, noun) &&
-         !IsNoun(sentence.TagAt(noun + 1)) && !sentence.IsName(first) && !sentence.IsName(noun);
-}
-
-void CheckSingleThing(const Sentence& sentence, Findings& findings, int noun) {
-  const int first = PhraseStart(sentence, noun);
-  const bool described = IsDescribedInPhrase(sentence, findings, first, noun);
-  if (!described && findings.List("single_things").count(sentence.Lower(noun)) == 0) return;
-  const bool superlative =
-      sentence.Has(first, kSuperlative) || sentence.Is(first, {"same", "first", "next", "last"});
-  const bool given = IsObjectPronoun(sentence, first - 1) && !IsNoun(sentence.TagAt(noun + 1));
-  if (superlative || (!given && !described && !StandsAlone(sentence, first, noun))) return;
-  const std::string article = SoundsLikeVowel(sentence.Lower(first)) ? "an " : "a ";
-  findings.Add("single-thing-a", first, noun, {article + TextOf(sentence, first, noun)});
-}
-
-void CheckKnownPlace(const Sentence& sentence, Findings& findings, int noun) {
-  if (findings.List("known_places").count(sentence.Lower(noun)) == 0) return;
-  if (!sentence.Is(noun - 1, {"to", "at", "into"}) || sentence.IsName(noun)) return;
-  const Tag next = sentence.TagAt(noun + 1);
-  if (IsNoun(next) || next == Tag::CD || next == Tag::POS || IsPaired(sentence, noun, noun)) return;
-  findings.Add("known-place-the", noun, noun, {"the " + sentence.At(noun).text});
-}
-
-// "ten-years-old girl", "five-days trip": one token with a plural in the middle or at the end.
-void CheckCompoundNumber(const Sentence& sentence, Findings& findings, int i) {
-  const std::string& word = sentence.At(i).text;
-  if (!sentence.Is(i - 1, {"a", "an", "the", "my", "his", "her", "our", "this"})) return;
-  for (const std::string_view unit :
-       {"years", "days", "hours", "minutes", "weeks", "months", "miles", "dollars"}) {
-    const auto at = word.find("-" + std::string(unit));
-    if (at == std::string::npos) continue;
-    const std::size_t last = at + unit.size();
-    const bool whole = last + 1 == word.size() || word[last + 1] == '-';
-    if (!whole || (last + 1 == word.size() && !IsNoun(sentence.TagAt(i + 1)))) continue;
-    findings.Add("year-old", i, i, {word.substr(0, last) + word.substr(last + 1)});
-    return;
   }
-}
+
+  bool IsVerbBefore(int first) const {
+    const Tag before = TagAt(first - 1);
+    return IsVerb(before) && before != Tag::VBN && !IsModifierBefore(first) && Has(first - 1, kAnyVerbForm) &&
+           Lemma(first - 1) != "be";
+  }
+
+  // "The missing dog came back."
+  bool IsModifierBefore(int first) const {
+    return TagAt(first - 1) == Tag::VBG && IsDeterminer(TagAt(first - 2));
+  }
+
+  // "There is dog", "This is picture"; after other subjects, "is" shows nothing.
+  bool IsShownBefore(int first) const {
+    return Is(first - 1, {"is", "was", "'s"}) &&
+           (TagAt(first - 2) == Tag::EX || Is(first - 2, {"this", "that", "it", "there"}));
+  }
+
+  // "in big hospital", "from small village": an adjective makes a place or thing one of many.
+  bool IsDescribedInPhrase(int first, int noun) const {
+    return first != noun && IsCounted(noun) && In(first - 1, "place_prepositions") && !IsFixedPhrase(first) &&
+           !IsStageOfLife(noun) && !IsPaired(first, noun) && !IsNoun(TagAt(noun + 1)) && !IsName(first) &&
+           !IsName(noun);
+  }
+
+  bool IsCounted(int noun) const {
+    return In(noun, "known_places") || In(noun, "single_things") || In(noun, "count_nouns") ||
+           In(noun, "towns_and_homes");
+  }
+
+  // "They live in same street", "He moved to other city."
+  bool IsFixedPhrase(int first) const { return In(first, "fixed_adjectives"); }
+
+  // "He is in primary school."
+  bool IsStageOfLife(int noun) const { return In(noun, "stages_of_life"); }
+
+  // "drove me to airport"
+  void CheckKnownPlace(int noun) {
+    if (!In(noun, "known_places") || !Is(noun - 1, {"to", "at", "into"})) return;
+    const Tag next = TagAt(noun + 1);
+    if (IsName(noun) || IsNoun(next) || next == Tag::CD || next == Tag::POS || IsPaired(noun, noun)) return;
+    Replace("known-place-the", noun, "the " + At(noun).text);
+  }
+
+  // "a ten-years-old girl", "a five-days trip": one token with a plural in the middle or at the end.
+  void CheckCompoundNumber(int i) {
+    const std::string& word = At(i).text;
+    if (!In(i - 1, "before_unit")) return;
+    for (const std::string_view unit :
+         {"years", "days", "hours", "minutes", "weeks", "months", "miles", "dollars"}) {
+      const auto at = word.find("-" + std::string(unit));
+      if (at == std::string::npos) continue;
+      const std::size_t last = at + unit.size();
+      const bool whole = last + 1 == word.size() || word[last + 1] == '-';
+      if (!whole || (last + 1 == word.size() && !IsNoun(TagAt(i + 1)))) continue;
+      Replace("year-old", i, word.substr(0, last) + word.substr(last + 1));
+      return;
+    }
+  }
+};
 
 }  // namespace
 
-void CheckBareNoun(const Sentence& sentence, Findings& findings) {
-  for (int i = 1; i < sentence.Size(); ++i) {
-    CheckCompoundNumber(sentence, findings, i);
-    CheckKnownPlace(sentence, findings, i);
-    if (sentence.TagAt(i) == Tag::NN) CheckSingleThing(sentence, findings, i);
-  }
-}
+void CheckBareNoun(const Phrases& phrases, Findings& findings) { BareNounCheck(phrases, findings).Run(); }
 
 }  // namespace tolvex

@@ -1,114 +1,110 @@
-#include "engine/grammar/finite_verbs.h"
-
 #include <algorithm>
+
+#include "engine/grammar/phrases.h"
 
 namespace tolvex {
 namespace {
 
-int SkipAdverbTags(const Sentence& sentence, int i) {
-  while (IsAdverb(sentence.TagAt(i)) || sentence.Is(i, {"n't", "not"})) ++i;
-  return i;
-}
+class FiniteVerbReader : Phrases {
+ public:
+  explicit FiniteVerbReader(const Phrases& phrases) : Phrases(phrases) {}
 
-bool IsHave(const Sentence& sentence, int i) { return sentence.Is(i, {"have", "has", "'ve"}); }
-
-bool IsPastWord(const Sentence& sentence, int i) {
-  if (sentence.Is(i, {"was", "were", "did", "had"})) return sentence.TagAt(i) != Tag::VBN;
-  return sentence.TagAt(i) == Tag::VBD && sentence.Has(i, kPast);
-}
-
-// "Did you watch", "let him go": the verb behind the subject is no finite one.
-bool IsInverted(const Sentence& sentence, int i) {
-  int subject = i - 1;
-  while (IsAdverb(sentence.TagAt(subject))) --subject;
-  if (sentence.TagAt(subject) != Tag::PRP && !IsNoun(sentence.TagAt(subject))) return false;
-  int before = subject - 1;
-  while (sentence.TagAt(before) == Tag::DT || sentence.TagAt(before) == Tag::PRPS ||
-         IsAdjective(sentence.TagAt(before)))
-    --before;
-  if (sentence.Is(before, {"n't", "not"})) --before;
-  return sentence.TagAt(before) == Tag::MD || sentence.Is(before, {"do", "does", "did", "let", "lets"});
-}
-
-// "He go", "she work": the tagger may take the faulty verb for a noun.
-bool FollowsSubjectPronoun(const Sentence& sentence, int i) {
-  int subject = i - 1;
-  while (IsAdverb(sentence.TagAt(subject))) --subject;
-  if (!sentence.Is(subject, {"i", "he", "she", "we", "they"})) return false;
-  return sentence.Has(i, kBase | kThird) && sentence.Lacks(i, kPast);
-}
-
-bool IsPresentWord(const Sentence& sentence, int i) {
-  const Tag tag = sentence.TagAt(i);
-  if (IsInverted(sentence, i)) return false;
-  if (tag == Tag::VBP || tag == Tag::VBZ) return sentence.Lacks(i, kPast);
-  const bool nounLike = tag == Tag::VB || IsNoun(tag);
-  return nounLike && FollowsSubjectPronoun(sentence, i);
-}
-
-// "Our family lives here": where no other verb is, a plural noun behind a noun is the verb.
-FiniteVerb HiddenVerb(const Sentence& sentence) {
-  for (int i = 1; i + 1 < sentence.Size(); ++i) {
-    const bool subject = sentence.TagAt(i - 1) == Tag::NN || sentence.TagAt(i - 1) == Tag::NNP;
-    if (subject && sentence.TagAt(i) == Tag::NNS && sentence.Has(i, kThird)) return {i, Tense::kPresent};
+  FiniteVerbs Read() const {
+    FiniteVerbs verbs;
+    for (int i = 0; i < Size(); ++i) {
+      if (TagAt(i) == Tag::MD) {
+        verbs.all.push_back({i, Tense::kModal});
+      } else if (IsPastWord(i)) {
+        verbs.all.push_back({i, Tense::kPast});
+      } else if (IsPresentWord(i)) {
+        verbs.all.push_back({i, IsPerfect(i) ? Tense::kPerfect : Tense::kPresent});
+      }
+    }
+    const FiniteVerb hidden = verbs.all.empty() ? HiddenVerb() : FiniteVerb();
+    if (hidden.at >= 0) verbs.all.push_back(hidden);
+    return verbs;
   }
-  return {};
-}
+
+ private:
+  bool IsPastWord(int i) const {
+    if (Is(i, {"was", "were", "did", "had"})) return TagAt(i) != Tag::VBN;
+    return TagAt(i) == Tag::VBD && Has(i, kPast);
+  }
+
+  bool IsPresentWord(int i) const {
+    const Tag tag = TagAt(i);
+    if (IsInverted(i)) return false;
+    if (tag == Tag::VBP || tag == Tag::VBZ) return Lacks(i, kPast);
+    return (tag == Tag::VB || IsNoun(tag)) && FollowsSubjectPronoun(i);
+  }
+
+  // Also with a wrong participle: "has ate".
+  bool IsPerfect(int i) const {
+    int next = i + 1;
+    while (IsAdverb(TagAt(next)) || IsNot(next)) ++next;
+    return Is(i, {"have", "has", "'ve"}) && Has(next, kPast | kParticiple);
+  }
+
+  // "Did you watch", "let him go": the verb after the subject is not finite.
+  bool IsInverted(int i) const {
+    const int subject = SubjectEnd(i);
+    if (TagAt(subject) != Tag::PRP && !IsNoun(TagAt(subject))) return false;
+    int before = subject - 1;
+    while (IsDeterminer(TagAt(before)) || IsAdjective(TagAt(before))) --before;
+    if (IsNot(before)) --before;
+    return TagAt(before) == Tag::MD || Is(before, {"do", "does", "did", "let", "lets"});
+  }
+
+  // "He laugh", "He study abroad": the tagger may take the faulty verb for a noun.
+  bool FollowsSubjectPronoun(int i) const {
+    return Is(SubjectEnd(i), {"i", "he", "she", "we", "they"}) && Has(i, kBase | kThird) && Lacks(i, kPast);
+  }
+
+  // "Our family lives here": where there is no other verb, a plural noun after a noun is the verb.
+  FiniteVerb HiddenVerb() const {
+    for (int i = 1; i + 1 < Size(); ++i) {
+      const Tag before = TagAt(i - 1);
+      const bool subject = before == Tag::NN || before == Tag::NNP;
+      if (subject && TagAt(i) == Tag::NNS && Has(i, kThird)) return {i, Tense::kPresent};
+    }
+    return {};
+  }
+};
 
 }  // namespace
 
-std::vector<FiniteVerb> FiniteVerbs(const Sentence& sentence) {
-  std::vector<FiniteVerb> verbs;
-  for (int i = 0; i < sentence.Size(); ++i) {
-    if (sentence.TagAt(i) == Tag::MD) {
-      verbs.push_back({i, Tense::kModal});
-    } else if (IsPastWord(sentence, i)) {
-      verbs.push_back({i, Tense::kPast});
-    } else if (IsPresentWord(sentence, i)) {
-      // Also with a wrong participle: "has ate".
-      const bool perfect =
-          IsHave(sentence, i) && sentence.Has(SkipAdverbTags(sentence, i + 1), kPast | kParticiple);
-      verbs.push_back({i, perfect ? Tense::kPerfect : Tense::kPresent});
-    }
-  }
-  const FiniteVerb hidden = verbs.empty() ? HiddenVerb(sentence) : FiniteVerb();
-  if (hidden.at >= 0) verbs.push_back(hidden);
-  return verbs;
+FiniteVerb FiniteVerbs::First(int from, int to) const {
+  const auto found =
+      std::find_if(all.begin(), all.end(), [&](const FiniteVerb& verb) { return verb.at >= from; });
+  return found == all.end() || found->at >= to ? FiniteVerb() : *found;
 }
 
-FiniteVerb FirstIn(const std::vector<FiniteVerb>& verbs, int from, int to) {
-  for (const FiniteVerb& verb : verbs) {
-    if (verb.at >= from && verb.at < to) return verb;
-  }
-  return {};
+FiniteVerb FiniteVerbs::Last(int from, int to) const {
+  const auto found =
+      std::find_if(all.rbegin(), all.rend(), [&](const FiniteVerb& verb) { return verb.at < to; });
+  return found == all.rend() || found->at < from ? FiniteVerb() : *found;
 }
 
-FiniteVerb LastIn(const std::vector<FiniteVerb>& verbs, int from, int to) {
-  FiniteVerb last;
-  for (const FiniteVerb& verb : verbs) {
-    if (verb.at >= from && verb.at < to) last = verb;
-  }
-  return last;
-}
-
-int CountIn(const std::vector<FiniteVerb>& verbs, int from, int to) {
+int FiniteVerbs::Count(int from, int to) const {
   return static_cast<int>(std::count_if(
-      verbs.begin(), verbs.end(), [&](const FiniteVerb& verb) { return verb.at >= from && verb.at < to; }));
+      all.begin(), all.end(), [&](const FiniteVerb& verb) { return verb.at >= from && verb.at < to; }));
 }
 
-bool IsSurelyPast(const Sentence& sentence, const FiniteVerb& verb) {
+FiniteVerbs Phrases::ReadFiniteVerbs() const { return FiniteVerbReader(*this).Read(); }
+
+bool Phrases::IsSurelyPast(const FiniteVerb& verb) const {
   return verb.at >= 0 && verb.tense == Tense::kPast &&
-         (sentence.Lacks(verb.at, kBase) || sentence.Is(verb.at, {"was", "were", "did", "had"}));
+         (Lacks(verb.at, kBase) || Is(verb.at, {"was", "were", "did", "had"}));
 }
 
-std::string PastOf(const Sentence& sentence, int verb) {
-  if (sentence.Is(verb, {"is", "am"})) return "was";
-  if (sentence.Is(verb, {"'s", "'m"})) return " was";
-  if (sentence.Lower(verb) == "are") return "were";
-  if (sentence.Lower(verb) == "'re") return " were";
-  if (sentence.Is(verb, {"do", "does"})) return "did";
-  if (sentence.Is(verb, {"have", "has"})) return "had";
-  return sentence.Inflected(verb, kPast);
+std::string Phrases::PastOf(int verb) const {
+  if (Is(verb, {"is", "am"})) return "was";
+  if (Is(verb, {"'s", "'m"})) return " was";
+  if (Lower(verb) == "are") return "were";
+  if (Lower(verb) == "'re") return " were";
+  if (Is(verb, {"do", "does"})) return "did";
+  if (Is(verb, {"have", "has"})) return "had";
+  return Inflected(verb, kPast);
 }
 
 }  // namespace tolvex

@@ -1,133 +1,126 @@
 // Counted and uncounted nouns: "two student", "a books", "every students", "many water".
-#include "engine/grammar/checks.h"
+#include "engine/grammar/check.h"
 
 namespace tolvex {
 namespace {
 
-bool IsPluralQuantity(const std::string& word) {
-  static const WordSet kWords = {"many",    "several",  "few",   "these", "those", "both",
-                                 "various", "numerous", "two",   "three", "four",  "five",
-                                 "six",     "seven",    "eight", "nine",  "ten",   "different"};
-  return kWords.count(word) != 0;
-}
+class NumberCheck : Check {
+ public:
+  using Check::Check;
 
-bool IsUncounted(const Findings& findings, const std::string& word) {
-  return findings.List("uncounted").count(word) != 0;
-}
-
-int SkipAdjectives(const Sentence& sentence, int i) {
-  while (sentence.TagAt(i) == Tag::JJ && sentence.Lacks(i, kPlural)) ++i;
-  return i;
-}
-
-bool HasNounBehind(const Sentence& sentence, int i) {
-  return IsNoun(sentence.TagAt(i + 1)) || sentence.At(i + 1).text == "-" || sentence.TagAt(i + 1) == Tag::POS;
-}
-
-// "different" before a singular noun is fine behind a determiner, and so are "a few minute walk" and the
-// like.
-bool IsQuantityExcused(const Sentence& sentence, int i, int noun) {
-  if (sentence.Lower(i) == "different") {
-    return i > 0 && (sentence.TagAt(i - 1) == Tag::DT || sentence.TagAt(i - 1) == Tag::PRPS ||
-                     sentence.Is(i - 1, {"no", "very", "is", "are", "one", "any", "every", "each"}));
-  }
-  if (sentence.Is(noun,
-                  {"percent", "hundred", "thousand", "million", "dozen", "people", "of", "more", "billion",
-                   "least", "other", "tomorrow", "today", "yesterday", "tonight", "fish", "sheep", "deer"}))
-    return true;
-  if (sentence.Is(i, {"these", "those"}) && noun != i + 1) return true;
-  if (sentence.Lower(i) == "both" && sentence.Is(noun + 1, {"and", "or"})) return true;
-  return sentence.Lower(i) == "few" && sentence.Lower(noun - 1) == "more";
-}
-
-void CheckQuantity(const Sentence& sentence, Findings& findings, int i) {
-  if (!IsPluralQuantity(sentence.Lower(i))) return;
-  const bool bothDo = sentence.Lower(i) == "both" && sentence.Has(i + 1, kBase) && !sentence.IsSign(i + 2) &&
-                      !IsVerb(sentence.TagAt(i + 2)) && !IsNoun(sentence.TagAt(i + 2));
-  if (bothDo) return;
-  const int noun = SkipAdjectives(sentence, i + 1);
-  if (sentence.TagAt(noun) != Tag::NN || HasNounBehind(sentence, noun)) return;
-  const std::string& word = sentence.Lower(noun);
-  if (IsUncounted(findings, word)) {
-    if (sentence.Is(i, {"many", "several", "few"}))
-      findings.Add("many-uncounted", i, noun, {"much " + word, "a lot of " + word});
-    return;
-  }
-  if (!sentence.IsSingular(noun) || IsQuantityExcused(sentence, i, noun) ||
-      word.find('-') != std::string::npos)
-    return;
-  findings.Add("plural-after-number", noun, noun,
-               {std::string(sentence.Words().First(word, Relation::kPlural))});
-}
-
-void CheckMuch(const Sentence& sentence, Findings& findings, int i) {
-  if (sentence.Lower(i) != "much" || sentence.TagAt(i + 1) != Tag::NNS || !sentence.IsPlural(i + 1)) return;
-  if (IsUncounted(findings, sentence.Lower(i + 1)) || sentence.Lower(i + 1) == "news") return;
-  findings.Add("much-counted", i, i, {"many"});
-}
-
-bool IsSingularDeterminer(const Sentence& sentence, int i) {
-  return sentence.TagAt(i) == Tag::DT && sentence.Is(i, {"a", "an", "every", "each", "another", "this"});
-}
-
-void CheckSingularDeterminer(const Sentence& sentence, Findings& findings, int i) {
-  if (!IsSingularDeterminer(sentence, i)) return;
-  const int noun = SkipAdjectives(sentence, i + 1);
-  for (int at = i + 1; at <= noun; ++at) {
-    if (IsPluralQuantity(sentence.Lower(at)) || sentence.Is(at, {"hundred", "dozen", "great", "couple"}))
-      return;
-  }
-  const std::string& word = sentence.Lower(noun);
-  const bool article = sentence.Is(i, {"a", "an"});
-  if (sentence.TagAt(noun) == Tag::NNS && sentence.IsPlural(noun) && !HasNounBehind(sentence, noun) &&
-      sentence.Lower(noun + 1) != "'" &&
-      !sentence.Is(noun, {"news", "means", "series", "species", "people", "data", "works", "headquarters",
-                          "clothes", "trousers", "goods", "pants"})) {
-    const std::string singular(sentence.Words().First(word, Relation::kIsPluralOf));
-    if (sentence.Lower(i) == "another") {
-      findings.Add("another-plural", i, i, {sentence.At(i).IsCapitalised() ? "Other" : "other"});
-    } else if (sentence.Lower(i) == "this") {
-      findings.Add("this-plural", i, i, {"these"});
-    } else {
-      findings.Add(article ? "a-plural" : "every-plural", noun, noun, {singular});
+  void Run() {
+    for (int i = 0; i < Size(); ++i) {
+      if (In(i, "plural_quantities")) CheckQuantity(i);
+      if (Lower(i) == "much") CheckMuch(i);
+      if (IsSingularDeterminer(i)) CheckSingular(i);
+      if (Lower(i) == "one" && Lower(i + 1) == "of") CheckOneOf(i + 2);
     }
   }
-  const bool aLittle = sentence.Is(i + 1, {"little", "bit"});
-  if (article && !aLittle && findings.List("never_with_a").count(word) != 0 &&
-      !HasNounBehind(sentence, noun) && sentence.TagAt(noun) == Tag::NN) {
-    findings.Add("a-uncounted", i, i, {""});
-  }
-}
 
-// "one of my friend", "one of most popular"
-void CheckOneOf(const Sentence& sentence, Findings& findings, int i) {
-  if (sentence.Lower(i) != "one" || sentence.Lower(i + 1) != "of") return;
-  int noun = i + 2;
-  const bool determined = sentence.Is(noun, {"the", "these", "those"}) || sentence.TagAt(noun) == Tag::PRPS;
-  if (!determined) {
-    if (sentence.Has(noun, kSuperlative) || sentence.Is(noun, {"most", "best"}))
-      findings.Add("one-of-the", noun, noun, {"the " + sentence.At(noun).text});
-    return;
+ private:
+  int SkipAdjectives(int i) const {
+    while (TagAt(i) == Tag::JJ && Lacks(i, kPlural)) ++i;
+    return i;
   }
-  ++noun;
-  while (IsAdjective(sentence.TagAt(noun)) || IsAdverb(sentence.TagAt(noun))) ++noun;
-  if (sentence.TagAt(noun) != Tag::NN || !sentence.IsSingular(noun) || HasNounBehind(sentence, noun)) return;
-  if (IsUncounted(findings, sentence.Lower(noun)) ||
-      findings.List("either_number").count(sentence.Lower(noun)) != 0)
-    return;
-  findings.Add("one-of-plural", noun, noun,
-               {std::string(sentence.Words().First(sentence.Lower(noun), Relation::kPlural))});
-}
+
+  // "two student cards", "a boys' school"
+  bool IsPartOfCompound(int noun) const {
+    return IsNoun(TagAt(noun + 1)) || Lower(noun + 1) == "-" || TagAt(noun + 1) == Tag::POS;
+  }
+
+  // "two student", "many homework"
+  void CheckQuantity(int i) {
+    const int noun = SkipAdjectives(i + 1);
+    if (IsBothBeforeVerb(i) || TagAt(noun) != Tag::NN || IsPartOfCompound(noun)) return;
+    const std::string& word = Lower(noun);
+    if (In(noun, "uncounted")) {
+      if (Is(i, {"many", "several", "few"}))
+        findings_.Add("many-uncounted", i, noun, {"much " + word, "a lot of " + word});
+    } else if (IsSingular(noun) && word.find('-') == std::string::npos && !IsExcused(i, noun)) {
+      Replace("plural-after-number", noun, Related(noun, Relation::kPlural));
+    }
+  }
+
+  // "They both work here."
+  bool IsBothBeforeVerb(int i) const {
+    const Tag next = TagAt(i + 2);
+    return Lower(i) == "both" && Has(i + 1, kBase) && !IsSign(i + 2) && !IsVerb(next) && !IsNoun(next);
+  }
+
+  bool IsExcused(int i, int noun) const {
+    if (Lower(i) == "different") return FitsDifferent(i);
+    return In(noun, "unchanged_after_number") || IsPointing(i, noun) || IsBothAnd(i, noun);
+  }
+
+  // "a different answer", "That is no different story."
+  bool FitsDifferent(int different) const {
+    return different > 0 && (IsDeterminer(TagAt(different - 1)) || In(different - 1, "fits_one_different"));
+  }
+
+  // "Those present face it again."
+  bool IsPointing(int i, int noun) const { return Is(i, {"these", "those"}) && noun != i + 1; }
+
+  // "Both teacher and student agree."
+  bool IsBothAnd(int i, int noun) const { return Lower(i) == "both" && Is(noun + 1, {"and", "or"}); }
+
+  // "much books"
+  void CheckMuch(int i) {
+    if (TagAt(i + 1) != Tag::NNS || !IsPlural(i + 1)) return;
+    if (!In(i + 1, "uncounted") && Lower(i + 1) != "news") Replace("much-counted", i, "many");
+  }
+
+  bool IsSingularDeterminer(int i) const {
+    return TagAt(i) == Tag::DT && Is(i, {"a", "an", "every", "each", "another", "this"});
+  }
+
+  void CheckSingular(int i) {
+    const int noun = SkipAdjectives(i + 1);
+    if (IsQuantity(i + 1, noun + 1) || IsPartOfCompound(noun)) return;
+    if (TagAt(noun) == Tag::NNS && IsPlural(noun) && !IsOwner(noun) && !In(noun, "plural_looking"))
+      ReportPlural(i, noun);
+    if (IsArticleA(i) && TagAt(noun) == Tag::NN && In(noun, "never_with_a") && !IsLittle(i + 1))
+      findings_.Add("a-uncounted", i, i, {""});
+  }
+
+  // "a few books", "every two days", "another hundred people"
+  bool IsQuantity(int from, int to) const {
+    return AnyIn(from, to, "plural_quantities") || AnyOf(from, to, {"hundred", "dozen", "great", "couple"});
+  }
+
+  // "He said 'it is a boys'": the tagger may take the mark of an owner for a quotation mark.
+  bool IsOwner(int noun) const { return Lower(noun + 1) == "'"; }
+
+  // "a little advice"
+  bool IsLittle(int i) const { return Is(i, {"little", "bit"}); }
+
+  // "a books", "every students", "another books", "this books"
+  void ReportPlural(int i, int noun) {
+    const std::string& word = Lower(i);
+    if (word == "another") {
+      Replace("another-plural", i, At(i).IsCapitalised() ? "Other" : "other");
+    } else if (word == "this") {
+      Replace("this-plural", i, "these");
+    } else {
+      Replace(IsArticleA(i) ? "a-plural" : "every-plural", noun, Related(noun, Relation::kIsPluralOf));
+    }
+  }
+
+  // "one of my friend", "one of most popular"
+  void CheckOneOf(int i) {
+    if (!Is(i, {"the", "these", "those"}) && TagAt(i) != Tag::PRPS) {
+      if (Has(i, kSuperlative) || Is(i, {"most", "best"})) Replace("one-of-the", i, "the " + At(i).text);
+      return;
+    }
+    int noun = i + 1;
+    while (IsAdjective(TagAt(noun)) || IsAdverb(TagAt(noun))) ++noun;
+    if (TagAt(noun) != Tag::NN || !IsSingular(noun) || IsPartOfCompound(noun)) return;
+    if (!In(noun, "uncounted") && !In(noun, "either_number"))
+      Replace("one-of-plural", noun, Related(noun, Relation::kPlural));
+  }
+};
 
 }  // namespace
 
-void CheckNumber(const Sentence& sentence, Findings& findings) {
-  for (int i = 0; i < sentence.Size(); ++i) {
-    CheckQuantity(sentence, findings, i);
-    CheckMuch(sentence, findings, i);
-    CheckSingularDeterminer(sentence, findings, i);
-    CheckOneOf(sentence, findings, i);
-  }
-}
+void CheckNumber(const Phrases& phrases, Findings& findings) { NumberCheck(phrases, findings).Run(); }
 
 }  // namespace tolvex

@@ -1,133 +1,151 @@
 // The shape of the whole sentence: no verb, two sentences joined by a comma, a missing "be".
-#include "engine/grammar/checks.h"
+#include "engine/grammar/check.h"
 
 namespace tolvex {
 namespace {
 
-bool IsFinite(const Sentence& sentence, int i) {
-  return IsFiniteVerb(sentence.TagAt(i)) ||
-         sentence.Is(i, {"'s", "'re", "'m", "'ll", "'d", "is", "are", "was", "were", "am", "do", "does",
-                         "did", "has", "have", "had"}) ||
-         (sentence.Has(i, kPast | kThird) && IsVerb(sentence.TagAt(i)));
-}
+class ShapeCheck : Check {
+ public:
+  using Check::Check;
 
-bool IsImperative(const Sentence& sentence) {
-  for (int i = 0; i < sentence.Size(); ++i) {
-    if (sentence.TagAt(i) != Tag::VB && !(i == 0 && sentence.Has(0, kBase))) continue;
-    if (i == 0 || sentence.At(i - 1).text == "," ||
-        sentence.Is(i - 1, {"please", "not", "n't", "never", "always", "just"}) ||
-        IsAdverb(sentence.TagAt(i - 1)))
-      return true;
+  void Run() {
+    CheckFragment();
+    for (int i = 0; i < Size(); ++i) {
+      CheckCommaSplice(i);
+      CheckMissingBe(i);
+      CheckNoVerb(i);
+    }
   }
-  return false;
-}
 
-// A plural noun that could be a verb after all: "He work hard."
-bool MayHideVerb(const Sentence& sentence) {
-  for (int i = 1; i < sentence.Size(); ++i) {
-    if (sentence.Has(i, kBase | kThird | kPast) && !sentence.Mostly(i, kNounPart) &&
-        (sentence.TagAt(i - 1) == Tag::PRP || IsNoun(sentence.TagAt(i - 1)) ||
-         sentence.Is(i - 1, {"this", "that", "very", "not", "these", "both", "all", "some", "most"})))
-      return true;
+ private:
+  // "A long walk in the park."
+  void CheckFragment() {
+    const int last = Size() - 1;
+    if (last < 3 || IsQuestion() || IsCry() || Lower(0) == "\"") return;
+    for (int i = 0; i <= last; ++i) {
+      if (IsFinite(i)) return;
+    }
+    if (!IsImperative() && !MayHideVerb()) findings_.Add("fragment", 0, last - 1, {});
   }
-  return false;
-}
 
-void CheckFragment(const Sentence& sentence, Findings& findings) {
-  const int last = sentence.Size() - 1;
-  if (sentence.Size() < 4 || sentence.At(last).text == "?" || sentence.At(last).text == "!" ||
-      sentence.At(0).text == "\"")
-    return;
-  for (int i = 0; i <= last; ++i) {
-    if (IsFinite(sentence, i)) return;
+  // "What a beautiful day!"
+  bool IsCry() const { return Lower(Size() - 1) == "!"; }
+
+  bool IsFinite(int i) const {
+    return IsFiniteVerb(TagAt(i)) || In(i, "auxiliaries") || (Has(i, kPast | kThird) && IsVerb(TagAt(i)));
   }
-  if (!IsImperative(sentence) && !MayHideVerb(sentence)) findings.Add("fragment", 0, last - 1, {});
-}
 
-// "Every time we meet, I …", "The more I read, the …": the first part is no sentence of its own.
-bool TimeOpens(const Sentence& sentence) {
-  return sentence.AnyBefore(4, {"time", "moment", "day", "more", "everytime", "year", "minute"});
-}
-
-void CheckCommaSplice(const Sentence& sentence, Findings& findings, int i) {
-  if (sentence.At(i).text != "," || i < 3 || TimeOpens(sentence)) return;
-  const Tag first = sentence.TagAt(0);
-  const bool opener = first == Tag::VBG || first == Tag::VBN || sentence.Is(0, {"had", "were", "should"});
-  if (opener) return;
-  const bool subject =
-      sentence.Is(i + 1, {"it", "he", "she", "they", "we", "i", "this", "you"}) &&
-      IsFiniteVerb(sentence.TagAt(i + 2)) &&
-      !sentence.Is(i + 2, {"think", "guess", "believe", "hope", "say", "know", "said", "suppose"});
-  const bool adverb = sentence.Is(i + 1, {"however", "therefore"}) && sentence.At(i + 2).text == ",";
-  if ((!subject && !adverb) || sentence.At(sentence.Size() - 1).text == "?") return;
-  static const WordSet kSubordinate = {
-      "if",      "when",    "because", "although",  "though",   "while",    "since",   "as",      "after",
-      "before",  "until",   "unless",  "where",     "whatever", "whenever", "who",     "which",   "that",
-      "how",     "what",    "why",     "whether",   "even",     "once",     "for",     "by",      "in",
-      "with",    "to",      "without", "said",      "says",     "say",      "think",   "believe", "guess",
-      "know",    "despite", "due",     "according", "during",   "and",      "but",     "or",      "so",
-      "yes",     "no",      "well",    "mean",      "opinion",  "whereas",  "however", "whose",   "not",
-      "neither", "either",  "from",    "at",        "on"};
-  bool finite = false;
-  bool subjectBefore = false;
-  for (int at = 0; at < i; ++at) {
-    if (kSubordinate.count(sentence.Lower(at)) != 0 &&
-        (at == 0 || sentence.Is(at, {"and", "but", "or", "so", "that", "which", "who", "if", "when",
-                                     "because", "as", "while", "although", "what", "how"})))
-      return;
-    const bool ends = sentence.Is(at, {".", "!", "?"});  // what stands before is another sentence
-    finite = !ends && (finite || IsFiniteVerb(sentence.TagAt(at)));
-    subjectBefore = !ends && (subjectBefore || sentence.TagAt(at) == Tag::PRP || IsNoun(sentence.TagAt(at)) ||
-                              sentence.TagAt(at) == Tag::EX);
+  // "Go home at once", "If in doubt, ask her", "Please not so loud, just be quiet."
+  bool IsImperative() const {
+    for (int i = 0; i < Size(); ++i) {
+      const bool base = TagAt(i) == Tag::VB || (i == 0 && Has(0, kBase));
+      if (base && MayOpenImperative(i)) return true;
+    }
+    return false;
   }
-  if (finite && subjectBefore)
-    findings.Add("comma-splice", i, i + 1,
-                 {", and " + sentence.At(i + 1).text, "; " + sentence.At(i + 1).text});
-}
 
-// "it very important", "he not here", "they a good team"
-void CheckMissingBe(const Sentence& sentence, Findings& findings, int i) {
-  if (!sentence.Is(i, {"it", "he", "she", "they", "we"})) return;
-  const bool opens =
-      i == 0 || sentence.Is(i - 1, {",", "because", "but", "that", "so", "if", "when", "and", "think"});
-  if (!opens || (sentence.Lower(i - 1) == "and" && i > 1 && IsVerb(sentence.TagAt(i - 2)))) return;
-  const int next = i + 1;
-  const Tag tag = sentence.TagAt(next);
-  const bool adjective = (tag == Tag::JJ || tag == Tag::VBG) &&
-                         sentence.Lacks(next, kBase | kThird | kPast) && !sentence.CanBe(next, kAdverbPart) &&
-                         !sentence.IsName(next) && sentence.At(next).word != nullptr;
-  const bool degree = sentence.Is(next, {"very", "so", "too"}) && sentence.TagAt(next + 1) == Tag::JJ;
-  const bool article = sentence.Is(next, {"a", "an"});
-  if (!adjective && !degree && !article) return;
-  const std::string be = sentence.Is(i, {"they", "we"}) ? "are" : "is";
-  findings.Add("missing-be", next, next, {be + " " + sentence.At(next).text});
-}
+  bool MayOpenImperative(int i) const {
+    return i == 0 || IsComma(i - 1) || IsAdverb(TagAt(i - 1)) ||
+           Is(i - 1, {"please", "not", "n't", "never", "always", "just"});
+  }
 
-// "He happy." is caught above; here a pronoun is followed by a word that is no verb at all.
-void CheckNoVerb(const Sentence& sentence, Findings& findings, int i) {
-  if (!sentence.Is(i, {"i", "he", "she", "we", "they"}) || sentence.At(i).text == "i" ||
-      !sentence.StartsClause(i))
-    return;
-  int next = i + 1;
-  while (sentence.TagAt(next) == Tag::RB && sentence.Lower(next).size() > 3) ++next;
-  const Tag tag = sentence.TagAt(next);
-  const bool plain = sentence.At(next).IsWord() && IsLower(sentence.At(next).text[0]);
-  const bool noVerb = IsNoun(tag) || tag == Tag::VB || tag == Tag::JJ || tag == Tag::VBP;
-  if (!plain || !noVerb || !sentence.Lemma(next).empty() || sentence.CanBe(next, kVerbPart | kAdverbPart))
-    return;
-  if (sentence.At(next).word == nullptr || sentence.At(next).word->parts == 0) return;
-  findings.Add("no-verb", next, next, {});
-}
+  // "My brother study abroad": the tagger may take the verb for a noun.
+  bool MayHideVerb() const {
+    for (int i = 1; i < Size(); ++i) {
+      const Tag before = TagAt(i - 1);
+      const bool subject = before == Tag::PRP || IsNoun(before) || In(i - 1, "before_hidden_verb");
+      if (subject && Has(i, kBase | kThird | kPast) && !Mostly(i, kNounPart)) return true;
+    }
+    return false;
+  }
+
+  // "It was late, we went home."
+  void CheckCommaSplice(int i) {
+    if (i < 3 || !IsComma(i) || !(IsNewSentence(i + 1) || IsLinkingAdverb(i + 1))) return;
+    if (TimeOpens() || IsParticipleOpener() || IsSubordinate(i) || IsQuestion() || !IsSentence(i)) return;
+    const std::string& next = At(i + 1).text;
+    findings_.Add("comma-splice", i, i + 1, {", and " + next, "; " + next});
+  }
+
+  // "We went home, it rained"; an opinion such as "I think" may be inserted.
+  bool IsNewSentence(int i) const {
+    return In(i, "splice_subjects") && IsFiniteVerb(TagAt(i + 1)) && !In(i + 1, "inserted_verbs");
+  }
+
+  // "It rained a lot, however, we went out."
+  bool IsLinkingAdverb(int i) const { return Is(i, {"however", "therefore"}) && IsComma(i + 1); }
+
+  // "Every time we meet, he smiles": the first part is no sentence of its own.
+  bool TimeOpens() const { return AnyIn(0, 4, "opening_times"); }
+
+  // "Walking to school, she met a friend", "Had I known it, I would have come."
+  bool IsParticipleOpener() const {
+    const Tag first = TagAt(0);
+    return first == Tag::VBG || first == Tag::VBN || Is(0, {"had", "were", "should"});
+  }
+
+  // "After the rain stopped, we left", "He said that he was ill, he left."
+  bool IsSubordinate(int comma) const {
+    return In(0, "subordinate") || AnyIn(1, comma, "subordinate_inside");
+  }
+
+  // Whether there is a subject and a finite verb before the comma; what a full stop ends is another sentence.
+  bool IsSentence(int comma) const {
+    int first = comma;
+    while (first > 0 && !Is(first - 1, {".", "!", "?"})) --first;
+    bool finite = false;
+    bool subject = false;
+    for (int i = first; i < comma; ++i) {
+      const Tag tag = TagAt(i);
+      finite = finite || IsFiniteVerb(tag);
+      subject = subject || tag == Tag::PRP || IsNoun(tag) || tag == Tag::EX;
+    }
+    return finite && subject;
+  }
+
+  // "it very important", "they a good team"
+  void CheckMissingBe(int i) {
+    if (!Is(i, {"it", "he", "she", "they", "we"}) || !OpensClause(i)) return;
+    const bool degree = Is(i + 1, {"very", "so", "too"}) && TagAt(i + 2) == Tag::JJ;
+    if (!degree && !IsArticleA(i + 1) && !IsPredicate(i + 1)) return;
+    const std::string be = Is(i, {"they", "we"}) ? "are " : "is ";
+    Replace("missing-be", i + 1, be + At(i + 1).text);
+  }
+
+  bool OpensClause(int i) const { return i == 0 || (In(i - 1, "pronoun_openers") && !IsBesideAnother(i)); }
+
+  // "She sang and he playing along."
+  bool IsBesideAnother(int i) const { return i > 1 && Lower(i - 1) == "and" && IsVerb(TagAt(i - 2)); }
+
+  bool IsPredicate(int i) const {
+    const Tag tag = TagAt(i);
+    return (tag == Tag::JJ || tag == Tag::VBG) && Lacks(i, kBase | kThird | kPast) &&
+           !CanBe(i, kAdverbPart) && !IsName(i) && At(i).word != nullptr;
+  }
+
+  // "He happy" is caught above; here a pronoun is followed by a word that is no verb at all.
+  void CheckNoVerb(int i) {
+    if (!Is(i, {"i", "he", "she", "we", "they"}) || At(i).text == "i") return;
+    int next = i + 1;
+    while (TagAt(next) == Tag::RB && Lower(next).size() > 3) ++next;
+    if (StartsClause(i) && IsTakenForVerb(next) && IsKnownAsNoVerb(next))
+      findings_.Add("no-verb", next, next, {});
+  }
+
+  bool IsTakenForVerb(int i) const {
+    const Tag tag = TagAt(i);
+    const bool plain = At(i).IsWord() && IsLower(At(i).text[0]);
+    return plain && (IsNoun(tag) || tag == Tag::VB || tag == Tag::JJ || tag == Tag::VBP);
+  }
+
+  bool IsKnownAsNoVerb(int i) const {
+    const Word* word = At(i).word;
+    return word != nullptr && word->parts != 0 && Lemma(i).empty() && !CanBe(i, kVerbPart | kAdverbPart);
+  }
+};
 
 }  // namespace
 
-void CheckShape(const Sentence& sentence, Findings& findings) {
-  CheckFragment(sentence, findings);
-  for (int i = 0; i < sentence.Size(); ++i) {
-    CheckCommaSplice(sentence, findings, i);
-    CheckMissingBe(sentence, findings, i);
-    CheckNoVerb(sentence, findings, i);
-  }
-}
+void CheckShape(const Phrases& phrases, Findings& findings) { ShapeCheck(phrases, findings).Run(); }
 
 }  // namespace tolvex

@@ -1,116 +1,125 @@
 // Capitals, end marks, doubled words, blanks around punctuation.
-#include <array>
-
-#include "engine/grammar/checks.h"
+#include "engine/grammar/check.h"
 
 namespace tolvex {
 namespace {
 
-bool IsPause(const std::string& text) {
-  return text == "," || text == "." || text == "?" || text == "!" || text == ";";
-}
+class SurfaceCheck : Check {
+ public:
+  using Check::Check;
 
-void CheckFirstCapital(const Sentence& sentence, Findings& findings) {
-  for (int i = 0; i < sentence.Size(); ++i) {
-    const Token& token = sentence.At(i);
-    if (!token.IsWord() && !IsDigit(token.text[0])) continue;
-    if (IsLower(token.text[0])) findings.Add("first-capital", i, i, {Capitalised(token.text)});
-    return;
+  void Run() {
+    CheckFirstCapital();
+    CheckEndMark();
+    for (int i = 0; i < Size(); ++i) {
+      if (At(i).text == "i" && i > 0 && !IsInitial(i)) Replace("capital-i", i, "I");
+      CheckDoubledWord(i);
+      if (i > 0) CheckSpacing(At(i - 1), i);
+      CheckCannot(i);
+      CheckNameInSmallLetters(i);
+      CheckStrayCapital(i);
+    }
   }
-}
 
-// "what is it", "could you help me": but "do it" is no question.
-bool IsQuestion(const Sentence& sentence) {
-  if (sentence.Is(0, {"what", "who", "where", "when", "why", "how", "which", "whose"})) return true;
-  const bool auxiliary = sentence.Is(0, {"do", "does", "did", "is", "are", "was", "were", "can", "could",
-                                         "will", "would", "should", "may", "have", "has"});
-  return auxiliary && sentence.Is(1, {"i", "you", "he", "she", "we", "they", "there", "your", "his", "her"});
-}
+ private:
+  // "His name is John i. Smith."
+  bool IsInitial(int i) const { return Lower(i + 1) == "."; }
 
-void CheckEndMark(const Sentence& sentence, Findings& findings) {
-  const int last = sentence.Size() - 1;
-  static const WordSet kEnds = {".", "?", "!", "\"", "'", ")", ":", "...", "..", "'s"};
-  if (last < 1 || kEnds.count(sentence.At(last).text) != 0) return;
-  const std::string& word = sentence.At(last).text;
-  if (word.back() == '.') return;  // "at 7 p.m."
-  const std::string mark = IsQuestion(sentence) ? "?" : ".";
-  const bool isPause = word == "," || word == ";";
-  findings.Add("end-mark", last, last, {isPause ? mark : word + mark});
-}
-
-void CheckDoubledWord(const Sentence& sentence, Findings& findings, int i) {
-  static const WordSet kMayDouble = {"that", "had",   "very", "so",  "really", "is",   "bye",
-                                     "more", "many",  "no",   "ha",  "long",   "blah", "never",
-                                     "far",  "again", "yes",  "her", "you"};
-  const Token& token = sentence.At(i);
-  if (i == 0 || !token.IsWord() || token.lower != sentence.Lower(i - 1)) return;
-  if (kMayDouble.count(token.lower) == 0 && token.lower[0] != '\'') {
-    findings.Add("doubled-word", i - 1, i, {sentence.At(i - 1).text});
+  void CheckFirstCapital() {
+    for (int i = 0; i < Size(); ++i) {
+      const Token& token = At(i);
+      if (!token.IsWord() && !IsDigit(token.text[0])) continue;
+      if (IsLower(token.text[0])) Replace("first-capital", i, Capitalised(token.text));
+      return;
+    }
   }
-}
 
-void CheckSpacing(const Sentence& sentence, Findings& findings, int i) {
-  const Token& token = sentence.At(i);
-  const Token& before = sentence.At(i - 1);
-  if (i == 0) return;
-  if (IsPause(token.text) && token.spaceBefore && before.text != "\"") {
-    findings.Add("blank-before-mark", i - 1, i, {before.text + token.text});
+  void CheckEndMark() {
+    const int last = Size() - 1;
+    if (last < 1 || lists_["end_marks"].contains(At(last).text) || IsAbbreviation(last)) return;
+    const std::string mark = AsksByItsOrder() ? "?" : ".";
+    const std::string& word = At(last).text;
+    Replace("end-mark", last, word == "," || word == ";" ? mark : word + mark);
   }
-  if (before.text == "," && !token.spaceBefore && token.IsWord()) {
-    findings.Add("blank-after-mark", i - 1, i, {", " + token.text});
-  }
-  const bool glued = before.text == "." && !token.spaceBefore && !before.spaceBefore &&
-                     token.IsCapitalised() && token.text.size() > 1 && sentence.At(i - 2).text.size() > 3 &&
-                     token.word != nullptr;
-  if (glued) findings.Add("blank-after-mark", i - 1, i, {". " + token.text});
-  if (before.text == "," && (token.text == "," || token.text == ".")) {
-    findings.Add("doubled-mark", i - 1, i, {token.text});
-  }
-}
 
-void CheckCannot(const Sentence& sentence, Findings& findings, int i) {
-  const bool apart =
-      sentence.Lower(i) == "not" && sentence.At(i).spaceBefore && sentence.Lower(i - 1) == "can";
-  if (i > 0 && apart && !sentence.Is(i + 1, {"only", "just"}))
-    findings.Add("cannot-joined", i - 1, i, {sentence.At(i - 1).text + "not"});
-}
+  // "I get up at 7 a.m."
+  bool IsAbbreviation(int i) const { return At(i).text.back() == '.'; }
 
-void CheckNameInSmallLetters(const Sentence& sentence, Findings& findings, int i) {
-  const Token& token = sentence.At(i);
-  if (!IsLower(token.text[0]) || token.text.size() < 3) return;
-  if (findings.List("always_capital").count(token.lower) != 0) {
-    findings.Add("name-capital", i, i, {Capitalised(token.text)});
+  // "what is it", "could you help me", unlike "do it"
+  bool AsksByItsOrder() const {
+    return In(0, "question_openers") || (In(0, "inverted_auxiliaries") && In(1, "asked_subjects"));
   }
-}
 
-// "He Is my friend": small words never take a capital inside a sentence, unless it is a title.
-void CheckStrayCapital(const Sentence& sentence, Findings& findings, int i) {
-  const Token& token = sentence.At(i);
-  if (token.text.size() == 1 && sentence.IsSign(i + 1)) return;  // a mark: "She got an A."
-  const bool likeWord = token.IsCapitalised() && (token.text.size() < 2 || IsLower(token.text[1]));
-  if (i == 0 || !likeWord || findings.List("small_words").count(token.lower) == 0) return;
-  static const WordSet kMayOpen = {".", "\"", "'", ":", "(", "?", "!", "-", "--", "..."};
-  const bool afterComma = i > 1 && sentence.At(i - 1).text == ",";
-  const bool opens =
-      kMayOpen.count(sentence.At(i - 1).text) != 0 || (!afterComma && !sentence.At(i - 1).IsWord());
-  const bool inTitle = sentence.IsName(i - 1) || sentence.IsName(i + 1);
-  if (!opens && !inTitle) findings.Add("stray-capital", i, i, {token.lower});
-}
+  void CheckDoubledWord(int i) {
+    const Token& token = At(i);
+    if (i == 0 || !token.IsWord() || token.lower != Lower(i - 1) || MayDouble(i)) return;
+    Replace("doubled-word", i - 1, i, At(i - 1).text);
+  }
+
+  // "He had had enough."
+  bool MayDouble(int i) const { return In(i, "may_double") || Lower(i)[0] == '\''; }
+
+  void CheckSpacing(const Token& before, int i) {
+    const Token& token = At(i);
+    if (IsPause(token.text) && token.spaceBefore && before.text != "\"")
+      Replace("blank-before-mark", i - 1, i, before.text + token.text);
+    if (before.text == "," && !token.spaceBefore && token.IsWord())
+      Replace("blank-after-mark", i - 1, i, ", " + token.text);
+    if (IsGluedSentence(before, i)) Replace("blank-after-mark", i - 1, i, ". " + token.text);
+    if (before.text == "," && (token.text == "," || token.text == "."))
+      Replace("doubled-mark", i - 1, i, token.text);
+  }
+
+  static bool IsPause(const std::string& text) {
+    return text == "," || text == "." || text == "?" || text == "!" || text == ";";
+  }
+
+  // "I went home.Then I slept."
+  bool IsGluedSentence(const Token& before, int i) const {
+    const Token& token = At(i);
+    return before.text == "." && !token.spaceBefore && !before.spaceBefore && token.IsCapitalised() &&
+           token.text.size() > 1 && At(i - 2).text.size() > 3 && token.word != nullptr;
+  }
+
+  // "I can not swim."
+  void CheckCannot(int i) {
+    const bool apart = Lower(i) == "not" && At(i).spaceBefore && Lower(i - 1) == "can";
+    if (apart && !IsNotOnly(i)) Replace("cannot-joined", i - 1, i, At(i - 1).text + "not");
+  }
+
+  // "She can not only sing but also dance."
+  bool IsNotOnly(int i) const { return Is(i + 1, {"only", "just"}); }
+
+  void CheckNameInSmallLetters(int i) {
+    const std::string& text = At(i).text;
+    if (IsLower(text[0]) && text.size() > 2 && In(i, "always_capital"))
+      Replace("name-capital", i, Capitalised(text));
+  }
+
+  // "He Is my friend": small words never take a capital inside a sentence, unless it is a title.
+  void CheckStrayCapital(int i) {
+    const std::string& text = At(i).text;
+    const bool likeWord = At(i).IsCapitalised() && (text.size() < 2 || IsLower(text[1]));
+    if (i == 0 || !likeWord || !In(i, "small_words") || IsMark(i) || MayOpen(i) || IsInTitle(i)) return;
+    Replace("stray-capital", i, Lower(i));
+  }
+
+  // "She got an A."
+  bool IsMark(int i) const { return At(i).text.size() == 1 && IsSign(i + 1); }
+
+  // "He said: The shop is closed", "1) The shop is closed"
+  bool MayOpen(int i) const {
+    if (In(i - 1, "marks_before_capital")) return true;
+    const bool afterComma = i > 1 && IsComma(i - 1);
+    return !afterComma && !At(i - 1).IsWord();
+  }
+
+  // "We read The Old Man And The Sea."
+  bool IsInTitle(int i) const { return IsName(i - 1) || IsName(i + 1); }
+};
 
 }  // namespace
 
-void CheckSurface(const Sentence& sentence, Findings& findings) {
-  CheckFirstCapital(sentence, findings);
-  CheckEndMark(sentence, findings);
-  for (int i = 0; i < sentence.Size(); ++i) {
-    const bool initial = sentence.At(i + 1).text == ".";
-    if (sentence.At(i).text == "i" && !initial && i > 0) findings.Add("capital-i", i, i, {"I"});
-    CheckDoubledWord(sentence, findings, i);
-    CheckSpacing(sentence, findings, i);
-    CheckCannot(sentence, findings, i);
-    CheckNameInSmallLetters(sentence, findings, i);
-    CheckStrayCapital(sentence, findings, i);
-  }
-}
+void CheckSurface(const Phrases& phrases, Findings& findings) { SurfaceCheck(phrases, findings).Run(); }
 
 }  // namespace tolvex

@@ -1,164 +1,191 @@
-// Time words and the tense of the verb: "yesterday I go", "I will come yesterday".
-#include "engine/grammar/checks.h"
-#include "engine/grammar/finite_verbs.h"
-#include "engine/grammar/time_words.h"
+// Words of time and the tense of the verb: "yesterday I go", "I will come yesterday".
+#include "engine/grammar/check.h"
 
 namespace tolvex {
 namespace {
 
-using Verbs = std::vector<FiniteVerb>;
+class TenseCheck : Check {
+ public:
+  using Check::Check;
 
-// The verb whose time a time word tells: the one before it, or the first one behind a word that opens.
-FiniteVerb VerbOfTime(const Verbs& verbs, int time, int size) {
-  const FiniteVerb before = LastIn(verbs, 0, time);
-  return before.at >= 0 ? before : FirstIn(verbs, time, size);
-}
-
-// "the house built last year", "better than yesterday": the time belongs to something else.
-bool BelongsToAnother(const Sentence& sentence, int verb, int time) {
-  const bool be =
-      sentence.Is(verb, {"is", "are", "am", "'s", "'re", "'m", "have", "has", "'ve", "get", "gets"});
-  for (int i = verb + 1; i < time; ++i) {
-    if (sentence.Is(i, {"than", "that", "who", "which", "whose", "what", "where", "how", "why", "when", "if",
-                        "because"}))
-      return true;
-    const Tag tag = sentence.TagAt(i);
-    if ((tag == Tag::VBN || tag == Tag::VBD) && !(be && i <= verb + 2)) return true;
+  void Run() {
+    bool pastDone = false;
+    for (int i = 0; i < Size(); ++i) {
+      if (NamesPast(i) && !pastDone) {
+        CheckPastTime(i);
+        pastDone = true;
+      }
+      if (NamesFuture(i)) CheckFutureTime(i);
+      CheckIfWill(i);
+    }
   }
-  return false;
-}
 
-// "I think he came yesterday", "as you know": what is thought now may lie in the past.
-bool IsOpinion(const Sentence& sentence, int verb) {
-  return sentence.Is(verb, {"think", "thinks", "know", "knows", "remember", "remembers", "believe", "guess",
-                            "hope",  "say",    "says", "mean",  "means",    "wonder",    "suppose", "regret",
-                            "hear",  "forget", "feel", "doubt", "bet",      "miss"}) &&
-         !sentence.Is(verb - 1, {"not", "n't"});
-}
-
-// "I can't call you last night", "He will come yesterday"
-void CheckModalAtPastTime(const Sentence& sentence, Findings& findings, const FiniteVerb& verb, int time) {
-  const bool told = sentence.Is(verb.at + 1, {"remember", "forget", "believe", "imagine", "have", "see"});
-  if (told || (verb.at < time && BelongsToAnother(sentence, verb.at, time))) return;
-  if (sentence.At(sentence.Size() - 1).text == "?") return;
-  if (sentence.Is(verb.at, {"can", "ca"})) findings.Add("past-time", verb.at, verb.at, {"could"});
-  const std::string past = sentence.Inflected(verb.at + 1, kPast);
-  if (sentence.Lower(verb.at) == "will" && !past.empty() && sentence.Has(verb.at + 1, kBase))
-    findings.Add("past-time", verb.at, verb.at + 1, {past});
-}
-
-void CheckPresentAtPastTime(const Sentence& sentence, Findings& findings, const Verbs& verbs, int time) {
-  const FiniteVerb verb = VerbOfTime(verbs, time, sentence.Size());
-  if (verb.at >= 0 && verb.tense == Tense::kModal) CheckModalAtPastTime(sentence, findings, verb, time);
-  if (verb.at < 0 || verb.tense != Tense::kPresent || IsOpinion(sentence, verb.at)) return;
-  const bool opens = verb.at > time;
-  if (!opens && BelongsToAnother(sentence, verb.at, time)) return;
-  if (sentence.AnyBefore(sentence.Size(), {"since", "\"", "ever", "still"})) return;
-  const std::string past = PastOf(sentence, verb.at);
-  if (!past.empty()) findings.Add("past-time", verb.at, verb.at, {past});
-}
-
-// "have seen" as "saw"; "have been to" as "went to".
-std::string PastOfPerfect(const Sentence& sentence, int have, int participle) {
-  const std::string between = participle == have + 2 ? sentence.At(have + 1).text + " " : "";
-  if (sentence.Lower(participle) != "been") return between + sentence.Inflected(participle, kPast);
-  if (sentence.Lower(participle + 1) == "to") return between + "went";
-  const bool plural = sentence.Lower(have) == "have" && sentence.Lower(have - 1) != "i";
-  return (plural ? "were " : "was ") + between;
-}
-
-void CheckPerfectAtPastTime(const Sentence& sentence, Findings& findings, const Verbs& verbs, int time) {
-  const FiniteVerb verb = VerbOfTime(verbs, time, sentence.Size());
-  if (verb.at < 0 || verb.tense != Tense::kPerfect) return;
-  if (sentence.AnyBefore(time, {"since", "until", "till"}) || sentence.Lower(time + 2) == "past") return;
-  if (verb.at < time && BelongsToAnother(sentence, verb.at, time)) return;
-  const int participle = sentence.TagAt(verb.at + 1) == Tag::VBN ? verb.at + 1 : verb.at + 2;
-  std::string past = PastOfPerfect(sentence, verb.at, participle);
-  while (past.ends_with(' ')) past.pop_back();
-  if (sentence.TagAt(participle) != Tag::VBN || past.empty()) return;
-  if (sentence.Lower(verb.at)[0] == '\'') past = " " + past;
-  findings.Add("perfect-with-past-time", verb.at, participle, {past});
-}
-
-void CheckPastTime(const Sentence& sentence, Findings& findings, const Verbs& verbs, int time) {
-  const bool other =
-      sentence.Lower(time + 1) == "'s" || sentence.Lower(time + 2) == "'s" ||
-      sentence.Is(time - 1, {"since", "of", "from", "by", "than", "then", "until", "till", "for", "like"});
-  if (other) return;
-  CheckPerfectAtPastTime(sentence, findings, verbs, time);
-  CheckPresentAtPastTime(sentence, findings, verbs, time);
-}
-
-bool TellsOfSpeech(const Sentence& sentence) {
-  return sentence.AnyBefore(sentence.Size(), {"that", "if", "said", "says", "know", "think", "remember",
-                                              "since", "than", "like", "who", "which"});
-}
-
-void CheckPastAtFutureTime(const Sentence& sentence, Findings& findings, const FiniteVerb& verb) {
-  if (verb.tense != Tense::kPast || sentence.Size() >= 12 || TellsOfSpeech(sentence)) return;
-  const bool owned = sentence.Lower(verb.at) == "had" && sentence.TagAt(verb.at + 1) == Tag::DT;
-  const bool other = sentence.TagAt(verb.at) != Tag::VBD || sentence.Is(verb.at, {"had", "was", "were"});
-  if (other && !owned) return;
-  const std::string base(sentence.Lemma(verb.at));
-  if (!base.empty()) findings.Add("future-time", verb.at, verb.at, {"will " + base});
-}
-
-// "I visit my aunt next month": only what stands in a timetable may be told so.
-void CheckPresentAtFutureTime(const Sentence& sentence, Findings& findings, const FiniteVerb& verb) {
-  static const WordSet kTimetable = {"leave", "start", "begin",  "arrive", "open",   "close",
-                                     "come",  "meet",  "return", "fly",    "finish", "stop"};
-  const std::string base(sentence.Lemma(verb.at));
-  const bool event = findings.List("event_verbs").count(base) != 0 || base == "rain" || base == "snow";
-  if (verb.tense != Tense::kPresent || !event || kTimetable.count(base) != 0) return;
-  if (verb.at == 0 || sentence.At(sentence.Size() - 1).text == "?" || TellsOfSpeech(sentence)) return;
-  if (sentence.AnyBefore(verb.at, {"when", "before", "after", "until", "unless", "to", "as", "every", "make",
-                                   "once", "while", "let", "what", "where", "please", ":"}))
-    return;
-  findings.Add("future-present", verb.at, verb.at, {"will " + base});
-}
-
-void CheckFutureTime(const Sentence& sentence, Findings& findings, const Verbs& verbs, int time) {
-  if (verbs.size() != 1 || sentence.Lower(time + 1) == "'s" || sentence.Lower(time + 2) == "'s") return;
-  CheckPastAtFutureTime(sentence, findings, verbs[0]);
-  CheckPresentAtFutureTime(sentence, findings, verbs[0]);
-}
-
-// "If it will rain tomorrow, we will stay": no "will" behind "if" and "when".
-void CheckIfWill(const Sentence& sentence, Findings& findings, int i) {
-  const bool opens = i == 0 || sentence.At(i - 1).text == ",";
-  if (!opens || !sentence.Is(i, {"if", "when", "unless", "until"})) return;
-  const bool simpleSubject = sentence.TagAt(i + 1) == Tag::PRP;
-  const int will = simpleSubject ? i + 2 : i + 3;
-  if (sentence.Lower(will) != "will" || sentence.TagAt(will) != Tag::MD) return;
-  if (sentence.Is(will + 1, {"follow", "excuse", "forgive", "allow", "pardon"})) return;  // a polite request
-  for (int comma = will + 1; comma < sentence.Size(); ++comma) {
-    if (sentence.At(comma).text != ",") continue;
-    if (!sentence.Is(comma + 2, {"will", "can", "'ll", "shall", "may"}) &&
-        !sentence.Is(comma + 3, {"will", "can", "'ll", "may"}))
-      return;
-    const bool third = sentence.Is(i + 1, {"he", "she", "it"}) || sentence.TagAt(will - 1) == Tag::NN;
-    const int verb = will + 1;
-    const std::string better = sentence.Lower(verb) == "be" ? (third ? "is" : "are")
-                               : third                      ? sentence.Inflected(verb, kThird)
-                                                            : std::string(sentence.Lemma(verb));
-    if (!better.empty()) findings.Add("if-will", will, verb, {better});
-    return;
+ private:
+  // "yesterday", "ago", "last week", "in 2015", "in the past": such a time begins (or, for "ago", ends) at i.
+  bool NamesPast(int i) const {
+    if (Is(i, {"yesterday", "ago"})) return true;
+    if (Lower(i) == "last") return In(i + 1, "calendar") && !In(i - 1, "not_before_last");
+    if (Lower(i) != "in") return false;
+    if (TagAt(i + 1) == Tag::CD) return IsPastYear(i + 1);
+    return Lower(i + 1) == "the" && Lower(i + 2) == "past" && IsSign(i + 3);
   }
-}
+
+  // Later years may be plans, and long sentences mostly describe a table or a plan of a year.
+  bool IsPastYear(int i) const {
+    constexpr int kMostTokensOfStory = 10;
+    const std::string& word = Lower(i);
+    return IsYear(i) && word >= "1800" && word < "2024" && Size() <= kMostTokensOfStory &&
+           (IsSign(i + 1) || TagAt(i + 1) == Tag::PRP || Lower(i + 1) == "my");
+  }
+
+  // "tomorrow", "next week"
+  bool NamesFuture(int i) const {
+    if (Lower(i) == "tomorrow") return true;
+    return Lower(i) == "next" && In(i + 1, "calendar") && !Is(i - 1, {"the", "very"});
+  }
+
+  void CheckPastTime(int time) {
+    if (IsOwner(time) || In(time - 1, "not_before_past_time")) return;
+    const FiniteVerb verb = VerbOfTime(time);
+    if (verb.at < 0) return;
+    if (verb.tense == Tense::kPerfect) CheckPerfect(verb.at, time);
+    if (verb.tense == Tense::kModal) CheckModal(verb.at, time);
+    if (verb.tense == Tense::kPresent) CheckPresent(verb.at, time);
+  }
+
+  // "I read yesterday's paper", "Last week's news is sad."
+  bool IsOwner(int time) const { return Lower(time + 1) == "'s" || Lower(time + 2) == "'s"; }
+
+  // The verb before a word of time, or the first one after a word that opens the sentence.
+  FiniteVerb VerbOfTime(int time) const {
+    const FiniteVerb before = verbs_.Last(0, time);
+    return before.at >= 0 ? before : verbs_.First(time, Size());
+  }
+
+  // "I have seen him yesterday."
+  void CheckPerfect(int have, int time) {
+    if (IsStretchOfTime(time) || IsOfAnother(have, time)) return;
+    const int participle = TagAt(have + 1) == Tag::VBN ? have + 1 : have + 2;
+    std::string past = PastOfPerfect(have, participle);
+    while (past.ends_with(' ')) past.pop_back();
+    if (TagAt(participle) != Tag::VBN || past.empty()) return;
+    if (Lower(have)[0] == '\'') past = " " + past;
+    Replace("perfect-with-past-time", have, participle, past);
+  }
+
+  // "He has slept since lunch yesterday", "It has grown in the past."
+  bool IsStretchOfTime(int time) const {
+    return AnyOf(0, time, {"since", "until", "till"}) || Lower(time + 2) == "past";
+  }
+
+  // "have seen" as "saw"; "have been to" as "went to".
+  std::string PastOfPerfect(int have, int participle) const {
+    const std::string between = participle == have + 2 ? At(have + 1).text + " " : "";
+    if (Lower(participle) != "been") return between + Inflected(participle, kPast);
+    if (Lower(participle + 1) == "to") return between + "went";
+    const bool plural = Lower(have) == "have" && Lower(have - 1) != "i";
+    return (plural ? "were " : "was ") + between;
+  }
+
+  // "The house is the one built last year", "She is the girl who yesterday won."
+  bool IsOfAnother(int verb, int time) const {
+    const bool mayHaveParticiple = In(verb, "may_have_participle");
+    for (int i = verb + 1; i < time; ++i) {
+      if (In(i, "other_clause")) return true;
+      const Tag tag = TagAt(i);
+      if ((tag == Tag::VBN || tag == Tag::VBD) && !(mayHaveParticiple && i <= verb + 2)) return true;
+    }
+    return false;
+  }
+
+  // "I can't call you last night", "He will come yesterday"
+  void CheckModal(int modal, int time) {
+    if (IsSaidNow(modal) || IsOfAnother(modal, time) || IsQuestion()) return;
+    if (Is(modal, {"can", "ca"})) Replace("past-time", modal, "could");
+    const std::string past = Inflected(modal + 1, kPast);
+    if (Lower(modal) == "will" && !past.empty() && Has(modal + 1, kBase))
+      Replace("past-time", modal, modal + 1, past);
+  }
+
+  // "I can remember last summer", "He will have left yesterday."
+  bool IsSaidNow(int modal) const {
+    return Is(modal + 1, {"remember", "forget", "believe", "imagine", "have", "see"});
+  }
+
+  // "Yesterday I go to school."
+  void CheckPresent(int verb, int time) {
+    if (IsOpinion(verb) || IsOfAnother(verb, time) || SpeaksOfPresent()) return;
+    Replace("past-time", verb, PastOf(verb));
+  }
+
+  // "I remember yesterday": what is thought now may be past.
+  bool IsOpinion(int verb) const { return In(verb, "opinion_verbs") && !IsNot(verb - 1); }
+
+  // "She still sleeps as badly as last week."
+  bool SpeaksOfPresent() const { return AnyOf(0, Size(), {"since", "\"", "ever", "still"}); }
+
+  void CheckFutureTime(int time) {
+    if (verbs_.all.size() != 1 || IsOwner(time) || IsSpeech()) return;
+    const FiniteVerb verb = verbs_.all[0];
+    if (verb.tense == Tense::kPast && IsStory(verb.at)) ReplaceByFuture("future-time", verb.at);
+    if (verb.tense == Tense::kPresent && IsUnplannedEvent(verb.at) && !IsQuestion())
+      ReplaceByFuture("future-present", verb.at);
+  }
+
+  void ReplaceByFuture(std::string_view rule, int verb) {
+    const std::string_view base = Lemma(verb);
+    if (!base.empty()) Replace(rule, verb, "will " + std::string(base));
+  }
+
+  // "What if it rains tomorrow?"
+  bool IsSpeech() const { return AnyIn(0, Size(), "speech_signs"); }
+
+  // "I visited my aunt next week", "We had a test tomorrow": longer sentences may tell of an old plan.
+  bool IsStory(int verb) const {
+    constexpr int kMostTokens = 11;
+    if (Size() > kMostTokens) return false;
+    if (Lower(verb) == "had" && TagAt(verb + 1) == Tag::DT) return true;
+    return TagAt(verb) == Tag::VBD && !Is(verb, {"had", "was", "were"});
+  }
+
+  // "I visit my aunt next month": only a timetable is told in the present.
+  bool IsUnplannedEvent(int verb) const {
+    if (verb == 0 || LemmaIn(verb, "timetable_verbs") || AnyIn(0, verb, "no_plain_future")) return false;
+    return LemmaIn(verb, "event_verbs") || Lemma(verb) == "rain" || Lemma(verb) == "snow";
+  }
+
+  // "If it will rain tomorrow, we will stay": no "will" after "if" and "when".
+  void CheckIfWill(int i) {
+    if ((i > 0 && !IsComma(i - 1)) || !Is(i, {"if", "when", "unless", "until"})) return;
+    const int will = TagAt(i + 1) == Tag::PRP ? i + 2 : i + 3;
+    if (Lower(will) != "will" || TagAt(will) != Tag::MD || IsPoliteRequest(will)) return;
+    if (IsFutureAfterComma(will)) Replace("if-will", will, will + 1, PresentAfter(i, will));
+  }
+
+  // "If you will excuse me, I will go."
+  bool IsPoliteRequest(int will) const {
+    return Is(will + 1, {"follow", "excuse", "forgive", "allow", "pardon"});
+  }
+
+  // "If it will rain, the team will stay."
+  bool IsFutureAfterComma(int will) const {
+    int comma = will + 1;
+    while (comma < Size() && !IsComma(comma)) ++comma;
+    return Is(comma + 2, {"will", "can", "'ll", "shall", "may"}) ||
+           Is(comma + 3, {"will", "can", "'ll", "may"});
+  }
+
+  std::string PresentAfter(int opener, int will) const {
+    const bool third = Is(opener + 1, {"he", "she", "it"}) || TagAt(will - 1) == Tag::NN;
+    if (Lower(will + 1) == "be") return third ? "is" : "are";
+    return third ? Inflected(will + 1, kThird) : std::string(Lemma(will + 1));
+  }
+
+  const FiniteVerbs verbs_ = ReadFiniteVerbs();
+};
 
 }  // namespace
 
-void CheckTense(const Sentence& sentence, Findings& findings) {
-  const Verbs verbs = FiniteVerbs(sentence);
-  bool pastDone = false;
-  for (int i = 0; i < sentence.Size(); ++i) {
-    if (NamesPast(sentence, i) && !pastDone) {
-      CheckPastTime(sentence, findings, verbs, i);
-      pastDone = true;
-    }
-    if (NamesFuture(sentence, i)) CheckFutureTime(sentence, findings, verbs, i);
-    CheckIfWill(sentence, findings, i);
-  }
-}
+void CheckTense(const Phrases& phrases, Findings& findings) { TenseCheck(phrases, findings).Run(); }
 
 }  // namespace tolvex

@@ -1,48 +1,55 @@
 // "There is many", "there are a".
-#include "engine/grammar/checks.h"
+#include "engine/grammar/check.h"
 
 namespace tolvex {
 namespace {
 
-bool LooksPlural(const Sentence& sentence, int i) {
-  if (sentence.Is(i,
-                  {"many", "several", "few", "two", "three", "four", "five", "lots", "various", "numerous"}))
-    return true;
-  if (sentence.Lower(i) == "some" || IsAdjective(sentence.TagAt(i))) {
-    return sentence.TagAt(i + 1) == Tag::NNS && sentence.IsPlural(i + 1);
-  }
-  if (sentence.Lower(i) == "a" && sentence.Lower(i + 1) == "few") return true;
-  if (sentence.Lower(i) == "a" && sentence.Lower(i + 1) == "lot" && sentence.Lower(i + 2) == "of") {
-    return sentence.Lower(i + 3) == "people" || sentence.TagAt(i + 3) == Tag::NNS ||
-           (IsAdjective(sentence.TagAt(i + 3)) && sentence.TagAt(i + 4) == Tag::NNS);
-  }
-  return sentence.TagAt(i) == Tag::NNS && sentence.IsPlural(i);
-}
+class ThereBeCheck : Check {
+ public:
+  using Check::Check;
 
-bool LooksSingular(const Sentence& sentence, int i) {
-  if (sentence.Is(i, {"another", "much"})) return sentence.TagAt(i + 1) == Tag::NN;
-  if (!sentence.Is(i, {"a", "an"})) return false;
-  static const WordSet kManyMeant = {
-      "lot",   "lots",    "few",     "number",  "couple",   "great",     "large",   "variety",     "huge",
-      "wide",  "small",   "range",   "series",  "million",  "good",      "hundred", "significant", "thousand",
-      "dozen", "growing", "handful", "limited", "plethora", "multitude", "wealth"};
-  return kManyMeant.count(sentence.Lower(i + 1)) == 0;
-}
+  void Run() {
+    for (int i = 0; i < Size(); ++i) {
+      if (Lower(i) == "there") CheckBe(i + 1);
+    }
+  }
+
+ private:
+  void CheckBe(int be) {
+    const bool adverb = TagAt(be + 1) == Tag::RB && Lower(be + 1) != "much";
+    const int next = adverb ? be + 2 : be + 1;
+    const std::string& word = Lower(be);
+    if (Is(be, {"is", "was", "'s"}) && LooksPlural(next))
+      Replace("there-be-plural", be, word == "was" ? "were" : word == "is" ? "are" : " are");
+    if (Is(be, {"are", "were"}) && LooksSingular(next))
+      Replace("there-be-singular", be, word == "are" ? "is" : "was");
+  }
+
+  // "many cars", "some new cars", "a few cars", "a lot of cars", "cars"
+  bool LooksPlural(int i) const {
+    if (In(i, "plural_after_there")) return true;
+    if (Lower(i) == "some" || IsAdjective(TagAt(i))) return IsPluralNoun(i + 1);
+    if (Lower(i) != "a") return IsPluralNoun(i);
+    if (Lower(i + 1) == "few") return true;
+    return Lower(i + 1) == "lot" && Lower(i + 2) == "of" && IsCountedAfterLot(i + 3);
+  }
+
+  bool IsPluralNoun(int i) const { return TagAt(i) == Tag::NNS && IsPlural(i); }
+
+  bool IsCountedAfterLot(int i) const {
+    return Lower(i) == "people" || TagAt(i) == Tag::NNS ||
+           (IsAdjective(TagAt(i)) && TagAt(i + 1) == Tag::NNS);
+  }
+
+  // "a cat", "another cat", "much noise"; but "a number of cats".
+  bool LooksSingular(int i) const {
+    if (Is(i, {"another", "much"})) return TagAt(i + 1) == Tag::NN;
+    return IsArticleA(i) && !In(i + 1, "many_with_a");
+  }
+};
 
 }  // namespace
 
-void CheckThereBe(const Sentence& sentence, Findings& findings) {
-  for (int i = 0; i < sentence.Size(); ++i) {
-    if (sentence.Lower(i) != "there") continue;
-    const int next = sentence.TagAt(i + 2) == Tag::RB && !sentence.Is(i + 2, {"much"}) ? i + 3 : i + 2;
-    const std::string& be = sentence.Lower(i + 1);
-    if ((be == "is" || be == "was" || be == "'s") && LooksPlural(sentence, next)) {
-      findings.Add("there-be-plural", i + 1, i + 1, {be == "was" ? "were" : be == "is" ? "are" : " are"});
-    }
-    if ((be == "are" || be == "were") && LooksSingular(sentence, next)) {
-      findings.Add("there-be-singular", i + 1, i + 1, {be == "are" ? "is" : "was"});
-    }
-  }
-}
+void CheckThereBe(const Phrases& phrases, Findings& findings) { ThereBeCheck(phrases, findings).Run(); }
 
 }  // namespace tolvex

@@ -1,175 +1,192 @@
 // What may follow a modal verb, "do", "to", "have" and "be".
-#include <algorithm>
-
-#include "engine/grammar/checks.h"
+#include "engine/grammar/check.h"
 
 namespace tolvex {
 namespace {
 
-bool IsModal(const Sentence& sentence, int i) {
-  return sentence.TagAt(i) == Tag::MD && sentence.Is(i, {"can", "could", "will", "would", "shall", "should",
-                                                         "may", "might", "must", "ca", "wo", "'ll"});
-}
+class VerbGroupCheck : Check {
+ public:
+  using Check::Check;
 
-bool IsBe(const Sentence& sentence, int i) {
-  return sentence.Is(i, {"is", "are", "was", "were", "am", "'m", "'re"}) ||
-         (sentence.Lower(i) == "'s" && sentence.TagAt(i) == Tag::VBZ);
-}
-
-int SkipAdverbs(const Sentence& sentence, int i) {
-  static const WordSet kAdverbs = {"not",   "n't",  "also", "always", "never", "just",
-                                   "still", "only", "even", "really", "often", "easily"};
-  while (kAdverbs.count(sentence.Lower(i)) != 0 ||
-         (sentence.TagAt(i) == Tag::RB && sentence.Lower(i) != "better"))
-    ++i;
-  return i;
-}
-
-bool IsVerbLike(const Sentence& sentence, int i) {
-  return IsVerb(sentence.TagAt(i)) && sentence.Has(i, kAnyVerbForm);
-}
-
-bool IsNounOrAdjective(const Sentence& sentence, int i) {
-  return sentence.CanBe(i, kNounPart | kAdjectivePart);
-}
-
-// "He can sings", "I didn't went"
-void CheckAfterModal(const Sentence& sentence, Findings& findings, int i) {
-  const bool negatedDo = sentence.Is(i, {"do", "does", "did"}) && sentence.Is(i + 1, {"not", "n't"});
-  if (!IsModal(sentence, i) && !negatedDo) return;
-  const int verb = SkipAdverbs(sentence, i + 1);
-  const Tag tag = sentence.TagAt(verb);
-  const bool nounLike = tag == Tag::NNS && sentence.Has(verb, kThird) &&
-                        (sentence.TagAt(i - 1) == Tag::PRP || IsNoun(sentence.TagAt(i - 1)));
-  const bool wrongForm = (IsVerbLike(sentence, verb) || nounLike) && sentence.Lacks(verb, kBase);
-  const bool modalNoun =
-      IsNoun(sentence.TagAt(i - 1)) && sentence.Is(i, {"can", "will", "may", "might", "must"});
-  const bool wrongBe = !modalNoun && sentence.Is(verb, {"is", "are", "was", "were", "am", "been", "being"}) &&
-                       sentence.Lower(verb - 1) != "that";
-  const bool nounIsSubject = modalNoun && sentence.Lemma(verb) == "be";
-  if ((wrongForm && !nounIsSubject) || (wrongBe && verb == i + 1)) {
-    const std::string better = std::string(sentence.Lemma(verb));
-    const bool nextClause = sentence.Lower(verb) == "does" && sentence.Is(verb + 1, {"not", "n't"});
-    if (!better.empty() && !nextClause && sentence.Lower(verb) != "used")
-      findings.Add(negatedDo ? "do-base" : "modal-base", verb, verb, {better});
+  void Run() {
+    for (int i = 0; i < Size(); ++i) {
+      CheckAfterModal(i);
+      CheckAfterTo(i);
+      CheckAfterHave(i);
+      CheckAfterBe(i);
+      CheckDoubleBe(i);
+      CheckBareNot(i);
+    }
   }
-  if (negatedDo) return;
-  if (sentence.Lower(verb) == "to" && sentence.Lower(i) != "might" &&
-      (sentence.Has(verb + 1, kBase) || sentence.Lower(verb + 1) == "be")) {
-    findings.Add("modal-to", verb, verb, {""});
-  }
-  const bool adjective = (tag == Tag::JJ || tag == Tag::VB) && sentence.Mostly(verb, kAdjectivePart) &&
-                         sentence.Lacks(verb, kAnyVerbForm);
-  if (adjective && sentence.At(sentence.Size() - 1).text != "?" && i > 0) {
-    findings.Add("modal-be", verb, verb, {"be " + sentence.At(verb).text});
-  }
-  if (IsModal(sentence, i + 1) && !sentence.Is(i, {"can", "will", "may", "might"}))
-    findings.Add("two-modals", i, i + 1, {sentence.At(i).text});
-}
 
-// "to went", "want to going"
-void CheckAfterTo(const Sentence& sentence, Findings& findings, int i) {
-  if (sentence.Lower(i) != "to") return;
-  const int verb = i + 1;
-  const Tag tag = sentence.TagAt(verb);
-  const bool wrongForm = (tag == Tag::VBZ || tag == Tag::VBD || tag == Tag::VB || tag == Tag::VBN) &&
-                         sentence.Has(verb, kAnyVerbForm) && sentence.Lacks(verb, kBase | kIng);
-  if (wrongForm && sentence.Lower(i - 1) != "due" && !IsNounOrAdjective(sentence, verb) &&
-      !sentence.Has(verb, kPlural)) {
-    findings.Add("to-base", verb, verb, {std::string(sentence.Lemma(verb))});
+ private:
+  bool IsBe(int i) const {
+    return Is(i, {"is", "are", "was", "were", "am", "'m", "'re"}) ||
+           (Lower(i) == "'s" && TagAt(i) == Tag::VBZ);
   }
-  static const WordSet kTakeInfinitive = {"able",    "need",      "needs",  "try",     "tries",   "tried",
-                                          "order",   "difficult", "easy",   "want",    "wants",   "wanted",
-                                          "hope",    "hopes",     "decide", "decided", "decides", "plan",
-                                          "planned", "afford",    "how",    "going"};
-  if (tag == Tag::VBG && sentence.Has(verb, kIng) && kTakeInfinitive.count(sentence.Lower(i - 1)) != 0) {
-    findings.Add("to-base", verb, verb, {std::string(sentence.Lemma(verb))});
+
+  bool IsNegatedDo(int i) const { return Is(i, {"do", "does", "did"}) && IsNot(i + 1); }
+
+  // "He can sings", "I didn't went"
+  void CheckAfterModal(int i) {
+    const bool modal = IsModal(i);
+    if (!modal && !IsNegatedDo(i)) return;
+    const int verb = SkipGroupAdverbs(i + 1);
+    if (IsWrongAfterModal(i, verb) && !OpensNextClause(verb) && !IsUsedTo(verb))
+      Replace(modal ? "modal-base" : "do-base", verb, Lemma(verb));
+    if (!modal) return;
+    if (IsInfinitive(verb) && !IsStrength(i)) findings_.Add("modal-to", verb, verb, {""});
+    if (IsBareAdjective(verb) && !IsQuestion() && i > 0) Replace("modal-be", verb, "be " + At(verb).text);
+    if (IsModal(i + 1) && !MayBeNoun(i)) Replace("two-modals", i, i + 1, At(i).text);
   }
-}
 
-// "has went", "have took"
-void CheckAfterHave(const Sentence& sentence, Findings& findings, int i) {
-  if (!sentence.Is(i, {"have", "has", "had", "'ve", "having"}) || !IsVerb(sentence.TagAt(i))) return;
-  const int verb = SkipAdverbs(sentence, i + 1);
-  const Tag tag = sentence.TagAt(verb);
-  const bool verbTag = tag == Tag::VBD || tag == Tag::VBN || tag == Tag::VB || tag == Tag::VBP;
-  const bool wrongForm =
-      verbTag && sentence.Has(verb, kPast | kBase | kThird) && sentence.Lacks(verb, kParticiple);
-  if (!wrongForm || sentence.Lemma(verb) == "be" ||
-      (IsNounOrAdjective(sentence, verb) && sentence.Lacks(verb, kPast)))
-    return;
-  const std::string better = sentence.Inflected(verb, kParticiple);
-  if (!better.empty()) findings.Add("have-participle", verb, verb, {better});
-}
-
-bool InWhatClause(const Sentence& sentence, int i) {
-  return sentence.AnyBefore(
-      i, {"what", "do", "does", "did", "all", "thing", "things", "how", "where", "why", "who"});
-}
-
-// "am agree", "is belong", "was went"
-void CheckAfterBe(const Sentence& sentence, Findings& findings, int i) {
-  if (!IsBe(sentence, i) || !IsVerb(sentence.TagAt(i)) || InWhatClause(sentence, i)) return;
-  const int verb = SkipAdverbs(sentence, i + 1);
-  const bool question = sentence.At(sentence.Size() - 1).text == "?";
-  const bool unlisted = IsVerb(sentence.TagAt(verb)) && sentence.Has(verb, kBase | kThird) &&
-                        sentence.Lemma(verb) != "be" && sentence.Lacks(verb, kParticiple | kIng) &&
-                        !sentence.CanBe(verb, kNounPart | kAdjectivePart | kAdverbPart);
-  const bool listed =
-      findings.List("never_after_be").count(sentence.Lower(verb)) != 0 && sentence.Lower(verb + 1) != "of";
-  const bool subjectTaken = i == 0;
-  if ((!unlisted && !listed) || question || subjectTaken) return;
-  const bool past = sentence.Is(i, {"was", "were"});
-  const bool third = sentence.Is(i, {"is", "'s"});
-  std::vector<std::string> corrections;
-  const Form plain = past ? kPast : third ? kThird : kBase;
-  if (verb == i + 1) {
-    corrections.push_back(sentence.At(i).lower[0] == '\'' ? " " + sentence.Inflected(verb, plain)
-                                                          : sentence.Inflected(verb, plain));
-    corrections.push_back(sentence.At(i).text + " " + sentence.Inflected(verb, kIng));
+  bool IsWrongAfterModal(int modal, int verb) const {
+    const bool wrong = Lacks(verb, kBase) && (IsVerbForm(verb) || IsVerbTakenForNoun(modal, verb));
+    if (IsNounInFront(modal)) return wrong && Lemma(verb) != "be";
+    return wrong || (verb == modal + 1 && In(verb, "full_forms_of_be"));
   }
-  findings.Add("be-verb", i, verb, corrections);
-}
 
-void CheckDoubleBe(const Sentence& sentence, Findings& findings, int i) {
-  if (!IsBe(sentence, i) || sentence.Lower(i)[0] == '\'' || i == 0) return;
-  const bool doubled = sentence.Is(
-      i + 1, {"is", "are", "was", "were", "am", "be", "can", "will", "should", "must", "do", "does"});
-  if (doubled && !sentence.AnyBefore(i, {"what", "who", "where", "how", "that", "which", "there", "all"}) &&
-      sentence.TagAt(i + 1) != Tag::NN) {
-    findings.Add("double-be", i, i + 1, {sentence.At(i + 1).text, sentence.At(i).text});
+  bool IsVerbForm(int i) const { return IsVerb(TagAt(i)) && Has(i, kAnyVerbForm); }
+
+  // "My sister can sings."
+  bool IsVerbTakenForNoun(int modal, int verb) const {
+    const Tag subject = TagAt(modal - 1);
+    return TagAt(verb) == Tag::NNS && Has(verb, kThird) && (subject == Tag::PRP || IsNoun(subject));
   }
-}
 
-// "I not like it", "He not go"
-void CheckBareNot(const Sentence& sentence, Findings& findings, int i) {
-  if (sentence.Lower(i) != "not" || i == 0) return;
-  const Tag before = sentence.TagAt(i - 1);
-  const bool subject =
-      (before == Tag::PRP && sentence.Is(i - 1, {"i", "he", "she", "it", "we", "they", "you"})) ||
-      before == Tag::NNS;
-  const Tag tag = sentence.TagAt(i + 1);
-  const bool verb = tag == Tag::VB || tag == Tag::VBP || tag == Tag::VBZ || sentence.Lower(i + 1) == "like";
-  if (!subject || !verb || sentence.Lacks(i + 1, kBase | kThird)) return;
-  const bool governed = IsVerb(sentence.TagAt(i - 2)) || sentence.TagAt(i - 2) == Tag::MD ||
-                        sentence.TagAt(i - 2) == Tag::TO || sentence.Is(i - 2, {"why", "that", "or", "and"});
-  if (governed) return;
-  const bool third = sentence.Is(i - 1, {"he", "she", "it"});
-  const std::string base(sentence.Lemma(i + 1));
-  findings.Add("bare-not", i, i + 1, {(third ? "doesn't " : "don't ") + base});
-}
+  // "The trash can is full."
+  bool IsNounInFront(int modal) const {
+    return IsNoun(TagAt(modal - 1)) && Is(modal, {"can", "will", "may", "might", "must"});
+  }
+
+  // "All that he can does not help."
+  bool OpensNextClause(int verb) const { return Lower(verb) == "does" && IsNot(verb + 1); }
+
+  // "He did not used to smoke."
+  bool IsUsedTo(int verb) const { return Lower(verb) == "used"; }
+
+  // "He can to swim."
+  bool IsInfinitive(int to) const {
+    return Lower(to) == "to" && (Has(to + 1, kBase) || Lower(to + 1) == "be");
+  }
+
+  // "He used his might to win."
+  bool IsStrength(int modal) const { return Lower(modal) == "might"; }
+
+  // "You must careful."
+  bool IsBareAdjective(int i) const {
+    return (TagAt(i) == Tag::JJ || TagAt(i) == Tag::VB) && Mostly(i, kAdjectivePart) &&
+           Lacks(i, kAnyVerbForm);
+  }
+
+  // "The can will leak."
+  bool MayBeNoun(int modal) const { return Is(modal, {"can", "will", "may", "might"}); }
+
+  // "to went", "want to going"
+  void CheckAfterTo(int i) {
+    if (Lower(i) != "to") return;
+    if (IsWrongAfterTo(i + 1) && !IsDueTo(i) && !MayBeObject(i + 1)) Replace("to-base", i + 1, Lemma(i + 1));
+    if (TagAt(i + 1) == Tag::VBG && Has(i + 1, kIng) && In(i - 1, "infinitive_takers"))
+      Replace("to-base", i + 1, Lemma(i + 1));
+  }
+
+  bool IsWrongAfterTo(int verb) const {
+    const Tag tag = TagAt(verb);
+    return (tag == Tag::VBZ || tag == Tag::VBD || tag == Tag::VB || tag == Tag::VBN) &&
+           Has(verb, kAnyVerbForm) && Lacks(verb, kBase | kIng);
+  }
+
+  // "The delay was due to frozen pipes."
+  bool IsDueTo(int to) const { return Lower(to - 1) == "due"; }
+
+  // "It leads to improved results."
+  bool MayBeObject(int verb) const { return CanBe(verb, kNounPart | kAdjectivePart) || Has(verb, kPlural); }
+
+  // "has went", "have took"
+  void CheckAfterHave(int i) {
+    if (!Is(i, {"have", "has", "had", "'ve", "having"}) || !IsVerb(TagAt(i))) return;
+    const int verb = SkipGroupAdverbs(i + 1);
+    if (IsWrongAfterHave(verb) && !IsPossession(verb))
+      Replace("have-participle", verb, Inflected(verb, kParticiple));
+  }
+
+  bool IsWrongAfterHave(int verb) const {
+    const Tag tag = TagAt(verb);
+    return (tag == Tag::VBD || tag == Tag::VBN || tag == Tag::VB || tag == Tag::VBP) &&
+           Has(verb, kPast | kBase | kThird) && Lacks(verb, kParticiple) && Lemma(verb) != "be";
+  }
+
+  // "We had brown bread."
+  bool IsPossession(int verb) const { return CanBe(verb, kNounPart | kAdjectivePart) && Lacks(verb, kPast); }
+
+  // "I am agree", "It is belong to me", "He was went home"
+  void CheckAfterBe(int i) {
+    if (i == 0 || !IsBe(i) || !IsVerb(TagAt(i)) || IsInWhatClause(i) || IsQuestion()) return;
+    const int verb = SkipGroupAdverbs(i + 1);
+    const bool listed = In(verb, "never_after_be") && !IsNounBeforeOf(verb);
+    if (!listed && !IsSurelyWrongAfterBe(verb)) return;
+    std::vector<std::string> corrections;
+    if (verb == i + 1) {
+      const std::string plain = Inflected(verb, FormWithoutBe(i));
+      corrections = {Lower(i)[0] == '\'' ? " " + plain : plain, At(i).text + " " + Inflected(verb, kIng)};
+    }
+    findings_.Add("be-verb", i, verb, std::move(corrections));
+  }
+
+  // "What I want is go home", "All he did was sit there."
+  bool IsInWhatClause(int be) const { return AnyIn(0, be, "what_clause"); }
+
+  bool IsSurelyWrongAfterBe(int verb) const {
+    return IsVerb(TagAt(verb)) && Has(verb, kBase | kThird) && Lemma(verb) != "be" &&
+           Lacks(verb, kParticiple | kIng) && !CanBe(verb, kNounPart | kAdjectivePart | kAdverbPart);
+  }
+
+  // "Stress is cause of many illnesses."
+  bool IsNounBeforeOf(int verb) const { return Lower(verb + 1) == "of"; }
+
+  Form FormWithoutBe(int be) const {
+    if (Is(be, {"was", "were"})) return kPast;
+    return Is(be, {"is", "'s"}) ? kThird : kBase;
+  }
+
+  // "He is can swim", "They are do it"
+  void CheckDoubleBe(int i) {
+    if (i == 0 || !IsBe(i) || Lower(i)[0] == '\'' || !In(i + 1, "never_after_full_be")) return;
+    if (EndsClauseInFront(i)) return;
+    findings_.Add("double-be", i, i + 1, {At(i + 1).text, At(i).text});
+  }
+
+  // "What the answer is is a secret."
+  bool EndsClauseInFront(int be) const { return AnyIn(0, be, "double_be_openers"); }
+
+  // "I not like it", "He not go"
+  void CheckBareNot(int i) {
+    if (Lower(i) != "not" || i == 0 || !IsSubjectOfNot(i - 1) || !IsVerbAfterNot(i + 1)) return;
+    if (IsGoverned(i - 1)) return;
+    const bool third = Is(i - 1, {"he", "she", "it"});
+    Replace("bare-not", i, i + 1, (third ? "doesn't " : "don't ") + std::string(Lemma(i + 1)));
+  }
+
+  bool IsSubjectOfNot(int i) const {
+    return TagAt(i) == Tag::NNS || (TagAt(i) == Tag::PRP && In(i, "pronoun_subject"));
+  }
+
+  bool IsVerbAfterNot(int i) const {
+    const Tag tag = TagAt(i);
+    return (tag == Tag::VB || tag == Tag::VBP || tag == Tag::VBZ || Lower(i) == "like") &&
+           Has(i, kBase | kThird);
+  }
+
+  // "Did you not see it?", "Why you not go"
+  bool IsGoverned(int subject) const {
+    const Tag before = TagAt(subject - 1);
+    return IsVerb(before) || before == Tag::MD || before == Tag::TO ||
+           Is(subject - 1, {"why", "that", "or", "and"});
+  }
+};
 
 }  // namespace
 
-void CheckVerbGroup(const Sentence& sentence, Findings& findings) {
-  for (int i = 0; i < sentence.Size(); ++i) {
-    CheckAfterModal(sentence, findings, i);
-    CheckAfterTo(sentence, findings, i);
-    CheckAfterHave(sentence, findings, i);
-    CheckAfterBe(sentence, findings, i);
-    CheckDoubleBe(sentence, findings, i);
-    CheckBareNot(sentence, findings, i);
-  }
-}
+void CheckVerbGroup(const Phrases& phrases, Findings& findings) { VerbGroupCheck(phrases, findings).Run(); }
 
 }  // namespace tolvex

@@ -68,7 +68,7 @@ Condition ReadMask(Condition condition, Condition::Kind kind, std::string_view n
 }
 
 std::shared_ptr<const WordSet> ListNamed(std::string_view name, const WordLists& lists) {
-  const auto list = lists.find(std::string(name.substr(1)));
+  const auto list = lists.find(name.substr(1));
   if (list == lists.end()) throw std::invalid_argument(fmt::format("unknown list {}", name));
   return list->second;
 }

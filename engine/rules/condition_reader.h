@@ -1,8 +1,6 @@
 // The conditions of rule patterns, as they are written in rule files.
 #pragma once
 
-#include <map>
-#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -11,8 +9,6 @@
 #include "engine/rules/rule.h"
 
 namespace tolvex {
-
-using WordLists = std::map<std::string, std::shared_ptr<WordSet>>;
 
 /// Reads conditions joined by "&". Throws std::invalid_argument that says what is wrong.
 std::vector<Condition> ParseConditions(std::string_view text, const WordLists& lists);

@@ -30,7 +30,6 @@ class Findings {
     Add(rules_->Named(rule), first, last, std::move(corrections));
   }
 
-  const WordSet& List(const std::string& name) const { return rules_->List(name); }
   std::vector<Finding>& All() { return all_; }
   const std::vector<Finding>& All() const { return all_; }
 

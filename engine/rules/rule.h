@@ -20,6 +20,7 @@ struct WordHash {
   std::size_t operator()(std::string_view word) const { return std::hash<std::string_view>()(word); }
 };
 using WordSet = std::unordered_set<std::string, WordHash, std::equal_to<>>;
+using WordLists = std::map<std::string, std::shared_ptr<WordSet>, std::less<>>;
 
 /// One test on one token; `negated` turns it round.
 struct Condition {
@@ -106,14 +107,14 @@ class RuleBook {
   /// files have to agree.
   const Rule& Named(std::string_view name) const;
 
-  /// The word list of this name, empty when there is none.
-  const WordSet& List(const std::string& name) const;
+  /// The word list of this name. Throws std::runtime_error when there is none.
+  const WordSet& List(std::string_view name) const;
 
  private:
   friend class RuleReader;
   std::vector<Rule> rules_;
   std::map<std::string, std::size_t, std::less<>> byName_;
-  std::map<std::string, std::shared_ptr<WordSet>> lists_;
+  WordLists lists_;
 };
 
 }  // namespace tolvex

@@ -199,10 +199,10 @@ const Rule& RuleBook::Named(std::string_view name) const {
   return rules_[found->second];
 }
 
-const WordSet& RuleBook::List(const std::string& name) const {
-  static const WordSet kEmpty;
+const WordSet& RuleBook::List(std::string_view name) const {
   const auto found = lists_.find(name);
-  return found == lists_.end() ? kEmpty : *found->second;
+  if (found == lists_.end()) throw std::runtime_error(fmt::format("there is no list {}", name));
+  return *found->second;
 }
 
 }  // namespace tolvex

@@ -17,13 +17,13 @@ bool OpensClause(const std::string& word) {
 
 }  // namespace
 
-Sentence::Sentence(std::vector<Token> tokens, const Lexicon& lexicon)
-    : tokens_(std::move(tokens)), lexicon_(&lexicon) {
-  for (Token& token : tokens_) token.word = lexicon.Find(token.lower);
+Sentence::Sentence(std::vector<Token> tokens, const Lexicon& lexicon) : lexicon_(&lexicon) {
+  for (Token& token : tokens) token.word = lexicon.Find(token.lower);
+  tokens_ = std::make_shared<const std::vector<Token>>(std::move(tokens));
 }
 
 const Token& Sentence::At(int i) const {
-  return i < 0 || i >= Size() ? kOutside : tokens_[static_cast<std::size_t>(i)];
+  return i < 0 || i >= Size() ? kOutside : (*tokens_)[static_cast<std::size_t>(i)];
 }
 
 bool Sentence::Is(int i, std::initializer_list<std::string_view> words) const {
@@ -52,9 +52,9 @@ bool Sentence::IsSign(int i) const {
 
 bool Sentence::StartsClause(int i) const { return i == 0 || OpensClause(Lower(i - 1)); }
 
-bool Sentence::AnyBefore(int i, std::initializer_list<std::string_view> words) const {
-  for (int at = 0; at < std::min(i, Size()); ++at) {
-    if (Is(at, words)) return true;
+bool Sentence::AnyOf(int from, int to, std::initializer_list<std::string_view> words) const {
+  for (int i = from; i < std::min(to, Size()); ++i) {
+    if (Is(i, words)) return true;
   }
   return false;
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <initializer_list>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -11,17 +12,17 @@
 
 namespace tolvex {
 
-/// Indices may lie outside the sentence: there the word is "" and the tag XX.
+/// Indices may lie outside the sentence: there the word is "" and the tag XX. Copies share the tokens.
 class Sentence {
  public:
   /// Takes tagged tokens and looks each up in the lexicon, which must outlive the sentence.
   Sentence(std::vector<Token> tokens, const Lexicon& lexicon);
 
-  int Size() const { return static_cast<int>(tokens_.size()); }
+  int Size() const { return static_cast<int>(tokens_->size()); }
   const Token& At(int i) const;
   const std::string& Lower(int i) const { return At(i).lower; }
   Tag TagAt(int i) const { return At(i).tag; }
-  const std::vector<Token>& Tokens() const { return tokens_; }
+  const std::vector<Token>& Tokens() const { return *tokens_; }
   const Lexicon& Words() const { return *lexicon_; }
 
   bool Is(int i, std::initializer_list<std::string_view> words) const;
@@ -34,12 +35,12 @@ class Sentence {
   bool IsName(int i) const;        ///< capitalised inside the sentence
   bool IsSign(int i) const;        ///< punctuation, or outside the sentence
   bool StartsClause(int i) const;  ///< behind a comma, a conjunction or an opener
-  bool AnyBefore(int i, std::initializer_list<std::string_view> words) const;
+  bool AnyOf(int from, int to, std::initializer_list<std::string_view> words) const;  ///< in [from, to)
   std::string_view Lemma(int i) const;            ///< dictionary form as a verb, or ""
   std::string Inflected(int i, Form form) const;  ///< the verb at i in another form, or ""
 
  private:
-  std::vector<Token> tokens_;
+  std::shared_ptr<const std::vector<Token>> tokens_;
   const Lexicon* lexicon_;
 };
 

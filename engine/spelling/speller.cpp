@@ -111,7 +111,7 @@ int EditCost(std::string_view written, std::string_view meant, int limit) {
   return rows[written.size() % 3][meant.size()];
 }
 
-Speller::Speller(const Lexicon& lexicon) : lexicon_(lexicon) {
+Speller::Speller(const Lexicon& lexicon, const WordSet& accepted) : lexicon_(lexicon), accepted_(accepted) {
   for (const Word& word : lexicon.Words()) {
     const std::string_view text = lexicon.Text(word);
     const bool plain = std::all_of(text.begin(), text.end(), IsLower);
@@ -181,7 +181,7 @@ void Speller::CheckWord(const Sentence& sentence, Findings& findings, int i) con
     return;
   }
   const bool shout = token.text.size() > 1 && IsUpper(token.text[0]) && IsUpper(token.text[1]);
-  if (shout || findings.List("accepted_words").count(token.lower) != 0) return;
+  if (shout || accepted_.contains(token.lower)) return;
   if (IsPartOfName(sentence, i)) return;
   if (sentence.IsName(i) || HasInnerCapital(token.text)) {
     findings.Add("unknown-name", i, i, {});

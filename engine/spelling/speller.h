@@ -16,8 +16,9 @@ constexpr std::size_t kLongestWord = 40;  ///< longer words are neither correcte
 
 class Speller {
  public:
-  /// Gathers the words that may be proposed. The lexicon must outlive the speller.
-  explicit Speller(const Lexicon& lexicon);
+  /// Gathers the words that may be proposed. `accepted` are right although no dictionary has them. Both must
+  /// outlive the speller.
+  Speller(const Lexicon& lexicon, const WordSet& accepted);
 
   /// Whether a word is right as written, also as a compound ("well-known") or behind a prefix ("unhelpful").
   bool Knows(const Token& token) const;
@@ -33,6 +34,7 @@ class Speller {
   void CheckWord(const Sentence& sentence, Findings& findings, int i) const;
 
   const Lexicon& lexicon_;
+  const WordSet& accepted_;
   std::array<std::vector<const Word*>, kLongestWord + 1> candidates_;  // common words, by length
 };
 

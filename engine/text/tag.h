@@ -72,6 +72,7 @@ Tag TagFromName(std::string_view name);
 constexpr bool IsNoun(Tag t) { return t >= Tag::NN && t <= Tag::NNPS; }
 constexpr bool IsVerb(Tag t) { return t >= Tag::VB && t <= Tag::VBZ; }
 constexpr bool IsFiniteVerb(Tag t) { return t == Tag::VBD || t == Tag::VBP || t == Tag::VBZ || t == Tag::MD; }
+constexpr bool IsDeterminer(Tag t) { return t == Tag::DT || t == Tag::PRPS; }
 constexpr bool IsAdjective(Tag t) { return t >= Tag::JJ && t <= Tag::JJS; }
 constexpr bool IsAdverb(Tag t) { return t >= Tag::RB && t <= Tag::RBS; }
 

@@ -1,6 +1,7 @@
 // Rule files: what a mistake in one is told as, and how patterns match.
 #include <gtest/gtest.h>
 
+#include "engine/grammar/lists.h"
 #include "engine/rules/matcher.h"
 #include "engine/tagger/tagger.h"
 #include "tests/engine/shared_engine.h"
@@ -35,8 +36,13 @@ TEST(RuleReader, NamesFileAndLineOfAMistake) {
     EXPECT_NE(MistakeIn(text).find(part), std::string::npos) << MistakeIn(text);
 }
 
-TEST(RuleReader, NamesARuleThatACheckAsksForInVain) {
-  EXPECT_THROW(RuleBook().Named("gone"), std::runtime_error);
+TEST(RuleReader, NamesTheRuleAndTheListThatAreAskedForInVain) {
+  RuleBook book;
+  book.Add("list fruit: apple\nlist fruit: pear\n", "x.rules");
+  EXPECT_EQ(book.List("fruit"), (WordSet{"apple", "pear"}));
+  EXPECT_THROW(book.Named("gone"), std::runtime_error);
+  EXPECT_THROW(book.List("gone"), std::runtime_error);
+  EXPECT_THROW(Lists{book}, std::runtime_error) << "the lists of the checks";
 }
 
 class PatternTest : public ::testing::Test {

@@ -46,7 +46,8 @@ class LexiconTest : public ::testing::Test {
  protected:
   const TableFile tables_{std::filesystem::path(ENGINE_DATA) / "tolvex.tables"};
   const Lexicon lexicon_{tables_};
-  const Speller speller_{lexicon_};
+  const WordSet accepted_;
+  const Speller speller_{lexicon_, accepted_};
 };
 
 TEST_F(LexiconTest, InflectsVerbs) {
