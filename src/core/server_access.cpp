@@ -85,7 +85,7 @@ void PostDecodeForm(Program& program, const std::string& code) {
       "<input type='HIDDEN' name='pno' value='{}'>\r\n<input type='HIDDEN' name='code' value='{}'>\r\n"
       "</body>\r\n</html>\r\n",
       program.app.gServerUrlRoot, program.app.gAccountNo, code);
-  program.hall.frmBrowser->GoPostPage(page.Markup(), 2);
+  program.hall.frmBrowser->GoPostPage(page, 2);
 }
 
 }  // namespace marovane
