@@ -1,5 +1,6 @@
 #include "base/html.h"
 
+#include "base/text.h"
 #include "base/utf8.h"
 
 namespace base {
@@ -43,6 +44,12 @@ std::string Escaped(std::string_view text) {
     at += character.length;
   }
   return escaped;
+}
+
+Html Literal(HtmlLiteral markup) { return Html(std::string(markup.Text())); }
+
+Html WithCrLf(const Html& piece) {
+  return Html(Replace(Replace(piece.Markup(), "\r\n", "\n"), "\n", "\r\n"));
 }
 
 }  // namespace base

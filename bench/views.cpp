@@ -97,13 +97,15 @@ class Bench {
       RebuildDays(days_);
       return std::size_t{0};
     });
-    Measure("diary", [this] { return DiaryPage(DiaryDays(days_)).size(); });
-    Measure("day sentences, all days", [this] { return DaySentencesPage(days_.OkSentences({}), {}).size(); });
+    Measure("diary", [this] { return DiaryPage(DiaryDays(days_)).Markup().size(); });
+    Measure("day sentences, all days",
+            [this] { return DaySentencesPage(days_.OkSentences({}), {}).Markup().size(); });
     Measure("day sentences, one day",
-            [this] { return DaySentencesPage(days_.OkSentences({kToday}), {}).size(); });
+            [this] { return DaySentencesPage(days_.OkSentences({kToday}), {}).Markup().size(); });
     Measure("error statistics",
-            [this] { return ErrorStatisticsPage("/x", CountErrors(errList_, counts_)).size(); });
-    Measure("charts", [this] { return ChartsPage(CollectCharts(records_, errList_, kToday)).size(); });
+            [this] { return ErrorStatisticsPage("/x", CountErrors(errList_, counts_)).Markup().size(); });
+    Measure("charts",
+            [this] { return ChartsPage(CollectCharts(records_, errList_, kToday)).Markup().size(); });
   }
 
  private:

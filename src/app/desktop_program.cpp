@@ -2,7 +2,6 @@
 
 #include "core/places.h"
 #include "platform/run_time_error.h"
-#include "platform/web_browser.h"
 
 namespace marovane {
 
@@ -30,8 +29,7 @@ QtWindows::Options DesktopProgram::WindowOptions(const std::string& edition) {
   const QString uiFolder = QString::fromStdString(environment.programFolder / "ui");
   return {.uiFolder = uiFolder,
           .webLibrary = QString::fromStdString(environment.helperFolder / "libmarovane_qt_web.so"),
-          .webRights = {.nonce = QString::fromStdString(PageNonce()),
-                        .pictureFolder = uiFolder,
+          .webRights = {.pictureFolder = uiFolder,
                         .ownServer = [this] { return QString::fromStdString(ServerRoot()); },
                         .mayCommand = [this](const QString& url) { return IsOwnPage(url.toStdString()); }},
           .onActivated = [this] { PassFocusOn(); }};

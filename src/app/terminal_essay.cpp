@@ -17,6 +17,7 @@
 #include "platform/html.h"
 #include "platform/machine.h"
 #include "platform/run_time_error.h"
+#include "platform/web_browser.h"
 #include "records/essay_topics.h"
 
 namespace marovane {
@@ -132,12 +133,14 @@ void TerminalEssay::AskCorrection() {
 }
 
 int TerminalEssay::Report(const std::string& essayId, const std::string& htmlFile) {
-  const std::string page = EssayReportPage(composition_.essay, essayId);
+  const base::Html page = EssayReportPage(composition_.essay, essayId);
   if (htmlFile.empty()) {
-    fmt::print("{}", HtmlToText(page));
+    fmt::print("{}", HtmlToText(page.Markup()));
   } else {
     base::RewriteFile(composition_.program.machine.files, htmlFile,
-                      base::Replace(page, "charset=big5", "charset=utf-8"), false);
+                      PagePolicy(composition_.program.app.gServerUrlRoot).Markup() +
+                          base::Replace(page.Markup(), "charset=big5", "charset=utf-8"),
+                      false);
   }
   std::fflush(stdout);
   return kFinished;

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "base/html.h"
 #include "base/text.h"
 #include "platform/environment.h"
 #include "platform/machine.h"
@@ -12,32 +11,23 @@
 
 namespace marovane {
 
-std::string GetSentenceStyle(const std::string& sentence) {
-  const std::string text = sentence + " ";
-  bool inPlain = true;
-  std::string result;
-  std::string segment;
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    if (text[i] != '*' && i + 1 != text.size()) {
-      segment += text[i];
-      continue;
-    }
-    inPlain = !inPlain;
-    if (inPlain) {
-      result += "<span style='background-color: #FFFFFF'>" + base::Escaped(segment) + "</span>";
-    } else {
-      result += base::Escaped(segment);
-    }
-    segment.clear();
+base::Html GetSentenceStyle(const std::string& sentence) {
+  base::Html parts;
+  bool standsOut = false;
+  for (const auto& part : base::Split(sentence, "*")) {
+    if (standsOut) parts.Add("<span style='background-color: #FFFFFF'>{}</span>", part);
+    if (!standsOut) parts.Add("{}", part);
+    standsOut = !standsOut;
   }
-  return "<p style='margin-top:0px;margin-bottom:0px;'>" + result + "</p>";
+  return base::Fill("<p style='margin-top:0px;margin-bottom:0px;'>{}</p>", parts);
 }
 
-std::string ErrSentencePage(const std::string& programFolder, const std::vector<std::string>& sentences) {
-  std::string page = BuildPageFrame("HEADER", "YELLOW") + ParchmentBody(programFolder) +
-                     "<p><font face='Arial' size='4' style='line-height:150%;'>";
+base::Html ErrSentencePage(const std::string& programFolder, const std::vector<std::string>& sentences) {
+  base::Html page = BeginParchmentPage(programFolder);
+  page.Add("<p><font face='Arial' size='4' style='line-height:150%;'>");
   for (const auto& sentence : sentences) page += GetSentenceStyle(base::Trim(sentence));
-  return page + "</font></p>" + BuildPageFrame("FOOTER", "");
+  page.Add("</font></p>{}", BuildPageFrame("FOOTER", ""));
+  return page;
 }
 
 FrmErrSentence::FrmErrSentence(Program& program, RecordDb& records)

@@ -13,9 +13,9 @@ namespace marovane {
 class RecordDb;
 
 /// One marked sentence as HTML; the parts between pairs of "*" stand out.
-std::string GetSentenceStyle(const std::string& sentence);
+base::Html GetSentenceStyle(const std::string& sentence);
 /// The page of `frmErrSentence`.
-std::string ErrSentencePage(const std::string& programFolder, const std::vector<std::string>& sentences);
+base::Html ErrSentencePage(const std::string& programFolder, const std::vector<std::string>& sentences);
 
 class FrmErrSentence : public Form, public ErrorSentences {
  public:

@@ -2,7 +2,6 @@
 
 #include <array>
 
-#include "base/html.h"
 #include "base/text.h"
 #include "views/page_frame.h"
 
@@ -28,34 +27,26 @@ Suggestion ReadSynonym(const std::string& item) {
   return {.value = item.substr(0, bar), .text = item.substr(bar + 2)};
 }
 
-std::string Picture(const std::string& programFolder, const char* name) {
-  return "file:///" + programFolder + "/ui/" + name;
+base::Html Picture(const std::string& programFolder, const char* name) {
+  return base::Fill("file:///{}/ui/{}", programFolder, name);
 }
 
-std::string HiddenPictures(const std::string& programFolder) {
-  constexpr std::array kNames{"btnok_off.gif", "btnok_over.gif", "btnok_on.gif"};
-  std::string html = "<div style='display:none;'>";
-  for (std::size_t i = 0; i < kNames.size(); ++i) {
-    html += "<img id='img_btnOK" + std::to_string(i) + "' width='1' height='1' src='" +
-            base::Escaped(Picture(programFolder, kNames.at(i))) + "'>";
+base::Html HiddenPictures(const std::string& programFolder) {
+  base::Html pictures;
+  int number = 0;
+  for (const char* name : {"btnok_off.gif", "btnok_over.gif", "btnok_on.gif"}) {
+    pictures.Add("<img id='img_btnOK{}' width='1' height='1' src='{}'>", number++,
+                 Picture(programFolder, name));
   }
-  return html + "</div>";
+  return base::Fill("<div style='display:none;'>{}</div>", pictures);
 }
 
-std::string Row(int number, const Suggestion& suggestion) {
-  const std::string id = "suggest" + std::to_string(number);
-  const std::string value = base::Escaped(suggestion.value);
-  const std::string clicks = " data-pick='" + id + "' data-open='cmd:suggest:" + value + "'";
-  return "<table width='99%'><td width='20'><input type='radio' name='suggest' id='" + id + "' value='" +
-         value + "'" + clicks + "></td><td width='95%'><a style='text-decoration: none;' href='#'" + clicks +
-         "><font style='font-family: Arial; font-size: 13px; color: #000000; line-height:150%;'>" +
-         base::Escaped(suggestion.text) + "</font></a></td></table>";
-}
-
-std::string OkButton(const std::string& programFolder) {
-  return "<input type='image' id='btnOK' name='btnOK' src='" +
-         base::Escaped(Picture(programFolder, "btnok_off.gif")) + "' data-faces='img_btnOK' data-send>";
-}
+constexpr char kRow[] =
+    "<table width='99%'><td width='20'><input type='radio' name='suggest' id='suggest{0}' value='{1}' "
+    "data-pick='suggest{0}' data-open='cmd:suggest:{1}'></td><td width='95%'>"
+    "<a style='text-decoration: none;' href='#' data-pick='suggest{0}' data-open='cmd:suggest:{1}'>"
+    "<font style='font-family: Arial; font-size: 13px; color: #000000; line-height:150%;'>{2}</font></a>"
+    "</td></table>";
 
 }  // namespace
 
@@ -83,12 +74,14 @@ std::vector<Suggestion> ReadSuggestions(const std::string& kind, const std::stri
   return suggestions;
 }
 
-std::string SuggestPage(const std::string& programFolder, const std::vector<Suggestion>& suggestions) {
-  std::string page = BuildPageFrame("HEADER", "YELLOW") + ParchmentBody(programFolder) + "<p>" +
-                     HiddenPictures(programFolder) + "<font face='Arial' size='4' style='line-height:150%;'>";
+base::Html SuggestPage(const std::string& programFolder, const std::vector<Suggestion>& suggestions) {
+  base::Html page = BeginParchmentPage(programFolder);
+  page.Add("<p>{}<font face='Arial' size='4' style='line-height:150%;'>", HiddenPictures(programFolder));
   int number = 0;
-  for (const auto& suggestion : suggestions) page += Row(++number, suggestion);
-  return page + OkButton(programFolder) + "</p>" + BuildPageFrame("FOOTER", "");
+  for (const auto& [value, text] : suggestions) page.Add(kRow, ++number, value, text);
+  page.Add("<input type='image' id='btnOK' name='btnOK' src='{}' data-faces='img_btnOK' data-send></p>{}",
+           Picture(programFolder, "btnok_off.gif"), BuildPageFrame("FOOTER", ""));
+  return page;
 }
 
 }  // namespace marovane

@@ -4,6 +4,8 @@
 #include <string>
 #include <vector>
 
+#include "base/html.h"
+
 namespace marovane {
 
 struct Suggestion {
@@ -22,6 +24,6 @@ std::vector<Suggestion> ReadSuggestions(const std::string& kind, const std::stri
                                         const std::string& separator);
 
 /// The page; a pick navigates to "cmd:suggest:" and the value.
-std::string SuggestPage(const std::string& programFolder, const std::vector<Suggestion>& suggestions);
+base::Html SuggestPage(const std::string& programFolder, const std::vector<Suggestion>& suggestions);
 
 }  // namespace marovane

@@ -80,7 +80,7 @@ void PostDecodeForm(Program& program, const std::string& code) {
       "</body>\r\n</html>\r\n",
       program.app.gServerUrlRoot, protocol::page::kShowPackedPage, protocol::kAccessKey,
       program.app.gAccountNo, code);
-  program.hall.frmBrowser->GoPostPage(page.Markup(), 2);
+  program.hall.frmBrowser->GoPostPage(page, 2);
 }
 
 }  // namespace marovane

@@ -5,6 +5,8 @@
 #include <string>
 #include <utility>
 
+#include "base/html.h"
+
 namespace marovane {
 
 class Control;
@@ -58,9 +60,9 @@ class TextMenu : public HallWindow {
 class Browser : public HallWindow {
  public:
   virtual void GoNavigate(const std::string& url, int mode) = 0;
-  virtual void GoWritePage(const std::string& html, int mode) = 0;
+  virtual void GoWritePage(const base::Html& page, int mode) = 0;
   /// Writes a page into the pane and submits its first form.
-  virtual void GoPostPage(const std::string& html, int mode) = 0;
+  virtual void GoPostPage(const base::Html& page, int mode) = 0;
 };
 
 /// `frmSuggest`.

@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "base/html.h"
 #include "records/essay_records.h"
 
 namespace marovane {
@@ -22,6 +23,6 @@ struct EssayCollection {
 
 /// Row n, counted from 1, has a box "chk" + n with the essay's id, and a hidden field "rec" + n. Links are
 /// "cmd:show:" and an essay's id, "cmd:snd:" with "@" and its topic behind that, "cmd:res:" and a topic.
-std::string EssayCollectPage(const EssayCollection& collection);
+base::Html EssayCollectPage(const EssayCollection& collection);
 
 }  // namespace marovane

@@ -1,6 +1,5 @@
 #include "essay/comparison.h"
 
-#include "base/html.h"
 #include "base/text.h"
 #include "essay/archive.h"
 #include "platform/machine.h"
@@ -9,13 +8,18 @@
 
 namespace marovane {
 
-std::string EssayComparePage(const std::string& text) {
-  return BuildPageFrame("HEADER", "#FFFFCC") +
-         "<body scroll='auto'>"
-         "<table width='100%' border='0'>"
-         "<td width='100%' style='font-family: Cambria; font-size: 15px; color: #333333; font-weight:bold; "
-         "line-height:150%;'>" +
-         base::Replace(base::Escaped(text), "\r\n", "<br>") + "</td></table>" + BuildPageFrame("FOOTER", "");
+base::Html EssayComparePage(const std::string& text) {
+  base::Html lines;
+  base::Html separator;
+  for (const auto& line : base::Split(text, "\r\n")) {
+    lines.Add("{}{}", separator, line);
+    separator = base::Literal("<br>");
+  }
+  return base::Fill(
+      "{}<body scroll='auto'><table width='100%' border='0'>"
+      "<td width='100%' style='font-family: Cambria; font-size: 15px; color: #333333; font-weight:bold; "
+      "line-height:150%;'>{}</td></table>{}",
+      BuildPageFrame("HEADER", "#FFFFCC"), lines, BuildPageFrame("FOOTER", ""));
 }
 
 FrmEssayCompare::FrmEssayCompare(Program& program)

@@ -10,8 +10,9 @@
 
 namespace marovane {
 
-/// The page of `frmEssayCompare`. The text (UTF-8, lines ended by CR LF) stands in it as it is.
-std::string EssayComparePage(const std::string& text);
+/// The page of `frmEssayCompare`.
+/// @param text UTF-8, lines ended by CR LF
+base::Html EssayComparePage(const std::string& text);
 
 class FrmEssayCompare : public Form {
  public:

@@ -1,12 +1,9 @@
 #include "essay/report.h"
 
-#include <fmt/format.h>
-
 #include <algorithm>
 #include <unordered_map>
 
 #include "base/digest.h"
-#include "base/html.h"
 #include "base/text.h"
 #include "essay/text_rules.h"
 #include "platform/run_time_error.h"
@@ -41,8 +38,8 @@ std::string KeyOf(const std::string& sentence) {
   return base::Replace(base::Replace(sentence, "*", ""), " ", "");
 }
 
-std::string Image(const EssayReport& report, const char* name, const std::string& attributes = "") {
-  return fmt::format("<img src='{}{}' border='0'{}>", base::Escaped(report.imageRoot), name, attributes);
+base::Html Image(const EssayReport& report, const char* name, const base::Html& attributes = {}) {
+  return base::Fill("<img src='{}{}' border='0'{}>", report.imageRoot, name, attributes);
 }
 
 std::vector<Entry> FinishedEntries(const EssayReport& report) {
@@ -111,37 +108,33 @@ Attempts AttemptsAt(const EssayReport& report, const std::string& essaySId) {
   return attempts;
 }
 
-std::string RightSentence(const Entry& entry, const std::string& sentence) {
-  return fmt::format("<span style='color:{};font-weight:bold;'>{}</span>\r\n",
-                     entry.colour == kUndecided ? kRight : entry.colour, base::Escaped(sentence));
+base::Html RightSentence(const Entry& entry, const std::string& sentence) {
+  return base::Fill("<span style='color:{};font-weight:bold;'>{}</span>\r\n",
+                    entry.colour == kUndecided ? kRight : entry.colour, sentence);
 }
 
-std::string WarnedSentence(const EssayReport& report, const Entry& entry, const std::string& sentence) {
-  return fmt::format(
+base::Html WarnedSentence(const EssayReport& report, const Entry& entry, const std::string& sentence) {
+  return base::Fill(
       "<span class='plain' style='color:{};font-weight:bold;text-decoration: underline;cursor:pointer;' "
       " title ='需注意句子，點一下可查看詳細批改內容'  data-go='cmd:show:{}'"
       " alt='查看詳細分析結果' title='查看詳細分析結果'>{}{}</span>\r\n",
-      entry.colour == kUndecided ? kWarned : entry.colour, base::SlotMd5(KeyOf(sentence)),
-      base::Escaped(sentence), Image(report, "ico_mrv_ext.gif"));
+      entry.colour == kUndecided ? kWarned : entry.colour, base::SlotMd5(KeyOf(sentence)), sentence,
+      Image(report, "ico_mrv_ext.gif"));
 }
 
-std::string ToggleOnClick(const Entry& entry) {
-  return fmt::format(" data-toggle='err{}'", base::Escaped(entry.essaySId));
-}
-
-std::string FaultySentence(const EssayReport& report, const Entry& entry, const std::string& sentence,
-                           std::size_t attempts, const std::string& note) {
-  return fmt::format(
+base::Html FaultySentence(const EssayReport& report, const Entry& entry, const std::string& sentence,
+                          std::size_t attempts, const std::string& note) {
+  return base::Fill(
       "<span class='plain' style='color:{};font-weight:bold;text-decoration: underline;cursor:pointer;' "
-      " title ='修正過{}次，{}點一下可查看詳細批改內容' {}>{}{}</span>\r\n",
-      entry.colour, attempts, note, ToggleOnClick(entry), base::Escaped(sentence),
-      Image(report, "ico_mrv_err.gif"));
+      " title ='修正過{}次，{}點一下可查看詳細批改內容'  data-toggle='err{}'>{}{}</span>\r\n",
+      entry.colour, attempts, note, entry.essaySId, sentence, Image(report, "ico_mrv_err.gif"));
 }
 
-std::string CloseIcon(const EssayReport& report, const Entry& entry, const char* name, int bottom) {
-  return fmt::format(
-      "<p align='right' style='margin-top:0px;margin-bottom:{}px;'>{}</p>", bottom,
-      Image(report, name, " style='cursor:pointer;' alt='關閉' title='關閉' " + ToggleOnClick(entry)));
+base::Html CloseIcon(const EssayReport& report, const Entry& entry, const char* name, int bottom) {
+  return base::Fill("<p align='right' style='margin-top:0px;margin-bottom:{}px;'>{}</p>", bottom,
+                    Image(report, name,
+                          base::Fill(" style='cursor:pointer;' alt='關閉' title='關閉'  data-toggle='err{}'",
+                                     entry.essaySId)));
 }
 
 // The engine's form of a sentence as a reader knows it.
@@ -151,106 +144,111 @@ std::string CleanAttempt(const std::string& stored) {
   return base::Replace(text, "*", "");
 }
 
-std::string Outline(const EssayReport& report, const std::string& errcode) {
+base::Html Outline(const EssayReport& report, const std::string& errcode) {
   const std::string outline = report.outlineOf(errcode);
-  if (outline.empty()) return "";
-  return "<ul style='line-height:100%; margin-top:5px; margin-bottom:5px;'>"
-         "<font style='font-family: Arial; font-size: 13px; color: #008000;'>" +
-         base::Escaped(outline) + "\r\n</font></ul>";
+  if (outline.empty()) return {};
+  return base::Fill(
+      "<ul style='line-height:100%; margin-top:5px; margin-bottom:5px;'>"
+      "<font style='font-family: Arial; font-size: 13px; color: #008000;'>{}\r\n</font></ul>",
+      outline);
 }
 
-std::string AttemptItem(const EssayReport& report, const ErrSentence& attempt, int number) {
+base::Html AttemptItem(const EssayReport& report, const ErrSentence& attempt, int number) {
   const std::string text = CleanAttempt(attempt.sentence);
-  return fmt::format(
+  return base::Fill(
       "<li style='line-height:100%; margin-top:10px; margin-bottom:5px;'>"
       "<font style='font-family: Arial; font-size: 13px; color: #000000;'>第{}次錯誤：\r\n</font>"
       "<a href='cmd:show:{}' alt='查看詳細分析結果' title='查看詳細分析結果'>\r\n"
       "<font class='blue' style='font-family: Cambria; font-size: 14px; font-weight:bold; color: #FF0000;' >"
       "\r\n{}{}\r\n</font>\r\n</a>\r\n{}</li>",
-      number, base::SlotMd5(base::Replace(text, " ", "")), base::Escaped(text),
-      Image(report, "ico_mrv_hint.gif"), Outline(report, attempt.errcode));
+      number, base::SlotMd5(base::Replace(text, " ", "")), text, Image(report, "ico_mrv_hint.gif"),
+      Outline(report, attempt.errcode));
 }
 
-std::string AttemptsBlock(const EssayReport& report, const Entry& entry, const Attempts& attempts,
-                          const std::string& note) {
-  std::string block = fmt::format(
+base::Html AttemptsBlock(const EssayReport& report, const Entry& entry, const Attempts& attempts,
+                         const std::string& note) {
+  base::Html block = base::Fill(
       "<div align='left' id='err{}' style='width:95%; border: 1px solid #808080; background-color:#FFFFFF; "
       "margin-left:20px; margin-top:10px; margin-bottom:10px; padding:10px; display:none;'>"
       "<font style='font-size:15px;color:#FF0000;'>",
-      base::Escaped(entry.essaySId));
-  if (!note.empty()) block += Image(report, "mrv_icon_warning.gif") + "&nbsp;" + note;
-  block += "</font>" + CloseIcon(report, entry, "ico_mrv_close.gif", -10) + "\r\n";
+      entry.essaySId);
+  if (!note.empty()) block.Add("{}&nbsp;{}", Image(report, "mrv_icon_warning.gif"), note);
+  block.Add("</font>{}\r\n", CloseIcon(report, entry, "ico_mrv_close.gif", -10));
   int number = 0;
   for (const auto* attempt : attempts) block += AttemptItem(report, *attempt, ++number);
   if (attempts.size() >= 2) block += CloseIcon(report, entry, "ico_mrv_closeup.gif", 0);
-  return block + "</div>";
+  block.Add("</div>");
+  return block;
 }
 
-std::string FaultyWithAttempts(const EssayReport& report, Entry entry, const std::string& sentence,
-                               const Attempts& attempts) {
+base::Html FaultyWithAttempts(const EssayReport& report, Entry entry, const std::string& sentence,
+                              const Attempts& attempts) {
   if (entry.colour == kUndecided) entry.colour = kCorrected;
   const bool isBreak = entry.colour == kBrokeOff;
   const std::string note = isBreak ? kBreakNote : "";
-  std::string text = FaultySentence(report, entry, sentence, attempts.size(), note) +
-                     AttemptsBlock(report, entry, attempts, note);
+  base::Html text = FaultySentence(report, entry, sentence, attempts.size(), note);
+  text += AttemptsBlock(report, entry, attempts, note);
   if (isBreak) {
-    text += "<span style='margin-right:-150px;'>" +
-            Image(report, "ico_sys_break_point_flash.gif",
-                  " alt='系統批改到此處被中斷' title='系統批改到此處被中斷'") +
-            "</span>";
+    text.Add("<span style='margin-right:-150px;'>{}</span>",
+             Image(report, "ico_sys_break_point_flash.gif",
+                   base::Literal(" alt='系統批改到此處被中斷' title='系統批改到此處被中斷'")));
   }
   return text;
 }
 
-std::string WriteEntry(const EssayReport& report, const Entry& entry) {
+base::Html WriteEntry(const EssayReport& report, const Entry& entry) {
   const std::string sentence = PlainApostrophes(entry.sentence);
   const Attempts attempts = AttemptsAt(report, entry.essaySId);
   if (!attempts.empty()) return FaultyWithAttempts(report, entry, sentence, attempts);
   if (entry.haveHtm == "N") return RightSentence(entry, sentence);
   if (entry.haveHtm == "2") return WarnedSentence(report, entry, sentence);
-  return "";
+  return {};
 }
 
-std::string Head() {
-  return BuildPageFrame("HEADER", "#FFFFCC") + PageActions() +
-         "<body scroll='auto'>"
-         "<table width='100%' border='0'>"
-         "<td width='100%' style='font-family: Cambria; font-size: 15px; color: #000000; line-height:150%;'>";
+base::Html Head() {
+  return base::Fill(
+      "{}{}<body scroll='auto'><table width='100%' border='0'>"
+      "<td width='100%' style='font-family: Cambria; font-size: 15px; color: #000000; line-height:150%;'>",
+      BuildPageFrame("HEADER", "#FFFFCC"), PageActions());
 }
 
-std::string Count(const char* before, std::size_t number, const char* colour, const char* unit) {
-  return fmt::format(
+base::Html Count(const char* before, std::size_t number, const char* colour, const char* unit) {
+  return base::Fill(
       "{} <font style='font-family:Cambria;font-size:24px;font-weight:bold;color:{};'>{}</font> {}", before,
       colour, number, unit);
 }
 
-std::string Foot(const EssayReport& report, std::size_t sentences, std::size_t words) {
-  std::string foot =
+base::Html Foot(const EssayReport& report, std::size_t sentences, std::size_t words) {
+  base::Html foot = base::Literal(
       "</td>\r\n</table>\r\n"
       "<br /><table width='100%' height='1' border='0'><td width='100%' height='1' "
-      "bgcolor='#CCCCCC'></td></table>";
+      "bgcolor='#CCCCCC'></td></table>");
   if (IsBroken(report)) {
-    foot += "<p align='center' style='margin-top:5px;margin-bottom:0px;font-size:13px;color:#FF0066;'>" +
-            Image(report, "mrv_icon_warning.gif") +
-            "&nbsp;這篇短文批改過程中被中斷，批改分析僅分析至中斷點</p>";
+    foot.Add(
+        "<p align='center' style='margin-top:5px;margin-bottom:0px;font-size:13px;color:#FF0066;'>"
+        "{}&nbsp;這篇短文批改過程中被中斷，批改分析僅分析至中斷點</p>",
+        Image(report, "mrv_icon_warning.gif"));
   }
-  return foot + "<p align='center' style='margin-top:5px;margin-bottom:0px;font-size:13px;color:#008000;'>" +
-         Count("全文共", sentences, "#0000FF", "個句子，") + Count("共計", words, "#0000FF", "個字，") +
-         Count("犯錯", report.errSentences.size(), "#FF0000", "次") + "</p>" + BuildPageFrame("FOOTER", "");
+  foot.Add(
+      "<p align='center' style='margin-top:5px;margin-bottom:0px;font-size:13px;color:#008000;'>{}{}{}</p>{}",
+      Count("全文共", sentences, "#0000FF", "個句子，"), Count("共計", words, "#0000FF", "個字，"),
+      Count("犯錯", report.errSentences.size(), "#FF0000", "次"), BuildPageFrame("FOOTER", ""));
+  return foot;
 }
 
 }  // namespace
 
-std::string BuildEssayReport(const EssayReport& report) {
+base::Html BuildEssayReport(const EssayReport& report) {
   const auto entries = IsBroken(report) ? BrokenEntries(report) : FinishedEntries(report);
   if (entries.size() > kMostSentences) throw RunTimeError("短文超過 1000 個句子，無法顯示分析結果");
   std::size_t words = 0;
-  std::string page = Head();
+  base::Html page = Head();
   for (const auto& entry : entries) {
     words += base::Split(entry.sentence, " ").size();
     page += WriteEntry(report, entry);
   }
-  return page + Foot(report, entries.size(), words);
+  page += Foot(report, entries.size(), words);
+  return page;
 }
 
 }  // namespace marovane

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "base/html.h"
 #include "records/essay_records.h"
 
 namespace marovane {
@@ -20,6 +21,6 @@ struct EssayReport {
 
 /// The page. Its links are "cmd:show:" and the checksum of an archived engine page; a click on a
 /// sentence opens and closes its list of wrong attempts. Throws RunTimeError for more than 1000 sentences.
-std::string BuildEssayReport(const EssayReport& report);
+base::Html BuildEssayReport(const EssayReport& report);
 
 }  // namespace marovane

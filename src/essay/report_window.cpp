@@ -27,7 +27,7 @@ void Reload(EssayRoom& room, bool viewOnly) {
   app.gEssayReportShown = !viewOnly;
 }
 
-void WritePage(FrmEssay& frmEssay, const std::string& page) {
+void WritePage(FrmEssay& frmEssay, const base::Html& page) {
   auto& webHtml = frmEssay.webHtml;
   webHtml.Top = kParked;
   webHtml.Left = kParked;
@@ -57,7 +57,7 @@ void RestoreState(AppState& app, const EssayRow& essay) {
   app.gEssayQuiz = PlainApostrophes(essay.quiz);
 }
 
-std::string BuildPage(EssayRoom& room, const EssayRow& essay) {
+base::Html BuildPage(EssayRoom& room, const EssayRow& essay) {
   EssayRecords records(room.records);
   return BuildEssayReport({.essay = essay,
                            .okSentences = records.OkSentencesOf(essay.essayId),
@@ -68,14 +68,14 @@ std::string BuildPage(EssayRoom& room, const EssayRow& essay) {
 
 }  // namespace
 
-std::string EssayReportPage(EssayRoom& room, const std::string& essayId) {
+base::Html EssayReportPage(EssayRoom& room, const std::string& essayId) {
   return BuildPage(room, FindEssay(room, essayId));
 }
 
 void ShowEssayResultHtml(EssayRoom& room, const std::string& essayId, bool viewOnly) {
   auto& app = room.program.app;
   const EssayRow essay = FindEssay(room, essayId);
-  const std::string page = BuildPage(room, essay);
+  const base::Html page = BuildPage(room, essay);
   Reload(room, viewOnly);
   FrmEssay& frmEssay = *room.frmEssay;
   WritePage(frmEssay, page);

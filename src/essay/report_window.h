@@ -3,12 +3,14 @@
 
 #include <string>
 
+#include "base/html.h"
+
 namespace marovane {
 
 struct EssayRoom;
 
 /// The report's page (HTML in UTF-8), made from the records alone. Throws RunTimeError for an unknown essay.
-std::string EssayReportPage(EssayRoom& room, const std::string& essayId);
+base::Html EssayReportPage(EssayRoom& room, const std::string& essayId);
 
 /// Loads the essay window afresh and shows the report in the place of the input box. It may be called by a
 /// procedure of the old window: that one lives until its handler has returned. Throws RunTimeError, and

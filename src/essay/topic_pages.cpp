@@ -1,10 +1,6 @@
 #include "essay/topic_pages.h"
 
-#include <fmt/format.h>
-
 #include "base/day.h"
-#include "base/html.h"
-#include "base/text.h"
 #include "essay/topic_parts.h"
 #include "views/page_frame.h"
 
@@ -14,10 +10,10 @@ namespace {
 
 using namespace topic_parts;
 
-constexpr const char* kNothing = "<font style='color:#808080;'>---</font>";
-constexpr const char* kSeparator = "<tr><td colspan='{}' height='1' bgcolor='#6A6A6A'></td></tr>\n";
+constexpr char kNothing[] = "<font style='color:#808080;'>---</font>";
+constexpr char kSeparator[] = "<tr><td colspan='{}' height='1' bgcolor='#6A6A6A'></td></tr>\n";
 
-constexpr const char* kOpenAssigned = R"html(<div align='center'>
+constexpr char kOpenAssigned[] = R"html(<div align='center'>
 <table width='720' border='0'>
 <tr><td colspan='7' align='left' style='font-size:13px; color:#FFFF00; line-height:150%;'>{0}點選《題目》中某題目可開始進行練習。已交卷題目則可查看是否有教師批閱內容<br>{0}已作過練習的題目可點選《顯示各次系統檢查結果》查看該題目某次練習的系統批閱內容</td></tr>
 <tr style='font-size:14px; color:#FFCC00'>
@@ -31,7 +27,7 @@ constexpr const char* kOpenAssigned = R"html(<div align='center'>
 </tr>
 )html";
 
-constexpr const char* kOpenOwn = R"html(<div align='center'>
+constexpr char kOpenOwn[] = R"html(<div align='center'>
 <table width='720' border='0'>
 <tr><td colspan='6' align='left' style='font-size:13px; color:#FFFF00; line-height:150%;'>{0}點選《題目》可再對該自訂題目進行練習。<br>{0}點選《練習數》可查看或修改已作過的練習</td></tr>
 <tr style='font-size:14px; color:#FFCC00'>
@@ -47,78 +43,92 @@ constexpr const char* kOpenOwn = R"html(<div align='center'>
 constexpr const char* kNoOpenWork = "※目前無作業。您可按 [開新短文] 自定題目練習";
 constexpr const char* kNoOwnTopic = "※目前沒有自定題目。您可按 [開新短文] 自定題目練習";
 
-constexpr const char* kOpenRow =
+constexpr char kOpenRow[] =
     "<tr style='font-size:14px; color:#CCCCCC'>\n"
     "<td valign='top' align='center'>{}</td>\n<td valign='top' align='left'>{}</td>\n";
-constexpr const char* kCell = "<td valign='top' align='center'>{}</td>\n";
+constexpr char kCell[] = "<td valign='top' align='center'>{}</td>\n";
 
-std::string Cell(const std::string& html) { return fmt::format(fmt::runtime(kCell), html); }
+constexpr char kStatus[] = "{}&nbsp;<font color='{}'>{}</font>";
+
+base::Html Cell(const base::Html& content) { return base::Fill(kCell, content); }
 
 // How often a topic was practised, when last, and how well.
-std::string PracticeCells(const Practice& practice, const std::string& countLink) {
-  if (practice.essays.empty()) return Cell(kNothing) + Cell(kNothing) + Cell(kNothing);
-  const std::string count = std::to_string(practice.essays.size());
-  return Cell(countLink.empty() ? count : Link(countLink, count, kCyan)) +
-         Cell(base::ShownDay(practice.essays.back().sDate)) + Cell(MistakesCell(practice.mistakes));
+base::Html PracticeCells(const Practice& practice, const std::string& countLink) {
+  const base::Html nothing = Cell(base::Literal(kNothing));
+  if (practice.essays.empty()) return base::Fill("{0}{0}{0}", nothing);
+  const base::Html count = base::Fill("{}", practice.essays.size());
+  return base::Fill("{}{}{}", Cell(countLink.empty() ? count : Link(countLink, count, kCyan)),
+                    Cell(base::Fill("{}", base::ShownDay(practice.essays.back().sDate))),
+                    Cell(MistakesCell(practice.mistakes)));
 }
 
-std::string AssignedStatus(const std::string& images, const AssignedTopic& topic) {
-  const auto& work = topic.assignment;
-  const std::string id = base::Escaped(work.workId);
-  if (!work.isHandedIn) {
-    std::string status = Image(images, "mrv_icon_warning.gif") + "&nbsp;<font color='#CCCC00'>未交卷</font>";
-    if (!topic.practice.essays.empty()) status += "<br>" + Link("cmd:col:" + id, "選取交卷?", kCyan);
-    return status;
+base::Html OpenStatus(const std::string& images, const AssignedTopic& topic) {
+  base::Html status = base::Fill(kStatus, Image(images, "mrv_icon_warning.gif"), "#CCCC00", "未交卷");
+  if (!topic.practice.essays.empty()) {
+    status.Add("<br>{}", Link("cmd:col:" + topic.assignment.workId, base::Literal("選取交卷?"), kCyan));
   }
-  return Image(images, "mrv_icon_check.gif") + "&nbsp;<font color='#00FF00'>已交卷</font><br>" +
-         (work.isMarked ? Link("cmd:res:" + id, "查看教師批閱", kCyan, " title='點一下可查看教師批閱內容'")
-                        : Colored(kGrey, "教師尚未批閱"));
+  return status;
 }
 
-std::string AssignedRow(const std::string& images, const AssignedTopic& topic) {
+base::Html HandedInStatus(const std::string& images, const Assignment& work) {
+  base::Html status = base::Fill(kStatus, Image(images, "mrv_icon_check.gif"), "#00FF00", "已交卷");
+  if (work.isMarked) {
+    status.Add("<br>{}", Link("cmd:res:" + work.workId, base::Literal("查看教師批閱"), kCyan,
+                              base::Literal(" title='點一下可查看教師批閱內容'")));
+  } else {
+    status.Add("<br><font style='color:{};'>教師尚未批閱</font>", kGrey);
+  }
+  return status;
+}
+
+base::Html AssignedRow(const std::string& images, const AssignedTopic& topic) {
   const auto& work = topic.assignment;
-  const std::string command = work.isHandedIn ? "cmd:res:" : "cmd:wid:";
-  std::string title = Link(command + base::Escaped(work.workId),
-                           base::Escaped(work.title.empty() ? work.workId : work.title));
-  std::string bell;
+  base::Html title = Link((work.isHandedIn ? "cmd:res:" : "cmd:wid:") + work.workId,
+                          base::Fill("{}", work.title.empty() ? work.workId : work.title));
+  base::Html bell;
   if (!work.changedOn.empty() && !topic.practice.essays.empty() && !work.isHandedIn) {
-    const std::string notice = "請注意！<br />教師在 " + base::Escaped(work.changedOn) + " 修改過題目內容";
-    bell = Image(images, "ico_bell.gif", fmt::format(" alt='{0}' title='{0}'", notice));
-    title += "<br>" + Colored("#99FF66", notice);
+    const base::Html notice = base::Fill("請注意！<br />教師在 {} 修改過題目內容", work.changedOn);
+    bell = Image(images, "ico_bell.gif", base::Fill(" alt='{0}' title='{0}'", notice));
+    title.Add("<br><font style='color:#99FF66;'>{}</font>", notice);
   }
-  return fmt::format(fmt::runtime(kOpenRow), bell, title) + PracticeCells(topic.practice, "") +
-         Cell(base::Escaped(work.deadline)) + Cell(AssignedStatus(images, topic)) + "</tr>\n" +
-         ResultsRow(images, work.workId, topic.practice, 7) + fmt::format(fmt::runtime(kSeparator), 7);
+  base::Html row = base::Fill(kOpenRow, bell, title);
+  row.Add("{}{}{}</tr>\n{}", PracticeCells(topic.practice, ""), Cell(base::Fill("{}", work.deadline)),
+          Cell(work.isHandedIn ? HandedInStatus(images, work) : OpenStatus(images, topic)),
+          ResultsRow(images, work.workId, topic.practice, 7));
+  row.Add(kSeparator, 7);
+  return row;
 }
 
-std::string OwnRow(const std::string& images, const OwnTopic& topic) {
-  const std::string id = base::Escaped(topic.workId);
-  return fmt::format(fmt::runtime(kOpenRow), "", Link("cmd:wid:" + id, base::Escaped(topic.title))) +
-         PracticeCells(topic.practice, "cmd:col:" + id) +
-         Cell(topic.isBroken ? "<font color='#CCCC00'>中斷</font>"
-                             : "<font color='#CCCCCC'>正常完成</font>") +
-         "</tr>\n" + ResultsRow(images, topic.workId, topic.practice, 6) +
-         fmt::format(fmt::runtime(kSeparator), 6);
+base::Html OwnRow(const std::string& images, const OwnTopic& topic) {
+  base::Html row = base::Fill(kOpenRow, "", Link("cmd:wid:" + topic.workId, base::Fill("{}", topic.title)));
+  row.Add("{}{}</tr>\n{}", PracticeCells(topic.practice, "cmd:col:" + topic.workId),
+          Cell(topic.isBroken ? base::Literal("<font color='#CCCC00'>中斷</font>")
+                              : base::Literal("<font color='#CCCCCC'>正常完成</font>")),
+          ResultsRow(images, topic.workId, topic.practice, 6));
+  row.Add(kSeparator, 6);
+  return row;
 }
 
-std::string Note(const char* text, int columns) {
-  return fmt::format(
+base::Html Note(const char* text, int columns) {
+  return base::Fill(
       "<tr><td></td><td colspan='{}' align='left' style='font-size:14px; color:#FFFFFF;'>{}</td></tr>\n",
       columns - 1, text);
 }
 
-std::string Finished(const std::string& page) {
-  return base::Replace(base::Replace(page, "\r\n", "\n"), "\n", "\r\n") + "</table></div>\r\n" +
-         BuildPageFrame("FOOTER", "");
+base::Html Finished(const base::Html& page) {
+  return base::Fill("{}</table></div>\r\n{}", WithCrLf(page), BuildPageFrame("FOOTER", ""));
 }
 
-std::string HelpSign(const std::string& images) { return Image(images, "icon_obj.gif") + "&nbsp;"; }
+base::Html HelpSign(const std::string& images) {
+  return base::Fill("{}&nbsp;", Image(images, "icon_obj.gif"));
+}
 
 }  // namespace
 
-std::string AssignedWorkPage(const std::string& imageRoot, const std::vector<AssignedTopic>& topics) {
-  std::string page =
-      OpenPage() + TabStrip(imageRoot, 1) + fmt::format(fmt::runtime(kOpenAssigned), HelpSign(imageRoot));
+base::Html AssignedWorkPage(const std::string& imageRoot, const std::vector<AssignedTopic>& topics) {
+  base::Html page = OpenPage();
+  page += TabStrip(imageRoot, 1);
+  page.Add(kOpenAssigned, HelpSign(imageRoot));
   bool hasOpenWork = false;
   for (const auto& topic : topics) {
     page += AssignedRow(imageRoot, topic);
@@ -128,9 +138,10 @@ std::string AssignedWorkPage(const std::string& imageRoot, const std::vector<Ass
   return Finished(page);
 }
 
-std::string OwnTopicsPage(const std::string& imageRoot, bool hasTabs, const std::vector<OwnTopic>& topics) {
-  std::string page = OpenPage() + (hasTabs ? TabStrip(imageRoot, 2) : "") +
-                     fmt::format(fmt::runtime(kOpenOwn), HelpSign(imageRoot));
+base::Html OwnTopicsPage(const std::string& imageRoot, bool hasTabs, const std::vector<OwnTopic>& topics) {
+  base::Html page = OpenPage();
+  if (hasTabs) page += TabStrip(imageRoot, 2);
+  page.Add(kOpenOwn, HelpSign(imageRoot));
   for (const auto& topic : topics) page += OwnRow(imageRoot, topic);
   if (topics.empty()) page += Note(kNoOwnTopic, 6);
   return Finished(page);

@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "base/html.h"
 #include "essay/assignments.h"
 #include "records/essay_records.h"
 
@@ -31,8 +32,8 @@ struct OwnTopic {
 /// teacher's comment, "cmd:col:" the essays of a topic, "cmd:show:" the report of an essay, "cmd:del:"
 /// deletes essays (their ids, each followed by "|"), "cmd:tab:" turns to the list 1 or 2.
 /// @param imageRoot address of the pictures' folder, ended by "/"
-std::string AssignedWorkPage(const std::string& imageRoot, const std::vector<AssignedTopic>& topics);
+base::Html AssignedWorkPage(const std::string& imageRoot, const std::vector<AssignedTopic>& topics);
 /// @param hasTabs the strip that leads to the list of assignments stands above
-std::string OwnTopicsPage(const std::string& imageRoot, bool hasTabs, const std::vector<OwnTopic>& topics);
+base::Html OwnTopicsPage(const std::string& imageRoot, bool hasTabs, const std::vector<OwnTopic>& topics);
 
 }  // namespace marovane

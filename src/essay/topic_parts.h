@@ -3,6 +3,8 @@
 
 #include <string>
 
+#include "base/html.h"
+
 namespace marovane {
 
 struct Practice;
@@ -14,24 +16,22 @@ inline constexpr const char* kCyan = "#00FFFF";
 inline constexpr const char* kGrey = "#808080";
 
 /// A link that turns yellow under the mouse.
-/// @param html what it shows, ready for the page
 /// @param attributes further ones, each after a blank
-std::string Link(const std::string& href, const std::string& html, const std::string& color = kWhite,
-                 const std::string& attributes = "");
-std::string Image(const std::string& imageRoot, const std::string& name, const std::string& attributes = "");
-std::string Colored(const std::string& color, const std::string& html);
+base::Html Link(const std::string& href, const base::Html& shown, const char* color = kWhite,
+                const base::Html& attributes = {});
+base::Html Image(const std::string& imageRoot, const char* name, const base::Html& attributes = {});
 /// Number of mistakes, yellow when there are any.
-std::string MistakesCell(int mistakes);
+base::Html MistakesCell(int mistakes);
 
 /// From the header to the opened body.
-std::string OpenPage();
+base::Html OpenPage();
 /// The strip of two tabs.
 /// @param active 1 or 2
-std::string TabStrip(const std::string& imageRoot, int active);
-/// A row below a topic: its essays, hidden at first, to look at and to delete. "" without essays.
+base::Html TabStrip(const std::string& imageRoot, int active);
+/// A row below a topic: its essays, hidden at first, to look at and to delete. Nothing without essays.
 /// @param columns of the list
-std::string ResultsRow(const std::string& imageRoot, const std::string& workId, const Practice& practice,
-                       int columns);
+base::Html ResultsRow(const std::string& imageRoot, const std::string& workId, const Practice& practice,
+                      int columns);
 
 }  // namespace topic_parts
 

@@ -14,6 +14,26 @@ const std::string& PageNonce() {
   return nonce;
 }
 
+namespace {
+
+// Scheme, host and port; "" for what is no plain address.
+std::string_view OriginOf(std::string_view address) {
+  constexpr std::string_view kSigns = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789.:/-_";
+  const auto host = address.find("://");
+  if (host == std::string_view::npos) return {};
+  const std::string_view origin = address.substr(0, address.find('/', host + 3));
+  return origin.find_first_not_of(kSigns) == std::string_view::npos ? origin : std::string_view{};
+}
+
+}  // namespace
+
+base::Html PagePolicy(std::string_view serverRoot) {
+  return base::Fill(
+      "<meta http-equiv='Content-Security-Policy' content=\"default-src 'none'; script-src 'nonce-{0}'; "
+      "style-src 'unsafe-inline'; img-src file: data: {1}; form-action {1}; base-uri 'none'\">",
+      PageNonce(), OriginOf(serverRoot));
+}
+
 void WebBrowser::Navigate(const std::string& url) {
   page_.clear();
   inputValues.clear();
@@ -22,11 +42,11 @@ void WebBrowser::Navigate(const std::string& url) {
   if (renderer_ != nullptr) renderer_->Navigate(url);
 }
 
-void WebBrowser::Write(const std::string& html) {
-  page_ = html;
+void WebBrowser::Write(const base::Html& page) {
+  page_ = page.Markup();
   inputValues.clear();
   inputChecked.clear();
-  if (renderer_ != nullptr) renderer_->Write(html);
+  if (renderer_ != nullptr) renderer_->Write(page_);
 }
 
 void WebBrowser::SubmitForm(int index) {

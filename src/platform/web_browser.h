@@ -5,15 +5,21 @@
 #include <memory>
 #include <string>
 
+#include "base/html.h"
 #include "platform/controls.h"
 
 namespace marovane {
 
 class WebBrowser;
 
-/// What marks the scripts of written pages as the program's own: random, and another one in each run. No
-/// other script runs in a written page.
+/// What marks the scripts of written pages as the program's own: random, and another one in each run.
 const std::string& PageNonce();
+
+/// The line of a written page that says what it may do, which must come first in it: it runs no script
+/// without the nonce, shows pictures from files and from the own server, posts its forms there, and loads
+/// nothing else.
+/// @param serverRoot address of the own server, "" for none
+base::Html PagePolicy(std::string_view serverRoot);
 
 /// Whoever really shows the pages of a browser control. Addresses and pages are UTF-8.
 class WebRenderer {
@@ -35,7 +41,7 @@ class WebBrowser : public Control {
 
   void Navigate(const std::string& url);
   /// Replaces the document by a page that the program has built.
-  void Write(const std::string& html);
+  void Write(const base::Html& page);
   void SubmitForm(int index);
   void GoBack();
   void GoForward();

@@ -94,7 +94,9 @@ void BrowserView::Navigate(const std::string& url) {
 }
 
 void BrowserView::Write(const std::string& html) {
-  if (WebPane* const pane = Pane()) pane->Write(Text(html));
+  WebPane* const pane = Pane();
+  if (pane == nullptr) return;
+  pane->Write(Text(PagePolicy(Utf8(pane->rights.ownServer())).Markup() + html));
 }
 
 void BrowserView::SubmitForm(int index) {

@@ -17,7 +17,6 @@ struct PageInputs {
 
 /// What pages may do.
 struct WebRights {
-  QString nonce;          ///< of the scripts that run in written pages
   QString pictureFolder;  ///< the only files that written pages see, and these as pictures
   /// Address of the own server, whose pictures written pages show, and to which their forms go. They reach
   /// no other host.

@@ -22,62 +22,57 @@ constexpr double kPlotHeight = 120;
 constexpr double kBottom = kTop + kPlotHeight;
 constexpr double kPlotEnd = kBottom + 22;
 
-template <class... Arguments>
-void Put(std::string& page, fmt::format_string<Arguments...> format, Arguments&&... arguments) {
-  fmt::format_to(std::back_inserter(page), format, std::forward<Arguments>(arguments)...);
-}
-
 int Total(const PracticeDay& entry) { return entry.right + entry.faulty; }
 
-std::string Open(const char* label, double height) {
-  return fmt::format("<svg viewBox='0 0 {} {}' role='img' aria-label='{}'>\n", kWidth, height, label);
+base::Html Open(const char* label, double height) {
+  return base::Fill("<svg viewBox='0 0 {} {}' role='img' aria-label='{}'>\n", kWidth, height, label);
 }
 
 // Three lines, from nothing to the top.
-void PutGrid(std::string& page, int top, const char* unit) {
+void PutGrid(base::Html& page, int top, const char* unit) {
   constexpr int kSteps = 2;
   for (int step = 0; step <= kSteps; ++step) {
     const double y = kBottom - kPlotHeight * step / kSteps;
-    Put(page, "<line x1='{0}' y1='{1}' x2='{2}' y2='{1}' stroke='#6A6A6A'/>\n", kLeft, y, kLeft + kPlotWidth);
-    Put(page, "<text x='{}' y='{}' text-anchor='end'>{}{}</text>\n", kLeft - 6, y + 4,
-        FormatNumber(top * step / kSteps), unit);
+    page.Add("<line x1='{0}' y1='{1}' x2='{2}' y2='{1}' stroke='#6A6A6A'/>\n", kLeft, y, kLeft + kPlotWidth);
+    page.Add("<text x='{}' y='{}' text-anchor='end'>{}{}</text>\n", kLeft - 6, y + 4,
+             FormatNumber(top * step / kSteps), unit);
   }
 }
 
-void PutDayLabel(std::string& page, double x, base::Day day) {
-  Put(page, "<text x='{:.1f}' y='{}' text-anchor='middle'>{}/{}</text>\n", x, kBottom + 16,
-      unsigned{day.month()}, unsigned{day.day()});
+void PutDayLabel(base::Html& page, double x, base::Day day) {
+  page.Add("<text x='{:.1f}' y='{}' text-anchor='middle'>{}/{}</text>\n", x, kBottom + 16,
+           unsigned{day.month()}, unsigned{day.day()});
 }
 
-void PutBar(std::string& page, double x, double y, double width, double height, const char* color) {
+void PutBar(base::Html& page, double x, double y, double width, double height, const char* color) {
   if (height <= 0) return;
-  Put(page, "<rect x='{:.1f}' y='{:.1f}' width='{:.1f}' height='{:.1f}' fill='{}'/>\n", x, y, width, height,
-      color);
+  page.Add("<rect x='{:.1f}' y='{:.1f}' width='{:.1f}' height='{:.1f}' fill='{}'/>\n", x, y, width, height,
+           color);
 }
 
-void PutDay(std::string& page, const PracticeDay& day, double x, double room, double unit) {
+void PutDay(base::Html& page, const PracticeDay& day, double x, double room, double unit) {
   constexpr double kFilled = 0.72;  // of a day's room
   const double width = room * kFilled;
   const double left = x + (room - width) / 2;
-  Put(page, "<g><title>{}：正確 {}，犯錯 {}</title>\n", base::ShownDay(day.day), FormatNumber(day.right),
-      FormatNumber(day.faulty));
+  page.Add("<g><title>{}：正確 {}，犯錯 {}</title>\n", base::ShownDay(day.day), FormatNumber(day.right),
+           FormatNumber(day.faulty));
   PutBar(page, left, kBottom - day.right * unit, width, day.right * unit, kRightColor);
   PutBar(page, left, kBottom - Total(day) * unit, width, day.faulty * unit, kFaultyColor);
-  page += "</g>\n";
+  page.Add("</g>\n");
 }
 
-void PutPoint(std::string& page, const PracticeDay& week, double x, double y) {
-  Put(page,
+void PutPoint(base::Html& page, const PracticeDay& week, double x, double y) {
+  page.Add(
       "<circle cx='{:.1f}' cy='{:.1f}' r='3' fill='{}'><title>{} 起的一週：{}%（{} 句）</title></circle>\n",
       x, y, kLineColor, base::ShownDay(week.day), RightShare(week), FormatNumber(Total(week)));
 }
 
-void PutError(std::string& page, const FrequentError& error, double y, double unit) {
+void PutError(base::Html& page, const FrequentError& error, double y, double unit) {
   constexpr double kBarHeight = 8;
-  Put(page, "<text class='outline' x='0' y='{}'>{}</text>\n", y + 12, base::Escaped(error.outline));
-  Put(page, "<rect x='0' y='{}' width='{:.1f}' height='{}' rx='3' fill='{}'/>\n", y + 18, error.count * unit,
-      kBarHeight, kFaultyColor);
-  Put(page, "<text x='{:.1f}' y='{}'>{}</text>\n", error.count * unit + 6, y + 26, FormatNumber(error.count));
+  page.Add("<text class='outline' x='0' y='{}'>{}</text>\n", y + 12, error.outline);
+  page.Add("<rect x='0' y='{}' width='{:.1f}' height='{}' rx='3' fill='{}'/>\n", y + 18, error.count * unit,
+           kBarHeight, kFaultyColor);
+  page.Add("<text x='{:.1f}' y='{}'>{}</text>\n", error.count * unit + 6, y + 26, FormatNumber(error.count));
 }
 
 }  // namespace
@@ -96,8 +91,8 @@ int RightShare(const PracticeDay& entry) {
   return total == 0 ? 0 : (entry.right * kWhole + total / 2) / total;
 }
 
-std::string DayBars(const std::vector<PracticeDay>& days) {
-  std::string page = Open("最近六週每日的正確句子與犯錯次數", kPlotEnd);
+base::Html DayBars(const std::vector<PracticeDay>& days) {
+  base::Html page = Open("最近六週每日的正確句子與犯錯次數", kPlotEnd);
   int most = 0;
   for (const auto& day : days) most = std::max(most, Total(day));
   const int top = ScaleTop(most);
@@ -109,17 +104,18 @@ std::string DayBars(const std::vector<PracticeDay>& days) {
     if (day.day == MondayOf(day.day)) PutDayLabel(page, x + room / 2, day.day);
     x += room;
   }
-  return page + "</svg>\n";
+  page.Add("</svg>\n");
+  return page;
 }
 
-std::string ShareLine(const std::vector<PracticeDay>& weeks) {
+base::Html ShareLine(const std::vector<PracticeDay>& weeks) {
   constexpr int kWhole = 100;
   constexpr std::size_t kLabelEvery = 4;
-  std::string page = Open("每週正確句子的比率", kPlotEnd);
+  base::Html page = Open("每週正確句子的比率", kPlotEnd);
   PutGrid(page, kWhole, "%");
   const double room = kPlotWidth / static_cast<double>(std::max<std::size_t>(weeks.size(), 1));
   std::string line;
-  std::string points;
+  base::Html points;
   bool isDrawing = false;
   for (std::size_t i = 0; i < weeks.size(); ++i) {
     const double x = kLeft + room * (static_cast<double>(i) + 0.5);
@@ -127,20 +123,21 @@ std::string ShareLine(const std::vector<PracticeDay>& weeks) {
     const bool hasShare = Total(weeks[i]) > 0;
     if (hasShare) {
       const double y = kBottom - kPlotHeight * RightShare(weeks[i]) / kWhole;
-      Put(line, "{}{:.1f} {:.1f} ", isDrawing ? 'L' : 'M', x, y);
+      line += fmt::format("{}{:.1f} {:.1f} ", isDrawing ? 'L' : 'M', x, y);
       PutPoint(points, weeks[i], x, y);
     }
     isDrawing = hasShare;
   }
-  Put(page, "<path d='{}' fill='none' stroke='{}' stroke-width='2' stroke-linejoin='round'/>\n", line,
-      kLineColor);
-  return page + points + "</svg>\n";
+  page.Add("<path d='{}' fill='none' stroke='{}' stroke-width='2' stroke-linejoin='round'/>\n", line,
+           kLineColor);
+  page.Add("{}</svg>\n", points);
+  return page;
 }
 
-std::string ErrorBars(const std::vector<FrequentError>& errors) {
+base::Html ErrorBars(const std::vector<FrequentError>& errors) {
   constexpr double kRowHeight = 34;
   constexpr double kBarRoom = kWidth - 60;
-  std::string page = Open("最常犯的錯誤", kRowHeight * static_cast<double>(errors.size()));
+  base::Html page = Open("最常犯的錯誤", kRowHeight * static_cast<double>(errors.size()));
   int most = 1;
   for (const auto& error : errors) most = std::max(most, error.count);
   double y = 0;
@@ -148,11 +145,12 @@ std::string ErrorBars(const std::vector<FrequentError>& errors) {
     PutError(page, error, y, kBarRoom / most);
     y += kRowHeight;
   }
-  return page + "</svg>\n";
+  page.Add("</svg>\n");
+  return page;
 }
 
-std::string EmptyPicture() {
-  return R"html(<svg viewBox='0 0 560 300' role='img' aria-label='還沒有造句記錄'>
+base::Html EmptyPicture() {
+  return base::Literal(R"html(<svg viewBox='0 0 560 300' role='img' aria-label='還沒有造句記錄'>
 <g fill='none' stroke='#8C8C8C' stroke-width='2' stroke-linecap='round'>
 <path d='M170 230h220'/><path d='M170 230V90' /><path d='M170 160h220M170 95h220' stroke-dasharray='3 9'/>
 </g>
@@ -163,7 +161,7 @@ std::string EmptyPicture() {
 <text x='280' y='262' text-anchor='middle' style='font-size:15px;fill:#F2F0EA'>還沒有造句記錄</text>
 <text x='280' y='284' text-anchor='middle' style='font-size:13px;fill:#D0CDC5'>檢查第一個句子，這裡就會開始長出圖表</text>
 </svg>
-)html";
+)html");
 }
 
 }  // namespace marovane

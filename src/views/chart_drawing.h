@@ -1,9 +1,9 @@
 // Single charts as inline SVG, from rows that are ready to draw.
 #pragma once
 
-#include <string>
 #include <vector>
 
+#include "base/html.h"
 #include "views/charts.h"
 
 namespace marovane {
@@ -20,12 +20,12 @@ int ScaleTop(int count);
 int RightShare(const PracticeDay& entry);
 
 /// Bars of right and faulty sentences, one a row, with the Mondays named below.
-std::string DayBars(const std::vector<PracticeDay>& days);
+base::Html DayBars(const std::vector<PracticeDay>& days);
 /// The share of right sentences as a line that is broken where a week has none.
-std::string ShareLine(const std::vector<PracticeDay>& weeks);
+base::Html ShareLine(const std::vector<PracticeDay>& weeks);
 /// One bar each, with the text above it and the count behind it.
-std::string ErrorBars(const std::vector<FrequentError>& errors);
+base::Html ErrorBars(const std::vector<FrequentError>& errors);
 /// A picture in place of charts.
-std::string EmptyPicture();
+base::Html EmptyPicture();
 
 }  // namespace marovane

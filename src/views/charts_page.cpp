@@ -1,7 +1,5 @@
 #include "views/charts_page.h"
 
-#include <fmt/format.h>
-
 #include "core/text_utility.h"
 #include "views/chart_drawing.h"
 #include "views/page_frame.h"
@@ -10,7 +8,7 @@ namespace marovane {
 
 namespace {
 
-constexpr const char* kStyle = R"html(<style>
+constexpr char kStyle[] = R"html(<style>
 .card { background-color: #484848; border-radius: 8px; margin: 0 4px 12px 4px; padding: 10px 14px 10px 14px; }
 .title { font-family: Arial; font-size: 14px; color: #FFCC00; margin-bottom: 6px; }
 .legend { float: right; font-size: 12px; color: #E4E1D9; }
@@ -32,45 +30,46 @@ PracticeDay Sum(const std::vector<PracticeDay>& entries) {
   return sum;
 }
 
-std::string Tile(const char* label, const std::string& number, const char* unit) {
-  return fmt::format("<td width='33%' class='tile'>{}<br><span class='big'>{}</span> {}</td>\n", label,
-                     number, unit);
+base::Html Tile(const char* label, const std::string& number, const char* unit) {
+  return base::Fill("<td width='33%' class='tile'>{}<br><span class='big'>{}</span> {}</td>\n", label, number,
+                    unit);
 }
 
-std::string Tiles(const Charts& charts) {
+base::Html Tiles(const Charts& charts) {
   const PracticeDay sum = Sum(charts.days);
   const int total = sum.right + sum.faulty;
-  return "<table width='100%' border='0' cellspacing='4' cellpadding='0' style='margin-bottom:8px;'><tr>\n" +
-         Tile("連續造句", FormatNumber(charts.runOfDays), "天") +
-         Tile("最近六週造句", FormatNumber(total), "句") +
-         Tile("最近六週正確率", total == 0 ? "－" : std::to_string(RightShare(sum)), "%") + "</tr></table>\n";
+  return base::Fill(
+      "<table width='100%' border='0' cellspacing='4' cellpadding='0' style='margin-bottom:8px;'><tr>\n"
+      "{}{}{}</tr></table>\n",
+      Tile("連續造句", FormatNumber(charts.runOfDays), "天"), Tile("最近六週造句", FormatNumber(total), "句"),
+      Tile("最近六週正確率", total == 0 ? "－" : std::to_string(RightShare(sum)), "%"));
 }
 
-std::string Card(const char* title, const std::string& legend, const std::string& drawing) {
-  return fmt::format(
-      "<div class='card'><div class='title'><span class='legend'>{}</span>{}</div>\n{}</div>\n", legend,
-      title, drawing);
+base::Html Card(const char* title, const base::Html& legend, const base::Html& drawing) {
+  return base::Fill("<div class='card'><div class='title'><span class='legend'>{}</span>{}</div>\n{}</div>\n",
+                    legend, title, drawing);
 }
 
-std::string Cards(const Charts& charts) {
-  const std::string legend = fmt::format("<font color='{}'>■</font> 正確　<font color='{}'>■</font> 犯錯",
-                                         kRightColor, kFaultyColor);
-  std::string cards = Card("每日造句（最近六週）", legend, DayBars(charts.days)) +
-                      Card("每週正確率（最近半年）", "", ShareLine(charts.weeks));
-  if (!charts.errors.empty()) cards += Card("最常犯的錯誤", "", ErrorBars(charts.errors));
+base::Html Cards(const Charts& charts) {
+  const base::Html legend =
+      base::Fill("<font color='{}'>■</font> 正確　<font color='{}'>■</font> 犯錯", kRightColor, kFaultyColor);
+  base::Html cards = Card("每日造句（最近六週）", legend, DayBars(charts.days));
+  cards += Card("每週正確率（最近半年）", {}, ShareLine(charts.weeks));
+  if (!charts.errors.empty()) cards += Card("最常犯的錯誤", {}, ErrorBars(charts.errors));
   return cards;
 }
 
 }  // namespace
 
-std::string ChartsPage(const Charts& charts) {
-  std::string page = BuildPageFrame("HEADER", "") + kStyle + DarkBody();
+base::Html ChartsPage(const Charts& charts) {
+  base::Html page = BeginDarkPage(base::Literal(kStyle));
   if (charts.IsEmpty()) {
     page += EmptyPicture();
   } else {
-    page += Tiles(charts) + Cards(charts) + "<p class='note'>含短文中的句子，不含已刪除的記錄</p>\n";
+    page.Add("{}{}<p class='note'>含短文中的句子，不含已刪除的記錄</p>\n", Tiles(charts), Cards(charts));
   }
-  return page + BuildPageFrame("FOOTER", "");
+  page += BuildPageFrame("FOOTER", "");
+  return page;
 }
 
 }  // namespace marovane

@@ -1,13 +1,12 @@
 // The page of the diary's charts.
 #pragma once
 
-#include <string>
-
+#include "base/html.h"
 #include "views/charts.h"
 
 namespace marovane {
 
 /// All charts; a friendly picture when there is nothing to draw.
-std::string ChartsPage(const Charts& charts);
+base::Html ChartsPage(const Charts& charts);
 
 }  // namespace marovane

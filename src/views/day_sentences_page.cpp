@@ -1,9 +1,5 @@
 #include "views/day_sentences_page.h"
 
-#include <initializer_list>
-#include <string_view>
-
-#include "base/html.h"
 #include "base/text.h"
 #include "records/record_db.h"
 #include "views/page_frame.h"
@@ -14,67 +10,38 @@ namespace {
 
 // What differs between the rows of the two tables.
 struct RowStyle {
-  std::string_view quote;
-  std::string_view repeatedAlign;
+  base::Html quote;
+  base::Html repeatedAlign;
 };
-constexpr RowStyle kOkRow{"\"", " valign='top'"};
-constexpr RowStyle kErrRow{"'", ""};
 
-constexpr std::string_view kOpenRow =
-    ">\r\n<tr style='font-family: Arial; font-size: 15px; color: #FFCC00'>\r\n"
-    "<td valign='top' height='30' width='10%' align='center'";
-constexpr std::string_view kOpenLink =
-    "><a style='text-decoration: none; color:#FFFFFF;' href='#' data-tick='chk";
-constexpr std::string_view kOpenText =
-    "' data-open='cmd:passEngine'><font class='hot' style='color:#FFFFFF;'>";
-
-// Plain pieces, for there may be very many rows.
-void Append(std::string& page, std::initializer_list<std::string_view> pieces) {
-  for (const auto piece : pieces) page.append(piece);
-}
-
-void AppendRow(std::string& page, int row, const std::string& id, const std::string& sentence,
-               const RowStyle& style) {
-  const std::string n = std::to_string(row);
-  const std::string text = base::Escaped(sentence);
-  Append(page, {"<input type='HIDDEN' name='rec",
-                n,
-                "' id='rec",
-                n,
-                "' value=",
-                style.quote,
-                text,
-                style.quote,
-                kOpenRow,
-                style.repeatedAlign,
-                "><input type='checkbox' name='chk",
-                n,
-                "' id='chk",
-                n,
-                "' value='",
-                base::Escaped(id),
-                "'></td>\r\n<td valign='top' height='30' width='90%' align='left'",
-                style.repeatedAlign,
-                kOpenLink,
-                n,
-                kOpenText,
-                text,
-                "</font></a></td>\r\n</tr>\r\n"});
+void AddRow(base::Html& page, int row, const std::string& id, const std::string& sentence,
+            const RowStyle& style) {
+  page.Add(
+      "<input type='HIDDEN' name='rec{0}' id='rec{0}' value={1}{2}{1}>\r\n"
+      "<tr style='font-family: Arial; font-size: 15px; color: #FFCC00'>\r\n"
+      "<td valign='top' height='30' width='10%' align='center'{3}>"
+      "<input type='checkbox' name='chk{0}' id='chk{0}' value='{4}'></td>\r\n"
+      "<td valign='top' height='30' width='90%' align='left'{3}>"
+      "<a style='text-decoration: none; color:#FFFFFF;' href='#' data-tick='chk{0}' "
+      "data-open='cmd:passEngine'>"
+      "<font class='hot' style='color:#FFFFFF;'>{2}</font></a></td>\r\n</tr>\r\n",
+      row, style.quote, sentence, style.repeatedAlign, base::Trim(id));
 }
 
 }  // namespace
 
 std::string ShownSentence(const ListedSentence& row) { return PlainApostrophes(base::Trim(row.sentence)); }
 
-std::string DaySentencesPage(const std::vector<ListedSentence>& ok, const std::vector<ListedSentence>& err) {
-  constexpr std::size_t kRowSize = 600;
-  std::string page;
-  page.reserve((ok.size() + err.size() + 1) * kRowSize);
-  page += BuildPageFrame("HEADER", "") + DarkBody() + "<table width='100%' border='0'>\r\n";
+base::Html DaySentencesPage(const std::vector<ListedSentence>& ok, const std::vector<ListedSentence>& err) {
+  const RowStyle okRow{base::Literal("\""), base::Literal(" valign='top'")};
+  const RowStyle errRow{base::Literal("'"), {}};
+  base::Html page = BeginDarkPage();
+  page.Add("<table width='100%' border='0'>\r\n");
   int row = 0;
-  for (const auto& entry : ok) AppendRow(page, ++row, base::Trim(entry.id), ShownSentence(entry), kOkRow);
-  for (const auto& entry : err) AppendRow(page, ++row, base::Trim(entry.id), entry.sentence, kErrRow);
-  return page + "</table>\r\n" + BuildPageFrame("FOOTER", "");
+  for (const auto& entry : ok) AddRow(page, ++row, entry.id, ShownSentence(entry), okRow);
+  for (const auto& entry : err) AddRow(page, ++row, entry.id, entry.sentence, errRow);
+  page.Add("</table>\r\n{}", BuildPageFrame("FOOTER", ""));
+  return page;
 }
 
 }  // namespace marovane

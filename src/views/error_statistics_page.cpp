@@ -1,9 +1,5 @@
 #include "views/error_statistics_page.h"
 
-#include <fmt/format.h>
-
-#include "base/html.h"
-#include "base/text.h"
 #include "core/text_utility.h"
 #include "views/page_frame.h"
 
@@ -11,7 +7,7 @@ namespace marovane {
 
 namespace {
 
-constexpr const char* kCategory =
+constexpr char kCategory[] =
     R"html(<tr><td data-mark='off' align='left' colspan='2' width='100%'>
 <a style='text-decoration: none;' href='rem:clear' data-toggle='div{0}'>
 <img id = 'imgoff{0}' src='file:///{1}/ui/folder-off.gif' border='0' style='display:inline;' data-flip>
@@ -25,7 +21,7 @@ constexpr const char* kCategory =
 <table width='100%' id='div{0}' style='display:none;'>
 )html";
 
-constexpr const char* kCode = R"html(<tr>
+constexpr char kCode[] = R"html(<tr>
 <td width='5%'></td>
 <td id='td_{0}' data-mark width='95%' align='left'>
 <a style='text-decoration: none;' href='rem:errcode:{0}' data-open='cmd:errcode:{0}'>
@@ -36,15 +32,12 @@ constexpr const char* kCode = R"html(<tr>
 </tr>
 )html";
 
-void AppendCategory(std::string& page, const std::string& folder, const CountedCategory& entry) {
-  const auto out = std::back_inserter(page);
-  fmt::format_to(out, fmt::runtime(kCategory), base::Escaped(entry.category.id), base::Escaped(folder),
-                 base::Escaped(entry.category.name), FormatNumber(entry.count));
+void AddCategory(base::Html& body, const std::string& folder, const CountedCategory& entry) {
+  body.Add(kCategory, entry.category.id, folder, entry.category.name, FormatNumber(entry.count));
   for (const auto& [code, count] : entry.codes) {
-    fmt::format_to(out, fmt::runtime(kCode), base::Escaped(code.errcode), base::Escaped(code.outline),
-                   FormatNumber(count));
+    body.Add(kCode, code.errcode, code.outline, FormatNumber(count));
   }
-  page += "</table>\n</td></tr>\n";
+  body.Add("</table>\n</td></tr>\n");
 }
 
 }  // namespace
@@ -66,13 +59,12 @@ std::vector<CountedCategory> CountErrors(ErrListDb& errList, ErrorCounts& counts
   return tree;
 }
 
-std::string ErrorStatisticsPage(const std::string& programFolder,
-                                const std::vector<CountedCategory>& categories) {
-  std::string body = "<div align='center'>\n<table border='0' width='99%' id='table1'>\n";
-  for (const auto& category : categories) AppendCategory(body, programFolder, category);
-  body += "</table>\n";
-  return BuildPageFrame("HEADER", "") + DarkBody() + base::Replace(body, "\n", "\r\n") +
-         BuildPageFrame("FOOTER", "");
+base::Html ErrorStatisticsPage(const std::string& programFolder,
+                               const std::vector<CountedCategory>& categories) {
+  base::Html body = base::Literal("<div align='center'>\n<table border='0' width='99%' id='table1'>\n");
+  for (const auto& category : categories) AddCategory(body, programFolder, category);
+  body.Add("</table>\n");
+  return base::Fill("{}{}{}", BeginDarkPage(), WithCrLf(body), BuildPageFrame("FOOTER", ""));
 }
 
 }  // namespace marovane

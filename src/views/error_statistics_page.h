@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "base/html.h"
 #include "records/err_list_db.h"
 #include "records/error_counts.h"
 
@@ -29,7 +30,7 @@ std::vector<CountedCategory> CountErrors(ErrListDb& errList, ErrorCounts& counts
 /// The tree as a page, all branches closed. A click on a code gives the command "rem:errcode:" + code, a
 /// double click "cmd:errcode:" + code, a click on a category "rem:clear".
 /// @param programFolder where the pictures of the branches stand, in ui/
-std::string ErrorStatisticsPage(const std::string& programFolder,
-                                const std::vector<CountedCategory>& categories);
+base::Html ErrorStatisticsPage(const std::string& programFolder,
+                               const std::vector<CountedCategory>& categories);
 
 }  // namespace marovane

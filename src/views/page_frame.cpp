@@ -1,52 +1,38 @@
 #include "views/page_frame.h"
 
-#include <fmt/format.h>
-
-#include <initializer_list>
-
-#include "base/html.h"
-#include "base/text.h"
 #include "platform/web_browser.h"
 
 namespace marovane {
 
 namespace {
 
-constexpr std::string_view kLineEnd = "\r\n";
-
-std::string Lines(std::initializer_list<std::string_view> lines) {
-  std::string text;
-  for (const auto line : lines) text.append(line).append(kLineEnd);
-  return text;
-}
-
 // The colours of the scroll bars are words of an older renderer, two of them misspelt; others pass them over.
-std::string Theme(std::string_view color) {
+base::Html Theme(std::string_view color) {
   if (color.empty()) {
-    return Lines({"   border-style:none; background-color: #585858;", "     SCROLLBAR-FACE-COLOR: #525252;",
-                  "     SCROLLBAR-HIGHLIGHT-COLOR: #888888;", "     SCROLLBAR-SHADOW-COLOR: #FFFFFF;",
-                  "     SCROLLBAR-3DLIGHT-COLOR: #525252;", "     SCROLLBAR-ARROW-COLOR: #CCCCCC;",
-                  "     SCROLLBAR-TRACK-COLOR: #525252;", "     SCROLLBAR-DARKSHADOW-COLOR:#000000;"});
+    return base::Literal(
+        "   border-style:none; background-color: #585858;\r\n     SCROLLBAR-FACE-COLOR: #525252;\r\n"
+        "     SCROLLBAR-HIGHLIGHT-COLOR: #888888;\r\n     SCROLLBAR-SHADOW-COLOR: #FFFFFF;\r\n"
+        "     SCROLLBAR-3DLIGHT-COLOR: #525252;\r\n     SCROLLBAR-ARROW-COLOR: #CCCCCC;\r\n"
+        "     SCROLLBAR-TRACK-COLOR: #525252;\r\n     SCROLLBAR-DARKSHADOW-COLOR:#000000;\r\n");
   }
   if (color == "YELLOW") {
-    return Lines({"   border-style:none; background-color: #FAF4ED;", "     SCROLLBAR-FACE-COLOR: #FAF4ED;",
-                  "     SCROLLBAR-HIGHLIGHT-COLOR: #FFFFFF;", "     SCROLLBAR-SHADOW-COLOR: #FFFFFF;",
-                  "     SCROLLBAR-3DLIGHT-COLOR: #CCCCCC;", "     SCROLLBAR-ARROW-COLOR: #C96F38;",
-                  "     SCROLLBAR-TRACK-COLOR: E8CCAA;", "     SCROLLBAR-DARKSHADOW-COLOR:#FFFFFF8;"});
+    return base::Literal(
+        "   border-style:none; background-color: #FAF4ED;\r\n     SCROLLBAR-FACE-COLOR: #FAF4ED;\r\n"
+        "     SCROLLBAR-HIGHLIGHT-COLOR: #FFFFFF;\r\n     SCROLLBAR-SHADOW-COLOR: #FFFFFF;\r\n"
+        "     SCROLLBAR-3DLIGHT-COLOR: #CCCCCC;\r\n     SCROLLBAR-ARROW-COLOR: #C96F38;\r\n"
+        "     SCROLLBAR-TRACK-COLOR: E8CCAA;\r\n     SCROLLBAR-DARKSHADOW-COLOR:#FFFFFF8;\r\n");
   }
-  return Lines({"   border-style:none; background-color: " + std::string(color) + ";"});
+  return base::Fill("   border-style:none; background-color: {};\r\n", color);
 }
 
-constexpr const char* kQuietBody = "data-quiet scroll='auto'>\r\n";
-
-constexpr const char* kStyle = R"html(<style>
+constexpr char kStyle[] = R"html(<style>
 .hot:hover { color: #FFFF00 !important; }
 .blue:hover { color: #0000FF !important; }
 .plain:hover { text-decoration: none !important; }
 </style>
 )html";
 
-constexpr const char* kScript = R"js((function() {
+constexpr char kScript[] = R"js((function() {
 const at = id => document.getElementById(id);
 const go = address => { document.location.href = address; };
 const near = (event, name) => event.target.closest('[data-' + name + ']');
@@ -114,26 +100,32 @@ for (const type of ['dragstart', 'contextmenu', 'selectstart']) {
 
 }  // namespace
 
-std::string BuildPageFrame(std::string_view part, std::string_view color) {
-  if (part == "FOOTER") return Lines({"</body>", "</html>"});
-  if (part != "HEADER") return "";
-  return Lines({"<html>", "<head>", "<meta http-equiv='Content-Type' content='text/html; charset=big5'>",
-                "<title></title>", "</head>", "<style>", "body {"}) +
-         Theme(color) +
-         Lines({"}", "p { line-height:150%; margin-top:5px; margin-bottom:5px; }", "</style>"});
+base::Html BuildPageFrame(std::string_view part, std::string_view color) {
+  if (part == "FOOTER") return base::Literal("</body>\r\n</html>\r\n");
+  if (part != "HEADER") return {};
+  return base::Fill(
+      "<html>\r\n<head>\r\n<meta http-equiv='Content-Type' content='text/html; charset=big5'>\r\n"
+      "<title></title>\r\n</head>\r\n<style>\r\nbody {{\r\n{}}}\r\n"
+      "p {{ line-height:150%; margin-top:5px; margin-bottom:5px; }}\r\n</style>\r\n",
+      Theme(color));
 }
 
-const std::string& PageActions() {
-  static const std::string actions = base::Replace(
-      fmt::format("{}<script nonce='{}'>\n{}</script>\n", kStyle, PageNonce(), kScript), "\n", "\r\n");
+const base::Html& PageActions() {
+  static const base::Html actions = WithCrLf(base::Fill(
+      "{}<script nonce='{}'>\n{}</script>\n", base::Literal(kStyle), PageNonce(), base::Literal(kScript)));
   return actions;
 }
 
-std::string ParchmentBody(const std::string& programFolder) {
-  return fmt::format("{}<body background='file:///{}/ui/bg450.jpg' style='background-attachment: fixed;' {}",
-                     PageActions(), base::Escaped(programFolder), kQuietBody);
+base::Html BeginParchmentPage(std::string_view programFolder) {
+  return base::Fill(
+      "{}{}<body background='file:///{}/ui/bg450.jpg' style='background-attachment: fixed;' data-quiet "
+      "scroll='auto'>\r\n",
+      BuildPageFrame("HEADER", "YELLOW"), PageActions(), programFolder);
 }
 
-std::string DarkBody() { return PageActions() + "<body " + kQuietBody; }
+base::Html BeginDarkPage(const base::Html& style) {
+  return base::Fill("{}{}{}<body data-quiet scroll='auto'>\r\n", BuildPageFrame("HEADER", ""), style,
+                    PageActions());
+}
 
 }  // namespace marovane

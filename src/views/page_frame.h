@@ -1,14 +1,15 @@
 // Head and foot of every page that the program builds.
 #pragma once
 
-#include <string>
 #include <string_view>
+
+#include "base/html.h"
 
 namespace marovane {
 
 /// @param part  "HEADER" or "FOOTER"; another word gives ""
 /// @param color of the header: "" dark, "YELLOW" parchment, another text is the background colour itself
-std::string BuildPageFrame(std::string_view part, std::string_view color);
+base::Html BuildPageFrame(std::string_view part, std::string_view color);
 
 /// The script and the style of all pages, which stand before the body. A page has no script of its own:
 /// attributes of its elements say what they do.
@@ -24,12 +25,13 @@ std::string BuildPageFrame(std::string_view part, std::string_view color);
 ///   data-faces="ID"      under the mouse, away from it and pressed it is the picture ID 1, 0 or 2
 ///   data-quiet           of a body: no dragging, no selecting, no context menu
 /// The classes "hot" and "blue" take that colour under the mouse, "plain" loses its line.
-const std::string& PageActions();
+const base::Html& PageActions();
 
-/// Begins a page on parchment after its header: a fixed background picture, quiet.
-std::string ParchmentBody(const std::string& programFolder);
+/// A page on parchment from its header to the opened body: a fixed background picture, quiet.
+base::Html BeginParchmentPage(std::string_view programFolder);
 
 /// The same on the dark ground.
-std::string DarkBody();
+/// @param style the page's own
+base::Html BeginDarkPage(const base::Html& style = {});
 
 }  // namespace marovane

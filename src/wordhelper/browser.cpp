@@ -83,23 +83,23 @@ void FrmBrowser::GoNavigate(const std::string& url, int mode) {
   Show();
 }
 
-void FrmBrowser::GoWritePage(const std::string& html, int mode) {
+void FrmBrowser::GoWritePage(const base::Html& page, int mode) {
   if (IsPane(mode)) {
     picTabs_Click(mode - 1);
     Pane(mode).Navigate(kBlank);
     machine.loop.DoEvents();
     if (mode == 1) picBtns(0).Picture = imgBtnOff(0).Picture;
     Caption = kBaseCaption;  // a page without a title does not stand under that of the page before
-    Pane(mode).Write(html);
+    Pane(mode).Write(page);
     machine.loop.DoEvents();
   }
   Show();
 }
 
-void FrmBrowser::GoPostPage(const std::string& html, int mode) {
+void FrmBrowser::GoPostPage(const base::Html& page, int mode) {
   GoNavigate(kBlank, mode);
   machine.loop.DoEvents();
-  Pane(mode).Write(html);
+  Pane(mode).Write(page);
   Pane(mode).SubmitForm(0);
 }
 

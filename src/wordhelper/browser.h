@@ -16,8 +16,8 @@ class FrmBrowser : public Form, public Browser {
 
   Form& AsForm() override { return *this; }
   void GoNavigate(const std::string& url, int mode) override;
-  void GoWritePage(const std::string& html, int mode) override;
-  void GoPostPage(const std::string& html, int mode) override;
+  void GoWritePage(const base::Html& page, int mode) override;
+  void GoPostPage(const base::Html& page, int mode) override;
 
   void Form_Load() override;
   void Form_Resize() override;

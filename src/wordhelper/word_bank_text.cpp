@@ -1,7 +1,6 @@
 #include "wordhelper/word_bank_text.h"
 
 #include "base/cp950.h"
-#include "base/html.h"
 #include "base/text.h"
 #include "views/page_frame.h"
 
@@ -26,11 +25,13 @@ std::vector<std::string> ResultLines(std::string_view bytes) {
   return lines;
 }
 
-std::string SynonymPage(const std::vector<std::string>& items, bool plainLines) {
-  std::string page = BuildPageFrame("HEADER", "#FFFFFF") +
-                     "<div style='font-family:Cambria; color:#333333; font-size:15px; line-height:200%;'>";
-  for (const auto& item : items) page += base::Escaped(item) + (plainLines ? "\r\n" : "<br />");
-  return page + "</div>" + BuildPageFrame("FOOTER", "");
+base::Html SynonymPage(const std::vector<std::string>& items, bool plainLines) {
+  const base::Html lineEnd = plainLines ? base::Literal("\r\n") : base::Literal("<br />");
+  base::Html lines;
+  for (const auto& item : items) lines.Add("{}{}", item, lineEnd);
+  return base::Fill(
+      "{}<div style='font-family:Cambria; color:#333333; font-size:15px; line-height:200%;'>{}</div>{}",
+      BuildPageFrame("HEADER", "#FFFFFF"), lines, BuildPageFrame("FOOTER", ""));
 }
 
 }  // namespace marovane

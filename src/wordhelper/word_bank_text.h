@@ -5,6 +5,8 @@
 #include <string_view>
 #include <vector>
 
+#include "base/html.h"
+
 namespace marovane {
 
 /// Items of a web reply's payload: parted by "<@>", trimmed, without empty ones.
@@ -14,6 +16,6 @@ std::vector<std::string> PayloadItems(const std::string& payload);
 std::vector<std::string> ResultLines(std::string_view bytes);
 /// The page of a word's near-synonyms, one a line. With plainLines the lines end in CR LF, which a page shows
 /// as blanks.
-std::string SynonymPage(const std::vector<std::string>& items, bool plainLines);
+base::Html SynonymPage(const std::vector<std::string>& items, bool plainLines);
 
 }  // namespace marovane

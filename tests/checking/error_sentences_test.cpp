@@ -29,7 +29,8 @@ TEST(SentenceStyle, PartsBetweenStarsStandOut) {
       {"", ""},
       {"a *<b> & '*", "a " + kMark + "&lt;b&gt; &amp; &#39;</span>"},
   };
-  for (const auto& c : kCases) EXPECT_EQ(GetSentenceStyle(c.sentence), Paragraph(c.inner)) << c.sentence;
+  for (const auto& c : kCases)
+    EXPECT_EQ(GetSentenceStyle(c.sentence).Markup(), Paragraph(c.inner)) << c.sentence;
 }
 
 class ErrSentencesTest : public CheckingTest {
@@ -50,7 +51,7 @@ TEST_F(ErrSentencesTest, PageHoldsTheSentencesOfOneCode) {
   const std::string page = window.webMain.Page();
   EXPECT_THAT(page, StartsWith("<html>\r\n"));
   EXPECT_THAT(page, EndsWith("<p><font face='Arial' size='4' style='line-height:150%;'>" +
-                             GetSentenceStyle("He *don’t*.") + GetSentenceStyle("*a* b") +
+                             GetSentenceStyle("He *don’t*.").Markup() + GetSentenceStyle("*a* b").Markup() +
                              "</font></p></body>\r\n</html>\r\n"));
   window.ShowErrSentence("Z9");
   EXPECT_THAT(window.webMain.Page(),

@@ -42,7 +42,7 @@ TEST(SuggestPage, ListsAreReadByKind) {
 }
 
 TEST(SuggestPage, QuotesWhatWouldBreakIt) {
-  const std::string page = SuggestPage("/opt/a'b", {{"it's<", "<b>"}, {"", "odd"}});
+  const std::string page = SuggestPage("/opt/a'b", {{"it's<", "<b>"}, {"", "odd"}}).Markup();
   EXPECT_THAT(page, AllOf(HasSubstr("id='suggest1' value='it&#39;s&lt;'"), HasSubstr("&lt;b&gt;</font>"),
                           HasSubstr("id='suggest2' value=''"),
                           HasSubstr("file:////opt/a&#39;b/ui/btnok_on.gif"), Not(HasSubstr("suggest3"))));

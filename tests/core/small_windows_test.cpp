@@ -47,8 +47,8 @@ class SplashTest : public SmallWindowsTest, public UploadRun, public Browser {
     EXPECT_TRUE(app.gSplashShown && !frmSplash_.IsLoaded() && !fakes.frmMain.Visible());
     log_.push_back(std::to_string(mode) + " " + url);
   }
-  void GoWritePage(const std::string& /*html*/, int /*mode*/) override {}
-  void GoPostPage(const std::string& /*html*/, int /*mode*/) override {}
+  void GoWritePage(const base::Html& /*page*/, int /*mode*/) override {}
+  void GoPostPage(const base::Html& /*page*/, int /*mode*/) override {}
   /// The time until the splash has gone.
   std::chrono::milliseconds TimeToTheEnd() {
     const auto before = machine.loop.Elapsed();

@@ -111,7 +111,7 @@ TEST_P(KilledWalk, LeavesWholeRecordsFromWhichTheNextOneGoesOn) {
   ExpectWholeRecords(GetParam());
   const auto next = StartAnew();
   for (const auto& essayId : OnDisk("select essayId from essay where finalSet = 'A'")) {
-    EXPECT_THAT(EssayReportPage(next->essay, essayId), HasSubstr("這篇短文批改過程中被中斷"));
+    EXPECT_THAT(EssayReportPage(next->essay, essayId).Markup(), HasSubstr("這篇短文批改過程中被中斷"));
   }
   const auto judged = OnDisk("select sentence from oksentence");
   AnswerNext();
@@ -138,7 +138,7 @@ TEST_F(KillTest, ShowsAsInterruptedAndReusesWhatWasJudged) {
   const auto next = StartAnew();
   const auto essayId = OnDisk("select essayId from essay");
   ASSERT_THAT(essayId, SizeIs(1));
-  const std::string report = HtmlToText(EssayReportPage(next->essay, essayId.front()));
+  const std::string report = HtmlToText(EssayReportPage(next->essay, essayId.front()).Markup());
   EXPECT_THAT(report, HasSubstr("這篇短文批改過程中被中斷"));
   EXPECT_THAT(report, HasSubstr("全文共 4 個句子，共計 9 個字，犯錯 1 次"));
   ExpectMessage(Message::kEssayDone);

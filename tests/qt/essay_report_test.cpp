@@ -12,7 +12,7 @@ namespace marovane {
 
 namespace {
 
-std::string Report() {
+base::Html Report() {
   EssayReport report{.essay = {},
                      .okSentences = {},
                      .errSentences = {},

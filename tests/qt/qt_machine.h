@@ -16,8 +16,8 @@
 namespace marovane {
 
 /// A script as the pages of the program have it.
-inline std::string OwnScript(const std::string& code) {
-  return "<script nonce='" + PageNonce() + "'>" + code + "</script>";
+inline base::Html OwnScript(const base::Html& code) {
+  return base::Fill("<script nonce='{}'>{}</script>", PageNonce(), code);
 }
 
 /// Windows come from the folder given; the web engine from the build.
@@ -25,8 +25,7 @@ struct QtMachine {
   explicit QtMachine(const QString& uiFolder)
       : windows(loop, {.uiFolder = uiFolder,
                        .webLibrary = MAROVANE_WEB_LIBRARY,
-                       .webRights = {.nonce = QString::fromStdString(PageNonce()),
-                                     .pictureFolder = MAROVANE_UI_FOLDER,
+                       .webRights = {.pictureFolder = MAROVANE_UI_FOLDER,
                                      .ownServer = [this] { return ownServer; },
                                      .mayCommand =
                                          [this](const QString& url) {

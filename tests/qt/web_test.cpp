@@ -22,8 +22,11 @@ using testing::HasSubstr;
 
 namespace {
 
-const std::string kHead =
-    "<html><head><meta http-equiv='Content-Type' content='text/html; charset=big5'></head>";
+constexpr char kPage[] =
+    "<html><head><meta http-equiv='Content-Type' content='text/html; charset=big5'></head>{}</html>";
+
+/// A page that gives itself a title.
+base::Html Titled(const char* title) { return OwnScript(base::Fill("document.title='{}'", title)); }
 
 class FrmPage : public Form {
  public:
@@ -45,9 +48,9 @@ struct ShownPage {
     machine.loop.DoEvents();
   }
 
-  void Write(const std::string& body) {
+  void Write(const base::Html& body) {
     const int before = completed;
-    form->webMain.Write(kHead + body + "</html>");
+    form->webMain.Write(base::Fill(kPage, body));
     machine.Wait([&] { return completed > before; });
   }
   void Navigate(const QString& url) {
@@ -104,24 +107,26 @@ TEST(WebView, EngineIsNotTouchedBeforeAPageIsNeeded) {
   page.form->webMain.Navigate("about:blank");
   page.machine.loop.DoEvents();
   EXPECT_FALSE(page.machine.windows.HasWebEngine());
-  page.Write("<body>x</body>");
+  page.Write(base::Literal("<body>x</body>"));
   EXPECT_TRUE(page.machine.windows.HasWebEngine());
 }
 
 TEST(WebView, CommandsComeByClick) {
   ShownPage page;
   page.Write(
-      "<body style='margin:0'><a id='a' href='cmd:show:1' style='display:block;height:60px'>link</a></body>");
+      base::Literal("<body style='margin:0'><a id='a' href='cmd:show:1' "
+                    "style='display:block;height:60px'>link</a></body>"));
   page.ClickUntil({10, 20}, [&] { return !page.asked.empty(); });
   EXPECT_EQ(page.asked.front(), "cmd:show:1");
 }
 
 TEST(WebView, CommandsComeByScriptAndAddressAndThePageStays) {
   ShownPage page;
-  page.Write("<body><a id='a' href='cmd:show:2'>link</a>" +
-             OwnScript("document.getElementById('a').click();"
-                       "setTimeout(function(){document.location.href='rem:errcode:W1';},50);"
-                       "setTimeout(function(){document.title='still here';},150);"));
+  page.Write(base::Fill(
+      "<body><a id='a' href='cmd:show:2'>link</a>{}",
+      OwnScript(base::Literal("document.getElementById('a').click();"
+                              "setTimeout(function(){document.location.href='rem:errcode:W1';},50);"
+                              "setTimeout(function(){document.title='still here';},150);"))));
   page.machine.Wait([&] { return !page.titles.empty(); });
   page.machine.Wait([&] { return page.asked.size() >= 2; });
   EXPECT_THAT(page.asked, ElementsAre("cmd:show:2", "rem:errcode:W1"));
@@ -145,7 +150,7 @@ TEST(WebView, OnlyTrustedPagesGiveCommands) {
 TEST(WebView, OutsidePageCannotReachWrittenOnes) {
   ShownPage page;
   PostServer server;
-  page.Write(OwnScript("document.title='secret'"));
+  page.Write(Titled("secret"));
   server.page =
       "<html><body><iframe src='marovane://page/1'></iframe><script>"
       "setTimeout(function(){location.href='marovane://page/1';},50);"
@@ -157,37 +162,34 @@ TEST(WebView, OutsidePageCannotReachWrittenOnes) {
 }
 
 // Everything that somebody could write who has broken into a page.
-std::string BrokenInto(const std::string& own, const std::string& other, const std::string& file) {
-  return "<meta http-equiv='refresh' content='0;url=" + other + "fled'><base href='" + other +
-         "'><body onload='document.title=1'><script>document.title=2</script>"
-         "<a id='script' href='javascript:document.title=3'>x</a><a id='out' href='" +
-         other +
-         "out'>x</a><iframe src='file:///etc/passwd'></iframe>"
-         "<iframe srcdoc='<script>top.document.title=4</script>'></iframe>"
-         "<form id='form' method='post' action='" +
-         other +
-         "form'></form><img id='program' src='file://" MAROVANE_UI_FOLDER
-         "/btnok_off.gif'><img id='above' src='file://" MAROVANE_UI_FOLDER
-         "/%2e%2e/docs/pictures/main.png'><img id='file' src='file://" +
-         file + "'><img id='server' src='" + own + "a.svg'><img id='other' src='" + other + "b.svg'>" +
-         OwnScript("const own = '" + own + "';" + R"js(
-      const read = address => fetch(address).then(reply => reply.text()).catch(() => 'refused');
-      const ask = address => new Promise(done => {
-        const request = new XMLHttpRequest();
-        request.onload = () => done(request.responseText);
-        request.onerror = () => done('refused');
-        request.open('GET', address);
-        request.send();
-      }).catch(() => 'refused');
-      window.onload = async () => {
-        const found = [await read('file:///etc/passwd'), await ask('file:///etc/passwd'), await read(own)];
-        for (const id of ['program', 'above', 'file', 'server', 'other']) {
-          found.push(document.getElementById(id).naturalWidth);
-        }
-        for (const id of ['script', 'out']) document.getElementById(id).click();
-        document.getElementById('form').submit();
-        setTimeout(() => { document.title = found.join(' '); }, 300);
-      };)js");
+base::Html BrokenInto(const std::string& own, const std::string& other, const std::string& file) {
+  return base::Fill(
+      "<meta http-equiv='refresh' content='0;url={0}fled'><base href='{0}'><body onload='document.title=1'>"
+      "<script>document.title=2</script><a id='script' href='javascript:document.title=3'>x</a>"
+      "<a id='out' href='{0}out'>x</a><iframe src='file:///etc/passwd'></iframe>"
+      "<iframe srcdoc='<script>top.document.title=4</script>'></iframe>"
+      "<form id='form' method='post' action='{0}form'></form><img id='program' "
+      "src='file://{1}/btnok_off.gif'>"
+      "<img id='above' src='file://{1}/%2e%2e/docs/pictures/main.png'><img id='file' src='file://{2}'>"
+      "<img id='server' src='{3}a.svg'><img id='other' src='{0}b.svg'><i id='own' title='{3}'></i>{4}",
+      other, MAROVANE_UI_FOLDER, file, own, OwnScript(base::Literal(R"js(
+        const at = id => document.getElementById(id);
+        const read = address => fetch(address).then(reply => reply.text()).catch(() => 'refused');
+        const ask = address => new Promise(done => {
+          const request = new XMLHttpRequest();
+          request.onload = () => done(request.responseText);
+          request.onerror = () => done('refused');
+          request.open('GET', address);
+          request.send();
+        }).catch(() => 'refused');
+        window.onload = async () => {
+          const found = [await read('file:///etc/passwd'), await ask('file:///etc/passwd'),
+                         await read(at('own').title)];
+          for (const id of ['program', 'above', 'file', 'server', 'other']) found.push(at(id).naturalWidth);
+          for (const id of ['script', 'out']) at(id).click();
+          at('form').submit();
+          setTimeout(() => { document.title = found.join(' '); }, 300);
+        };)js")));
 }
 
 TEST(WebView, WrittenPagesHaveNoRightsButTheirOwn) {
@@ -210,9 +212,10 @@ TEST(WebView, FormsPostInTheirPagesCharacterSet) {
   ShownPage page;
   PostServer server;
   page.machine.ownServer = server.Root();
-  page.form->webMain.Write(kHead + "<body><form method='post' action='" + server.Root().toStdString() +
-                           "p_feedback.asp'><textarea name='text'>第一行\r\n測試 한</textarea>"
-                           "<input name='plain' value='a b'></form></body></html>");
+  page.form->webMain.Write(base::Fill(kPage, base::Fill("<body><form method='post' action='{}p_feedback.asp'>"
+                                                        "<textarea name='text'>第一行\r\n測試 한</textarea>"
+                                                        "<input name='plain' value='a b'></form></body>",
+                                                        server.Root().toStdString())));
   page.form->webMain.SubmitForm(0);  // at once, before the page has been loaded
   page.machine.Wait([&] { return !server.bodies.isEmpty(); });
   EXPECT_EQ(server.requests.front(), "POST /p_feedback.asp");
@@ -222,10 +225,10 @@ TEST(WebView, FormsPostInTheirPagesCharacterSet) {
 
 TEST(WebView, InputsAreCurrentWhenAHandlerAsks) {
   ShownPage page;
-  page.Write(
+  page.Write(base::Literal(
       "<body style='margin:0'><input type='checkbox' id='chk1' style='position:absolute;left:20px;top:20px;"
       "width:40px;height:40px'><input type='radio' id='opt1' name='o' checked><input id='word' value='take'>"
-      "</body>");
+      "</body>"));
   bool isChecked = false;
   std::string word;
   page.form->cmdGo.Click = [&] {
@@ -246,19 +249,20 @@ TEST(WebView, InputsAreCurrentWhenAHandlerAsks) {
 
 TEST(WebView, PicturesOfTheProgramShowAndChineseIsRight) {
   ShownPage page;
-  const std::string ui = MAROVANE_UI_FOLDER;
   page.Write(
-      "<body background='file:///" + ui + "/bg450.jpg'><img id='i' src='file:///" + ui +
-      "\\btnok_off.gif'><span id='t'>中文</span>" +
-      OwnScript("window.onload=function(){document.title=document.getElementById('i').naturalWidth+' '+"
-                "document.getElementById('t').textContent.length;}"));
+      base::Fill("<body background='file:///{0}/bg450.jpg'><img id='i' src='file:///{0}\\btnok_off.gif'>"
+                 "<span id='t'>中文</span>{1}",
+                 MAROVANE_UI_FOLDER,
+                 OwnScript(base::Literal(
+                     "window.onload=function(){document.title=document.getElementById('i').naturalWidth+' '+"
+                     "document.getElementById('t').textContent.length;}"))));
   page.machine.Wait([&] { return !page.titles.empty(); });
   EXPECT_EQ(page.titles.back(), "88 2");
 }
 
 TEST(WebView, WrittenPageComesBackWhenItsRendererHasDied) {
   ShownPage page;
-  page.Write(OwnScript("document.location.href='cmd:here'"));
+  page.Write(OwnScript(base::Literal("document.location.href='cmd:here'")));
   page.machine.Wait([&] { return !page.asked.empty(); });
   page.asked.clear();
   ASSERT_GT(KillRenderers(), 0);
@@ -270,22 +274,23 @@ TEST(WebView, LastOfSeveralPagesStaysHoweverFastTheyFollow) {
   ShownPage page;
   for (const char* const title : {"one", "two", "last"}) {
     page.form->webMain.Navigate("about:blank");
-    page.form->webMain.Write(kHead + OwnScript("document.title='" + std::string(title) + "'"));
+    page.form->webMain.Write(base::Fill(kPage, Titled(title)));
   }
   page.machine.Wait([&] { return !page.titles.empty() && page.titles.back() == "last"; });
 }
 
 TEST(WebView, BoxesHaveTheirLookBeforeAnythingIsPainted) {
   ShownPage page;
-  page.Write("<body><input id='c' type='checkbox'>" +
-             OwnScript("document.title=getComputedStyle(document.getElementById('c')).appearance;"));
+  page.Write(base::Fill(
+      "<body><input id='c' type='checkbox'>{}",
+      OwnScript(base::Literal("document.title=getComputedStyle(document.getElementById('c')).appearance;"))));
   EXPECT_THAT(page.titles, ElementsAre("none"));
 }
 
 TEST(WebView, HistoryGoesBackToWrittenPages) {
   ShownPage page;
-  page.Write(OwnScript("document.title='first'"));
-  page.Write(OwnScript("document.title='second'"));
+  page.Write(Titled("first"));
+  page.Write(Titled("second"));
   EXPECT_EQ(page.titles.back(), "second");
   page.form->webMain.GoBack();
   page.machine.Wait([&] { return page.titles.back() == "first"; });

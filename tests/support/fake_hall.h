@@ -40,8 +40,8 @@ class FakeBrowser : public Form, public Browser {
   explicit FakeBrowser(Machine& theMachine) : Form(theMachine, "frmBrowser") {}
   Form& AsForm() override { return *this; }
   void GoNavigate(const std::string& url, int mode) override { Note(visited, url, mode); }
-  void GoWritePage(const std::string& html, int mode) override { Note(written, html, mode); }
-  void GoPostPage(const std::string& html, int mode) override { Note(posted, html, mode); }
+  void GoWritePage(const base::Html& page, int mode) override { Note(written, page.Markup(), mode); }
+  void GoPostPage(const base::Html& page, int mode) override { Note(posted, page.Markup(), mode); }
   std::vector<std::string> visited, written, posted;  ///< the mode, a blank, and the address or page
 
  private:

@@ -104,18 +104,19 @@ TEST_F(ChartsTest, ScalesHoldTheirCountAndHalveEvenly) {
 
 TEST_F(ChartsTest, DrawsWeeksWithoutSentencesAsGaps) {
   const base::Day monday{std::chrono::year{2026} / 11 / 2};
-  const std::string line = ShareLine({{monday, 1, 1}, {monday, 0, 0}, {monday, 3, 0}, {monday, 0, 2}});
+  const std::string line =
+      ShareLine({{monday, 1, 1}, {monday, 0, 0}, {monday, 3, 0}, {monday, 0, 2}}).Markup();
   const auto path = line.substr(line.find("<path d='"));
   EXPECT_EQ(std::count(path.begin(), path.end(), 'M'), 2);
   EXPECT_THAT(line, HasSubstr("2026/11/2 起的一週：50%（2 句）"));
 }
 
 TEST_F(ChartsTest, NothingGivesAFriendlyPicture) {
-  const std::string page = ChartsPage(CollectCharts(records, errList, kToday));
+  const std::string page = ChartsPage(CollectCharts(records, errList, kToday)).Markup();
   EXPECT_THAT(page, HasSubstr("還沒有造句記錄"));
   EXPECT_THAT(page, Not(HasSubstr("每日造句")));
   PutOk({"1", "2026-11-05", "a"});
-  const std::string drawn = ChartsPage(CollectCharts(records, errList, kToday));
+  const std::string drawn = ChartsPage(CollectCharts(records, errList, kToday)).Markup();
   EXPECT_THAT(drawn, HasSubstr("每日造句"));
   EXPECT_THAT(drawn, Not(HasSubstr("最常犯的錯誤")));
 }

@@ -101,7 +101,7 @@ TEST_F(DaySentencesTest, ManyDaysAreNoMoreThanOneCondition) {
 }
 
 TEST_F(DaySentencesTest, RowsAreWrittenToTheBlank) {
-  const std::string page = DaySentencesPage({{"12", "She’s \"here\"."}}, {{"21", "He *go*."}});
+  const std::string page = DaySentencesPage({{"12", "She’s \"here\"."}}, {{"21", "He *go*."}}).Markup();
   EXPECT_THAT(
       page, HasSubstr("<input type='HIDDEN' name='rec1' id='rec1' value=\"She&#39;s &quot;here&quot;.\">\r\n"
                       "<tr style='font-family: Arial; font-size: 15px; color: #FFCC00'>\r\n"

@@ -66,7 +66,7 @@ TEST_F(DiaryTest, ListsDaysWithTheirCountsNewestFirst) {
 
 TEST_F(DiaryTest, PageHasTheRowsWithThousandsSeparators) {
   const base::Day day{std::chrono::year{2026} / 3 / 7};
-  const std::string page = DiaryPage({{day, 1234567, 1000}});
+  const std::string page = DiaryPage({{day, 1234567, 1000}}).Markup();
   EXPECT_THAT(page,
               HasSubstr("<tr height='30' style='font-family: Arial; font-size: 15px; color: #FFFFFF'>\r\n"
                         "<td width='10%' align='center'><input type='checkbox' name='chk1' id='chk1' "
@@ -77,8 +77,8 @@ TEST_F(DiaryTest, PageHasTheRowsWithThousandsSeparators) {
                         "<td width='20%' align='right'>1,000</td>\r\n"
                         "</tr>"));
   EXPECT_THAT(page, ::testing::EndsWith("</table>\r\n</body>\r\n</html>\r\n"));
-  EXPECT_THAT(DiaryPage({}), Not(HasSubstr("chk")));
-  EXPECT_THAT(DiaryPage({}), HasSubstr("犯錯次數"));
+  EXPECT_THAT(DiaryPage({}).Markup(), Not(HasSubstr("chk")));
+  EXPECT_THAT(DiaryPage({}).Markup(), HasSubstr("犯錯次數"));
 }
 
 TEST_F(DiaryTest, RebuildingTakesASecondOfTheEmptyScreen) {

@@ -60,7 +60,7 @@ TEST_F(ErrorStatisticsTest, CountsCategoriesByPrefixAndCodesByName) {
 
 TEST_F(ErrorStatisticsTest, PageIsATreeWithClosedBranches) {
   const std::string page =
-      ErrorStatisticsPage("/opt/m", {{{"AG", "一致"}, 1204, {{{"AG01", "a < b"}, 1203}}}});
+      ErrorStatisticsPage("/opt/m", {{{"AG", "一致"}, 1204, {{{"AG01", "a < b"}, 1203}}}}).Markup();
   for (const char* part : {
            "<img id = 'imgoffAG' src='file:////opt/m/ui/folder-off.gif' border='0' style='display:inline;' "
            "data-flip>",

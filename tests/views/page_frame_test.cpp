@@ -19,7 +19,7 @@ TEST(PageFrame, HeaderCarriesTheTheme) {
       {"#FFFFFF", "body {\r\n   border-style:none; background-color: #FFFFFF;\r\n}\r\n"},
   };
   for (const auto& c : kCases) {
-    const std::string header = BuildPageFrame("HEADER", c.color);
+    const std::string header = BuildPageFrame("HEADER", c.color).Markup();
     EXPECT_THAT(header, HasSubstr(c.style));
     EXPECT_THAT(header, ::testing::StartsWith("<html>\r\n<head>\r\n<meta http-equiv='Content-Type' "
                                               "content='text/html; charset=big5'>\r\n<title></title>\r\n"
@@ -30,9 +30,9 @@ TEST(PageFrame, HeaderCarriesTheTheme) {
 }
 
 TEST(PageFrame, OtherParts) {
-  EXPECT_EQ(BuildPageFrame("FOOTER", "YELLOW"), "</body>\r\n</html>\r\n");
-  EXPECT_EQ(BuildPageFrame("FOOTER", ""), "</body>\r\n</html>\r\n");
-  EXPECT_EQ(BuildPageFrame("middle", ""), "");
+  EXPECT_EQ(BuildPageFrame("FOOTER", "YELLOW").Markup(), "</body>\r\n</html>\r\n");
+  EXPECT_EQ(BuildPageFrame("FOOTER", "").Markup(), "</body>\r\n</html>\r\n");
+  EXPECT_EQ(BuildPageFrame("middle", "").Markup(), "");
 }
 
 }  // namespace

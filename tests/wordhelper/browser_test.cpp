@@ -68,10 +68,10 @@ TEST_F(BrowserTest, ShowsAddressesAndPagesInThePaneAskedFor) {
   EXPECT_TRUE(IsOnPane(2) && browser.Visible());
   EXPECT_THAT(other.Take(), ElementsAre("go http://a/"));
   browser.Hide();
-  browser.GoWritePage("<p>1", 1);
+  browser.GoWritePage(base::Literal("<p>1"), 1);
   EXPECT_TRUE(IsOnPane(1) && browser.Visible());
   EXPECT_THAT(main.Take(), ElementsAre("go about:blank", "write <p>1"));
-  browser.GoPostPage("<form>", 2);
+  browser.GoPostPage(base::Literal("<form>"), 2);
   EXPECT_TRUE(IsOnPane(2));
   EXPECT_THAT(other.Take(), ElementsAre("go about:blank", "write <form>", "submit 0"));
   browser.Hide();
@@ -117,7 +117,7 @@ TEST_F(BrowserTest, CaptionAndStatusFollowThePage) {
   program.app.gDetailMessage = true;
   browser.webMain.TitleChange.Raise("a");
   EXPECT_EQ(browser.Caption(), "Marovane 瀏覽器 - a(http://engine/)");
-  browser.GoWritePage("<p>", 1);
+  browser.GoWritePage(base::Literal("<p>"), 1);
   EXPECT_EQ(browser.Caption(), "Marovane 瀏覽器") << "until the page tells its title";
   browser.webOther.StatusTextChange.Raise("http://link/");
   EXPECT_EQ(browser.lblStatus.Caption(), "http://link/");

@@ -109,7 +109,7 @@ void Pane::LoadAgain() {
 void Pane::Write(const QString& html) {
   constexpr std::size_t kKept = 20;  // as far back as somebody is likely to go
   page_->setBackgroundColor(GroundOf(html));
-  written_.push_back(KeepPage(html, rights));
+  written_.push_back(KeepPage(html));
   if (written_.size() > kKept) {
     ForgetPage(written_.front());
     written_.pop_front();

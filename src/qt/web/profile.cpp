@@ -73,19 +73,6 @@ const char* const kLook =
     "stroke='%23FFCC00' stroke-width='2' stroke-linecap='round' stroke-linejoin='round'/></svg>\")}"
     "</style>";
 
-// Before anything that the page holds.
-QByteArray PolicyFor(const WebRights& rights) {
-  const QString server = QUrl(rights.ownServer())
-                             .toString(QUrl::RemoveUserInfo | QUrl::RemovePath | QUrl::RemoveQuery |
-                                       QUrl::RemoveFragment | QUrl::FullyEncoded);
-  return QString(
-             "<meta http-equiv='Content-Security-Policy' content=\"default-src 'none'; "
-             "script-src 'nonce-%1'; style-src 'unsafe-inline'; img-src file: data: %2; form-action %2; "
-             "base-uri 'none'\">")
-      .arg(rights.nonce, server)
-      .toUtf8();
-}
-
 // Makes every written page, whose bytes are UTF-8, behave as one in its declared character set, and gives all
 // pages the fonts that they ask for.
 QWebEngineScript PageScript() {
@@ -152,11 +139,11 @@ QWebEngineProfile& WebProfile() {
   return *profile;
 }
 
-QUrl KeepPage(const QString& html, const WebRights& rights) {
+QUrl KeepPage(const QString& html) {
   static int last = 0;
   const QString path = QString("/%1").arg(++last);
-  // They stand in the page itself: what a script adds later would come after the first picture of the page.
-  Pages()[path] = PolicyFor(rights) + kLook + html.toUtf8();
+  // The look stands in the page itself: what a script adds later would come after its first picture.
+  Pages()[path] = kLook + html.toUtf8();
   QUrl url;
   url.setScheme(kWrittenPageScheme);
   url.setHost("page");

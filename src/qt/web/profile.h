@@ -5,16 +5,13 @@
 #include <QUrl>
 #include <QWebEngineProfile>
 
-#include "qt/web_pane.h"
-
 namespace marovane {
 
 /// The profile, made at the first call.
 QWebEngineProfile& WebProfile();
 
-/// Keeps a page that the program wrote and gives the address under which it can be loaded. It runs no script
-/// but those with the nonce, shows no pictures but of the program and the own server, and loads nothing else.
-QUrl KeepPage(const QString& html, const WebRights& rights);
+/// Keeps a page that the program wrote and gives the address under which it can be loaded.
+QUrl KeepPage(const QString& html);
 /// Forgets a page, when its view has gone or has left it too far behind.
 void ForgetPage(const QUrl& url);
 
