@@ -27,34 +27,21 @@ enum Button { kOutput = 0, kDelete = 1, kCheck = 2 };
 }  // namespace
 
 FrmEssayCollect::FrmEssayCollect(EssayRoom& room)
-    : Form(room.program.machine, "frmEssayCollect"),
+    : ButtonWindow(room.program, "frmEssayCollect", &AppState::gOpenEssayCollect),
       tmrMessage(machine.loop, 1000),
       room_(room),
       records_(room.records),
-      fade_(*this),
-      shell_(picBG, imgClose),
       list_(webHtml, picSelectAll, lblSelectAll, lblCheckAll) {
-  shell_.Add(picButtons, imgBtnOff, imgBtnOver, imgBtnOn);
-  picButtons.On(&Control::Click, [this](int index) { picButtons_Click(index); });
   webHtml.BeforeNavigate2 = [this](const std::string& url, bool& cancel) { TakeLink(url, cancel); };
-  imgClose.Click = [this] { imgClose_Click(); };
-  QueryClose = [this] { imgClose_Click(); };
   tmrMessage.onTick = [this] { TellDeleted(); };
   fade_.onGone = [this] { Leave(); };
 }
 
 void FrmEssayCollect::Form_Load() {
   constexpr int kDown = 500;
-  room_.program.app.gOpenEssayCollect = true;
-  Width = picBG.Width;
-  Height = picBG.Height;
-  shell_.SetMouseIconHand();
-  CenterForm(*this);
+  ShellWindow::Form_Load();
   Top = Top + kDown;
-  fade_.In();
 }
-
-void FrmEssayCollect::Form_Unload() { room_.program.app.gOpenEssayCollect = false; }
 
 void FrmEssayCollect::ShowEssayCollect(const std::string& workId, const std::string& handInMode) {
   const auto& app = room_.program.app;

@@ -3,11 +3,7 @@
 
 #include <string>
 
-#include "core/shell_buttons.h"
-#include "core/window_shell.h"
-#include "core/windows.h"
-#include "platform/controls.h"
-#include "platform/form.h"
+#include "core/shell_window.h"
 #include "platform/timer.h"
 #include "platform/web_browser.h"
 #include "records/essay_topics.h"
@@ -17,7 +13,7 @@ namespace marovane {
 
 struct EssayRoom;
 
-class FrmEssayCollect : public Form, public HallWindow {
+class FrmEssayCollect : public ButtonWindow<3>, public HallWindow {
  public:
   explicit FrmEssayCollect(EssayRoom& room);
 
@@ -34,19 +30,15 @@ class FrmEssayCollect : public Form, public HallWindow {
   void CleanupSelectedRecord();
 
   void Form_Load() override;
-  void Form_Unload() override;
-  void imgClose_Click() { fade_.Out(); }
+  void imgClose_Click() override { fade_.Out(); }
 
   WebBrowser webHtml{*this, "webHtml"};
-  ControlArray<PictureBox, 3> picButtons{*this, "picButtons"}, imgBtnOff{*this, "imgBtnOff"},
-      imgBtnOver{*this, "imgBtnOver"}, imgBtnOn{*this, "imgBtnOn"};
   ControlArray<PictureBox, 2> picSelectAll{*this, "picSelectAll"};
   ControlArray<Label, 2> lblSelectAll{*this, "lblSelectAll"}, lblCheckAll{*this, "lblCheckAll"};
-  PictureBox imgClose{*this, "imgClose"}, picBG{*this, "picBG"};
   Timer tmrMessage;
 
  private:
-  void picButtons_Click(int index);
+  void picButtons_Click(int index) override;
   void TakeLink(const std::string& url, bool& cancel);
   void AskAndHandIn(const std::string& essayId, const std::string& workId);
   void HandIn(const std::string& essayId, const std::string& workId);
@@ -56,8 +48,6 @@ class FrmEssayCollect : public Form, public HallWindow {
 
   EssayRoom& room_;
   EssayTopics records_;
-  Fade fade_;
-  ShellButtons shell_;
   CheckList list_;
   std::string mWorkId;
   std::string mHandInMode;

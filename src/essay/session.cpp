@@ -61,12 +61,10 @@ void ShowInCorner(Form& form) {
 }
 
 FrmEssay::FrmEssay(EssayRoom& room)
-    : Form(room.program.machine, "frmEssay"),
+    : ButtonWindow(room.program, "frmEssay"),
       tmrCaps(machine.loop, 1000),
       tmrShowDelay(machine.loop, 10),
-      room_(room),
-      fade_(*this),
-      shell_(picBG, imgClose) {
+      room_(room) {
   BindInput();
   BindButtons();
   webHtml.BeforeNavigate2 = [this](const std::string& url, bool& cancel) { TakeLink(url, cancel); };
@@ -85,11 +83,8 @@ void FrmEssay::BindInput() {
 }
 
 void FrmEssay::BindButtons() {
-  picButtons.On(&Control::Click, [this](int index) { picButtons_Click(index); });
   picCommands.On(&Control::Click, [this](int index) { picCommands_Click(index); });
-  shell_.Add(picButtons, imgBtnOff, imgBtnOver, imgBtnOn);
   shell_.Add(picCommands, imgCmdOff, imgCmdOver, imgCmdOn);
-  imgClose.Click = [this] { imgClose_Click(); };
   QueryClose = [this] {
     if (imgClose.Visible) imgClose_Click();
   };
@@ -110,13 +105,9 @@ void FrmEssay::Form_Load() {
   app.gOpenEssay = true;
   picBG.Left = 0;
   picBG.Top = 0;
-  Width = picBG.Width;
-  Height = picBG.Height;
-  shell_.SetMouseIconHand();
+  ShellWindow::Form_Load();
   ShowStopButton(false);
-  CenterForm(*this);
   SetInputTextStyle(0);
-  fade_.In();
   SetDefaultValue();
   Form& frmMain = room_.program.hall.frmMain->AsForm();
   mMainLeft = frmMain.Left;
@@ -258,8 +249,6 @@ void FrmEssay::TakeLink(const std::string& url, bool& cancel) {
       ArchivedPageUrl(program, program.app.gFileServerRoot, base::Trim(url.substr(kShow.size()))), 2);
   ShowInCorner(*this);
 }
-
-void FrmEssay::imgClose_Click() { fade_.Out(); }
 
 void FrmEssay::Leave() {
   Program& program = room_.program;

@@ -3,17 +3,14 @@
 
 #include <string>
 
-#include "core/shell_buttons.h"
-#include "core/window_shell.h"
-#include "platform/controls.h"
-#include "platform/form.h"
+#include "core/shell_window.h"
 #include "platform/web_browser.h"
 
 namespace marovane {
 
 struct EssayRoom;
 
-class FrmEssay : public Form {
+class FrmEssay : public ButtonWindow<3> {
  public:
   explicit FrmEssay(EssayRoom& room);
 
@@ -25,18 +22,16 @@ class FrmEssay : public Form {
   void SetDefaultValue();
   /// Mode 1 makes the box ready for typing, another shows the prompt.
   void SetInputTextStyle(int mode);
-  void picButtons_Click(int index);
+  void picButtons_Click(int index) override;
   void picCommands_Click(int index);
-  void imgClose_Click();
   /// What the first button shows: the sign for stopping during a walk, else the one for leaving.
   void ShowStopButton(bool stops);
 
   RichTextBox txtInput{*this, "txtInput"};
-  ControlArray<PictureBox, 3> picButtons{*this, "picButtons"}, picCommands{*this, "picCommands"},
-      imgBtnOff{*this, "imgBtnOff"}, imgBtnOver{*this, "imgBtnOver"}, imgBtnOn{*this, "imgBtnOn"},
-      imgCmdOff{*this, "imgCmdOff"}, imgCmdOver{*this, "imgCmdOver"}, imgCmdOn{*this, "imgCmdOn"};
+  ControlArray<PictureBox, 3> picCommands{*this, "picCommands"}, imgCmdOff{*this, "imgCmdOff"},
+      imgCmdOver{*this, "imgCmdOver"}, imgCmdOn{*this, "imgCmdOn"};
   WebBrowser webHtml{*this, "webHtml"};
-  PictureBox picBG{*this, "picBG"}, imgClose{*this, "imgClose"}, picHtmlDeskPos{*this, "picHtmlDeskPos"};
+  PictureBox picHtmlDeskPos{*this, "picHtmlDeskPos"};
   ControlArray<Label, 2> lblCaps{*this, "lblCaps"};
   Timer tmrCaps, tmrShowDelay;
 
@@ -62,8 +57,6 @@ class FrmEssay : public Form {
   void Leave();
 
   EssayRoom& room_;
-  Fade fade_;
-  ShellButtons shell_;
 };
 
 /// A window that has to vanish for a while stands here.

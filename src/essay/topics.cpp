@@ -24,29 +24,17 @@ enum Button { kStart = 0, kBack = 1, kNewTopic = 2 };
 }  // namespace
 
 FrmEssayInputEdu::FrmEssayInputEdu(EssayRoom& room)
-    : Form(room.program.machine, "frmEssayInputEdu"),
+    : ButtonWindow(room.program, "frmEssayInputEdu", &AppState::gOpenEssayInputEdu),
       room_(room),
-      records_(room.records),
-      fade_(*this),
-      shell_(picBG, imgClose) {
-  shell_.Add(picButtons, imgBtnOff, imgBtnOver, imgBtnOn);
-  picButtons.On(&Control::Click, [this](int index) { picButtons_Click(index); });
+      records_(room.records) {
   webHtml.BeforeNavigate2 = [this](const std::string& url, bool& cancel) { TakeLink(url, cancel, true); };
   webHtml2.BeforeNavigate2 = [this](const std::string& url, bool& cancel) { TakeLink(url, cancel, false); };
-  imgClose.Click = [this] { imgClose_Click(); };
-  QueryClose = [this] { imgClose_Click(); };
   fade_.onGone = [this] { Leave(); };
 }
 
 void FrmEssayInputEdu::Form_Load() {
-  auto& app = room_.program.app;
-  app.gOpenEssayInputEdu = true;
-  Width = picBG.Width;
-  Height = picBG.Height;
-  CenterForm(*this);
-  shell_.SetMouseIconHand();
-  fade_.In();
-  if (app.gEdition == "XQD") GetWorkList();
+  ShellWindow::Form_Load();
+  if (room_.program.app.gEdition == "XQD") GetWorkList();
   mMainTop = room_.program.hall.frmMain->AsForm().Top;
   GetSelfEssayList();
   SetDefaultValue();
@@ -224,7 +212,5 @@ void FrmEssayInputEdu::Leave() {
   frmMain.AsForm().Top = mMainTop;
   Unload();
 }
-
-void FrmEssayInputEdu::Form_Unload() { room_.program.app.gOpenEssayInputEdu = false; }
 
 }  // namespace marovane

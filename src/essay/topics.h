@@ -5,12 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "core/shell_buttons.h"
-#include "core/window_shell.h"
-#include "core/windows.h"
+#include "core/shell_window.h"
 #include "essay/topic_pages.h"
-#include "platform/controls.h"
-#include "platform/form.h"
 #include "platform/web_browser.h"
 #include "records/essay_topics.h"
 
@@ -18,13 +14,12 @@ namespace marovane {
 
 struct EssayRoom;
 
-class FrmEssayInputEdu : public Form, public HallWindow {
+class FrmEssayInputEdu : public ButtonWindow<3>, public HallWindow {
  public:
   explicit FrmEssayInputEdu(EssayRoom& room);
 
   Form& AsForm() override { return *this; }
   void Form_Load() override;
-  void Form_Unload() override;
   void SetDefaultValue();
   /// The teacher's assignments, as the server tells them now.
   void GetWorkList();
@@ -32,15 +27,12 @@ class FrmEssayInputEdu : public Form, public HallWindow {
   void GetSelfEssayList();
   /// Shows the question of an assignment in the place of the list.
   void GetWorkHtm(const std::string& workId);
-  void picButtons_Click(int index);
-  void imgClose_Click() { fade_.Out(); }
+  void picButtons_Click(int index) override;
+  void imgClose_Click() override { fade_.Out(); }
 
   WebBrowser webHtml{*this, "webHtml"}, webHtml2{*this, "webHtml2"};
   ComboBox lstWorks{*this, "lstWorks"};  ///< number and title of each assignment, joined by "<@>"
   Label lblMessage{*this, "lblMessage"};
-  ControlArray<PictureBox, 3> picButtons{*this, "picButtons"}, imgBtnOff{*this, "imgBtnOff"},
-      imgBtnOver{*this, "imgBtnOver"}, imgBtnOn{*this, "imgBtnOn"};
-  PictureBox picBG{*this, "picBG"}, imgClose{*this, "imgClose"};
 
   bool mShowingWork = false;
   bool mHasOpenWork = false;
@@ -65,8 +57,6 @@ class FrmEssayInputEdu : public Form, public HallWindow {
 
   EssayRoom& room_;
   EssayTopics records_;
-  Fade fade_;
-  ShellButtons shell_;
 };
 
 }  // namespace marovane

@@ -35,10 +35,7 @@ std::string LoginToServer(Program& program, const std::string& server, const std
   return AskServer(program, protocol::page::kLogin, {{"login", login}, {"password", password}});
 }
 
-FrmXQDLogin::FrmXQDLogin(Program& program)
-    : Form(program.machine, "frmXQDLogin"), program_(program), fade_(*this), shell_(picBG, imgClose) {
-  shell_.Add(picButtons, imgBtnOff, imgBtnOver, imgBtnOn);
-  picButtons.On(&Control::Click, [this](int index) { picButtons_Click(index); });
+FrmXQDLogin::FrmXQDLogin(Program& program) : ButtonWindow(program, "frmXQDLogin") {
   txtLogin.KeyPress = [this](int& keyAscii) { txtLogin_KeyPress(keyAscii); };
   txtLogin.LostFocus = [this] { txtLogin_LostFocus(); };
   txtPassword.KeyPress = [this](int& keyAscii) {
@@ -46,17 +43,11 @@ FrmXQDLogin::FrmXQDLogin(Program& program)
     keyAscii = 0;
     picButtons_Click(0);
   };
-  imgClose.Click = [this] { picButtons_Click(1); };
-  QueryClose = [this] { picButtons_Click(1); };
 }
 
 void FrmXQDLogin::Form_Load() {
   certFile_ = program_.app.gTempDir + "/" + program_.app.gDataDirName + "/xqdcert.set";
-  Width = picBG.Width;
-  Height = picBG.Height;
-  CenterForm(*this);
-  shell_.SetMouseIconHand();
-  fade_.In();
+  ShellWindow::Form_Load();
   SetDefaultValue();
 }
 

@@ -3,9 +3,7 @@
 
 #include <string>
 
-#include "core/program.h"
-#include "core/shell_buttons.h"
-#include "core/window_shell.h"
+#include "core/shell_window.h"
 
 namespace marovane {
 
@@ -18,12 +16,13 @@ std::string GetServerForLogin(Program& program, const std::string& login);
 std::string LoginToServer(Program& program, const std::string& server, const std::string& login,
                           const std::string& password);
 
-class FrmXQDLogin : public Form, public HallWindow {
+class FrmXQDLogin : public ButtonWindow<2>, public HallWindow {
  public:
   explicit FrmXQDLogin(Program& program);
 
   Form& AsForm() override { return *this; }
   void Form_Load() override;
+  void imgClose_Click() override { picButtons_Click(1); }
 
   /// Reads the file of the latest login into the controls ("R") or writes it ("W").
   void ISCCert_IO(const std::string& mode);
@@ -31,9 +30,6 @@ class FrmXQDLogin : public Form, public HallWindow {
   TextBox txtLogin{*this, "txtLogin"}, txtPassword{*this, "txtPassword"};
   Label lblACServer{*this, "lblACServer"}, lblPara1_0{*this, "lblPara1_0"}, lblPara1_1{*this, "lblPara1_1"},
       lblPara1_3{*this, "lblPara1_3"}, lblMessage_0{*this, "lblMessage_0"};
-  ControlArray<PictureBox, 2> picButtons{*this, "picButtons"}, imgBtnOff{*this, "imgBtnOff"},
-      imgBtnOver{*this, "imgBtnOver"}, imgBtnOn{*this, "imgBtnOn"};
-  PictureBox picBG{*this, "picBG"}, imgClose{*this, "imgClose"};
 
  private:
   void SetDefaultValue();
@@ -42,7 +38,7 @@ class FrmXQDLogin : public Form, public HallWindow {
   void txtLogin_KeyPress(int& keyAscii);
   void txtLogin_LostFocus();
   void TellNoServer(const std::string& reply);
-  void picButtons_Click(int index);
+  void picButtons_Click(int index) override;
   void Login();
   std::string LoginOrRetry();
   /// Tells what is wrong with the input. False when nothing is.
@@ -53,9 +49,6 @@ class FrmXQDLogin : public Form, public HallWindow {
   void MoveAway();
   void MoveBack();
 
-  Program& program_;
-  Fade fade_;
-  ShellButtons shell_;
   std::string certFile_;
   bool loginChanged_ = false;
   int left_ = 0;

@@ -25,10 +25,7 @@ std::string OfRegistry(const Program& program, const char* mode, const char* key
 
 }  // namespace
 
-FrmFeedback::FrmFeedback(Program& program)
-    : Form(program.machine, "frmFeedback"), program_(program), fade_(*this), shell_(picBG, imgClose) {
-  shell_.Add(picButtons, imgBtnOff, imgBtnOver, imgBtnOn);
-  picButtons.On(&Control::Click, [this](int index) { picButtons_Click(index); });
+FrmFeedback::FrmFeedback(Program& program) : ButtonWindow(program, "frmFeedback", &AppState::gOpenFeedback) {
   optNeedRes.On(&Control::Click, [this](int index) { optNeedRes_Click(index); });
   lblNeedRes.On(&Control::Click, [this](int index) {
     SelectOption(optNeedRes, index);
@@ -40,22 +37,13 @@ FrmFeedback::FrmFeedback(Program& program)
   txtDesc.LostFocus = [this] {
     if (HasNoRemark()) SetDefaultValue();
   };
-  imgClose.Click = [this] { imgClose_Click(); };
-  QueryClose = [this] { imgClose_Click(); };
 }
 
 void FrmFeedback::Form_Load() {
-  program_.app.gOpenFeedback = true;
-  Width = picBG.Width;
-  Height = picBG.Height;
-  CenterForm(*this);
-  shell_.SetMouseIconHand();
+  ShellWindow::Form_Load();
   for (int i = 0; i < lblNeedRes.Count(); ++i) lblNeedRes(i).HandCursor = true;
   SetDefaultValue();
-  fade_.In();
 }
-
-void FrmFeedback::Form_Unload() { program_.app.gOpenFeedback = false; }
 
 void FrmFeedback::SetDefaultValue() {
   sentence_ = OfRegistry(program_, "R", "sentence");
@@ -79,7 +67,7 @@ void FrmFeedback::optNeedRes_Click(int index) {
 }
 
 void FrmFeedback::picButtons_Click(int index) {
-  if (index == 0) return imgClose_Click();
+  if (index == 0) return closeForm();
   OpenWithBrowserForFeedback();
 }
 
@@ -116,11 +104,6 @@ std::string FrmFeedback::FormBody(const std::string& email) const {
                                 {"sentence", protocol::Big5Value(sentence_)},
                                 {"remarks", protocol::Big5Value(txtDesc.Text())},
                                 {"email", protocol::Big5Value(email)}});
-}
-
-void FrmFeedback::imgClose_Click() {
-  program_.app.gOpenFeedback = false;
-  fade_.Out();
 }
 
 }  // namespace marovane

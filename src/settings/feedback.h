@@ -3,22 +3,19 @@
 
 #include <string>
 
-#include "core/program.h"
-#include "core/shell_buttons.h"
-#include "core/window_shell.h"
+#include "core/shell_window.h"
 #include "platform/web_browser.h"
 
 namespace marovane {
 
 struct Message;
 
-class FrmFeedback : public Form, public HallWindow {
+class FrmFeedback : public ButtonWindow<2>, public HallWindow {
  public:
   explicit FrmFeedback(Program& program);
 
   Form& AsForm() override { return *this; }
   void Form_Load() override;
-  void Form_Unload() override;
   void SetDefaultValue();
   /// Sends the sentence and the remark, when all is well with them. What does not arrive is kept for the next
   /// upload.
@@ -28,24 +25,18 @@ class FrmFeedback : public Form, public HallWindow {
   TextBox txtDesc{*this, "txtDesc"}, txtEmail{*this, "txtEmail"};
   ControlArray<OptionButton, 2> optNeedRes{*this, "optNeedRes"};
   ControlArray<Label, 2> lblNeedRes{*this, "lblNeedRes"};
-  ControlArray<PictureBox, 2> picButtons{*this, "picButtons"}, imgBtnOff{*this, "imgBtnOff"},
-      imgBtnOver{*this, "imgBtnOver"}, imgBtnOn{*this, "imgBtnOn"};
   WebBrowser webServiceMail{*this, "webServiceMail"};
-  PictureBox picEmail{*this, "picEmail"}, imgClose{*this, "imgClose"}, picBG{*this, "picBG"};
+  PictureBox picEmail{*this, "picEmail"};
 
  private:
   void optNeedRes_Click(int index);
-  void picButtons_Click(int index);
-  void imgClose_Click();
+  void picButtons_Click(int index) override;
   bool HasNoRemark() const;
   /// The number of the message that refuses the input, "" when it is well.
   const Message* Refusal(const std::string& email);
   std::string FormBody(const std::string& email) const;
   void Thank(bool hasArrived);
 
-  Program& program_;
-  Fade fade_;
-  ShellButtons shell_;
   std::string sentence_, errcode_;
 };
 

@@ -43,33 +43,17 @@ int FilterPasswordKey(int keyAscii, std::string_view caseWord, bool allowBlank) 
   return FilterKeyAscii(keyAscii, caseWord, allowBlank);
 }
 
-FrmPassword::FrmPassword(Program& program)
-    : Form(program.machine, "frmPassword"), program_(program), fade_(*this), shell_(picBG, imgClose) {
-  shell_.Add(picButtons, imgBtnOff, imgBtnOver, imgBtnOn);
-  picButtons.On(&Control::Click, [this](int index) { picButtons_Click(index); });
+FrmPassword::FrmPassword(Program& program) : ButtonWindow(program, "frmPassword", &AppState::gOpenPassword) {
   txtPassword.KeyPress = [this](int& keyAscii) { txtPassword_KeyPress(keyAscii); };
   lblNewAccount.Click = [this] { ShowApplication(!isApplying_); };
-  imgClose.Click = [this] { picButtons_Click(1); };
-  QueryClose = [this] { picButtons_Click(1); };
 }
 
 void FrmPassword::Form_Load() {
-  program_.app.gOpenPassword = true;
-  Width = picBG.Width;
+  ShellWindow::Form_Load();
   fullHeight_ = picBG.Height;
-  CenterForm(*this);
-  shell_.SetMouseIconHand();
   lblNewAccount.HandCursor = true;
   ShowApplication(false);
   txtPassword.Text = "";
-  fade_.In();
-}
-
-void FrmPassword::Form_Unload() { program_.app.gOpenPassword = false; }
-
-void FrmPassword::closeForm() {
-  program_.app.gOpenPassword = false;
-  fade_.Out();
 }
 
 void FrmPassword::ShowApplication(bool isApplying) {

@@ -4,9 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "core/program.h"
-#include "core/shell_buttons.h"
-#include "core/window_shell.h"
+#include "core/shell_window.h"
 
 namespace marovane {
 
@@ -23,24 +21,19 @@ std::string ApplyForAccount(Program& program, const std::string& userName, const
 /// @param caseWord "UPPER", "LOWER", or anything else for letters as they are
 int FilterPasswordKey(int keyAscii, std::string_view caseWord, bool allowBlank);
 
-class FrmPassword : public Form, public HallWindow {
+class FrmPassword : public ButtonWindow<2>, public HallWindow {
  public:
   explicit FrmPassword(Program& program);
 
   Form& AsForm() override { return *this; }
   void Form_Load() override;
-  void Form_Unload() override;
-  void closeForm();
 
   TextBox txtPassword{*this, "txtPassword"}, txtUserName{*this, "txtUserName"}, txtEmail{*this, "txtEmail"};
   Label lblPara1{*this, "lblPara1"}, lblNewAccount{*this, "lblNewAccount"}, lblUserName{*this, "lblUserName"},
       lblEmail{*this, "lblEmail"};
-  ControlArray<PictureBox, 2> picButtons{*this, "picButtons"}, imgBtnOff{*this, "imgBtnOff"},
-      imgBtnOver{*this, "imgBtnOver"}, imgBtnOn{*this, "imgBtnOn"};
-  PictureBox imgClose{*this, "imgClose"}, picBG{*this, "picBG"};
 
  private:
-  void picButtons_Click(int index);
+  void picButtons_Click(int index) override;
   void txtPassword_KeyPress(int& keyAscii);
   void ShowApplication(bool isApplying);
   void FitHeight();
@@ -49,9 +42,6 @@ class FrmPassword : public Form, public HallWindow {
   void TellRefusal(const std::string& reply);
   void Accept(const std::string& password);
 
-  Program& program_;
-  Fade fade_;
-  ShellButtons shell_;
   bool isApplying_ = false;
   int fullHeight_ = 0;  ///< twips, with the fields of the application
 };

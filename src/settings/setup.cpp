@@ -34,16 +34,13 @@ int EduLevel(const std::string& eduBackground) {
   return level == std::string_view::npos ? 0 : static_cast<int>(level);
 }
 
-FrmSetup::FrmSetup(Program& program)
-    : Form(program.machine, "frmSetup"), program_(program), fade_(*this), shell_(picBG, imgClose) {
+FrmSetup::FrmSetup(Program& program) : ShellWindow(program, "frmSetup", &AppState::gOpenSetup) {
   for (PictureBox* button : {&picButtons_0, &picButtons_1, &picButtons_3}) {
     shell_.Add(*button, imgBtnOff, imgBtnOver, imgBtnOn);
   }
   picButtons_0.Click = [this] { picButtons_Click(0); };
   picButtons_1.Click = [this] { picButtons_Click(1); };
   picButtons_3.Click = [this] { picButtons_Click(3); };
-  imgClose.Click = [this] { imgClose_Click(); };
-  QueryClose = [this] { imgClose_Click(); };
   sdrTransform.Change = [this] { sdrTransform_Change(); };
   BindLabels();
 }
@@ -62,18 +59,11 @@ void FrmSetup::BindLabels() {
 }
 
 void FrmSetup::Form_Load() {
-  program_.app.gOpenSetup = true;
-  Width = picBG.Width;
-  Height = picBG.Height;
-  CenterForm(*this);
-  shell_.SetMouseIconHand();
-  fade_.In();
+  ShellWindow::Form_Load();
   loading_ = true;
   SetDefaultValue();
   loading_ = false;
 }
-
-void FrmSetup::Form_Unload() { program_.app.gOpenSetup = false; }
 
 void FrmSetup::SetDefaultValue() {
   const auto& app = program_.app;
@@ -190,8 +180,7 @@ void FrmSetup::imgClose_Click() {
   auto& app = program_.app;
   app.gFadeAlpha = app.gTransformValue;
   sdrTransform.Value = app.gTransformValue;  // takes the preview back
-  app.gOpenSetup = false;
-  fade_.Out();
+  closeForm();
 }
 
 }  // namespace marovane

@@ -3,9 +3,7 @@
 
 #include <string>
 
-#include "core/program.h"
-#include "core/shell_buttons.h"
-#include "core/window_shell.h"
+#include "core/shell_window.h"
 
 namespace marovane {
 
@@ -15,13 +13,12 @@ std::string EduBackground(int level, bool isStudying);
 /// Place in the list of levels of an education as it is stored; 0 for what is none.
 int EduLevel(const std::string& eduBackground);
 
-class FrmSetup : public Form, public HallWindow {
+class FrmSetup : public ShellWindow, public HallWindow {
  public:
   explicit FrmSetup(Program& program);
 
   Form& AsForm() override { return *this; }
   void Form_Load() override;
-  void Form_Unload() override;
 
   /// Fills the controls from the shared state.
   void SetDefaultValue();
@@ -44,22 +41,18 @@ class FrmSetup : public Form, public HallWindow {
       picButtons_3{*this, "picButtons_3"};
   PictureBox imgBtnOff{*this, "imgBtnOff_0"}, imgBtnOver{*this, "imgBtnOver_0"},
       imgBtnOn{*this, "imgBtnOn_0"};
-  PictureBox imgClose{*this, "imgClose"}, picBG{*this, "picBG"};
 
  private:
   void BindLabels();
   void ShowAccountParts();
   void picButtons_Click(int index);
-  void imgClose_Click();
+  void imgClose_Click() override;
   void sdrTransform_Change();
   void Save();
   void SaveFont();
   void MergeOldAccount();
   void AskForOldAccount();
 
-  Program& program_;
-  Fade fade_;
-  ShellButtons shell_;
   bool loading_ = false;
 };
 

@@ -14,20 +14,13 @@ std::string CheckAccountPassword(Program& program, const std::string& account, c
                    {{"pno", protocol::CleanAccount(account)}, {"pw", password}});
 }
 
-FrmSyncLogin::FrmSyncLogin(Program& program)
-    : Form(program.machine, "frmSyncLogin"), program_(program), fade_(*this), shell_(picBG, imgClose) {
+FrmSyncLogin::FrmSyncLogin(Program& program) : ShellWindow(program, "frmSyncLogin") {
   cmdButtons.On(&Control::Click, [this](int index) { cmdButtons_Click(index); });
-  imgClose.Click = [this] { cmdButtons_Click(1); };
-  QueryClose = [this] { cmdButtons_Click(1); };
 }
 
 void FrmSyncLogin::Form_Load() {
   SetDefaultValue();
-  Width = picBG.Width;
-  Height = picBG.Height;
-  CenterForm(*this);
-  shell_.SetMouseIconHand();
-  fade_.In();
+  ShellWindow::Form_Load();
 }
 
 void FrmSyncLogin::SetDefaultValue() {
@@ -40,8 +33,6 @@ void FrmSyncLogin::SetDefaultValue() {
   txtPno.Text = "";
   txtPass.Text = "";
 }
-
-void FrmSyncLogin::closeForm() { fade_.Out(); }
 
 void FrmSyncLogin::cmdButtons_Click(int index) {
   if (index == 0) {

@@ -3,9 +3,7 @@
 
 #include <string>
 
-#include "core/program.h"
-#include "core/shell_buttons.h"
-#include "core/window_shell.h"
+#include "core/shell_window.h"
 
 namespace marovane {
 
@@ -15,29 +13,24 @@ namespace marovane {
 std::string CheckAccountPassword(Program& program, const std::string& account, const std::string& password);
 
 /// The answer is in gMsgResult, "OK" or "CANCEL"; after "OK" gUploadAccountNo is the older account.
-class FrmSyncLogin : public Form, public HallWindow {
+class FrmSyncLogin : public ShellWindow, public HallWindow {
  public:
   explicit FrmSyncLogin(Program& program);
 
   Form& AsForm() override { return *this; }
   void Form_Load() override;
-  void closeForm();
+  void imgClose_Click() override { cmdButtons_Click(1); }
 
   TextBox txtPno{*this, "txtPno"}, txtPass{*this, "txtPass"};
   ControlArray<CommandButton, 2> cmdButtons{*this, "cmdButtons"};
   ControlArray<Label, 1> lblMessage{*this, "lblMessage"};
   ControlArray<Label, 3> lblS{*this, "lblS"};
-  PictureBox imgClose{*this, "imgClose"}, picBG{*this, "picBG"};
 
  private:
   void SetDefaultValue();
   void cmdButtons_Click(int index);
   void Accept();
   void TellRefusal(const std::string& reply);
-
-  Program& program_;
-  Fade fade_;
-  ShellButtons shell_;
 };
 
 }  // namespace marovane

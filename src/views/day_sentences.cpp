@@ -38,38 +38,15 @@ class BusySentences {
 }  // namespace
 
 FrmSentences::FrmSentences(Program& program, RecordDb& records, Window<FrmBindSelect>& frmBindSelect)
-    : Form(program.machine, "frmSentences"),
+    : ButtonWindow(program, "frmSentences", &AppState::gOpenSentences),
       tmrMessage(program.machine.loop, 1000),
-      program_(program),
       records_(records),
       frmBindSelect_(frmBindSelect),
-      fade_(*this),
-      shell_(picBG, imgClose),
       list_(webHtml, picSelectAll, lblSelectAll, lblCheckAll) {
-  shell_.Add(picButtons, imgBtnOff, imgBtnOver, imgBtnOn);
-  picButtons.On(&Control::Click, [this](int index) { picButtons_Click(index); });
   webHtml.BeforeNavigate2 = [this](const std::string& url, bool& cancel) {
     webHtml_BeforeNavigate2(url, cancel);
   };
-  imgClose.Click = [this] { closeForm(); };
-  QueryClose = [this] { closeForm(); };
   tmrMessage.onTick = [this] { TellDeleted(); };
-}
-
-void FrmSentences::Form_Load() {
-  program_.app.gOpenSentences = true;
-  Width = picBG.Width;
-  Height = picBG.Height;
-  CenterForm(*this);
-  shell_.SetMouseIconHand();
-  fade_.In();
-}
-
-void FrmSentences::Form_Unload() { program_.app.gOpenSentences = false; }
-
-void FrmSentences::closeForm() {
-  program_.app.gOpenSentences = false;
-  fade_.Out();
 }
 
 void FrmSentences::ShowDaySentences(const std::string& mode, const std::string& days) {

@@ -3,9 +3,7 @@
 
 #include <string>
 
-#include "core/program.h"
-#include "core/shell_buttons.h"
-#include "core/window_shell.h"
+#include "core/shell_window.h"
 #include "platform/timer.h"
 #include "platform/web_browser.h"
 #include "records/day_records.h"
@@ -16,7 +14,7 @@ namespace marovane {
 
 class RecordDb;
 
-class FrmSentences : public Form, public DaySentences {
+class FrmSentences : public ButtonWindow<3>, public DaySentences {
  public:
   FrmSentences(Program& program, RecordDb& records, Window<FrmBindSelect>& frmBindSelect);
 
@@ -31,29 +29,19 @@ class FrmSentences : public Form, public DaySentences {
   void GetRecAndOutput();
   void CleanupSelectedRecord();
 
-  void Form_Load() override;
-  void Form_Unload() override;
-  void closeForm();
-
   WebBrowser webHtml{*this, "webHtml"};
-  ControlArray<PictureBox, 3> picButtons{*this, "picButtons"}, imgBtnOff{*this, "imgBtnOff"},
-      imgBtnOver{*this, "imgBtnOver"}, imgBtnOn{*this, "imgBtnOn"};
   ControlArray<PictureBox, 2> picSelectAll{*this, "picSelectAll"};
   ControlArray<Label, 2> lblSelectAll{*this, "lblSelectAll"}, lblCheckAll{*this, "lblCheckAll"};
-  PictureBox imgClose{*this, "imgClose"}, picBG{*this, "picBG"};
   Timer tmrMessage;
 
  private:
-  void picButtons_Click(int index);
+  void picButtons_Click(int index) override;
   void webHtml_BeforeNavigate2(const std::string& url, bool& cancel);
   void AskAndDelete();
   void TellDeleted();
 
-  Program& program_;
   DayRecords records_;
   Window<FrmBindSelect>& frmBindSelect_;
-  Fade fade_;
-  ShellButtons shell_;
   CheckList list_;
   std::string dayList_;
 };

@@ -26,21 +26,14 @@ std::vector<DiaryDay> DiaryDays(DayRecords& records) {
 }
 
 FrmDiary::FrmDiary(Program& program, RecordDb& records, ErrListDb& errList)
-    : Form(program.machine, "frmDiary"),
+    : ButtonWindow(program, "frmDiary", &AppState::gOpenDiary),
       tmrWaitProcess(program.machine.loop, 1000),
       tmrMessage(program.machine.loop, 1000),
-      program_(program),
       recordDb_(records),
       errList_(errList),
       records_(records),
-      fade_(*this),
-      shell_(picBG, imgClose),
       list_(webHtml, picSelectAll, lblSelectAll, lblCheckAll) {
-  shell_.Add(picButtons, imgBtnOff, imgBtnOver, imgBtnOn);
-  picButtons.On(&Control::Click, [this](int index) { picButtons_Click(index); });
   picTabs.On(&Control::Click, [this](int index) { picTabs_Click(index); });
-  imgClose.Click = [this] { closeForm(); };
-  QueryClose = [this] { closeForm(); };
   tmrWaitProcess.onTick = [this] {
     tmrWaitProcess.Enabled = false;
     waitFlag_ = false;
@@ -49,22 +42,10 @@ FrmDiary::FrmDiary(Program& program, RecordDb& records, ErrListDb& errList)
 }
 
 void FrmDiary::Form_Load() {
-  program_.app.gOpenDiary = true;
-  Width = picBG.Width;
-  Height = picBG.Height;
-  CenterForm(*this);
-  shell_.SetMouseIconHand();
+  ShellWindow::Form_Load();
   picTabs_Click(0);
-  fade_.In();
   RebuildWorkRec();
   ShowWorkRec();
-}
-
-void FrmDiary::Form_Unload() { program_.app.gOpenDiary = false; }
-
-void FrmDiary::closeForm() {
-  program_.app.gOpenDiary = false;
-  fade_.Out();
 }
 
 void FrmDiary::RebuildWorkRec() {

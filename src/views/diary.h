@@ -5,9 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "core/program.h"
-#include "core/shell_buttons.h"
-#include "core/window_shell.h"
+#include "core/shell_window.h"
 #include "platform/timer.h"
 #include "platform/web_browser.h"
 #include "records/day_records.h"
@@ -25,7 +23,7 @@ void RebuildDays(DayRecords& records, const std::function<void()>& wait = {});
 /// The days that the diary shows, the latest first: those of `workRec` that have sentences outside essays.
 std::vector<DiaryDay> DiaryDays(DayRecords& records);
 
-class FrmDiary : public Form, public HallWindow {
+class FrmDiary : public ButtonWindow<2>, public HallWindow {
  public:
   FrmDiary(Program& program, RecordDb& records, ErrListDb& errList);
 
@@ -40,31 +38,23 @@ class FrmDiary : public Form, public HallWindow {
   void picTabs_Click(int index);
 
   void Form_Load() override;
-  void Form_Unload() override;
-  void closeForm();
 
   WebBrowser webHtml{*this, "webHtml"}, webCharts{*this, "webCharts"};
   ControlArray<PictureBox, 2> picTabs{*this, "picTabs"}, imgTabOn{*this, "imgTabOn"},
       imgTabOff{*this, "imgTabOff"};
-  ControlArray<PictureBox, 2> picButtons{*this, "picButtons"}, imgBtnOff{*this, "imgBtnOff"},
-      imgBtnOver{*this, "imgBtnOver"}, imgBtnOn{*this, "imgBtnOn"};
   ControlArray<PictureBox, 2> picSelectAll{*this, "picSelectAll"};
   ControlArray<Label, 2> lblSelectAll{*this, "lblSelectAll"}, lblCheckAll{*this, "lblCheckAll"};
-  PictureBox imgClose{*this, "imgClose"}, picBG{*this, "picBG"};
   Timer tmrWaitProcess, tmrMessage;
 
  private:
-  void picButtons_Click(int index);
+  void picButtons_Click(int index) override;
   void TellDeleted();
   void WaitASecond();
   void ShowCharts();
 
-  Program& program_;
   RecordDb& recordDb_;
   ErrListDb& errList_;
   DayRecords records_;
-  Fade fade_;
-  ShellButtons shell_;
   CheckList list_;
   bool waitFlag_ = false;
 };

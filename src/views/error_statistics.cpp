@@ -17,35 +17,12 @@ constexpr const char* kRememberCode = "rem:errcode:";
 }  // namespace
 
 FrmErrList::FrmErrList(Program& program, RecordDb& records, ErrListDb& errList)
-    : Form(program.machine, "frmErrList"),
-      program_(program),
-      errList_(errList),
-      counts_(records),
-      fade_(*this),
-      shell_(picBG, imgClose) {
+    : ShellWindow(program, "frmErrList", &AppState::gOpenErrList), errList_(errList), counts_(records) {
   shell_.Add(picButtons, imgBtnOff(0), imgBtnOver(0), imgBtnOn(0));
   picButtons.Click = [this] { picButtons_Click(); };
   webHtml.BeforeNavigate2 = [this](const std::string& url, bool& cancel) {
     webHtml_BeforeNavigate2(url, cancel);
   };
-  imgClose.Click = [this] { closeForm(); };
-  QueryClose = [this] { closeForm(); };
-}
-
-void FrmErrList::Form_Load() {
-  program_.app.gOpenErrList = true;
-  Width = picBG.Width;
-  Height = picBG.Height;
-  CenterForm(*this);
-  shell_.SetMouseIconHand();
-  fade_.In();
-}
-
-void FrmErrList::Form_Unload() { program_.app.gOpenErrList = false; }
-
-void FrmErrList::closeForm() {
-  program_.app.gOpenErrList = false;
-  fade_.Out();
 }
 
 void FrmErrList::GetHtmlListAllErrType() {

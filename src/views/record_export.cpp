@@ -52,37 +52,17 @@ bool ExportWholeText(Program& program, const std::string& path, const std::strin
 }
 
 FrmBindSelect::FrmBindSelect(Program& program)
-    : Form(program.machine, "frmBindSelect"), program_(program), fade_(*this), shell_(picBG, imgClose) {
-  shell_.Add(picButtons, imgBtnOff, imgBtnOver, imgBtnOn);
+    : ButtonWindow(program, "frmBindSelect", &AppState::gOpenBindSelect) {
   lblOption(0).Caption = "將句子併為一個段落";
   lblOption(1).Caption = "句子各自獨立為一行";
   lblOption.On(&Control::Click, [this](int index) { lblOption_Click(index); });
-  picButtons.On(&Control::Click, [this](int index) { picButtons_Click(index); });
-  imgClose.Click = [this] { picButtons_Click(1); };
-  QueryClose = [this] { picButtons_Click(1); };
+  for (int i = 0; i < lblOption.Count(); ++i) lblOption(i).HandCursor = true;
 }
 
 std::optional<bool> FrmBindSelect::AskParagraph() {
   ShowModal();
   if (lblOpt.Caption().empty()) return std::nullopt;
   return lblOpt.Caption() == "1";
-}
-
-void FrmBindSelect::Form_Load() {
-  program_.app.gOpenBindSelect = true;
-  Width = picBG.Width;
-  Height = picBG.Height;
-  CenterForm(*this);
-  shell_.SetMouseIconHand();
-  for (int i = 0; i < lblOption.Count(); ++i) lblOption(i).HandCursor = true;
-  fade_.In();
-}
-
-void FrmBindSelect::Form_Unload() { program_.app.gOpenBindSelect = false; }
-
-void FrmBindSelect::closeForm() {
-  program_.app.gOpenBindSelect = false;
-  fade_.Out();
 }
 
 void FrmBindSelect::lblOption_Click(int index) {

@@ -5,9 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "core/program.h"
-#include "core/shell_buttons.h"
-#include "core/window_shell.h"
+#include "core/shell_window.h"
 
 namespace marovane {
 
@@ -25,7 +23,7 @@ bool ExportSentences(Program& program, const std::string& path, const std::vecto
                      bool paragraph);
 
 /// Asks how the sentences are to be joined.
-class FrmBindSelect : public Form, public HallWindow {
+class FrmBindSelect : public ButtonWindow<2>, public HallWindow {
  public:
   explicit FrmBindSelect(Program& program);
 
@@ -33,24 +31,15 @@ class FrmBindSelect : public Form, public HallWindow {
   /// Shows the window and waits. True: one paragraph; nothing when the user gave up.
   std::optional<bool> AskParagraph();
 
-  void Form_Load() override;
-  void Form_Unload() override;
-  void closeForm();
+  void imgClose_Click() override { picButtons_Click(1); }
 
   ControlArray<OptionButton, 2> optLink{*this, "optLink"};
   ControlArray<Label, 2> lblOption{*this, "lblOption"};
-  ControlArray<PictureBox, 2> picButtons{*this, "picButtons"}, imgBtnOff{*this, "imgBtnOff"},
-      imgBtnOver{*this, "imgBtnOver"}, imgBtnOn{*this, "imgBtnOn"};
   Label lblOpt{*this, "lblOpt"};  ///< "1" a paragraph, "2" line by line, "" no answer
-  PictureBox imgClose{*this, "imgClose"}, picBG{*this, "picBG"};
 
  private:
   void lblOption_Click(int index);
-  void picButtons_Click(int index);
-
-  Program& program_;
-  Fade fade_;
-  ShellButtons shell_;
+  void picButtons_Click(int index) override;
 };
 
 }  // namespace marovane

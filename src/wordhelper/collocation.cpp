@@ -22,19 +22,12 @@ void SetHand(ControlArray<T, N>& controls) {
 }  // namespace
 
 FrmCollocation::FrmCollocation(Program& program)
-    : Form(program.machine, "frmCollocation"),
-      tmrArrow(program.machine.loop, 500),
-      program_(program),
-      fade_(*this),
-      shell_(picBG, imgClose) {
-  shell_.Add(picButtons, imgBtnOff, imgBtnOver, imgBtnOn);
+    : ButtonWindow(program, "frmCollocation", &AppState::gOpenCollocation),
+      tmrArrow(program.machine.loop, 500) {
   shell_.Add(picSearchs, imgSearchOff, imgSearchOver, imgSearchOn);
   picTabs.On(&Control::Click, [this](int index) { picTabs_Click(index); });
-  picButtons.On(&Control::Click, [this](int index) { picButtons_Click(index); });
   picSearchs.On(&Control::Click, [this](int index) { picSearchs_Click(index); });
   cboCollect.Click = [this] { cboCollect_Click(); };
-  imgClose.Click = [this] { imgClose_Click(); };
-  QueryClose = [this] { imgClose_Click(); };
   tmrArrow.onTick = [this] { tmrArrow_Timer(); };
   BindOptions();
   BindInputs();
@@ -67,21 +60,14 @@ void FrmCollocation::BindInputs() {
 }
 
 void FrmCollocation::Form_Load() {
-  program_.app.gOpenCollocation = true;
-  Width = picBG.Width;
-  Height = picBG.Height;
-  CenterForm(*this);
+  ShellWindow::Form_Load();
   SetMouseIconHand();
-  fade_.In();
   SetDefaultValue();
   std::string reply;
   GetCollectUrlSet(reply);
 }
 
-void FrmCollocation::Form_Unload() { program_.app.gOpenCollocation = false; }
-
 void FrmCollocation::SetMouseIconHand() {
-  shell_.SetMouseIconHand();
   SetHand(picTabs);
   SetHand(lblPara1);
   SetHand(lblPara2);
@@ -177,8 +163,7 @@ void FrmCollocation::tmrArrow_Timer() {
 }
 
 void FrmCollocation::imgClose_Click() {
-  program_.app.gOpenCollocation = false;
-  fade_.Out();  // before the file, so that one that cannot be written does not keep the window open
+  closeForm();  // before the file, so that one that cannot be written does not keep the window open
   SaveSources();
 }
 

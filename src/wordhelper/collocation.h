@@ -5,11 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "core/program.h"
-#include "core/shell_buttons.h"
-#include "core/window_shell.h"
-#include "core/windows.h"
-#include "platform/controls.h"
+#include "core/shell_window.h"
 #include "platform/timer.h"
 
 namespace marovane {
@@ -17,7 +13,7 @@ namespace marovane {
 struct Progress;
 struct WebSource;
 
-class FrmCollocation : public Form, public WordHelper {
+class FrmCollocation : public ButtonWindow<3>, public WordHelper {
  public:
   explicit FrmCollocation(Program& program);
 
@@ -28,7 +24,6 @@ class FrmCollocation : public Form, public WordHelper {
 
   void Form_Load() override;
   void Form_Activate() override;
-  void Form_Unload() override;
 
   void SetDefaultValue();
   void SetMouseIconHand();
@@ -55,12 +50,10 @@ class FrmCollocation : public Form, public WordHelper {
   ControlArray<OptionButton, 4> optPara2{*this, "optPara2"};
   ControlArray<Label, 3> lblPara1{*this, "lblPara1"}, lblPara3{*this, "lblPara3"};
   ControlArray<Label, 4> lblPara2{*this, "lblPara2"};
-  ControlArray<PictureBox, 3> picButtons{*this, "picButtons"}, imgBtnOff{*this, "imgBtnOff"},
-      imgBtnOver{*this, "imgBtnOver"}, imgBtnOn{*this, "imgBtnOn"};
   ComboBox cboCollect{*this, "cboCollect"};
   Label lblCollectMessage{*this, "lblCollectMessage"}, lblSourceCap{*this, "lblSourceCap"},
       lblCaps{*this, "lblCaps"};
-  PictureBox imgArrow{*this, "imgArrow"}, imgClose{*this, "imgClose"}, picBG{*this, "picBG"};
+  PictureBox imgArrow{*this, "imgArrow"};
   Timer tmrArrow;
 
  private:
@@ -68,11 +61,11 @@ class FrmCollocation : public Form, public WordHelper {
   void BindInputs();
   void TakeMainText();
   void optPara1_Click(int index);
-  void picButtons_Click(int index);
+  void picButtons_Click(int index) override;
   void picSearchs_Click(int index);
   void cboCollect_Click();
   void tmrArrow_Timer();
-  void imgClose_Click();
+  void imgClose_Click() override;
   void AskPartners(const std::string& word);
   void AskSynonyms(const std::string& word);
   std::string TextToSearch(int index);
@@ -99,9 +92,6 @@ class FrmCollocation : public Form, public WordHelper {
   void TellNothingFound();
 
   static constexpr int kNoTab = 99;
-  Program& program_;
-  Fade fade_;
-  ShellButtons shell_;
   int currentTab_ = kNoTab;
   int arrowTicks_ = 0;
   std::string pickedPhrase_;  ///< what the examples are wanted for
