@@ -58,8 +58,7 @@ void FrmEssayCollect::ShowEssayCollect(const std::string& workId, const std::str
     const int mistakes = records_.CountMistakes(essay.essayId);
     collection.rows.push_back({std::move(essay), mistakes});
   }
-  mEssayCount = static_cast<int>(collection.rows.size());
-  list_.Reset(mEssayCount);
+  list_.Reset(static_cast<int>(collection.rows.size()));
   webHtml.Write(EssayCollectPage(collection));
 }
 
@@ -102,7 +101,7 @@ void FrmEssayCollect::HandIn(const std::string& essayId, const std::string& work
 
 void FrmEssayCollect::picButtons_Click(int index) {
   Program& program = room_.program;
-  if (mEssayCount == 0) return ShowMessage(program, Message::kNoEssays);
+  if (list_.RowCount() == 0) return ShowMessage(program, Message::kNoEssays);
   const int count = GetCheckCounts();
   if (count == 0) return ShowMessage(program, Message::kChooseEssays);
   if (index == kOutput) return GetRecAndOutput();

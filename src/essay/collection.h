@@ -51,7 +51,6 @@ class FrmEssayCollect : public ButtonWindow<3>, public HallWindow {
   CheckList list_;
   std::string mWorkId;
   std::string mHandInMode;
-  int mEssayCount = 0;
   bool mSkippedHandedIn = false;
 };
 
