@@ -19,7 +19,7 @@ TEST(Check, ReadsWhatIsWritten) {
                            .errcode = "0",
                            .sentence = "",
                            .pagePath = "pages/1.htm",
-                           .colSuggestion = base::Replace(without("#"), "<@>", ""),
+                           .colSuggestion = base::Replace(without("#"), "@", ""),
                            .synSuggestion = ""};
     const CheckReply wrong{.findMistake = random.Flag("12"),
                            .errcode = "AG0" + random.Flag("0123"),
@@ -34,7 +34,7 @@ TEST(Check, ReadsWhatIsWritten) {
 TEST(Check, IsWrittenAsEver) {
   EXPECT_EQ(EncodeCheck("12", "010203", "He goes & 中."),
             "key=zorbelquinter&pno=12&pnomd5=c20ad4d76fe97759aa27a0c99bff6710"
-            "&checksum=FILLIN&p1=beta&p2=0&p3=010203&cidx=0&s=He%20goes%20&%20中.");
+            "&checksum=e21ea41a916ee743da8fe881ca2d223d&p1=beta&p2=0&p3=010203&cidx=0&s=He%20goes%20&%20中.");
   EXPECT_EQ(EncodeCheckReply({"0", "0", "", "p/1.htm", "a, b#", "0"}), "0#0#p/1.htm#a<@> b＃#0");
   EXPECT_EQ(EncodeCheckReply({"2", "PU01", "*he* #1", "p/1.htm", "x", "y"}), "2#PU01#p/1.htm#*he* ＃1");
   EXPECT_EQ(ParseCheckReply("1#!A1B2C3D4#p/1.htm# He's *go*. ").errcode, "A1B2C3");

@@ -128,7 +128,7 @@ TEST(Post, TakesAWrongDayForTodayAndRefusesWhatItCannotStore) {
               ElementsAre(PostedRow{false, SentenceRow{"", "a\x01", "2026-12-31", "", "", "2"}, 0}));
   EXPECT_THAT(read("k2=N"), IsEmpty());
   const std::pair<const char*, const char*> refusals[] = {
-      {"k1=", "ERR_UNKNOWN_KIND"}, {"k1=N&k2=n", "ERR_UNKNOWN_KIND"}, {"k1=N&s1=%FF", "ERR_BAD_TEXT"}};
+      {"k1=", "ERR_UNKNOWN_KIND"}, {"k1=N&ht1=N&k2=n", "ERR_UNKNOWN_KIND"}, {"k1=N&s1=%FF", "ERR_BAD_TEXT"}};
   for (const auto& [body, word] : refusals) {
     EXPECT_THROW(
         try { read(body); } catch (const Refusal& refusal) {
