@@ -6,6 +6,7 @@
 
 #include "base/cp950.h"
 #include "base/day.h"
+#include "base/text.h"
 #include "core/settings.h"
 
 namespace marovane {
@@ -74,6 +75,7 @@ std::string TopicsTest::FinalSet(const std::string& essayId) {
 
 std::string RowsOf(const WebBrowser& browser) {
   std::string page = std::regex_replace(browser.Page(), std::regex("<br />"), " ");
+  page = base::Replace(page, "&#39;", "'");
   page = page.substr(page.find("狀態</td>"));
   page = std::regex_replace(page.substr(page.find("</tr>")), std::regex("\\s+"), " ");
   page = std::regex_replace(page, std::regex("</tr>"), "\n");

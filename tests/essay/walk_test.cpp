@@ -26,7 +26,7 @@ TEST_F(EssayTest, WalksToTheReport) {
   EXPECT_EQ(essay.orgEssay, essay.newEssay);
   EXPECT_THAT(Texts("select distinct essayId from oksentence"), ElementsAre(essay.essayId));
   EXPECT_THAT(Texts("select distinct essaySId from oksentence"), SizeIs(2));
-  EXPECT_THAT(Window().webHtml.Page(), HasSubstr("She doesn't go,too."));
+  EXPECT_THAT(Window().webHtml.Page(), HasSubstr("She doesn&#39;t go,too."));
   EXPECT_TRUE(app.gEssayReportShown);
   EXPECT_FALSE(app.gEssayMode);
   EXPECT_FALSE(Window().TopMost);

@@ -278,14 +278,15 @@ const HostilePage kHostilePages[] = {
     {"near-synonyms", [](const auto& texts) { return SynonymPage(texts, false); }},
 };
 
-/// Does all that a reader can do, and tells which scripts have run, and of what elements and attributes the
-/// page is made.
+/// Does to each element all that a reader can do, but for commands. Says whether a script has run, and of what
+/// elements and attributes the page is made.
 constexpr char kDoEverything[] = R"js(
   const elements = [...document.querySelectorAll('body, body *')].filter(e => e.tagName != 'SCRIPT');
   const names = new Set(elements.flatMap(e => [e.tagName, ...e.getAttributeNames()]));
   for (const element of elements) {
+    if (/^(cmd|rem):/.test(element.getAttribute('href'))) continue;
     for (const type of ['mouseover', 'mousedown', 'click', 'dblclick', 'mouseout', 'focus', 'error']) {
-      element.dispatchEvent(new MouseEvent(type, {bubbles: true, cancelable: true}));
+      element.dispatchEvent(new MouseEvent(type, {cancelable: true}));
     }
   }
   setTimeout(() => { document.title = [window.ran || 'no script ran', ...[...names].sort()].join(' '); }, 100);)js";

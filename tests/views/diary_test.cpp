@@ -77,7 +77,7 @@ TEST_F(DiaryTest, PageHasTheRowsWithThousandsSeparators) {
                         "<td width='20%' align='right'>1,000</td>\r\n"
                         "</tr>"));
   EXPECT_THAT(page, ::testing::EndsWith("</table>\r\n</body>\r\n</html>\r\n"));
-  EXPECT_THAT(DiaryPage({}).Markup(), Not(HasSubstr("chk")));
+  EXPECT_THAT(DiaryPage({}).Markup(), Not(HasSubstr("id='chk")));
   EXPECT_THAT(DiaryPage({}).Markup(), HasSubstr("犯錯次數"));
 }
 

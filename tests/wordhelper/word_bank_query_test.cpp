@@ -53,7 +53,7 @@ TEST_F(WebQuery, SynonymsBecomeAPage) {
   const struct {
     const char *mode, *page, *act;
   } cases[] = {{"similar", ">glad<br />content &gt;&gt; 滿足<br /></div>", "similar"},
-               {"similar_2", ">glad\r\ncontent >> 滿足\r\n</div>", "similar"}};
+               {"similar_2", ">glad\r\ncontent &gt;&gt; 滿足\r\n</div>", "similar"}};
   for (const auto& [mode, page, act] : cases) {
     Ask(mode, "OK_glad<@> <@>content >> 滿足<@>", "happy,SJ");
     ASSERT_THAT(fakes.frmBrowser.written, Not(IsEmpty()));
