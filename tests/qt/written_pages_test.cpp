@@ -86,7 +86,12 @@ constexpr char kSteps[] =
     "const steps = (...all) => all.forEach((step, i) => setTimeout(step, 100 * i));";
 
 TEST(WrittenPages, DoWhatTheirAttributesSay) {
-  const EssayRow essay{.essayId = "7", .workId = "w", .sDate = base::Day{std::chrono::year{2026} / 11 / 5}};
+  const EssayRow essay{.essayId = "7",
+                       .workId = "w",
+                       .quiz = {},
+                       .orgEssay = {},
+                       .newEssay = {},
+                       .sDate = base::Day{std::chrono::year{2026} / 11 / 5}};
   EssayRow handedIn = essay;
   handedIn.finalSet = "Y";
   EssayRow other = essay;
@@ -278,8 +283,8 @@ const HostilePage kHostilePages[] = {
     {"near-synonyms", [](const auto& texts) { return SynonymPage(texts, false); }},
 };
 
-/// Does to each element all that a reader can do, but for commands. Says whether a script has run, and of what
-/// elements and attributes the page is made.
+/// Does to each element all that a reader can do, but for commands. Says whether a script has run, and of
+/// what elements and attributes the page is made.
 constexpr char kDoEverything[] = R"js(
   const elements = [...document.querySelectorAll('body, body *')].filter(e => e.tagName != 'SCRIPT');
   const names = new Set(elements.flatMap(e => [e.tagName, ...e.getAttributeNames()]));
