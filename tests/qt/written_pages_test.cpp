@@ -118,7 +118,7 @@ TEST(WrittenPages, DoWhatTheirAttributesSay) {
                      "  () => all('[data-delete]')[0].dispatchEvent("
                      "    new KeyboardEvent('keydown', {key: 'Enter', bubbles: true})),"
                      "  () => { document.title = before + ' ' + look(); });"),
-       {"cmd:del:7||8|", "cmd:del:|8|"},
+       {"cmd:del:7%7C%7C8%7C", "cmd:del:%7C8%7C"},
        "inlinehttp://x/ico_tree_0.gif nonehttp://x/ico_tree_1.gif"},
       {SuggestPage(MAROVANE_UI_FOLDER "/..", {{"a,SN", "A"}, {"b,SN", "B"}}),
        base::Literal("const face = () => at('btnOK').src.replace(/.*_(.*).gif/, '$1');"
