@@ -78,11 +78,13 @@ class HttpSession::Transfer {
  public:
   Transfer(CURL* curl, const HttpLimits& limits, const HttpRequest& request, const Sink& sink)
       : curl_(curl), headers_(HeaderList(request.headers)), sink_(sink) {
-    curl_easy_reset(curl_);
     Prepare(request);
     Bound(limits);
     SetMethod(request, limits);
   }
+  ~Transfer() { curl_easy_reset(curl_); }  // it points into this object
+  Transfer(const Transfer&) = delete;
+  Transfer& operator=(const Transfer&) = delete;
   HttpResponse Perform();
 
  private:

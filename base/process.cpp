@@ -152,7 +152,11 @@ Process::Process(const ProcessStart& start, const Streams& streams)
     : hasOwnSession_(start.hasOwnSession),
       id_(Spawn(start, streams)),
       end_(static_cast<int>(syscall(SYS_pidfd_open, id_, 0))) {
-  if (!end_.IsOpen()) Fail("watch a program that was started", errno);
+  if (end_.IsOpen()) return;
+  const int error = errno;
+  Kill();
+  waitpid(id_, nullptr, 0);
+  Fail("watch a program that was started", error);
 }
 
 std::optional<int> Process::Wait(milliseconds patience) {

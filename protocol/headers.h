@@ -13,9 +13,9 @@ namespace header {
 
 /// Of a post of records: tells it from every other post of the account, so that none is stored twice.
 inline constexpr const char* kPostId = "Idempotency-Key";
-/// Of a post of records: what `KeptCounts` says (post.h).
+/// Of a post of records: what `EncodeKept` gives (post.h).
 inline constexpr const char* kKept = "Marovane-Kept";
-/// Of a comparison: what `RecordsSince` says (digest.h).
+/// Of a comparison: what `EncodeRecordsSince` gives (digest.h).
 inline constexpr const char* kRecords = "Marovane-Records";
 
 }  // namespace header

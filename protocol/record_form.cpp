@@ -18,7 +18,12 @@ bool IsIdSign(char sign) {
 
 bool ContinuesCharacter(char byte) { return (byte & 0xC0) == 0x80; }
 
-bool IsNumber(std::string_view text) { return text.size() <= kLongest && std::ranges::all_of(text, IsDigit); }
+// A program whose clock is before 2006 makes negative numbers.
+bool IsNumber(std::string_view text) {
+  if (text.size() > kLongest) return false;
+  if (text.starts_with('-')) text.remove_prefix(1);
+  return std::ranges::all_of(text, IsDigit);
+}
 
 bool IsName(std::string_view text) { return text.size() <= kLongest && std::ranges::all_of(text, IsIdSign); }
 

@@ -18,7 +18,7 @@ constexpr std::string_view kOk = "OK";
 std::optional<Assignment> AssignmentFrom(const std::string& record) {
   constexpr std::size_t kFieldsAtLeast = 4;
   const auto fields = base::Split(record, "#");
-  if (fields.size() < kFieldsAtLeast || fields[0].empty()) return std::nullopt;
+  if (fields.size() < kFieldsAtLeast || protocol::CleanRecordId(fields[0]).empty()) return std::nullopt;
   const auto field = [&](std::size_t at) { return at < fields.size() ? fields[at] : std::string(); };
   return Assignment{
       protocol::CleanRecordId(field(0)), field(1) == "Y", field(2), field(3), field(4), field(5) == "Y"};

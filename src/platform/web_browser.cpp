@@ -18,7 +18,7 @@ namespace {
 
 // Scheme, host and port; "" for what is no plain address.
 std::string_view OriginOf(std::string_view address) {
-  constexpr std::string_view kSigns = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789.:/-_";
+  constexpr std::string_view kSigns = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789.:/-_[]";
   const auto host = address.find("://");
   if (host == std::string_view::npos) return {};
   const std::string_view origin = address.substr(0, address.find('/', host + 3));

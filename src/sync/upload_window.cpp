@@ -116,7 +116,7 @@ void FrmUpload::CompareSyncChecksum(bool& result) {
   }
 }
 
-// What has not reached the server would be missing in what it tells.
+// Reloading now would lose rows that are not uploaded yet.
 void FrmUpload::ReloadRecords() {
   if (records_.HasPending() || !outbox_.IsEmpty()) return;
   for (const char* const table : {"errsentence", "oksentence", "essay"}) {

@@ -97,6 +97,7 @@ TEST(Post, RefusesNewRowsWithoutTheirFormAndCleansDeletedOnes) {
     const char* row;
     bool isWellFormed;
   } cases[] = {{"&ht1=2&es1=12&ess1=34", true},
+               {"&ht1=N&es1=-12&ess1=-34", true},
                {"&err1=AG01&ht1=1&ess1=0", true},
                {"&err1=essay&s1=A&es1=12&ess1=w0b-5_1.f&ht1=<script>", true},
                {"&ht1=N&es1=e1", false},

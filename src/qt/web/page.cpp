@@ -43,8 +43,10 @@ bool WebPage::IsTrusted() const { return IsWritten() || pane_.rights.mayCommand(
 // A written page posts forms to the own server. Elsewhere only the program leads, and the history.
 bool WebPage::LeadsAway(const QUrl& url, NavigationType type) const {
   if (!IsWritten() || type == NavigationTypeTyped || type == NavigationTypeBackForward) return false;
-  const QString server = pane_.rights.ownServer();
-  return server.isEmpty() || !url.toString().startsWith(server);
+  const QUrl server(pane_.rights.ownServer());  // a QUrl has its scheme and host in lower case, as the page's
+  const bool isThere = url.scheme() == server.scheme() && url.host() == server.host() &&
+                       url.port(80) == server.port(80) && url.path().startsWith(server.path());
+  return server.host().isEmpty() || !isThere;
 }
 
 bool WebPage::acceptNavigationRequest(const QUrl& url, NavigationType type, bool isMainFrame) {
