@@ -10,6 +10,9 @@ bool IsControl(char32_t sign) {
   return (sign < 0x20 && sign != '\t' && sign != '\r' && sign != '\n') || (sign >= 0x7F && sign < 0xA0);
 }
 
+// Most signs of most texts.
+bool IsPlain(char sign) { return sign >= 0x20 && sign < 0x7F && EntityOf(sign).empty(); }
+
 }  // namespace
 
 std::string_view EntityOf(char sign) {
@@ -31,7 +34,12 @@ std::string_view EntityOf(char sign) {
 
 std::string Escaped(std::string_view text) {
   std::string escaped;
+  escaped.reserve(text.size());
   for (std::size_t at = 0; at < text.size();) {
+    if (IsPlain(text[at])) {
+      escaped += text[at++];
+      continue;
+    }
     const Utf8Character character = NextUtf8(text, at);
     const std::string_view entity = EntityOf(text[at]);
     if (!entity.empty()) {
