@@ -2,12 +2,15 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
 #include <istream>
 #include <map>
 #include <string>
+#include <vector>
 
 #include "engine/databuild/glosses.h"
 #include "engine/lexicon/lexicon.h"
+#include "engine/wordbank/pair.h"
 
 namespace tolvex::databuild {
 
@@ -22,7 +25,7 @@ void CountPairs(std::istream& text, const TableFile& tables, const std::filesyst
 /// Compiles CC-CEDICT ("traditional<TAB>simplified<TAB>kind<TAB>senses", senses between slashes) and the
 /// English of function words ("traditional<TAB>simplified<TAB>English") into chinese.tables, with the part of
 /// speech and the rarity of each word from jieba's dictionary ("word count tag"), and with a copy of the
-/// lexicon, which inflects the English. Throws std::runtime_error with the line when a source is damaged.
+/// lexicon, which inflects the English. Throws base::Error with the line when a source is damaged.
 void CompileChinese(std::istream& cedict, const std::filesystem::path& functionWords,
                     const std::filesystem::path& frequencies, const TableFile& lexicon,
                     const std::filesystem::path& tables);
@@ -30,13 +33,22 @@ void CompileChinese(std::istream& cedict, const std::filesystem::path& functionW
 /// Adds near-synonyms (SN, SV, SJ), sense by sense, the commonest first.
 void AddSynonyms(const WordNet& wordnet, const Lexicon& lexicon, const Glosses& glosses, BankTexts& texts);
 
-/// Adds the partners (CNV, CNJ, CNP, CVM, CJM) that CountPairs wrote. Throws std::runtime_error on another
-/// form.
+struct CountedPair {
+  wexbin::Pair pair;
+  int count = 0;
+};
+
+/// Reads what CountPairs wrote: for each "CODE word" its pairs, the strongest first. Throws base::Error with
+/// file and line on another form.
+using PairReader = std::function<void(const std::string& key, const std::vector<CountedPair>& pairs)>;
+void ReadPairs(const std::filesystem::path& path, const PairReader& read);
+
+/// Adds the partners (CNV, CNJ, CNP, CVM, CJM) that CountPairs wrote.
 void AddPairs(const std::filesystem::path& pairs, const Lexicon& lexicon, const Glosses& glosses,
               BankTexts& texts);
 
 /// Compiles suggest.tables: for weak pairs the better partner, for overworked words more precise ones. The
-/// form of `preciseWords` stands in its head. Throws std::runtime_error with the line on another form.
+/// form of `preciseWords` is described at its head. Throws base::Error with file and line on another form.
 void CompileSuggestions(const std::filesystem::path& pairs, const std::filesystem::path& preciseWords,
                         const std::filesystem::path& tables);
 

@@ -2,10 +2,10 @@
 
 #include <algorithm>
 #include <array>
-#include <sstream>
-#include <stdexcept>
 
+#include "base/error.h"
 #include "base/text.h"
+#include "engine/databuild/source_files.h"
 
 namespace tolvex::databuild {
 namespace {
@@ -55,26 +55,23 @@ std::string Without(std::string_view text, char open, char close) {
 
 }  // namespace
 
-std::vector<std::string> SplitAt(const std::string& text, char separator) {
-  std::vector<std::string> parts;
-  std::size_t at = 0;
-  for (std::size_t end = 0; end != std::string::npos; at = end + 1) {
-    end = text.find(separator, at);
-    parts.push_back(text.substr(at, end - at));
-  }
-  return parts;
-}
-
 std::vector<CedictEntry> ReadCedict(std::istream& in) {
   std::vector<CedictEntry> entries;
-  for (std::string line; std::getline(in, line);) {
-    const auto fields = SplitAt(line, '\t');
-    if (fields.size() != 4 || fields[0].empty() || fields[1].empty())
-      throw std::runtime_error("a line of the Chinese dictionary is damaged: " + line);
-    entries.push_back({fields[0], fields[1], fields[2] == "name", SplitAt(fields[3], '/')});
-  }
-  if (entries.empty()) throw std::runtime_error("the Chinese dictionary is empty");
+  ReadLines(in, "the Chinese dictionary", [&](const std::string& line) {
+    const auto fields = base::Split(line, "\t");
+    if (fields.size() != 4 || fields[0].empty() || fields[1].empty() || fields[3].empty())
+      throw base::Error("two ways to write, a kind and senses expected");
+    entries.push_back({fields[0], fields[1], fields[2] == "name", base::Split(fields[3], "/")});
+  });
+  if (entries.empty()) throw base::Error("the Chinese dictionary is empty");
   return entries;
+}
+
+void ReadUses(const std::filesystem::path& path, const UseReader& read) {
+  ReadLines(path, [&](const std::string& line) {
+    const auto fields = SplitAtBlanks(line, 3);
+    read(fields[0], static_cast<int>(Number(fields[1])), fields[2][0]);
+  });
 }
 
 bool IsReference(std::string_view sense) { return StartsWithAny(sense, kReferences); }

@@ -1,6 +1,8 @@
 // Reading CC-CEDICT and making its senses readable.
 #pragma once
 
+#include <filesystem>
+#include <functional>
 #include <istream>
 #include <string>
 #include <string_view>
@@ -18,8 +20,13 @@ struct CedictEntry {
 };
 
 /// Lines "traditional<TAB>simplified<TAB>kind<TAB>senses", kind "name" or "", senses between slashes. Throws
-/// std::runtime_error with the line when one has another form.
+/// base::Error with the number of the line when one has another form.
 std::vector<CedictEntry> ReadCedict(std::istream& in);
+
+/// Reads jieba's dictionary, lines "word count tag" in simplified characters. A tag begins with the part of
+/// speech. Throws base::Error with file and line when it is damaged.
+using UseReader = std::function<void(const std::string& word, int count, char part)>;
+void ReadUses(const std::filesystem::path& path, const UseReader& read);
 
 /// A sense that only points to another word: "variant of …", "used in …", "surname …", "classifier for …".
 bool IsReference(std::string_view sense);
@@ -36,7 +43,5 @@ std::string WordInSentence(std::string_view sense);
 
 /// The text without what stands in parentheses, blanks evened out.
 std::string WithoutParentheses(std::string_view text);
-
-std::vector<std::string> SplitAt(const std::string& text, char separator);
 
 }  // namespace tolvex::databuild

@@ -34,10 +34,8 @@ double LengthWeight(std::size_t signs) { return signs == 2 ? 1.0 : signs <= 3 ? 
 
 ChineseGlosses::ChineseGlosses(const std::vector<CedictEntry>& entries,
                                const std::filesystem::path& frequencies) {
-  std::ifstream in = Open(frequencies);
-  std::string word;
-  std::string part;
-  for (int count = 0; in >> word >> count >> part;) frequencies_.emplace(word, count);
+  ReadUses(frequencies,
+           [&](const std::string& word, int count, char /*part*/) { frequencies_.emplace(word, count); });
   for (const CedictEntry& entry : entries) {
     const bool usable = !entry.isName && base::CountCharacters(entry.traditional) <= kLongestGloss;
     if (usable && !IsRareSign(entry) && base::FirstNotInCp950(entry.traditional).empty()) Add(entry);
@@ -68,7 +66,7 @@ void ChineseGlosses::Add(const CedictEntry& entry) {
   for (const std::string& sense : entry.senses) {
     if (IsReference(sense)) continue;
     double piecePlace = sensePlace * (IsMarkedSense(sense) ? 4 : 1);
-    for (const std::string& piece : SplitAt(ReadableSense(sense), ';')) {
+    for (const std::string& piece : base::Split(ReadableSense(sense), ";")) {
       const std::string key = KeyOf(WithoutParentheses(piece), false);
       if (!key.empty()) candidates_[key].push_back({entry.traditional, entry.simplified, word / piecePlace});
       piecePlace += 0.5;

@@ -14,7 +14,7 @@ namespace tolvex::databuild {
 class ChineseGlosses {
  public:
   /// `frequencies` are lines "simplified count part", as in the dictionary of jieba. Throws
-  /// std::runtime_error when it cannot be read.
+  /// base::Error with file and line when they are damaged.
   ChineseGlosses(const std::vector<CedictEntry>& entries, const std::filesystem::path& frequencies);
 
   /// Chinese words that mean the English one, the likeliest first; only such as CP950 holds. Articles do not

@@ -3,11 +3,10 @@
 
 #include <algorithm>
 #include <cmath>
-#include <sstream>
-#include <stdexcept>
 #include <unordered_map>
 #include <vector>
 
+#include "base/text.h"
 #include "base/utf8.h"
 #include "engine/databuild/bankbuild.h"
 #include "engine/databuild/cedict.h"
@@ -39,16 +38,6 @@ struct Use {
   char part = '-';
 };
 using Uses = std::unordered_map<std::string, Use>;
-
-// jieba's dictionary: "word count tag", in simplified characters.
-Uses ReadUses(const std::filesystem::path& path) {
-  Uses uses;
-  std::ifstream in = Open(path);
-  std::string word;
-  std::string tag;
-  for (double count = 0; in >> word >> count >> tag;) uses[word] = {std::max(count, 2.0), tag[0]};
-  return uses;
-}
 
 // A word is written alike with several readings: the entry with the most living senses is the likeliest.
 Meaning MeaningOf(const CedictEntry& entry) {
@@ -110,23 +99,22 @@ std::string TextOf(std::vector<Meaning> meanings, const std::string& word, char 
 void AddFunctionWords(const std::filesystem::path& path, std::map<std::string, std::string>& texts,
                       Uses& uses) {
   constexpr double kCommon = 200000;
-  std::ifstream in = Open(path);
-  for (std::string line; std::getline(in, line);) {
-    if (line.empty() || line[0] == '#') continue;
-    const auto fields = SplitAt(line, '\t');
-    if (fields.size() < 3) throw std::runtime_error(fmt::format("{}: {}", path.string(), line));
+  ReadLines(path, [&](const std::string& line) {
+    if (line.empty() || line[0] == '#') return;
+    const auto fields = base::Split(line, "\t");
+    const std::string& shown = fields.at(2);
     const Use simplified = uses[fields[1]];
     const Use use{std::max(simplified.count, base::CountCharacters(fields[1]) > 1 ? kCommon : 0),
-                  fields.size() > 3 ? fields[3][0] : simplified.part};
+                  fields.size() > 3 ? fields[3].at(0) : simplified.part};
     for (const std::size_t form : {0, 1}) {
       std::string& text = texts[fields[form]];
-      const std::string english = fields[2] == "-" ? "" : fields[2];
+      const std::string english = shown == "-" ? "" : shown;
       const std::string all = text.empty() ? english : text.substr(text.find('\t') + 1);
       text = fmt::format("{}\t{}", english, all);
       uses[fields[form]] = use;
       if (english == "|") texts.erase(fields[form]);
     }
-  }
+  });
 }
 
 // "variant of 臺灣|台湾[Tai2 wan1]": 臺灣; empty when the entry has a meaning of its own.
@@ -164,7 +152,10 @@ void CompileChinese(std::istream& cedict, const std::filesystem::path& functionW
                     const std::filesystem::path& frequencies, const TableFile& lexicon,
                     const std::filesystem::path& tables) {
   std::map<std::string, std::vector<Meaning>> meanings;
-  Uses uses = ReadUses(frequencies);
+  Uses uses;
+  ReadUses(frequencies, [&](const std::string& word, int count, char part) {
+    uses[word] = {std::max<double>(count, 2), part};
+  });
   const std::vector<CedictEntry> entries = ReadCedict(cedict);
   for (const CedictEntry& entry : entries) {
     if (base::CountCharacters(entry.traditional) > wexbin::kLongestChineseWord) continue;

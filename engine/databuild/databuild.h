@@ -39,8 +39,8 @@ struct Sources {
   std::vector<std::filesystem::path> rules;  ///< rule files
 };
 
-/// Compiles everything into one table file and prints what it was made from. Throws std::runtime_error with
-/// file and line when a source is damaged.
+/// Compiles everything into one table file and prints what it was made from. Throws base::Error with file and
+/// line when a source is damaged.
 void CompileTables(const Sources& sources, const std::filesystem::path& tables);
 
 /// Copies a link-grammar dictionary folder, leaving out of the word lists what SCOWL has only above `level`.

@@ -1,7 +1,6 @@
 // Short notes that tell a learner what a phrase or a sense means.
 #pragma once
 
-#include <map>
 #include <string>
 #include <vector>
 
@@ -10,9 +9,6 @@
 #include "engine/wordbank/pair.h"
 
 namespace tolvex::databuild {
-
-/// The parts of WordNet by their endings.
-using WordNet = std::map<std::string, WordNetPart, std::less<>>;
 
 /// The first clause of a definition, without remarks, cut at a blank when it is long.
 std::string ShortGloss(const std::string& gloss);

@@ -6,9 +6,9 @@
 #include <cmath>
 #include <fstream>
 #include <hunspell/hunspell.hxx>
-#include <sstream>
-#include <stdexcept>
 
+#include "base/error.h"
+#include "base/text.h"
 #include "engine/databuild/source_files.h"
 #include "engine/tables/hash.h"
 
@@ -17,13 +17,6 @@ namespace {
 
 constexpr int kRarestLevel = 70;
 
-std::vector<std::string> SplitAtCommas(const std::string& text) {
-  std::istringstream in(text);
-  std::vector<std::string> parts;
-  for (std::string part; std::getline(in, part, ',');) parts.push_back(part);
-  return parts;
-}
-
 bool IsPlainWord(std::string_view word) {
   return !word.empty() &&
          std::all_of(word.begin(), word.end(), [](char c) { return IsLower(c) || IsUpper(c) || c == '-'; });
@@ -31,6 +24,14 @@ bool IsPlainWord(std::string_view word) {
 
 std::uint8_t EightLog(int count) {
   return static_cast<std::uint8_t>(std::min(255.0, std::round(8 * std::log2(1.0 + count))));
+}
+
+// Hunspell itself takes a missing file for an empty dictionary.
+std::unique_ptr<Hunspell> OpenHunspell(const std::string& stem) {
+  for (const std::string& path : {stem + ".aff", stem + ".dic"}) {
+    if (!std::ifstream(path)) throw base::Error("cannot read " + path);
+  }
+  return std::make_unique<Hunspell>((stem + ".aff").c_str(), (stem + ".dic").c_str());
 }
 
 int PartOfSenseType(char type) {
@@ -52,11 +53,11 @@ LexiconBuilder::LexiconBuilder() = default;
 LexiconBuilder::~LexiconBuilder() = default;
 
 void LexiconBuilder::Read(const Sources& sources) {
-  hunspell_ = std::make_unique<Hunspell>((sources.hunspell.string() + ".aff").c_str(),
-                                         (sources.hunspell.string() + ".dic").c_str());
+  const WordNet wordnet = ReadWordNet(sources.wordnet);
+  hunspell_ = OpenHunspell(sources.hunspell.string());
   ReadScowl(sources.scowl);
   ReadCounts(sources.counts);
-  ReadParts(sources.wordnet);
+  AddParts(wordnet);
   ReadSenseCounts(sources.wordnet);
   ReadIrregularVerbs(sources.verbs);
   ReadExceptions(sources.wordnet);
@@ -70,7 +71,7 @@ void LexiconBuilder::Read(const Sources& sources) {
     if ((parts & kNounPart) != 0) AddNoun(lemma);
     if ((parts & kAdjectivePart) != 0) AddAdjective(lemma);
   }
-  ReadDerivations(sources.wordnet);
+  AddDerivations(wordnet);
   PassSensesToForms();
   AddBe();
 }
@@ -107,57 +108,55 @@ void LexiconBuilder::ReadScowl(const std::filesystem::path& folder) {
       }
     }
   }
-  if (entries_.empty()) throw std::runtime_error("no word lists in " + folder.string());
+  if (entries_.empty()) throw base::Error("no word lists in " + folder.string());
 }
 
 void LexiconBuilder::ReadCounts(const std::filesystem::path& file) {
-  std::ifstream in = Open(file);
-  std::string word;
-  for (int count = 0; in >> word >> count;) {
-    const auto found = entries_.find(word);
+  ReadLines(file, [&](const std::string& line) {
+    const auto fields = SplitAtBlanks(line, 2);
+    const auto count = static_cast<int>(Number(fields[1]));
+    const auto found = entries_.find(fields[0]);
     if (found != entries_.end()) found->second.count = count;
-  }
+  });
 }
 
-void LexiconBuilder::ReadParts(const std::filesystem::path& wordnet) {
+void LexiconBuilder::AddParts(const WordNet& wordnet) {
   for (int part = 0; part < kPartCount; ++part) {
-    std::ifstream in = Open(wordnet / fmt::format("index.{}", kWordNetParts[part]));
-    for (std::string line; std::getline(in, line);) {
-      const auto found = entries_.find(line.substr(0, line.find(' ')));
+    for (const auto& [word, senses] : wordnet.find(kWordNetParts[part])->second.senses) {
+      const auto found = entries_.find(word);
       if (found != entries_.end()) found->second.parts |= 1 << part;
     }
   }
 }
 
 void LexiconBuilder::ReadSenseCounts(const std::filesystem::path& wordnet) {
-  std::ifstream in = Open(wordnet / "cntlist.rev");
-  std::string sense;
-  int number = 0;
-  for (int count = 0; in >> sense >> number >> count;) {
-    const auto percent = sense.find('%');
-    const auto found = entries_.find(sense.substr(0, percent));
-    if (found != entries_.end()) found->second.senses[PartOfSenseType(sense.at(percent + 1))] += count;
-  }
+  ReadLines(wordnet / "cntlist.rev", [&](const std::string& line) {
+    const auto fields = SplitAtBlanks(line, 3);
+    const auto count = static_cast<int>(Number(fields[2]));
+    const auto percent = fields[0].find('%');
+    if (percent == std::string::npos) throw base::Error("no key of a sense");
+    const char type = fields[0].at(percent + 1);
+    const auto found = entries_.find(fields[0].substr(0, percent));
+    if (found != entries_.end()) found->second.senses[PartOfSenseType(type)] += count;
+  });
 }
 
 void LexiconBuilder::ReadIrregularVerbs(const std::filesystem::path& file) {
-  std::ifstream in = Open(file);
-  for (std::string line; std::getline(in, line);) {
-    const auto fields = SplitAtBlanks(line);
-    if (fields.empty() || line[0] == '#') continue;
-    if (fields.size() != 3)
-      throw std::runtime_error(fmt::format("{}: three words expected: {}", file.string(), line));
-    irregular_[fields[0]] = {SplitAtCommas(fields[1]), SplitAtCommas(fields[2])};
-  }
+  ReadLines(file, [&](const std::string& line) {
+    if (line.empty() || line[0] == '#') return;
+    const auto fields = SplitAtBlanks(line, 3);
+    irregular_[fields[0]] = {base::Split(fields[1], ","), base::Split(fields[2], ",")};
+  });
 }
 
 void LexiconBuilder::ReadExceptions(const std::filesystem::path& wordnet) {
   for (auto* exceptions : {&nounExceptions_, &adjectiveExceptions_}) {
-    std::ifstream in = Open(wordnet / (exceptions == &nounExceptions_ ? "noun.exc" : "adj.exc"));
-    for (std::string line; std::getline(in, line);) {
-      const auto fields = SplitAtBlanks(line);
-      if (fields.size() == 2 && fields[0] != fields[1]) (*exceptions)[fields[1]].push_back(fields[0]);
-    }
+    ReadLines(wordnet / (exceptions == &nounExceptions_ ? "noun.exc" : "adj.exc"),
+              [&](const std::string& line) {
+                const auto fields = SplitAtBlanks(line);
+                const std::string& lemma = fields.at(1);
+                if (fields.size() == 2 && fields[0] != lemma) (*exceptions)[lemma].push_back(fields[0]);
+              });
   }
   nounExceptions_["person"] = {"people", "persons"};
   adjectiveExceptions_["good"] = {"better", "best"};

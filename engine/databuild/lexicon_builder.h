@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "engine/databuild/databuild.h"
+#include "engine/databuild/wordnet.h"
 #include "engine/lexicon/lexicon.h"
 
 class Hunspell;
@@ -37,12 +38,12 @@ class LexiconBuilder {
  private:
   void ReadScowl(const std::filesystem::path& folder);
   void ReadCounts(const std::filesystem::path& file);
-  void ReadParts(const std::filesystem::path& wordnet);
   void ReadSenseCounts(const std::filesystem::path& wordnet);
   void ReadIrregularVerbs(const std::filesystem::path& file);
   void ReadExceptions(const std::filesystem::path& wordnet);
-  void ReadDerivations(const std::filesystem::path& wordnet);
 
+  void AddParts(const WordNet& wordnet);
+  void AddDerivations(const WordNet& wordnet);
   void AddBe();
   void PassSensesToForms();
   void AddVerb(const std::string& verb);

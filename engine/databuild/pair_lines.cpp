@@ -2,54 +2,55 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <array>
-#include <stdexcept>
 
+#include "base/error.h"
+#include "base/text.h"
 #include "engine/databuild/bankbuild.h"
-#include "engine/databuild/glosses.h"
 #include "engine/databuild/source_files.h"
-#include "engine/wordbank/pair.h"
 
 namespace tolvex::databuild {
 namespace {
 
-using wexbin::Pair;
 using wexbin::PairKind;
-using wexbin::Pattern;
 
 constexpr std::size_t kMostLines = 30;
 
-PairKind KindOf(const std::string& code) {
+PairKind KindOf(std::string_view code) {
   for (int kind = 0; kind < wexbin::kPairKinds; ++kind) {
     if (wexbin::CodeOf(static_cast<PairKind>(kind)) == code) return static_cast<PairKind>(kind);
   }
-  throw std::runtime_error("no kind of word pairs: " + code);
+  throw base::Error(fmt::format("no kind of word pairs: {}", code));
 }
 
-// "partner:count:pattern"
-Pair ReadPair(PairKind kind, const std::string& head, const std::string& field) {
-  const auto parts = SplitAt(field, ':');
-  if (parts.size() != 3) throw std::runtime_error("a damaged word pair: " + field);
-  return {kind, head, parts[0], Pattern::FromCode(static_cast<std::uint8_t>(std::stoi(parts[2])))};
+CountedPair ParsePair(PairKind kind, const std::string& head, const std::string& field) {
+  const auto parts = base::Split(field, ":");
+  if (parts.size() != 3) throw base::Error("not partner, count and pattern: " + field);
+  const auto pattern = wexbin::Pattern::FromCode(static_cast<std::uint8_t>(Number(parts[2])));
+  return {{kind, head, parts[0], pattern}, static_cast<int>(Number(parts[1]))};
 }
 
 }  // namespace
 
+void ReadPairs(const std::filesystem::path& path, const PairReader& read) {
+  ReadLines(path, [&](const std::string& line) {
+    const auto fields = base::Split(line, "\t");
+    const auto name = SplitAtBlanks(fields.at(0), 2);
+    const PairKind kind = KindOf(name[0]);
+    std::vector<CountedPair> pairs;
+    for (std::size_t i = 1; i < fields.size(); ++i) pairs.push_back(ParsePair(kind, name[1], fields[i]));
+    read(fields[0], pairs);
+  });
+}
+
 void AddPairs(const std::filesystem::path& pairs, const Lexicon& lexicon, const Glosses& glosses,
               BankTexts& texts) {
-  std::ifstream in = Open(pairs);
-  for (std::string line; std::getline(in, line);) {
-    const auto fields = SplitAt(line, '\t');
-    const auto blank = fields[0].find(' ');
-    const std::string head = fields[0].substr(std::min(blank, fields[0].size() - 1) + 1);
-    const PairKind kind = KindOf(fields[0].substr(0, blank));
-    std::string& text = texts[fields[0]];
-    for (std::size_t i = 1; i < std::min(fields.size(), kMostLines + 1); ++i) {
-      const Pair pair = ReadPair(kind, head, fields[i]);
-      const std::string phrase = PhraseOf(pair, lexicon);
-      text += phrase + '\t' + glosses.OfPair(pair, phrase) + '\n';
+  ReadPairs(pairs, [&](const std::string& key, const std::vector<CountedPair>& counted) {
+    std::string& text = texts[key];
+    for (std::size_t i = 0; i < std::min(counted.size(), kMostLines); ++i) {
+      const std::string phrase = PhraseOf(counted[i].pair, lexicon);
+      text += phrase + '\t' + glosses.OfPair(counted[i].pair, phrase) + '\n';
     }
-  }
+  });
 }
 
 }  // namespace tolvex::databuild

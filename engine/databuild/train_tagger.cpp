@@ -3,15 +3,14 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
-#include <fstream>
 #include <map>
 #include <random>
-#include <sstream>
 #include <stdexcept>
 #include <unordered_map>
 
 #include "base/text.h"
 #include "engine/databuild/databuild.h"
+#include "engine/databuild/source_files.h"
 #include "engine/tables/hash.h"
 #include "engine/tagger/tagger.h"
 
@@ -58,15 +57,14 @@ bool AddTagged(TaggedSentence& sentence, const std::string& item, char separator
 }
 
 void ReadTagged(const std::filesystem::path& path, char separator, std::vector<TaggedSentence>& sentences) {
-  std::ifstream in(path);
-  if (!in) throw std::runtime_error("cannot read " + path.string());
-  for (std::string line; std::getline(in, line);) {
+  ReadLines(path, [&](const std::string& line) {
     TaggedSentence sentence;
-    std::istringstream items(line);
-    bool ok = true;
-    for (std::string item; ok && items >> item;) ok = AddTagged(sentence, item, separator);
-    if (ok && sentence.tokens.size() > 1) sentences.push_back(std::move(sentence));
-  }
+    const auto items = SplitAtBlanks(line);
+    const bool whole = std::all_of(items.begin(), items.end(), [&](const std::string& item) {
+      return AddTagged(sentence, item, separator);
+    });
+    if (whole && sentence.tokens.size() > 1) sentences.push_back(std::move(sentence));
+  });
 }
 
 FixedWords FindFixedWords(const std::vector<TaggedSentence>& sentences) {

@@ -40,13 +40,12 @@ std::vector<Token> TokensOf(const std::string& line, char separator) {
 
 void ReadTagged(const std::filesystem::path& path, char separator, TextPart part,
                 const std::function<void(std::vector<Token>&)>& take) {
-  std::ifstream in = Open(path);
   int number = 0;
-  for (std::string line; std::getline(in, line);) {
-    if ((++number % 2 == 0) != (part == TextPart::kRanker)) continue;
+  ReadLines(path, [&](const std::string& line) {
+    if ((++number % 2 == 0) != (part == TextPart::kRanker)) return;
     auto tokens = TokensOf(line, separator);
     if (tokens.size() > 3) take(tokens);
-  }
+  });
 }
 
 }  // namespace

@@ -3,10 +3,11 @@
 #include <algorithm>
 #include <fstream>
 #include <set>
-#include <sstream>
-#include <stdexcept>
 
+#include "base/error.h"
+#include "base/text.h"
 #include "engine/databuild/databuild.h"
+#include "engine/databuild/source_files.h"
 #include "engine/text/token.h"
 
 namespace tolvex::databuild {
@@ -17,12 +18,12 @@ namespace fs = std::filesystem;
 std::set<std::string> CommonWords(const fs::path& scowl, int level) {
   std::set<std::string> words;
   for (const auto& entry : fs::directory_iterator(scowl)) {
-    const std::string size = entry.path().extension().string();
-    if (size.size() != 3 || std::stoi(size.substr(1)) > level) continue;
-    std::ifstream in(entry.path());
-    for (std::string word; std::getline(in, word);) words.insert(word);
+    const std::string size = entry.path().extension().string();  // ".10"
+    const bool sized = size.size() == 3 && IsDigit(size[1]) && IsDigit(size[2]);
+    if (!sized || static_cast<int>(Number(size.substr(1))) > level) continue;
+    ReadLines(entry.path(), [&](const std::string& word) { words.insert(word); });
   }
-  if (words.empty()) throw std::runtime_error("no word lists in " + scowl.string());
+  if (words.empty()) throw base::Error("no word lists in " + scowl.string());
   return words;
 }
 
@@ -34,31 +35,23 @@ bool IsKept(const std::string& item, const std::set<std::string>& common) {
 }
 
 void TrimWordList(const fs::path& from, const std::set<std::string>& common, const fs::path& to) {
-  std::ifstream in(from);
   std::ofstream out(to);
-  for (std::string line; std::getline(in, line);) {
-    std::istringstream items(line);
-    for (std::string item; items >> item;) {
+  ReadLines(from, [&](const std::string& line) {
+    for (const std::string& item : SplitAtBlanks(line)) {
       if (IsKept(item, common)) out << item << '\n';
     }
-  }
-  if (!out.flush()) throw std::runtime_error("cannot write " + to.string());
+  });
+  if (!out.flush()) throw base::Error("cannot write " + to.string());
 }
 
 // The dictionary names its word lists by the folder of its language.
 void CopyWithLanguage(const fs::path& from, const fs::path& to) {
-  static const std::string kOld = "/en/words/";
   const std::string renamed = "/" + to.parent_path().filename().string() + "/words/";
-  std::ifstream in(from);
   std::ofstream out(to);
   if (from.extension() == ".dict") out << "% Changed from link-grammar's own: the paths of the word lists.\n";
-  for (std::string line; std::getline(in, line);) {
-    for (auto at = line.find(kOld); at != std::string::npos; at = line.find(kOld, at + renamed.size())) {
-      line.replace(at, kOld.size(), renamed);
-    }
-    out << line << '\n';
-  }
-  if (!out.flush()) throw std::runtime_error("cannot write " + to.string());
+  ReadLines(from,
+            [&](const std::string& line) { out << base::Replace(line, "/en/words/", renamed) << '\n'; });
+  if (!out.flush()) throw base::Error("cannot write " + to.string());
 }
 
 }  // namespace

@@ -5,7 +5,6 @@
 #include <vector>
 
 #include "engine/databuild/bankbuild.h"
-#include "engine/databuild/source_files.h"
 #include "engine/wordbank/text_table.h"
 
 namespace tolvex::databuild {
@@ -39,8 +38,7 @@ void AddForms(const Lexicon& lexicon, BankTexts& texts) {
 
 void CompileWordBank(const BankSources& sources, std::istream& cedict, const Lexicon& lexicon,
                      const std::filesystem::path& tables) {
-  WordNet wordnet;
-  for (const std::string_view part : kWordNetParts) wordnet.emplace(part, ReadWordNet(sources.wordnet, part));
+  const WordNet wordnet = ReadWordNet(sources.wordnet);
   const ChineseGlosses chinese(ReadCedict(cedict), sources.frequencies);
   const Glosses glosses(chinese, wordnet);
   BankTexts texts;

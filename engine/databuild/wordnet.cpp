@@ -3,7 +3,6 @@
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <stdexcept>
 
 #include "engine/databuild/source_files.h"
 
@@ -25,18 +24,27 @@ std::string Definition(const std::string& line) {
   return end == std::string::npos ? std::string() : gloss.substr(0, end + 1);
 }
 
+std::string_view PartOf(char letter) {
+  return kWordNetParts[letter == 'n' ? 0 : letter == 'v' ? 1 : letter == 'r' ? 3 : 2];
+}
+
 // offset lex_filenum ss_type w_cnt word lex_id [word lex_id...] p_cnt [symbol offset pos source/target...]
 Synset ParseSynset(const std::string& line) {
   const auto fields = SplitAtBlanks(line.substr(0, line.find('|')));
   Synset synset;
   std::size_t at = 4;
-  for (int left = std::stoi(fields.at(3), nullptr, 16); left > 0; --left, at += 2) {
+  for (std::size_t left = Number(fields.at(3), 16); left > 0; --left, at += 2) {
     synset.words.push_back(Spaced(fields.at(at)));
   }
-  for (int left = std::stoi(fields.at(at++)); left > 0; --left, at += 4) {
-    const std::size_t target = std::stoul(fields.at(at + 1));
-    if (fields[at] == "&") synset.similar.push_back(target);
-    if (fields[at] == "@") synset.broader.push_back(target);
+  for (std::size_t left = Number(fields.at(at++)); left > 0; --left, at += 4) {
+    const std::string& symbol = fields.at(at);
+    const std::size_t target = Number(fields.at(at + 1));
+    const std::string& words = fields.at(at + 3);
+    if (symbol == "&") synset.similar.push_back(target);
+    if (symbol == "@") synset.broader.push_back(target);
+    if ((symbol != "+" && symbol != "\\") || words == "0000") continue;
+    synset.derivations.push_back({Number(words.substr(0, 2), 16) - 1, PartOf(fields.at(at + 2)[0]), target,
+                                  Number(words.substr(2), 16) - 1});
   }
   synset.gloss = Definition(line);
   return synset;
@@ -45,29 +53,34 @@ Synset ParseSynset(const std::string& line) {
 // lemma pos synset_cnt p_cnt [symbol...] sense_cnt tagsense_cnt offset...
 std::vector<std::size_t> ParseSenses(const std::vector<std::string>& fields) {
   std::vector<std::size_t> senses;
-  for (std::size_t at = 6 + std::stoul(fields.at(3)); at < fields.size(); ++at) {
-    senses.push_back(std::stoul(fields[at]));
+  for (std::size_t at = 6 + Number(fields.at(3)); at < fields.size(); ++at) {
+    senses.push_back(Number(fields[at]));
   }
   return senses;
 }
 
-bool IsLicence(const std::string& line) { return line.starts_with("  "); }
+// The licence at the head of each file is indented.
+void ReadEntries(const std::filesystem::path& path, const LineReader& read) {
+  ReadLines(path, [&](const std::string& line) {
+    if (!line.starts_with("  ")) read(line);
+  });
+}
 
 }  // namespace
 
-WordNetPart ReadWordNet(const std::filesystem::path& folder, std::string_view part) {
-  WordNetPart read;
-  std::ifstream data = Open(folder / fmt::format("data.{}", part));
-  for (std::string line; std::getline(data, line);) {
-    if (!IsLicence(line)) read.synsets.emplace(std::stoul(line), ParseSynset(line));
+WordNet ReadWordNet(const std::filesystem::path& folder) {
+  WordNet wordnet;
+  for (const std::string_view name : kWordNetParts) {
+    WordNetPart& part = wordnet[std::string(name)];
+    ReadEntries(folder / fmt::format("data.{}", name), [&](const std::string& line) {
+      part.synsets.emplace(Number(line.substr(0, line.find(' '))), ParseSynset(line));
+    });
+    ReadEntries(folder / fmt::format("index.{}", name), [&](const std::string& line) {
+      const auto fields = SplitAtBlanks(line);
+      part.senses.emplace(Spaced(fields.at(0)), ParseSenses(fields));
+    });
   }
-  std::ifstream index = Open(folder / fmt::format("index.{}", part));
-  for (std::string line; std::getline(index, line);) {
-    if (IsLicence(line)) continue;
-    const auto fields = SplitAtBlanks(line);
-    read.senses.emplace(Spaced(fields.at(0)), ParseSenses(fields));
-  }
-  return read;
+  return wordnet;
 }
 
 }  // namespace tolvex::databuild

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "base/html.h"
+#include "base/text.h"
 #include "base/utf8.h"
 #include "engine/tolvex.h"
 
@@ -115,19 +116,9 @@ std::string FaultBlock(std::string_view sentence, const Fault& fault, std::size_
       HowToWrite(written, fault.corrections));
 }
 
-std::vector<std::string_view> SplitAt(std::string_view text, std::string_view separator) {
-  std::vector<std::string_view> parts;
-  while (!text.empty()) {
-    const auto end = std::min(text.find(separator), text.size());
-    if (end > 0) parts.push_back(text.substr(0, end));
-    text.remove_prefix(std::min(end + separator.size(), text.size()));
-  }
-  return parts;
-}
-
 // "rain 名詞 heavy 形容詞": the better partner, and the word that it goes with.
 std::string Partner(std::string_view item) {
-  const auto tokens = SplitAt(item, " ");
+  const auto tokens = base::Split(item, " ");
   if (tokens.size() < 4) return {};
   return fmt::format("{} 可以搭配 {}", English(tokens[0]), English(tokens[2]));
 }
@@ -144,8 +135,8 @@ std::string SuggestionBlock(const Judgement& judgement) {
   const auto add = [&](const std::string& line) {
     if (!line.empty()) lines += fmt::format("<p>{}</p>\n", line);
   };
-  for (const auto item : SplitAt(judgement.col_suggestion, ",")) add(Partner(item));
-  for (const auto item : SplitAt(judgement.syn_suggestion, ",")) add(CloserWord(item));
+  for (const auto& item : base::Split(judgement.col_suggestion, ",")) add(Partner(item));
+  for (const auto& item : base::Split(judgement.syn_suggestion, ",")) add(CloserWord(item));
   if (lines.empty()) return {};
   return fmt::format("<div class=\"fault tip\">\n<h2>還可以寫得更道地</h2>\n{}</div>\n", lines);
 }

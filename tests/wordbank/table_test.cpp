@@ -62,22 +62,39 @@ TEST(Bankbuild, ChoosesTheLivingSenseAndReadsWell) {
   EXPECT_EQ(translator.Translate("貓行"), "The cat walks") << "a verb by its tag, whatever sense comes first";
 }
 
-TEST(Bankbuild, NamesWhatIsWrongWithASource) {
+TEST(Bankbuild, NamesTheLineThatIsWrongInASource) {
   const TempFolder folder;
-  folder.Write("bad", "no tabs here\n");
-  folder.Write("empty", "");
-  folder.Write("pairs", "CNJ rain\theavy:5\n");
-  folder.Write("words", "pair CNJ\n");
-  const std::string out = ' ' + Quoted(folder / "out.tables");
-  const std::string none = ' ' + Quoted(folder / "empty");
+  const std::string word = "貓\t猫\t\tcat\n";
+  const std::map<std::string, std::string> sources = {{"empty", ""},
+                                                      {"cat", word},
+                                                      {"no-tabs", word + "no tabs here\n"},
+                                                      {"function", "# note\n的\t的\n"},
+                                                      {"frequency", "猫 800 n\n行 many v\n"},
+                                                      {"no-pattern", "CNJ rain\theavy:5:0\nCNJ sun\thot:5\n"},
+                                                      {"no-kind", "XXX rain\theavy:5:0\n"},
+                                                      {"short", "# note\npair CNJ\n"},
+                                                      {"one-word", "only CNJ big: rain\n"},
+                                                      {"unknown", "pears CNJ big: rain\n"}};
+  for (const auto& [name, text] : sources) folder.Write(name, text);
+  const auto place = [&](const std::string& name) { return ' ' + Quoted(folder / name); };
+  const auto chinese = [&](const std::string& words, const std::string& uses, const std::string& cedict) {
+    return "chinese" + place(words) + place(uses) + kLexicon + place("out.tables") + " <" + place(cedict);
+  };
+  const auto suggest = [&](const std::string& pairs, const std::string& words) {
+    return "suggest" + place(pairs) + place(words) + place("out.tables");
+  };
   const std::vector<std::pair<std::string, std::string>> table = {
-      {"chinese " + none + none + kLexicon + out + " < " + Quoted(folder / "bad"), "no tabs here"},
-      {"chinese " + none + none + kLexicon + out + " < " + Quoted(folder / "empty"), "empty"},
-      {"chinese " + none + ' ' + Quoted(folder / "lost") + kLexicon + out + " < " + Quoted(folder / "empty"),
-       "lost"},
-      {"suggest " + Quoted(folder / "pairs") + ' ' + Quoted(folder / "empty") + out, "CNJ rain"},
-      {"suggest " + Quoted(folder / "empty") + ' ' + Quoted(folder / "words") + out, "pair CNJ"},
-      {"suggest " + Quoted(folder / "none") + ' ' + Quoted(folder / "words") + out, "none"},
+      {chinese("empty", "empty", "no-tabs"), "the Chinese dictionary:2: "},
+      {chinese("empty", "empty", "empty"), "the Chinese dictionary is empty"},
+      {chinese("empty", "lost", "cat"), "cannot read"},
+      {chinese("empty", "frequency", "cat"), "frequency:2: not a number: many"},
+      {chinese("function", "empty", "cat"), "function:2: too few fields"},
+      {suggest("no-pattern", "empty"), "no-pattern:2: not partner, count and pattern: hot:5"},
+      {suggest("no-kind", "empty"), "no-kind:1: no kind of word pairs: XXX"},
+      {suggest("empty", "short"), "short:2: "},
+      {suggest("empty", "one-word"), "one-word:1: "},
+      {suggest("empty", "unknown"), "unknown:1: "},
+      {suggest("lost", "empty"), "cannot read"},
       {"nonsense", "usage"}};
   for (const auto& [arguments, reason] : table) {
     EXPECT_EQ(Bankbuild(arguments, folder), 1) << arguments;
