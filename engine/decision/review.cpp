@@ -123,14 +123,14 @@ class Reviewer::Weighing {
       ++tried;
       Finding finding = FindingOf(candidate.edit, sentence_, reviewer_.rules_);
       if (!Mends(finding)) continue;
-      if (candidate.score >= *leastScore) return Take(std::move(finding), Certainty::kSure);
-      if (!isShort) return Take(std::move(finding), Certainty::kWatch);
+      if (candidate.score >= *leastScore) return AddFinding(std::move(finding), Certainty::kSure);
+      if (!isShort) return AddFinding(std::move(finding), Certainty::kWatch);
     }
     if (ranked.empty() || ranked[0].score < kWatchScore) return false;
-    return Take(FindingOf(ranked[0].edit, sentence_, reviewer_.rules_), Certainty::kWatch);
+    return AddFinding(FindingOf(ranked[0].edit, sentence_, reviewer_.rules_), Certainty::kWatch);
   }
 
-  bool Take(Finding finding, Certainty certainty) {
+  bool AddFinding(Finding finding, Certainty certainty) {
     finding.certainty = certainty;
     findings_.All().push_back(std::move(finding));
     return true;

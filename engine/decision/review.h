@@ -18,8 +18,8 @@ class Reviewer {
   /// `read` cuts and tags a text. All must outlive the reviewer.
   Reviewer(const Parser& parser, const Ranker& ranker, const RuleBook& rules, Reader read);
 
-  /// Settles the findings that are to be confirmed, and adds what an edit or the parser alone makes doubtful.
-  /// A sentence with a sure finding is refused anyhow and not looked into further.
+  /// Confirms or drops the findings that are to be confirmed, and adds what an edit or the parser alone makes
+  /// doubtful. A sentence with a sure finding is refused anyhow and not looked into further.
   void Review(std::string_view text, const Sentence& sentence, Findings& findings) const;
 
  private:

@@ -34,7 +34,7 @@ class Sentence {
   bool IsPlural(int i) const;      ///< a noun form that is plural only
   bool IsName(int i) const;        ///< capitalised inside the sentence
   bool IsSign(int i) const;        ///< punctuation, or outside the sentence
-  bool StartsClause(int i) const;  ///< behind a comma, a conjunction or an opener
+  bool StartsClause(int i) const;  ///< after a comma, a conjunction or an opener
   bool AnyOf(int from, int to, std::initializer_list<std::string_view> words) const;  ///< in [from, to)
   std::string_view Lemma(int i) const;            ///< dictionary form as a verb, or ""
   std::string Inflected(int i, Form form) const;  ///< the verb at i in another form, or ""

@@ -189,7 +189,7 @@ class Finder {
   }
 
   // "It rained last night": no night is rained.
-  bool TellsWhen(const NounPhrase& phrase, const std::string& noun) const {
+  bool SaysWhen(const NounPhrase& phrase, const std::string& noun) const {
     if (!IsOneOf(noun, kTimeNouns)) return false;
     bool pointed = phrase.pattern.determiner == Pattern::kOther;
     for (int i = phrase.begin; i < phrase.head; ++i)
@@ -207,7 +207,7 @@ class Finder {
     const bool receiver = behind.empty() && TagAt(before) == Tag::PRP && IsVerb(TagAt(before - 1)) &&
                           !IsOneOf(noun, kTimeNouns);
     if (receiver) --before;  // "give me a chance"
-    if (!IsVerb(TagAt(before)) || TellsWhen(phrase, noun)) return;
+    if (!IsVerb(TagAt(before)) || SaysWhen(phrase, noun)) return;
     const std::string verb = VerbLemma(before);
     if (verb.empty() || IsHelper(verb) || (!behind.empty() && IsOneOf(noun, kTimeNouns))) return;
     Add(PairKind::kNounVerb, noun, verb + behind, phrase.pattern);

@@ -23,12 +23,12 @@ class Grammar {
 
   void Run() {
     for (std::size_t i = 0; i < clause_.size(); ++i) {
-      SettleNot(i);
-      SettleDo(i);
-      SettleDegree(i);
-      SettleNow(i);
+      InflectNot(i);
+      InflectDo(i);
+      AddBeBeforeDegree(i);
+      MakeProgressive(i);
       if (IsVerb(clause_[i])) {
-        SettleVerb(i);
+        InflectVerb(i);
       } else if (i > 0 && TakesObject(Before(i))) {
         clause_[i].english = Objective(clause_[i].english);
       }
@@ -77,7 +77,7 @@ class Grammar {
     return piece.part == 'n' && !piece.isPlural && !isJoined;
   }
 
-  void SettleNot(std::size_t i) {
+  void InflectNot(std::size_t i) {
     std::string& english = clause_[i].english;
     if (english == "not" && VerbFollows(i)) {
       english = isPast_ ? "did not" : IsSingular(SubjectOf(i)) ? "does not" : "do not";
@@ -87,14 +87,14 @@ class Grammar {
     if (english == "do not have" && IsSingular(SubjectOf(i))) english = "does not have";
   }
 
-  void SettleDo(std::size_t i) {
+  void InflectDo(std::size_t i) {
     if (clause_[i].part != kHelper) return;
     clause_[i].english = isPast_ ? "did" : IsSingular(i + 1) ? "does" : "do";
     hasHelper_ = true;
   }
 
   // "The weather very good" wants its verb; "very good weather" does not.
-  void SettleDegree(std::size_t i) {
+  void AddBeBeforeDegree(std::size_t i) {
     if (!IsOneOf(clause_[i].english, {"very", "too", "really", "not", "so"}) || i == 0 || VerbFollows(i))
       return;
     const bool attribute = i + 2 < clause_.size() && IsOneOf(clause_[i + 2].chinese, {"的", "地"});
@@ -108,7 +108,7 @@ class Grammar {
   }
 
   // "She now listen to music" is "She is listening to music".
-  void SettleNow(std::size_t i) {
+  void MakeProgressive(std::size_t i) {
     const bool isNow = IsOneOf(clause_[i].chinese, {"正在", "在"}) && VerbFollows(i) && i > 0;
     if (!isNow || clause_[i].english.empty()) return;
     const std::size_t subject = PlaceBefore(i);
@@ -120,7 +120,7 @@ class Grammar {
     lastVerb_ = verb;
   }
 
-  void SettleVerb(std::size_t i) {
+  void InflectVerb(std::size_t i) {
     std::string& english = clause_[i].english;
     const bool last = std::all_of(clause_.begin() + static_cast<std::ptrdiff_t>(i) + 1, clause_.end(),
                                   [](const Piece& piece) { return piece.english.empty(); });

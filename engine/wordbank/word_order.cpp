@@ -72,7 +72,7 @@ bool IsKin(const Piece& piece) {
 bool IsNoun(const Piece& piece) { return piece.part == 'n' || IsOneOf(piece.chinese, {"人"}); }
 bool Is(const Piece& piece, std::string_view word) { return piece.chinese == word; }
 
-void SettleMeasures(Clause& clause, const EnglishForms& forms) {
+void TranslateMeasures(Clause& clause, const EnglishForms& forms) {
   for (std::size_t i = 1; i < clause.size(); ++i) {
     const std::string_view* measure = Listed(kMeasures, clause[i].chinese);
     if (!Counts(clause[i - 1])) continue;
@@ -87,7 +87,7 @@ void SettleMeasures(Clause& clause, const EnglishForms& forms) {
   }
 }
 
-void SettlePlurals(Clause& clause, const EnglishForms& forms) {
+void MakePlurals(Clause& clause, const EnglishForms& forms) {
   for (std::size_t i = 0; i < clause.size(); ++i) {
     if (i > 0 && IsOneOf(clause[i].chinese, {"們", "们"})) {
       clause[i].english.clear();
@@ -104,7 +104,7 @@ void SettlePlurals(Clause& clause, const EnglishForms& forms) {
 }
 
 // "I mother" is "my mother".
-void SettleKin(Clause& clause) {
+void MakePossessive(Clause& clause) {
   for (std::size_t i = 1; i < clause.size(); ++i) {
     const std::string possessive = Possessive(clause[i - 1].english);
     const bool isOwned = i + 1 < clause.size() && clause[i].part == 'a' && Is(clause[i + 1], "的");
@@ -157,7 +157,7 @@ void MoveObject(Clause& clause) {
 }
 
 // "he at park in play" is "he play in park"; without a verb it is "he is in park".
-void SettlePlace(Clause& clause) {
+void MovePlace(Clause& clause) {
   std::size_t at = 0;
   while (at < clause.size() && (!Is(clause[at], "在") || clause[at].english.empty())) ++at;
   if (at + 1 >= clause.size() || IsVerb(clause[at + 1])) return;
@@ -182,7 +182,7 @@ void SettlePlace(Clause& clause) {
 }
 
 // "she than I high" is "she is higher than me".
-void SettleComparison(Clause& clause, const EnglishForms& forms) {
+void MoveComparison(Clause& clause, const EnglishForms& forms) {
   for (std::size_t i = 1; i + 2 < clause.size(); ++i) {
     if (!Is(clause[i], "比")) continue;
     std::size_t adjective = i + 2;
@@ -203,7 +203,7 @@ bool LeadsVerb(const Piece& piece) {
 }
 
 // "you like what color" is "what color do you like"; with 嗎, "you like coffee" is "do you like coffee".
-void SettleQuestion(Clause& clause) {
+void OrderQuestion(Clause& clause) {
   const auto at = [&](std::size_t i) { return clause.begin() + static_cast<std::ptrdiff_t>(i); };
   std::size_t begin = 0;
   while (begin < clause.size() && clause[begin].part == 't') ++begin;
@@ -222,14 +222,14 @@ void SettleQuestion(Clause& clause) {
 }  // namespace
 
 void Arrange(Clause& clause, const EnglishForms& forms) {
-  SettleMeasures(clause, forms);
-  SettlePlurals(clause, forms);
-  SettleKin(clause);
+  TranslateMeasures(clause, forms);
+  MakePlurals(clause, forms);
+  MakePossessive(clause);
   MoveObject(clause);
   MoveTimes(clause);
-  SettlePlace(clause);
-  SettleComparison(clause, forms);
-  SettleQuestion(clause);
+  MovePlace(clause);
+  MoveComparison(clause, forms);
+  OrderQuestion(clause);
 }
 
 }  // namespace wexbin
