@@ -9,7 +9,7 @@
 #include "base/posix_files.h"
 #include "base/sqlite.h"
 #include "bench/statistics.h"
-#include "core/set_file.h"
+#include "core/key_value_file.h"
 #include "engine/tolvex.h"
 #include "platform/headless/headless_windows.h"
 #include "platform/headless/poll_loop.h"

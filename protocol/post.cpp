@@ -29,7 +29,7 @@ std::string JoinTexts(const EssayRow& row) {
 }
 
 /// Takes the text before the next separator off the front.
-std::string TakeText(std::string_view& joined) {
+std::string PopText(std::string_view& joined) {
   const std::size_t end = std::min(joined.find(kTextSeparator), joined.size());
   std::string text = PlainText(joined.substr(0, end));
   joined.remove_prefix(std::min(end + kTextSeparator.size(), joined.size()));
@@ -48,8 +48,8 @@ Row RowOf(const Columns& columns) {
   const auto& [err, s, d, es, ess, ht] = columns;
   if (err != kEssay) return SentenceRow{err, s, d, es, ess, ht};
   std::string_view joined = ht;
-  std::string quiz = TakeText(joined);
-  std::string orgEssay = TakeText(joined);
+  std::string quiz = PopText(joined);
+  std::string orgEssay = PopText(joined);
   return EssayRow{d, es, ess, s, std::move(quiz), std::move(orgEssay), PlainText(joined)};
 }
 

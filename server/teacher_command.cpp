@@ -13,8 +13,8 @@
 #include "protocol/account.h"
 #include "server/accounts/password.h"
 #include "server/command_line.h"
+#include "server/store/account_store.h"
 #include "server/store/school_store.h"
-#include "server/store/store.h"
 #include "server/teacher/form_reader.h"
 #include "server/teacher/password_page.h"
 
@@ -132,7 +132,7 @@ void RunTeacherCommand(const TeacherCommand& command) {
     throw std::runtime_error(fmt::format("there is no folder {}", command.dataDir.string()));
   }
   const auto file = command.dataDir / "server.db";
-  OpenSqliteStore(file);  // makes the tables when this comes before the first start
+  OpenAccountStore(file);  // makes the tables when this comes before the first start
   const auto school = OpenSqliteSchoolStore(file);
   switch (command.action) {
     case Action::kAdd:

@@ -21,7 +21,7 @@ constexpr std::uint64_t kLongestFile = std::uint64_t{1} << 30;
 
 [[noreturn]] void Fail() { throw Refusal("更新清單的內容不正確，沒有更新任何檔案。"); }
 
-std::string_view TakeUntil(std::string_view& text, char end) {
+std::string_view PopUntil(std::string_view& text, char end) {
   const std::size_t at = text.find(end);
   if (at == std::string_view::npos) Fail();
   const std::string_view taken = text.substr(0, at);
@@ -41,12 +41,12 @@ std::uint64_t Length(std::string_view text) {
 }
 
 ListedFile ReadFile(std::string_view line) {
-  const std::string_view kind = TakeUntil(line, ' ');
+  const std::string_view kind = PopUntil(line, ' ');
   if (kind != "-" && kind != "x") Fail();
   ListedFile file;
   file.isProgram = kind == "x";
-  file.length = Length(TakeUntil(line, ' '));
-  file.sha256 = TakeUntil(line, ' ');
+  file.length = Length(PopUntil(line, ' '));
+  file.sha256 = PopUntil(line, ' ');
   file.path = line;
   if (!IsDigest(file.sha256) || !IsSafePath(file.path)) Fail();
   return file;
@@ -89,15 +89,15 @@ std::string WriteList(const PackageList& list) {
 }
 
 PackageList ReadList(std::string_view text) {
-  if (TakeUntil(text, '\n') != kHead) Fail();
-  const std::string_view version = TakeUntil(text, '\n');
+  if (PopUntil(text, '\n') != kHead) Fail();
+  const std::string_view version = PopUntil(text, '\n');
   if (!version.starts_with(kVersion)) Fail();
   PackageList list;
   list.version = version.substr(kVersion.size());
   if (!IsVersion(list.version)) Fail();
   std::set<std::string> paths;
   while (!text.empty()) {
-    list.files.push_back(ReadFile(TakeUntil(text, '\n')));
+    list.files.push_back(ReadFile(PopUntil(text, '\n')));
     if (!paths.insert(list.files.back().path).second || list.files.size() > kMostFiles) Fail();
   }
   if (list.files.empty()) Fail();

@@ -18,7 +18,7 @@ constexpr const char* kTooLong = "更新檔比清單所說的還大，沒有更�
 class Bounded {
  public:
   Bounded(std::uint64_t most, const Sink& sink) : rest_(most), sink_(sink) {}
-  void Take(std::string_view bytes) {
+  void Append(std::string_view bytes) {
     if (bytes.size() > rest_) throw Refusal(kTooLong);
     rest_ -= bytes.size();
     sink_(bytes);
@@ -40,7 +40,7 @@ class FolderSource : public Source {
     std::vector<char> buffer(std::size_t{1} << 16);
     while (file) {
       file.read(buffer.data(), static_cast<std::streamsize>(buffer.size()));
-      bounded.Take({buffer.data(), static_cast<std::size_t>(file.gcount())});
+      bounded.Append({buffer.data(), static_cast<std::size_t>(file.gcount())});
     }
     if (file.bad()) throw Refusal(fmt::format("無法讀取更新檔 {}，沒有更新任何檔案。", name));
   }
@@ -57,7 +57,7 @@ class WebSource : public Source {
     Bounded bounded(most, sink);
     const std::string url = root_ + name;
     try {
-      session_.Fetch({.method = "GET", .url = url}, [&](std::string_view bytes) { bounded.Take(bytes); });
+      session_.Fetch({.method = "GET", .url = url}, [&](std::string_view bytes) { bounded.Append(bytes); });
     } catch (const base::HttpError& error) {
       throw Refusal(fmt::format("無法從更新主機完整取得 {}（{}），沒有更新任何檔案。", url, error.what()));
     }

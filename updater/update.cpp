@@ -7,10 +7,10 @@
 
 #include "base/file_lock.h"
 #include "updater/installation.h"
-#include "updater/proof.h"
 #include "updater/refusal.h"
 #include "updater/signature.h"
 #include "updater/staging.h"
+#include "updater/trial.h"
 
 namespace updater {
 
@@ -50,7 +50,7 @@ void BringProveSwitch(Installation& installation, const PackageList& list, Sourc
   const fs::path installed = installation.current.empty() ? fs::path() : installation.Current();
   Staging staging(installation.Versions());
   staging.Bring(list, source, takesInstalled ? installed : fs::path());
-  Prove(staging.Folder(), list.version);
+  TryOut(staging.Folder(), list.version);
   if (!installed.empty()) staging.CarryOver(installed);
   const std::string name = FreeName(installation, list.version);
   staging.Keep(installation.Versions() / name);

@@ -29,17 +29,17 @@ std::string Accounts::Known(std::string_view number) {
   return account;
 }
 
-std::string Accounts::Proven(std::string_view number, const std::string& password) {
+std::string Accounts::Authenticate(std::string_view number, const std::string& password) {
   std::string account = Known(number);
   if (password.empty()) throw Refusal(refusal::kWrongPassword);
-  TakeTry(account);
+  CountTry(account);
   if (!PasswordFits(password, store_.PasswordHash(account).value_or("")))
     throw Refusal(refusal::kWrongPassword);
-  GiveTryBack(account);
+  UncountTry(account);
   return account;
 }
 
-bool Accounts::TakesFirstPassword(std::string_view number, const std::string& password) {
+bool Accounts::SetFirstPassword(std::string_view number, const std::string& password) {
   const std::string account = Known(number);
   const std::lock_guard lock(firstPassword_);  // of two first logins only one sets it
   if (!store_.PasswordHash(account).value_or("").empty()) return false;
@@ -50,7 +50,7 @@ bool Accounts::TakesFirstPassword(std::string_view number, const std::string& pa
 
 std::string Accounts::Make(const std::string& password) {
   if (password.size() < kShortestPassword) throw Refusal(refusal::kWrongPassword);
-  TakeTry("");  // no account's number: the tries of all newcomers
+  CountTry("");  // no account's number: the tries of all newcomers
   std::string number;
   do {
     number = RandomDigits(kMadeNumber);
@@ -71,7 +71,7 @@ void Accounts::Ensure(const std::string& number, const std::string& password) {
   });
 }
 
-void Accounts::TakeTry(const std::string& account) {
+void Accounts::CountTry(const std::string& account) {
   const std::lock_guard lock(mutex_);
   const auto now = clock_();
   Tries& tries = tries_.try_emplace(account, Tries{kFreeTries, now}).first->second;
@@ -81,7 +81,7 @@ void Accounts::TakeTry(const std::string& account) {
   tries.left -= 1;
 }
 
-void Accounts::GiveTryBack(const std::string& account) {
+void Accounts::UncountTry(const std::string& account) {
   const std::lock_guard lock(mutex_);
   tries_[account].left += 1;
 }

@@ -9,7 +9,7 @@
 #include <string_view>
 #include <unordered_map>
 
-#include "server/store/store.h"
+#include "server/store/account_store.h"
 
 namespace server {
 
@@ -18,7 +18,7 @@ class Accounts {
  public:
   using Clock = std::function<std::chrono::steady_clock::time_point()>;
 
-  explicit Accounts(Store& store, Clock clock = std::chrono::steady_clock::now)
+  explicit Accounts(AccountStore& store, Clock clock = std::chrono::steady_clock::now)
       : store_(store), clock_(std::move(clock)) {}
 
   /// Cleans the number and makes sure that the account exists. Throws Refusal: kBadAccount, kNotFound.
@@ -26,11 +26,11 @@ class Accounts {
 
   /// As Known, and the password must be the account's. Throws also kWrongPassword, and kTryLater when
   /// too many wrong ones came: ten in a row are free, then one every three seconds.
-  std::string Proven(std::string_view number, const std::string& password);
+  std::string Authenticate(std::string_view number, const std::string& password);
 
   /// Sets the password of an account that has none yet, and tells whether it did. Throws as Known, and
   /// kWrongPassword for an empty one.
-  bool TakesFirstPassword(std::string_view number, const std::string& password);
+  bool SetFirstPassword(std::string_view number, const std::string& password);
   /// Makes an account with a fresh number and gives the number. Throws Refusal: kWrongPassword for one
   /// below four characters, kTryLater when too many accounts are wanted.
   std::string Make(const std::string& password);
@@ -38,7 +38,7 @@ class Accounts {
   void Await(const std::string& number);
 
   /// Makes sure that the account exists with this password, on a thread of its own: a hash takes longer than
-  /// all the rest of a start. Known and Proven wait for it. To be called before them.
+  /// all the rest of a start. Known and Authenticate wait for it. To be called before them.
   void Ensure(const std::string& number, const std::string& password);
 
  private:
@@ -46,10 +46,10 @@ class Accounts {
     double left;
     std::chrono::steady_clock::time_point at;
   };
-  void TakeTry(const std::string& account);
-  void GiveTryBack(const std::string& account);
+  void CountTry(const std::string& account);
+  void UncountTry(const std::string& account);
 
-  Store& store_;
+  AccountStore& store_;
   Clock clock_;
   std::shared_future<void> ensured_;
   std::mutex mutex_;

@@ -95,7 +95,7 @@ Server::Server(ServerOptions options, SharedEngine::Load load)
       engine_(std::move(load)),
       wordBank_(options_.engineData),
       settings_(ReadServerSettings(MadeFolder(options_.dataDir) / "server.set")),
-      store_(OpenSqliteStore(options_.dataDir / "server.db")),
+      store_(OpenAccountStore(options_.dataDir / "server.db")),
       school_(OpenSqliteSchoolStore(options_.dataDir / "server.db")),
       records_(options_.dataDir / "server.db"),
       results_(kKeptResults),
@@ -157,7 +157,7 @@ void Server::Bind() {
 void Server::OnPost(const httplib::Request& request, httplib::Response& response,
                     const httplib::ContentReader& readBody) {
   std::string_view path = request.path;
-  const bool isBelow = TakePrefix(path);
+  const bool isBelow = StripPrefix(path);
   if (isBelow && OnTeacher(path, request, &readBody, response)) return;
   const Page* page = isBelow ? FindPage(path, Page::Method::kPost) : nullptr;
   std::string body;
@@ -184,7 +184,7 @@ void Server::AnswerPage(const Page& page, const httplib::Request& request, std::
 
 void Server::OnGet(const httplib::Request& request, httplib::Response& response) {
   std::string_view path = request.path;
-  if (!TakePrefix(path)) {
+  if (!StripPrefix(path)) {
     response.status = 404;
   } else if (const auto result = results_.Find(path)) {
     response.set_content(*result, kContentType);
@@ -215,7 +215,7 @@ bool Server::OnTeacher(std::string_view path, const httplib::Request& request,
 }
 
 /// Takes the prefix off a path. Its bytes are compared in constant time: they are what keeps others out.
-bool Server::TakePrefix(std::string_view& path) const {
+bool Server::StripPrefix(std::string_view& path) const {
   const std::string prefix = options_.prefix + "/";
   if (path.size() < prefix.size() || sodium_memcmp(path.data(), prefix.data(), prefix.size()) != 0)
     return false;

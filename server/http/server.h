@@ -60,14 +60,14 @@ class Server {
                   httplib::Response& response);
   bool OnTeacher(std::string_view path, const httplib::Request& request,
                  const httplib::ContentReader* readBody, httplib::Response& response);
-  bool TakePrefix(std::string_view& path) const;
+  bool StripPrefix(std::string_view& path) const;
   std::string RootFor(const std::string& host) const;
 
   ServerOptions options_;
   SharedEngine engine_;
   SharedWordBank wordBank_;
   ServerSettings settings_;
-  std::unique_ptr<Store> store_;
+  std::unique_ptr<AccountStore> store_;
   std::unique_ptr<SchoolStore> school_;
   RecordStore records_;
   PageStore results_;

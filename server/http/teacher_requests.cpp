@@ -21,7 +21,7 @@ constexpr const char* kPolicy =
 class LimitedBody {
  public:
   /// False when it is not worth reading on.
-  bool Take(std::string& into, const char* bytes, std::size_t length) {
+  bool Append(std::string& into, const char* bytes, std::size_t length) {
     if (Count(length)) into.append(bytes, length);
     return total_ <= kReadLimit;
   }
@@ -49,7 +49,7 @@ bool ReadParts(const httplib::ContentReader& read, LimitedBody& body, protocol::
         name = part.name;
         return true;
       },
-      [&](const char* bytes, std::size_t length) { return body.Take(value, bytes, length); });
+      [&](const char* bytes, std::size_t length) { return body.Append(value, bytes, length); });
   keep();
   return isWhole;
 }
@@ -61,7 +61,7 @@ int ReadForm(const httplib::Request& request, const httplib::ContentReader& read
     if (!ReadParts(read, body, fields)) return 400;
   } else {
     std::string text;
-    if (!read([&](const char* bytes, std::size_t length) { return body.Take(text, bytes, length); })) {
+    if (!read([&](const char* bytes, std::size_t length) { return body.Append(text, bytes, length); })) {
       return 400;
     }
     if (!request.get_header_value("Content-Type").starts_with(protocol::kFormType)) return 415;

@@ -34,7 +34,7 @@ bool Holds(const Words& words, std::string_view word) {
 std::string Number(const Form& form) { return form.Required("pno", kNumberLimit); }
 
 /// Takes the text up to the next `end` off the front of a list.
-std::string_view TakePiece(std::string_view& list, char end) {
+std::string_view PopPiece(std::string_view& list, char end) {
   const std::size_t length = std::min(list.find(end), list.size());
   const std::string_view piece = list.substr(0, length);
   list.remove_prefix(std::min(length + 1, list.size()));
@@ -45,9 +45,9 @@ std::string_view TakePiece(std::string_view& list, char end) {
 std::map<std::string, std::string, std::less<>> SettingsOf(std::string_view list) {
   std::map<std::string, std::string, std::less<>> settings;
   while (!list.empty()) {
-    std::string_view pair = TakePiece(list, '$');
-    const std::string name = base::Trim(TakePiece(pair, ':'), base::kWhiteSpace);
-    settings.emplace(name, base::Trim(TakePiece(pair, ':'), base::kWhiteSpace));
+    std::string_view pair = PopPiece(list, '$');
+    const std::string name = base::Trim(PopPiece(pair, ':'), base::kWhiteSpace);
+    settings.emplace(name, base::Trim(PopPiece(pair, ':'), base::kWhiteSpace));
   }
   return settings;
 }
@@ -65,7 +65,7 @@ Reply WriteSettings(Services& services, const Form& form) {
   const auto settings = SettingsOf(form.Required("setting", kListLimit));
   const auto password = settings.find("userPW");
   const std::string account =
-      services.accounts.Proven(Number(form), password == settings.end() ? "" : password->second);
+      services.accounts.Authenticate(Number(form), password == settings.end() ? "" : password->second);
   services.store.PutUserSettings(account, KeptList(settings));
   return TextReply("OK_");
 }
@@ -78,8 +78,8 @@ Reply ReadSettings(Services& services, const Form& form) {
 /// A campus login. The first one of an account sets its password.
 Reply CampusLogin(Services& services, const Form& form, const std::string& password) {
   const std::string login = form.Required("login", kNumberLimit);
-  const bool isFirst = services.accounts.TakesFirstPassword(login, password);
-  if (!isFirst) services.accounts.Proven(login, password);
+  const bool isFirst = services.accounts.SetFirstPassword(login, password);
+  if (!isFirst) services.accounts.Authenticate(login, password);
   const ServerSettings& settings = services.settings;
   return TextReply(
       fmt::format("{}{}#{}#", isFirst ? "SET_" : "OK_", settings.schoolCode, settings.schoolName));
@@ -112,12 +112,12 @@ Reply Login(Services& services, const Call& call) {
   const std::string password = call.form.Required("password", kPasswordLimit);
   if (call.form.Find("login")) return CampusLogin(services, call.form, password);
   if (WantsAccount(call.form)) return MakeAccount(services, call.form, password);
-  return TextReply("OK_" + services.accounts.Proven(Number(call.form), password));
+  return TextReply("OK_" + services.accounts.Authenticate(Number(call.form), password));
 }
 
 Reply CheckPassword(Services& services, const Call& call) {
   const std::string password = call.form.Required("pw", kPasswordLimit);
-  return TextReply("OK_" + services.accounts.Proven(Number(call.form), password));
+  return TextReply("OK_" + services.accounts.Authenticate(Number(call.form), password));
 }
 
 Reply UserSettings(Services& services, const Call& call) {

@@ -134,9 +134,9 @@ Reply TeacherComment(Services& services, const Call& call) {
 
 Reply HandInEssay(Services& services, const Call& call) {
   const std::string account = PupilOf(services, call.form);
-  switch (services.school.TakeHandIn(account, call.form.Required("essayId", kNumberLimit),
-                                     call.form.Required("workId", kNumberLimit),
-                                     base::IsoDay(base::Today()))) {
+  switch (services.school.StoreHandIn(account, call.form.Required("essayId", kNumberLimit),
+                                      call.form.Required("workId", kNumberLimit),
+                                      base::IsoDay(base::Today()))) {
     case HandInResult::kTaken:
       return TextReply("OK_");
     case HandInResult::kNoTopic:

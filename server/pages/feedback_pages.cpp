@@ -36,7 +36,7 @@ std::string Field(const Form& form, const std::string& name, std::size_t limit) 
 
 }  // namespace
 
-Reply TakeFeedback(Services& services, const Call& call) {
+Reply StoreFeedback(Services& services, const Call& call) {
   const Form& form = call.form;
   services.store.AddFeedback({.day = base::IsoDay(base::Today()),
                               .account = Field(form, "pno", kShortLimit),

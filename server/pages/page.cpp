@@ -44,7 +44,7 @@ constexpr std::array<Page, 26> kPages = {{
     {page::kTeacherComment, TeacherComment, Page::Body::kBrowserForm, 1 << 12, {}, Page::Method::kGet},
     {page::kHandInEssay, HandInEssay},
     {page::kSchoolServer, SchoolServer},
-    {page::kFeedback, TakeFeedback, Page::Body::kBrowserForm, 1 << 14},
+    {page::kFeedback, StoreFeedback, Page::Body::kBrowserForm, 1 << 14},
     {page::kServiceMail, ServiceMail, Page::Body::kPlain, 1 << 10, {}, Page::Method::kGet, true},
 }};
 

@@ -12,10 +12,10 @@
 #include "server/services/settings.h"
 #include "server/services/shared_engine.h"
 #include "server/services/shared_word_bank.h"
+#include "server/store/account_store.h"
 #include "server/store/page_store.h"
 #include "server/store/record_store.h"
 #include "server/store/school_store.h"
-#include "server/store/store.h"
 
 namespace server {
 
@@ -29,7 +29,7 @@ struct Services {
   const SharedEngine& engine;
   const SharedWordBank& wordBank;
   PageStore& results;
-  Store& store;
+  AccountStore& store;
   SchoolStore& school;
   Accounts& accounts;
   RecordStore& records;
@@ -93,7 +93,7 @@ Reply Login(Services& services, const Call& call);
 Reply CheckPassword(Services& services, const Call& call);
 Reply UserSettings(Services& services, const Call& call);
 Reply SchoolServer(Services& services, const Call& call);
-Reply TakeFeedback(Services& services, const Call& call);
+Reply StoreFeedback(Services& services, const Call& call);
 Reply ServiceMail(Services& services, const Call& call);
 Reply UserAct(Services& services, const Call& call);
 Reply UpdateRecords(Services& services, const Call& call);

@@ -55,7 +55,7 @@ Reply UpdateRecords(Services& services, const Call& call) {
   auto rows = protocol::ParseRows(call.form, base::IsoDay(base::Today()));
   protocol::ParseKept(call.Header(protocol::header::kKept), rows);
   const std::string account = MergedAccount(services, call.form);
-  services.records.TakePost(account, call.Header(protocol::header::kPostId), rows);
+  services.records.StorePost(account, call.Header(protocol::header::kPostId), rows);
   return TextReply("OK_");
 }
 

@@ -42,8 +42,8 @@ std::string RecordStore::First(const std::string& sql, const std::vector<base::D
   return database_->Text(sql, parameters).value_or("");
 }
 
-void RecordStore::TakePost(const std::string& account, const std::string& postId,
-                           const std::vector<protocol::PostedRow>& rows) {
+void RecordStore::StorePost(const std::string& account, const std::string& postId,
+                            const std::vector<protocol::PostedRow>& rows) {
   const std::lock_guard lock(mutex_);
   base::Transaction transaction(*database_);
   if (!postId.empty()) {

@@ -18,7 +18,7 @@ struct StoredRow {
   protocol::Row row;
 };
 
-/// Works on a database that `OpenSqliteStore` has brought up to date. May be used from several threads; each
+/// Works on a database that `OpenAccountStore` has brought up to date. May be used from several threads; each
 /// call is one transaction. Throws std::runtime_error when the database fails; then nothing has changed.
 class RecordStore {
  public:
@@ -26,8 +26,8 @@ class RecordStore {
 
   /// Takes the rows of a post: first the deletions, then the new rows in their order. A post that was taken
   /// before, told by its identifier, changes nothing; a post without one ("") is always taken.
-  void TakePost(const std::string& account, const std::string& postId,
-                const std::vector<protocol::PostedRow>& rows);
+  void StorePost(const std::string& account, const std::string& postId,
+                 const std::vector<protocol::PostedRow>& rows);
 
   /// Copies the rows of another account behind those of this one, each only once however often it is asked.
   void Merge(const std::string& account, const std::string& from);

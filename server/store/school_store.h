@@ -1,5 +1,5 @@
 // Teachers, their classes and pupils, the topics that they set, and the essays that are handed in on them.
-// An interface like Store, so that another database can stand behind it.
+// An interface like AccountStore, so that another database can stand behind it.
 #pragma once
 
 #include <filesystem>
@@ -117,11 +117,11 @@ class SchoolStore {
                                                    const std::string& topicId) = 0;
   /// Hands in an essay that the pupil's program has posted before, and marks it so among the records. Asked
   /// again for the same essay it changes nothing.
-  virtual HandInResult TakeHandIn(const std::string& account, const std::string& essayId,
-                                  const std::string& topicId, const std::string& day) = 0;
+  virtual HandInResult StoreHandIn(const std::string& account, const std::string& essayId,
+                                   const std::string& topicId, const std::string& day) = 0;
 };
 
-/// Works on a database that `OpenSqliteStore` has brought up to date.
+/// Works on a database that `OpenAccountStore` has brought up to date.
 std::unique_ptr<SchoolStore> OpenSqliteSchoolStore(const std::filesystem::path& file);
 
 }  // namespace server

@@ -192,8 +192,8 @@ class SqliteSchoolStore : public SchoolStore {
     return First<Assignment>(AssignmentsSql("AND topic.id = ?"), {account, topicId}, AssignmentOf);
   }
 
-  HandInResult TakeHandIn(const std::string& account, const std::string& essayId, const std::string& topicId,
-                          const std::string& day) override {
+  HandInResult StoreHandIn(const std::string& account, const std::string& essayId, const std::string& topicId,
+                           const std::string& day) override {
     if (!FindAssignment(account, topicId)) return HandInResult::kNoTopic;
     const std::lock_guard lock(mutex_);
     base::Transaction transaction(*database_);

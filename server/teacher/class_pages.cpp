@@ -17,8 +17,8 @@ namespace {
 
 constexpr std::size_t kLongestName = 40;
 
-SchoolClass WantedClass(const Visit& visit) {
-  const auto found = visit.school.FindClass(visit.teacher.login, Field(visit, "class"));
+SchoolClass WantedClass(const TeacherCall& call) {
+  const auto found = call.school.FindClass(call.teacher.login, Field(call, "class"));
   if (!found) throw NotFound();
   return *found;
 }
@@ -27,12 +27,12 @@ Html Waiting(std::size_t essays) {
   return essays == 0 ? Fill(R"(<span class="faint">0</span>)") : Fill("<strong>{}</strong>", essays);
 }
 
-Html ClassTable(const Visit& visit) {
+Html ClassTable(const TeacherCall& call) {
   Html rows;
-  for (const SchoolClass& each : visit.school.Classes(visit.teacher.login)) {
+  for (const SchoolClass& each : call.school.Classes(call.teacher.login)) {
     rows += Fill(R"(<tr><td><a href="{}class?class={}">{}</a></td><td>{}</td><td>{}</td><td>{}</td></tr>
 )",
-                 visit.base, each.id, each.name, each.pupils, each.topics, Waiting(each.unmarked));
+                 call.base, each.id, each.name, each.pupils, each.topics, Waiting(each.unmarked));
   }
   if (rows.IsEmpty()) return Fill("<p>還沒有班級。請在下面建立第一個班級。</p>");
   return Fill(R"(<table><thead><tr><th>班級</th><th>學生</th><th>題目</th><th>待批閱</th></tr></thead>
@@ -40,24 +40,24 @@ Html ClassTable(const Visit& visit) {
               rows);
 }
 
-TeacherReply ClassListPage(const Visit& visit, const std::vector<std::string>& errors) {
-  Html content = DoneNotice(visit);
-  content += Panel("我的班級", ClassTable(visit));
+TeacherReply ClassListPage(const TeacherCall& call, const std::vector<std::string>& errors) {
+  Html content = DoneNotice(call);
+  content += Panel("我的班級", ClassTable(call));
   Html form = ErrorList(errors);
   form += Fill(R"({}<label>班級名稱 <input name="name" maxlength="{}" required value="{}"></label>
 <button class="primary">建立班級</button></form>)",
-               FormBegin(visit, "classes"), kLongestName, errors.empty() ? "" : Field(visit, "name"));
+               FormBegin(call, "classes"), kLongestName, errors.empty() ? "" : Field(call, "name"));
   content += Panel("新班級", form);
-  return Page(visit, "我的班級", content, errors.empty() ? 200 : 422);
+  return Page(call, "我的班級", content, errors.empty() ? 200 : 422);
 }
 
-Html TopicTable(const Visit& visit, const SchoolClass& schoolClass) {
+Html TopicTable(const TeacherCall& call, const SchoolClass& schoolClass) {
   Html rows;
-  for (const Topic& topic : visit.school.Topics(visit.teacher.login, schoolClass.id)) {
+  for (const Topic& topic : call.school.Topics(call.teacher.login, schoolClass.id)) {
     rows += Fill(
         R"(<tr><td><a href="{}topic?topic={}">{}</a></td><td><span class="day">{}</span></td><td>{} / {}</td><td>{}</td></tr>
 )",
-        visit.base, topic.id, topic.title, base::ShownDay(topic.deadline), topic.handedIn, schoolClass.pupils,
+        call.base, topic.id, topic.title, base::ShownDay(topic.deadline), topic.handedIn, schoolClass.pupils,
         Waiting(topic.unmarked));
   }
   if (rows.IsEmpty()) return Fill("<p>還沒有題目。</p>");
@@ -66,20 +66,20 @@ Html TopicTable(const Visit& visit, const SchoolClass& schoolClass) {
               rows);
 }
 
-Html PupilTable(const Visit& visit, const std::string& classId) {
+Html PupilTable(const TeacherCall& call, const std::string& classId) {
   Html rows;
-  for (const Pupil& pupil : visit.school.Pupils(visit.teacher.login, classId)) {
+  for (const Pupil& pupil : call.school.Pupils(call.teacher.login, classId)) {
     rows += Fill(R"(<tr><td>{}</td><td>{}</td><td>{}<input type="hidden" name="class" value="{}">
 <input type="hidden" name="account" value="{}"><button class="small">移出<span class="unseen">{}</span></button></form></td></tr>
 )",
-                 pupil.account, pupil.name, FormBegin(visit, "remove"), classId, pupil.account, pupil.name);
+                 pupil.account, pupil.name, FormBegin(call, "remove"), classId, pupil.account, pupil.name);
   }
   if (rows.IsEmpty()) return Fill("<p>還沒有學生。請匯入名單。</p>");
   return Fill(
       R"(<table><thead><tr><th>帳號</th><th>姓名</th><th></th></tr></thead><tbody>{}</tbody></table>)", rows);
 }
 
-Html ImportForm(const Visit& visit, const std::string& classId, const std::vector<std::string>& errors) {
+Html ImportForm(const TeacherCall& call, const std::string& classId, const std::vector<std::string>& errors) {
   Html form;
   if (!errors.empty()) {
     form += Fill("<p>名單有下列問題，所有學生都還沒有匯入。改好檔案後請再匯入一次。</p>");
@@ -91,17 +91,18 @@ Html ImportForm(const Visit& visit, const std::string& classId, const std::vecto
 <button class="primary">匯入學生</button></form>
 <p class="faint">每行一位學生：帳號、姓名、密碼，用逗號分開，例如 <code>S11401,王小明,rain7842</code>。試算表可以另存成這種 CSV（UTF-8 或 Big5）。
 密碼可以空白，學生第一次登入校園雲端版時自己設定。已有帳號的學生只會加入班級，密碼不變。</p>)",
-               visit.base, visit.formToken, classId);
+               call.base, call.formToken, classId);
   return form;
 }
 
-Html RenameForm(const Visit& visit, const SchoolClass& schoolClass, const std::vector<std::string>& errors) {
-  const std::string typed = errors.empty() ? schoolClass.name : Field(visit, "name");
+Html RenameForm(const TeacherCall& call, const SchoolClass& schoolClass,
+                const std::vector<std::string>& errors) {
+  const std::string typed = errors.empty() ? schoolClass.name : Field(call, "name");
   Html form = ErrorList(errors);
   form += Fill(R"({}<input type="hidden" name="class" value="{}">
 <label>班級名稱 <input name="name" maxlength="{}" required value="{}"></label>
 <button>更改名稱</button></form>)",
-               FormBegin(visit, "rename"), schoolClass.id, kLongestName, typed);
+               FormBegin(call, "rename"), schoolClass.id, kLongestName, typed);
   return form;
 }
 
@@ -110,30 +111,31 @@ struct ClassErrors {
   std::vector<std::string> name = {};
 };
 
-TeacherReply ClassPageWith(const Visit& visit, const SchoolClass& schoolClass, const ClassErrors& errors) {
+TeacherReply ClassPageWith(const TeacherCall& call, const SchoolClass& schoolClass,
+                           const ClassErrors& errors) {
   const bool isRight = errors.roster.empty() && errors.name.empty();
-  Html topics = TopicTable(visit, schoolClass);
-  topics += Fill(R"(<p><a class="button primary" href="{}topic/edit?class={}">新增題目</a></p>)", visit.base,
+  Html topics = TopicTable(call, schoolClass);
+  topics += Fill(R"(<p><a class="button primary" href="{}topic/edit?class={}">新增題目</a></p>)", call.base,
                  schoolClass.id);
-  Html content = BackLink(visit, "", "我的班級");
-  content += Fill("<h1>{}</h1>{}", schoolClass.name, DoneNotice(visit));
-  const Html import = Panel("匯入學生名單", ImportForm(visit, schoolClass.id, errors.roster));
-  const Html rename = Panel("班級名稱", RenameForm(visit, schoolClass, errors.name));
+  Html content = BackLink(call, "", "我的班級");
+  content += Fill("<h1>{}</h1>{}", schoolClass.name, DoneNotice(call));
+  const Html import = Panel("匯入學生名單", ImportForm(call, schoolClass.id, errors.roster));
+  const Html rename = Panel("班級名稱", RenameForm(call, schoolClass, errors.name));
   // What went wrong stands where the teacher looks first.
   if (!errors.roster.empty()) content += import;
   if (!errors.name.empty()) content += rename;
   content += Panel("題目", topics);
-  content += Panel("學生", PupilTable(visit, schoolClass.id));
+  content += Panel("學生", PupilTable(call, schoolClass.id));
   if (errors.roster.empty()) content += import;
   if (errors.name.empty()) content += rename;
   if (schoolClass.pupils == 0 && schoolClass.topics == 0) {
-    content += Panel("刪除班級", DeleteForm(visit, "delete", "class", schoolClass.id, "刪除班級"));
+    content += Panel("刪除班級", DeleteForm(call, "delete", "class", schoolClass.id, "刪除班級"));
   }
-  return Page(visit, schoolClass.name, content, isRight ? 200 : 422);
+  return Page(call, schoolClass.name, content, isRight ? 200 : 422);
 }
 
 /// Only an account that does not exist yet needs a hash, which takes its time.
-std::vector<Pupil> WithHashes(Store& store, const std::vector<RosterEntry>& entries) {
+std::vector<Pupil> WithHashes(AccountStore& store, const std::vector<RosterEntry>& entries) {
   std::vector<Pupil> pupils;
   for (const RosterEntry& entry : entries) {
     const bool isNew = !entry.password.empty() && !store.PasswordHash(entry.account);
@@ -144,47 +146,47 @@ std::vector<Pupil> WithHashes(Store& store, const std::vector<RosterEntry>& entr
 
 }  // namespace
 
-TeacherReply ClassList(const Visit& visit) { return ClassListPage(visit, {}); }
+TeacherReply ClassList(const TeacherCall& call) { return ClassListPage(call, {}); }
 
-TeacherReply MakeClass(const Visit& visit) {
-  FormReader reader(visit.fields);
+TeacherReply MakeClass(const TeacherCall& call) {
+  FormReader reader(call.fields);
   const std::string name = reader.Line("name", "班級名稱", kLongestName);
-  if (!reader.Errors().empty()) return ClassListPage(visit, reader.Errors());
-  const std::string id = visit.school.AddClass(visit.teacher.login, name);
-  return GoTo(visit, fmt::format("class?class={}&done=class", id));
+  if (!reader.Errors().empty()) return ClassListPage(call, reader.Errors());
+  const std::string id = call.school.AddClass(call.teacher.login, name);
+  return GoTo(call, fmt::format("class?class={}&done=class", id));
 }
 
-TeacherReply ClassPage(const Visit& visit) { return ClassPageWith(visit, WantedClass(visit), {}); }
+TeacherReply ClassPage(const TeacherCall& call) { return ClassPageWith(call, WantedClass(call), {}); }
 
-TeacherReply RenameClass(const Visit& visit) {
-  const SchoolClass schoolClass = WantedClass(visit);
-  FormReader reader(visit.fields);
+TeacherReply RenameClass(const TeacherCall& call) {
+  const SchoolClass schoolClass = WantedClass(call);
+  FormReader reader(call.fields);
   const std::string name = reader.Line("name", "班級名稱", kLongestName);
-  if (!reader.Errors().empty()) return ClassPageWith(visit, schoolClass, {{}, reader.Errors()});
-  visit.school.RenameClass(visit.teacher.login, schoolClass.id, name);
-  return GoTo(visit, fmt::format("class?class={}&done=name", schoolClass.id));
+  if (!reader.Errors().empty()) return ClassPageWith(call, schoolClass, {{}, reader.Errors()});
+  call.school.RenameClass(call.teacher.login, schoolClass.id, name);
+  return GoTo(call, fmt::format("class?class={}&done=name", schoolClass.id));
 }
 
-TeacherReply DeleteClass(const Visit& visit) {
-  const SchoolClass schoolClass = WantedClass(visit);
-  if (IsMeant(visit) && visit.school.DeleteClass(visit.teacher.login, schoolClass.id)) {
-    return GoTo(visit, "?done=deleted");
+TeacherReply DeleteClass(const TeacherCall& call) {
+  const SchoolClass schoolClass = WantedClass(call);
+  if (IsConfirmed(call) && call.school.DeleteClass(call.teacher.login, schoolClass.id)) {
+    return GoTo(call, "?done=deleted");
   }
-  return GoTo(visit, fmt::format("class?class={}&done=kept", schoolClass.id));
+  return GoTo(call, fmt::format("class?class={}&done=kept", schoolClass.id));
 }
 
-TeacherReply ImportPupils(const Visit& visit) {
-  const SchoolClass schoolClass = WantedClass(visit);
-  const Roster roster = ReadRoster(Field(visit, "roster"));
-  if (!roster.errors.empty()) return ClassPageWith(visit, schoolClass, {roster.errors, {}});
-  visit.school.AddPupils(visit.teacher.login, schoolClass.id, WithHashes(visit.store, roster.entries));
-  return GoTo(visit, fmt::format("class?class={}&done=pupils", schoolClass.id));
+TeacherReply ImportPupils(const TeacherCall& call) {
+  const SchoolClass schoolClass = WantedClass(call);
+  const Roster roster = ReadRoster(Field(call, "roster"));
+  if (!roster.errors.empty()) return ClassPageWith(call, schoolClass, {roster.errors, {}});
+  call.school.AddPupils(call.teacher.login, schoolClass.id, WithHashes(call.store, roster.entries));
+  return GoTo(call, fmt::format("class?class={}&done=pupils", schoolClass.id));
 }
 
-TeacherReply RemovePupil(const Visit& visit) {
-  const SchoolClass schoolClass = WantedClass(visit);
-  visit.school.RemovePupil(visit.teacher.login, schoolClass.id, Field(visit, "account"));
-  return GoTo(visit, fmt::format("class?class={}&done=removed", schoolClass.id));
+TeacherReply RemovePupil(const TeacherCall& call) {
+  const SchoolClass schoolClass = WantedClass(call);
+  call.school.RemovePupil(call.teacher.login, schoolClass.id, Field(call, "account"));
+  return GoTo(call, fmt::format("class?class={}&done=removed", schoolClass.id));
 }
 
 }  // namespace server

@@ -18,7 +18,7 @@ constexpr std::size_t kMostJudged = 100;
 constexpr std::size_t kLongestJudged = 2000;
 
 /// Takes a sentence off the front of an essay, which has line ends where the sentence has none.
-EssaySentence Take(std::string_view& essay, std::string text) {
+EssaySentence PopSentence(std::string_view& essay, std::string text) {
   const std::size_t begin = std::min(essay.find_first_not_of(base::kWhiteSpace), essay.size());
   const bool isAfterLineEnd = essay.substr(0, begin).find('\n') != std::string_view::npos;
   std::size_t end = begin;
@@ -80,10 +80,10 @@ Html JudgedRow(const EssaySentence& sentence, const tolvex::Judgement& judgement
 std::vector<EssaySentence> SentencesOf(std::string_view essay) {
   std::vector<EssaySentence> sentences;
   for (auto& text : protocol::CutSentences(protocol::RunningText(essay))) {
-    sentences.push_back(Take(essay, std::move(text)));
+    sentences.push_back(PopSentence(essay, std::move(text)));
   }
   std::string rest = base::Trim(protocol::TidySentence(essay), base::kWhiteSpace);
-  if (!rest.empty()) sentences.push_back(Take(essay, std::move(rest)));
+  if (!rest.empty()) sentences.push_back(PopSentence(essay, std::move(rest)));
   if (!sentences.empty()) sentences[0].beginsParagraph = true;
   return sentences;
 }

@@ -24,12 +24,12 @@ struct Work {
   std::string nextUnmarked;  ///< account of another essay that waits, "" for none
 };
 
-Work WantedWork(const Visit& visit) {
-  const auto topic = visit.school.FindTopic(visit.teacher.login, Field(visit, "topic"));
+Work WantedWork(const TeacherCall& call) {
+  const auto topic = call.school.FindTopic(call.teacher.login, Field(call, "topic"));
   if (!topic) throw NotFound();
-  const auto handIns = visit.school.HandIns(visit.teacher.login, topic->id);
+  const auto handIns = call.school.HandIns(call.teacher.login, topic->id);
   const auto wanted = std::find_if(handIns.begin(), handIns.end(), [&](const HandIn& each) {
-    return each.account == Field(visit, "account");
+    return each.account == Field(call, "account");
   });
   if (wanted == handIns.end()) throw NotFound();
   // The next one in the list; behind the last one the list begins again.
@@ -39,9 +39,9 @@ Work WantedWork(const Visit& visit) {
   return {*topic, *wanted, next == handIns.end() || !waits(*next) ? "" : next->account};
 }
 
-Html CommentForm(const Visit& visit, const Work& work, const std::vector<std::string>& errors) {
+Html CommentForm(const TeacherCall& call, const Work& work, const std::vector<std::string>& errors) {
   Html form = ErrorList(errors);
-  form += FormBegin(visit, "essay/save");
+  form += FormBegin(call, "essay/save");
   form += Fill(R"(<input type="hidden" name="topic" value="{}"><input type="hidden" name="account" value="{}">
 <label>評語 <textarea name="comment" rows="7" maxlength="{}">
 {}</textarea></label>
@@ -51,43 +51,44 @@ Html CommentForm(const Visit& visit, const Work& work, const std::vector<std::st
                work.handIn.markedDay.empty() ? "" : " checked");
   if (!work.nextUnmarked.empty()) {
     form += Fill(R"(<p><a class="button" href="{}essay?topic={}&amp;account={}">下一篇待批閱</a></p>)",
-                 visit.base, work.topic.id, work.nextUnmarked);
+                 call.base, work.topic.id, work.nextUnmarked);
   }
   return form;
 }
 
-TeacherReply EssayPageWith(const Visit& visit, const Work& work, const std::vector<std::string>& errors) {
+TeacherReply EssayPageWith(const TeacherCall& call, const Work& work,
+                           const std::vector<std::string>& errors) {
   const HandIn& handIn = work.handIn;
   const std::string name = handIn.pupilName.empty() ? handIn.account : handIn.pupilName;
   Html text = Fill(R"(<p class="faint">{} 交卷{}　完成期限 {}</p>)", base::ShownDay(handIn.day),
                    handIn.day > work.topic.deadline ? "（遲交）" : "", base::ShownDay(work.topic.deadline));
-  text += MarkedEssay(handIn.newEssay, visit.engine);
+  text += MarkedEssay(handIn.newEssay, call.engine);
   if (handIn.orgEssay != handIn.newEssay) {
     text += Fill("<details><summary>學生最初寫的內容</summary>{}</details>",
-                 MarkedEssay(handIn.orgEssay, visit.engine));
+                 MarkedEssay(handIn.orgEssay, call.engine));
   }
-  Html content = BackLink(visit, "topic?topic=" + work.topic.id, work.topic.title);
-  content += Fill("<h1>{}　<small>{}</small></h1>{}", name, handIn.account, DoneNotice(visit));
+  Html content = BackLink(call, "topic?topic=" + work.topic.id, work.topic.title);
+  content += Fill("<h1>{}　<small>{}</small></h1>{}", name, handIn.account, DoneNotice(call));
   content += Panel("短文與系統檢查結果", text);
-  content += Panel("教師批閱", CommentForm(visit, work, errors));
-  return Page(visit, name + "：" + work.topic.title, content, errors.empty() ? 200 : 422);
+  content += Panel("教師批閱", CommentForm(call, work, errors));
+  return Page(call, name + "：" + work.topic.title, content, errors.empty() ? 200 : 422);
 }
 
 }  // namespace
 
-TeacherReply EssayPage(const Visit& visit) { return EssayPageWith(visit, WantedWork(visit), {}); }
+TeacherReply EssayPage(const TeacherCall& call) { return EssayPageWith(call, WantedWork(call), {}); }
 
-TeacherReply SaveComment(const Visit& visit) {
-  Work work = WantedWork(visit);
-  FormReader reader(visit.fields);
+TeacherReply SaveComment(const TeacherCall& call) {
+  Work work = WantedWork(call);
+  FormReader reader(call.fields);
   HandIn& handIn = work.handIn;
   handIn.comment = reader.Text("comment", "評語", kLongestComment);
-  const bool isMarked = Field(visit, "marked") == "1";
+  const bool isMarked = Field(call, "marked") == "1";
   if (!isMarked) handIn.markedDay = "";
   if (isMarked && handIn.markedDay.empty()) handIn.markedDay = base::IsoDay(base::Today());
-  if (!reader.Errors().empty()) return EssayPageWith(visit, work, reader.Errors());
-  visit.school.Mark(visit.teacher.login, work.topic.id, handIn);
-  return GoTo(visit, fmt::format("essay?topic={}&account={}&done=comment", work.topic.id, handIn.account));
+  if (!reader.Errors().empty()) return EssayPageWith(call, work, reader.Errors());
+  call.school.Mark(call.teacher.login, work.topic.id, handIn);
+  return GoTo(call, fmt::format("essay?topic={}&account={}&done=comment", work.topic.id, handIn.account));
 }
 
 }  // namespace server

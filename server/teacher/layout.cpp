@@ -37,14 +37,16 @@ std::string OuterPage(const std::string& base, std::string_view title, const Htm
   return Frame(base, title, Html(), content).Markup();
 }
 
-TeacherReply Page(const Visit& visit, std::string_view title, const Html& content, int status) {
+TeacherReply Page(const TeacherCall& call, std::string_view title, const Html& content, int status) {
   const Html account = Fill(
       R"(<div class="account"><span>{}</span><a href="{}password">更改密碼</a>{}<button>登出</button></form></div>)",
-      visit.teacher.name, visit.base, FormBegin(visit, "logout"));
-  return {status, Frame(visit.base, title, account, content).Markup()};
+      call.teacher.name, call.base, FormBegin(call, "logout"));
+  return {status, Frame(call.base, title, account, content).Markup()};
 }
 
-TeacherReply GoTo(const Visit& visit, const std::string& target) { return {303, "", visit.base + target}; }
+TeacherReply GoTo(const TeacherCall& call, const std::string& target) {
+  return {303, "", call.base + target};
+}
 
 Html Panel(std::string_view title, const Html& content) {
   return Fill(R"(<section><h2>{}</h2>
@@ -59,12 +61,12 @@ Html ErrorList(const std::vector<std::string>& errors) {
   return errors.empty() ? Html() : Fill(R"(<ul class="error" role="alert">{}</ul>)", lines);
 }
 
-Html FormBegin(const Visit& visit, std::string_view action) {
-  return Fill(R"(<form method="post" action="{}{}"><input type="hidden" name="token" value="{}">)",
-              visit.base, action, visit.formToken);
+Html FormBegin(const TeacherCall& call, std::string_view action) {
+  return Fill(R"(<form method="post" action="{}{}"><input type="hidden" name="token" value="{}">)", call.base,
+              action, call.formToken);
 }
 
-Html DoneNotice(const Visit& visit) {
+Html DoneNotice(const TeacherCall& call) {
   static const std::map<std::string, const char*> kNotices = {
       {"class", "班級已建立，可以匯入學生、新增題目。"},
       {"name", "班級名稱已更改。"},
@@ -75,26 +77,26 @@ Html DoneNotice(const Visit& visit) {
       {"topic", "題目已儲存，學生下次開啟作業清單就會看到。"},
       {"comment", "已儲存。"},
       {"password", "密碼已更改。您在其他地方的登入都已結束。"}};
-  const auto notice = kNotices.find(Field(visit, "done"));
+  const auto notice = kNotices.find(Field(call, "done"));
   return notice == kNotices.end() ? Html() : Fill(R"(<p class="done" role="status">{}</p>)", notice->second);
 }
 
-Html DeleteForm(const Visit& visit, std::string_view action, std::string_view field, std::string_view id,
+Html DeleteForm(const TeacherCall& call, std::string_view action, std::string_view field, std::string_view id,
                 std::string_view button) {
   return Fill(R"({}<input type="hidden" name="{}" value="{}">
 <label class="check"><input type="checkbox" name="meant" value="1" required> 確定要刪除，刪除後無法復原</label>
 <button>{}</button></form>)",
-              FormBegin(visit, action), field, id, button);
+              FormBegin(call, action), field, id, button);
 }
 
-bool IsMeant(const Visit& visit) { return Field(visit, "meant") == "1"; }
+bool IsConfirmed(const TeacherCall& call) { return Field(call, "meant") == "1"; }
 
-Html BackLink(const Visit& visit, std::string_view target, std::string_view text) {
-  return Fill(R"(<p class="back"><a href="{}{}">←&nbsp;{}</a></p>)", visit.base, target, text);
+Html BackLink(const TeacherCall& call, std::string_view target, std::string_view text) {
+  return Fill(R"(<p class="back"><a href="{}{}">←&nbsp;{}</a></p>)", call.base, target, text);
 }
 
-std::string Field(const Visit& visit, const std::string& name) {
-  return visit.fields.Find(name).value_or("");
+std::string Field(const TeacherCall& call, const std::string& name) {
+  return call.fields.Find(name).value_or("");
 }
 
 }  // namespace server

@@ -13,27 +13,28 @@ namespace server {
 /// A whole page for somebody who has not logged in.
 std::string OuterPage(const std::string& base, std::string_view title, const base::Html& content);
 /// A whole page with the teacher's name and the way out.
-TeacherReply Page(const Visit& visit, std::string_view title, const base::Html& content, int status = 200);
+TeacherReply Page(const TeacherCall& call, std::string_view title, const base::Html& content,
+                  int status = 200);
 /// Shows another page. `target` is below the base; ids in it are digits and lower-case letters.
-TeacherReply GoTo(const Visit& visit, const std::string& target);
+TeacherReply GoTo(const TeacherCall& call, const std::string& target);
 
 /// A titled window of the page.
 base::Html Panel(std::string_view title, const base::Html& content);
 /// What went wrong, each in a line; nothing for none.
 base::Html ErrorList(const std::vector<std::string>& errors);
 /// The beginning of a form with its token; it ends with "</form>".
-base::Html FormBegin(const Visit& visit, std::string_view action);
+base::Html FormBegin(const TeacherCall& call, std::string_view action);
 /// A form that deletes what the hidden field names, once the teacher has ticked that this is meant.
-base::Html DeleteForm(const Visit& visit, std::string_view action, std::string_view field,
+base::Html DeleteForm(const TeacherCall& call, std::string_view action, std::string_view field,
                       std::string_view id, std::string_view button);
 /// Whether it was ticked.
-bool IsMeant(const Visit& visit);
+bool IsConfirmed(const TeacherCall& call);
 /// What the page before has done, from the field `done`.
-base::Html DoneNotice(const Visit& visit);
+base::Html DoneNotice(const TeacherCall& call);
 /// The way to the page above.
-base::Html BackLink(const Visit& visit, std::string_view target, std::string_view text);
+base::Html BackLink(const TeacherCall& call, std::string_view target, std::string_view text);
 
 /// The field's value, "" when it is missing.
-std::string Field(const Visit& visit, const std::string& name);
+std::string Field(const TeacherCall& call, const std::string& name);
 
 }  // namespace server

@@ -19,7 +19,7 @@ LoginLimit::Tries& LoginLimit::Refilled(Counter& counter, const std::string& key
   return tries;
 }
 
-bool LoginLimit::TakesTry(const std::string& login, const std::string& address) {
+bool LoginLimit::CountTry(const std::string& login, const std::string& address) {
   const std::lock_guard lock(mutex_);
   Tries& ofLogin = Refilled(logins_, login);
   Tries& ofAddress = Refilled(addresses_, address);
@@ -29,7 +29,7 @@ bool LoginLimit::TakesTry(const std::string& login, const std::string& address) 
   return true;
 }
 
-void LoginLimit::GiveTryBack(const std::string& login, const std::string& address) {
+void LoginLimit::UncountTry(const std::string& login, const std::string& address) {
   const std::lock_guard lock(mutex_);
   Refilled(logins_, login).left += 1;
   Refilled(addresses_, address).left += 1;

@@ -18,9 +18,9 @@ class LoginLimit {
   explicit LoginLimit(SteadyClock clock) : clock_(std::move(clock)) {}
 
   /// Takes a try; false when none is left. To be asked before the password is hashed.
-  bool TakesTry(const std::string& login, const std::string& address);
+  bool CountTry(const std::string& login, const std::string& address);
   /// The password was right.
-  void GiveTryBack(const std::string& login, const std::string& address);
+  void UncountTry(const std::string& login, const std::string& address);
 
  private:
   struct Tries {

@@ -10,9 +10,9 @@ namespace server {
 using base::Fill;
 using base::Html;
 
-TeacherReply PasswordPage(const Visit& visit, const std::vector<std::string>& errors, int status) {
+TeacherReply PasswordPage(const TeacherCall& call, const std::vector<std::string>& errors, int status) {
   Html form = ErrorList(errors);
-  form += FormBegin(visit, "password");
+  form += FormBegin(call, "password");
   form += Fill(R"(
 <label>目前的密碼 <input name="old" type="password" autocomplete="current-password" maxlength="{0}" required></label>
 <label>新密碼 <input name="password" type="password" autocomplete="new-password" minlength="{1}" maxlength="{0}" required></label>
@@ -20,9 +20,9 @@ TeacherReply PasswordPage(const Visit& visit, const std::vector<std::string>& er
 <button class="primary">儲存新密碼</button></form>
 <p class="faint">至少 {1} 個英文字母、數字或符號。更改後，您在其他電腦或手機上的登入都會結束。</p>)",
                kLongestTeacherPassword, kShortestTeacherPassword);
-  Html content = BackLink(visit, "", "我的班級");
+  Html content = BackLink(call, "", "我的班級");
   content += Fill(R"(<div class="narrow">{}</div>)", Panel("更改密碼", form));
-  return Page(visit, "更改密碼", content, status);
+  return Page(call, "更改密碼", content, status);
 }
 
 NewPassword ReadNewPassword(const protocol::Form& fields) {

@@ -13,7 +13,7 @@ inline constexpr std::size_t kShortestTeacherPassword = 8;
 inline constexpr std::size_t kLongestTeacherPassword = 200;
 
 /// The form, which never shows what was typed. @param errors what was wrong with it the last time
-TeacherReply PasswordPage(const Visit& visit, const std::vector<std::string>& errors, int status);
+TeacherReply PasswordPage(const TeacherCall& call, const std::vector<std::string>& errors, int status);
 
 /// A posted form: the fields `old`, `password` and `again`.
 struct NewPassword {

@@ -29,7 +29,7 @@ struct Record {
 };
 
 /// Takes one record off the front.
-Record TakeRecord(std::string_view& text, std::size_t& line) {
+Record PopRecord(std::string_view& text, std::size_t& line) {
   Record record{line};
   while (!text.empty()) {
     const char sign = text[0];
@@ -68,49 +68,50 @@ class Reader {
 
   Roster Read() {
     std::size_t line = 1;
-    while (!text_.empty()) Take(TakeRecord(text_, line));
-    if (roster_.entries.empty() && roster_.errors.empty()) Tell(1, "檔案裡沒有學生");
-    if (roster_.entries.size() > kMostPupils) Tell(1, fmt::format("一次最多匯入 {} 位學生", kMostPupils));
+    while (!text_.empty()) AddRecord(PopRecord(text_, line));
+    if (roster_.entries.empty() && roster_.errors.empty()) AddError(1, "檔案裡沒有學生");
+    if (roster_.entries.size() > kMostPupils) AddError(1, fmt::format("一次最多匯入 {} 位學生", kMostPupils));
     return std::move(roster_);
   }
 
  private:
-  void Tell(std::size_t line, const std::string& what) {
+  void AddError(std::size_t line, const std::string& what) {
     if (roster_.errors.size() < kMostErrors)
       roster_.errors.push_back(fmt::format("第 {} 行：{}", line, what));
   }
 
-  void Take(Record record) {
-    if (record.isOpen) return Tell(record.line, "引號「\"」沒有結束");
+  void AddRecord(Record record) {
+    if (record.isOpen) return AddError(record.line, "引號「\"」沒有結束");
     for (std::string& field : record.fields) {
       auto text = Decoded(field, isUtf8_);
-      if (!text) return Tell(record.line, "有無法辨識的文字，請將檔案存成 UTF-8 或 Big5 的 CSV");
+      if (!text) return AddError(record.line, "有無法辨識的文字，請將檔案存成 UTF-8 或 Big5 的 CSV");
       field = std::move(*text);
     }
     const auto& fields = record.fields;
     if (std::all_of(fields.begin(), fields.end(), [](const auto& field) { return field.empty(); })) return;
     const bool isHeading = record.line == 1 && (fields[0] == "帳號" || fields[0] == "account");
-    if (!isHeading) TakePupil(record.line, fields);
+    if (!isHeading) AddPupil(record.line, fields);
   }
 
-  void TakePupil(std::size_t line, const std::vector<std::string>& fields) {
+  void AddPupil(std::size_t line, const std::vector<std::string>& fields) {
     if (fields.size() < 2 || fields.size() > 3) {
-      return Tell(line, fmt::format("要有帳號、姓名、密碼 2 至 3 欄，這一行有 {} 欄", fields.size()));
+      return AddError(line, fmt::format("要有帳號、姓名、密碼 2 至 3 欄，這一行有 {} 欄", fields.size()));
     }
     RosterEntry entry{protocol::CleanAccount(fields[0]), fields[1], fields.size() == 3 ? fields[2] : ""};
     if (!protocol::IsAccountNumber(entry.account)) {
-      return Tell(line, fmt::format("帳號「{}」只能用英文字母、數字、「.」和「_」，最多 32 個字", fields[0]));
+      return AddError(line,
+                      fmt::format("帳號「{}」只能用英文字母、數字、「.」和「_」，最多 32 個字", fields[0]));
     }
-    if (entry.name.empty()) return Tell(line, "沒有姓名");
+    if (entry.name.empty()) return AddError(line, "沒有姓名");
     if (base::CountCharacters(entry.name) > kLongestName) {
-      return Tell(line, fmt::format("姓名太長，最多 {} 個字", kLongestName));
+      return AddError(line, fmt::format("姓名太長，最多 {} 個字", kLongestName));
     }
     const std::size_t length = entry.password.size();
     if (length != 0 && (length < kShortestPassword || length > kLongestPassword)) {
-      return Tell(line, fmt::format("密碼要有 {} 至 {} 個字", kShortestPassword, kLongestPassword));
+      return AddError(line, fmt::format("密碼要有 {} 至 {} 個字", kShortestPassword, kLongestPassword));
     }
     if (!seen_.insert(entry.account).second) {
-      return Tell(line, fmt::format("帳號「{}」在檔案裡出現兩次", entry.account));
+      return AddError(line, fmt::format("帳號「{}」在檔案裡出現兩次", entry.account));
     }
     roster_.entries.push_back(std::move(entry));
   }

@@ -30,12 +30,12 @@ constexpr std::size_t kLongestLogin = 64;
 
 constexpr const char* kTooManyTries = "密碼錯誤的次數太多，請過幾分鐘再試。";
 
-TeacherReply PasswordForm(const Visit& visit) { return PasswordPage(visit, {}, 200); }
+TeacherReply PasswordForm(const TeacherCall& call) { return PasswordPage(call, {}, 200); }
 
 struct TeacherPage {
   std::string_view path;
   bool isPost;
-  TeacherReply (*answer)(const Visit&);  ///< null for those that need the sessions
+  TeacherReply (*answer)(const TeacherCall&);  ///< null for those that need the sessions
 };
 
 constexpr std::array<TeacherPage, 16> kPages = {{
@@ -79,7 +79,7 @@ std::string CookieValue(std::string_view cookies, std::string_view name) {
 
 }  // namespace
 
-TeacherSite::TeacherSite(SchoolStore& school, Store& store, const SharedEngine& engine,
+TeacherSite::TeacherSite(SchoolStore& school, AccountStore& store, const SharedEngine& engine,
                          TeacherSiteOptions options)
     : school_(school),
       store_(store),
@@ -129,10 +129,10 @@ TeacherReply TeacherSite::Route(const TeacherRequest& request) {
     return RefuseForm(request);
   }
   if (page->path == "logout") return LogOut(caller);
-  const Visit visit{school_,         store_,         engine_,
-                    *caller.teacher, request.fields, sessions_.FormToken(caller.secret),
-                    options_.base};
-  return page->answer == nullptr ? ChangePassword(visit, caller, request.address) : page->answer(visit);
+  const TeacherCall call{school_,         store_,         engine_,
+                         *caller.teacher, request.fields, sessions_.FormToken(caller.secret),
+                         options_.base};
+  return page->answer == nullptr ? ChangePassword(call, caller, request.address) : page->answer(call);
 }
 
 TeacherReply TeacherSite::LoginPage(const TeacherRequest& request, const std::string& error, int status) {
@@ -165,19 +165,19 @@ TeacherReply TeacherSite::LogIn(const TeacherRequest& request, const Caller& cal
   if (login.size() > kLongestLogin || password.size() > kLongestTeacherPassword) {
     return LoginPage(request, "帳號或密碼不正確。", 403);
   }
-  if (!limit_.TakesTry(login, request.address)) {
+  if (!limit_.CountTry(login, request.address)) {
     return LoginPage(request, kTooManyTries, 429);
   }
-  const auto teacher = Proven(login, password);
+  const auto teacher = Authenticate(login, password);
   if (!teacher) return LoginPage(request, "帳號或密碼不正確。", 403);
-  limit_.GiveTryBack(login, request.address);
+  limit_.UncountTry(login, request.address);
   sessions_.Close(caller.secret);
   const std::string secret = sessions_.Open({teacher->login, teacher->passwordHash});
   return {303, "", options_.base, {Cookie(kSession, secret)}};
 }
 
 /// For an unknown login as much time goes by as for a wrong password.
-std::optional<Teacher> TeacherSite::Proven(const std::string& login, const std::string& password) {
+std::optional<Teacher> TeacherSite::Authenticate(const std::string& login, const std::string& password) {
   static const std::string kNobody = HashPassword(RandomHex(kVisitorBytes));
   auto teacher = school_.FindTeacher(login);
   const std::lock_guard lock(hashing_);
@@ -186,15 +186,15 @@ std::optional<Teacher> TeacherSite::Proven(const std::string& login, const std::
 }
 
 /// The old password is tried as seldom as at the login: an open session may be somebody else's.
-TeacherReply TeacherSite::ChangePassword(const Visit& visit, const Caller& caller,
+TeacherReply TeacherSite::ChangePassword(const TeacherCall& call, const Caller& caller,
                                          const std::string& address) {
-  const NewPassword wanted = ReadNewPassword(visit.fields);
-  if (!wanted.errors.empty()) return PasswordPage(visit, wanted.errors, 422);
-  const std::string& login = visit.teacher.login;
-  if (!limit_.TakesTry(login, address)) return PasswordPage(visit, {kTooManyTries}, 429);
-  auto teacher = wanted.old.size() > kLongestTeacherPassword ? std::nullopt : Proven(login, wanted.old);
-  if (!teacher) return PasswordPage(visit, {"目前的密碼不正確"}, 403);
-  limit_.GiveTryBack(login, address);
+  const NewPassword wanted = ReadNewPassword(call.fields);
+  if (!wanted.errors.empty()) return PasswordPage(call, wanted.errors, 422);
+  const std::string& login = call.teacher.login;
+  if (!limit_.CountTry(login, address)) return PasswordPage(call, {kTooManyTries}, 429);
+  auto teacher = wanted.old.size() > kLongestTeacherPassword ? std::nullopt : Authenticate(login, wanted.old);
+  if (!teacher) return PasswordPage(call, {"目前的密碼不正確"}, 403);
+  limit_.UncountTry(login, address);
   teacher->passwordHash = Hashed(wanted.password);
   school_.PutTeacher(*teacher);
   sessions_.Close(caller.secret);

@@ -20,7 +20,8 @@ struct TeacherSiteOptions {
 /// May be used from several threads.
 class TeacherSite {
  public:
-  TeacherSite(SchoolStore& school, Store& store, const SharedEngine& engine, TeacherSiteOptions options);
+  TeacherSite(SchoolStore& school, AccountStore& store, const SharedEngine& engine,
+              TeacherSiteOptions options);
 
   /// Never throws. What is damaged or forged is answered with a page that says so.
   TeacherReply Answer(const TeacherRequest& request);
@@ -34,19 +35,19 @@ class TeacherSite {
   };
   Caller CallerOf(const TeacherRequest& request);
   TeacherReply Route(const TeacherRequest& request);
-  TeacherReply AnswerVisit(const TeacherRequest& request, const Caller& caller);
+  TeacherReply AnswerCall(const TeacherRequest& request, const Caller& caller);
   TeacherReply LoginPage(const TeacherRequest& request, const std::string& error, int status);
   TeacherReply LogIn(const TeacherRequest& request, const Caller& caller);
-  TeacherReply ChangePassword(const Visit& visit, const Caller& caller, const std::string& address);
+  TeacherReply ChangePassword(const TeacherCall& call, const Caller& caller, const std::string& address);
   TeacherReply LogOut(const Caller& caller);
   TeacherReply RefuseForm(const TeacherRequest& request) const;
   TeacherReply Message(int status, std::string_view title, std::string_view text) const;
-  std::optional<Teacher> Proven(const std::string& login, const std::string& password);
+  std::optional<Teacher> Authenticate(const std::string& login, const std::string& password);
   std::string Hashed(const std::string& password);
   std::string Cookie(std::string_view name, std::string_view value) const;
 
   SchoolStore& school_;
-  Store& store_;
+  AccountStore& store_;
   const SharedEngine& engine_;
   TeacherSiteOptions options_;
   Sessions sessions_;

@@ -7,8 +7,8 @@
 
 #include "protocol/form.h"
 #include "server/services/shared_engine.h"
+#include "server/store/account_store.h"
 #include "server/store/school_store.h"
-#include "server/store/store.h"
 
 namespace server {
 
@@ -29,9 +29,9 @@ struct TeacherReply {
 };
 
 /// A request of a teacher who has logged in; a posted form has proven that it is ours.
-struct Visit {
+struct TeacherCall {
   SchoolStore& school;
-  Store& store;
+  AccountStore& store;
   const SharedEngine& engine;
   const Teacher& teacher;
   const protocol::Form& fields;
@@ -46,18 +46,18 @@ class NotFound : public std::runtime_error {
 };
 
 // Pages. Those of a POST come back with a redirection, or with the form and what is wrong in it.
-TeacherReply ClassList(const Visit& visit);
-TeacherReply MakeClass(const Visit& visit);
-TeacherReply ClassPage(const Visit& visit);
-TeacherReply RenameClass(const Visit& visit);
-TeacherReply DeleteClass(const Visit& visit);
-TeacherReply ImportPupils(const Visit& visit);
-TeacherReply RemovePupil(const Visit& visit);
-TeacherReply TopicForm(const Visit& visit);
-TeacherReply SaveTopic(const Visit& visit);
-TeacherReply DeleteTopic(const Visit& visit);
-TeacherReply TopicPage(const Visit& visit);
-TeacherReply EssayPage(const Visit& visit);
-TeacherReply SaveComment(const Visit& visit);
+TeacherReply ClassList(const TeacherCall& call);
+TeacherReply MakeClass(const TeacherCall& call);
+TeacherReply ClassPage(const TeacherCall& call);
+TeacherReply RenameClass(const TeacherCall& call);
+TeacherReply DeleteClass(const TeacherCall& call);
+TeacherReply ImportPupils(const TeacherCall& call);
+TeacherReply RemovePupil(const TeacherCall& call);
+TeacherReply TopicForm(const TeacherCall& call);
+TeacherReply SaveTopic(const TeacherCall& call);
+TeacherReply DeleteTopic(const TeacherCall& call);
+TeacherReply TopicPage(const TeacherCall& call);
+TeacherReply EssayPage(const TeacherCall& call);
+TeacherReply SaveComment(const TeacherCall& call);
 
 }  // namespace server

@@ -20,16 +20,16 @@ constexpr std::size_t kLongestTitle = 60;
 constexpr std::size_t kLongestQuestion = 4000;
 constexpr std::size_t kIdBytes = 8;
 
-Topic WantedTopic(const Visit& visit) {
-  const auto found = visit.school.FindTopic(visit.teacher.login, Field(visit, "topic"));
+Topic WantedTopic(const TeacherCall& call) {
+  const auto found = call.school.FindTopic(call.teacher.login, Field(call, "topic"));
   if (!found) throw NotFound();
   return *found;
 }
 
 /// The topic of the field `topic`, or an empty one of the class in the field `class`.
-Topic TopicToEdit(const Visit& visit) {
-  if (visit.fields.Find("topic")) return WantedTopic(visit);
-  const auto schoolClass = visit.school.FindClass(visit.teacher.login, Field(visit, "class"));
+Topic TopicToEdit(const TeacherCall& call) {
+  if (call.fields.Find("topic")) return WantedTopic(call);
+  const auto schoolClass = call.school.FindClass(call.teacher.login, Field(call, "class"));
   if (!schoolClass) throw NotFound();
   Topic topic;
   topic.classId = schoolClass->id;
@@ -37,11 +37,12 @@ Topic TopicToEdit(const Visit& visit) {
   return topic;
 }
 
-TeacherReply TopicFormPage(const Visit& visit, const Topic& topic, const std::vector<std::string>& errors) {
+TeacherReply TopicFormPage(const TeacherCall& call, const Topic& topic,
+                           const std::vector<std::string>& errors) {
   const bool isNew = topic.id.empty();
   const std::string above = isNew ? "class?class=" + topic.classId : "topic?topic=" + topic.id;
   Html form = ErrorList(errors);
-  form += FormBegin(visit, "topic/save");
+  form += FormBegin(call, "topic/save");
   form += Fill(R"(<input type="hidden" name="{}" value="{}">)", isNew ? "class" : "topic",
                isNew ? topic.classId : topic.id);
   form += Fill(R"(
@@ -53,9 +54,9 @@ TeacherReply TopicFormPage(const Visit& visit, const Topic& topic, const std::ve
                kLongestTitle, topic.title, kLongestQuestion, topic.question, topic.deadline);
   if (!isNew) form += Fill(R"(<p class="faint">儲存後，學生的作業清單會標示今天修改過題目內容。</p>)");
   const std::string title = isNew ? "新增題目" : "修改題目";
-  Html content = BackLink(visit, above, isNew ? topic.className : topic.title);
+  Html content = BackLink(call, above, isNew ? topic.className : topic.title);
   content += Panel(title, form);
-  return Page(visit, title, content, errors.empty() ? 200 : 422);
+  return Page(call, title, content, errors.empty() ? 200 : 422);
 }
 
 Html StateOf(const Topic& topic, const HandIn& handIn) {
@@ -66,7 +67,7 @@ Html StateOf(const Topic& topic, const HandIn& handIn) {
                                        : Fill(R"(<span class="right">已批閱</span>)"));
 }
 
-Html PupilRow(const Visit& visit, const Topic& topic, const Pupil& pupil, const HandIn* handIn) {
+Html PupilRow(const TeacherCall& call, const Topic& topic, const Pupil& pupil, const HandIn* handIn) {
   if (handIn == nullptr) {
     return Fill(R"(<tr><td>{}</td><td>{}</td><td><span class="faint">未交卷</span></td></tr>
 )",
@@ -74,22 +75,22 @@ Html PupilRow(const Visit& visit, const Topic& topic, const Pupil& pupil, const 
   }
   return Fill(R"(<tr><td>{}</td><td><a href="{}essay?topic={}&amp;account={}">{}</a></td><td>{}</td></tr>
 )",
-              pupil.account, visit.base, topic.id, pupil.account, pupil.name, StateOf(topic, *handIn));
+              pupil.account, call.base, topic.id, pupil.account, pupil.name, StateOf(topic, *handIn));
 }
 
 /// All pupils of the class, and those who handed in before they left it.
-Html PupilTable(const Visit& visit, const Topic& topic) {
+Html PupilTable(const TeacherCall& call, const Topic& topic) {
   std::map<std::string, HandIn> handIns;
-  for (HandIn& each : visit.school.HandIns(visit.teacher.login, topic.id)) {
+  for (HandIn& each : call.school.HandIns(call.teacher.login, topic.id)) {
     handIns.emplace(each.account, std::move(each));
   }
   Html rows;
-  for (const Pupil& pupil : visit.school.Pupils(visit.teacher.login, topic.classId)) {
+  for (const Pupil& pupil : call.school.Pupils(call.teacher.login, topic.classId)) {
     const auto handIn = handIns.extract(pupil.account);
-    rows += PupilRow(visit, topic, pupil, handIn.empty() ? nullptr : &handIn.mapped());
+    rows += PupilRow(call, topic, pupil, handIn.empty() ? nullptr : &handIn.mapped());
   }
   for (const auto& [account, handIn] : handIns) {
-    rows += PupilRow(visit, topic, {account, "（已不在班級）"}, &handIn);
+    rows += PupilRow(call, topic, {account, "（已不在班級）"}, &handIn);
   }
   if (rows.IsEmpty()) return Fill("<p>這個班級還沒有學生。</p>");
   return Fill(
@@ -103,51 +104,50 @@ bool IsSame(const Topic& a, const Topic& b) {
 
 }  // namespace
 
-TeacherReply TopicForm(const Visit& visit) { return TopicFormPage(visit, TopicToEdit(visit), {}); }
+TeacherReply TopicForm(const TeacherCall& call) { return TopicFormPage(call, TopicToEdit(call), {}); }
 
-TeacherReply SaveTopic(const Visit& visit) {
-  const Topic before = TopicToEdit(visit);
+TeacherReply SaveTopic(const TeacherCall& call) {
+  const Topic before = TopicToEdit(call);
   Topic topic = before;
-  FormReader reader(visit.fields);
+  FormReader reader(call.fields);
   topic.title = reader.Line("title", "題目名稱", kLongestTitle);
   topic.question = reader.Text("question", "題目內容", kLongestQuestion);
   topic.deadline = reader.Day("deadline", "完成期限");
-  if (!reader.Errors().empty()) return TopicFormPage(visit, topic, reader.Errors());
+  if (!reader.Errors().empty()) return TopicFormPage(call, topic, reader.Errors());
   if (topic.id.empty()) {
     topic.id = "w" + RandomHex(kIdBytes);
-    visit.school.AddTopic(visit.teacher.login, topic);
+    call.school.AddTopic(call.teacher.login, topic);
   } else if (!IsSame(topic, before)) {
     topic.changedDay = base::IsoDay(base::Today());
-    visit.school.ChangeTopic(visit.teacher.login, topic);
+    call.school.ChangeTopic(call.teacher.login, topic);
   }
-  return GoTo(visit, fmt::format("topic?topic={}&done=topic", topic.id));
+  return GoTo(call, fmt::format("topic?topic={}&done=topic", topic.id));
 }
 
-TeacherReply DeleteTopic(const Visit& visit) {
-  const Topic topic = WantedTopic(visit);
-  if (IsMeant(visit) && visit.school.DeleteTopic(visit.teacher.login, topic.id)) {
-    return GoTo(visit, fmt::format("class?class={}&done=deleted", topic.classId));
+TeacherReply DeleteTopic(const TeacherCall& call) {
+  const Topic topic = WantedTopic(call);
+  if (IsConfirmed(call) && call.school.DeleteTopic(call.teacher.login, topic.id)) {
+    return GoTo(call, fmt::format("class?class={}&done=deleted", topic.classId));
   }
-  return GoTo(visit, fmt::format("topic?topic={}&done=kept", topic.id));
+  return GoTo(call, fmt::format("topic?topic={}&done=kept", topic.id));
 }
 
-TeacherReply TopicPage(const Visit& visit) {
-  const Topic topic = WantedTopic(visit);
-  Html question =
-      Fill(R"(<div class="sheet text">{}</div>
+TeacherReply TopicPage(const TeacherCall& call) {
+  const Topic topic = WantedTopic(call);
+  Html question = Fill(
+      R"(<div class="sheet text">{}</div>
 <p class="faint">完成期限：{}{}</p>
 <p><a class="button" href="{}topic/edit?topic={}">修改題目</a></p>)",
-           topic.question.empty() ? "（沒有題目內容）" : topic.question, base::ShownDay(topic.deadline),
-           topic.changedDay.empty() ? "" : "　修改日期：" + base::ShownDay(topic.changedDay), visit.base,
-           topic.id);
-  Html content = BackLink(visit, "class?class=" + topic.classId, topic.className);
-  content += Fill("<h1>{}</h1>{}", topic.title, DoneNotice(visit));
+      topic.question.empty() ? "（沒有題目內容）" : topic.question, base::ShownDay(topic.deadline),
+      topic.changedDay.empty() ? "" : "　修改日期：" + base::ShownDay(topic.changedDay), call.base, topic.id);
+  Html content = BackLink(call, "class?class=" + topic.classId, topic.className);
+  content += Fill("<h1>{}</h1>{}", topic.title, DoneNotice(call));
   content += Panel("題目內容", question);
-  content += Panel("交卷情形", PupilTable(visit, topic));
+  content += Panel("交卷情形", PupilTable(call, topic));
   if (topic.handedIn == 0) {
-    content += Panel("刪除題目", DeleteForm(visit, "topic/delete", "topic", topic.id, "刪除題目"));
+    content += Panel("刪除題目", DeleteForm(call, "topic/delete", "topic", topic.id, "刪除題目"));
   }
-  return Page(visit, topic.title, content);
+  return Page(call, topic.title, content);
 }
 
 }  // namespace server

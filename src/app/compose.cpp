@@ -73,7 +73,7 @@ Composition::Composition(Machine& machine, InstallationValues installation)
   hall.frmUpload.LeadsTo([this]() -> UploadRun& { return *frmUpload; });
   hall.frmSyncLogin.LeadsTo([this]() -> HallWindow& { return *frmSyncLogin; });
   hall.unpackDataFiles = [this] { UnpackDataFiles(program); };
-  hall.tellMissingData = [this] { TellMissingData(program); };
+  hall.showMissingData = [this] { ShowMissingData(program); };
   ReportUnhandledErrors(program);
 }
 

@@ -10,7 +10,7 @@
 #include "core/splash.h"
 #include "core/start_up.h"
 #include "core/text_menu.h"
-#include "essay/room.h"
+#include "essay/essay_context.h"
 #include "records/err_list_db.h"
 #include "records/record_db.h"
 #include "settings/campus_login.h"
@@ -45,7 +45,7 @@ struct Composition {
   Window<FrmCollocation> frmCollocation;
   Window<FrmSuggest> frmSuggest;
   Window<FrmErrSentence> frmErrSentence;
-  EssayRoom essay;
+  EssayContext essay;
   Window<FrmBindSelect> frmBindSelect;
   Window<FrmSentences> frmSentences;
   Window<FrmDiary> frmDiary;

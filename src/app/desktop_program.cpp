@@ -1,6 +1,6 @@
 #include "app/desktop_program.h"
 
-#include "core/places.h"
+#include "core/data_paths.h"
 #include "platform/run_time_error.h"
 
 namespace marovane {

@@ -1,8 +1,8 @@
 #include "app/embedded_server.h"
 
 #include "base/files.h"
-#include "core/places.h"
-#include "core/set_file.h"
+#include "core/data_paths.h"
+#include "core/key_value_file.h"
 #include "platform/environment.h"
 #include "platform/machine.h"
 #include "platform/processes.h"

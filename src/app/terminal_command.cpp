@@ -37,7 +37,7 @@ const char* const kTerminalUsage =
 
 namespace {
 
-bool TakeOption(TerminalCommand& command, const std::string& word, std::string& problem) {
+bool ParseOption(TerminalCommand& command, const std::string& word, std::string& problem) {
   if (word == "--local") {
     command.local = true;
   } else if (word == "--json") {
@@ -55,7 +55,7 @@ bool ParseCheck(TerminalCommand& command, const std::vector<std::string>& words,
     if (readsOptions && word == "--") {
       readsOptions = false;
     } else if (readsOptions && word.starts_with("--")) {
-      if (!TakeOption(command, word, problem)) return false;
+      if (!ParseOption(command, word, problem)) return false;
     } else {
       command.sentences.push_back(word);
     }

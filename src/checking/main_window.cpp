@@ -55,7 +55,7 @@ void FrmMain::BindInput() {
   const auto onKeyDown = [this](int& keyCode) {
     if (keyCode != kKeyEnter) return;
     keyCode = 0;
-    TakeEnter();
+    HandleEnter();
   };
   txtInput.KeyPress = onKeyPress;
   txtInput.KeyDown = onKeyDown;

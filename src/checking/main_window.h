@@ -68,10 +68,10 @@ class FrmMain : public Form, public MainWindow {
   void BindMenu();
   void BindScroll();
   void FilterKey(int& keyAscii) const;
-  void TakeEnter();
+  void HandleEnter();
   void TranslateInput(const std::string& chinese);
-  std::string TakeSelection();
-  std::string TakeChinese(const std::string& text);
+  std::string LookUpSelection();
+  std::string LookUpChinese(const std::string& text);
   void WatchMouse();
   bool IsPointerInside() const;
   bool IsMenuFocused() const;

@@ -22,7 +22,7 @@ bool IsChinese(char16_t character) {
 
 }  // namespace
 
-void FrmMain::TakeEnter() {
+void FrmMain::HandleEnter() {
   auto& app = program.app;
   const std::string text = base::Trim(txtInput.Text());
   if (text.empty() && !app.gEssayMode) return;
@@ -61,16 +61,16 @@ std::string FrmMain::TranslateText(const std::string& text) {
 
 std::string FrmMain::CheckInputText(const std::string& action, const std::string& text) {
   std::string result;
-  if (action.empty() || action == "CHECK_SELECT_TEXT") result = TakeSelection();
+  if (action.empty() || action == "CHECK_SELECT_TEXT") result = LookUpSelection();
   if ((action.empty() || action == "CHECK_CHINESE") && program.app.gBigTextInput) {
-    const std::string chinese = TakeChinese(text);
+    const std::string chinese = LookUpChinese(text);
     if (!chinese.empty()) result = chinese;
   }
   txtInput.SelLength = 0;
   return result;
 }
 
-std::string FrmMain::TakeSelection() {
+std::string FrmMain::LookUpSelection() {
   std::string selection = base::Trim(txtInput.SelText());
   for (char16_t character : base::ToUtf16(selection)) {
     if (IsChinese(character)) return "";
@@ -89,7 +89,7 @@ std::string FrmMain::TakeSelection() {
   return selection;
 }
 
-std::string FrmMain::TakeChinese(const std::string& text) {
+std::string FrmMain::LookUpChinese(const std::string& text) {
   const std::u16string characters = base::ToUtf16(text);
   const auto begin = std::find_if(characters.begin(), characters.end(), IsChinese);
   const auto end = std::find_if_not(begin, characters.end(), IsChinese);

@@ -1,8 +1,8 @@
 // The menu of the main window.
 #include "base/files.h"
 #include "checking/main_window.h"
+#include "core/key_value_file.h"
 #include "core/message.h"
-#include "core/set_file.h"
 
 namespace marovane {
 

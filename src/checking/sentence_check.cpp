@@ -58,7 +58,7 @@ bool AcceptInput(FrmMain& frmMain, std::string& sentence) {
 }
 
 // False when the check has to wait for the password.
-bool OpenCheck(FrmMain& frmMain, const std::string& sentence) {
+bool BeginCheck(FrmMain& frmMain, const std::string& sentence) {
   Program& program = frmMain.program;
   frmMain.Enabled = false;
   if (!program.app.gEssayMode) {
@@ -117,7 +117,7 @@ void PassStringToEngineWeb(FrmMain& frmMain) {
   auto& app = program.app;
   std::string sentence;
   if (!AcceptInput(frmMain, sentence)) return;
-  if (!OpenCheck(frmMain, sentence)) return StopCheck(frmMain);
+  if (!BeginCheck(frmMain, sentence)) return StopCheck(frmMain);
   app.gLastInput.clear();
   const auto reply =
       EngineFor(frmMain).AskWeb(protocol::page::kCheckSentence,
@@ -135,7 +135,7 @@ void PassStringToEngineLocal(FrmMain& frmMain) {
   std::string sentence;
   if (!AcceptInput(frmMain, sentence)) return;
   KillProcessByName(program.machine.processes, kEngineName);
-  if (!OpenCheck(frmMain, sentence)) return StopCheck(frmMain);
+  if (!BeginCheck(frmMain, sentence)) return StopCheck(frmMain);
   if (!RunEngine(frmMain)) return GiveUp(frmMain);
   protocol::CheckReply& answer = frmMain.lastAnswer = {};
   std::string page;

@@ -8,8 +8,8 @@
 #include <random>
 
 #include "base/files.h"
+#include "core/key_value_file.h"
 #include "core/program.h"
-#include "core/set_file.h"
 #include "platform/machine.h"
 #include "platform/run_time_error.h"
 

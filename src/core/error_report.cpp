@@ -7,8 +7,8 @@
 
 #include "base/day.h"
 #include "base/files.h"
+#include "core/data_paths.h"
 #include "core/message.h"
-#include "core/places.h"
 #include "core/program.h"
 #include "core/window_shell.h"
 #include "platform/environment.h"

@@ -1,6 +1,6 @@
 #include "core/installation.h"
 
-#include "core/set_file.h"
+#include "core/key_value_file.h"
 #include "platform/environment.h"
 
 namespace marovane {

@@ -27,7 +27,7 @@ std::string PadForCentring(const std::string& text) {
   return base::Len(text) < kLongText && isOneLine ? padding + padding + text : padding + text;
 }
 
-std::string TakeDetail(std::string_view line, std::string& detail) {
+std::string WithDetail(std::string_view line, std::string& detail) {
   std::string text(line);
   if (detail.empty()) return text;
   text.append(kLineBreak).append(detail);
@@ -67,7 +67,7 @@ void FrmMessage::MessageBox(Program& program, const Message& message) {
     box.HideButtons();
     box.SetButtonCaptions(message);
     box.lblCaption.Caption = CaptionOf(message.kind);
-    box.SetText(TakeDetail(message.text, app.gProgressDetail), message.icon);
+    box.SetText(WithDetail(message.text, app.gProgressDetail), message.icon);
     box.ArrangeButtons(message.buttons);
     box.ShowAboveMain();
     app.gMsgResult = box.answer_;  // whatever else was said meanwhile
@@ -93,7 +93,7 @@ bool Confirm(Program& program, const Message& message) {
 
 void FrmMessage::ProgressMsgBox(Program& program, const Progress& progress) {
   program.app.gMsgResult.clear();
-  program.frmMessage->ShowAsProgress(TakeDetail(progress.text, program.app.gProgressDetail));
+  program.frmMessage->ShowAsProgress(WithDetail(progress.text, program.app.gProgressDetail));
   program.app.gMsgResult = "OK";  // a wait behind a progress box ends at once
 }
 

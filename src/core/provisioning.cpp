@@ -165,7 +165,7 @@ void UnpackDataFiles(Program& program) {
   program.frmMessage.Unload();
 }
 
-void TellMissingData(Program& program) {
+void ShowMissingData(Program& program) {
   const base::Files& files = program.machine.files;
   const bool hasRecords = files.FileExists(RecordDatabase(program));
   if (hasRecords && files.FileExists(ErrorTexts(program))) return;

@@ -23,7 +23,7 @@ void UnpackRecordsInto(Program& program, const std::string& folder);
 /// Unpacks the record database when it is missing, and the engine's data, behind a progress box.
 void UnpackDataFiles(Program& program);
 /// Tells the user by message 404 when a database could not be unpacked.
-void TellMissingData(Program& program);
+void ShowMissingData(Program& program);
 /// Keeps a copy of the updater that can run while the program's own folder is replaced. Failures end it
 /// quietly.
 void RefreshUpdater(Program& program);

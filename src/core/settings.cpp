@@ -6,10 +6,10 @@
 
 #include "base/files.h"
 #include "base/text.h"
-#include "core/places.h"
+#include "core/data_paths.h"
+#include "core/key_value_file.h"
 #include "core/program.h"
 #include "core/server_access.h"
-#include "core/set_file.h"
 #include "core/text_utility.h"
 #include "protocol/account.h"
 #include "protocol/pages.h"
@@ -36,7 +36,7 @@ namespace {
 bool IsNone(const std::string& value) { return value.empty() || value == "0"; }
 
 // A value that `setup.set` lacks comes from the registry mirror. True when there was one.
-bool TakeFromRegistry(Program& program, const char* key, std::string& value) {
+bool ReadFromRegistry(Program& program, const char* key, std::string& value) {
   const std::string mirrored = base::Trim(GetRegValue(program, key));
   value = IsNone(mirrored) ? "" : mirrored;
   WriteSetup(program, key, value);
@@ -46,14 +46,14 @@ bool TakeFromRegistry(Program& program, const char* key, std::string& value) {
 void LoadAccountNo(Program& program) {
   auto& accountNo = program.app.gAccountNo;
   accountNo = ReadSetup(program, "Pno");
-  if (IsNone(accountNo) && !TakeFromRegistry(program, "Pno", accountNo)) return;
+  if (IsNone(accountNo) && !ReadFromRegistry(program, "Pno", accountNo)) return;
   SyncUserSettings(program, accountNo, "r");
 }
 
 void LoadPassword(Program& program) {
   auto& password = program.app.gAccountPassword;
   password = ReadSetup(program, "userPW");
-  if (IsNone(password)) TakeFromRegistry(program, "userPW", password);
+  if (IsNone(password)) ReadFromRegistry(program, "userPW", password);
 }
 
 void LoadFontSize(Program& program) {

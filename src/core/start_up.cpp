@@ -4,9 +4,9 @@
 
 #include "base/files.h"
 #include "base/text.h"
-#include "core/places.h"
+#include "core/data_paths.h"
+#include "core/key_value_file.h"
 #include "core/program.h"
-#include "core/set_file.h"
 #include "core/settings.h"
 #include "platform/environment.h"
 #include "platform/run_time_error.h"
@@ -135,7 +135,7 @@ void FrmStartUp::PrepareProgram(Program& program) {
   InitApplicationState(program);
   hall.checkDatabaseBuild();
   hall.unpackDataFiles();
-  hall.tellMissingData();  // once, also where a fresh home has been filled before
+  hall.showMissingData();  // once, also where a fresh home has been filled before
   hall.refreshUpdater();
   hall.showPublisherNews();
   if (app.gEdition == "XQD") RunCampusLogin(program);

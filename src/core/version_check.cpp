@@ -22,7 +22,7 @@ constexpr const char* kReinstall = "mrv_reinstaller";
 constexpr const char* kClassWipe = "8";
 constexpr const char* kClassReinstall = "9";
 
-void TellNoUpdater(Program& program) { ShowMessage(program, Message::kNoUpdater); }
+void ShowNoUpdater(Program& program) { ShowMessage(program, Message::kNoUpdater); }
 
 std::string UpdaterFolder(const Program& program) { return program.app.gTempDir + "/Tessaroon"; }
 
@@ -31,7 +31,7 @@ bool HasUpdater(const Program& program) {
 }
 
 // What kept the updater from its work, told once.
-void TellFailedUpdate(Program& program) {
+void ShowFailedUpdate(Program& program) {
   base::Files& files = program.machine.files;
   const std::string note = UpdaterFolder(program) + "/refusal.txt";
   if (!files.FileExists(note)) return;
@@ -55,7 +55,7 @@ void RunUpdater(Program& program, const char* word) {
                                      .workingFolder = folder,
                                      .hasOwnSession = true});
   } catch (const RunTimeError&) {
-    return TellNoUpdater(program);
+    return ShowNoUpdater(program);
   }
   program.machine.loop.End();
 }
@@ -73,14 +73,14 @@ void OfferReinstallation(Program& program) {
     ShowMessage(program, Message::kReinstallRefused);
     program.machine.loop.End();
   }
-  if (!HasUpdater(program)) return TellNoUpdater(program);
+  if (!HasUpdater(program)) return ShowNoUpdater(program);
   RunUpdater(program, kReinstall);
 }
 
 void OfferUpdate(Program& program, const std::string& version) {
   const std::string kind = VersionClass(version);
   if (!Confirm(program, kind == kClassReinstall ? Message::kReinstall : Message::kNewVersion)) return;
-  if (!HasUpdater(program)) return TellNoUpdater(program);
+  if (!HasUpdater(program)) return ShowNoUpdater(program);
   if (kind == kClassWipe) return WipeAndUpdate(program);
   RunUpdater(program, kind == kClassReinstall ? kReinstall : kUpdate);
 }
@@ -100,7 +100,7 @@ std::string VersionClass(const std::string& version) {
 }
 
 void CheckVersion(Program& program) {
-  TellFailedUpdate(program);
+  ShowFailedUpdate(program);
   const std::string current = Program::Version();
   std::string small;
   std::string big;

@@ -127,7 +127,7 @@ struct Hall {
       frmPassword, frmBindSelect, frmXQDLogin, frmSyncLogin, frmDebug;
 
   // Steps of the start that live on higher floors.
-  std::function<void()> checkDatabaseBuild, unpackDataFiles, tellMissingData, refreshUpdater,
+  std::function<void()> checkDatabaseBuild, unpackDataFiles, showMissingData, refreshUpdater,
       showPublisherNews, checkVersion;
 };
 

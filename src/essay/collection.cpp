@@ -7,8 +7,8 @@
 #include "core/settings.h"
 #include "core/synchronise.h"
 #include "essay/collection_page.h"
+#include "essay/essay_context.h"
 #include "essay/hand_in.h"
-#include "essay/room.h"
 #include "platform/desktop.h"
 #include "platform/event_loop.h"
 #include "platform/machine.h"
@@ -26,14 +26,14 @@ enum Button { kOutput = 0, kDelete = 1, kCheck = 2 };
 
 }  // namespace
 
-FrmEssayCollect::FrmEssayCollect(EssayRoom& room)
-    : ButtonWindow(room.program, "frmEssayCollect", &AppState::gOpenEssayCollect),
+FrmEssayCollect::FrmEssayCollect(EssayContext& context)
+    : ButtonWindow(context.program, "frmEssayCollect", &AppState::gOpenEssayCollect),
       tmrMessage(machine.loop, 1000),
-      room_(room),
-      records_(room.records),
+      context_(context),
+      records_(context.records),
       list_(webHtml, picSelectAll, lblSelectAll, lblCheckAll) {
-  webHtml.BeforeNavigate2 = [this](const std::string& url, bool& cancel) { TakeLink(url, cancel); };
-  tmrMessage.onTick = [this] { TellDeleted(); };
+  webHtml.BeforeNavigate2 = [this](const std::string& url, bool& cancel) { HandleLink(url, cancel); };
+  tmrMessage.onTick = [this] { ShowDeleted(); };
   fade_.onGone = [this] { Leave(); };
 }
 
@@ -44,7 +44,7 @@ void FrmEssayCollect::Form_Load() {
 }
 
 void FrmEssayCollect::ShowEssayCollect(const std::string& workId, const std::string& handInMode) {
-  const auto& app = room_.program.app;
+  const auto& app = context_.program.app;
   mHandInMode = handInMode;
   mWorkId = workId;
   Show();
@@ -52,7 +52,7 @@ void FrmEssayCollect::ShowEssayCollect(const std::string& workId, const std::str
   EssayCollection collection{
       .rows = {},
       .canHandIn = !mWorkId.empty() && app.gEdition == "XQD" && mHandInMode == "Y",
-      .isHandedIn = !mWorkId.empty() && EssayRecords(room_.records).CountHandedIn(mWorkId) > 0,
+      .isHandedIn = !mWorkId.empty() && EssayRecords(context_.records).CountHandedIn(mWorkId) > 0,
       .imageRoot = app.gServerUrlRoot + "_images/"};
   for (auto& essay : records_.Listed(mWorkId)) {
     const int mistakes = records_.CountMistakes(essay.essayId);
@@ -62,15 +62,15 @@ void FrmEssayCollect::ShowEssayCollect(const std::string& workId, const std::str
   webHtml.Write(EssayCollectPage(collection));
 }
 
-void FrmEssayCollect::TakeLink(const std::string& url, bool& cancel) {
+void FrmEssayCollect::HandleLink(const std::string& url, bool& cancel) {
   if (!url.starts_with("cmd:")) return;
   cancel = true;
   shell_.picButtonsResetImage();
   if (url.starts_with(kShow)) {
-    room_.ShowOldEssay(url.substr(kShow.size()));
+    context_.ShowOldEssay(url.substr(kShow.size()));
   } else if (url.starts_with(kComment)) {
-    room_.program.hall.frmBrowser->GoNavigate(TeacherCommentUrl(room_.program, url.substr(kComment.size())),
-                                              2);
+    context_.program.hall.frmBrowser->GoNavigate(
+        TeacherCommentUrl(context_.program, url.substr(kComment.size())), 2);
   } else if (url.starts_with(kSend)) {
     const std::string ids = url.substr(kSend.size());
     const auto at = ids.find('@');
@@ -80,27 +80,27 @@ void FrmEssayCollect::TakeLink(const std::string& url, bool& cancel) {
 
 // The server must know what is handed in.
 void FrmEssayCollect::AskAndHandIn(const std::string& essayId, const std::string& workId) {
-  if (!Confirm(room_.program, Message::kHandInThis)) return;
-  if (records_.HasNew()) SyncOwnAccount(room_.program, "UPLOAD");
+  if (!Confirm(context_.program, Message::kHandInThis)) return;
+  if (records_.HasNew()) SyncOwnAccount(context_.program, "UPLOAD");
   HandIn(essayId, workId);
-  EssayRoom& room = room_;
-  room.frmEssayInputEdu.Unload();
+  EssayContext& context = context_;
+  context.frmEssayInputEdu.Unload();
   Unload();
-  room.frmEssayInputEdu->Show();
+  context.frmEssayInputEdu->Show();
 }
 
 void FrmEssayCollect::HandIn(const std::string& essayId, const std::string& workId) {
   constexpr int kTries = 11;
-  if (SubmitEssay(room_.program, essayId, workId, kTries)) {
-    EssayRecords(room_.records).HandInEssay(essayId, workId);
-    ShowMessage(room_.program, Message::kHandedIn);
+  if (SubmitEssay(context_.program, essayId, workId, kTries)) {
+    EssayRecords(context_.records).HandInEssay(essayId, workId);
+    ShowMessage(context_.program, Message::kHandedIn);
   } else {
-    ShowMessage(room_.program, Message::kNotHandedIn);
+    ShowMessage(context_.program, Message::kNotHandedIn);
   }
 }
 
 void FrmEssayCollect::picButtons_Click(int index) {
-  Program& program = room_.program;
+  Program& program = context_.program;
   if (list_.RowCount() == 0) return ShowMessage(program, Message::kNoEssays);
   const int count = GetCheckCounts();
   if (count == 0) return ShowMessage(program, Message::kChooseEssays);
@@ -115,7 +115,7 @@ void FrmEssayCollect::picButtons_Click(int index) {
 
 // From the records: the hidden field of the row keeps the first word only.
 std::string FrmEssayCollect::TextOf(const std::string& essayId) const {
-  const auto essay = EssayRecords(room_.records).FindEssay(essayId);
+  const auto essay = EssayRecords(context_.records).FindEssay(essayId);
   return essay ? PlainApostrophes(essay->newEssay) : "";
 }
 
@@ -126,7 +126,7 @@ void FrmEssayCollect::GetRecAndPassEngine() {
     text = base::Replace(TextOf(list_.CheckedKeys().front()), "\r\n", " ");  // the input box has one line
     list_.Uncheck(rows.front());
   }
-  MainWindow& frmMain = *room_.program.hall.frmMain;
+  MainWindow& frmMain = *context_.program.hall.frmMain;
   PutSentence(frmMain.InputBox(), text);
   frmMain.PassStringToEngine();
 }
@@ -136,7 +136,7 @@ void FrmEssayCollect::GetRecAndOutput() {
   if (!file) return;
   std::string text;
   for (const auto& essayId : list_.CheckedKeys()) text += TextOf(essayId) + "\r\n\r\n";
-  ExportWholeText(room_.program, *file, text + "\r\n");
+  ExportWholeText(context_.program, *file, text + "\r\n");
 }
 
 void FrmEssayCollect::CleanupSelectedRecord() {
@@ -148,23 +148,23 @@ void FrmEssayCollect::CleanupSelectedRecord() {
       records_.Delete(essayId);
     }
   }
-  WriteNeedSync(room_.program, "Y");
+  WriteNeedSync(context_.program, "Y");
   tmrMessage.Enabled = true;
 }
 
-void FrmEssayCollect::TellDeleted() {
+void FrmEssayCollect::ShowDeleted() {
   tmrMessage.Enabled = false;
-  const auto& app = room_.program.app;
+  const auto& app = context_.program.app;
   if (app.gEdition == "XQD" && app.gOpenEssayInputEdu) {
-    room_.frmEssayInputEdu.Unload();
+    context_.frmEssayInputEdu.Unload();
     Show();
   }
   ShowEssayCollect(mWorkId, mHandInMode);
-  ShowMessage(room_.program, mSkippedHandedIn ? Message::kSomeNotDeleted : Message::kDeleted);
+  ShowMessage(context_.program, mSkippedHandedIn ? Message::kSomeNotDeleted : Message::kDeleted);
 }
 
 void FrmEssayCollect::Leave() {
-  if (ReadSetup(room_.program, "NeedSync") != "N") SyncOwnAccount(room_.program, "UPLOAD");
+  if (ReadSetup(context_.program, "NeedSync") != "N") SyncOwnAccount(context_.program, "UPLOAD");
   Unload();
 }
 

@@ -11,11 +11,11 @@
 
 namespace marovane {
 
-struct EssayRoom;
+struct EssayContext;
 
 class FrmEssayCollect : public ButtonWindow<3>, public HallWindow {
  public:
-  explicit FrmEssayCollect(EssayRoom& room);
+  explicit FrmEssayCollect(EssayContext& context);
 
   Form& AsForm() override { return *this; }
   /// @param workId of the topic, "" for all essays
@@ -39,14 +39,14 @@ class FrmEssayCollect : public ButtonWindow<3>, public HallWindow {
 
  private:
   void picButtons_Click(int index) override;
-  void TakeLink(const std::string& url, bool& cancel);
+  void HandleLink(const std::string& url, bool& cancel);
   void AskAndHandIn(const std::string& essayId, const std::string& workId);
   void HandIn(const std::string& essayId, const std::string& workId);
-  void TellDeleted();
+  void ShowDeleted();
   void Leave();
   std::string TextOf(const std::string& essayId) const;
 
-  EssayRoom& room_;
+  EssayContext& context_;
   EssayTopics records_;
   CheckList list_;
   std::string mWorkId;

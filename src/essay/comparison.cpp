@@ -29,7 +29,7 @@ FrmEssayCompare::FrmEssayCompare(Program& program)
   picBG.MouseDown = [this](int button) {
     if (button == kLeftButton) machine.windows.StartDrag(*this);
   };
-  webHtml.BeforeNavigate2 = [this](const std::string& url, bool& cancel) { TakeLink(url, cancel); };
+  webHtml.BeforeNavigate2 = [this](const std::string& url, bool& cancel) { HandleLink(url, cancel); };
   fade_.onGone = [this] { Leave(); };
 }
 
@@ -50,7 +50,7 @@ void FrmEssayCompare::ShowHtml(const std::string& text) {
   webHtml.Write(EssayComparePage(text));
 }
 
-void FrmEssayCompare::TakeLink(const std::string& url, bool& cancel) {
+void FrmEssayCompare::HandleLink(const std::string& url, bool& cancel) {
   constexpr std::string_view kShow = "cmd:show:";
   if (!url.starts_with("cmd:")) return;
   cancel = true;

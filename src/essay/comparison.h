@@ -26,7 +26,7 @@ class FrmEssayCompare : public Form {
   PictureBox picBG{*this, "picBG"}, imgClose{*this, "imgClose"};
 
  private:
-  void TakeLink(const std::string& url, bool& cancel);
+  void HandleLink(const std::string& url, bool& cancel);
   void Leave();
 
   Program& program_;

@@ -27,51 +27,51 @@ constexpr std::string_view kNoMistake = "本句子沒有發現錯誤";
 // Nobody asks here what the web engine makes of it.
 constexpr const char* kEssayRunCode = "503181";
 
-EngineClient EngineFor(EssayRoom& room) {
-  return EngineClient(room.program, {.isStopped = [&room] { return room.frmEssay->mStopRequested; },
-                                     .pausesAfterReplies = true});
+EngineClient EngineFor(EssayContext& context) {
+  return EngineClient(context.program, {.isStopped = [&context] { return context.frmEssay->mStopRequested; },
+                                        .pausesAfterReplies = true});
 }
 
 // Without an answer: the user has stopped the walk, or the time was over.
-void GiveUp(EssayRoom& room) {
-  if (!room.frmEssay->mStopRequested) essay_walk::AskInPlace(room, Message::kEngineTimeout);
-  room.program.app.gVerdict = "STOP";
+void GiveUp(EssayContext& context) {
+  if (!context.frmEssay->mStopRequested) essay_walk::AskInPlace(context, Message::kEngineTimeout);
+  context.program.app.gVerdict = "STOP";
 }
 
 // Files the page of a finding. gEssayPageChecksum tells afterwards whether there is one.
-void FilePage(EssayRoom& room, const std::string& page) {
-  auto& app = room.program.app;
+void FilePage(EssayContext& context, const std::string& page) {
+  auto& app = context.program.app;
   app.gEssayPageChecksum.clear();
   if (page.empty() || page.find(kNoMistake) != std::string::npos) return;
-  app.gEssayPageChecksum = SendServerHtm(room.program, page, app.gEssayCurSentence);
+  app.gEssayPageChecksum = SendServerHtm(context.program, page, app.gEssayCurSentence);
 }
 
 std::string HaveHtm(const protocol::CheckReply& answer) {
   return base::Trim(answer.findMistake) == "1" ? "1" : "2";
 }
 
-void RecordAnswer(EssayRoom& room, const protocol::CheckReply& answer, const std::string& haveHtm) {
-  auto& app = room.program.app;
-  const base::LocalTime now = room.program.machine.loop.Now();
+void RecordAnswer(EssayContext& context, const protocol::CheckReply& answer, const std::string& haveHtm) {
+  auto& app = context.program.app;
+  const base::LocalTime now = context.program.machine.loop.Now();
   const std::string id = MakeRecId(app, now);
-  base::Transaction transaction(room.records.Db());
+  base::Transaction transaction(context.records.Db());
   if (answer.IsRight() || answer.findMistake == "2") {
-    room.records.InsertOkSentence({.sId = id,
-                                   .sentence = app.gEssayCurSentence,
-                                   .sDate = base::DayOf(now),
-                                   .essayId = app.gEssayId,
-                                   .essaySId = app.gEssaySId,
-                                   .haveHtm = haveHtm});
+    context.records.InsertOkSentence({.sId = id,
+                                      .sentence = app.gEssayCurSentence,
+                                      .sDate = base::DayOf(now),
+                                      .essayId = app.gEssayId,
+                                      .essaySId = app.gEssaySId,
+                                      .haveHtm = haveHtm});
   } else {
-    room.records.InsertErrSentence({.id = id,
-                                    .sentence = answer.sentence,
-                                    .errcode = answer.errcode.empty() ? "0" : answer.errcode,
-                                    .sDate = base::DayOf(now),
-                                    .essayId = app.gEssayId,
-                                    .essaySId = app.gEssaySId,
-                                    .haveHtm = haveHtm});
+    context.records.InsertErrSentence({.id = id,
+                                       .sentence = answer.sentence,
+                                       .errcode = answer.errcode.empty() ? "0" : answer.errcode,
+                                       .sDate = base::DayOf(now),
+                                       .essayId = app.gEssayId,
+                                       .essaySId = app.gEssaySId,
+                                       .haveHtm = haveHtm});
   }
-  if (!answer.IsRight() && !answer.errcode.empty()) room.records.TallyMistake(answer.errcode);
+  if (!answer.IsRight() && !answer.errcode.empty()) context.records.TallyMistake(answer.errcode);
   transaction.Commit();
 }
 
@@ -97,25 +97,26 @@ std::string FetchPage(Program& program, const std::string& url) try {
   return "";
 }
 
-void PassStringToEngineEssayWeb(EssayRoom& room) {
-  auto& app = room.program.app;
+void PassStringToEngineEssayWeb(EssayContext& context) {
+  auto& app = context.program.app;
   const auto reply =
-      EngineFor(room).AskWeb(protocol::page::kCheckSentence,
-                             protocol::EncodeCheck(app.gAccountNo, kEssayRunCode, app.gEssayCurSentence));
-  if (!reply) return GiveUp(room);
+      EngineFor(context).AskWeb(protocol::page::kCheckSentence,
+                                protocol::EncodeCheck(app.gAccountNo, kEssayRunCode, app.gEssayCurSentence));
+  if (!reply) return GiveUp(context);
   const protocol::CheckReply answer = protocol::ParseCheckReply(*reply);
   const bool hasPage = !answer.pagePath.empty();
-  FilePage(room, hasPage ? FetchPage(room.program, app.gWebEngineRoot + answer.pagePath) : "");
-  RecordAnswer(room, answer, app.gEssayPageChecksum.empty() ? "N" : HaveHtm(answer));
+  FilePage(context, hasPage ? FetchPage(context.program, app.gWebEngineRoot + answer.pagePath) : "");
+  RecordAnswer(context, answer, app.gEssayPageChecksum.empty() ? "N" : HaveHtm(answer));
   SetVerdict(app.gVerdict, answer.findMistake);
 }
 
-bool RunEngine(EssayRoom& room) {
-  Program& program = room.program;
+bool RunEngine(EssayContext& context) {
+  Program& program = context.program;
   KillProcessByName(program.machine.processes, kEngineName);
   WriteQuestion(program, program.app.gEssayCurSentence);
-  return EngineFor(room).RunLocal(kEngineName, program.app.gEngineLevel + "," + room.frmEssay->mEngineRunCode,
-                                  [&program] { return HasResultPage(program); });
+  return EngineFor(context).RunLocal(kEngineName,
+                                     program.app.gEngineLevel + "," + context.frmEssay->mEngineRunCode,
+                                     [&program] { return HasResultPage(program); });
 }
 
 protocol::CheckReply ReadAnswer(Program& program) {
@@ -125,32 +126,32 @@ protocol::CheckReply ReadAnswer(Program& program) {
   return answer;
 }
 
-std::string TakePageFile(Program& program, const std::string& path) {
+std::string ReadAndDeletePage(Program& program, const std::string& path) {
   std::string page = ReadBig5File(program.machine.files, path);
   program.machine.files.Delete(path);
   return page;
 }
 
-void PassStringToEngineEssayLocal(EssayRoom& room) {
-  Program& program = room.program;
+void PassStringToEngineEssayLocal(EssayContext& context) {
+  Program& program = context.program;
   auto& app = program.app;
-  if (!RunEngine(room)) return GiveUp(room);
+  if (!RunEngine(context)) return GiveUp(context);
   const protocol::CheckReply answer = ReadAnswer(program);
   const bool hasPage = program.machine.files.FileExists(answer.pagePath);
-  FilePage(room, hasPage ? TakePageFile(program, answer.pagePath) : "");
+  FilePage(context, hasPage ? ReadAndDeletePage(program, answer.pagePath) : "");
   // Unlike with the web engine, the page of an error counts also when it was not filed.
   const bool counts = hasPage && (HaveHtm(answer) == "1" || !app.gEssayPageChecksum.empty());
-  RecordAnswer(room, answer, counts ? HaveHtm(answer) : "N");
+  RecordAnswer(context, answer, counts ? HaveHtm(answer) : "N");
   SetVerdict(app.gVerdict, answer.findMistake);
 }
 
 }  // namespace
 
-void PassStringToEngineEssay(EssayRoom& room) {
-  if (room.program.app.gUseWebEngine) {
-    PassStringToEngineEssayWeb(room);
+void PassStringToEngineEssay(EssayContext& context) {
+  if (context.program.app.gUseWebEngine) {
+    PassStringToEngineEssayWeb(context);
   } else {
-    PassStringToEngineEssayLocal(room);
+    PassStringToEngineEssayLocal(context);
   }
 }
 

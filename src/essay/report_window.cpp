@@ -1,8 +1,8 @@
 #include "essay/report_window.h"
 
 #include "core/window_shell.h"
+#include "essay/essay_context.h"
 #include "essay/report.h"
-#include "essay/room.h"
 #include "platform/run_time_error.h"
 #include "records/err_list_db.h"
 
@@ -10,20 +10,20 @@ namespace marovane {
 
 namespace {
 
-EssayRow FindEssay(EssayRoom& room, const std::string& essayId) {
-  auto essay = EssayRecords(room.records).FindEssay(essayId);
+EssayRow FindEssay(EssayContext& context, const std::string& essayId) {
+  auto essay = EssayRecords(context.records).FindEssay(essayId);
   if (!essay) throw RunTimeError("沒有這篇短文：" + essayId);
   return *std::move(essay);
 }
 
 // In front of it browser windows must find a place, so this time it is not topmost.
-void Reload(EssayRoom& room, bool viewOnly) {
-  auto& app = room.program.app;
+void Reload(EssayContext& context, bool viewOnly) {
+  auto& app = context.program.app;
   app.gEssayPlacementMode = "NORMAL";
-  room.frmEssay.Unload();
-  room.frmEssay->Show();
+  context.frmEssay.Unload();
+  context.frmEssay->Show();
   app.gEssayPlacementMode.clear();
-  room.frmEssay->mViewOnly = viewOnly;
+  context.frmEssay->mViewOnly = viewOnly;
   app.gEssayReportShown = !viewOnly;
 }
 
@@ -57,27 +57,28 @@ void RestoreState(AppState& app, const EssayRow& essay) {
   app.gEssayQuiz = PlainApostrophes(essay.quiz);
 }
 
-base::Html BuildPage(EssayRoom& room, const EssayRow& essay) {
-  EssayRecords records(room.records);
-  return BuildEssayReport({.essay = essay,
-                           .okSentences = records.OkSentencesOf(essay.essayId),
-                           .errSentences = records.ErrSentencesOf(essay.essayId),
-                           .imageRoot = room.program.app.gServerUrlRoot + "_images/",
-                           .outlineOf = [&](const std::string& code) { return room.errList.Outline(code); }});
+base::Html BuildPage(EssayContext& context, const EssayRow& essay) {
+  EssayRecords records(context.records);
+  return BuildEssayReport(
+      {.essay = essay,
+       .okSentences = records.OkSentencesOf(essay.essayId),
+       .errSentences = records.ErrSentencesOf(essay.essayId),
+       .imageRoot = context.program.app.gServerUrlRoot + "_images/",
+       .outlineOf = [&](const std::string& code) { return context.errList.Outline(code); }});
 }
 
 }  // namespace
 
-base::Html EssayReportPage(EssayRoom& room, const std::string& essayId) {
-  return BuildPage(room, FindEssay(room, essayId));
+base::Html EssayReportPage(EssayContext& context, const std::string& essayId) {
+  return BuildPage(context, FindEssay(context, essayId));
 }
 
-void ShowEssayResultHtml(EssayRoom& room, const std::string& essayId, bool viewOnly) {
-  auto& app = room.program.app;
-  const EssayRow essay = FindEssay(room, essayId);
-  const base::Html page = BuildPage(room, essay);
-  Reload(room, viewOnly);
-  FrmEssay& frmEssay = *room.frmEssay;
+void ShowEssayResultHtml(EssayContext& context, const std::string& essayId, bool viewOnly) {
+  auto& app = context.program.app;
+  const EssayRow essay = FindEssay(context, essayId);
+  const base::Html page = BuildPage(context, essay);
+  Reload(context, viewOnly);
+  FrmEssay& frmEssay = *context.frmEssay;
   WritePage(frmEssay, page);
   ArrangeCommands(frmEssay);
   RestoreState(app, essay);

@@ -5,8 +5,8 @@
 #include "core/message.h"
 #include "core/text_utility.h"
 #include "essay/archive.h"
+#include "essay/essay_context.h"
 #include "essay/report_window.h"
-#include "essay/room.h"
 #include "essay/walk.h"
 #include "platform/machine.h"
 #include "platform/window_system.h"
@@ -60,14 +60,14 @@ void ShowInCorner(Form& form) {
   form.Show();
 }
 
-FrmEssay::FrmEssay(EssayRoom& room)
-    : ButtonWindow(room.program, "frmEssay"),
+FrmEssay::FrmEssay(EssayContext& context)
+    : ButtonWindow(context.program, "frmEssay"),
       tmrCaps(machine.loop, 1000),
       tmrShowDelay(machine.loop, 10),
-      room_(room) {
+      context_(context) {
   BindInput();
   BindButtons();
-  webHtml.BeforeNavigate2 = [this](const std::string& url, bool& cancel) { TakeLink(url, cancel); };
+  webHtml.BeforeNavigate2 = [this](const std::string& url, bool& cancel) { HandleLink(url, cancel); };
   tmrCaps.onTick = [this] { ShowCaps(); };
   tmrShowDelay.onTick = [this] { ++mShowDelayTicks; };
   fade_.onGone = [this] { Leave(); };
@@ -76,7 +76,7 @@ FrmEssay::FrmEssay(EssayRoom& room)
 void FrmEssay::BindInput() {
   txtInput.GotFocus = [this] {
     SetInputTextStyle(1);
-    room_.program.app.gInputHasFocus = true;
+    context_.program.app.gInputHasFocus = true;
   };
   txtInput.KeyDown = [this](int& keyCode) { FilterKeyDown(keyCode); };
   txtInput.KeyPress = [this](int& keyAscii) { FilterKeyPress(keyAscii); };
@@ -100,7 +100,7 @@ void FrmEssay::ShowStopButton(bool stops) {
 }
 
 void FrmEssay::Form_Load() {
-  auto& app = room_.program.app;
+  auto& app = context_.program.app;
   if (app.gEssayPlacementMode != "NORMAL") TopMost = true;
   app.gOpenEssay = true;
   picBG.Left = 0;
@@ -109,21 +109,21 @@ void FrmEssay::Form_Load() {
   ShowStopButton(false);
   SetInputTextStyle(0);
   SetDefaultValue();
-  Form& frmMain = room_.program.hall.frmMain->AsForm();
+  Form& frmMain = context_.program.hall.frmMain->AsForm();
   mMainLeft = frmMain.Left;
   frmMain.Left = kAway;
 }
 
-void FrmEssay::Form_Activate() { room_.program.app.gEssayActive = true; }
+void FrmEssay::Form_Activate() { context_.program.app.gEssayActive = true; }
 
 void FrmEssay::Form_Unload() {
-  room_.program.hall.frmMain->AsForm().Left = mMainLeft;
-  room_.program.app.gEssayReportShown = false;
-  room_.program.app.gEssayActive = false;
+  context_.program.hall.frmMain->AsForm().Left = mMainLeft;
+  context_.program.app.gEssayReportShown = false;
+  context_.program.app.gEssayActive = false;
 }
 
 void FrmEssay::SetDefaultValue() {
-  auto& app = room_.program.app;
+  auto& app = context_.program.app;
   webHtml.Left = kParked;
   webHtml.Visible = false;
   for (int i = 0; i < picCommands.Count(); ++i) picCommands(i).Visible = false;
@@ -144,13 +144,13 @@ void FrmEssay::SetDefaultValue() {
 }
 
 void FrmEssay::ShowCaps() {
-  const auto& app = room_.program.app;
+  const auto& app = context_.program.app;
   lblCaps(0).Caption = " <essayid:" + app.gEssayId + "> <wid:" + app.gEssayWorkId + ">" + app.gEssayQuiz;
   lblCaps(1).Caption = app.gWebEngineRoot;
 }
 
 void FrmEssay::SetInputTextStyle(int mode) {
-  const auto& app = room_.program.app;
+  const auto& app = context_.program.app;
   txtInput.FontName = kTypingFont;
   txtInput.FontSize = app.gInputFontSize;
   if (mode != 1) {
@@ -170,7 +170,7 @@ void FrmEssay::SetInputTextStyle(int mode) {
 }
 
 void FrmEssay::FilterKeyDown(int& keyCode) {
-  auto& app = room_.program.app;
+  auto& app = context_.program.app;
   if (mAnalysing && keyCode == kKeyEscape) StopOrClose();
   if (!app.gEssayMode) app.gEssaySentenceNo = 1;
   keyCode = app.gEssayMode ? 0 : FilterEssayKeyCode(keyCode);
@@ -179,7 +179,7 @@ void FrmEssay::FilterKeyDown(int& keyCode) {
 void FrmEssay::FilterKeyPress(int& keyAscii) const {
   const bool isRefused = keyAscii > 0 && keyAscii < 128 &&
                          kRefusedSigns.find(static_cast<char>(keyAscii)) != std::string_view::npos;
-  if (room_.program.app.gEssayMode || isRefused) keyAscii = 0;
+  if (context_.program.app.gEssayMode || isRefused) keyAscii = 0;
 }
 
 void FrmEssay::picButtons_Click(int index) {
@@ -193,9 +193,9 @@ void FrmEssay::Send() {
   shell_.picButtonsResetImage();
   txtInput.SetFocus();
   SetInputTextStyle(1);
-  room_.program.app.gEssayCurSentence.clear();
-  room_.frmEssayCollect.Unload();
-  StartEssayProcess(room_);
+  context_.program.app.gEssayCurSentence.clear();
+  context_.frmEssayCollect.Unload();
+  StartEssayProcess(context_);
 }
 
 void FrmEssay::StopOrClose() {
@@ -204,12 +204,12 @@ void FrmEssay::StopOrClose() {
   if (mViewOnly) {
     imgClose_Click();
   } else {
-    room_.program.app.gVerdict = "#EDIT_BREAK#";  // ends any wait of the walk
+    context_.program.app.gVerdict = "#EDIT_BREAK#";  // ends any wait of the walk
   }
 }
 
 void FrmEssay::ShowQuestion() {
-  Program& program = room_.program;
+  Program& program = context_.program;
   const auto& app = program.app;
   if (app.gEssayStartRequested) return ShowMessage(program, Message::kOwnTopic);
   program.hall.frmBrowser->GoNavigate(QuestionUrl(program, app.gEssayWorkId), 1);
@@ -217,16 +217,16 @@ void FrmEssay::ShowQuestion() {
 }
 
 void FrmEssay::picCommands_Click(int index) {
-  if (index == kCompare) return room_.frmEssayCompare->ShowHtml(room_.program.app.gEssayOriginal);
+  if (index == kCompare) return context_.frmEssayCompare->ShowHtml(context_.program.app.gEssayOriginal);
   if (index == kRewrite) return RewriteEssay();
   WriteNewEssay();
 }
 
 void FrmEssay::RewriteEssay() {
-  auto& app = room_.program.app;
-  room_.frmEssayCollect.Unload();
-  room_.frmEssayCompare.Unload();
-  room_.frmEssayInputEdu.Unload();
+  auto& app = context_.program.app;
+  context_.frmEssayCollect.Unload();
+  context_.frmEssayCompare.Unload();
+  context_.frmEssayInputEdu.Unload();
   const std::string text = app.gEssayCurrent;
   SetDefaultValue();
   app.gEssayQuiz = DefaultEssayTitle(app.gEssayQuiz, machine.loop.Now());
@@ -236,12 +236,12 @@ void FrmEssay::RewriteEssay() {
 
 void FrmEssay::WriteNewEssay() {
   imgClose_Click();
-  room_.frmEssayInputForm->Show();
+  context_.frmEssayInputForm->Show();
 }
 
-void FrmEssay::TakeLink(const std::string& url, bool& cancel) {
+void FrmEssay::HandleLink(const std::string& url, bool& cancel) {
   constexpr std::string_view kShow = "cmd:show:";
-  Program& program = room_.program;
+  Program& program = context_.program;
   if (!url.starts_with("cmd:")) return;
   cancel = true;
   if (!url.starts_with(kShow)) return;
@@ -251,7 +251,7 @@ void FrmEssay::TakeLink(const std::string& url, bool& cancel) {
 }
 
 void FrmEssay::Leave() {
-  Program& program = room_.program;
+  Program& program = context_.program;
   auto& app = program.app;
   tmrCaps.Enabled = false;
   app.gEssayMode = false;
@@ -261,8 +261,8 @@ void FrmEssay::Leave() {
   program.hall.frmMain->AsForm().Left = mMainLeft;
   if (app.gOpenBrowser) program.hall.frmBrowser->AsForm().Hide();
   if (!app.gEssayNoListReturn) {
-    room_.frmEssayInputEdu.Unload();
-    room_.frmEssayInputEdu->Show();
+    context_.frmEssayInputEdu.Unload();
+    context_.frmEssayInputEdu->Show();
   }
   app.gEssayNoListReturn = false;
   Unload();

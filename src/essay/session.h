@@ -8,11 +8,11 @@
 
 namespace marovane {
 
-struct EssayRoom;
+struct EssayContext;
 
 class FrmEssay : public ButtonWindow<3> {
  public:
-  explicit FrmEssay(EssayRoom& room);
+  explicit FrmEssay(EssayContext& context);
 
   void Form_Load() override;
   void Form_Activate() override;
@@ -53,10 +53,10 @@ class FrmEssay : public ButtonWindow<3> {
   void RewriteEssay();
   void WriteNewEssay();
   void ShowCaps();
-  void TakeLink(const std::string& url, bool& cancel);
+  void HandleLink(const std::string& url, bool& cancel);
   void Leave();
 
-  EssayRoom& room_;
+  EssayContext& context_;
 };
 
 /// A window that has to vanish for a while stands here.

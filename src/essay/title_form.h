@@ -5,11 +5,11 @@
 
 namespace marovane {
 
-struct EssayRoom;
+struct EssayContext;
 
 class FrmEssayInputForm : public ButtonWindow<2>, public HallWindow {
  public:
-  explicit FrmEssayInputForm(EssayRoom& room);
+  explicit FrmEssayInputForm(EssayContext& context);
 
   Form& AsForm() override { return *this; }
   /// Button 0 starts the essay, 1 gives up.
@@ -19,7 +19,7 @@ class FrmEssayInputForm : public ButtonWindow<2>, public HallWindow {
   TextBox txtInput{*this, "txtInput"};
 
  private:
-  EssayRoom& room_;
+  EssayContext& context_;
 };
 
 }  // namespace marovane

@@ -7,7 +7,7 @@
 #include "core/message.h"
 #include "core/synchronise.h"
 #include "core/text_utility.h"
-#include "essay/room.h"
+#include "essay/essay_context.h"
 #include "platform/event_loop.h"
 #include "platform/machine.h"
 
@@ -23,19 +23,19 @@ enum Button { kStart = 0, kBack = 1, kNewTopic = 2 };
 
 }  // namespace
 
-FrmEssayInputEdu::FrmEssayInputEdu(EssayRoom& room)
-    : ButtonWindow(room.program, "frmEssayInputEdu", &AppState::gOpenEssayInputEdu),
-      room_(room),
-      records_(room.records) {
-  webHtml.BeforeNavigate2 = [this](const std::string& url, bool& cancel) { TakeLink(url, cancel, true); };
-  webHtml2.BeforeNavigate2 = [this](const std::string& url, bool& cancel) { TakeLink(url, cancel, false); };
+FrmEssayInputEdu::FrmEssayInputEdu(EssayContext& context)
+    : ButtonWindow(context.program, "frmEssayInputEdu", &AppState::gOpenEssayInputEdu),
+      context_(context),
+      records_(context.records) {
+  webHtml.BeforeNavigate2 = [this](const std::string& url, bool& cancel) { HandleLink(url, cancel, true); };
+  webHtml2.BeforeNavigate2 = [this](const std::string& url, bool& cancel) { HandleLink(url, cancel, false); };
   fade_.onGone = [this] { Leave(); };
 }
 
 void FrmEssayInputEdu::Form_Load() {
   ShellWindow::Form_Load();
-  if (room_.program.app.gEdition == "XQD") GetWorkList();
-  mMainTop = room_.program.hall.frmMain->AsForm().Top;
+  if (context_.program.app.gEdition == "XQD") GetWorkList();
+  mMainTop = context_.program.hall.frmMain->AsForm().Top;
   GetSelfEssayList();
   SetDefaultValue();
 }
@@ -43,7 +43,7 @@ void FrmEssayInputEdu::Form_Load() {
 void FrmEssayInputEdu::SetDefaultValue() {
   lblMessage.Caption = "若您只想自行練短文，請點取上面標籤頁《自定題目》";
   webHtml2.Top = webHtml.Top;
-  ShowTab(room_.program.app.gEdition == "XQD");
+  ShowTab(context_.program.app.gEdition == "XQD");
 }
 
 void FrmEssayInputEdu::ShowTab(bool showsAssigned) {
@@ -54,7 +54,7 @@ void FrmEssayInputEdu::ShowTab(bool showsAssigned) {
   (showsAssigned ? webHtml : webHtml2).SetFocus();  // it does not stay with a page that is out of sight
 }
 
-std::string FrmEssayInputEdu::ImageRoot() const { return room_.program.app.gServerUrlRoot + "_images/"; }
+std::string FrmEssayInputEdu::ImageRoot() const { return context_.program.app.gServerUrlRoot + "_images/"; }
 
 Practice FrmEssayInputEdu::PracticeOf(const std::string& workId) {
   Practice practice{records_.EssaysOf(workId)};
@@ -67,7 +67,7 @@ void FrmEssayInputEdu::GetWorkList() {
   std::vector<AssignedTopic> topics;
   std::vector<std::string> items;
   mHasOpenWork = false;
-  for (auto& assignment : FetchAssignments(room_.program)) {
+  for (auto& assignment : FetchAssignments(context_.program)) {
     items.push_back(assignment.workId + kItemSeparator + assignment.title);
     if (!assignment.isHandedIn) mHasOpenWork = true;
     Practice practice = PracticeOf(assignment.workId);
@@ -89,7 +89,7 @@ void FrmEssayInputEdu::GetSelfEssayList() {
     if (!first || TitleOfWork(workId)) continue;
     topics.push_back({workId, PlainApostrophes(first->quiz), first->finalSet == "A", PracticeOf(workId)});
   }
-  webHtml2.Write(OwnTopicsPage(ImageRoot(), room_.program.app.gEdition == "XQD", topics));
+  webHtml2.Write(OwnTopicsPage(ImageRoot(), context_.program.app.gEdition == "XQD", topics));
 }
 
 // Nothing for a topic that is none of the listed assignments.
@@ -102,15 +102,15 @@ std::optional<std::string> FrmEssayInputEdu::TitleOfWork(const std::string& work
 }
 
 void FrmEssayInputEdu::GetWorkHtm(const std::string& workId) {
-  room_.program.app.gEssayWorkId = workId;
-  webHtml.Navigate(QuestionUrl(room_.program, workId));
+  context_.program.app.gEssayWorkId = workId;
+  webHtml.Navigate(QuestionUrl(context_.program, workId));
   picButtons(kStart).Visible = true;
   picButtons(kBack).Visible = true;
   picButtons(kNewTopic).Visible = false;
   mShowingWork = true;
 }
 
-void FrmEssayInputEdu::TakeLink(const std::string& url, bool& cancel, bool isAssigned) {
+void FrmEssayInputEdu::HandleLink(const std::string& url, bool& cancel, bool isAssigned) {
   static const std::map<std::string, Action> actions{
       {"tab", &FrmEssayInputEdu::TurnTo},      {"wid", &FrmEssayInputEdu::StartOn},
       {"res", &FrmEssayInputEdu::ShowComment}, {"col", &FrmEssayInputEdu::ShowCollection},
@@ -129,14 +129,14 @@ void FrmEssayInputEdu::TakeLink(const std::string& url, bool& cancel, bool isAss
 void FrmEssayInputEdu::TurnTo(const std::string& tab, bool /*isAssigned*/) {
   if (tab != "1" && tab != "2") return;
   ShowTab(tab == "1");
-  room_.program.app.gEssayStartRequested = tab == "2";
+  context_.program.app.gEssayStartRequested = tab == "2";
 }
 
 // An essay that is being walked through keeps its topic.
 void FrmEssayInputEdu::StartOn(const std::string& workId, bool isAssigned) {
-  Program& program = room_.program;
+  Program& program = context_.program;
   auto& app = program.app;
-  if (app.gEssayMode) return room_.frmEssay->BringToFront();
+  if (app.gEssayMode) return context_.frmEssay->BringToFront();
   app.gEssayWorkId = workId;
   if (isAssigned) {
     app.gEssayStartRequested = false;
@@ -150,20 +150,20 @@ void FrmEssayInputEdu::StartOn(const std::string& workId, bool isAssigned) {
 }
 
 void FrmEssayInputEdu::ShowComment(const std::string& workId, bool /*isAssigned*/) {
-  room_.program.hall.frmBrowser->GoNavigate(TeacherCommentUrl(room_.program, workId), 2);
+  context_.program.hall.frmBrowser->GoNavigate(TeacherCommentUrl(context_.program, workId), 2);
 }
 
 void FrmEssayInputEdu::ShowCollection(const std::string& workId, bool isAssigned) {
-  room_.frmEssayCollect->ShowEssayCollect(workId, isAssigned ? "Y" : "N");
+  context_.frmEssayCollect->ShowEssayCollect(workId, isAssigned ? "Y" : "N");
 }
 
 void FrmEssayInputEdu::ShowReport(const std::string& essayId, bool /*isAssigned*/) {
-  if (!room_.program.app.gEssayMode) room_.program.app.gEssayId = essayId;
-  room_.ShowOldEssay(essayId);
+  if (!context_.program.app.gEssayMode) context_.program.app.gEssayId = essayId;
+  context_.ShowOldEssay(essayId);
 }
 
 void FrmEssayInputEdu::Delete(const std::string& essayIds, bool isAssigned) {
-  Program& program = room_.program;
+  Program& program = context_.program;
   if (!Confirm(program, Message::kDeleteTopic)) return;
   FrmMessage::ProgressMsgBox(program, Progress::kCollectingRecords);
   // A renderer may have encoded the sign on its way.
@@ -183,31 +183,31 @@ void FrmEssayInputEdu::Delete(const std::string& essayIds, bool isAssigned) {
 }
 
 void FrmEssayInputEdu::picButtons_Click(int index) {
-  auto& app = room_.program.app;
+  auto& app = context_.program.app;
   if (index == kStart) {
     if (app.gEssayWorkId.empty() && !mHasOpenWork) return OfferOwnTopic();
     if (app.gEssayActive) return;
     imgClose_Click();
-    return room_.StartEssay();
+    return context_.StartEssay();
   }
   if (index == kBack && mShowingWork) {
     Unload();
-    return room_.frmEssayInputEdu->Show();
+    return context_.frmEssayInputEdu->Show();
   }
   imgClose_Click();
-  if (index == kNewTopic) room_.frmEssayInputForm->Show();
+  if (index == kNewTopic) context_.frmEssayInputForm->Show();
 }
 
 void FrmEssayInputEdu::OfferOwnTopic() {
   Left = kAway;
   Show();
-  ShowMessage(room_.program, Message::kNoAssignment);
+  ShowMessage(context_.program, Message::kNoAssignment);
   imgClose_Click();
-  room_.frmEssayInputForm->Show();
+  context_.frmEssayInputForm->Show();
 }
 
 void FrmEssayInputEdu::Leave() {
-  MainWindow& frmMain = *room_.program.hall.frmMain;
+  MainWindow& frmMain = *context_.program.hall.frmMain;
   frmMain.InputBox().Text = "";
   frmMain.AsForm().Top = mMainTop;
   Unload();

@@ -12,11 +12,11 @@
 
 namespace marovane {
 
-struct EssayRoom;
+struct EssayContext;
 
 class FrmEssayInputEdu : public ButtonWindow<3>, public HallWindow {
  public:
-  explicit FrmEssayInputEdu(EssayRoom& room);
+  explicit FrmEssayInputEdu(EssayContext& context);
 
   Form& AsForm() override { return *this; }
   void Form_Load() override;
@@ -41,7 +41,7 @@ class FrmEssayInputEdu : public ButtonWindow<3>, public HallWindow {
  private:
   using Action = void (FrmEssayInputEdu::*)(const std::string& argument, bool isAssigned);
 
-  void TakeLink(const std::string& url, bool& cancel, bool isAssigned);
+  void HandleLink(const std::string& url, bool& cancel, bool isAssigned);
   void TurnTo(const std::string& tab, bool isAssigned);
   void StartOn(const std::string& workId, bool isAssigned);
   void ShowComment(const std::string& workId, bool isAssigned);
@@ -55,7 +55,7 @@ class FrmEssayInputEdu : public ButtonWindow<3>, public HallWindow {
   std::optional<std::string> TitleOfWork(const std::string& workId) const;
   std::string ImageRoot() const;
 
-  EssayRoom& room_;
+  EssayContext& context_;
   EssayTopics records_;
 };
 

@@ -24,34 +24,34 @@ using namespace essay_walk;
 
 namespace {
 
-bool AcceptText(EssayRoom& room) {
-  const Message* refusal = RefusalOf(room.frmEssay->txtInput.Text);
+bool AcceptText(EssayContext& context) {
+  const Message* refusal = RefusalOf(context.frmEssay->txtInput.Text);
   if (refusal == nullptr) return true;
-  AskInPlace(room, *refusal);
-  CenterForm(*room.frmEssay);
-  room.frmEssay->txtInput.SetFocus();
+  AskInPlace(context, *refusal);
+  CenterForm(*context.frmEssay);
+  context.frmEssay->txtInput.SetFocus();
   return false;
 }
 
 // Two runs within one second make the same ids.
-std::string MakeEssayId(EssayRoom& room) {
+std::string MakeEssayId(EssayContext& context) {
   std::string id;
   do {
-    id = MakeRecId(room.program.app, room.program.machine.loop.Now());
-  } while (EssayRecords(room.records).FindEssay(id));
+    id = MakeRecId(context.program.app, context.program.machine.loop.Now());
+  } while (EssayRecords(context.records).FindEssay(id));
   return id;
 }
 
-void OpenEssay(EssayRoom& room) {
-  auto& app = room.program.app;
-  const base::LocalTime now = room.program.machine.loop.Now();
-  room.frmEssay->mAnalysing = true;
-  app.gEssayId = MakeEssayId(room);
+void OpenEssay(EssayContext& context) {
+  auto& app = context.program.app;
+  const base::LocalTime now = context.program.machine.loop.Now();
+  context.frmEssay->mAnalysing = true;
+  app.gEssayId = MakeEssayId(context);
   if (app.gEssayQuiz.empty()) app.gEssayQuiz = base::FormatDateUnpadded(base::DayOf(now), "") + "我的短文";
-  app.gEssayOriginal = room.frmEssay->txtInput.Text;
+  app.gEssayOriginal = context.frmEssay->txtInput.Text;
   app.gEssayCurrent = app.gEssayOriginal;
   app.gEssaySentence = protocol::RunningText(app.gEssayCurrent);
-  EssayRecords(room.records)
+  EssayRecords(context.records)
       .InsertEssay({.essayId = app.gEssayId,
                     .workId = app.gEssayWorkId,
                     .quiz = app.gEssayQuiz,
@@ -60,9 +60,9 @@ void OpenEssay(EssayRoom& room) {
                     .sDate = base::DayOf(now)});
 }
 
-void BeginWalk(EssayRoom& room) {
-  auto& app = room.program.app;
-  FrmEssay& frmEssay = *room.frmEssay;
+void BeginWalk(EssayContext& context) {
+  auto& app = context.program.app;
+  FrmEssay& frmEssay = *context.frmEssay;
   app.gEssayMode = true;
   frmEssay.txtInput.Text = app.gEssaySentence;
   StyleAllText(frmEssay.txtInput, kUnread);
@@ -72,7 +72,7 @@ void BeginWalk(EssayRoom& room) {
   frmEssay.picButtons(1).Visible = false;
   frmEssay.picButtons(2).Visible = false;
   frmEssay.imgClose.Visible = false;
-  room.program.hall.frmMain->AsForm().Left = kAway;
+  context.program.hall.frmMain->AsForm().Left = kAway;
 }
 
 // A connection that breaks is a failed attempt like any other.
@@ -92,11 +92,11 @@ bool FindEngine(Program& program) {
 }
 
 // Returns when an engine is at hand, or ends the program when the user gives up.
-void PrepareEngine(EssayRoom& room) {
-  room.frmEssay->mEngineRunCode = MakeRunCode(true);
-  while (!FindEngine(room.program)) {
-    if (!AskInPlace(room, Message::kNoEngineAddress)) room.program.machine.loop.End();
-    CenterForm(*room.frmEssay);
+void PrepareEngine(EssayContext& context) {
+  context.frmEssay->mEngineRunCode = MakeRunCode(true);
+  while (!FindEngine(context.program)) {
+    if (!AskInPlace(context, Message::kNoEngineAddress)) context.program.machine.loop.End();
+    CenterForm(*context.frmEssay);
   }
 }
 
@@ -113,9 +113,9 @@ bool FindSentence(AppState& app, int& end) {
 }
 
 // A retry keeps the id of the attempt before.
-void GiveSentenceId(EssayRoom& room) {
-  auto& app = room.program.app;
-  if (app.gEssayNewSentence) app.gEssaySId = MakeRecId(app, room.program.machine.loop.Now());
+void GiveSentenceId(EssayContext& context) {
+  auto& app = context.program.app;
+  if (app.gEssayNewSentence) app.gEssaySId = MakeRecId(app, context.program.machine.loop.Now());
   app.gEssayNewSentence = true;
 }
 
@@ -128,70 +128,70 @@ void LocateSentence(AppState& app) {
   app.gEssaySentenceLen = base::Len(app.gEssayCurSentence);
 }
 
-void PaintSentence(EssayRoom& room, const TextStyle& style) {
-  const auto& app = room.program.app;
-  StyleText(room.frmEssay->txtInput, std::max(app.gEssaySentenceNo - 1, 0), app.gEssaySentenceLen, style);
+void PaintSentence(EssayContext& context, const TextStyle& style) {
+  const auto& app = context.program.app;
+  StyleText(context.frmEssay->txtInput, std::max(app.gEssaySentenceNo - 1, 0), app.gEssaySentenceLen, style);
 }
 
 // The highlight stays so long that the eye can follow it; what is recorded meanwhile does not add to that.
-void StartShowDelay(EssayRoom& room) {
-  room.frmEssay->mShowDelayTicks = 0;
-  room.frmEssay->tmrShowDelay.Enabled = true;
+void StartShowDelay(EssayContext& context) {
+  context.frmEssay->mShowDelayTicks = 0;
+  context.frmEssay->tmrShowDelay.Enabled = true;
 }
 
-void AwaitShowDelay(EssayRoom& room) {
+void AwaitShowDelay(EssayContext& context) {
   constexpr int kTicks = 5;
-  room.program.machine.loop.WaitUntil([&room] { return room.frmEssay->mShowDelayTicks >= kTicks; });
-  room.frmEssay->tmrShowDelay.Enabled = false;
+  context.program.machine.loop.WaitUntil([&context] { return context.frmEssay->mShowDelayTicks >= kTicks; });
+  context.frmEssay->tmrShowDelay.Enabled = false;
 }
 
-void PassFromRecord(EssayRoom& room, const OkSentence& known) {
-  auto& app = room.program.app;
-  const base::LocalTime now = room.program.machine.loop.Now();
-  StartShowDelay(room);
-  room.records.InsertOkSentence({.sId = MakeRecId(app, now),
-                                 .sentence = app.gEssayCurSentence,
-                                 .sDate = base::DayOf(now),
-                                 .essayId = app.gEssayId,
-                                 .essaySId = app.gEssaySId,
-                                 .haveHtm = known.haveHtm});
+void PassFromRecord(EssayContext& context, const OkSentence& known) {
+  auto& app = context.program.app;
+  const base::LocalTime now = context.program.machine.loop.Now();
+  StartShowDelay(context);
+  context.records.InsertOkSentence({.sId = MakeRecId(app, now),
+                                    .sentence = app.gEssayCurSentence,
+                                    .sDate = base::DayOf(now),
+                                    .essayId = app.gEssayId,
+                                    .essaySId = app.gEssaySId,
+                                    .haveHtm = known.haveHtm});
   app.gEssayPageChecksum.clear();
-  AwaitShowDelay(room);
+  AwaitShowDelay(context);
   app.gVerdict = "PASS";
 }
 
-void RefuseFromRecord(EssayRoom& room, const ErrSentence& known) {
-  auto& app = room.program.app;
-  const base::LocalTime now = room.program.machine.loop.Now();
-  StartShowDelay(room);
-  base::Transaction transaction(room.records.Db());
-  room.records.InsertErrSentence({.id = MakeRecId(app, now),
-                                  .sentence = known.sentence,
-                                  .errcode = known.errcode,
-                                  .sDate = base::DayOf(now),
-                                  .essayId = app.gEssayId,
-                                  .essaySId = app.gEssaySId,
-                                  .haveHtm = known.haveHtm});
-  room.records.RaiseMistake(known.errcode);
+void RefuseFromRecord(EssayContext& context, const ErrSentence& known) {
+  auto& app = context.program.app;
+  const base::LocalTime now = context.program.machine.loop.Now();
+  StartShowDelay(context);
+  base::Transaction transaction(context.records.Db());
+  context.records.InsertErrSentence({.id = MakeRecId(app, now),
+                                     .sentence = known.sentence,
+                                     .errcode = known.errcode,
+                                     .sDate = base::DayOf(now),
+                                     .essayId = app.gEssayId,
+                                     .essaySId = app.gEssaySId,
+                                     .haveHtm = known.haveHtm});
+  context.records.RaiseMistake(known.errcode);
   transaction.Commit();
   app.gEssayPageChecksum = known.haveHtm == "N" ? "" : ArchiveChecksum(app.gEssayCurSentence);
-  AwaitShowDelay(room);
+  AwaitShowDelay(context);
   app.gVerdict = "ERRS";
 }
 
 // Once refused stays refused and once passed stays passed: only what no record knows goes to the engine.
-void JudgeSentence(EssayRoom& room) {
-  auto& app = room.program.app;
-  EssayRecords records(room.records);
-  if (const auto ok = records.FindOkSentence(app.gEssayCurSentence)) return PassFromRecord(room, *ok);
-  if (const auto err = records.FindErrSentence(app.gEssayCurSentence)) return RefuseFromRecord(room, *err);
+void JudgeSentence(EssayContext& context) {
+  auto& app = context.program.app;
+  EssayRecords records(context.records);
+  if (const auto ok = records.FindOkSentence(app.gEssayCurSentence)) return PassFromRecord(context, *ok);
+  if (const auto err = records.FindErrSentence(app.gEssayCurSentence)) return RefuseFromRecord(context, *err);
   app.gVerdict.clear();
-  PassStringToEngineEssay(room);
-  room.program.machine.loop.WaitUntil([&app] { return !app.gVerdict.empty(); });
+  PassStringToEngineEssay(context);
+  context.program.machine.loop.WaitUntil([&app] { return !app.gVerdict.empty(); });
 }
 
-void ShowFiledPage(EssayRoom& room) {
-  Program& program = room.program;
+void ShowFiledPage(EssayContext& context) {
+  Program& program = context.program;
   auto& app = program.app;
   if (app.gEssayPageChecksum.empty()) return;
   // The number keeps the browser from serving an old copy.
@@ -201,94 +201,95 @@ void ShowFiledPage(EssayRoom& room) {
 }
 
 // The user wants to leave a sentence with a warning as it is.
-bool KeepsWarned(EssayRoom& room) {
-  const bool wantsToCorrect = AskInPlace(room, Message::kDoubtfulSentence);
-  CenterForm(*room.frmEssay);
+bool KeepsWarned(EssayContext& context) {
+  const bool wantsToCorrect = AskInPlace(context, Message::kDoubtfulSentence);
+  CenterForm(*context.frmEssay);
   return !wantsToCorrect;
 }
 
-Next ActOnVerdict(EssayRoom& room) {
-  auto& app = room.program.app;
+Next ActOnVerdict(EssayContext& context) {
+  auto& app = context.program.app;
   const std::string verdict = app.gVerdict;
   if (verdict == "STOP") return Next::kStop;
   if (verdict == "ERRS" || verdict == "WARN") {
-    room.frmEssay->Left = kAway;
-    ShowFiledPage(room);
+    context.frmEssay->Left = kAway;
+    ShowFiledPage(context);
   }
   if (verdict == "ERRS") {
-    AskInPlace(room, Message::kWrongSentence);
-    return CorrectSentence(room);
+    AskInPlace(context, Message::kWrongSentence);
+    return CorrectSentence(context);
   }
   if (verdict == "WARN") {
-    if (!KeepsWarned(room)) return CorrectSentence(room);
+    if (!KeepsWarned(context)) return CorrectSentence(context);
     app.gVerdict = "PASS";
   }
-  if (app.gVerdict == "PASS") PaintSentence(room, kPassed);
+  if (app.gVerdict == "PASS") PaintSentence(context, kPassed);
   return Next::kSentence;
 }
 
-Next WalkSentence(EssayRoom& room) {
-  auto& app = room.program.app;
+Next WalkSentence(EssayContext& context) {
+  auto& app = context.program.app;
   if (app.gEssayCurSentence.empty()) return Next::kSentence;
-  GiveSentenceId(room);
+  GiveSentenceId(context);
   LocateSentence(app);
-  PaintSentence(room, kCurrent);
-  JudgeSentence(room);
-  return ActOnVerdict(room);
+  PaintSentence(context, kCurrent);
+  JudgeSentence(context);
+  return ActOnVerdict(context);
 }
 
 // True when the scan has run out, so that the essay is complete.
-bool WalkSentences(EssayRoom& room) {
-  auto& app = room.program.app;
+bool WalkSentences(EssayContext& context) {
+  auto& app = context.program.app;
   app.gEssayNewSentence = true;
   app.gEssaySentenceNo = 1;
-  room.frmEssay->mStopRequested = false;
+  context.frmEssay->mStopRequested = false;
   int end = 0;
   while (FindSentence(app, end)) {
-    CenterForm(*room.frmEssay);
-    room.program.machine.loop.DoEvents();  // with an engine that answers, the only moment for the stop button
-    if (room.frmEssay->mStopRequested) return false;
-    const Next next = WalkSentence(room);
+    CenterForm(*context.frmEssay);
+    context.program.machine.loop
+        .DoEvents();  // with an engine that answers, the only moment for the stop button
+    if (context.frmEssay->mStopRequested) return false;
+    const Next next = WalkSentence(context);
     if (next == Next::kStop) return false;
     app.gEssayCurSentence.clear();
     if (next == Next::kSentence) app.gEssaySentenceNo = end + 1;
   }
-  return !room.frmEssay->mStopRequested;
+  return !context.frmEssay->mStopRequested;
 }
 
-void Walk(EssayRoom& room) {
-  BeginWalk(room);
-  PrepareEngine(room);
-  if (WalkSentences(room)) FinishEssay(room);
-  WrapUp(room);
-  if (room.program.app.gEssayFinished) HandIn(room);
-  ShowReport(room);
+void Walk(EssayContext& context) {
+  BeginWalk(context);
+  PrepareEngine(context);
+  if (WalkSentences(context)) FinishEssay(context);
+  WrapUp(context);
+  if (context.program.app.gEssayFinished) HandIn(context);
+  ShowReport(context);
 }
 
 // A failure must not leave a window that takes no keys and cannot be closed.
-void Abandon(EssayRoom& room) {
-  room.frmEssay->mAnalysing = false;
-  if (room.program.app.gEssayMode) WrapUp(room);
-  room.frmEssay->ShowStopButton(false);
-  for (int i = 0; i < 2; ++i) room.frmEssay->picButtons(i).Visible = true;
-  CenterForm(*room.frmEssay);
+void Abandon(EssayContext& context) {
+  context.frmEssay->mAnalysing = false;
+  if (context.program.app.gEssayMode) WrapUp(context);
+  context.frmEssay->ShowStopButton(false);
+  for (int i = 0; i < 2; ++i) context.frmEssay->picButtons(i).Visible = true;
+  CenterForm(*context.frmEssay);
 }
 
 }  // namespace
 
-bool essay_walk::AskInPlace(EssayRoom& room, const Message& message) {
-  room.frmEssay->Left = kAway;
-  return Confirm(room.program, message);
+bool essay_walk::AskInPlace(EssayContext& context, const Message& message) {
+  context.frmEssay->Left = kAway;
+  return Confirm(context.program, message);
 }
 
-void StartEssayProcess(EssayRoom& room) {
-  NormaliseInput(room.frmEssay->txtInput);
-  if (!AcceptText(room)) return;
+void StartEssayProcess(EssayContext& context) {
+  NormaliseInput(context.frmEssay->txtInput);
+  if (!AcceptText(context)) return;
   try {
-    OpenEssay(room);
-    Walk(room);
+    OpenEssay(context);
+    Walk(context);
   } catch (const std::exception&) {
-    Abandon(room);
+    Abandon(context);
     throw;
   }
 }

@@ -3,12 +3,12 @@
 
 namespace marovane {
 
-struct EssayRoom;
+struct EssayContext;
 
 /// Walks the text of the essay window and shows its report. It returns when the report stands, or when the
 /// text was refused: the user has been told then, and nothing has been written. While it waits, the handlers
 /// of all windows run. Throws RunTimeError when a record fails; the walk has then been stopped, and the text
 /// stands in the box.
-void StartEssayProcess(EssayRoom& room);
+void StartEssayProcess(EssayContext& context);
 
 }  // namespace marovane

@@ -16,18 +16,18 @@ constexpr const char* kBrokenOff = "#EDIT_BREAK#";
 constexpr int kClearButton = 9;
 constexpr int kBreakButton = 10;
 
-void ShowSentenceInMain(EssayRoom& room) {
-  MainWindow& frmMain = *room.program.hall.frmMain;
+void ShowSentenceInMain(EssayContext& context) {
+  MainWindow& frmMain = *context.program.hall.frmMain;
   RichTextBox& box = frmMain.InputBox();
-  PutSentence(box, room.program.app.gEssayCurSentence);
-  frmMain.AsForm().Left = room.frmEssay->mMainLeft;
+  PutSentence(box, context.program.app.gEssayCurSentence);
+  frmMain.AsForm().Left = context.frmEssay->mMainLeft;
   frmMain.MenuButton(kClearButton).Visible = false;
   frmMain.MenuButton(kBreakButton).Visible = true;
   box.SetFocus();
 }
 
-void HideMain(EssayRoom& room) {
-  MainWindow& frmMain = *room.program.hall.frmMain;
+void HideMain(EssayContext& context) {
+  MainWindow& frmMain = *context.program.hall.frmMain;
   frmMain.MenuButton(kClearButton).Visible = true;
   frmMain.MenuButton(kBreakButton).Visible = false;
   frmMain.AsForm().Left = kAway;
@@ -38,29 +38,29 @@ std::string EssayWith(const AppState& app, const std::string& correction) {
 }
 
 // A correction must leave a text that can still be walked to its end.
-bool IsUsable(EssayRoom& room, const std::string& correction) {
-  const Message* refusal = RefusalOfCorrected(EssayWith(room.program.app, correction));
+bool IsUsable(EssayContext& context, const std::string& correction) {
+  const Message* refusal = RefusalOfCorrected(EssayWith(context.program.app, correction));
   if (refusal == nullptr) return true;
-  AskInPlace(room, *refusal);
+  AskInPlace(context, *refusal);
   return false;
 }
 
 // "" when somebody has emptied gVerdict.
-std::string AwaitCorrection(EssayRoom& room) {
-  auto& verdict = room.program.app.gVerdict;
+std::string AwaitCorrection(EssayContext& context) {
+  auto& verdict = context.program.app.gVerdict;
   do {
     verdict = kAwaitsCorrection;
-    room.program.machine.loop.WaitUntil([&verdict] { return verdict != kAwaitsCorrection; });
-  } while (verdict != kBrokenOff && !verdict.empty() && !IsUsable(room, verdict));
+    context.program.machine.loop.WaitUntil([&verdict] { return verdict != kAwaitsCorrection; });
+  } while (verdict != kBrokenOff && !verdict.empty() && !IsUsable(context, verdict));
   return verdict;
 }
 
 // Every equal sentence of the essay is corrected with it.
-void Merge(EssayRoom& room, const std::string& correction) {
-  auto& app = room.program.app;
+void Merge(EssayContext& context, const std::string& correction) {
+  auto& app = context.program.app;
   app.gEssayCurrent = EssayWith(app, correction);
   app.gEssaySentence = protocol::RunningText(app.gEssayCurrent);
-  FrmEssay& frmEssay = *room.frmEssay;
+  FrmEssay& frmEssay = *context.frmEssay;
   CenterForm(frmEssay);
   frmEssay.Show();
   frmEssay.txtInput.SetFocus();
@@ -72,14 +72,14 @@ void Merge(EssayRoom& room, const std::string& correction) {
 
 }  // namespace
 
-Next CorrectSentence(EssayRoom& room) {
-  ShowSentenceInMain(room);
-  const std::string correction = AwaitCorrection(room);
-  HideMain(room);
-  if (correction == kBrokenOff) room.frmEssay->mStopRequested = true;
-  if (room.frmEssay->mStopRequested) return Next::kStop;
+Next CorrectSentence(EssayContext& context) {
+  ShowSentenceInMain(context);
+  const std::string correction = AwaitCorrection(context);
+  HideMain(context);
+  if (correction == kBrokenOff) context.frmEssay->mStopRequested = true;
+  if (context.frmEssay->mStopRequested) return Next::kStop;
   if (correction.empty()) return Next::kSentence;
-  Merge(room, correction);
+  Merge(context, correction);
   return Next::kSameAgain;
 }
 

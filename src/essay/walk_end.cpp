@@ -18,18 +18,18 @@ namespace {
 
 constexpr int kTries = 10;
 
-bool UploadOnce(EssayRoom& room) {
-  if (!IsServerOnline(room.program)) return false;
-  SyncAndWait(room.program, "UPLOAD");
+bool UploadOnce(EssayContext& context) {
+  if (!IsServerOnline(context.program)) return false;
+  SyncAndWait(context.program, "UPLOAD");
   return true;
 }
 
-void Upload(EssayRoom& room) {
-  while (!TryRepeatedly(room.program, kTries, [&room] { return UploadOnce(room); })) {
-    room.program.machine.loop.Wait(kPauseBetweenTries);
-    if (!AskInPlace(room, Message::kUploadFailed)) break;
+void Upload(EssayContext& context) {
+  while (!TryRepeatedly(context.program, kTries, [&context] { return UploadOnce(context); })) {
+    context.program.machine.loop.Wait(kPauseBetweenTries);
+    if (!AskInPlace(context, Message::kUploadFailed)) break;
   }
-  WriteNeedSync(room.program, "N");
+  WriteNeedSync(context.program, "N");
 }
 
 // Side by side in the middle of the window.
@@ -43,16 +43,16 @@ void ArrangeInMiddle(FrmEssay& frmEssay, int count) {
   }
 }
 
-void ShowStopped(EssayRoom& room) {
-  FrmEssay& frmEssay = *room.frmEssay;
+void ShowStopped(EssayContext& context) {
+  FrmEssay& frmEssay = *context.frmEssay;
   frmEssay.picButtons(0).Visible = false;
   frmEssay.picButtons(1).Visible = false;
-  if (room.program.app.gEngineLevel.starts_with("edu")) frmEssay.picButtons(2).Visible = true;
+  if (context.program.app.gEngineLevel.starts_with("edu")) frmEssay.picButtons(2).Visible = true;
 }
 
-void ShowFinished(EssayRoom& room) {
-  auto& app = room.program.app;
-  FrmEssay& frmEssay = *room.frmEssay;
+void ShowFinished(EssayContext& context) {
+  auto& app = context.program.app;
+  FrmEssay& frmEssay = *context.frmEssay;
   for (int i = 0; i < frmEssay.picButtons.Count(); ++i) frmEssay.picButtons(i).Visible = false;
   frmEssay.picCommands(2).Visible = false;
   ArrangeInMiddle(frmEssay, app.gEssayStartRequested ? 3 : 2);
@@ -61,49 +61,49 @@ void ShowFinished(EssayRoom& room) {
 
 }  // namespace
 
-void FinishEssay(EssayRoom& room) {
-  auto& app = room.program.app;
-  EssayRecords(room.records).FinishEssay(app.gEssayId, app.gEssayCurrent);
+void FinishEssay(EssayContext& context) {
+  auto& app = context.program.app;
+  EssayRecords(context.records).FinishEssay(app.gEssayId, app.gEssayCurrent);
   app.gEssayFinished = true;
-  AskInPlace(room, Message::kEssayDone);
-  CenterForm(*room.frmEssay);
-  Upload(room);
+  AskInPlace(context, Message::kEssayDone);
+  CenterForm(*context.frmEssay);
+  Upload(context);
 }
 
-void WrapUp(EssayRoom& room) {
-  auto& app = room.program.app;
-  FrmEssay& frmEssay = *room.frmEssay;
-  room.program.hall.frmMain->AsForm().Left = kAway;
+void WrapUp(EssayContext& context) {
+  auto& app = context.program.app;
+  FrmEssay& frmEssay = *context.frmEssay;
+  context.program.hall.frmMain->AsForm().Left = kAway;
   app.gEssayMode = false;
   frmEssay.txtInput.Text = app.gEssayCurrent;
   frmEssay.imgClose.Visible = true;
   if (app.gEssayFinished) {
-    ShowFinished(room);
+    ShowFinished(context);
   } else {
-    ShowStopped(room);
+    ShowStopped(context);
   }
 }
 
-void HandIn(EssayRoom& room) {
-  auto& app = room.program.app;
-  EssayRecords records(room.records);
+void HandIn(EssayContext& context) {
+  auto& app = context.program.app;
+  EssayRecords records(context.records);
   if (app.gEssayStartRequested || records.CountHandedIn(app.gEssayWorkId) > 0) return;
-  if (!AskInPlace(room, Message::kHandInNow)) return;
-  if (SubmitEssay(room.program, app.gEssayId, app.gEssayWorkId, kTries)) {
+  if (!AskInPlace(context, Message::kHandInNow)) return;
+  if (SubmitEssay(context.program, app.gEssayId, app.gEssayWorkId, kTries)) {
     records.HandInEssay(app.gEssayId, app.gEssayWorkId);
-    AskInPlace(room, Message::kHandedIn);
+    AskInPlace(context, Message::kHandedIn);
   } else {
-    room.program.machine.loop.Wait(kPauseBetweenTries);
-    AskInPlace(room, Message::kNotHandedIn);
+    context.program.machine.loop.Wait(kPauseBetweenTries);
+    AskInPlace(context, Message::kNotHandedIn);
   }
 }
 
-void ShowReport(EssayRoom& room) {
-  FrmEssay& frmEssay = *room.frmEssay;
+void ShowReport(EssayContext& context) {
+  FrmEssay& frmEssay = *context.frmEssay;
   StyleAllText(frmEssay.txtInput, kDone);
-  room.program.hall.frmMain->InputBox().Text = "";
+  context.program.hall.frmMain->InputBox().Text = "";
   frmEssay.mAnalysing = false;
-  ShowEssayResultHtml(room, room.program.app.gEssayId, false);
+  ShowEssayResultHtml(context, context.program.app.gEssayId, false);
 }
 
 }  // namespace essay_walk

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "core/message_catalogue.h"
-#include "essay/room.h"
+#include "essay/essay_context.h"
 
 namespace marovane {
 
@@ -17,22 +17,22 @@ inline constexpr TextStyle kDone{.color = Rgb(50, 50, 50)};
 inline constexpr const char* kAwaitsCorrection = "##EDIT##";
 
 /// Shows a message in the place of the essay window, which stays away. True when the user agrees.
-bool AskInPlace(EssayRoom& room, const Message& message);
+bool AskInPlace(EssayContext& context, const Message& message);
 
 /// How the walk goes on.
 enum class Next { kSentence, kSameAgain, kStop };
 
 /// Brings the main window, has the user correct gEssayCurSentence there, and puts the correction into the
 /// essay.
-Next CorrectSentence(EssayRoom& room);
+Next CorrectSentence(EssayContext& context);
 
 /// Closes the essay, whose last sentence has passed, and uploads the records.
-void FinishEssay(EssayRoom& room);
+void FinishEssay(EssayContext& context);
 /// Leaves the walking state, finished or stopped.
-void WrapUp(EssayRoom& room);
+void WrapUp(EssayContext& context);
 /// Offers to hand the essay in, when it answers an assignment.
-void HandIn(EssayRoom& room);
-void ShowReport(EssayRoom& room);
+void HandIn(EssayContext& context);
+void ShowReport(EssayContext& context);
 
 }  // namespace essay_walk
 

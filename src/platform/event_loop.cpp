@@ -110,7 +110,7 @@ void EventLoop::DisposeLater(std::shared_ptr<void> object) {
   if (depth_ > 0) disposed_.push_back(std::move(object));
 }
 
-std::function<void()> EventLoop::TakePosted() {
+std::function<void()> EventLoop::PopPosted() {
   const std::lock_guard lock(postedMutex_);
   if (posted_.empty()) return {};
   auto task = std::move(posted_.front());
@@ -127,7 +127,7 @@ bool EventLoop::RunPosted() {
   // One by one, so that the rest runs also when one of them waits or throws; no more than stood there at
   // first, so that tasks which post tasks leave room for timers.
   for (std::size_t i = 0; i < count; ++i) {
-    if (const auto task = TakePosted()) RunHandler(task);
+    if (const auto task = PopPosted()) RunHandler(task);
   }
   return count > 0;
 }

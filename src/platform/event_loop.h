@@ -115,7 +115,7 @@ class EventLoop {
   void RefuseWhileBlocked() const;
   bool MayTick(const Timer& timer) const;
   bool RunPosted();
-  std::function<void()> TakePosted();
+  std::function<void()> PopPosted();
   void Started(Timer* timer);
   void Stopped(Timer* timer);
 

@@ -26,7 +26,7 @@ class Property {
   /// assignment (a colour that is given to the present selection).
   Property& operator=(const T& value) {
     value_ = value;
-    Tell();
+    Notify();
     return *this;
   }
 
@@ -40,7 +40,7 @@ class Property {
   }
 
  private:
-  void Tell() {
+  void Notify() {
     std::erase_if(watchers_, [](const auto& watcher) { return watcher.expired(); });
     const auto told = watchers_;  // a watcher may add another
     for (const auto& weak : told) {

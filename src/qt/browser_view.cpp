@@ -58,13 +58,13 @@ void BrowserView::RunCommand(const std::string& url) {
   pane_->ReadInputs([this, url, guard = QPointer<BrowserView>(this)](const PageInputs& inputs) {
     if (!guard) return;
     Raise([this, url, inputs] {
-      TakeInputs(inputs);
+      CopyInputs(inputs);
       browser_.FollowLink(url);
     });
   });
 }
 
-void BrowserView::TakeInputs(const PageInputs& inputs) {
+void BrowserView::CopyInputs(const PageInputs& inputs) {
   browser_.inputValues.clear();
   browser_.inputChecked.clear();
   for (auto it = inputs.values.begin(); it != inputs.values.end(); ++it) {
@@ -80,7 +80,7 @@ void BrowserView::RefreshInputs() {
   if (!pane_ || browser_.Page().empty()) return;
   const auto came = std::make_shared<std::promise<void>>();
   pane_->ReadInputs([this, came, guard = QPointer<BrowserView>(this)](const PageInputs& inputs) {
-    if (guard && !form_.IsDetached()) TakeInputs(inputs);
+    if (guard && !form_.IsDetached()) CopyInputs(inputs);
     came->set_value();
   });
   const auto answer = came->get_future();

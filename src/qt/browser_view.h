@@ -33,7 +33,7 @@ class BrowserView : public ControlView, public WebRenderer {
   void HearEvents(WebPane& pane);
   bool MayNavigate(const std::string& url);
   void RunCommand(const std::string& url);
-  void TakeInputs(const PageInputs& inputs);
+  void CopyInputs(const PageInputs& inputs);
 
   WebBrowser& browser_;
   std::unique_ptr<WebPane> pane_;

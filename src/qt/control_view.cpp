@@ -12,7 +12,7 @@ namespace marovane {
 
 ControlView::ControlView(FormView& form, Control& control, QWidget& widget)
     : form_(form), control_(control), widget_(widget) {
-  TakeGeometry();
+  CopyGeometry();
   if (widget.testAttribute(Qt::WA_WState_ExplicitShowHide) && widget.isHidden()) control.Visible = false;
   if (!widget.isEnabled()) control.Enabled = false;
   if (!widget.toolTip().isEmpty()) control.ToolTipText = Utf8(widget.toolTip());
@@ -21,7 +21,7 @@ ControlView::ControlView(FormView& form, Control& control, QWidget& widget)
   FollowCommonProperties();
 }
 
-void ControlView::TakeGeometry() {
+void ControlView::CopyGeometry() {
   const QRect box = widget_.geometry();
   control_.Left = ToTwips(box.left());
   control_.Top = ToTwips(box.top());

@@ -64,7 +64,7 @@ class ControlView : public QObject {
 
  private:
   void FollowCommonProperties();
-  void TakeGeometry();
+  void CopyGeometry();
   bool HandleMouse(QMouseEvent* event);
   void ShowName();
 

@@ -23,7 +23,7 @@ Qt::Alignment QtAlignment(int alignment, Qt::Alignment before) {
 
 // The text drawn with the window stands unless the controller has set one already.
 template <class Model, class Widget>
-void TakeCaption(Model& model, Widget& widget) {
+void BindCaption(Model& model, Widget& widget) {
   if (model.Caption().empty()) {
     model.Caption = Utf8(widget.text());
   } else {
@@ -36,7 +36,7 @@ void TakeCaption(Model& model, Widget& widget) {
 LabelView::LabelView(FormView& form, Label& label, QLabel& widget)
     : ControlView(form, label, widget), label_(widget) {
   widget.setTextFormat(Qt::PlainText);
-  TakeCaption(label, widget);
+  BindCaption(label, widget);
   if (widget.alignment() & Qt::AlignHCenter) label.Alignment = Label::kCenter;
   if (widget.alignment() & Qt::AlignRight) label.Alignment = Label::kRightJustify;
   Follow(label.Caption, [this](const std::string& text) {
@@ -80,7 +80,7 @@ void LabelView::ShowStyle() {
 
 ButtonView::ButtonView(FormView& form, CommandButton& button, QAbstractButton& widget)
     : ControlView(form, button, widget) {
-  TakeCaption(button, widget);
+  BindCaption(button, widget);
   Follow(button.Caption, [&widget](const std::string& text) { widget.setText(Text(text)); });
   connect(&widget, &QAbstractButton::clicked, this, [this] {
     Raise([this] {
@@ -95,7 +95,7 @@ void ButtonView::ClickIt() { static_cast<QAbstractButton&>(Widget()).click(); }
 bool ButtonView::IsClickKey(int key) const { return key == Qt::Key_Return || key == Qt::Key_Enter; }
 
 MarkView::MarkView(FormView& form, CheckBox& box, QAbstractButton& widget) : ControlView(form, box, widget) {
-  TakeCaption(box, widget);
+  BindCaption(box, widget);
   if (widget.isChecked()) box.Value = true;
   widget.setChecked(box.Value);
   Follow(box.Caption, [&widget](const std::string& text) { widget.setText(Text(text)); });

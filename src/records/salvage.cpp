@@ -168,12 +168,12 @@ class Mending {
     if (!IsDamaged(program_.machine.databases, records_)) return;
     const int rows = MakeSalvaged();
     const std::string aside = PutInPlace();
-    Tell(fmt::format(
+    Show(fmt::format(
         "您的造句記錄檔已經損毀。\r\n\r\n損毀的檔案保留在 {}。\r\n還讀得到的 {} 筆資料已經搬到新的記錄檔；"
         "其他曾經上傳的記錄，會在同步時從伺服器取回。",
         aside, rows));
   }
-  void Tell(const std::string& text) { program_.machine.windows.SystemBox("Marovane", text); }
+  void Show(const std::string& text) { program_.machine.windows.SystemBox("Marovane", text); }
 
  private:
   int MakeSalvaged() {
@@ -235,7 +235,7 @@ void MendRecords(Program& program) {
   try {
     mending.Run();
   } catch (const RunTimeError& error) {
-    mending.Tell(fmt::format(
+    mending.Show(fmt::format(
         "您的造句記錄檔已經損毀，而且現在無法修復（{}）。\r\n\r\n請檢查磁碟空間，然後重新啟動程式。"
         "記錄檔還在原處，沒有刪除任何資料。",
         error.what()));

@@ -85,8 +85,8 @@ bool SyncRecords::WasNeverSent(const std::string& id) {
   return Db().Number("select count(*) from never_sent where id = ?", {id}) > 0;
 }
 
-void SyncRecords::Settle(RecordKind kind, const std::vector<std::string>& newIds,
-                         const std::vector<std::string>& deletedIds) {
+void SyncRecords::MarkSent(RecordKind kind, const std::vector<std::string>& newIds,
+                           const std::vector<std::string>& deletedIds) {
   const auto& words = WordsOf(kind);
   base::Transaction transaction(Db());
   // The plus sign keeps the index of the flags out of it: nearly all rows have this flag now.

@@ -37,8 +37,8 @@ class SyncRecords {
   /// True for a sentence that was deleted before it was ever sent.
   bool WasNeverSent(const std::string& id);
   /// What was sent: new rows become 'Y', deleted ones go, unless their flag has changed since.
-  void Settle(protocol::RecordKind kind, const std::vector<std::string>& newIds,
-              const std::vector<std::string>& deletedIds);
+  void MarkSent(protocol::RecordKind kind, const std::vector<std::string>& newIds,
+                const std::vector<std::string>& deletedIds);
 
   /// Stored text of the newest sentence; of the newest essay its id. "" without one.
   std::string Newest(protocol::RecordKind kind);

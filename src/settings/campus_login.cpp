@@ -119,14 +119,14 @@ void FrmXQDLogin::txtLogin_LostFocus() {
   machine.loop.DoEvents();
   const std::string reply = GetServerForLogin(program_, base::Trim(txtLogin.Text()));
   program_.frmMessage->closeForm();
-  if (!reply.starts_with("OK")) return TellNoServer(reply);
+  if (!reply.starts_with("OK")) return ShowNoServer(reply);
   constexpr int kServerFrom = 4;
   lblACServer.ForeColor = kFound;
   lblACServer.Caption = base::Replace(base::Trim(base::Mid(reply, kServerFrom)), "#", "");
   MoveBack();
 }
 
-void FrmXQDLogin::TellNoServer(const std::string& reply) {
+void FrmXQDLogin::ShowNoServer(const std::string& reply) {
   if (reply.starts_with("ERR") && reply != protocol::refusal::kConnectFailed) {
     ShowMessage(program_, Message::kUnknownAccount);
   } else {
@@ -147,15 +147,15 @@ void FrmXQDLogin::picButtons_Click(int index) {
 }
 
 void FrmXQDLogin::Login() {
-  if (TellBadInput()) return;
+  if (ShowBadInput()) return;
   Enabled = false;
   const std::string reply = LoginOrRetry();
   Enabled = true;
-  if (reply.starts_with("ERR")) return TellRefusal(reply);
+  if (reply.starts_with("ERR")) return ShowRefusal(reply);
   Accept(reply);
 }
 
-bool FrmXQDLogin::TellBadInput() {
+bool FrmXQDLogin::ShowBadInput() {
   constexpr int kMostPassword = 20;
   const std::string password = base::Trim(txtPassword.Text());
   if (base::Trim(txtLogin.Text()).empty()) {
@@ -180,7 +180,7 @@ std::string FrmXQDLogin::LoginOrRetry() {
   return LoginToServer(program_, server + "/serverside", login, password);
 }
 
-void FrmXQDLogin::TellRefusal(const std::string& reply) {
+void FrmXQDLogin::ShowRefusal(const std::string& reply) {
   if (reply == protocol::refusal::kConnectFailed) ShowMessage(program_, Message::kServerNotFound);
   if (reply == protocol::refusal::kNotFound) ShowMessage(program_, Message::kWrongAccount);
   if (reply == protocol::refusal::kWrongPassword) ShowMessage(program_, Message::kWrongPassword);

@@ -37,13 +37,13 @@ class FrmXQDLogin : public ButtonWindow<2>, public HallWindow {
   void WriteCertificate();
   void txtLogin_KeyPress(int& keyAscii);
   void txtLogin_LostFocus();
-  void TellNoServer(const std::string& reply);
+  void ShowNoServer(const std::string& reply);
   void picButtons_Click(int index) override;
   void Login();
   std::string LoginOrRetry();
   /// Tells what is wrong with the input. False when nothing is.
-  bool TellBadInput();
-  void TellRefusal(const std::string& reply);
+  bool ShowBadInput();
+  void ShowRefusal(const std::string& reply);
   void Accept(const std::string& reply);
   void Finish(bool isOk);
   void MoveAway();

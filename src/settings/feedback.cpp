@@ -1,10 +1,10 @@
 #include "settings/feedback.h"
 
 #include "base/text.h"
+#include "core/key_value_file.h"
 #include "core/message.h"
 #include "core/options.h"
 #include "core/server_access.h"
-#include "core/set_file.h"
 #include "core/text_utility.h"
 #include "protocol/form.h"
 #include "protocol/pages.h"

@@ -104,7 +104,7 @@ void FrmPassword::Login(const std::string& password) {
   Enabled = false;
   const std::string reply = LoginWithPassword(program_, program_.app.gAccountNo, password);
   Enabled = true;
-  if (reply.starts_with("ERR")) return TellRefusal(reply);
+  if (reply.starts_with("ERR")) return ShowRefusal(reply);
   Accept(password);
 }
 
@@ -121,7 +121,7 @@ void FrmPassword::Apply(const std::string& password) {
   Enabled = false;
   const std::string reply = ApplyForAccount(program_, base::Trim(txtUserName.Text()), email, password);
   Enabled = true;
-  if (!reply.starts_with("OK_")) return TellRefusal(reply);
+  if (!reply.starts_with("OK_")) return ShowRefusal(reply);
   auto& app = program_.app;
   app.gAccountNo = base::Trim(base::Replace(reply, "OK_", ""));
   WriteSetup(program_, "Pno", app.gAccountNo);
@@ -131,7 +131,7 @@ void FrmPassword::Apply(const std::string& password) {
   Accept(password);
 }
 
-void FrmPassword::TellRefusal(const std::string& reply) {
+void FrmPassword::ShowRefusal(const std::string& reply) {
   if (reply == protocol::refusal::kConnectFailed) {
     ShowMessage(program_, Message::kNetworkDown);
   } else if (reply == protocol::refusal::kNotFound) {

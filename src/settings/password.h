@@ -39,7 +39,7 @@ class FrmPassword : public ButtonWindow<2>, public HallWindow {
   void FitHeight();
   void Login(const std::string& password);
   void Apply(const std::string& password);
-  void TellRefusal(const std::string& reply);
+  void ShowRefusal(const std::string& reply);
   void Accept(const std::string& password);
 
   bool isApplying_ = false;

@@ -18,7 +18,7 @@ namespace {
 
 constexpr const char* kEnding = ".post";
 
-std::string TakeLine(std::string& text) {
+std::string PopLine(std::string& text) {
   const auto end = text.find('\n');
   if (end == std::string::npos) throw RunTimeError("a file of the outbox is damaged");
   std::string line = text.substr(0, end);
@@ -43,11 +43,11 @@ bool Outbox::IsEmpty() const { return Names().empty(); }
 Post Outbox::Read(const std::string& name) const {
   std::string text = program_.machine.files.Read(Folder() / name);
   Post post;
-  post.id = TakeLine(text);
-  post.kept = TakeLine(text);
-  post.kind = static_cast<protocol::RecordKind>(std::clamp(TakeLine(text)[0] - '0', 0, 2));
-  post.newIds = base::Split(TakeLine(text), " ");
-  post.deletedIds = base::Split(TakeLine(text), " ");
+  post.id = PopLine(text);
+  post.kept = PopLine(text);
+  post.kind = static_cast<protocol::RecordKind>(std::clamp(PopLine(text)[0] - '0', 0, 2));
+  post.newIds = base::Split(PopLine(text), " ");
+  post.deletedIds = base::Split(PopLine(text), " ");
   post.body = std::move(text);
   return post;
 }
@@ -59,7 +59,7 @@ std::string Outbox::Keep(const Post& post) {
   return name;
 }
 
-void Outbox::NoteSettled(const std::string& name, Post post) {
+void Outbox::NoteMarked(const std::string& name, Post post) {
   post.newIds.clear();
   post.deletedIds.clear();
   Write(name, post);

@@ -37,7 +37,7 @@ class Outbox {
   /// Keeps a post and gives its name.
   std::string Keep(const Post& post);
   /// Notes that the rows of a post have lost their flags.
-  void NoteSettled(const std::string& name, Post post);
+  void NoteMarked(const std::string& name, Post post);
   void Remove(const std::string& name);
 
  private:

@@ -3,7 +3,7 @@
 #include <array>
 
 #include "base/files.h"
-#include "core/places.h"
+#include "core/data_paths.h"
 #include "core/program.h"
 #include "core/text_utility.h"
 #include "platform/environment.h"

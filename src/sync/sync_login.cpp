@@ -47,7 +47,7 @@ void FrmSyncLogin::Accept() {
   const std::string pno = base::Replace(base::Trim(txtPno.Text()), "-", "");
   const std::string reply = CheckAccountPassword(program_, pno, base::Trim(txtPass.Text()));
   if (reply.starts_with("ERR")) {
-    TellRefusal(reply);
+    ShowRefusal(reply);
   } else if (reply.starts_with("OK")) {
     program_.app.gUploadAccountNo = pno;
     Unload();
@@ -57,7 +57,7 @@ void FrmSyncLogin::Accept() {
 
 // The window stays for another try. Its opener waits for an answer of its own, so the one to the message must
 // not be left standing.
-void FrmSyncLogin::TellRefusal(const std::string& reply) {
+void FrmSyncLogin::ShowRefusal(const std::string& reply) {
   if (reply == protocol::refusal::kConnectFailed) {
     ShowMessage(program_, Message::kNetworkDown);
   } else if (reply == protocol::refusal::kNotFound) {

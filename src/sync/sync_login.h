@@ -30,7 +30,7 @@ class FrmSyncLogin : public ShellWindow, public HallWindow {
   void SetDefaultValue();
   void cmdButtons_Click(int index);
   void Accept();
-  void TellRefusal(const std::string& reply);
+  void ShowRefusal(const std::string& reply);
 };
 
 }  // namespace marovane

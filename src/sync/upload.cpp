@@ -100,23 +100,23 @@ void SendTable(Program& program, SyncRecords& records, Outbox& outbox, RecordKin
   const Post post = MakePost(program, records, kind);
   const std::string name = outbox.Keep(post);
   const bool hasArrived = mayGoOut && HasArrived(program, post);
-  records.Settle(kind, post.newIds, post.deletedIds);
+  records.MarkSent(kind, post.newIds, post.deletedIds);
   if (hasArrived) {
     outbox.Remove(name);
   } else {
-    outbox.NoteSettled(name, post);
+    outbox.NoteMarked(name, post);
   }
 }
 
 }  // namespace
 
-void SettleOutbox(SyncRecords& records, Outbox& outbox) {
+void MarkOutboxSent(SyncRecords& records, Outbox& outbox) {
   for (const auto& name : outbox.Names()) {
     const Post post = outbox.Read(name);
     if (post.newIds.empty() && post.deletedIds.empty()) continue;
     // An essay may have been changed since. It goes out once more: servers know it by its number.
-    if (post.kind != RecordKind::kEssay) records.Settle(post.kind, post.newIds, post.deletedIds);
-    outbox.NoteSettled(name, post);
+    if (post.kind != RecordKind::kEssay) records.MarkSent(post.kind, post.newIds, post.deletedIds);
+    outbox.NoteMarked(name, post);
   }
 }
 

@@ -12,7 +12,7 @@ namespace marovane {
 struct Program;
 
 /// Settles the rows of posts that were on their way when the program last ended. Throws RunTimeError.
-void SettleOutbox(SyncRecords& records, Outbox& outbox);
+void MarkOutboxSent(SyncRecords& records, Outbox& outbox);
 
 /// Sends what waits in the outbox, then the pending rows of each table. What does not arrive stays in the
 /// outbox; the rows lose their flags either way. Throws RunTimeError when records or files fail.

@@ -88,7 +88,7 @@ void FrmUpload::SyncProgress(const std::string& mode) {
 
 void FrmUpload::Synchronise(const std::string& mode) {
   if (mode != "DOWNLOAD") SendWaitingFeedback(program_);
-  SettleOutbox(records_, outbox_);
+  MarkOutboxSent(records_, outbox_);
   const bool pending = records_.HasPending() || !outbox_.IsEmpty();
   bool same = false;
   CompareSyncChecksum(same);

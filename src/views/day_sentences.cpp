@@ -46,7 +46,7 @@ FrmSentences::FrmSentences(Program& program, RecordDb& records, Window<FrmBindSe
   webHtml.BeforeNavigate2 = [this](const std::string& url, bool& cancel) {
     webHtml_BeforeNavigate2(url, cancel);
   };
-  tmrMessage.onTick = [this] { TellDeleted(); };
+  tmrMessage.onTick = [this] { ShowDeleted(); };
 }
 
 void FrmSentences::ShowDaySentences(const std::string& mode, const std::string& days) {
@@ -108,7 +108,7 @@ void FrmSentences::AskAndDelete() {
 
 void FrmSentences::CleanupSelectedRecord() { records_.DeleteSentences(list_.CheckedKeys()); }
 
-void FrmSentences::TellDeleted() {
+void FrmSentences::ShowDeleted() {
   tmrMessage.Enabled = false;
   ShowMessage(program_, Message::kDeleted);
   ShowDaySentences("OKONLY", dayList_);

@@ -38,7 +38,7 @@ class FrmSentences : public ButtonWindow<3>, public DaySentences {
   void picButtons_Click(int index) override;
   void webHtml_BeforeNavigate2(const std::string& url, bool& cancel);
   void AskAndDelete();
-  void TellDeleted();
+  void ShowDeleted();
 
   DayRecords records_;
   Window<FrmBindSelect>& frmBindSelect_;

@@ -38,7 +38,7 @@ FrmDiary::FrmDiary(Program& program, RecordDb& records, ErrListDb& errList)
     tmrWaitProcess.Enabled = false;
     waitFlag_ = false;
   };
-  tmrMessage.onTick = [this] { TellDeleted(); };
+  tmrMessage.onTick = [this] { ShowDeleted(); };
 }
 
 void FrmDiary::Form_Load() {
@@ -95,7 +95,7 @@ void FrmDiary::CleanupDiaryRecord() {
   records_.DeleteDays(days);
 }
 
-void FrmDiary::TellDeleted() {
+void FrmDiary::ShowDeleted() {
   tmrMessage.Enabled = false;
   ShowMessage(program_, Message::kDeleted);
   RebuildWorkRec();

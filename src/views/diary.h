@@ -48,7 +48,7 @@ class FrmDiary : public ButtonWindow<2>, public HallWindow {
 
  private:
   void picButtons_Click(int index) override;
-  void TellDeleted();
+  void ShowDeleted();
   void WaitASecond();
   void ShowCharts();
 

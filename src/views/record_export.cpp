@@ -11,7 +11,7 @@ namespace {
 
 constexpr const char* kLineEnd = "\r\n";
 
-void TellNotWritten(Program& program, const base::Files::Path& path) {
+void ShowNotWritten(Program& program, const base::Files::Path& path) {
   program.app.gProgressDetail = "無法寫入檔案「" + path.string() + "」，請檢查磁碟空間以及資料夾的寫入權限";
   ShowMessage(program, Message::kUnexpectedError);
 }
@@ -44,7 +44,7 @@ bool ExportWholeText(Program& program, const std::string& path, const std::strin
   try {
     base::RewriteFile(files, file, text, false);
   } catch (const RunTimeError&) {
-    TellNotWritten(program, file);
+    ShowNotWritten(program, file);
     return false;
   }
   ShowMessage(program, Message::kExported);

@@ -92,11 +92,11 @@ void FrmCollocation::SetDefaultValue() {
 
 void FrmCollocation::Form_Activate() {
   if (currentTab_ == kNoTab) picTabs_Click(0);
-  TakeMainText();
+  LookUpMainText();
 }
 
 // What was written or selected in the main window since the last time.
-void FrmCollocation::TakeMainText() {
+void FrmCollocation::LookUpMainText() {
   auto& app = program_.app;
   const RichTextBox& txtInput = program_.hall.frmMain->InputBox();
   const std::string text = base::Trim(txtInput.Text());

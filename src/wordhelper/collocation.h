@@ -59,7 +59,7 @@ class FrmCollocation : public ButtonWindow<3>, public WordHelper {
  private:
   void BindOptions();
   void BindInputs();
-  void TakeMainText();
+  void LookUpMainText();
   void optPara1_Click(int index);
   void picButtons_Click(int index) override;
   void picSearchs_Click(int index);
@@ -88,8 +88,8 @@ class FrmCollocation : public ButtonWindow<3>, public WordHelper {
   void ShowPartners(const std::vector<std::string>& items);
   void ShowSynonyms(const std::vector<std::string>& items, bool plainLines);
   void ShowResultControls(bool visible);
-  void TellNothingCame();
-  void TellNothingFound();
+  void ShowNoReply();
+  void ShowNothingFound();
 
   static constexpr int kNoTab = 99;
   int currentTab_ = kNoTab;

@@ -2,10 +2,10 @@
 #include "base/files.h"
 #include "base/text.h"
 #include "core/engine_client.h"
+#include "core/key_value_file.h"
 #include "core/message.h"
 #include "core/process_control.h"
 #include "core/server_access.h"
-#include "core/set_file.h"
 #include "platform/run_time_error.h"
 #include "protocol/form.h"
 #include "protocol/pages.h"
@@ -58,9 +58,9 @@ void FrmCollocation::EndProgress() {
   Enabled = true;
 }
 
-void FrmCollocation::TellNothingCame() { ShowMessage(program_, Message::kNoEngineReply); }
+void FrmCollocation::ShowNoReply() { ShowMessage(program_, Message::kNoEngineReply); }
 
-void FrmCollocation::TellNothingFound() {
+void FrmCollocation::ShowNothingFound() {
   cboCollect.Enabled = false;
   ShowMessage(program_, Message::kNoPartners);
 }
@@ -77,9 +77,9 @@ void FrmCollocation::PassEngineCheckWBankLocal(const std::string& para) {
     path = RunEngine(para);
   } catch (const RunTimeError&) {
     EndProgress();
-    return TellNothingCame();
+    return ShowNoReply();
   }
-  if (path.empty()) return TellNothingCame();  // and the window stays disabled
+  if (path.empty()) return ShowNoReply();  // and the window stays disabled
   UpdateUserAct(program_, app.gAccountNo, app.gSuggestMode);
   EndProgress();
   if (app.gSuggestMode == "collo") ShowResultFile(path);
@@ -107,14 +107,14 @@ void FrmCollocation::ShowResultFile(const std::string& path) {
     lines = ResultLines(machine.files.Read(path));
     machine.files.Delete(path);
   } catch (const RunTimeError&) {
-    return TellNothingCame();
+    return ShowNoReply();
   }
   ResetRegistrySet(machine.files, program_.app.gRegistryFile, "REWRITE_LINE1");
   ShowPartners(lines);
 }
 
 void FrmCollocation::ShowPartners(const std::vector<std::string>& items) {
-  if (items.empty()) return TellNothingFound();
+  if (items.empty()) return ShowNothingFound();
   lblCollectMessage.Caption = "";
   ShowResultControls(true);
   arrowTicks_ = 0;
@@ -144,7 +144,7 @@ void FrmCollocation::PassEngineCheckWBankWeb(const std::string& para) {
     EndProgress();
     ShowReply(base::Trim(*payload), plainLines);
   } else {
-    TellNothingCame();
+    ShowNoReply();
   }
   Enabled = true;
   machine.loop.DoEvents();
@@ -166,7 +166,7 @@ void FrmCollocation::ShowEngineAddress() {
 
 void FrmCollocation::ShowReply(const std::string& payload, bool plainLines) {
   const auto items = PayloadItems(payload);
-  if (items.empty() || payload.find(kNotFound) != std::string::npos) return TellNothingFound();
+  if (items.empty() || payload.find(kNotFound) != std::string::npos) return ShowNothingFound();
   if (program_.app.gSuggestMode == "collo") ShowPartners(items);
   if (program_.app.gSuggestMode == "similar") ShowSynonyms(items, plainLines);
 }

@@ -1,6 +1,6 @@
 // One essay through both editions: the terminal program, and the windows that the desktop shows. Real server,
 // real engine, equal rows.
-#include "core/set_file.h"
+#include "core/key_value_file.h"
 #include "platform/host/curl_http.h"
 #include "tests/app/terminal_run.h"
 #include "tests/essay/essay_fixture.h"

@@ -9,7 +9,7 @@
 
 #include "base/cp950.h"
 #include "checking/main_window.h"
-#include "core/set_file.h"
+#include "core/key_value_file.h"
 #include "core/settings.h"
 #include "platform/window.h"
 #include "records/record_db.h"

@@ -61,13 +61,13 @@ TEST_F(ProvisioningTest, WhatCannotBeUnpackedIsToldAndNothingIsLost) {
   machine.processes.Install("mrvdata.exe", std::chrono::milliseconds{5});  // refuses its damaged package
   ExpectMessage(Message::kUnexpectedError, kOk, "mrvdata.giz");
   UnpackDataFiles(program);
-  TellMissingData(program);
+  ShowMissingData(program);
   fs::remove(machine.home / "program" / "giz" / "tolvex.giz");
   fs::remove_all(app.gEngineDir);
   Put(Data("Marovane.mdb"), "records");
   ExpectMessage(Message::kUnexpectedError, kOk, "tolvex.giz");
   UnpackDataFiles(program);
-  TellMissingData(program);
+  ShowMissingData(program);
   EXPECT_EQ(machine.user.Expected(), 0U);
   EXPECT_THAT(Content(Data("setup.set")), Optional(std::string("Pno=1\r\n")));
   EXPECT_THAT(Content(Data("Marovane.mdb")), Optional(std::string("records")));
@@ -81,7 +81,7 @@ TEST_F(ProvisioningTest, FreshHomeHearsOfAMissingDatabaseOnce) {
     ++attempts;
     UnpackDataFiles(program);
   };
-  program.hall.tellMissingData = [this] { TellMissingData(program); };
+  program.hall.showMissingData = [this] { ShowMissingData(program); };
   ExpectMessage(Message::kUnexpectedError, kOk, "mrvdata.giz");
   FrmStartUp::PrepareProgram(program);
   EXPECT_EQ(attempts, 2);

@@ -3,7 +3,7 @@
 #include <regex>
 
 #include "base/cp950.h"
-#include "core/set_file.h"
+#include "core/key_value_file.h"
 #include "tests/core/core_fixture.h"
 
 namespace marovane {

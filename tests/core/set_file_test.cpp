@@ -1,6 +1,5 @@
-#include "core/set_file.h"
-
 #include "base/cp950.h"
+#include "core/key_value_file.h"
 #include "platform/run_time_error.h"
 #include "tests/core/core_fixture.h"
 

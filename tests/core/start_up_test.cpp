@@ -1,6 +1,6 @@
 #include "core/start_up.h"
 
-#include "core/set_file.h"
+#include "core/key_value_file.h"
 #include "platform/run_time_error.h"
 #include "tests/core/core_fixture.h"
 
@@ -163,7 +163,7 @@ class StepsOfTheStart : public StartUpTest {
     const auto note = [this](const char* name) { return [this, name] { steps_.emplace_back(name); }; };
     hall.checkDatabaseBuild = note("build");
     hall.unpackDataFiles = note("unpack");
-    hall.tellMissingData = note("missing");
+    hall.showMissingData = note("missing");
     hall.refreshUpdater = note("updater");
     hall.showPublisherNews = note("news");
     hall.checkVersion = note("version");

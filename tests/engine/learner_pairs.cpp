@@ -41,7 +41,8 @@ std::string Told(const char* what, const LearnerPair& pair, const Judgement& jud
                      judgement.corrected);
 }
 
-void TellMisses(PairReport& report, const LearnerPair& pair, const Judgement& wrong, const Judgement& right) {
+void PrintMisses(PairReport& report, const LearnerPair& pair, const Judgement& wrong,
+                 const Judgement& right) {
   if (wrong.verdict != Verdict::kErrors)
     report.misses.push_back(Told("missed", pair, wrong));
   else if (!IsWanted(wrong.errcode, pair))
@@ -76,7 +77,7 @@ PairReport JudgePairs(const Engine& engine, const std::vector<LearnerPair>& pair
     const Judgement right = engine.Judge(pair.right);
     Tally(report.groups[pair.group], pair, wrong, right);
     Tally(report.all, pair, wrong, right);
-    TellMisses(report, pair, wrong, right);
+    PrintMisses(report, pair, wrong, right);
   }
   return report;
 }

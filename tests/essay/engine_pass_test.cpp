@@ -1,5 +1,5 @@
 // What the passes through the engine leave behind.
-#include "core/set_file.h"
+#include "core/key_value_file.h"
 #include "essay/engine_passes.h"
 #include "tests/essay/essay_fixture.h"
 

@@ -35,7 +35,7 @@ class TopicsTest : public EssayTest {
   std::string EssaysWith(const std::string& upload);
   std::string FinalSet(const std::string& essayId);
 
-  EssayRoom& room = composition.essay;
+  EssayContext& room = composition.essay;
 };
 
 /// What a page shows below its head, a line for each row, cells parted by blanks.

@@ -28,10 +28,10 @@ class SchoolPages : public testing::Test {
     store->AddPupils("lin", grade, {{kPupil, "Wang"}});
     store->AddTopic("lin", {kTopic, grade, "", "My home", "Where is it?", "2026-12-01", ""});
     server::RecordStore(Folder() / "server.db")
-        .TakePost(kPupil, "",
-                  {{false, protocol::EssayRow{"2026-11-05", kEssay, kTopic, "N", "My home", "It is here.",
-                                              "It is here."}}});
-    EXPECT_EQ(store->TakeHandIn(kPupil, kEssay, kTopic, "2026-11-05"), server::HandInResult::kTaken);
+        .StorePost(kPupil, "",
+                   {{false, protocol::EssayRow{"2026-11-05", kEssay, kTopic, "N", "My home", "It is here.",
+                                               "It is here."}}});
+    EXPECT_EQ(store->StoreHandIn(kPupil, kEssay, kTopic, "2026-11-05"), server::HandInResult::kTaken);
     auto& app = program_.composition.program.app;
     app.gServerUrlRoot = school_.Root();
     program_.machine.ownServer = QString::fromStdString(school_.Root());

@@ -17,14 +17,14 @@ class AccountsTest : public testing::Test {
   /// The account that was proven, or the word of the refusal.
   std::string Try(const std::string& number, const std::string& password) {
     try {
-      return accounts_.Proven(number, password);
+      return accounts_.Authenticate(number, password);
     } catch (const protocol::Refusal& refusal) {
       return refusal.what();
     }
   }
 
   TempFolder folder_;
-  std::unique_ptr<Store> store_ = OpenSqliteStore(folder_ / "server.db");
+  std::unique_ptr<AccountStore> store_ = OpenAccountStore(folder_ / "server.db");
   std::chrono::steady_clock::time_point now_{};
   Accounts accounts_{*store_, [this] { return now_; }};
 };

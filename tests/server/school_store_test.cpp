@@ -4,7 +4,7 @@
 
 #include <functional>
 
-#include "server/store/store.h"
+#include "server/store/account_store.h"
 #include "server/store/store_database.h"
 #include "tests/server/temp_folder.h"
 
@@ -17,7 +17,7 @@ using testing::SizeIs;
 class SchoolStoreTest : public testing::Test {
  protected:
   SchoolStoreTest() {
-    accounts_ = OpenSqliteStore(folder_ / "server.db");
+    accounts_ = OpenAccountStore(folder_ / "server.db");
     store_ = OpenSqliteSchoolStore(folder_ / "server.db");
     store_->PutTeacher({"lin", "Lin", "x"});
     store_->PutTeacher({"wu", "Wu", "x"});
@@ -28,11 +28,11 @@ class SchoolStoreTest : public testing::Test {
         ->Run(
             "INSERT INTO essay (account, day, essay_id, work_id, final_set, quiz, org_essay, new_essay)"
             " VALUES ('S1', '2026-11-05', 'e1', 'w1', 'N', 'T', 'a', 'b')");
-    store_->TakeHandIn("S1", "e1", "w1", "2026-11-05");
+    store_->StoreHandIn("S1", "e1", "w1", "2026-11-05");
   }
 
   TempFolder folder_;
-  std::unique_ptr<Store> accounts_;
+  std::unique_ptr<AccountStore> accounts_;
   std::unique_ptr<SchoolStore> store_;
   std::string class_;
 };

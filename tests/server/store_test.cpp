@@ -1,36 +1,35 @@
-#include "server/store/store.h"
-
 #include <gtest/gtest.h>
 
 #include <thread>
 #include <vector>
 
 #include "protocol/record_form.h"
+#include "server/store/account_store.h"
 #include "server/store/store_database.h"
 #include "tests/server/temp_folder.h"
 
 namespace server {
 namespace {
 
-TEST(Store, KeepsTextsOfEveryKindOverARestart) {
+TEST(AccountStore, KeepsTextsOfEveryKindOverARestart) {
   const TempFolder folder;
   const std::string odd = "'; DROP TABLE account; -- 國中\"%_";
   {
-    const auto store = OpenSqliteStore(folder / "server.db");
+    const auto store = OpenAccountStore(folder / "server.db");
     store->PutUserSettings("1", odd);
     EXPECT_EQ(store->UserSettings("1"), "") << "an unknown account keeps nothing";
     store->PutAccount("1", odd);
     store->PutUserSettings("1", odd);
   }
-  const auto store = OpenSqliteStore(folder / "server.db");
+  const auto store = OpenAccountStore(folder / "server.db");
   EXPECT_EQ(store->PasswordHash("1"), odd);
   EXPECT_EQ(store->UserSettings("1"), odd);
   EXPECT_EQ(store->PasswordHash("2"), std::nullopt);
 }
 
-TEST(Store, CountsActsFromManyThreads) {
+TEST(AccountStore, CountsActsFromManyThreads) {
   const TempFolder folder;
-  const auto store = OpenSqliteStore(folder / "server.db");
+  const auto store = OpenAccountStore(folder / "server.db");
   store->PutAccount("1", "x");
   std::vector<std::thread> threads;
   threads.reserve(8);
@@ -48,7 +47,7 @@ TEST(Store, CountsActsFromManyThreads) {
 }
 
 // What stood in ids and flags before posts were tested, and what is left of it.
-TEST(Store, CleansTheIdsOfOlderRows) {
+TEST(AccountStore, CleansTheIdsOfOlderRows) {
   const std::pair<std::string, std::string> ids[] = {{"1", "1"},
                                                      {"", ""},
                                                      {"w0b-5_1.f", "w0b-5_1.f"},
@@ -58,7 +57,7 @@ TEST(Store, CleansTheIdsOfOlderRows) {
                                                      {std::string(1 << 20, '<') + "1", ""},
                                                      {std::string("9\0<b>", 5), "9"}};
   const TempFolder folder;
-  OpenSqliteStore(folder / "server.db")->PutAccount("1", "x");
+  OpenAccountStore(folder / "server.db")->PutAccount("1", "x");
   const auto database = OpenStoreDatabase(folder / "server.db");
   for (const auto& [old, cleaned] : ids) {
     EXPECT_EQ(protocol::CleanRecordId(old), cleaned);
@@ -72,7 +71,7 @@ TEST(Store, CleansTheIdsOfOlderRows) {
         {old, old});
   }
   database->Run("PRAGMA user_version = 5");
-  OpenSqliteStore(folder / "server.db");
+  OpenAccountStore(folder / "server.db");
   std::vector<std::string> wanted;
   for (const auto& [old, cleaned] : ids) wanted.push_back(cleaned + "|" + cleaned + "|N|<");
   for (const char* columns :
@@ -82,14 +81,14 @@ TEST(Store, CleansTheIdsOfOlderRows) {
   }
 }
 
-TEST(Store, RefusesWhatItCannotRead) {
+TEST(AccountStore, RefusesWhatItCannotRead) {
   const TempFolder folder;
   WriteFile(folder / "rubbish.db", std::string(5000, 'x'));
-  EXPECT_THROW(OpenSqliteStore(folder / "rubbish.db"), std::runtime_error);
+  EXPECT_THROW(OpenAccountStore(folder / "rubbish.db"), std::runtime_error);
   EXPECT_EQ(ReadFile(folder / "rubbish.db"), std::string(5000, 'x'));
   OpenStoreDatabase(folder / "newer.db")->Run("PRAGMA user_version = 999");
-  EXPECT_THROW(OpenSqliteStore(folder / "newer.db"), std::runtime_error);
-  EXPECT_THROW(OpenSqliteStore(folder / "missing/server.db"), std::runtime_error);
+  EXPECT_THROW(OpenAccountStore(folder / "newer.db"), std::runtime_error);
+  EXPECT_THROW(OpenAccountStore(folder / "missing/server.db"), std::runtime_error);
 }
 
 }  // namespace

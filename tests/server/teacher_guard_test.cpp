@@ -224,13 +224,13 @@ TEST_F(TeacherGuard, OneAddressCannotTryManyNames) {
 TEST(LoginLimit, RemembersABoundedNumberOfNames) {
   std::chrono::steady_clock::time_point now{};
   server::LoginLimit limit([&] { return now; });
-  for (int i = 0; i < 10; ++i) EXPECT_TRUE(limit.TakesTry("first", "a"));
-  EXPECT_FALSE(limit.TakesTry("first", "b"));
+  for (int i = 0; i < 10; ++i) EXPECT_TRUE(limit.CountTry("first", "a"));
+  EXPECT_FALSE(limit.CountTry("first", "b"));
   for (int i = 0; i < 10000; ++i) {
     now += std::chrono::milliseconds(1);
-    limit.TakesTry("n" + std::to_string(i), "c" + std::to_string(i));
+    limit.CountTry("n" + std::to_string(i), "c" + std::to_string(i));
   }
-  EXPECT_TRUE(limit.TakesTry("first", "d")) << "the oldest of ten thousand was forgotten";
+  EXPECT_TRUE(limit.CountTry("first", "d")) << "the oldest of ten thousand was forgotten";
 }
 
 TEST_F(TeacherGuard, GivesEachLoginASessionOfItsOwn) {

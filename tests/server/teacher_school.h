@@ -33,9 +33,9 @@ class TeacherSchool : public testing::Test {
 
   void HandIn(const std::string& account, const std::string& topic, const std::string& essay) {
     server::RecordStore records(server_.Database());
-    records.TakePost(account, "",
-                     {{false, protocol::EssayRow{"2026-11-05", "e1", topic, "N", "T", essay, essay}}});
-    EXPECT_EQ(store_->TakeHandIn(account, "e1", topic, "2026-11-05"), server::HandInResult::kTaken);
+    records.StorePost(account, "",
+                      {{false, protocol::EssayRow{"2026-11-05", "e1", topic, "N", "T", essay, essay}}});
+    EXPECT_EQ(store_->StoreHandIn(account, "e1", topic, "2026-11-05"), server::HandInResult::kTaken);
   }
 
   /// A teacher who has logged in and looked at the classes.

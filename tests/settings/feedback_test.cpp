@@ -2,7 +2,7 @@
 
 #include "base/cp950.h"
 #include "base/database.h"
-#include "core/set_file.h"
+#include "core/key_value_file.h"
 #include "platform/host/curl_http.h"
 #include "platform/run_time_error.h"
 #include "sync/feedback_post.h"

@@ -142,7 +142,7 @@ class CampusTest : public SettingsRoomTest {
                                                                      .oldDefaultDomain = ""});
     auto& hall = started_->program.hall;
     hall.checkDatabaseBuild = hall.unpackDataFiles = hall.refreshUpdater = hall.checkVersion =
-        hall.tellMissingData = hall.showPublisherNews = [] {};
+        hall.showMissingData = hall.showPublisherNews = [] {};
     Window<FrmXQDLogin>& frm = started_->rooms.frmXQDLogin;
     const auto user = machine.windows.onShown;
     machine.windows.onShown = [&](Form& form, bool isModal) {

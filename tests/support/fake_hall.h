@@ -124,7 +124,7 @@ struct FakeHall {
     Lead(hall.frmFeedback, frmFeedback);
     Lead(hall.frmPassword, frmPassword);
     Lead(hall.frmEssayInputEdu, frmEssayInputEdu);
-    for (auto* step : {&hall.checkDatabaseBuild, &hall.unpackDataFiles, &hall.tellMissingData,
+    for (auto* step : {&hall.checkDatabaseBuild, &hall.unpackDataFiles, &hall.showMissingData,
                        &hall.refreshUpdater, &hall.showPublisherNews, &hall.checkVersion}) {
       *step = [] {};
     }

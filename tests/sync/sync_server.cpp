@@ -13,7 +13,7 @@ namespace marovane {
 SyncPages::SyncPages(std::filesystem::path database)
     : database_(std::move(database)),
       engine_([] { return server::SharedEngine::Judge(); }),
-      store_(server::OpenSqliteStore(database_)),
+      store_(server::OpenAccountStore(database_)),
       school_(server::OpenSqliteSchoolStore(database_)),
       accounts_(*store_),
       records_(database_),

@@ -30,7 +30,7 @@ class SyncPages {
   server::SharedEngine engine_;
   server::SharedWordBank wordBank_{{}};  // no page of a synchronisation asks it
   server::PageStore results_{1};
-  std::unique_ptr<server::Store> store_;
+  std::unique_ptr<server::AccountStore> store_;
   std::unique_ptr<server::SchoolStore> school_;
   server::Accounts accounts_;
   server::RecordStore records_;

@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "base/cp950.h"
-#include "core/set_file.h"
+#include "core/key_value_file.h"
 #include "platform/window.h"
 #include "tests/core/core_fixture.h"
 #include "wordhelper/collocation.h"

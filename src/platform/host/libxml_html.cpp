@@ -65,7 +65,7 @@ class TextWriter {
     }
   }
 
-  std::string Take() {
+  std::string Finish() {
     EndLine();
     return text_;
   }
@@ -112,7 +112,7 @@ std::string HtmlToText(std::string_view page) {
   if (!document) return "";
   TextWriter writer;
   writer.Write(xmlDocGetRootElement(document.get()));
-  return writer.Take();
+  return writer.Finish();
 }
 
 }  // namespace marovane

@@ -1,4 +1,4 @@
-#include "essay/room.h"
+#include "essay/essay_context.h"
 
 #include "core/text_utility.h"
 #include "essay/report_window.h"
@@ -7,7 +7,7 @@
 
 namespace marovane {
 
-EssayRoom::EssayRoom(Program& theProgram, RecordDb& theRecords, ErrListDb& theErrList)
+EssayContext::EssayContext(Program& theProgram, RecordDb& theRecords, ErrListDb& theErrList)
     : program(theProgram),
       records(theRecords),
       errList(theErrList),
@@ -17,17 +17,17 @@ EssayRoom::EssayRoom(Program& theProgram, RecordDb& theRecords, ErrListDb& theEr
       frmEssayInputEdu([this] { return std::make_shared<FrmEssayInputEdu>(*this); }),
       frmEssayInputForm([this] { return std::make_shared<FrmEssayInputForm>(*this); }) {}
 
-void EssayRoom::ShowEssay(const std::string& essayId) {
+void EssayContext::ShowEssay(const std::string& essayId) {
   if (!program.app.gEssayMode) ShowEssayResultHtml(*this, essayId, true);
 }
 
-void EssayRoom::ShowOldEssay(const std::string& essayId) {
+void EssayContext::ShowOldEssay(const std::string& essayId) {
   if (program.app.gEssayMode) return;
   program.app.gEssayNoListReturn = true;
   ShowEssay(essayId);
 }
 
-void EssayRoom::StartEssay() {
+void EssayContext::StartEssay() {
   if (program.app.gEssayMode) return frmEssay->BringToFront();
   program.app.gEssayReportShown = false;
   frmEssay.Unload();
@@ -36,7 +36,7 @@ void EssayRoom::StartEssay() {
   frmEssay->Show();
 }
 
-void EssayRoom::StartOwnEssay(const std::string& title) {
+void EssayContext::StartOwnEssay(const std::string& title) {
   auto& app = program.app;
   if (app.gEssayMode) return frmEssay->BringToFront();
   const base::LocalTime now = program.machine.loop.Now();

@@ -1,4 +1,4 @@
-#include "core/set_file.h"
+#include "core/key_value_file.h"
 
 #include <filesystem>
 

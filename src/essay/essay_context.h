@@ -18,8 +18,8 @@ class ErrListDb;
 class RecordDb;
 
 /// The windows are reached through their handles, since the essay window reloads itself for its report.
-struct EssayRoom : public Essay {
-  EssayRoom(Program& theProgram, RecordDb& theRecords, ErrListDb& theErrList);
+struct EssayContext : public Essay {
+  EssayContext(Program& theProgram, RecordDb& theRecords, ErrListDb& theErrList);
 
   Form& AsForm() override { return *frmEssay; }
   /// Shows the report of an essay, unless another one is being walked through just now.

@@ -26,9 +26,9 @@ struct Feedback {
 
 /// Texts are UTF-8; an account is its cleaned number. All calls may come from several threads, and throw
 /// std::runtime_error when the database fails.
-class Store {
+class AccountStore {
  public:
-  virtual ~Store() = default;
+  virtual ~AccountStore() = default;
 
   /// Nothing for an unknown account.
   virtual std::optional<std::string> PasswordHash(const std::string& account) = 0;
@@ -54,6 +54,6 @@ class Store {
 
 /// Opens the SQLite database of a file, and creates it or brings its tables up to date first. Throws
 /// std::runtime_error when the file cannot be used.
-std::unique_ptr<Store> OpenSqliteStore(const std::filesystem::path& file);
+std::unique_ptr<AccountStore> OpenAccountStore(const std::filesystem::path& file);
 
 }  // namespace server

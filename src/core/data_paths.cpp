@@ -1,4 +1,4 @@
-#include "core/places.h"
+#include "core/data_paths.h"
 
 #include "platform/environment.h"
 

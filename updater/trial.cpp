@@ -1,4 +1,4 @@
-#include "updater/proof.h"
+#include "updater/trial.h"
 
 #include <fmt/format.h>
 
@@ -15,17 +15,17 @@ namespace {
 namespace fs = std::filesystem;
 
 // A home that vanishes.
-class ProofHome {
+class TrialHome {
  public:
-  ProofHome() : path_((fs::temp_directory_path() / "marovane-proof-XXXXXX").string()) {
+  TrialHome() : path_((fs::temp_directory_path() / "marovane-trial-XXXXXX").string()) {
     if (mkdtemp(path_.data()) == nullptr) throw Refusal("無法建立暫存資料夾，沒有更新任何檔案。");
   }
-  ~ProofHome() {
+  ~TrialHome() {
     std::error_code ignored;
     fs::remove_all(path_, ignored);
   }
-  ProofHome(const ProofHome&) = delete;
-  ProofHome& operator=(const ProofHome&) = delete;
+  TrialHome(const TrialHome&) = delete;
+  TrialHome& operator=(const TrialHome&) = delete;
 
   std::vector<std::string> Environment() const {
     const char* const search = std::getenv("PATH");
@@ -36,7 +36,7 @@ class ProofHome {
   std::string path_;
 };
 
-bool Says(const ProofHome& home, const fs::path& program, const std::string& word,
+bool Says(const TrialHome& home, const fs::path& program, const std::string& word,
           const std::string& beginning) try {
   constexpr std::chrono::minutes kPatience{2};
   const auto result = base::RunToEnd(
@@ -48,7 +48,7 @@ bool Says(const ProofHome& home, const fs::path& program, const std::string& wor
   return false;  // it cannot even be started
 }
 
-void Want(const ProofHome& home, const fs::path& program, const std::string& word,
+void Want(const TrialHome& home, const fs::path& program, const std::string& word,
           const std::string& beginning) {
   if (Says(home, program, word, beginning)) return;
   throw Refusal(
@@ -57,8 +57,8 @@ void Want(const ProofHome& home, const fs::path& program, const std::string& wor
 
 }  // namespace
 
-void Prove(const fs::path& tree, const std::string& version) {
-  const ProofHome home;
+void TryOut(const fs::path& tree, const std::string& version) {
+  const TrialHome home;
   const std::string told = fmt::format("Marovane {}\n", version);
   const fs::path windows = tree / "bin" / "marovane";
   const fs::path terminal = tree / "bin" / "marovane-terminal";

@@ -5,9 +5,9 @@
 #include <stdexcept>
 
 #include "base/transaction.h"
+#include "server/store/account_store.h"
 #include "server/store/record_tables.h"
 #include "server/store/school_tables.h"
-#include "server/store/store.h"
 #include "server/store/store_database.h"
 
 namespace server {
@@ -65,9 +65,9 @@ void BringUpToDate(base::Database& database, const std::filesystem::path& file) 
   transaction.Commit();
 }
 
-class SqliteStore : public Store {
+class SqliteAccountStore : public AccountStore {
  public:
-  explicit SqliteStore(std::unique_ptr<base::Database> database) : database_(std::move(database)) {}
+  explicit SqliteAccountStore(std::unique_ptr<base::Database> database) : database_(std::move(database)) {}
 
   std::optional<std::string> PasswordHash(const std::string& account) override {
     return First("SELECT password_hash FROM account WHERE number = ?", {account});
@@ -131,10 +131,10 @@ class SqliteStore : public Store {
 
 }  // namespace
 
-std::unique_ptr<Store> OpenSqliteStore(const std::filesystem::path& file) try {
+std::unique_ptr<AccountStore> OpenAccountStore(const std::filesystem::path& file) try {
   auto database = OpenStoreDatabase(file);
   BringUpToDate(*database, file);
-  return std::make_unique<SqliteStore>(std::move(database));
+  return std::make_unique<SqliteAccountStore>(std::move(database));
 } catch (const std::exception& error) {
   throw std::runtime_error(fmt::format("cannot use the database: {}", error.what()));
 }
