@@ -62,8 +62,11 @@ click_in() { xdotool mousemove --window "$(window_of "$1")" "$2" "$3" click "${4
 # the keyboard once more, late.
 takes_keyboard() {
   click_in "$1" "$2" "$3"
-  [ "$(xdotool getwindowfocus)" = "$(window_of "$1")" ]
+  has_keyboard "$1"
 }
+
+# has_keyboard FORM: without a window manager a window that has just come up gets the keys a little later.
+has_keyboard() { [ "$(xdotool getwindowfocus)" = "$(window_of "$1")" ]; }
 
 # has_color COLOR: some pixel of the screen has it, or nearly.
 has_color() {
