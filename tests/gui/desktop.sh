@@ -1,6 +1,9 @@
 # Functions for scripts that work the real program from outside: a screen of its own, real keys and clicks.
 # Sourced by tests/gui/* and scripts/screenshots. Wants $MAROVANE, the path of the program.
 
+# Says where a script ended that did not come to its end.
+trap 'echo "$0: line $LINENO: failed: $BASH_COMMAND" >&2' ERR
+
 # xdotool reads what it shall type in the encoding of the locale.
 export LC_ALL=C.UTF-8
 
