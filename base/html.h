@@ -17,7 +17,7 @@ std::string Escaped(std::string_view text);
 /// The entity of a sign that has a meaning in HTML; "" for any other sign.
 std::string_view EntityOf(char sign);
 
-/// As what a part of a pattern is written: numbers as numbers, a character too, and all else as text.
+/// The type as which a part of a pattern is written: numbers and characters as numbers, all else as text.
 template <typename Part>
 struct WrittenPart {
   using Type = std::string;
@@ -28,7 +28,7 @@ struct WrittenPart<Part> {
   using Type = decltype(+Part());
 };
 
-/// A pattern of fmt for these parts. It stands in the program's own code, and the compiler reads it.
+/// A pattern of fmt for these parts. It is part of the program's own code, and the compiler reads it.
 template <typename... Parts>
 class HtmlPattern {
  public:

@@ -85,13 +85,65 @@ class HttpSession::Transfer {
   ~Transfer() { curl_easy_reset(curl_); }  // it points into this object
   Transfer(const Transfer&) = delete;
   Transfer& operator=(const Transfer&) = delete;
-  HttpResponse Perform();
+
+  HttpResponse Perform() {
+    const CURLcode result = curl_easy_perform(curl_);
+    if (sinkError_) std::rethrow_exception(sinkError_);
+    if (result != CURLE_OK)
+      throw HttpError(detail_.front() != '\0' ? detail_.data() : curl_easy_strerror(result));
+    long status = 0;
+    const char* type = nullptr;
+    const char* answered = nullptr;
+    curl_easy_getinfo(curl_, CURLINFO_RESPONSE_CODE, &status);
+    curl_easy_getinfo(curl_, CURLINFO_CONTENT_TYPE, &type);
+    curl_easy_getinfo(curl_, CURLINFO_EFFECTIVE_URL, &answered);
+    return {static_cast<int>(status), type != nullptr ? type : "", "", answered != nullptr ? answered : ""};
+  }
 
  private:
-  void Prepare(const HttpRequest& request);
-  void Bound(const HttpLimits& limits);
-  void SetMethod(const HttpRequest& request, const HttpLimits& limits);
-  static std::size_t Receive(const char* bytes, std::size_t one, std::size_t count, void* transfer);
+  void Prepare(const HttpRequest& request) {
+    curl_easy_setopt(curl_, CURLOPT_URL, request.url.c_str());
+    curl_easy_setopt(curl_, CURLOPT_HTTP_VERSION, static_cast<long>(CURL_HTTP_VERSION_1_1));
+    curl_easy_setopt(curl_, CURLOPT_NOSIGNAL, 1L);
+    curl_easy_setopt(curl_, CURLOPT_NOPROXY, withoutProxy_.c_str());
+    curl_easy_setopt(curl_, CURLOPT_HTTPHEADER, headers_.get());
+    curl_easy_setopt(curl_, CURLOPT_WRITEFUNCTION, &Receive);
+    curl_easy_setopt(curl_, CURLOPT_WRITEDATA, this);
+    curl_easy_setopt(curl_, CURLOPT_ERRORBUFFER, detail_.data());
+  }
+
+  void Bound(const HttpLimits& limits) {
+    const char* const protocols = limits.isSecure ? "https" : "http,https";
+    curl_easy_setopt(curl_, CURLOPT_PROTOCOLS_STR, protocols);
+    curl_easy_setopt(curl_, CURLOPT_REDIR_PROTOCOLS_STR, protocols);
+    curl_easy_setopt(curl_, CURLOPT_CONNECTTIMEOUT, kConnectSeconds);
+    curl_easy_setopt(curl_, CURLOPT_LOW_SPEED_LIMIT, limits.leastBytesPerSecond);
+    curl_easy_setopt(curl_, CURLOPT_LOW_SPEED_TIME, limits.slowSeconds);
+    curl_easy_setopt(curl_, CURLOPT_FAILONERROR, limits.refusesErrors ? 1L : 0L);
+  }
+
+  void SetMethod(const HttpRequest& request, const HttpLimits& limits) {
+    if (request.method == "GET") {
+      curl_easy_setopt(curl_, CURLOPT_FOLLOWLOCATION, 1L);
+      curl_easy_setopt(curl_, CURLOPT_MAXREDIRS, limits.redirections);
+      return;
+    }
+    curl_easy_setopt(curl_, CURLOPT_POST, 1L);
+    curl_easy_setopt(curl_, CURLOPT_POSTFIELDSIZE_LARGE, static_cast<curl_off_t>(request.body.size()));
+    curl_easy_setopt(curl_, CURLOPT_POSTFIELDS, request.body.data());
+    if (request.method != "POST") curl_easy_setopt(curl_, CURLOPT_CUSTOMREQUEST, request.method.c_str());
+  }
+
+  static std::size_t Receive(const char* bytes, std::size_t /*one*/, std::size_t count, void* transfer) {
+    auto& self = *static_cast<Transfer*>(transfer);
+    try {
+      self.sink_({bytes, count});
+      return count;
+    } catch (...) {
+      self.sinkError_ = std::current_exception();
+      return 0;
+    }
+  }
 
   CURL* curl_;
   List headers_;
@@ -100,65 +152,6 @@ class HttpSession::Transfer {
   std::array<char, CURL_ERROR_SIZE> detail_{};
   std::exception_ptr sinkError_;  // waits until curl has returned
 };
-
-void HttpSession::Transfer::Prepare(const HttpRequest& request) {
-  curl_easy_setopt(curl_, CURLOPT_URL, request.url.c_str());
-  curl_easy_setopt(curl_, CURLOPT_HTTP_VERSION, static_cast<long>(CURL_HTTP_VERSION_1_1));
-  curl_easy_setopt(curl_, CURLOPT_NOSIGNAL, 1L);
-  curl_easy_setopt(curl_, CURLOPT_NOPROXY, withoutProxy_.c_str());
-  curl_easy_setopt(curl_, CURLOPT_HTTPHEADER, headers_.get());
-  curl_easy_setopt(curl_, CURLOPT_WRITEFUNCTION, &Receive);
-  curl_easy_setopt(curl_, CURLOPT_WRITEDATA, this);
-  curl_easy_setopt(curl_, CURLOPT_ERRORBUFFER, detail_.data());
-}
-
-void HttpSession::Transfer::Bound(const HttpLimits& limits) {
-  const char* const protocols = limits.isSecure ? "https" : "http,https";
-  curl_easy_setopt(curl_, CURLOPT_PROTOCOLS_STR, protocols);
-  curl_easy_setopt(curl_, CURLOPT_REDIR_PROTOCOLS_STR, protocols);
-  curl_easy_setopt(curl_, CURLOPT_CONNECTTIMEOUT, kConnectSeconds);
-  curl_easy_setopt(curl_, CURLOPT_LOW_SPEED_LIMIT, limits.leastBytesPerSecond);
-  curl_easy_setopt(curl_, CURLOPT_LOW_SPEED_TIME, limits.slowSeconds);
-  curl_easy_setopt(curl_, CURLOPT_FAILONERROR, limits.refusesErrors ? 1L : 0L);
-}
-
-void HttpSession::Transfer::SetMethod(const HttpRequest& request, const HttpLimits& limits) {
-  if (request.method == "GET") {
-    curl_easy_setopt(curl_, CURLOPT_FOLLOWLOCATION, 1L);
-    curl_easy_setopt(curl_, CURLOPT_MAXREDIRS, limits.redirections);
-    return;
-  }
-  curl_easy_setopt(curl_, CURLOPT_POST, 1L);
-  curl_easy_setopt(curl_, CURLOPT_POSTFIELDSIZE_LARGE, static_cast<curl_off_t>(request.body.size()));
-  curl_easy_setopt(curl_, CURLOPT_POSTFIELDS, request.body.data());
-  if (request.method != "POST") curl_easy_setopt(curl_, CURLOPT_CUSTOMREQUEST, request.method.c_str());
-}
-
-std::size_t HttpSession::Transfer::Receive(const char* bytes, std::size_t /*one*/, std::size_t count,
-                                           void* transfer) {
-  auto& self = *static_cast<Transfer*>(transfer);
-  try {
-    self.sink_({bytes, count});
-    return count;
-  } catch (...) {
-    self.sinkError_ = std::current_exception();
-    return 0;
-  }
-}
-
-HttpResponse HttpSession::Transfer::Perform() {
-  const CURLcode result = curl_easy_perform(curl_);
-  if (sinkError_) std::rethrow_exception(sinkError_);
-  if (result != CURLE_OK)
-    throw HttpError(detail_.front() != '\0' ? detail_.data() : curl_easy_strerror(result));
-  long status = 0;
-  const char* type = nullptr;
-  const char* answered = nullptr;
-  curl_easy_getinfo(curl_, CURLINFO_RESPONSE_CODE, &status);
-  curl_easy_getinfo(curl_, CURLINFO_CONTENT_TYPE, &type);
-  curl_easy_getinfo(curl_, CURLINFO_EFFECTIVE_URL, &answered);
-  return {static_cast<int>(status), type != nullptr ? type : "", "", answered != nullptr ? answered : ""};
-}
 
 HttpSession::HttpSession(const HttpLimits& limits) : limits_(limits) {
   InitCurl();

@@ -22,10 +22,7 @@ KeyValues::Line ParseLine(std::string_view line, const KeyValueFormat& format) {
 }  // namespace
 
 KeyValues::KeyValues(std::string_view bytes, KeyValueFormat format) : format_(format) {
-  while (!bytes.empty()) {
-    const auto end = std::min(bytes.find_first_of(kLineEnd), bytes.size());
-    const std::string_view line = bytes.substr(0, end);
-    bytes.remove_prefix(std::min(end + 1, bytes.size()));
+  for (const auto& line : Split(Replace(bytes, "\r", "\n"), "\n")) {
     if (!Trimmed(line, format.blanks).empty()) lines_.push_back(ParseLine(line, format));
   }
 }

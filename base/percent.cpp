@@ -9,8 +9,6 @@
 namespace base {
 namespace {
 
-constexpr auto kNone = std::string_view::npos;
-
 bool IsLetterOrDigit(char sign) {
   return (sign >= '0' && sign <= '9') || (sign >= 'A' && sign <= 'Z') || (sign >= 'a' && sign <= 'z');
 }
@@ -34,7 +32,7 @@ int HexPair(std::string_view digits) {
 std::string FormEncode(std::string_view bytes, std::string_view plainSigns) {
   std::string encoded;
   for (const char sign : bytes) {
-    if (IsLetterOrDigit(sign) || plainSigns.find(sign) != kNone) {
+    if (IsLetterOrDigit(sign) || plainSigns.find(sign) != std::string_view::npos) {
       encoded += sign;
     } else {
       encoded += sign == ' ' ? "+" : Encoded(sign);
@@ -45,7 +43,8 @@ std::string FormEncode(std::string_view bytes, std::string_view plainSigns) {
 
 std::string PercentEncode(std::string_view text, std::string_view signs) {
   std::string encoded;
-  for (const char sign : text) encoded += signs.find(sign) == kNone ? std::string(1, sign) : Encoded(sign);
+  for (const char sign : text)
+    encoded += signs.find(sign) == std::string_view::npos ? std::string(1, sign) : Encoded(sign);
   return encoded;
 }
 

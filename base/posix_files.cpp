@@ -105,12 +105,8 @@ void PosixFiles::Append(const Path& path, std::string_view bytes) {
 }
 
 void PosixFiles::MakeExecutable(const Path& path) {
-  using std::filesystem::perms;
   std::error_code error;
-  std::filesystem::permissions(
-      path,
-      perms::owner_all | perms::group_read | perms::group_exec | perms::others_read | perms::others_exec,
-      error);
+  std::filesystem::permissions(path, std::filesystem::perms{0755}, error);
   if (error) throw FileError("make executable", path, error.value());
 }
 

@@ -9,6 +9,13 @@ const unsigned char* Unsigned(std::string_view bytes) {
 
 }  // namespace
 
+std::string HexOf(std::string_view bytes) {
+  std::string digits(bytes.size() * 2 + 1, '\0');
+  sodium_bin2hex(digits.data(), digits.size(), Unsigned(bytes), bytes.size());
+  digits.pop_back();
+  return digits;
+}
+
 void Sha256::Add(std::string_view bytes) {
   crypto_hash_sha256_update(&state_, Unsigned(bytes), bytes.size());
 }
@@ -17,13 +24,6 @@ std::string Sha256::Bytes() {
   std::string digest(kSize, '\0');
   crypto_hash_sha256_final(&state_, reinterpret_cast<unsigned char*>(digest.data()));
   return digest;
-}
-
-std::string Sha256::Digits() {
-  std::string digits(kSize * 2 + 1, '\0');
-  sodium_bin2hex(digits.data(), digits.size(), Unsigned(Bytes()), kSize);
-  digits.pop_back();
-  return digits;
 }
 
 }  // namespace base

@@ -1,4 +1,4 @@
-// SHA-256 (FIPS 180-4), by libsodium.
+// SHA-256 (FIPS 180-4) and hexadecimal digits, by libsodium.
 #pragma once
 
 #include <sodium.h>
@@ -7,6 +7,9 @@
 #include <string_view>
 
 namespace base {
+
+/// Two lower-case hexadecimal digits a byte, in a time that does not depend on them.
+std::string HexOf(std::string_view bytes);
 
 /// The digest of what is added piece by piece.
 class Sha256 {
@@ -17,8 +20,8 @@ class Sha256 {
   void Add(std::string_view bytes);
   /// The digest's kSize bytes. Ends it.
   std::string Bytes();
-  /// The same as lower-case hexadecimal digits.
-  std::string Digits();
+  /// The same in hexadecimal digits.
+  std::string Digits() { return HexOf(Bytes()); }
 
  private:
   crypto_hash_sha256_state state_{};

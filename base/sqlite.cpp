@@ -55,9 +55,9 @@ class SqliteRow : public DbRow {
     return sqlite3_column_type(statement_, Checked(column)) == SQLITE_NULL;
   }
   std::int64_t Number(int column) const override { return sqlite3_column_int64(statement_, Checked(column)); }
-  std::string Text(int column) const override {
+  std::string_view View(int column) const override {
     const unsigned char* const bytes = sqlite3_column_text(statement_, Checked(column));
-    if (bytes == nullptr) return "";
+    if (bytes == nullptr) return {};
     const auto size = static_cast<std::size_t>(sqlite3_column_bytes(statement_, column));
     return {reinterpret_cast<const char*>(bytes), size};
   }
@@ -98,7 +98,7 @@ class SqliteDatabase : public Database {
     FailWith(sqlite3_errcode(connection_.get()), sqlite3_errmsg(connection_.get()));
   }
 
-  // A statement whose rows are being handed over may be run again by who gets them: that takes another one.
+  // Whoever is handed the rows of a statement may run the same statement again, which needs another instance.
   Statement& FreeStatement(std::string_view sql) {
     auto found = statements_.find(sql);
     if (found == statements_.end()) found = statements_.try_emplace(std::string(sql)).first;
@@ -117,8 +117,8 @@ class SqliteDatabase : public Database {
     auto statement = std::make_unique<Statement>();
     statement->handle.reset(handle);
     if (result != SQLITE_OK) Fail();
-    const std::string_view behind = sql.substr(static_cast<std::size_t>(rest - sql.data()));
-    if (handle == nullptr || behind.find_first_not_of(" \t\r\n;") != std::string_view::npos) {
+    const std::string_view after = sql.substr(static_cast<std::size_t>(rest - sql.data()));
+    if (handle == nullptr || after.find_first_not_of(" \t\r\n;") != std::string_view::npos) {
       throw Error(fmt::format("not one single statement: {}", sql));
     }
     return statement;

@@ -12,7 +12,7 @@ namespace base {
 class SqliteDatabases : public Databases {
  public:
   std::unique_ptr<Database> Open(const std::filesystem::path& path, Mode mode) override;
-  /// A file that stands there already is an error: nothing is ever overwritten.
+  /// A file that exists already is an error: nothing is ever overwritten.
   std::unique_ptr<Database> Create(const std::filesystem::path& path) override;
 };
 

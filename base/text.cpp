@@ -35,6 +35,12 @@ std::vector<std::string> Split(std::string_view text, std::string_view separator
   }
 }
 
+std::string_view PopPiece(std::string_view& text, std::string_view separator) {
+  const std::string_view piece = text.substr(0, text.find(separator));
+  text.remove_prefix(std::min(piece.size() + separator.size(), text.size()));
+  return piece;
+}
+
 std::string Lower(std::string_view text) {
   std::string lower(text);
   for (char& sign : lower) sign = sign >= 'A' && sign <= 'Z' ? static_cast<char>(sign - 'A' + 'a') : sign;

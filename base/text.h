@@ -20,6 +20,10 @@ std::string Replace(std::string_view text, std::string_view from, std::string_vi
 /// Pieces between the separators; a text without one is one piece, the empty text none.
 std::vector<std::string> Split(std::string_view text, std::string_view separator);
 
+/// Takes the piece before the next separator off the front of a text, with the separator; all of the text
+/// when it has none.
+std::string_view PopPiece(std::string_view& text, std::string_view separator);
+
 /// The letters A to Z in the other case, in any locale.
 std::string Lower(std::string_view text);
 std::string Upper(std::string_view text);

@@ -20,7 +20,7 @@ struct Utf8Character {
 /// character.
 Utf8Character NextUtf8(std::string_view text, std::size_t at);
 
-/// Appends a character. A surrogate and what lies beyond U+10FFFF become U+FFFD.
+/// Appends a character. A surrogate and what is beyond U+10FFFF become U+FFFD.
 void AppendUtf8(std::string& text, char32_t codePoint);
 
 /// Well-formed UTF-8, whatever its characters.

@@ -1,15 +1,7 @@
 // Recall and false alarms of the check engine on files of sentences, one a line, or of learners' pairs.
-#include <fmt/format.h>
-
-#include <cstdlib>
-#include <fstream>
 #include <map>
-#include <stdexcept>
-#include <string>
-#include <string_view>
-#include <vector>
 
-#include "engine/tolvex.h"
+#include "bench/statistics.h"
 #include "tests/engine/learner_pairs.h"
 
 namespace {
@@ -21,7 +13,7 @@ struct Counts {
   std::map<std::string, int> codes;
 };
 
-double Percent(int part, int whole) { return whole == 0 ? 0 : 100.0 * part / whole; }
+using tolvex::test::Percent;
 
 void Show(const tolvex::Judgement& judgement) {
   fmt::print("{} {} | {} | {}\n", static_cast<int>(judgement.verdict), judgement.errcode, judgement.marked,
@@ -67,7 +59,7 @@ void PrintPairs(const tolvex::Engine& engine, const std::string& path, bool show
   for (const std::string& miss : report.misses) fmt::print("{}\n", miss);
 }
 
-int Run(const std::vector<std::string>& args) {
+void Run(const std::vector<std::string>& args) {
   if (args.size() < 2)
     throw std::invalid_argument("usage: engine_quality DATA_DIR [--show] [--pairs] FILE...");
   const tolvex::Engine engine(args[0]);
@@ -84,16 +76,8 @@ int Run(const std::vector<std::string>& args) {
       Print(args[i], Judge(engine, args[i], show));
     }
   }
-  return EXIT_SUCCESS;
 }
 
 }  // namespace
 
-int main(int argc, char** argv) {
-  try {
-    return Run({argv + 1, argv + argc});
-  } catch (const std::exception& error) {
-    fmt::print(stderr, "{}\n", error.what());
-    return EXIT_FAILURE;
-  }
-}
+int main(int argc, char** argv) { return bench::Main(argc, argv, Run); }

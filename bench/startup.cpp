@@ -1,4 +1,4 @@
-// From the start of the process to the first key that the input box takes, without the time that the splash
+// From the start of the process to the first key that the input box accepts, without the time that the splash
 // window takes by design, and what the process then holds.
 #include <fmt/format.h>
 #include <stdlib.h>

@@ -1,6 +1,4 @@
 // The time of the windows that look back on records, beside the bare time of their SQL.
-#include <stdlib.h>
-
 #include <filesystem>
 #include <functional>
 
@@ -18,11 +16,11 @@
 #include "records/err_list_db.h"
 #include "records/record_db.h"
 #include "tests/support/realistic_records.h"
+#include "tests/support/temp_folder.h"
 #include "tests/support/virtual_loop.h"
-#include "views/charts_page.h"
+#include "views/chart_drawing.h"
 #include "views/day_sentences_page.h"
 #include "views/diary.h"
-#include "views/diary_page.h"
 #include "views/error_statistics_page.h"
 
 using namespace marovane;
@@ -34,15 +32,6 @@ constexpr base::Day kToday{std::chrono::year{2026} / 11 / 5};
 class NoServer : public HttpClient {
  public:
   base::HttpResponse Send(const base::HttpRequest& /*request*/) override { return {}; }
-};
-
-struct TemporaryFolder {
-  TemporaryFolder() {
-    std::string pattern = (std::filesystem::temp_directory_path() / "marovane-views-XXXXXX").string();
-    path = mkdtemp(pattern.data());
-  }
-  ~TemporaryFolder() { std::filesystem::remove_all(path); }
-  std::filesystem::path path;
 };
 
 // Passes statements on and adds up the time that they take, the rows read included, the work on them not.
@@ -84,7 +73,7 @@ class TimedDatabases : public base::Databases {
 class Bench {
  public:
   Bench(const std::filesystem::path& shipped, const RealisticRecords& wish) : wish_(wish) {
-    const auto path = folder_.path / "Marovane.mdb";
+    const auto path = folder_ / "Marovane.mdb";
     std::filesystem::copy_file(shipped / "Marovane.mdb", path);
     FillRealistically(*sqlite_.Open(path, base::Databases::Mode::kReadWrite), wish);
     program_.app.gConnRecords = "Data Source=" + path.string() + ";";
@@ -103,7 +92,7 @@ class Bench {
     Measure("day sentences, one day",
             [this] { return DaySentencesPage(days_.OkSentences({kToday}), {}).Markup().size(); });
     Measure("error statistics",
-            [this] { return ErrorStatisticsPage("/x", CountErrors(errList_, counts_)).Markup().size(); });
+            [this] { return ErrorStatisticsPage("/x", CountErrors(errList_, records_)).Markup().size(); });
     Measure("charts",
             [this] { return ChartsPage(CollectCharts(records_, errList_, kToday)).Markup().size(); });
   }
@@ -125,7 +114,7 @@ class Bench {
   }
 
   RealisticRecords wish_;
-  TemporaryFolder folder_;
+  TempFolder folder_;
   VirtualLoop loop_;
   HeadlessWindows windows_;
   HeadlessDesktop desktop_;
@@ -141,7 +130,6 @@ class Bench {
   RecordDb records_{program_};
   ErrListDb errList_{program_};
   DayRecords days_{records_};
-  ErrorCounts counts_{records_};
 };
 
 }  // namespace

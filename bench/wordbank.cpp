@@ -1,18 +1,9 @@
 // The word bank: how many well-known partners it names, how long its answers are, and how fast it is.
-#include <fmt/format.h>
 #include <sys/resource.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
-#include <algorithm>
-#include <cstdlib>
 #include <filesystem>
-#include <fstream>
 #include <map>
 #include <sstream>
-#include <stdexcept>
-#include <string>
-#include <vector>
 
 #include "bench/statistics.h"
 #include "engine/lexicon/lexicon.h"
@@ -31,11 +22,8 @@ struct Row {
 };
 
 std::vector<Row> ReadRows(const std::string& path) {
-  std::ifstream in(path);
-  if (!in) throw std::runtime_error("cannot read " + path);
   std::vector<Row> rows;
-  for (std::string line; std::getline(in, line);) {
-    if (line.empty() || line[0] == '#') continue;
+  for (const std::string& line : bench::ReadLines(path)) {
     std::istringstream fields(line);
     Row row;
     fields >> row.word >> row.code;
@@ -53,7 +41,7 @@ bool Holds(const std::string& phrase, const std::string& partner, const tolvex::
   return false;
 }
 
-// Prints what share of the partners stands among the first lines of the answers, by kind.
+// Prints what share of the partners is among the first lines of the answers, by kind.
 void MeasurePartners(const std::vector<Row>& rows, const wexbin::WordBank& bank,
                      const tolvex::Lexicon& lexicon) {
   std::map<std::string, std::pair<int, int>> found;
@@ -92,17 +80,6 @@ void MeasureReplies(const std::vector<Row>& rows, const wexbin::WordBank& bank) 
   bench::Print("query in the library", times);
 }
 
-void RunProgram(const std::string& program, const std::string& query) {
-  const pid_t child = fork();
-  if (child == 0) {
-    execl(program.c_str(), program.c_str(), query.c_str(), nullptr);
-    _exit(127);
-  }
-  int status = 0;
-  waitpid(child, &status, 0);
-  if (!WIFEXITED(status) || WEXITSTATUS(status) != 0) throw std::runtime_error(program + " failed");
-}
-
 void MeasureProgram(const std::string& program, const std::vector<Row>& rows) {
   const fs::path home = fs::temp_directory_path() / fmt::format("wordbank_bench.{}", getpid());
   fs::create_directory(home);
@@ -112,7 +89,7 @@ void MeasureProgram(const std::string& program, const std::vector<Row>& rows) {
   std::vector<double> times;
   times.reserve(rows.size());
   for (const Row& row : rows) {
-    times.push_back(bench::Milliseconds([&] { RunProgram(path, row.word + ',' + row.code); }));
+    times.push_back(bench::Milliseconds([&] { bench::RunProgram(path, row.word + ',' + row.code); }));
   }
   fs::current_path("/");
   fs::remove_all(home);
@@ -128,7 +105,7 @@ void MeasureProgram(const std::string& program, const std::vector<Row>& rows) {
       static_cast<double>(usage.ru_maxrss) / 1024);
 }
 
-int Run(const std::vector<std::string>& args) {
+void Run(const std::vector<std::string>& args) {
   if (args.size() != 3) throw std::invalid_argument("usage: wordbank DATA_DIR WEXBIN PARTNERS");
   const std::vector<Row> rows = ReadRows(args[2]);
   const fs::path dataDir = args[0];
@@ -142,16 +119,8 @@ int Run(const std::vector<std::string>& args) {
   MeasurePartners(rows, bank, tolvex::Lexicon(tables));
   MeasureReplies(rows, bank);
   MeasureProgram(args[1], rows);
-  return EXIT_SUCCESS;
 }
 
 }  // namespace
 
-int main(int argc, char** argv) {
-  try {
-    return Run({argv + 1, argv + argc});
-  } catch (const std::exception& error) {
-    fmt::print(stderr, "{}\n", error.what());
-    return EXIT_FAILURE;
-  }
-}
+int main(int argc, char** argv) { return bench::Main(argc, argv, Run); }

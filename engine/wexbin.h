@@ -32,7 +32,7 @@ class WordBank {
 
   /// What goes with a word, the strongest first. `code` is CNV, CNJ or CNP (verbs, adjectives, prepositions
   /// of a noun), CVM or CJM (adverbs of a verb, an adjective), SN, SV or SJ (near-synonyms of a noun, a verb,
-  /// an adjective). The word may stand in any form and in capitals. Empty for an unknown word or code.
+  /// an adjective). The word may have any form and be in capitals. Empty for an unknown word or code.
   std::vector<Item> Find(std::string_view word, std::string_view code) const;
 
   /// The answer to a query "word,code" as the server sends it: lines of items joined by "<@>". Empty when

@@ -15,9 +15,10 @@ std::string Bare(std::string_view sentence) {
 
 }  // namespace
 
-std::uint64_t HashOf(const Row& row) {
+std::uint64_t HashOf(const base::DbRow& row, std::string_view blanks) {
   base::RowHash hash;
-  for (const auto field : FieldsOf(row)) hash.Add(field);
+  const int count = row.Count();
+  for (int i = 0; i < count; ++i) hash.Add(base::Trimmed(row.View(i), blanks));
   return hash.Value();
 }
 

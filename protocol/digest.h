@@ -1,16 +1,18 @@
-// By what client and server see whether they have the same records.
+// How client and server see whether they have the same records.
 #pragma once
 
 #include <cstdint>
 #include <string>
 #include <string_view>
 
-#include "protocol/rows.h"
+#include "base/database.h"
 
 namespace protocol {
 
-/// The hash of a row. The digest of records is the sum of the hashes of their rows, in any order.
-std::uint64_t HashOf(const Row& row);
+/// The hash of a row whose columns are the fields of its kind (rows.h). The digest of records is the sum of
+/// the hashes of their rows, in any order.
+/// @param blanks signs that do not count at the ends of a field
+std::uint64_t HashOf(const base::DbRow& row, std::string_view blanks = "");
 
 /// The digest of the newest essay's number and the newest right and faulty sentence, "" for each that is not
 /// there.

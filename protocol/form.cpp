@@ -72,10 +72,8 @@ Form Form::Plain(std::string_view body, std::string_view lastField) {
   const std::string lastBegin = std::string(lastField) + "=";
   Form form;
   while (!body.empty()) {
-    const bool last = !lastField.empty() && body.starts_with(lastBegin);
-    const std::size_t end = last ? body.size() : std::min(body.find('&'), body.size());
-    form.Add(body.substr(0, end));
-    body.remove_prefix(std::min(end + 1, body.size()));
+    const bool isLast = !lastField.empty() && body.starts_with(lastBegin);
+    form.Add(isLast ? std::exchange(body, {}) : base::PopPiece(body, "&"));
   }
   return form;
 }

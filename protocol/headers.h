@@ -1,4 +1,4 @@
-// What goes with a request beside its fields.
+// What goes with a request besides its fields.
 #pragma once
 
 namespace protocol {
@@ -11,11 +11,11 @@ inline constexpr const char* kFormType = "application/x-www-form-urlencoded";
 
 namespace header {
 
-/// Of a post of records: tells it from every other post of the account, so that none is stored twice.
+/// Of a post of records: distinguishes it from every other post of the account, so that none is stored twice.
 inline constexpr const char* kPostId = "Idempotency-Key";
-/// Of a post of records: what `EncodeKept` gives (post.h).
+/// Of a post of records: the result of `EncodeKept` (post.h).
 inline constexpr const char* kKept = "Marovane-Kept";
-/// Of a comparison: what `EncodeRecordsSince` gives (digest.h).
+/// Of a comparison: the result of `EncodeRecordsSince` (digest.h).
 inline constexpr const char* kRecords = "Marovane-Records";
 
 }  // namespace header

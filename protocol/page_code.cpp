@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <charconv>
 #include <cstdint>
 #include <numeric>
 
@@ -13,8 +14,8 @@ namespace protocol {
 namespace {
 
 constexpr std::size_t kCheckDigits = 3;
-constexpr std::size_t kPlainHead = 4;   // characters of P in front of its Base64
-constexpr std::size_t kTurnDigits = 2;  // the number k behind them
+constexpr std::size_t kPlainHead = 4;   // characters of P before its Base64
+constexpr std::size_t kTurnDigits = 2;  // the number k after them
 constexpr int kOffset = 35;
 constexpr char kPadding = '+';
 constexpr std::string_view kAlphabet = "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
@@ -88,14 +89,11 @@ std::optional<std::string> Unturned(std::string_view packed) {
 
 /// The sum of a code and the offset, or nothing when it is not written as it should be.
 std::optional<int> SumOf(std::string_view digits) {
-  constexpr std::string_view kHex = "0123456789ABCDEF";
-  if (digits.empty() || digits.size() > 4 || (digits.size() > 1 && digits[0] == '0')) return std::nullopt;
-  unsigned value = 0;
-  for (const char digit : digits) {
-    const std::size_t nibble = kHex.find(digit);
-    if (nibble == std::string_view::npos) return std::nullopt;
-    value = value << 4 | static_cast<unsigned>(nibble);
-  }
+  const bool isHex = digits.find_first_not_of("0123456789ABCDEF") == std::string_view::npos;
+  if (!isHex || digits.empty() || digits.size() > 4 || (digits.size() > 1 && digits[0] == '0'))
+    return std::nullopt;
+  std::uint16_t value = 0;
+  std::from_chars(digits.data(), digits.data() + digits.size(), value, 16);
   return static_cast<std::int16_t>(value);
 }
 

@@ -1,5 +1,5 @@
-// The names of all pages, below the root of the server or of the web engine. docs/protocol.md tells what they
-// take and answer.
+// The names of all pages, below the root of the server or of the web engine. docs/protocol.md says what they
+// accept and answer.
 #pragma once
 
 namespace protocol::page {

@@ -28,14 +28,6 @@ std::string JoinTexts(const EssayRow& row) {
   return fmt::format("{}<@>{}<@>{}", written(row.quiz), written(row.orgEssay), written(row.newEssay));
 }
 
-/// Takes the text before the next separator off the front.
-std::string PopText(std::string_view& joined) {
-  const std::size_t end = std::min(joined.find(kTextSeparator), joined.size());
-  std::string text = PlainText(joined.substr(0, end));
-  joined.remove_prefix(std::min(end + kTextSeparator.size(), joined.size()));
-  return text;
-}
-
 Columns ColumnsOf(const SentenceRow& row) {
   return {row.errcode, row.sentence, row.day, row.essayId, row.essaySId, row.haveHtm};
 }
@@ -48,8 +40,8 @@ Row RowOf(const Columns& columns) {
   const auto& [err, s, d, es, ess, ht] = columns;
   if (err != kEssay) return SentenceRow{err, s, d, es, ess, ht};
   std::string_view joined = ht;
-  std::string quiz = PopText(joined);
-  std::string orgEssay = PopText(joined);
+  std::string quiz = PlainText(base::PopPiece(joined, kTextSeparator));
+  std::string orgEssay = PlainText(base::PopPiece(joined, kTextSeparator));
   return EssayRow{d, es, ess, s, std::move(quiz), std::move(orgEssay), PlainText(joined)};
 }
 

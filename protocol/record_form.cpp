@@ -18,7 +18,7 @@ bool IsIdSign(char sign) {
 
 bool ContinuesCharacter(char byte) { return (byte & 0xC0) == 0x80; }
 
-// A program whose clock is before 2006 makes negative numbers.
+// A program whose clock is set before 2006 makes negative numbers.
 bool IsNumber(std::string_view text) {
   if (text.size() > kLongest) return false;
   if (text.starts_with('-')) text.remove_prefix(1);
@@ -59,7 +59,7 @@ Row Cleaned(Row row) {
   return row;
 }
 
-// Databases clean their old rows alike (see the server's schema), and they take a text to end at a zero byte.
+// Databases clean their old rows alike (see the server's schema), and to them a text ends at a zero byte.
 std::string CleanRecordId(std::string_view text) {
   std::string id;
   std::size_t characters = 0;

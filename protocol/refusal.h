@@ -1,4 +1,4 @@
-// The words that refuse a request. docs/protocol.md tells which page says which.
+// The words that refuse a request. docs/protocol.md lists which page says which.
 #pragma once
 
 #include "base/error.h"

@@ -7,7 +7,7 @@
 namespace protocol {
 
 /// The text with some characters written: '1F600' is the character of that hexadecimal code. Stored texts
-/// have no apostrophe, so it is free for this. Written so are characters that CP950 lacks or gives back as
+/// have no apostrophe, so it is free for this. Characters written so are those that CP950 lacks or returns as
 /// another one, "#", "<", "|", the apostrophe itself, and control characters other than line ends.
 std::string WireText(std::string_view text);
 

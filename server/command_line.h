@@ -1,4 +1,4 @@
-// The words behind the program's name.
+// The words after the program's name.
 #pragma once
 
 #include <filesystem>
@@ -23,7 +23,7 @@ struct Command {
   std::optional<TeacherCommand> teacher;  ///< instead of serving
   bool embedded = false;                  ///< started by the desktop program, which holds standard input
   ServerOptions server;                   ///< for an embedded one with a fresh random prefix
-  std::filesystem::path engineData;       ///< "" when not told
+  std::filesystem::path engineData;       ///< "" when not given
   std::filesystem::path accountFile;      ///< "" for none
 };
 

@@ -7,6 +7,7 @@
 #include <iostream>
 #include <map>
 #include <stdexcept>
+#include <utility>
 
 #include "base/text.h"
 #include "base/utf8.h"
@@ -15,7 +16,6 @@
 #include "server/command_line.h"
 #include "server/store/account_store.h"
 #include "server/store/school_store.h"
-#include "server/teacher/form_reader.h"
 #include "server/teacher/password_page.h"
 
 namespace server {
@@ -25,17 +25,13 @@ constexpr std::size_t kLongestName = 40;
 
 using Action = TeacherCommand::Action;
 
-Action ActionOf(const std::string& word) {
-  static const std::map<std::string, Action> kActions = {
-      {"add", Action::kAdd}, {"password", Action::kPassword}, {"list", Action::kList}};
+/// What a word does, and how many more it needs.
+std::pair<Action, std::size_t> ActionOf(const std::string& word) {
+  static const std::map<std::string, std::pair<Action, std::size_t>> kActions = {
+      {"add", {Action::kAdd, 2}}, {"password", {Action::kPassword, 1}}, {"list", {Action::kList, 0}}};
   const auto action = kActions.find(word);
   if (action == kActions.end()) throw UsageError(fmt::format("teacher: unknown word \"{}\"", word));
   return action->second;
-}
-
-std::size_t WordsOf(Action action) {
-  if (action == Action::kAdd) return 2;
-  return action == Action::kPassword ? 1 : 0;
 }
 
 /// Holds back the echo of the terminal, if standard input is one.
@@ -102,7 +98,8 @@ const char* const kTeacherUsage =
 
 TeacherCommand ParseTeacherCommand(const std::vector<std::string>& words) {
   if (words.empty()) throw UsageError("teacher: add, password or list is missing");
-  TeacherCommand command{ActionOf(words[0]), {}, {}, {}};
+  const auto [action, wanted] = ActionOf(words[0]);
+  TeacherCommand command{action, {}, {}, {}};
   std::vector<std::string> names;
   for (std::size_t i = 1; i < words.size(); ++i) {
     if (words[i] != "--data") {
@@ -112,8 +109,8 @@ TeacherCommand ParseTeacherCommand(const std::vector<std::string>& words) {
     }
   }
   if (command.dataDir.empty()) throw UsageError("--data is missing");
-  if (names.size() != WordsOf(command.action)) {
-    throw UsageError(fmt::format("teacher {} needs {} more words", words[0], WordsOf(command.action)));
+  if (names.size() != wanted) {
+    throw UsageError(fmt::format("teacher {} needs {} more words", words[0], wanted));
   }
   names.resize(2);
   command.login = names[0];

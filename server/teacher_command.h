@@ -17,7 +17,7 @@ struct TeacherCommand {
 
 extern const char* const kTeacherUsage;
 
-/// `words` behind "teacher". Throws UsageError.
+/// `words` after "teacher". Throws UsageError.
 TeacherCommand ParseTeacherCommand(const std::vector<std::string>& words);
 
 /// Reads a password from standard input, without echo from a terminal, where the action needs one. Throws

@@ -23,7 +23,7 @@ std::string NameBehind(const fs::path& link) {
   return error ? "" : target.filename().string();
 }
 
-// The temporary link stands beside the link, so that a kill leaves the old one or the new one.
+// The temporary link is beside the link, so that a kill leaves the old one or the new one.
 void Point(const fs::path& link, const std::string& name) {
   const fs::path fresh = link.string() + ".new";
   std::error_code ignored;

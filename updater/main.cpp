@@ -1,7 +1,7 @@
 // updater.exe: brings a newer version of the program.
 //
 //   updater.exe mrv_updater HOST | mrv_reinstaller HOST | mrv_rollback
-//       beside it stands setup.txt, whose one line names share/marovane of the installed program
+//       beside it is setup.txt, whose one line names share/marovane of the installed program
 //   updater.exe mrv_install FOLDER HOST KEYFILE
 #include <fcntl.h>
 #include <fmt/format.h>
@@ -20,7 +20,6 @@
 #include "base/process.h"
 #include "updater/installation.h"
 #include "updater/refusal.h"
-#include "updater/signature.h"
 #include "updater/update.h"
 
 namespace updater {
@@ -106,7 +105,7 @@ std::string TextFor(const std::exception& error) {
 int UpdateAndStart(const std::string& word, const std::string& host) {
   const fs::path programFolder = FirstLine(OwnFolder() / "setup.txt");
   try {
-    Update({programFolder, host, word});
+    Update(programFolder, host, word);
     StartAndGoBackWhenItFails(programFolder);
     return EXIT_SUCCESS;
   } catch (const std::exception& error) {

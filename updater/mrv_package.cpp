@@ -2,7 +2,7 @@
 //
 //   mrv_package key FILE                    a key pair: FILE, which stays secret, and FILE.pub
 //   mrv_package publish TREE KEYFILE FOLDER [--as mrv_updater|mrv_reinstaller]
-//       TREE is an installed program (bin/ and share/ stand in it). FOLDER is what the web server serves.
+//       TREE is an installed program (bin/ and share/ are in it). FOLDER is what the web server serves.
 #include <fmt/format.h>
 #include <sodium.h>
 #include <unistd.h>

@@ -6,6 +6,7 @@
 #include <charconv>
 #include <set>
 
+#include "base/text.h"
 #include "updater/refusal.h"
 
 namespace updater {
@@ -71,13 +72,8 @@ bool IsSafePath(std::string_view path) {
   if (path.size() > kLongestPath || !(path.starts_with("bin/") || path.starts_with("share/"))) return false;
   const auto isControl = [](char sign) { return static_cast<unsigned char>(sign) < ' ' || sign == '\x7F'; };
   if (std::ranges::any_of(path, isControl)) return false;
-  for (std::size_t begin = 0; begin <= path.size();) {
-    const std::size_t end = std::min(path.find('/', begin), path.size());
-    const std::string_view name = path.substr(begin, end - begin);
-    if (name.empty() || name == "." || name == "..") return false;
-    begin = end + 1;
-  }
-  return true;
+  const auto leadsElsewhere = [](const auto& name) { return name.empty() || name == "." || name == ".."; };
+  return std::ranges::none_of(base::Split(path, "/"), leadsElsewhere);
 }
 
 std::string WriteList(const PackageList& list) {

@@ -4,7 +4,7 @@
 // List:      "marovane 1", a line feed, "version ", the version, a line feed, then a line for each file:
 //            "-" or "x" (a program), a blank, its length in decimal, a blank, its SHA-256 in 64 hexadecimal
 //            digits, a blank, its path
-// The signature (RFC 8032) is over all bytes behind its own line. A file's bytes stand beside the list under
+// The signature (RFC 8032) is over all bytes after its own line. A file's bytes are beside the list under
 // "files/" and its SHA-256.
 #pragma once
 

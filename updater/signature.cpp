@@ -6,6 +6,7 @@
 #include <stdexcept>
 #include <vector>
 
+#include "base/sha256.h"
 #include "base/text.h"
 #include "updater/refusal.h"
 
@@ -21,11 +22,9 @@ const unsigned char* Unsigned(std::string_view text) {
   return reinterpret_cast<const unsigned char*>(text.data());
 }
 
-std::string Hex(const unsigned char* bytes, std::size_t size) {
-  std::string digits(size * 2 + 1, '\0');
-  sodium_bin2hex(digits.data(), digits.size(), bytes, size);
-  digits.pop_back();
-  return digits;
+template <std::size_t size>
+std::string Hex(const std::array<unsigned char, size>& bytes) {
+  return base::HexOf({reinterpret_cast<const char*>(bytes.data()), size});
 }
 
 // Empty for what is not exactly so many bytes in hexadecimal digits.
@@ -45,7 +44,7 @@ KeyPair MakeKeyPair() {
   std::array<unsigned char, crypto_sign_PUBLICKEYBYTES> open{};
   std::array<unsigned char, crypto_sign_SECRETKEYBYTES> secret{};
   crypto_sign_keypair(open.data(), secret.data());
-  return {Hex(secret.data(), secret.size()), Hex(open.data(), open.size())};
+  return {Hex(secret), Hex(open)};
 }
 
 std::string Signed(std::string_view list, std::string_view secretKey) {
@@ -53,7 +52,7 @@ std::string Signed(std::string_view list, std::string_view secretKey) {
   if (key.empty()) throw std::runtime_error("this is no secret key");
   std::array<unsigned char, crypto_sign_BYTES> signature{};
   crypto_sign_detached(signature.data(), nullptr, Unsigned(list), list.size(), key.data());
-  return std::string(kWord) + Hex(signature.data(), signature.size()) + "\n" + std::string(list);
+  return std::string(kWord) + Hex(signature) + "\n" + std::string(list);
 }
 
 std::string_view Verified(std::string_view published, std::string_view openKey) {

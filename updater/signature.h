@@ -16,7 +16,7 @@ KeyPair MakeKeyPair();
 /// A list with its signature in front. Throws std::runtime_error when the secret key is none.
 std::string Signed(std::string_view list, std::string_view secretKey);
 
-/// The list behind a signature. Throws Refusal when the signature is missing, or not of the key's owner over
+/// The list after a signature. Throws Refusal when the signature is missing, or not of the key's owner over
 /// these bytes.
 /// @param openKey 64 hexadecimal digits; white space around them is passed over
 std::string_view Verified(std::string_view published, std::string_view openKey);

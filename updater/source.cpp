@@ -87,7 +87,7 @@ std::string AddressOf(const std::string& host) {
   std::string address = host;
   if (!host.starts_with("https://")) {
     const std::string_view name = HostOnly(host);
-    // In front of an "@" stands a user, not a host.
+    // Before an "@" there is a user, not a host.
     const bool isHere = host.find('@') == std::string::npos &&
                         (name == "localhost" || name == "127.0.0.1" || name == "[::1]");
     address = (isHere ? "http://" : "https://") + host;

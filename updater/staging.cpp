@@ -9,7 +9,6 @@
 #include "base/posix_files.h"
 #include "base/sha256.h"
 #include "updater/refusal.h"
-#include "updater/signature.h"
 
 namespace updater {
 

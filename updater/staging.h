@@ -23,7 +23,7 @@ class Staging {
   /// Brings all files of a list here and compares each with its SHA-256. Throws Refusal.
   /// @param installed a version whose files are taken when they are the same; "" for none
   void Bring(const PackageList& list, Source& source, const std::filesystem::path& installed);
-  /// Takes over what an installation was told, such as its servers, unless the new version says it anew.
+  /// Copies the settings of an installation, such as its servers, unless the new version has its own.
   void CarryOver(const std::filesystem::path& installed) const;
   /// Gives the version its place, in one step.
   void Keep(const std::filesystem::path& place);

@@ -6,7 +6,7 @@
 
 namespace updater {
 
-/// Starts the programs of a version on this computer, in a home of its own: each must tell its version, and
+/// Starts the programs of a version on this computer, in a home of its own: each must say its version, and
 /// the terminal edition must judge a right and a wrong sentence with its own server and engine. Throws
 /// Refusal.
 void TryOut(const std::filesystem::path& tree, const std::string& version);

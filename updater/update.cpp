@@ -59,14 +59,14 @@ void BringProveSwitch(Installation& installation, const PackageList& list, Sourc
 
 }  // namespace
 
-void Update(const UpdateTask& task) {
-  Installation installation = FindInstallation(task.programFolder);
+void Update(const fs::path& programFolder, const std::string& host, const std::string& word) {
+  Installation installation = FindInstallation(programFolder);
   const auto lock = Lock(installation.home);
-  const std::string started = fs::canonical(task.programFolder / ".." / "..").filename();
+  const std::string started = fs::canonical(programFolder / ".." / "..").filename();
   if (started < installation.current) return;  // somebody has updated it since this program was started
-  const bool reinstalls = task.word == "mrv_reinstaller";
-  const auto source = OpenSource(task.host);
-  const PackageList list = FetchList(*source, task.word, task.programFolder / "update.key");
+  const bool reinstalls = word == "mrv_reinstaller";
+  const auto source = OpenSource(host);
+  const PackageList list = FetchList(*source, word, programFolder / "update.key");
   RefuseOlder(list, installation.Version(), reinstalls);
   BringProveSwitch(installation, list, *source, !reinstalls);
   RemoveOldVersions(installation);

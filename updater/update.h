@@ -6,16 +6,13 @@
 
 namespace updater {
 
-struct UpdateTask {
-  std::filesystem::path programFolder;  ///< share/marovane of the version that runs
-  std::string host;                     ///< see OpenSource
-  std::string word;                     ///< "mrv_updater" or "mrv_reinstaller": names the list
-};
-
 /// Brings the newest version beside the one that runs, has it prove that it works, and switches over. A
 /// reinstallation takes no file from the version that runs, and may bring the same version. Throws Refusal,
 /// or another std::exception, with everything as it was.
-void Update(const UpdateTask& task);
+/// @param programFolder share/marovane of the version that runs
+/// @param host see OpenSource
+/// @param word "mrv_updater" or "mrv_reinstaller": names the list
+void Update(const std::filesystem::path& programFolder, const std::string& host, const std::string& word);
 
 /// The first installation, into a folder that has none.
 /// @param keyFile holds the open key of the server's owner

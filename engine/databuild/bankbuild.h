@@ -18,8 +18,8 @@ namespace tolvex::databuild {
 using BankTexts = std::map<std::string, std::string>;
 
 /// Counts word pairs in plain text, one sentence a line, and writes the strongest of each word as lines
-/// "CODE word<TAB>partner:count:pattern…", ordered by log-likelihood ratio. Behind a line "# modern" a
-/// sentence counts more, behind any other line with "#" once. `tables` holds the lexicon and the tagger.
+/// "CODE word<TAB>partner:count:pattern…", ordered by log-likelihood ratio. After a line "# modern" a
+/// sentence counts more, after any other line with "#" once. `tables` holds the lexicon and the tagger.
 void CountPairs(std::istream& text, const TableFile& tables, const std::filesystem::path& pairs);
 
 /// Compiles CC-CEDICT ("traditional<TAB>simplified<TAB>kind<TAB>senses", senses between slashes) and the
@@ -52,7 +52,7 @@ void AddPairs(const std::filesystem::path& pairs, const Lexicon& lexicon, const 
 void CompileSuggestions(const std::filesystem::path& pairs, const std::filesystem::path& preciseWords,
                         const std::filesystem::path& tables);
 
-/// Where the word bank's sources lie.
+/// Where the word bank's sources are.
 struct BankSources {
   std::filesystem::path pairs;        ///< written by CountPairs
   std::filesystem::path wordnet;      ///< folder of WordNet 3.0

@@ -25,7 +25,7 @@ bool StartsWithAny(std::string_view text, const auto& starts) {
   return std::any_of(starts.begin(), starts.end(), [&](std::string_view s) { return text.starts_with(s); });
 }
 
-// What the input box of the program takes.
+// What the input box of the program accepts.
 bool IsPlain(std::string_view text) {
   return std::all_of(text.begin(), text.end(), [](char c) { return c >= ' ' && c <= 'z'; });
 }

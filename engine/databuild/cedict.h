@@ -38,10 +38,10 @@ bool IsMarkedSense(std::string_view sense);
 /// nothing is left.
 std::string ReadableSense(std::string_view sense);
 
-/// The first meaning of a sense as it stands in a sentence: no remarks in parentheses; a verb with "to ".
+/// The first meaning of a sense as it is used in a sentence: no remarks in parentheses; a verb with "to ".
 std::string WordInSentence(std::string_view sense);
 
-/// The text without what stands in parentheses, blanks evened out.
+/// The text without what is in parentheses, blanks evened out.
 std::string WithoutParentheses(std::string_view text);
 
 }  // namespace tolvex::databuild

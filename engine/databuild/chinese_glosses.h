@@ -21,7 +21,7 @@ class ChineseGlosses {
   /// count: "make a decision" is also found as "to make decision".
   std::vector<std::string> Find(std::string_view english, bool asVerb) const;
 
-  /// Chinese that means both: it tells which sense of a word is meant.
+  /// Chinese that means both: it shows which sense of a word is meant.
   std::vector<std::string> FindShared(std::string_view one, std::string_view other, bool asVerb) const;
 
  private:

@@ -32,7 +32,7 @@ struct Meaning {
   std::vector<std::string> all;
 };
 
-/// How a word is used, as a list of frequencies tells.
+/// How a word is used, according to a list of frequencies.
 struct Use {
   double count = 2;  ///< of a word that is in no list
   char part = '-';

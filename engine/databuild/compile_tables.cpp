@@ -1,38 +1,17 @@
 #include <fmt/format.h>
 
-#include <algorithm>
-#include <fstream>
-#include <iterator>
-#include <stdexcept>
-
 #include "engine/databuild/databuild.h"
 #include "engine/databuild/lexicon_builder.h"
+#include "engine/databuild/source_files.h"
 #include "engine/rules/rule.h"
 #include "engine/tables/table_file.h"
 
 namespace tolvex::databuild {
 namespace {
 
-std::string ReadText(const std::filesystem::path& path) {
-  std::ifstream in(path, std::ios::binary);
-  if (!in) throw std::runtime_error("cannot read " + path.string());
-  return {std::istreambuf_iterator<char>(in), {}};
-}
-
+// The engine reads the rules without examples and comments.
 bool IsExample(std::string_view line) {
   return line.starts_with("wrong ") || line.starts_with("right ") || line.starts_with("#") || line.empty();
-}
-
-// The rules as the engine reads them: without examples and comments.
-std::string WithoutExamples(const std::string& text) {
-  std::string kept;
-  for (std::size_t at = 0; at < text.size();) {
-    const auto end = std::min(text.find('\n', at), text.size());
-    const std::string_view line = std::string_view(text).substr(at, end - at);
-    if (!IsExample(line)) kept += std::string(line) + '\n';
-    at = end + 1;
-  }
-  return kept;
 }
 
 // A model that is not there is left out, so that the tables that the ranker is trained on can be made.
@@ -48,9 +27,12 @@ std::size_t AddRules(const std::vector<std::filesystem::path>& files, TableWrite
   RuleBook book;
   std::string all;
   for (const auto& file : files) {
-    const std::string text = ReadText(file);
+    std::string text;
+    ReadLines(file, [&](const std::string& line) {
+      text += line + '\n';
+      if (!IsExample(line)) all += line + '\n';
+    });
     book.Add(text, file.filename().string());
-    all += WithoutExamples(text);
   }
   writer.AddText("rules", all);
   return book.Rules().size();

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <map>
 
 namespace tolvex::databuild {
 namespace {
@@ -9,58 +10,35 @@ namespace {
 // How often each kind of edit makes a mistake. A plural is lost far more often than one is put, and tenses
 // are rarely swapped: otherwise the ranker learns to doubt every plural and every past.
 int Frequency(EditKind kind) {
-  switch (kind) {
-    case EditKind::kAgreement:
-      return 14;
-    case EditKind::kTense:
-      return 3;
-    case EditKind::kVerbForm:
-      return 14;
-    case EditKind::kNounVerb:
-      return 2;
-    case EditKind::kBeForm:
-      return 7;
-    case EditKind::kBeInsert:
-      return 3;
-    case EditKind::kBeDelete:
-      return 6;
-    case EditKind::kToInsert:
-    case EditKind::kToDelete:
-      return 4;
-    case EditKind::kGerund:
-    case EditKind::kInfinitive:
-      return 3;
-    case EditKind::kPlural:
-      return 4;
-    case EditKind::kSingular:
-      return 20;
-    case EditKind::kArticleSwap:
-      return 5;
-    case EditKind::kArticleDelete:
-      return 16;
-    case EditKind::kArticleInsert:
-      return 6;
-    case EditKind::kPrepositionSwap:
-      return 12;
-    case EditKind::kPrepositionDelete:
-      return 6;
-    case EditKind::kPrepositionInsert:
-      return 5;
-    case EditKind::kPronounInsert:
-      return 2;
-    case EditKind::kPronounDelete:
-    case EditKind::kRelativeDelete:
-      return 2;
-    case EditKind::kRelativeInsert:
-      return 1;
-    case EditKind::kConfusion:
-      return 10;
-    case EditKind::kDerivation:
-      return 7;
-    case EditKind::kCompare:
-      return 2;
-  }
-  return 0;
+  static const std::map<EditKind, int> kFrequencies = {
+      {EditKind::kAgreement, 14},
+      {EditKind::kTense, 3},
+      {EditKind::kVerbForm, 14},
+      {EditKind::kNounVerb, 2},
+      {EditKind::kBeForm, 7},
+      {EditKind::kBeInsert, 3},
+      {EditKind::kBeDelete, 6},
+      {EditKind::kToInsert, 4},
+      {EditKind::kToDelete, 4},
+      {EditKind::kGerund, 3},
+      {EditKind::kInfinitive, 3},
+      {EditKind::kPlural, 4},
+      {EditKind::kSingular, 20},
+      {EditKind::kArticleSwap, 5},
+      {EditKind::kArticleDelete, 16},
+      {EditKind::kArticleInsert, 6},
+      {EditKind::kPrepositionSwap, 12},
+      {EditKind::kPrepositionDelete, 6},
+      {EditKind::kPrepositionInsert, 5},
+      {EditKind::kPronounInsert, 2},
+      {EditKind::kPronounDelete, 2},
+      {EditKind::kRelativeInsert, 1},
+      {EditKind::kRelativeDelete, 2},
+      {EditKind::kConfusion, 10},
+      {EditKind::kDerivation, 7},
+      {EditKind::kCompare, 2},
+  };
+  return kFrequencies.at(kind);
 }
 
 // A tense alone cannot be wrong; beside another verb it can.

@@ -1,4 +1,4 @@
-// Counts word pairs in running text and keeps those that stand together more often than by chance.
+// Counts word pairs in running text and keeps those that occur together more often than by chance.
 #include <fmt/format.h>
 
 #include <algorithm>
@@ -12,7 +12,7 @@
 
 #include "engine/databuild/bankbuild.h"
 #include "engine/tagger/tagger.h"
-#include "engine/wordbank/pair_finder.h"
+#include "engine/wordbank/pair.h"
 
 namespace tolvex::databuild {
 namespace {
@@ -23,7 +23,7 @@ using wexbin::PairKind;
 constexpr int kLeastCount = 5;
 constexpr int kModernWeight = 3;  // present-day text against a library of older novels
 constexpr std::size_t kMostPartners = 40;
-constexpr double kLeastScore = 3.84;  // chance alone gives more in one case of twenty
+constexpr double kLeastScore = 3.84;  // chance alone reaches more in one case of twenty
 
 class Numbers {
  public:

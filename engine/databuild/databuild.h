@@ -28,7 +28,7 @@ void TrainRanker(const std::filesystem::path& tables, const std::filesystem::pat
 /// occur at least three times in small letters, as "word<TAB>count", sorted.
 void CountWords(const std::filesystem::path& counts);
 
-/// Where the packaged sources lie.
+/// Where the packaged sources are.
 struct Sources {
   std::filesystem::path models;              ///< folder of *.model files: tagger, n-grams, ranker
   std::filesystem::path counts;              ///< written by CountWords

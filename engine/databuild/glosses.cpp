@@ -1,6 +1,7 @@
 #include "engine/databuild/glosses.h"
 
 #include <fmt/format.h>
+#include <fmt/ranges.h>
 
 #include <algorithm>
 #include <array>
@@ -15,12 +16,9 @@ using wexbin::PairKind;
 constexpr std::size_t kMostGlossBytes = 90;
 constexpr std::size_t kMostChinese = 2;
 
-std::string Joined(const std::vector<std::string>& chinese) {
-  std::string joined;
-  for (std::size_t i = 0; i < std::min(kMostChinese, chinese.size()); ++i) {
-    joined += (i == 0 ? "" : "、") + chinese[i];
-  }
-  return joined;
+std::string Joined(std::vector<std::string> chinese) {
+  chinese.resize(std::min(kMostChinese, chinese.size()));
+  return fmt::format("{}", fmt::join(chinese, "、"));
 }
 
 std::string PartOfPartner(PairKind kind) {
@@ -34,14 +32,15 @@ std::string WithoutOwner(const std::string& phrase) {
   return at == std::string::npos ? phrase : phrase.substr(0, at) + phrase.substr(at + 6);
 }
 
-}  // namespace
-
+// The first clause of a definition, without remarks, cut at a blank when it is long.
 std::string ShortGloss(const std::string& gloss) {
   std::string text = WithoutParentheses(gloss);
   text = text.substr(0, text.find(';'));
   if (text.size() <= kMostGlossBytes) return text;
   return text.substr(0, text.rfind(' ', kMostGlossBytes)) + " ...";
 }
+
+}  // namespace
 
 std::string Glosses::Definition(const std::string& text, std::string_view part) const {
   const WordNetPart& of = wordnet_.find(part)->second;
@@ -53,7 +52,7 @@ std::string Glosses::OfPhrase(const wexbin::Pair& pair, const std::string& phras
   const bool isVerb = pair.kind == PairKind::kNounVerb || pair.kind == PairKind::kVerbAdverb;
   std::string chinese = Joined(chinese_.Find(WithoutOwner(phrase), isVerb));
   if (!chinese.empty()) return chinese;
-  for (const std::string_view part : {"noun", "verb", "adj", "adv"}) {
+  for (const std::string_view part : kWordNetParts) {
     std::string definition = Definition(phrase, part);
     if (!definition.empty()) return definition;
   }

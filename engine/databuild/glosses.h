@@ -1,4 +1,4 @@
-// Short notes that tell a learner what a phrase or a sense means.
+// Short notes that explain a phrase or a sense to a learner.
 #pragma once
 
 #include <string>
@@ -9,9 +9,6 @@
 #include "engine/wordbank/pair.h"
 
 namespace tolvex::databuild {
-
-/// The first clause of a definition, without remarks, cut at a blank when it is long.
-std::string ShortGloss(const std::string& gloss);
 
 class Glosses {
  public:

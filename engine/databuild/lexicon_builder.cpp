@@ -26,7 +26,7 @@ std::uint8_t EightLog(int count) {
   return static_cast<std::uint8_t>(std::min(255.0, std::round(8 * std::log2(1.0 + count))));
 }
 
-// Hunspell itself takes a missing file for an empty dictionary.
+// Hunspell itself treats a missing file as an empty dictionary.
 std::unique_ptr<Hunspell> OpenHunspell(const std::string& stem) {
   for (const std::string& path : {stem + ".aff", stem + ".dic"}) {
     if (!std::ifstream(path)) throw base::Error("cannot read " + path);

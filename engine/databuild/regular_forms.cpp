@@ -28,8 +28,7 @@ std::string WithoutLast(const std::string& word, std::size_t count = 1) {
 
 std::string SForm(const std::string& word) {
   static constexpr std::array<std::string_view, 5> kHissing = {"s", "x", "z", "ch", "sh"};
-  const bool hissing =
-      std::any_of(kHissing.begin(), kHissing.end(), [&](auto ending) { return word.ends_with(ending); });
+  const bool hissing = std::ranges::any_of(kHissing, [&](auto ending) { return word.ends_with(ending); });
   const bool consonantO = word.size() > 1 && word.back() == 'o' && !IsVowel(word[word.size() - 2]);
   if (hissing || consonantO) return word + "es";
   return EndsInConsonantY(word) ? WithoutLast(word) + "ies" : word + "s";

@@ -46,14 +46,13 @@ std::vector<Advice> ReadAdvice(const std::filesystem::path& path) {
   return all;
 }
 
-// The first of the better words that stands high in the list of the head, when the weak one is far behind it.
+// The first of the better words that is high in the list of the head, when the weak one is far below it.
 std::string BetterPartner(const Advice& advice, const std::vector<CountedPair>& partners) {
   const auto weak = std::find_if(partners.begin(), partners.end(),
                                  [&](const CountedPair& p) { return p.pair.partner == advice.weak; });
   const int weakCount = weak == partners.end() ? 1 : weak->count;
   for (std::size_t i = 0; i < std::min(kBestPartners, partners.size()); ++i) {
-    const bool better =
-        std::find(advice.words.begin(), advice.words.end(), partners[i].pair.partner) != advice.words.end();
+    const bool better = std::ranges::count(advice.words, partners[i].pair.partner) > 0;
     if (better && partners[i].count >= kTimesStronger * weakCount) return partners[i].pair.partner;
   }
   return {};

@@ -100,7 +100,7 @@ struct Occurrence {
   }
 };
 
-// Every place where n symbols stand inside one sentence; its start may only be the first of them.
+// Every place with n symbols inside one sentence; its start may only be the first of them.
 std::vector<Occurrence> Occurrences(const Symbols& symbols, int model, int order) {
   std::vector<Occurrence> all;
   std::size_t sentenceStart = 0;

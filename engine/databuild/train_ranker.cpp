@@ -17,9 +17,9 @@ namespace {
 constexpr std::size_t kShortest = 4;
 constexpr std::size_t kLongest = 40;
 constexpr std::size_t kHeldBack = 3000;
-constexpr std::size_t kModernTimes =
-    3;                         // the tagged corpora are modern prose, as learners write it: taken so often
-constexpr float kRate = 0.1F;  // alpha of FTRL
+// The tagged corpora are modern prose, as learners write it: they are used so many times.
+constexpr std::size_t kModernTimes = 3;
+constexpr float kRate = 0.1F;        // alpha of FTRL
 constexpr float kSparseness = 0.5F;  // lambda 1
 
 using Tokens = std::vector<Token>;
@@ -92,7 +92,7 @@ int Distance(const std::vector<std::string>& a, const std::vector<std::string>& 
   return row[b.size()];
 }
 
-// Tells for each edit whether it brings a corrupted sentence nearer to the right one.
+// Says of each edit whether it brings a corrupted sentence nearer to the right one.
 class Mending {
  public:
   Mending(const Tokens& corrupted, const Tokens& right)

@@ -18,7 +18,7 @@ namespace tolvex::databuild {
 namespace {
 
 constexpr int kRounds = 6;
-constexpr std::size_t kHeldBack = 1500;
+constexpr std::size_t kHeldBackSentences = 1500;
 constexpr float kScale = 100;          // weights are kept as hundredths
 constexpr int kLeastWeight = 10;       // smaller ones are dropped
 constexpr int kFixedCount = 25;        // a word seen so often…
@@ -60,9 +60,8 @@ void ReadTagged(const std::filesystem::path& path, char separator, std::vector<T
   ReadLines(path, [&](const std::string& line) {
     TaggedSentence sentence;
     const auto items = SplitAtBlanks(line);
-    const bool whole = std::all_of(items.begin(), items.end(), [&](const std::string& item) {
-      return AddTagged(sentence, item, separator);
-    });
+    const bool whole = std::ranges::all_of(
+        items, [&](const std::string& item) { return AddTagged(sentence, item, separator); });
     if (whole && sentence.tokens.size() > 1) sentences.push_back(std::move(sentence));
   });
 }
@@ -161,8 +160,7 @@ class Trainer {
   int now_ = 0;
 };
 
-template <class Slot>
-std::size_t FreeSlot(const std::vector<Slot>& slots, std::uint64_t hash) {
+std::size_t FreeSlot(const std::vector<TagSlot>& slots, std::uint64_t hash) {
   std::size_t i = hash & (slots.size() - 1);
   while (slots[i].key != 0) i = (i + 1) & (slots.size() - 1);
   return i;
@@ -194,7 +192,7 @@ void AddFeatureTables(const Weights& weights, TableWriter& writer) {
     used.emplace_back(key, static_cast<std::uint32_t>(all.size()));
     all.insert(all.end(), list.begin(), list.end());
   }
-  std::vector<FeatureSlot> slots(TableSize(used.size()));
+  std::vector<TagSlot> slots(TableSize(used.size()));
   for (const auto& [key, first] : used) slots[FreeSlot(slots, key)] = {TableKey(key), first};
   fmt::print("features {} weights {}\n", used.size(), all.size());
   writer.AddArray("tag.features", slots);
@@ -203,7 +201,7 @@ void AddFeatureTables(const Weights& weights, TableWriter& writer) {
 
 void AddFixedTable(const FixedWords& fixed, TableWriter& writer) {
   const std::map<std::string, int> ordered(fixed.begin(), fixed.end());
-  std::vector<FixedTag> slots(TableSize(ordered.size()));
+  std::vector<TagSlot> slots(TableSize(ordered.size()));
   for (const auto& [word, tag] : ordered) {
     const std::uint64_t hash = HashText(word);
     slots[FreeSlot(slots, hash)] = {TableKey(hash), static_cast<std::uint32_t>(tag)};
@@ -222,7 +220,7 @@ void PrintAccuracy(Trainer& trainer, const std::vector<TaggedSentence>& sentence
              static_cast<double>(right) / static_cast<double>(total));
 }
 
-// std::shuffle differs between libraries; this gives the same order everywhere.
+// std::shuffle differs between libraries; this is the same order everywhere.
 void Shuffle(std::vector<TaggedSentence>& sentences, std::mt19937& random) {
   for (std::size_t i = sentences.size(); i > 1; --i) std::swap(sentences[i - 1], sentences[random() % i]);
 }
@@ -234,11 +232,11 @@ void TrainTagger(const std::filesystem::path& slashTagged, const std::filesystem
   std::vector<TaggedSentence> sentences;
   ReadTagged(slashTagged, '/', sentences);
   ReadTagged(underscoreTagged, '_', sentences);
-  if (sentences.size() <= kHeldBack) throw std::runtime_error("too few tagged sentences");
+  if (sentences.size() <= kHeldBackSentences) throw std::runtime_error("too few tagged sentences");
   std::mt19937 random(1);
   Shuffle(sentences, random);
-  const std::vector<TaggedSentence> heldBack(sentences.end() - kHeldBack, sentences.end());
-  sentences.resize(sentences.size() - kHeldBack);
+  const std::vector<TaggedSentence> heldBack(sentences.end() - kHeldBackSentences, sentences.end());
+  sentences.resize(sentences.size() - kHeldBackSentences);
   Trainer trainer(FindFixedWords(sentences));
   for (int round = 0; round < kRounds; ++round) {
     Shuffle(sentences, random);

@@ -27,7 +27,7 @@ std::set<std::string> CommonWords(const fs::path& scowl, int level) {
   return words;
 }
 
-// "run.v-d" stands for "run"; names, phrases and abbreviations are kept whatever SCOWL says.
+// "run.v-d" is "run"; names, phrases and abbreviations are kept whatever SCOWL says.
 bool IsKept(const std::string& item, const std::set<std::string>& common) {
   const std::string word = item.substr(0, item.find('.'));
   const bool plain = !word.empty() && std::all_of(word.begin(), word.end(), IsLower);

@@ -41,7 +41,6 @@ Synset ParseSynset(const std::string& line) {
     const std::size_t target = Number(fields.at(at + 1));
     const std::string& words = fields.at(at + 3);
     if (symbol == "&") synset.similar.push_back(target);
-    if (symbol == "@") synset.broader.push_back(target);
     if ((symbol != "+" && symbol != "\\") || words == "0000") continue;
     synset.derivations.push_back({Number(words.substr(0, 2), 16) - 1, PartOf(fields.at(at + 2)[0]), target,
                                   Number(words.substr(2), 16) - 1});

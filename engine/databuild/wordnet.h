@@ -23,7 +23,6 @@ struct Derivation {
 struct Synset {
   std::vector<std::string> words;    ///< blanks for underscores
   std::vector<std::size_t> similar;  ///< offsets of similar adjectives
-  std::vector<std::size_t> broader;  ///< offsets of hypernyms
   std::vector<Derivation> derivations;
   std::string gloss;  ///< the definition without examples
 };

@@ -25,14 +25,6 @@ int Rank(const Finding& finding) {
   return finding.rule->weight + (finding.certainty == Certainty::kWatch ? 0 : kAboveEveryWeight);
 }
 
-std::vector<const Finding*> InTextOrder(const std::vector<Finding>& findings) {
-  std::vector<const Finding*> ordered;
-  ordered.reserve(findings.size());
-  for (const Finding& finding : findings) ordered.push_back(&finding);
-  std::sort(ordered.begin(), ordered.end(), [](const auto* a, const auto* b) { return a->first < b->first; });
-  return ordered;
-}
-
 Fault FaultOf(const Finding& finding, const Sentence& sentence) {
   Fault fault;
   fault.code = finding.rule->code;
@@ -45,15 +37,13 @@ Fault FaultOf(const Finding& finding, const Sentence& sentence) {
   return fault;
 }
 
-std::string Marked(std::string_view text, const std::vector<Fault>& faults) {
-  std::vector<Span> spans;
-  spans.reserve(faults.size());
-  for (const Fault& fault : faults) spans.push_back(fault.span);
-  std::sort(spans.begin(), spans.end(), [](const Span& a, const Span& b) { return a.begin > b.begin; });
+std::string Marked(std::string_view text, std::vector<Fault> faults) {
+  std::sort(faults.begin(), faults.end(),
+            [](const Fault& a, const Fault& b) { return a.span.begin > b.span.begin; });
   std::string marked(text);
-  for (const Span& span : spans) {
-    marked.insert(span.end, "*");
-    marked.insert(span.begin, "*");
+  for (const Fault& fault : faults) {
+    marked.insert(fault.span.end, "*");
+    marked.insert(fault.span.begin, "*");
   }
   return marked;
 }
@@ -71,23 +61,24 @@ std::vector<Finding> KeepSurest(std::vector<Finding> findings, const Sentence& s
   });
   std::vector<Finding> kept;
   for (Finding& finding : findings) {
-    const bool clashes =
-        std::any_of(kept.begin(), kept.end(), [&](const Finding& k) { return Overlap(k, finding); });
+    const bool clashes = std::ranges::any_of(kept, [&](const Finding& k) { return Overlap(k, finding); });
     if (!clashes) kept.push_back(std::move(finding));
   }
   return kept;
 }
 
-std::string Correct(std::string_view text, const Sentence& sentence, const std::vector<Finding>& findings) {
+std::string Correct(std::string_view text, const Sentence& sentence, std::vector<Finding> findings) {
+  std::sort(findings.begin(), findings.end(),
+            [](const Finding& a, const Finding& b) { return a.first < b.first; });
   std::string corrected;
   std::size_t at = 0;
-  for (const Finding* finding : InTextOrder(findings)) {
-    if (finding->corrections.empty()) continue;
-    const Span span = SpanOf(*finding, sentence);
+  for (const Finding& finding : findings) {
+    if (finding.corrections.empty()) continue;
+    const Span span = SpanOf(finding, sentence);
     if (span.begin < at) continue;
     corrected += text.substr(at, span.begin - at);
     at = span.end;
-    std::string put = finding->corrections[0];
+    const std::string& put = finding.corrections[0];
     const bool atStart = corrected.empty();
     if (put.empty() && at < text.size() && text[at] == ' ' && (atStart || corrected.back() == ' ')) ++at;
     if (put.empty() && at < text.size() && !corrected.empty() && corrected.back() == ' ' &&

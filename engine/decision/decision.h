@@ -4,11 +4,16 @@
 #include <string_view>
 #include <vector>
 
+#include "engine/edits/edit.h"
 #include "engine/rules/finding.h"
 #include "engine/sentence/sentence.h"
 #include "engine/tolvex.h"
 
 namespace tolvex {
+
+/// An edit as a finding. An insertion is shown at the word after it: "^student" becomes "student: a student".
+/// `rules` holds the rules "edit-…".
+Finding FindingOf(const Edit& edit, const Sentence& sentence, const RuleBook& rules);
 
 /// The findings that do not overlap a surer one, the surest first.
 std::vector<Finding> KeepSurest(std::vector<Finding> findings, const Sentence& sentence);
@@ -18,6 +23,6 @@ Judgement MakeJudgement(std::string_view text, const Sentence& sentence,
                         const std::vector<Finding>& findings);
 
 /// The text with the first corrections of the findings put in; they must not overlap.
-std::string Correct(std::string_view text, const Sentence& sentence, const std::vector<Finding>& findings);
+std::string Correct(std::string_view text, const Sentence& sentence, std::vector<Finding> findings);
 
 }  // namespace tolvex

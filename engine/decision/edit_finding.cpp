@@ -1,6 +1,10 @@
-#include "engine/decision/edit_finding.h"
+// An edit as a finding, with the rule that explains it.
+#include <fmt/format.h>
+#include <fmt/ranges.h>
 
 #include <map>
+
+#include "engine/decision/decision.h"
 
 namespace tolvex {
 namespace {
@@ -35,67 +39,37 @@ bool IsFiniteBe(std::string_view word) {
 }
 
 std::string_view RuleNameOf(const Edit& edit, const Sentence& sentence) {
-  switch (edit.kind) {
-    case EditKind::kAgreement:
-      return "edit-agreement";
-    case EditKind::kTense:
-      return "edit-tense";
-    case EditKind::kVerbForm:
-    case EditKind::kNounVerb:
-      return "edit-verb-form";
-    case EditKind::kBeForm:
-      return IsFiniteBe(edit.words[0]) && IsFiniteBe(sentence.Lower(edit.first)) ? "edit-agreement"
-                                                                                 : "edit-be-form";
-    case EditKind::kBeInsert:
-      return "edit-be-insert";
-    case EditKind::kBeDelete:
-      return "edit-be-delete";
-    case EditKind::kToInsert:
-      return "edit-to-insert";
-    case EditKind::kToDelete:
-      return "edit-to-delete";
-    case EditKind::kGerund:
-      return "edit-gerund";
-    case EditKind::kInfinitive:
-      return "edit-infinitive";
-    case EditKind::kPlural:
-      return "edit-plural";
-    case EditKind::kSingular:
-      return "edit-singular";
-    case EditKind::kArticleSwap:
-      return "edit-article-swap";
-    case EditKind::kArticleDelete:
-      return "edit-article-delete";
-    case EditKind::kArticleInsert:
-      return "edit-article-insert";
-    case EditKind::kPrepositionSwap:
-      return "edit-preposition-swap";
-    case EditKind::kPrepositionDelete:
-      return "edit-preposition-delete";
-    case EditKind::kPrepositionInsert:
-      return "edit-preposition-insert";
-    case EditKind::kPronounInsert:
-      return "edit-pronoun-insert";
-    case EditKind::kPronounDelete:
-      return "edit-pronoun-delete";
-    case EditKind::kRelativeInsert:
-      return "edit-relative-insert";
-    case EditKind::kRelativeDelete:
-      return "edit-relative-delete";
-    case EditKind::kConfusion:
-      return NameOfConfusion(edit);
-    case EditKind::kDerivation:
-      return NameByPart(edit, sentence);
-    case EditKind::kCompare:
-      return "edit-compare";
-  }
-  return "edit-confusion";
-}
-
-std::string Joined(const std::vector<std::string>& words) {
-  std::string text;
-  for (const std::string& word : words) text += (text.empty() ? "" : " ") + word;
-  return text;
+  static const std::map<EditKind, std::string_view> kNames = {
+      {EditKind::kAgreement, "edit-agreement"},
+      {EditKind::kTense, "edit-tense"},
+      {EditKind::kVerbForm, "edit-verb-form"},
+      {EditKind::kNounVerb, "edit-verb-form"},
+      {EditKind::kBeForm, "edit-be-form"},
+      {EditKind::kBeInsert, "edit-be-insert"},
+      {EditKind::kBeDelete, "edit-be-delete"},
+      {EditKind::kToInsert, "edit-to-insert"},
+      {EditKind::kToDelete, "edit-to-delete"},
+      {EditKind::kGerund, "edit-gerund"},
+      {EditKind::kInfinitive, "edit-infinitive"},
+      {EditKind::kPlural, "edit-plural"},
+      {EditKind::kSingular, "edit-singular"},
+      {EditKind::kArticleSwap, "edit-article-swap"},
+      {EditKind::kArticleDelete, "edit-article-delete"},
+      {EditKind::kArticleInsert, "edit-article-insert"},
+      {EditKind::kPrepositionSwap, "edit-preposition-swap"},
+      {EditKind::kPrepositionDelete, "edit-preposition-delete"},
+      {EditKind::kPrepositionInsert, "edit-preposition-insert"},
+      {EditKind::kPronounInsert, "edit-pronoun-insert"},
+      {EditKind::kPronounDelete, "edit-pronoun-delete"},
+      {EditKind::kRelativeInsert, "edit-relative-insert"},
+      {EditKind::kRelativeDelete, "edit-relative-delete"},
+      {EditKind::kCompare, "edit-compare"},
+  };
+  if (edit.kind == EditKind::kConfusion) return NameOfConfusion(edit);
+  if (edit.kind == EditKind::kDerivation) return NameByPart(edit, sentence);
+  const bool agrees =
+      edit.kind == EditKind::kBeForm && IsFiniteBe(edit.words[0]) && IsFiniteBe(sentence.Lower(edit.first));
+  return agrees ? "edit-agreement" : kNames.at(edit.kind);
 }
 
 }  // namespace
@@ -106,7 +80,7 @@ Finding FindingOf(const Edit& edit, const Sentence& sentence, const RuleBook& ru
   finding.certainty = Certainty::kConfirm;
   finding.first = edit.first;
   finding.last = edit.last;
-  std::string correction = Joined(edit.words);
+  std::string correction = fmt::format("{}", fmt::join(edit.words, " "));
   if (edit.last < edit.first) {
     finding.last = edit.first;
     correction += " " + sentence.At(edit.first).text;

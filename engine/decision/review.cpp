@@ -4,7 +4,6 @@
 #include <optional>
 
 #include "engine/decision/decision.h"
-#include "engine/decision/edit_finding.h"
 
 namespace tolvex {
 namespace {
@@ -13,7 +12,7 @@ namespace {
 // of what paid there.
 constexpr double kWatchScore = 3;  // a point to watch whatever the parser says
 
-// A point to watch when the parser rejects the sentence and takes the edited one.
+// A point to watch when the parser rejects the sentence and accepts the edited one.
 constexpr double kLeastTriedScore = -3;
 
 // The parser stumbles over idioms of a few words, so there an edit must be likelier.
@@ -55,6 +54,10 @@ std::optional<double> LeastMendingScore(EditKind kind) {
 
 bool IsOpen(const Finding& finding) { return finding.certainty == Certainty::kConfirm; }
 
+bool HasAny(const Findings& findings, Certainty certainty) {
+  return std::ranges::any_of(findings.All(), [&](const Finding& f) { return f.certainty == certainty; });
+}
+
 }  // namespace
 
 class Reviewer::Weighing {
@@ -64,7 +67,9 @@ class Reviewer::Weighing {
 
   // The parser is the dearest to ask, so it is asked only where its word matters.
   void Run() {
-    if (ConfirmFindings() || HasPointToWatch() || WeighEdits()) return;
+    if (ConfirmFindings()) return;
+    // What a rule knows is better than what an edit guesses.
+    if (HasAny(findings_, Certainty::kWatch) || WeighEdits()) return;
     const bool doubtful = sentence_.Size() >= kLeastDoubtedTokens && !HasQuotation();
     if (doubtful && !IsAccepted()) findings_.Add("unsure-parse", 0, sentence_.Size() - 1, {});
   }
@@ -81,13 +86,6 @@ class Reviewer::Weighing {
   bool Mends(const Finding& finding) {
     const std::string corrected = Correct(text_, sentence_, {finding});
     return reviewer_.parser_.AcceptsLoosely(reviewer_.read_(corrected), effort_);
-  }
-
-  // What a rule knows is better than what an edit guesses.
-  bool HasPointToWatch() const {
-    const auto& all = findings_.All();
-    return std::any_of(all.begin(), all.end(),
-                       [](const Finding& f) { return f.certainty == Certainty::kWatch; });
   }
 
   // Titles and direct speech are beyond the parser.
@@ -148,11 +146,8 @@ Reviewer::Reviewer(const Parser& parser, const Ranker& ranker, const RuleBook& r
     : parser_(parser), ranker_(ranker), rules_(rules), read_(std::move(read)) {}
 
 void Reviewer::Review(std::string_view text, const Sentence& sentence, Findings& findings) const {
-  auto& all = findings.All();
-  const bool sure =
-      std::any_of(all.begin(), all.end(), [](const Finding& f) { return f.certainty == Certainty::kSure; });
-  if (!sure) Weighing(*this, text, sentence, findings).Run();
-  std::erase_if(all, IsOpen);
+  if (!HasAny(findings, Certainty::kSure)) Weighing(*this, text, sentence, findings).Run();
+  std::erase_if(findings.All(), IsOpen);
 }
 
 }  // namespace tolvex

@@ -54,7 +54,7 @@ std::vector<Edit> ProposeEdits(const Sentence& sentence);
 /// The tokens with an edit carried out. New tokens have no tag and no offsets.
 std::vector<Token> Apply(const std::vector<Token>& tokens, const Edit& edit);
 
-/// Words that are taken for each other; each of the pair may stand for the other.
-const std::vector<std::string_view>& ConfusedWith(std::string_view word);
+/// The words that learners confuse with this one, in either direction.
+const std::vector<std::string>& ConfusedWith(std::string_view word);
 
 }  // namespace tolvex

@@ -11,8 +11,7 @@ bool IsArticle(const Sentence& sentence, int i) { return sentence.Is(i, {"a", "a
 bool IsEditedPreposition(const Sentence& sentence, int i) {
   const Tag tag = sentence.TagAt(i);
   const bool tagged = tag == Tag::IN || tag == Tag::TO || tag == Tag::RP;
-  return tagged && std::find(kEditedPrepositions.begin(), kEditedPrepositions.end(), sentence.Lower(i)) !=
-                       kEditedPrepositions.end();
+  return tagged && std::ranges::count(kEditedPrepositions, sentence.Lower(i)) > 0;
 }
 
 std::string_view ArticleBefore(const std::string& word) {

@@ -50,11 +50,11 @@ void Proposer::ProposeBe(int i) {
   }
   const Tag before = sentence_.TagAt(i - 1);
   const Tag tag = sentence_.TagAt(i);
-  const bool behindSubject = IsNoun(before) || before == Tag::PRP || before == Tag::DT ||
-                             before == Tag::WDT || before == Tag::WP || before == Tag::EX;
+  const bool followsSubject = IsNoun(before) || before == Tag::PRP || before == Tag::DT ||
+                              before == Tag::WDT || before == Tag::WP || before == Tag::EX;
   const bool predicate = IsAdjective(tag) || tag == Tag::VBG || tag == Tag::VBN || tag == Tag::DT ||
                          tag == Tag::RB || tag == Tag::IN;
-  if (behindSubject && predicate) {
+  if (followsSubject && predicate) {
     for (const char* form : {"is", "are", "was"}) Insert(EditKind::kBeInsert, i, form);
   }
   if ((before == Tag::MD || before == Tag::TO) && (IsAdjective(tag) || tag == Tag::VBN || tag == Tag::VBG))

@@ -1,104 +1,35 @@
 // Edits that put another word: confused pairs, other parts of speech, degrees of comparison.
+#include <functional>
 #include <map>
 
+#include "base/text.h"
 #include "engine/edits/proposer.h"
 #include "engine/lexicon/lexicon.h"
 
 namespace tolvex {
 namespace {
 
-struct Pair {
-  std::string_view one;
-  std::string_view other;
-};
+// Pairs of words that learners confuse.
+constexpr std::string_view kConfused =
+    "then/than their/there their/they its/it to/too affect/effect lose/loose quite/quiet advice/advise "
+    "where/were weather/whether who/which much/many less/fewer little/few another/other other/others "
+    "live/life this/these that/those everyday/every make/do say/tell said/told me/I he/him she/her "
+    "they/them we/us our/us good/well hard/hardly most/almost chose/choose past/passed though/through "
+    "thing/think belief/believe then/them of/off an/and now/know form/from see/sea are/our "
+    "sometime/sometimes beside/besides your/you that/than as/like so/very during/while what/that "
+    "which/that what/which between/among if/whether especially/special lot/lots economic/economical "
+    "sit/seat die/dead safe/save cloth/clothes by/buy one/own wear/where dose/does all/every some/any "
+    "rise/raise accept/except principal/principle few/fewer worse/worst like/alike alive/live "
+    "alone/lonely ago/before";
 
-constexpr std::array kConfused = {
-    Pair{"then", "than"},
-    Pair{"their", "there"},
-    Pair{"their", "they"},
-    Pair{"its", "it"},
-    Pair{"to", "too"},
-    Pair{"affect", "effect"},
-    Pair{"lose", "loose"},
-    Pair{"quite", "quiet"},
-    Pair{"advice", "advise"},
-    Pair{"where", "were"},
-    Pair{"weather", "whether"},
-    Pair{"who", "which"},
-    Pair{"much", "many"},
-    Pair{"less", "fewer"},
-    Pair{"little", "few"},
-    Pair{"another", "other"},
-    Pair{"other", "others"},
-    Pair{"live", "life"},
-    Pair{"this", "these"},
-    Pair{"that", "those"},
-    Pair{"everyday", "every"},
-    Pair{"make", "do"},
-    Pair{"say", "tell"},
-    Pair{"said", "told"},
-    Pair{"me", "I"},
-    Pair{"he", "him"},
-    Pair{"she", "her"},
-    Pair{"they", "them"},
-    Pair{"we", "us"},
-    Pair{"our", "us"},
-    Pair{"good", "well"},
-    Pair{"hard", "hardly"},
-    Pair{"most", "almost"},
-    Pair{"chose", "choose"},
-    Pair{"past", "passed"},
-    Pair{"though", "through"},
-    Pair{"thing", "think"},
-    Pair{"belief", "believe"},
-    Pair{"then", "them"},
-    Pair{"of", "off"},
-    Pair{"an", "and"},
-    Pair{"now", "know"},
-    Pair{"form", "from"},
-    Pair{"see", "sea"},
-    Pair{"are", "our"},
-    Pair{"sometime", "sometimes"},
-    Pair{"beside", "besides"},
-    Pair{"your", "you"},
-    Pair{"that", "than"},
-    Pair{"as", "like"},
-    Pair{"so", "very"},
-    Pair{"during", "while"},
-    Pair{"what", "that"},
-    Pair{"which", "that"},
-    Pair{"what", "which"},
-    Pair{"between", "among"},
-    Pair{"if", "whether"},
-    Pair{"especially", "special"},
-    Pair{"lot", "lots"},
-    Pair{"economic", "economical"},
-    Pair{"sit", "seat"},
-    Pair{"die", "dead"},
-    Pair{"safe", "save"},
-    Pair{"cloth", "clothes"},
-    Pair{"by", "buy"},
-    Pair{"one", "own"},
-    Pair{"wear", "where"},
-    Pair{"dose", "does"},
-    Pair{"all", "every"},
-    Pair{"some", "any"},
-    Pair{"rise", "raise"},
-    Pair{"accept", "except"},
-    Pair{"principal", "principle"},
-    Pair{"few", "fewer"},
-    Pair{"worse", "worst"},
-    Pair{"like", "alike"},
-    Pair{"alive", "live"},
-    Pair{"alone", "lonely"},
-    Pair{"ago", "before"},
-};
+using Confusions = std::map<std::string, std::vector<std::string>, std::less<>>;
 
-std::map<std::string_view, std::vector<std::string_view>> IndexPairs() {
-  std::map<std::string_view, std::vector<std::string_view>> index;
-  for (const Pair& pair : kConfused) {
-    index[pair.one == "I" ? "i" : pair.one].push_back(pair.other);
-    index[pair.other == "I" ? "i" : pair.other].push_back(pair.one);
+Confusions IndexPairs() {
+  Confusions index;
+  for (const std::string& pair : base::Split(kConfused, " ")) {
+    const auto words = base::Split(pair, "/");
+    index[base::Lower(words[0])].push_back(words[1]);
+    index[base::Lower(words[1])].push_back(words[0]);
   }
   return index;
 }
@@ -112,17 +43,16 @@ bool IsCommon(const Lexicon& words, std::string_view text) {
 
 }  // namespace
 
-const std::vector<std::string_view>& ConfusedWith(std::string_view word) {
+const std::vector<std::string>& ConfusedWith(std::string_view word) {
   static const auto kIndex = IndexPairs();
-  static const std::vector<std::string_view> kNone;
+  static const std::vector<std::string> kNone;
   const auto found = kIndex.find(word);
   return found == kIndex.end() ? kNone : found->second;
 }
 
 void Proposer::ProposeOtherWord(int i) {
   const std::string& word = sentence_.Lower(i);
-  for (const std::string_view other : ConfusedWith(word))
-    Replace(EditKind::kConfusion, i, std::string(other));
+  for (const std::string& other : ConfusedWith(word)) Replace(EditKind::kConfusion, i, other);
   const Token& token = sentence_.At(i);
   const Tag tag = token.tag;
   if (token.word == nullptr || (!IsNoun(tag) && !IsAdjective(tag) && !IsAdverb(tag) && !IsVerb(tag))) return;

@@ -20,7 +20,7 @@ class PronounCheck : Check {
   void CheckSingular(int i) {
     const int verb = SkipAdverbs(i + 1);
     if (!IsPlainPresent(verb) || TakesBareVerb(i) || IsObject(i) || IsJoined(i)) return;
-    if (Lower(verb) == "were" && (IsUnreal(i) || IsNounInFront(i))) return;
+    if (Lower(verb) == "were" && (IsUnreal(i) || FollowsNoun(i))) return;
     Replace("third-person", verb, ThirdPersonOf(verb));
   }
 
@@ -43,7 +43,7 @@ class PronounCheck : Check {
   bool IsUnreal(int subject) const { return AnyIn(0, subject, "unreal_openers"); }
 
   // "The books he were reading"
-  bool IsNounInFront(int subject) const { return IsNoun(TagAt(subject - 1)); }
+  bool FollowsNoun(int subject) const { return IsNoun(TagAt(subject - 1)); }
 
   // "They goes", "I are"
   void CheckPlural(int i) {

@@ -53,8 +53,7 @@ class ArticleCheck : Check {
     int noun = first;
     while (TagAt(noun) == Tag::JJ && Lower(noun) != "next") ++noun;
     if (!In(noun, "roles") || TagAt(noun) != Tag::NN || IsTitle(noun)) return;
-    const std::string article = SoundsLikeVowel(Lower(first)) ? "an " : "a ";
-    Replace("missing-a", first, noun, article + TextOf(*this, first, noun));
+    Replace("missing-a", first, noun, WithArticle(*this, first, noun));
   }
 
   // "He became manager of the shop", "She is student president."

@@ -1,4 +1,4 @@
-// Counted nouns that stand alone: "buy umbrella", "drove me to airport"; and "a five-days trip".
+// Counted nouns without a determiner: "buy umbrella", "drove me to airport"; and "a five-days trip".
 #include "engine/grammar/check.h"
 #include "engine/rules/fix.h"
 
@@ -24,8 +24,7 @@ class BareNounCheck : Check {
     const bool described = IsDescribedInPhrase(first, noun);
     if (!described && !In(noun, "single_things")) return;
     if (IsOnlyOne(first) || !(described || IsGiven(first, noun) || IsAlone(first, noun))) return;
-    const std::string article = SoundsLikeVowel(Lower(first)) ? "an " : "a ";
-    Replace("single-thing-a", first, noun, article + TextOf(*this, first, noun));
+    Replace("single-thing-a", first, noun, WithArticle(*this, first, noun));
   }
 
   // Where the words that belong to the noun begin: "big red umbrella".

@@ -41,4 +41,7 @@ void CheckReference(const Phrases& phrases, Findings& findings);      ///< "my s
 void CheckComparison(const Phrases& phrases, Findings& findings);     ///< "taller then", "than" alone
 void CheckShape(const Phrases& phrases, Findings& findings);          ///< fragments, comma splices
 
+/// Runs them all, always in the same order. Their texts and examples are in engine/rules.
+void RunChecks(const Sentence& sentence, const Lists& lists, Findings& findings);
+
 }  // namespace tolvex

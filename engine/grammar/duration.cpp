@@ -21,7 +21,7 @@ class DurationCheck : Check {
   void CheckSince(int since) {
     const bool clause = IsPointClause(since + 1);
     if (!clause && !IsPoint(since + 1)) return;
-    const FiniteVerb verb = since == 0 ? VerbAfterComma() : OnlyVerbBefore(since);
+    const FiniteVerb verb = since == 0 ? verbs_.First(NextComma(0), Size()) : OnlyVerbBefore(since);
     if (verb.at < 0 || (since > 0 && IsMeasure(verb, since))) return;
     if (verb.tense == Tense::kPresent || (IsPastOfPronoun(verb) && !clause)) MakePerfect(verb);
   }
@@ -40,12 +40,6 @@ class DurationCheck : Check {
     if (!Is(i + 1, {"was", "were"})) return In(i + 1, "beginnings");
     const Tag tag = TagAt(i + 2);
     return tag == Tag::CD || tag == Tag::DT || In(i + 2, "ages");
-  }
-
-  FiniteVerb VerbAfterComma() const {
-    int comma = 0;
-    while (comma < Size() && !IsComma(comma)) ++comma;
-    return verbs_.First(comma, Size());
   }
 
   FiniteVerb OnlyVerbBefore(int end) const {

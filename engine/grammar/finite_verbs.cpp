@@ -74,8 +74,7 @@ class FiniteVerbReader : Phrases {
 }  // namespace
 
 FiniteVerb FiniteVerbs::First(int from, int to) const {
-  const auto found =
-      std::find_if(all.begin(), all.end(), [&](const FiniteVerb& verb) { return verb.at >= from; });
+  const auto found = std::ranges::find_if(all, [&](const FiniteVerb& verb) { return verb.at >= from; });
   return found == all.end() || found->at >= to ? FiniteVerb() : *found;
 }
 

@@ -2,9 +2,11 @@
 #pragma once
 
 #include <cstddef>
+#include <string>
 #include <string_view>
 #include <vector>
 
+#include "base/text.h"
 #include "engine/rules/rule.h"
 
 namespace tolvex {
@@ -41,7 +43,9 @@ struct ListName {
 class Lists {
  public:
   /// Throws std::runtime_error when the rules, which must outlive the lists, lack one of them.
-  explicit Lists(const RuleBook& rules);
+  explicit Lists(const RuleBook& rules) {
+    for (const std::string& name : base::Split(kListNames, " ")) lists_.push_back(&rules.List(name));
+  }
 
   const WordSet& operator[](ListName name) const { return *lists_[name.number]; }
 

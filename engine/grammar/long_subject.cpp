@@ -46,7 +46,7 @@ class LongSubjectCheck : Check {
            (TagAt(head) == Tag::NNS && IsPlural(head) && !In(head, "either_number"));
   }
 
-  // A verb without an ending, also one that the tagger takes for a noun.
+  // A verb without an ending, also one that the tagger mistakes for a noun.
   bool IsBareVerb(int i) const {
     return IsPlainPresent(i) || (IsNoun(TagAt(i)) && Has(i, kBase) && Lacks(i, kPast | kPlural));
   }

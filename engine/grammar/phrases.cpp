@@ -16,6 +16,11 @@ bool Phrases::IsYear(int i) const {
   return word.size() == 4 && std::all_of(word.begin(), word.end(), IsDigit);
 }
 
+int Phrases::NextComma(int i) const {
+  while (i < Size() && !IsComma(i)) ++i;
+  return i;
+}
+
 NounPhrase Phrases::NounPhraseAt(int i) const {
   NounPhrase phrase;
   for (phrase.end = i; phrase.end < Size(); ++phrase.end) {

@@ -55,6 +55,9 @@ class Phrases : public Sentence {
   /// The first word of a relation to the one at i; "" when there is none.
   std::string_view Related(int i, Relation relation) const { return Words().First(Lower(i), relation); }
 
+  /// The first comma from i on; Size() when there is none.
+  int NextComma(int i) const;
+
   NounPhrase NounPhraseAt(int i) const;
 
   /// The first place from i on that does not belong to an infinitive such as "to learn a language".

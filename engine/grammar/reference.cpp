@@ -90,7 +90,7 @@ class ReferenceCheck : Check {
     if (Is(i - 1, {",", "and"})) Replace("pronoun-gender", i, Turned(i, GenderOf(i - 2)));
   }
 
-  // "My friend Mary, he is kind": the noun in front is subject enough.
+  // "My friend Mary, he is kind": the noun before it is subject enough.
   void CheckResumed() {
     const NounPhrase subject = NounPhraseAt(0);
     if (subject.head < 0 || !In(0, "subject_determiners")) return;

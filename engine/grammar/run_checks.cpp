@@ -1,7 +1,6 @@
 #include <array>
 
 #include "engine/grammar/check.h"
-#include "engine/grammar/checks.h"
 
 namespace tolvex {
 

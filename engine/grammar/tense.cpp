@@ -140,7 +140,7 @@ class TenseCheck : Check {
   // "What if it rains tomorrow?"
   bool IsSpeech() const { return AnyIn(0, Size(), "speech_signs"); }
 
-  // "I visited my aunt next week", "We had a test tomorrow": longer sentences may tell of an old plan.
+  // "I visited my aunt next week", "We had a test tomorrow": longer sentences may be about an old plan.
   bool IsStory(int verb) const {
     constexpr int kMostTokens = 11;
     if (Size() > kMostTokens) return false;
@@ -148,7 +148,7 @@ class TenseCheck : Check {
     return TagAt(verb) == Tag::VBD && !Is(verb, {"had", "was", "were"});
   }
 
-  // "I visit my aunt next month": only a timetable is told in the present.
+  // "I visit my aunt next month": only a timetable is in the present.
   bool IsUnplannedEvent(int verb) const {
     if (verb == 0 || LemmaIn(verb, "timetable_verbs") || AnyIn(0, verb, "no_plain_future")) return false;
     return LemmaIn(verb, "event_verbs") || Lemma(verb) == "rain" || Lemma(verb) == "snow";
@@ -169,8 +169,7 @@ class TenseCheck : Check {
 
   // "If it will rain, the team will stay."
   bool IsFutureAfterComma(int will) const {
-    int comma = will + 1;
-    while (comma < Size() && !IsComma(comma)) ++comma;
+    const int comma = NextComma(will + 1);
     return Is(comma + 2, {"will", "can", "'ll", "shall", "may"}) ||
            Is(comma + 3, {"will", "can", "'ll", "may"});
   }

@@ -35,8 +35,7 @@ class TenseSequenceCheck : Check {
 
   // "When the bell rang, they run out."
   void CheckOpening(int length) {
-    int comma = length;
-    while (comma < Size() && !IsComma(comma)) ++comma;
+    const int comma = NextComma(length);
     if (comma == Size() || verbs_.Count(0, comma) != 1) return;
     const FiniteVerb main = verbs_.First(comma, Size());
     if (main.at >= 0 && !IsInThirdClause(comma, main.at))

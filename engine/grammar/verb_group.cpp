@@ -42,7 +42,7 @@ class VerbGroupCheck : Check {
 
   bool IsWrongAfterModal(int modal, int verb) const {
     const bool wrong = Lacks(verb, kBase) && (IsVerbForm(verb) || IsVerbTakenForNoun(modal, verb));
-    if (IsNounInFront(modal)) return wrong && Lemma(verb) != "be";
+    if (FollowsNoun(modal)) return wrong && Lemma(verb) != "be";
     return wrong || (verb == modal + 1 && In(verb, "full_forms_of_be"));
   }
 
@@ -55,7 +55,7 @@ class VerbGroupCheck : Check {
   }
 
   // "The trash can is full."
-  bool IsNounInFront(int modal) const {
+  bool FollowsNoun(int modal) const {
     return IsNoun(TagAt(modal - 1)) && Is(modal, {"can", "will", "may", "might", "must"});
   }
 
@@ -152,12 +152,12 @@ class VerbGroupCheck : Check {
   // "He is can swim", "They are do it"
   void CheckDoubleBe(int i) {
     if (i == 0 || !IsBe(i) || Lower(i)[0] == '\'' || !In(i + 1, "never_after_full_be")) return;
-    if (EndsClauseInFront(i)) return;
+    if (EndsClauseBefore(i)) return;
     findings_.Add("double-be", i, i + 1, {At(i + 1).text, At(i).text});
   }
 
   // "What the answer is is a secret."
-  bool EndsClauseInFront(int be) const { return AnyIn(0, be, "double_be_openers"); }
+  bool EndsClauseBefore(int be) const { return AnyIn(0, be, "double_be_openers"); }
 
   // "I not like it", "He not go"
   void CheckBareNot(int i) {

@@ -10,23 +10,10 @@
 namespace tolvex {
 namespace {
 
-Relation RelationOf(Form form) {
-  switch (form) {
-    case kThird:
-      return Relation::kThird;
-    case kPast:
-      return Relation::kPast;
-    case kParticiple:
-      return Relation::kParticiple;
-    case kIng:
-      return Relation::kIng;
-    case kPlural:
-      return Relation::kPlural;
-    case kComparative:
-      return Relation::kComparative;
-    default:
-      return Relation::kSuperlative;
-  }
+Relation RelationOfVerb(Form form) {
+  if (form == kThird) return Relation::kThird;
+  if (form == kPast) return Relation::kPast;
+  return form == kParticiple ? Relation::kParticiple : Relation::kIng;
 }
 
 double SenseCount(const Word& word, int part) { return std::exp2(word.senses[part] / 8.0) - 1; }
@@ -104,7 +91,7 @@ std::string Lexicon::Inflect(std::string_view lemma, Form form) const {
   if (lemma == "be") {
     return form == kThird ? "is" : form == kPast ? "was" : form == kParticiple ? "been" : "being";
   }
-  return std::string(First(lemma, RelationOf(form)));
+  return std::string(First(lemma, RelationOfVerb(form)));
 }
 
 std::uint16_t Lexicon::Forms(std::string_view text) const {

@@ -50,7 +50,7 @@ enum class Relation : std::uint8_t {
 enum Part : std::uint8_t { kNounPart = 1, kVerbPart = 2, kAdjectivePart = 4, kAdverbPart = 8 };
 inline constexpr int kPartCount = 4;
 
-/// One entry, as it lies in the table "lexicon.words".
+/// One entry, as it is in the table "lexicon.words".
 struct Word {
   std::uint32_t text = 0;     ///< offset into "lexicon.text"
   std::uint32_t links = 0;    ///< first of its links in "lexicon.links"

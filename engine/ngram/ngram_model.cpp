@@ -12,7 +12,7 @@ namespace {
 
 constexpr double kStep = 0.25;
 constexpr double kBackoff = -0.9162907318741551;  // ln 0.4
-constexpr double kRareWord = -7;  // a part of speech stands for many words; so much less is the share of each
+constexpr double kRareWord = -7;  // a part of speech covers many words; so much less is the share of each
 constexpr double kUnseen = -16;
 constexpr std::uint64_t kTagSalt = 0x7461670000000000ULL;
 

@@ -1,4 +1,4 @@
-// N-gram model: how probable is a word behind the words before it? Two models of order four are mixed, one
+// N-gram model: how probable is a word after the words before it? Two models of order four are mixed, one
 // over common words and one over the commonest words and parts of speech.
 #pragma once
 
@@ -21,11 +21,12 @@ struct NgramSymbol {
   bool rare = false;        ///< `word` is a part of speech
 };
 
-/// What stands before the first and behind the last token.
+/// What comes before the first and after the last token.
 inline constexpr NgramSymbol kNgramStart = {1, 1, false};
 inline constexpr NgramSymbol kNgramEnd = {2, 2, false};
 
-/// One slot of the vocabulary, open addressing over TableKey(HashText(word)); 0 for a free slot.
+/// One slot of the vocabulary, open addressing over HashText(word). The key is the upper half of the hash,
+/// made odd; 0 for a free slot.
 struct NgramWord {
   std::uint32_t key = 0;
   std::uint32_t common = 0;  ///< 1: also a word of its own in the second model
@@ -56,7 +57,7 @@ class NgramModel {
 
   NgramSymbol SymbolOf(const Token& token) const { return vocabulary_.SymbolOf(token); }
 
-  /// The logarithm of the share of symbols[at] behind the symbols before it, the longest known context
+  /// The logarithm of the share of symbols[at] after the symbols before it, the longest known context
   /// counting (stupid backoff, Brants et al. 2007, over discounted shares). symbols[0] is kNgramStart or a
   /// word of the sentence.
   NgramScore Score(std::span<const NgramSymbol> symbols, std::size_t at) const;

@@ -7,8 +7,9 @@
 
 namespace tolvex {
 
-/// The three cells of a key and the bits that tell a stored key from a foreign one. The layout is that of a
-/// binary fuse filter (Graf and Lemire, "Binary Fuse Filters", 2022), with values beside the fingerprints.
+/// The three cells of a key and the bits by which a stored key differs from a foreign one. The layout is that
+/// of a binary fuse filter (Graf and Lemire, "Binary Fuse Filters", 2022), with values beside the
+/// fingerprints.
 class StaticMapLayout {
  public:
   /// A layout for so many keys; `seed` is the one that the builder could fill it with.
@@ -32,7 +33,7 @@ inline constexpr std::uint16_t kMostMapValue = 63;
 
 class StaticMap {
  public:
-  /// `cells` as BuildStaticMap made them, behind a header of two numbers: keys and seed. Throws
+  /// `cells` as BuildStaticMap made them, after a header of two numbers: keys and seed. Throws
   /// std::runtime_error when they do not fit.
   StaticMap(std::span<const std::uint64_t> header, std::span<const std::uint16_t> cells);
 

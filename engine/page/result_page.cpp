@@ -41,7 +41,6 @@ p { margin: 4px 0; }
 </head>
 <body>
 )";
-constexpr std::string_view kFoot = "</body>\n</html>\n";
 
 std::string Escape(std::string_view text) {
   std::string escaped;
@@ -65,19 +64,16 @@ std::string Marked(std::string_view text, Verdict level) {
   return fmt::format("<mark{}>{}</mark>", level == Verdict::kWatch ? " class=\"soft\"" : "", Escape(shown));
 }
 
-std::string MarkedSentence(std::string_view sentence, const std::vector<Fault>& faults) {
-  std::vector<const Fault*> inOrder;
-  inOrder.reserve(faults.size());
-  for (const Fault& fault : faults) inOrder.push_back(&fault);
-  std::sort(inOrder.begin(), inOrder.end(),
-            [](const Fault* a, const Fault* b) { return a->span.begin < b->span.begin; });
+std::string MarkedSentence(std::string_view sentence, std::vector<Fault> faults) {
+  std::sort(faults.begin(), faults.end(),
+            [](const Fault& a, const Fault& b) { return a.span.begin < b.span.begin; });
   std::string html;
   std::size_t at = 0;
-  for (const Fault* fault : inOrder) {
-    if (fault->span.begin < at) continue;
-    html += Escape(Cut(sentence, {at, fault->span.begin}));
-    html += Marked(Cut(sentence, fault->span), fault->level);
-    at = fault->span.end;
+  for (const Fault& fault : faults) {
+    if (fault.span.begin < at) continue;
+    html += Escape(Cut(sentence, {at, fault.span.begin}));
+    html += Marked(Cut(sentence, fault.span), fault.level);
+    at = fault.span.end;
   }
   return html + Escape(Cut(sentence, {at, sentence.size()}));
 }
@@ -141,16 +137,12 @@ std::string SuggestionBlock(const Judgement& judgement) {
   return fmt::format("<div class=\"fault tip\">\n<h2>還可以寫得更道地</h2>\n{}</div>\n", lines);
 }
 
-std::string PraisePage(std::string_view sentence, const Judgement& judgement) {
-  return fmt::format(
-      "<h1>句子解析結果</h1>\n<div class=\"sentence\">{}</div>\n"
-      "<p class=\"good\">寫得很好！本句子沒有發現錯誤。</p>\n{}",
-      Escape(sentence), SuggestionBlock(judgement));
+std::string Praise(const Judgement& judgement) {
+  return fmt::format("<p class=\"good\">寫得很好！本句子沒有發現錯誤。</p>\n{}", SuggestionBlock(judgement));
 }
 
-std::string FaultsPage(std::string_view sentence, const Judgement& judgement) {
-  std::string html = fmt::format("<h1>句子解析結果</h1>\n<div class=\"sentence\">{}</div>\n",
-                                 MarkedSentence(sentence, judgement.faults));
+std::string FaultBlocks(std::string_view sentence, const Judgement& judgement) {
+  std::string html;
   for (std::size_t i = 0; i < judgement.faults.size(); ++i) {
     html += FaultBlock(sentence, judgement.faults[i], i + 1);
   }
@@ -165,10 +157,9 @@ std::string FaultsPage(std::string_view sentence, const Judgement& judgement) {
 
 std::string ResultPage(std::string_view sentence, const Judgement& judgement) {
   const bool right = judgement.verdict == Verdict::kRight;
-  std::string page(kHead);
-  page += right ? PraisePage(sentence, judgement) : FaultsPage(sentence, judgement);
-  page += kFoot;
-  return page;
+  return fmt::format("{}<h1>句子解析結果</h1>\n<div class=\"sentence\">{}</div>\n{}</body>\n</html>\n", kHead,
+                     right ? Escape(sentence) : MarkedSentence(sentence, judgement.faults),
+                     right ? Praise(judgement) : FaultBlocks(sentence, judgement));
 }
 
 }  // namespace tolvex

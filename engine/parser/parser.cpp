@@ -105,10 +105,9 @@ bool ParseEffort::Spend(int tokens) {
   return true;
 }
 
-bool Parser::Accepts(const std::string& text, int mostUnlinked) const {
+bool Parser::Accepts(const std::string& text) const {
   const SentenceHandle parsed(sentence_create(text.c_str(), handle_->dictionary.get().get()));
   const OptionsHandle options = StrictOptions();
-  parse_options_set_max_null_count(options.get(), mostUnlinked);
   if (sentence_split(parsed.get(), options.get()) < 0) return false;
   return sentence_parse(parsed.get(), options.get()) > 0 && sentence_num_valid_linkages(parsed.get()) > 0;
 }

@@ -33,21 +33,19 @@ class Parser {
   /// then does.
   void WaitUntilLoaded() const;
 
-  /// Whether the text has a linkage that leaves out at most so many words. One parse of a sentence of 20
-  /// words takes some milliseconds.
-  bool Accepts(const std::string& text, int mostUnlinked = 0) const;
-
-  /// The same with allowances: an opener ("Second,") may be left out, and clauses may be parsed apart.
+  /// Whether the sentence has a linkage that leaves out no word. An opener ("Second,") may be left out, and
+  /// clauses may be parsed apart. One parse of a sentence of 20 words takes some milliseconds.
   bool AcceptsLoosely(const Sentence& sentence, ParseEffort& effort) const;
 
  private:
+  bool Accepts(const std::string& text) const;
   bool AcceptsPart(const Sentence& sentence, int first, int end, ParseEffort& effort) const;
 
   struct Handle;
   std::unique_ptr<Handle> handle_;
 };
 
-/// The name under which the dictionary lies: link-grammar looks for a language in the working directory
+/// The name of the dictionary's folder: link-grammar looks for a language in the working directory
 /// first, and a name of our own keeps it from finding another one there.
 inline constexpr const char* kParserLanguage = "en-tolvex";
 

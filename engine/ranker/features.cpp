@@ -156,7 +156,7 @@ class Extractor {
     }
     return kNone;
   }
-  int FindHeadBehind() const {
+  int FindHeadAfter() const {
     for (int i = right_; i < sentence_.Size() && i < right_ + 6; ++i) {
       const Tag tag = sentence_.TagAt(i);
       if (IsNoun(tag)) {
@@ -185,7 +185,7 @@ class Extractor {
     const auto tag = [&](int i) { return i == kNone ? 3 : T(i); };
     const int subject = FindSubject();
     const int verb = FindVerbBefore();
-    const int head = FindHeadBehind();
+    const int head = FindHeadAfter();
     const int determiner = FindDeterminerBefore();
     const auto near = [&](int i) { return std::uint64_t{i == left_}; };
     Add(change_, Join(word(subject), near(subject)));
@@ -207,7 +207,7 @@ class Extractor {
       Add(words_, Join(word(determiner), T(right_)));
   }
 
-  // Which tenses the rest of the sentence has, and where in it the edit stands.
+  // Which tenses the rest of the sentence has, and where in it the edit is.
   void AddWhole() {
     std::uint64_t tenses = 0;
     int finite = 0;

@@ -6,7 +6,7 @@ namespace tolvex {
 namespace {
 
 constexpr int kBefore = 4;  // tokens around an edit that its tagging looks at
-constexpr int kBehind = 5;
+constexpr int kAfter = 5;
 constexpr int kContext = kNgramOrder - 1;
 
 }  // namespace
@@ -22,11 +22,11 @@ GainMeter::GainMeter(const NgramModel& model, const Tagger& tagger, const Senten
 NgramScore GainMeter::Gain(const Edit& edit) const {
   const int size = sentence_.Size();
   const int from = std::max(0, edit.first - kBefore);
-  const int to = std::min(size, edit.last + 1 + kBehind);
+  const int to = std::min(size, edit.last + 1 + kAfter);
   const auto token = [&](int i) { return sentence_.Tokens().begin() + i; };
   const Edit local = {edit.kind, edit.first - from, edit.last - from, edit.words};
   std::vector<Token> window = Apply({token(from), token(to)}, local);
-  // Tags may change from one token before the edit to one behind it, and with them the scores of what
+  // Tags may change from one token before the edit to one after it, and with them the scores of what
   // follows.
   const int put = static_cast<int>(edit.words.size());
   const int firstChanged = std::max(0, local.first - 1);

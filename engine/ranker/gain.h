@@ -19,7 +19,7 @@ class GainMeter {
   /// Logarithm of the edited sentence's score less that of the sentence as it is.
   NgramScore Gain(const Edit& edit) const;
 
-  /// The score of token i as it stands; of the sentence's end at Size().
+  /// The score of token i of the unedited sentence; of the sentence's end at Size().
   const NgramScore& At(int i) const { return scores_[static_cast<std::size_t>(i)]; }
 
  private:

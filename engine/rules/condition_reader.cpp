@@ -156,10 +156,8 @@ Condition ReadCondition(std::string_view text, const WordLists& lists) {
 std::vector<std::string> Split(std::string_view text, char separator) {
   std::vector<std::string> parts;
   while (!text.empty()) {
-    const auto end = text.find(separator);
-    const std::string_view part = base::Trimmed(text.substr(0, end), base::kWhiteSpace);
+    const std::string_view part = base::Trimmed(base::PopPiece(text, {&separator, 1}), base::kWhiteSpace);
     if (!part.empty()) parts.emplace_back(part);
-    text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
   }
   return parts;
 }

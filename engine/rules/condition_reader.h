@@ -5,7 +5,6 @@
 #include <string_view>
 #include <vector>
 
-#include "base/text.h"
 #include "engine/rules/rule.h"
 
 namespace tolvex {

@@ -45,15 +45,13 @@ std::optional<std::string> FillPlace(const std::string& item, const Sentence& se
   const auto close = item.find('}');
   const std::string form = item.substr(colon + 1, close - colon - 1);
   if (form == "lower") return base::Lower(TextOf(sentence, place.first, place.last));
-  if (form == "a")
-    return (SoundsLikeVowel(sentence.Lower(place.first)) ? "an " : "a ") +
-           TextOf(sentence, place.first, place.last);
+  if (form == "a") return WithArticle(sentence, place.first, place.last);
   const std::string word = Reformed(sentence.Words(), sentence.Lower(place.last), form);
   if (word.empty()) return std::nullopt;
   return word + item.substr(close + 1);
 }
 
-// The first word of the sentence moved behind another one loses its capital ("My all friends": "all my …").
+// The first word of the sentence, moved after another one, loses its capital ("My all friends": "all my …").
 std::string InsideSentence(std::string words, const Sentence& sentence) {
   const Token& first = sentence.At(0);
   const bool moved = words.starts_with(first.text) && first.lower != "i" && !IsNoun(first.tag);
@@ -84,19 +82,17 @@ bool IsCommonest(const Word& word, Part part) {
 }
 
 bool StartsWithAny(const std::string& word, const WordSet& starts) {
-  return std::any_of(starts.begin(), starts.end(),
-                     [&](const auto& start) { return word.starts_with(start); });
+  return std::ranges::any_of(starts, [&](const auto& start) { return word.starts_with(start); });
 }
 
 }  // namespace
 
 bool SoundsLikeVowel(const std::string& word) {
-  static const WordSet kSilentH = {"hour", "honest", "honor", "honour", "heir"};
+  static const WordSet kVowel = {"hour",  "honest", "honor", "honour", "heir",
+                                 "unint", "unimp",  "unide", "unin"};
   static const WordSet kConsonant = {"uni", "use", "usu",  "eu",  "one", "once",
                                      "uti", "ufo", "ubiq", "ura", "usa", "ewe"};
-  static const WordSet kVowelAgain = {"unint", "unimp", "unide", "unin"};
-  if (StartsWithAny(word, kSilentH)) return true;
-  if (StartsWithAny(word, kVowelAgain)) return true;
+  if (StartsWithAny(word, kVowel)) return true;
   if (StartsWithAny(word, kConsonant)) return false;
   return !word.empty() && std::string_view("aeiou").find(word[0]) != std::string_view::npos;
 }
@@ -108,6 +104,10 @@ std::string TextOf(const Sentence& sentence, int first, int last) {
     text += sentence.At(i).text;
   }
   return text;
+}
+
+std::string WithArticle(const Sentence& sentence, int first, int last) {
+  return (SoundsLikeVowel(sentence.Lower(first)) ? "an " : "a ") + TextOf(sentence, first, last);
 }
 
 std::string Derived(const Lexicon& lexicon, std::string_view word, Part part) {
@@ -132,9 +132,7 @@ std::vector<std::string> FillFixes(const Pattern& pattern, const Sentence& sente
     if (!text) continue;
     if (sentence.At(first).IsCapitalised() && (first == 0 || sentence.IsName(first)))
       text = Capitalised(*text);
-    if (std::find(corrections.begin(), corrections.end(), *text) == corrections.end()) {
-      corrections.push_back(std::move(*text));
-    }
+    if (std::ranges::count(corrections, *text) == 0) corrections.push_back(std::move(*text));
   }
   return corrections;
 }

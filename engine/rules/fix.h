@@ -18,8 +18,8 @@ struct TokenRange {
 /// The corrections of a match. A template word is a plain word or "{n}", the words that element n (from 1)
 /// took, or "{n:form}", those words inflected: base third past part ing (verbs), pl sg (nouns), comp sup
 /// pos (adjectives), noun adj verb adv (another part of speech with the same root), plain (the present form
-/// behind "they"), cut (without the last letter), a (the words with "a" or "an" before them), lower (in small
-/// letters). What stands behind the brace is added. A template with a form that the lexicon does not know is
+/// after "they"), cut (without the last letter), a (the words with "a" or "an" before them), lower (in small
+/// letters). What follows the brace is added. A template with a form that the lexicon does not know is
 /// left out.
 std::vector<std::string> FillFixes(const Pattern& pattern, const Sentence& sentence,
                                    const std::vector<TokenRange>& places);
@@ -33,5 +33,8 @@ bool SoundsLikeVowel(const std::string& word);
 
 /// Tokens [first, last] as they were written.
 std::string TextOf(const Sentence& sentence, int first, int last);
+
+/// The same with "a" or "an" before them.
+std::string WithArticle(const Sentence& sentence, int first, int last);
 
 }  // namespace tolvex

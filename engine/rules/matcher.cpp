@@ -1,8 +1,7 @@
-#include "engine/rules/matcher.h"
-
 #include <algorithm>
 
 #include "engine/rules/fix.h"
+#include "engine/rules/pattern_index.h"
 
 namespace tolvex {
 namespace {

@@ -1,4 +1,4 @@
-// Tells which patterns of a rule book can match a sentence at all, by the words that they ask for.
+// Finds the patterns of rules in a sentence.
 #pragma once
 
 #include <cstdint>
@@ -6,12 +6,13 @@
 #include <unordered_map>
 #include <vector>
 
-#include "engine/rules/rule.h"
+#include "engine/rules/finding.h"
 #include "engine/sentence/sentence.h"
 
 namespace tolvex {
 
-/// A pattern that asks for certain words is worth trying only where one of them stands; most do.
+/// Says which patterns of a rule book can match a sentence at all: one that asks for certain words, as most
+/// do, is worth trying only where one of them occurs.
 class PatternIndex {
  public:
   struct Entry {
@@ -37,5 +38,8 @@ class PatternIndex {
   Places verbs_;  // by lemma
   Places nouns_;
 };
+
+/// Adds every match of every pattern rule, at most one for each rule and place.
+void MatchPatterns(const PatternIndex& patterns, const Sentence& sentence, Findings& findings);
 
 }  // namespace tolvex

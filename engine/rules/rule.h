@@ -55,7 +55,7 @@ struct Element {
   bool zeroWidth = false;
 };
 
-/// A word somewhere before or behind the match that must or must not be there.
+/// A word somewhere before or after the match that must or must not be there.
 struct Guard {
   bool wanted = false;
   bool before = true;

@@ -1,8 +1,6 @@
 // Reads rule files. The format is described in docs/engine.md.
 #include <fmt/format.h>
 
-#include <algorithm>
-#include <sstream>
 #include <stdexcept>
 
 #include "base/text.h"
@@ -17,10 +15,8 @@ class RuleReader {
 
   void Read(std::string_view text) {
     while (!text.empty()) {
-      const auto end = text.find('\n');
       ++line_;
-      ReadLine(base::Trimmed(text.substr(0, end), base::kWhiteSpace));
-      text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
+      ReadLine(base::Trimmed(base::PopPiece(text, "\n"), base::kWhiteSpace));
     }
     Finish();
   }
@@ -32,10 +28,8 @@ class RuleReader {
 
   void ReadLine(std::string_view line) {
     if (line.empty() || line[0] == '#') return;
-    const auto blank = line.find(' ');
-    const std::string_view key = line.substr(0, blank);
-    const std::string_view rest =
-        blank == std::string_view::npos ? "" : base::Trimmed(line.substr(blank), base::kWhiteSpace);
+    const std::string_view key = base::PopPiece(line, " ");
+    const std::string_view rest = base::Trimmed(line, base::kWhiteSpace);
     if (key == "list") {
       ReadList(rest);
     } else if (key == "rule") {
@@ -93,39 +87,29 @@ class RuleReader {
   }
 
   void ReadWrong(std::string_view rest) {
-    const auto arrow = rest.find("=>");
-    Example example;
-    example.wrong = base::Trimmed(rest.substr(0, arrow), base::kWhiteSpace);
-    if (arrow != std::string_view::npos)
-      example.corrected = base::Trimmed(rest.substr(arrow + 2), base::kWhiteSpace);
-    rule_.wrong.push_back(std::move(example));
+    const std::string wrong = base::Trim(base::PopPiece(rest, "=>"), base::kWhiteSpace);
+    rule_.wrong.push_back({wrong, base::Trim(rest, base::kWhiteSpace)});
   }
 
   void ReadGuard(bool wanted, std::string_view rest) {
-    const auto blank = rest.find(' ');
-    const std::string_view where = rest.substr(0, blank);
-    if (blank == std::string_view::npos) Fail("if/unless before|after|anywhere CONDITION");
+    const std::string_view where = base::PopPiece(rest, " ");
+    if (rest.empty()) Fail("if/unless before|after|anywhere CONDITION");
     Guard guard;
     guard.wanted = wanted;
     guard.before = where != "after";
     guard.after = where != "before";
-    guard.all = ReadConditions(base::Trimmed(rest.substr(blank), base::kWhiteSpace));
+    guard.all = ReadConditions(base::Trimmed(rest, base::kWhiteSpace));
     rule_.guards.push_back(std::move(guard));
   }
 
   void ReadFixes(std::string_view rest) {
     if (rule_.patterns.empty()) Fail("a fix belongs to the pattern above it");
     auto& fixes = rule_.patterns.back().fixes;
-    if (rest == "-") {
+    if (rest.empty() || rest == "-") {
       fixes.emplace_back();
       return;
     }
-    std::size_t at = 0;
-    while (at <= rest.size()) {
-      const auto bar = std::min(rest.find(" | ", at), rest.size());
-      fixes.push_back(Split(rest.substr(at, bar - at), ' '));
-      at = bar + 3;
-    }
+    for (const std::string& fix : base::Split(rest, " | ")) fixes.push_back(Split(fix, ' '));
   }
 
   void ReadPattern(std::string_view rest) {

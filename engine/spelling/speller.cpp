@@ -48,17 +48,6 @@ int Penalty(const Word& word, std::string_view text, std::string_view written) {
   return rare + first + (word.level > 40 ? 3 : 0);
 }
 
-std::vector<std::string> SplitAtHyphens(const std::string& word) {
-  std::vector<std::string> parts;
-  std::size_t at = 0;
-  while (at <= word.size()) {
-    const auto end = std::min(word.find_first_of("-/", at), word.size());
-    parts.push_back(word.substr(at, end - at));
-    at = end + 1;
-  }
-  return parts;
-}
-
 // "eco-friendly", "pre-war"
 bool IsCombiningForm(std::string_view part) {
   static constexpr std::array<std::string_view, 14> kForms = {"eco",   "non",   "pre",   "anti",  "co",
@@ -124,14 +113,14 @@ bool Speller::Knows(const Token& token) const {
   const bool abbreviation = token.text.back() == '.';
   if (token.text.size() < 2 || abbreviation || lexicon_.Knows(token.text)) return true;
   if (token.text.find_first_of("-/") != std::string::npos) {
-    const auto parts = SplitAtHyphens(token.text);
-    return std::all_of(parts.begin(), parts.end(), [&](const auto& part) {
+    const auto parts = base::Split(base::Replace(token.text, "/", "-"), "-");
+    return std::ranges::all_of(parts, [&](const auto& part) {
       return part.size() < 2 || lexicon_.Knows(part) || IsDigit(part[0]) || IsCombiningForm(part);
     });
   }
   static constexpr std::array<std::string_view, 7> kPrefixes = {"un",    "non", "re",  "over",
                                                                 "under", "pre", "anti"};
-  return std::any_of(kPrefixes.begin(), kPrefixes.end(), [&](std::string_view prefix) {
+  return std::ranges::any_of(kPrefixes, [&](std::string_view prefix) {
     const Word* rest =
         token.lower.starts_with(prefix) ? lexicon_.Find(token.lower.substr(prefix.size())) : nullptr;
     return token.lower.size() > 7 && rest != nullptr && rest->level <= 35;

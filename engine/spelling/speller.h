@@ -20,10 +20,10 @@ class Speller {
   /// outlive the speller.
   Speller(const Lexicon& lexicon, const WordSet& accepted);
 
-  /// Whether a word is right as written, also as a compound ("well-known") or behind a prefix ("unhelpful").
+  /// Whether a word is right as written, also as a compound ("well-known") or with a prefix ("unhelpful").
   bool Knows(const Token& token) const;
 
-  /// Known words that the misspelled one may stand for, best first, at most `most`.
+  /// Known words that may be meant by the misspelled one, best first, at most `most`.
   std::vector<std::string> Suggest(std::string_view word, std::size_t most) const;
 
   /// Adds a finding for each unknown word. A capitalised word inside the sentence may be a name.

@@ -7,7 +7,7 @@
 #include <array>
 #include <utility>
 
-#include "engine/wordbank/pair_finder.h"
+#include "engine/wordbank/pair.h"
 
 namespace tolvex {
 namespace {

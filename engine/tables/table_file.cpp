@@ -19,7 +19,7 @@ constexpr std::size_t kAlignment = 16;
 struct Header {
   char magic[8];
   std::uint64_t size;      // of the whole file
-  std::uint64_t checksum;  // of everything behind the header
+  std::uint64_t checksum;  // of everything after the header
   std::uint64_t sectionCount;
 };
 
@@ -77,10 +77,10 @@ TableFile::~TableFile() { munmap(const_cast<std::byte*>(data_), size_); }
 void TableFile::ReadDirectory(const std::filesystem::path& path) {
   Header header = {};
   std::memcpy(&header, data_, sizeof header);
-  const std::size_t behind = size_ - sizeof header;
+  const std::size_t rest = size_ - sizeof header;
   if (std::memcmp(header.magic, kMagic, sizeof kMagic) != 0 || header.size != size_ ||
-      header.sectionCount > behind / sizeof(DirectoryEntry) ||
-      header.checksum != Checksum({data_ + sizeof header, behind})) {
+      header.sectionCount > rest / sizeof(DirectoryEntry) ||
+      header.checksum != Checksum({data_ + sizeof header, rest})) {
     Damaged(path);
   }
   for (std::size_t i = 0; i < header.sectionCount; ++i) {

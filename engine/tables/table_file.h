@@ -13,7 +13,7 @@
 
 namespace tolvex {
 
-/// A mapped table file. The spans that it gives live as long as it does.
+/// A mapped table file. The spans that it returns live as long as it does.
 class TableFile {
  public:
   /// Maps the file and checks its length and checksum. Throws std::runtime_error with the path when it is

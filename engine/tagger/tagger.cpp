@@ -10,8 +10,7 @@ namespace tolvex {
 namespace {
 
 // Looks a hash up in an open-addressing table whose size is a power of two and which has free slots.
-template <class Slot>
-const Slot* Find(std::span<const Slot> slots, std::uint64_t hash) {
+const TagSlot* Find(std::span<const TagSlot> slots, std::uint64_t hash) {
   const std::uint32_t key = TableKey(hash);
   for (std::size_t i = hash & (slots.size() - 1);; i = (i + 1) & (slots.size() - 1)) {
     if (slots[i].key == key) return &slots[i];
@@ -22,22 +21,20 @@ const Slot* Find(std::span<const Slot> slots, std::uint64_t hash) {
 }  // namespace
 
 Tagger::Tagger(const TableFile& tables)
-    : features_(tables.Array<FeatureSlot>("tag.features")),
+    : features_(tables.Array<TagSlot>("tag.features")),
       weights_(tables.Array<TagWeight>("tag.weights")),
-      fixed_(tables.Array<FixedTag>("tag.fixed")) {
+      fixed_(tables.Array<TagSlot>("tag.fixed")) {
   if (!std::has_single_bit(features_.size()) || !std::has_single_bit(fixed_.size())) {
     throw std::runtime_error("damaged tagger tables");
   }
 }
 
-const FixedTag* Tagger::Fixed(std::uint64_t hash) const { return Find(fixed_, hash); }
-
 int Tagger::BestTag(const Features& features) const {
   std::array<std::int32_t, kTagCount> scores = {};
   for (const std::uint64_t feature : features) {
-    const FeatureSlot* slot = Find(features_, feature);
+    const TagSlot* slot = Find(features_, feature);
     if (slot == nullptr) continue;
-    for (std::size_t i = slot->first;; ++i) {
+    for (std::size_t i = slot->value;; ++i) {
       scores[weights_[i].tag] += weights_[i].value;
       if (weights_[i].last != 0) break;
     }
@@ -55,8 +52,8 @@ void Tagger::TagRange(std::vector<Token>& tokens, std::size_t first, std::size_t
                                    : kBeforeStartTag;
   for (std::size_t i = first; i < end; ++i) {
     const bool maybeName = i > 0 && tokens[i].IsCapitalised();
-    const FixedTag* fixed = maybeName ? nullptr : Fixed(HashText(words[i]));
-    const int best = fixed != nullptr ? static_cast<int>(fixed->tag)
+    const TagSlot* fixed = maybeName ? nullptr : Find(fixed_, HashText(words[i]));
+    const int best = fixed != nullptr ? static_cast<int>(fixed->value)
                                       : BestTag(FeaturesAt(tokens, words, i, previous, beforePrevious));
     tokens[i].tag = static_cast<Tag>(best);
     beforePrevious = previous;

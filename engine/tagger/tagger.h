@@ -11,10 +11,10 @@
 
 namespace tolvex {
 
-/// One slot of the feature table, open addressing; first is the index of its weights, 0 for a free slot.
-struct FeatureSlot {
+/// One slot of a table with open addressing over a hash; the key of a free slot is 0.
+struct TagSlot {
   std::uint32_t key = 0;
-  std::uint32_t first = 0;
+  std::uint32_t value = 0;  ///< index of a feature's first weight, or the only tag of a word
 };
 
 /// Weight of one tag for a feature. The list of a feature ends where `last` is 1.
@@ -22,12 +22,6 @@ struct TagWeight {
   std::int16_t value = 0;
   std::uint8_t tag = 0;
   std::uint8_t last = 0;
-};
-
-/// A word that has one tag only, open addressing over its hash, 0 for a free slot.
-struct FixedTag {
-  std::uint32_t key = 0;
-  std::uint32_t tag = 0;
 };
 
 /// Reads its tables "tag.features", "tag.weights" and "tag.fixed" from a file that must outlive it.
@@ -43,11 +37,10 @@ class Tagger {
 
  private:
   int BestTag(const Features& features) const;
-  const FixedTag* Fixed(std::uint64_t hash) const;
 
-  std::span<const FeatureSlot> features_;
+  std::span<const TagSlot> features_;
   std::span<const TagWeight> weights_;
-  std::span<const FixedTag> fixed_;
+  std::span<const TagSlot> fixed_;  // the words that have one tag only
 };
 
 /// The key of a hash in the tables: never 0.

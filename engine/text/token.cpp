@@ -10,17 +10,16 @@ namespace {
 
 struct PlainText {
   std::string text;
-  std::vector<std::size_t>
-      origin;  // origin[i]: byte of the given text that text[i] comes from; one more at the end
+  std::vector<std::size_t> origin;  // of each byte of it, and of its end: the place in the text as given
 };
 
 PlainText StraightenQuotes(std::string_view given) {
-  static constexpr std::array<std::pair<std::string_view, char>, 4> kQuotes = {
+  using Quote = std::pair<std::string_view, char>;
+  static constexpr std::array<Quote, 4> kQuotes = {
       {{"\xE2\x80\x98", '\''}, {"\xE2\x80\x99", '\''}, {"\xE2\x80\x9C", '"'}, {"\xE2\x80\x9D", '"'}}};
   PlainText plain;
   for (std::size_t i = 0; i < given.size();) {
-    const auto quote = std::find_if(kQuotes.begin(), kQuotes.end(),
-                                    [&](const auto& q) { return given.substr(i, 3) == q.first; });
+    const auto quote = std::ranges::find(kQuotes, given.substr(i, 3), &Quote::first);
     plain.origin.push_back(i);
     plain.text += quote == kQuotes.end() ? given[i] : quote->second;
     i += quote == kQuotes.end() ? 1 : 3;

@@ -28,7 +28,11 @@ void Arrange(Clause& clause, const EnglishForms& forms);
 /// Gives verbs, negations and pronouns their forms.
 void Inflect(Clause& clause, const EnglishForms& forms);
 
-/// A word that leaves the verb behind it as it is.
+/// The line that reads as a sentence: the words of each clause in English order and in their forms, with
+/// blanks, capitals and quotes.
+std::string MakeSentence(const std::vector<Piece>& pieces, const EnglishForms& forms);
+
+/// A word that leaves the verb after it as it is.
 bool IsModal(std::string_view english);
 bool IsOneOf(std::string_view text, std::initializer_list<std::string_view> words);
 inline bool IsVerb(const Piece& piece) { return piece.english.starts_with("to "); }

@@ -22,12 +22,11 @@ constexpr std::array<Pronoun, 7> kPronouns = {{{"I", "me", "my", "am"},
                                                {"they", "them", "their", "are"}}};
 
 const Pronoun* FindPronoun(std::string_view subject) {
-  const auto* found = std::find_if(kPronouns.begin(), kPronouns.end(),
-                                   [&](const Pronoun& p) { return p.subject == subject; });
+  const auto* found = std::ranges::find(kPronouns, subject, &Pronoun::subject);
   return found == kPronouns.end() ? nullptr : found;
 }
 
-// They have a plural in the lexicon, but not behind a number or "many".
+// They have a plural in the lexicon, but not after a number or "many".
 bool IsUncounted(std::string_view noun) {
   return IsOneOf(noun, {"water", "money", "homework", "music", "news", "tea", "coffee", "rice", "bread",
                         "people", "fish", "sheep"});

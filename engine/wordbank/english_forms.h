@@ -28,9 +28,9 @@ class EnglishForms {
   const tolvex::Lexicon& lexicon_;
 };
 
-/// "am", "are" or "is" behind a subject.
+/// "am", "are" or "is" after a subject.
 std::string BeOf(std::string_view subject);
-/// "me" for "I"; another word as it stands.
+/// "me" for "I"; another word unchanged.
 std::string Objective(const std::string& pronoun);
 /// "my" for "I"; empty for a word that is no pronoun.
 std::string Possessive(std::string_view pronoun);

@@ -1,4 +1,4 @@
-// Two words that stand together: how pairs are counted in running text and lie in data/engine/word_pairs.tsv.
+// Two words that go together: how pairs are counted in running text and kept in data/engine/word_pairs.tsv.
 #pragma once
 
 #include <string>
@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "engine/lexicon/lexicon.h"
+#include "engine/text/token.h"
 
 namespace wexbin {
 
@@ -22,7 +23,7 @@ inline constexpr int kPairKinds = 5;
 /// CNV, CNJ, CNP, CVM, CJM.
 std::string_view CodeOf(PairKind kind);
 
-/// How the two stand: where the partner is, and what stands before the noun.
+/// How the two are combined: where the partner is, and what comes before the noun.
 struct Pattern {
   enum Place : std::uint8_t { kBefore, kAfter, kPassive };
   enum Determiner : std::uint8_t { kNone, kA, kThe, kOwn, kOther };
@@ -44,5 +45,8 @@ struct Pair {
 
 /// The pair as English: "make a decision", "heavy rain", "rain falls".
 std::string PhraseOf(const Pair& pair, const tolvex::Lexicon& lexicon);
+
+/// The pairs of a tagged sentence, in dictionary forms. Words that are rare, old or names are left out.
+std::vector<Pair> FindPairs(const std::vector<tolvex::Token>& tokens, const tolvex::Lexicon& lexicon);
 
 }  // namespace wexbin

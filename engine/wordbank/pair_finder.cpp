@@ -1,8 +1,9 @@
-#include "engine/wordbank/pair_finder.h"
-
+// Finds word pairs in a tagged sentence by shallow patterns.
 #include <algorithm>
 #include <set>
 #include <utility>
+
+#include "engine/wordbank/pair.h"
 
 namespace wexbin {
 namespace {
@@ -41,7 +42,7 @@ const std::set<std::string_view> kUnfitWords = {
 const std::set<std::string_view> kPointingAdjectives = {
     "other", "most",  "many", "such",  "few",    "several", "more", "same",    "own",     "much", "next",
     "last",  "first", "less", "least", "second", "third",   "made", "various", "certain", "due",  "only"};
-// Behind a preposition they tell when or how, not what the verb goes with.
+// After a preposition they say when or how, not what the verb goes with.
 const std::set<std::string_view> kTimeNouns = {"time",    "moment",    "minute",  "hour", "day",   "night",
                                                "morning", "afternoon", "evening", "week", "month", "year",
                                                "second",  "instant",   "while",   "way",  "end",   "manner",
@@ -94,7 +95,7 @@ class Finder {
     return tag == Tag::VB && IsPlaceTo(i) ? Tag::NN : tag;
   }
 
-  // "go to school": the tagger takes such nouns for infinitives.
+  // "go to school": the tagger mistakes such nouns for infinitives.
   bool IsPlaceTo(int i) const {
     if (i == 0 || Lower(i - 1) != "to") return false;
     const Word* word = lexicon_.Find(Lower(i));
@@ -177,7 +178,7 @@ class Finder {
     return (TagAt(i) == Tag::IN || TagAt(i) == Tag::TO) && IsOneOf(Lower(i), kPrepositions);
   }
 
-  // Behind the noun a preposition may also belong to the verb: only "interest in" at the end of a verb's
+  // After the noun a preposition may also belong to the verb: only "interest in" at the end of a verb's
   // object or of the subject is counted, and counting many settles the rest.
   void AddPrepositions(const NounPhrase& phrase, const std::string& noun) {
     if (IsPreposition(phrase.begin - 1))
@@ -201,16 +202,16 @@ class Finder {
 
   void AddObjectOf(const NounPhrase& phrase, const std::string& noun) {
     int before = phrase.begin - 1;
-    std::string behind;
+    std::string link;  // the preposition or particle between verb and noun, with a blank before it
     const bool linked = IsPreposition(before) || TagAt(before) == Tag::RP;
-    if (linked && IsVerb(TagAt(before - 1))) behind = ' ' + Lower(before--);
-    const bool receiver = behind.empty() && TagAt(before) == Tag::PRP && IsVerb(TagAt(before - 1)) &&
-                          !IsOneOf(noun, kTimeNouns);
+    if (linked && IsVerb(TagAt(before - 1))) link = ' ' + Lower(before--);
+    const bool receiver =
+        link.empty() && TagAt(before) == Tag::PRP && IsVerb(TagAt(before - 1)) && !IsOneOf(noun, kTimeNouns);
     if (receiver) --before;  // "give me a chance"
     if (!IsVerb(TagAt(before)) || SaysWhen(phrase, noun)) return;
     const std::string verb = VerbLemma(before);
-    if (verb.empty() || IsHelper(verb) || (!behind.empty() && IsOneOf(noun, kTimeNouns))) return;
-    Add(PairKind::kNounVerb, noun, verb + behind, phrase.pattern);
+    if (verb.empty() || IsHelper(verb) || (!link.empty() && IsOneOf(noun, kTimeNouns))) return;
+    Add(PairKind::kNounVerb, noun, verb + link, phrase.pattern);
   }
 
   void AddSubjectOf(const NounPhrase& phrase, const std::string& noun) {
@@ -238,15 +239,15 @@ class Finder {
     const std::string verb = VerbLemma(i);
     if (verb.empty() || IsHelper(verb) || IsVerb(TagAt(i + 1))) return;
     if (IsMannerAdverb(i - 1)) Add(PairKind::kVerbAdverb, verb, Lower(i - 1), {Pattern::kBefore, {}, false});
-    const int behind = IsMannerAdverb(i + 1) ? i + 1 : BehindObject(i + 1);
-    const bool describesNext = IsAdjective(TagAt(behind + 1)) && !IsNoun(TagAt(behind + 2));
-    const bool modifiesNext = describesNext || IsAdverb(TagAt(behind + 1));
-    if (behind > 0 && !modifiesNext)
-      Add(PairKind::kVerbAdverb, verb, Lower(behind), {Pattern::kAfter, {}, false});
+    const int adverb = IsMannerAdverb(i + 1) ? i + 1 : AdverbAfterObject(i + 1);
+    const bool describesNext = IsAdjective(TagAt(adverb + 1)) && !IsNoun(TagAt(adverb + 2));
+    const bool modifiesNext = describesNext || IsAdverb(TagAt(adverb + 1));
+    if (adverb > 0 && !modifiesNext)
+      Add(PairKind::kVerbAdverb, verb, Lower(adverb), {Pattern::kAfter, {}, false});
   }
 
-  // "close the door quietly": the adverb behind a short object, or 0.
-  int BehindObject(int from) const {
+  // "close the door quietly": the adverb after a short object, or 0.
+  int AdverbAfterObject(int from) const {
     constexpr int kLongestObject = 4;
     int at = from;
     while (at < from + kLongestObject &&
@@ -256,7 +257,7 @@ class Finder {
     return at > from && IsMannerAdverb(at) && TagAt(at) == Tag::RB ? at : 0;
   }
 
-  // "fast asleep": the tagger takes such words for adverbs.
+  // "fast asleep": the tagger mistakes such words for adverbs.
   bool IsDescriber(int i) const {
     if (IsAdjective(TagAt(i))) return true;
     if (TagAt(i) == Tag::VBN) return CanBeAdjective(i);

@@ -1,9 +1,8 @@
-#include "engine/wordbank/sentence_maker.h"
-
+// Puts the English of single Chinese words together to a sentence.
 #include <algorithm>
-#include <initializer_list>
 
 #include "engine/text/token.h"
+#include "engine/wordbank/clause.h"
 
 namespace wexbin {
 namespace {
@@ -12,7 +11,7 @@ bool IsSign(const Piece& piece) { return piece.english.find_first_not_of(".,?!;:
 
 bool EndsSentence(char c) { return c == '.' || c == '?' || c == '!'; }
 
-// A mark stands directly behind a word; quotes open and close in turn.
+// A mark comes directly after a word; quotes open and close in turn.
 class Line {
  public:
   void Add(const Piece& piece) {
@@ -52,8 +51,7 @@ std::string MakeSentence(const std::vector<Piece>& pieces, const EnglishForms& f
     clause.clear();
   };
   for (const Piece& piece : pieces) {
-    const bool isSign = !piece.english.empty() && IsSign(piece);
-    if (!isSign) {
+    if (piece.english.empty() || !IsSign(piece)) {
       clause.push_back(piece);
       continue;
     }

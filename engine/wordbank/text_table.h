@@ -1,4 +1,4 @@
-// A mapped table from keys to texts: how the word bank's data lies in its files.
+// A mapped table from keys to texts: how the word bank's data is kept in its files.
 #pragma once
 
 #include <cstdint>

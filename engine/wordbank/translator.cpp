@@ -10,7 +10,6 @@
 #include "base/text.h"
 #include "base/utf8.h"
 #include "engine/text/token.h"
-#include "engine/wordbank/sentence_maker.h"
 
 namespace wexbin {
 namespace {

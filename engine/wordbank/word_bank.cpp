@@ -13,11 +13,9 @@ namespace {
 std::vector<Item> ItemsOf(std::string_view text) {
   std::vector<Item> items;
   while (!text.empty()) {
-    const std::string_view line = text.substr(0, text.find('\n'));
-    text.remove_prefix(std::min(line.size() + 1, text.size()));
-    const auto tab = std::min(line.find('\t'), line.size());
-    items.push_back(
-        {std::string(line.substr(0, tab)), std::string(line.substr(std::min(tab + 1, line.size())))});
+    std::string_view note = base::PopPiece(text, "\n");
+    const std::string_view phrase = base::PopPiece(note, "\t");
+    items.push_back({std::string(phrase), std::string(note)});
   }
   return items;
 }

@@ -1,4 +1,4 @@
-// The forms of the words of a clause that stands in English order.
+// The forms of the words of a clause that is in English order.
 #include <algorithm>
 
 #include "engine/wordbank/clause.h"
@@ -37,7 +37,7 @@ class Grammar {
   }
 
  private:
-  // 了 and 過 behind the verb, or a time that is over.
+  // 了 and 過 after the verb, or a time that is over.
   bool IsPast() const {
     bool hasVerb = false;
     for (const Piece& piece : clause_) {
@@ -51,7 +51,7 @@ class Grammar {
 
   bool VerbFollows(std::size_t i) const { return i + 1 < clause_.size() && IsVerb(clause_[i + 1]); }
 
-  // The piece before that says something in English; its place behind the last one for none.
+  // The place of the last piece before i that has English words; the one past the end when there is none.
   std::size_t PlaceBefore(std::size_t i) const {
     while (i > 0 && clause_[i - 1].english.empty()) --i;
     return i == 0 ? clause_.size() : i - 1;
@@ -62,7 +62,7 @@ class Grammar {
   }
   bool TakesObject(const std::string& before) const { return before == lastVerb_ || IsPreposition(before); }
 
-  // Who does what the verb says, behind adverbs.
+  // Who does what the verb says, before any adverbs.
   std::size_t SubjectOf(std::size_t i) const {
     std::size_t at = PlaceBefore(i);
     while (at != clause_.size() && clause_[at].part == 'd') at = PlaceBefore(at);
@@ -150,7 +150,7 @@ class Grammar {
 
   // "You can help me?" is "Can you help me?".
   void Ask() {
-    const bool isQuestion = std::any_of(clause_.begin(), clause_.end(), [](const Piece& piece) {
+    const bool isQuestion = std::ranges::any_of(clause_, [](const Piece& piece) {
       return IsOneOf(piece.chinese, {"嗎", "吗"});
     });
     if (!isQuestion || clause_.size() < 2) return;

@@ -11,7 +11,7 @@ namespace {
 
 using Pair = std::pair<std::string_view, std::string_view>;
 
-// Behind a number or "this" they count; most have no English.
+// After a number or "this" they count; most have no English.
 constexpr std::array kMeasures = std::to_array<Pair>({
     {"個", ""},         {"个", ""},         {"隻", ""},          {"只", ""},        {"本", ""},
     {"張", ""},         {"张", ""},         {"件", ""},          {"條", ""},        {"条", ""},
@@ -24,7 +24,7 @@ constexpr std::array kMeasures = std::to_array<Pair>({
     {"块", "piece of"}, {"片", "piece of"}, {"雙", "pair of"},   {"双", "pair of"}, {"種", "kind of"},
     {"种", "kind of"},  {"次", "time"},     {"點", "o'clock"},   {"点", "o'clock"},
 });
-// Behind a noun, with 在 before it.
+// After a noun, with 在 before it.
 constexpr std::array kPlaces = std::to_array<Pair>({
     {"裡", "in"},
     {"裏", "in"},
@@ -47,8 +47,7 @@ constexpr std::array kPlaces = std::to_array<Pair>({
 });
 
 const std::string_view* Listed(const auto& pairs, std::string_view word) {
-  const auto* found =
-      std::find_if(pairs.begin(), pairs.end(), [&](const Pair& p) { return p.first == word; });
+  const auto* found = std::ranges::find(pairs, word, &Pair::first);
   return found == pairs.end() ? nullptr : &found->second;
 }
 
@@ -120,7 +119,7 @@ std::size_t NextVerb(const Clause& clause, std::size_t from) {
   return from;
 }
 
-// Moves the pieces [begin, end) behind the piece before `to`.
+// Moves the pieces [begin, end) to the place before `to`.
 void Move(Clause& clause, std::size_t begin, std::size_t end, std::size_t to) {
   const auto at = [&](std::size_t i) { return clause.begin() + static_cast<std::ptrdiff_t>(i); };
   std::rotate(at(begin), at(end), at(to));
@@ -133,7 +132,7 @@ std::size_t EndOfWords(const Clause& clause) {
   return end;
 }
 
-// "he every day seven o'clock get up": what stands between subject and verb goes to the end.
+// "he every day seven o'clock get up": what is between subject and verb goes to the end.
 void MoveTimes(Clause& clause) {
   std::size_t begin = 1;
   while (begin < clause.size() && clause[begin].part != 't') ++begin;
@@ -196,7 +195,7 @@ void MoveComparison(Clause& clause, const EnglishForms& forms) {
   }
 }
 
-// What stands in the way of a helping "do".
+// What rules out a helping "do".
 bool LeadsVerb(const Piece& piece) {
   return IsModal(piece.english) ||
          IsOneOf(piece.english, {"is", "are", "I am", "you are", "at", "now", "not"});

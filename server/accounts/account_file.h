@@ -1,4 +1,4 @@
-// The file that tells the program its account on its own server.
+// The file that names the program's account on its own server.
 #pragma once
 
 #include <filesystem>

@@ -1,7 +1,5 @@
 #include "server/accounts/accounts.h"
 
-#include <algorithm>
-
 #include "protocol/account.h"
 #include "protocol/refusal.h"
 #include "server/accounts/password.h"
@@ -14,8 +12,6 @@ namespace refusal = protocol::refusal;
 
 namespace {
 
-constexpr double kFreeTries = 10;
-constexpr double kTriesPerSecond = 1.0 / 3;
 constexpr std::size_t kMadeNumber = 10;
 constexpr std::size_t kShortestPassword = 4;
 
@@ -73,17 +69,13 @@ void Accounts::Ensure(const std::string& number, const std::string& password) {
 
 void Accounts::CountTry(const std::string& account) {
   const std::lock_guard lock(mutex_);
-  const auto now = clock_();
-  Tries& tries = tries_.try_emplace(account, Tries{kFreeTries, now}).first->second;
-  const std::chrono::duration<double> seconds = now - tries.at;
-  tries = {std::min(kFreeTries, tries.left + seconds.count() * kTriesPerSecond), now};
-  if (tries.left < 1) throw Refusal(refusal::kTryLater);
-  tries.left -= 1;
+  if (!tries_.IsOneLeft(account)) throw Refusal(refusal::kTryLater);
+  tries_.Count(account);
 }
 
 void Accounts::UncountTry(const std::string& account) {
   const std::lock_guard lock(mutex_);
-  tries_[account].left += 1;
+  tries_.Uncount(account);
 }
 
 }  // namespace server

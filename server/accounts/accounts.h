@@ -2,13 +2,12 @@
 #pragma once
 
 #include <chrono>
-#include <functional>
 #include <future>
 #include <mutex>
 #include <string>
 #include <string_view>
-#include <unordered_map>
 
+#include "server/accounts/try_counter.h"
 #include "server/store/account_store.h"
 
 namespace server {
@@ -16,10 +15,8 @@ namespace server {
 /// May be used from several threads.
 class Accounts {
  public:
-  using Clock = std::function<std::chrono::steady_clock::time_point()>;
-
-  explicit Accounts(AccountStore& store, Clock clock = std::chrono::steady_clock::now)
-      : store_(store), clock_(std::move(clock)) {}
+  explicit Accounts(AccountStore& store, SteadyClock clock = std::chrono::steady_clock::now)
+      : store_(store), tries_(10, 1.0 / 3, std::move(clock)) {}
 
   /// Cleans the number and makes sure that the account exists. Throws Refusal: kBadAccount, kNotFound.
   std::string Known(std::string_view number);
@@ -28,10 +25,10 @@ class Accounts {
   /// too many wrong ones came: ten in a row are free, then one every three seconds.
   std::string Authenticate(std::string_view number, const std::string& password);
 
-  /// Sets the password of an account that has none yet, and tells whether it did. Throws as Known, and
+  /// Sets the password of an account that has none yet, and says whether it did. Throws as Known, and
   /// kWrongPassword for an empty one.
   bool SetFirstPassword(std::string_view number, const std::string& password);
-  /// Makes an account with a fresh number and gives the number. Throws Refusal: kWrongPassword for one
+  /// Makes an account with a fresh number and returns the number. Throws Refusal: kWrongPassword for one
   /// below four characters, kTryLater when too many accounts are wanted.
   std::string Make(const std::string& password);
   /// Lets an account wait for its first password, unless it exists.
@@ -42,19 +39,14 @@ class Accounts {
   void Ensure(const std::string& number, const std::string& password);
 
  private:
-  struct Tries {
-    double left;
-    std::chrono::steady_clock::time_point at;
-  };
   void CountTry(const std::string& account);
   void UncountTry(const std::string& account);
 
   AccountStore& store_;
-  Clock clock_;
   std::shared_future<void> ensured_;
   std::mutex mutex_;
   std::mutex firstPassword_;
-  std::unordered_map<std::string, Tries> tries_;
+  TryCounter tries_;
 };
 
 }  // namespace server

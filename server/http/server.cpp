@@ -50,7 +50,7 @@ bool IsHost(const std::string& host) {
   });
 }
 
-/// One server a port: a second one is told that the port is taken.
+/// One server per port: a second one finds that the port is taken.
 void SetSocketOptions(int socket) {
   const int yes = 1;
   setsockopt(socket, SOL_SOCKET, SO_REUSEADDR, &yes, sizeof yes);

@@ -22,7 +22,7 @@ namespace server {
 
 struct ServerOptions {
   std::string listen = "127.0.0.1";  ///< address or host name
-  int port = 0;                      ///< 0 takes a free one
+  int port = 0;                      ///< 0: a free one
   std::string prefix;                ///< path above every page, "/like/this", or ""
   std::filesystem::path dataDir;     ///< made when missing, for its owner alone
   std::filesystem::path engineData;  ///< the engine's language data, for the word bank
@@ -48,7 +48,7 @@ class Server {
   /// Answers what was asked and ends. Does nothing when it is not running.
   void Stop();
 
-  /// The root below which the pages stand, with the port that was taken: "http://127.0.0.1:40001/prefix/".
+  /// The root below which the pages are, with the port that was taken: "http://127.0.0.1:40001/prefix/".
   std::string Root() const;
 
  private:

@@ -11,7 +11,7 @@ namespace {
 
 constexpr std::size_t kBodyLimit = 256 << 10;
 constexpr std::size_t kReadLimit = 16 << 20;
-constexpr std::size_t kPartOverhead = 64;  // what a field takes beside its value
+constexpr std::size_t kPartOverhead = 64;  // what a field needs besides its value
 
 /// No scripts, nothing from elsewhere, and in no frame of another site.
 constexpr const char* kPolicy =

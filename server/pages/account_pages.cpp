@@ -13,9 +13,7 @@
 namespace server {
 namespace {
 
-constexpr std::size_t kNumberLimit = 64;
 constexpr std::size_t kPasswordLimit = 64;
-constexpr std::size_t kWordLimit = 16;
 constexpr std::size_t kOwnerLimit = 200;
 constexpr std::size_t kListLimit = 1000;
 
@@ -26,33 +24,22 @@ constexpr std::array<std::string_view, 7> kKeptSettings = {"alwaysOnTop",   "aut
                                                            "transformValue"};
 constexpr std::array<std::string_view, 5> kActs = {"collo", "similar", "similar_2", "chn2eng", "eng2xpl"};
 
-template <typename Words>
-bool Holds(const Words& words, std::string_view word) {
-  return std::find(words.begin(), words.end(), word) != words.end();
-}
+using Settings = std::map<std::string, std::string, std::less<>>;
 
 std::string Number(const Form& form) { return form.Required("pno", kNumberLimit); }
 
-/// Takes the text up to the next `end` off the front of a list.
-std::string_view PopPiece(std::string_view& list, char end) {
-  const std::size_t length = std::min(list.find(end), list.size());
-  const std::string_view piece = list.substr(0, length);
-  list.remove_prefix(std::min(length + 1, list.size()));
-  return piece;
-}
-
 /// The "name:value" pairs of a list joined by "$". As for the program, a value ends at a second ":".
-std::map<std::string, std::string, std::less<>> SettingsOf(std::string_view list) {
-  std::map<std::string, std::string, std::less<>> settings;
+Settings SettingsOf(std::string_view list) {
+  Settings settings;
   while (!list.empty()) {
-    std::string_view pair = PopPiece(list, '$');
-    const std::string name = base::Trim(PopPiece(pair, ':'), base::kWhiteSpace);
-    settings.emplace(name, base::Trim(PopPiece(pair, ':'), base::kWhiteSpace));
+    std::string_view pair = base::PopPiece(list, "$");
+    const std::string name = base::Trim(base::PopPiece(pair, ":"), base::kWhiteSpace);
+    settings.emplace(name, base::Trim(base::PopPiece(pair, ":"), base::kWhiteSpace));
   }
   return settings;
 }
 
-std::string KeptList(const std::map<std::string, std::string, std::less<>>& settings) {
+std::string KeptList(const Settings& settings) {
   std::string list;
   for (const std::string_view name : kKeptSettings) {
     const auto setting = settings.find(name);
@@ -129,7 +116,7 @@ Reply UserSettings(Services& services, const Call& call) {
 
 Reply UserAct(Services& services, const Call& call) {
   const std::string act = call.form.Required("act", kWordLimit);
-  if (!Holds(kActs, act)) throw Refusal(refusal::kUnknownAct);
+  if (std::ranges::find(kActs, act) == kActs.end()) throw Refusal(refusal::kUnknownAct);
   services.store.CountAct(services.accounts.Known(Number(call.form)), base::IsoDay(base::Today()), act);
   return TextReply("OK_");
 }

@@ -1,6 +1,8 @@
 // A pupil's assignments: the list, the question of each, handing in, and what the teacher has written.
 #include <fmt/format.h>
 
+#include <map>
+
 #include "base/cp950.h"
 #include "base/day.h"
 #include "base/html.h"
@@ -14,14 +16,16 @@ using base::Html;
 
 namespace {
 
-constexpr std::size_t kNumberLimit = 64;
-constexpr std::size_t kWordLimit = 16;
-
 std::string PupilOf(Services& services, const Form& form) {
   return services.accounts.Known(form.Required("pno", kNumberLimit));
 }
 
-/// "#" and "<@>" part the list, and the program takes every "OK_" out of it: in a title they become their
+/// The pupil's assignment on the topic of the field `workId`.
+std::optional<Assignment> FindAssignment(Services& services, const Form& form) {
+  return services.school.FindAssignment(PupilOf(services, form), form.Required("workId", kNumberLimit));
+}
+
+/// "#" and "<@>" separate the list, and the program removes every "OK_" from it: in a title they become their
 /// full-width twins.
 std::string Field(std::string_view text) {
   return base::Replace(base::Replace(base::Replace(text, "#", "＃"), "<@>", "＜@＞"), "OK_", "OK＿");
@@ -113,8 +117,7 @@ Reply WorkList(Services& services, const Call& call) {
 
 Reply WorkQuestion(Services& services, const Call& call) {
   if (call.form.Required("mode", kWordLimit) != "GETHTM") throw Refusal(refusal::kUnknownMethod);
-  const auto assignment = services.school.FindAssignment(PupilOf(services, call.form),
-                                                         call.form.Required("workId", kNumberLimit));
+  const auto assignment = FindAssignment(services, call.form);
   if (!assignment) return UnknownTopic();
   const Topic& topic = assignment->topic;
   Html content = Facts(topic);
@@ -126,27 +129,23 @@ Reply WorkQuestion(Services& services, const Call& call) {
 }
 
 Reply TeacherComment(Services& services, const Call& call) {
-  const auto assignment = services.school.FindAssignment(PupilOf(services, call.form),
-                                                         call.form.Required("workId", kNumberLimit));
+  const auto assignment = FindAssignment(services, call.form);
   if (!assignment) return UnknownTopic();
   return ParchmentPage(assignment->topic.title, CommentOf(*assignment));
 }
 
 Reply HandInEssay(Services& services, const Call& call) {
+  static const std::map<HandInResult, const char*> kRefusals = {
+      {HandInResult::kNoTopic, refusal::kNoWork},
+      {HandInResult::kNoEssay, refusal::kNoEssay},
+      {HandInResult::kOtherEssay, refusal::kHandedIn}};
   const std::string account = PupilOf(services, call.form);
-  switch (services.school.StoreHandIn(account, call.form.Required("essayId", kNumberLimit),
-                                      call.form.Required("workId", kNumberLimit),
-                                      base::IsoDay(base::Today()))) {
-    case HandInResult::kTaken:
-      return TextReply("OK_");
-    case HandInResult::kNoTopic:
-      throw Refusal(refusal::kNoWork);
-    case HandInResult::kNoEssay:
-      throw Refusal(refusal::kNoEssay);
-    case HandInResult::kOtherEssay:
-      throw Refusal(refusal::kHandedIn);
-  }
-  throw Refusal(refusal::kServer);
+  const std::string essayId = call.form.Required("essayId", kNumberLimit);
+  const std::string workId = call.form.Required("workId", kNumberLimit);
+  const auto refused =
+      kRefusals.find(services.school.StoreHandIn(account, essayId, workId, base::IsoDay(base::Today())));
+  if (refused != kRefusals.end()) throw Refusal(refused->second);
+  return TextReply("OK_");
 }
 
 }  // namespace server

@@ -58,9 +58,8 @@ Form ReadBody(const Page& page, std::string_view body) {
 Reply TextReply(std::string_view text) { return {.body = base::ToCp950(text)}; }
 
 const Page* FindPage(std::string_view name, Page::Method method) {
-  const auto* page = std::find_if(kPages.begin(), kPages.end(), [&](const Page& each) {
-    return each.name == name && each.method == method;
-  });
+  const auto* page = std::ranges::find_if(
+      kPages, [&](const Page& each) { return each.name == name && each.method == method; });
   return page == kPages.end() ? nullptr : page;
 }
 

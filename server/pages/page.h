@@ -1,6 +1,7 @@
-// The server's pages: what each one gets, what it may use, and what it gives back.
+// The server's pages: what each one gets, what it may use, and what it returns.
 #pragma once
 
+#include <exception>
 #include <functional>
 #include <optional>
 #include <string>
@@ -22,6 +23,9 @@ namespace server {
 using protocol::Form;
 using protocol::Refusal;
 namespace refusal = protocol::refusal;
+
+/// Bytes of fields that hold a number or an id, and of those that hold one of a few words.
+inline constexpr std::size_t kNumberLimit = 64, kWordLimit = 16;
 
 /// What the pages share.
 struct Services {
@@ -53,6 +57,15 @@ struct Reply {
 
 /// A reply of UTF-8 text.
 Reply TextReply(std::string_view text);
+
+/// What the engine or the word bank answers. One that cannot be used makes a Refusal: why was logged when it
+/// was loaded.
+template <typename Ask>
+auto AnswerOrRefuse(const Ask& ask) try {
+  return ask();
+} catch (const std::exception&) {
+  throw Refusal(refusal::kEngine);
+}
 
 /// One page. A refusal is thrown.
 struct Page {

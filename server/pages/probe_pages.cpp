@@ -1,4 +1,4 @@
-// Pages that only tell something about the server.
+// Pages that only say something about the server.
 #include "base/day.h"
 #include "server/pages/page.h"
 

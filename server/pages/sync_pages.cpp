@@ -11,8 +11,6 @@
 namespace server {
 namespace {
 
-constexpr std::size_t kNumberLimit = 64;
-constexpr std::size_t kWordLimit = 64;
 constexpr std::size_t kRowsOfPage = 200;
 constexpr std::size_t kBytesOfPage = 1 << 19;
 
@@ -44,7 +42,7 @@ bool HasSameRecords(Services& services, const std::string& account, const std::s
 }
 
 protocol::RecordKind WantedKind(const Form& form) {
-  const auto kind = protocol::KindOfStream(form.Required("tp", kWordLimit));
+  const auto kind = protocol::KindOfStream(form.Required("tp", kNumberLimit));
   if (!kind) throw Refusal(refusal::kUnknownStream);
   return *kind;
 }
@@ -61,7 +59,7 @@ Reply UpdateRecords(Services& services, const Call& call) {
 
 Reply SyncChecksum(Services& services, const Call& call) {
   const std::string account = services.accounts.Known(call.form.Required("regid", kNumberLimit));
-  const std::string checksum = call.form.Required("checksum", kWordLimit);
+  const std::string checksum = call.form.Required("checksum", kNumberLimit);
   const std::string header = call.Header(protocol::header::kRecords);
   const std::string fromDay = protocol::DayOfRecordsSince(header);
   const bool isSame = HasSameNewest(services, account, fromDay, checksum) &&
@@ -71,7 +69,7 @@ Reply SyncChecksum(Services& services, const Call& call) {
 
 Reply SyncClient(Services& services, const Call& call) {
   const protocol::RecordKind kind = WantedKind(call.form);
-  const std::string lastId = call.form.Required("lastid", kWordLimit);
+  const std::string lastId = call.form.Required("lastid", kNumberLimit);
   const std::string account = lastId.empty()
                                   ? MergedAccount(services, call.form)
                                   : services.accounts.Known(call.form.Required("pno", kNumberLimit));

@@ -6,35 +6,22 @@ namespace server {
 namespace {
 
 constexpr std::size_t kQueryLimit = 200;
-constexpr std::size_t kTextLimit = 2000;
+constexpr std::size_t kPhraseLimit = 2000;
 constexpr std::size_t kLanguageLimit = 16;
-
-const wexbin::WordBank& Bank(const Services& services) try {
-  return services.wordBank.Get();
-} catch (const std::exception&) {
-  throw Refusal(refusal::kEngine);  // why it cannot be used was told when it was loaded
-}
-
-std::string Translate(const Services& services, const std::string& text) {
-  const wexbin::WordBank& bank = Bank(services);
-  try {
-    return base::Trim(bank.Translate(text), base::kWhiteSpace);
-  } catch (const std::exception&) {
-    throw Refusal(refusal::kEngine);
-  }
-}
 
 }  // namespace
 
 Reply AskWordBank(Services& services, const Call& call) {
-  return TextReply("OK_" + Bank(services).Reply(call.form.Required("para", kQueryLimit)));
+  const std::string query = call.form.Required("para", kQueryLimit);
+  return TextReply("OK_" + AnswerOrRefuse([&] { return services.wordBank.Get().Reply(query); }));
 }
 
 Reply TranslateText(Services& services, const Call& call) {
   if (call.form.Required("ls", kLanguageLimit) != "zh-TW") throw Refusal(refusal::kUnknownLanguage);
-  const std::string text = base::Trim(call.form.Required("q", kTextLimit), base::kWhiteSpace);
+  const std::string text = base::Trim(call.form.Required("q", kPhraseLimit), base::kWhiteSpace);
   if (text.empty()) throw Refusal(refusal::kMissingField);
-  const std::string english = Translate(services, text);
+  const std::string english =
+      base::Trim(AnswerOrRefuse([&] { return services.wordBank.Get().Translate(text); }), base::kWhiteSpace);
   if (english.empty()) throw Refusal(refusal::kNotFound);
   return TextReply("OK#" + english);
 }

@@ -8,12 +8,8 @@
 namespace server {
 namespace {
 
-void NeedSodium() {
-  if (sodium_init() < 0) throw std::runtime_error("the system gives no random numbers");
-}
-
 std::string Draw(std::string_view alphabet, std::size_t length) {
-  NeedSodium();
+  if (sodium_init() < 0) throw std::runtime_error("the system gives no random numbers");
   std::string text;
   for (std::size_t i = 0; i < length; ++i) {
     text += alphabet[randombytes_uniform(static_cast<std::uint32_t>(alphabet.size()))];

@@ -26,7 +26,7 @@ struct ServerSettings {
 };
 
 /// Reads the file, and `schools.set`, `logins.set` and `sources.set` beside it; a missing one, and each
-/// missing key, gives the default. Versions default to this program's own, so that no update is offered.
+/// missing key, means the default. Versions default to this program's own, so that no update is offered.
 /// Logins come cleaned. Throws std::runtime_error when a file cannot be read.
 ServerSettings ReadServerSettings(const std::filesystem::path& file);
 

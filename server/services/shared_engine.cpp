@@ -6,19 +6,10 @@
 #include "server/services/log.h"
 
 namespace server {
-namespace {
-
-SharedEngine::Judge LoadAndTell(const SharedEngine::Load& load) try {
-  return load();
-} catch (const std::exception& error) {
-  LogError("the check engine cannot be loaded: {}", error.what());
-  throw;
-}
-
-}  // namespace
 
 SharedEngine::SharedEngine(Load load)
-    : judge_(std::async(std::launch::async, [load = std::move(load)] { return LoadAndTell(load); })) {}
+    : judge_(std::async(std::launch::async,
+                        [load = std::move(load)] { return LoadOrLog("check engine", load); })) {}
 
 tolvex::Judgement SharedEngine::Ask(std::string_view sentence) const { return judge_.get()(sentence); }
 
@@ -32,7 +23,7 @@ bool SharedEngine::IsUsable() const try {
 SharedEngine::Load LoadTolvex(const std::filesystem::path& dataDir) {
   return [dataDir]() -> SharedEngine::Judge {
     auto engine = std::make_shared<const tolvex::Engine>(dataDir);
-    engine->WaitUntilLoaded();  // a damaged dictionary is told at the start
+    engine->WaitUntilLoaded();  // a damaged dictionary is reported at the start
     return [engine](std::string_view sentence) { return engine->Judge(sentence); };
   };
 }

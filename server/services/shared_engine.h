@@ -16,7 +16,7 @@ class SharedEngine {
   /// Makes a judge. It may take its time, and may throw.
   using Load = std::function<Judge()>;
 
-  /// Begins to load on a thread of its own. A failure is told on standard error.
+  /// Begins to load on a thread of its own. A failure is logged.
   explicit SharedEngine(Load load);
 
   /// Waits until the engine is loaded. Throws what the loading threw.

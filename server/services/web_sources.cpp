@@ -1,6 +1,7 @@
 #include "server/services/web_sources.h"
 
 #include <fmt/format.h>
+#include <fmt/ranges.h>
 
 #include <algorithm>
 #include <fstream>
@@ -34,13 +35,9 @@ const WebSources& PublicSites() {
 }
 
 std::vector<std::string> Fields(std::string_view line) {
-  std::vector<std::string> fields;
-  while (true) {
-    const auto end = std::min(line.find(kSeparator), line.size());
-    fields.push_back(base::Trim(line.substr(0, end), base::kWhiteSpace));
-    if (end == line.size()) return fields;
-    line.remove_prefix(end + kSeparator.size());
-  }
+  auto fields = base::Split(line, kSeparator);
+  for (auto& field : fields) field = base::Trim(field, base::kWhiteSpace);
+  return fields;
 }
 
 // Nothing but pages of the web, and nothing that would part the reply in other places.
@@ -48,12 +45,6 @@ bool IsRecord(const std::vector<std::string>& fields, std::string_view line) {
   return fields.size() == kFields && base::IsCleanText(line) && line.find("<@>") == std::string_view::npos &&
          std::ranges::none_of(fields, [](const auto& field) { return field.empty(); }) &&
          (fields.back().starts_with("http://") || fields.back().starts_with("https://"));
-}
-
-std::string Record(const std::vector<std::string>& fields) {
-  std::string record = fields[0];
-  for (std::size_t i = 1; i < fields.size(); ++i) record.append(kSeparator).append(fields[i]);
-  return record;
 }
 
 }  // namespace
@@ -68,7 +59,7 @@ WebSources ReadWebSources(const std::filesystem::path& file) {
     if (line.empty() || line.starts_with(';')) continue;
     const auto fields = Fields(line);
     if (IsRecord(fields, line)) {
-      sources.push_back(Record(fields));
+      sources.push_back(fmt::format("{}", fmt::join(fields, kSeparator)));
     } else {
       LogError("{}: no site: {}", file.string(), line);
     }

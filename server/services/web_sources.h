@@ -8,12 +8,12 @@
 namespace server {
 
 /// Records "name||kind||lang||url" (UTF-8) as `p_getwebhelper.asp` hands them out. `kind` is "cn" for a site
-/// that takes Chinese, "en" for one that takes English; `lang` is "cn" when the finished address must be
-/// percent-encoded; "##String2chk##" in `url` stands for the text.
+/// that accepts Chinese, "en" for one that accepts English; `lang` is "cn" when the finished address must be
+/// percent-encoded; "##String2chk##" in `url` is replaced by the text.
 using WebSources = std::vector<std::string>;
 
 /// Reads the owner's file, one record a line; blank lines and lines that begin with ";" do not count. Without
-/// a file there are some public sites. A line that makes no record is told on standard error and left out.
+/// a file there are some public sites. A line that makes no record is logged and left out.
 /// Throws std::runtime_error when the file cannot be read.
 WebSources ReadWebSources(const std::filesystem::path& file);
 

@@ -1,4 +1,4 @@
-// What the server keeps. One small interface, so that another database can stand behind it.
+// What the server keeps. One small interface, so that another database can be used.
 #pragma once
 
 #include <filesystem>

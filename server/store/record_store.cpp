@@ -130,15 +130,10 @@ std::string RecordStore::NewestDigest(const std::string& account, const std::str
 std::uint64_t RecordStore::Digest(const std::string& account, const std::string& fromDay) {
   const std::lock_guard lock(mutex_);
   std::uint64_t sum = 0;
-  const auto add = [&](RecordKind kind, const char* columns, const char* table) {
+  for (const auto& [columns, table] : {std::pair{kSentenceColumns, "sentence"}, {kEssayColumns, "essay"}}) {
     database_->Run(fmt::format("SELECT {} FROM {} WHERE account = ? AND day >= ?", columns, table),
-                   {account, fromDay}, [&](const base::DbRow& row) {
-                     auto fields = row.Texts();
-                     sum += protocol::HashOf(protocol::RowFrom(kind, fields));
-                   });
-  };
-  add(RecordKind::kRight, kSentenceColumns, "sentence");
-  add(RecordKind::kEssay, kEssayColumns, "essay");
+                   {account, fromDay}, [&](const base::DbRow& row) { sum += protocol::HashOf(row); });
+  }
   return sum;
 }
 

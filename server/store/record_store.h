@@ -25,11 +25,11 @@ class RecordStore {
   explicit RecordStore(const std::filesystem::path& file);
 
   /// Takes the rows of a post: first the deletions, then the new rows in their order. A post that was taken
-  /// before, told by its identifier, changes nothing; a post without one ("") is always taken.
+  /// before, known by its identifier, changes nothing; a post without one ("") is always taken.
   void StorePost(const std::string& account, const std::string& postId,
                  const std::vector<protocol::PostedRow>& rows);
 
-  /// Copies the rows of another account behind those of this one, each only once however often it is asked.
+  /// Copies the rows of another account after those of this one, each only once however often it is asked.
   void Merge(const std::string& account, const std::string& from);
 
   /// The digest of the newest essay and the newest sentences from a day (ISO text) on; "" for all days.

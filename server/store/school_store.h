@@ -1,5 +1,5 @@
 // Teachers, their classes and pupils, the topics that they set, and the essays that are handed in on them.
-// An interface like AccountStore, so that another database can stand behind it.
+// An interface like AccountStore, so that another database can be used.
 #pragma once
 
 #include <filesystem>
@@ -39,7 +39,7 @@ struct Topic {
   std::string title;
   std::string question;
   std::string deadline;
-  std::string changedDay;  ///< "" while the topic stands as it was set
+  std::string changedDay;  ///< "" while the topic is as it was set
   std::size_t handedIn = 0;
   std::size_t unmarked = 0;  ///< of those handed in
 };

@@ -1,53 +1,15 @@
 #include <fmt/format.h>
 
-#include <array>
 #include <mutex>
 #include <stdexcept>
 
 #include "base/transaction.h"
 #include "server/store/account_store.h"
-#include "server/store/record_tables.h"
-#include "server/store/school_tables.h"
+#include "server/store/schema_steps.h"
 #include "server/store/store_database.h"
 
 namespace server {
 namespace {
-
-/// Step N brings a database of version N to version N + 1. A step that was published is never changed.
-constexpr std::array<const char*, 6> kSchemaSteps = {R"(
-    CREATE TABLE account (
-      number TEXT PRIMARY KEY,
-      password_hash TEXT NOT NULL,
-      settings TEXT NOT NULL DEFAULT ''
-    );
-    CREATE TABLE act (
-      account TEXT NOT NULL REFERENCES account (number),
-      day TEXT NOT NULL,
-      act TEXT NOT NULL,
-      times INTEGER NOT NULL,
-      PRIMARY KEY (account, day, act)
-    );
-)",
-                                                     R"(
-    CREATE TABLE archive (
-      pnomd5 TEXT NOT NULL,
-      checksum TEXT NOT NULL,
-      page TEXT NOT NULL,
-      PRIMARY KEY (pnomd5, checksum)
-    );
-)",
-                                                     R"(
-    ALTER TABLE account ADD COLUMN user_name TEXT NOT NULL DEFAULT '';
-    ALTER TABLE account ADD COLUMN email TEXT NOT NULL DEFAULT '';
-    CREATE TABLE feedback (
-      day TEXT NOT NULL,
-      account TEXT NOT NULL,
-      errcode TEXT NOT NULL,
-      sentence TEXT NOT NULL,
-      remarks TEXT NOT NULL,
-      email TEXT NOT NULL
-    );
-)", kRecordTables, kSchoolTables, kCleanRecords};
 
 std::size_t SchemaVersion(base::Database& database) {
   return static_cast<std::size_t>(database.Number("PRAGMA user_version"));

@@ -43,7 +43,7 @@ HandIn HandInOf(const Row& row, std::size_t from = 0) {
 }
 
 Assignment AssignmentOf(const Row& row) {
-  constexpr std::size_t kHandIn = 9;  // behind the columns of the topic
+  constexpr std::size_t kHandIn = 9;  // after the columns of the topic
   Assignment assignment{TopicOf(row), std::nullopt};
   if (!row[kHandIn].empty()) assignment.handIn = HandInOf(row, kHandIn);
   return assignment;

@@ -15,13 +15,7 @@ using base::Html;
 
 namespace {
 
-constexpr std::size_t kLongestName = 40;
-
-SchoolClass WantedClass(const TeacherCall& call) {
-  const auto found = call.school.FindClass(call.teacher.login, Field(call, "class"));
-  if (!found) throw NotFound();
-  return *found;
-}
+constexpr std::size_t kLongestClassName = 40;
 
 Html Waiting(std::size_t essays) {
   return essays == 0 ? Fill(R"(<span class="faint">0</span>)") : Fill("<strong>{}</strong>", essays);
@@ -46,9 +40,9 @@ TeacherReply ClassListPage(const TeacherCall& call, const std::vector<std::strin
   Html form = ErrorList(errors);
   form += Fill(R"({}<label>班級名稱 <input name="name" maxlength="{}" required value="{}"></label>
 <button class="primary">建立班級</button></form>)",
-               FormBegin(call, "classes"), kLongestName, errors.empty() ? "" : Field(call, "name"));
+               FormBegin(call, "classes"), kLongestClassName, errors.empty() ? "" : Field(call, "name"));
   content += Panel("新班級", form);
-  return Page(call, "我的班級", content, errors.empty() ? 200 : 422);
+  return SitePage(call, "我的班級", content, errors.empty() ? 200 : 422);
 }
 
 Html TopicTable(const TeacherCall& call, const SchoolClass& schoolClass) {
@@ -102,7 +96,7 @@ Html RenameForm(const TeacherCall& call, const SchoolClass& schoolClass,
   form += Fill(R"({}<input type="hidden" name="class" value="{}">
 <label>班級名稱 <input name="name" maxlength="{}" required value="{}"></label>
 <button>更改名稱</button></form>)",
-               FormBegin(call, "rename"), schoolClass.id, kLongestName, typed);
+               FormBegin(call, "rename"), schoolClass.id, kLongestClassName, typed);
   return form;
 }
 
@@ -121,7 +115,7 @@ TeacherReply ClassPageWith(const TeacherCall& call, const SchoolClass& schoolCla
   content += Fill("<h1>{}</h1>{}", schoolClass.name, DoneNotice(call));
   const Html import = Panel("匯入學生名單", ImportForm(call, schoolClass.id, errors.roster));
   const Html rename = Panel("班級名稱", RenameForm(call, schoolClass, errors.name));
-  // What went wrong stands where the teacher looks first.
+  // What went wrong is where the teacher looks first.
   if (!errors.roster.empty()) content += import;
   if (!errors.name.empty()) content += rename;
   content += Panel("題目", topics);
@@ -131,7 +125,7 @@ TeacherReply ClassPageWith(const TeacherCall& call, const SchoolClass& schoolCla
   if (schoolClass.pupils == 0 && schoolClass.topics == 0) {
     content += Panel("刪除班級", DeleteForm(call, "delete", "class", schoolClass.id, "刪除班級"));
   }
-  return Page(call, schoolClass.name, content, isRight ? 200 : 422);
+  return SitePage(call, schoolClass.name, content, isRight ? 200 : 422);
 }
 
 /// Only an account that does not exist yet needs a hash, which takes its time.
@@ -150,7 +144,7 @@ TeacherReply ClassList(const TeacherCall& call) { return ClassListPage(call, {})
 
 TeacherReply MakeClass(const TeacherCall& call) {
   FormReader reader(call.fields);
-  const std::string name = reader.Line("name", "班級名稱", kLongestName);
+  const std::string name = reader.Line("name", "班級名稱", kLongestClassName);
   if (!reader.Errors().empty()) return ClassListPage(call, reader.Errors());
   const std::string id = call.school.AddClass(call.teacher.login, name);
   return GoTo(call, fmt::format("class?class={}&done=class", id));
@@ -161,7 +155,7 @@ TeacherReply ClassPage(const TeacherCall& call) { return ClassPageWith(call, Wan
 TeacherReply RenameClass(const TeacherCall& call) {
   const SchoolClass schoolClass = WantedClass(call);
   FormReader reader(call.fields);
-  const std::string name = reader.Line("name", "班級名稱", kLongestName);
+  const std::string name = reader.Line("name", "班級名稱", kLongestClassName);
   if (!reader.Errors().empty()) return ClassPageWith(call, schoolClass, {{}, reader.Errors()});
   call.school.RenameClass(call.teacher.login, schoolClass.id, name);
   return GoTo(call, fmt::format("class?class={}&done=name", schoolClass.id));

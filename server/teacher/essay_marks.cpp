@@ -30,7 +30,7 @@ EssaySentence PopSentence(std::string_view& essay, std::string text) {
 std::optional<tolvex::Judgement> Judge(const SharedEngine& engine, std::string_view sentence) try {
   return engine.Ask(sentence);
 } catch (const std::exception&) {
-  return std::nullopt;  // why was told when it was loaded
+  return std::nullopt;  // why was logged when it was loaded
 }
 
 /// The sentence with its faulty parts marked. Of two that overlap the first one counts.

@@ -19,7 +19,7 @@ struct EssaySentence {
 std::vector<EssaySentence> SentencesOf(std::string_view essay);
 
 /// The sentences of a stored essay, each with what the engine says about it. Only the first hundred are
-/// judged; when the engine cannot be used the sentences stand alone, under a line that says so.
+/// judged; when the engine cannot be used the sentences come alone, under a line that says so.
 base::Html MarkedEssay(std::string_view essay, const SharedEngine& engine);
 
 }  // namespace server

@@ -25,18 +25,17 @@ struct Work {
 };
 
 Work WantedWork(const TeacherCall& call) {
-  const auto topic = call.school.FindTopic(call.teacher.login, Field(call, "topic"));
-  if (!topic) throw NotFound();
-  const auto handIns = call.school.HandIns(call.teacher.login, topic->id);
+  const Topic topic = WantedTopic(call);
+  const auto handIns = call.school.HandIns(call.teacher.login, topic.id);
   const auto wanted = std::find_if(handIns.begin(), handIns.end(), [&](const HandIn& each) {
     return each.account == Field(call, "account");
   });
   if (wanted == handIns.end()) throw NotFound();
-  // The next one in the list; behind the last one the list begins again.
+  // The next one in the list; after the last one the list begins again.
   const auto waits = [&](const HandIn& each) { return each.markedDay.empty() && &each != &*wanted; };
   auto next = std::find_if(wanted, handIns.end(), waits);
   if (next == handIns.end()) next = std::find_if(handIns.begin(), wanted, waits);
-  return {*topic, *wanted, next == handIns.end() || !waits(*next) ? "" : next->account};
+  return {topic, *wanted, next == handIns.end() || !waits(*next) ? "" : next->account};
 }
 
 Html CommentForm(const TeacherCall& call, const Work& work, const std::vector<std::string>& errors) {
@@ -71,7 +70,7 @@ TeacherReply EssayPageWith(const TeacherCall& call, const Work& work,
   content += Fill("<h1>{}　<small>{}</small></h1>{}", name, handIn.account, DoneNotice(call));
   content += Panel("短文與系統檢查結果", text);
   content += Panel("教師批閱", CommentForm(call, work, errors));
-  return Page(call, name + "：" + work.topic.title, content, errors.empty() ? 200 : 422);
+  return SitePage(call, name + "：" + work.topic.title, content, errors.empty() ? 200 : 422);
 }
 
 }  // namespace

@@ -1,11 +1,10 @@
-// Reads the fields of a teacher's form, and tells what is wrong with them in the teacher's words.
+// Reads the fields of a teacher's form, and says what is wrong with them in the teacher's words.
 #pragma once
 
 #include <string>
 #include <string_view>
 #include <vector>
 
-#include "base/utf8.h"
 #include "protocol/form.h"
 
 namespace server {

@@ -37,7 +37,7 @@ std::string OuterPage(const std::string& base, std::string_view title, const Htm
   return Frame(base, title, Html(), content).Markup();
 }
 
-TeacherReply Page(const TeacherCall& call, std::string_view title, const Html& content, int status) {
+TeacherReply SitePage(const TeacherCall& call, std::string_view title, const Html& content, int status) {
   const Html account = Fill(
       R"(<div class="account"><span>{}</span><a href="{}password">更改密碼</a>{}<button>登出</button></form></div>)",
       call.teacher.name, call.base, FormBegin(call, "logout"));
@@ -97,6 +97,18 @@ Html BackLink(const TeacherCall& call, std::string_view target, std::string_view
 
 std::string Field(const TeacherCall& call, const std::string& name) {
   return call.fields.Find(name).value_or("");
+}
+
+SchoolClass WantedClass(const TeacherCall& call) {
+  const auto found = call.school.FindClass(call.teacher.login, Field(call, "class"));
+  if (!found) throw NotFound();
+  return *found;
+}
+
+Topic WantedTopic(const TeacherCall& call) {
+  const auto found = call.school.FindTopic(call.teacher.login, Field(call, "topic"));
+  if (!found) throw NotFound();
+  return *found;
 }
 
 }  // namespace server

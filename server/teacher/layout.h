@@ -13,8 +13,8 @@ namespace server {
 /// A whole page for somebody who has not logged in.
 std::string OuterPage(const std::string& base, std::string_view title, const base::Html& content);
 /// A whole page with the teacher's name and the way out.
-TeacherReply Page(const TeacherCall& call, std::string_view title, const base::Html& content,
-                  int status = 200);
+TeacherReply SitePage(const TeacherCall& call, std::string_view title, const base::Html& content,
+                      int status = 200);
 /// Shows another page. `target` is below the base; ids in it are digits and lower-case letters.
 TeacherReply GoTo(const TeacherCall& call, const std::string& target);
 
@@ -36,5 +36,8 @@ base::Html BackLink(const TeacherCall& call, std::string_view target, std::strin
 
 /// The field's value, "" when it is missing.
 std::string Field(const TeacherCall& call, const std::string& name);
+/// The teacher's class or topic that the field `class` or `topic` names. Throws NotFound.
+SchoolClass WantedClass(const TeacherCall& call);
+Topic WantedTopic(const TeacherCall& call);
 
 }  // namespace server

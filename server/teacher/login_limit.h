@@ -3,41 +3,36 @@
 
 #include <mutex>
 #include <string>
-#include <unordered_map>
 
-#include "server/teacher/sessions.h"
+#include "server/accounts/try_counter.h"
 
 namespace server {
 
 /// Tries are counted for each login name and for each address: ten in a row are free for a name, then one
-/// every half minute; thirty for an address, then one every five seconds. Ten thousand of each are
-/// remembered; a new one then takes the place of the one that was tried the longest time ago. May be used
-/// from several threads.
+/// every half minute; thirty for an address, then one every five seconds. May be used from several threads.
 class LoginLimit {
  public:
-  explicit LoginLimit(SteadyClock clock) : clock_(std::move(clock)) {}
+  explicit LoginLimit(const SteadyClock& clock)
+      : logins_(10, 1.0 / 30, clock), addresses_(30, 1.0 / 5, clock) {}
 
-  /// Takes a try; false when none is left. To be asked before the password is hashed.
-  bool CountTry(const std::string& login, const std::string& address);
+  /// Uses up a try; false when none is left. To be asked before the password is hashed.
+  bool CountTry(const std::string& login, const std::string& address) {
+    const std::lock_guard lock(mutex_);
+    if (!logins_.IsOneLeft(login) || !addresses_.IsOneLeft(address)) return false;
+    logins_.Count(login);
+    addresses_.Count(address);
+    return true;
+  }
   /// The password was right.
-  void UncountTry(const std::string& login, const std::string& address);
+  void UncountTry(const std::string& login, const std::string& address) {
+    const std::lock_guard lock(mutex_);
+    logins_.Uncount(login);
+    addresses_.Uncount(address);
+  }
 
  private:
-  struct Tries {
-    double left;
-    std::chrono::steady_clock::time_point at;
-  };
-  struct Counter {
-    double free;
-    double perSecond;
-    std::unordered_map<std::string, Tries> tries = {};
-  };
-  Tries& Refilled(Counter& counter, const std::string& key);
-
-  SteadyClock clock_;
   std::mutex mutex_;
-  Counter logins_{10, 1.0 / 30};
-  Counter addresses_{30, 1.0 / 5};
+  TryCounter logins_, addresses_;
 };
 
 }  // namespace server

@@ -22,7 +22,7 @@ TeacherReply PasswordPage(const TeacherCall& call, const std::vector<std::string
                kLongestTeacherPassword, kShortestTeacherPassword);
   Html content = BackLink(call, "", "我的班級");
   content += Fill(R"(<div class="narrow">{}</div>)", Panel("更改密碼", form));
-  return Page(call, "更改密碼", content, status);
+  return SitePage(call, "更改密碼", content, status);
 }
 
 NewPassword ReadNewPassword(const protocol::Form& fields) {

@@ -10,7 +10,6 @@
 #include "base/text.h"
 #include "base/utf8.h"
 #include "protocol/account.h"
-#include "server/teacher/form_reader.h"
 
 namespace server {
 namespace {

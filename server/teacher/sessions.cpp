@@ -3,9 +3,9 @@
 #include <sodium.h>
 
 #include <algorithm>
-#include <array>
 #include <stdexcept>
 
+#include "base/sha256.h"
 #include "server/services/random_text.h"
 
 namespace server {
@@ -31,9 +31,8 @@ std::string Sessions::Open(const Owner& owner) {
   const std::lock_guard lock(mutex_);
   std::erase_if(sessions_, [this](const auto& each) { return IsOver(each.second); });
   if (sessions_.size() >= kMost) {
-    sessions_.erase(std::min_element(sessions_.begin(), sessions_.end(), [](const auto& a, const auto& b) {
-      return a.second.used < b.second.used;
-    }));
+    sessions_.erase(
+        std::ranges::min_element(sessions_, {}, [](const auto& each) { return each.second.used; }));
   }
   sessions_.emplace(secret, Session{owner, clock_(), clock_()});
   return secret;
@@ -62,12 +61,11 @@ bool Sessions::IsOver(const Session& session) const {
 }
 
 std::string Sessions::FormToken(std::string_view secret) const {
-  std::array<unsigned char, kTokenBytes> hash{};
-  crypto_generichash(hash.data(), hash.size(), reinterpret_cast<const unsigned char*>(secret.data()),
-                     secret.size(), reinterpret_cast<const unsigned char*>(key_.data()), key_.size());
-  std::array<char, kTokenBytes * 2 + 1> token{};
-  sodium_bin2hex(token.data(), token.size(), hash.data(), hash.size());
-  return token.data();
+  std::string hash(kTokenBytes, '\0');
+  crypto_generichash(reinterpret_cast<unsigned char*>(hash.data()), hash.size(),
+                     reinterpret_cast<const unsigned char*>(secret.data()), secret.size(),
+                     reinterpret_cast<const unsigned char*>(key_.data()), key_.size());
+  return base::HexOf(hash);
 }
 
 bool Sessions::IsFormToken(std::string_view secret, std::string_view token) const {

@@ -2,16 +2,15 @@
 #pragma once
 
 #include <chrono>
-#include <functional>
 #include <mutex>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
 
-namespace server {
+#include "server/accounts/try_counter.h"
 
-using SteadyClock = std::function<std::chrono::steady_clock::time_point()>;
+namespace server {
 
 /// A session ends an hour after its last use, and twelve hours after the login at the latest. At most a
 /// thousand are kept: then the one that was not used for the longest time ends. May be used from several

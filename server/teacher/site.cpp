@@ -66,13 +66,11 @@ const TeacherPage* FindPage(const TeacherRequest& request) {
 
 /// The value of a cookie, "" when it is missing.
 std::string CookieValue(std::string_view cookies, std::string_view name) {
-  while (!cookies.empty()) {
-    const std::size_t end = std::min(cookies.find(';'), cookies.size());
-    const std::string cookie = base::Trim(cookies.substr(0, end), base::kWhiteSpace);
+  for (const auto& piece : base::Split(cookies, ";")) {
+    const std::string cookie = base::Trim(piece, base::kWhiteSpace);
     if (cookie.starts_with(name) && cookie.substr(name.size()).starts_with('=')) {
       return cookie.substr(name.size() + 1);
     }
-    cookies.remove_prefix(std::min(end + 1, cookies.size()));
   }
   return "";
 }
@@ -171,9 +169,15 @@ TeacherReply TeacherSite::LogIn(const TeacherRequest& request, const Caller& cal
   const auto teacher = Authenticate(login, password);
   if (!teacher) return LoginPage(request, "帳號或密碼不正確。", 403);
   limit_.UncountTry(login, request.address);
+  return OpenSession(*teacher, caller, "");
+}
+
+/// In place of the caller's old session, if there is one.
+TeacherReply TeacherSite::OpenSession(const Teacher& teacher, const Caller& caller,
+                                      const std::string& target) {
   sessions_.Close(caller.secret);
-  const std::string secret = sessions_.Open({teacher->login, teacher->passwordHash});
-  return {303, "", options_.base, {Cookie(kSession, secret)}};
+  const std::string secret = sessions_.Open({teacher.login, teacher.passwordHash});
+  return {303, "", options_.base + target, {Cookie(kSession, secret)}};
 }
 
 /// For an unknown login as much time goes by as for a wrong password.
@@ -197,9 +201,7 @@ TeacherReply TeacherSite::ChangePassword(const TeacherCall& call, const Caller& 
   limit_.UncountTry(login, address);
   teacher->passwordHash = Hashed(wanted.password);
   school_.PutTeacher(*teacher);
-  sessions_.Close(caller.secret);
-  const std::string secret = sessions_.Open({login, teacher->passwordHash});
-  return {303, "", options_.base + "?done=password", {Cookie(kSession, secret)}};
+  return OpenSession(*teacher, caller, "?done=password");
 }
 
 std::string TeacherSite::Hashed(const std::string& password) {

@@ -39,6 +39,7 @@ class TeacherSite {
   TeacherReply LoginPage(const TeacherRequest& request, const std::string& error, int status);
   TeacherReply LogIn(const TeacherRequest& request, const Caller& caller);
   TeacherReply ChangePassword(const TeacherCall& call, const Caller& caller, const std::string& address);
+  TeacherReply OpenSession(const Teacher& teacher, const Caller& caller, const std::string& target);
   TeacherReply LogOut(const Caller& caller);
   TeacherReply RefuseForm(const TeacherRequest& request) const;
   TeacherReply Message(int status, std::string_view title, std::string_view text) const;

@@ -1,4 +1,4 @@
-// What a teacher's page gets, may use and gives back.
+// What a teacher's page gets, may use and returns.
 #pragma once
 
 #include <string>
@@ -39,7 +39,7 @@ struct TeacherCall {
   std::string base;  ///< "/prefix/teacher/"
 };
 
-/// What was asked for is unknown, or another teacher's: the two are not told apart.
+/// What was asked for is unknown, or another teacher's: the reply does not say which.
 class NotFound : public std::runtime_error {
  public:
   NotFound() : std::runtime_error("not found") {}

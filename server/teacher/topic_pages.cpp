@@ -20,20 +20,13 @@ constexpr std::size_t kLongestTitle = 60;
 constexpr std::size_t kLongestQuestion = 4000;
 constexpr std::size_t kIdBytes = 8;
 
-Topic WantedTopic(const TeacherCall& call) {
-  const auto found = call.school.FindTopic(call.teacher.login, Field(call, "topic"));
-  if (!found) throw NotFound();
-  return *found;
-}
-
 /// The topic of the field `topic`, or an empty one of the class in the field `class`.
 Topic TopicToEdit(const TeacherCall& call) {
   if (call.fields.Find("topic")) return WantedTopic(call);
-  const auto schoolClass = call.school.FindClass(call.teacher.login, Field(call, "class"));
-  if (!schoolClass) throw NotFound();
+  const SchoolClass schoolClass = WantedClass(call);
   Topic topic;
-  topic.classId = schoolClass->id;
-  topic.className = schoolClass->name;
+  topic.classId = schoolClass.id;
+  topic.className = schoolClass.name;
   return topic;
 }
 
@@ -56,7 +49,7 @@ TeacherReply TopicFormPage(const TeacherCall& call, const Topic& topic,
   const std::string title = isNew ? "新增題目" : "修改題目";
   Html content = BackLink(call, above, isNew ? topic.className : topic.title);
   content += Panel(title, form);
-  return Page(call, title, content, errors.empty() ? 200 : 422);
+  return SitePage(call, title, content, errors.empty() ? 200 : 422);
 }
 
 Html StateOf(const Topic& topic, const HandIn& handIn) {
@@ -147,7 +140,7 @@ TeacherReply TopicPage(const TeacherCall& call) {
   if (topic.handedIn == 0) {
     content += Panel("刪除題目", DeleteForm(call, "topic/delete", "topic", topic.id, "刪除題目"));
   }
-  return Page(call, topic.title, content);
+  return SitePage(call, topic.title, content);
 }
 
 }  // namespace server

@@ -7,41 +7,8 @@
 
 namespace marovane {
 
-namespace {
-
-// A window of a program, made at the first reference.
-template <class T, class... Arguments>
-typename Window<T>::Maker Make(Arguments&... arguments) {
-  return [&arguments...] { return std::make_shared<T>(arguments...); };
-}
-
-}  // namespace
-
 Composition::Composition(Machine& machine, InstallationValues installation)
-    : program(machine, std::move(installation)),
-      records(program),
-      errList(program),
-      frmStartUp(Make<FrmStartUp>(program)),
-      frmMain(Make<FrmMain>(program, records)),
-      frmSplash(Make<FrmSplash>(program)),
-      frmMenu(Make<FrmMenu>(program)),
-      frmDebug(Make<FrmDebug>(program)),
-      frmBrowser(Make<FrmBrowser>(program)),
-      frmCollocation(Make<FrmCollocation>(program)),
-      frmSuggest(Make<FrmSuggest>(program, frmCollocation)),
-      frmErrSentence(Make<FrmErrSentence>(program, records)),
-      essay(program, records, errList),
-      frmBindSelect(Make<FrmBindSelect>(program)),
-      frmSentences(Make<FrmSentences>(program, records, frmBindSelect)),
-      frmDiary(Make<FrmDiary>(program, records, errList)),
-      frmErrList(Make<FrmErrList>(program, records, errList)),
-      frmUpload(Make<FrmUpload>(program, records)),
-      frmSyncLogin(Make<FrmSyncLogin>(program)),
-      frmSetup(Make<FrmSetup>(program)),
-      frmPassword(Make<FrmPassword>(program)),
-      frmFeedback(Make<FrmFeedback>(program)),
-      frmPublisher(Make<FrmPublisher>(program)),
-      frmXQDLogin(Make<FrmXQDLogin>(program)) {
+    : program(machine, std::move(installation)) {
   auto& hall = program.hall;
   hall.frmMain.LeadsTo([this]() -> MainWindow& { return *frmMain; });
   hall.frmSplash.LeadsTo([this]() -> Splash& { return *frmSplash; });

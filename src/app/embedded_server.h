@@ -14,7 +14,7 @@ class PipedProcess;
 using EmbeddedServer = std::unique_ptr<PipedProcess>;
 
 /// When the installation names no server, starts one on loopback, with its data in the working data, and
-/// makes it every root. The server makes sure of an account, which stands in the registry mirror; the first
+/// makes it every root. The server makes sure of an account, which is in the registry mirror; the first
 /// start also writes a first `setup.set` that keeps its password. Throws RunTimeError with the reason when
 /// the server does not come up.
 EmbeddedServer StartEmbeddedServer(Machine& machine, InstallationValues& installation);

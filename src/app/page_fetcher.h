@@ -21,7 +21,7 @@ class PageFetcher : public WebRenderer {
   void GoBack() override {}
   void GoForward() override {}
 
-  /// The page that stands in the control (UTF-8), "" for none; a page that could not be had says so.
+  /// The page that is in the control (UTF-8), "" for none; a page that could not be had says so.
   const std::string& Page() const { return page_; }
 
  private:

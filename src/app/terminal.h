@@ -6,9 +6,24 @@
 
 namespace marovane {
 
-/// Runs a command of the terminal edition and gives its exit status: 0 right, 1 errors, 2 points to watch, 3
-/// no answer, 64 wrong usage.
+struct Composition;
+struct TerminalCommand;
+
+/// Runs a command of the terminal edition and returns its exit status: 0 right, 1 errors, 2 points to watch,
+/// 3 no answer, 64 wrong usage.
 /// @param words the command line without the program's name
 int RunTerminal(const std::vector<std::string>& words);
+
+/// Runs a command that looks back on records and prints what it finds, fields parted by tabs.
+/// @return the exit status
+int RunRecordCommand(Composition& composition, const TerminalCommand& command);
+/// Runs the commands `words` and `translate`, and prints what was found, one item a line.
+/// @return the exit status: 0, or 3 when nothing was found
+int RunWordCommand(Composition& composition, const TerminalCommand& command);
+/// Runs the commands of essays. Corrections are read from standard input, one a line; an empty line or the
+/// end of the input breaks off. Throws RunTimeError for a topic or an essay that is not there, and for one
+/// that was handed in and is to be deleted.
+/// @return the exit status: 0, 1 for a walk that was broken off, 3 for one that was refused
+int RunEssay(Composition& composition, const TerminalCommand& command);
 
 }  // namespace marovane

@@ -37,98 +37,85 @@ const char* const kTerminalUsage =
 
 namespace {
 
-bool ParseOption(TerminalCommand& command, const std::string& word, std::string& problem) {
-  if (word == "--local") {
-    command.local = true;
-  } else if (word == "--json") {
-    command.json = true;
-  } else {
-    problem = "不認得的選項：" + word;
-    return false;
-  }
-  return true;
-}
+using Words = std::vector<std::string>;
 
-bool ParseCheck(TerminalCommand& command, const std::vector<std::string>& words, std::string& problem) {
+// Each of the following reads the words after a command, and says what is wrong with them, "" for nothing.
+
+std::string UnknownOption(const std::string& word) { return "不認得的選項：" + word; }
+
+std::string ParseCheck(TerminalCommand& command, const Words& words) {
   bool readsOptions = true;
   for (const auto& word : words) {
-    if (readsOptions && word == "--") {
-      readsOptions = false;
-    } else if (readsOptions && word.starts_with("--")) {
-      if (!ParseOption(command, word, problem)) return false;
-    } else {
+    if (!readsOptions || !word.starts_with("--")) {
       command.sentences.push_back(word);
+    } else if (word == "--") {
+      readsOptions = false;
+    } else if (word == "--local") {
+      command.local = true;
+    } else if (word == "--json") {
+      command.json = true;
+    } else {
+      return UnknownOption(word);
     }
   }
-  return true;
+  return "";
 }
 
-bool ParseDays(TerminalCommand& command, const std::vector<std::string>& words, std::string& problem) {
+std::string ParseDays(TerminalCommand& command, const Words& words) {
   for (const auto& word : words) {
     const auto day = base::ParseDate(word);
-    if (!day) {
-      problem = "不是日期：" + word;
-      return false;
-    }
+    if (!day) return "不是日期：" + word;
     command.days.push_back(*day);
   }
-  return true;
+  return "";
 }
 
-bool ParseEssayOption(TerminalCommand& command, const std::string& option, const std::string& value,
-                      std::string& problem) {
-  if (option == "--report") {
-    command.kind = TerminalCommand::Kind::kEssayReport;
-    command.essay = value;
-  } else if (option == "--delete") {
-    command.kind = TerminalCommand::Kind::kEssayDelete;
-    command.essay = value;
-  } else if (option == "--html") {
-    command.htmlFile = value;
-  } else if (option == "--title") {
-    command.title = value;
-  } else if (option == "--topic") {
-    command.topic = value;
-  } else {
-    problem = "不認得的選項：" + option;
-    return false;
-  }
-  if (value.empty()) problem = option + " 之後缺少內容";
-  return !value.empty();
+std::string ParseEssayOption(TerminalCommand& command, const std::string& option, const std::string& value) {
+  static const std::map<std::string, std::string TerminalCommand::*> fields{
+      {"--report", &TerminalCommand::essay},  {"--delete", &TerminalCommand::essay},
+      {"--html", &TerminalCommand::htmlFile}, {"--title", &TerminalCommand::title},
+      {"--topic", &TerminalCommand::topic},
+  };
+  const auto field = fields.find(option);
+  if (field == fields.end()) return UnknownOption(option);
+  if (option == "--report") command.kind = TerminalCommand::Kind::kEssayReport;
+  if (option == "--delete") command.kind = TerminalCommand::Kind::kEssayDelete;
+  command.*field->second = value;
+  return value.empty() ? option + " 之後缺少內容" : "";
 }
 
 // Each option goes with one use of the command.
-void CheckEssayOptions(const TerminalCommand& command, std::string& problem) {
+std::string CheckEssayOptions(const TerminalCommand& command) {
   const bool hasTopic = !command.title.empty() || !command.topic.empty();
-  if (command.essay.empty()) {
-    problem = "缺少短文檔案";
-  } else if (!command.htmlFile.empty() && command.kind != TerminalCommand::Kind::kEssayReport) {
-    problem = "--html 只能和 --report 一起使用";
-  } else if (hasTopic && command.kind != TerminalCommand::Kind::kEssay) {
-    problem = "--title 和 --topic 只能用來寫短文";
-  } else if (!command.title.empty() && !command.topic.empty()) {
-    problem = "--title 和 --topic 不能一起使用";
+  if (command.essay.empty()) return "缺少短文檔案";
+  if (!command.htmlFile.empty() && command.kind != TerminalCommand::Kind::kEssayReport) {
+    return "--html 只能和 --report 一起使用";
   }
+  if (hasTopic && command.kind != TerminalCommand::Kind::kEssay) return "--title 和 --topic 只能用來寫短文";
+  const bool hasBoth = !command.title.empty() && !command.topic.empty();
+  return hasBoth ? "--title 和 --topic 不能一起使用" : "";
 }
 
-bool ParseEssay(TerminalCommand& command, const std::vector<std::string>& words, std::string& problem) {
+std::string ParseEssay(TerminalCommand& command, const Words& words) {
+  std::string problem;
   for (std::size_t i = 0; i < words.size(); ++i) {
     if (words[i] == "--local") {
       command.local = true;
     } else if (words[i] == "--topics" && words.size() == 1) {
       command.kind = TerminalCommand::Kind::kEssayTopics;
-      return true;
+      return "";
     } else if (words[i].starts_with("--")) {
       const std::string value = i + 1 < words.size() ? words[i + 1] : "";
-      if (!ParseEssayOption(command, words[i], value, problem)) return false;
+      const std::string mistake = ParseEssayOption(command, words[i], value);
+      if (!mistake.empty()) return mistake;
       ++i;
     } else {
       if (!command.essay.empty()) problem = "一次只能批改一篇短文";
       command.essay = words[i];
     }
   }
-  CheckEssayOptions(command, problem);
-  return problem.empty();
+  const std::string conflict = CheckEssayOptions(command);
+  return conflict.empty() ? problem : conflict;
 }
 
 bool IsQuery(const std::string& text) {
@@ -139,60 +126,51 @@ bool IsQuery(const std::string& text) {
          std::ranges::find(kSynonymCodes, code) != kSynonymCodes.end();
 }
 
-bool ParseWords(TerminalCommand& command, const std::vector<std::string>& words, std::string& problem) {
+std::string ParseWords(TerminalCommand& command, const Words& words) {
   for (const auto& word : words) {
     if (word == "--local") {
       command.local = true;
     } else if (command.query.empty() && IsQuery(word)) {
       command.query = word;
     } else {
-      problem = "不是單字和代碼：" + word;
-      return false;
+      return "不是單字和代碼：" + word;
     }
   }
-  if (command.query.empty()) problem = "請指定單字和代碼，如 rain,CNV";
-  return problem.empty();
+  return command.query.empty() ? "請指定單字和代碼，如 rain,CNV" : "";
 }
 
-bool ParseTranslate(TerminalCommand& command, const std::vector<std::string>& words, std::string& problem) {
+std::string ParseTranslate(TerminalCommand& command, const Words& words) {
   for (const auto& word : words) command.query += (command.query.empty() ? "" : " ") + word;
-  if (base::Trim(command.query).empty()) problem = "請指定要翻譯的中文";
-  return problem.empty();
+  return base::Trim(command.query).empty() ? "請指定要翻譯的中文" : "";
 }
 
-bool ParseNothing(TerminalCommand& /*command*/, const std::vector<std::string>& words, std::string& problem) {
-  if (words.empty()) return true;
-  problem = "多餘的字：" + words[0];
-  return false;
+std::string ParseNothing(TerminalCommand& /*command*/, const Words& words) {
+  return words.empty() ? "" : "多餘的字：" + words[0];
 }
 
-bool ParseExport(TerminalCommand& command, const std::vector<std::string>& words, std::string& problem) {
+std::string ParseExport(TerminalCommand& command, const Words& words) {
   for (const auto& word : words) {
     if (word == "--paragraph") {
       command.paragraph = true;
     } else if (command.file.empty() && !word.starts_with("--")) {
       command.file = word;
     } else {
-      problem = "不認得的選項：" + word;
-      return false;
+      return UnknownOption(word);
     }
   }
-  if (command.file.empty()) problem = "請指定要輸出的檔案";
-  return !command.file.empty();
+  return command.file.empty() ? "請指定要輸出的檔案" : "";
 }
-
-using Parser = bool (*)(TerminalCommand&, const std::vector<std::string>&, std::string&);
 
 struct CommandWord {
   TerminalCommand::Kind kind;
-  Parser parse;
+  std::string (*parse)(TerminalCommand&, const Words&);
 };
 
 const std::map<std::string, CommandWord>& CommandWords() {
   using Kind = TerminalCommand::Kind;
   static const std::map<std::string, CommandWord> words{
-      {"--help", {Kind::kHelp, [](auto&, auto&, auto&) { return true; }}},
-      {"--version", {Kind::kVersion, [](auto&, auto&, auto&) { return true; }}},
+      {"--help", {Kind::kHelp, [](auto&, auto&) { return std::string(); }}},
+      {"--version", {Kind::kVersion, [](auto&, auto&) { return std::string(); }}},
       {"--self-check", {Kind::kSelfCheck, ParseNothing}},
       {"check", {Kind::kCheck, ParseCheck}},
       {"records", {Kind::kRecords, ParseDays}},
@@ -219,7 +197,8 @@ std::optional<TerminalCommand> ParseTerminalCommand(const std::vector<std::strin
     return std::nullopt;
   }
   command.kind = found->second.kind;
-  if (!found->second.parse(command, {words.begin() + 1, words.end()}, problem)) return std::nullopt;
+  problem = found->second.parse(command, {words.begin() + 1, words.end()});
+  if (!problem.empty()) return std::nullopt;
   return command;
 }
 

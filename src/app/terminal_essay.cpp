@@ -1,11 +1,12 @@
-#include "app/terminal_essay.h"
-
+// An essay at the terminal: walked through, corrected, and reported on.
 #include <fmt/format.h>
 #include <unistd.h>
 
 #include <iostream>
 
 #include "app/compose.h"
+#include "app/page_fetcher.h"
+#include "app/terminal.h"
 #include "app/terminal_command.h"
 #include "base/day.h"
 #include "base/files.h"
@@ -17,8 +18,9 @@
 #include "platform/html.h"
 #include "platform/machine.h"
 #include "platform/run_time_error.h"
+#include "platform/timer.h"
 #include "platform/web_browser.h"
-#include "records/essay_topics.h"
+#include "records/essay_records.h"
 
 namespace marovane {
 
@@ -31,13 +33,43 @@ std::string WithDosLineEnds(const std::string& text) {
   return base::Replace(base::Replace(text, "\r\n", "\n"), "\n", "\r\n");
 }
 
-}  // namespace
+// Prints what a browser would show.
+class PagePrinter : public PageFetcher {
+ public:
+  using PageFetcher::PageFetcher;
+  void Navigate(const std::string& url) override {
+    PageFetcher::Navigate(url);
+    if (!Page().empty()) fmt::print("\n{}", HtmlToText(Page()));
+    std::fflush(stdout);
+  }
+};
 
-void PagePrinter::Navigate(const std::string& url) {
-  PageFetcher::Navigate(url);
-  if (!Page().empty()) fmt::print("\n{}", HtmlToText(Page()));
-  std::fflush(stdout);
-}
+class TerminalEssay {
+ public:
+  enum ExitStatus { kFinished = 0, kBrokenOff = 1, kNoAnswer = 3 };
+
+  explicit TerminalEssay(Composition& composition);
+
+  /// Walks a text (UTF-8).
+  /// @param topic id of a topic that has essays already, "" for a new one
+  /// @param title of a new topic, "" for one made from the day
+  int Walk(const std::string& text, const std::string& topic, const std::string& title);
+  /// Prints the report of an essay, or writes its page to a file when one is named.
+  int Report(const std::string& essayId, const std::string& htmlFile);
+  /// Lists the topics, each with its essays.
+  int Topics();
+  /// Deletes an essay with its sentences, here and on the server.
+  int Delete(const std::string& essayId);
+
+ private:
+  void OpenTopic(const std::string& topic, const std::string& title);
+  void AskCorrection();
+  void ExplainFault();
+
+  Composition& composition_;
+  PagePrinter printer_;
+  Timer correcting_;  // looks whether the walk waits for a correction, or for another one
+};
 
 TerminalEssay::TerminalEssay(Composition& composition)
     : composition_(composition),
@@ -71,7 +103,7 @@ int TerminalEssay::Walk(const std::string& text, const std::string& topic, const
 
 void TerminalEssay::OpenTopic(const std::string& topic, const std::string& title) {
   if (topic.empty()) return composition_.essay.StartOwnEssay(title);
-  const auto first = EssayTopics(composition_.records).FirstOf(topic);
+  const auto first = EssayRecords(composition_.records).FirstOf(topic);
   if (!first) throw RunTimeError("沒有這個題目：" + topic);
   auto& app = composition_.program.app;
   app.gEssayStartRequested = true;
@@ -81,7 +113,7 @@ void TerminalEssay::OpenTopic(const std::string& topic, const std::string& title
 }
 
 int TerminalEssay::Topics() {
-  EssayTopics records(composition_.records);
+  EssayRecords records(composition_.records);
   for (const auto& workId : records.WorkIds()) {
     const auto essays = records.EssaysOf(workId);
     fmt::print("{}  {}（練習數 {}）\n", workId, PlainApostrophes(essays.front().quiz), essays.size());
@@ -95,8 +127,8 @@ int TerminalEssay::Topics() {
 }
 
 int TerminalEssay::Delete(const std::string& essayId) {
-  EssayTopics records(composition_.records);
-  const auto essay = EssayRecords(composition_.records).FindEssay(essayId);
+  EssayRecords records(composition_.records);
+  const auto essay = records.FindEssay(essayId);
   if (!essay) throw RunTimeError("沒有這篇短文：" + essayId);
   if (essay->finalSet == "Y") throw RunTimeError("已交卷的短文無法刪除：" + essayId);
   composition_.frmMain->Show();
@@ -145,6 +177,8 @@ int TerminalEssay::Report(const std::string& essayId, const std::string& htmlFil
   std::fflush(stdout);
   return kFinished;
 }
+
+}  // namespace
 
 int RunEssay(Composition& composition, const TerminalCommand& command) {
   using Kind = TerminalCommand::Kind;

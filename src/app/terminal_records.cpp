@@ -1,8 +1,8 @@
-#include "app/terminal_records.h"
-
+// The records at a terminal.
 #include <fmt/format.h>
 
 #include "app/compose.h"
+#include "app/terminal.h"
 #include "app/terminal_command.h"
 #include "base/day.h"
 #include "core/text_utility.h"
@@ -45,8 +45,7 @@ std::vector<std::string> ShownSentences(RecordDb& records, const TerminalCommand
 }
 
 void ListMistakes(Composition& composition) {
-  ErrorCounts counts(composition.records);
-  for (const auto& category : CountErrors(composition.errList, counts)) {
+  for (const auto& category : CountErrors(composition.errList, composition.records)) {
     fmt::print("{}\t{}\t{}\n", category.category.id, category.category.name, FormatNumber(category.count));
     for (const auto& [code, count] : category.codes) {
       fmt::print("  {}\t{}\t{}\n", code.errcode, code.outline, FormatNumber(count));

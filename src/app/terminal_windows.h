@@ -29,7 +29,7 @@ class TerminalWindows : public HeadlessWindows {
   bool showsProgress_;
 };
 
-/// What stands behind the door of the splash where nobody is greeted.
+/// What is behind the door of the splash where nobody is greeted.
 class NoSplash : public Form, public Splash {
  public:
   explicit NoSplash(Machine& theMachine) : Form(theMachine, "frmSplash") {}

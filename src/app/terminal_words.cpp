@@ -1,8 +1,8 @@
-#include "app/terminal_words.h"
-
+// The word helper at a terminal.
 #include <fmt/format.h>
 
 #include "app/compose.h"
+#include "app/terminal.h"
 #include "app/terminal_command.h"
 #include "base/text.h"
 #include "core/message_catalogue.h"
@@ -14,7 +14,7 @@ namespace {
 
 constexpr int kNothingFound = 3;
 
-// Partners stand in the list of the word helper, near-synonyms on a page of the browser.
+// Partners are in the list of the word helper, near-synonyms on a page of the browser.
 int AskWordBank(Composition& composition, const TerminalCommand& command) {
   auto& app = composition.program.app;
   if (command.local) app.gUseWebEngineWbank = false;

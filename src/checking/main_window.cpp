@@ -210,7 +210,7 @@ bool FrmMain::IsPointerInside() const {
   return pointer.x >= Left && pointer.x < Left + Width && pointer.y >= Top && pointer.y < Top + Height;
 }
 
-// Whoever works by keyboard sees the button that the focus is on.
+// Those who work by keyboard see the button that has the focus.
 bool FrmMain::IsMenuFocused() const {
   const Control* focused = machine.windows.Focused();
   return focused != nullptr && &focused->Owner() == this && focused->Name().starts_with("imgMenu_");
@@ -228,7 +228,7 @@ void FrmMain::FadeTick() {
     app.gFadeAlpha = app.gTransformValue;
     tmrTransparentForm.Enabled = false;
   }
-  // During a request the timer ticks on, so that the program ends after it.
+  // During a request the timer goes on ticking, so that the program ends after it.
   if (app.gFadeAlpha >= 1 || machine.loop.IsBlocked()) return SkinForm(*this, app.gFadeAlpha);
   tmrTransparentForm.Enabled = false;
   const auto forms = machine.windows.OpenForms();

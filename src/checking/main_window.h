@@ -16,12 +16,11 @@ class FrmMain : public Form, public MainWindow {
  public:
   FrmMain(Program& theProgram, RecordDb& theRecords);
 
-  // What others may ask of it.
+  // What other windows ask for.
   Form& AsForm() override { return *this; }
   RichTextBox& InputBox() override { return txtInput; }
   Control& MenuButton(int index) override { return imgMenu(index); }
-  /// Mode 1 gives the box the typing style, another the placeholder; once it has the typing style it keeps
-  /// it.
+  /// Mode 1 gives the box the typing style, any other mode the placeholder. The typing style stays for good.
   void SetInputTextStyle(int mode) override;
   void PassStringToEngine() override;
   void CloseAppProcdure() override;
@@ -36,15 +35,14 @@ class FrmMain : public Form, public MainWindow {
   /// Shows the long or the short background, and sizes the window to it.
   void ExtendMenu(bool extended);
   void SetScrollSwitch(bool enabled);
-  /// Takes text over into the word helper: the selection of the input box, or the first Chinese run of a
-  /// text.
+  /// Passes text on to the word helper: the selection of the input box, or the first Chinese run of a text.
   /// @param action "CHECK_SELECT_TEXT", "CHECK_CHINESE" or "" for both
-  /// @return the text taken, "" when there is none
+  /// @return the text that was passed on, "" when there is none
   std::string CheckInputText(const std::string& action, const std::string& text) override;
-  /// English for a Chinese text; "" when no translation was had.
+  /// English for a Chinese text; "" when there is no translation.
   std::string TranslateText(const std::string& text);
   void imgMenu_Click(int index);
-  /// Starts the fade-out at whose end the program ends.
+  /// Starts the fade-out that ends the program.
   void DoCloseAppEffect();
 
   Program& program;

@@ -1,4 +1,4 @@
-// What Enter does in the input box, and what is taken from its text.
+// What Enter does in the input box, and what is done with its text.
 #include "base/cp950.h"
 #include "base/text.h"
 #include "base/utf16.h"

@@ -41,7 +41,7 @@ void FrmMain::imgMenu_Click(int index) {
   }
 }
 
-// A window that is open already is loaded afresh.
+// A window that is already open is loaded anew.
 void FrmMain::OpenFromMenu(bool isOpen, const Door<HallWindow>& door) {
   if (isOpen) door->AsForm().Unload();
   door->AsForm().Show();

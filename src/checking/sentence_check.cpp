@@ -3,7 +3,7 @@
 #include "base/files.h"
 #include "checking/main_window.h"
 #include "checking/verdict.h"
-#include "core/big5_file.h"
+#include "core/engine_exchange.h"
 #include "core/input_box.h"
 #include "core/message.h"
 #include "core/process_control.h"
@@ -35,7 +35,7 @@ void ShowProgress(Program& program) {
   program.machine.loop.DoEvents();
 }
 
-// False when the check has to wait for the password. The prompt starts it anew.
+// False when the check has to wait for the password. The prompt then starts it again.
 bool PassPasswordGate(FrmMain& frmMain) {
   Program& program = frmMain.program;
   auto& app = program.app;
@@ -46,7 +46,7 @@ bool PassPasswordGate(FrmMain& frmMain) {
   return false;
 }
 
-// Normalises the input. False when it holds a character that no engine takes: the user has been told, and
+// Normalises the input. False when it holds a character that no engine accepts: then a message was shown, and
 // nothing has been written.
 // @param sentence the text to check, not trimmed
 bool AcceptInput(FrmMain& frmMain, std::string& sentence) {

@@ -1,4 +1,4 @@
-// What an engine makes of the sentence in the input box: asked, recorded, shown.
+// The check of the sentence in the input box: asked of an engine, recorded, shown.
 #pragma once
 
 #include "core/engine_client.h"
@@ -11,8 +11,8 @@ class FrmMain;
 /// RunTimeError for a broken transfer and a failing record.
 void PassStringToEngineWeb(FrmMain& frmMain);
 
-/// The same with `tolvex2.exe`, through `registry.set` and one process a sentence. Throws RunTimeError when
-/// the engine cannot be started; from then on every failure is passed over.
+/// The same with `tolvex2.exe`, through `registry.set` and one process per sentence. Throws RunTimeError when
+/// the engine cannot be started; after that every failure is passed over.
 void PassStringToEngineLocal(FrmMain& frmMain);
 
 /// The client of the main window's engines.

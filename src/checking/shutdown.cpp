@@ -1,4 +1,4 @@
-// The way out of the program, and the housekeeping on it.
+// The end of a run, and the housekeeping at it.
 #include "base/files.h"
 #include "checking/main_window.h"
 #include "core/error_report.h"
@@ -6,36 +6,31 @@
 #include "core/resume_next.h"
 #include "core/synchronise.h"
 #include "records/age_cleaning.h"
+#include "records/record_db.h"
 #include "views/work_off_screen.h"
 
 namespace marovane {
 
 namespace {
 
-void AdviseOnSize(Program& program, AgeCleaning& records) {
-  constexpr int kMany = 5000;
-  if (records.CountOkSentences() > kMany || records.CountErrSentences() > kMany) {
-    ShowMessage(program, Message::kManySentences);
-  }
-}
-
 // By the server's date, since a clock that is wrong must not cost anybody a record. Without a server it is so
 // early that nothing goes.
-void RemoveOldRecords(const AppState& app, AgeCleaning& records) {
+void RemoveOldRecords(Program& program, RecordDb& records) {
   constexpr std::chrono::days kKept{180};
-  records.RemoveBefore(std::chrono::sys_days{app.gServerDate} - kKept);
+  RemoveRecordsBefore(program, records, std::chrono::sys_days{program.app.gServerDate} - kKept);
 }
 
 void KeepHouse(FrmMain& frmMain) {
+  constexpr int kMany = 5000;
   Program& program = frmMain.program;
-  AgeCleaning records(program, frmMain.records);
+  RecordDb& records = frmMain.records;
   const bool isDesktopEdition = program.app.gEdition == "MRV";
-  if (isDesktopEdition) AdviseOnSize(program, records);
+  if (isDesktopEdition && records.HasMoreSentencesThan(kMany)) ShowMessage(program, Message::kManySentences);
   frmMain.Enabled = false;
-  if (isDesktopEdition) RemoveOldRecords(program.app, records);
-  WorkOffScreen work(program, Progress::kUploadingAtEnd);
-  if (records.HasNewRows()) SyncOwnAccount(program, "UPLOAD");
-  work.Finish();
+  if (isDesktopEdition) RemoveOldRecords(program, records);
+  WorkOffScreen(program, Progress::kUploadingAtEnd, [&] {
+    if (records.HasNewRows()) SyncOwnAccount(program, "UPLOAD");
+  });
 }
 
 void DeleteEngineFiles(base::Files& files, const std::string& folder) {
@@ -51,7 +46,7 @@ void DeleteEngineFiles(base::Files& files, const std::string& folder) {
 
 }  // namespace
 
-// A database that fails is told of, but keeps nobody in the program.
+// A database that fails is reported, but keeps nobody in the program.
 void FrmMain::CloseAppProcdure() {
   try {
     KeepHouse(*this);

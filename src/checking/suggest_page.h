@@ -13,13 +13,13 @@ struct Suggestion {
   std::string text;   ///< what is shown
 };
 
-/// The query that an item "word speech partner speech" stands for, such as "rain,CNV"; "" when its parts of
-/// speech (名詞, 動詞, 形容詞) and those of the partner make none.
+/// The query for an item "word speech partner speech", such as "rain,CNV"; "" when there is none for its
+/// parts of speech (名詞, 動詞, 形容詞).
 std::string GetSuggestParameter(const std::string& item);
 
-/// Items of a list that parts them by `separator`. Blank ones are left out.
-/// @param kind "COL": items as GetSuggestParameter takes them; "SYN": items `value||text`, left out when
-///             either side is empty
+/// The items of a list. Blank ones are left out.
+/// @param kind "COL": items as for GetSuggestParameter; "SYN": items `value||text`, left out when either side
+///             is empty
 std::vector<Suggestion> ReadSuggestions(const std::string& kind, const std::string& list,
                                         const std::string& separator);
 

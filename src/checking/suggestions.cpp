@@ -30,7 +30,7 @@ FrmSuggest::FrmSuggest(Program& program, Window<FrmCollocation>& frmCollocation)
   webMain.On(&WebBrowser::BeforeNavigate2, [this](int index, const std::string& url, bool& cancel) {
     if (url.find(kCommand) == std::string::npos) return;
     cancel = true;
-    // A renderer writes an address with its blanks and its Chinese as "%20" and the like.
+    // A renderer writes the blanks and the Chinese of an address as "%20" and the like.
     PassToWordHelper(index, base::PercentDecode(base::Replace(url, kCommand, "")));
   });
   picTab.On(&Control::Click, [this](int index) { picTab_Click(index); });

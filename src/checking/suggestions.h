@@ -4,7 +4,6 @@
 #include <string>
 
 #include "core/program.h"
-#include "core/shell_buttons.h"
 #include "core/window_shell.h"
 #include "platform/web_browser.h"
 #include "wordhelper/collocation.h"
@@ -18,8 +17,8 @@ class FrmSuggest : public Form, public Suggestions {
   Form& AsForm() override { return *this; }
   void HideTabs() override;
   /// Fills the tab of a kind and brings it up.
-  /// @param kind "COL" (tab 0) or "SYN" (tab 1); another one fills none
-  /// @param list items parted by ",", or the path of a file with one "COL" item a line
+  /// @param kind "COL" (tab 0) or "SYN" (tab 1); any other fills none
+  /// @param list items separated by ",", or the path of a file with one "COL" item per line
   void ShowSuggest(const std::string& kind, const std::string& list) override;
 
   void Form_Load() override;

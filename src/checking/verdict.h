@@ -1,4 +1,4 @@
-// What becomes of an engine's answer: the record, the verdict, the colour of the input.
+// What is done with an engine's answer: the record, the verdict, the colour of the input.
 #pragma once
 
 #include <string>
@@ -12,7 +12,7 @@ class FrmMain;
 
 enum class EngineKind { kLocal, kWeb };
 
-/// The tail of a check, as steps in their order. The arguments must live until the steps have run.
+/// The end of a check, as steps in their order. The arguments must live until the steps have run.
 Steps VerdictSteps(FrmMain& frmMain, const std::string& sentence, const protocol::CheckReply& answer,
                    EngineKind kind);
 

@@ -55,7 +55,7 @@ struct AppState {
   bool gSentencesBusy = false;  ///< a sentence of the list is analysed again; nothing is recorded
   bool gBigTextInput = false;   ///< the input box shows the user's text, not the placeholder
   std::string gEngineLevel;
-  /// The server's date; the epoch of dates (1899-12-30) when none was told.
+  /// The server's date; the epoch of dates (1899-12-30) when it is not known.
   base::Day gServerDate{std::chrono::year{1899}, std::chrono::month{12}, std::chrono::day{30}};
   std::string gTeacherAccount;
   std::string gEngineVersion;
@@ -93,7 +93,7 @@ struct AppState {
   bool gEssayReportShown = false;   ///< the report of the walk that has just ended is shown
   bool gEssayActive = false;        ///< the essay window has been activated
   bool gEssayNoListReturn = false;  ///< closing the essay window does not lead back to the list of topics
-  bool gWorkListOk = false;         ///< the server has told the assignments
+  bool gWorkListOk = false;         ///< the server has listed the assignments
   std::string gEssayPlacementMode;  ///< "NORMAL" while the essay window reloads itself
 
   // Which windows are open.

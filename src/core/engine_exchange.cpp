@@ -7,6 +7,7 @@
 #include <cmath>
 #include <random>
 
+#include "base/cp950.h"
 #include "base/files.h"
 #include "core/key_value_file.h"
 #include "core/program.h"
@@ -61,6 +62,12 @@ bool HasResultPage(Program& program) try {
          (program.app.gEssayMode && std::ranges::equal(page, kNone, sameLetter));
 } catch (const RunTimeError&) {
   return false;
+}
+
+std::string ReadBig5File(const base::Files& files, const std::string& path) {
+  constexpr std::size_t kSkipped = 2;
+  const std::string bytes = files.Read(path);
+  return bytes.size() <= kSkipped ? "" : base::FromCp950(std::string_view(bytes).substr(kSkipped));
 }
 
 Steps ReadAnswerSteps(Program& program, protocol::CheckReply& answer) {

@@ -6,6 +6,10 @@
 #include "core/resume_next.h"
 #include "protocol/check.h"
 
+namespace base {
+class Files;
+}
+
 namespace marovane {
 
 struct Program;
@@ -29,6 +33,9 @@ std::string ReadPagePath(Program& program);
 /// The local engine has left its page, or, of an essay's sentence, the word NIL, which means that there is
 /// none.
 bool HasResultPage(Program& program);
+/// Text of a result page in CP950 without its first two bytes, which are not part of the text. Throws
+/// RunTimeError when it cannot be read.
+std::string ReadBig5File(const base::Files& files, const std::string& path);
 /// Reads the rest of the local engine's answer from the exchange file. Both must live until the steps have
 /// run.
 Steps ReadAnswerSteps(Program& program, protocol::CheckReply& answer);

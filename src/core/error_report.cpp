@@ -10,9 +10,9 @@
 #include "core/data_paths.h"
 #include "core/message.h"
 #include "core/program.h"
+#include "core/resume_next.h"
 #include "core/window_shell.h"
 #include "platform/environment.h"
-#include "platform/run_time_error.h"
 #include "platform/window_system.h"
 
 namespace marovane {
@@ -21,7 +21,7 @@ namespace {
 
 constexpr int kOffScreen = -20000;
 
-/// Where a window stood when an event began.
+/// Where a window was when an event began.
 struct Place {
   bool enabled = false;
   int left = 0;
@@ -34,7 +34,7 @@ Places PlacesOf(const Program& program) {
   return places;
 }
 
-// A window that the event itself has opened should stand where it can be seen, if it is to be seen at all.
+// A window that the event itself has opened should be where it can be seen, if it is to be seen at all.
 void BringBack(Form& form, const Places& before) {
   const auto known = before.find(&form);
   const bool isNew = known == before.end();
@@ -68,11 +68,8 @@ void ReportUnhandledErrors(Program& program) {
 }
 
 void ReportUnhandledError(Program& program, const std::exception& error) {
-  try {
-    WriteErrorLog(program, error);
-  } catch (const RunTimeError&) {
-    // A trace that cannot be written must not hide the error itself.
-  }
+  // A trace that cannot be written must not hide the error itself.
+  RunSkippingFailures({[&] { WriteErrorLog(program, error); }});
   const std::string answer = program.app.gMsgResult;  // to a question of another window
   program.app.gProgressDetail = error.what();
   FrmMessage::MessageBox(program, Message::kUnexpectedError);

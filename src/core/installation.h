@@ -1,4 +1,4 @@
-// What an installation is told about the world: server roots and other addresses.
+// What an installation knows about the world: server roots and other addresses.
 #pragma once
 
 #include <string>
@@ -20,7 +20,7 @@ struct InstallationValues {
   std::string oldDefaultDomain;
 };
 
-/// Reads the file; one that is absent gives empty values.
+/// Reads the file; all values are empty when it is absent.
 InstallationValues ReadInstallation(base::Files& files, const Environment& environment);
 
 }  // namespace marovane

@@ -19,7 +19,7 @@ std::string CaptionOf(Message::Kind kind) {
   return kCaptions.at(static_cast<std::size_t>(kind));
 }
 
-// Line breaks in front of a text centre it roughly in its window.
+// Line breaks before a text centre it roughly in its window.
 std::string PadForCentring(const std::string& text) {
   constexpr int kLongText = 26;
   const bool isOneLine = text.find(kLineBreak) == std::string::npos;
@@ -94,7 +94,7 @@ bool Confirm(Program& program, const Message& message) {
 void FrmMessage::ProgressMsgBox(Program& program, const Progress& progress) {
   program.app.gMsgResult.clear();
   program.frmMessage->ShowAsProgress(WithDetail(progress.text, program.app.gProgressDetail));
-  program.app.gMsgResult = "OK";  // a wait behind a progress box ends at once
+  program.app.gMsgResult = "OK";  // a wait after a progress box ends at once
 }
 
 void FrmMessage::ShowAsProgress(const std::string& text) {

@@ -15,7 +15,7 @@ bool IsProcessRunning(Processes& processes, std::string_view name);
 /// Ends every such process. True when at least one matched.
 bool KillProcessByName(Processes& processes, std::string_view name);
 /// Starts a helper program, looked for in the folder named and then beside this program, with the folder as
-/// its working directory. Throws RunTimeError when it stands in neither or does not start.
+/// its working directory. Throws RunTimeError when it is in neither or does not start.
 void StartHelper(Program& program, const std::string& folder, const std::string& name,
                  const std::vector<std::string>& arguments);
 

@@ -10,12 +10,12 @@
 #include "core/message.h"
 #include "core/process_control.h"
 #include "core/program.h"
+#include "core/resume_next.h"
 #include "core/settings.h"
 #include "platform/environment.h"
 #include "platform/event_loop.h"
 #include "platform/machine.h"
 #include "platform/processes.h"
-#include "platform/run_time_error.h"
 
 namespace marovane {
 
@@ -36,7 +36,7 @@ bool IsDatabaseFile(const std::string& name) { return name.find(".mdb") != std::
 
 Path AsideFolder(const Program& program) { return DataFolder(program) / "set-aside"; }
 
-// The time of day, or the next second at which nothing was set aside: what stands there is never replaced.
+// The time of day, or the next second at which nothing was set aside: what is there is never replaced.
 std::string FreeStamp(const Program& program) {
   const auto taken = program.machine.files.List(AsideFolder(program));
   auto now = std::chrono::time_point_cast<std::chrono::seconds>(program.machine.loop.Now());
@@ -71,7 +71,7 @@ void RunPackage(Program& program, const std::string& package, const std::string&
   program.machine.loop.WaitUntil([&] { return !IsProcessRunning(program.machine.processes, unpacker); });
 }
 
-// No engine stands in the working folder: the one beside the program knows where its language data is.
+// No engine belongs in the working folder: the one beside the program knows where its language data is.
 void RemoveEngineCopy(Program& program) {
   const Path copy = EngineFolder(program) / "tolvex2.exe";
   if (program.machine.files.FileExists(copy)) program.machine.files.Delete(copy);
@@ -92,15 +92,7 @@ void UnpackEngine(Program& program) {
   RunPackage(program, "tolvex.giz", "tolvex.exe", EngineFolder(program));
 }
 
-void RunQuietly(Program& program, void (*step)(Program&)) {
-  try {
-    step(program);
-  } catch (const RunTimeError&) {
-    return;
-  }
-}
-
-// A program's version stands in a file beside it; "" without one.
+// A program's version is in a file beside it; "" without one.
 std::string GetFileVersion(const base::Files& files, const Path& program) {
   const Path version = program.string() + ".version";
   return files.FileExists(version) ? FirstLine(files.Read(version)) : "";
@@ -134,7 +126,7 @@ void CheckBuild(Program& program) {
   if (files.FileExists(stamp) && FirstLine(files.Read(stamp)) == kDatabaseBuild) return;
   // First, so that a disk that is full leaves the old stamp, and the next start does all of it again.
   WriteNeedSync(program, "Y");
-  RunQuietly(program, [](Program& each) { SetRecordsAside(each); });
+  RunSkippingFailures({[&] { SetRecordsAside(program); }});
 }
 
 }  // namespace
@@ -142,7 +134,7 @@ void CheckBuild(Program& program) {
 std::string SetRecordsAside(Program& program) {
   std::string aside;
   const std::string stamp = FreeStamp(program);
-  // What was written last may still stand in the log beside the database.
+  // What was written last may still be in the log beside the database.
   for (const char* ending : {"", "-wal", "-shm"}) {
     const std::string name = std::string("Marovane.mdb") + ending;
     if (!program.machine.files.FileExists(DataFolder(program) / name)) continue;
@@ -157,11 +149,14 @@ void UnpackRecordsInto(Program& program, const std::string& folder) {
   RunPackage(program, "mrvdata.giz", "mrvdata.exe", folder);
 }
 
-void CheckDatabaseBuild(Program& program) { RunQuietly(program, CheckBuild); }
+void CheckDatabaseBuild(Program& program) {
+  RunSkippingFailures({[&] { CheckBuild(program); }});
+}
 
 void UnpackDataFiles(Program& program) {
   FrmMessage::ProgressMsgBox(program, Progress::kPreparingData);
-  for (const auto step : {UnpackRecords, UnpackEngine, RemoveEngineCopy}) RunQuietly(program, step);
+  RunSkippingFailures(
+      {[&] { UnpackRecords(program); }, [&] { UnpackEngine(program); }, [&] { RemoveEngineCopy(program); }});
   program.frmMessage.Unload();
 }
 
@@ -178,7 +173,7 @@ void ShowMissingData(Program& program) {
 
 void RefreshUpdater(Program& program) {
   FrmMessage::ProgressMsgBox(program, Progress::kPreparingData);
-  RunQuietly(program, CopyUpdater);
+  RunSkippingFailures({[&] { CopyUpdater(program); }});
   program.frmMessage.Unload();
 }
 
@@ -186,15 +181,10 @@ void WipeDataFolder(Program& program) {
   base::Files& files = program.machine.files;
   const std::string stamp = FreeStamp(program);
   for (const auto& name : files.List(DataFolder(program))) {
-    try {
-      if (IsDatabaseFile(name)) {
-        SetAside(program, stamp, name);
-      } else {
-        files.Delete(DataFolder(program) / name);
-      }
-    } catch (const RunTimeError&) {
-      continue;  // the update does not depend on it
-    }
+    RunSkippingFailures({[&] {  // the update does not depend on it
+      if (!IsDatabaseFile(name)) return files.Delete(DataFolder(program) / name);
+      SetAside(program, stamp, name);
+    }});
   }
 }
 

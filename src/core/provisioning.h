@@ -16,13 +16,13 @@ inline constexpr std::string_view kDatabaseBuild = "20140302-2047";
 void CheckDatabaseBuild(Program& program);
 /// Sets the record database aside under the time of day (a later second when that is taken), with the files
 /// that belong to it.
-/// @return where it stands now; "" when there was none. Throws RunTimeError.
+/// @return where it is now; "" when there was none. Throws RunTimeError.
 std::string SetRecordsAside(Program& program);
 /// Unpacks an empty record database into a folder, which is made when it is missing. Throws RunTimeError.
 void UnpackRecordsInto(Program& program, const std::string& folder);
-/// Unpacks the record database when it is missing, and the engine's data, behind a progress box.
+/// Unpacks the record database when it is missing, and the engine's data, with a progress box.
 void UnpackDataFiles(Program& program);
-/// Tells the user by message 404 when a database could not be unpacked.
+/// Shows message 404 when a database could not be unpacked.
 void ShowMissingData(Program& program);
 /// Keeps a copy of the updater that can run while the program's own folder is replaced. Failures end it
 /// quietly.

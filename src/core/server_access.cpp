@@ -1,10 +1,15 @@
 #include "core/server_access.h"
 
+#include <utility>
+
 #include "base/cp950.h"
 #include "base/day.h"
 #include "base/html.h"
 #include "base/text.h"
+#include "core/message.h"
 #include "core/program.h"
+#include "core/text_utility.h"
+#include "platform/event_loop.h"
 #include "platform/http.h"
 #include "platform/machine.h"
 #include "platform/run_time_error.h"
@@ -31,6 +36,18 @@ std::string TryPost(Program& program, const std::string& url, protocol::Fields f
 std::string AskServer(Program& program, const char* page, protocol::Fields fields) {
   if (!IsServerOnline(program)) return protocol::refusal::kConnectFailed;
   return TryPost(program, program.app.gServerUrlRoot + page, fields);
+}
+
+bool ShowLoginRefusal(Program& program, const std::string& reply, const Message& noConnection) {
+  using namespace protocol::refusal;
+  for (const auto& [word, message] : {std::pair{kConnectFailed, &noConnection},
+                                      {kNotFound, &Message::kWrongAccount},
+                                      {kWrongPassword, &Message::kWrongPassword}}) {
+    if (reply != word) continue;
+    ShowMessage(program, *message);
+    return true;
+  }
+  return false;
 }
 
 namespace {
@@ -81,6 +98,22 @@ void PostDecodeForm(Program& program, const std::string& code) {
       program.app.gServerUrlRoot, protocol::page::kShowPackedPage, protocol::kAccessKey,
       program.app.gAccountNo, code);
   program.hall.frmBrowser->GoPostPage(page, 2);
+}
+
+std::string QuestionUrl(const Program& program, const std::string& workId) {
+  const auto& app = program.app;
+  return app.gServerUrlRoot + protocol::page::kWork + "?" +
+         protocol::PlainBody({{"pno", app.gAccountNo},
+                              {"workId", workId},
+                              {"mode", "GETHTM"},
+                              {"cpno", app.gTeacherAccount}});
+}
+
+std::string TeacherCommentUrl(Program& program, const std::string& workId) {
+  auto& app = program.app;
+  return app.gServerUrlRoot + protocol::page::kTeacherComment +
+         "?tid=" + MakeRecId(app, program.machine.loop.Now()) + "&" +
+         protocol::PlainBody({{"pno", app.gAccountNo}, {"workId", workId}});
 }
 
 }  // namespace marovane

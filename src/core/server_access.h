@@ -1,4 +1,5 @@
-// Requests to the server pages, their replies, the probes, and the allotment of a web engine.
+// Requests to the server pages, their replies, the probes, the allotment of a web engine, and the addresses
+// of pages that a browser shows.
 #pragma once
 
 #include <string>
@@ -7,21 +8,25 @@
 
 namespace marovane {
 
+struct Message;
 struct Program;
 
-/// Posts a form body (UTF-8) and gives the decoded reply, whatever the status. Throws RunTimeError when no
+/// Posts a form body (UTF-8) and returns the decoded reply, whatever the status. Throws RunTimeError when no
 /// reply came or it cannot be decoded.
 std::string PostForm(Program& program, const std::string& url, const std::string& body);
-/// The same with the fields of a body. Gives `refusal::kConnectFailed` instead of throwing.
+/// The same with the fields of a body. Returns `refusal::kConnectFailed` instead of throwing.
 std::string TryPost(Program& program, const std::string& url, protocol::Fields fields);
 /// The same at a page of gServerUrlRoot, once a probe has found the server.
 std::string AskServer(Program& program, const char* page, protocol::Fields fields = {});
+/// Shows the message that belongs to a refused login. False, and no message, for a word that has none.
+/// @param noConnection the message for `refusal::kConnectFailed`
+bool ShowLoginRefusal(Program& program, const std::string& reply, const Message& noConnection);
 
-/// Probes gServerUrlRoot, and takes the server's date into gServerDate.
+/// Probes gServerUrlRoot, and puts the server's date into gServerDate.
 bool IsServerOnline(Program& program);
 /// Probes gWebEngineRoot.
 bool IsWebEngineOnline(Program& program);
-/// Asks for an engine's root; "" when none is given. Throws RunTimeError for a failed transfer.
+/// Asks for an engine's root; "" when there is none. Throws RunTimeError for a failed transfer.
 std::string GetWebEngineAddress(Program& program, const std::string& publisherRoot);
 /// Asks for an engine's root into gWebEngineRoot, and whether the engine answers. Throws RunTimeError for a
 /// failed transfer of the first request.
@@ -33,5 +38,11 @@ inline constexpr int kEngineAttempts = 10;
 bool AllocateWebEngine(Program& program);
 /// Has the browser window post a packed page to the server, whose answer it then shows.
 void PostDecodeForm(Program& program, const std::string& code);
+
+/// Address of the question of an assignment.
+std::string QuestionUrl(const Program& program, const std::string& workId);
+/// Address of the teacher's comment on what was handed in. Each call returns another one, so that no old copy
+/// is shown.
+std::string TeacherCommentUrl(Program& program, const std::string& workId);
 
 }  // namespace marovane

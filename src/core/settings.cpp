@@ -107,8 +107,8 @@ void LoadTexts(Program& program) {
   WriteSetup(program, "feedbackErrData", app.gFeedbackErrData);
 }
 
-// A password that is not kept for the next start is none in memory, but the server takes no settings without
-// it.
+// A password that is not kept for the next start is none in memory, but the server accepts no settings
+// without it.
 std::string SettingsList(Program& program, const std::string& pno) {
   const auto& app = program.app;
   const std::string password =

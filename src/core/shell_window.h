@@ -5,7 +5,6 @@
 #include <utility>
 
 #include "core/program.h"
-#include "core/shell_buttons.h"
 #include "core/window_shell.h"
 #include "platform/controls.h"
 #include "platform/form.h"

@@ -1,15 +1,13 @@
 #include "core/start_up.h"
 
-#include <utility>
-
 #include "base/files.h"
 #include "base/text.h"
 #include "core/data_paths.h"
 #include "core/key_value_file.h"
 #include "core/program.h"
+#include "core/resume_next.h"
 #include "core/settings.h"
 #include "platform/environment.h"
-#include "platform/run_time_error.h"
 #include "platform/window_system.h"
 
 namespace marovane {
@@ -71,17 +69,7 @@ void ResetExchangeFile(Program& program) {
   base::Files& files = program.machine.files;
   const std::string& path = program.app.gRegistryFile;
   ResetRegistrySet(files, path, "RESET");
-  for (const auto& [key, value] : {std::pair{"col_suggestion", "0"},
-                                   {"collocationListHtm", ""},
-                                   {"errcode", "0"},
-                                   {"findMistake", "0"},
-                                   {"qcode", "0"},
-                                   {"sentence", "0"},
-                                   {"htm4chk", ""}}) {
-    ReadWriteSetFile(files, path, "W", key, value);
-  }
-  const std::string left = ReadWriteSetFile(files, path, "R", "synChk", "");
-  if (left != "0" && left != "1") ReadWriteSetFile(files, path, "W", "synChk", "0");
+  ReadWriteSetFile(files, path, "W", "synChk", "0");
 }
 
 }  // namespace
@@ -162,11 +150,8 @@ void FrmStartUp::Form_Load() {
 }
 
 void FrmStartUp::Form_Activate() {
-  try {
-    PassFocusOn();
-  } catch (const RunTimeError&) {
-    return;  // a window that cannot take the focus is no reason to tell the user
-  }
+  // A window that cannot take the focus is no reason to bother the user.
+  RunSkippingFailures({[this] { PassFocusOn(); }});
 }
 
 void FrmStartUp::PassFocusOn() {

@@ -8,7 +8,7 @@ namespace marovane {
 struct Program;
 
 /// Brings records and server into step, and returns when that has ended.
-/// @param mode as UploadRun takes it
+/// @param mode as for UploadRun
 void SyncAndWait(Program& program, const std::string& mode);
 
 /// The same for the learner's own account. Nothing of it waits for a synchronisation afterwards.

@@ -4,6 +4,7 @@
 #include "core/message.h"
 #include "core/program.h"
 #include "core/provisioning.h"
+#include "core/resume_next.h"
 #include "core/server_access.h"
 #include "platform/event_loop.h"
 #include "platform/machine.h"
@@ -30,18 +31,16 @@ bool HasUpdater(const Program& program) {
   return program.machine.files.FileExists(UpdaterFolder(program) + "/updater.exe");
 }
 
-// What kept the updater from its work, told once.
+// What kept the updater from its work, shown once.
 void ShowFailedUpdate(Program& program) {
   base::Files& files = program.machine.files;
   const std::string note = UpdaterFolder(program) + "/refusal.txt";
   if (!files.FileExists(note)) return;
-  try {
+  RunSkippingFailures({[&] {  // the start does not depend on it
     const std::string text = files.Read(note);
     files.Delete(note);
     program.machine.windows.SystemBox("Marovane 更新", text);
-  } catch (const RunTimeError&) {
-    return;  // the start does not depend on it
-  }
+  }});
 }
 
 // Returns when the updater does not start. Otherwise the program ends, and the updater starts the same

@@ -29,7 +29,7 @@ void Fade::In() {
 
 void Fade::ShowAtOnce() {
   tmrTransparentForm.Enabled = false;
-  alpha_ = target_;
+  alpha_ = kTarget;
   step_ = kInStep;
   SkinForm(form_, alpha_);
 }
@@ -40,10 +40,10 @@ void Fade::Out() {
 }
 
 void Fade::Tick() {
-  alpha_ = std::clamp(alpha_ + step_, 0, target_);
+  alpha_ = std::clamp(alpha_ + step_, 0, kTarget);
   SkinForm(form_, alpha_);
   // During a request the timer ticks on, so that the end comes after it.
-  const bool isOver = alpha_ == 0 || alpha_ == target_;
+  const bool isOver = alpha_ == 0 || alpha_ == kTarget;
   if (isOver && !form_.machine.loop.IsBlocked()) End();
 }
 
@@ -55,6 +55,41 @@ void Fade::End() {
   } else {
     form_.Unload();
   }
+}
+
+ShellButtons::ShellButtons(Control& background, PictureBox& imgClose) : imgClose_(imgClose) {
+  background.MouseMove = [this] { picButtonsResetImage(); };
+  background.MouseDown = [&background](int button) {
+    if (button == kLeftButton) background.Owner().machine.windows.StartDrag(background.Owner());
+  };
+  imgClose.MouseMove = [this] {
+    picButtonsResetImage();
+    imgClose_.Picture = "imgExit_1";
+  };
+  imgClose.MouseDown = [this](int) { imgClose_.Picture = "imgExit_2"; };
+  imgClose.Picture = "imgExit_0";
+}
+
+void ShellButtons::Add(PictureBox& button, const PictureBox& off, const PictureBox& over,
+                       const PictureBox& on) {
+  buttons_.push_back({button, off});
+  button.MouseMove = [this, &button, &over] {
+    picButtonsResetImage();
+    button.Picture = over.Picture;
+  };
+  button.MouseDown = [&button, &on](int) { button.Picture = on.Picture; };
+  button.MouseUp = [&button, &off](int) { button.Picture = off.Picture; };
+  button.Picture = off.Picture;
+}
+
+void ShellButtons::picButtonsResetImage() {
+  for (const auto& button : buttons_) button.control.Picture = button.off.Picture;
+  imgClose_.Picture = "imgExit_0";
+}
+
+void ShellButtons::SetMouseIconHand() {
+  for (const auto& button : buttons_) button.control.HandCursor = true;
+  imgClose_.HandCursor = true;
 }
 
 }  // namespace marovane

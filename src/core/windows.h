@@ -1,4 +1,5 @@
-// The hall: what windows of higher floors offer to everybody. The composition puts the real ones behind it.
+// The hall: what windows of higher floors offer to everybody. The composition puts the real ones behind its
+// doors.
 #pragma once
 
 #include <functional>

@@ -1,4 +1,4 @@
-// The teacher's assignments, as the server tells them.
+// The teacher's assignments, as the server lists them.
 #pragma once
 
 #include <string>
@@ -23,7 +23,7 @@ struct Assignment {
 /// before its title or has no number is passed over; an empty title is none the worse.
 std::vector<Assignment> ParseAssignments(std::string_view reply);
 
-/// Asks the server, and notes in gWorkListOk whether it has told them.
+/// Asks the server, and notes in gWorkListOk whether it has listed them.
 std::vector<Assignment> FetchAssignments(Program& program);
 
 }  // namespace marovane

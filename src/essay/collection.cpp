@@ -1,9 +1,9 @@
 #include "essay/collection.h"
 
 #include "base/text.h"
-#include "core/assignment_urls.h"
 #include "core/input_box.h"
 #include "core/message.h"
+#include "core/server_access.h"
 #include "core/settings.h"
 #include "core/synchronise.h"
 #include "essay/collection_page.h"
@@ -12,28 +12,29 @@
 #include "platform/desktop.h"
 #include "platform/event_loop.h"
 #include "platform/machine.h"
+#include "views/page_frame.h"
 #include "views/record_export.h"
 
 namespace marovane {
 
 namespace {
 
-constexpr std::string_view kShow = "cmd:show:";
-constexpr std::string_view kComment = "cmd:res:";
-constexpr std::string_view kSend = "cmd:snd:";
-
-enum Button { kOutput = 0, kDelete = 1, kCheck = 2 };
+enum CollectionButton { kOutput = 0, kDelete = 1, kCheck = 2 };
 
 }  // namespace
 
 FrmEssayCollect::FrmEssayCollect(EssayContext& context)
-    : ButtonWindow(context.program, "frmEssayCollect", &AppState::gOpenEssayCollect),
-      tmrMessage(machine.loop, 1000),
+    : ListWindow(context.program, "frmEssayCollect", &AppState::gOpenEssayCollect),
       context_(context),
-      records_(context.records),
-      list_(webHtml, picSelectAll, lblSelectAll, lblCheckAll) {
-  webHtml.BeforeNavigate2 = [this](const std::string& url, bool& cancel) { HandleLink(url, cancel); };
-  tmrMessage.onTick = [this] { ShowDeleted(); };
+      records_(context.records) {
+  OnCommands(webHtml,
+             {{"show:", [this](const std::string& essayId) { context_.ShowOldEssay(essayId); }},
+              {"res:",
+               [this](const std::string& workId) {
+                 program_.hall.frmBrowser->GoNavigate(TeacherCommentUrl(program_, workId), 2);
+               }},
+              {"snd:", [this](const std::string& ids) { AskAndHandIn(ids); }}},
+             [this] { shell_.picButtonsResetImage(); });
   fade_.onGone = [this] { Leave(); };
 }
 
@@ -44,16 +45,15 @@ void FrmEssayCollect::Form_Load() {
 }
 
 void FrmEssayCollect::ShowEssayCollect(const std::string& workId, const std::string& handInMode) {
-  const auto& app = context_.program.app;
+  const auto& app = program_.app;
   mHandInMode = handInMode;
   mWorkId = workId;
   Show();
   webHtml.Navigate("about:blank");
-  EssayCollection collection{
-      .rows = {},
-      .canHandIn = !mWorkId.empty() && app.gEdition == "XQD" && mHandInMode == "Y",
-      .isHandedIn = !mWorkId.empty() && EssayRecords(context_.records).CountHandedIn(mWorkId) > 0,
-      .imageRoot = app.gServerUrlRoot + "_images/"};
+  EssayCollection collection{.rows = {},
+                             .canHandIn = !mWorkId.empty() && app.gEdition == "XQD" && mHandInMode == "Y",
+                             .isHandedIn = !mWorkId.empty() && records_.CountHandedIn(mWorkId) > 0,
+                             .imageRoot = app.gServerUrlRoot + "_images/"};
   for (auto& essay : records_.Listed(mWorkId)) {
     const int mistakes = records_.CountMistakes(essay.essayId);
     collection.rows.push_back({std::move(essay), mistakes});
@@ -62,27 +62,13 @@ void FrmEssayCollect::ShowEssayCollect(const std::string& workId, const std::str
   webHtml.Write(EssayCollectPage(collection));
 }
 
-void FrmEssayCollect::HandleLink(const std::string& url, bool& cancel) {
-  if (!url.starts_with("cmd:")) return;
-  cancel = true;
-  shell_.picButtonsResetImage();
-  if (url.starts_with(kShow)) {
-    context_.ShowOldEssay(url.substr(kShow.size()));
-  } else if (url.starts_with(kComment)) {
-    context_.program.hall.frmBrowser->GoNavigate(
-        TeacherCommentUrl(context_.program, url.substr(kComment.size())), 2);
-  } else if (url.starts_with(kSend)) {
-    const std::string ids = url.substr(kSend.size());
-    const auto at = ids.find('@');
-    if (at != std::string::npos) AskAndHandIn(ids.substr(0, at), ids.substr(at + 1));
-  }
-}
-
 // The server must know what is handed in.
-void FrmEssayCollect::AskAndHandIn(const std::string& essayId, const std::string& workId) {
-  if (!Confirm(context_.program, Message::kHandInThis)) return;
-  if (records_.HasNew()) SyncOwnAccount(context_.program, "UPLOAD");
-  HandIn(essayId, workId);
+// @param ids of the essay and of its topic, joined by "@"
+void FrmEssayCollect::AskAndHandIn(const std::string& ids) {
+  const auto at = ids.find('@');
+  if (at == std::string::npos || !Confirm(program_, Message::kHandInThis)) return;
+  if (context_.records.HasNewRows()) SyncOwnAccount(program_, "UPLOAD");
+  HandIn(ids.substr(0, at), ids.substr(at + 1));
   EssayContext& context = context_;
   context.frmEssayInputEdu.Unload();
   Unload();
@@ -91,31 +77,30 @@ void FrmEssayCollect::AskAndHandIn(const std::string& essayId, const std::string
 
 void FrmEssayCollect::HandIn(const std::string& essayId, const std::string& workId) {
   constexpr int kTries = 11;
-  if (SubmitEssay(context_.program, essayId, workId, kTries)) {
-    EssayRecords(context_.records).HandInEssay(essayId, workId);
-    ShowMessage(context_.program, Message::kHandedIn);
+  if (SubmitEssay(program_, essayId, workId, kTries)) {
+    records_.HandInEssay(essayId, workId);
+    ShowMessage(program_, Message::kHandedIn);
   } else {
-    ShowMessage(context_.program, Message::kNotHandedIn);
+    ShowMessage(program_, Message::kNotHandedIn);
   }
 }
 
 void FrmEssayCollect::picButtons_Click(int index) {
-  Program& program = context_.program;
-  if (list_.RowCount() == 0) return ShowMessage(program, Message::kNoEssays);
+  if (list_.RowCount() == 0) return ShowMessage(program_, Message::kNoEssays);
   const int count = GetCheckCounts();
-  if (count == 0) return ShowMessage(program, Message::kChooseEssays);
+  if (count == 0) return ShowMessage(program_, Message::kChooseEssays);
   if (index == kOutput) return GetRecAndOutput();
   if (index == kDelete) {
-    if (Confirm(program, Message::kDeleteEssays)) CleanupSelectedRecord();
+    if (Confirm(program_, Message::kDeleteEssays)) CleanupSelectedRecord();
     return;
   }
-  if (count > 1) return ShowMessage(program, Message::kOneRowAtATime);
+  if (count > 1) return ShowMessage(program_, Message::kOneRowAtATime);
   GetRecAndPassEngine();
 }
 
 // From the records: the hidden field of the row keeps the first word only.
-std::string FrmEssayCollect::TextOf(const std::string& essayId) const {
-  const auto essay = EssayRecords(context_.records).FindEssay(essayId);
+std::string FrmEssayCollect::TextOf(const std::string& essayId) {
+  const auto essay = records_.FindEssay(essayId);
   return essay ? PlainApostrophes(essay->newEssay) : "";
 }
 
@@ -126,7 +111,7 @@ void FrmEssayCollect::GetRecAndPassEngine() {
     text = base::Replace(TextOf(list_.CheckedKeys().front()), "\r\n", " ");  // the input box has one line
     list_.Uncheck(rows.front());
   }
-  MainWindow& frmMain = *context_.program.hall.frmMain;
+  MainWindow& frmMain = *program_.hall.frmMain;
   PutSentence(frmMain.InputBox(), text);
   frmMain.PassStringToEngine();
 }
@@ -136,7 +121,7 @@ void FrmEssayCollect::GetRecAndOutput() {
   if (!file) return;
   std::string text;
   for (const auto& essayId : list_.CheckedKeys()) text += TextOf(essayId) + "\r\n\r\n";
-  ExportWholeText(context_.program, *file, text + "\r\n");
+  ExportWholeText(program_, *file, text + "\r\n");
 }
 
 void FrmEssayCollect::CleanupSelectedRecord() {
@@ -148,23 +133,22 @@ void FrmEssayCollect::CleanupSelectedRecord() {
       records_.Delete(essayId);
     }
   }
-  WriteNeedSync(context_.program, "Y");
+  WriteNeedSync(program_, "Y");
   tmrMessage.Enabled = true;
 }
 
 void FrmEssayCollect::ShowDeleted() {
-  tmrMessage.Enabled = false;
-  const auto& app = context_.program.app;
+  const auto& app = program_.app;
   if (app.gEdition == "XQD" && app.gOpenEssayInputEdu) {
     context_.frmEssayInputEdu.Unload();
     Show();
   }
   ShowEssayCollect(mWorkId, mHandInMode);
-  ShowMessage(context_.program, mSkippedHandedIn ? Message::kSomeNotDeleted : Message::kDeleted);
+  ShowMessage(program_, mSkippedHandedIn ? Message::kSomeNotDeleted : Message::kDeleted);
 }
 
 void FrmEssayCollect::Leave() {
-  if (ReadSetup(context_.program, "NeedSync") != "N") SyncOwnAccount(context_.program, "UPLOAD");
+  if (ReadSetup(program_, "NeedSync") != "N") SyncOwnAccount(program_, "UPLOAD");
   Unload();
 }
 

@@ -3,17 +3,14 @@
 
 #include <string>
 
-#include "core/shell_window.h"
-#include "platform/timer.h"
-#include "platform/web_browser.h"
-#include "records/essay_topics.h"
+#include "records/essay_records.h"
 #include "views/check_list.h"
 
 namespace marovane {
 
 struct EssayContext;
 
-class FrmEssayCollect : public ButtonWindow<3>, public HallWindow {
+class FrmEssayCollect : public ListWindow<3>, public HallWindow {
  public:
   explicit FrmEssayCollect(EssayContext& context);
 
@@ -21,7 +18,6 @@ class FrmEssayCollect : public ButtonWindow<3>, public HallWindow {
   /// @param workId of the topic, "" for all essays
   /// @param handInMode "Y" when the topic was opened as an assignment, "N" as one of the learner's own
   void ShowEssayCollect(const std::string& workId, const std::string& handInMode);
-  int GetCheckCounts() const { return list_.CheckedCount(); }
   /// Has the first chosen essay checked as the main window checks what is typed there.
   void GetRecAndPassEngine();
   /// Writes the chosen essays into a text file.
@@ -32,23 +28,16 @@ class FrmEssayCollect : public ButtonWindow<3>, public HallWindow {
   void Form_Load() override;
   void imgClose_Click() override { fade_.Out(); }
 
-  WebBrowser webHtml{*this, "webHtml"};
-  ControlArray<PictureBox, 2> picSelectAll{*this, "picSelectAll"};
-  ControlArray<Label, 2> lblSelectAll{*this, "lblSelectAll"}, lblCheckAll{*this, "lblCheckAll"};
-  Timer tmrMessage;
-
  private:
   void picButtons_Click(int index) override;
-  void HandleLink(const std::string& url, bool& cancel);
-  void AskAndHandIn(const std::string& essayId, const std::string& workId);
+  void AskAndHandIn(const std::string& ids);
   void HandIn(const std::string& essayId, const std::string& workId);
-  void ShowDeleted();
+  void ShowDeleted() override;
   void Leave();
-  std::string TextOf(const std::string& essayId) const;
+  std::string TextOf(const std::string& essayId);
 
   EssayContext& context_;
-  EssayTopics records_;
-  CheckList list_;
+  EssayRecords records_;
   std::string mWorkId;
   std::string mHandInMode;
   bool mSkippedHandedIn = false;

@@ -29,7 +29,11 @@ FrmEssayCompare::FrmEssayCompare(Program& program)
   picBG.MouseDown = [this](int button) {
     if (button == kLeftButton) machine.windows.StartDrag(*this);
   };
-  webHtml.BeforeNavigate2 = [this](const std::string& url, bool& cancel) { HandleLink(url, cancel); };
+  OnCommands(webHtml, {{"show:", [this](const std::string& checksum) {
+                          program_.hall.frmBrowser->GoNavigate(
+                              ArchivedPageUrl(program_, program_.app.gServerUrlRoot, base::Trim(checksum)),
+                              2);
+                        }}});
   fade_.onGone = [this] { Leave(); };
 }
 
@@ -48,15 +52,6 @@ void FrmEssayCompare::ShowHtml(const std::string& text) {
   Show();
   webHtml.Navigate("about:blank");
   webHtml.Write(EssayComparePage(text));
-}
-
-void FrmEssayCompare::HandleLink(const std::string& url, bool& cancel) {
-  constexpr std::string_view kShow = "cmd:show:";
-  if (!url.starts_with("cmd:")) return;
-  cancel = true;
-  if (!url.starts_with(kShow)) return;
-  program_.hall.frmBrowser->GoNavigate(
-      ArchivedPageUrl(program_, program_.app.gServerUrlRoot, base::Trim(url.substr(kShow.size()))), 2);
 }
 
 void FrmEssayCompare::Leave() {

@@ -26,7 +26,6 @@ class FrmEssayCompare : public Form {
   PictureBox picBG{*this, "picBG"}, imgClose{*this, "imgClose"};
 
  private:
-  void HandleLink(const std::string& url, bool& cancel);
   void Leave();
 
   Program& program_;

@@ -1,11 +1,9 @@
-#include "essay/engine_passes.h"
-
+// A sentence of an essay that no record knows goes to the check engine.
 #include "base/cp950.h"
 #include "base/day.h"
 #include "base/files.h"
 #include "base/text.h"
 #include "base/transaction.h"
-#include "core/big5_file.h"
 #include "core/engine_client.h"
 #include "core/engine_exchange.h"
 #include "core/process_control.h"
@@ -19,9 +17,10 @@
 
 namespace marovane {
 
+namespace essay_walk {
 namespace {
 
-// Stands in the page of a sentence without mistakes; such a page is not worth filing.
+// Is in the page of a sentence without mistakes; such a page is not worth filing.
 constexpr std::string_view kNoMistake = "本句子沒有發現錯誤";
 
 // Nobody asks here what the web engine makes of it.
@@ -34,11 +33,11 @@ EngineClient EngineFor(EssayContext& context) {
 
 // Without an answer: the user has stopped the walk, or the time was over.
 void GiveUp(EssayContext& context) {
-  if (!context.frmEssay->mStopRequested) essay_walk::AskInPlace(context, Message::kEngineTimeout);
+  if (!context.frmEssay->mStopRequested) AskInPlace(context, Message::kEngineTimeout);
   context.program.app.gVerdict = "STOP";
 }
 
-// Files the page of a finding. gEssayPageChecksum tells afterwards whether there is one.
+// Files the page of a finding. gEssayPageChecksum says afterwards whether there is one.
 void FilePage(EssayContext& context, const std::string& page) {
   auto& app = context.program.app;
   app.gEssayPageChecksum.clear();
@@ -51,31 +50,17 @@ std::string HaveHtm(const protocol::CheckReply& answer) {
 }
 
 void RecordAnswer(EssayContext& context, const protocol::CheckReply& answer, const std::string& haveHtm) {
-  auto& app = context.program.app;
-  const base::LocalTime now = context.program.machine.loop.Now();
-  const std::string id = MakeRecId(app, now);
   base::Transaction transaction(context.records.Db());
   if (answer.IsRight() || answer.findMistake == "2") {
-    context.records.InsertOkSentence({.sId = id,
-                                      .sentence = app.gEssayCurSentence,
-                                      .sDate = base::DayOf(now),
-                                      .essayId = app.gEssayId,
-                                      .essaySId = app.gEssaySId,
-                                      .haveHtm = haveHtm});
+    RecordPassed(context, haveHtm);
   } else {
-    context.records.InsertErrSentence({.id = id,
-                                       .sentence = answer.sentence,
-                                       .errcode = answer.errcode.empty() ? "0" : answer.errcode,
-                                       .sDate = base::DayOf(now),
-                                       .essayId = app.gEssayId,
-                                       .essaySId = app.gEssaySId,
-                                       .haveHtm = haveHtm});
+    RecordRefused(context, answer.sentence, answer.errcode.empty() ? "0" : answer.errcode, haveHtm);
   }
   if (!answer.IsRight() && !answer.errcode.empty()) context.records.TallyMistake(answer.errcode);
   transaction.Commit();
 }
 
-// What stands in the page's body. A page without one is all body.
+// What is in the page's body. A page without one is all body.
 std::string BodyOf(const std::string& page) {
   const std::string lower = base::Lower(page);
   const auto tag = lower.find("<body");
@@ -154,5 +139,31 @@ void PassStringToEngineEssay(EssayContext& context) {
     PassStringToEngineEssayLocal(context);
   }
 }
+
+void RecordPassed(EssayContext& context, const std::string& haveHtm) {
+  auto& app = context.program.app;
+  const base::LocalTime now = context.program.machine.loop.Now();
+  context.records.InsertOkSentence({.sId = MakeRecId(app, now),
+                                    .sentence = app.gEssayCurSentence,
+                                    .sDate = base::DayOf(now),
+                                    .essayId = app.gEssayId,
+                                    .essaySId = app.gEssaySId,
+                                    .haveHtm = haveHtm});
+}
+
+void RecordRefused(EssayContext& context, const std::string& sentence, const std::string& errcode,
+                   const std::string& haveHtm) {
+  auto& app = context.program.app;
+  const base::LocalTime now = context.program.machine.loop.Now();
+  context.records.InsertErrSentence({.id = MakeRecId(app, now),
+                                     .sentence = sentence,
+                                     .errcode = errcode,
+                                     .sDate = base::DayOf(now),
+                                     .essayId = app.gEssayId,
+                                     .essaySId = app.gEssaySId,
+                                     .haveHtm = haveHtm});
+}
+
+}  // namespace essay_walk
 
 }  // namespace marovane

@@ -11,11 +11,11 @@ EssayContext::EssayContext(Program& theProgram, RecordDb& theRecords, ErrListDb&
     : program(theProgram),
       records(theRecords),
       errList(theErrList),
-      frmEssay([this] { return std::make_shared<FrmEssay>(*this); }),
-      frmEssayCompare([this] { return std::make_shared<FrmEssayCompare>(program); }),
-      frmEssayCollect([this] { return std::make_shared<FrmEssayCollect>(*this); }),
-      frmEssayInputEdu([this] { return std::make_shared<FrmEssayInputEdu>(*this); }),
-      frmEssayInputForm([this] { return std::make_shared<FrmEssayInputForm>(*this); }) {}
+      frmEssay(*this),
+      frmEssayCompare(program),
+      frmEssayCollect(*this),
+      frmEssayInputEdu(*this),
+      frmEssayInputForm(*this) {}
 
 void EssayContext::ShowEssay(const std::string& essayId) {
   if (!program.app.gEssayMode) ShowEssayResultHtml(*this, essayId, true);

@@ -8,17 +8,6 @@
 
 namespace marovane {
 
-namespace {
-
-bool SubmitEssayFinal(Program& program, const std::string& essayId, const std::string& workId) {
-  const auto& app = program.app;
-  return TryPost(program, app.gServerUrlRoot + protocol::page::kHandInEssay,
-                 {{"pno", app.gAccountNo}, {"essayId", essayId}, {"workId", workId}})
-      .starts_with("OK");
-}
-
-}  // namespace
-
 bool TryRepeatedly(Program& program, int tries, const std::function<bool()>& attempt) {
   for (int i = 0; i < tries; ++i) {
     if (i > 0) program.machine.loop.Wait(kPauseBetweenTries);
@@ -28,7 +17,12 @@ bool TryRepeatedly(Program& program, int tries, const std::function<bool()>& att
 }
 
 bool SubmitEssay(Program& program, const std::string& essayId, const std::string& workId, int tries) {
-  return TryRepeatedly(program, tries, [&] { return SubmitEssayFinal(program, essayId, workId); });
+  const auto& app = program.app;
+  return TryRepeatedly(program, tries, [&] {
+    return TryPost(program, app.gServerUrlRoot + protocol::page::kHandInEssay,
+                   {{"pno", app.gAccountNo}, {"essayId", essayId}, {"workId", workId}})
+        .starts_with("OK");
+  });
 }
 
 }  // namespace marovane

@@ -18,7 +18,7 @@ inline constexpr std::chrono::seconds kPauseBetweenTries{3};
 bool TryRepeatedly(Program& program, int tries, const std::function<bool()>& attempt);
 
 /// Tells the server that an essay is the answer to an assignment, in so many tries.
-/// @return false when it has not taken it
+/// @return false when it has not accepted it
 bool SubmitEssay(Program& program, const std::string& essayId, const std::string& workId, int tries);
 
 }  // namespace marovane

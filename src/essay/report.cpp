@@ -67,7 +67,7 @@ const Row* FindSame(const FirstRows<Row>& rows, const std::string& sentence) {
   return found == rows.end() ? nullptr : found->second;
 }
 
-// The user corrected a faulty sentence when a right one stands under the same id.
+// The user corrected a faulty sentence when there is a right one under the same id.
 bool IsCorrected(const EssayReport& report, const std::string& essaySId) {
   return std::ranges::find(report.okSentences, essaySId, &OkSentence::essaySId) != report.okSentences.end();
 }

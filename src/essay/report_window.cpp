@@ -16,7 +16,7 @@ EssayRow FindEssay(EssayContext& context, const std::string& essayId) {
   return *std::move(essay);
 }
 
-// In front of it browser windows must find a place, so this time it is not topmost.
+// Browser windows must be able to come before it, so this time it is not topmost.
 void Reload(EssayContext& context, bool viewOnly) {
   auto& app = context.program.app;
   app.gEssayPlacementMode = "NORMAL";
@@ -74,19 +74,14 @@ base::Html EssayReportPage(EssayContext& context, const std::string& essayId) {
 }
 
 void ShowEssayResultHtml(EssayContext& context, const std::string& essayId, bool viewOnly) {
-  auto& app = context.program.app;
   const EssayRow essay = FindEssay(context, essayId);
   const base::Html page = BuildPage(context, essay);
   Reload(context, viewOnly);
   FrmEssay& frmEssay = *context.frmEssay;
   WritePage(frmEssay, page);
   ArrangeCommands(frmEssay);
-  RestoreState(app, essay);
-  if (viewOnly) {
-    frmEssay.SetInputTextStyle(1);
-  } else {
-    app.gEssayReportShown = true;
-  }
+  RestoreState(context.program.app, essay);
+  if (viewOnly) frmEssay.SetInputTextStyle(1);
   CenterForm(frmEssay);
 }
 

@@ -1,15 +1,17 @@
 #include "essay/session.h"
 
 #include "base/text.h"
-#include "core/assignment_urls.h"
 #include "core/message.h"
+#include "core/server_access.h"
 #include "core/text_utility.h"
+#include "core/window_shell.h"
 #include "essay/archive.h"
 #include "essay/essay_context.h"
 #include "essay/report_window.h"
 #include "essay/walk.h"
 #include "platform/machine.h"
 #include "platform/window_system.h"
+#include "views/page_frame.h"
 
 namespace marovane {
 
@@ -21,15 +23,11 @@ constexpr const char* kTypingFont = "Cambria";
 constexpr TextStyle kPromptStyle{.color = Rgb(0, 140, 0)};
 constexpr TextStyle kTypingStyle{.color = Rgb(50, 50, 50)};
 
-enum Button { kStop = 0, kSend = 1, kQuestion = 2 };
-enum Command { kCompare = 0, kRewrite = 1, kNew = 2 };
+enum SessionButton { kStop = 0, kSend = 1, kQuestion = 2 };
+enum SessionCommand { kCompare = 0, kRewrite = 1, kNew = 2 };
 
 // Signs that no sentence needs, and one that only a paste brings.
 constexpr std::string_view kRefusedSigns = "!\"#%&()*/<>@^_";
-
-}  // namespace
-
-namespace {
 
 void StyleSelection(RichTextBox& box, int start, int length, const TextStyle& style) {
   box.SelStart = start;
@@ -67,7 +65,7 @@ FrmEssay::FrmEssay(EssayContext& context)
       context_(context) {
   BindInput();
   BindButtons();
-  webHtml.BeforeNavigate2 = [this](const std::string& url, bool& cancel) { HandleLink(url, cancel); };
+  OnCommands(webHtml, {{"show:", [this](const std::string& checksum) { ShowArchivedPage(checksum); }}});
   tmrCaps.onTick = [this] { ShowCaps(); };
   tmrShowDelay.onTick = [this] { ++mShowDelayTicks; };
   fade_.onGone = [this] { Leave(); };
@@ -76,7 +74,7 @@ FrmEssay::FrmEssay(EssayContext& context)
 void FrmEssay::BindInput() {
   txtInput.GotFocus = [this] {
     SetInputTextStyle(1);
-    context_.program.app.gInputHasFocus = true;
+    program_.app.gInputHasFocus = true;
   };
   txtInput.KeyDown = [this](int& keyCode) { FilterKeyDown(keyCode); };
   txtInput.KeyPress = [this](int& keyAscii) { FilterKeyPress(keyAscii); };
@@ -100,7 +98,7 @@ void FrmEssay::ShowStopButton(bool stops) {
 }
 
 void FrmEssay::Form_Load() {
-  auto& app = context_.program.app;
+  auto& app = program_.app;
   if (app.gEssayPlacementMode != "NORMAL") TopMost = true;
   app.gOpenEssay = true;
   picBG.Left = 0;
@@ -109,21 +107,21 @@ void FrmEssay::Form_Load() {
   ShowStopButton(false);
   SetInputTextStyle(0);
   SetDefaultValue();
-  Form& frmMain = context_.program.hall.frmMain->AsForm();
+  Form& frmMain = program_.hall.frmMain->AsForm();
   mMainLeft = frmMain.Left;
   frmMain.Left = kAway;
 }
 
-void FrmEssay::Form_Activate() { context_.program.app.gEssayActive = true; }
+void FrmEssay::Form_Activate() { program_.app.gEssayActive = true; }
 
 void FrmEssay::Form_Unload() {
-  context_.program.hall.frmMain->AsForm().Left = mMainLeft;
-  context_.program.app.gEssayReportShown = false;
-  context_.program.app.gEssayActive = false;
+  program_.hall.frmMain->AsForm().Left = mMainLeft;
+  program_.app.gEssayReportShown = false;
+  program_.app.gEssayActive = false;
 }
 
 void FrmEssay::SetDefaultValue() {
-  auto& app = context_.program.app;
+  auto& app = program_.app;
   webHtml.Left = kParked;
   webHtml.Visible = false;
   for (int i = 0; i < picCommands.Count(); ++i) picCommands(i).Visible = false;
@@ -144,13 +142,13 @@ void FrmEssay::SetDefaultValue() {
 }
 
 void FrmEssay::ShowCaps() {
-  const auto& app = context_.program.app;
+  const auto& app = program_.app;
   lblCaps(0).Caption = " <essayid:" + app.gEssayId + "> <wid:" + app.gEssayWorkId + ">" + app.gEssayQuiz;
   lblCaps(1).Caption = app.gWebEngineRoot;
 }
 
 void FrmEssay::SetInputTextStyle(int mode) {
-  const auto& app = context_.program.app;
+  const auto& app = program_.app;
   txtInput.FontName = kTypingFont;
   txtInput.FontSize = app.gInputFontSize;
   if (mode != 1) {
@@ -170,7 +168,7 @@ void FrmEssay::SetInputTextStyle(int mode) {
 }
 
 void FrmEssay::FilterKeyDown(int& keyCode) {
-  auto& app = context_.program.app;
+  auto& app = program_.app;
   if (mAnalysing && keyCode == kKeyEscape) StopOrClose();
   if (!app.gEssayMode) app.gEssaySentenceNo = 1;
   keyCode = app.gEssayMode ? 0 : FilterEssayKeyCode(keyCode);
@@ -179,7 +177,7 @@ void FrmEssay::FilterKeyDown(int& keyCode) {
 void FrmEssay::FilterKeyPress(int& keyAscii) const {
   const bool isRefused = keyAscii > 0 && keyAscii < 128 &&
                          kRefusedSigns.find(static_cast<char>(keyAscii)) != std::string_view::npos;
-  if (context_.program.app.gEssayMode || isRefused) keyAscii = 0;
+  if (program_.app.gEssayMode || isRefused) keyAscii = 0;
 }
 
 void FrmEssay::picButtons_Click(int index) {
@@ -193,7 +191,7 @@ void FrmEssay::Send() {
   shell_.picButtonsResetImage();
   txtInput.SetFocus();
   SetInputTextStyle(1);
-  context_.program.app.gEssayCurSentence.clear();
+  program_.app.gEssayCurSentence.clear();
   context_.frmEssayCollect.Unload();
   StartEssayProcess(context_);
 }
@@ -204,26 +202,25 @@ void FrmEssay::StopOrClose() {
   if (mViewOnly) {
     imgClose_Click();
   } else {
-    context_.program.app.gVerdict = "#EDIT_BREAK#";  // ends any wait of the walk
+    program_.app.gVerdict = "#EDIT_BREAK#";  // ends any wait of the walk
   }
 }
 
 void FrmEssay::ShowQuestion() {
-  Program& program = context_.program;
-  const auto& app = program.app;
-  if (app.gEssayStartRequested) return ShowMessage(program, Message::kOwnTopic);
-  program.hall.frmBrowser->GoNavigate(QuestionUrl(program, app.gEssayWorkId), 1);
+  const auto& app = program_.app;
+  if (app.gEssayStartRequested) return ShowMessage(program_, Message::kOwnTopic);
+  program_.hall.frmBrowser->GoNavigate(QuestionUrl(program_, app.gEssayWorkId), 1);
   ShowInCorner(*this);
 }
 
 void FrmEssay::picCommands_Click(int index) {
-  if (index == kCompare) return context_.frmEssayCompare->ShowHtml(context_.program.app.gEssayOriginal);
+  if (index == kCompare) return context_.frmEssayCompare->ShowHtml(program_.app.gEssayOriginal);
   if (index == kRewrite) return RewriteEssay();
   WriteNewEssay();
 }
 
 void FrmEssay::RewriteEssay() {
-  auto& app = context_.program.app;
+  auto& app = program_.app;
   context_.frmEssayCollect.Unload();
   context_.frmEssayCompare.Unload();
   context_.frmEssayInputEdu.Unload();
@@ -239,27 +236,21 @@ void FrmEssay::WriteNewEssay() {
   context_.frmEssayInputForm->Show();
 }
 
-void FrmEssay::HandleLink(const std::string& url, bool& cancel) {
-  constexpr std::string_view kShow = "cmd:show:";
-  Program& program = context_.program;
-  if (!url.starts_with("cmd:")) return;
-  cancel = true;
-  if (!url.starts_with(kShow)) return;
-  program.hall.frmBrowser->GoNavigate(
-      ArchivedPageUrl(program, program.app.gFileServerRoot, base::Trim(url.substr(kShow.size()))), 2);
+void FrmEssay::ShowArchivedPage(const std::string& checksum) {
+  program_.hall.frmBrowser->GoNavigate(
+      ArchivedPageUrl(program_, program_.app.gFileServerRoot, base::Trim(checksum)), 2);
   ShowInCorner(*this);
 }
 
 void FrmEssay::Leave() {
-  Program& program = context_.program;
-  auto& app = program.app;
+  auto& app = program_.app;
   tmrCaps.Enabled = false;
   app.gEssayMode = false;
   app.gVerdict.clear();
   app.gOpenEssay = false;
-  program.hall.frmMain->InputBox().Text = "";
-  program.hall.frmMain->AsForm().Left = mMainLeft;
-  if (app.gOpenBrowser) program.hall.frmBrowser->AsForm().Hide();
+  program_.hall.frmMain->InputBox().Text = "";
+  program_.hall.frmMain->AsForm().Left = mMainLeft;
+  if (app.gOpenBrowser) program_.hall.frmBrowser->AsForm().Hide();
   if (!app.gEssayNoListReturn) {
     context_.frmEssayInputEdu.Unload();
     context_.frmEssayInputEdu->Show();

@@ -53,15 +53,13 @@ class FrmEssay : public ButtonWindow<3> {
   void RewriteEssay();
   void WriteNewEssay();
   void ShowCaps();
-  void HandleLink(const std::string& url, bool& cancel);
+  void ShowArchivedPage(const std::string& checksum);
   void Leave();
 
   EssayContext& context_;
 };
 
-/// A window that has to vanish for a while stands here.
-inline constexpr int kAway = -20000;
-/// A browser control that is not shown stands here.
+/// A browser control that is not shown is here.
 inline constexpr int kParked = 20000;
 
 /// Moves a window to the lower right corner, where it leaves the pages of others free, and shows it.

@@ -13,7 +13,7 @@ inline constexpr int kMostSentences = 1000;
 inline constexpr int kLongestEssay = 32767;
 
 /// The message that refuses a text, null for one that can be walked: it is empty, has no end mark at its end,
-/// holds signs that no engine takes, or is too long.
+/// holds signs that no engine accepts, or is too long.
 const Message* RefusalOf(const std::string& text);
 
 /// The same for a text that a correction has led to, whose signs the user answers for.

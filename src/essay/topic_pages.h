@@ -33,7 +33,7 @@ struct OwnTopic {
 /// deletes essays (their ids, each followed by "|"), "cmd:tab:" turns to the list 1 or 2.
 /// @param imageRoot address of the pictures' folder, ended by "/"
 base::Html AssignedWorkPage(const std::string& imageRoot, const std::vector<AssignedTopic>& topics);
-/// @param hasTabs the strip that leads to the list of assignments stands above
+/// @param hasTabs the strip that leads to the list of assignments comes first
 base::Html OwnTopicsPage(const std::string& imageRoot, bool hasTabs, const std::vector<OwnTopic>& topics);
 
 }  // namespace marovane

@@ -7,8 +7,6 @@
 
 namespace marovane {
 
-struct Practice;
-
 namespace topic_parts {
 
 inline constexpr const char* kWhite = "#FFFFFF";
@@ -22,16 +20,6 @@ base::Html Link(const std::string& href, const base::Html& shown, const char* co
 base::Html Image(const std::string& imageRoot, const char* name, const base::Html& attributes = {});
 /// Number of mistakes, yellow when there are any.
 base::Html MistakesCell(int mistakes);
-
-/// From the header to the opened body.
-base::Html OpenPage();
-/// The strip of two tabs.
-/// @param active 1 or 2
-base::Html TabStrip(const std::string& imageRoot, int active);
-/// A row below a topic: its essays, hidden at first, to look at and to delete. Nothing without essays.
-/// @param columns of the list
-base::Html ResultsRow(const std::string& imageRoot, const std::string& workId, const Practice& practice,
-                      int columns);
 
 }  // namespace topic_parts
 

@@ -1,12 +1,11 @@
 #include "essay/topics.h"
 
-#include <map>
-
 #include "base/text.h"
-#include "core/assignment_urls.h"
 #include "core/message.h"
+#include "core/server_access.h"
 #include "core/synchronise.h"
 #include "core/text_utility.h"
+#include "core/window_shell.h"
 #include "essay/essay_context.h"
 #include "platform/event_loop.h"
 #include "platform/machine.h"
@@ -17,9 +16,8 @@ namespace {
 
 constexpr int kShown = 90;
 constexpr const char* kItemSeparator = "<@>";
-constexpr const char* kCommand = "cmd:";
 
-enum Button { kStart = 0, kBack = 1, kNewTopic = 2 };
+enum TopicsButton { kStart = 0, kBack = 1, kNewTopic = 2 };
 
 }  // namespace
 
@@ -27,15 +25,32 @@ FrmEssayInputEdu::FrmEssayInputEdu(EssayContext& context)
     : ButtonWindow(context.program, "frmEssayInputEdu", &AppState::gOpenEssayInputEdu),
       context_(context),
       records_(context.records) {
-  webHtml.BeforeNavigate2 = [this](const std::string& url, bool& cancel) { HandleLink(url, cancel, true); };
-  webHtml2.BeforeNavigate2 = [this](const std::string& url, bool& cancel) { HandleLink(url, cancel, false); };
+  BindCommands(webHtml, true);
+  BindCommands(webHtml2, false);
   fade_.onGone = [this] { Leave(); };
+}
+
+void FrmEssayInputEdu::BindCommands(WebBrowser& page, bool isAssigned) {
+  const auto showComment = [this](const std::string& workId) {
+    program_.hall.frmBrowser->GoNavigate(TeacherCommentUrl(program_, workId), 2);
+  };
+  const auto showCollection = [this, isAssigned](const std::string& workId) {
+    context_.frmEssayCollect->ShowEssayCollect(workId, isAssigned ? "Y" : "N");
+  };
+  OnCommands(page,
+             {{"tab:", [this](const std::string& tab) { TurnTo(tab); }},
+              {"wid:", [this, isAssigned](const std::string& workId) { StartOn(workId, isAssigned); }},
+              {"res:", showComment},
+              {"col:", showCollection},
+              {"show:", [this](const std::string& essayId) { ShowReport(essayId); }},
+              {"del:", [this, isAssigned](const std::string& ids) { Delete(ids, isAssigned); }}},
+             [this] { shell_.picButtonsResetImage(); });
 }
 
 void FrmEssayInputEdu::Form_Load() {
   ShellWindow::Form_Load();
-  if (context_.program.app.gEdition == "XQD") GetWorkList();
-  mMainTop = context_.program.hall.frmMain->AsForm().Top;
+  if (program_.app.gEdition == "XQD") GetWorkList();
+  mMainTop = program_.hall.frmMain->AsForm().Top;
   GetSelfEssayList();
   SetDefaultValue();
 }
@@ -43,7 +58,7 @@ void FrmEssayInputEdu::Form_Load() {
 void FrmEssayInputEdu::SetDefaultValue() {
   lblMessage.Caption = "若您只想自行練短文，請點取上面標籤頁《自定題目》";
   webHtml2.Top = webHtml.Top;
-  ShowTab(context_.program.app.gEdition == "XQD");
+  ShowTab(program_.app.gEdition == "XQD");
 }
 
 void FrmEssayInputEdu::ShowTab(bool showsAssigned) {
@@ -54,7 +69,7 @@ void FrmEssayInputEdu::ShowTab(bool showsAssigned) {
   (showsAssigned ? webHtml : webHtml2).SetFocus();  // it does not stay with a page that is out of sight
 }
 
-std::string FrmEssayInputEdu::ImageRoot() const { return context_.program.app.gServerUrlRoot + "_images/"; }
+std::string FrmEssayInputEdu::ImageRoot() const { return program_.app.gServerUrlRoot + "_images/"; }
 
 Practice FrmEssayInputEdu::PracticeOf(const std::string& workId) {
   Practice practice{records_.EssaysOf(workId)};
@@ -67,7 +82,7 @@ void FrmEssayInputEdu::GetWorkList() {
   std::vector<AssignedTopic> topics;
   std::vector<std::string> items;
   mHasOpenWork = false;
-  for (auto& assignment : FetchAssignments(context_.program)) {
+  for (auto& assignment : FetchAssignments(program_)) {
     items.push_back(assignment.workId + kItemSeparator + assignment.title);
     if (!assignment.isHandedIn) mHasOpenWork = true;
     Practice practice = PracticeOf(assignment.workId);
@@ -89,7 +104,7 @@ void FrmEssayInputEdu::GetSelfEssayList() {
     if (!first || TitleOfWork(workId)) continue;
     topics.push_back({workId, PlainApostrophes(first->quiz), first->finalSet == "A", PracticeOf(workId)});
   }
-  webHtml2.Write(OwnTopicsPage(ImageRoot(), context_.program.app.gEdition == "XQD", topics));
+  webHtml2.Write(OwnTopicsPage(ImageRoot(), program_.app.gEdition == "XQD", topics));
 }
 
 // Nothing for a topic that is none of the listed assignments.
@@ -102,45 +117,28 @@ std::optional<std::string> FrmEssayInputEdu::TitleOfWork(const std::string& work
 }
 
 void FrmEssayInputEdu::GetWorkHtm(const std::string& workId) {
-  context_.program.app.gEssayWorkId = workId;
-  webHtml.Navigate(QuestionUrl(context_.program, workId));
+  program_.app.gEssayWorkId = workId;
+  webHtml.Navigate(QuestionUrl(program_, workId));
   picButtons(kStart).Visible = true;
   picButtons(kBack).Visible = true;
   picButtons(kNewTopic).Visible = false;
   mShowingWork = true;
 }
 
-void FrmEssayInputEdu::HandleLink(const std::string& url, bool& cancel, bool isAssigned) {
-  static const std::map<std::string, Action> actions{
-      {"tab", &FrmEssayInputEdu::TurnTo},      {"wid", &FrmEssayInputEdu::StartOn},
-      {"res", &FrmEssayInputEdu::ShowComment}, {"col", &FrmEssayInputEdu::ShowCollection},
-      {"show", &FrmEssayInputEdu::ShowReport}, {"del", &FrmEssayInputEdu::Delete},
-  };
-  if (!url.starts_with(kCommand)) return;
-  cancel = true;
-  shell_.picButtonsResetImage();
-  const std::string order = url.substr(std::string_view(kCommand).size());
-  const auto end = order.find(':');
-  const auto action = actions.find(order.substr(0, end));
-  if (end == std::string::npos || action == actions.end()) return;
-  (this->*action->second)(order.substr(end + 1), isAssigned);
-}
-
-void FrmEssayInputEdu::TurnTo(const std::string& tab, bool /*isAssigned*/) {
+void FrmEssayInputEdu::TurnTo(const std::string& tab) {
   if (tab != "1" && tab != "2") return;
   ShowTab(tab == "1");
-  context_.program.app.gEssayStartRequested = tab == "2";
+  program_.app.gEssayStartRequested = tab == "2";
 }
 
 // An essay that is being walked through keeps its topic.
 void FrmEssayInputEdu::StartOn(const std::string& workId, bool isAssigned) {
-  Program& program = context_.program;
-  auto& app = program.app;
+  auto& app = program_.app;
   if (app.gEssayMode) return context_.frmEssay->BringToFront();
   app.gEssayWorkId = workId;
   if (isAssigned) {
     app.gEssayStartRequested = false;
-    program.hall.frmBrowser->GoNavigate(QuestionUrl(program, workId), 1);
+    program_.hall.frmBrowser->GoNavigate(QuestionUrl(program_, workId), 1);
     app.gEssayQuiz = TitleOfWork(workId).value_or("");
   } else {
     const auto first = records_.FirstOf(workId);
@@ -149,29 +147,20 @@ void FrmEssayInputEdu::StartOn(const std::string& workId, bool isAssigned) {
   picButtons_Click(kStart);
 }
 
-void FrmEssayInputEdu::ShowComment(const std::string& workId, bool /*isAssigned*/) {
-  context_.program.hall.frmBrowser->GoNavigate(TeacherCommentUrl(context_.program, workId), 2);
-}
-
-void FrmEssayInputEdu::ShowCollection(const std::string& workId, bool isAssigned) {
-  context_.frmEssayCollect->ShowEssayCollect(workId, isAssigned ? "Y" : "N");
-}
-
-void FrmEssayInputEdu::ShowReport(const std::string& essayId, bool /*isAssigned*/) {
-  if (!context_.program.app.gEssayMode) context_.program.app.gEssayId = essayId;
+void FrmEssayInputEdu::ShowReport(const std::string& essayId) {
+  if (!program_.app.gEssayMode) program_.app.gEssayId = essayId;
   context_.ShowOldEssay(essayId);
 }
 
 void FrmEssayInputEdu::Delete(const std::string& essayIds, bool isAssigned) {
-  Program& program = context_.program;
-  if (!Confirm(program, Message::kDeleteTopic)) return;
-  FrmMessage::ProgressMsgBox(program, Progress::kCollectingRecords);
+  if (!Confirm(program_, Message::kDeleteTopic)) return;
+  FrmMessage::ProgressMsgBox(program_, Progress::kCollectingRecords);
   // A renderer may have encoded the sign on its way.
   for (const auto& essayId : base::Split(base::Replace(essayIds, "%7C", "|"), "|")) {
     if (!essayId.empty()) records_.Delete(essayId);
   }
-  program.frmMessage->closeForm();
-  SyncAndWait(program, "UPLOAD");
+  program_.frmMessage->closeForm();
+  SyncAndWait(program_, "UPLOAD");
   WebBrowser& page = isAssigned ? webHtml : webHtml2;
   page.Visible = false;
   if (isAssigned) {
@@ -183,7 +172,7 @@ void FrmEssayInputEdu::Delete(const std::string& essayIds, bool isAssigned) {
 }
 
 void FrmEssayInputEdu::picButtons_Click(int index) {
-  auto& app = context_.program.app;
+  auto& app = program_.app;
   if (index == kStart) {
     if (app.gEssayWorkId.empty() && !mHasOpenWork) return OfferOwnTopic();
     if (app.gEssayActive) return;
@@ -201,13 +190,13 @@ void FrmEssayInputEdu::picButtons_Click(int index) {
 void FrmEssayInputEdu::OfferOwnTopic() {
   Left = kAway;
   Show();
-  ShowMessage(context_.program, Message::kNoAssignment);
+  ShowMessage(program_, Message::kNoAssignment);
   imgClose_Click();
   context_.frmEssayInputForm->Show();
 }
 
 void FrmEssayInputEdu::Leave() {
-  MainWindow& frmMain = *context_.program.hall.frmMain;
+  MainWindow& frmMain = *program_.hall.frmMain;
   frmMain.InputBox().Text = "";
   frmMain.AsForm().Top = mMainTop;
   Unload();

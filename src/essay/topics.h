@@ -8,7 +8,8 @@
 #include "core/shell_window.h"
 #include "essay/topic_pages.h"
 #include "platform/web_browser.h"
-#include "records/essay_topics.h"
+#include "records/essay_records.h"
+#include "views/page_frame.h"
 
 namespace marovane {
 
@@ -21,7 +22,7 @@ class FrmEssayInputEdu : public ButtonWindow<3>, public HallWindow {
   Form& AsForm() override { return *this; }
   void Form_Load() override;
   void SetDefaultValue();
-  /// The teacher's assignments, as the server tells them now.
+  /// The teacher's assignments, as the server lists them now.
   void GetWorkList();
   /// Topics of the records that are no assignments of the list.
   void GetSelfEssayList();
@@ -39,14 +40,10 @@ class FrmEssayInputEdu : public ButtonWindow<3>, public HallWindow {
   int mMainTop = 0;
 
  private:
-  using Action = void (FrmEssayInputEdu::*)(const std::string& argument, bool isAssigned);
-
-  void HandleLink(const std::string& url, bool& cancel, bool isAssigned);
-  void TurnTo(const std::string& tab, bool isAssigned);
+  void BindCommands(WebBrowser& page, bool isAssigned);
+  void TurnTo(const std::string& tab);
   void StartOn(const std::string& workId, bool isAssigned);
-  void ShowComment(const std::string& workId, bool isAssigned);
-  void ShowCollection(const std::string& workId, bool isAssigned);
-  void ShowReport(const std::string& essayId, bool isAssigned);
+  void ShowReport(const std::string& essayId);
   void Delete(const std::string& essayIds, bool isAssigned);
   void ShowTab(bool showsAssigned);
   void OfferOwnTopic();
@@ -56,7 +53,7 @@ class FrmEssayInputEdu : public ButtonWindow<3>, public HallWindow {
   std::string ImageRoot() const;
 
   EssayContext& context_;
-  EssayTopics records_;
+  EssayRecords records_;
 };
 
 }  // namespace marovane

@@ -9,8 +9,8 @@
 #include "core/message.h"
 #include "core/server_access.h"
 #include "core/text_utility.h"
+#include "core/window_shell.h"
 #include "essay/archive.h"
-#include "essay/engine_passes.h"
 #include "essay/text_rules.h"
 #include "essay/walk_steps.h"
 #include "platform/machine.h"
@@ -76,12 +76,8 @@ void BeginWalk(EssayContext& context) {
 }
 
 // A connection that breaks is a failed attempt like any other.
-bool AttemptEngine(Program& program) {
-  try {
-    return TryWebEngine(program);
-  } catch (const RunTimeError&) {
-    return false;
-  }
+bool AttemptEngine(Program& program) try { return TryWebEngine(program); } catch (const RunTimeError&) {
+  return false;
 }
 
 bool FindEngine(Program& program) {
@@ -147,14 +143,8 @@ void AwaitShowDelay(EssayContext& context) {
 
 void PassFromRecord(EssayContext& context, const OkSentence& known) {
   auto& app = context.program.app;
-  const base::LocalTime now = context.program.machine.loop.Now();
   StartShowDelay(context);
-  context.records.InsertOkSentence({.sId = MakeRecId(app, now),
-                                    .sentence = app.gEssayCurSentence,
-                                    .sDate = base::DayOf(now),
-                                    .essayId = app.gEssayId,
-                                    .essaySId = app.gEssaySId,
-                                    .haveHtm = known.haveHtm});
+  RecordPassed(context, known.haveHtm);
   app.gEssayPageChecksum.clear();
   AwaitShowDelay(context);
   app.gVerdict = "PASS";
@@ -162,16 +152,9 @@ void PassFromRecord(EssayContext& context, const OkSentence& known) {
 
 void RefuseFromRecord(EssayContext& context, const ErrSentence& known) {
   auto& app = context.program.app;
-  const base::LocalTime now = context.program.machine.loop.Now();
   StartShowDelay(context);
   base::Transaction transaction(context.records.Db());
-  context.records.InsertErrSentence({.id = MakeRecId(app, now),
-                                     .sentence = known.sentence,
-                                     .errcode = known.errcode,
-                                     .sDate = base::DayOf(now),
-                                     .essayId = app.gEssayId,
-                                     .essaySId = app.gEssaySId,
-                                     .haveHtm = known.haveHtm});
+  RecordRefused(context, known.sentence, known.errcode, known.haveHtm);
   context.records.RaiseMistake(known.errcode);
   transaction.Commit();
   app.gEssayPageChecksum = known.haveHtm == "N" ? "" : ArchiveChecksum(app.gEssayCurSentence);
@@ -266,7 +249,7 @@ void Walk(EssayContext& context) {
   ShowReport(context);
 }
 
-// A failure must not leave a window that takes no keys and cannot be closed.
+// A failure must not leave a window that accepts no keys and cannot be closed.
 void Abandon(EssayContext& context) {
   context.frmEssay->mAnalysing = false;
   if (context.program.app.gEssayMode) WrapUp(context);

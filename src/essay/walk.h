@@ -5,10 +5,10 @@ namespace marovane {
 
 struct EssayContext;
 
-/// Walks the text of the essay window and shows its report. It returns when the report stands, or when the
-/// text was refused: the user has been told then, and nothing has been written. While it waits, the handlers
+/// Walks the text of the essay window and shows its report. It returns when the report is shown, or when the
+/// text was refused: the user has got a message then, and nothing is written. While it waits, the handlers
 /// of all windows run. Throws RunTimeError when a record fails; the walk has then been stopped, and the text
-/// stands in the box.
+/// is in the box.
 void StartEssayProcess(EssayContext& context);
 
 }  // namespace marovane

@@ -1,6 +1,7 @@
 // The part of the walk in which the user corrects a sentence.
 #include "base/text.h"
 #include "core/input_box.h"
+#include "core/window_shell.h"
 #include "essay/text_rules.h"
 #include "essay/walk_steps.h"
 #include "platform/event_loop.h"

@@ -4,6 +4,7 @@
 #include "core/server_access.h"
 #include "core/settings.h"
 #include "core/synchronise.h"
+#include "core/window_shell.h"
 #include "essay/hand_in.h"
 #include "essay/report_window.h"
 #include "essay/walk_steps.h"

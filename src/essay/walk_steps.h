@@ -13,6 +13,19 @@ inline constexpr TextStyle kCurrent{.color = Rgb(0, 0, 255), .underline = true};
 inline constexpr TextStyle kPassed{.color = Rgb(0, 100, 0)};
 inline constexpr TextStyle kDone{.color = Rgb(50, 50, 50)};
 
+/// Has the engine judge gEssayCurSentence, which no record knows: files its page, records the sentence,
+/// counts the mistake, and sets gVerdict to "PASS", "WARN", "ERRS", or to "STOP" without a record when the
+/// user stopped the walk or the engine was silent for 30 seconds. Any other answer is recorded as an error
+/// and leaves gVerdict empty. Throws RunTimeError when the local engine does not start or a record fails.
+void PassStringToEngineEssay(EssayContext& context);
+
+/// Records gEssayCurSentence as right, under gEssayId and gEssaySId.
+void RecordPassed(EssayContext& context, const std::string& haveHtm);
+/// Records an attempt that was refused, likewise.
+/// @param sentence with the engine's marks
+void RecordRefused(EssayContext& context, const std::string& sentence, const std::string& errcode,
+                   const std::string& haveHtm);
+
 /// The word in gVerdict while the walk waits for the user's correction.
 inline constexpr const char* kAwaitsCorrection = "##EDIT##";
 

@@ -41,7 +41,7 @@ class Control : public EventSource {
   Property<std::string> ToolTipText;
   Property<bool> HandCursor{false};  ///< shows the hand while the mouse is over it
 
-  Event<> Click{*this}, DblClick{*this}, GotFocus{*this}, LostFocus{*this};
+  Event<> Click{*this}, GotFocus{*this}, LostFocus{*this};
   Event<int> MouseDown{*this}, MouseUp{*this};  ///< the button
   Event<> MouseMove{*this};
   Event<int&> KeyPress{*this};  ///< character code; set to 0 to swallow
@@ -81,8 +81,8 @@ class OptionButton : public CheckBox {
   using CheckBox::CheckBox;
 };
 
-/// Shows a picture, told by the name of a file of the skin without its ending. At first it bears the
-/// control's own name, which stands for the picture drawn for this control; "" shows none.
+/// Shows a picture: the name of a file of the skin without its ending. At first it is the control's own name,
+/// and so the picture drawn for this control; "" shows none.
 class PictureBox : public Control {
  public:
   PictureBox(Form& form, const std::string& name) : Control(form, name), Picture(name) {}
@@ -100,7 +100,7 @@ class TextBox : public Control {
   Event<> Change{*this};
 
   std::string SelText() const;
-  /// Puts a text in place of the selection and sets the caret behind it.
+  /// Puts a text in place of the selection and sets the caret after it.
   void ReplaceSelection(const std::string& text);
 
  private:
@@ -153,7 +153,7 @@ class ControlArray {
   }
   static constexpr int Count() { return N; }
 
-  /// Gives each control's event a handler that is told the index.
+  /// Gives each control's event a handler that gets the index.
   template <class EventMember, class Handler>
   void On(EventMember event, Handler handler) {
     for (int i = 0; i < N; ++i) {
@@ -166,5 +166,24 @@ class ControlArray {
  private:
   std::array<std::unique_ptr<T>, N> controls_;
 };
+
+/// Sets the option of an index and clears the others; an index out of bounds clears all.
+template <int N>
+void SelectOption(ControlArray<OptionButton, N>& options, int index) {
+  // The chosen one first: a group on the screen does not let go of its only choice.
+  if (index >= 0 && index < N) options(index).Value = true;
+  for (int i = 0; i < N; ++i) {
+    if (i != index) options(i).Value = false;
+  }
+}
+
+/// The index of the chosen option, -1 for none.
+template <int N>
+int SelectedOption(ControlArray<OptionButton, N>& options) {
+  for (int i = 0; i < N; ++i) {
+    if (options(i).Value) return i;
+  }
+  return -1;
+}
 
 }  // namespace marovane

@@ -1,4 +1,4 @@
-// What the program is told from outside: variables, and the places where it stands.
+// What the program gets from outside: variables, and the places where it is.
 #pragma once
 
 #include <filesystem>
@@ -12,7 +12,7 @@ struct Environment {
   std::map<std::string, std::string>
       variables;                        ///< TMP, HOME, XDG_DATA_HOME, XDG_CONFIG_HOME, XDG_STATE_HOME…
   std::filesystem::path programFolder;  ///< `App.Path`: the read-only files that came with the program
-  std::filesystem::path helperFolder;   ///< the programs that stand beside this one
+  std::filesystem::path helperFolder;   ///< the programs beside this one
   std::string commandLine;              ///< the edition word, or nothing
   bool previousInstance = false;        ///< `App.PrevInstance`: another one runs for this user
 

@@ -124,7 +124,7 @@ bool EventLoop::RunPosted() {
     const std::lock_guard lock(postedMutex_);
     count = posted_.size();
   }
-  // One by one, so that the rest runs also when one of them waits or throws; no more than stood there at
+  // One by one, so that the rest runs also when one of them waits or throws; no more than were there at
   // first, so that tasks which post tasks leave room for timers.
   for (std::size_t i = 0; i < count; ++i) {
     if (const auto task = PopPosted()) RunHandler(task);

@@ -54,8 +54,8 @@ class EventLoop {
   /// onUnhandledError; without such a procedure, or while work blocks, it goes on to the caller.
   void RunHandler(const std::function<void()>& handler);
   std::function<void(const std::exception&)> onUnhandledError;
-  /// Called before each handler. What it gives is called, before onUnhandledError, when that handler has
-  /// failed: it puts right what the handler has left half done.
+  /// Called before each handler. What it returns is called, before onUnhandledError, when that handler has
+  /// failed: it repairs what the handler has left half done.
   std::function<std::function<void()>()> onHandler;
 
   /// Marks the stretch of code as part of a handler.

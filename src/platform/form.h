@@ -22,7 +22,7 @@ class Form : public EventSource {
 
   /// Shows the form and makes it the active one.
   void Show();
-  /// Shows the form and waits until it is hidden or unloaded; no other form takes input meanwhile.
+  /// Shows the form and waits until it is hidden or unloaded; no other form accepts input meanwhile.
   void ShowModal();
   void Hide();
   /// Takes the form out of the program. Later references make a new one; this object lives on until the

@@ -1,4 +1,4 @@
-// A value that is assigned like a plain one and tells whoever watches.
+// A value that is assigned like a plain one and notifies its watchers.
 #pragma once
 
 #include <algorithm>
@@ -22,7 +22,7 @@ class Property {
   Property(const Property&) = delete;
   Property& operator=(const Property& other) { return *this = other.value_; }
 
-  /// Assigns, then tells the watchers, also when the value is the same as before: some views act on every
+  /// Assigns, then notifies the watchers, also when the value is the same as before: some views act on every
   /// assignment (a colour that is given to the present selection).
   Property& operator=(const T& value) {
     value_ = value;

@@ -20,6 +20,10 @@ class Window {
   using Maker = std::function<std::shared_ptr<T>()>;
 
   explicit Window(Maker make) : make_(std::move(make)) {}
+  /// Makes the form of these arguments, which must outlive the window.
+  template <class First, class... Rest>
+  explicit Window(First& first, Rest&... rest)
+      : make_([&first, &rest...] { return std::make_shared<T>(first, rest...); }) {}
   ~Window() = default;
   Window(const Window&) = delete;
   Window& operator=(const Window&) = delete;

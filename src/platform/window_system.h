@@ -58,7 +58,7 @@ class WindowSystem {
   /// Horizontal dots per logical inch, 96 where the desktop scales by itself.
   virtual int LogicalDpi() const { return 96; }
 
-  /// True when the form takes input: enabled, visible, and no modal form in front of it.
+  /// True when the form accepts input: enabled, visible, and no modal form in front of it.
   bool AcceptsInput(const Form& form) const;
   const std::vector<Form*>& OpenForms() const { return forms_; }
   Form* TopModal() const { return modal_.empty() ? nullptr : modal_.back(); }

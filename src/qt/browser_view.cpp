@@ -65,14 +65,8 @@ void BrowserView::RunCommand(const std::string& url) {
 }
 
 void BrowserView::CopyInputs(const PageInputs& inputs) {
-  browser_.inputValues.clear();
-  browser_.inputChecked.clear();
-  for (auto it = inputs.values.begin(); it != inputs.values.end(); ++it) {
-    browser_.inputValues[Utf8(it.key())] = Utf8(it.value());
-  }
-  for (auto it = inputs.checked.begin(); it != inputs.checked.end(); ++it) {
-    browser_.inputChecked[Utf8(it.key())] = it.value();
-  }
+  browser_.inputValues = inputs.values;
+  browser_.inputChecked = inputs.checked;
 }
 
 void BrowserView::RefreshInputs() {
@@ -104,10 +98,7 @@ void BrowserView::SubmitForm(int index) {
 }
 
 void BrowserView::SetChecked(const std::map<std::string, bool>& marks) {
-  if (!pane_) return;
-  QMap<QString, bool> shown;
-  for (const auto& [id, isChecked] : marks) shown[Text(id)] = isChecked;
-  pane_->SetChecked(shown);
+  if (pane_) pane_->SetChecked(marks);
 }
 
 void BrowserView::GoBack() {

@@ -113,8 +113,7 @@ bool ControlView::HandleMouse(QMouseEvent* event) {
       Raise([this] { control_.MouseMove.Raise(); });
       break;
     case QEvent::MouseButtonDblClick:
-      Raise([this] { control_.DblClick.Raise(); });
-      break;
+      break;  // its first click has been heard
     case QEvent::MouseButtonPress:
       Raise([this, button] { control_.MouseDown.Raise(button); });
       break;

@@ -2,7 +2,6 @@
 #include "qt/browser_view.h"
 #include "qt/control_view.h"
 #include "qt/simple_views.h"
-#include "qt/slider_view.h"
 #include "qt/text_view.h"
 
 namespace marovane {

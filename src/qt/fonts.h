@@ -1,4 +1,4 @@
-// The fonts that the windows use, and what stands in for fonts that this platform does not have.
+// The fonts that the windows use, and substitutes for fonts that this platform does not have.
 #pragma once
 
 #include <QFont>

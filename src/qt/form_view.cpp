@@ -1,8 +1,10 @@
 #include "qt/form_view.h"
 
 #include <QAbstractScrollArea>
+#include <QCoreApplication>
 #include <QFile>
 #include <QPushButton>
+#include <QUiLoader>
 #include <QWindow>
 #include <utility>
 
@@ -11,13 +13,32 @@
 #include "qt/geometry.h"
 #include "qt/qt_windows.h"
 #include "qt/text_convert.h"
-#include "qt/ui_loader.h"
 
 namespace marovane {
 
 namespace {
 
 constexpr int kOffScreen = -10000;  // twips; windows that have to vanish for a while move beyond
+
+// The loader takes in every designer plugin that it finds, among them one that brings the whole web engine
+// with it. We need none, so it is made while there is nowhere to look.
+std::unique_ptr<QUiLoader> MakeLoader() {
+  const QStringList paths = QCoreApplication::libraryPaths();
+  QCoreApplication::setLibraryPaths({});
+  auto loader = std::make_unique<QUiLoader>();
+  QCoreApplication::setLibraryPaths(paths);
+  return loader;
+}
+
+// The window of a file; the caller owns it.
+QWidget* LoadUi(const QString& path) {
+  QFile file(path);
+  if (!file.open(QIODevice::ReadOnly)) throw RunTimeError("no window file " + Utf8(path));
+  const auto loader = MakeLoader();
+  QWidget* const window = loader->load(&file);
+  if (window == nullptr) throw RunTimeError(Utf8(path + ": " + loader->errorString()));
+  return window;
+}
 
 // Widgets that hold other widgets of the .ui file; all others are whole in themselves.
 bool IsContainer(const QWidget& widget) {
@@ -207,7 +228,7 @@ bool FormView::KeyReached(int key) {
   return false;
 }
 
-// Of several the last one that can be clicked: a message that only tells is left by its one button, a
+// Of several the last one that can be clicked: a mere notice is left by its one button, a
 // question by the button that refuses.
 bool FormView::ClickMarked(const char* property) {
   if (isDetached_) return false;

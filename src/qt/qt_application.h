@@ -13,8 +13,8 @@ void PrepareApplication();
 /// After it: fonts and the style sheet of the skin (<ui>/skin/marovane.qss), icon and name.
 void ConfigureApplication(const QString& uiFolder);
 
-/// A whole life: makes the application, hands the words of the command line to the program, and tells in a
-/// box why it could not start. Gives the exit status.
+/// A whole life: makes the application, hands the words of the command line to the program, and says in a
+/// box why it could not start. Returns the exit status.
 int RunApplication(int argc, char** argv, const std::string& uiFolder,
                    const std::function<void(const std::string& words)>& run);
 

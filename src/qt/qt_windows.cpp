@@ -5,8 +5,11 @@
 #include <QMessageBox>
 #include <QScreen>
 #include <QWindow>
+#include <algorithm>
+#include <array>
 
 #include "platform/form.h"
+#include "platform/run_time_error.h"
 #include "qt/geometry.h"
 #include "qt/text_convert.h"
 
@@ -15,27 +18,23 @@ namespace marovane {
 namespace {
 
 bool IsInput(QEvent::Type type) {
-  switch (type) {
-    case QEvent::MouseButtonPress:
-    case QEvent::MouseButtonRelease:
-    case QEvent::MouseButtonDblClick:
-    case QEvent::MouseMove:
-    case QEvent::Wheel:
-    case QEvent::KeyPress:
-    case QEvent::KeyRelease:
-    case QEvent::Shortcut:
-    case QEvent::ShortcutOverride:
-    case QEvent::InputMethod:
-    case QEvent::ContextMenu:
-    case QEvent::TouchBegin:
-    case QEvent::TouchUpdate:
-    case QEvent::TouchEnd:
-    case QEvent::DragEnter:
-    case QEvent::Drop:
-      return true;
-    default:
-      return false;
-  }
+  constexpr std::array kInput{QEvent::MouseButtonPress,
+                              QEvent::MouseButtonRelease,
+                              QEvent::MouseButtonDblClick,
+                              QEvent::MouseMove,
+                              QEvent::Wheel,
+                              QEvent::KeyPress,
+                              QEvent::KeyRelease,
+                              QEvent::Shortcut,
+                              QEvent::ShortcutOverride,
+                              QEvent::InputMethod,
+                              QEvent::ContextMenu,
+                              QEvent::TouchBegin,
+                              QEvent::TouchUpdate,
+                              QEvent::TouchEnd,
+                              QEvent::DragEnter,
+                              QEvent::Drop};
+  return std::ranges::find(kInput, type) != kInput.end();
 }
 
 }  // namespace
@@ -66,7 +65,10 @@ void QtWindows::Retire(std::unique_ptr<FormView> view) {
 }
 
 std::unique_ptr<WebPane> QtWindows::MakeWebPane() {
-  auto pane = web_.MakePane();
+  using Maker = WebPane* (*)();
+  const auto make = reinterpret_cast<Maker>(web_.resolve("MakeMarovaneWebPane"));
+  if (make == nullptr) throw RunTimeError("no web engine: " + Utf8(web_.errorString()));
+  std::unique_ptr<WebPane> pane(make());
   pane->rights = options_.webRights;
   return pane;
 }
@@ -192,7 +194,7 @@ void QtWindows::SendKeys(const std::string& keys) {
   QCoreApplication::sendEvent(target, &release);
 }
 
-// A modal form in front, or a form that is not enabled: its window takes no input, but looks as ever.
+// A modal form in front, or a form that is not enabled: its window accepts no input, but looks as ever.
 bool QtWindows::eventFilter(QObject* watched, QEvent* event) {
   if (!IsInput(event->type()) || !watched->isWidgetType()) return false;
   FormView* const view = FindByWidget(static_cast<QWidget*>(watched));

@@ -1,6 +1,7 @@
 // The window system of the desktop: a window for each form.
 #pragma once
 
+#include <QLibrary>
 #include <QObject>
 #include <functional>
 #include <map>
@@ -11,7 +12,7 @@
 #include "qt/form_view.h"
 #include "qt/qt_loop.h"
 #include "qt/skin.h"
-#include "qt/web_library.h"
+#include "qt/web_pane.h"
 
 class QWindow;
 
@@ -49,8 +50,9 @@ class QtWindows : public QObject, public WindowSystem {
   QtLoop& Loop() const { return loop_; }
   Skin& Pictures() { return skin_; }
   const QString& UiFolder() const { return options_.uiFolder; }
+  /// A new pane of the web engine, whose library is loaded at the first one. Throws RunTimeError.
   std::unique_ptr<WebPane> MakeWebPane();
-  bool HasWebEngine() const { return web_.IsLoaded(); }
+  bool HasWebEngine() const { return web_.isLoaded(); }
   /// The view of an open form, nullptr for one that is not open.
   FormView* Find(const Form& form) const;
 
@@ -71,11 +73,11 @@ class QtWindows : public QObject, public WindowSystem {
   QtLoop& loop_;
   Options options_;
   Skin skin_;
-  WebLibrary web_;
+  QLibrary web_;
   std::map<const Form*, std::unique_ptr<FormView>> views_;
   const Form* wanted_ = nullptr;  // called to the front last
   std::map<const Form*, EventLoop::Milliseconds> shownAt_;
-  std::vector<const Form*> recent_;  // the form that was active last stands at the end
+  std::vector<const Form*> recent_;  // the form that was active last is at the end
 };
 
 }  // namespace marovane

@@ -116,7 +116,7 @@ void RichTextView::ShowText(const std::string& modelText) {
   isShowing_ = before;
 }
 
-// Without the focus a selection stands, but is not seen.
+// Without the focus a selection is kept, but not seen.
 void RichTextView::ShowSelection(bool isSeen) {
   const bool before = std::exchange(isShowing_, true);
   const int last = edit_.document()->characterCount() - 1;

@@ -21,13 +21,13 @@ Qt::Alignment QtAlignment(int alignment, Qt::Alignment before) {
   return horizontal | (before & Qt::AlignVertical_Mask);
 }
 
-// The text drawn with the window stands unless the controller has set one already.
-template <class Model, class Widget>
-void BindCaption(Model& model, Widget& widget) {
-  if (model.Caption().empty()) {
-    model.Caption = Utf8(widget.text());
+// The text drawn with the window stays unless the controller has set one already.
+template <class Widget>
+void BindCaption(Property<std::string>& caption, Widget& widget) {
+  if (caption().empty()) {
+    caption = Utf8(widget.text());
   } else {
-    widget.setText(Lines(model.Caption));
+    widget.setText(Lines(caption));
   }
 }
 
@@ -36,7 +36,7 @@ void BindCaption(Model& model, Widget& widget) {
 LabelView::LabelView(FormView& form, Label& label, QLabel& widget)
     : ControlView(form, label, widget), label_(widget) {
   widget.setTextFormat(Qt::PlainText);
-  BindCaption(label, widget);
+  BindCaption(label.Caption, widget);
   if (widget.alignment() & Qt::AlignHCenter) label.Alignment = Label::kCenter;
   if (widget.alignment() & Qt::AlignRight) label.Alignment = Label::kRightJustify;
   Follow(label.Caption, [this](const std::string& text) {
@@ -78,10 +78,11 @@ void LabelView::ShowStyle() {
   if (label_.styleSheet() != style) label_.setStyleSheet(style);
 }
 
-ButtonView::ButtonView(FormView& form, CommandButton& button, QAbstractButton& widget)
-    : ControlView(form, button, widget) {
-  BindCaption(button, widget);
-  Follow(button.Caption, [&widget](const std::string& text) { widget.setText(Text(text)); });
+ClickedView::ClickedView(FormView& form, Control& control, Property<std::string>& caption,
+                         QAbstractButton& widget)
+    : ControlView(form, control, widget), button_(widget) {
+  BindCaption(caption, widget);
+  Follow(caption, [&widget](const std::string& text) { widget.setText(Text(text)); });
   connect(&widget, &QAbstractButton::clicked, this, [this] {
     Raise([this] {
       form_.RefreshPages();
@@ -90,27 +91,14 @@ ButtonView::ButtonView(FormView& form, CommandButton& button, QAbstractButton& w
   });
 }
 
-void ButtonView::ClickIt() { static_cast<QAbstractButton&>(Widget()).click(); }
-
-bool ButtonView::IsClickKey(int key) const { return key == Qt::Key_Return || key == Qt::Key_Enter; }
-
-MarkView::MarkView(FormView& form, CheckBox& box, QAbstractButton& widget) : ControlView(form, box, widget) {
-  BindCaption(box, widget);
+MarkView::MarkView(FormView& form, CheckBox& box, QAbstractButton& widget)
+    : ClickedView(form, box, box.Caption, widget) {
   if (widget.isChecked()) box.Value = true;
   widget.setChecked(box.Value);
-  Follow(box.Caption, [&widget](const std::string& text) { widget.setText(Text(text)); });
   Follow(box.Value, [&widget](bool value) { widget.setChecked(value); });
   connect(&widget, &QAbstractButton::toggled, this,
           [this, &box](bool value) { FromWidget([&] { box.Value = value; }); });
-  connect(&widget, &QAbstractButton::clicked, this, [this] {
-    Raise([this] {
-      form_.RefreshPages();
-      Model().Click.Raise();
-    });
-  });
 }
-
-void MarkView::ClickIt() { static_cast<QAbstractButton&>(Widget()).click(); }
 
 PictureView::PictureView(FormView& form, PictureBox& box, QWidget& widget)
     : ControlView(form, box, widget), box_(box) {
@@ -196,6 +184,15 @@ void ListView::Fill(QComboBox& widget, const std::vector<std::string>& items) {
   widget.clear();
   for (const std::string& item : items) widget.addItem(Text(item));
   widget.setCurrentIndex(static_cast<ComboBox&>(Model()).ListIndex);
+}
+
+SliderView::SliderView(FormView& form, Slider& slider, QSlider& widget) : ControlView(form, slider, widget) {
+  widget.setValue(slider.Value);
+  Follow(slider.Value, [&widget](int value) { widget.setValue(value); });
+  connect(&widget, &QSlider::valueChanged, this, [this, &slider](int value) {
+    if (value == slider.Value) return;  // it came from the model
+    Raise([this, &slider, value] { FromWidget([&] { slider.Value = value; }); });
+  });
 }
 
 }  // namespace marovane

@@ -1,9 +1,10 @@
-// Views of labels, buttons, boxes with a mark, pictures and lists.
+// Views of labels, buttons, boxes with a mark, pictures, lists and sliders.
 #pragma once
 
 #include <QAbstractButton>
 #include <QComboBox>
 #include <QLabel>
+#include <QSlider>
 
 #include "qt/control_view.h"
 
@@ -26,32 +27,39 @@ class LabelView : public ControlView {
   int fontSize_ = 0;  // pixels; 0: as the style sheet has it
 };
 
-/// A push button.
-class ButtonView : public ControlView {
+/// Something with a caption whose widget itself makes the clicks.
+class ClickedView : public ControlView {
  public:
-  ButtonView(FormView& form, CommandButton& button, QAbstractButton& widget);
-  void ClickIt() override;
+  ClickedView(FormView& form, Control& control, Property<std::string>& caption, QAbstractButton& widget);
+  void ClickIt() override { button_.click(); }
 
  protected:
   bool MakesClicks() const override { return false; }
-  bool IsClickKey(int key) const override;
+
+ private:
+  QAbstractButton& button_;
+};
+
+/// A push button.
+class ButtonView : public ClickedView {
+ public:
+  ButtonView(FormView& form, CommandButton& button, QAbstractButton& widget)
+      : ClickedView(form, button, button.Caption, widget) {}
+
+ protected:
+  bool IsClickKey(int key) const override { return key == Qt::Key_Return || key == Qt::Key_Enter; }
 };
 
 /// A check box or an option. Options of one parent widget are a group.
-class MarkView : public ControlView {
+class MarkView : public ClickedView {
  public:
   MarkView(FormView& form, CheckBox& box, QAbstractButton& widget);
-  void ClickIt() override;
-
- protected:
-  bool MakesClicks() const override { return false; }
 };
 
 /// Paints a picture of the skin into a plain widget, with the text of the widget's property "caption" on it
 /// (below the drawing in a tall widget), and a ring around it while it has the focus. Where the skin has no
-/// picture of the name, a widget with a caption is painted as a button, whose state the name tells:
-/// "...Over_",
-/// "...On_", or any other.
+/// picture of the name, a widget with a caption is painted as a button, whose state the name says:
+/// "...Over_", "...On_", or any other.
 class PictureView : public ControlView {
  public:
   PictureView(FormView& form, PictureBox& box, QWidget& widget);
@@ -63,7 +71,7 @@ class PictureView : public ControlView {
  private:
   void Paint();
   void PaintCaption(QPainter& painter, const QColor& ink) const;
-  /// Paints the face of a button; gives the ink for its caption.
+  /// Paints the face of a button; returns the ink for its caption.
   QColor PaintButton(QPainter& painter) const;
 
   PictureBox& box_;
@@ -79,6 +87,14 @@ class ListView : public ControlView {
 
  private:
   void Fill(QComboBox& widget, const std::vector<std::string>& items);
+};
+
+class SliderView : public ControlView {
+ public:
+  SliderView(FormView& form, Slider& slider, QSlider& widget);
+
+ protected:
+  bool MakesClicks() const override { return false; }
 };
 
 }  // namespace marovane

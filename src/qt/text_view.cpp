@@ -6,7 +6,6 @@
 #include "base/cp950.h"
 #include "platform/form.h"
 #include "qt/form_view.h"
-#include "qt/key_codes.h"
 #include "qt/text_convert.h"
 
 namespace marovane {

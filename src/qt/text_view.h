@@ -26,7 +26,7 @@ class TextView : public ControlView {
   /// one.
   int ToWidget(int position) const;
   int ToModel(int position) const;
-  /// The user has edited: the text and the selection go over, and Change is raised.
+  /// The user has edited: the text and the selection are copied, and Change is raised.
   void Edited(const QString& text);
   void SelectionMoved(int start, int length);
 

@@ -1,18 +1,19 @@
-// The wall between the windows and the web engine. The engine stands in a library of its own that is loaded
+// The wall between the windows and the web engine. The engine is in a library of its own that is loaded
 // when the first page is shown, so nothing here knows it.
 #pragma once
 
-#include <QMap>
 #include <QString>
 #include <QWidget>
 #include <functional>
+#include <map>
+#include <string>
 
 namespace marovane {
 
-/// Inputs of a page by id, as they are now.
+/// Inputs of a page by id (UTF-8), as they are now.
 struct PageInputs {
-  QMap<QString, QString> values;
-  QMap<QString, bool> checked;
+  std::map<std::string, std::string> values;
+  std::map<std::string, bool> checked;
 };
 
 /// What pages may do.
@@ -36,8 +37,8 @@ class WebPane {
   virtual void SubmitForm(int index) = 0;
   virtual void GoBack() = 0;
   virtual void GoForward() = 0;
-  /// Marks boxes by id or takes their marks away, as soon as the page stands.
-  virtual void SetChecked(const QMap<QString, bool>& marks) = 0;
+  /// Marks boxes by id or takes their marks away, as soon as the page is there.
+  virtual void SetChecked(const std::map<std::string, bool>& marks) = 0;
   /// Reads the inputs of a written page; the callback comes later, or at once when there is no page.
   virtual void ReadInputs(std::function<void(const PageInputs&)> callback) = 0;
 
@@ -53,7 +54,7 @@ class WebPane {
   WebRights rights;  ///< set like the events
 };
 
-/// The address under which written pages stand. An outside page cannot have it.
+/// The scheme of the addresses of written pages. An outside page cannot have it.
 inline const char* const kWrittenPageScheme = "marovane";
 
 }  // namespace marovane

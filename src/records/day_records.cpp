@@ -2,18 +2,19 @@
 
 #include "base/day.h"
 #include "base/transaction.h"
+#include "records/collect.h"
 #include "records/record_db.h"
 
 namespace marovane {
 
 namespace {
 
-std::vector<DayCount> CountsByDay(base::Database& db, std::string_view sql) {
-  std::vector<DayCount> days;
-  db.Run(sql, {}, [&](const base::DbRow& row) {
-    days.push_back({DayFromIso(row.Text(0)), static_cast<int>(row.Number(1))});
-  });
-  return days;
+std::vector<DayCount> CountsByDay(base::Database& db, const std::string& table) {
+  return Collect(
+      db, "select sDate, count(*) from " + table + " where upload <> 'D' group by sDate order by sDate", {},
+      [](const base::DbRow& row) {
+        return DayCount{DayFromIso(row.Text(0)), static_cast<int>(row.Number(1))};
+      });
 }
 
 // Days as a JSON array: one parameter, however many there are.
@@ -29,18 +30,19 @@ std::string JsonOf(const std::vector<base::Day>& days) {
 // The signs keep the database from searching by the essay: nearly all sentences are outside of any.
 constexpr const char* kOutsideEssays = "(+essayId = '0' or +essayId = '')";
 
+int CountOutsideEssays(base::Database& db, const std::string& table, base::Day day) {
+  return db.Number("select count(*) from " + table + " where sDate = ? and " + kOutsideEssays,
+                   {base::IsoDay(day)});
+}
+
+// Within a day they come in the order in which they were recorded.
 std::vector<ListedSentence> Sentences(base::Database& db, const std::string& select,
                                       const std::vector<base::Day>& days) {
-  std::vector<ListedSentence> sentences;
-  const auto take = [&](const base::DbRow& row) { sentences.push_back({row.Text(0), row.Text(1)}); };
-  // Within a day they come in the order in which they were recorded.
+  const auto listed = [](const base::DbRow& row) { return ListedSentence{row.Text(0), row.Text(1)}; };
   const std::string order = " order by sDate, rowid";
-  if (days.empty()) {
-    db.Run(select + order, {}, take);
-  } else {
-    db.Run(select + " and sDate in (select value from json_each(?))" + order, {JsonOf(days)}, take);
-  }
-  return sentences;
+  if (days.empty()) return Collect(db, select + kOutsideEssays + order, {}, listed);
+  return Collect(db, select + kOutsideEssays + " and sDate in (select value from json_each(?))" + order,
+                 {JsonOf(days)}, listed);
 }
 
 }  // namespace
@@ -70,45 +72,24 @@ void DayRecords::MergeErrDays(const std::vector<DayCount>& days) {
 }
 
 std::vector<base::Day> DayRecords::WorkRecDays() {
-  std::vector<base::Day> days;
-  records_.Db().Run("select sDate from workRec order by sDate desc", {},
-                    [&](const base::DbRow& row) { days.push_back(DayFromIso(row.Text(0))); });
-  return days;
+  return Collect(records_.Db(), "select sDate from workRec order by sDate desc", {},
+                 [](const base::DbRow& row) { return DayFromIso(row.Text(0)); });
 }
 
-std::vector<DayCount> DayRecords::OkDays() {
-  return CountsByDay(records_.Db(),
-                     "select sDate, count(*) from oksentence where upload <> 'D' group by sDate "
-                     "order by sDate");
-}
+std::vector<DayCount> DayRecords::OkDays() { return CountsByDay(records_.Db(), "oksentence"); }
 
-std::vector<DayCount> DayRecords::ErrDays() {
-  return CountsByDay(records_.Db(),
-                     "select sDate, count(*) from errsentence where upload <> 'D' group by sDate "
-                     "order by sDate");
-}
+std::vector<DayCount> DayRecords::ErrDays() { return CountsByDay(records_.Db(), "errsentence"); }
 
-int DayRecords::CountOk(base::Day day) {
-  return records_.Db().Number(
-      std::string("select count(*) from oksentence where sDate = ? and ") + kOutsideEssays,
-      {base::IsoDay(day)});
-}
+int DayRecords::CountOk(base::Day day) { return CountOutsideEssays(records_.Db(), "oksentence", day); }
 
-int DayRecords::CountErr(base::Day day) {
-  return records_.Db().Number(
-      std::string("select count(*) from errsentence where sDate = ? and ") + kOutsideEssays,
-      {base::IsoDay(day)});
-}
+int DayRecords::CountErr(base::Day day) { return CountOutsideEssays(records_.Db(), "errsentence", day); }
 
 std::vector<ListedSentence> DayRecords::OkSentences(const std::vector<base::Day>& days) {
-  return Sentences(
-      records_.Db(),
-      std::string("select sId, sentence from oksentence where upload <> 'D' and ") + kOutsideEssays, days);
+  return Sentences(records_.Db(), "select sId, sentence from oksentence where upload <> 'D' and ", days);
 }
 
 std::vector<ListedSentence> DayRecords::ErrSentences(const std::vector<base::Day>& days) {
-  return Sentences(records_.Db(), std::string("select id, sentence from errsentence where ") + kOutsideEssays,
-                   days);
+  return Sentences(records_.Db(), "select id, sentence from errsentence where ", days);
 }
 
 void DayRecords::DeleteDays(const std::vector<base::Day>& days) {

@@ -33,18 +33,18 @@ class DayRecords {
  public:
   explicit DayRecords(RecordDb& records) : records_(records) {}
 
-  /// `workRec`, the diary's list of days. It is derived from the sentences and made anew by these.
+  /// `workRec`, the diary's list of days. It is derived from the sentences, and these make it anew.
   void ClearWorkRec();
   void InsertOkDays(const std::vector<DayCount>& days);
   void MergeErrDays(const std::vector<DayCount>& days);
   /// The latest first.
   std::vector<base::Day> WorkRecDays();
 
-  /// Sentences a day that are not deleted, in order of days.
+  /// Number of sentences per day that are not deleted, in order of days.
   std::vector<DayCount> OkDays();
   std::vector<DayCount> ErrDays();
 
-  /// Sentences of a day outside essays, deleted ones included.
+  /// Number of sentences of a day outside essays, deleted ones included.
   int CountOk(base::Day day);
   int CountErr(base::Day day);
 
@@ -55,7 +55,7 @@ class DayRecords {
 
   /// Flags the sentences of the days as deleted, those of essays too.
   void DeleteDays(const std::vector<base::Day>& days);
-  /// Flags the sentences with these ids as deleted, whichever table they stand in.
+  /// Flags the sentences with these ids as deleted, whichever table they are in.
   void DeleteSentences(const std::vector<std::string>& ids);
 
  private:

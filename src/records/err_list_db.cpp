@@ -3,7 +3,8 @@
 #include "base/text.h"
 #include "core/program.h"
 #include "platform/machine.h"
-#include "records/connection.h"
+#include "records/collect.h"
+#include "records/record_db.h"
 
 namespace marovane {
 
@@ -20,20 +21,18 @@ std::string ErrListDb::Outline(const std::string& errcode) {
 }
 
 std::vector<ErrorCategory> ErrListDb::Categories() {
-  std::vector<ErrorCategory> categories;
-  Db().Run("select errtype_id, errtype from errtype order by errtype_id", {}, [&](const base::DbRow& row) {
-    categories.push_back({base::Trim(row.Text(0)), base::Trim(row.Text(1))});
-  });
-  return categories;
+  return Collect(Db(), "select errtype_id, errtype from errtype order by errtype_id", {},
+                 [](const base::DbRow& row) {
+                   return ErrorCategory{base::Trim(row.Text(0)), base::Trim(row.Text(1))};
+                 });
 }
 
 std::vector<ErrorCode> ErrListDb::CodesOf(const std::string& category) {
-  std::vector<ErrorCode> codes;
-  Db().Run("select errcode, outline from errmain where errcode like ? || '%' order by errcode", {category},
-           [&](const base::DbRow& row) {
-             codes.push_back({base::Trim(row.Text(0)), row.IsNull(1) ? "Null" : base::Trim(row.Text(1))});
-           });
-  return codes;
+  return Collect(
+      Db(), "select errcode, outline from errmain where errcode like ? || '%' order by errcode", {category},
+      [](const base::DbRow& row) {
+        return ErrorCode{base::Trim(row.Text(0)), row.IsNull(1) ? "Null" : base::Trim(row.Text(1))};
+      });
 }
 
 }  // namespace marovane

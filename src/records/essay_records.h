@@ -1,4 +1,4 @@
-// Statements about essays and the sentences that belong to them.
+// Statements about essays, their topics and the sentences that belong to them.
 #pragma once
 
 #include <optional>
@@ -22,9 +22,6 @@ struct EssayRow {
   base::Day sDate;
 };
 
-/// An essay from a row with all columns of its table. Throws RunTimeError when its day is none.
-EssayRow EssayFrom(const base::DbRow& row);
-
 /// Works on the connection of the record database, which must outlive it. Texts come back as they are stored.
 /// Every procedure throws RunTimeError when its statement fails.
 class EssayRecords {
@@ -38,6 +35,19 @@ class EssayRecords {
   void FinishEssay(const std::string& essayId, const std::string& newEssay);
   void HandInEssay(const std::string& essayId, const std::string& workId);
   int CountHandedIn(const std::string& workId);
+  bool IsHandedIn(const std::string& essayId);
+  /// Marks an essay and its sentences as deleted. The next upload removes them.
+  void Delete(const std::string& essayId);
+
+  /// Topics that have essays, the newest id first.
+  std::vector<std::string> WorkIds();
+  /// Essays of a topic in the order of time.
+  std::vector<EssayRow> EssaysOf(const std::string& workId);
+  /// The essay of a topic that was stored first; nothing when there is none.
+  std::optional<EssayRow> FirstOf(const std::string& workId);
+  /// Essays that are not deleted, the newest first.
+  /// @param workId their topic, "" for all
+  std::vector<EssayRow> Listed(const std::string& workId);
 
   /// A sentence that was judged before, in an essay or outside. Nothing when there is none of this text.
   std::optional<OkSentence> FindOkSentence(const std::string& sentence);
@@ -45,7 +55,9 @@ class EssayRecords {
 
   /// Sentences of an essay in their order within it; attempts at one sentence in the order of time.
   std::vector<OkSentence> OkSentencesOf(const std::string& essayId);
-  /// Refused sentences of an essay in the order of time.
+  /// Refused sentences of an essay.
+  int CountMistakes(const std::string& essayId);
+  /// The same in the order of time.
   std::vector<ErrSentence> ErrSentencesOf(const std::string& essayId);
 
  private:

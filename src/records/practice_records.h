@@ -21,7 +21,7 @@ struct ErrorTally {
 };
 
 /// One query each. All count the sentences that are not deleted, also those of essays. A day is the local day
-/// on which a sentence was recorded, and stays it. Every procedure throws RunTimeError.
+/// on which a sentence was recorded. Every procedure throws RunTimeError.
 class PracticeRecords {
  public:
   explicit PracticeRecords(RecordDb& records) : records_(records) {}

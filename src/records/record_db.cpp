@@ -5,7 +5,7 @@
 #include "core/program.h"
 #include "platform/machine.h"
 #include "platform/run_time_error.h"
-#include "records/connection.h"
+#include "records/collect.h"
 
 namespace marovane {
 
@@ -15,6 +15,26 @@ constexpr int kSchemaVersion = 1;
 constexpr const char* kStoredApostrophe = "’";
 
 }  // namespace
+
+OkSentence OkSentenceFrom(const base::DbRow& row) {
+  return {row.Text(0), row.Text(2), DayFromIso(row.Text(3)), row.Text(4), row.Text(5),
+          row.Text(6), row.Text(7)};
+}
+
+ErrSentence ErrSentenceFrom(const base::DbRow& row) {
+  return {row.Text(0), row.Text(1), row.Text(2), DayFromIso(row.Text(3)),
+          row.Text(4), row.Text(5), row.Text(6), row.Text(7)};
+}
+
+std::string ConnectionPath(const std::string& connectionString) {
+  constexpr std::string_view kKey = "Data Source=";
+  const auto found = connectionString.find(kKey);
+  if (found == std::string::npos) {
+    throw RunTimeError("a connection string names no database: " + connectionString);
+  }
+  const auto begin = found + kKey.size();
+  return connectionString.substr(begin, connectionString.find(';', begin) - begin);
+}
 
 std::string PlainApostrophes(const std::string& stored) {
   return base::Replace(stored, kStoredApostrophe, "'");
@@ -73,36 +93,44 @@ void RecordDb::TallyMistake(const std::string& errcode) {
 }
 
 std::vector<base::Day> RecordDb::Days() {
-  std::vector<base::Day> days;
-  Db().Run(
-      "select sDate from oksentence where upload <> 'D' union "
-      "select sDate from errsentence where upload <> 'D' order by 1 desc",
-      {}, [&](const base::DbRow& row) { days.push_back(DayFromIso(row.Text(0))); });
-  return days;
+  return Collect(Db(),
+                 "select sDate from oksentence where upload <> 'D' union "
+                 "select sDate from errsentence where upload <> 'D' order by 1 desc",
+                 {}, [](const base::DbRow& row) { return DayFromIso(row.Text(0)); });
 }
 
 std::vector<OkSentence> RecordDb::OkSentencesOf(base::Day day) {
-  std::vector<OkSentence> sentences;
-  Db().Run("select * from oksentence where upload <> 'D' and sDate = ? order by sId", {base::IsoDay(day)},
-           [&](const base::DbRow& row) {
-             sentences.push_back(
-                 {row.Text(0), row.Text(2), day, row.Text(4), row.Text(5), row.Text(6), row.Text(7)});
-           });
-  return sentences;
+  return Collect(Db(), "select * from oksentence where upload <> 'D' and sDate = ? order by sId",
+                 {base::IsoDay(day)}, OkSentenceFrom);
 }
 
 std::vector<ErrSentence> RecordDb::ErrSentencesOf(base::Day day) {
-  std::vector<ErrSentence> sentences;
-  Db().Run("select * from errsentence where upload <> 'D' and sDate = ? order by id", {base::IsoDay(day)},
-           [&](const base::DbRow& row) {
-             sentences.push_back({row.Text(0), row.Text(1), row.Text(2), day, row.Text(4), row.Text(5),
-                                  row.Text(6), row.Text(7)});
-           });
-  return sentences;
+  return Collect(Db(), "select * from errsentence where upload <> 'D' and sDate = ? order by id",
+                 {base::IsoDay(day)}, ErrSentenceFrom);
 }
 
 std::vector<std::string> RecordDb::SentencesWithCode(const std::string& errcode) {
   return Db().Column("select sentence from errsentence where upload <> 'D' and errcode = ?", {errcode});
+}
+
+int RecordDb::CountErrorsLike(const std::string& prefix) {
+  return Db().Number("select count(*) from errsentence where errcode like ? || '%'", {prefix});
+}
+
+int RecordDb::CountErrorsWith(const std::string& errcode) {
+  return Db().Number("select count(*) from errsentence where errcode = ?", {errcode});
+}
+
+bool RecordDb::HasMoreSentencesThan(int many) {
+  return Db().Number("select count(*) from oksentence") > many ||
+         Db().Number("select count(*) from errsentence") > many;
+}
+
+bool RecordDb::HasNewRows() {
+  return Db().Number(
+             "select (select count(*) from oksentence where upload = 'N')"
+             " + (select count(*) from errsentence where upload = 'N')"
+             " + (select count(*) from essay where upload = 'N')") > 0;
 }
 
 }  // namespace marovane

@@ -1,4 +1,4 @@
-// The record database: one typed procedure a statement.
+// The record database: one typed procedure per statement.
 #pragma once
 
 #include <functional>
@@ -58,8 +58,17 @@ class RecordDb {
   std::vector<ErrSentence> ErrSentencesOf(base::Day day);
   /// Stored texts of the sentences with an error code that are not deleted.
   std::vector<std::string> SentencesWithCode(const std::string& errcode);
+  /// Faulty sentences whose code begins with the prefix, those of essays and deleted ones included.
+  int CountErrorsLike(const std::string& prefix);
+  /// The same of those with exactly this code.
+  int CountErrorsWith(const std::string& errcode);
 
-  /// The one connection, for the statements of the other files of this room.
+  /// True when there are more right or more faulty sentences than this, whatever their flags.
+  bool HasMoreSentencesThan(int many);
+  /// True when a sentence or an essay has not been uploaded.
+  bool HasNewRows();
+
+  /// The only connection, for the statements of the other files of this room.
   base::Database& Db();
 
  private:
@@ -67,6 +76,12 @@ class RecordDb {
   std::unique_ptr<base::Database> db_;
 };
 
+/// A sentence from a row with all columns of its table. Throws RunTimeError when its day is none.
+OkSentence OkSentenceFrom(const base::DbRow& row);
+ErrSentence ErrSentenceFrom(const base::DbRow& row);
+
+/// Path of the database that a connection string names. Throws RunTimeError when it names none.
+std::string ConnectionPath(const std::string& connectionString);
 /// A stored text with plain apostrophes, as the user and the engine know it.
 std::string PlainApostrophes(const std::string& stored);
 /// A text as it is stored: without plain apostrophes.

@@ -14,7 +14,7 @@
 #include "core/settings.h"
 #include "platform/machine.h"
 #include "platform/window_system.h"
-#include "records/connection.h"
+#include "records/record_db.h"
 
 namespace marovane {
 
@@ -91,7 +91,7 @@ class TableSalvage {
     }
   }
 
-  // From both ends up to the damage; what lies between is halved again and again.
+  // From both ends up to the damage; what is between is halved again and again.
   void Between(RowId low, RowId high) {
     if (low > high || triesLeft_ <= 0) return;
     const auto broken = Read("where rowid between ? and ? order by rowid", {low, high}, low - 1);
@@ -100,9 +100,9 @@ class TableSalvage {
         Read("where rowid > ? and rowid <= ? order by rowid desc", {*broken, high}, high + 1);
     if (!brokenBack) return;
     // With the last page damaged nobody knows how many rows there were.
-    constexpr RowId kMostBehind = 100'000;
+    constexpr RowId kMostAfter = 100'000;
     const RowId first = *broken + 1;
-    const RowId last = std::min(*brokenBack - 1, *broken + kMostBehind);
+    const RowId last = std::min(*brokenBack - 1, *broken + kMostAfter);
     if (first >= last) return;
     const RowId middle = first + (last - first) / 2;
     Between(first, middle);
@@ -113,7 +113,8 @@ class TableSalvage {
     std::vector<base::DbValue> values;
     for (std::size_t i = 1; i <= table_.columns.size(); ++i) {
       const int column = static_cast<int>(i);
-      values.push_back(row.IsNull(column) ? base::DbValue{} : base::DbValue{row.Text(column)});
+      base::DbValue& value = values.emplace_back();
+      if (!row.IsNull(column)) value = row.Text(column);
     }
     if (!IsPlausible(table_, values)) return;
     to_.Run(insert_, values);
@@ -144,7 +145,7 @@ std::string WithFirstPageOf(const std::string& empty, std::string damaged) {
   constexpr std::size_t kValidForAt = 92;  // when it is not the change counter, the length of the file counts
   const auto byte = [&](std::size_t at) { return static_cast<unsigned char>(empty.at(at)); };
   const std::size_t pageSize = byte(kPageSizeAt) * 256U + byte(kPageSizeAt + 1);
-  // The schema wants all pages that tables begin at, even where they are empty.
+  // The schema needs all pages at which tables begin, even empty ones.
   damaged.resize(std::max(damaged.size(), empty.size()));
   damaged.replace(0, pageSize, empty, 0, pageSize);
   damaged.replace(kValidForAt, 4, "\xFF\xFF\xFF\xFF");

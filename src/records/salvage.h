@@ -1,4 +1,4 @@
-// Records out of a database that is damaged.
+// Records from a damaged database.
 #pragma once
 
 #include "base/database.h"
@@ -13,8 +13,9 @@ struct Program;
 int SalvageRows(base::Database& damaged, base::Database& empty);
 
 /// When `Marovane.mdb` is damaged: makes a new one of what can still be read, sets the damaged one aside, and
-/// tells the user. A kill at any point leaves the old file, or the new one with the old one set aside; the
-/// next start finishes the work. When something goes wrong, all stays as it was, and the user is told.
+/// shows the user a message. A kill at any point leaves the old file, or the new one with the old one set
+/// aside; the next start finishes the work. When something goes wrong, all stays as it was, and a message
+/// says so.
 void MendRecords(Program& program);
 
 }  // namespace marovane

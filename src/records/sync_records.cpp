@@ -2,13 +2,12 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <array>
 
-#include "base/database.h"
 #include "base/day.h"
 #include "base/transaction.h"
 #include "protocol/digest.h"
-#include "records/record_db.h"
 
 namespace marovane {
 
@@ -19,7 +18,7 @@ namespace {
 struct TableWords {
   const char* name;
   const char* key;
-  const char* newest;   // column that tells the newest row
+  const char* newest;   // column that identifies the newest row
   const char* columns;  // in the order of a row's fields
   const char* values;   // of the table, from the local key and a row's fields
 };
@@ -39,16 +38,13 @@ constexpr std::array kAllKinds{RecordKind::kRight, RecordKind::kFaulty, RecordKi
 
 }  // namespace
 
-base::Database& SyncRecords::Db() { return records_.Db(); }
-
 int SyncRecords::CountPending(RecordKind kind) {
   return Db().Number(
       fmt::format("select count(*) from {} where upload = 'N' or upload = 'D'", WordsOf(kind).name));
 }
 
 bool SyncRecords::HasPending() {
-  return CountPending(RecordKind::kEssay) > 0 || CountPending(RecordKind::kRight) > 0 ||
-         CountPending(RecordKind::kFaulty) > 0;
+  return std::ranges::any_of(kAllKinds, [this](RecordKind kind) { return CountPending(kind) > 0; });
 }
 
 PendingRows SyncRecords::Pending(RecordKind kind) {
@@ -89,17 +85,17 @@ void SyncRecords::MarkSent(RecordKind kind, const std::vector<std::string>& newI
                            const std::vector<std::string>& deletedIds) {
   const auto& words = WordsOf(kind);
   base::Transaction transaction(Db());
-  // The plus sign keeps the index of the flags out of it: nearly all rows have this flag now.
-  for (const auto& id : newIds) {
-    Db().Run(fmt::format("update {} set upload = 'Y' where {} = ? and +upload = 'N'", words.name, words.key),
-             {id});
-    // One that was deleted while it was on its way has been sent all the same.
-    Db().Run("delete from never_sent where id = ?", {id});
-  }
-  for (const auto& id : deletedIds) {
-    Db().Run(fmt::format("delete from {} where {} = ? and +upload = 'D'", words.name, words.key), {id});
-    Db().Run("delete from never_sent where id = ?", {id});
-  }
+  // The plus sign keeps the index of the flags out of it: nearly all rows have this flag now. A new row that
+  // was deleted while it was on its way has been sent all the same.
+  const auto runForEach = [&](const std::vector<std::string>& ids, const std::string& sql) {
+    for (const auto& id : ids) {
+      Db().Run(sql, {id});
+      Db().Run("delete from never_sent where id = ?", {id});
+    }
+  };
+  runForEach(newIds,
+             fmt::format("update {} set upload = 'Y' where {} = ? and +upload = 'N'", words.name, words.key));
+  runForEach(deletedIds, fmt::format("delete from {} where {} = ? and +upload = 'D'", words.name, words.key));
   transaction.Commit();
 }
 
@@ -115,10 +111,7 @@ std::uint64_t SyncRecords::Digest(base::Day from) {
   for (const RecordKind kind : kAllKinds) {
     const auto& words = WordsOf(kind);
     Db().Run(fmt::format("select {} from {} where sDate >= ?", words.columns, words.name),
-             {base::IsoDay(from)}, [&](const base::DbRow& row) {
-               auto fields = row.Texts();
-               sum += protocol::HashOf(protocol::Trimmed(protocol::RowFrom(kind, fields)));
-             });
+             {base::IsoDay(from)}, [&](const base::DbRow& row) { sum += protocol::HashOf(row, " "); });
   }
   return sum;
 }

@@ -7,14 +7,9 @@
 
 #include "base/day.h"
 #include "protocol/post.h"
-
-namespace base {
-class Database;
-}
+#include "records/record_db.h"
 
 namespace marovane {
-
-class RecordDb;
 
 /// Rows that the server does not know yet, or does not know to be deleted. Texts as stored.
 struct PendingRows {
@@ -56,7 +51,7 @@ class SyncRecords {
   bool CommitReload();
 
  private:
-  base::Database& Db();
+  base::Database& Db() { return records_.Db(); }
 
   RecordDb& records_;
 };

@@ -7,6 +7,7 @@
 #include "core/server_access.h"
 #include "core/settings.h"
 #include "core/text_utility.h"
+#include "core/window_shell.h"
 #include "platform/event_loop.h"
 #include "protocol/pages.h"
 #include "protocol/refusal.h"
@@ -15,7 +16,6 @@ namespace marovane {
 
 namespace {
 
-constexpr int kOffScreen = -20000;
 constexpr Color kFound = Rgb(0, 0, 0xC0);
 constexpr Color kNotFound = Rgb(255, 0, 0);
 constexpr const char* kNoServerYet = "* 尚未取得 *";
@@ -78,7 +78,7 @@ void FrmXQDLogin::ReadCertificate() {
   };
   const std::string& oldDomain = program_.installation.oldDefaultDomain;
   lblACServer.Caption = line(0);
-  // Written before the school had an address of its own.
+  // Written before the school had its own address.
   if (!oldDomain.empty() && line(0).find(oldDomain) != std::string::npos) {
     lblACServer.Caption = base::Replace(base::Replace(program_.app.gACServerRoot, "http://", ""), "/", "");
   }
@@ -105,8 +105,8 @@ void FrmXQDLogin::txtLogin_KeyPress(int& keyAscii) {
 }
 
 void FrmXQDLogin::MoveAway() {
-  if (Left != kOffScreen) left_ = Left;
-  Left = kOffScreen;
+  if (Left != kAway) left_ = Left;
+  Left = kAway;
 }
 
 void FrmXQDLogin::MoveBack() { Left = left_; }
@@ -151,8 +151,11 @@ void FrmXQDLogin::Login() {
   Enabled = false;
   const std::string reply = LoginOrRetry();
   Enabled = true;
-  if (reply.starts_with("ERR")) return ShowRefusal(reply);
-  Accept(reply);
+  if (reply.starts_with("ERR")) {
+    ShowLoginRefusal(program_, reply, Message::kServerNotFound);
+  } else {
+    Accept(reply);
+  }
 }
 
 bool FrmXQDLogin::ShowBadInput() {
@@ -178,12 +181,6 @@ std::string FrmXQDLogin::LoginOrRetry() {
   if (reply != protocol::refusal::kConnectFailed) return reply;
   // A school may have the pages in a folder of its web site.
   return LoginToServer(program_, server + "/serverside", login, password);
-}
-
-void FrmXQDLogin::ShowRefusal(const std::string& reply) {
-  if (reply == protocol::refusal::kConnectFailed) ShowMessage(program_, Message::kServerNotFound);
-  if (reply == protocol::refusal::kNotFound) ShowMessage(program_, Message::kWrongAccount);
-  if (reply == protocol::refusal::kWrongPassword) ShowMessage(program_, Message::kWrongPassword);
 }
 
 void FrmXQDLogin::Accept(const std::string& reply) {

@@ -41,9 +41,8 @@ class FrmXQDLogin : public ButtonWindow<2>, public HallWindow {
   void picButtons_Click(int index) override;
   void Login();
   std::string LoginOrRetry();
-  /// Tells what is wrong with the input. False when nothing is.
+  /// Shows what is wrong with the input. False when nothing is.
   bool ShowBadInput();
-  void ShowRefusal(const std::string& reply);
   void Accept(const std::string& reply);
   void Finish(bool isOk);
   void MoveAway();

@@ -3,7 +3,6 @@
 #include "base/text.h"
 #include "core/key_value_file.h"
 #include "core/message.h"
-#include "core/options.h"
 #include "core/server_access.h"
 #include "core/text_utility.h"
 #include "protocol/form.h"
@@ -96,7 +95,7 @@ void FrmFeedback::Thank(bool hasArrived) {
   ShowMessage(program_, Message::kNetworkDown);
 }
 
-// As a browser would post it from a page in Big5. Posted by the window itself, so that it knows whether it
+// As a browser would post it from a page in Big5. The window posts it itself, so that it knows whether it
 // has arrived.
 std::string FrmFeedback::FormBody(const std::string& email) const {
   return protocol::BrowserBody({{"pno", protocol::Big5Value(program_.app.gAccountNo)},

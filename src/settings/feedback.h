@@ -1,4 +1,4 @@
-// Tells the makers what the user thinks of the latest verdict.
+// Sends the makers what the user thinks of the latest verdict.
 #pragma once
 
 #include <string>
@@ -17,7 +17,7 @@ class FrmFeedback : public ButtonWindow<2>, public HallWindow {
   Form& AsForm() override { return *this; }
   void Form_Load() override;
   void SetDefaultValue();
-  /// Sends the sentence and the remark, when all is well with them. What does not arrive is kept for the next
+  /// Sends the sentence and the remark when both are acceptable. What does not arrive is kept for the next
   /// upload.
   void OpenWithBrowserForFeedback();
 
@@ -32,7 +32,7 @@ class FrmFeedback : public ButtonWindow<2>, public HallWindow {
   void optNeedRes_Click(int index);
   void picButtons_Click(int index) override;
   bool HasNoRemark() const;
-  /// The number of the message that refuses the input, "" when it is well.
+  /// The message that refuses the input, nullptr when there is nothing to refuse.
   const Message* Refusal(const std::string& email);
   std::string FormBody(const std::string& email) const;
   void Thank(bool hasArrived);

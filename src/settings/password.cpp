@@ -8,7 +8,6 @@
 #include "protocol/account.h"
 #include "protocol/form.h"
 #include "protocol/pages.h"
-#include "protocol/refusal.h"
 
 namespace marovane {
 
@@ -17,25 +16,22 @@ namespace {
 constexpr int kLeastPassword = 4;
 constexpr int kMostPassword = 12;
 
+std::string AskLogin(Program& program, const std::string& account, const std::string& password,
+                     const std::string& userName, const std::string& email) {
+  return AskServer(
+      program, protocol::page::kLogin,
+      {{"pno", account}, {"password", password}, {"username", userName}, {"email", email}, {"district", ""}});
+}
+
 }  // namespace
 
 std::string LoginWithPassword(Program& program, const std::string& account, const std::string& password) {
-  return AskServer(program, protocol::page::kLogin,
-                   {{"pno", protocol::CleanAccount(account)},
-                    {"password", password},
-                    {"username", ""},
-                    {"email", ""},
-                    {"district", ""}});
+  return AskLogin(program, protocol::CleanAccount(account), password, "", "");
 }
 
 std::string ApplyForAccount(Program& program, const std::string& userName, const std::string& email,
                             const std::string& password) {
-  return AskServer(program, protocol::page::kLogin,
-                   {{"pno", ""},
-                    {"password", password},
-                    {"username", protocol::PlainValue(userName)},
-                    {"email", protocol::PlainValue(email)},
-                    {"district", ""}});
+  return AskLogin(program, "", password, protocol::PlainValue(userName), protocol::PlainValue(email));
 }
 
 int FilterPasswordKey(int keyAscii, std::string_view caseWord, bool allowBlank) {
@@ -66,7 +62,7 @@ void FrmPassword::ShowApplication(bool isApplying) {
   lblNewAccount.Caption = isApplying ? "已經有帳號，輸入密碼登入" : "還沒有帳號？按這裡申請新帳號";
 }
 
-// Without the fields of the application the window is lower by their room.
+// Without the fields of the application the window is lower.
 void FrmPassword::FitHeight() {
   constexpr int kApplication = 136 * 15;
   constexpr int kLinkAbove = 84 * 15;
@@ -132,15 +128,8 @@ void FrmPassword::Apply(const std::string& password) {
 }
 
 void FrmPassword::ShowRefusal(const std::string& reply) {
-  if (reply == protocol::refusal::kConnectFailed) {
-    ShowMessage(program_, Message::kNetworkDown);
-  } else if (reply == protocol::refusal::kNotFound) {
-    ShowMessage(program_, Message::kWrongAccount);
-  } else if (reply == protocol::refusal::kWrongPassword) {
-    ShowMessage(program_, Message::kWrongPassword);
-  } else if (isApplying_) {
-    ShowMessage(program_, Message::kNotOffered);  // this server makes no accounts
-  }
+  if (ShowLoginRefusal(program_, reply, Message::kNetworkDown)) return;
+  if (isApplying_) ShowMessage(program_, Message::kNotOffered);  // this server makes no accounts
 }
 
 void FrmPassword::Accept(const std::string& password) {

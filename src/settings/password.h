@@ -1,4 +1,4 @@
-// Asks for the account's password before the first check of a run, when none is kept; and makes new accounts.
+// Asks for the account's password before the first check of a run, unless it is stored, and makes accounts.
 #pragma once
 
 #include <string>

@@ -45,9 +45,8 @@ void FrmPublisher::Form_Load() {
 }
 
 void FrmPublisher::cmdOK_Click() {
-  constexpr int kOffScreen = -20000;
   if (chkNoShow.Value) WriteSetup(program_, kSetupKey, AsValue(webMain.LocationURL));
-  Left = kOffScreen;
+  Left = kAway;
   machine.loop.DoEvents();
   Unload();
 }
@@ -59,7 +58,7 @@ void ShowPublisherNews(Program& program, Window<FrmPublisher>& frmPublisher) {
     frmPublisher->webMain.Navigate(url);
     frmPublisher->ShowModal();
   } catch (const RunTimeError&) {
-    return;  // news are no reason to stop a start
+    return;  // news is no reason to stop a start
   }
 }
 

@@ -5,19 +5,18 @@
 
 #include "base/text.h"
 #include "core/message.h"
-#include "core/options.h"
 #include "core/settings.h"
+#include "core/window_shell.h"
 
 namespace marovane {
 
 namespace {
 
 constexpr std::array<const char*, 3> kFontSizes{"BIG", "MIDDLE", "SMALL"};
-// Letters of the levels of education, by their places in the list; the first is none.
+// Letters of the levels of education, by their index in the list; the first is none.
 constexpr std::string_view kLevels = " pjsug";
 constexpr int kLeastAlpha = 100;
 constexpr int kMostAlpha = 240;
-constexpr int kOffScreen = -20000;
 
 const char* Flag(bool isOn) { return isOn ? "1" : "0"; }
 
@@ -150,7 +149,7 @@ void FrmSetup::MergeOldAccount() {
 
 void FrmSetup::AskForOldAccount() {
   const int left = Left;
-  Left = kOffScreen;
+  Left = kAway;
   program_.app.gMsgResult.clear();
   program_.hall.frmSyncLogin->AsForm().ShowModal();
   machine.loop.WaitUntil([this] { return !program_.app.gMsgResult.empty(); });
@@ -179,7 +178,7 @@ void FrmSetup::sdrTransform_Change() {
 void FrmSetup::imgClose_Click() {
   auto& app = program_.app;
   app.gFadeAlpha = app.gTransformValue;
-  sdrTransform.Value = app.gTransformValue;  // takes the preview back
+  sdrTransform.Value = app.gTransformValue;  // ends the preview
   closeForm();
 }
 

@@ -8,9 +8,9 @@
 namespace marovane {
 
 /// Education as it is stored: a letter for the level ("" for none) and "1" for studying or "2" for graduated.
-/// @param level place in the list of levels, from 0 for none
+/// @param level index in the list of levels; 0 for none
 std::string EduBackground(int level, bool isStudying);
-/// Place in the list of levels of an education as it is stored; 0 for what is none.
+/// Index in the list of levels of an education as it is stored; 0 for none.
 int EduLevel(const std::string& eduBackground);
 
 class FrmSetup : public ShellWindow, public HallWindow {

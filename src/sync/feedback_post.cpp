@@ -13,9 +13,9 @@ namespace marovane {
 
 namespace {
 
-constexpr const char* kEnding = ".feedback";
+constexpr const char* kFeedbackEnding = ".feedback";
 
-// Servers may answer what they like, but a refusal means that they do not have it.
+// Servers may answer what they like, but after a refusal they do not have it.
 bool HasArrived(Program& program, const std::string& body) {
   try {
     return !PostPage(program, protocol::page::kFeedback, body, protocol::kFormType, {}).starts_with("ERR");
@@ -31,7 +31,7 @@ bool SendFeedback(Program& program, const std::string& body) {
   base::Files& files = program.machine.files;
   const auto folder = OutboxFolder(program);
   files.CreateFolder(folder, true);
-  const std::string name = MakeRecId(program.app, program.machine.loop.Now()) + kEnding;
+  const std::string name = MakeRecId(program.app, program.machine.loop.Now()) + kFeedbackEnding;
   base::RewriteFile(files, folder / name, body, true);
   return false;
 }
@@ -40,7 +40,7 @@ void SendWaitingFeedback(Program& program) {
   base::Files& files = program.machine.files;
   const auto folder = OutboxFolder(program);
   for (const auto& name : files.List(folder)) {
-    if (!name.ends_with(kEnding)) continue;
+    if (!name.ends_with(kFeedbackEnding)) continue;
     try {
       if (HasArrived(program, files.Read(folder / name))) files.Delete(folder / name);
     } catch (const RunTimeError&) {

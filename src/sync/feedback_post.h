@@ -13,7 +13,7 @@ struct Program;
 /// @return whether the server has it
 bool SendFeedback(Program& program, const std::string& body);
 
-/// Posts what was kept once more, the oldest first. What does not arrive stays.
+/// Posts once more what was kept, the oldest first. What does not arrive stays.
 void SendWaitingFeedback(Program& program);
 
 }  // namespace marovane

@@ -10,13 +10,13 @@
 #include "core/text_utility.h"
 #include "platform/machine.h"
 #include "platform/run_time_error.h"
-#include "records/connection.h"
+#include "records/record_db.h"
 
 namespace marovane {
 
 namespace {
 
-constexpr const char* kEnding = ".post";
+constexpr const char* kPostEnding = ".post";
 
 std::string PopLine(std::string& text) {
   const auto end = text.find('\n');
@@ -34,7 +34,7 @@ base::Files::Path OutboxFolder(const Program& program) {
 
 std::vector<std::string> Outbox::Names() const {
   auto names = program_.machine.files.List(Folder());
-  std::erase_if(names, [](const auto& name) { return !name.ends_with(kEnding); });
+  std::erase_if(names, [](const auto& name) { return !name.ends_with(kPostEnding); });
   return names;
 }
 
@@ -54,7 +54,7 @@ Post Outbox::Read(const std::string& name) const {
 
 std::string Outbox::Keep(const Post& post) {
   program_.machine.files.CreateFolder(Folder(), true);
-  std::string name = MakeRecId(program_.app, program_.machine.loop.Now()) + kEnding;
+  std::string name = MakeRecId(program_.app, program_.machine.loop.Now()) + kPostEnding;
   Write(name, post);
   return name;
 }

@@ -14,17 +14,17 @@ struct Program;
 /// `outbox/` beside the record database.
 base::Files::Path OutboxFolder(const Program& program);
 
-/// One upload as it goes out, and the rows that it tells of.
+/// One upload as it goes out, and the rows in it.
 struct Post {
-  std::string id;    ///< tells it from every other post of the account
-  std::string kept;  ///< "3:1 17:2": of the third row one equal row was kept, of the seventeenth two
+  std::string id;    ///< distinguishes it from every other post of the account
+  std::string kept;  ///< "3:1 17:2": one row equal to the third was kept, and two equal to the seventeenth
   std::string body;  ///< application/x-www-form-urlencoded, UTF-8
   protocol::RecordKind kind = protocol::RecordKind::kRight;
-  std::vector<std::string> newIds, deletedIds;  ///< local keys of the rows that have their flags yet
+  std::vector<std::string> newIds, deletedIds;  ///< local keys of the rows that still have their flags
 };
 
-/// One file a post in `outbox/`. A post is there from before its rows lose their
-/// flags until the server has said that it has it; so whenever the program dies, the file tells the rest.
+/// One file per post in `outbox/`. A post is there from before its rows lose their flags until the server has
+/// confirmed it; so whenever the program dies, the file says what is left to do.
 /// Every procedure throws RunTimeError when a file cannot be used.
 class Outbox {
  public:
@@ -34,7 +34,7 @@ class Outbox {
   /// Oldest first.
   std::vector<std::string> Names() const;
   Post Read(const std::string& name) const;
-  /// Keeps a post and gives its name.
+  /// Stores a post and returns its name.
   std::string Keep(const Post& post);
   /// Notes that the rows of a post have lost their flags.
   void NoteMarked(const std::string& name, Post post);

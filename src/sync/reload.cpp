@@ -1,5 +1,7 @@
 #include "sync/reload.h"
 
+#include <fmt/format.h>
+
 #include <array>
 
 #include "base/files.h"
@@ -31,9 +33,8 @@ constexpr std::array<Stream, 3> kStreams{
      {RecordKind::kEssay, "(下載短文資料中)", "' 呼叫下載 essay 程序"}}};
 
 constexpr const char* kRule = "'=========================================";
-constexpr const char* kLineEnd = "\r\n";
 
-/// @param isFresh what the file held before goes
+/// @param isFresh the file is begun anew
 bool WriteLog(base::Files& files, const std::string& folder, const std::string& text, bool isFresh) {
   const std::string path = folder + "/debug.log";
   try {
@@ -48,8 +49,8 @@ bool WriteLog(base::Files& files, const std::string& folder, const std::string& 
 
 }  // namespace
 
-// The ids of many sentences of one second would not sort. So they tell times of their own, a second for each
-// round of the running number, and all before those of sentences to come.
+// The ids of many sentences of one second would not sort. So they have times of their own, a second for each
+// round of the running number, all before those of sentences to come.
 Reload::Reload(Program& program, SyncRecords& records, Announce announce)
     : program_(program),
       records_(records),
@@ -73,7 +74,8 @@ void Reload::LoadStream(RecordKind kind, const char* title) {
     program_.machine.loop.DoEvents();
     const auto page = protocol::ParseStreamPage(kind, reply);
     if (!page.nextId) {
-      Pause();
+      // A server that breaks off does not get better by being asked at once.
+      program_.machine.loop.Wait(std::chrono::seconds{1});
       continue;
     }
     records_.AddToReload(kind, IdsFor(page.rows), page.rows);
@@ -92,14 +94,10 @@ std::string Reload::AskPage(RecordKind kind, const std::string& lastId) {
                                        {"lastid", lastId}}));
 }
 
-// A trace for whoever looks for a fault of the server; without it the records come all the same.
+// A trace for those who look for a fault of the server; without it the records come all the same.
 void Reload::Log(const char* title, const std::string& reply, bool isFresh) {
   const Environment& environment = program_.machine.environment;
-  std::string text;
-  for (const std::string& line :
-       {std::string(kRule), std::string(title), std::string(kRule), reply, std::string(kRule)}) {
-    text += line + kLineEnd;
-  }
+  const std::string text = fmt::format("{0}\r\n{1}\r\n{0}\r\n{2}\r\n{0}\r\n", kRule, title, reply);
   const std::string beside = environment.programFolder.string();
   if (WriteLog(program_.machine.files, beside, text, isFresh)) return;
   WriteLog(program_.machine.files, TraceFolder(environment), text, isFresh);
@@ -120,17 +118,6 @@ std::string Reload::NextId() {
   idTime_ += std::chrono::seconds{1};
   program_.app.gRecSeq = 0;
   return MakeRecId(program_.app, idTime_);
-}
-
-// A server that breaks off does not get better by being asked at once.
-void Reload::Pause() {
-  constexpr int kPause = 1000;
-  auto& loop = program_.machine.loop;
-  Timer clock(loop, kPause);
-  bool isOver = false;
-  clock.onTick = [&isOver] { isOver = true; };
-  clock.Enabled = true;
-  loop.WaitUntil([&isOver] { return isOver; });
 }
 
 }  // namespace marovane

@@ -5,7 +5,6 @@
 #include <string>
 
 #include "platform/event_loop.h"
-#include "platform/timer.h"
 #include "protocol/stream.h"
 #include "records/sync_records.h"
 
@@ -13,8 +12,8 @@ namespace marovane {
 
 struct Program;
 
-/// Collects all three streams beside the present records and then puts them in their place, at once. Until
-/// then nothing has changed, whatever the server says and whenever the program ends.
+/// Collects all three streams beside the present records, and then replaces these at once. Until then nothing
+/// has changed, whatever the server says and whenever the program ends.
 class Reload {
  public:
   using Announce = std::function<void(const std::string& detail)>;
@@ -29,12 +28,11 @@ class Reload {
   void Log(const char* title, const std::string& reply, bool isFresh);
   std::vector<std::string> IdsFor(const std::vector<protocol::Row>& rows);
   std::string NextId();
-  void Pause();
 
   Program& program_;
   SyncRecords& records_;
   Announce announce_;
-  base::LocalTime idTime_;  // time that the ids of the sentences tell
+  base::LocalTime idTime_;  // time in the ids of the sentences
 };
 
 }  // namespace marovane

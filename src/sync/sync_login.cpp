@@ -5,7 +5,6 @@
 #include "core/server_access.h"
 #include "protocol/account.h"
 #include "protocol/pages.h"
-#include "protocol/refusal.h"
 
 namespace marovane {
 
@@ -47,25 +46,15 @@ void FrmSyncLogin::Accept() {
   const std::string pno = base::Replace(base::Trim(txtPno.Text()), "-", "");
   const std::string reply = CheckAccountPassword(program_, pno, base::Trim(txtPass.Text()));
   if (reply.starts_with("ERR")) {
-    ShowRefusal(reply);
+    // The window stays for another try. Its opener waits for an answer to it, so the one to the message must
+    // not remain.
+    ShowLoginRefusal(program_, reply, Message::kNetworkDown);
+    program_.app.gMsgResult.clear();
   } else if (reply.starts_with("OK")) {
     program_.app.gUploadAccountNo = pno;
     Unload();
     program_.app.gMsgResult = "OK";
   }
-}
-
-// The window stays for another try. Its opener waits for an answer of its own, so the one to the message must
-// not be left standing.
-void FrmSyncLogin::ShowRefusal(const std::string& reply) {
-  if (reply == protocol::refusal::kConnectFailed) {
-    ShowMessage(program_, Message::kNetworkDown);
-  } else if (reply == protocol::refusal::kNotFound) {
-    ShowMessage(program_, Message::kWrongAccount);
-  } else if (reply == protocol::refusal::kWrongPassword) {
-    ShowMessage(program_, Message::kWrongPassword);
-  }
-  program_.app.gMsgResult.clear();
 }
 
 }  // namespace marovane

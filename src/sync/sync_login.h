@@ -1,4 +1,4 @@
-// Asks for an older account of the learner's, whose records are to be brought into the present one.
+// Asks for an older account of the learner, whose records are to be merged into the present one.
 #pragma once
 
 #include <string>
@@ -30,7 +30,6 @@ class FrmSyncLogin : public ShellWindow, public HallWindow {
   void SetDefaultValue();
   void cmdButtons_Click(int index);
   void Accept();
-  void ShowRefusal(const std::string& reply);
 };
 
 }  // namespace marovane

@@ -29,14 +29,14 @@ constexpr std::array<UploadStep, 3> kSteps{{{RecordKind::kFaulty, "(upload : err
                                             {RecordKind::kRight, "(upload : oksentence proc)"},
                                             {RecordKind::kEssay, "(upload : essay proc)"}}};
 
-// No two posts of an account have the same, from whichever computer they come.
+// No two posts of an account have the same one, whichever computers they come from.
 std::string RandomId() {
   std::random_device random;
   return fmt::format("{:08x}{:08x}{:08x}{:08x}", random(), random(), random(), random());
 }
 
-// Servers do not know local keys. So that the deletion of one of two equal sentences leaves the other, they
-// are told how many have stayed.
+// Servers do not know local keys. So that the deletion of one of two equal sentences leaves the other, a post
+// says how many are left.
 std::size_t CountKept(SyncRecords& records, RecordKind kind, const std::string& id,
                       const protocol::Row& row) {
   constexpr std::size_t kAll = 1000000;
@@ -66,8 +66,8 @@ Post MakePost(Program& program, SyncRecords& records, RecordKind kind) {
   return post;
 }
 
-// The server has a post when it says so. A page of somebody else, such as the login page of a network, does
-// not.
+// The server has a post when it says so. The page of somebody else, such as the login page of a network, does
+// not say so.
 bool HasArrived(Program& program, const Post& post) {
   try {
     Headers headers{{protocol::header::kPostId, post.id}};
@@ -82,7 +82,7 @@ bool HasArrived(Program& program, const Post& post) {
 
 using Kinds = std::set<RecordKind>;
 
-// Gives the kinds of which something still waits: what comes later must not overtake it.
+// Returns the kinds of which something still waits: later posts must not overtake it.
 Kinds SendWaiting(Program& program, Outbox& outbox) {
   Kinds waiting;
   for (const auto& name : outbox.Names()) {

@@ -1,4 +1,4 @@
-// The upload of what is new or deleted: posts of forms, one a table.
+// The upload of what is new or deleted: one form per table.
 #pragma once
 
 #include <functional>
@@ -11,7 +11,7 @@ namespace marovane {
 
 struct Program;
 
-/// Settles the rows of posts that were on their way when the program last ended. Throws RunTimeError.
+/// Marks as sent the rows of posts that were on their way when the program last ended. Throws RunTimeError.
 void MarkOutboxSent(SyncRecords& records, Outbox& outbox);
 
 /// Sends what waits in the outbox, then the pending rows of each table. What does not arrive stays in the

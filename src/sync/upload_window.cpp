@@ -26,8 +26,8 @@ namespace {
 
 constexpr int kOffScreen = -20000;
 
-// What says the same on this computer and on the server: all records since the day of the age cleaning, which
-// takes older ones from this computer alone.
+// What has to be the same on this computer and on the server: all records since the day of the age cleaning,
+// which removes older ones from this computer alone.
 std::string RecordsHeader(Program& program, SyncRecords& records) {
   constexpr std::chrono::days kKept{180};
   constexpr std::chrono::year kUnknown{1899};
@@ -57,8 +57,7 @@ FrmUpload::FrmUpload(Program& program, RecordDb& records)
 
 void FrmUpload::Form_Load() { Left = kOffScreen; }
 
-// A failure of records or server ends the work but not the flow that has asked for it: a program must start
-// without either.
+// A failure of records or server ends the work but not its caller: a program must start without either.
 void FrmUpload::SyncProgress(const std::string& mode) {
   const EventLoop::HandlerScope scope(machine.loop);
   Form& frmMain = program_.hall.frmMain->AsForm();
@@ -138,7 +137,7 @@ void FrmUpload::ShowDetail(const std::string& detail) {
   if (program_.app.gDetailMessage) ShowProgress(Progress::kSynchronising, detail);
 }
 
-// Stays although a merge ends without it: the window goes before the first tick.
+// A merge ends without it, since the window goes before the first tick.
 void FrmUpload::tmrSyncMessageWait_Timer() {
   tmrSyncMessageWait.Enabled = false;
   if (tmrSyncMessageWaitTag.empty()) FrmMessage::MessageBox(program_, Message::kMergeDone);

@@ -18,7 +18,7 @@ class FrmUpload : public Form, public UploadRun {
  public:
   FrmUpload(Program& program, RecordDb& records);
 
-  /// Brings records and server into step; the window is gone when it returns.
+  /// Brings records and server into step; the window has gone when it returns.
   /// @param mode "NOMSG", "UPLOAD" (nothing comes down), "DOWNLOAD" (nothing goes up), or "" for a merge
   void SyncProgress(const std::string& mode) override;
 

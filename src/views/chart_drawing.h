@@ -1,4 +1,4 @@
-// Single charts as inline SVG, from rows that are ready to draw.
+// The page of the diary's charts, and single charts as inline SVG, from rows that are ready to draw.
 #pragma once
 
 #include <vector>
@@ -23,9 +23,12 @@ int RightShare(const PracticeDay& entry);
 base::Html DayBars(const std::vector<PracticeDay>& days);
 /// The share of right sentences as a line that is broken where a week has none.
 base::Html ShareLine(const std::vector<PracticeDay>& weeks);
-/// One bar each, with the text above it and the count behind it.
+/// One bar each, with the text above it and the count after it.
 base::Html ErrorBars(const std::vector<FrequentError>& errors);
 /// A picture in place of charts.
 base::Html EmptyPicture();
+
+/// All charts; a friendly picture when there is nothing to draw.
+base::Html ChartsPage(const Charts& charts);
 
 }  // namespace marovane

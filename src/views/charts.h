@@ -18,7 +18,7 @@ struct FrequentError {
 
 struct Charts {
   std::vector<PracticeDay> days;   ///< each of the last six weeks' days, the days off too
-  std::vector<PracticeDay> weeks;  ///< each of the last 26 weeks, told by its Monday
+  std::vector<PracticeDay> weeks;  ///< each of the last 26 weeks, named by its Monday
   std::vector<FrequentError> errors;
   int runOfDays = 0;
 

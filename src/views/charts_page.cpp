@@ -1,5 +1,3 @@
-#include "views/charts_page.h"
-
 #include "core/text_utility.h"
 #include "views/chart_drawing.h"
 #include "views/page_frame.h"
@@ -8,7 +6,7 @@ namespace marovane {
 
 namespace {
 
-constexpr char kStyle[] = R"html(<style>
+constexpr char kChartsStyle[] = R"html(<style>
 .card { background-color: #484848; border-radius: 8px; margin: 0 4px 12px 4px; padding: 10px 14px 10px 14px; }
 .title { font-family: Arial; font-size: 14px; color: #FFCC00; margin-bottom: 6px; }
 .legend { float: right; font-size: 12px; color: #E4E1D9; }
@@ -62,7 +60,7 @@ base::Html Cards(const Charts& charts) {
 }  // namespace
 
 base::Html ChartsPage(const Charts& charts) {
-  base::Html page = BeginDarkPage(base::Literal(kStyle));
+  base::Html page = BeginDarkPage(base::Literal(kChartsStyle));
   if (charts.IsEmpty()) {
     page += EmptyPicture();
   } else {

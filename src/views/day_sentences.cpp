@@ -8,6 +8,7 @@
 #include "platform/machine.h"
 #include "platform/run_time_error.h"
 #include "views/day_sentences_page.h"
+#include "views/page_frame.h"
 
 namespace marovane {
 
@@ -38,15 +39,10 @@ class BusySentences {
 }  // namespace
 
 FrmSentences::FrmSentences(Program& program, RecordDb& records, Window<FrmBindSelect>& frmBindSelect)
-    : ButtonWindow(program, "frmSentences", &AppState::gOpenSentences),
-      tmrMessage(program.machine.loop, 1000),
+    : ListWindow(program, "frmSentences", &AppState::gOpenSentences),
       records_(records),
-      frmBindSelect_(frmBindSelect),
-      list_(webHtml, picSelectAll, lblSelectAll, lblCheckAll) {
-  webHtml.BeforeNavigate2 = [this](const std::string& url, bool& cancel) {
-    webHtml_BeforeNavigate2(url, cancel);
-  };
-  tmrMessage.onTick = [this] { ShowDeleted(); };
+      frmBindSelect_(frmBindSelect) {
+  OnCommands(webHtml, {{"passEngine", [this](const std::string&) { picButtons_Click(2); }}});
 }
 
 void FrmSentences::ShowDaySentences(const std::string& mode, const std::string& days) {
@@ -67,15 +63,12 @@ void FrmSentences::picButtons_Click(int index) {
   const int count = GetCheckCounts();
   if (count == 0) return ShowMessage(program_, Message::kChooseSentences);
   if (index == 0) return GetRecAndOutput();
-  if (index == 1) return AskAndDelete();
+  if (index == 1) {
+    if (Confirm(program_, Message::kDeleteSentences)) CleanupSelectedRecord();
+    return;
+  }
   if (count > 1) return ShowMessage(program_, Message::kOneRowAtATime);
   GetRecAndPassEngine();
-}
-
-void FrmSentences::webHtml_BeforeNavigate2(const std::string& url, bool& cancel) {
-  if (!url.starts_with("cmd:")) return;
-  cancel = true;
-  if (url == "cmd:passEngine") picButtons_Click(2);
 }
 
 void FrmSentences::GetRecAndPassEngine() {
@@ -100,16 +93,12 @@ void FrmSentences::GetRecAndOutput() {
   ExportSentences(program_, *file, sentences, *paragraph);
 }
 
-void FrmSentences::AskAndDelete() {
-  if (!Confirm(program_, Message::kDeleteSentences)) return;
-  CleanupSelectedRecord();
+void FrmSentences::CleanupSelectedRecord() {
+  records_.DeleteSentences(list_.CheckedKeys());
   tmrMessage.Enabled = true;
 }
 
-void FrmSentences::CleanupSelectedRecord() { records_.DeleteSentences(list_.CheckedKeys()); }
-
 void FrmSentences::ShowDeleted() {
-  tmrMessage.Enabled = false;
   ShowMessage(program_, Message::kDeleted);
   ShowDaySentences("OKONLY", dayList_);
 }

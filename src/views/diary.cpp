@@ -3,8 +3,7 @@
 #include "base/day.h"
 #include "core/message.h"
 #include "platform/machine.h"
-#include "views/charts_page.h"
-#include "views/diary_page.h"
+#include "views/chart_drawing.h"
 #include "views/work_off_screen.h"
 
 namespace marovane {
@@ -26,19 +25,12 @@ std::vector<DiaryDay> DiaryDays(DayRecords& records) {
 }
 
 FrmDiary::FrmDiary(Program& program, RecordDb& records, ErrListDb& errList)
-    : ButtonWindow(program, "frmDiary", &AppState::gOpenDiary),
-      tmrWaitProcess(program.machine.loop, 1000),
-      tmrMessage(program.machine.loop, 1000),
+    : ListWindow(program, "frmDiary", &AppState::gOpenDiary),
       recordDb_(records),
       errList_(errList),
-      records_(records),
-      list_(webHtml, picSelectAll, lblSelectAll, lblCheckAll) {
+      records_(records) {
   picTabs.On(&Control::Click, [this](int index) { picTabs_Click(index); });
-  tmrWaitProcess.onTick = [this] {
-    tmrWaitProcess.Enabled = false;
-    waitFlag_ = false;
-  };
-  tmrMessage.onTick = [this] { ShowDeleted(); };
+  tmrWaitProcess.onTick = [this] { tmrWaitProcess.Enabled = false; };
 }
 
 void FrmDiary::Form_Load() {
@@ -49,17 +41,16 @@ void FrmDiary::Form_Load() {
 }
 
 void FrmDiary::RebuildWorkRec() {
-  WorkOffScreen work(program_, Progress::kCollectingDays);
-  RebuildDays(records_, [this] { WaitASecond(); });
-  machine.loop.DoEvents();
-  work.Finish();
+  WorkOffScreen(program_, Progress::kCollectingDays, [this] {
+    RebuildDays(records_, [this] { WaitASecond(); });
+    machine.loop.DoEvents();
+  });
 }
 
 void FrmDiary::WaitASecond() {
   machine.loop.DoEvents();
   tmrWaitProcess.Enabled = true;
-  waitFlag_ = true;
-  machine.loop.WaitUntil([this] { return !waitFlag_; });
+  machine.loop.WaitUntil([this] { return !tmrWaitProcess.Enabled; });
 }
 
 void FrmDiary::ShowWorkRec() {
@@ -96,7 +87,6 @@ void FrmDiary::CleanupDiaryRecord() {
 }
 
 void FrmDiary::ShowDeleted() {
-  tmrMessage.Enabled = false;
   ShowMessage(program_, Message::kDeleted);
   RebuildWorkRec();
   ShowWorkRec();

@@ -5,9 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "core/shell_window.h"
-#include "platform/timer.h"
-#include "platform/web_browser.h"
+#include "base/html.h"
 #include "records/day_records.h"
 #include "views/check_list.h"
 
@@ -23,7 +21,10 @@ void RebuildDays(DayRecords& records, const std::function<void()>& wait = {});
 /// The days that the diary shows, the latest first: those of `workRec` that have sentences outside essays.
 std::vector<DiaryDay> DiaryDays(DayRecords& records);
 
-class FrmDiary : public ButtonWindow<2>, public HallWindow {
+/// A table with a box for each day; the value of a box is its day, as "2026/11/5".
+base::Html DiaryPage(const std::vector<DiaryDay>& days);
+
+class FrmDiary : public ListWindow<2>, public HallWindow {
  public:
   FrmDiary(Program& program, RecordDb& records, ErrListDb& errList);
 
@@ -31,7 +32,6 @@ class FrmDiary : public ButtonWindow<2>, public HallWindow {
   /// Fills `workRec` anew. Takes a second.
   void RebuildWorkRec();
   void ShowWorkRec();
-  int GetCheckCounts() const { return list_.CheckedCount(); }
   void ShowSentenceForm();
   void CleanupDiaryRecord();
   /// Page 0 is the list of days, page 1 the charts.
@@ -39,24 +39,20 @@ class FrmDiary : public ButtonWindow<2>, public HallWindow {
 
   void Form_Load() override;
 
-  WebBrowser webHtml{*this, "webHtml"}, webCharts{*this, "webCharts"};
+  WebBrowser webCharts{*this, "webCharts"};
   ControlArray<PictureBox, 2> picTabs{*this, "picTabs"}, imgTabOn{*this, "imgTabOn"},
       imgTabOff{*this, "imgTabOff"};
-  ControlArray<PictureBox, 2> picSelectAll{*this, "picSelectAll"};
-  ControlArray<Label, 2> lblSelectAll{*this, "lblSelectAll"}, lblCheckAll{*this, "lblCheckAll"};
-  Timer tmrWaitProcess, tmrMessage;
+  Timer tmrWaitProcess{machine.loop, 1000};
 
  private:
   void picButtons_Click(int index) override;
-  void ShowDeleted();
+  void ShowDeleted() override;
   void WaitASecond();
   void ShowCharts();
 
   RecordDb& recordDb_;
   ErrListDb& errList_;
   DayRecords records_;
-  CheckList list_;
-  bool waitFlag_ = false;
 };
 
 }  // namespace marovane

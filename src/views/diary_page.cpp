@@ -1,7 +1,7 @@
-#include "views/diary_page.h"
-
+// The page of the diary: one row a day.
 #include "base/day.h"
 #include "core/text_utility.h"
+#include "views/diary.h"
 #include "views/page_frame.h"
 
 namespace marovane {

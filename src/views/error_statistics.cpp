@@ -17,7 +17,7 @@ constexpr const char* kRememberCode = "rem:errcode:";
 }  // namespace
 
 FrmErrList::FrmErrList(Program& program, RecordDb& records, ErrListDb& errList)
-    : ShellWindow(program, "frmErrList", &AppState::gOpenErrList), errList_(errList), counts_(records) {
+    : ShellWindow(program, "frmErrList", &AppState::gOpenErrList), errList_(errList), records_(records) {
   shell_.Add(picButtons, imgBtnOff(0), imgBtnOver(0), imgBtnOn(0));
   picButtons.Click = [this] { picButtons_Click(); };
   webHtml.BeforeNavigate2 = [this](const std::string& url, bool& cancel) {
@@ -26,11 +26,11 @@ FrmErrList::FrmErrList(Program& program, RecordDb& records, ErrListDb& errList)
 }
 
 void FrmErrList::GetHtmlListAllErrType() {
-  WorkOffScreen work(program_, Progress::kCollectingRecords);
-  webHtml.Navigate("about:blank");
-  const auto tree = CountErrors(errList_, counts_, [this] { machine.loop.DoEvents(); });
-  webHtml.Write(ErrorStatisticsPage(machine.environment.programFolder.string(), tree));
-  work.Finish();
+  WorkOffScreen(program_, Progress::kCollectingRecords, [this] {
+    webHtml.Navigate("about:blank");
+    const auto tree = CountErrors(errList_, records_, [this] { machine.loop.DoEvents(); });
+    webHtml.Write(ErrorStatisticsPage(machine.environment.programFolder.string(), tree));
+  });
 }
 
 void FrmErrList::webHtml_BeforeNavigate2(const std::string& url, bool& cancel) {

@@ -5,7 +5,6 @@
 
 #include "core/shell_window.h"
 #include "platform/web_browser.h"
-#include "records/error_counts.h"
 
 namespace marovane {
 
@@ -30,7 +29,7 @@ class FrmErrList : public ShellWindow, public ErrorStatistics {
   void picButtons_Click();
 
   ErrListDb& errList_;
-  ErrorCounts counts_;
+  RecordDb& records_;
   std::string selectedCode_;
 };
 

@@ -42,15 +42,15 @@ void AddCategory(base::Html& body, const std::string& folder, const CountedCateg
 
 }  // namespace
 
-std::vector<CountedCategory> CountErrors(ErrListDb& errList, ErrorCounts& counts,
+std::vector<CountedCategory> CountErrors(ErrListDb& errList, RecordDb& records,
                                          const std::function<void()>& afterEachCode) {
   std::vector<CountedCategory> tree;
   for (const auto& category : errList.Categories()) {
-    const int total = counts.CountLike(category.id);
+    const int total = records.CountErrorsLike(category.id);
     if (total <= 0) continue;
     CountedCategory entry{category, total, {}};
     for (const auto& code : errList.CodesOf(category.id)) {
-      const int count = counts.CountWith(code.errcode);
+      const int count = records.CountErrorsWith(code.errcode);
       if (count > 0) entry.codes.push_back({code, count});
       if (afterEachCode) afterEachCode();
     }

@@ -7,7 +7,7 @@
 
 #include "base/html.h"
 #include "records/err_list_db.h"
-#include "records/error_counts.h"
+#include "records/record_db.h"
 
 namespace marovane {
 
@@ -24,12 +24,12 @@ struct CountedCategory {
 
 /// What has occurred, in order of ids and codes. Throws RunTimeError.
 /// @param afterEachCode called after each code of the catalogue that was counted
-std::vector<CountedCategory> CountErrors(ErrListDb& errList, ErrorCounts& counts,
+std::vector<CountedCategory> CountErrors(ErrListDb& errList, RecordDb& records,
                                          const std::function<void()>& afterEachCode = {});
 
 /// The tree as a page, all branches closed. A click on a code gives the command "rem:errcode:" + code, a
 /// double click "cmd:errcode:" + code, a click on a category "rem:clear".
-/// @param programFolder where the pictures of the branches stand, in ui/
+/// @param programFolder where the pictures of the branches are, in ui/
 base::Html ErrorStatisticsPage(const std::string& programFolder,
                                const std::vector<CountedCategory>& categories);
 

@@ -1,5 +1,7 @@
 #include "views/page_frame.h"
 
+#include <utility>
+
 #include "platform/web_browser.h"
 
 namespace marovane {
@@ -126,6 +128,20 @@ base::Html BeginParchmentPage(std::string_view programFolder) {
 base::Html BeginDarkPage(const base::Html& style) {
   return base::Fill("{}{}{}<body data-quiet scroll='auto'>\r\n", BuildPageFrame("HEADER", ""), style,
                     PageActions());
+}
+
+void OnCommands(WebBrowser& page, PageCommands commands, std::function<void()> before) {
+  page.BeforeNavigate2 = [commands = std::move(commands), before = std::move(before)](const std::string& url,
+                                                                                      bool& cancel) {
+    constexpr std::string_view kPrefix = "cmd:";
+    if (!url.starts_with(kPrefix)) return;
+    cancel = true;
+    if (before) before();
+    const auto colon = url.find(':', kPrefix.size());
+    const std::size_t end = colon == std::string::npos ? url.size() : colon + 1;
+    const auto command = commands.find(url.substr(kPrefix.size(), end - kPrefix.size()));
+    if (command != commands.end()) command->second(url.substr(end));
+  };
 }
 
 }  // namespace marovane

@@ -18,7 +18,8 @@ void ShowNotWritten(Program& program, const base::Files::Path& path) {
 
 }  // namespace
 
-std::string ExportText(const std::vector<std::string>& sentences, bool paragraph) {
+bool ExportSentences(Program& program, const std::string& path, const std::vector<std::string>& sentences,
+                     bool paragraph) {
   std::string text;
   for (const auto& sentence : sentences) {
     text += sentence;
@@ -28,12 +29,7 @@ std::string ExportText(const std::vector<std::string>& sentences, bool paragraph
       text += sentence.ends_with('.') ? " " : ". ";
     }
   }
-  return text + kLineEnd;
-}
-
-bool ExportSentences(Program& program, const std::string& path, const std::vector<std::string>& sentences,
-                     bool paragraph) {
-  return ExportWholeText(program, path, ExportText(sentences, paragraph));
+  return ExportWholeText(program, path, text + kLineEnd);
 }
 
 bool ExportWholeText(Program& program, const std::string& path, const std::string& text) {

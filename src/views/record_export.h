@@ -9,16 +9,13 @@
 
 namespace marovane {
 
-/// One sentence a line (CR LF); or, as a paragraph, each with a full stop at its end, if it has none, and a
-/// blank behind it. The text's last line is ended too.
-std::string ExportText(const std::vector<std::string>& sentences, bool paragraph);
-
-/// Writes a text file (UTF-8), which it replaces whole, and tells the user how that went. Asks before it
+/// Writes a text file (UTF-8), which it replaces whole, and shows the user how that went. Asks before it
 /// replaces a file. A failure leaves no part of a file.
 /// @param path the ending ".txt" is added to a name without one
 /// @return true when the file has been written
 bool ExportWholeText(Program& program, const std::string& path, const std::string& text);
-/// The same with the text of sentences.
+/// The same with sentences, one a line (CR LF); or, as a paragraph, each with a full stop at its end, if it
+/// has none, and a blank after it. The text's last line is ended too.
 bool ExportSentences(Program& program, const std::string& path, const std::vector<std::string>& sentences,
                      bool paragraph);
 

@@ -4,7 +4,7 @@
 #include <array>
 
 #include "base/text.h"
-#include "core/assignment_urls.h"
+#include "core/server_access.h"
 #include "core/window_shell.h"
 #include "platform/chinese.h"
 #include "platform/desktop.h"
@@ -89,7 +89,7 @@ void FrmBrowser::GoWritePage(const base::Html& page, int mode) {
     Pane(mode).Navigate(kBlank);
     machine.loop.DoEvents();
     if (mode == 1) picBtns(0).Picture = imgBtnOff(0).Picture;
-    Caption = kBaseCaption;  // a page without a title does not stand under that of the page before
+    Caption = kBaseCaption;  // a page without a title does not keep that of the page before
     Pane(mode).Write(page);
     machine.loop.DoEvents();
   }
@@ -115,11 +115,9 @@ void FrmBrowser::picTabs_Click(int index) {
 void FrmBrowser::picBtns_Click(int index) {
   if (index == 0) webMain.GoBack();
   if (index == 1) webMain.GoForward();
-  if (index == 2) return OpenOutside();
+  if (index == 2) return machine.desktop.OpenOutside(webMain.LocationURL);
   picBtns(index).Picture = imgBtnOn(index).Picture;
 }
-
-void FrmBrowser::OpenOutside() { machine.desktop.OpenOutside(webMain.LocationURL); }
 
 void FrmBrowser::SpecialFunctionProc(const std::string& url) {
   constexpr int kPrefix = 9;

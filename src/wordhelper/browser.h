@@ -42,7 +42,6 @@ class FrmBrowser : public Form, public Browser {
  private:
   void BindPane(WebBrowser& pane);
   WebBrowser& Pane(int mode) { return mode == 1 ? webMain : webOther; }
-  void OpenOutside();
   void LayOut();
 
   Program& program_;

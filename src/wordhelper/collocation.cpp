@@ -1,7 +1,6 @@
 #include "wordhelper/collocation.h"
 
 #include "base/text.h"
-#include "core/options.h"
 #include "wordhelper/pair_code.h"
 
 namespace marovane {

@@ -75,8 +75,8 @@ class FrmCollocation : public ButtonWindow<3>, public WordHelper {
 
   void PassEngineCheckWBankLocal(const std::string& para);
   void PassEngineCheckWBankWeb(const std::string& para);
-  void HideButtons();
   void GiveButtonsBack();
+  void UpdateUserAct();
   std::string RunEngine(const std::string& para);
   std::string ResultFile();
   void ShowResultFile(const std::string& path);
@@ -86,7 +86,6 @@ class FrmCollocation : public ButtonWindow<3>, public WordHelper {
   void ShowEngineAddress();
   void EndProgress();
   void ShowPartners(const std::vector<std::string>& items);
-  void ShowSynonyms(const std::vector<std::string>& items, bool plainLines);
   void ShowResultControls(bool visible);
   void ShowNoReply();
   void ShowNothingFound();

@@ -4,14 +4,11 @@
 #include "base/percent.h"
 #include "base/text.h"
 #include "core/message.h"
-#include "core/options.h"
-#include "core/server_access.h"
 #include "platform/chinese.h"
 #include "platform/desktop.h"
 #include "protocol/refusal.h"
 #include "wordhelper/collocation.h"
 #include "wordhelper/pair_code.h"
-#include "wordhelper/user_act.h"
 #include "wordhelper/web_sources.h"
 
 namespace marovane {
@@ -31,7 +28,7 @@ void AddItem(ComboBox& list, const std::string& item) {
   list.Items = items;
 }
 
-// The item of a hidden list beside the chosen item of the shown one.
+// The item of a hidden list that belongs to the chosen item of the shown one.
 std::string Beside(const ComboBox& shown, const ComboBox& hidden) {
   return hidden.Items().at(static_cast<std::size_t>(shown.ListIndex()));
 }
@@ -86,7 +83,7 @@ void FrmCollocation::picSearchs_Click(int index) {
                          .lang = Beside(cboWebSource(index), cboWebSourceLang(index)),
                          .url = Beside(cboWebSource(index), cboWebSourceUrl(index))};
   machine.desktop.OpenOutside(source.AddressOf(TextToSearch(index)));
-  UpdateUserAct(program_, app.gAccountNo, app.gSuggestMode);
+  UpdateUserAct();
 }
 
 void FrmCollocation::GetCollectUrlSet(std::string& result) {

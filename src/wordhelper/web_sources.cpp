@@ -59,12 +59,11 @@ WebSourceList ParseWebSources(const std::string& reply) {
   return list;
 }
 
-bool HasChosenSources(Program& program) { return program.machine.files.FileExists(ChoiceFile(program)); }
-
 ChosenSources ReadChosenSources(Program& program) {
   ChosenSources chosen;
-  if (!HasChosenSources(program)) return chosen;
-  const auto lines = base::Split(program.machine.files.Read(ChoiceFile(program)), "\n");
+  const base::Files& files = program.machine.files;
+  if (!files.FileExists(ChoiceFile(program))) return chosen;
+  const auto lines = base::Split(files.Read(ChoiceFile(program)), "\n");
   for (std::size_t i = 0; i < std::min(chosen.size(), lines.size()); ++i) chosen[i] = LineOf(lines[i]);
   return chosen;
 }

@@ -10,12 +10,12 @@ namespace marovane {
 
 struct Program;
 
-/// What stands in an address for the text to look up.
+/// The placeholder in an address for the text to look up.
 inline constexpr std::string_view kSearchedText = "<String2chk>";
 
 struct WebSource {
   std::string name;  ///< shown, and the key by which a choice is remembered
-  std::string kind;  ///< in lower case. "cn": takes Chinese; anything else: takes English
+  std::string kind;  ///< in lower case. "cn": looks up Chinese; anything else: English
   std::string lang;  ///< in lower case. "cn": the finished address is percent-encoded
   std::string url;   ///< address with kSearchedText in it
 
@@ -31,8 +31,8 @@ struct WebSourceList {
 /// Asks the server for its list. Gives its reply, with kSearchedText as the placeholder, or
 /// `refusal::kConnectFailed`.
 std::string FetchWebSources(Program& program);
-/// Reads such a reply: records parted by "<@>", fields by "||", or by "#" when there is no "||" anywhere. It
-/// ends at the first empty record.
+/// Reads such a reply: records separated by "<@>", fields by "||", or by "#" when there is no "||" anywhere.
+/// It ends at the first empty record.
 WebSourceList ParseWebSources(const std::string& reply);
 
 /// Names of the sources that were chosen when the word helper was last closed, one for each list. An older
@@ -43,7 +43,6 @@ using ChosenSources = std::array<std::string, 3>;
 ChosenSources ReadChosenSources(Program& program);
 /// Throws RunTimeError when the file cannot be written.
 void WriteChosenSources(Program& program, const ChosenSources& chosen);
-bool HasChosenSources(Program& program);
 
 /// The entry of a list of names that a remembered choice means; the first one when it means none.
 int IndexOfChosen(const std::vector<std::string>& names, const std::string& chosen);

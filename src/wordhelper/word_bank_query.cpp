@@ -7,10 +7,10 @@
 #include "core/process_control.h"
 #include "core/server_access.h"
 #include "platform/run_time_error.h"
+#include "protocol/account.h"
 #include "protocol/form.h"
 #include "protocol/pages.h"
 #include "wordhelper/collocation.h"
-#include "wordhelper/user_act.h"
 #include "wordhelper/word_bank_text.h"
 
 namespace marovane {
@@ -24,7 +24,7 @@ constexpr std::string_view kNotFound = "找不到";
 }  // namespace
 
 void FrmCollocation::PassEngineCheckWBank(const std::string& para) {
-  HideButtons();
+  for (int i = 0; i < picButtons.Count(); ++i) picButtons(i).Visible = false;
   try {
     if (program_.app.gUseWebEngineWbank) {
       PassEngineCheckWBankWeb(para);
@@ -38,13 +38,16 @@ void FrmCollocation::PassEngineCheckWBank(const std::string& para) {
   GiveButtonsBack();
 }
 
-void FrmCollocation::HideButtons() {
-  for (int i = 0; i < picButtons.Count(); ++i) picButtons(i).Visible = false;
-}
-
 void FrmCollocation::GiveButtonsBack() {
   picButtons(0).Visible = true;
   picButtons(1).Visible = true;
+}
+
+// Tells the server which part of the word helper was used. Whether that arrives does not matter.
+void FrmCollocation::UpdateUserAct() {
+  const auto& app = program_.app;
+  AskServer(program_, protocol::page::kUserAct,
+            {{"pno", protocol::CleanAccount(app.gAccountNo)}, {"act", app.gSuggestMode}});
 }
 
 void FrmCollocation::ShowProgress(const Progress& progress) {
@@ -80,7 +83,7 @@ void FrmCollocation::PassEngineCheckWBankLocal(const std::string& para) {
     return ShowNoReply();
   }
   if (path.empty()) return ShowNoReply();  // and the window stays disabled
-  UpdateUserAct(program_, app.gAccountNo, app.gSuggestMode);
+  UpdateUserAct();
   EndProgress();
   if (app.gSuggestMode == "collo") ShowResultFile(path);
 }
@@ -126,11 +129,9 @@ void FrmCollocation::ShowPartners(const std::vector<std::string>& items) {
 }
 
 void FrmCollocation::ShowResultControls(bool visible) {
-  for (Control* control : {static_cast<Control*>(&lblCollectMessage), static_cast<Control*>(&lblSourceCap),
-                           static_cast<Control*>(&cboCollect), static_cast<Control*>(&cboWebSource(2)),
-                           static_cast<Control*>(&picButtons(2)), static_cast<Control*>(&imgArrow)}) {
-    control->Visible = visible;
-  }
+  const std::initializer_list<Control*> controls{&lblCollectMessage, &lblSourceCap,  &cboCollect,
+                                                 &cboWebSource(2),   &picButtons(2), &imgArrow};
+  for (Control* control : controls) control->Visible = visible;
 }
 
 void FrmCollocation::PassEngineCheckWBankWeb(const std::string& para) {
@@ -140,7 +141,7 @@ void FrmCollocation::PassEngineCheckWBankWeb(const std::string& para) {
   Enabled = false;
   ShowProgress(Progress::kAskingEngine);
   if (const auto payload = AskWebEngine(para)) {
-    UpdateUserAct(program_, app.gAccountNo, app.gSuggestMode);
+    UpdateUserAct();
     EndProgress();
     ShowReply(base::Trim(*payload), plainLines);
   } else {
@@ -168,10 +169,7 @@ void FrmCollocation::ShowReply(const std::string& payload, bool plainLines) {
   const auto items = PayloadItems(payload);
   if (items.empty() || payload.find(kNotFound) != std::string::npos) return ShowNothingFound();
   if (program_.app.gSuggestMode == "collo") ShowPartners(items);
-  if (program_.app.gSuggestMode == "similar") ShowSynonyms(items, plainLines);
-}
-
-void FrmCollocation::ShowSynonyms(const std::vector<std::string>& items, bool plainLines) {
+  if (program_.app.gSuggestMode != "similar") return;
   program_.hall.frmBrowser->GoWritePage(SynonymPage(items, plainLines), 1);
   machine.loop.DoEvents();
 }

@@ -17,7 +17,7 @@ std::vector<std::string> PayloadItems(const std::string& payload) {
 
 std::vector<std::string> ResultLines(std::string_view bytes) {
   auto lines = base::Split(base::FromCp950(bytes), "\n");
-  if (!lines.empty() && lines.back().empty()) lines.pop_back();  // what stands behind the last line end
+  if (!lines.empty() && lines.back().empty()) lines.pop_back();  // what follows the last line end
   if (!lines.empty()) lines.erase(lines.begin());
   for (auto& line : lines) {
     if (line.ends_with('\r')) line.pop_back();

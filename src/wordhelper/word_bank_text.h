@@ -9,9 +9,9 @@
 
 namespace marovane {
 
-/// Items of a web reply's payload: parted by "<@>", trimmed, without empty ones.
+/// Items of a web reply's payload: separated by "<@>", trimmed, without empty ones.
 std::vector<std::string> PayloadItems(const std::string& payload);
-/// Lines of a result file in CP950 behind its title line, as they stand, blank ones too. Throws RunTimeError
+/// Lines of a result file in CP950 after its title line, as they are, blank ones too. Throws RunTimeError
 /// for text that cannot be decoded.
 std::vector<std::string> ResultLines(std::string_view bytes);
 /// The page of a word's near-synonyms, one a line. With plainLines the lines end in CR LF, which a page shows

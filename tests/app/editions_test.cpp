@@ -60,8 +60,7 @@ std::vector<std::string> RowsOf(const std::filesystem::path& records) {
       "select * from (select 'ok', sentence, '', haveHtm from oksentence order by essaySId)"
       " union all select * from (select 'err', sentence, errcode, haveHtm from errsentence order by id)"
       " union all select * from (select 'times', errcode, times, '' from mistakes order by errcode)"
-      " union all select finalSet, orgEssay, newEssay, '' from essay",
-      4);
+      " union all select finalSet, orgEssay, newEssay, '' from essay");
 }
 
 std::vector<std::string> RowsOfTerminal() {
@@ -72,9 +71,7 @@ std::vector<std::string> RowsOfTerminal() {
   for (const Line& line : kEssay) {
     if (line.correction != nullptr) corrections += std::string(line.correction) + "\n";
   }
-  const base::RunResult run =
-      RunTerminalProgram({"essay", file}, corrections, {{"HOME", home.Path().string()}, {"LANG", "C.UTF-8"}});
-  EXPECT_EQ(run.status, 0) << run.output << run.errors;
+  RunTerminalProgram(home, 0, {"essay", file}, corrections);
   return RowsOf(home / ".local/share/marovane/marovane/Marovane.mdb");
 }
 

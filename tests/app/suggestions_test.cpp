@@ -9,10 +9,7 @@ namespace marovane {
 
 namespace {
 
-using ::testing::AllOf;
-using ::testing::Contains;
-using ::testing::HasSubstr;
-using ::testing::SizeIs;
+using namespace ::testing;
 
 class RealSuggestions : public CheckingTest {
  protected:
@@ -49,12 +46,12 @@ TEST_F(RealSuggestions, PickedWordComesBackAsItsNearSynonyms) {
   EXPECT_THAT(fakes.frmBrowser.written[0], AllOf(HasSubstr("large"), HasSubstr("\r\n</div>")));
 }
 
-TEST_F(RealSuggestions, PickedPartnerStandsInTheListThatItBrings) {
+TEST_F(RealSuggestions, PickedPartnerIsInTheListThatItBrings) {
   Enter("There was a big rain this morning.");
   EXPECT_EQ(app.gVerdict, "PASS");
   EXPECT_THAT(frmSuggest->webMain(0).Page(), HasSubstr("value='rain,CNJ'"));
   EXPECT_FALSE(frmSuggest->webMain(0).FollowLink("cmd:suggest:rain,CNJ"));
-  EXPECT_THAT(frmCollocation->cboCollect.Items(), Contains(::testing::StartsWith("heavy rain")));
+  EXPECT_THAT(frmCollocation->cboCollect.Items(), Contains(StartsWith("heavy rain")));
 }
 
 }  // namespace

@@ -1,104 +1,79 @@
 #include "app/terminal_command.h"
 
+#include <fmt/ranges.h>
 #include <gmock/gmock.h>
+
+#include "base/day.h"
 
 namespace marovane {
 
 namespace {
 
-using namespace std::chrono;
-using ::testing::ElementsAre;
-using ::testing::HasSubstr;
-using ::testing::IsEmpty;
 using Words = std::vector<std::string>;
 using Kind = TerminalCommand::Kind;
 
-TEST(TerminalCommand, ChecksWithItsOptionsAnywhere) {
+// All that the words have set, as text: of the flags their names, of the rest what is not empty.
+std::string Told(const TerminalCommand& command) {
+  Words told;
+  if (command.local) told.emplace_back("local");
+  if (command.json) told.emplace_back("json");
+  if (command.paragraph) told.emplace_back("paragraph");
+  for (const auto& sentence : command.sentences) told.push_back("sentence=" + sentence);
+  for (const auto& day : command.days) told.push_back("day=" + base::IsoDay(day));
+  for (const auto& [name, text] : {std::pair{"query=", command.query},
+                                   {"file=", command.file},
+                                   {"essay=", command.essay},
+                                   {"title=", command.title},
+                                   {"topic=", command.topic},
+                                   {"html=", command.htmlFile}}) {
+    if (!text.empty()) told.push_back(name + text);
+  }
+  return fmt::format("{}", fmt::join(told, " "));
+}
+
+TEST(TerminalCommand, IsReadFromItsWords) {
   const struct {
     Words words;
-    bool local, json;
-    Words sentences;
+    Kind kind;
+    const char* told;
   } cases[] = {
-      {{}, false, false, {}},
-      {{"check"}, false, false, {}},
-      {{"check", "He goes.", "She goes."}, false, false, {"He goes.", "She goes."}},
-      {{"check", "--local", "--json", "He goes."}, true, true, {"He goes."}},
-      {{"check", "He goes.", "--json"}, false, true, {"He goes."}},
-      {{"check", "--", "--json", "check"}, false, false, {"--json", "check"}},
-      {{"check", "-x", ""}, false, false, {"-x", ""}},
+      {{}, Kind::kCheck, ""},
+      {{"check"}, Kind::kCheck, ""},
+      {{"check", "He goes.", "She goes."}, Kind::kCheck, "sentence=He goes. sentence=She goes."},
+      {{"check", "--local", "--json", "He goes."}, Kind::kCheck, "local json sentence=He goes."},
+      {{"check", "He goes.", "--json"}, Kind::kCheck, "json sentence=He goes."},
+      {{"check", "--", "--json", "check"}, Kind::kCheck, "sentence=--json sentence=check"},
+      {{"check", "-x", ""}, Kind::kCheck, "sentence=-x sentence="},
+      {{"records", "2026/11/5", "2026-01-31"}, Kind::kRecords, "day=2026-11-05 day=2026-01-31"},
+      {{"records"}, Kind::kRecords, ""},
+      {{"days"}, Kind::kDays, ""},
+      {{"sentences", "2026/11/5"}, Kind::kSentences, "day=2026-11-05"},
+      {{"mistakes"}, Kind::kMistakes, ""},
+      {{"export", "a.txt"}, Kind::kExport, "file=a.txt"},
+      {{"export", "--paragraph", "a.txt"}, Kind::kExport, "paragraph file=a.txt"},
+      {{"export", "a.txt", "--paragraph"}, Kind::kExport, "paragraph file=a.txt"},
+      {{"essay", "--title", "My cat", "a.txt"}, Kind::kEssay, "essay=a.txt title=My cat"},
+      {{"essay", "a.txt", "--topic", "17"}, Kind::kEssay, "essay=a.txt topic=17"},
+      {{"essay", "--topics"}, Kind::kEssayTopics, ""},
+      {{"essay", "--delete", "17"}, Kind::kEssayDelete, "essay=17"},
+      {{"words", "rain,CNV"}, Kind::kWords, "query=rain,CNV"},
+      {{"words", "happy,SJ", "--local"}, Kind::kWords, "local query=happy,SJ"},
+      {{"translate", "我", "喜歡"}, Kind::kTranslate, "query=我 喜歡"},
+      {{"--help"}, Kind::kHelp, ""},
+      {{"--version"}, Kind::kVersion, ""},
   };
-  for (const auto& [words, local, json, sentences] : cases) {
+  for (const auto& [words, kind, told] : cases) {
+    SCOPED_TRACE(fmt::format("{}", fmt::join(words, " ")));
     std::string problem;
     const auto command = ParseTerminalCommand(words, problem);
     ASSERT_TRUE(command) << problem;
-    EXPECT_EQ(command->kind, Kind::kCheck);
-    EXPECT_EQ(command->local, local);
-    EXPECT_EQ(command->json, json);
-    EXPECT_EQ(command->sentences, sentences);
+    EXPECT_EQ(command->kind, kind);
+    EXPECT_EQ(Told(*command), told);
     EXPECT_EQ(problem, "");
   }
 }
 
-TEST(TerminalCommand, ListsRecordsOfDays) {
-  std::string problem;
-  const auto command = ParseTerminalCommand({"records", "2026/11/5", "2026-01-31"}, problem);
-  ASSERT_TRUE(command);
-  EXPECT_EQ(command->kind, Kind::kRecords);
-  EXPECT_THAT(command->days,
-              ElementsAre(year_month_day{year{2026} / 11 / 5}, year_month_day{year{2026} / 1 / 31}));
-  EXPECT_THAT(ParseTerminalCommand({"records"}, problem)->days, IsEmpty());
-  EXPECT_EQ(ParseTerminalCommand({"--help"}, problem)->kind, Kind::kHelp);
-  EXPECT_EQ(ParseTerminalCommand({"--version"}, problem)->kind, Kind::kVersion);
-}
-
-TEST(TerminalCommand, AsksTheWordHelper) {
-  const struct {
-    Words words;
-    bool local;
-    const char* query;
-  } good[] = {{{"words", "rain,CNV"}, false, "rain,CNV"},
-              {{"words", "happy,SJ", "--local"}, true, "happy,SJ"}};
-  std::string problem;
-  for (const auto& [words, local, query] : good) {
-    const auto command = ParseTerminalCommand(words, problem);
-    ASSERT_TRUE(command) << problem;
-    EXPECT_EQ(command->kind, Kind::kWords);
-    EXPECT_EQ(command->local, local);
-    EXPECT_EQ(command->query, query);
-  }
-  EXPECT_EQ(ParseTerminalCommand({"translate", "我", "喜歡"}, problem)->query, "我 喜歡");
-  for (const Words& bad : {Words{"words"},
-                           {"words", "rain"},
-                           {"words", "rain,XXX"},
-                           {"words", ",CNV"},
-                           {"words", "rain,CNV", "sun,CNV"},
-                           {"words", "rain,CNV,SJ"},
-                           {"translate", " "}}) {
-    problem.clear();
-    EXPECT_FALSE(ParseTerminalCommand(bad, problem)) << bad.back();
-    EXPECT_NE(problem, "");
-  }
-}
-
-TEST(TerminalCommand, LooksBackOnRecords) {
-  std::string problem;
-  EXPECT_EQ(ParseTerminalCommand({"days"}, problem)->kind, Kind::kDays);
-  EXPECT_EQ(ParseTerminalCommand({"mistakes"}, problem)->kind, Kind::kMistakes);
-  const auto sentences = ParseTerminalCommand({"sentences", "2026/11/5"}, problem);
-  EXPECT_EQ(sentences->kind, Kind::kSentences);
-  EXPECT_THAT(sentences->days, ElementsAre(year_month_day{year{2026} / 11 / 5}));
-  for (const Words& words :
-       {Words{"export", "--paragraph", "a.txt"}, Words{"export", "a.txt", "--paragraph"}}) {
-    const auto command = ParseTerminalCommand(words, problem);
-    ASSERT_TRUE(command) << problem;
-    EXPECT_EQ(command->kind, Kind::kExport);
-    EXPECT_EQ(command->file, "a.txt");
-    EXPECT_TRUE(command->paragraph);
-  }
-  EXPECT_FALSE(ParseTerminalCommand({"export", "a.txt"}, problem)->paragraph);
-}
-
-TEST(TerminalCommand, SaysWhatItDoesNotKnow) {
+TEST(TerminalCommand, NamesWhatItDoesNotKnow) {
   const struct {
     Words words;
     const char* problem;
@@ -112,11 +87,23 @@ TEST(TerminalCommand, SaysWhatItDoesNotKnow) {
                {{"export"}, "檔案"},
                {{"export", "--paragraph"}, "檔案"},
                {{"export", "a.txt", "b.txt"}, "b.txt"},
+               {{"essay", "--delete"}, "--delete"},
+               {{"essay", "--delete", "17", "--title", "x"}, "--title"},
+               {{"essay", "--topics", "a.txt"}, "--topics"},
+               {{"essay", "a.txt", "--title", "x", "--topic", "17"}, "--topic"},
+               {{"essay", "--delete", "17", "--html", "x.htm"}, "--html"},
+               {{"words"}, "單字"},
+               {{"words", "rain"}, "rain"},
+               {{"words", "rain,XXX"}, "rain,XXX"},
+               {{"words", ",CNV"}, ",CNV"},
+               {{"words", "rain,CNV", "sun,CNV"}, "sun,CNV"},
+               {{"words", "rain,CNV,SJ"}, "rain,CNV,SJ"},
+               {{"translate", " "}, "中文"},
                {{"-h"}, "-h"}};
   for (const auto& [words, expected] : cases) {
     std::string problem;
     EXPECT_FALSE(ParseTerminalCommand(words, problem)) << expected;
-    EXPECT_THAT(problem, HasSubstr(expected));
+    EXPECT_THAT(problem, ::testing::HasSubstr(expected));
   }
 }
 

@@ -46,7 +46,7 @@ TEST_F(FilesTest, LeavesTheOldOrTheNewFileWholeWhereverItIsKilled) {
     } catch (const Killed&) {
       EXPECT_EQ(files_.Read(file_), before) << step;
     }
-    // The next start finds whatever the kill left behind, and writes all the same.
+    // The next start finds whatever the kill has left, and writes all the same.
     RewriteFile(files_, file_, after, true);
     EXPECT_EQ(files_.Read(file_), after);
     EXPECT_EQ(Mode(file_), 0600U);
@@ -93,7 +93,7 @@ TEST_F(FilesTest, GivesFilesAndFoldersTheirModes) {
   umask(mask);
 }
 
-TEST_F(FilesTest, TellsFilesFromFolders) {
+TEST_F(FilesTest, KnowsFilesFromFoldersAndFromWhatIsGone) {
   files_.Write(file_, "", false);
   EXPECT_TRUE(files_.FileExists(file_));
   EXPECT_FALSE(files_.FolderExists(file_));
@@ -102,18 +102,15 @@ TEST_F(FilesTest, TellsFilesFromFolders) {
   EXPECT_FALSE(files_.FileExists(file_ / "below a file"));
   fs::create_symlink(home_ / "gone", home_ / "dangling");
   EXPECT_FALSE(files_.FileExists(home_ / "dangling"));
+  files_.Delete(file_);
+  EXPECT_FALSE(files_.FileExists(file_));
 }
 
-TEST_F(FilesTest, WorksBelowALinkedFolder) {
+TEST_F(FilesTest, ListsFilesAloneInOrderAlsoBelowALinkedFolder) {
   fs::create_directory_symlink(home_ / "data", home_ / "linked");
-  files_.CreateFolder(home_ / "linked" / "inner", true);
-  RewriteFile(files_, home_ / "linked" / "inner" / "a", "text", true);
-  EXPECT_EQ(files_.Read(home_ / "data" / "inner" / "a"), "text");
-}
-
-TEST_F(FilesTest, ListsFilesAloneInOrder) {
-  for (const char* const name : {"b.htm", "A.htm", "ä.htm"}) files_.Write(home_ / "data" / name, "", false);
-  files_.CreateFolder(home_ / "data" / "folder", false);
+  for (const char* const name : {"b.htm", "A.htm", "ä.htm"})
+    RewriteFile(files_, home_ / "linked" / name, "", false);
+  files_.CreateFolder(home_ / "linked" / "folder", false);
   EXPECT_THAT(files_.List(home_ / "data"), ElementsAre("A.htm", "b.htm", "ä.htm"));
   EXPECT_THAT(files_.List(home_ / "missing"), ElementsAre());
 }
@@ -131,12 +128,6 @@ TEST_F(FilesTest, NamesThePathAndTheReasonOfAFailure) {
   EXPECT_THROW(static_cast<void>(files_.Read(home_.Path())), Error);
   files_.Write(file_, "", false);
   EXPECT_THROW(files_.CreateFolder(file_ / "below", false), Error);
-}
-
-TEST_F(FilesTest, DeletesAFile) {
-  files_.Write(file_, "", false);
-  files_.Delete(file_);
-  EXPECT_FALSE(files_.FileExists(file_));
 }
 
 }  // namespace

@@ -60,7 +60,7 @@ TEST_F(ProcessTest, GivesAChildItsStreamsAndNoneOfOurDescriptors) {
   EXPECT_EQ(Run(Shell("cat"), input.readEnd.Get()).output, "word");
 }
 
-TEST_F(ProcessTest, GivesAChildTheEnvironmentThatIsMeant) {
+TEST_F(ProcessTest, PassesTheEnvironmentThatIsMeant) {
   setenv("MAROVANE_TEST", "ours", 1);
   auto start = Shell("echo $MAROVANE_TEST $OTHER");
   EXPECT_EQ(Run(start).output, "ours\n");
@@ -81,7 +81,7 @@ TEST_F(ProcessTest, IgnoresAndBlocksNoSignalOfOursInAChild) {
   pthread_sigmask(SIG_UNBLOCK, &held, nullptr);
 }
 
-TEST_F(ProcessTest, TellsHowAProgramEndedAndAllThatItWrote) {
+TEST_F(ProcessTest, SaysHowAProgramEndedAndAllThatItWrote) {
   const std::string much = "head -c 300000 /dev/zero";
   const RunResult run = Run(Shell(much + " & " + much + " >&2; wait; exit 3"));
   EXPECT_EQ(run.status, 3);

@@ -1,7 +1,10 @@
+// Texts, and what is written of them in addresses, forms and pages.
 #include "base/text.h"
 
 #include <gmock/gmock.h>
 
+#include "base/html.h"
+#include "base/percent.h"
 #include "base/utf16.h"
 #include "base/utf8.h"
 
@@ -88,6 +91,51 @@ TEST(Utf16, GivesEveryCharacterBack) {
     ASSERT_EQ(ToUtf16(text).size(), code < 0x10000 ? 1U : 2U);
     ASSERT_EQ(ToUtf8(ToUtf16(text)), text) << static_cast<unsigned>(code);
   }
+}
+
+TEST(Percent, CodesFormsAsBrowsersDo) {
+  const struct {
+    std::string bytes;
+    const char *browser, *strict;
+  } cases[] = {{"", "", ""},
+               {"azAZ09", "azAZ09", "azAZ09"},
+               {"a b*-._~", "a+b*-._%7E", "a+b%2A%2D%2E%5F%7E"},
+               {"1+1=2&%", "1%2B1%3D2%26%25", "1%2B1%3D2%26%25"},
+               {"\xE4\xB8\xAD\n", "%E4%B8%AD%0A", "%E4%B8%AD%0A"}};
+  for (const auto& [bytes, browser, strict] : cases) {
+    EXPECT_EQ(FormEncode(bytes), browser);
+    EXPECT_EQ(FormEncode(bytes, ""), strict);
+    EXPECT_EQ(PercentDecode(PercentEncode(bytes, "%& ")), bytes);
+  }
+  EXPECT_EQ(PercentEncode("50% & =中", "%& "), "50%25%20%26%20=中");
+  EXPECT_EQ(PercentDecode("a%20b%E4%b8%aD%zz%-1%4"), "a b中%zz%-1%4");
+}
+
+TEST(Percent, CodesAddressesByTheirUtf16Units) {
+  const std::pair<const char*, const char*> known[] = {
+      {"", ""},
+      {"a b&c%", "a b&c%"},
+      {"\x7F\u0080", "\x7F%C2%80"},
+      {"é", "%C3%A9"},
+      {"߿ࠀ", "%DF%BF%E0%80"},  // from 0x800 on still two bytes
+      {"\u0FFF\u1000", "%FF%BF%E1%80%80"},
+      {"中文", "%E4%B8%AD%E6%96%87"},
+      {"𠮷", "%ED%A1%82%ED%BE%B7"}};  // each half by itself
+  for (const auto& [text, code] : known) EXPECT_EQ(UrlEncodeUtf8(text), code) << text;
+}
+
+TEST(Html, EscapesTextsAndNotItsOwnPieces) {
+  const std::pair<std::string, const char*> cases[] = {
+      {"<a href=\"x\" id='y'>&amp;</a>", "&lt;a href=&quot;x&quot; id=&#39;y&#39;&gt;&amp;amp;&lt;/a&gt;"},
+      {std::string("a\0b\x1b\x7f", 5), "a\uFFFDb\uFFFD\uFFFD"},
+      {"a\xC2\x85z", "a\uFFFDz"},                          // a control character of two bytes
+      {"\xC0\xBCscript\xFF", "\uFFFD\uFFFDscript\uFFFD"},  // "<" in too many bytes is no character
+      {"tab\tand\r\nlines 中文 \xF0\x9F\x98\x80", "tab\tand\r\nlines 中文 \xF0\x9F\x98\x80"},
+  };
+  for (const auto& [text, escaped] : cases) EXPECT_EQ(Escaped(text), escaped) << text;
+  const Html inner = Fill("<b>{}</b>", "<&>");
+  EXPECT_EQ(Fill("<i class=\"{}\">{}{}</i>", "{\"}", inner, 7).Markup(),
+            "<i class=\"{&quot;}\"><b>&lt;&amp;&gt;</b>7</i>");
 }
 
 }  // namespace

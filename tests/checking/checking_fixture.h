@@ -1,8 +1,6 @@
 // A main window with a scripted server, a scripted engine, and real records.
 #pragma once
 
-#include <gmock/gmock.h>
-
 #include <map>
 #include <string>
 #include <vector>
@@ -13,27 +11,18 @@
 #include "core/settings.h"
 #include "platform/window.h"
 #include "records/record_db.h"
+#include "tests/core/core_fixture.h"
 #include "tests/records/record_store.h"
-#include "tests/support/expect_message.h"
-#include "tests/support/fake_hall.h"
-#include "tests/support/test_machine.h"
 
 namespace marovane {
 
 inline constexpr Color kGreen = Rgb(153, 204, 0);
 inline constexpr Color kRed = Rgb(255, 60, 60);
 
-class CheckingTest : public ::testing::Test {
+class CheckingTest : public CoreTest {
  protected:
   CheckingTest() {
-    app.gEdition = "MRV";
-    app.gTempDir = (machine.home / "tmp").string();
-    app.gEngineDir = app.gTempDir + "/tolvex/";
-    app.gSetupFile = app.gTempDir + "/marovane/setup.set";
-    app.gRegistryFile = app.gEngineDir + "registry.set";
     app.gConnRecords = "Data Source=" + recordsPath.string() + ";";
-    app.gPublisherRoot = "http://publisher/";
-    app.gServerUrlRoot = "http://server/";
     app.gWebSiteRoot = "http://site/";
     app.gAccountPassword = "pw";
     app.gEngineLevel = "beta";
@@ -41,11 +30,11 @@ class CheckingTest : public ::testing::Test {
     app.gInputFontSize = 12;
     app.gTransformValue = 200;
     CreateRecords(machine.realDatabases, recordsPath);
-    machine.realFiles.CreateFolder(app.gEngineDir, true);
-    machine.realFiles.Write(app.gEngineDir + "tolvex2.exe", "", false);
-    machine.realFiles.Write(app.gSetupFile, "Pno=4711\r\n", true);
+    Put(app.gEngineDir + "tolvex2.exe", "");
+    Put(app.gSetupFile, "Pno=4711\r\n");
     machine.http.Route("p_all_webengine_get.asp", "OK_http://engine/");
     machine.http.Route("p_passWebEngine_conn.asp", "ONLINE");
+    machine.http.Route("p_passWebEngine.asp", "OK_0##p.htm");
     program.hall.frmMain.LeadsTo([this]() -> MainWindow& { return *frmMain; });
   }
 
@@ -58,10 +47,13 @@ class CheckingTest : public ::testing::Test {
     Main().txtInput.SelColor = 0;
     machine.user.Press(Main().txtInput, kKeyEnter);
   }
-  void ExpectMessage(const Message& message, MessageButton answer = kOk, const std::string& detail = "") {
-    marovane::ExpectMessage(machine.user, message, answer, detail);
+  /// Checks a sentence without the key, as the walk through an essay does.
+  void Pass(const std::string& sentence) {
+    if (!Main().Visible()) Main().Show();
+    Main().txtInput.Text = sentence;
+    Main().PassStringToEngine();
   }
-  /// The window takes input again, the progress box goes, and every expected message has been shown.
+  /// The window accepts input again, the progress box goes, and every expected message has been shown.
   void ExpectIdle(const std::string& text) {
     EXPECT_TRUE(Main().Enabled());
     EXPECT_EQ(Main().txtInput.Text(), text) << "nothing that was typed is lost";
@@ -78,6 +70,10 @@ class CheckingTest : public ::testing::Test {
       WriteKeys({{"htm4chk", PagePath()}});
     };
   }
+  /// An engine that writes these keys and no page.
+  FakeProcesses::Work KeysAlone(const Keys& keys) {
+    return [this, keys](const base::ProcessStart&) { WriteKeys(keys); };
+  }
   void WriteKeys(const Keys& keys) {
     for (const auto& [key, value] : keys) {
       ReadWriteSetFile(machine.realFiles, app.gRegistryFile, "W", key, value);
@@ -89,34 +85,37 @@ class CheckingTest : public ::testing::Test {
     machine.processes.Install("tolvex2.exe", std::chrono::milliseconds{700}, work);
   }
 
-  /// All that stands in the record database, without the ids.
+  void Execute(const std::string& script) {
+    machine.realDatabases.Open(recordsPath, base::Databases::Mode::kReadWrite)->RunScript(script);
+  }
+  std::vector<std::string> Query(const std::string& sql) {
+    return Rows(machine.realDatabases, recordsPath, sql);
+  }
+  /// The Nth statement from now on fails.
+  void FailStatement(int step) {
+    machine.databases.fault.Reset();
+    machine.databases.fault.FailAt(step);
+  }
+  /// All that is in the record database, without the ids.
   std::vector<std::string> Recorded() {
-    auto all =
-        Rows(machine.realDatabases, recordsPath,
-             "select 'ok', okFlag, sentence, sDate, upload, essayId, essaySId, haveHtm from oksentence "
-             "order by sId",
-             8);
-    const auto add = [&](const std::string& sql, int columns) {
-      const auto rows = Rows(machine.realDatabases, recordsPath, sql, columns);
+    std::vector<std::string> all;
+    for (const char* const sql :
+         {"select 'ok', okFlag, sentence, sDate, upload, essayId, essaySId, haveHtm from oksentence "
+          "order by sId",
+          "select 'err', sentence, errcode, sDate, upload, essayId, essaySId, haveHtm from errsentence "
+          "order by id",
+          "select Errcode, times from mistakes order by Errcode", "select * from workRec",
+          "select * from essay"}) {
+      const auto rows = Query(sql);
       all.insert(all.end(), rows.begin(), rows.end());
-    };
-    add("select 'err', sentence, errcode, sDate, upload, essayId, essaySId, haveHtm from errsentence "
-        "order by id",
-        8);
-    add("select Errcode, times from mistakes order by Errcode", 2);
-    add("select * from workRec", 4);
-    add("select * from essay", 8);
+    }
     return all;
   }
   std::string NeedSync() { return ReadSetup(program, "NeedSync"); }
 
-  TestMachine machine;
   const std::filesystem::path recordsPath = machine.home / "tmp" / "marovane" / "Marovane.mdb";
-  Program program{machine.machine, {}};
-  AppState& app = program.app;
   RecordDb records{program};
   Window<FrmMain> frmMain{[this] { return std::make_shared<FrmMain>(program, records); }};
-  FakeHall fakes{program};
 };
 
 }  // namespace marovane

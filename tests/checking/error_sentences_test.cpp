@@ -7,21 +7,14 @@ namespace marovane {
 
 namespace {
 
+using ::testing::AllOf;
 using ::testing::EndsWith;
 using ::testing::StartsWith;
 
 const std::string kMark = "<span style='background-color: #FFFFFF'>";
 
-std::string Paragraph(const std::string& inner) {
-  return "<p style='margin-top:0px;margin-bottom:0px;'>" + inner + "</p>";
-}
-
 TEST(SentenceStyle, PartsBetweenStarsStandOut) {
-  const struct {
-    const char* sentence;
-    std::string inner;
-  } kCases[] = {
-      {"He *go* to school.", "He " + kMark + "go</span> to school."},
+  const std::pair<const char*, std::string> cases[] = {
       {"*a* b *c*", kMark + "a</span> b " + kMark + "c</span>"},
       {"no mark", "no mark"},
       {"an *odd number", "an " + kMark + "odd number</span>"},
@@ -29,8 +22,10 @@ TEST(SentenceStyle, PartsBetweenStarsStandOut) {
       {"", ""},
       {"a *<b> & '*", "a " + kMark + "&lt;b&gt; &amp; &#39;</span>"},
   };
-  for (const auto& c : kCases)
-    EXPECT_EQ(GetSentenceStyle(c.sentence).Markup(), Paragraph(c.inner)) << c.sentence;
+  for (const auto& [sentence, inner] : cases) {
+    EXPECT_EQ(GetSentenceStyle(sentence).Markup(),
+              "<p style='margin-top:0px;margin-bottom:0px;'>" + inner + "</p>");
+  }
 }
 
 class ErrSentencesTest : public CheckingTest {
@@ -47,17 +42,15 @@ TEST_F(ErrSentencesTest, PageHoldsTheSentencesOfOneCode) {
   records.InsertErrSentence({.id = "4", .sentence = " *a* b ", .errcode = "A1", .sDate = day});
   FrmErrSentence& window = *frmErrSentence_;
   EXPECT_TRUE(app.gOpenErrSentence);
-  window.ShowErrSentence("A1");
-  const std::string page = window.webMain.Page();
-  EXPECT_THAT(page, StartsWith("<html>\r\n"));
-  EXPECT_THAT(page, EndsWith("<p><font face='Arial' size='4' style='line-height:150%;'>" +
-                             GetSentenceStyle("He *don’t*.").Markup() + GetSentenceStyle("*a* b").Markup() +
-                             "</font></p></body>\r\n</html>\r\n"));
-  window.ShowErrSentence("Z9");
-  EXPECT_THAT(window.webMain.Page(),
-              EndsWith("'>\r\n<p><font face='Arial' size='4' style='line-height:150%;'>"
-                       "</font></p></body>\r\n</html>\r\n"))
-      << "a code without sentences gives an empty page";
+  const std::pair<const char*, std::string> cases[] = {
+      {"A1", GetSentenceStyle("He *don’t*.").Markup() + GetSentenceStyle("*a* b").Markup()}, {"Z9", ""}};
+  for (const auto& [errcode, sentences] : cases) {
+    window.ShowErrSentence(errcode);
+    EXPECT_THAT(window.webMain.Page(),
+                AllOf(StartsWith("<html>\r\n"),
+                      EndsWith("'>\r\n<p><font face='Arial' size='4' style='line-height:150%;'>" + sentences +
+                               "</font></p></body>\r\n</html>\r\n")));
+  }
 }
 
 TEST_F(ErrSentencesTest, SizeHasItsBoundsAndClosingFadesOut) {

@@ -1,6 +1,4 @@
-
 #include "core/error_report.h"
-#include "platform/run_time_error.h"
 #include "protocol/page_code.h"
 #include "tests/checking/checking_fixture.h"
 
@@ -11,7 +9,6 @@ namespace {
 using namespace std::chrono_literals;
 using ::testing::AllOf;
 using ::testing::ElementsAre;
-using ::testing::EndsWith;
 using ::testing::Ge;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
@@ -55,100 +52,57 @@ TEST_F(LocalEngineTest, EngineIsStartedOnTheSentence) {
   const auto& start = machine.processes.started[0];
   EXPECT_EQ(start.program, app.gEngineDir + "tolvex2.exe");
   EXPECT_EQ(start.workingFolder, app.gEngineDir);
-  ASSERT_THAT(start.arguments, SizeIs(1));
-  EXPECT_THAT(start.arguments[0], StartsWith("beta,"));
-  EXPECT_THAT(start.arguments[0], SizeIs(5 + 6));
+  EXPECT_THAT(start.arguments, ElementsAre(AllOf(StartsWith("beta,"), SizeIs(5 + 6))));
 }
 
 TEST_F(LocalEngineTest, PageGoesPackedToTheServerAndIsDeleted) {
   const std::string page = "<html>本句子沒有發現錯誤</html>";
   UseLocalEngine(Engine({{"findMistake", "0"}}, page));
   Enter("He goes.");
-  ASSERT_THAT(fakes.frmBrowser.posted, SizeIs(1));
-  EXPECT_THAT(fakes.frmBrowser.posted[0],
-              AllOf(StartsWith("2 <html>"), HasSubstr("action='http://server/p_decode.asp'"),
-                    HasSubstr("name='pno' value='4711'"),
-                    HasSubstr("name='code' value='" + protocol::EncodePage(page) + "'")));
+  EXPECT_THAT(fakes.frmBrowser.posted,
+              ElementsAre(AllOf(StartsWith("2 <html>"), HasSubstr("action='http://server/p_decode.asp'"),
+                                HasSubstr("name='pno' value='4711'"),
+                                HasSubstr("name='code' value='" + protocol::EncodePage(page) + "'"))));
   EXPECT_FALSE(machine.realFiles.FileExists(PagePath()));
 }
 
-TEST_F(LocalEngineTest, EngineLeftOverFromBeforeIsKilled) {
-  const int left = machine.processes.Add("tolvex2.exe");
+TEST_F(LocalEngineTest, EngineThatHangsIsKilledByTheNextCheck) {
   machine.processes.Add("other.exe");
-  UseLocalEngine(Engine({{"findMistake", "0"}}));
-  Enter("He goes.");
-  EXPECT_EQ(app.gVerdict, "PASS");
-  EXPECT_THAT(machine.processes.terminated, ElementsAre(left));
-  app.gUseWebEngine = true;
-  machine.processes.Add("tolvex2.exe");
-  machine.http.Route("p_passWebEngine.asp", "OK_0##p.htm");
-  Enter("He goes.");
-  EXPECT_THAT(machine.processes.terminated, SizeIs(1)) << "the web engine kills nobody";
-}
-
-TEST_F(LocalEngineTest, EngineThatAnswersNothingTimesOut) {
-  const auto manyLines = [](int count) {
-    std::string text;
-    for (int i = 0; i < count; ++i) text += "k" + std::to_string(i) + "=v\r\n";
-    return text;
-  };
-  const struct {
-    const char* name;
-    FakeProcesses::Work work;
-  } cases[] = {
-      {"no page", {}},
-      {"keys without a page",
-       [&](const base::ProcessStart&) {
-         WriteKeys({{"findMistake", "1"}, {"errcode", "A"}});
-       }},
-      {"a page that is not there",
-       [&](const base::ProcessStart&) {
-         WriteKeys({{"htm4chk", "/nowhere/x.htm"}});
-       }},
-      {"the word for no page",
-       [&](const base::ProcessStart&) {
-         WriteKeys({{"htm4chk", "nil"}});
-       }},
-      {"a folder for a page",
-       [&](const base::ProcessStart&) {
-         WriteKeys({{"htm4chk", app.gEngineDir}});
-       }},
-      {"exchange file beyond its bound",
-       [&](const base::ProcessStart&) { machine.realFiles.Write(app.gRegistryFile, manyLines(150), true); }},
-      {"exchange file deleted",
-       [&](const base::ProcessStart&) { machine.realFiles.Delete(app.gRegistryFile); }},
-      {"exchange file of garbage",
-       [&](const base::ProcessStart&) {
-         machine.realFiles.Write(app.gRegistryFile, "\xFF\xFE\0\x80", true);
-       }},
-  };
-  for (const auto& [name, work] : cases) {
-    SCOPED_TRACE(name);
-    UseLocalEngine(work);
-    ExpectTimeout("He goes.");
-  }
-}
-
-TEST_F(LocalEngineTest, HangingEngineIsKilledByTheNextCheck) {
-  app.gUseWebEngine = false;
   machine.processes.InstallHanging("tolvex2.exe");
   ExpectTimeout("He goes.");
   EXPECT_THAT(machine.processes.terminated, IsEmpty()) << "not at the time-out";
   UseLocalEngine(Engine({{"findMistake", "0"}}));
   Enter("He goes.");
   EXPECT_EQ(app.gVerdict, "PASS");
-  EXPECT_THAT(machine.processes.terminated, SizeIs(1));
+  EXPECT_THAT(machine.processes.terminated, SizeIs(1)) << "the engine, and not another program";
+  app.gUseWebEngine = true;
+  machine.processes.Add("tolvex2.exe");
+  Enter("He goes.");
+  EXPECT_THAT(machine.processes.terminated, SizeIs(1)) << "the web engine kills nobody";
 }
 
-TEST_F(LocalEngineTest, EngineKilledWhileItWorksLeavesNoRecord) {
-  machine.processes.Install("tolvex2.exe", 5s, Engine({{"findMistake", "0"}}));
-  Timer killer(machine.loop, 2000);
-  killer.onTick = [&] {
-    killer.Enabled = false;
-    for (const auto& process : machine.processes.List()) machine.processes.End(process.id);
+TEST_F(LocalEngineTest, EngineThatAnswersNothingTimesOut) {
+  const auto exchangeOf = [&](const std::string& bytes) -> FakeProcesses::Work {
+    return [this, bytes](const base::ProcessStart&) { Put(app.gRegistryFile, bytes); };
   };
-  killer.Enabled = true;
-  ExpectTimeout("He goes.");
+  std::string manyLines;
+  for (int i = 0; i < 150; ++i) manyLines += "k" + std::to_string(i) + "=v\r\n";
+  const std::pair<const char*, FakeProcesses::Work> cases[] = {
+      {"no page", {}},
+      {"keys without a page", KeysAlone({{"findMistake", "1"}, {"errcode", "A"}})},
+      {"a page that is not there", KeysAlone({{"htm4chk", "/nowhere/x.htm"}})},
+      {"the word for no page", KeysAlone({{"htm4chk", "nil"}})},
+      {"a folder for a page", KeysAlone({{"htm4chk", app.gEngineDir}})},
+      {"exchange file beyond its bound", exchangeOf(manyLines)},
+      {"exchange file of garbage", exchangeOf("\xFF\xFE\x80")},
+      {"exchange file deleted",
+       [this](const base::ProcessStart&) { machine.realFiles.Delete(app.gRegistryFile); }},
+  };
+  for (const auto& [name, work] : cases) {
+    SCOPED_TRACE(name);
+    UseLocalEngine(work);
+    ExpectTimeout("He goes.");
+  }
 }
 
 TEST_F(LocalEngineTest, DamagedFirstLineDoesNotHideTheAnswer) {
@@ -181,7 +135,6 @@ TEST_F(LocalEngineTest, MissingEngineIsReportedAndTheWindowComesBack) {
   std::filesystem::remove(app.gEngineDir + "tolvex2.exe");
   const std::string engineDir = app.gEngineDir;
   app.gEngineDir = "/somewhere/else/";
-  app.gUseWebEngine = false;
   ExpectMessage(Message::kUnexpectedError);
   Enter("He goes.");
   EXPECT_EQ(app.gEngineDir, engineDir) << "set to its place again";
@@ -193,8 +146,7 @@ TEST_F(LocalEngineTest, MissingEngineIsReportedAndTheWindowComesBack) {
 TEST_F(LocalEngineTest, FailingRecordIsPassedOver) {
   UseLocalEngine(Engine({{"findMistake", "1"}, {"errcode", "A1"}, {"sentence", "He *go*."}}));
   Enter("He go.");  // opens the database
-  machine.databases.fault.Reset();
-  machine.databases.fault.FailAt(1);
+  FailStatement(1);
   Enter("He go.");
   EXPECT_EQ(app.gVerdict, "ERRS");
   EXPECT_EQ(Main().txtInput.SelColor(), kRed);
@@ -222,18 +174,15 @@ TEST_F(LocalEngineTest, FailureOfAnyFileStepAfterTheEngineIsPassedOver) {
 TEST_F(LocalEngineTest, EssaySentenceNeedsNoPage) {
   app.gEssayMode = true;
   for (const char* none : {"NIL", "nil", "Nil"}) {
-    UseLocalEngine([&, none](const base::ProcessStart&) {
-      WriteKeys({{"findMistake", "1"}, {"errcode", "A1"}, {"sentence", "He *go*."}, {"htm4chk", none}});
-    });
-    Main().Show();
-    Main().txtInput.Text = std::string("He go.");
+    UseLocalEngine(
+        KeysAlone({{"findMistake", "1"}, {"errcode", "A1"}, {"sentence", "He *go*."}, {"htm4chk", none}}));
     app.gVerdict.clear();
-    Main().PassStringToEngine();
+    Pass("He go.");
     EXPECT_EQ(app.gVerdict, "ERRS") << none;
   }
   EXPECT_THAT(machine.processes.started[0].arguments[0], StartsWith("beta,50"));
   UseLocalEngine(Engine({{"findMistake", "0"}}));
-  Main().PassStringToEngine();
+  Pass("He goes.");
   EXPECT_EQ(app.gVerdict, "PASS");
   EXPECT_THAT(fakes.frmBrowser.posted, IsEmpty()) << "an essay shows its pages itself";
   EXPECT_TRUE(machine.realFiles.FileExists(PagePath()));

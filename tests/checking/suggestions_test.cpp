@@ -14,17 +14,15 @@ using ::testing::IsEmpty;
 using ::testing::Not;
 
 TEST(SuggestPage, PartsOfSpeechGiveTheQuery) {
-  const std::vector<std::pair<std::string, std::string>> cases{{"rain 名詞 fall 動詞", "rain,CNV"},
-                                                               {"rain 名詞 heavy 形容詞", "rain,CNJ"},
-                                                               {"rain (名詞) in 介系詞", "rain,CNP"},
-                                                               {"run 動詞 fast 副詞", "run,CVM"},
-                                                               {"happy 形容詞 very 副詞", "happy,CJM"},
-                                                               {"run 動詞 way 名詞", ""},
-                                                               {"rain 名詞", ""},
-                                                               {"rain", ""},
-                                                               {"", ""},
-                                                               {"rain  名詞 fall 動詞", ""}};
-  for (const auto& [item, query] : cases) EXPECT_EQ(GetSuggestParameter(item), query) << item;
+  const std::pair<const char*, const char*> cases[] = {{"rain 名詞 fall 動詞", "rain,CNV"},
+                                                       {"rain 名詞 heavy 形容詞", "rain,CNJ"},
+                                                       {"rain (名詞) in 介系詞", "rain,CNP"},
+                                                       {"run 動詞 fast 副詞", "run,CVM"},
+                                                       {"happy 形容詞 very 副詞", "happy,CJM"}};
+  for (const auto& [item, query] : cases) EXPECT_EQ(GetSuggestParameter(item), query);
+  for (const char* none : {"run 動詞 way 名詞", "rain 名詞", "rain", "", "rain  名詞 fall 動詞"}) {
+    EXPECT_EQ(GetSuggestParameter(none), "") << none;
+  }
 }
 
 TEST(SuggestPage, ListsAreReadByKind) {
@@ -52,11 +50,10 @@ class SuggestWindow : public CheckingTest {
  protected:
   SuggestWindow() {
     app.gUseWebEngineWbank = true;
-    auto& http = machine.http;
-    http.Route("p_passWebEngine_wbank.asp", base::ToCp950("OK_heavy rain >> 大雨"));
-    http.Route("p_getconn.asp", "ONLINE");
-    http.Route("p_update_useract.asp", "OK_");
-    http.Route("p_getwebhelper.asp", "");
+    machine.http.Route("p_passWebEngine_wbank.asp", base::ToCp950("OK_heavy rain >> 大雨"));
+    machine.http.Route("p_getconn.asp", "ONLINE");
+    machine.http.Route("p_update_useract.asp", "OK_");
+    machine.http.Route("p_getwebhelper.asp", "");
     program.hall.frmSuggest.LeadsTo([this]() -> Suggestions& { return *frmSuggest; });
     program.hall.frmCollocation.LeadsTo([this]() -> WordHelper& { return *frmCollocation; });
     Main().Show();
@@ -81,14 +78,13 @@ TEST_F(SuggestWindow, OpensForARightSentenceWithTheTabsThatItHas) {
     SCOPED_TRACE(reply);
     machine.http.Route("p_passWebEngine.asp", base::ToCp950(reply));
     Enter("It rains.");
-    EXPECT_TRUE(app.gOpenSuggest && Suggest().Visible());
-    EXPECT_EQ(Suggest().picTab(0).Visible(), col);
-    EXPECT_EQ(Suggest().picTab(1).Visible(), syn);
+    FrmSuggest& window = Suggest();
+    EXPECT_TRUE(app.gOpenSuggest && window.Visible());
+    EXPECT_EQ(std::pair(window.picTab(0).Visible(), window.picTab(1).Visible()), std::pair(col, syn));
     const int shown = syn ? 1 : 0;
-    EXPECT_TRUE(Suggest().webMain(shown).Visible() && !Suggest().webMain(1 - shown).Visible());
-    EXPECT_THAT(Suggest().webMain(shown).Page(), HasSubstr(syn ? ">glad<" : ">rain 名詞 fall 動詞<"));
-    EXPECT_EQ(Suggest().lblTab(shown).ForeColor(), Rgb(255, 255, 0));
-    EXPECT_EQ(Suggest().lblTab(1 - shown).ForeColor(), Rgb(255, 255, 255));
+    EXPECT_TRUE(window.webMain(shown).Visible() && !window.webMain(1 - shown).Visible());
+    EXPECT_THAT(window.webMain(shown).Page(), HasSubstr(syn ? ">glad<" : ">rain 名詞 fall 動詞<"));
+    EXPECT_NE(window.lblTab(shown).ForeColor(), window.lblTab(1 - shown).ForeColor());
   }
   machine.user.Click(Suggest().imgClose);
   machine.loop.WaitUntil([this] { return !frmSuggest.IsLoaded(); });
@@ -115,7 +111,7 @@ TEST_F(SuggestWindow, GrowsWithItsItemsAndNeverShrinks) {
   Suggest().ShowSuggest("OTHER", "a,b");
 }
 
-TEST_F(SuggestWindow, ListMayStandInAFile) {
+TEST_F(SuggestWindow, ListMayComeFromAFile) {
   const std::string path = app.gTempDir + "/col.txt";
   machine.realFiles.Write(path, base::ToCp950("rain 名詞 fall 動詞\r\n\r\nrun 動詞 fast 副詞\r\n"), false);
   Suggest().ShowSuggest("COL", path);
@@ -125,29 +121,23 @@ TEST_F(SuggestWindow, ListMayStandInAFile) {
 
 TEST_F(SuggestWindow, PickedPartnerGoesToTheWordHelper) {
   const struct {
-    const char *link, *word;
+    const char *query, *word;
     int first, second;
-  } cases[] = {{"cmd:suggest:rain,CNJ", "rain", 0, 2},
-               {"cmd:suggest:run,CVM", "run", 1, 1},
-               {"cmd:suggest:happy%2CCJM", "happy", 2, 1}};
-  for (const auto& c : cases) {
-    SCOPED_TRACE(c.link);
-    EXPECT_FALSE(Suggest().webMain(0).FollowLink(c.link));
+  } cases[] = {{"rain,CNJ", "rain", 0, 2}, {"run,CVM", "run", 1, 1}, {"happy%2CCJM", "happy", 2, 1}};
+  for (const auto& [query, word, first, second] : cases) {
+    SCOPED_TRACE(query);
+    EXPECT_FALSE(Suggest().webMain(0).FollowLink(std::string("cmd:suggest:") + query));
     auto& helper = *frmCollocation;
     EXPECT_TRUE(helper.Visible() && helper.picFormTabs(2).Visible());
-    EXPECT_EQ(helper.txtKeyword(0).Text(), c.word);
-    EXPECT_TRUE(helper.optPara1(c.first).Value() && helper.optPara2(c.second).Value());
+    EXPECT_EQ(helper.txtKeyword(0).Text(), word);
+    EXPECT_TRUE(helper.optPara1(first).Value() && helper.optPara2(second).Value());
     EXPECT_THAT(helper.cboCollect.Items(), ElementsAre("heavy rain >> 大雨"));
   }
   EXPECT_EQ(AskedLast(), "key=zorbelquinter&para=happy,CJM");
   EXPECT_TRUE(Suggest().webMain(0).FollowLink("http://elsewhere/"));
-  EXPECT_TRUE(Suggest().webMain(0).FollowLink("file:///x"));
-}
-
-TEST_F(SuggestWindow, ItemWithoutAQueryFindsNothing) {
   machine.http.Route("p_passWebEngine_wbank.asp", "OK_");
   ExpectMessage(Message::kNoPartners);
-  EXPECT_FALSE(Suggest().webMain(0).FollowLink("cmd:suggest:"));
+  EXPECT_FALSE(Suggest().webMain(0).FollowLink("cmd:suggest:")) << "an item without a query";
   EXPECT_EQ(machine.user.Expected(), 0U);
   EXPECT_EQ(frmCollocation->txtKeyword(0).Text(), "");
 }

@@ -1,6 +1,5 @@
+#include "base/text.h"
 #include "core/error_report.h"
-#include "core/server_access.h"
-#include "platform/run_time_error.h"
 #include "tests/checking/checking_fixture.h"
 
 namespace marovane {
@@ -9,8 +8,11 @@ namespace {
 
 using namespace std::chrono_literals;
 using ::testing::AllOf;
+using ::testing::Each;
 using ::testing::ElementsAre;
+using ::testing::EndsWith;
 using ::testing::Ge;
+using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 using ::testing::Le;
 using ::testing::SizeIs;
@@ -29,40 +31,26 @@ class WebEngineTest : public CheckingTest {
 };
 
 TEST_F(WebEngineTest, RequestHoldsEachField) {
-  machine.http.Route(kPage, "OK_0##p.htm");
   app.gLastInput = "left over";
   Enter("I am");
   ASSERT_THAT(machine.http.Bodies(kPage), SizeIs(1));
   std::string body = machine.http.Bodies(kPage)[0];
-  const auto code = body.find("&p3=") + 4;
-  const std::string runCode = body.substr(code, 6);
-  body.erase(code, 6);
+  body.erase(body.find("&p3=") + 4, 6);  // the run code
   EXPECT_EQ(body,
             "key=zorbelquinter&pno=4711&pnomd5=b52340b4de4566b804c9880aa0b4af5f"
             "&checksum=75524e86eb8dcc20eb8fdd070916e390&p1=beta&p2=0&p3=&cidx=0&s=I%20am");
-  const auto pair = [&](std::size_t i) { return std::stoi(runCode.substr(i, 2)); };
-  EXPECT_EQ(pair(4), pair(0) + pair(2));
   EXPECT_EQ(machine.http.requests.back().url, "http://engine/p_passWebEngine.asp");
   EXPECT_EQ(app.gLastInput, "");
   EXPECT_EQ(ReadWriteSetFile(machine.realFiles, app.gRegistryFile, "R", "sentence", ""), "I am");
 }
 
 TEST_F(WebEngineTest, InputIsNormalisedInPlace) {
-  machine.http.Route(kPage, "OK_0##p.htm");
-  const struct {
-    const char *typed, *sent;
-  } cases[] = {{"It’s  a，b．", "It's a,b."}, {"a   b", "a  b"}, {"a    b", "a  b"}, {" a ", " a "}};
-  Main().Show();
+  const std::pair<const char*, const char*> cases[] = {
+      {"It’s  a，b．", "It's a,b."}, {"a   b", "a  b"}, {"a    b", "a  b"}, {" a ", " a "}};
   for (const auto& [typed, sent] : cases) {
-    Main().txtInput.Text = typed;
-    Main().PassStringToEngine();
+    Pass(typed);
     EXPECT_EQ(Main().txtInput.Text(), sent);
-    std::string body = machine.http.Bodies(kPage).back();
-    std::string decoded = body.substr(body.find("&s=") + 3);
-    for (auto at = decoded.find("%20"); at != std::string::npos; at = decoded.find("%20")) {
-      decoded.replace(at, 3, " ");
-    }
-    EXPECT_EQ(decoded, sent);
+    EXPECT_THAT(machine.http.Bodies(kPage).back(), EndsWith("&s=" + base::Replace(sent, " ", "%20")));
   }
 }
 
@@ -88,15 +76,11 @@ TEST_F(WebEngineTest, SilenceOfThirtySecondsStopsTheCheck) {
   EXPECT_THAT((machine.loop.Elapsed() - before) / 1ms, AllOf(Ge(30'000), Le(31'000)));
   ExpectStop("He goes.");
   EXPECT_EQ(NeedSync(), "Y") << "Enter itself notes it";
-}
-
-TEST_F(WebEngineTest, StopLeavesNeedSyncToTheOneWhoAsked) {
+  WriteSetup(program, "NeedSync", "");
   machine.http.Route(kPage, "ERR");
-  Main().Show();
-  Main().txtInput.Text = std::string("He goes.");
   ExpectMessage(Message::kEngineTimeout);
-  Main().PassStringToEngine();
-  EXPECT_EQ(NeedSync(), "");
+  Pass("He goes.");
+  EXPECT_EQ(NeedSync(), "") << "the check does not";
 }
 
 TEST_F(WebEngineTest, RefusedAllotmentAsksAndMayEndTheProgram) {
@@ -117,7 +101,6 @@ TEST_F(WebEngineTest, UnknownKindOfAnswerIsRecordedWithNothingKnown) {
 }
 
 TEST_F(WebEngineTest, PasswordGateComesBeforeTheRequest) {
-  machine.http.Route(kPage, "OK_0##p.htm");
   app.gAccountPassword.clear();
   Enter("He goes.");
   EXPECT_EQ(app.gAccountNo, "4711") << "the number was taken from the file";
@@ -135,26 +118,26 @@ TEST_F(WebEngineTest, PasswordGateComesBeforeTheRequest) {
 
 TEST_F(WebEngineTest, CheckClearsTheEssayUnlessItBelongsToOne) {
   machine.http.Route(kPage, "OK_1#A1#p.htm#He *go*.");
+  const auto essay = [this] {
+    return app.gEssayId + app.gEssayWorkId + app.gEssayQuiz + app.gEssayOriginal + app.gEssaySentence;
+  };
   app.gEssayId = app.gEssayWorkId = app.gEssayQuiz = app.gEssayOriginal = app.gEssaySentence = "x";
   app.gEssayMode = true;
   Main().Show();
   machine.user.Focus(Main().txtInput);
-  Main().txtInput.Text = std::string("He go.");
   app.gAccountPassword.clear();  // no gate either
-  Main().PassStringToEngine();
+  Pass("He go.");
   EXPECT_EQ(app.gVerdict, "ERRS");
-  EXPECT_EQ(app.gEssayId + app.gEssayWorkId + app.gEssayQuiz + app.gEssayOriginal + app.gEssaySentence,
-            "xxxxx");
+  EXPECT_EQ(essay(), "xxxxx");
   EXPECT_THAT(fakes.frmBrowser.visited, IsEmpty());
   EXPECT_EQ(NeedSync(), "");
   EXPECT_EQ(Main().txtInput.SelColor(), kRed);
-  const std::string body = machine.http.Bodies(kPage).back();
-  EXPECT_EQ(body.substr(body.find("&p3=") + 4, 2), "50");
+  EXPECT_THAT(machine.http.Bodies(kPage).back(), HasSubstr("&p3=50"));
 
   app.gEssayMode = false;
   app.gAccountPassword = "pw";
   Enter("He go.");
-  EXPECT_EQ(app.gEssayId + app.gEssayWorkId + app.gEssayQuiz + app.gEssayOriginal + app.gEssaySentence, "");
+  EXPECT_EQ(essay(), "");
   EXPECT_EQ(app.gEssaySentenceNo, 1);
 }
 
@@ -180,20 +163,16 @@ TEST_F(WebEngineTest, FailingRecordIsReportedAndNothingTypedIsLost) {
   ReportUnhandledErrors(program);
   machine.http.Route(kPage, "OK_1#A1#p.htm#He *go*.");
   Enter("He go.");
-  const auto statements = [&] {
-    machine.databases.fault.Reset();
-    Enter("He go.");
-    return machine.databases.fault.Steps();
-  }();
+  machine.databases.fault.Reset();
+  Enter("He go.");
+  const int statements = machine.databases.fault.Steps();
   ASSERT_GE(statements, 3) << "a row, a count, a tally";
   for (int step = 1; step <= statements; ++step) {
-    machine.databases.fault.Reset();
-    machine.databases.fault.FailAt(step);
+    FailStatement(step);
     ExpectMessage(Message::kUnexpectedError);
     Enter("He go.");
     ExpectIdle("He go.");
   }
-  machine.databases.fault.Reset();
   Enter("He go.");
   EXPECT_EQ(app.gVerdict, "ERRS") << "the next check works";
 }
@@ -209,25 +188,23 @@ TEST_F(WebEngineTest, TransferThatBreaksAfterTheProbeIsReported) {
 
 TEST(RunCode, IsTwoNumbersAndTheirSum) {
   EXPECT_EQ(RunCode(7, 41), "074148");
-  EXPECT_EQ(RunCode(49, 49), "494998");
   EXPECT_EQ(RunCode(50, 49), "504999");
-  std::set<int> first;
-  std::set<int> essay;
+  std::set<int> first, second, essay;
   for (int i = 0; i < 3000; ++i) {
     for (const bool isEssay : {false, true}) {
       const std::string code = MakeRunCode(isEssay);
-      ASSERT_EQ(code.size(), 6U);
       const int a = std::stoi(code.substr(0, 2));
       const int b = std::stoi(code.substr(2, 2));
-      EXPECT_EQ(std::stoi(code.substr(4)), a + b);
-      EXPECT_THAT(b, AllOf(Ge(1), Le(49)));
+      ASSERT_EQ(code, RunCode(a, b));
       (isEssay ? essay : first).insert(a);
+      second.insert(b);
     }
   }
   EXPECT_THAT(essay, ElementsAre(50));
-  EXPECT_GE(first.size(), 40U);
-  EXPECT_THAT(*first.begin(), Ge(1));
-  EXPECT_THAT(*first.rbegin(), Le(49));
+  for (const auto& drawn : {first, second}) {
+    EXPECT_GE(drawn.size(), 40U);
+    EXPECT_THAT(drawn, Each(AllOf(Ge(1), Le(49))));
+  }
 }
 
 }  // namespace

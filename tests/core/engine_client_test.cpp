@@ -9,17 +9,15 @@ namespace marovane {
 namespace {
 
 using namespace std::chrono_literals;
-using ::testing::ElementsAre;
-using ::testing::IsEmpty;
-using ::testing::SizeIs;
-
-constexpr const char* kPage = "p_ask.asp";
-constexpr const char* kProbe = "p_passWebEngine_conn.asp";
-constexpr const char* kAllot = "p_all_webengine_get.asp";
-constexpr const char* kName = "tolvex2.exe";
+using namespace ::testing;
 
 class EngineClientTest : public CoreTest {
  protected:
+  static constexpr const char* kPage = "p_ask.asp";
+  static constexpr const char* kProbe = "p_passWebEngine_conn.asp";
+  static constexpr const char* kAllot = "p_all_webengine_get.asp";
+  static constexpr const char* kName = "tolvex2.exe";
+
   EngineClientTest() {
     app.gWebEngineRoot = "http://engine/";
     http.Route(kProbe, "ONLINE");
@@ -51,7 +49,7 @@ TEST_F(EngineClientTest, AsksAgainUntilItIsAnswered) {
     http.Route(kPage, "OK_1#OK_ #2");
     EXPECT_EQ(Ask(terms), "1#OK_ #2");
     EXPECT_THAT(http.Bodies(kPage), SizeIs(4));
-    EXPECT_THAT(http.Bodies(kPage), ::testing::Each(std::string("a question")));
+    EXPECT_THAT(http.Bodies(kPage), Each(std::string("a question")));
     EXPECT_GE(Spent(), least);
     EXPECT_LE(Spent(), most);
   }
@@ -65,7 +63,7 @@ TEST_F(EngineClientTest, BrokenTransferIsAnErrorIfTheTermsSaySo) {
   EXPECT_EQ(Ask({.reportsBrokenTransfer = true}), std::nullopt) << "an engine that is not there is none";
 }
 
-// Also when transfers are so slow that a timer, which stands still meanwhile, would tick but once in each.
+// Also when transfers are so slow that a timer, which is stopped meanwhile, would tick but once in each.
 TEST_F(EngineClientTest, LimitIsTimeOfTheSteadyClock) {
   const struct {
     const char* name;
@@ -117,11 +115,10 @@ TEST_F(EngineClientTest, AllotsAsLongAsTheLearnerWants) {
   const EngineTerms terms{.wantsMoreAttempts = [&] { return ++asked < 3; }};
   EXPECT_EQ(Ask(terms), "");
   EXPECT_EQ(asked, 0);
-  std::vector<std::string> urls;
-  for (const auto& request : http.requests) urls.push_back(request.url);
-  EXPECT_THAT(urls,
-              ElementsAre("http://publisher/p_all_webengine_get.asp", "http://given/p_passWebEngine_conn.asp",
-                          "http://given/p_passWebEngine_conn.asp", "http://given/p_ask.asp"));
+  const auto url = [](const char* address) { return Field(&base::HttpRequest::url, address); };
+  const auto probe = url("http://given/p_passWebEngine_conn.asp");
+  EXPECT_THAT(http.requests, ElementsAre(url("http://publisher/p_all_webengine_get.asp"), probe, probe,
+                                         url("http://given/p_ask.asp")));
   http.Route(kAllot, "ERR");
   EXPECT_THROW(Ask(terms), ProgramEnd);
   EXPECT_EQ(asked, 3);

@@ -84,7 +84,7 @@ TEST_F(MessageTest, CaptionsAndTextsFollowTheMessage) {
   }
 }
 
-TEST_F(MessageTest, ButtonsStandInTheMiddle) {
+TEST_F(MessageTest, ButtonsAreInTheMiddle) {
   const struct {
     const Message& message;
     MessageButton answer;
@@ -113,7 +113,7 @@ TEST_F(MessageTest, ButtonsStandInTheMiddle) {
   }
 }
 
-TEST_F(MessageTest, WindowStandsAboveTheMiddleOfTheScreen) {
+TEST_F(MessageTest, WindowIsAboveTheMiddleOfTheScreen) {
   windows_.screen = {150, 300, 15000, 9000};
   Ask(Message::kNoSentences, [](FrmMessage& box) {
     EXPECT_EQ(box.Left(), 150 + (15000 - 6000) / 2);
@@ -154,7 +154,7 @@ TEST_F(MessageTest, QuestionWhoseWindowGoesWithoutAnAnswerIsRefused) {
   }
 }
 
-TEST_F(MessageTest, OnlyTheModalBoxTakesInput) {
+TEST_F(MessageTest, OnlyTheModalBoxAcceptsInput) {
   main_.Show();
   Ask(Message::kNoSentences, [&](FrmMessage& box) {
     EXPECT_THROW(user_.Click(main_.txtInput), std::logic_error);
@@ -207,7 +207,7 @@ TEST_F(MessageTest, ProgressBoxStaysUntilItIsClosed) {
   EXPECT_EQ(machine.loop.Elapsed() - before, 120ms);
 }
 
-TEST_F(MessageTest, ProgressBoxThatFadesIsTakenUpAgain) {
+TEST_F(MessageTest, ProgressBoxThatFadesIsUsedAgain) {
   FrmMessage::ProgressMsgBox(own_, Progress::kChecking);
   Box().closeForm();
   machine.loop.WaitUntil([this] { return Box().Alpha() == 100; });

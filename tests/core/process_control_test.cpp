@@ -7,8 +7,7 @@ namespace marovane {
 
 namespace {
 
-using ::testing::ElementsAre;
-using ::testing::IsEmpty;
+using namespace ::testing;
 using ProcessControlTest = CoreTest;
 
 TEST_F(ProcessControlTest, MatchesTheEndOfTheNameWhateverItsCase) {

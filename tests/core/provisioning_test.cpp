@@ -13,23 +13,28 @@ namespace marovane {
 namespace {
 
 namespace fs = std::filesystem;
-using ::testing::ElementsAre;
-using ::testing::EndsWith;
-using ::testing::HasSubstr;
-using ::testing::IsEmpty;
-using ::testing::Optional;
+using namespace ::testing;
+
+constexpr const char* kLearners = "a learner's records";
+constexpr const char* kAside = "set-aside/20261105-090000-Marovane.mdb";
+const std::string kStampLine = std::string(kDatabaseBuild) + "\r\n";
 
 class ProvisioningTest : public CoreTest {
  protected:
   ProvisioningTest() {
-    Put(machine.home / "program" / "giz" / "mrvdata.giz", "package of records");
-    Put(machine.home / "program" / "giz" / "tolvex.giz", "package of the engine");
-    machine.processes.Install(
-        "mrvdata.exe", std::chrono::milliseconds{5},
-        [this](const base::ProcessStart& start) { Put(start.arguments[1] + "Marovane.mdb", "empty"); });
-    machine.processes.Install(
-        "tolvex.exe", std::chrono::milliseconds{5},
-        [this](const base::ProcessStart& start) { Put(start.arguments[1] + "data/err4list.mdb", "texts"); });
+    Put(machine.home / "program/giz/mrvdata.giz", "package of records");
+    Put(machine.home / "program/giz/tolvex.giz", "package of the engine");
+    Unpacks("mrvdata.exe", [this](const base::ProcessStart& start) {
+      Put(start.arguments[1] + "Marovane.mdb", "empty");
+      Put(start.arguments[1] + "dbver.set", kDatabaseBuild.data());
+    });
+    Unpacks("tolvex.exe", [this](const base::ProcessStart& start) {
+      Put(start.arguments[1] + "data/err4list.mdb", "texts");
+    });
+  }
+  /// Has the unpacker of a package do this work.
+  void Unpacks(const std::string& unpacker, FakeProcesses::Work work) {
+    machine.processes.Install(unpacker, std::chrono::milliseconds{5}, std::move(work));
   }
   std::vector<std::string> StartedPrograms() const {
     std::vector<std::string> names;
@@ -37,6 +42,17 @@ class ProvisioningTest : public CoreTest {
     return names;
   }
   fs::path Data(const std::string& name) const { return app.gTempDir + "/marovane/" + name; }
+  void MakeOlderData() {
+    fs::remove_all(Data(""));
+    fs::remove_all(app.gEngineDir);
+    Put(Data("Marovane.mdb"), kLearners);
+    Put(Data("dbver.set"), "20130101-0000\r\n");
+    Put(app.gSetupFile, "Pno=4711\r\n");
+  }
+  void Start() {
+    CheckDatabaseBuild(program);
+    UnpackDataFiles(program);
+  }
 };
 
 TEST_F(ProvisioningTest, RecordsAreUnpackedOnceAndTheEngineAtEachStart) {
@@ -46,19 +62,19 @@ TEST_F(ProvisioningTest, RecordsAreUnpackedOnceAndTheEngineAtEachStart) {
   EXPECT_EQ(machine.processes.started[0].program, app.gTempDir + "/mrvdata.exe");
   EXPECT_THAT(machine.processes.started[0].arguments, ElementsAre("-d", app.gTempDir + "/marovane/"));
   EXPECT_THAT(machine.processes.started[1].arguments, ElementsAre("-d", app.gTempDir + "/tolvex/"));
-  EXPECT_THAT(Content(app.gTempDir + "/mrvdata.exe"), Optional(std::string("package of records")));
+  EXPECT_EQ(Content(app.gTempDir + "/mrvdata.exe"), "package of records");
   EXPECT_EQ(Content(app.gEngineDir + "tolvex2.exe"), std::nullopt);
-  Put(Data("Marovane.mdb"), "a learner's records");
+  Put(Data("Marovane.mdb"), kLearners);
   machine.processes.started.clear();
   UnpackDataFiles(program);
   EXPECT_THAT(StartedPrograms(), ElementsAre("tolvex.exe"));
-  EXPECT_THAT(Content(Data("Marovane.mdb")), Optional(std::string("a learner's records")));
+  EXPECT_EQ(Content(Data("Marovane.mdb")), kLearners);
   EXPECT_FALSE(program.frmMessage.IsLoaded());
 }
 
-TEST_F(ProvisioningTest, WhatCannotBeUnpackedIsToldAndNothingIsLost) {
+TEST_F(ProvisioningTest, WhatCannotBeUnpackedIsReportedAndNothingIsLost) {
   Put(Data("setup.set"), "Pno=1\r\n");
-  machine.processes.Install("mrvdata.exe", std::chrono::milliseconds{5});  // refuses its damaged package
+  Unpacks("mrvdata.exe", {});  // refuses its damaged package
   ExpectMessage(Message::kUnexpectedError, kOk, "mrvdata.giz");
   UnpackDataFiles(program);
   ShowMissingData(program);
@@ -69,13 +85,13 @@ TEST_F(ProvisioningTest, WhatCannotBeUnpackedIsToldAndNothingIsLost) {
   UnpackDataFiles(program);
   ShowMissingData(program);
   EXPECT_EQ(machine.user.Expected(), 0U);
-  EXPECT_THAT(Content(Data("setup.set")), Optional(std::string("Pno=1\r\n")));
-  EXPECT_THAT(Content(Data("Marovane.mdb")), Optional(std::string("records")));
+  EXPECT_EQ(Content(Data("setup.set")), "Pno=1\r\n");
+  EXPECT_EQ(Content(Data("Marovane.mdb")), "records");
 }
 
 TEST_F(ProvisioningTest, FreshHomeHearsOfAMissingDatabaseOnce) {
   std::filesystem::remove_all(app.gTempDir);
-  machine.processes.Install("mrvdata.exe", std::chrono::milliseconds{5});
+  Unpacks("mrvdata.exe", {});
   int attempts = 0;
   program.hall.unpackDataFiles = [&] {
     ++attempts;
@@ -107,8 +123,8 @@ TEST_F(ProvisioningTest, DatabaseOfAnotherBuildIsSetAsideWithItsLog) {
     EXPECT_EQ(ReadSetup(program, "NeedSync"), each.stays ? "" : "Y") << what;
     EXPECT_EQ(Content(Data("Marovane.mdb")).has_value(), each.stays) << what;
     if (each.stays) continue;
-    EXPECT_THAT(Content(Data("set-aside/20261105-090000-Marovane.mdb")), Optional(std::string("records")));
-    EXPECT_THAT(Content(Data("set-aside/20261105-090000-Marovane.mdb-wal")), Optional(std::string("latest")));
+    EXPECT_EQ(Content(Data(kAside)), "records");
+    EXPECT_EQ(Content(Data(std::string(kAside) + "-wal")), "latest");
   }
   fs::remove_all(Data(""));
   CheckDatabaseBuild(program);
@@ -123,8 +139,8 @@ TEST_F(ProvisioningTest, NothingThatWasSetAsideIsReplacedInTheSameSecond) {
   }
   for (const char* const ending : {"", "-wal"}) {
     const std::string name = std::string("Marovane.mdb") + ending;
-    EXPECT_THAT(Content(Data("set-aside/20261105-090000-" + name)), Optional(std::string("a learner's")));
-    EXPECT_THAT(Content(Data("set-aside/20261105-090001-" + name)), Optional(std::string("a newer one's")));
+    EXPECT_EQ(Content(Data("set-aside/20261105-090000-" + name)), "a learner's");
+    EXPECT_EQ(Content(Data("set-aside/20261105-090001-" + name)), "a newer one's");
   }
 }
 
@@ -136,55 +152,110 @@ TEST_F(ProvisioningTest, UpdaterCopyFollowsTheInstalledOne) {
   Put(installed / "updater.exe", "one");
   Put(installed / "updater.exe.version", "1.2\n");
   RefreshUpdater(program);
-  EXPECT_THAT(Content(copy), Optional(std::string("one")));
-  EXPECT_THAT(Content(copy.parent_path() / "setup.txt"), Optional(installed.string() + "\r\n"));
+  EXPECT_EQ(Content(copy), "one");
+  EXPECT_EQ(Content(copy.parent_path() / "setup.txt"), installed.string() + "\r\n");
   const struct { const char *version, *kept; } cases[] = {{"1.10", "one"}, {"1.2", "one"}, {"1.3", "two"}};
   Put(installed / "updater.exe", "two");
   for (const auto& [version, kept] : cases) {
     Put(installed / "updater.exe.version", version);
     RefreshUpdater(program);
-    EXPECT_THAT(Content(copy), Optional(std::string(kept))) << version << ", compared as text";
+    EXPECT_EQ(Content(copy), kept) << version << ", compared as text";
   }
   Put(installed / "updater0.exe", "left by an update");
   RefreshUpdater(program);
-  EXPECT_THAT(Content(copy), Optional(std::string("left by an update")));
+  EXPECT_EQ(Content(copy), "left by an update");
   EXPECT_EQ(Content(installed / "updater0.exe"), std::nullopt);
   fs::remove(installed / "updater.exe");
   Put(copy.parent_path() / "setup.txt", "/where/the/program/stood/before\r\n");
   RefreshUpdater(program);
-  EXPECT_THAT(Content(copy.parent_path() / "setup.txt"), Optional(installed.string() + "\r\n"))
+  EXPECT_EQ(Content(copy.parent_path() / "setup.txt"), installed.string() + "\r\n")
       << "a copy that was made before learns where the program is now";
+}
+
+TEST_F(ProvisioningTest, FailedOrKilledAtAnyStepTheRecordsAndSettingsRemainAndTheNextStartFinishes) {
+  for (const bool kills : {false, true}) {
+    for (int step = 1;; ++step) {
+      SCOPED_TRACE(std::to_string(step) + (kills ? " killed" : " failed"));
+      MakeOlderData();
+      machine.files.fault.Reset();
+      if (kills) machine.files.fault.KillAt(step);
+      if (!kills) machine.files.fault.FailAt(step);
+      try {
+        Start();
+      } catch (const Killed&) {
+        program.frmMessage.Unload();
+      }
+      const bool struck = machine.files.fault.Steps() >= step;
+      machine.files.fault.Reset();
+      const auto aside = Content(Data(kAside));
+      EXPECT_EQ(aside ? aside : Content(Data("Marovane.mdb")), kLearners);
+      EXPECT_EQ(ReadSetup(program, "Pno"), "4711");
+      Start();
+      EXPECT_EQ(Content(Data("Marovane.mdb")), "empty");
+      EXPECT_EQ(Content(Data(kAside)), kLearners);
+      EXPECT_EQ(Content(app.gEngineDir + "data/err4list.mdb"), "texts");
+      EXPECT_EQ(ReadSetup(program, "NeedSync"), "Y");
+      EXPECT_EQ(ReadSetup(program, "Pno"), "4711");
+      if (struck) continue;
+      ASSERT_GT(step, 10) << "no step was met";
+      break;
+    }
+  }
+}
+
+/// The package as it was built; its last file cannot be written at the first start.
+TEST_F(ProvisioningTest, PackageUnpackedByHalfIsUnpackedAnewAndThenLeftAlone) {
+  Put(machine.home / "program/giz/mrvdata.giz", machine.realFiles.Read(fs::path(GIZ_FOLDER) / "mrvdata.giz"));
+  int unpackings = 0;
+  Unpacks("mrvdata.exe", [&](const base::ProcessStart& start) {
+    const std::string line = start.program.string() + " -d " + start.arguments[1] + " 2>/dev/null";
+    EXPECT_EQ(WEXITSTATUS(std::system(line.c_str())), ++unpackings == 1 ? 1 : 0);
+  });
+  fs::create_directories(Data("dbver.set/in the way"));
+  Start();
+  ASSERT_NE(Content(Data("Marovane.mdb")), std::nullopt);
+  ASSERT_EQ(Content(Data("dbver.set")), std::nullopt);
+  fs::remove_all(Data("dbver.set"));
+  Start();
+  EXPECT_NE(Content(Data("Marovane.mdb")), std::nullopt);
+  EXPECT_EQ(Content(Data("dbver.set")), kStampLine);
+  Put(Data("Marovane.mdb"), kLearners);
+  Start();
+  EXPECT_EQ(Content(Data("Marovane.mdb")), kLearners);
+  EXPECT_EQ(unpackings, 2);
 }
 
 /// The packages as they were built.
 class PackageTest : public CoreTest {
  protected:
-  int Unpack(const fs::path& package) {
+  /// The exit status of a package that is unpacked by a shell, which does this first.
+  int Unpack(const fs::path& package, const std::string& before = "") {
     const fs::path unpacker = machine.home / "unpacker.exe";
     base::CopyFile(machine.realFiles, package, unpacker);
     machine.realFiles.MakeExecutable(unpacker);
-    const std::string command = unpacker.string() + " -d " + folder.string() + "/ 2>/dev/null";
-    return WEXITSTATUS(std::system(command.c_str()));
+    const std::string line = before + unpacker.string() + " -d " + folder.string() + "/ 2>" + errors.string();
+    return WEXITSTATUS(std::system(line.c_str()));
   }
   std::optional<std::string> Unpacked(const std::string& name) const { return Content(folder / name); }
-  fs::path folder = machine.home / "unpacked";
+  const fs::path folder = machine.home / "unpacked";
+  const fs::path errors = machine.home / "errors";
   const fs::path giz = GIZ_FOLDER;
 };
 
 TEST_F(PackageTest, UnpacksEverythingAndKeepsRecordsAndSettings) {
   ASSERT_EQ(Unpack(giz / "mrvdata.giz"), 0);
   ASSERT_EQ(Unpack(giz / "tolvex.giz"), 0);
-  EXPECT_THAT(Unpacked("dbver.set"), Optional(std::string(kDatabaseBuild) + "\r\n"));
-  EXPECT_THAT(Unpacked("setup.set"), Optional(std::string("autoKeyinPw=1\r\n")));
+  EXPECT_EQ(Unpacked("dbver.set"), kStampLine);
+  EXPECT_EQ(Unpacked("setup.set"), "autoKeyinPw=1\r\n");
   EXPECT_THAT(Unpacked("Marovane.mdb"), Optional(HasSubstr("oksentence")));
   EXPECT_THAT(Unpacked("data/err4list.mdb"), Optional(HasSubstr("errmain")));
   Put(folder / "setup.set", "FontSize=BIG\r\n");
   Put(folder / "Marovane.mdb", "records");
   Put(folder / "dbver.set", "older");
   ASSERT_EQ(Unpack(giz / "mrvdata.giz"), 0);
-  EXPECT_THAT(Unpacked("setup.set"), Optional(std::string("FontSize=BIG\r\n")));
-  EXPECT_THAT(Unpacked("Marovane.mdb"), Optional(std::string("records")));
-  EXPECT_THAT(Unpacked("dbver.set"), Optional(std::string(kDatabaseBuild) + "\r\n"));
+  EXPECT_EQ(Unpacked("setup.set"), "FontSize=BIG\r\n");
+  EXPECT_EQ(Unpacked("Marovane.mdb"), "records");
+  EXPECT_EQ(Unpacked("dbver.set"), kStampLine);
 }
 
 TEST_F(PackageTest, AlteredByOneByteOrCutWritesNothing) {
@@ -204,6 +275,16 @@ TEST_F(PackageTest, AlteredByOneByteOrCutWritesNothing) {
   machine.realFiles.Write(altered, whole.substr(0, whole.size() - 100), false);
   EXPECT_EQ(Unpack(altered), 1);
   EXPECT_TRUE(fs::is_empty(folder));
+}
+
+TEST_F(PackageTest, OnAFullDiskLeavesNothingHalfAndNothingLost) {
+  Put(folder / "setup.set", "Pno=4711\r\n");
+  EXPECT_NE(Unpack(giz / "mrvdata.giz", "ulimit -f 8; "), 0);
+  EXPECT_THAT(Content(errors), Optional(HasSubstr("Marovane.mdb")));
+  EXPECT_THAT(machine.realFiles.List(folder), ElementsAre("setup.set"));
+  EXPECT_EQ(Unpack(giz / "mrvdata.giz"), 0);
+  EXPECT_EQ(Unpacked("setup.set"), "Pno=4711\r\n");
+  EXPECT_EQ(Unpacked("dbver.set"), kStampLine);
 }
 
 }  // namespace

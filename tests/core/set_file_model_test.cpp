@@ -10,7 +10,7 @@ namespace marovane {
 
 namespace {
 
-/// The file as the rules tell it, by regular expressions over UTF-8 lines.
+/// The file as the rules have it, by regular expressions over UTF-8 lines.
 class Model {
  public:
   explicit Model(bool isRegistry) : isRegistry_(isRegistry) {}
@@ -40,7 +40,9 @@ class Model {
   /// The text of the file after the write.
   std::string Write(const std::string& key, const std::string& value) const {
     std::string text;
-    if (isRegistry_ && (lines_.empty() || !lines_[0].first.contains_marker())) text = kMarkerLine;
+    const bool hasMarker =
+        !lines_.empty() && lines_[0].first.find("settings for tolvex") != std::string::npos;
+    if (isRegistry_ && !hasMarker) text = "**settings for tolvex=\r\n";
     bool found = false;
     for (const auto& [name, old] : lines_) {
       const bool isIt = !found && name == key;
@@ -51,14 +53,8 @@ class Model {
   }
 
  private:
-  struct Name : std::string {
-    explicit Name(const std::string& text) : std::string(text) {}
-    bool contains_marker() const { return find("settings for tolvex") != npos; }
-  };
-  static constexpr const char* kMarkerLine = "**settings for tolvex=\r\n";
-
   bool isRegistry_;
-  std::vector<std::pair<Name, std::string>> lines_;
+  std::vector<std::pair<std::string, std::string>> lines_;
 };
 
 std::string Any(std::mt19937& random, const std::vector<std::string>& signs, unsigned most) {

@@ -9,11 +9,7 @@ namespace marovane {
 
 namespace {
 
-using ::testing::ElementsAre;
-using ::testing::HasSubstr;
-using ::testing::IsEmpty;
-using ::testing::Not;
-using ::testing::SizeIs;
+using namespace ::testing;
 
 constexpr const char* kSettingsPage = "p_getusersettings.asp";
 
@@ -196,7 +192,7 @@ TEST_F(SettingsTest, SendsTheWholeListInItsOrder) {
   app.gAccountPassword.clear();
   Put(app.gSetupFile, "userPW=kept\r\n");
   SyncUserSettings(program, pno, "w");
-  EXPECT_THAT(machine.http.Bodies(kSettingsPage).back(), ::testing::EndsWith("$userPW:kept"));
+  EXPECT_THAT(machine.http.Bodies(kSettingsPage).back(), EndsWith("$userPW:kept"));
 }
 
 TEST_F(SettingsTest, FileThatCannotBeWrittenIsRaised) {

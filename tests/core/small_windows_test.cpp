@@ -23,7 +23,7 @@ class SmallWindowsTest : public CoreTest {
   }
 };
 
-/// A splash window among neighbours that tell what state they met.
+/// A splash window among neighbours that check what state they met.
 class SplashTest : public SmallWindowsTest, public UploadRun, public Browser {
  protected:
   SplashTest() {

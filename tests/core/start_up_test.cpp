@@ -8,10 +8,7 @@ namespace marovane {
 
 namespace {
 
-using ::testing::ElementsAre;
-using ::testing::IsEmpty;
-using ::testing::Pair;
-using ::testing::SizeIs;
+using namespace ::testing;
 
 class StartUpTest : public CoreTest {
  protected:
@@ -21,6 +18,10 @@ class StartUpTest : public CoreTest {
     machine.http.RouteToNowhere("p_getconn.asp");
   }
   void PutDebugIni(const std::string& text) { Put(machine.home / "program" / "debug.ini", text); }
+  void MakeFolders() {
+    machine.realFiles.CreateFolder(app.gEngineDir, true);
+    machine.realFiles.CreateFolder(app.gTempDir + "/marovane", true);
+  }
   void Start(const std::string& edition) {
     app = {};
     app.gEdition = edition;
@@ -28,20 +29,10 @@ class StartUpTest : public CoreTest {
   }
 };
 
-TEST_F(StartUpTest, DefaultsAndPathsStand) {
+TEST_F(StartUpTest, EnginesAreThoseOfTheWebAndSettingsAreLoaded) {
   Start("MRV");
-  const std::string root = (machine.home / "tmp").string();
-  EXPECT_EQ(app.gProductCode + app.gDataDirName + app.gEngineLevel, "mrvmarovanebeta");
   EXPECT_TRUE(app.gUseWebEngine && app.gUseWebEngineWbank && !app.gDetailMessage);
-  EXPECT_EQ(app.gTempDir, root);
-  EXPECT_EQ(app.gEngineDir, root + "/tolvex/");
-  EXPECT_EQ(app.gSetupFile, root + "/marovane/setup.set");
-  EXPECT_EQ(app.gRegistryFile, root + "/tolvex/registry.set");
-  EXPECT_EQ(app.gConnRecords,
-            "Provider=Microsoft.Jet.OLEDB.4.0;Data Source=" + root + "/marovane/Marovane.mdb;");
-  EXPECT_EQ(app.gConnErrList,
-            "Provider=Microsoft.Jet.OLEDB.4.0;Data Source=" + root + "/tolvex/data/err4list.mdb;");
-  EXPECT_EQ(app.gTransformValue, 240) << "the settings were loaded";
+  EXPECT_EQ(app.gTransformValue, 240);
 }
 
 TEST_F(StartUpTest, RootsDependOnTheEdition) {
@@ -114,27 +105,22 @@ TEST_F(StartUpTest, MissingFoldersAreUnpackedOnce) {
   int unpacked = 0;
   program.hall.unpackDataFiles = [&] {
     ++unpacked;
-    machine.realFiles.CreateFolder(app.gEngineDir, true);
-    machine.realFiles.CreateFolder(app.gTempDir + "/marovane", true);
+    MakeFolders();
   };
   Start("MRV");
   EXPECT_EQ(unpacked, 0);
-  std::filesystem::remove_all(machine.home / "tmp" / "tolvex");
-  Start("MRV");
-  EXPECT_EQ(unpacked, 1);
-  std::filesystem::remove_all(machine.home / "tmp" / "marovane");
-  Start("MRV");
-  EXPECT_EQ(unpacked, 2);
+  for (const char* const folder : {"tolvex", "marovane"}) {
+    std::filesystem::remove_all(machine.home / "tmp" / folder);
+    Start("MRV");
+    EXPECT_EQ(std::exchange(unpacked, 0), 1) << folder;
+  }
 }
 
 TEST_F(StartUpTest, WorkingRootFollowsTheEnvironment) {
   const struct {
     const char *tmp, *dataHome, *root;
   } cases[] = {{"t", "", "t"}, {"t", "d", "t"}, {"", "d", "d/marovane"}, {"", "", ".local/share/marovane"}};
-  program.hall.unpackDataFiles = [&] {
-    machine.realFiles.CreateFolder(app.gEngineDir, true);
-    machine.realFiles.CreateFolder(app.gTempDir + "/marovane", true);
-  };
+  program.hall.unpackDataFiles = [this] { MakeFolders(); };
   const auto below = [this](const std::string& name) {
     return name.empty() ? name : (machine.home / name).string();
   };
@@ -143,6 +129,10 @@ TEST_F(StartUpTest, WorkingRootFollowsTheEnvironment) {
     machine.environment.variables["XDG_DATA_HOME"] = below(dataHome);
     Start("MRV");
     EXPECT_EQ(app.gTempDir, below(root)) << root;
+    EXPECT_EQ(app.gConnRecords,
+              "Provider=Microsoft.Jet.OLEDB.4.0;Data Source=" + below(root) + "/marovane/Marovane.mdb;");
+    EXPECT_EQ(app.gConnErrList,
+              "Provider=Microsoft.Jet.OLEDB.4.0;Data Source=" + below(root) + "/tolvex/data/err4list.mdb;");
   }
 }
 
@@ -172,16 +162,13 @@ class StepsOfTheStart : public StartUpTest {
 };
 
 TEST_F(StepsOfTheStart, ComeInTheirOrder) {
-  machine.environment.commandLine = " mrv ";
-  FrmStartUp::PrepareProgram(program);
-  EXPECT_EQ(app.gEdition, "MRV");
-  EXPECT_THAT(steps_, ElementsAre("build", "unpack", "missing", "updater", "news", "version"));
-  machine.environment.commandLine = "";
-  FrmStartUp::PrepareProgram(program);
-  EXPECT_EQ(app.gEdition, "MRV");
-  machine.environment.commandLine = "xqd extra";
-  FrmStartUp::PrepareProgram(program);
-  EXPECT_EQ(app.gEdition, "XQD EXTRA");
+  for (const auto& [words, edition] : {std::pair{" mrv ", "MRV"}, {"", "MRV"}, {"xqd extra", "XQD EXTRA"}}) {
+    machine.environment.commandLine = words;
+    steps_.clear();
+    FrmStartUp::PrepareProgram(program);
+    EXPECT_EQ(app.gEdition, edition);
+    EXPECT_THAT(steps_, ElementsAre("build", "unpack", "missing", "updater", "news", "version"));
+  }
 }
 
 TEST_F(StepsOfTheStart, SecondInstanceEndsBeforeItTouchesAnything) {
@@ -191,18 +178,17 @@ TEST_F(StepsOfTheStart, SecondInstanceEndsBeforeItTouchesAnything) {
   EXPECT_EQ(Content(machine.home / "tmp/tolvex/registry.set"), std::nullopt);
 }
 
-class FakeLogin : public Form, public HallWindow {
+class FakeLogin : public FakeWindow {
  public:
-  explicit FakeLogin(Program& program) : Form(program.machine, "frmXQDLogin"), program_(program) {}
-  Form& AsForm() override { return *this; }
+  explicit FakeLogin(Program& program) : FakeWindow(program.machine, "frmXQDLogin"), app_(program.app) {}
   void Form_Activate() override {
-    program_.app.gXqdLoginOk = succeeds;
-    program_.app.gXqdLoginDone = true;
+    app_.gXqdLoginOk = succeeds;
+    app_.gXqdLoginDone = true;
   }
   bool succeeds = true;
 
  private:
-  Program& program_;
+  AppState& app_;
 };
 
 TEST_F(StepsOfTheStart, CampusEditionLogsInFirst) {

@@ -6,10 +6,7 @@ namespace marovane {
 
 namespace {
 
-using ::testing::ElementsAre;
-using ::testing::IsEmpty;
-using ::testing::Optional;
-using ::testing::Pair;
+using namespace ::testing;
 
 struct Answer {
   const Message& message;
@@ -30,10 +27,7 @@ class VersionCheckTest : public CoreTest {
   }
   void ServeVersions(const std::string& small, const std::string& big) {
     machine.http.Route("p_getversion.asp", [=](const base::HttpRequest& request) {
-      return base::HttpResponse{.status = 200,
-                                .contentType = "",
-                                .body = request.body.ends_with("type=big") ? big : small,
-                                .url = ""};
+      return base::HttpResponse{200, "", request.body.ends_with("type=big") ? big : small, request.url};
     });
   }
   /// Runs the check with the user's answers. True when the program has ended.
@@ -81,8 +75,7 @@ TEST_P(VersionDecisionTest, ComparesTextsAsksAndStartsTheUpdater) {
   ASSERT_EQ(machine.processes.started.size(), 1U);
   EXPECT_EQ(machine.processes.started[0].program, app.gTempDir + "/Tessaroon/updater.exe");
   EXPECT_THAT(machine.processes.started[0].arguments, ElementsAre(decision.word, "updates.example"));
-  EXPECT_THAT(Content(app.gTempDir + "/Tessaroon/edition.txt"), Optional(std::string("MRV\n")))
-      << "what the updater starts again";
+  EXPECT_EQ(Content(app.gTempDir + "/Tessaroon/edition.txt"), "MRV\n") << "what the updater starts again";
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -130,7 +123,7 @@ TEST_P(WipeFaultTest, FileThatCannotGoDoesNotKeepTheUpdateBack) {
   EXPECT_EQ(machine.processes.started.size(), 1U);
   EXPECT_EQ(machine.realFiles.List(data).size(), 1U) << "only what the fault struck stays";
   const auto aside = Content(data / "set-aside/20261105-090000-Marovane.mdb");
-  EXPECT_THAT(aside ? aside : Content(data / "Marovane.mdb"), Optional(std::string("records")));
+  EXPECT_EQ(aside ? aside : Content(data / "Marovane.mdb"), "records");
 }
 
 // The records need a folder and a new place, the two other files go.
@@ -144,12 +137,12 @@ TEST_F(VersionCheckTest, UpdaterThatDoesNotStartAfterTheWipeLeavesAProgramWithDa
       [this](const base::ProcessStart& start) { Put(start.arguments[1] + "Marovane.mdb", "empty"); });
   ServeVersions("1.83.0", "1.0.0");
   EXPECT_FALSE(Check({{Message::kNewVersion, kYes}, {Message::kNoUpdater}}));
-  EXPECT_THAT(Content(app.gTempDir + "/marovane/Marovane.mdb"), Optional(std::string("empty")));
-  EXPECT_THAT(Content(app.gSetupFile), Optional(::testing::HasSubstr("NeedSync=Y")))
+  EXPECT_EQ(Content(app.gTempDir + "/marovane/Marovane.mdb"), "empty");
+  EXPECT_THAT(Content(app.gSetupFile), Optional(HasSubstr("NeedSync=Y")))
       << "the account's data comes back from the server";
 }
 
-TEST_F(VersionCheckTest, WhatTheUpdaterRefusedIsToldOnceAndTheStartGoesOn) {
+TEST_F(VersionCheckTest, WhatTheUpdaterRefusedIsShownOnceAndTheStartGoesOn) {
   const std::string note = app.gTempDir + "/Tessaroon/refusal.txt";
   Put(note, "更新清單的簽章不正確");
   ServeVersions("1.0.0", "1.0.0");

@@ -1,4 +1,4 @@
-// databuild on small sources, and what it says of damaged ones.
+// databuild on small sources, what it says of damaged ones, and the table files that it writes.
 #include <gtest/gtest.h>
 
 #include <map>
@@ -44,27 +44,24 @@ const std::map<std::string, std::string> kSources = {
 class DatabuildTest : public ::testing::Test {
  protected:
   void SetUp() override {
-    std::string name = (fs::temp_directory_path() / "databuild_test.XXXXXX").string();
-    ASSERT_NE(mkdtemp(name.data()), nullptr);
-    home_ = name;
     for (const auto& [source, text] : kSources) Put(source, text);
   }
-  void TearDown() override { fs::remove_all(home_); }
 
   void Put(const std::string& source, const std::optional<std::string>& text) const {
-    fs::create_directories((home_ / source).parent_path());
-    if (text) std::ofstream(home_ / source, std::ios::binary) << *text;
-    if (!text) fs::remove(home_ / source);
+    const fs::path file = home_.Path() / source;
+    fs::create_directories(file.parent_path());
+    if (text) WriteFile(file, *text);
+    if (!text) fs::remove(file);
   }
 
   base::RunResult Build() const {
     return marovane::RunProgram({.program = DATABUILD_PROGRAM,
                                  .arguments = {"tables", "models", "counts", "verbs", "scowl", "wordnet",
                                                "en", "out.tables", "a.rules"},
-                                 .workingFolder = home_});
+                                 .workingFolder = home_.Path()});
   }
 
-  fs::path home_;
+  const TempFolder home_;
 };
 
 TEST_F(DatabuildTest, MakesALexiconAndKeepsTheRulesWithoutTheirExamples) {
@@ -118,6 +115,44 @@ TEST_F(DatabuildTest, NamesFileAndLineOfADamagedSource) {
     Put(source, whole == kSources.end() ? std::nullopt : std::optional(whole->second));
   }
   EXPECT_EQ(Build().status, 0) << "all is whole again";
+}
+
+class TableFileTest : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    TableWriter writer;
+    writer.AddArray("numbers", std::vector<std::uint32_t>{1, 2, 3});
+    writer.AddText("text", "hello");
+    writer.Write(path_);
+  }
+
+  void ExpectRefused(const std::string& bytes, std::size_t at) const {
+    WriteFile(path_, bytes);
+    EXPECT_THROW(TableFile{path_}, std::runtime_error) << at;
+  }
+
+  const TempFolder folder_;
+  const fs::path path_ = folder_ / "tables";
+};
+
+TEST_F(TableFileTest, GivesBackWhatWasWritten) {
+  const TableFile tables(path_);
+  const auto numbers = tables.Array<std::uint32_t>("numbers");
+  EXPECT_EQ(std::vector<std::uint32_t>(numbers.begin(), numbers.end()),
+            (std::vector<std::uint32_t>{1, 2, 3}));
+  EXPECT_EQ(tables.Text("text"), "hello");
+  EXPECT_THROW(tables.Text("nothing"), std::runtime_error);
+  EXPECT_THROW(tables.Array<std::uint64_t>("text"), std::runtime_error);
+}
+
+TEST_F(TableFileTest, RefusesEveryCutAndEveryChangedByte) {
+  const std::string whole = ReadFile(path_);
+  for (std::size_t size = 0; size < whole.size(); size += 7) ExpectRefused(whole.substr(0, size), size);
+  for (std::size_t at = 0; at < whole.size(); ++at) {
+    std::string changed = whole;
+    changed[at] = static_cast<char>(changed[at] ^ 0x20);
+    ExpectRefused(changed, at);
+  }
 }
 
 }  // namespace

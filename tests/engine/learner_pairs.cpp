@@ -15,15 +15,13 @@ namespace {
 std::string Spelled(std::string text) {
   static const std::array<std::pair<std::string, std::string>, 3> kShort = {
       {{"can't", "cannot"}, {"won't", "will not"}, {"n't", " not"}}};
-  for (const auto& [from, to] : kShort) {
-    text = base::Replace(text, from, to);
-  }
+  for (const auto& [from, to] : kShort) text = base::Replace(text, from, to);
   return text;
 }
 
 bool IsWanted(const std::string& errcode, const LearnerPair& pair) {
-  return std::any_of(pair.codes.begin(), pair.codes.end(),
-                     [&](const std::string& code) { return errcode.substr(0, 2) == code.substr(0, 2); });
+  return std::ranges::any_of(
+      pair.codes, [&](const std::string& code) { return errcode.substr(0, 2) == code.substr(0, 2); });
 }
 
 void Tally(PairCounts& counts, const LearnerPair& pair, const Judgement& wrong, const Judgement& right) {
@@ -35,21 +33,20 @@ void Tally(PairCounts& counts, const LearnerPair& pair, const Judgement& wrong, 
   counts.falseAlarms += right.verdict == Verdict::kErrors ? 1 : 0;
 }
 
-std::string Told(const char* what, const LearnerPair& pair, const Judgement& judgement) {
+std::string Described(const char* what, const LearnerPair& pair, const Judgement& judgement) {
   return fmt::format("{} [{} {}] {} {} | {} | {}", what, pair.group, pair.codes[0],
                      static_cast<int>(judgement.verdict), judgement.errcode, judgement.marked,
                      judgement.corrected);
 }
 
-void PrintMisses(PairReport& report, const LearnerPair& pair, const Judgement& wrong,
-                 const Judgement& right) {
+void NoteMisses(PairReport& report, const LearnerPair& pair, const Judgement& wrong, const Judgement& right) {
   if (wrong.verdict != Verdict::kErrors)
-    report.misses.push_back(Told("missed", pair, wrong));
+    report.misses.push_back(Described("missed", pair, wrong));
   else if (!IsWanted(wrong.errcode, pair))
-    report.misses.push_back(Told("other category", pair, wrong));
+    report.misses.push_back(Described("other category", pair, wrong));
   else if (Spelled(wrong.corrected) != Spelled(pair.right))
-    report.misses.push_back(Told("other correction", pair, wrong) + " | wanted: " + pair.right);
-  if (right.verdict == Verdict::kErrors) report.misses.push_back(Told("FALSE ALARM", pair, right));
+    report.misses.push_back(Described("other correction", pair, wrong) + " | wanted: " + pair.right);
+  if (right.verdict == Verdict::kErrors) report.misses.push_back(Described("FALSE ALARM", pair, right));
 }
 
 }  // namespace
@@ -77,7 +74,7 @@ PairReport JudgePairs(const Engine& engine, const std::vector<LearnerPair>& pair
     const Judgement right = engine.Judge(pair.right);
     Tally(report.groups[pair.group], pair, wrong, right);
     Tally(report.all, pair, wrong, right);
-    PrintMisses(report, pair, wrong, right);
+    NoteMisses(report, pair, wrong, right);
   }
   return report;
 }

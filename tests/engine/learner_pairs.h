@@ -25,6 +25,8 @@ struct PairCounts {
   int falseAlarms = 0;  ///< right sentences with the verdict kErrors
 };
 
+inline double Percent(int part, int whole) { return whole == 0 ? 0 : 100.0 * part / whole; }
+
 struct PairReport {
   std::map<std::string, PairCounts> groups;
   PairCounts all;

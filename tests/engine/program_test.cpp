@@ -4,7 +4,6 @@
 #include <algorithm>
 
 #include "engine/program/registry_file.h"
-#include "engine/program/run_code.h"
 #include "tests/engine/shared_engine.h"
 #include "tests/support/run_program.h"
 
@@ -16,40 +15,31 @@ namespace {
 namespace fs = std::filesystem;
 
 constexpr const char* kReset =
-    "**settings for "
-    "tolvex=\r\ncol_suggestion=0\r\ncollocationListHtm=\r\nerrcode=0\r\nfindMistake=0\r\nqcode=0\r\n"
-    "sentence=0\r\nhtm4chk=\r\nsynChk=\r\ncoursePath=\r\n";
+    "**settings for tolvex=\r\ncol_suggestion=0\r\ncollocationListHtm=\r\nerrcode=0\r\nfindMistake=0\r\n"
+    "qcode=0\r\nsentence=0\r\nhtm4chk=\r\nsynChk=\r\ncoursePath=\r\n";
 
 class ProgramTest : public ::testing::Test {
  protected:
-  void SetUp() override {
-    std::string name = (fs::temp_directory_path() / "engine_test.XXXXXX").string();
-    ASSERT_NE(mkdtemp(name.data()), nullptr);
-    home_ = name;
-  }
-  void TearDown() override { fs::remove_all(home_); }
-
   void Put(const std::string& sentence) const {
     std::string text = kReset;
     text.replace(text.find("sentence=0"), 10, "sentence=" + sentence);
-    std::ofstream(home_ / "registry.set", std::ios::binary) << text;
+    WriteFile(registry_, text);
   }
 
   int Run(const std::vector<std::string>& args) {
-    auto run = RunProgram({.program = ENGINE_PROGRAM, .arguments = args, .workingFolder = home_});
+    auto run = RunProgram({.program = ENGINE_PROGRAM, .arguments = args, .workingFolder = home_.Path()});
     errors_ = std::move(run.errors);
     return run.status;
   }
 
-  std::string Value(const std::string& key) const {
-    return ReadRegistry(home_ / "registry.set").Find(key).value_or("?");
-  }
+  std::string Value(const std::string& key) const { return ReadRegistry(registry_).Find(key).value_or("?"); }
 
   std::size_t FileCount() const {
-    return static_cast<std::size_t>(std::distance(fs::directory_iterator(home_), fs::directory_iterator()));
+    return static_cast<std::size_t>(std::distance(fs::directory_iterator(home_.Path()), {}));
   }
 
-  fs::path home_;
+  const TempFolder home_;
+  const fs::path registry_ = home_ / "registry.set";
   std::string errors_;
 };
 
@@ -61,9 +51,9 @@ TEST_F(ProgramTest, AnswersAFaultySentence) {
   EXPECT_EQ(Value("col_suggestion"), "0");
   EXPECT_EQ(Value("sentence"), "He *go* to school every day.");
   const fs::path page = Value("htm4chk");
-  EXPECT_EQ(page.parent_path(), home_);
+  EXPECT_EQ(page.parent_path(), home_.Path());
   EXPECT_TRUE(page.filename().string().starts_with("tmp") && page.extension() == ".htm");
-  const std::string bytes = ReadText(page);
+  const std::string bytes = ReadFile(page);
   EXPECT_TRUE(bytes.substr(2).starts_with("<!DOCTYPE html>"));
   EXPECT_NE(bytes.find("\xBF\xF9\xBB\x7E"), std::string::npos) << "no 錯誤 in Big5";
 }
@@ -71,7 +61,7 @@ TEST_F(ProgramTest, AnswersAFaultySentence) {
 TEST_F(ProgramTest, KeepsTheOtherLinesOfTheFileAndTheirEnds) {
   Put("He goes home.");
   ASSERT_EQ(Run({"beta,010203"}), 0);
-  const std::string text = ReadText(home_ / "registry.set");
+  const std::string text = ReadFile(registry_);
   EXPECT_TRUE(
       text.starts_with("**settings for tolvex=\r\ncol_suggestion=0\r\ncollocationListHtm=\r\nerrcode=0\r\n"
                        "findMistake=0\r\nqcode=0\r\nsentence=He goes home.\r\nhtm4chk="));
@@ -80,60 +70,49 @@ TEST_F(ProgramTest, KeepsTheOtherLinesOfTheFileAndTheirEnds) {
 
 TEST_F(ProgramTest, WritesNoPageForARightSentenceOfAnEssay) {
   Put("He goes home.");
-  ASSERT_EQ(Run({"beta,500151"}), 0);
+  ASSERT_EQ(Run({"a,b,504999"}), 0);
   EXPECT_EQ(Value("htm4chk"), "NIL");
   EXPECT_EQ(FileCount(), 1U);
   Put("He go home.");
-  ASSERT_EQ(Run({"beta,504999"}), 0);
+  ASSERT_EQ(Run({"beta,500151"}), 0);
   EXPECT_TRUE(fs::exists(Value("htm4chk")));
 }
 
-TEST_F(ProgramTest, TakesASentenceWithEqualsSigns) {
+TEST_F(ProgramTest, JudgesASentenceWithEqualsSigns) {
   Put("I know that 1 + 1 = 2 are right = wrong.");
   ASSERT_EQ(Run({"beta,010203"}), 0);
-  EXPECT_NE(ReadText(Value("htm4chk")).find("right = wrong"), std::string::npos);
+  EXPECT_NE(ReadFile(Value("htm4chk")).find("right = wrong"), std::string::npos);
 }
 
 TEST_F(ProgramTest, RefusesWrongRunCodesAndWritesNothing) {
   Put("He go home.");
-  const std::string before = ReadText(home_ / "registry.set");
-  for (const std::vector<std::string>& args : std::vector<std::vector<std::string>>{{"beta,074149"},
-                                                                                    {"beta,07414"},
-                                                                                    {"beta,0741480"},
-                                                                                    {"beta,07a148"},
-                                                                                    {"074148"},
-                                                                                    {""},
-                                                                                    {},
-                                                                                    {"beta,074148", "x"}}) {
+  const std::string before = ReadFile(registry_);
+  std::vector<std::vector<std::string>> wrong = {{}, {"beta,074148", "x"}};
+  for (const char* argument :
+       {"", "074148", "beta,074149", "beta,07414", "beta,0741480", "beta,07a148", "beta,999998"})
+    wrong.push_back({argument});
+  for (const auto& args : wrong) {
     EXPECT_EQ(Run(args), 2);
     EXPECT_EQ(std::count(errors_.begin(), errors_.end(), '\n'), 1) << errors_;
-    EXPECT_EQ(ReadText(home_ / "registry.set"), before);
+    EXPECT_EQ(ReadFile(registry_), before);
     EXPECT_EQ(FileCount(), 1U);
   }
 }
 
 TEST_F(ProgramTest, RefusesAMissingFileOrSentence) {
   EXPECT_EQ(Run({"beta,074148"}), 2);
-  std::ofstream(home_ / "registry.set") << "**settings for tolvex=\r\nerrcode=0\r\n";
+  WriteFile(registry_, "**settings for tolvex=\r\nerrcode=0\r\n");
   EXPECT_EQ(Run({"beta,074148"}), 2);
   EXPECT_EQ(FileCount(), 1U);
 }
 
-TEST(RunCode, TellsLevelAndMode) {
-  EXPECT_EQ(ParseRunRequest("beta,494998")->level, "beta");
-  EXPECT_FALSE(ParseRunRequest("beta,494998")->essayMode);
-  EXPECT_TRUE(ParseRunRequest("a,b,504999")->essayMode);
-  EXPECT_FALSE(ParseRunRequest("beta,999998"));
-}
-
 TEST_F(ProgramTest, RegistryFileIsInCp950) {
-  const fs::path file = home_ / "registry.set";
-  std::ofstream(file, std::ios::binary) << "marker=\r\n  sentence = \xBF\xF9 = 2 \r\nsentence=second\r\n";
-  base::KeyValues registry = ReadRegistry(file);
+  WriteFile(registry_, "marker=\r\n  sentence = \xBF\xF9 = 2 \r\nsentence=second\r\n");
+  base::KeyValues registry = ReadRegistry(registry_);
   EXPECT_EQ(registry.Find("sentence"), "錯 = 2");
   registry.Set("sentence", "誤 é");
-  WriteRegistry(file, registry);
-  EXPECT_EQ(ReadText(file), "marker=\r\nsentence=\xBB\x7E &#233;\r\nsentence=second\r\n");
+  WriteRegistry(registry_, registry);
+  EXPECT_EQ(ReadFile(registry_), "marker=\r\nsentence=\xBB\x7E &#233;\r\nsentence=second\r\n");
   EXPECT_THROW(ReadRegistry(home_ / "nothing.set"), std::runtime_error);
 }
 

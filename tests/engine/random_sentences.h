@@ -1,4 +1,4 @@
-// Sentences that nobody would write, to see that the engine stands them: noise, and right ones torn apart.
+// Sentences that nobody would write, to see that the engine survives them: noise, and right ones torn apart.
 #pragma once
 
 #include <random>
@@ -12,7 +12,7 @@ namespace tolvex::test {
 
 class RandomSentences {
  public:
-  /// The same seed gives the same sentences. `models` are right sentences to tear apart; at least one.
+  /// The same seed makes the same sentences. `models` are right sentences to tear apart; at least one.
   RandomSentences(unsigned seed, std::vector<std::string> models)
       : random_(seed), models_(std::move(models)) {}
 
@@ -59,7 +59,7 @@ class RandomSentences {
   std::vector<std::string> models_;
 };
 
-/// What is wrong with an answer in itself, empty when nothing is: whatever the sentence, faults lie inside
+/// What is wrong with an answer in itself, empty when nothing is: whatever the sentence, faults are inside
 /// it, are at most three, and agree with the verdict.
 inline std::string ContradictionIn(const std::string& sentence, const Judgement& judgement) {
   if (judgement.faults.size() > 3) return "more than three faults";

@@ -1,25 +1,38 @@
 // Every rule is tried on the examples in its own file.
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include <algorithm>
 #include <map>
-#include <sstream>
 
+#include "base/cp950.h"
+#include "engine/rules/rule.h"
 #include "tests/engine/shared_engine.h"
 
 namespace tolvex::test {
 namespace {
 
-bool Names(const Judgement& judgement, const std::string& code) {
-  return std::any_of(judgement.faults.begin(), judgement.faults.end(),
-                     [&](const Fault& fault) { return fault.code == code; });
+// The rules with their examples, read from their sources.
+const RuleBook& RulesWithExamples() {
+  static const RuleBook book = [] {
+    const std::filesystem::path folder = ENGINE_RULES;
+    RuleBook rules;
+    rules.Add(ReadFile(folder / "lists.rules"), "lists.rules");
+    for (const auto& entry : std::filesystem::directory_iterator(folder)) {
+      const auto& path = entry.path();
+      if (path.extension() == ".rules" && path.filename() != "lists.rules")
+        rules.Add(ReadFile(path), path.string());
+    }
+    return rules;
+  }();
+  return book;
 }
 
 TEST(Rules, FindTheirWrongSentencesAndCorrectThem) {
   for (const Rule& rule : RulesWithExamples().Rules()) {
     for (const Example& example : rule.wrong) {
       const Judgement judgement = SharedEngine().Judge(example.wrong);
-      EXPECT_TRUE(Names(judgement, rule.code)) << rule.name << ": " << example.wrong;
+      EXPECT_THAT(judgement.faults, ::testing::Contains(::testing::Field(&Fault::code, rule.code)))
+          << rule.name << ": " << example.wrong;
       const std::string& wanted = example.corrected.empty() ? judgement.corrected : example.corrected;
       EXPECT_EQ(judgement.corrected, wanted) << rule.name;
     }
@@ -36,6 +49,11 @@ TEST(Rules, AllStaySilentOnEveryRightSentence) {
   }
 }
 
+TEST(Rules, HaveMessagesThatSurviveTheCodePageOfTheResult) {
+  for (const Rule& rule : RulesWithExamples().Rules())
+    EXPECT_EQ(base::FirstNotInCp950(rule.message), "") << rule.name;
+}
+
 TEST(Rules, HaveEnoughExamplesOfBothKinds) {
   int correctedExamples = 0;
   for (const Rule& rule : RulesWithExamples().Rules()) {
@@ -43,8 +61,7 @@ TEST(Rules, HaveEnoughExamplesOfBothKinds) {
                        rule.check == "empty";
     EXPECT_GE(rule.wrong.size(), split ? 0U : 3U) << rule.name;
     EXPECT_GE(rule.right.size(), split ? 1U : 3U) << rule.name;
-    correctedExamples += static_cast<int>(std::count_if(
-        rule.wrong.begin(), rule.wrong.end(), [](const Example& e) { return !e.corrected.empty(); }));
+    for (const Example& example : rule.wrong) correctedExamples += example.corrected.empty() ? 0 : 1;
   }
   EXPECT_GE(RulesWithExamples().Rules().size(), 290U);
   EXPECT_GE(correctedExamples, 750);
@@ -73,15 +90,13 @@ TEST(Catalogue, CodesBelongToExactlyOneCategory) {
   const auto codes = ReadTable("errmain.tsv");
   EXPECT_GE(categories.size(), 12U);
   EXPECT_GE(codes.size(), 60U);
-  for (const auto& row : codes) {
-    const std::string& code = row.first;
+  for (const auto& [code, text] : codes) {
     EXPECT_LE(code.size(), 6U) << code;
-    EXPECT_TRUE(std::all_of(code.begin(), code.end(), [](unsigned char c) { return std::isalnum(c) != 0; }))
-        << code;
-    const auto owners = std::count_if(categories.begin(), categories.end(),
-                                      [&](const auto& category) { return code.starts_with(category.first); });
+    EXPECT_TRUE(std::ranges::all_of(code, [](unsigned char c) { return std::isalnum(c) != 0; })) << code;
+    int owners = 0;
+    for (const auto& [category, name] : categories) owners += code.starts_with(category) ? 1 : 0;
     EXPECT_EQ(owners, 1) << code;
-    EXPECT_GE(row.second.size(), 12U) << code;
+    EXPECT_GE(text.size(), 12U) << code;
   }
 }
 

@@ -1,14 +1,18 @@
-// One loaded engine for all tests of this program.
+// One loaded engine and its parts for all tests of a program.
 #pragma once
 
 #include <fstream>
-#include <iterator>
 #include <stdexcept>
 #include <string>
 #include <vector>
 
-#include "engine/rules/rule.h"
+#include "engine/lexicon/lexicon.h"
+#include "engine/ngram/ngram_model.h"
+#include "engine/ranker/ranker.h"
+#include "engine/sentence/sentence.h"
+#include "engine/tagger/tagger.h"
 #include "engine/tolvex.h"
+#include "tests/support/temp_folder.h"
 
 namespace tolvex::test {
 
@@ -17,12 +21,27 @@ inline const Engine& SharedEngine() {
   return engine;
 }
 
-inline std::string ReadText(const std::filesystem::path& path) {
-  std::ifstream in(path, std::ios::binary);
-  if (!in) throw std::runtime_error("cannot read " + path.string());
-  return {std::istreambuf_iterator<char>(in), {}};
+/// The parts of one loaded engine, for tests that ask one of them alone.
+struct Models {
+  TableFile tables{std::filesystem::path(ENGINE_DATA) / "tolvex.tables"};
+  Lexicon lexicon{tables};
+  Tagger tagger{tables};
+  NgramModel ngrams{tables};
+  Ranker ranker{tables, ngrams, tagger};
+
+  Sentence Read(const std::string& text) const {
+    auto tokens = Tokenize(text);
+    tagger.TagAll(tokens);
+    return {std::move(tokens), lexicon};
+  }
+};
+
+inline const Models& SharedModels() {
+  static const Models models;
+  return models;
 }
 
+/// The lines that are neither empty nor comments.
 inline std::vector<std::string> ReadLines(const std::filesystem::path& path) {
   std::ifstream in(path);
   if (!in) throw std::runtime_error("cannot read " + path.string());
@@ -31,22 +50,6 @@ inline std::vector<std::string> ReadLines(const std::filesystem::path& path) {
     if (!line.empty() && line[0] != '#') lines.push_back(line);
   }
   return lines;
-}
-
-/// The rules with their examples, read from their sources.
-inline const RuleBook& RulesWithExamples() {
-  static const RuleBook book = [] {
-    const std::filesystem::path folder = ENGINE_RULES;
-    RuleBook rules;
-    rules.Add(ReadText(folder / "lists.rules"), "lists.rules");
-    for (const auto& entry : std::filesystem::directory_iterator(folder)) {
-      const auto& path = entry.path();
-      if (path.extension() == ".rules" && path.filename() != "lists.rules")
-        rules.Add(ReadText(path), path.string());
-    }
-    return rules;
-  }();
-  return book;
 }
 
 }  // namespace tolvex::test

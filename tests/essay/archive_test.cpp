@@ -22,15 +22,13 @@ TEST_F(ArchiveTest, FilesAPageUnderDigests) {
       machine.http.Bodies("p_all_engine_htm_rec.asp"),
       ElementsAre("key=zorbelquinter&enginever=&pnomd5=" + base::SlotMd5("1234567890") +
                   "&checksum=" + checksum + "&filestr=%3Cp%3E%E4%B8%80+%26+two%3C%2Fp%3E%3C%2Ftextarea%3E"));
-}
-
-TEST_F(ArchiveTest, LetsAFailedPostGoUnnoticed) {
+  // A failed post goes unnoticed.
   machine.http.RouteToNowhere("p_all_engine_htm_rec.asp");
   EXPECT_EQ(SendServerHtm(composition.program, "<p></p>", "Hi."), base::SlotMd5("Hi."));
 }
 
 TEST_F(ArchiveTest, ShowsTheOriginalBesideTheReport) {
-  FrmEssayCompare& window = *composition.essay.frmEssayCompare;
+  FrmEssayCompare& window = *room.frmEssayCompare;
   window.ShowHtml("First.\r\nSecond '<b>.");
   EXPECT_THAT(window.webHtml.Page(), HasSubstr("line-height:150%;'>First.<br>Second &#39;&lt;b&gt;.</td>"));
   window.ShowHtml("Other.");
@@ -42,7 +40,7 @@ TEST_F(ArchiveTest, ShowsTheOriginalBesideTheReport) {
   EXPECT_FALSE(window.webHtml.FollowLink("cmd:other:"));
   EXPECT_TRUE(window.webHtml.FollowLink("about:blank"));
   machine.user.Click(window.imgClose);
-  machine.loop.WaitUntil([this] { return !composition.essay.frmEssayCompare.IsLoaded(); });
+  machine.loop.WaitUntil([this] { return !room.frmEssayCompare.IsLoaded(); });
 }
 
 }  // namespace

@@ -8,13 +8,11 @@ namespace {
 
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
-using ::testing::IsEmpty;
 using ::testing::StartsWith;
 
 using SessionTest = EssayTest;
 
 TEST_F(SessionTest, OpensFromTheMenuByANewTopicAndLeadsBackToTheTopics) {
-  auto& room = composition.essay;
   machine.user.Click(composition.frmMain->imgMenu(4));
   machine.user.Click(room.frmEssayInputEdu->picButtons(2));
   machine.user.Press(room.frmEssayInputForm->txtInput, kKeyEnter);
@@ -34,10 +32,9 @@ TEST_F(SessionTest, OpensFromTheMenuByANewTopicAndLeadsBackToTheTopics) {
   EXPECT_TRUE(app.gOpenEssayInputEdu && room.frmEssayInputEdu->Visible());
 }
 
-TEST_F(SessionTest, FiltersKeysByTheirPlace) {
-  composition.essay.frmEssay->Show();
-  const std::pair<int, int> keys[] = {{'A', 'A'}, {13, 13}, {222, 222}, {9, 0},
-                                      {112, 112}, {187, 0}, {27, 0}};
+TEST_F(SessionTest, FiltersKeys) {
+  Window().Show();
+  const std::pair<int, int> keys[] = {{'A', 'A'}, {13, 13}, {9, 0}, {27, 0}};
   for (auto [key, passed] : keys) {
     app.gEssaySentenceNo = 9;
     Window().txtInput.KeyDown.Raise(key);
@@ -47,16 +44,13 @@ TEST_F(SessionTest, FiltersKeysByTheirPlace) {
 }
 
 TEST_F(SessionTest, RewritesTheEssayAfterItsReport) {
-  replies["He go home."] = "OK_1#AG01#page.htm#*He go* home .";
-  ExpectMessage(Message::kWrongSentence);
-  Correct("He goes home.");
-  ExpectMessage(Message::kEssayDone);
+  CorrectRefused("He goes home.");
   app.gEssayQuiz = "My day";
-  Send("He go home.\r\nI run.");
+  SendToTheEnd("He go home.\r\nI run.");
   machine.user.Click(Window().picCommands(0));
-  EXPECT_THAT(composition.essay.frmEssayCompare->webHtml.Page(), HasSubstr("He go home.<br>I run."));
+  EXPECT_THAT(room.frmEssayCompare->webHtml.Page(), HasSubstr("He go home.<br>I run."));
   machine.user.Click(Window().picCommands(1));
-  EXPECT_FALSE(composition.essay.frmEssayCompare.IsLoaded());
+  EXPECT_FALSE(room.frmEssayCompare.IsLoaded());
   EXPECT_EQ(Window().txtInput.Text(), "He goes home.\r\nI run.");
   EXPECT_FALSE(Window().webHtml.Visible);
   ExpectMessage(Message::kEssayDone);
@@ -66,8 +60,7 @@ TEST_F(SessionTest, RewritesTheEssayAfterItsReport) {
 }
 
 TEST_F(SessionTest, AsksBeforeANewEssayWhileAReportIsShown) {
-  ExpectMessage(Message::kEssayDone);
-  Send("I run.");
+  SendToTheEnd("I run.");
   ExpectMessage(Message::kNewEssay, kCancel);
   composition.frmMain->imgMenu_Click(4);
   EXPECT_FALSE(app.gOpenEssayInputEdu);
@@ -77,34 +70,21 @@ TEST_F(SessionTest, AsksBeforeANewEssayWhileAReportIsShown) {
 }
 
 TEST_F(SessionTest, ShowsAnOldEssayFromARecordAlone) {
-  EssayRecords(composition.records)
-      .InsertEssay({.essayId = "E1",
-                    .workId = "W1",
-                    .quiz = "Tom's day",
-                    .orgEssay = "It's ok.",
-                    .newEssay = "It's ok.",
-                    .finalSet = "N",
-                    .sDate = std::chrono::year{2026} / 11 / 5});
+  EXPECT_THROW(room.ShowEssay("unknown"), RunTimeError);
+  EXPECT_FALSE(room.frmEssay.IsLoaded());
+  EXPECT_GE(composition.frmMain->Left, 0);
+  Put({"E1", "W1", "Tom's day", "N", 5, 0, "Y", "It's ok."});
   composition.frmBrowser->SpecialFunctionProc("cmd:show:E1");
   EXPECT_TRUE(Window().mViewOnly && Window().Visible());
   EXPECT_FALSE(app.gEssayReportShown);
-  EXPECT_EQ(app.gEssayQuiz, "Tom's day");
-  EXPECT_EQ(app.gEssayCurrent, "It's ok.");
-  EXPECT_EQ(app.gEssayWorkId, "W1");
+  EXPECT_EQ(app.gEssayWorkId + app.gEssayQuiz + app.gEssayCurrent, "W1Tom's dayIt's ok.");
   EXPECT_FALSE(Window().webHtml.FollowLink("cmd:show:abc"));
   EXPECT_THAT(composition.frmBrowser->webOther.LocationURL(), HasSubstr("&checksum=abc&enginever="));
 }
 
-TEST_F(SessionTest, LeavesTheWindowAloneForAnUnknownEssay) {
-  EXPECT_THROW(composition.essay.ShowEssay("nothing"), RunTimeError);
-  EXPECT_FALSE(composition.essay.frmEssay.IsLoaded());
-  EXPECT_GE(composition.frmMain->Left, 0);
-}
-
-TEST_F(SessionTest, ShowsTheQuestionOfAnAssignment) {
-  app.gEdition = "XQD";
+TEST_F(SchoolTest, ShowsTheQuestionOfAnAssignment) {
   app.gEssayWorkId = "W1";
-  composition.essay.frmEssay->Show();
+  Window().Show();
   app.gEssayStartRequested = true;
   ExpectMessage(Message::kOwnTopic);
   machine.user.Click(Window().picButtons(2));

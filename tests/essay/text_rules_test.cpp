@@ -6,14 +6,10 @@ namespace marovane {
 
 namespace {
 
-std::string Repeated(const std::string& text, int times) {
-  std::string result;
-  for (int i = 0; i < times; ++i) result += text;
-  return result;
-}
-
 TEST(TextRules, RefuseWhatCannotBeWalked) {
-  const std::string longest = Repeated("a", kLongestEssay - 1) + ".";
+  const std::string longest = std::string(kLongestEssay - 1, 'a') + ".";
+  std::string manySentences;
+  for (int i = 0; i < kMostSentences; ++i) manySentences += "A b. ";
   const std::pair<std::string, const Message*> cases[] = {
       {"", &Message::kEnterEssay},
       {"  \r\n ", &Message::kEnterEssay},
@@ -26,8 +22,8 @@ TEST(TextRules, RefuseWhatCannotBeWalked) {
       {"Does he?", nullptr},
       {longest, nullptr},
       {"a" + longest, &Message::kEssayTooLong},
-      {Repeated("A b. ", kMostSentences), nullptr},
-      {Repeated("A b. ", kMostSentences + 1), &Message::kTooManySentences},
+      {manySentences, nullptr},
+      {manySentences + "A b.", &Message::kTooManySentences},
   };
   for (const auto& [text, refusal] : cases) EXPECT_EQ(RefusalOf(text), refusal) << text.substr(0, 20);
   EXPECT_EQ(RefusalOfCorrected("Caf\xC3\xA9."), nullptr);

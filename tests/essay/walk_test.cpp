@@ -1,6 +1,6 @@
 // The walk under the virtual clock.
 #include "core/settings.h"
-#include "tests/essay/topics_fixture.h"
+#include "tests/essay/essay_fixture.h"
 
 namespace marovane {
 
@@ -14,11 +14,8 @@ using ::testing::IsEmpty;
 using ::testing::Not;
 using ::testing::SizeIs;
 
-const char* const kFault = "OK_1#AG01#page.htm#*He go* home .";
-
 TEST_F(EssayTest, WalksToTheReport) {
-  ExpectMessage(Message::kEssayDone);
-  Send("He goes home.\r\nShe  doesn't go，too.");
+  SendToTheEnd("He goes home.\r\nShe  doesn't go，too.");
   EXPECT_THAT(OkRows(), ElementsAre("He goes home.|N", "She doesn’t go,too.|N"));
   const EssayRow essay = LastEssay();
   EXPECT_EQ(essay.finalSet, "N");
@@ -34,11 +31,8 @@ TEST_F(EssayTest, WalksToTheReport) {
 }
 
 TEST_F(EssayTest, RefusesATextBeforeAnythingIsWritten) {
-  const std::string tooLong = std::string(32767, 'a') + ".";
   const std::pair<std::string, const Message&> cases[] = {{"   ", Message::kEnterEssay},
-                                                          {"He goes", Message::kNoEndMark},
-                                                          {"He 去.", Message::kBadSigns},
-                                                          {tooLong, Message::kEssayTooLong}};
+                                                          {"He 去.", Message::kBadSigns}};
   for (const auto& [text, message] : cases) {
     ExpectMessage(message);
     Send(text);
@@ -50,7 +44,6 @@ TEST_F(EssayTest, RefusesATextBeforeAnythingIsWritten) {
 }
 
 TEST_F(EssayTest, CorrectsASentenceUnderItsId) {
-  replies["He go home."] = kFault;
   ExpectMessage(Message::kWrongSentence);
   OnCorrection([this] {
     FrmMain& frmMain = *composition.frmMain;
@@ -62,8 +55,7 @@ TEST_F(EssayTest, CorrectsASentenceUnderItsId) {
     frmMain.txtInput.Text = " He goes home. ";
     machine.user.Press(frmMain.txtInput, kKeyEnter);
   });
-  ExpectMessage(Message::kEssayDone);
-  Send("I run. He go home. I run.");
+  SendToTheEnd("I run. He go home. I run.");
   EXPECT_THAT(OkRows(), ElementsAre("I run.|N", "He goes home.|N", "I run.|N"));
   EXPECT_THAT(ErrRows(), ElementsAre("*He go* home .|AG01|1"));
   EXPECT_EQ(Mistakes("AG01"), 1);
@@ -78,11 +70,8 @@ TEST_F(EssayTest, CorrectsASentenceUnderItsId) {
 }
 
 TEST_F(EssayTest, CorrectsEverySentenceThatIsEqual) {
-  replies["He go home."] = kFault;
-  ExpectMessage(Message::kWrongSentence);
-  Correct("He goes home.");
-  ExpectMessage(Message::kEssayDone);
-  Send("He go home. I run. He go home.");
+  CorrectRefused("He goes home.");
+  SendToTheEnd("He go home. I run. He go home.");
   EXPECT_EQ(LastEssay().newEssay, "He goes home. I run. He goes home.");
   EXPECT_THAT(ErrRows(), SizeIs(1));
   EXPECT_THAT(Asked(), ElementsAre("He go home.", "He goes home.", "I run."));
@@ -90,12 +79,9 @@ TEST_F(EssayTest, CorrectsEverySentenceThatIsEqual) {
 
 TEST_F(EssayTest, CountsEachRepeatedMistake) {
   replies["He go home."] = "OK_1#AG01#page.htm#He go home.";  // so that the record knows it
-  ExpectMessage(Message::kWrongSentence);
-  Correct("He go home.");
-  ExpectMessage(Message::kWrongSentence);
-  Correct("He goes home.");
-  ExpectMessage(Message::kEssayDone);
-  Send("He go home.");
+  CorrectRefused("He go home.");
+  CorrectRefused("He goes home.");
+  SendToTheEnd("He go home.");
   EXPECT_THAT(ErrRows(), ElementsAre("He go home.|AG01|1", "He go home.|AG01|1"));
   EXPECT_THAT(Texts("select times from mistakes"), ElementsAre("2"));
   EXPECT_THAT(Texts("select distinct essaySId from errsentence"), SizeIs(1));
@@ -105,33 +91,19 @@ TEST_F(EssayTest, CountsEachRepeatedMistake) {
 TEST_F(EssayTest, LeavesAWarningToTheLearner) {
   replies["He go home."] = "OK_2#AG01#page.htm#*He go* home .";
   ExpectMessage(Message::kDoubtfulSentence, kNo);
-  ExpectMessage(Message::kEssayDone);
-  Send("He go home.");
+  SendToTheEnd("He go home.");
   EXPECT_THAT(OkRows(), ElementsAre("He go home.|2"));
   EXPECT_EQ(Mistakes("AG01"), 1);
 
   replies["She go home."] = replies["He go home."];
   ExpectMessage(Message::kDoubtfulSentence, kYes);
   Correct("She goes home.");
-  ExpectMessage(Message::kEssayDone);
-  Send("He go home. She go home.");
+  SendToTheEnd("He go home. She go home.");
   EXPECT_THAT(OkRows(), ElementsAre("He go home.|2", "He go home.|2", "She go home.|2", "She goes home.|N"));
   EXPECT_THAT(Asked(), ElementsAre("He go home.", "She go home.", "She goes home."));
 }
 
-TEST_F(EssayTest, ShowsTheFiledPageOfAFault) {
-  replies["He go home."] = kFault;
-  ExpectMessage(Message::kWrongSentence, kOk, [this] {
-    EXPECT_THAT(composition.frmBrowser->webOther.LocationURL(),
-                AllOf(HasSubstr("http://school/p_all_engine_htm_show.asp?key=zorbelquinter&pnomd5="),
-                      HasSubstr("&checksum=" + app.gEssayPageChecksum + "&enginever=&tid=")));
-  });
-  BreakOff();
-  Send("He go home.");
-}
-
 TEST_F(EssayTest, AsksAgainWhenTheBoxIsEmptyOrTheTextWouldNotEnd) {
-  replies["He go home."] = kFault;
   std::deque<std::string> attempts{"  ", "He goes home", "He goes home. All is well."};
   Timer learner(machine.loop, 1000);
   learner.onTick = [&] {
@@ -151,9 +123,8 @@ TEST_F(EssayTest, AsksAgainWhenTheBoxIsEmptyOrTheTextWouldNotEnd) {
 }
 
 TEST_F(EssayTest, MeetsASentenceOverALineBreakAgain) {
-  replies["He gohome."] = kFault;
-  ExpectMessage(Message::kWrongSentence);
-  Correct("He goes home.");
+  replies["He gohome."] = replies["He go home."];
+  CorrectRefused("He goes home.");
   ExpectMessage(Message::kWrongSentence);
   BreakOff();
   Send("He go\r\nhome.");
@@ -179,12 +150,10 @@ TEST_F(EssayTest, KeepsOldVerdictsWithoutTheEngine) {
 }
 
 TEST_F(EssayTest, StopsInEveryState) {
-  replies["He go home."] = kFault;
   replies["She go home."] = "OK_2#AG01#page.htm#*She go* home .";
   replies["It is odd."] = "OK_7#";
   // While a sentence from the record is highlighted.
-  composition.records.InsertOkSentence(
-      {.sId = "1", .sentence = "I run.", .sDate = std::chrono::year{2026} / 11 / 1});
+  Put({"E1", "W1"});
   Timer soon(machine.loop, 20);
   soon.onTick = [&] {
     soon.Enabled = false;
@@ -214,7 +183,7 @@ TEST_F(EssayTest, StopsInEveryState) {
   Send("It is odd. I walk.");
   EXPECT_EQ(ErrRows().back(), "|0|N");
   EXPECT_THAT(Asked(), Not(::testing::Contains("I walk.")));
-  // Between the replies of an engine that takes every sentence for right, by the button and by Escape.
+  // Between the replies of an engine that finds nothing wrong, by the button and by Escape.
   const std::pair<const char*, std::function<void()>> stops[] = {
       {"They run. We walk.", [this] { machine.user.Click(Window().picButtons(0)); }},
       {"You run. We walk.", [this] { machine.user.Press(Window().txtInput, kKeyEscape); }},
@@ -232,9 +201,11 @@ TEST_F(EssayTest, StopsInEveryState) {
   EXPECT_THAT(Window().webHtml.Page(), HasSubstr("這篇短文批改過程中被中斷"));
 }
 
-TEST_F(EssayTest, TakesNoKeysAndNoSecondWalkMeanwhile) {
-  replies["He go home."] = kFault;
+TEST_F(EssayTest, ShowsTheFiledPageOfAFaultAndAcceptsNoKeysAndNoSecondWalk) {
   ExpectMessage(Message::kWrongSentence, kOk, [this] {
+    EXPECT_THAT(composition.frmBrowser->webOther.LocationURL(),
+                AllOf(HasSubstr("http://school/p_all_engine_htm_show.asp?key=zorbelquinter&pnomd5="),
+                      HasSubstr("&checksum=" + app.gEssayPageChecksum + "&enginever=&tid=")));
     int key = 'A';
     Window().txtInput.KeyDown.Raise(key);
     EXPECT_EQ(key, 0);
@@ -245,14 +216,14 @@ TEST_F(EssayTest, TakesNoKeysAndNoSecondWalkMeanwhile) {
     EXPECT_FALSE(Window().imgClose.Visible);
     Window().picButtons_Click(1);
     Window().QueryClose.Raise();
-    composition.essay.ShowEssay("1");  // as a link in a page would
+    room.ShowEssay("1");  // as a link in a page would
   });
   BreakOff();
   Send("He go home.");
   EXPECT_THAT(Texts("select essayId from essay"), SizeIs(1));
 }
 
-TEST_F(EssayTest, EndsTheProgramWhenNoEngineIsToBeHad) {
+TEST_F(EssayTest, EndsTheProgramWhenThereIsNoEngine) {
   machine.http.Queue("p_all_webengine_get.asp", "ERR");
   // A connection that breaks is a failed try like any other.
   machine.http.RouteToNowhere("p_all_webengine_get.asp");
@@ -301,22 +272,20 @@ TEST_F(EssayTest, UploadsAtTheEndAndTriesAgain) {
 
   machine.http.Queue("p_getconn.asp", "ERR");
   machine.http.Route("p_getconn.asp", "ONLINE 2026/11/5");
-  ExpectMessage(Message::kEssayDone);
-  Send("I walk.");
+  SendToTheEnd("I walk.");
   EXPECT_THAT(upload.modes, ElementsAre("UPLOAD"));
 }
 
 TEST_F(EssayTest, HandsInTheAnswerToAnAssignment) {
+  const char* const handIn = "p_set_essay_work_finalset.asp";
   const auto walkAssignment = [this](const std::string& workId) {
-    composition.essay.StartOwnEssay("Assigned");
+    room.StartOwnEssay("Assigned");
     app.gEssayWorkId = workId;
     app.gEssayStartRequested = false;
-    machine.user.Focus(Window().txtInput);
-    Window().txtInput.Text = "I run.";
-    machine.user.Click(Window().picButtons(1));
+    SendFrom(Window(), "I run.");
   };
-  machine.http.Queue("p_set_essay_work_finalset.asp", "ERR");
-  machine.http.Queue("p_set_essay_work_finalset.asp", "OK");
+  machine.http.Queue(handIn, "ERR");
+  machine.http.Queue(handIn, "OK");
   ExpectMessage(Message::kEssayDone);
   ExpectMessage(Message::kHandInNow, kYes);
   ExpectMessage(Message::kHandedIn);
@@ -326,7 +295,7 @@ TEST_F(EssayTest, HandsInTheAnswerToAnAssignment) {
   ExpectMessage(Message::kEssayDone);
   walkAssignment("W1");  // handed in already: not asked again
   EXPECT_EQ(LastEssay().finalSet, "N");
-  machine.http.RouteToNowhere("p_set_essay_work_finalset.asp");
+  machine.http.RouteToNowhere(handIn);
   ExpectMessage(Message::kEssayDone);
   ExpectMessage(Message::kHandInNow, kYes);
   ExpectMessage(Message::kNotHandedIn);
@@ -334,7 +303,7 @@ TEST_F(EssayTest, HandsInTheAnswerToAnAssignment) {
   walkAssignment("W2");
   EXPECT_GE((machine.loop.Elapsed() - start).count(), 30'000) << "three seconds after each refusal";
   EXPECT_EQ(LastEssay().finalSet, "N");
-  EXPECT_THAT(machine.http.Bodies("p_set_essay_work_finalset.asp"), SizeIs(12));
+  EXPECT_THAT(machine.http.Bodies(handIn), SizeIs(12));
 }
 
 }  // namespace

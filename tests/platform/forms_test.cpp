@@ -48,8 +48,7 @@ class FormsTest : public ::testing::Test {
     FrmNote::unloadsItself = FrmNote::fails = false;
   }
   TestMachine machine_;
-  Window<FrmNote> frmNote{[this] { return std::make_shared<FrmNote>(machine_.machine); }};
-  Window<FrmNote> frmOther{[this] { return std::make_shared<FrmNote>(machine_.machine); }};
+  Window<FrmNote> frmNote{machine_.machine}, frmOther{machine_.machine};
 };
 
 TEST_F(FormsTest, LoadsAtTheFirstReferenceAndAgainAfterAnUnload) {
@@ -90,22 +89,18 @@ TEST_F(FormsTest, ComesThroughALoadThatUnloadsOrFails) {
   EXPECT_TRUE(frmNote->Visible());
 }
 
-TEST_F(FormsTest, ForgetsAFormThatIsDestroyedWhileItIsShown) {
+TEST_F(FormsTest, WhatIsDestroyedWithTheFocusHearsNothing) {
   {
     FrmNote loose(machine_.machine);
     machine_.windows.Shown(loose, true);
     loose.txtNote.SetFocus();
     Log().clear();
   }
-  EXPECT_THAT(Log(), ElementsAre());
   EXPECT_EQ(machine_.windows.Focused(), nullptr);
+  EXPECT_THAT(Log(), ElementsAre());
   frmNote->Show();
   EXPECT_TRUE(frmNote->AcceptsInput());
   EXPECT_THAT(Log(), ElementsAre("load", "activate"));
-}
-
-TEST_F(FormsTest, ADestroyedControlWithTheFocusHearsNothing) {
-  frmNote->Show();
   {
     TextBox passing(*frmNote, "txtPassing");
     passing.LostFocus = [] { Log().emplace_back("the dead hear"); };
@@ -116,31 +111,23 @@ TEST_F(FormsTest, ADestroyedControlWithTheFocusHearsNothing) {
   EXPECT_THAT(Log(), ElementsAre());
 }
 
-struct ModalEnd {
-  const char* name;
-  std::function<void(Form&)> end;
-};
-
-class ModalTest : public FormsTest, public ::testing::WithParamInterface<ModalEnd> {};
-
-TEST_P(ModalTest, KeepsOthersOutUntilItGoes) {
+TEST_F(FormsTest, ModalFormKeepsOthersOutUntilItGoes) {
+  const std::function<void(Form&)> ends[] = {[](Form& form) { form.Hide(); },
+                                             [](Form& form) { form.Unload(); },
+                                             [](Form& form) { form.Visible = false; }};
   frmNote->Show();
-  bool wasShut = false;
-  machine_.user.OnModal([&](Form& form) {
-    wasShut = !frmNote->AcceptsInput() && form.AcceptsInput();
-    GetParam().end(form);
-  });
-  frmOther->ShowModal();
-  EXPECT_TRUE(wasShut);
-  EXPECT_TRUE(frmNote->AcceptsInput());
-  EXPECT_EQ(machine_.windows.TopModal(), nullptr);
+  for (const auto& end : ends) {
+    bool wasShut = false;
+    machine_.user.OnModal([&](Form& form) {
+      wasShut = !frmNote->AcceptsInput() && form.AcceptsInput();
+      end(form);
+    });
+    frmOther->ShowModal();
+    EXPECT_TRUE(wasShut);
+    EXPECT_TRUE(frmNote->AcceptsInput());
+    EXPECT_EQ(machine_.windows.TopModal(), nullptr);
+  }
 }
-
-INSTANTIATE_TEST_SUITE_P(Ways, ModalTest,
-                         ::testing::Values(ModalEnd{"Hide", [](Form& form) { form.Hide(); }},
-                                           ModalEnd{"Unload", [](Form& form) { form.Unload(); }},
-                                           ModalEnd{"Invisible", [](Form& form) { form.Visible = false; }}),
-                         [](const auto& info) { return std::string(info.param.name); });
 
 TEST_F(FormsTest, RunsTimersOfOthersWhileAModalFormIsUp) {
   int ticks = 0;
@@ -153,7 +140,7 @@ TEST_F(FormsTest, RunsTimersOfOthersWhileAModalFormIsUp) {
   EXPECT_EQ(ticks, 3);
 }
 
-TEST_F(FormsTest, TellsOfTheFocusAndTheActiveFormInOrder) {
+TEST_F(FormsTest, ReportsTheFocusAndTheActiveFormInOrder) {
   frmNote->Show();
   frmOther->Show();
   Log().clear();

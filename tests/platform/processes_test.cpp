@@ -31,15 +31,7 @@ class ProcessesTest : public ::testing::Test {
     fs::copy_file("/bin/sleep", program);
     return program;
   }
-  // A shell is only the program that is started here; nothing starts through one.
-  base::ProcessStart Shell(const std::string& script) const {
-    return {"/bin/sh", {"-c", script}, home_.Path()};
-  }
-  bool IsListed(const std::string& end) const {
-    const auto processes = processes_.List();
-    return std::ranges::any_of(processes,
-                               [&end](const auto& process) { return process.name.ends_with(end); });
-  }
+  /// 0 for one that is not listed.
   int FindId(const std::string& name) const {
     for (const auto& process : processes_.List()) {
       if (process.name == name) return process.id;
@@ -59,13 +51,13 @@ class ProcessesTest : public ::testing::Test {
 
 TEST_F(ProcessesTest, StartsListsAndEndsAProgram) {
   const std::string name = "my" + home_.Path().filename().string() + "tolvex2.exe";
-  EXPECT_FALSE(IsListed(name));
+  EXPECT_EQ(FindId(name), 0);
   processes_.Start({MakeProgram(name), {"600"}, {}});
   const int id = FindId(name);
   ASSERT_GT(id, 0);
   EXPECT_TRUE(processes_.Terminate(id));
   // The end of the child is the only thing that can wake this wait.
-  loop_.WaitUntil([&] { return !IsListed(name); });
+  loop_.WaitUntil([&] { return FindId(name) == 0; });
   WaitForChildren();
   EXPECT_EQ(kill(id, 0), -1);  // waited for, so that no zombie stays
   EXPECT_FALSE(processes_.Terminate(id));
@@ -95,7 +87,8 @@ TEST_F(ProcessesTest, KnowsNothingOfAProgramThatCannotStart) {
 }
 
 TEST_F(ProcessesTest, ReadsAPipedChildByLineAndLetsItSeeItsInputEnd) {
-  auto child = processes_.StartPiped(Shell("printf 'root=http\\r\\n\\nlast'; cat; touch gone"));
+  auto child = processes_.StartPiped(
+      {"/bin/sh", {"-c", "printf 'root=http\\r\\n\\nlast'; cat; touch gone"}, home_.Path()});
   EXPECT_EQ(child->ReadLine(10'000), "root=http");
   EXPECT_EQ(child->ReadLine(10'000), "");
   EXPECT_EQ(child->ReadLine(1), std::nullopt);  // no whole line yet

@@ -1,41 +1,37 @@
 #include "protocol/form.h"
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include "base/text.h"
+#include "protocol/account.h"
 #include "tests/protocol/random_text.h"
 
 namespace protocol {
 namespace {
 
-using Found = std::optional<std::string>;
-
-struct Case {
-  const char* body;
-  const char* name;
-  Found plain;
-  Found browser;
-};
-
 TEST(Form, ReadsBodiesOfTheProgramAndOfABrowser) {
-  const Case cases[] = {
-      {"key=a&s=I%20am", "s", "I am", "I am"},
-      {"s=1+1", "s", "1+1", "1 1"},
-      {"s=1%2B1", "s", "1+1", "1+1"},
-      {"s=a=b=c&t=", "s", "a=b=c", "a=b=c"},
-      {"s=a=b&t=", "t", "", ""},
-      {"s=100%&t=%4", "s", "100%", "100%"},
-      {"s=100%&t=%4", "t", "%4", "%4"},
-      {"s=%zz%-1%C3%a9", "s", "%zz%-1\xC3\xA9", "%zz%-1\xC3\xA9"},
-      {"s=first&s=second", "s", "first", "first"},
-      {"&&=x&nothing&s=1&", "s", "1", "1"},
-      {"nothing", "nothing", std::nullopt, std::nullopt},
-      {"", "s", std::nullopt, std::nullopt},
+  const struct {
+    const char *body, *name;
+    std::optional<std::string> value;
+  } cases[] = {
+      {"key=a&s=I%20am", "s", "I am"},
+      {"s=1%2B1", "s", "1+1"},
+      {"s=a=b=c&t=", "s", "a=b=c"},
+      {"s=a=b&t=", "t", ""},
+      {"s=100%&t=%4", "s", "100%"},
+      {"s=100%&t=%4", "t", "%4"},
+      {"s=%zz%-1%C3%a9", "s", "%zz%-1\xC3\xA9"},
+      {"s=first&s=second", "s", "first"},
+      {"&&=x&nothing&s=1&", "s", "1"},
+      {"nothing", "nothing", std::nullopt},
+      {"", "s", std::nullopt},
   };
-  for (const Case& each : cases) {
-    EXPECT_EQ(Form::Plain(each.body).Find(each.name), each.plain) << each.body;
-    EXPECT_EQ(Form::Browser(each.body).Find(each.name), each.browser) << each.body;
+  for (const auto& [body, name, value] : cases) {
+    EXPECT_EQ(Form::Plain(body).Find(name), value) << body;
+    EXPECT_EQ(Form::Browser(body).Find(name), value) << body;
   }
+  EXPECT_EQ(Form::Plain("s=1+1").Find("s"), "1+1");
+  EXPECT_EQ(Form::Browser("s=1+1").Find("s"), "1 1");
 }
 
 TEST(Form, ReadsWhatIsWritten) {
@@ -84,15 +80,23 @@ TEST(Form, RefusesWhatAFieldMayNotHold) {
       {"s=%7F", "ERR_BAD_TEXT"},    {std::string("s=a\0b", 5), "ERR_BAD_TEXT"},
   };
   for (const auto& [body, word] : cases) {
-    try {
-      ADD_FAILURE() << body << " gave " << Form::Plain(body).Required("s", 8);
-    } catch (const Refusal& refusal) {
-      EXPECT_STREQ(refusal.what(), word) << body;
-    }
+    EXPECT_THAT([form = Form::Plain(body)] { return form.Required("s", 8); },
+                ::testing::ThrowsMessage<Refusal>(::testing::StrEq(word)))
+        << body;
   }
   EXPECT_EQ(Form::Plain("s=12345678").Required("s", 8), "12345678");
   EXPECT_EQ(Form::Plain("s=").Required("s", 8), "");
   EXPECT_EQ(Form::Plain("s=a\nb").Required("s", 8, "\n"), "a\nb");
+}
+
+TEST(Account, RemovesDashesAndBlanksFromANumber) {
+  EXPECT_EQ(CleanAccount(" 12-34 5-"), "12345");
+  for (const char* number : {"1234567890", "a.b_C1"}) EXPECT_TRUE(IsAccountNumber(CleanAccount(number)));
+  for (const std::string number : {"", "--", "' OR 1=1", "王小明", "1/2"}) {
+    EXPECT_FALSE(IsAccountNumber(CleanAccount(number))) << number;
+  }
+  EXPECT_TRUE(IsAccountNumber(std::string(32, '1')));
+  EXPECT_FALSE(IsAccountNumber(std::string(33, '1')));
 }
 
 }  // namespace

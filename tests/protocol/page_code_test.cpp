@@ -78,7 +78,7 @@ TEST(PageCode, RefusesWrongContentBeforeFittingCheckDigits) {
       "gO",              // no hexadecimal digits
       "0O",              // lead byte 0xFF
       "06O",             // a leading zero
-      "64O6",            // nothing behind the plain head
+      "64O6",            // nothing after the plain head
       "64O60",           // half of the number
       "64O602",          // no Base64
       "64O603jRPNjVPN",  // a number that does not fit the length

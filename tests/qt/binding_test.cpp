@@ -14,9 +14,9 @@ using testing::ElementsAre;
 
 namespace {
 
-TEST(Binding, WhatWasDrawnFlowsIntoTheModels) {
-  ShownSample sample;
-  FrmSample& form = *sample.form;
+using Binding = SampleTest;
+
+TEST_F(Binding, WhatWasDrawnFlowsIntoTheModels) {
   EXPECT_EQ(form.Width, 400 * 15);
   EXPECT_EQ(form.Height, 300 * 15);
   EXPECT_EQ(form.Caption(), "Sample");
@@ -28,12 +28,10 @@ TEST(Binding, WhatWasDrawnFlowsIntoTheModels) {
   EXPECT_TRUE(form.picButtons(0).Visible);
   EXPECT_TRUE(form.chkMode.Value);
   EXPECT_TRUE(form.optSize(0).Value);
-  EXPECT_THAT(sample.machine.windows.Find(form)->Problems(), ElementsAre());
+  EXPECT_THAT(machine.windows.Find(form)->Problems(), ElementsAre());
 }
 
-TEST(Binding, ModelsMoveTheirWidgets) {
-  ShownSample sample;
-  FrmSample& form = *sample.form;
+TEST_F(Binding, ModelsMoveTheirWidgets) {
   form.cmdOK.Left = 3000;
   form.cmdOK.Caption = "好";
   form.cmdOK.Enabled = false;
@@ -44,22 +42,20 @@ TEST(Binding, ModelsMoveTheirWidgets) {
   form.Left = 1500;
   form.Top = 3000;
   form.Width = 7500;
-  sample.machine.loop.DoEvents();
-  auto& button = static_cast<QPushButton&>(sample.machine.Widget(form.cmdOK));
-  auto& label = static_cast<QLabel&>(sample.machine.Widget(form.lblTitle));
+  machine.loop.DoEvents();
+  auto& button = static_cast<QPushButton&>(Widget(form.cmdOK));
+  auto& label = static_cast<QLabel&>(Widget(form.lblTitle));
   EXPECT_EQ(button.x(), 200);
   EXPECT_EQ(button.text(), "好");
   EXPECT_FALSE(button.isEnabled());
   EXPECT_EQ(label.text(), "一\n二");
   EXPECT_TRUE(label.alignment() & Qt::AlignHCenter);
-  EXPECT_EQ(static_cast<QComboBox&>(sample.machine.Widget(form.cboList)).currentText(), "乙");
-  EXPECT_EQ(sample.machine.windows.Find(form)->Frame().ContentGeometry(), QRect(100, 200, 500, 300));
+  EXPECT_EQ(static_cast<QComboBox&>(Widget(form.cboList)).currentText(), "乙");
+  EXPECT_EQ(Frame().ContentGeometry(), QRect(100, 200, 500, 300));
   EXPECT_EQ(form.resizes, 1);
 }
 
-TEST(Binding, PersonsActionsReachTheModelsBeforeTheirEvents) {
-  ShownSample sample;
-  FrmSample& form = *sample.form;
+TEST_F(Binding, PersonsActionsReachTheModelsBeforeTheirEvents) {
   std::vector<std::string> heard;
   form.chkMode.Click = [&] { heard.push_back(form.chkMode.Value ? "checked" : "cleared"); };
   form.optSize(1).Click = [&] {
@@ -68,18 +64,16 @@ TEST(Binding, PersonsActionsReachTheModelsBeforeTheirEvents) {
   form.cboList.Items = std::vector<std::string>{"甲", "乙"};
   form.cboList.Click = [&] { heard.push_back(form.cboList.Text()); };
   form.txtLine.Change = [&] { heard.push_back(form.txtLine.Text); };
-  QTest::mouseClick(&sample.machine.Widget(form.chkMode), Qt::LeftButton, {}, QPoint(8, 12));
-  QTest::mouseClick(&sample.machine.Widget(form.optSize(1)), Qt::LeftButton, {}, QPoint(8, 12));
-  sample.machine.Widget(form.cboList).setFocus();
-  QTest::keyClick(&sample.machine.Widget(form.cboList), Qt::Key_Down);
-  QTest::keyClicks(&sample.machine.Widget(form.txtLine), "ab");
+  QTest::mouseClick(&Widget(form.chkMode), Qt::LeftButton, {}, QPoint(8, 12));
+  QTest::mouseClick(&Widget(form.optSize(1)), Qt::LeftButton, {}, QPoint(8, 12));
+  Widget(form.cboList).setFocus();
+  QTest::keyClick(&Widget(form.cboList), Qt::Key_Down);
+  QTest::keyClicks(&Widget(form.txtLine), "ab");
   EXPECT_THAT(heard, ElementsAre("cleared", "small", "甲", "a", "ab"));
   EXPECT_EQ(form.txtLine.SelStart, 2);
 }
 
-TEST(Binding, PictureButtonsAreHoveredPressedAndClicked) {
-  ShownSample sample;
-  FrmSample& form = *sample.form;
+TEST_F(Binding, PictureButtonsAreHoveredPressedAndClicked) {
   std::vector<std::string> heard;
   auto& button = form.picButtons(0);
   button.MouseMove = [&] { heard.push_back("over"); };
@@ -87,48 +81,41 @@ TEST(Binding, PictureButtonsAreHoveredPressedAndClicked) {
   button.MouseUp = [&](int which) { heard.push_back("up " + std::to_string(which)); };
   button.Click = [&] { heard.push_back("click"); };
   form.picBG.MouseMove = [&] { heard.push_back("background"); };
-  QWidget& widget = sample.machine.Widget(button);
+  QWidget& widget = Widget(button);
   QTest::mouseMove(&widget, QPoint(5, 5));
   QTest::mouseClick(&widget, Qt::LeftButton, {}, QPoint(5, 5));
   QTest::mouseClick(&widget, Qt::RightButton, {}, QPoint(5, 5));
   QTest::mousePress(&widget, Qt::LeftButton, {}, QPoint(5, 5));
   QTest::mouseRelease(&widget, Qt::LeftButton, {}, QPoint(5, 500));
   QEvent leave(QEvent::Leave);
-  QCoreApplication::sendEvent(&sample.machine.windows.Find(form)->Frame(), &leave);
+  QCoreApplication::sendEvent(&Frame(), &leave);
   EXPECT_THAT(heard, ElementsAre("over", "down 1", "up 1", "click", "down 2", "up 2", "down 1", "up 1",
                                  "background"));
 }
 
-TEST(Binding, KeyboardReachesEveryButton) {
-  ShownSample sample;
-  FrmSample& form = *sample.form;
+TEST_F(Binding, KeyboardReachesEveryButton) {
   std::vector<std::string> heard;
+  const auto note = [&](const char* what) { return [&heard, what] { heard.emplace_back(what); }; };
   form.Hide();
-  form.picButtons(0).Click = [&] { heard.push_back("picture"); };
-  form.imgClose.Click = [&] { heard.push_back("close"); };
-  form.cmdOK.Click = [&] { heard.push_back("ok"); };
   // Handlers that were there before a form is first shown make a picture a stop of the Tab key.
-  Window<FrmSample> second{[&] {
-    auto made = std::make_shared<FrmSample>(sample.machine.machine);
-    made->picButtons(0).Click = [&heard] { heard.push_back("picture"); };
-    made->imgClose.Click = [&heard] { heard.push_back("close"); };
-    made->cmdOK.Click = [&heard] { heard.push_back("ok"); };
-    return made;
-  }};
+  Window<FrmSample> second{machine.machine};
+  second->picButtons(0).Click = note("picture");
+  second->imgClose.Click = note("close");
+  second->cmdOK.Click = note("ok");
   second->Show();
-  sample.machine.loop.DoEvents();
-  QWidget& picture = sample.machine.Widget(second->picButtons(0));
+  machine.loop.DoEvents();
+  QWidget& picture = Widget(second->picButtons(0));
   EXPECT_EQ(picture.focusPolicy(), Qt::TabFocus);
-  EXPECT_EQ(sample.machine.Widget(second->lblTitle).focusPolicy(), Qt::NoFocus);
-  EXPECT_EQ(sample.machine.Widget(second->imgClose).accessibleName(), "關閉");
+  EXPECT_EQ(Widget(second->lblTitle).focusPolicy(), Qt::NoFocus);
+  EXPECT_EQ(Widget(second->imgClose).accessibleName(), "關閉");
   QTest::keyClick(&picture, Qt::Key_Space);
   QTest::keyClick(&picture, Qt::Key_Return);
   QTest::keyClick(&picture, Qt::Key_Escape);
-  QTest::keyClick(&sample.machine.Widget(second->txtLine), Qt::Key_Return);
+  QTest::keyClick(&Widget(second->txtLine), Qt::Key_Return);
   EXPECT_THAT(heard, ElementsAre("picture", "picture", "close", "ok"));
 }
 
-TEST(Binding, MistakesOfAWindowFileAreNamed) {
+TEST(WindowFile, MistakesAreNamed) {
   class FrmBroken : public Form {
    public:
     explicit FrmBroken(Machine& theMachine) : Form(theMachine, "frmBroken") {}

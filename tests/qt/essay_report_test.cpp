@@ -33,29 +33,19 @@ class ShownReport {
     frmEssay.Alpha = 255;
     frmEssay.webHtml.Left = frmEssay.txtInput.Left;
     frmEssay.webHtml.Visible = true;
-    bool isComplete = false;
-    frmEssay.webHtml.DocumentComplete = [&](const std::string&) { isComplete = true; };
+    frmEssay.webHtml.DocumentComplete = [this](const std::string&) { isComplete_ = true; };
     frmEssay.webHtml.Write(Report());
-    program_.machine.Wait([&] { return isComplete; });
+    program_.machine.Wait([this] { return isComplete_; });
   }
 
-  /// Clicks down the page, a line lower each time, and from its top again, for a number of clicks or until
-  /// the archive was asked for.
-  void ClickDown(int from, int clicks) {
-    Timer next(program_.machine.loop, 50);
-    int done = 0;
-    next.onTick = [&] {
-      constexpr int kLeft = 180;
-      constexpr int kLine = 9;
-      constexpr int kLines = 14;
-      ClickAt({kLeft, from + done++ % kLines * kLine});
-    };
-    next.Enabled = true;
-    program_.machine.Wait([&] { return done >= clicks || !Asked().empty(); });
-  }
+  WebBrowser& Pane() { return program_.composition.essay.frmEssay->webHtml; }
   void ClickAt(const QPoint& where) {
-    QWidget& view = program_.machine.Widget(program_.composition.essay.frmEssay->webHtml);
-    QTest::mouseClick(view.focusProxy()->focusProxy(), Qt::LeftButton, {}, where);
+    QTest::mouseClick(program_.machine.Widget(Pane()).focusProxy()->focusProxy(), Qt::LeftButton, {}, where);
+  }
+  /// Clicks below the sentence, for a number of clicks or until the archive was asked for.
+  void ClickBelow(int most) {
+    ClickDown(program_, Pane(), {180, 50}, 14,
+              [&](int clicks) { return clicks >= most || !Asked().empty(); });
   }
   std::string Asked() {
     if (!program_.composition.frmBrowser.IsLoaded()) return "";
@@ -63,16 +53,16 @@ class ShownReport {
   }
 
  private:
+  bool isComplete_ = false;
   WindowedProgram program_;
 };
 
 TEST(EssayReport, OpensItsListsAndLeadsToTheArchive) {
-  constexpr int kBelowTheSentence = 50;
   ShownReport report;
-  report.ClickDown(kBelowTheSentence, 14);
+  report.ClickBelow(14);
   EXPECT_EQ(report.Asked(), "");  // the list is closed
   report.ClickAt({40, 24});
-  report.ClickDown(kBelowTheSentence, 2000);
+  report.ClickBelow(2000);
   EXPECT_THAT(report.Asked(), ::testing::HasSubstr("&checksum=" + base::SlotMd5("Hegohome.") + "&"));
 }
 

@@ -1,5 +1,7 @@
 #include "tests/qt/program_windows.h"
 
+#include <QTest>
+
 #include "base/day.h"
 #include "tests/records/record_store.h"
 #include "tests/support/realistic_records.h"
@@ -15,6 +17,16 @@ Form& Opaque(Form& form) {
   return form;
 }
 
+template <auto kWindow>
+Form& ShowPlain(WindowedProgram& program) {
+  return Opaque(*(program.composition.*kWindow));
+}
+
+template <auto kWindow>
+Form& ShowOfEssays(WindowedProgram& program) {
+  return Opaque(*(program.composition.essay.*kWindow));
+}
+
 Form& ShowMain(WindowedProgram& program, bool extended) {
   FrmMain& frmMain = *program.composition.frmMain;
   frmMain.tmrTransparentForm.Enabled = false;
@@ -26,14 +38,15 @@ Form& ShowMain(WindowedProgram& program, bool extended) {
   return form;
 }
 
-Form& ShowSentence(WindowedProgram& program, const std::string& sentence, Color color) {
+Form& ShowFaultySentence(WindowedProgram& program) {
+  const std::string sentence = "He go to school every day.";
   Form& form = ShowMain(program, true);
   FrmMain& frmMain = *program.composition.frmMain;
   frmMain.SetInputTextStyle(1);
   frmMain.txtInput.Text = sentence;
   frmMain.txtInput.SelStart = 0;
   frmMain.txtInput.SelLength = int(sentence.size());
-  frmMain.txtInput.SelColor = color;
+  frmMain.txtInput.SelColor = Rgb(255, 60, 60);
   frmMain.txtInput.SelLength = 0;
   frmMain.imgMenu(1).Picture = frmMain.imgBtnOver(1).Picture;
   frmMain.imgMenu(3).Picture = frmMain.imgBtnOn(3).Picture;
@@ -172,14 +185,25 @@ WindowedProgram::WindowedProgram() : composition(machine.machine, InstallationVa
   composition.program.app.gInputFontSize = 12;
 }
 
+void ClickDown(WindowedProgram& program, const WebBrowser& pane, const QPoint& from, int lines,
+               const std::function<bool(int clicks)>& isMet) {
+  constexpr int kLine = 9;
+  Timer next(program.machine.loop, 60);
+  int clicks = 0;
+  next.onTick = [&] {
+    QWidget* const inner = program.machine.Widget(pane).focusProxy();
+    if (inner == nullptr) return;
+    QTest::mouseClick(inner->focusProxy(), Qt::LeftButton, {}, from + QPoint(0, clicks++ % lines * kLine));
+  };
+  next.Enabled = true;
+  program.machine.Wait([&] { return isMet(clicks); });
+}
+
 const std::vector<ShownWindow>& ProgramWindows() {
   static const std::vector<ShownWindow> windows{
       {"frmMain", [](WindowedProgram& p) -> Form& { return ShowMain(p, false); }},
       {"frmMain-menu", [](WindowedProgram& p) -> Form& { return ShowMain(p, true); }},
-      {"frmMain-faulty",
-       [](WindowedProgram& p) -> Form& {
-         return ShowSentence(p, "He go to school every day.", Rgb(255, 60, 60));
-       }},
+      {"frmMain-faulty", ShowFaultySentence},
       {"frmMain-essay",
        [](WindowedProgram& p) -> Form& {
          Form& form = ShowMain(p, false);
@@ -191,35 +215,33 @@ const std::vector<ShownWindow>& ProgramWindows() {
        [](WindowedProgram& p) -> Form& { return ShowMessage(p, Message::kReinstallRefused); }},
       {"frmMessage-progress", ShowProgress},
       {"frmSplash", ShowSplash},
-      {"frmMenu", [](WindowedProgram& p) -> Form& { return Opaque(*p.composition.frmMenu); }},
-      {"frmDebug", [](WindowedProgram& p) -> Form& { return Opaque(*p.composition.frmDebug); }},
-      {"frmErrSentence", [](WindowedProgram& p) -> Form& { return Opaque(*p.composition.frmErrSentence); }},
-      {"frmSetup", [](WindowedProgram& p) -> Form& { return Opaque(*p.composition.frmSetup); }},
-      {"frmSyncLogin", [](WindowedProgram& p) -> Form& { return Opaque(*p.composition.frmSyncLogin); }},
-      {"frmPassword", [](WindowedProgram& p) -> Form& { return Opaque(*p.composition.frmPassword); }},
-      {"frmFeedback", [](WindowedProgram& p) -> Form& { return Opaque(*p.composition.frmFeedback); }},
-      {"frmPublisher", [](WindowedProgram& p) -> Form& { return Opaque(*p.composition.frmPublisher); }},
-      {"frmXQDLogin", [](WindowedProgram& p) -> Form& { return Opaque(*p.composition.frmXQDLogin); }},
+      {"frmMenu", ShowPlain<&Composition::frmMenu>},
+      {"frmDebug", ShowPlain<&Composition::frmDebug>},
+      {"frmErrSentence", ShowPlain<&Composition::frmErrSentence>},
+      {"frmSetup", ShowPlain<&Composition::frmSetup>},
+      {"frmSyncLogin", ShowPlain<&Composition::frmSyncLogin>},
+      {"frmPassword", ShowPlain<&Composition::frmPassword>},
+      {"frmFeedback", ShowPlain<&Composition::frmFeedback>},
+      {"frmPublisher", ShowPlain<&Composition::frmPublisher>},
+      {"frmXQDLogin", ShowPlain<&Composition::frmXQDLogin>},
       {"frmDiary", [](WindowedProgram& p) -> Form& { return ShowDiary(p, 0); }},
       {"frmDiary-charts", [](WindowedProgram& p) -> Form& { return ShowDiary(p, 1); }},
       {"frmSentences", ShowSentences},
       {"frmErrList", ShowErrList},
-      {"frmBindSelect", [](WindowedProgram& p) -> Form& { return Opaque(*p.composition.frmBindSelect); }},
+      {"frmBindSelect", ShowPlain<&Composition::frmBindSelect>},
       {"frmEssayInputEdu", [](WindowedProgram& p) -> Form& { return ShowTopics(p, "MRV", 2); }},
       {"frmEssayInputEdu-assigned", [](WindowedProgram& p) -> Form& { return ShowTopics(p, "XQD", 1); }},
-      {"frmEssayInputForm",
-       [](WindowedProgram& p) -> Form& { return Opaque(*p.composition.essay.frmEssayInputForm); }},
+      {"frmEssayInputForm", ShowOfEssays<&EssayContext::frmEssayInputForm>},
       {"frmEssayCollect", ShowCollection},
       {"frmEssay", [](WindowedProgram& p) -> Form& { return ShowEssay(p, false); }},
       {"frmEssay-walk", [](WindowedProgram& p) -> Form& { return ShowEssay(p, true); }},
-      {"frmEssayCompare",
-       [](WindowedProgram& p) -> Form& { return Opaque(*p.composition.essay.frmEssayCompare); }},
+      {"frmEssayCompare", ShowOfEssays<&EssayContext::frmEssayCompare>},
       {"frmCollocation", [](WindowedProgram& p) -> Form& { return ShowWordHelper(p, 0); }},
       {"frmCollocation-examples", [](WindowedProgram& p) -> Form& { return ShowWordHelper(p, 1); }},
       {"frmCollocation-partners", [](WindowedProgram& p) -> Form& { return ShowWordHelper(p, 2); }},
       {"frmCollocation-synonyms", [](WindowedProgram& p) -> Form& { return ShowWordHelper(p, 3); }},
       {"frmSuggest", ShowSuggest},
-      {"frmBrowser", [](WindowedProgram& p) -> Form& { return Opaque(*p.composition.frmBrowser); }},
+      {"frmBrowser", ShowPlain<&Composition::frmBrowser>},
   };
   return windows;
 }

@@ -13,7 +13,7 @@
 
 namespace marovane {
 
-/// A program with real windows and nothing behind them.
+/// A program with real windows and no server.
 struct WindowedProgram {
   WindowedProgram();
 
@@ -22,9 +22,14 @@ struct WindowedProgram {
   FakeSplash splash{composition.program.machine};
 };
 
+/// Clicks down a page of a real engine, a line lower each time and from the first line again, until the
+/// condition holds, which gets the number of clicks.
+void ClickDown(WindowedProgram& program, const WebBrowser& pane, const QPoint& from, int lines,
+               const std::function<bool(int clicks)>& isMet);
+
 struct ShownWindow {
   std::string name;  ///< window and state, for messages and file names
-  /// Brings the window up and gives it.
+  /// Brings the window up and returns it.
   std::function<Form&(WindowedProgram&)> show;
 };
 

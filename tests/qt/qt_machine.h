@@ -20,7 +20,7 @@ inline base::Html OwnScript(const base::Html& code) {
   return base::Fill("<script nonce='{}'>{}</script>", PageNonce(), code);
 }
 
-/// Windows come from the folder given; the web engine from the build.
+/// Windows come from this folder, the web engine from the build.
 struct QtMachine {
   explicit QtMachine(const QString& uiFolder)
       : windows(loop, {.uiFolder = uiFolder,

@@ -1,6 +1,8 @@
 // A form with one control of each kind, in a machine with real windows.
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <QTest>
 #include <QTextEdit>
 
@@ -30,17 +32,25 @@ class FrmSample : public Form {
   int resizes = 0;
 };
 
-/// One sample form, shown.
-struct ShownSample {
-  ShownSample() {
-    form->Show();
+/// One sample form, shown, for each case.
+class SampleTest : public testing::Test {
+ protected:
+  SampleTest() {
+    form.Show();
     machine.loop.DoEvents();
   }
-  QTextEdit& Edit() { return static_cast<QTextEdit&>(machine.Widget(form->txtInput)); }
+  QWidget& Widget(const Control& control) { return machine.Widget(control); }
+  WindowFrame& Frame() { return machine.windows.Find(form)->Frame(); }
+  QTextEdit& Edit() { return static_cast<QTextEdit&>(Widget(form.txtInput)); }
   void Type(const QString& text) { QTest::keyClicks(&Edit(), text); }
+  void Select(int start, int length) {
+    form.txtInput.SelStart = start;
+    form.txtInput.SelLength = length;
+  }
 
   QtMachine machine{MAROVANE_TEST_UI_FOLDER};
-  Window<FrmSample> form{[this] { return std::make_shared<FrmSample>(machine.machine); }};
+  Window<FrmSample> window{machine.machine};
+  FrmSample& form = *window;
 };
 
 }  // namespace marovane

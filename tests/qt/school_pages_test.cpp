@@ -3,7 +3,7 @@
 
 #include <QTest>
 
-#include "core/assignment_urls.h"
+#include "core/server_access.h"
 #include "server/store/record_store.h"
 #include "server/store/school_store.h"
 #include "tests/qt/program_windows.h"
@@ -12,8 +12,6 @@
 namespace marovane {
 
 namespace {
-
-using testing::HasSubstr;
 
 constexpr const char* kPupil = "S01";
 constexpr const char* kTopic = "w1";
@@ -39,30 +37,16 @@ class SchoolPages : public testing::Test {
     program_.composition.program.hall.frmEssay.LeadsTo([this]() -> Essay& { return essays_; });
   }
 
-  /// Clicks down a page, a line lower each time, until a link has led on.
-  void ClickDown(const WebBrowser& pane, int left, const std::function<bool()>& isMet) {
-    Timer next(program_.machine.loop, 60);
-    int line = 0;
-    next.onTick = [&] {
-      QWidget* const inner = program_.machine.Widget(pane).focusProxy();
-      constexpr int kLine = 9;
-      constexpr int kLines = 60;
-      if (inner != nullptr)
-        QTest::mouseClick(inner->focusProxy(), Qt::LeftButton, {}, {left, line++ % kLines * kLine});
-    };
-    next.Enabled = true;
-    program_.machine.Wait(isMet);
-  }
-
-  struct AskedEssays : public Essay {
-    explicit AskedEssays(Form& form) : form_(form) {}
-    Form& AsForm() override { return form_; }
+  class AskedEssays : public FakeForm<Essay> {
+   public:
+    using FakeForm::FakeForm;
     void ShowEssay(const std::string& essayId) override { asked = essayId; }
     std::string asked;
-
-   private:
-    Form& form_;
   };
+
+  static bool IsAt(const WebBrowser& pane, const char* page) {
+    return pane.LocationURL().find(page) != std::string::npos;
+  }
 
   std::filesystem::path Folder() {
     const auto folder = std::filesystem::path(program_.machine.home.Path()) / "school";
@@ -73,23 +57,23 @@ class SchoolPages : public testing::Test {
   WindowedProgram program_;
   RealServer school_;
   FrmBrowser& frmBrowser_ = *program_.composition.frmBrowser;
-  AskedEssays essays_{frmBrowser_};
+  AskedEssays essays_{program_.machine.machine, "frmEssay"};
 };
 
 TEST_F(SchoolPages, LeadFromTheQuestionToTheCommentAndBackAndToTheReport) {
-  frmBrowser_.GoNavigate(QuestionUrl(program_.composition.program, kTopic), 1);
-  ClickDown(frmBrowser_.webMain, 40, [&] {
-    return frmBrowser_.webOther.LocationURL().find("p_get_essay_work_teacher.asp") != std::string::npos;
-  });
-  EXPECT_TRUE(frmBrowser_.webOther.Visible);
+  constexpr int kLines = 60;
   constexpr int kSecondLink = 190;
-  ClickDown(frmBrowser_.webOther, kSecondLink, [&] { return !essays_.asked.empty(); });
+  frmBrowser_.GoNavigate(QuestionUrl(program_.composition.program, kTopic), 1);
+  ClickDown(program_, frmBrowser_.webMain, {40, 0}, kLines,
+            [&](int) { return IsAt(frmBrowser_.webOther, "p_get_essay_work_teacher.asp"); });
+  EXPECT_TRUE(frmBrowser_.webOther.Visible);
+  ClickDown(program_, frmBrowser_.webOther, {kSecondLink, 0}, kLines,
+            [&](int) { return !essays_.asked.empty(); });
   EXPECT_EQ(essays_.asked, kEssay);
-  EXPECT_THAT(frmBrowser_.webOther.LocationURL(), HasSubstr("p_get_essay_work_teacher.asp"));
+  EXPECT_TRUE(IsAt(frmBrowser_.webOther, "p_get_essay_work_teacher.asp"));
   frmBrowser_.webMain.Navigate("about:blank");
-  ClickDown(frmBrowser_.webOther, 40, [&] {
-    return frmBrowser_.webMain.LocationURL().find("p_mrv_get_essay_work.asp") != std::string::npos;
-  });
+  ClickDown(program_, frmBrowser_.webOther, {40, 0}, kLines,
+            [&](int) { return IsAt(frmBrowser_.webMain, "p_mrv_get_essay_work.asp"); });
   EXPECT_TRUE(frmBrowser_.webMain.Visible);
 }
 

@@ -19,38 +19,37 @@ using testing::ElementsAre;
 
 namespace {
 
-TEST(QtWindows, ModalFormAloneTakesInputUntilItGoes) {
-  ShownSample sample;
-  FrmSample& form = *sample.form;
-  Window<FrmSample> box{[&] { return std::make_shared<FrmSample>(sample.machine.machine); }};
+using QtWindowsTest = SampleTest;
+using QtLoopTest = SampleTest;
+
+TEST_F(QtWindowsTest, ModalFormAloneAcceptsInputUntilItGoes) {
+  Window<FrmSample> box{machine.machine};
   std::vector<std::string> heard;
   form.cmdOK.Click = [&] { heard.push_back("behind"); };
   box->cmdOK.Click = [&] {
     heard.push_back("box");
     box.Unload();
   };
-  Timer timer(sample.machine.loop, 1);
+  Timer timer(machine.loop, 1);
   timer.onTick = [&] {
     timer.Enabled = false;
-    QTest::mouseClick(&sample.machine.Widget(form.cmdOK), Qt::LeftButton);
-    QTest::keyClicks(&sample.machine.Widget(form.txtLine), "no");
-    QTest::mouseClick(&sample.machine.Widget(box->cmdOK), Qt::LeftButton);
+    QTest::mouseClick(&Widget(form.cmdOK), Qt::LeftButton);
+    QTest::keyClicks(&Widget(form.txtLine), "no");
+    QTest::mouseClick(&Widget(box->cmdOK), Qt::LeftButton);
   };
   timer.Enabled = true;
   box->ShowModal();
   EXPECT_THAT(heard, ElementsAre("box"));
   EXPECT_EQ(form.txtLine.Text(), "");
   EXPECT_TRUE(form.AcceptsInput());
-  QTest::mouseClick(&sample.machine.Widget(form.cmdOK), Qt::LeftButton);
+  QTest::mouseClick(&Widget(form.cmdOK), Qt::LeftButton);
   EXPECT_THAT(heard, ElementsAre("box", "behind"));
 }
 
-TEST(QtWindows, DisabledFormIsDeafAndLooksAsEver) {
-  ShownSample sample;
-  FrmSample& form = *sample.form;
+TEST_F(QtWindowsTest, DisabledFormIsDeafAndLooksAsEver) {
   int clicks = 0;
   form.cmdOK.Click = [&] { ++clicks; };
-  QWidget& button = sample.machine.Widget(form.cmdOK);
+  QWidget& button = Widget(form.cmdOK);
   form.Enabled = false;
   QTest::mouseClick(&button, Qt::LeftButton);
   EXPECT_EQ(clicks, 0);
@@ -60,42 +59,39 @@ TEST(QtWindows, DisabledFormIsDeafAndLooksAsEver) {
   EXPECT_EQ(clicks, 1);
 }
 
-TEST(QtWindows, FocusAndActivationAreTold) {
-  ShownSample sample;
-  FrmSample& form = *sample.form;
+TEST_F(QtWindowsTest, FocusAndActivationAreReported) {
   std::vector<std::string> heard;
   form.txtInput.GotFocus = [&] { heard.push_back("input got"); };
   form.txtInput.LostFocus = [&] { heard.push_back("input lost"); };
   form.txtLine.GotFocus = [&] { heard.push_back("line got"); };
   form.txtInput.SetFocus();
-  QTest::mouseClick(&sample.machine.Widget(form.txtLine), Qt::LeftButton);
+  QTest::mouseClick(&Widget(form.txtLine), Qt::LeftButton);
   EXPECT_THAT(heard, ElementsAre("input got", "input lost", "line got"));
   EXPECT_EQ(form.activations, 1);
-  Window<FrmSample> other{[&] { return std::make_shared<FrmSample>(sample.machine.machine); }};
+  Window<FrmSample> other{machine.machine};
   other->Show();
-  sample.machine.loop.DoEvents();
-  EXPECT_EQ(sample.machine.windows.Active(), &*other);
+  machine.loop.DoEvents();
+  EXPECT_EQ(machine.windows.Active(), &*other);
   other->Hide();
-  sample.machine.Wait([&] { return sample.machine.windows.Active() == &form; });
+  machine.Wait([&] { return machine.windows.Active() == &form; });
   EXPECT_EQ(form.activations, 2);
 }
 
-TEST(QtWindows, ComingBackFromAnotherProgramIsToldUnlessAWindowIsPointedAt) {
-  ShownSample sample;
+TEST_F(QtWindowsTest, ComingBackFromAnotherProgramIsReportedUnlessAWindowIsPointedAt) {
   const auto comeBack = [&](const QPoint& mouse) {
     QCursor::setPos(mouse);
-    sample.machine.activations = 0;
+    machine.activations = 0;
     Q_EMIT qApp->applicationStateChanged(Qt::ApplicationInactive);
     Q_EMIT qApp->applicationStateChanged(Qt::ApplicationActive);
-    sample.machine.loop.DoEvents();
-    return sample.machine.activations;
+    machine.loop.DoEvents();
+    return machine.activations;
   };
-  const QRect window = sample.machine.windows.Find(*sample.form)->Frame().geometry();
+  const QRect window = Frame().geometry();
   const QPoint beside = window.bottomRight() + QPoint(50, 50);
   EXPECT_EQ(comeBack(beside), 1);
   EXPECT_EQ(comeBack(window.center()), 0) << "a click chooses its window";
-  Window<FrmSample> box{[&] { return std::make_shared<FrmSample>(sample.machine.machine); }};
-  Timer user(sample.machine.loop, 1);
+  Window<FrmSample> box{machine.machine};
+  Timer user(machine.loop, 1);
   user.onTick = [&] {
     user.Enabled = false;
     EXPECT_EQ(comeBack(beside), 0) << "the question is in front";
@@ -105,56 +101,51 @@ TEST(QtWindows, ComingBackFromAnotherProgramIsToldUnlessAWindowIsPointedAt) {
   box->ShowModal();
 }
 
-TEST(QtWindows, WindowOffTheScreenIsHiddenAndComesBack) {
-  ShownSample sample;
-  FrmSample& form = *sample.form;
+TEST_F(QtWindowsTest, WindowOffTheScreenIsHiddenAndComesBack) {
   form.Left = 1500;
-  WindowFrame& frame = sample.machine.windows.Find(form)->Frame();
+  WindowFrame& frame = Frame();
   form.Left = -20000;
   EXPECT_FALSE(frame.isVisible());
   EXPECT_TRUE(form.Visible);
-  sample.machine.loop.DoEvents();
+  machine.loop.DoEvents();
   EXPECT_EQ(form.Left, -20000);
   form.Left = 1500;
   EXPECT_TRUE(frame.isVisible());
   EXPECT_EQ(frame.ContentGeometry().left(), 100);
 }
 
-TEST(QtWindows, MinimisedWindowComesBackWhenItIsShownAgain) {
-  ShownSample sample;
-  WindowFrame& frame = sample.machine.windows.Find(*sample.form)->Frame();
+TEST_F(QtWindowsTest, MinimisedWindowComesBackWhenItIsShownAgain) {
+  WindowFrame& frame = Frame();
   frame.showMinimized();
   ASSERT_TRUE(frame.isMinimized());
-  sample.form->Show();
+  form.Show();
   EXPECT_TRUE(frame.isVisible() && !frame.isMinimized());
 }
 
-TEST(QtWindows, FormMayUnloadItselfInItsOwnClick) {
-  ShownSample sample;
-  sample.form->cmdOK.Click = [&] { sample.form->Unload(); };
-  QPointer<QWidget> button = &sample.machine.Widget(sample.form->cmdOK);
+TEST_F(QtWindowsTest, FormMayUnloadItselfInItsOwnClick) {
+  form.cmdOK.Click = [&] { form.Unload(); };
+  QPointer<QWidget> button = &Widget(form.cmdOK);
   QTest::mouseClick(button.data(), Qt::LeftButton);
-  EXPECT_FALSE(sample.form.IsLoaded());
-  sample.machine.Wait([&] { return button.isNull(); });
+  EXPECT_FALSE(window.IsLoaded());
+  machine.Wait([&] { return button.isNull(); });
 }
 
-TEST(QtWindows, ViewOfAFormThatGoesWhileItsHandlerWaitsStaysUntilTheHandlerHasReturned) {
-  ShownSample sample;
-  const QPointer<QWidget> button = &sample.machine.Widget(sample.form->cmdOK);
-  Timer other(sample.machine.loop, 1);
+TEST_F(QtWindowsTest, ViewOfAFormThatGoesWhileItsHandlerWaitsStaysUntilTheHandlerHasReturned) {
+  const QPointer<QWidget> button = &Widget(form.cmdOK);
+  Timer other(machine.loop, 1);
   other.onTick = [&] {
     other.Enabled = false;
-    sample.form.Unload();
+    window.Unload();
   };
-  sample.form->cmdOK.Click = [&] {
+  form.cmdOK.Click = [&] {
     other.Enabled = true;
-    sample.machine.Wait([&] { return !sample.form.IsLoaded(); });
-    sample.machine.loop.DoEvents();
+    machine.Wait([&] { return !window.IsLoaded(); });
+    machine.loop.DoEvents();
     EXPECT_TRUE(button);
   };
   QTest::mouseClick(button.data(), Qt::LeftButton);
   EXPECT_TRUE(button) << "its click has only just returned";
-  sample.machine.Wait([&] { return button.isNull(); });
+  machine.Wait([&] { return button.isNull(); });
 }
 
 TEST(QtWindows, FormThatDiesWithItsOwnerIsLeftAlone) {
@@ -170,12 +161,10 @@ TEST(QtWindows, FormThatDiesWithItsOwnerIsLeftAlone) {
   machine.Wait([&] { return view.isNull(); });
 }
 
-TEST(QtWindows, CloseAsksTheFormOrClicksItsCloseButton) {
-  ShownSample sample;
-  FrmSample& form = *sample.form;
+TEST_F(QtWindowsTest, CloseAsksTheFormOrClicksItsCloseButton) {
   std::vector<std::string> heard;
   form.imgClose.Click = [&] { heard.push_back("close button"); };
-  WindowFrame& frame = sample.machine.windows.Find(form)->Frame();
+  WindowFrame& frame = Frame();
   frame.close();
   form.QueryClose = [&] { heard.push_back("asked"); };
   frame.close();
@@ -183,14 +172,12 @@ TEST(QtWindows, CloseAsksTheFormOrClicksItsCloseButton) {
   EXPECT_TRUE(frame.isVisible());
 }
 
-TEST(QtWindows, KeysAreSentToTheFocus) {
-  ShownSample sample;
-  FrmSample& form = *sample.form;
+TEST_F(QtWindowsTest, KeysAreSentToTheFocus) {
   std::vector<int> keys;
   form.txtInput.KeyDown = [&](int& key) { keys.push_back(key); };
   form.txtInput.SetFocus();
-  sample.machine.windows.SendKeys("{UP}");
-  sample.machine.windows.SendKeys("{DOWN}");
+  machine.windows.SendKeys("{UP}");
+  machine.windows.SendKeys("{DOWN}");
   EXPECT_THAT(keys, ElementsAre(38, 40));
 }
 
@@ -210,10 +197,8 @@ TEST(QtDesktop, FileDialogOfTheToolkitSpeaksChinese) {
   }
 }
 
-TEST(QtLoop, BlockingWorkLetsOnlyPicturesMove) {
-  ShownSample sample;
-  FrmSample& form = *sample.form;
-  QtLoop& loop = sample.machine.loop;
+TEST_F(QtLoopTest, BlockingWorkLetsOnlyPicturesMove) {
+  QtLoop& loop = machine.loop;
   std::atomic<int> frames = 0;
   int ticks = 0;
   std::vector<std::string> heard;
@@ -223,11 +208,11 @@ TEST(QtLoop, BlockingWorkLetsOnlyPicturesMove) {
     form.txtLine.Text = "painted ";
     // What the window system reports meanwhile waits until the work has ended.
     if (++frames != 1) return;
-    QTest::mouseClick(&sample.machine.Widget(form.cmdOK), Qt::LeftButton);
+    QTest::mouseClick(&Widget(form.cmdOK), Qt::LeftButton);
     QInputMethodEvent commit;
     commit.setCommitString("ab");
-    QCoreApplication::sendEvent(&sample.machine.Widget(form.txtLine), &commit);
-    sample.machine.windows.Find(form)->Frame().close();
+    QCoreApplication::sendEvent(&Widget(form.txtLine), &commit);
+    Frame().close();
   };
   ordinary.onTick = [&] { ++ticks; };
   form.cmdOK.Click = [&] { heard.push_back("click"); };
@@ -248,41 +233,37 @@ TEST(QtLoop, BlockingWorkLetsOnlyPicturesMove) {
   EXPECT_THROW(loop.RunBlocking([] { throw RunTimeError("no line"); }), RunTimeError);
 }
 
-TEST(QtLoop, FadeThatIsOverDuringARequestClosesItsWindowAfterIt) {
-  ShownSample sample;
-  FrmSample& form = *sample.form;
-  const QPointer<QWidget> button = &sample.machine.Widget(form.cmdOK);
+TEST_F(QtLoopTest, FadeThatIsOverDuringARequestClosesItsWindowAfterIt) {
+  const QPointer<QWidget> button = &Widget(form.cmdOK);
   std::atomic<int> dark = 0;
   const auto painting = form.Alpha.Watch([&](int alpha) { dark += alpha == 0 ? 1 : 0; });
   Fade fade(form);
   fade.ShowAtOnce();
   form.cmdOK.Click = [&] {
     fade.Out();
-    sample.machine.loop.RunBlocking([&] {
+    machine.loop.RunBlocking([&] {
       while (dark < 3) std::this_thread::yield();
     });
-    EXPECT_TRUE(sample.form.IsLoaded());
-    sample.machine.Wait([&] { return !sample.form.IsLoaded(); });
+    EXPECT_TRUE(window.IsLoaded());
+    machine.Wait([&] { return !window.IsLoaded(); });
   };
   QTest::mouseClick(button.data(), Qt::LeftButton);
-  EXPECT_FALSE(sample.form.IsLoaded());
-  sample.machine.Wait([&] { return button.isNull(); });
+  EXPECT_FALSE(window.IsLoaded());
+  machine.Wait([&] { return button.isNull(); });
 }
 
-TEST(QtLoop, ErrorsPassTheToolkitAndEndTheWait) {
-  ShownSample sample;
-  FrmSample& form = *sample.form;
+TEST_F(QtLoopTest, ErrorsPassTheToolkitAndEndTheWait) {
   form.cmdOK.Click = [] { throw RunTimeError("lost"); };
-  QTest::mouseClick(&sample.machine.Widget(form.cmdOK), Qt::LeftButton);
-  EXPECT_THROW(sample.machine.loop.DoEvents(), RunTimeError);
+  QTest::mouseClick(&Widget(form.cmdOK), Qt::LeftButton);
+  EXPECT_THROW(machine.loop.DoEvents(), RunTimeError);
   std::string told;
-  sample.machine.loop.onUnhandledError = [&](const std::exception& error) { told = error.what(); };
-  QTest::mouseClick(&sample.machine.Widget(form.cmdOK), Qt::LeftButton);
-  sample.machine.loop.DoEvents();
+  machine.loop.onUnhandledError = [&](const std::exception& error) { told = error.what(); };
+  QTest::mouseClick(&Widget(form.cmdOK), Qt::LeftButton);
+  machine.loop.DoEvents();
   EXPECT_EQ(told, "lost");
-  form.cmdOK.Click = [&] { sample.machine.loop.End(); };
-  sample.machine.loop.Post([&] { QTest::mouseClick(&sample.machine.Widget(form.cmdOK), Qt::LeftButton); });
-  EXPECT_THROW(sample.machine.Wait([] { return false; }), ProgramEnd);
+  form.cmdOK.Click = [&] { machine.loop.End(); };
+  machine.loop.Post([&] { QTest::mouseClick(&Widget(form.cmdOK), Qt::LeftButton); });
+  EXPECT_THROW(machine.Wait([] { return false; }), ProgramEnd);
 }
 
 TEST(QtLoop, OtherThreadsAndDescriptorsWakeIt) {

@@ -10,7 +10,8 @@
 #include "essay/report.h"
 #include "essay/topic_pages.h"
 #include "tests/qt/program_windows.h"
-#include "views/charts_page.h"
+#include "tests/qt/shown_page.h"
+#include "views/chart_drawing.h"
 #include "views/day_sentences_page.h"
 #include "views/error_statistics_page.h"
 #include "wordhelper/word_bank_text.h"
@@ -21,53 +22,22 @@ namespace {
 
 using testing::ElementsAre;
 
-class FrmPage : public Form {
- public:
-  explicit FrmPage(Machine& theMachine) : Form(theMachine, "frmPage") {}
-  WebBrowser webMain{*this, "webMain"};
-  CommandButton cmdGo{*this, "cmdGo"};
-};
-
 /// Shows pages together with a script that acts as their reader does and reports in the title.
-class ReadPage {
- public:
-  ReadPage() {
-    WebBrowser& web = form_->webMain;
-    web.BeforeNavigate2 = [this](const std::string& url, bool& cancel) {
-      commands.push_back(url);
-      cancel = url != "rem:clear";
-    };
-    web.DocumentComplete = [this](const std::string&) { isComplete = true; };
-    web.TitleChange = [this](const std::string& title) { report = title; };
-    form_->Show();
-  }
-  ReadPage(const base::Html& page, const base::Html& script) : ReadPage() { Write(page, script); }
-
+class WrittenPages : public testing::Test, protected ShownPage {
+ protected:
+  WrittenPages() { followsLinks = false; }
   void Write(const base::Html& page, const base::Html& script) {
-    report.clear();
-    form_->webMain.Write(base::Fill(
-        "{}{}", page, OwnScript(base::Fill("const at = id => document.getElementById(id);{}", script))));
+    titles.clear();
+    web.Write(base::Fill("{}{}", page,
+                         OwnScript(base::Fill("const at = id => document.getElementById(id);{}", script))));
   }
-
-  void WaitForReport() {
-    machine_.Wait([&] { return !report.empty(); });
+  std::string Report() {
+    machine.Wait([&] { return !LastTitle().empty(); });
+    return LastTitle();
   }
   void WaitForCommands(std::size_t count) {
-    machine_.Wait([&] { return commands.size() >= count && isComplete; });
+    machine.Wait([&] { return asked.size() >= count && completed > 0; });
   }
-  WebBrowser& Browser() { return form_->webMain; }
-  void ClickGo() {
-    form_->cmdGo.Click = [] {};
-    machine_.windows.Find(*form_)->Find(form_->cmdGo)->ClickIt();
-  }
-
-  std::vector<std::string> commands;
-  std::string report;
-  bool isComplete = false;
-
- private:
-  QtMachine machine_{MAROVANE_TEST_UI_FOLDER};
-  Window<FrmPage> form_{[this] { return std::make_shared<FrmPage>(machine_.machine); }};
 };
 
 /// What a reader does in a page, what comes of it, and what the page looks like then.
@@ -85,7 +55,7 @@ constexpr char kSteps[] =
     "const all = selector => [...document.querySelectorAll(selector)];"
     "const steps = (...all) => all.forEach((step, i) => setTimeout(step, 100 * i));";
 
-TEST(WrittenPages, DoWhatTheirAttributesSay) {
+TEST_F(WrittenPages, DoWhatTheirAttributesSay) {
   const EssayRow essay{.essayId = "7",
                        .workId = "w",
                        .quiz = {},
@@ -133,32 +103,31 @@ TEST(WrittenPages, DoWhatTheirAttributesSay) {
        {"cmd:suggest:b,SN", "cmd:suggest:a,SN"},
        "over,on,off true"},
   };
-  ReadPage page;
   for (const auto& use : uses) {
-    page.commands.clear();
-    page.Write(use.page, base::Fill("{}{}", base::Literal(kSteps), use.script));
-    page.WaitForReport();
-    page.WaitForCommands(use.commands.size());  // each reads the inputs of the page first, and comes later
-    EXPECT_EQ(page.report, use.report);
-    EXPECT_EQ(page.commands, use.commands);
+    asked.clear();
+    Write(use.page, base::Fill("{}{}", base::Literal(kSteps), use.script));
+    EXPECT_EQ(Report(), use.report);
+    WaitForCommands(use.commands.size());  // each reads the inputs of the page first, and comes later
+    EXPECT_EQ(asked, use.commands);
   }
 }
 
-TEST(WrittenPages, ADoubleClickTicksTheSentenceAndAsksForIt) {
-  ReadPage page(DaySentencesPage({{"11", "He’s \"here\"."}, {"12", "She reads."}}, {}),
-                base::Literal("document.querySelectorAll('a')[0].dispatchEvent("
-                              "new MouseEvent('dblclick', {bubbles: true}));"));
-  page.WaitForCommands(1);
-  EXPECT_THAT(page.commands, ElementsAre("cmd:passEngine"));
-  EXPECT_TRUE(page.Browser().Checked("chk1"));
-  EXPECT_FALSE(page.Browser().Checked("chk2"));
-  EXPECT_EQ(page.Browser().Value("rec1"), "He's \"here\".");
-  EXPECT_EQ(page.Browser().Value("chk2"), "12");
-  page.Browser().SetChecked({{"chk1", false}, {"chk2", true}, {"chk3", true}});
-  page.Browser().inputChecked.clear();
-  page.ClickGo();  // a click brings the marks over
-  EXPECT_FALSE(page.Browser().Checked("chk1"));
-  EXPECT_TRUE(page.Browser().Checked("chk2"));
+TEST_F(WrittenPages, ADoubleClickTicksTheSentenceAndAsksForIt) {
+  Write(DaySentencesPage({{"11", "He’s \"here\"."}, {"12", "She reads."}}, {}),
+        base::Literal("document.querySelectorAll('a')[0].dispatchEvent("
+                      "new MouseEvent('dblclick', {bubbles: true}));"));
+  WaitForCommands(1);
+  EXPECT_THAT(asked, ElementsAre("cmd:passEngine"));
+  EXPECT_TRUE(web.Checked("chk1"));
+  EXPECT_FALSE(web.Checked("chk2"));
+  EXPECT_EQ(web.Value("rec1"), "He's \"here\".");
+  EXPECT_EQ(web.Value("chk2"), "12");
+  web.SetChecked({{"chk1", false}, {"chk2", true}, {"chk3", true}});
+  web.inputChecked.clear();
+  form->cmdGo.Click = [] {};
+  machine.windows.Find(*form)->Find(form->cmdGo)->ClickIt();  // a click brings the marks over
+  EXPECT_FALSE(web.Checked("chk1"));
+  EXPECT_TRUE(web.Checked("chk2"));
 }
 
 // What somebody may have written into any column of any row, and into whatever a server says.
@@ -297,16 +266,14 @@ constexpr char kDoEverything[] = R"js(
   }
   setTimeout(() => { document.title = [window.ran || 'no script ran', ...[...names].sort()].join(' '); }, 100);)js";
 
-TEST(WrittenPages, AreMadeOfTheSameElementsWhateverTheirTextsSay) {
-  ReadPage page;
+TEST_F(WrittenPages, AreMadeOfTheSameElementsWhateverTheirTextsSay) {
   for (const auto& hostile : kHostilePages) {
     SCOPED_TRACE(hostile.name);
     std::string made[2];
     for (const bool isHostile : {false, true}) {
       const auto texts = isHostile ? kHostile : std::vector<std::string>(kHostile.size(), "*harmless* words");
-      page.Write(hostile.build(texts), base::Literal(kDoEverything));
-      page.WaitForReport();
-      made[isHostile ? 1 : 0] = page.report;
+      Write(hostile.build(texts), base::Literal(kDoEverything));
+      made[isHostile ? 1 : 0] = Report();
     }
     EXPECT_EQ(made[0], made[1]);
     EXPECT_THAT(made[0], testing::StartsWith("no script ran "));

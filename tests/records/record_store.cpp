@@ -34,13 +34,12 @@ void CreateErrList(base::Databases& databases, const fs::path& path,
   }
 }
 
-std::vector<std::string> Rows(base::Databases& databases, const fs::path& path, const std::string& sql,
-                              int columns) {
+std::vector<std::string> Rows(base::Databases& databases, const fs::path& path, const std::string& sql) {
   std::vector<std::string> rows;
   const auto db = databases.Open(path, base::Databases::Mode::kReadOnly);
   db->Run(sql, {}, [&](const base::DbRow& row) {
     std::string line;
-    for (int i = 0; i < columns; ++i) {
+    for (int i = 0; i < row.Count(); ++i) {
       line += (i == 0 ? "" : "|") + (row.IsNull(i) ? std::string("NULL") : row.Text(i));
     }
     rows.push_back(line);

@@ -17,6 +17,6 @@ void CreateErrList(base::Databases& databases, const std::filesystem::path& path
 
 /// Rows of a statement, each as its columns joined by "|"; Null as "NULL".
 std::vector<std::string> Rows(base::Databases& databases, const std::filesystem::path& path,
-                              const std::string& sql, int columns);
+                              const std::string& sql);
 
 }  // namespace marovane

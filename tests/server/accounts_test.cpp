@@ -1,9 +1,10 @@
 #include "server/accounts/accounts.h"
 
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
 #include "protocol/refusal.h"
-#include "tests/server/temp_folder.h"
+#include "server/accounts/account_file.h"
+#include "tests/support/temp_folder.h"
 
 namespace server {
 namespace {
@@ -29,7 +30,7 @@ class AccountsTest : public testing::Test {
   Accounts accounts_{*store_, [this] { return now_; }};
 };
 
-TEST_F(AccountsTest, TellsNumbersAndPasswordsApart) {
+TEST_F(AccountsTest, AcceptsTheRightPasswordOfAKnownNumberAlone) {
   const std::pair<std::string, const char*> numbers[] = {
       {"1234567890", "1234567890"},
       {"123-456 7890", "1234567890"},
@@ -70,6 +71,58 @@ TEST_F(AccountsTest, EnsuringAgainChangesThePasswordAndNothingElse) {
   EXPECT_EQ(Try(kNumber, "other"), kNumber);
   EXPECT_EQ(Try(kNumber, "right"), "ERR_WRONG_PASSWORD");
   EXPECT_EQ(store_->UserSettings(kNumber), "$FontSize:BIG");
+}
+
+unsigned ModeOf(const std::filesystem::path& path) {
+  return static_cast<unsigned>(std::filesystem::status(path).permissions());
+}
+
+TEST(AccountFile, MakesAnAccountOnceAndKeepsIt) {
+  const TempFolder folder;
+  const auto file = folder / "config/marovane" / "account.set";
+  const AccountEntry made = EnsureAccountFile(file);
+  EXPECT_THAT(made.number, testing::MatchesRegex("[1-9][0-9]{9}"));
+  EXPECT_THAT(made.password, testing::MatchesRegex("[0-9A-Za-z]{12}"));
+  EXPECT_EQ(ReadFile(file), "Pno=" + made.number + "\r\nuserPW=" + made.password + "\r\n");
+  EXPECT_EQ(ModeOf(file), 0600U);
+  EXPECT_EQ(ModeOf(file.parent_path()), 0700U);
+
+  // A start that was killed before it stored the account goes on from the file.
+  const AccountEntry again = EnsureAccountFile(file);
+  EXPECT_EQ(again.number, made.number);
+  EXPECT_EQ(again.password, made.password);
+  const AccountEntry other = EnsureAccountFile(folder / "other.set");
+  EXPECT_NE(other.number, made.number);
+  EXPECT_NE(other.password, made.password);
+}
+
+TEST(AccountFile, MakesOnlyWhatIsMissing) {
+  const struct {
+    const char *before, *number, *password, *after;
+  } cases[] = {
+      {"Pno=77-88\r\nuserPW=abc\r\n", "7788", "abc", "Pno=77-88\r\nuserPW=abc\r\n"},
+      {"# mine\r\nuserPW = abc\nPno= 0 \n", "[1-9][0-9]{9}", "abc",
+       "# mine=\r\nuserPW=abc\r\nPno=[0-9]{10}\r\n"},
+      {"Pno=7788\nother=1", "7788", "[0-9A-Za-z]{12}", "Pno=7788\r\nother=1\r\nuserPW=[0-9A-Za-z]{12}\r\n"},
+  };
+  for (const auto& [before, number, password, after] : cases) {
+    const TempFolder folder;
+    WriteFile(folder / "account.set", before);
+    const AccountEntry entry = EnsureAccountFile(folder / "account.set");
+    EXPECT_THAT(entry.number, testing::MatchesRegex(number)) << before;
+    EXPECT_THAT(entry.password, testing::MatchesRegex(password)) << before;
+    EXPECT_THAT(ReadFile(folder / "account.set"), testing::MatchesRegex(after)) << before;
+  }
+}
+
+TEST(AccountFile, RefusesWhatItCannotUse) {
+  const TempFolder folder;
+  WriteFile(folder / "bad.set", "Pno=no number\r\nuserPW=x\r\n");
+  WriteFile(folder / "bad2.set", "Pno=12/34\r\nuserPW=x\r\n");
+  EXPECT_NO_THROW(EnsureAccountFile(folder / "bad.set")) << "blanks go";
+  EXPECT_THROW(EnsureAccountFile(folder / "bad2.set"), std::runtime_error);
+  EXPECT_THROW(EnsureAccountFile(folder / "bad.set/account.set"), std::runtime_error);
+  EXPECT_EQ(ReadFile(folder / "bad2.set"), "Pno=12/34\r\nuserPW=x\r\n");
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 #include <future>
 #include <thread>
 
+#include "base/text.h"
 #include "engine/tolvex.h"
 #include "server/store/page_store.h"
 #include "tests/server/running_server.h"
@@ -15,30 +16,14 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::MatchesRegex;
 
-std::vector<std::string> Fields(const std::string& reply) {
-  std::vector<std::string> fields(1);
-  for (const char sign : reply) {
-    if (sign == '#') {
-      fields.emplace_back();
-    } else {
-      fields.back() += sign;
-    }
-  }
-  return fields;
-}
-
-std::string Sent(std::string sentence) {
-  for (std::size_t at = sentence.find(' '); at != std::string::npos; at = sentence.find(' ')) {
-    sentence.replace(at, 1, "%20");
-  }
-  return "&pno=1&pnomd5=x&checksum=x&p1=beta&p2=0&p3=074148&cidx=0&s=" + sentence;
-}
-
 std::string Check(const RunningServer& server, const std::string& sentence) {
-  return server.Ask("p_passWebEngine.asp", Sent(sentence));
+  return server.Ask("p_passWebEngine.asp", "&pno=1&pnomd5=x&checksum=x&p1=beta&p2=0&p3=074148&cidx=0&s=" +
+                                               base::Replace(sentence, " ", "%20"));
 }
 
-constexpr const char* kPath = "pages/[0-9a-f]{32}\\.htm";
+std::vector<std::string> Fields(const RunningServer& server, const std::string& sentence) {
+  return base::Split(Check(server, sentence), "#");
+}
 
 TEST(CheckPage, AnswersEachVerdictInItsFields) {
   const RunningServer server(Scripted([](std::string_view sentence) {
@@ -51,18 +36,18 @@ TEST(CheckPage, AnswersEachVerdictInItsFields) {
     judgement.marked = "*" + std::string(sentence) + "*";
     return judgement;
   }));
-  const auto path = MatchesRegex(kPath);
-  EXPECT_THAT(Fields(Check(server, "Right.")), ElementsAre("OK_0", "0", path, "go to school<@>go home", "0"));
-  EXPECT_THAT(Fields(Check(server, "Watch.")), ElementsAre("OK_2", "VB01", path, "*Watch.*"));
-  EXPECT_THAT(Fields(Check(server, "He go.")), ElementsAre("OK_1", "VB01", path, "*He go.*"));
-  EXPECT_THAT(Fields(Check(server, " A & b = c + d ")), ElementsAre("OK_1", "VB01", path, "*A & b = c + d*"));
-  EXPECT_THAT(Fields(Check(server, "No # 5")), ElementsAre("OK_1", "VB01", path, "*No \xA1\xAD 5*"));
+  const auto path = MatchesRegex("pages/[0-9a-f]{32}\\.htm");
+  EXPECT_THAT(Fields(server, "Right."), ElementsAre("OK_0", "0", path, "go to school<@>go home", "0"));
+  EXPECT_THAT(Fields(server, "Watch."), ElementsAre("OK_2", "VB01", path, "*Watch.*"));
+  EXPECT_THAT(Fields(server, "He go."), ElementsAre("OK_1", "VB01", path, "*He go.*"));
+  EXPECT_THAT(Fields(server, " A & b = c + d "), ElementsAre("OK_1", "VB01", path, "*A & b = c + d*"));
+  EXPECT_THAT(Fields(server, "No # 5"), ElementsAre("OK_1", "VB01", path, "*No \xA1\xAD 5*"));
 }
 
 TEST(CheckPage, ServesTheResultPageUnderItsPath) {
   const RunningServer server;
-  const std::string wrong = Fields(Check(server, "he goes."))[2];
-  const std::string right = Fields(Check(server, "He goes."))[2];
+  const std::string wrong = Fields(server, "he goes.")[2];
+  const std::string right = Fields(server, "He goes.")[2];
   EXPECT_NE(wrong, right);
   const auto page = server.Get(right);
   EXPECT_EQ(page->status, 200);
@@ -74,13 +59,10 @@ TEST(CheckPage, ServesTheResultPageUnderItsPath) {
 
 TEST(PageStore, KeepsTheNewestPages) {
   server::PageStore store(3);
-  std::vector<std::string> paths;
-  paths.reserve(5);
-  for (const char* page : {"1", "2", "3", "4", "5"}) paths.push_back(store.Keep(page));
-  std::vector<std::string> found;
-  found.reserve(5);
-  for (const std::string& path : paths) found.push_back(store.Find(path).value_or("gone"));
-  EXPECT_THAT(found, ElementsAre("gone", "gone", "3", "4", "5"));
+  std::vector<std::string> pages{"1", "2", "3", "4", "5"};
+  for (auto& page : pages) page = store.Keep(page);
+  for (auto& page : pages) page = store.Find(page).value_or("gone");
+  EXPECT_THAT(pages, ElementsAre("gone", "gone", "3", "4", "5"));
 }
 
 TEST(CheckPage, ListensWhileTheEngineLoads) {
@@ -105,7 +87,7 @@ TEST(CheckPage, SaysWhenThereIsNoEngine) {
 
 /// The reply without the path, which is new each time.
 std::string Verdict(const RunningServer& server, const std::string& sentence) {
-  auto fields = Fields(Check(server, sentence));
+  auto fields = Fields(server, sentence);
   if (fields.size() > 2) fields[2].clear();
   return testing::PrintToString(fields);
 }
@@ -116,12 +98,10 @@ TEST(CheckPage, EightLearnersAtOnceGetTheSameVerdicts) {
                                               "He go to school everyday.", "She don't like apples.",
                                               "There is many students.",   "I recieve your letter."};
   std::vector<std::string> alone;
-  alone.reserve(sentences.size());
   for (const std::string& sentence : sentences) alone.push_back(Verdict(server, sentence));
   EXPECT_THAT(alone[0], HasSubstr("OK_1")) << "the engine judges";
   std::atomic<int> same = 0;
   std::vector<std::thread> learners;
-  learners.reserve(8);
   for (std::size_t learner = 0; learner < 8; ++learner) {
     learners.emplace_back([&, learner] {
       for (std::size_t i = 0; i < 30; ++i) {

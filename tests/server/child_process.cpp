@@ -9,7 +9,7 @@ constexpr std::chrono::seconds kPatience{30};
 
 base::ProcessStart StartOf(std::vector<std::string> words, bool underParent) {
   if (!underParent) return {.program = SERVER_PROGRAM, .arguments = std::move(words)};
-  // A shell gives its input to nothing in the background unless it is told to.
+  // A shell does not pass its input to a background process unless asked to.
   words.insert(words.begin(), {"-c", R"(exec 3<&0; "$0" "$@" <&3 3<&- & exec >&-; wait)", SERVER_PROGRAM});
   return {.program = "/bin/sh", .arguments = std::move(words)};
 }

@@ -6,7 +6,7 @@
 #include <string>
 
 #include "server/http/server.h"
-#include "tests/server/temp_folder.h"
+#include "tests/support/temp_folder.h"
 
 /// Judges by the first letter: an upper-case one is right.
 tolvex::Judgement JudgeFirstLetter(std::string_view sentence);

@@ -1,12 +1,14 @@
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
 
+#include <functional>
 #include <thread>
 #include <vector>
 
 #include "protocol/record_form.h"
 #include "server/store/account_store.h"
+#include "server/store/school_store.h"
 #include "server/store/store_database.h"
-#include "tests/server/temp_folder.h"
+#include "tests/support/temp_folder.h"
 
 namespace server {
 namespace {
@@ -89,6 +91,99 @@ TEST(AccountStore, RefusesWhatItCannotRead) {
   OpenStoreDatabase(folder / "newer.db")->Run("PRAGMA user_version = 999");
   EXPECT_THROW(OpenAccountStore(folder / "newer.db"), std::runtime_error);
   EXPECT_THROW(OpenAccountStore(folder / "missing/server.db"), std::runtime_error);
+}
+
+class SchoolStoreTest : public testing::Test {
+ protected:
+  SchoolStoreTest() {
+    accounts_ = OpenAccountStore(folder_ / "server.db");
+    store_ = OpenSqliteSchoolStore(folder_ / "server.db");
+    store_->PutTeacher({"lin", "Lin", "x"});
+    store_->PutTeacher({"wu", "Wu", "x"});
+    class_ = store_->AddClass("lin", "A");
+    store_->AddPupils("lin", class_, {{"S1", "王"}});
+    store_->AddTopic("lin", {"w1", class_, "", "Title", "Question", "2026-12-01", ""});
+    OpenStoreDatabase(folder_ / "server.db")
+        ->Run(
+            "INSERT INTO essay (account, day, essay_id, work_id, final_set, quiz, org_essay, new_essay)"
+            " VALUES ('S1', '2026-11-05', 'e1', 'w1', 'N', 'T', 'a', 'b')");
+    store_->StoreHandIn("S1", "e1", "w1", "2026-11-05");
+  }
+
+  TempFolder folder_;
+  std::unique_ptr<AccountStore> accounts_;
+  std::unique_ptr<SchoolStore> store_;
+  std::string class_;
+};
+
+// The pages ask first whether a class is the teacher's own; the store does not rely on that.
+TEST_F(SchoolStoreTest, KeepsTeachersApart) {
+  HandIn work;
+  work.account = "S1";
+  work.comment = "X";
+  work.markedDay = "2026-11-06";
+  const std::vector<Pupil> onePupil{{"S2", "X"}};
+  const Topic changed{"w1", class_, "", "X", "X", "2026-12-24", "2026-11-06"};
+  const std::string empty = store_->AddClass("lin", "B");
+  store_->AddTopic("lin", {"w2", class_, "", "Mistake", "", "2026-12-01", ""});
+  const std::function<bool(const std::string&)> writes[] = {
+      [&](const auto& teacher) { return store_->DeleteClass(teacher, empty); },
+      [&](const auto& teacher) { return store_->DeleteTopic(teacher, "w2"); },
+      [&](const auto& teacher) { return store_->RenameClass(teacher, class_, "X"); },
+      [&](const auto& teacher) { return store_->AddPupils(teacher, class_, onePupil); },
+      [&](const auto& teacher) {
+        return store_->AddTopic(teacher, {"w" + teacher, class_, "", "X", "", "2026-12-24", ""});
+      },
+      [&](const auto& teacher) { return store_->ChangeTopic(teacher, changed); },
+      [&](const auto& teacher) { return store_->Mark(teacher, "w1", work); },
+      [&](const auto& teacher) { return store_->RemovePupil(teacher, class_, "S1"); },
+  };
+  int number = 0;
+  for (const auto& write : writes) {
+    EXPECT_FALSE(write("wu")) << number;
+    EXPECT_FALSE(write("nobody")) << number++;
+  }
+  EXPECT_EQ(store_->FindClass("lin", class_)->name, "A");
+  EXPECT_THAT(store_->Pupils("lin", class_), testing::SizeIs(1));
+  EXPECT_THAT(store_->Topics("lin", class_), testing::SizeIs(2));
+  EXPECT_THAT(store_->Classes("lin"), testing::SizeIs(2));
+  EXPECT_EQ(store_->FindTopic("lin", "w1")->title, "Title");
+  EXPECT_EQ(store_->HandIns("lin", "w1")[0].comment, "");
+  EXPECT_EQ(accounts_->PasswordHash("S2"), std::nullopt) << "no account was made either";
+  const bool seesNothing = store_->Classes("wu").empty() && store_->Pupils("wu", class_).empty() &&
+                           store_->Topics("wu", class_).empty() && store_->HandIns("wu", "w1").empty() &&
+                           !store_->FindClass("wu", class_) && !store_->FindTopic("wu", "w1");
+  EXPECT_TRUE(seesNothing);
+
+  for (const auto& write : writes) EXPECT_TRUE(write("lin")) << "the owner may";
+  EXPECT_FALSE(store_->DeleteTopic("lin", "w2")) << "it is gone";
+}
+
+TEST_F(SchoolStoreTest, CountsWhatWaits) {
+  const auto counts = [&] {
+    const SchoolClass found = store_->Classes("lin")[0];
+    const Topic topic = store_->Topics("lin", class_)[0];
+    return std::vector{found.pupils, found.topics, found.unmarked, topic.handedIn, topic.unmarked};
+  };
+  EXPECT_EQ(counts(), (std::vector<std::size_t>{1, 1, 1, 1, 1}));
+  HandIn work;
+  work.account = "S1";
+  work.markedDay = "2026-11-06";
+  store_->Mark("lin", "w1", work);
+  EXPECT_EQ(counts(), (std::vector<std::size_t>{1, 1, 0, 1, 0}));
+}
+
+TEST_F(SchoolStoreTest, AFailedImportLeavesNothing) {
+  OpenStoreDatabase(folder_ / "server.db")
+      ->RunScript(
+          "CREATE TRIGGER stop BEFORE INSERT ON pupil WHEN new.account = 'S3'"
+          " BEGIN SELECT RAISE(ABORT, 'disk full'); END");
+  EXPECT_THROW(store_->AddPupils("lin", class_, {{"S2", "X"}, {"S3", "Y"}}), std::runtime_error);
+  EXPECT_THAT(store_->Pupils("lin", class_), testing::SizeIs(1));
+  EXPECT_EQ(accounts_->PasswordHash("S2"), std::nullopt);
+  EXPECT_TRUE(store_->AddPupils("lin", class_, {{"S4", "Z"}})) << "the next one works";
+  EXPECT_THROW(store_->AddTopic("lin", {"w1", class_, "", "X", "", "2026-12-24", ""}), std::runtime_error)
+      << "a twin";
 }
 
 }  // namespace

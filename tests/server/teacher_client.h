@@ -25,7 +25,7 @@ class TeacherClient {
   WebPage Post(const std::string& path, Fields fields);
   /// The same as a form with a file.
   WebPage PostFile(const std::string& path, Fields fields, const std::string& file);
-  /// Posts a body as it stands.
+  /// Posts a body as it is.
   WebPage Send(const std::string& path, const std::string& body, const std::string& contentType);
   /// Opens the login page and logs in.
   WebPage LogIn(const std::string& login, const std::string& password);

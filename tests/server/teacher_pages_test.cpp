@@ -11,6 +11,9 @@ using testing::HasSubstr;
 using testing::Not;
 
 using TeacherPages = TeacherSchool;
+using Fields = TeacherClient::Fields;
+
+constexpr const char* kFirstEssay = "essay?topic=w01&account=S01";
 
 TEST_F(TeacherPages, MakeAndRenameClasses) {
   TeacherClient lin = LoggedIn("lin");
@@ -42,13 +45,19 @@ TEST_F(TeacherPages, DeleteWhatWasMadeByMistake) {
   TeacherClient lin = LoggedIn("lin");
   store_->AddTopic("lin", {"w09", class_, "", "Mistake", "", "2026-12-01", ""});
   const std::string empty = store_->AddClass("lin", "Empty");
+  const std::string withPupil = store_->AddClass("lin", "Pupil");
+  const std::string withTopic = store_->AddClass("lin", "Topic");
+  store_->AddPupils("lin", withPupil, {{"S01", "王小明"}});
+  store_->AddTopic("lin", {"w10", withTopic, "", "Lone", "", "2026-12-01", ""});
   const struct {
     const char *path, *field;
     std::string id, page;
     bool isEmpty;
   } kCases[] = {{"topic/delete", "topic", "w09", "topic?topic=w09", true},
-                {"topic/delete", "topic", kTopic, std::string("topic?topic=") + kTopic, false},
+                {"topic/delete", "topic", kTopic, "topic?topic=w01", false},
                 {"delete", "class", empty, "class?class=" + empty, true},
+                {"delete", "class", withPupil, "class?class=" + withPupil, false},
+                {"delete", "class", withTopic, "class?class=" + withTopic, false},
                 {"delete", "class", class_, "class?class=" + class_, false}};
   for (const auto& c : kCases) {
     const std::string form = std::string("/teacher/") + c.path + "\"";
@@ -59,7 +68,7 @@ TEST_F(TeacherPages, DeleteWhatWasMadeByMistake) {
     EXPECT_EQ(lin.Post(c.path, {{c.field, c.id}, {"meant", "1"}}).status, 303);
     EXPECT_EQ(lin.Get(c.page).status, c.isEmpty ? 404 : 200) << c.page;
   }
-  EXPECT_EQ(store_->Classes("lin").size(), 1U);
+  EXPECT_EQ(store_->Classes("lin").size(), 3U);
   EXPECT_EQ(WorkOf("lin", kTopic).account, "S01");
 }
 
@@ -99,7 +108,7 @@ TEST_F(TeacherPages, ImportAllPupilsOrNone) {
 
 TEST_F(TeacherPages, SetAndChangeTopics) {
   TeacherClient lin = LoggedIn("lin");
-  TeacherClient::Fields topic = {
+  Fields topic = {
       {"class", class_}, {"title", "運動會"}, {"question", "第一行\r\n  Line 2"}, {"deadline", "2026-12-24"}};
   const WebPage saved = lin.Post("topic/save", topic);
   EXPECT_EQ(saved.status, 303);
@@ -120,7 +129,7 @@ TEST_F(TeacherPages, SetAndChangeTopics) {
   EXPECT_THAT(list(), testing::AnyOf(HasSubstr("#運動會#" + before + "#"),
                                      HasSubstr("#運動會#" + base::ShownDay(base::Today()) + "#")));
 
-  const std::pair<TeacherClient::Fields, const char*> wrong[] = {
+  const std::pair<Fields, const char*> wrong[] = {
       {{{"title", ""}}, "請輸入題目名稱"},
       {{{"title", std::string(61, 'x')}}, "題目名稱太長"},
       {{{"title", "\xE5\x9B\xBD"}}, "學生的程式無法顯示"},  // 国, which Big5 lacks
@@ -131,7 +140,7 @@ TEST_F(TeacherPages, SetAndChangeTopics) {
       {{{"question", std::string("a\0b", 3)}}, "題目內容含有無法辨識的字元"},
   };
   for (const auto& [change, says] : wrong) {
-    TeacherClient::Fields fields = topic;
+    Fields fields = topic;
     for (const auto& [name, value] : change) fields[name] = value;
     const WebPage page = lin.Post("topic/save", fields);
     EXPECT_EQ(page.status, 422) << says;
@@ -142,31 +151,25 @@ TEST_F(TeacherPages, SetAndChangeTopics) {
   EXPECT_EQ(store_->FindTopic("lin", id)->question, "New question");
 }
 
-TEST_F(TeacherPages, TellWhoHasHandedIn) {
+TEST_F(TeacherPages, ShowWhoHasHandedIn) {
   HandIn("S02", kTopic, "I am late.");
   store_->ChangeTopic("lin", {kTopic, class_, "", "My Family", "Who?", "2026-11-04", ""});
   store_->RemovePupil("lin", class_, "S02");
   store_->AddPupils("lin", class_, {{"S05", "新同學"}});
   TeacherClient lin = LoggedIn("lin");
-  const std::string page = lin.Get(std::string("topic?topic=") + kTopic).body;
+  const std::string page = lin.Get("topic?topic=w01").body;
   EXPECT_THAT(page, HasSubstr("王小明</a></td><td><span class=\"day\">2026/11/5 交卷</span><span "
                               "class=\"late\">（遲交）</span>"));
   EXPECT_THAT(page, HasSubstr("（已不在班級）</a>"));
   EXPECT_THAT(page, HasSubstr("新同學</td><td><span class=\"faint\">未交卷"));
 }
 
-TEST_F(TeacherPages, ShowTheMarksOfTheEngineBesideTheText) {
+TEST_F(TeacherPages, ShowWhatTheEngineSaysAndKeepACommentBackUntilTheEssayIsMarked) {
   TeacherClient lin = LoggedIn("lin");
-  const std::string essay = std::string("essay?topic=") + kTopic + "&account=S01";
-  const std::string page = lin.Get(essay).body;
+  const std::string page = lin.Get(kFirstEssay).body;
   EXPECT_THAT(page, HasSubstr("<div>he goes.</div>"));
   EXPECT_THAT(page, HasSubstr("<div>He stays.</div><ul><li class=\"right\">沒有發現錯誤</li></ul>"));
-}
-
-TEST_F(TeacherPages, KeepACommentBackUntilTheEssayIsMarked) {
-  TeacherClient lin = LoggedIn("lin");
-  const TeacherClient::Fields work = {
-      {"topic", kTopic}, {"account", "S01"}, {"comment", "Well done.\r\n  好"}};
+  const Fields work = {{"topic", kTopic}, {"account", "S01"}, {"comment", "Well done.\r\n  好"}};
   const auto pupilSees = [&] {
     const auto answer =
         server_.Get("p_get_essay_work_teacher.asp?key=zorbelquinter&pno=S01&workId=w01&tid=1");
@@ -175,12 +178,11 @@ TEST_F(TeacherPages, KeepACommentBackUntilTheEssayIsMarked) {
   EXPECT_EQ(lin.Post("essay/save", work).status, 303);
   EXPECT_EQ(WorkOf("lin", kTopic).comment, "Well done.\r\n  好");
   EXPECT_THAT(pupilSees(), Not(HasSubstr("Well done.")));
-  TeacherClient::Fields marked = work;
+  Fields marked = work;
   marked["marked"] = "1";
   EXPECT_EQ(lin.Post("essay/save", marked).status, 303);
   EXPECT_THAT(pupilSees(), HasSubstr("Well done.\r\n  好"));
-  EXPECT_THAT(lin.Get(std::string("essay?topic=") + kTopic + "&account=S01").body,
-              HasSubstr("value=\"1\" checked>"));
+  EXPECT_THAT(lin.Get(kFirstEssay).body, HasSubstr("value=\"1\" checked>"));
   EXPECT_EQ(lin.Post("essay/save", work).status, 303);
   EXPECT_THAT(pupilSees(), HasSubstr("教師尚未批閱")) << "a mark can be taken back";
 
@@ -194,13 +196,86 @@ TEST_F(TeacherPages, KeepACommentBackUntilTheEssayIsMarked) {
 TEST_F(TeacherPages, LeadFromOneWaitingEssayToTheNext) {
   HandIn("S02", kTopic, "Second.");
   TeacherClient lin = LoggedIn("lin");
-  const std::string first = std::string("essay?topic=") + kTopic + "&account=S01";
-  const std::string second = std::string("essay?topic=") + kTopic + "&account=S02";
-  EXPECT_THAT(lin.Get(first).body, HasSubstr("account=S02\">下一篇待批閱"));
+  const std::string second = "essay?topic=w01&account=S02";
+  EXPECT_THAT(lin.Get(kFirstEssay).body, HasSubstr("account=S02\">下一篇待批閱"));
   EXPECT_THAT(lin.Get(second).body, HasSubstr("account=S01\">下一篇待批閱"));
   lin.Post("essay/save", {{"topic", kTopic}, {"account", "S01"}, {"comment", ""}, {"marked", "1"}});
-  EXPECT_THAT(lin.Get(first).body, HasSubstr("account=S02\">下一篇待批閱"));
+  EXPECT_THAT(lin.Get(kFirstEssay).body, HasSubstr("account=S02\">下一篇待批閱"));
   EXPECT_THAT(lin.Get(second).body, Not(HasSubstr("下一篇待批閱")));
+}
+
+using TeacherPassword = TeacherSchool;
+
+constexpr const char* kNew = "battery staple";
+
+TEST_F(TeacherPassword, IsChangedByWhoKnowsTheOldOne) {
+  TeacherClient phone = LoggedIn("lin");
+  TeacherClient wu = LoggedIn("wu");
+  TeacherClient lin = LoggedIn("lin");
+  const auto stolen = lin.cookies;
+  EXPECT_THAT(lin.Get("password").body, HasSubstr("目前的密碼"));
+  const WebPage done = lin.Post("password", {{"old", kPassword}, {"password", kNew}, {"again", kNew}});
+  EXPECT_EQ(done.status, 303);
+  EXPECT_THAT(lin.Get("?done=password").body, HasSubstr("密碼已更改")) << "this browser stays logged in";
+  EXPECT_EQ(phone.Get("").status, 303);
+  EXPECT_EQ(wu.Get("").status, 200);
+  phone.cookies = stolen;
+  EXPECT_EQ(phone.Get("").status, 303) << "the secret from before is none any more";
+
+  const auto teacher = store_->FindTeacher("lin");
+  EXPECT_THAT(teacher->passwordHash, testing::StartsWith("$argon2id$"));
+  EXPECT_EQ(teacher->name, "林美玲");
+  TeacherClient again(server_);
+  EXPECT_EQ(again.LogIn("lin", kPassword).status, 403);
+  EXPECT_EQ(again.LogIn("lin", kNew).status, 303);
+}
+
+TEST_F(TeacherPassword, StaysWhenTheFormIsWrong) {
+  TeacherClient lin = LoggedIn("lin");
+  const std::string seven = "1234567";
+  const std::string tooLong(201, 'x');
+  const struct {
+    Fields fields;
+    int status;
+    const char* says;
+  } kCases[] = {
+      {{{"old", kPassword}, {"password", kNew}, {"again", "battery"}}, 422, "兩次輸入的新密碼不一樣"},
+      {{{"old", kPassword}, {"password", kNew}}, 422, "兩次輸入的新密碼不一樣"},
+      {{{"old", kPassword}, {"password", seven}, {"again", seven}}, 422, "新密碼要有 8 至 200 個"},
+      {{{"old", kPassword}, {"password", tooLong}, {"again", tooLong}}, 422, "新密碼要有 8 至 200 個"},
+      {{}, 422, "新密碼要有 8 至 200 個"},
+      {{{"old", "wrong"}, {"password", kNew}, {"again", kNew}}, 403, "目前的密碼不正確"},
+      {{{"password", kNew}, {"again", kNew}}, 403, "目前的密碼不正確"},
+      {{{"old", tooLong}, {"password", kNew}, {"again", kNew}}, 403, "目前的密碼不正確"},
+      {{{"old", kPassword}, {"password", kNew}, {"again", kNew}, {"token", "x"}}, 403, "表單已過期"},
+  };
+  const std::string before = store_->FindTeacher("lin")->passwordHash;
+  for (const auto& c : kCases) {
+    const WebPage page = lin.Post("password", c.fields);
+    EXPECT_EQ(page.status, c.status) << c.says;
+    EXPECT_THAT(page.body, HasSubstr(c.says));
+    EXPECT_THAT(page.body, Not(HasSubstr(kNew))) << "no password is shown in a page";
+  }
+  EXPECT_EQ(store_->FindTeacher("lin")->passwordHash, before);
+  EXPECT_EQ(lin.Get("").status, 200);
+
+  TeacherClient stranger(server_);
+  stranger.Get("login");
+  EXPECT_EQ(stranger.Get("password").status, 303);
+  EXPECT_EQ(stranger.Post("password", {{"old", kPassword}, {"password", kNew}, {"again", kNew}}).status, 403);
+}
+
+TEST_F(TeacherPassword, CannotBeGuessedThroughAnOpenSession) {
+  TeacherClient lin = LoggedIn("lin");
+  lin.Get("password");
+  std::map<int, int> answers;
+  for (int i = 0; i < 15; ++i) {
+    ++answers[lin.Post("password", {{"old", "guess"}, {"password", kNew}, {"again", kNew}}).status];
+  }
+  EXPECT_EQ(answers, (std::map<int, int>{{403, 10}, {429, 5}}));
+  EXPECT_EQ(lin.Post("password", {{"old", kPassword}, {"password", kNew}, {"again", kNew}}).status, 429);
+  now_ += std::chrono::minutes(1);
+  EXPECT_EQ(lin.Post("password", {{"old", kPassword}, {"password", kNew}, {"again", kNew}}).status, 303);
 }
 
 }  // namespace

@@ -13,7 +13,7 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::SizeIs;
 
-/// Each pupil as "account|name|password", and behind them the errors.
+/// Each pupil as "account|name|password", and after them the errors.
 std::vector<std::string> Read(const std::string& bytes) {
   const Roster roster = ReadRoster(bytes);
   std::vector<std::string> lines;
@@ -79,7 +79,7 @@ TEST(EssaySentences, AreThoseOfThePupilWithParagraphsAndTheRest) {
   }
 }
 
-TEST(EssayMarks, StandAroundTheFaultsAndSurviveOddSpans) {
+TEST(EssayMarks, SurroundTheFaultsAndSurviveOddSpans) {
   const SharedEngine engine([] {
     return [](std::string_view sentence) {
       tolvex::Judgement judgement;

@@ -3,11 +3,9 @@
 #include "base/cp950.h"
 #include "base/database.h"
 #include "core/key_value_file.h"
-#include "platform/host/curl_http.h"
 #include "platform/run_time_error.h"
 #include "sync/feedback_post.h"
 #include "tests/settings/settings_fixture.h"
-#include "tests/support/real_server.h"
 
 namespace marovane {
 
@@ -67,7 +65,7 @@ TEST_F(FeedbackTest, SendsTheSentenceAndTheRemarkOnce) {
   EXPECT_EQ(Registry("errcode"), "");
 }
 
-TEST_F(FeedbackTest, RefusalsAreToldByNumberAndTheWindowStays) {
+TEST_F(FeedbackTest, RefusalsHaveTheirMessagesAndTheWindowStays) {
   const std::string hundred(100, 'x');
   const struct {
     std::string remark;
@@ -82,26 +80,26 @@ TEST_F(FeedbackTest, RefusalsAreToldByNumberAndTheWindowStays) {
                {hundred, true, "@ab.cd", Message::kBadEmail},
                {hundred, true, " a@b.cde. ", Message::kBadEmail}};
   Open();
-  for (const auto& each : cases) {
-    frmFeedback->txtDesc.Text = each.remark;
-    machine.user.Click(frmFeedback->lblNeedRes(each.wantsReply ? 1 : 0));
-    EXPECT_EQ(frmFeedback->picEmail.Visible(), each.wantsReply);
-    frmFeedback->txtEmail.Text = each.email;
-    ExpectMessage(each.message);
-    frmFeedback->OpenWithBrowserForFeedback();
-    EXPECT_EQ(machine.user.Expected(), 0U) << each.remark << each.email;
+  for (const auto& [remark, wantsReply, email, message] : cases) {
+    frmFeedback->txtDesc.Text = remark;
+    machine.user.Click(frmFeedback->lblNeedRes(wantsReply ? 1 : 0));
+    EXPECT_EQ(frmFeedback->picEmail.Visible(), wantsReply);
+    frmFeedback->txtEmail.Text = email;
+    ExpectMessage(message);
+    Send();
+    EXPECT_EQ(machine.user.Expected(), 0U) << remark << email;
   }
   EXPECT_THAT(machine.http.requests, IsEmpty());
   machine.http.RouteToNowhere("p_getconn.asp");
   frmFeedback->txtDesc.Text = hundred;
   frmFeedback->txtEmail.Text = "a@b.cd";
   ExpectMessage(Message::kNetworkDown);
-  frmFeedback->OpenWithBrowserForFeedback();
+  Send();
   EXPECT_THAT(Posts(), IsEmpty());
   EXPECT_EQ(Registry("sentence"), kSentence);
   machine.http.Route("p_getconn.asp", "ONLINE");
   ExpectMessage(Message::kFeedbackSent);
-  frmFeedback->OpenWithBrowserForFeedback();
+  Send();
   EXPECT_THAT(Posts(), ElementsAre(EndsWith("&remarks=" + hundred + "&email=a%40b.cd")));
 }
 
@@ -115,7 +113,7 @@ TEST_F(FeedbackTest, LeavingTheRemarkEmptyStartsOver) {
   EXPECT_TRUE(frmFeedback->optNeedRes(0).Value());
   EXPECT_FALSE(frmFeedback->picEmail.Visible());
   ExpectMessage(Message::kNoRemark);
-  frmFeedback->OpenWithBrowserForFeedback();
+  Send();
   machine.user.Click(frmFeedback->picButtons(0));
   EXPECT_FALSE(app.gOpenFeedback);
   EXPECT_EQ(Registry("sentence"), kSentence);
@@ -125,17 +123,12 @@ base::HttpResponse Lost(const base::HttpRequest& request) {
   throw RunTimeError(request.url + ": lost on the way");
 }
 
-TEST_F(FeedbackTest, WhatDoesNotArriveIsToldAndWaits) {
-  const FakeHttp::Answer failures[] = {Lost,
-                                       [](const base::HttpRequest&) {
-                                         return base::HttpResponse{502, "", "<html>", ""};
-                                       },
-                                       [](const base::HttpRequest&) {
-                                         return base::HttpResponse{200, "", "ERR_SERVER", ""};
-                                       }};
-  for (const auto& failure : failures) {
+TEST_F(FeedbackTest, WhatDoesNotArriveIsReportedAndWaits) {
+  machine.http.Route("p_feedback.asp", Lost);
+  machine.http.Queue("p_feedback.asp", "<html>", 502);
+  machine.http.Queue("p_feedback.asp", "ERR_SERVER");
+  for (int i = 0; i < 3; ++i) {
     PutRegistry("sentence", kSentence);
-    machine.http.Route("p_feedback.asp", failure);
     Open();
     frmFeedback->txtDesc.Text = "這是對的";
     ExpectMessage(Message::kNetworkDown, kOk, "\r\n您的意見已經保存");
@@ -170,24 +163,20 @@ TEST_F(FeedbackTest, ArrivesWholeAtTheRealServer) {
   const std::string remark = "老師說 Tom's 是對的’100% & 沒錯\r\n許功蓋";
   {
     RealServer server(machine.loop, {"--data", data.string()});
-    CurlHttp http(machine.loop);
     app.gServerUrlRoot = server.Root();
-    machine.http.Route("p_feedback.asp",
-                       [&](const base::HttpRequest& request) { return http.Send(request); });
+    GoOnline({"p_feedback.asp"});
     Open();
     frmFeedback->txtDesc.Text = remark;
     ExpectMessage(Message::kFeedbackSent);
-    frmFeedback->OpenWithBrowserForFeedback();
+    Send();
     const auto page =
-        http.Send({.method = "GET", .url = server.Root() + "m_service_mail.asp", .headers = {}, .body = ""});
+        curl.Send({.method = "GET", .url = server.Root() + "m_service_mail.asp", .headers = {}, .body = ""});
     EXPECT_THAT(base::FromCp950(page.body), ::testing::HasSubstr("謝謝您的意見"));
   }
   std::vector<std::string> row;
   machine.realDatabases.Open(data / "server.db", base::Databases::Mode::kReadOnly)
       ->Run("select account, errcode, sentence, remarks, email from feedback", {},
-            [&](const base::DbRow& each) {
-              for (int i = 0; i < 5; ++i) row.push_back(each.Text(i));
-            });
+            [&](const base::DbRow& each) { row = each.Texts(); });
   EXPECT_THAT(row, ElementsAre("4711", "AG01", kSentence, remark, ""));
 }
 

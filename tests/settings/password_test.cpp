@@ -1,8 +1,6 @@
 #include "settings/password.h"
 
-#include "platform/host/curl_http.h"
 #include "tests/settings/settings_fixture.h"
-#include "tests/support/real_server.h"
 
 namespace marovane {
 
@@ -43,20 +41,17 @@ TEST_F(PasswordTest, RightOneIsKeptForThisRunAndTheCheckStartsOver) {
   EXPECT_EQ(Content(app.gSetupFile), std::nullopt);
 }
 
-TEST_F(PasswordTest, RefusalsAreToldByNumberAndTheWindowStays) {
-  const struct {
-    const char* reply;
-    const Message* message;
-  } cases[] = {{"ERR_NOTFOUND", &Message::kWrongAccount},
-               {"ERR_WRONG_PASSWORD", &Message::kWrongPassword},
-               {"ERR_CONNECT_FAILED", &Message::kNetworkDown},
-               {"ERR_TRY_LATER", nullptr}};
-  for (const auto& each : cases) {
-    machine.http.Route("p_getlogin.asp", each.reply);
-    if (each.message != nullptr) ExpectMessage(*each.message);
+TEST_F(PasswordTest, RefusalsHaveTheirMessagesAndTheWindowStays) {
+  const std::pair<const char*, const Message*> cases[] = {{"ERR_NOTFOUND", &Message::kWrongAccount},
+                                                          {"ERR_WRONG_PASSWORD", &Message::kWrongPassword},
+                                                          {"ERR_CONNECT_FAILED", &Message::kNetworkDown},
+                                                          {"ERR_TRY_LATER", nullptr}};
+  for (const auto& [reply, message] : cases) {
+    machine.http.Route("p_getlogin.asp", reply);
+    if (message != nullptr) ExpectMessage(*message);
     Enter("secret");
-    EXPECT_EQ(machine.user.Expected(), 0U) << each.reply;
-    EXPECT_TRUE(frmPassword->Enabled()) << each.reply;
+    EXPECT_EQ(machine.user.Expected(), 0U) << reply;
+    EXPECT_TRUE(frmPassword->Enabled()) << reply;
   }
   machine.http.RouteToNowhere("p_getconn.asp");
   ExpectMessage(Message::kNetworkDown);
@@ -78,30 +73,23 @@ TEST_F(PasswordTest, KeysOtherThanLettersAndDigitsAreSwallowed) {
 }
 
 TEST_F(PasswordTest, NewAccountOfTheRealServerIsKeptAndLogsIn) {
-  const auto data = machine.home / "server";
-  RealServer server(machine.loop, {"--data", data.string()});
-  CurlHttp http(machine.loop);
-  Machine real{machine.loop,      machine.windows, machine.desktop,    http, machine.files, machine.databases,
-               machine.processes, machine.chinese, machine.environment};
-  Program online(real, {});
-  online.app = app;
-  online.app.gServerUrlRoot = server.Root();
-  FakeHall::Lead(online.hall.frmMain, frmMain);
-  Window<FrmPassword> frmReal{[&online] { return std::make_shared<FrmPassword>(online); }};
-  frmReal->Show();
-  machine.user.Click(frmReal->lblNewAccount);
-  frmReal->txtUserName.Text = "王小明 & co";
-  frmReal->txtPassword.Text = "newpass1";
+  RealServer server(machine.loop, {"--data", machine.home / "server"});
+  app.gServerUrlRoot = server.Root();
+  GoOnline({"p_getconn.asp", "p_getlogin.asp"});
+  frmPassword->Show();
+  machine.user.Click(frmPassword->lblNewAccount);
+  frmPassword->txtUserName.Text = "王小明 & co";
+  frmPassword->txtPassword.Text = "newpass1";
   ExpectMessage(Message::kBadEmail);
-  machine.user.Click(frmReal->picButtons(0));
-  frmReal->txtEmail.Text = "ming@example.tw";
+  machine.user.Click(frmPassword->picButtons(0));
+  frmPassword->txtEmail.Text = "ming@example.tw";
   ExpectMessage(Message::kNewAccount, kOk, "您的新帳號是");
-  machine.user.Click(frmReal->picButtons(0));
+  machine.user.Click(frmPassword->picButtons(0));
   EXPECT_EQ(frmMain.checks, 1);
-  EXPECT_EQ(online.app.gAccountNo.size(), 10U);
-  EXPECT_EQ(Setup("Pno"), online.app.gAccountNo);
-  EXPECT_EQ(LoginWithPassword(online, online.app.gAccountNo, "newpass1"), "OK_" + online.app.gAccountNo);
-  EXPECT_EQ(LoginWithPassword(online, online.app.gAccountNo, "newpass2"), "ERR_WRONG_PASSWORD");
+  EXPECT_EQ(app.gAccountNo.size(), 10U);
+  EXPECT_EQ(Setup("Pno"), app.gAccountNo);
+  EXPECT_EQ(LoginWithPassword(program, app.gAccountNo, "newpass1"), "OK_" + app.gAccountNo);
+  EXPECT_EQ(LoginWithPassword(program, app.gAccountNo, "newpass2"), "ERR_WRONG_PASSWORD");
 }
 
 }  // namespace

@@ -1,31 +1,27 @@
-// Settings and logins as whole ways, with real servers behind them.
+// Settings and logins from end to end, with real servers.
 #include "app/compose.h"
 #include "core/start_up.h"
-#include "platform/host/curl_http.h"
 #include "tests/settings/settings_fixture.h"
-#include "tests/support/real_server.h"
 
 namespace marovane {
 
 namespace {
 
 namespace fs = std::filesystem;
-using ::testing::Optional;
 
 /// One start of the program on a computer that keeps its home.
 struct RunningProgram {
-  RunningProgram(TestMachine& computer, const InstallationValues& installation)
-      : http(computer.loop),
-        machine{computer.loop,       computer.windows,   computer.desktop,   http,
-                computer.files,      computer.databases, computer.processes, computer.chinese,
-                computer.environment},
-        rooms(machine, installation),
-        frmSplash(machine) {
+  RunningProgram(TestMachine& computer, const std::string& serverRoot, const std::string& campusRoot)
+      : curl(computer.loop),
+        rooms(computer.machine, {serverRoot, campusRoot, "", "", ""}),
+        frmSplash(computer.machine) {
+    for (const char* const page : {"", "p_getconn.asp"}) {
+      computer.http.Route(page, [this](const base::HttpRequest& request) { return curl.Send(request); });
+    }
     FakeHall::Lead(program.hall.frmSplash, frmSplash);
   }
 
-  CurlHttp http;
-  Machine machine;
+  CurlHttp curl;
   Composition rooms;
   Program& program = rooms.program;
   FakeSplash frmSplash;
@@ -40,9 +36,6 @@ class SettingsOfTwoComputersTest : public ::testing::Test {
         fs::create_directories(computer->home / folder);
       }
     }
-    server_ = std::make_unique<RealServer>(
-        first_.loop,
-        std::vector<std::string>{"--data", (first_.home / "server").string(), "--account", Account(first_)});
     fs::copy_file(Account(first_), Account(second_));
   }
   static std::string Account(const TestMachine& computer) {
@@ -50,12 +43,7 @@ class SettingsOfTwoComputersTest : public ::testing::Test {
   }
   /// Starts the program up to its main window.
   std::unique_ptr<RunningProgram> Start(TestMachine& computer) {
-    auto running =
-        std::make_unique<RunningProgram>(computer, InstallationValues{.serverRoot = server_->Root(),
-                                                                      .campusServerRoot = "",
-                                                                      .updateHost = "",
-                                                                      .webSiteRoot = "",
-                                                                      .oldDefaultDomain = ""});
+    auto running = std::make_unique<RunningProgram>(computer, server_.Root(), "");
     running->app.gEdition = "MRV";
     InitApplicationState(running->program);
     running->rooms.frmMain->tmrMouse.Enabled = false;
@@ -74,7 +62,7 @@ class SettingsOfTwoComputersTest : public ::testing::Test {
   }
 
   TestMachine first_, second_;
-  std::unique_ptr<RealServer> server_;
+  RealServer server_{first_.loop, {"--data", first_.home / "server", "--account", Account(first_)}};
 };
 
 TEST_F(SettingsOfTwoComputersTest, WhatIsSavedHoldsAtOnceAfterARestartAndOnTheOtherComputer) {
@@ -99,24 +87,22 @@ TEST_F(SettingsOfTwoComputersTest, WhatIsSavedHoldsAtOnceAfterARestartAndOnTheOt
   }
   ExpectChosen(*Start(first_));
   ExpectChosen(*Start(second_));
-  server_->Kill();
+  server_.Kill();
   ExpectChosen(*Start(second_));
 }
 
 /// A campus: a server that knows the schools, and the schools.
 class CampusTest : public SettingsRoomTest {
  protected:
-  CampusTest() : school_(machine.loop, {"--data", PrepareSchool("school", "b101-1").string()}) {
+  CampusTest() {
     machine.environment.commandLine = "xqd";
-    city_ = std::make_unique<RealServer>(
-        machine.loop, std::vector<std::string>{"--data", PrepareSchool("city", "c202").string(), "--prefix",
-                                               "city/serverside"});
     Put(machine.home / "campus/schools.set",
-        "b101-1=" + Host(school_, "/") + "\r\nc202=" + Host(*city_, "/serverside/") + "\r\n");
+        "b101-1=" + Host(school_, "/") + "\r\nc202=" + Host(city_, "/serverside/") + "\r\n");
     campus_ = std::make_unique<RealServer>(
         machine.loop, std::vector<std::string>{"--data", (machine.home / "campus").string()});
   }
-  fs::path PrepareSchool(const std::string& name, const std::string& login) {
+  /// @return the folder of its data
+  fs::path School(const std::string& name, const std::string& login) {
     Put(machine.home / name / "logins.set", login + "\r\n");
     Put(machine.home / name / "server.set", "schoolCode=S-" + name + "\r\nschoolName=第一中學\r\n");
     return machine.home / name;
@@ -128,18 +114,13 @@ class CampusTest : public SettingsRoomTest {
     return address.substr(0, address.size() - end.size());
   }
   struct Try {
-    const char *login, *password;  ///< nullptr leaves what stands there
+    const char *login, *password;  ///< nullptr leaves the box as it is
     const Message* message;        ///< nullptr for none
   };
   /// Starts the campus edition; its user makes these tries at the login window and then leaves it.
   /// @return false when the program has ended; no test goes on from there
   bool Start(const std::vector<Try>& tries) {
-    started_ =
-        std::make_unique<RunningProgram>(machine, InstallationValues{.serverRoot = "http://nowhere/",
-                                                                     .campusServerRoot = campus_->Root(),
-                                                                     .updateHost = "",
-                                                                     .webSiteRoot = "",
-                                                                     .oldDefaultDomain = ""});
+    started_ = std::make_unique<RunningProgram>(machine, "http://nowhere/", campus_->Root());
     auto& hall = started_->program.hall;
     hall.checkDatabaseBuild = hall.unpackDataFiles = hall.refreshUpdater = hall.checkVersion =
         hall.showMissingData = hall.showPublisherNews = [] {};
@@ -175,8 +156,9 @@ class CampusTest : public SettingsRoomTest {
   }
   std::string Certificate() const { return Content(machine.home / "tmp/marovane/xqdcert.set").value_or(""); }
 
-  RealServer school_;
-  std::unique_ptr<RealServer> city_, campus_;
+  RealServer school_{machine.loop, {"--data", School("school", "b101-1")}};
+  RealServer city_{machine.loop, {"--data", School("city", "c202"), "--prefix", "city/serverside"}};
+  std::unique_ptr<RealServer> campus_;
   std::unique_ptr<RunningProgram> started_;
 };
 
@@ -185,7 +167,10 @@ TEST_F(CampusTest, FirstLoginSetsThePasswordAndLaterOnesWantIt) {
       Start({{"nobody", nullptr, &Message::kUnknownAccount}, {"b101-1", "first1", &Message::kPasswordSet}}));
   EXPECT_EQ(started_->app.gServerUrlRoot, school_.Root());
   EXPECT_EQ(started_->app.gAccountNo, "b101-1");
-  EXPECT_EQ(Certificate(), Host(school_, "/") + "\r\nb101-1\r\nfirst1\r\n");
+  const std::string address = Host(school_, "/");
+  EXPECT_EQ(Certificate(), address + "\r\nb101-1\r\nfirst1\r\n");
+  EXPECT_EQ(LoginToServer(started_->program, address, "b101-1", "first1"), "OK_S-school#第一中學#");
+  EXPECT_EQ(LoginToServer(started_->program, address, "nobody", "first1"), "ERR_NOTFOUND");
   EXPECT_TRUE(Start({{nullptr, "other2", &Message::kWrongPassword}, {nullptr, "first1", nullptr}}))
       << "the login and its school come from the file";
   EXPECT_EQ(started_->app.gServerUrlRoot, school_.Root());
@@ -196,14 +181,14 @@ TEST_F(CampusTest, FirstLoginSetsThePasswordAndLaterOnesWantIt) {
 
 TEST_F(CampusTest, SchoolWithItsPagesInAFolderIsFoundThere) {
   EXPECT_TRUE(Start({{"c202", "first1", &Message::kPasswordSet}}));
-  EXPECT_EQ(started_->app.gServerUrlRoot, city_->Root());
-  EXPECT_EQ(started_->app.gUpdaterUrlRoot, Host(*city_, "/serverside/") + "/serverside/update");
-  EXPECT_EQ(Certificate(), Host(*city_, "/serverside/") + "\r\nc202\r\nfirst1\r\n");
+  EXPECT_EQ(started_->app.gServerUrlRoot, city_.Root());
+  EXPECT_EQ(started_->app.gUpdaterUrlRoot, Host(city_, "/serverside/") + "/serverside/update");
+  EXPECT_EQ(Certificate(), Host(city_, "/serverside/") + "\r\nc202\r\nfirst1\r\n");
   EXPECT_TRUE(Start({{nullptr, "first1", nullptr}}));
-  EXPECT_EQ(started_->app.gServerUrlRoot, city_->Root());
+  EXPECT_EQ(started_->app.gServerUrlRoot, city_.Root());
 }
 
-TEST_F(CampusTest, ServersThatAreGoneAreToldAndTheWindowStaysForAnotherTry) {
+TEST_F(CampusTest, ServersThatAreGoneAreReportedAndTheWindowStaysForAnotherTry) {
   EXPECT_TRUE(Start({{"b101-1", "first1", &Message::kPasswordSet}}));
   const std::string kept = Certificate();
   school_.Kill();

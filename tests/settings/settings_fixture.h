@@ -4,12 +4,14 @@
 #include <string>
 
 #include "core/settings.h"
+#include "platform/host/curl_http.h"
 #include "platform/window.h"
 #include "tests/core/core_fixture.h"
+#include "tests/support/real_server.h"
 
 namespace marovane {
 
-/// Counts what the windows of this room want of the main window.
+/// Counts what the windows of this room ask of the main window.
 class CountingMain : public FakeMain {
  public:
   using FakeMain::FakeMain;
@@ -29,7 +31,14 @@ class SettingsRoomTest : public CoreTest {
   }
 
   std::string Setup(const std::string& key) { return ReadSetup(program, key); }
+  /// Requests to these pages go out to real servers.
+  void GoOnline(std::initializer_list<const char*> pages) {
+    for (const char* const page : pages) {
+      machine.http.Route(page, [this](const base::HttpRequest& request) { return curl.Send(request); });
+    }
+  }
 
+  CurlHttp curl{machine.loop};
   CountingMain frmMain{machine.machine};
 };
 

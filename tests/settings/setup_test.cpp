@@ -6,6 +6,7 @@ namespace marovane {
 
 namespace {
 
+using ::testing::ElementsAre;
 using ::testing::EndsWith;
 using ::testing::IsEmpty;
 using ::testing::SizeIs;
@@ -15,10 +16,8 @@ class SetupTest : public SettingsRoomTest {
   SetupTest() {
     machine.http.Route("p_getusersettings.asp", "OK_");
     app.gFontSizeName = "MIDDLE";
-    app.gAutoCleanHistory = "1";
-    app.gAutoKeyinPw = "1";
-    app.gAlwaysOnTop = "0";
-    app.gFeedbackErrData = "0";
+    app.gAutoCleanHistory = app.gAutoKeyinPw = "1";
+    app.gAlwaysOnTop = app.gFeedbackErrData = "0";
     app.gAccountPassword = "secret";
   }
   void Open() { frmSetup->Show(); }
@@ -42,44 +41,37 @@ TEST_F(SetupTest, ShowsTheSettingsAndSavesWhatWasChosen) {
   machine.user.Click(frmSetup->lblHighestDegree(0));
   frmSetup->sdrTransform.Value = 130;
   Save();
-  EXPECT_FALSE(frmSetup.IsLoaded());
-  EXPECT_FALSE(app.gOpenSetup);
-  EXPECT_FALSE(app.gMainReload);
+  EXPECT_FALSE(frmSetup.IsLoaded() || app.gOpenSetup || app.gMainReload);
   EXPECT_EQ(frmMain.loads, 1);
   EXPECT_EQ(frmMain.txtInput.FontSize(), 15);
   EXPECT_EQ(app.gInputFontSize, 15);
   EXPECT_EQ(app.gTransformValue, 130);
-  for (const auto& [key, value] : std::map<std::string, std::string>{{"FontSize", "BIG"},
-                                                                     {"autoCleanHistory", "0"},
-                                                                     {"autoKeyinPw", "1"},
-                                                                     {"alwaysOnTop", "1"},
-                                                                     {"transformValue", "130"},
-                                                                     {"feedbackErrData", "1"},
-                                                                     {"eduBackground", "g1"}}) {
-    EXPECT_EQ(Setup(key), value) << key;
+  std::string saved;
+  for (const char* key : {"FontSize", "autoCleanHistory", "autoKeyinPw", "alwaysOnTop", "transformValue",
+                          "feedbackErrData", "eduBackground"}) {
+    saved += Setup(key) + " ";
   }
-  ASSERT_THAT(machine.http.Bodies("p_getusersettings.asp"), SizeIs(1));
-  EXPECT_THAT(machine.http.Bodies("p_getusersettings.asp")[0],
-              EndsWith("&met=w&setting=alwaysOnTop:1$autoCleanHistory:0$autoKeyinPw:1$eduBackground:g1$"
-                       "feedbackErrData:1$FontSize:BIG$Pno:4711$transformValue:130$userPW:secret"));
+  EXPECT_EQ(saved, "BIG 0 1 1 130 1 g1 ");
+  EXPECT_THAT(
+      machine.http.Bodies("p_getusersettings.asp"),
+      ElementsAre(EndsWith("&met=w&setting=alwaysOnTop:1$autoCleanHistory:0$autoKeyinPw:1$eduBackground:g1$"
+                           "feedbackErrData:1$FontSize:BIG$Pno:4711$transformValue:130$userPW:secret")));
 }
 
-TEST_F(SetupTest, EducationIsStoredInTwoSignsAndReadBackAsItStands) {
+TEST_F(SetupTest, EducationIsStoredInTwoSignsAndReadBack) {
   const struct {
     int level;
     bool isStudying;
     const char* stored;
-    int readLevel;
     int readState;
-  } cases[] = {{1, true, "p1", 1, 0}, {2, false, "j2", 2, 1}, {3, true, "s1", 3, 0}, {4, false, "u2", 4, 1},
-               {5, true, "g1", 5, 0}, {0, true, "1", 0, 1},   {0, false, "2", 0, 1}};
-  for (const auto& each : cases) {
-    EXPECT_EQ(EduBackground(each.level, each.isStudying), each.stored);
-    app.gEduBackground = each.stored;
+  } cases[] = {{1, true, "p1", 0}, {2, false, "j2", 1}, {3, true, "s1", 0}, {4, false, "u2", 1},
+               {5, true, "g1", 0}, {0, true, "1", 1},   {0, false, "2", 1}};
+  for (const auto& [level, isStudying, stored, readState] : cases) {
+    EXPECT_EQ(EduBackground(level, isStudying), stored);
+    app.gEduBackground = stored;
     Open();
-    EXPECT_EQ(frmSetup->cboHighestDegree.ListIndex(), each.readLevel) << each.stored;
-    EXPECT_TRUE(frmSetup->optHighestDegree(each.readState).Value()) << each.stored;
-    EXPECT_FALSE(frmSetup->optHighestDegree(1 - each.readState).Value()) << each.stored;
+    EXPECT_EQ(frmSetup->cboHighestDegree.ListIndex(), level) << stored;
+    EXPECT_EQ(SelectedOption(frmSetup->optHighestDegree), readState) << stored;
     frmSetup.Unload();
   }
 }

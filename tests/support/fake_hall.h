@@ -9,10 +9,18 @@
 
 namespace marovane {
 
-class FakeMain : public Form, public MainWindow {
+/// A window behind a door of its own kind.
+template <class Role>
+class FakeForm : public Form, public Role {
  public:
-  explicit FakeMain(Machine& theMachine) : Form(theMachine, "frmMain") {}
+  using Form::Form;
   Form& AsForm() override { return *this; }
+};
+using FakeWindow = FakeForm<HallWindow>;
+
+class FakeMain : public FakeForm<MainWindow> {
+ public:
+  explicit FakeMain(Machine& theMachine) : FakeForm(theMachine, "frmMain") {}
   RichTextBox& InputBox() override { return txtInput; }
   Control& MenuButton(int /*index*/) override { return txtInput; }
   void SetInputTextStyle(int /*mode*/) override {}
@@ -28,17 +36,15 @@ class FakeMain : public Form, public MainWindow {
   std::vector<std::string> checked;  ///< texts that CheckInputText was given
 };
 
-class FakeSplash : public Form, public Splash {
+class FakeSplash : public FakeForm<Splash> {
  public:
-  explicit FakeSplash(Machine& theMachine) : Form(theMachine, "frmSplash") {}
-  Form& AsForm() override { return *this; }
+  explicit FakeSplash(Machine& theMachine) : FakeForm(theMachine, "frmSplash") {}
   void StartClosing() override {}
 };
 
-class FakeBrowser : public Form, public Browser {
+class FakeBrowser : public FakeForm<Browser> {
  public:
-  explicit FakeBrowser(Machine& theMachine) : Form(theMachine, "frmBrowser") {}
-  Form& AsForm() override { return *this; }
+  explicit FakeBrowser(Machine& theMachine) : FakeForm(theMachine, "frmBrowser") {}
   void GoNavigate(const std::string& url, int mode) override { Note(visited, url, mode); }
   void GoWritePage(const base::Html& page, int mode) override { Note(written, page.Markup(), mode); }
   void GoPostPage(const base::Html& page, int mode) override { Note(posted, page.Markup(), mode); }
@@ -50,10 +56,9 @@ class FakeBrowser : public Form, public Browser {
   }
 };
 
-class FakeSuggestions : public Form, public Suggestions {
+class FakeSuggestions : public FakeForm<Suggestions> {
  public:
-  explicit FakeSuggestions(Machine& theMachine) : Form(theMachine, "frmSuggest") {}
-  Form& AsForm() override { return *this; }
+  explicit FakeSuggestions(Machine& theMachine) : FakeForm(theMachine, "frmSuggest") {}
   void HideTabs() override { log.emplace_back("hide"); }
   void ShowSuggest(const std::string& kind, const std::string& list) override {
     log.push_back(kind + " " + list);
@@ -61,10 +66,9 @@ class FakeSuggestions : public Form, public Suggestions {
   std::vector<std::string> log;
 };
 
-class FakeWordHelper : public Form, public WordHelper {
+class FakeWordHelper : public FakeForm<WordHelper> {
  public:
-  explicit FakeWordHelper(Machine& theMachine) : Form(theMachine, "frmCollocation") {}
-  Form& AsForm() override { return *this; }
+  explicit FakeWordHelper(Machine& theMachine) : FakeForm(theMachine, "frmCollocation") {}
   void SetFreeword(int index, const std::string& text) override { Note("free", index, text); }
   void SetKeyword(int index, const std::string& text) override { Note("key", index, text); }
   void SelectTab(int index) override { Note("tab", index, ""); }
@@ -90,28 +94,9 @@ class FakeUpload : public UploadRun {
   AppState& app_;
 };
 
-/// Any other window behind a door.
-class FakeWindow : public Form, public HallWindow {
- public:
-  using Form::Form;
-  Form& AsForm() override { return *this; }
-};
-
-/// Stands behind the doors of a program, and makes the steps of its start do nothing, until a test wants
-/// more.
+/// Windows behind the doors of a program. The steps of its start do nothing, until a test wants more.
 struct FakeHall {
-  explicit FakeHall(Program& program)
-      : frmMain(program.machine),
-        frmSplash(program.machine),
-        frmBrowser(program.machine),
-        frmSuggest(program.machine),
-        frmCollocation(program.machine),
-        frmUpload(program.app),
-        frmDiary(program.machine, "frmDiary"),
-        frmSetup(program.machine, "frmSetup"),
-        frmFeedback(program.machine, "frmFeedback"),
-        frmPassword(program.machine, "frmPassword"),
-        frmEssayInputEdu(program.machine, "frmEssayInputEdu") {
+  explicit FakeHall(Program& theProgram) : program(theProgram) {
     Hall& hall = program.hall;
     Lead(hall.frmMain, frmMain);
     Lead(hall.frmSplash, frmSplash);
@@ -136,13 +121,16 @@ struct FakeHall {
     door.LeadsTo([&window]() -> T& { return window; });
   }
 
-  FakeMain frmMain;
-  FakeSplash frmSplash;
-  FakeBrowser frmBrowser;
-  FakeSuggestions frmSuggest;
-  FakeWordHelper frmCollocation;
-  FakeUpload frmUpload;
-  FakeWindow frmDiary, frmSetup, frmFeedback, frmPassword, frmEssayInputEdu;
+  Program& program;
+  FakeMain frmMain{program.machine};
+  FakeSplash frmSplash{program.machine};
+  FakeBrowser frmBrowser{program.machine};
+  FakeSuggestions frmSuggest{program.machine};
+  FakeWordHelper frmCollocation{program.machine};
+  FakeUpload frmUpload{program.app};
+  FakeWindow frmDiary{program.machine, "frmDiary"}, frmSetup{program.machine, "frmSetup"},
+      frmFeedback{program.machine, "frmFeedback"}, frmPassword{program.machine, "frmPassword"},
+      frmEssayInputEdu{program.machine, "frmEssayInputEdu"};
 };
 
 }  // namespace marovane

@@ -26,7 +26,7 @@ class FakeHttp : public HttpClient {
   void Route(const std::string& end, const std::string& body, int status = 200);
   /// No connection comes about.
   void RouteToNowhere(const std::string& end);
-  /// Answers one request; several wait in line and go before a standing answer.
+  /// Answers one request; several wait in line and come before a lasting answer.
   void Queue(const std::string& end, Answer answer) { routes_[end].once.push_back(std::move(answer)); }
   void Queue(const std::string& end, const std::string& body, int status = 200);
 

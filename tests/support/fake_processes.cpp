@@ -6,35 +6,8 @@
 
 namespace marovane {
 
-namespace {
-
-class ScriptedPipe : public PipedProcess {
- public:
-  ScriptedPipe(std::vector<std::string> lines, std::function<void()> onClosed)
-      : lines_(std::move(lines)), onClosed_(std::move(onClosed)) {}
-  ~ScriptedPipe() override { onClosed_(); }
-  ScriptedPipe(const ScriptedPipe&) = delete;
-  ScriptedPipe& operator=(const ScriptedPipe&) = delete;
-
-  std::optional<std::string> ReadLine(int /*timeout*/) override {
-    if (next_ == lines_.size()) return std::nullopt;
-    return lines_[next_++];
-  }
-
- private:
-  std::vector<std::string> lines_;
-  std::size_t next_ = 0;
-  std::function<void()> onClosed_;
-};
-
-}  // namespace
-
 void FakeProcesses::Install(const std::string& name, std::chrono::milliseconds time, Work work) {
-  programs_[name] = {time, std::move(work), {}};
-}
-
-void FakeProcesses::InstallPiped(const std::string& name, std::vector<std::string> lines) {
-  programs_[name] = {std::nullopt, {}, std::move(lines)};
+  programs_[name] = {time, std::move(work)};
 }
 
 int FakeProcesses::Add(const std::string& name) {
@@ -42,16 +15,12 @@ int FakeProcesses::Add(const std::string& name) {
   return lastId_;
 }
 
-const FakeProcesses::Program& FakeProcesses::Launch(const base::ProcessStart& start) {
-  fault.Step("start of " + start.program.string());
-  const auto program = programs_.find(start.program.filename().string());
-  if (program == programs_.end()) throw RunTimeError("no such program: " + start.program.string());
-  started.push_back(start);
-  return program->second;
-}
-
 void FakeProcesses::Start(const base::ProcessStart& start) {
-  const Program program = Launch(start);
+  fault.Step("start of " + start.program.string());
+  const auto found = programs_.find(start.program.filename().string());
+  if (found == programs_.end()) throw RunTimeError("no such program: " + start.program.string());
+  const Program program = found->second;
+  started.push_back(start);
   const int id = Add(start.program.filename().string());
   if (!program.time) return;
   auto& timer = timers_.emplace_back(std::make_unique<Timer>(loop_, static_cast<int>(program.time->count())));
@@ -65,9 +34,7 @@ void FakeProcesses::Start(const base::ProcessStart& start) {
 }
 
 std::unique_ptr<PipedProcess> FakeProcesses::StartPiped(const base::ProcessStart& start) {
-  auto lines = Launch(start).lines;
-  const int id = Add(start.program.filename().string());
-  return std::make_unique<ScriptedPipe>(std::move(lines), [this, id] { End(id); });
+  throw RunTimeError("no program with pipes: " + start.program.string());
 }
 
 std::vector<ProcessInfo> FakeProcesses::List() const {

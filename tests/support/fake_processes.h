@@ -27,14 +27,13 @@ class FakeProcesses : public Processes {
   void Install(const std::string& name, std::chrono::milliseconds time, Work work = {});
   /// A program that runs until somebody ends it.
   void InstallHanging(const std::string& name) { programs_[name] = {}; }
-  /// A program with pipes. It writes these lines at once and then says no more.
-  void InstallPiped(const std::string& name, std::vector<std::string> lines);
   /// Adds a process that somebody else has started.
   /// @return its id
   int Add(const std::string& name);
   void End(int id) { running_.erase(id); }
 
   void Start(const base::ProcessStart& start) override;
+  /// No program has pipes.
   std::unique_ptr<PipedProcess> StartPiped(const base::ProcessStart& start) override;
   std::vector<ProcessInfo> List() const override;
   bool Terminate(int id) override;
@@ -47,9 +46,7 @@ class FakeProcesses : public Processes {
   struct Program {
     std::optional<std::chrono::milliseconds> time;  // none: hangs
     Work work;
-    std::vector<std::string> lines;
   };
-  const Program& Launch(const base::ProcessStart& start);
 
   VirtualLoop& loop_;
   std::map<std::string, Program> programs_;

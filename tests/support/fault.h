@@ -10,7 +10,7 @@ namespace marovane {
 struct Killed {};
 
 /// Counts the steps of a fake from 1 and fails one of them, or lets the program die before one of them. A
-/// dead program takes no further step.
+/// dead program makes no further step.
 class Fault {
  public:
   void FailAt(int step) { failAt_ = step; }

@@ -14,7 +14,7 @@ constexpr int kPatience = 30'000;  // milliseconds
 constexpr const char* kRootLine = "root=";
 
 base::ProcessStart ServerStart(const std::vector<std::string>& arguments) {
-  // A server that chooses its own place takes no word about it.
+  // A server that chooses its own place accepts no word about it.
   const bool hasPlace = std::ranges::count(arguments, "--prefix") > 0;
   base::ProcessStart start{MAROVANE_SERVER_PROGRAM, {}, {}};
   if (!hasPlace) start.arguments = {"--embedded"};

@@ -15,14 +15,14 @@ namespace marovane {
 /// object. Throws RunTimeError when it does not come up within half a minute.
 class RealServer {
  public:
-  /// @param arguments what the server is told besides, such as {"--data", folder}; with "--prefix" it is one
+  /// @param arguments more words for the server, such as {"--data", folder}; with "--prefix" it is one
   /// for a school, otherwise one of the program's own
   RealServer(EventLoop& loop, const std::vector<std::string>& arguments);
   ~RealServer() { Kill(); }
   RealServer(const RealServer&) = delete;
   RealServer& operator=(const RealServer&) = delete;
 
-  /// Address that the names of its pages are put behind; ends in "/".
+  /// Address that the names of its pages follow; ends in "/".
   const std::string& Root() const { return root_; }
   /// Ends the server as a crash would, and returns when nobody answers any more.
   void Kill();

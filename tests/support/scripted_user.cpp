@@ -28,7 +28,7 @@ bool TakesFocus(const Control& control) {
 
 bool HasCharacter(int key) { return key == kKeyBack || key == kKeyEnter || key == kKeyEscape; }
 
-// Controls of one array share what stands before the last "_".
+// Controls of one array share what is before the last "_".
 std::string ArrayName(const Control& control) { return control.Name().substr(0, control.Name().rfind('_')); }
 
 bool IsHighSurrogate(char16_t unit) { return unit >= 0xD800 && unit < 0xDC00; }
@@ -114,20 +114,16 @@ void ScriptedUser::Hover(Control& control) {
   control.MouseMove.Raise();
 }
 
-void ScriptedUser::MouseClick(Control& control, int button) {
+void ScriptedUser::Click(Control& control) {
+  const EventLoop::HandlerScope scope(loop_);
   Hover(control);
   if (TakesFocus(control)) {
     control.SetFocus();
   } else {
     windows_.Activate(control.Owner());
   }
-  control.MouseDown.Raise(button);
-  control.MouseUp.Raise(button);
-}
-
-void ScriptedUser::Click(Control& control) {
-  const EventLoop::HandlerScope scope(loop_);
-  MouseClick(control, kLeftButton);
+  control.MouseDown.Raise(kLeftButton);
+  control.MouseUp.Raise(kLeftButton);
   // A control that vanished under the button is not clicked.
   if (!control.AcceptsInput()) return;
   Toggle(control);
@@ -149,19 +145,6 @@ void ScriptedUser::PickOption(OptionButton& option) {
     if (ArrayName(*sibling) == ArrayName(option) && sibling->Value()) sibling->Value = false;
   }
   option.Value = true;
-}
-
-void ScriptedUser::DoubleClick(Control& control) {
-  const EventLoop::HandlerScope scope(loop_);
-  Click(control);
-  if (!control.AcceptsInput()) return;
-  control.DblClick.Raise();
-  control.MouseUp.Raise(kLeftButton);
-}
-
-void ScriptedUser::RightClick(Control& control) {
-  const EventLoop::HandlerScope scope(loop_);
-  MouseClick(control, kRightButton);
 }
 
 void ScriptedUser::Choose(ComboBox& list, int index) {

@@ -12,7 +12,7 @@
 namespace marovane {
 
 /// Acts on controls through the very events that a real view raises, in the same order, and refuses what a
-/// person could not do: each action throws std::logic_error when its control takes no input at that moment.
+/// person could not do: each action throws std::logic_error when its control accepts no input at that moment.
 class ScriptedUser {
  public:
   using Action = std::function<void(Form&)>;
@@ -23,14 +23,12 @@ class ScriptedUser {
   ScriptedUser& operator=(const ScriptedUser&) = delete;
 
   void Focus(Control& control);
-  /// Types UTF-8 text at the selection. KeyPress is told each character's code as Asc gives it;
+  /// Types UTF-8 text at the selection. KeyPress gets each character's code as Asc returns it;
   /// a line feed is the Enter key, which adds CR LF unless it is swallowed.
   void Type(TextBox& box, const std::string& text);
   /// Presses one key: KeyDown, then KeyPress for the keys that have a character.
   void Press(Control& control, int key);
   void Click(Control& control);
-  void DoubleClick(Control& control);
-  void RightClick(Control& control);
   /// Moves the mouse onto a control.
   void Hover(Control& control);
   /// Picks an item of a list, by number from 0.
@@ -50,7 +48,6 @@ class ScriptedUser {
   void TypeCharacter(TextBox& box, const std::u16string& character);
   void Insert(TextBox& box, const std::string& text);
   void Erase(TextBox& box);
-  void MouseClick(Control& control, int button);
   static void Toggle(Control& control);
   static void PickOption(OptionButton& option);
 

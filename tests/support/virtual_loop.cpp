@@ -13,10 +13,6 @@ constexpr std::chrono::seconds kRealPatience{30};
 
 }  // namespace
 
-void VirtualLoop::SetNow(base::LocalTime now) {
-  wallAtStart_ = now - std::chrono::floor<std::chrono::seconds>(elapsed_);
-}
-
 base::LocalTime VirtualLoop::Now() const {
   return wallAtStart_ + std::chrono::floor<std::chrono::seconds>(elapsed_);
 }

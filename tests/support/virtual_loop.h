@@ -20,8 +20,6 @@ class VirtualLoop : public EventLoop {
   /// Lets time go by, as work does. Timers that become due fire at the next wait; in blocking work those that
   /// move pictures fire at once.
   void Advance(Milliseconds time);
-  /// Sets the wall clock, which goes on from there with the steady one.
-  void SetNow(base::LocalTime now);
 
   int WatchReadable(int fd, std::function<void()> callback) override;
   void StopWatching(int watch) override { watches_.Remove(watch); }

@@ -63,8 +63,16 @@ bool Computer::Sync(const std::string& mode, const std::string& oldAccount) {
   return true;
 }
 
-std::vector<std::string> Computer::Query(const std::string& sql, int columns) {
-  return Rows(machine.realDatabases, recordsPath, sql, columns);
+void Computer::CloseMessages() {
+  machine.windows.onShown = [this](Form& form, bool isModal) {
+    if (!isModal) return;
+    ++messages;
+    machine.loop.Post([&form] { dynamic_cast<FrmMessage&>(form).cmdOK.Click.Raise(); });
+  };
+}
+
+std::vector<std::string> Computer::Query(const std::string& sql) {
+  return Rows(machine.realDatabases, recordsPath, sql);
 }
 
 std::multiset<std::string> Computer::Contents() {
@@ -73,7 +81,7 @@ std::multiset<std::string> Computer::Contents() {
        {"select '', sentence, sDate, essayId, essaySId, haveHtm, '' from oksentence",
         "select errcode, sentence, sDate, essayId, essaySId, haveHtm, '' from errsentence",
         "select sDate, essayId, workId, finalSet, quiz, orgEssay, newEssay from essay"}) {
-    const auto rows = Query(sql, 7);
+    const auto rows = Query(sql);
     all.insert(rows.begin(), rows.end());
   }
   return all;

@@ -49,14 +49,18 @@ class Computer {
   /// @param oldAccount one to merge with, "" for none
   bool Sync(const std::string& mode, const std::string& oldAccount = "");
 
+  /// From now on its learner reads and closes every message.
+  void CloseMessages();
+
   /// Rows of a statement on the record database.
-  std::vector<std::string> Query(const std::string& sql, int columns);
+  std::vector<std::string> Query(const std::string& sql);
   /// All rows without local keys and flags, sorted.
   std::multiset<std::string> Contents();
 
   TestMachine machine;
   std::filesystem::path recordsPath = machine.home / "tmp" / "marovane" / "Marovane.mdb";
   std::unique_ptr<RunningProgram> running;
+  int messages = 0;  ///< closed by CloseMessages
 
  private:
   base::Day Today() const { return base::DayOf(machine.loop.Now()); }
@@ -65,7 +69,7 @@ class Computer {
   std::string account_;
 };
 
-/// The same of an account on a server, of its database file.
+/// The same for an account on a server, from its database file.
 std::multiset<std::string> ServerContents(const std::filesystem::path& database, const std::string& account);
 inline std::multiset<std::string> Contents(const SyncServer& server) {
   return ServerContents(server.Database(), SyncServer::kAccount);

@@ -4,9 +4,11 @@
 #include <memory>
 #include <string>
 
+#include "base/day.h"
 #include "platform/host/curl_http.h"
-#include "tests/server/temp_folder.h"
+#include "platform/run_time_error.h"
 #include "tests/support/real_server.h"
+#include "tests/support/temp_folder.h"
 #include "tests/support/virtual_loop.h"
 #include "tests/sync/sync_server.h"
 
@@ -15,19 +17,25 @@ namespace marovane {
 /// Serves as many accounts as the test wants, on the loopback.
 class School {
  public:
-  School();
+  School() { Start(); }
 
-  void AddAccount(const std::string& number);
+  void AddAccount(const std::string& number) { pages_.AddAccount(number, SyncServer::kOldPassword); }
   /// Kills the process with whatever it is doing and starts another on the same data.
-  void Crash();
+  void Crash() {
+    process_.reset();
+    Start();
+  }
   const std::string& Root() const { return process_->Root(); }
   std::filesystem::path Database() const { return folder_ / "server.db"; }
 
  private:
-  void Start();
+  void Start() {
+    process_ =
+        std::make_unique<RealServer>(loop_, std::vector<std::string>{"--data", Database().parent_path()});
+  }
 
   TempFolder folder_;
-  SyncPages door_{Database()};  ///< another way to its data, for what no page does
+  SyncPages pages_{Database()};  ///< another way to its data, for what no page does
   VirtualLoop loop_;
   std::unique_ptr<RealServer> process_;
 };
@@ -36,16 +44,36 @@ class School {
 enum class Weather { kFine, kNoConnection, kReplyLost, kServerError, kHalfReply, kForeignPage, kServerCrash };
 
 /// One computer's way to the school: libcurl, and whatever the weather does to a request.
-class Network : public HttpClient {
+class Network {
  public:
   Network(School& school, EventLoop& loop) : school_(school), loop_(loop), curl_(loop) {}
 
-  /// @param request to "http://server/…", wherever that stands now
-  base::HttpResponse Send(const base::HttpRequest& request) override { return Send(request, Weather::kFine); }
-  base::HttpResponse Send(const base::HttpRequest& request, Weather weather);
+  /// @param request to "http://server/…", wherever the school is now
+  base::HttpResponse Send(const base::HttpRequest& request, Weather weather = Weather::kFine) {
+    if (weather == Weather::kNoConnection) throw RunTimeError("no connection");
+    if (weather == Weather::kServerError) return {500, "text/html", "<html>oops</html>", request.url};
+    if (weather == Weather::kForeignPage) {
+      return {200, "text/html", "<html>Welcome to our network! # Log in.</html>", request.url};
+    }
+    base::HttpResponse response = Deliver(request);
+    if (weather == Weather::kServerCrash) school_.Crash();
+    if (weather == Weather::kHalfReply) response.body.resize(response.body.size() / 2);
+    if (weather == Weather::kReplyLost || weather == Weather::kServerCrash) {
+      throw RunTimeError("the reply got lost");
+    }
+    return response;
+  }
 
  private:
-  base::HttpResponse Deliver(base::HttpRequest request);
+  base::HttpResponse Deliver(base::HttpRequest request) {
+    const std::string name = "http://server/";
+    request.url.replace(0, name.size(), school_.Root());
+    const bool isProbe = request.url.ends_with("p_getconn.asp");
+    base::HttpResponse response = curl_.Send(request);
+    // The school lives on the same day as the computers, whatever the real one is.
+    if (isProbe) response.body = "ONLINE " + base::ShownDay(base::DayOf(loop_.Now()));
+    return response;
+  }
 
   School& school_;
   EventLoop& loop_;

@@ -15,12 +15,9 @@ class SyncLoginTest : public ::testing::Test {
     frmSyncLogin->Show();
   }
   void Enter(const std::string& account, const std::string& password) {
-    auto& user = home.machine.user;
-    frmSyncLogin->txtPno.Text = "";
-    frmSyncLogin->txtPass.Text = "";
-    user.Type(frmSyncLogin->txtPno, account);
-    user.Type(frmSyncLogin->txtPass, password);
-    user.Click(frmSyncLogin->cmdButtons(0));
+    frmSyncLogin->txtPno.Text = account;
+    frmSyncLogin->txtPass.Text = password;
+    home.machine.user.Click(frmSyncLogin->cmdButtons(0));
   }
   void ExpectMessage(const Message& message) { marovane::ExpectMessage(home.machine.user, message); }
 
@@ -30,14 +27,14 @@ class SyncLoginTest : public ::testing::Test {
   Window<FrmSyncLogin> frmSyncLogin{[this] { return std::make_shared<FrmSyncLogin>(home.running->program); }};
 };
 
-TEST_F(SyncLoginTest, TakesAnAccountThatItsPasswordProves) {
+TEST_F(SyncLoginTest, AcceptsAnAccountWithItsPassword) {
   Enter(" old.-account ", SyncServer::kOldPassword);
   EXPECT_EQ(app.gMsgResult, "OK");
   EXPECT_EQ(app.gUploadAccountNo, SyncServer::kOldAccount);
   EXPECT_FALSE(frmSyncLogin.IsLoaded());
 }
 
-TEST_F(SyncLoginTest, TellsRefusalsAndStaysForAnotherTry) {
+TEST_F(SyncLoginTest, ReportsRefusalsAndStaysForAnotherTry) {
   ExpectMessage(Message::kWrongAccount);
   Enter("nobody", SyncServer::kOldPassword);
   ExpectMessage(Message::kWrongPassword);

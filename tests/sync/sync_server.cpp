@@ -45,6 +45,13 @@ base::HttpResponse SyncPages::Answer(const base::HttpRequest& request) {
           request.url};
 }
 
+base::HttpRequest PostOf(const std::string& account, const std::string& from, const std::string& rows) {
+  return {
+      .url = "http://server/p_update_err_rec.asp",
+      .headers = {{"Content-Type", "application/x-www-form-urlencoded"}, {"Idempotency-Key", account + rows}},
+      .body = "key=zorbelquinter&pno=" + account + "&frompno=" + from + "&grade=" + rows};
+}
+
 std::vector<std::string> ServerRows(const std::filesystem::path& database, const std::string& sql) {
   std::vector<std::string> rows;
   server::OpenStoreDatabase(database)->Run(sql, {}, [&](const base::DbRow& row) {

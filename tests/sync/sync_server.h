@@ -5,12 +5,16 @@
 
 #include "platform/http.h"
 #include "server/pages/page.h"
-#include "tests/server/temp_folder.h"
+#include "tests/support/temp_folder.h"
 
 namespace marovane {
 
 /// Rows of a statement on a server's database, each as its columns joined by "|".
 std::vector<std::string> ServerRows(const std::filesystem::path& database, const std::string& sql);
+
+/// A post of records as an upload makes it.
+/// @param rows fields of the rows, each after a "&"
+base::HttpRequest PostOf(const std::string& account, const std::string& from, const std::string& rows);
 
 /// The pages on a database, which is made when it is missing.
 class SyncPages {
@@ -20,7 +24,7 @@ class SyncPages {
   /// @param password of the new account
   void AddAccount(const std::string& number, const std::string& password);
   base::HttpResponse Answer(const base::HttpRequest& request);
-  std::string today = "2026/11/5";  ///< what it tells of the day, as the clocks of the computers do
+  std::string today = "2026/11/5";  ///< the day that it names, which is that of the computers' clocks
   const std::filesystem::path& Database() const { return database_; }
   std::vector<std::string> Query(const std::string& sql) const { return ServerRows(database_, sql); }
 

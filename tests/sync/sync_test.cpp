@@ -13,17 +13,26 @@ namespace {
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 
-std::string SyncChecksumOf(Computer& computer) {
-  SyncRecords records(computer.Records());
-  return SyncChecksum(records);
-}
+constexpr const char* kUpload = "p_update_err_rec.asp";
+constexpr const char* kCompare = "p_sync_checksum.asp";
+constexpr const char* kStream = "p_sync_client_new.asp";
 
 class SyncTest : public ::testing::Test {
  protected:
   FakeHttp::Answer Forward() {
     return [this](const base::HttpRequest& request) { return server.Answer(request); };
   }
-  std::size_t Requests(const std::string& page) { return home.machine.http.Bodies(page).size(); }
+  static std::size_t Requests(Computer& computer, const std::string& page) {
+    return computer.machine.http.Bodies(page).size();
+  }
+  /// Requests of a synchronisation.
+  std::size_t RequestsOfSync(Computer& computer) {
+    computer.machine.http.requests.clear();
+    EXPECT_TRUE(computer.Sync("NOMSG"));
+    return computer.machine.http.requests.size();
+  }
+  /// Sentences on the server.
+  std::string Stored() const { return server.Query("select count(*) from sentence")[0]; }
 
   SyncServer server;
   Computer home{Forward()}, school{Forward()};
@@ -41,16 +50,14 @@ TEST_F(SyncTest, BringsTheRecordsOfOneComputerToTheOther) {
   EXPECT_EQ(school.Contents(), home.Contents());
   EXPECT_EQ(Contents(server), home.Contents());
   EXPECT_EQ(school.Contents().size(), 5U);
-  EXPECT_THAT(home.Query("select distinct upload from oksentence", 1), ElementsAre("Y"));
-  EXPECT_THAT(school.Query("select distinct upload from oksentence", 1), ElementsAre("Y"));
+  EXPECT_THAT(home.Query("select distinct upload from oksentence"), ElementsAre("Y"));
+  EXPECT_THAT(school.Query("select distinct upload from oksentence"), ElementsAre("Y"));
   EXPECT_EQ(school.running->frmMain.Left(), 4711);
   EXPECT_TRUE(school.running->frmMain.Enabled());
   EXPECT_TRUE(school.App().gUploadFinished);
   EXPECT_FALSE(school.running->frmUpload.IsLoaded());
 
-  school.machine.http.requests.clear();
-  ASSERT_TRUE(school.Sync("NOMSG"));
-  EXPECT_EQ(school.machine.http.requests.size(), 1U) << "the quick path asks for the checksum alone";
+  EXPECT_EQ(RequestsOfSync(school), 1U) << "the quick path asks for the checksum alone";
 }
 
 TEST_F(SyncTest, PostsTheFieldsOfTheFormInTheirOrder) {
@@ -58,7 +65,7 @@ TEST_F(SyncTest, PostsTheFieldsOfTheFormInTheirOrder) {
   const std::string id = home.AddEssay("A & b.\r\nC.");
   home.AddOk("It's 1+1.", id);
   home.Sync("UPLOAD", SyncServer::kOldAccount);
-  const auto posts = home.machine.http.Bodies("p_update_err_rec.asp");
+  const auto posts = home.machine.http.Bodies(kUpload);
   const std::string head = "key=zorbelquinter&pno=1234567890&frompno=old.account&grade=u2";
   EXPECT_THAT(
       posts,
@@ -85,10 +92,10 @@ TEST_F(SyncTest, DeletesOneOfTwoEqualSentences) {
   home.AddOk("Twice.");
   home.Records().Db().Run("update oksentence set upload = 'D' where upload = 'N'");
   home.Sync("UPLOAD");
-  EXPECT_EQ(server.Query("select count(*) from sentence")[0], "1") << "the deleted one was never there";
+  EXPECT_EQ(Stored(), "1") << "the deleted one was never there";
   home.Records().Db().Run("update oksentence set upload = 'D'");
   home.Sync("NOMSG");
-  EXPECT_EQ(server.Query("select count(*) from sentence")[0], "0");
+  EXPECT_EQ(Stored(), "0");
   EXPECT_TRUE(home.Contents().empty());
 }
 
@@ -98,25 +105,24 @@ TEST_F(SyncTest, PagesThroughLongStreamsAndKeepsTheOrder) {
   school.Sync("NOMSG");
   EXPECT_EQ(school.Contents(), home.Contents());
   const std::string sentences = "select sentence from oksentence order by sId";
-  EXPECT_EQ(school.Query(sentences, 1), home.Query(sentences, 1));
-  EXPECT_EQ(school.machine.http.Bodies("p_sync_client_new.asp").size(), 5U) << "3 pages and two streams";
+  EXPECT_EQ(school.Query(sentences), home.Query(sentences));
+  EXPECT_EQ(Requests(school, kStream), 5U) << "3 pages and two streams";
 }
 
 TEST_F(SyncTest, KeepsWhatDidNotArriveAndSendsItOnce) {
   home.AddOk("Kept.");
-  home.machine.http.Queue("p_update_err_rec.asp",
-                          [this](const base::HttpRequest& request) -> base::HttpResponse {
-                            server.Answer(request);
-                            throw RunTimeError("the reply got lost");
-                          });
+  home.machine.http.Queue(kUpload, [this](const base::HttpRequest& request) -> base::HttpResponse {
+    server.Answer(request);
+    throw RunTimeError("the reply got lost");
+  });
   home.Sync("NOMSG");
-  EXPECT_THAT(home.Query("select upload from oksentence", 1), ElementsAre("Y"));
+  EXPECT_THAT(home.Query("select upload from oksentence"), ElementsAre("Y"));
   EXPECT_EQ(home.Contents().size(), 1U) << "no reload while something is on its way";
   home.Sync("NOMSG");
-  EXPECT_EQ(home.machine.http.Bodies("p_update_err_rec.asp").size(), 2U);
-  EXPECT_EQ(server.Query("select count(*) from sentence")[0], "1");
+  EXPECT_EQ(Requests(home, kUpload), 2U);
+  EXPECT_EQ(Stored(), "1");
   home.Sync("NOMSG");
-  EXPECT_EQ(home.machine.http.Bodies("p_update_err_rec.asp").size(), 2U) << "the outbox is empty";
+  EXPECT_EQ(Requests(home, kUpload), 2U) << "the outbox is empty";
 }
 
 TEST_F(SyncTest, FeedbackThatWaitsGoesAlsoWhenNothingElseDoes) {
@@ -134,47 +140,40 @@ TEST_F(SyncTest, AsksAgainForAStreamThatBreaksOff) {
   home.AddOk("Here.");
   home.Sync("UPLOAD");
   for (const char* const reply : {"", "<@>FINISH", "#Here.#2026/11/5#0#0#N<@>"}) {
-    school.machine.http.Queue("p_sync_client_new.asp", reply);
+    school.machine.http.Queue(kStream, reply);
   }
   school.Sync("NOMSG");
   EXPECT_EQ(school.Contents(), home.Contents()) << "no row twice";
-  EXPECT_EQ(school.machine.http.Bodies("p_sync_client_new.asp").size(), 6U);
+  EXPECT_EQ(Requests(school, kStream), 6U);
 }
 
-struct BadReply {
-  const char* what;
-  int status;
-  std::string body;
-};
-
 TEST_F(SyncTest, LeavesTheRecordsAloneWhenTheServerTalksRubbish) {
-  const std::vector<BadReply> replies{{"a page", 200, "<html>Log in to our network</html>"},
-                                      {"an error", 500, "FINISH"},
-                                      {"a redirection", 302, "FINISH"},
-                                      {"# in a sentence", 200, "#Room # 5.#2026/11/5#0#0#N<@>FINISH"},
-                                      {"a wrong date", 200, "#Here.#2026/13/5#0#0#N<@>FINISH"},
-                                      {"an empty date", 200, "#Here.##0#0#N<@>FINISH"},
-                                      {"half a character", 200, "#\xA4"},
-                                      {"a word of refusal", 200, "ERR_NOTFOUND"},
-                                      {"the same page for ever", 200, "#Here.#2026/11/5#0#0#N<@>LASTID:7"},
-                                      {"much of nothing", 200, std::string(5'000'000, 'x')}};
+  const struct {
+    const char* what;
+    int status;
+    std::string body;
+  } replies[] = {{"a page", 200, "<html>Log in to our network</html>"},
+                 {"an error", 500, "FINISH"},
+                 {"a redirection", 302, "FINISH"},
+                 {"# in a sentence", 200, "#Room # 5.#2026/11/5#0#0#N<@>FINISH"},
+                 {"a wrong date", 200, "#Here.#2026/13/5#0#0#N<@>FINISH"},
+                 {"an empty date", 200, "#Here.##0#0#N<@>FINISH"},
+                 {"half a character", 200, "#\xA4"},
+                 {"a word of refusal", 200, "ERR_NOTFOUND"},
+                 {"the same page for ever", 200, "#Here.#2026/11/5#0#0#N<@>LASTID:7"},
+                 {"much of nothing", 200, std::string(5'000'000, 'x')}};
   home.AddOk("Mine.");
   home.Sync("UPLOAD");
   const auto before = home.Contents();
-  home.machine.http.Route("p_sync_checksum.asp", "<html>");
+  home.machine.http.Route(kCompare, "<html>");
+  home.CloseMessages();
   int messages = 0;
-  home.machine.windows.onShown = [&](Form& form, bool isModal) {
-    if (!isModal) return;
-    ++messages;
-    home.machine.loop.Post([&form] { dynamic_cast<FrmMessage&>(form).cmdOK.Click.Raise(); });
-  };
-  for (const auto& reply : replies) {
-    SCOPED_TRACE(reply.what);
-    const int shown = messages;
-    home.machine.http.Route("p_sync_client_new.asp", reply.body, reply.status);
+  for (const auto& [what, status, body] : replies) {
+    SCOPED_TRACE(what);
+    home.machine.http.Route(kStream, body, status);
     ASSERT_TRUE(home.Sync("NOMSG"));
     EXPECT_EQ(home.Contents(), before);
-    EXPECT_EQ(messages, shown + 1) << "the learner is told";
+    EXPECT_EQ(home.messages, ++messages) << "the learner gets a message";
     EXPECT_TRUE(home.running->frmMain.Enabled());
     EXPECT_EQ(home.running->frmMain.Left(), 4711);
     EXPECT_TRUE(home.App().gUploadFinished);
@@ -195,40 +194,35 @@ TEST_F(SyncTest, TracesTheStreamsBesideTheProgramOrElseInTheFolderOfTheUser) {
   EXPECT_EQ(machine.realFiles.Read(machine.home / "program/debug.log"), trace);
   std::filesystem::remove_all(machine.home / "program");
   machine.realFiles.Write(machine.home / "program", "nobody can write into it", false);
-  school.machine.http.Queue("p_sync_checksum.asp", "DIFFERENT");
-  school.machine.http.Queue("p_sync_checksum.asp", "DIFFERENT");
+  school.machine.http.Queue(kCompare, "DIFFERENT");
+  school.machine.http.Queue(kCompare, "DIFFERENT");
   school.Sync("NOMSG");
   EXPECT_EQ(machine.realFiles.Read(machine.home / "state/marovane/debug.log"), trace);
 }
 
-TEST_F(SyncTest, TakesSqlInASentenceAsText) {
-  home.machine.http.Route("p_sync_checksum.asp", "no");
-  home.machine.http.Route("p_sync_client_new.asp", "FINISH");
-  home.machine.http.Queue("p_sync_client_new.asp", "#x'); drop table essay; --#2026/11/5#0#0#N<@>FINISH");
+TEST_F(SyncTest, StoresSqlInASentenceAsText) {
+  home.machine.http.Route(kCompare, "no");
+  home.machine.http.Route(kStream, "FINISH");
+  home.machine.http.Queue(kStream, "#x'); drop table essay; --#2026/11/5#0#0#N<@>FINISH");
   home.Sync("NOMSG");
-  EXPECT_THAT(home.Query("select sentence from oksentence", 1), ElementsAre("x’); drop table essay; --"));
-  EXPECT_THAT(home.Query("select * from essay", 8), IsEmpty());
+  EXPECT_THAT(home.Query("select sentence from oksentence"), ElementsAre("x’); drop table essay; --"));
+  EXPECT_THAT(home.Query("select * from essay"), IsEmpty());
 }
-
-constexpr const char* kHostileId = "1'); alert(1); ('";
 
 TEST_F(SyncTest, ServerStoresNothingOfAPostWithAnIdThatIsNone) {
-  const base::HttpRequest post{
-      .url = "http://server/p_update_err_rec.asp",
-      .headers = {},
-      .body = "key=zorbelquinter&pno=1234567890&k1=N&s1=Here.&ht1=N&k2=N&s2=There.&ht2=N&es2=1'"};
+  const auto post =
+      PostOf(SyncServer::kAccount, SyncServer::kAccount, "&k1=N&s1=Here.&ht1=N&k2=N&s2=There.&ht2=N&es2=1'");
   EXPECT_EQ(server.Answer(post).body, "ERR_BAD_TEXT");
-  EXPECT_EQ(server.Query("select count(*) from sentence")[0], "0");
+  EXPECT_EQ(Stored(), "0");
 }
 
-// Of a server that tests nothing, and of the own one with rows from before it did.
-TEST_F(SyncTest, TakesIdsAndFlagsInTheirForm) {
-  const std::string id = kHostileId;
-  home.machine.http.Route("p_sync_checksum.asp", "no");
-  home.machine.http.Queue("p_sync_client_new.asp", "#Right.#2026/11/5#" + id + "#<b>\"2#<img><@>FINISH");
-  home.machine.http.Queue("p_sync_client_new.asp",
-                          "A1#*Wrong*.#2026/11/5##" + std::string(70, '3') + "#1<@>FINISH");
-  home.machine.http.Queue("p_sync_client_new.asp", "2026/11/5||" + id + "||w0<b>||?||T||O||N<@>FINISH");
+// From a server that checks nothing, and from our own with rows that are older than its checks.
+TEST_F(SyncTest, StoresIdsAndFlagsInTheirForm) {
+  const std::string id = "1'); alert(1); ('";
+  home.machine.http.Route(kCompare, "no");
+  home.machine.http.Queue(kStream, "#Right.#2026/11/5#" + id + "#<b>\"2#<img><@>FINISH");
+  home.machine.http.Queue(kStream, "A1#*Wrong*.#2026/11/5##" + std::string(70, '3') + "#1<@>FINISH");
+  home.machine.http.Queue(kStream, "2026/11/5||" + id + "||w0<b>||?||T||O||N<@>FINISH");
   home.Sync("NOMSG");
   EXPECT_THAT(home.Contents(), ElementsAre("2026-11-05|1alert1|w0b|N|T|O|N",
                                            "A1|*Wrong*.|2026-11-05||" + std::string(64, '3') + "|1|",
@@ -239,13 +233,13 @@ TEST_F(SyncTest, EndsWithTheProgramInTheMiddleOfAReloadAndChangesNothing) {
   home.AddOk("Mine.");
   home.Sync("UPLOAD");
   const auto before = home.Contents();
-  home.machine.http.Route("p_sync_checksum.asp", "no");
-  home.machine.http.Route("p_sync_client_new.asp", "");
+  home.machine.http.Route(kCompare, "no");
+  home.machine.http.Route(kStream, "");
   Timer closing(home.machine.loop, 20'000);
   closing.onTick = [this] { home.machine.loop.End(); };
   closing.Enabled = true;
   EXPECT_THROW(home.Sync("NOMSG"), ProgramEnd);
-  EXPECT_GT(home.machine.http.Bodies("p_sync_client_new.asp").size(), 5U);
+  EXPECT_GT(Requests(home, kStream), 5U);
   home.Die();
   EXPECT_EQ(home.Contents(), before);
 }
@@ -259,40 +253,33 @@ TEST_F(SyncTest, RecordsThatWereCleanedAwayAreNotLoadedAgain) {
   server.today = "2027/5/24";
   home.AddOk("New.");
   home.Sync("UPLOAD");
-  AgeCleaning(home.running->program, home.Records()).RemoveBefore(DayFromIso("2026-11-25"));
-  home.machine.http.requests.clear();
-  home.Sync("NOMSG");
+  RemoveRecordsBefore(home.running->program, home.Records(), DayFromIso("2026-11-25"));
+  EXPECT_EQ(RequestsOfSync(home), 1U);
   EXPECT_EQ(home.Contents().size(), 1U);
-  EXPECT_EQ(home.machine.http.requests.size(), 1U);
   school.Sync("NOMSG");
   EXPECT_EQ(school.Contents().size(), 3U) << "the server keeps all";
-  school.machine.http.requests.clear();
-  school.Sync("NOMSG");
-  EXPECT_EQ(school.machine.http.requests.size(), 1U) << "so may a computer";
+  EXPECT_EQ(RequestsOfSync(school), 1U) << "so may a computer";
 }
 
 TEST_F(SyncTest, UnreachableServerChangesNothing) {
   home.AddOk("Mine.");
-  for (const char* const page : {"p_getconn.asp", "p_sync_checksum.asp"})
-    home.machine.http.RouteToNowhere(page);
+  for (const char* const page : {"p_getconn.asp", kCompare}) home.machine.http.RouteToNowhere(page);
   home.Sync("NOMSG");
-  EXPECT_THAT(home.Query("select upload from oksentence", 1), ElementsAre("N"));
-  EXPECT_EQ(home.machine.http.Bodies("p_update_err_rec.asp").size(), 0U);
+  EXPECT_THAT(home.Query("select upload from oksentence"), ElementsAre("N"));
+  EXPECT_EQ(Requests(home, kUpload), 0U);
 }
 
 TEST_F(SyncTest, CompareUnderstandsBothSidesAlike) {
   home.AddOk("It's  a 國中 student.");
   home.AddErr("He *isn't* 學生.", "AG01");
   const std::string essay = home.AddEssay("Text.");
-  EXPECT_EQ(SyncChecksumOf(home), base::SlotMd5(essay + "Itsa國中student.He*isnt*學生."));
+  SyncRecords records(home.Records());
+  EXPECT_EQ(SyncChecksum(records), base::SlotMd5(essay + "Itsa國中student.He*isnt*學生."));
 }
 
 TEST_F(SyncTest, MergesAnOlderAccountOnce) {
-  const base::HttpRequest old{.url = "http://server/p_update_err_rec.asp",
-                              .headers = {},
-                              .body =
-                                  "key=zorbelquinter&pno=old.account&frompno=old.account&grade=&k1=N&err1="
-                                  "&s1=Old.&d1=2026%2F10%2F1&es1=0&ess1=0&ht1=N"};
+  const auto old = PostOf(SyncServer::kOldAccount, SyncServer::kOldAccount,
+                          "&k1=N&err1=&s1=Old.&d1=2026%2F10%2F1&es1=0&ess1=0&ht1=N");
   ASSERT_EQ(server.Answer(old).body, "OK_");
   home.AddOk("New.");
   home.Sync("", "old-account");

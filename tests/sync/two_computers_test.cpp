@@ -23,7 +23,7 @@ struct Tally {
   int lost = 0;
 };
 
-/// One synchronisation in so many meets a server that dies after it has understood.
+/// One synchronisation in so many meets a server that dies after it has stored what it got.
 constexpr unsigned kCrashes = 200;
 
 class Month {
@@ -56,19 +56,15 @@ class Month {
         account_);
     auto& loop = computers_[i]->machine.loop;
     networks_[i] = std::make_unique<Network>(school_, loop);
-    // Two people's clocks never agree to the second.
+    // No two clocks agree to the second.
     loop.Advance(std::chrono::seconds{37} * static_cast<int>(i));
   }
 
   void AddOldRecords() {
-    const std::string body = fmt::format(
-        "key=zorbelquinter&pno={0}&frompno={0}&grade=&k1=N&err1=&s1=Old+one.&d1=2026%2F10%2F1"
-        "&es1=0&ess1=0&ht1=N&k2=N&err2=AG01&s2=Old+*twos*.&d2=2026%2F10%2F2&es2=0&ess2=0&ht2=N",
-        oldAccount_);
-    const base::HttpRequest request{.url = "http://server/p_update_err_rec.asp",
-                                    .headers = {{"Content-Type", "application/x-www-form-urlencoded"}},
-                                    .body = body};
-    ASSERT_EQ(networks_[0]->Send(request).body, "OK_");
+    const auto post = PostOf(oldAccount_, oldAccount_,
+                             "&k1=N&err1=&s1=Old+one.&d1=2026%2F10%2F1&es1=0&ess1=0&ht1=N"
+                             "&k2=N&err2=AG01&s2=Old+*twos*.&d2=2026%2F10%2F2&es2=0&ess2=0&ht2=N");
+    ASSERT_EQ(networks_[0]->Send(post).body, "OK_");
   }
 
   /// The weather of one request: it does not strike every one.
@@ -80,19 +76,11 @@ class Month {
   }
 
   void Act(Computer& computer) {
-    switch (Draw(10)) {
-      case 0:
-      case 1:
-      case 2:
-        return Check(computer);
-      case 3:
-        return Write(computer);
-      case 4:
-      case 5:
-        return Delete(computer);
-      default:
-        return Synchronise(computer);
-    }
+    const unsigned what = Draw(10);
+    if (what < 3) return Check(computer);
+    if (what == 3) return Write(computer);
+    if (what < 6) return Delete(computer);
+    Synchronise(computer);
   }
 
   void Check(Computer& computer) {
@@ -115,8 +103,7 @@ class Month {
     const auto rows = computer.Query(
         "select * from (select sId as k, '', sentence, sDate, essayId, essaySId, haveHtm, '' from oksentence"
         " union all select id, errcode, sentence, sDate, essayId, essaySId, haveHtm, '' from errsentence)"
-        " order by k desc limit 1",
-        8);
+        " order by k desc limit 1");
     return rows[0].substr(rows[0].find('|') + 1);
   }
 
@@ -124,21 +111,20 @@ class Month {
     const std::string id = computer.AddEssay(fmt::format("Essay {}.\r\nIt || has <@> lines.", ++number_));
     computer.AddOk(fmt::format("Essay {}.", number_), id);
     accepted_.insert(Newest(computer));
-    essays_.insert(id);
+    finished_[id] = fmt::format("Finished {}.", number_);
     // Some are sent before they are finished.
     if (Draw(2) == 0) Synchronise(computer);
-    if (computer.Query("select essayId from essay where essayId = '" + id + "'", 1).empty()) {
+    if (computer.Query("select essayId from essay where essayId = '" + id + "'").empty()) {
       ADD_FAILURE() << "the essay that was just written is not there";
       return;
     }
-    EssayRecords(computer.Records()).FinishEssay(id, fmt::format("Finished {}.", number_));
-    finished_[id] = fmt::format("Finished {}.", number_);
+    EssayRecords(computer.Records()).FinishEssay(id, finished_[id]);
   }
 
   void Delete(Computer& computer) {
     const auto rows = computer.Query(
-        "select sId, '', sentence, sDate, essayId, essaySId, haveHtm, '' from oksentence where upload <> 'D'",
-        8);
+        "select sId, '', sentence, sDate, essayId, essaySId, haveHtm, '' from oksentence "
+        "where upload <> 'D'");
     if (rows.empty()) return;
     const std::string row = rows[Draw(static_cast<unsigned>(rows.size()))];
     DayRecords(computer.Records()).DeleteSentences({row.substr(0, row.find('|'))});
@@ -154,7 +140,7 @@ class Month {
     if (kind == 2) computer.machine.http.fault.KillAt(static_cast<int>(1 + Draw(8)));
     const bool isMerge = Draw(12) == 0;
     const char* const mode = isMerge ? "" : Draw(3) == 0 ? "UPLOAD" : "NOMSG";
-    AnswerFailures(computer);
+    computer.CloseMessages();
     if (!computer.Sync(mode, isMerge ? oldAccount_ : "")) ++tally_.kills;
     weather_ = Weather::kFine;
     computer.machine.windows.onShown = {};
@@ -165,29 +151,21 @@ class Month {
     computer.Start();
   }
 
-  /// A message that something has gone wrong is read and closed.
-  static void AnswerFailures(Computer& computer) {
-    computer.machine.windows.onShown = [&computer](Form& form, bool isModal) {
-      if (!isModal) return;
-      computer.machine.loop.Post([&form] { dynamic_cast<FrmMessage&>(form).cmdOK.Click.Raise(); });
-    };
-  }
-
   void Compare() {
     const auto onServer = ServerContents(school_.Database(), account_);
     for (auto& computer : computers_) {
       EXPECT_EQ(computer->Contents(), onServer);
-      EXPECT_TRUE(computer->Query("select 1 from oksentence where upload <> 'Y'", 1).empty());
+      EXPECT_TRUE(computer->Query("select 1 from oksentence where upload <> 'Y'").empty());
     }
     for (auto row = accepted_.begin(); row != accepted_.end(); row = accepted_.upper_bound(*row)) {
       CompareSentence(*row, onServer.count(*row));
     }
-    for (const auto& id : essays_) {
+    for (const auto& [id, text] : finished_) {
       ++tally_.checked;
       const auto rows = ServerRows(
           school_.Database(),
           fmt::format("select new_essay from essay where essay_id = '{}' and account = '{}'", id, account_));
-      const bool isThere = rows == std::vector<std::string>{finished_[id]};
+      const bool isThere = rows == std::vector<std::string>{text};
       if (!isThere) ++tally_.lost;
       EXPECT_TRUE(isThere) << id;
     }
@@ -226,11 +204,10 @@ class Month {
   int number_ = 0;
   std::string last_;
   std::multiset<std::string> accepted_, deleted_;
-  std::set<std::string> essays_;
-  std::map<std::string, std::string> finished_;
+  std::map<std::string, std::string> finished_;  // texts of the essays, by their ids
 };
 
-/// Months lived in one test. Several tests, so that they can run side by side.
+/// Months per test. There are several tests, so that they can run side by side.
 constexpr unsigned kMonths = 75;
 
 class TwoComputers : public ::testing::TestWithParam<unsigned> {};

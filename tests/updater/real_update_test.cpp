@@ -41,16 +41,6 @@ class RealUpdateTest : public UpdaterTest {
   static void Take(const fs::path& program, const fs::path& to) {
     EXPECT_EQ(Shell("strip -o '" + to.string() + "' '" + program.string() + "'").status, 0);
   }
-  void PublishReal(const fs::path& tree) {
-    const base::RunResult run = Shell(std::string(PACKAGE_PROGRAM) + " publish '" + tree.string() + "' " +
-                                      key.string() + " " + www.string());
-    ASSERT_EQ(run.status, 0) << run.errors;
-  }
-  void InstallReal() {
-    const base::RunResult run = Shell(std::string(UPDATER_PROGRAM) + " mrv_install " + installation.string() +
-                                      " " + www.string() + " " + key.string() + ".pub");
-    ASSERT_EQ(run.status, 0) << run.errors;
-  }
   base::RunResult Terminal(const std::string& words) {
     return Shell("env -i HOME=" + home.Path().string() + " TMP=" + working.string() +
                  " LANG=C.UTF-8 PATH=/usr/bin " + (installation / "current/bin/marovane-terminal").string() +
@@ -60,16 +50,16 @@ class RealUpdateTest : public UpdaterTest {
 
 TEST_F(RealUpdateTest, IsUpdatedRefusesABrokenVersionAndGoesBack) {
   const fs::path first = Tree(fs::path(BIN_FOLDER) / "marovane-terminal");
-  PublishReal(first);
-  InstallReal();
+  PublishFolder(first);
+  InstallPublished();
   ASSERT_THAT(Terminal("check 'He goes to school every day.'").output, StartsWith("PASS\n"));
-  EXPECT_EQ(Content(working / "Tessaroon/setup.txt"),
+  EXPECT_EQ(ReadFile(working / "Tessaroon/setup.txt"),
             (installation / "versions" / Current() / "share/marovane").string() + "\r\n")
-      << "the program keeps a copy of the updater, and tells it where it stands";
+      << "the program keeps a copy of the updater, and notes for it where the program is";
   const std::string before = Current();
 
   const fs::path next = Tree(NEXT_TERMINAL);
-  PublishReal(next);
+  PublishFolder(next);
   UpdateServer server(FolderServer(www.string()));
   base::RunResult run = RunUpdater("mrv_updater", server.Host());
   ASSERT_EQ(run.status, 0) << run.errors;
@@ -83,7 +73,7 @@ TEST_F(RealUpdateTest, IsUpdatedRefusesABrokenVersionAndGoesBack) {
   for (const auto& entry : fs::recursive_directory_iterator(next / "share/tolvex")) {
     if (entry.is_regular_file()) fs::resize_file(entry, entry.file_size() / 2);
   }
-  PublishReal(next);
+  PublishFolder(next);
   run = RunUpdater("mrv_reinstaller", server.Host());
   EXPECT_EQ(run.status, 1);
   EXPECT_THAT(run.errors, HasSubstr("無法正常執行"));
@@ -97,9 +87,9 @@ TEST_F(RealUpdateTest, IsUpdatedRefusesABrokenVersionAndGoesBack) {
 
 // The whole way: what the server says, what the learner answers, what the installation names.
 TEST_F(RealUpdateTest, LearnerWhoSaysYesHasTheNextVersion) {
-  PublishReal(Tree(fs::path(BIN_FOLDER) / "marovane-terminal"));
-  InstallReal();
-  PublishReal(Tree(NEXT_TERMINAL));
+  PublishFolder(Tree(fs::path(BIN_FOLDER) / "marovane-terminal"));
+  InstallPublished();
+  PublishFolder(Tree(NEXT_TERMINAL));
   UpdateServer updates(FolderServer(www.string()));
   Put(home / "server/server.set", "versionMrv=1.1.0\r\nversionBig=1.0.0\r\n");
   VirtualLoop loop;
@@ -119,7 +109,7 @@ TEST_F(RealUpdateTest, LearnerWhoSaysYesHasTheNextVersion) {
   watch.WaitUntil([this] { return Current() == "1.1.0" || !Note().empty(); }, std::chrono::minutes{2});
   EXPECT_EQ(Note(), "");
   EXPECT_EQ(Current(), "1.1.0") << run.output;
-  EXPECT_EQ(Content(working / "Tessaroon/edition.txt"), "MRV\n");
+  EXPECT_EQ(ReadFile(working / "Tessaroon/edition.txt"), "MRV\n");
   EXPECT_THAT(Terminal("--version").output, "Marovane 1.1.0\n");
 }
 

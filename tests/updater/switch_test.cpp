@@ -14,19 +14,11 @@ namespace updater {
 namespace {
 
 namespace fs = std::filesystem;
-using ::testing::Contains;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
-using ::testing::IsEmpty;
-using ::testing::Key;
-using ::testing::Not;
 
-class SwitchTest : public UpdaterTest {
+class SwitchTest : public InstalledTest {
  protected:
-  SwitchTest() {
-    Publish({.version = "1.0.0"});
-    InstallPublished();
-  }
   std::vector<std::string> Versions() const {
     std::vector<std::string> names;
     for (const auto& entry : fs::directory_iterator(installation / "versions")) {
@@ -36,16 +28,11 @@ class SwitchTest : public UpdaterTest {
     return names;
   }
   std::string InProgram(const std::string& name) const {
-    return Content(installation / "current/share/marovane" / name);
-  }
-  /// As the program does at each start.
-  void StartedAgain() {
-    Put(working / "Tessaroon/setup.txt",
-        (installation / "versions" / Current() / "share/marovane").string() + "\r\n");
+    return ReadFile(installation / "current/share/marovane" / name);
   }
 };
 
-TEST_F(SwitchTest, NewVersionTakesOverWhatTheInstallationWasTold) {
+TEST_F(SwitchTest, NewVersionKeepsTheSettingsOfTheInstallation) {
   Put(installation / "current/share/marovane/installation.set", "serverRoot=http://school/\r\n");
   fs::create_directories(installation / "versions/.new/left by a kill");
   Publish({.version = "1.1.0", .page = "new page"});
@@ -54,7 +41,7 @@ TEST_F(SwitchTest, NewVersionTakesOverWhatTheInstallationWasTold) {
   EXPECT_EQ(Current(), "1.1.0");
   EXPECT_EQ(InProgram("ui/page.htm"), "new page");
   EXPECT_EQ(InProgram("installation.set"), "serverRoot=http://school/\r\n");
-  EXPECT_EQ(InProgram("update.key"), Content(key.string() + ".pub"));
+  EXPECT_EQ(InProgram("update.key"), ReadFile(key.string() + ".pub"));
   EXPECT_THAT(Versions(), ElementsAre("1.0.0", "1.1.0"));
   EXPECT_EQ(Note(), "");
   EXPECT_EQ(Shell((installation / "current/bin/marovane-terminal").string() + " --version").output,
@@ -64,11 +51,11 @@ TEST_F(SwitchTest, NewVersionTakesOverWhatTheInstallationWasTold) {
 TEST_F(SwitchTest, OneVersionIsKeptForTheWayBackAndForth) {
   Publish({.version = "1.1.0"});
   ASSERT_EQ(RunUpdater("mrv_updater").status, 0);
-  StartedAgain();
+  StartInstalled();
   Publish({.version = "1.2.0"});
   ASSERT_EQ(RunUpdater("mrv_updater").status, 0);
   EXPECT_THAT(Versions(), ElementsAre("1.1.0", "1.2.0"));
-  StartedAgain();
+  StartInstalled();
   for (const char* const version : {"1.1.0", "1.2.0"}) {
     EXPECT_EQ(Shell((working / "Tessaroon/updater.exe").string() + " mrv_rollback").status, 0);
     EXPECT_EQ(Current(), version);
@@ -80,7 +67,7 @@ TEST_F(SwitchTest, OnlyWhatChangedIsFetchedAndReinstallingFetchesAll) {
   UpdateServer server(FolderServer(www.string()));
   ASSERT_EQ(RunUpdater("mrv_updater", server.Host()).status, 0);
   EXPECT_EQ(server.requests, 3) << "the list, the program and its page";
-  StartedAgain();
+  StartInstalled();
   Put(installation / "current/share/marovane/same.txt", "what a learner wrote into it");
   server.requests = 0;
   ASSERT_EQ(RunUpdater("mrv_reinstaller", server.Host()).status, 0);
@@ -182,18 +169,18 @@ class RestartTest : public SwitchTest {
     before = "env DISPLAY=:99";
     Put(working / "Tessaroon/edition.txt", "XQD\n");
   }
-  /// What windows leave behind when they are started.
+  /// A trace that windows leave when they are started.
   std::string Leave(const std::string& word) const {
     return "echo " + word + " \"$@\" >> " + (home / "started").string();
   }
-  std::string Started() const { return Content(home / "started"); }
+  std::string Started() const { return ReadFile(home / "started"); }
 };
 
 TEST_F(RestartTest, ProgramComesBackInItsEdition) {
   Publish({.version = "1.1.0", .windows = Leave("new")});
   EXPECT_EQ(RunUpdater("mrv_updater").status, 0);
   EXPECT_EQ(Started(), "new XQD\n");
-  StartedAgain();
+  StartInstalled();
   fs::remove(www / "mrv_updater.list");
   EXPECT_EQ(RunUpdater("mrv_updater").status, 1);
   EXPECT_EQ(Started(), "new XQD\nnew XQD\n") << "also after a refusal";
@@ -202,7 +189,7 @@ TEST_F(RestartTest, ProgramComesBackInItsEdition) {
 TEST_F(RestartTest, VersionThatFailsAtItsStartGivesWayToTheOldOne) {
   Publish({.version = "1.1.0", .windows = Leave("one")});
   ASSERT_EQ(RunUpdater("mrv_updater").status, 0);
-  StartedAgain();
+  StartInstalled();
   Publish({.version = "1.2.0", .windows = Leave("two") + "; exit 7"});
   const base::RunResult run = RunUpdater("mrv_updater");
   EXPECT_EQ(run.status, 1);

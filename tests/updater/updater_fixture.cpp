@@ -3,8 +3,6 @@
 #include <sodium.h>
 
 #include <cstdlib>
-#include <fstream>
-#include <iterator>
 
 #include "tests/support/run_program.h"
 #include "updater/signature.h"
@@ -24,14 +22,9 @@ base::RunResult UpdaterTest::Shell(const std::string& line) {
   return RunProgram({.program = "/bin/sh", .arguments = {"-c", line}});
 }
 
-std::string UpdaterTest::Content(const fs::path& path) {
-  std::ifstream file(path, std::ios::binary);
-  return {std::istreambuf_iterator<char>(file), {}};
-}
-
 void UpdaterTest::Put(const fs::path& path, const std::string& bytes) {
   fs::create_directories(path.parent_path());
-  std::ofstream(path, std::ios::binary | std::ios::trunc) << bytes;
+  WriteFile(path, bytes);
 }
 
 void UpdaterTest::Publish(const ScriptTree& tree) {
@@ -50,14 +43,14 @@ void UpdaterTest::Publish(const ScriptTree& tree) {
 }
 
 void UpdaterTest::PublishFolder(const fs::path& tree) {
-  const base::RunResult run = Shell(std::string(PACKAGE_PROGRAM) + " publish " + tree.string() + " " +
+  const base::RunResult run = Shell(std::string(PACKAGE_PROGRAM) + " publish '" + tree.string() + "' " +
                                     key.string() + " " + www.string());
   EXPECT_EQ(run.status, 0) << run.errors;
 }
 
 void UpdaterTest::SignList(const std::string& list) {
   for (const char* const name : {"mrv_updater.list", "mrv_reinstaller.list"}) {
-    Put(www / name, Signed(list, Content(key)));
+    Put(www / name, Signed(list, ReadFile(key)));
   }
 }
 
@@ -65,8 +58,11 @@ void UpdaterTest::InstallPublished() {
   const base::RunResult run = Shell(std::string(UPDATER_PROGRAM) + " mrv_install " + installation.string() +
                                     " " + www.string() + " " + key.string() + ".pub");
   EXPECT_EQ(run.status, 0) << run.errors;
+}
+
+void UpdaterTest::StartInstalled() {
   fs::create_directories(working / "Tessaroon");
-  fs::copy_file(UPDATER_PROGRAM, working / "Tessaroon/updater.exe");
+  fs::copy_file(UPDATER_PROGRAM, working / "Tessaroon/updater.exe", fs::copy_options::overwrite_existing);
   Put(working / "Tessaroon/setup.txt",
       (installation / "versions" / Current() / "share/marovane").string() + "\r\n");
 }
@@ -87,12 +83,12 @@ std::map<std::string, std::string> UpdaterTest::Installed() const {
     if (entry.is_symlink()) {
       all[path] = fs::read_symlink(entry.path());
     } else if (entry.is_regular_file()) {
-      all[path] = Content(entry.path());
+      all[path] = ReadFile(entry.path());
     }
   }
   return all;
 }
 
-std::string UpdaterTest::Note() const { return Content(working / "Tessaroon/refusal.txt"); }
+std::string UpdaterTest::Note() const { return ReadFile(working / "Tessaroon/refusal.txt"); }
 
 }  // namespace updater

@@ -32,26 +32,37 @@ class UpdaterTest : public ::testing::Test {
   void PublishFolder(const std::filesystem::path& tree);
   /// A list that really is the owner's.
   void SignList(const std::string& list);
-  /// The computer's first installation, of what is published, with its copy of the updater.
+  /// The computer's first installation, of what is published.
   void InstallPublished();
+  /// The program's start, which keeps a copy of the updater.
+  void StartInstalled();
   base::RunResult RunUpdater(const std::string& word, const std::string& host);
   base::RunResult RunUpdater(const std::string& word) { return RunUpdater(word, www.string()); }
   /// The folder below versions/ that runs.
   std::string Current() const;
-  /// All that stands in the installation: path and content, or where a link leads.
+  /// All that is in the installation: path and content, or where a link leads.
   std::map<std::string, std::string> Installed() const;
-  /// What the program is told at its next start.
+  /// What the program shows at its next start.
   std::string Note() const;
-  /// Runs a line of the shell, with these words in front of the environment.
+  /// Runs a line of the shell.
   static base::RunResult Shell(const std::string& line);
-  static std::string Content(const std::filesystem::path& path);
   static void Put(const std::filesystem::path& path, const std::string& bytes);
 
   TempHome home;
   const std::filesystem::path www = home / "www", key = home / "owner.key", installation = home / "marovane",
                               working = home / "tmp";
-  /// Put in front of the updater's command line.
+  /// Put before the updater's command line.
   std::string before = "env -u DISPLAY -u WAYLAND_DISPLAY";
+};
+
+/// Version 1.0.0 is installed and was started.
+class InstalledTest : public UpdaterTest {
+ protected:
+  InstalledTest() {
+    Publish({.version = "1.0.0"});
+    InstallPublished();
+    StartInstalled();
+  }
 };
 
 }  // namespace updater

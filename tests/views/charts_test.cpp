@@ -3,38 +3,39 @@
 #include "base/day.h"
 #include "tests/views/views_fixture.h"
 #include "views/chart_drawing.h"
-#include "views/charts_page.h"
 
 namespace marovane {
 
 namespace {
 
+using ::testing::AllOf;
 using ::testing::HasSubstr;
 using ::testing::Not;
 
-constexpr base::Day kToday{std::chrono::year{2026} / 11 / 5};  // a Thursday
+constexpr std::chrono::year kYear{2026};
+constexpr base::Day kToday{kYear / 11 / 5};  // a Thursday
 
-class ChartsTest : public ViewsTest {};
+using ChartsTest = ViewsTest;
+
+/// The counts of right and faulty sentences side by side.
+int Counts(const PracticeDay& entry) { return entry.right * 10 + entry.faulty; }
 
 TEST_F(ChartsTest, WeeksBeginOnMonday) {
-  const struct {
-    base::Day day, monday;
-  } kCases[] = {
-      {std::chrono::year{2026} / 11 / 5, std::chrono::year{2026} / 11 / 2},
-      {std::chrono::year{2026} / 11 / 2, std::chrono::year{2026} / 11 / 2},
-      {std::chrono::year{2026} / 11 / 1, std::chrono::year{2026} / 10 / 26},
-      {std::chrono::year{2026} / 1 / 3, std::chrono::year{2025} / 12 / 29},
+  const std::pair<base::Day, base::Day> kCases[] = {
+      {kToday, kYear / 11 / 2},
+      {kYear / 11 / 2, kYear / 11 / 2},
+      {kYear / 11 / 1, kYear / 10 / 26},
+      {kYear / 1 / 3, std::chrono::year{2025} / 12 / 29},
   };
-  for (const auto& c : kCases) EXPECT_EQ(MondayOf(c.day), c.monday) << base::ShownDay(c.day);
+  for (const auto& [day, monday] : kCases) EXPECT_EQ(MondayOf(day), monday) << base::ShownDay(day);
 }
 
 TEST_F(ChartsTest, SpreadsOverDaysAndWeeks) {
-  const base::Day first{std::chrono::year{2026} / 10 / 26};
-  const auto weeks =
-      Spread({{first, 1, 2}, {std::chrono::year{2026} / 11 / 1, 3, 0}, {kToday, 5, 1}}, first, kToday, 7);
+  const base::Day first{kYear / 10 / 26};
+  const auto weeks = Spread({{first, 1, 2}, {kYear / 11 / 1, 3, 0}, {kToday, 5, 1}}, first, kToday, 7);
   ASSERT_EQ(weeks.size(), 2);
-  EXPECT_EQ(weeks[0].right * 10 + weeks[0].faulty, 42);
-  EXPECT_EQ(weeks[1].right * 10 + weeks[1].faulty, 51);
+  EXPECT_EQ(Counts(weeks[0]), 42);
+  EXPECT_EQ(Counts(weeks[1]), 51);
   EXPECT_EQ(Spread({}, first, kToday, 1).size(), 11);
 }
 
@@ -51,11 +52,11 @@ TEST_F(ChartsTest, CollectsWhatIsNotDeletedFromItsOwnDays) {
   PutOk({"10", "2026-11-06", "a clock that was wrong"});
   const Charts charts = CollectCharts(records, errList, kToday);
   EXPECT_EQ(charts.days.size(), 39);
-  EXPECT_EQ(charts.days.front().day, base::Day{std::chrono::year{2026} / 9 / 28});
-  EXPECT_EQ(charts.days.back().right * 10 + charts.days.back().faulty, 11);
+  EXPECT_EQ(charts.days.front().day, base::Day{kYear / 9 / 28});
+  EXPECT_EQ(Counts(charts.days.back()), 11);
   ASSERT_EQ(charts.weeks.size(), 26);
   EXPECT_EQ(charts.weeks.front().right, 1);
-  EXPECT_EQ(charts.weeks.back().right * 10 + charts.weeks.back().faulty, 14);
+  EXPECT_EQ(Counts(charts.weeks.back()), 14);
   ASSERT_EQ(charts.errors.size(), 2);
   EXPECT_EQ(charts.errors[0].outline + std::to_string(charts.errors[0].count), "第三人稱單數2");
   EXPECT_EQ(charts.errors[1].outline + std::to_string(charts.errors[1].count), "XX011");
@@ -76,8 +77,7 @@ TEST_F(ChartsTest, ARunOfDaysEndsTodayOrYesterday) {
   };
   PracticeRecords practice(records);
   for (const auto& c : kCases) {
-    db->Run("delete from oksentence");
-    db->Run("delete from errsentence");
+    db->RunScript("delete from oksentence; delete from errsentence");
     bool isOk = false;
     for (const char* day : c.days) {
       isOk = !isOk;
@@ -89,21 +89,13 @@ TEST_F(ChartsTest, ARunOfDaysEndsTodayOrYesterday) {
 }
 
 TEST_F(ChartsTest, ScalesHoldTheirCountAndHalveEvenly) {
-  for (const auto& [count, top] : {std::pair{0, 4},
-                                   {4, 4},
-                                   {5, 6},
-                                   {7, 10},
-                                   {11, 20},
-                                   {61, 100},
-                                   {100, 100},
-                                   {1601, 2000},
-                                   {60001, 100000}}) {
-    EXPECT_EQ(ScaleTop(count), top) << count;
-  }
+  const std::pair<int, int> kCases[] = {{0, 4},    {4, 4},     {5, 6},       {7, 10},        {11, 20},
+                                        {61, 100}, {100, 100}, {1601, 2000}, {60001, 100000}};
+  for (const auto& [count, top] : kCases) EXPECT_EQ(ScaleTop(count), top) << count;
 }
 
 TEST_F(ChartsTest, DrawsWeeksWithoutSentencesAsGaps) {
-  const base::Day monday{std::chrono::year{2026} / 11 / 2};
+  const base::Day monday{kYear / 11 / 2};
   const std::string line =
       ShareLine({{monday, 1, 1}, {monday, 0, 0}, {monday, 3, 0}, {monday, 0, 2}}).Markup();
   const auto path = line.substr(line.find("<path d='"));
@@ -112,13 +104,10 @@ TEST_F(ChartsTest, DrawsWeeksWithoutSentencesAsGaps) {
 }
 
 TEST_F(ChartsTest, NothingGivesAFriendlyPicture) {
-  const std::string page = ChartsPage(CollectCharts(records, errList, kToday)).Markup();
-  EXPECT_THAT(page, HasSubstr("還沒有造句記錄"));
-  EXPECT_THAT(page, Not(HasSubstr("每日造句")));
+  const auto page = [this] { return ChartsPage(CollectCharts(records, errList, kToday)).Markup(); };
+  EXPECT_THAT(page(), AllOf(HasSubstr("還沒有造句記錄"), Not(HasSubstr("每日造句"))));
   PutOk({"1", "2026-11-05", "a"});
-  const std::string drawn = ChartsPage(CollectCharts(records, errList, kToday)).Markup();
-  EXPECT_THAT(drawn, HasSubstr("每日造句"));
-  EXPECT_THAT(drawn, Not(HasSubstr("最常犯的錯誤")));
+  EXPECT_THAT(page(), AllOf(HasSubstr("每日造句"), Not(HasSubstr("最常犯的錯誤"))));
 }
 
 }  // namespace

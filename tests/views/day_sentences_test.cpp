@@ -11,7 +11,7 @@ namespace {
 using namespace std::chrono_literals;
 using ::testing::HasSubstr;
 
-/// Notes what stands in the input box when the engine is asked.
+/// Notes what is in the input box when the engine is asked.
 class AskedMain : public FakeMain {
  public:
   AskedMain(Machine& theMachine, AppState& app) : FakeMain(theMachine), app_(app) {}
@@ -56,9 +56,7 @@ class DaySentencesTest : public ViewsTest {
     return text;
   }
 
-  void Check(std::initializer_list<int> rows) {
-    for (const int row : rows) frmSentences->webHtml.inputChecked["chk" + std::to_string(row)] = true;
-  }
+  void Check(std::initializer_list<int> rows) { ViewsTest::Check(frmSentences->webHtml, rows); }
 
   void AnswerOptions(int option, int button) {
     machine.user.OnModal([this, option, button](Form& form) {
@@ -70,9 +68,8 @@ class DaySentencesTest : public ViewsTest {
   }
 
   AskedMain main{machine.machine, app};
-  Window<FrmBindSelect> frmBindSelect{[this] { return std::make_shared<FrmBindSelect>(program); }};
-  Window<FrmSentences> frmSentences{
-      [this] { return std::make_shared<FrmSentences>(program, records, frmBindSelect); }};
+  Window<FrmBindSelect> frmBindSelect{program};
+  Window<FrmSentences> frmSentences{program, records, frmBindSelect};
 };
 
 TEST_F(DaySentencesTest, ListsWhatModeAndDaysAskFor) {
@@ -91,9 +88,7 @@ TEST_F(DaySentencesTest, ListsWhatModeAndDaysAskFor) {
     EXPECT_EQ(Shown(), c.shown) << c.mode << " " << c.days;
   }
   EXPECT_THROW(Open("OKONLY", "yesterday"), RunTimeError);
-}
-
-TEST_F(DaySentencesTest, ManyDaysAreNoMoreThanOneCondition) {
+  // Many days are no more than one condition.
   std::string days;
   for (int year = 1; year < 2500; ++year) days += std::to_string(year) + "/11/5#";
   Open("OKONLY", days + "2026/11/4");
@@ -117,7 +112,7 @@ TEST_F(DaySentencesTest, RowsAreWrittenToTheBlank) {
                         "name='chk2' id='chk2' value='21'></td>"));
 }
 
-TEST_F(DaySentencesTest, ButtonsTellWhatIsMissing) {
+TEST_F(DaySentencesTest, ButtonsSayWhatIsMissing) {
   Open("OKONLY", "2026/1/1");
   ExpectMessage(Message::kNoSentences);
   machine.user.Click(frmSentences->picButtons(0));
@@ -131,14 +126,14 @@ TEST_F(DaySentencesTest, ButtonsTellWhatIsMissing) {
   Check({3});
   ExpectMessage(Message::kOneRowAtATime);
   EXPECT_FALSE(frmSentences->webHtml.FollowLink("cmd:passEngine"));
-  EXPECT_EQ(machine.user.Expected(), 0);
+  ExpectAllMessagesShown();
   EXPECT_TRUE(main.asked.empty());
 }
 
 TEST_F(DaySentencesTest, ChecksTheChosenSentenceAgain) {
   Open();
   Check({1});
-  main.txtInput.Text = "what stood there";
+  main.txtInput.Text = "what was there";
   EXPECT_FALSE(frmSentences->webHtml.FollowLink("cmd:passEngine"));
   EXPECT_THAT(main.asked, ::testing::ElementsAre("My brother's dog is big. busy"));
   EXPECT_FALSE(app.gSentencesBusy);
@@ -166,8 +161,8 @@ TEST_F(DaySentencesTest, DeletesAndRefillsAfterASecond) {
   EXPECT_EQ(Query("select sId from oksentence where upload = 'D' order by 1"), "12 14");
   EXPECT_EQ(Query("select id from errsentence where upload = 'D'"), "21");
   ExpectMessage(Message::kDeleted);
-  Wait(2000ms);
-  EXPECT_EQ(machine.user.Expected(), 0);
+  machine.loop.Wait(2000ms);
+  ExpectAllMessagesShown();
   LoadInputs(frmSentences->webHtml);
   EXPECT_EQ(Shown(), "Why?|");  // the right ones only, still of that day
 }
@@ -188,46 +183,43 @@ TEST_F(DaySentencesTest, ExportsWhatWasAskedFor) {
   const struct {
     int option, button;
     bool saves;
-    const char* text;
+    std::optional<std::string> text;
   } kCases[] = {
       {1, 0, true, "My brother's dog is big.\r\nWhy?\r\n\r\n"},
       {0, 0, true, "My brother's dog is big. Why?. \r\n"},
-      {1, 1, true, nullptr},   // gave up at the options
-      {1, 0, false, nullptr},  // gave up at the file
+      {1, 1, true, std::nullopt},   // gave up at the options
+      {1, 0, false, std::nullopt},  // gave up at the file
   };
   for (const auto& c : kCases) {
     std::filesystem::remove(file + ".txt");
     machine.desktop.saveSuggestions.clear();
-    if (c.saves) {
-      machine.desktop.saveAnswer = file;
-    } else {
-      machine.desktop.saveAnswer.reset();
-    }
+    machine.desktop.saveAnswer = c.saves ? std::optional(file) : std::nullopt;
     Open();
     Check({1, 3});
     AnswerOptions(c.option, c.button);
-    if (c.text != nullptr) ExpectMessage(Message::kExported);
+    if (c.text) ExpectMessage(Message::kExported);
     machine.user.Click(frmSentences->picButtons(0));
-    EXPECT_EQ(machine.user.Expected(), 0);
-    EXPECT_EQ(Content(file + ".txt"), c.text == nullptr ? std::nullopt : std::optional<std::string>(c.text));
+    ExpectAllMessagesShown();
+    EXPECT_EQ(Content(file + ".txt"), c.text);
     EXPECT_EQ(machine.desktop.saveSuggestions.size(), c.button == 0 ? 1 : 0);
     EXPECT_FALSE(app.gOpenBindSelect);
   }
 }
 
 TEST_F(DaySentencesTest, AFileIsReplacedWholeOrNotAtAll) {
-  const std::string file = (machine.home / "list.txt").string();
-  Put(file, "a longer text that stood there before");
+  const std::string file = machine.home / "list.txt";
+  const std::string before = "a longer text that was there before";
+  Put(file, before);
   ExpectMessage(Message::kOverwriteFile, kNo);
   EXPECT_FALSE(ExportSentences(program, file, {"New."}, false));
-  EXPECT_EQ(Content(file), "a longer text that stood there before");
+  EXPECT_EQ(Content(file), before);
   for (int step = 1; step <= 4; ++step) {  // three of the writing, then the rename
     machine.files.fault.Reset();
     machine.files.fault.FailAt(step);
     ExpectMessage(Message::kOverwriteFile, kYes);
     ExpectMessage(Message::kUnexpectedError, kOk, file);
     EXPECT_FALSE(ExportSentences(program, file, {"New."}, false)) << step;
-    EXPECT_EQ(Content(file), "a longer text that stood there before") << step;
+    EXPECT_EQ(Content(file), before) << step;
     EXPECT_THAT(machine.realFiles.List(machine.home.Path()), ::testing::ElementsAre("list.txt")) << step;
   }
   machine.files.fault.Reset();

@@ -6,7 +6,9 @@ namespace marovane {
 
 namespace {
 
+using ::testing::EndsWith;
 using ::testing::HasSubstr;
+using ::testing::StartsWith;
 
 TEST(PageFrame, HeaderCarriesTheTheme) {
   const struct {
@@ -21,17 +23,17 @@ TEST(PageFrame, HeaderCarriesTheTheme) {
   for (const auto& c : kCases) {
     const std::string header = BuildPageFrame("HEADER", c.color).Markup();
     EXPECT_THAT(header, HasSubstr(c.style));
-    EXPECT_THAT(header, ::testing::StartsWith("<html>\r\n<head>\r\n<meta http-equiv='Content-Type' "
-                                              "content='text/html; charset=big5'>\r\n<title></title>\r\n"
-                                              "</head>\r\n<style>\r\n"));
-    EXPECT_THAT(header, ::testing::EndsWith(
-                            "p { line-height:150%; margin-top:5px; margin-bottom:5px; }\r\n</style>\r\n"));
+    EXPECT_THAT(header, StartsWith("<html>\r\n<head>\r\n<meta http-equiv='Content-Type' content='text/html; "
+                                   "charset=big5'>\r\n<title></title>\r\n</head>\r\n<style>\r\n"));
+    EXPECT_THAT(header,
+                EndsWith("p { line-height:150%; margin-top:5px; margin-bottom:5px; }\r\n</style>\r\n"));
   }
 }
 
 TEST(PageFrame, OtherParts) {
-  EXPECT_EQ(BuildPageFrame("FOOTER", "YELLOW").Markup(), "</body>\r\n</html>\r\n");
-  EXPECT_EQ(BuildPageFrame("FOOTER", "").Markup(), "</body>\r\n</html>\r\n");
+  for (const char* color : {"YELLOW", ""}) {
+    EXPECT_EQ(BuildPageFrame("FOOTER", color).Markup(), "</body>\r\n</html>\r\n");
+  }
   EXPECT_EQ(BuildPageFrame("middle", "").Markup(), "");
 }
 

@@ -5,7 +5,6 @@
 #include <string>
 
 #include "base/text.h"
-#include "platform/timer.h"
 #include "platform/web_browser.h"
 #include "records/err_list_db.h"
 #include "records/record_db.h"
@@ -50,6 +49,10 @@ class ViewsTest : public CoreTest {
     const char* essayId = "0";
     const char* errcode = "AG01";
   };
+  /// A right sentence on each of the days, whose id is the day.
+  void PutOkOn(std::initializer_list<const char*> days) {
+    for (const char* day : days) PutOk({day, day, "a"});
+  }
   void PutOk(const Row& row) {
     db->Run("insert into oksentence values (?, 'N', ?, ?, ?, ?, '0', 'N')",
             {row.id, row.sentence, row.day, row.upload, row.essayId});
@@ -66,12 +69,11 @@ class ViewsTest : public CoreTest {
     return text;
   }
 
-  void Wait(std::chrono::milliseconds time) {
-    const auto until = machine.loop.Elapsed() + time;
-    Timer clock(machine.loop, static_cast<int>(time.count()));
-    clock.Enabled = true;
-    machine.loop.WaitUntil([&] { return machine.loop.Elapsed() >= until; });
+  /// Marks boxes of a page.
+  static void Check(WebBrowser& page, std::initializer_list<int> rows) {
+    for (const int row : rows) page.inputChecked["chk" + std::to_string(row)] = true;
   }
+  void ExpectAllMessagesShown() { EXPECT_EQ(machine.user.Expected(), 0U); }
 
   std::unique_ptr<base::Database> db;
   RecordDb records{program};

@@ -1,10 +1,10 @@
 // Word pairs in tagged sentences, and pairs as English.
-#include "engine/wordbank/pair_finder.h"
-
 #include <fmt/format.h>
+#include <gtest/gtest.h>
 
 #include <set>
 
+#include "engine/wordbank/pair.h"
 #include "tests/wordbank/shared_bank.h"
 
 namespace wexbin::test {
@@ -14,13 +14,9 @@ using Found = std::set<std::string>;
 
 // "CNV decision make" and the like.
 Found PairsOf(const std::string& sentence) {
-  static const tolvex::TableFile tables(std::filesystem::path(WORDBANK_DATA) / "tolvex.tables");
-  static const tolvex::Lexicon lexicon(tables);
-  static const tolvex::Tagger tagger(tables);
-  auto tokens = tolvex::Tokenize(sentence);
-  tagger.TagAll(tokens);
+  const tolvex::Lexicon& lexicon = tolvex::test::SharedModels().lexicon;
   Found found;
-  for (const Pair& pair : FindPairs(tokens, lexicon)) {
+  for (const Pair& pair : FindPairs(tolvex::test::SharedModels().Read(sentence).Tokens(), lexicon)) {
     found.insert(
         fmt::format("{} {} {}: {}", CodeOf(pair.kind), pair.head, pair.partner, PhraseOf(pair, lexicon)));
   }
@@ -46,9 +42,7 @@ TEST(PairFinder, ReadsPairsInDictionaryForm) {
       {"Thou hast a qwertish mind.", {}},
       {"", {}},
   };
-  for (const auto& [sentence, expected] : table) {
-    EXPECT_EQ(PairsOf(sentence), expected) << sentence;
-  }
+  for (const auto& [sentence, expected] : table) EXPECT_EQ(PairsOf(sentence), expected) << sentence;
 }
 
 TEST(PairFinder, APatternSurvivesItsCode) {

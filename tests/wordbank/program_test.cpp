@@ -1,5 +1,8 @@
 // wexbin.exe as a process, in a folder of its own.
+#include <gtest/gtest.h>
+
 #include "base/cp950.h"
+#include "base/text.h"
 #include "engine/program/registry_file.h"
 #include "tests/support/run_program.h"
 #include "tests/wordbank/shared_bank.h"
@@ -16,9 +19,9 @@ constexpr const char* kReset =
 
 class WexbinProgram : public ::testing::Test {
  protected:
-  void SetUp() override { home_.Write("registry.set", kReset); }
+  void SetUp() override { WriteFile(registry_, kReset); }
 
-  int Run(std::vector<std::string> args, const std::string& dataDir = WORDBANK_DATA) {
+  int Run(std::vector<std::string> args, const std::string& dataDir = ENGINE_DATA) {
     args.insert(args.begin(), {"MAROVANE_DATA=" + dataDir, WEXBIN_PROGRAM});
     auto run = RunProgram({.program = "/usr/bin/env", .arguments = args, .workingFolder = home_.Path()});
     errors_ = std::move(run.errors);
@@ -26,24 +29,18 @@ class WexbinProgram : public ::testing::Test {
   }
 
   std::string Value(const std::string& key) const {
-    return tolvex::ReadRegistry(home_ / "registry.set").Find(key).value_or("?");
+    return tolvex::ReadRegistry(registry_).Find(key).value_or("?");
   }
 
   /// The lines of the answer, as the window reads them.
   std::vector<std::string> Answer() const {
-    std::ifstream in(Value("collocationListHtm"), std::ios::binary);
-    const std::string text = base::FromCp950(std::string(std::istreambuf_iterator<char>(in), {}));
-    std::vector<std::string> lines;
-    for (std::size_t at = 0; at < text.size();) {
-      const auto end = text.find("\r\n", at);
-      if (end == std::string::npos) ADD_FAILURE() << "the last line is not closed";
-      lines.push_back(text.substr(at, end - at));
-      at = std::min(end, text.size() - 2) + 2;
-    }
-    return lines;
+    const std::string text = base::FromCp950(ReadFile(Value("collocationListHtm")));
+    EXPECT_TRUE(text.ends_with("\r\n")) << "the last line is not closed";
+    return base::Split(text.substr(0, text.rfind("\r\n")), "\r\n");
   }
 
-  TempFolder home_;
+  const TempFolder home_;
+  const fs::path registry_ = home_ / "registry.set";
   std::string errors_;
 };
 
@@ -62,20 +59,16 @@ TEST_F(WexbinProgram, LeavesTheAnswerInItsFolderAndTheOtherKeysAlone) {
   EXPECT_TRUE(fs::path(Value("collocationListHtm")).filename().string().starts_with("tmp"));
   EXPECT_EQ(Value("sentence"), "He go.");
   EXPECT_EQ(Value("col_suggestion"), "0");
-  EXPECT_TRUE(home_.Read("registry.set").starts_with("**settings for tolvex=\r\n"));
+  EXPECT_TRUE(ReadFile(registry_).starts_with("**settings for tolvex=\r\n"));
 }
 
 TEST_F(WexbinProgram, AlwaysAnswersSoThatTheWindowNeedNotWait) {
-  for (const std::vector<std::string>& args : {std::vector<std::string>{},
-                                               {""},
-                                               {"qwxzk,CNV"},
-                                               {"rain"},
-                                               {"rain,XYZ"},
-                                               {"ice", "cream,CNV"},
-                                               {","},
-                                               {"\xb7\xa1,SN"},
-                                               {std::string(5000, 'x') + ",SN"}}) {
-    home_.Write("registry.set", kReset);
+  std::vector<std::vector<std::string>> queries = {
+      {}, {"ice", "cream,CNV"}, {std::string(5000, 'x') + ",SN"}};
+  for (const char* query : {"", "qwxzk,CNV", "rain", "rain,XYZ", ",", "\xb7\xa1,SN"})
+    queries.push_back({query});
+  for (const auto& args : queries) {
+    WriteFile(registry_, kReset);
     ASSERT_EQ(Run(args), 0);
     const auto lines = Answer();
     ASSERT_EQ(lines.size(), 2U);
@@ -88,7 +81,7 @@ TEST_F(WexbinProgram, FailsWithAReasonWhenItCannotAnswer) {
   EXPECT_EQ(Run({"rain,CNJ"}, home_.Path()), 2);
   EXPECT_NE(errors_.find("wordbank.tables"), std::string::npos);
   EXPECT_EQ(Value("collocationListHtm"), "");
-  fs::remove(home_ / "registry.set");
+  fs::remove(registry_);
   EXPECT_EQ(Run({"rain,CNJ"}), 2);
   EXPECT_NE(errors_.find("registry.set"), std::string::npos);
 }

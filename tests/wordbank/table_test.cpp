@@ -1,25 +1,22 @@
-// bankbuild on small sources, and the table that it writes.
-#include <sys/wait.h>
-
-#include <cstdlib>
+// bankbuild on small sources, and the tables that it writes.
+#include <gtest/gtest.h>
 
 #include "engine/wordbank/text_table.h"
 #include "engine/wordbank/translator.h"
+#include "tests/support/run_program.h"
 #include "tests/wordbank/shared_bank.h"
 
 namespace wexbin::test {
 namespace {
 
-const std::string kLexicon = std::string(" '") + WORDBANK_DATA + "/tolvex.tables'";
+const std::string kLexicon = std::string(ENGINE_DATA) + "/tolvex.tables";
 
-int Bankbuild(const std::string& arguments, const TempFolder& folder) {
-  const std::string command = std::string(BANKBUILD_PROGRAM) + ' ' + arguments + " > /dev/null 2> '" +
-                              (folder / "stderr").string() + '\'';
-  const int status = std::system(command.c_str());  // NOLINT(cert-env33-c): paths of the test itself
-  return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+// Runs a step in a folder, with its input on standard input.
+base::RunResult Bankbuild(const TempFolder& folder, const std::vector<std::string>& arguments,
+                          const std::string& input = "") {
+  return marovane::RunProgram(
+      {.program = BANKBUILD_PROGRAM, .arguments = arguments, .workingFolder = folder.Path()}, input);
 }
-
-std::string Quoted(const std::filesystem::path& path) { return '\'' + path.string() + '\''; }
 
 TEST(TextTable, GivesBackEveryTextAndNothingElse) {
   const TempFolder folder;
@@ -37,21 +34,18 @@ TEST(TextTable, GivesBackEveryTextAndNothingElse) {
 
 TEST(Bankbuild, ChoosesTheLivingSenseAndReadsWell) {
   const TempFolder folder;
-  folder.Write("cedict",
-               "行\t行\t\trow; line/classifier for rows\n"
-               "行\t行\t\tused in 道行[dao4 heng2]\n"
-               "行\t行\t\t(bound form) to walk; to go/capable; competent/all right; OK!\n"
-               "李\t李\tname\tsurname Li\n"
-               "李\t李\t\tplum\n"
-               "貓\t猫\t\tcat (CL:隻|只[zhi1])/(slang) modem\n"
-               "李的\t李的\t\tno word at all\n"
-               "喵\t喵\t\tvariant of 貓|猫[mao1]\n");
-  folder.Write("words", "# note\n的\t的\t-\n貓\t猫\tthe cat\n李的\t李的\t|\n");
-  folder.Write("counts", "的 300000 uj\n猫 800 n\n行 5000 v\n");
-  ASSERT_EQ(Bankbuild("chinese " + Quoted(folder / "words") + ' ' + Quoted(folder / "counts") + kLexicon +
-                          ' ' + Quoted(folder / "chinese.tables") + " < " + Quoted(folder / "cedict"),
-                      folder),
-            0);
+  const std::string cedict =
+      "行\t行\t\trow; line/classifier for rows\n"
+      "行\t行\t\tused in 道行[dao4 heng2]\n"
+      "行\t行\t\t(bound form) to walk; to go/capable; competent/all right; OK!\n"
+      "李\t李\tname\tsurname Li\n"
+      "李\t李\t\tplum\n"
+      "貓\t猫\t\tcat (CL:隻|只[zhi1])/(slang) modem\n"
+      "李的\t李的\t\tno word at all\n"
+      "喵\t喵\t\tvariant of 貓|猫[mao1]\n";
+  WriteFile(folder / "words", "# note\n的\t的\t-\n貓\t猫\tthe cat\n李的\t李的\t|\n");
+  WriteFile(folder / "counts", "的 300000 uj\n猫 800 n\n行 5000 v\n");
+  ASSERT_EQ(Bankbuild(folder, {"chinese", "words", "counts", kLexicon, "chinese.tables"}, cedict).status, 0);
   const tolvex::TableFile file(folder / "chinese.tables");
   const Translator translator(file);
   EXPECT_EQ(translator.Translate("行"),
@@ -64,59 +58,54 @@ TEST(Bankbuild, ChoosesTheLivingSenseAndReadsWell) {
 
 TEST(Bankbuild, NamesTheLineThatIsWrongInASource) {
   const TempFolder folder;
-  const std::string word = "貓\t猫\t\tcat\n";
-  const std::map<std::string, std::string> sources = {{"empty", ""},
-                                                      {"cat", word},
-                                                      {"no-tabs", word + "no tabs here\n"},
-                                                      {"function", "# note\n的\t的\n"},
-                                                      {"frequency", "猫 800 n\n行 many v\n"},
-                                                      {"no-pattern", "CNJ rain\theavy:5:0\nCNJ sun\thot:5\n"},
-                                                      {"no-kind", "XXX rain\theavy:5:0\n"},
-                                                      {"short", "# note\npair CNJ\n"},
-                                                      {"one-word", "only CNJ big: rain\n"},
-                                                      {"unknown", "pears CNJ big: rain\n"}};
-  for (const auto& [name, text] : sources) folder.Write(name, text);
-  const auto place = [&](const std::string& name) { return ' ' + Quoted(folder / name); };
-  const auto chinese = [&](const std::string& words, const std::string& uses, const std::string& cedict) {
-    return "chinese" + place(words) + place(uses) + kLexicon + place("out.tables") + " <" + place(cedict);
+  const std::vector<std::pair<const char*, const char*>> sources = {
+      {"empty", ""},
+      {"function", "# note\n的\t的\n"},
+      {"frequency", "猫 800 n\n行 many v\n"},
+      {"no-pattern", "CNJ rain\theavy:5:0\nCNJ sun\thot:5\n"},
+      {"no-kind", "XXX rain\theavy:5:0\n"},
+      {"short", "# note\npair CNJ\n"},
+      {"one-word", "only CNJ big: rain\n"},
+      {"unknown", "pears CNJ big: rain\n"}};
+  for (const auto& [name, text] : sources) WriteFile(folder / name, text);
+  const std::string cat = "貓\t猫\t\tcat\n";
+  struct Damage {
+    std::string step, first, second, cedict, reason;
   };
-  const auto suggest = [&](const std::string& pairs, const std::string& words) {
-    return "suggest" + place(pairs) + place(words) + place("out.tables");
-  };
-  const std::vector<std::pair<std::string, std::string>> table = {
-      {chinese("empty", "empty", "no-tabs"), "the Chinese dictionary:2: "},
-      {chinese("empty", "empty", "empty"), "the Chinese dictionary is empty"},
-      {chinese("empty", "lost", "cat"), "cannot read"},
-      {chinese("empty", "frequency", "cat"), "frequency:2: not a number: many"},
-      {chinese("function", "empty", "cat"), "function:2: too few fields"},
-      {suggest("no-pattern", "empty"), "no-pattern:2: not partner, count and pattern: hot:5"},
-      {suggest("no-kind", "empty"), "no-kind:1: no kind of word pairs: XXX"},
-      {suggest("empty", "short"), "short:2: "},
-      {suggest("empty", "one-word"), "one-word:1: "},
-      {suggest("empty", "unknown"), "unknown:1: "},
-      {suggest("lost", "empty"), "cannot read"},
-      {"nonsense", "usage"}};
-  for (const auto& [arguments, reason] : table) {
-    EXPECT_EQ(Bankbuild(arguments, folder), 1) << arguments;
-    EXPECT_NE(folder.Read("stderr").find(reason), std::string::npos) << folder.Read("stderr");
-    EXPECT_FALSE(std::filesystem::exists(folder / "out.tables")) << arguments;
+  const std::vector<Damage> table = {
+      {"chinese", "empty", "empty", cat + "no tabs here\n", "the Chinese dictionary:2: "},
+      {"chinese", "empty", "empty", "", "the Chinese dictionary is empty"},
+      {"chinese", "empty", "lost", cat, "cannot read"},
+      {"chinese", "empty", "frequency", cat, "frequency:2: not a number: many"},
+      {"chinese", "function", "empty", cat, "function:2: too few fields"},
+      {"suggest", "no-pattern", "empty", "", "no-pattern:2: not partner, count and pattern: hot:5"},
+      {"suggest", "no-kind", "empty", "", "no-kind:1: no kind of word pairs: XXX"},
+      {"suggest", "empty", "short", "", "short:2: "},
+      {"suggest", "empty", "one-word", "", "one-word:1: "},
+      {"suggest", "empty", "unknown", "", "unknown:1: "},
+      {"suggest", "lost", "empty", "", "cannot read"},
+      {"nonsense", "", "", "", "usage"}};
+  for (const auto& [step, first, second, cedict, reason] : table) {
+    std::vector<std::string> arguments = {step, first, second, "out.tables"};
+    if (step == "chinese") arguments.insert(arguments.end() - 1, kLexicon);
+    const auto run = Bankbuild(folder, arguments, cedict);
+    EXPECT_EQ(run.status, 1) << reason;
+    EXPECT_NE(run.errors.find(reason), std::string::npos) << run.errors;
+    EXPECT_FALSE(std::filesystem::exists(folder / "out.tables")) << reason;
   }
 }
 
 TEST(Bankbuild, SuggestsOnlyClearlyStrongerPartners) {
   const TempFolder folder;
-  folder.Write("pairs",
-               "CNV advice\tget:30:0\treceive:40:0\n"
-               "CNV blow\treceive:40:0\tget:5:0\n"
-               "CNV gift\ta:1:0\tb:1:0\tc:1:0\td:1:0\te:1:0\treceive:50:0\n"
-               "CNV prize\treceive:40:0\n");
-  folder.Write(
-      "words",
+  WriteFile(folder / "pairs",
+            "CNV advice\tget:30:0\treceive:40:0\n"
+            "CNV blow\treceive:40:0\tget:5:0\n"
+            "CNV gift\ta:1:0\tb:1:0\tc:1:0\td:1:0\te:1:0\treceive:50:0\n"
+            "CNV prize\treceive:40:0\n");
+  WriteFile(
+      folder / "words",
       "pair CNV get: receive\nfine CNV get: prize\nonly CNJ big heavy: rain\nword SJ very big: huge vast\n");
-  ASSERT_EQ(Bankbuild("suggest " + Quoted(folder / "pairs") + ' ' + Quoted(folder / "words") + ' ' +
-                          Quoted(folder / "suggest.tables"),
-                      folder),
-            0);
+  ASSERT_EQ(Bankbuild(folder, {"suggest", "pairs", "words", "suggest.tables"}).status, 0);
   const tolvex::TableFile file(folder / "suggest.tables");
   const TextTable table(file, "suggest");
   EXPECT_EQ(table.Find("CNV blow get"), "receive");
@@ -134,12 +123,8 @@ TEST(Bankbuild, CountsPairsAndKeepsThoseThatBelongTogether) {
   for (int i = 0; i < 4; ++i) text += "There was light rain.\n";  // too few
   text += "# modern\n";
   for (int i = 0; i < 2; ++i) text += "We felt warm rain.\n";  // few, but of today
-  folder.Write("text", text);
-  ASSERT_EQ(Bankbuild("pairs " + Quoted(std::filesystem::path(WORDBANK_DATA) / "tolvex.tables") + ' ' +
-                          Quoted(folder / "pairs") + " < " + Quoted(folder / "text"),
-                      folder),
-            0);
-  const std::string pairs = folder.Read("pairs");
+  ASSERT_EQ(Bankbuild(folder, {"pairs", kLexicon, "pairs"}, text).status, 0);
+  const std::string pairs = ReadFile(folder / "pairs");
   EXPECT_NE(pairs.find("CNJ rain\theavy:8:0\twarm:6:0\n"), std::string::npos) << pairs;
   EXPECT_NE(pairs.find("CNJ dog\tsmall:8:0\n"), std::string::npos) << pairs;
   EXPECT_EQ(pairs.find("light"), std::string::npos);

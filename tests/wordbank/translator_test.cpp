@@ -1,13 +1,15 @@
 // Chinese to English from the real dictionary.
 #include "engine/wordbank/translator.h"
 
+#include <gtest/gtest.h>
+
 #include "tests/wordbank/shared_bank.h"
 
 namespace wexbin::test {
 namespace {
 
 std::vector<std::string> Segments(const std::string& text) {
-  static const tolvex::TableFile file(std::filesystem::path(WORDBANK_DATA) / "chinese.tables");
+  static const tolvex::TableFile file(std::filesystem::path(ENGINE_DATA) / "chinese.tables");
   std::vector<std::string> segments;
   for (const std::string_view segment : Translator(file).Segment(text)) segments.emplace_back(segment);
   return segments;
@@ -74,7 +76,7 @@ TEST(Translator, SimplifiedAndTraditionalMeanTheSame) {
   }
 }
 
-TEST(Translator, CommonWordsGiveOnlyWhatTheInputBoxTakes) {
+TEST(Translator, CommonWordsBecomeOnlyWhatTheInputBoxAccepts) {
   for (const char* chinese :
        {"的", "行", "長", "咖啡", "銀行", "高興", "因為", "電視", "應該", "台灣", "李"}) {
     for (const char c : SharedBank().Translate(chinese)) {

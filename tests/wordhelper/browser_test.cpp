@@ -15,7 +15,7 @@ namespace {
 using ::testing::ElementsAre;
 using ::testing::MatchesRegex;
 
-/// Keeps what a pane was told.
+/// Keeps what a pane was asked for.
 class RecordingRenderer : public WebRenderer {
  public:
   explicit RecordingRenderer(WebBrowser& pane) { pane.SetRenderer(this); }
@@ -118,7 +118,7 @@ TEST_F(BrowserTest, CaptionAndStatusFollowThePage) {
   browser.webMain.TitleChange.Raise("a");
   EXPECT_EQ(browser.Caption(), "Marovane 瀏覽器 - a(http://engine/)");
   browser.GoWritePage(base::Literal("<p>"), 1);
-  EXPECT_EQ(browser.Caption(), "Marovane 瀏覽器") << "until the page tells its title";
+  EXPECT_EQ(browser.Caption(), "Marovane 瀏覽器") << "until the page has a title";
   browser.webOther.StatusTextChange.Raise("http://link/");
   EXPECT_EQ(browser.lblStatus.Caption(), "http://link/");
 }

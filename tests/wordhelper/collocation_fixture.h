@@ -34,6 +34,11 @@ class CollocationTest : public CoreTest {
 
   FrmCollocation& Helper() { return *frmCollocation; }
   void ExpectAllMessagesShown() { EXPECT_EQ(machine.user.Expected(), 0U); }
+  /// Turns to a tab and types into a box on it.
+  void TypeOnTab(int tab, TextBox& box, const std::string& text) {
+    Helper().picTabs_Click(tab);
+    machine.user.Type(box, text);
+  }
   /// The notices of use that the server got, each as its word.
   std::vector<std::string> Acts() {
     std::vector<std::string> acts;
@@ -45,13 +50,12 @@ class CollocationTest : public CoreTest {
   }
   bool ShowsResults() {
     auto& helper = Helper();
-    return helper.cboCollect.Visible() && helper.lblCollectMessage.Visible() &&
-           helper.lblSourceCap.Visible() && helper.cboWebSource(2).Visible() &&
-           helper.picButtons(2).Visible();
+    return helper.cboCollect.Visible && helper.lblCollectMessage.Visible && helper.lblSourceCap.Visible &&
+           helper.cboWebSource(2).Visible && helper.picButtons(2).Visible;
   }
   std::filesystem::path SourcesFile() { return app.gTempDir + "/marovane/websource.set"; }
 
-  Window<FrmCollocation> frmCollocation{[this] { return std::make_shared<FrmCollocation>(program); }};
+  Window<FrmCollocation> frmCollocation{program};
 };
 
 }  // namespace marovane

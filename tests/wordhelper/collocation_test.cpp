@@ -14,6 +14,7 @@ class WordHelperWindow : public CollocationTest {
  protected:
   WordHelperWindow() {
     machine.http.Route("p_passWebEngine_wbank.asp", base::ToCp950("OK_heavy rain >> 大雨<@>rain falls"));
+    Helper().Show();
   }
 
   int ShownTab() {
@@ -25,11 +26,12 @@ class WordHelperWindow : public CollocationTest {
     }
     return shown;
   }
-  /// The main window comes to the front, holds this text and selection, and leaves the front to the helper.
-  void ComeFromMain(const std::string& text, int start = 0, int length = 0) {
+  /// The main window comes to the front with this text, of which so much is selected, and leaves the front to
+  /// the helper.
+  void ComeFromMain(const std::string& text, int length) {
     fakes.frmMain.Show();
     fakes.frmMain.txtInput.Text = text;
-    fakes.frmMain.txtInput.SelStart = start;
+    fakes.frmMain.txtInput.SelStart = 0;
     fakes.frmMain.txtInput.SelLength = length;
     fakes.frmMain.checked.clear();
     Helper().Show();
@@ -41,7 +43,6 @@ class WordHelperWindow : public CollocationTest {
 };
 
 TEST_F(WordHelperWindow, OpensOnItsFirstTabWithNothingAsked) {
-  Helper().Show();
   EXPECT_TRUE(app.gOpenCollocation);
   EXPECT_EQ(ShownTab(), 0);
   EXPECT_FALSE(ShowsResults());
@@ -55,8 +56,7 @@ TEST_F(WordHelperWindow, OpensOnItsFirstTabWithNothingAsked) {
 
 TEST_F(WordHelperWindow, TakesOverWhatTheMainWindowHasAnew) {
   const struct {
-    const char* what;
-    const char* text;
+    const char *what, *text;
     int selected;
     const char* lastInput;
     bool isTaken;
@@ -72,7 +72,7 @@ TEST_F(WordHelperWindow, TakesOverWhatTheMainWindowHasAnew) {
   for (const auto& c : cases) {
     SCOPED_TRACE(c.what);
     app.gLastInput = c.lastInput;
-    ComeFromMain(c.text, 0, c.selected);
+    ComeFromMain(c.text, c.selected);
     EXPECT_EQ(fakes.frmMain.checked.size(), c.isTaken ? 1U : 0U);
     EXPECT_EQ(Helper().txtFreeword(0).Text(), c.freeword);
     EXPECT_EQ(app.gLastInput, c.lastInputAfter);
@@ -80,9 +80,7 @@ TEST_F(WordHelperWindow, TakesOverWhatTheMainWindowHasAnew) {
 }
 
 TEST_F(WordHelperWindow, PartnersFollowThePartOfSpeech) {
-  Helper().Show();
-  Helper().picTabs_Click(2);
-  machine.user.Type(Helper().txtKeyword(0), "rain");
+  TypeOnTab(2, Helper().txtKeyword(0), "rain");
   const struct {
     int word, partner;
     const char* query;
@@ -90,13 +88,11 @@ TEST_F(WordHelperWindow, PartnersFollowThePartOfSpeech) {
       {0, 2, "rain,CNJ"}, {1, 1, "rain,CVM"}, {0, 0, "rain,CNV"}, {2, 1, "rain,CJM"}, {0, 3, "rain,CNP"}};
   for (const bool byLabel : {false, true}) {
     for (const auto& [word, partner, query] : cases) {
-      if (byLabel) {
-        machine.user.Click(Helper().lblPara1(word));
-        machine.user.Click(Helper().lblPara2(partner));
-      } else {
-        machine.user.Click(Helper().optPara1(word));
-        machine.user.Click(Helper().optPara2(partner));
-      }
+      const auto click = [&](Control& label, Control& option) {
+        machine.user.Click(byLabel ? label : option);
+      };
+      click(Helper().lblPara1(word), Helper().optPara1(word));
+      click(Helper().lblPara2(partner), Helper().optPara2(partner));
       for (int i = 0; i < 4; ++i) {
         const bool isPartner = (word == 0) == (i != 1);
         EXPECT_EQ(Helper().optPara2(i).Enabled(), isPartner) << word << i;
@@ -110,9 +106,7 @@ TEST_F(WordHelperWindow, PartnersFollowThePartOfSpeech) {
 }
 
 TEST_F(WordHelperWindow, AsksForNearSynonyms) {
-  Helper().Show();
-  Helper().picTabs_Click(3);
-  machine.user.Type(Helper().txtKeyword(1), "happy");
+  TypeOnTab(3, Helper().txtKeyword(1), "happy");
   for (const auto& [option, query] : {std::pair{2, "happy,SJ"}, {0, "happy,SN"}, {1, "happy,SV"}}) {
     machine.user.Click(Helper().lblPara3(option));
     machine.user.Click(Helper().picButtons(1));
@@ -123,8 +117,7 @@ TEST_F(WordHelperWindow, AsksForNearSynonyms) {
   EXPECT_THAT(fakes.frmBrowser.written, SizeIs(4)) << "Enter does what the button does";
 }
 
-TEST_F(WordHelperWindow, WordBoxTakesLettersAlone) {
-  Helper().Show();
+TEST_F(WordHelperWindow, WordBoxAcceptsOnlyLetters) {
   machine.user.Type(Helper().txtKeyword(0), "Ra-i n's2中n");
   EXPECT_EQ(Helper().txtKeyword(0).Text(), "Rainsn");
   machine.user.Press(Helper().txtKeyword(0), kKeyBack);
@@ -137,7 +130,6 @@ TEST_F(WordHelperWindow, WordBoxTakesLettersAlone) {
 }
 
 TEST_F(WordHelperWindow, AWordIsWantedFirst) {
-  Helper().Show();
   Helper().txtKeyword(0).Text = "  ";
   for (const int button : {0, 1}) {
     ExpectMessage(Message::kEnterWord);
@@ -149,7 +141,6 @@ TEST_F(WordHelperWindow, AWordIsWantedFirst) {
 }
 
 TEST_F(WordHelperWindow, SearchesOpenOutsideTheProgram) {
-  Helper().Show();
   auto& opened = machine.desktop.opened;
   machine.user.Type(Helper().txtFreeword(0), " 下雨天 ");
   machine.user.Click(Helper().picSearchs(0));
@@ -171,9 +162,7 @@ TEST_F(WordHelperWindow, SearchesOpenOutsideTheProgram) {
 }
 
 TEST_F(WordHelperWindow, ExamplesAreForThePhraseBeforeItsNote) {
-  Helper().Show();
-  Helper().picTabs_Click(2);
-  machine.user.Type(Helper().txtKeyword(0), "rain");
+  TypeOnTab(2, Helper().txtKeyword(0), "rain");
   machine.user.Click(Helper().picButtons(0));
   machine.user.Click(Helper().picButtons(2));
   machine.user.Choose(Helper().cboCollect, 1);

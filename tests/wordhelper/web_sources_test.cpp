@@ -8,7 +8,6 @@ namespace marovane {
 namespace {
 
 using ::testing::ElementsAre;
-using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 
 std::vector<std::string> Flat(const WebSourceList& list) {
@@ -132,8 +131,7 @@ TEST_F(SourceLists, WithoutANetworkTheWindowOpensAndLosesNoChoice) {
     Helper().Show();
     for (int i = 0; i < 3; ++i) EXPECT_EQ(Helper().cboWebSource(i).ListIndex(), -1);
     ExpectMessage(Message::kNoSource);
-    Helper().picTabs_Click(1);
-    machine.user.Type(Helper().txtFreeword(1), "heavy rain");
+    TypeOnTab(1, Helper().txtFreeword(1), "heavy rain");
     machine.user.Click(Helper().picSearchs(1));
     ExpectAllMessagesShown();
     EXPECT_THAT(machine.desktop.opened, IsEmpty());
@@ -152,24 +150,27 @@ TEST_F(SourceLists, OneEmptyListKeepsItsOldChoice) {
   EXPECT_EQ(Content(SourcesFile()), base::ToCp950("新字典\r\nGone\r\n例句\r\n"));
 }
 
-TEST_F(SourceLists, ShortRecordsAreToldAndTheOthersServe) {
-  for (const std::string& reply :
-       {base::ToCp950("壞#cn<@>例句#en#en#u"), std::string("ERR_SERVER"), std::string("\xA4")}) {
+TEST_F(SourceLists, ShortRecordsAreReportedAndTheOthersServe) {
+  const struct {
+    std::string reply;
+    bool isReported;
+    std::size_t sources;
+  } cases[] = {{base::ToCp950("壞#cn<@>例句#en#en#u"), true, 1}, {"ERR_SERVER", true, 0}, {"\xA4", false, 0}};
+  for (const auto& c : cases) {
     frmCollocation.Unload();
-    machine.http.Route("p_getwebhelper.asp", reply);
-    const bool isText = reply != "\xA4";
-    if (isText) ExpectMessage(Message::kBadSourceList);
+    machine.http.Route("p_getwebhelper.asp", c.reply);
+    if (c.isReported) ExpectMessage(Message::kBadSourceList);
     Helper().Show();
     ExpectAllMessagesShown();
     EXPECT_TRUE(Helper().Visible());
-    EXPECT_EQ(Helper().cboWebSource(1).Items().size(), reply.starts_with("ERR") || !isText ? 0U : 1U);
+    EXPECT_EQ(Helper().cboWebSource(1).Items().size(), c.sources);
   }
 }
 
 TEST_F(SourceLists, FileThatCannotBeWrittenDoesNotHoldTheWindow) {
   Helper().Show();
   machine.files.fault.FailAt(machine.files.fault.Steps() + 1);
-  EXPECT_THROW(machine.user.Click(Helper().imgClose), RunTimeError) << "which the program tells";
+  EXPECT_THROW(machine.user.Click(Helper().imgClose), RunTimeError) << "which the program reports";
   machine.loop.WaitUntil([this] { return !frmCollocation.IsLoaded(); });
 }
 

@@ -23,7 +23,7 @@ class WebQuery : public CollocationTest {
   }
 };
 
-TEST_F(WebQuery, PartnersFillTheList) {
+TEST_F(WebQuery, PartnersFillTheListAndAnArrowBlinks) {
   Helper().Show();
   Ask("collo", "OK_ rain falls >> 下雨<@>  <@> heavy rain ");
   EXPECT_THAT(machine.http.Bodies("p_passWebEngine_wbank.asp"),
@@ -35,11 +35,7 @@ TEST_F(WebQuery, PartnersFillTheList) {
   EXPECT_TRUE(Helper().picButtons(0).Visible() && Helper().picButtons(1).Visible());
   EXPECT_EQ(app.gSuggestMode, "");
   EXPECT_THAT(Acts(), ElementsAre("collo"));
-}
-
-TEST_F(WebQuery, ArrowBlinksForFourSeconds) {
-  Helper().Show();
-  Ask("collo", "OK_heavy rain");
+  // The arrow blinks for four seconds.
   const auto before = machine.loop.Elapsed();
   std::vector<bool> seen;
   const auto watch = Helper().imgArrow.Visible.Watch([&](bool visible) { seen.push_back(visible); });
@@ -50,18 +46,17 @@ TEST_F(WebQuery, ArrowBlinksForFourSeconds) {
 }
 
 TEST_F(WebQuery, SynonymsBecomeAPage) {
-  const struct {
-    const char *mode, *page, *act;
-  } cases[] = {{"similar", ">glad<br />content &gt;&gt; 滿足<br /></div>", "similar"},
-               {"similar_2", ">glad\r\ncontent &gt;&gt; 滿足\r\n</div>", "similar"}};
-  for (const auto& [mode, page, act] : cases) {
+  const std::pair<const char*, const char*> cases[] = {
+      {"similar", ">glad<br />content &gt;&gt; 滿足<br /></div>"},
+      {"similar_2", ">glad\r\ncontent &gt;&gt; 滿足\r\n</div>"}};
+  for (const auto& [mode, page] : cases) {
     Ask(mode, "OK_glad<@> <@>content >> 滿足<@>", "happy,SJ");
     ASSERT_THAT(fakes.frmBrowser.written, Not(IsEmpty()));
     EXPECT_THAT(
         fakes.frmBrowser.written.back(),
         AllOf(::testing::StartsWith("1 <html>"), HasSubstr(page), HasSubstr("background-color: #FFFFFF;"),
               HasSubstr("font-family:Cambria"), ::testing::EndsWith("</html>\r\n")));
-    EXPECT_EQ(Acts().back(), act);
+    EXPECT_EQ(Acts().back(), "similar");
     EXPECT_FALSE(ShowsResults() || Helper().Visible());
   }
   Ask("other", "OK_glad");
@@ -102,20 +97,16 @@ TEST_F(WebQuery, AsksAgainUntilThirtySecondsAreOver) {
   EXPECT_LE(machine.loop.Elapsed() - before, Seconds{35});
   EXPECT_TRUE(Helper().Enabled() && Helper().picButtons(1).Visible());
   EXPECT_EQ(app.gSuggestMode, "");
-  EXPECT_THAT(Acts(), ElementsAre("collo")) << "no use is told of a time-out";
+  EXPECT_THAT(Acts(), ElementsAre("collo")) << "no use is reported after a time-out";
 }
 
-TEST_F(WebQuery, AsksTheLearnerWhenNoEngineIsAllotted) {
+TEST_F(WebQuery, AsksTheLearnerWhenNoEngineIsAllottedAndShowsItsAddressInDetail) {
   for (int i = 0; i < 10; ++i) machine.http.Queue("p_all_webengine_get.asp", "ERR");
+  app.gDetailMessage = true;
   ExpectMessage(Message::kNoEngineAddress);
   Ask("collo", "OK_heavy rain");
   ExpectAllMessagesShown();
   EXPECT_THAT(Helper().cboCollect.Items(), ElementsAre("heavy rain"));
-}
-
-TEST_F(WebQuery, TellsTheEngineItAsksInDetail) {
-  app.gDetailMessage = true;
-  Ask("collo", "OK_heavy rain");
   EXPECT_EQ(Helper().lblCaps.Caption(), "http://engine/");
 }
 
@@ -135,12 +126,18 @@ class LocalQuery : public CollocationTest {
     machine.realFiles.Write(app.gEngineDir + "wexbin.exe", "", false);
   }
   /// What the engine does: it writes its file, and its path into the exchange file.
-  void InstallEngine(const std::string& bytes,
-                     std::chrono::milliseconds time = std::chrono::milliseconds{700}) {
-    machine.processes.Install("wexbin.exe", time, [this, bytes](const base::ProcessStart&) {
+  void InstallEngine(const std::string& bytes) {
+    InstallEngine([this, bytes] {
       Put(ResultFile(), bytes);
-      ReadWriteSetFile(machine.realFiles, app.gRegistryFile, "W", "collocationListHtm", ResultFile());
+      NameResultFile(ResultFile());
     });
+  }
+  void InstallEngine(const std::function<void()>& work) {
+    machine.processes.Install("wexbin.exe", std::chrono::milliseconds{700},
+                              [work](const base::ProcessStart&) { work(); });
+  }
+  void NameResultFile(const std::string& path) {
+    ReadWriteSetFile(machine.realFiles, app.gRegistryFile, "W", "collocationListHtm", path);
   }
   void Ask(const std::string& mode) {
     app.gSuggestMode = mode;
@@ -150,7 +147,7 @@ class LocalQuery : public CollocationTest {
   std::string Registry() { return Content(app.gRegistryFile).value_or(""); }
 };
 
-TEST_F(LocalQuery, ReadsTheAnswerAsItStands) {
+TEST_F(LocalQuery, ReadsTheAnswerAsItIs) {
   Put(app.gRegistryFile, "broken first line\r\nsentence=He goes.\r\n");
   machine.processes.Add("wexbin.exe");
   InstallEngine(base::ToCp950("<title>rain\r\n heavy rain >> 大雨 \r\n\r\nrain falls\r\n"));
@@ -209,13 +206,7 @@ TEST_F(LocalQuery, BadAnswersGetAWordAndGiveTheWindowBack) {
     std::function<void()> arrange;
   } cases[] = {
       {"no engine", Message::kNoEngineReply, [] {}},
-      {"no file", Message::kNoEngineReply,
-       [this] {
-         machine.processes.Install(
-             "wexbin.exe", std::chrono::milliseconds{10}, [this](const base::ProcessStart&) {
-               ReadWriteSetFile(machine.realFiles, app.gRegistryFile, "W", "collocationListHtm", "/no/such");
-             });
-       }},
+      {"no file", Message::kNoEngineReply, [this] { InstallEngine([this] { NameResultFile("/no/such"); }); }},
       {"half a character", Message::kNoEngineReply, [this] { InstallEngine("<title>rain\r\nheavy \xA4"); }},
       {"only a title", Message::kNoPartners, [this] { InstallEngine("<title>rain"); }},
       {"an empty file", Message::kNoPartners, [this] { InstallEngine(""); }},

@@ -1,4 +1,4 @@
-// What this process was told.
+// The environment of this process.
 #pragma once
 
 #include "platform/environment.h"
@@ -8,7 +8,7 @@ namespace marovane {
 /// Reads the variables and finds the folders by the place of the running program: the files that came with it
 /// in ../share/marovane, the other programs beside it.
 /// @param commandLine the edition word, or nothing
-/// Throws RunTimeError when the system does not tell where the program stands.
+/// Throws RunTimeError when the system does not say where the program is.
 Environment ReadHostEnvironment(const std::string& commandLine);
 
 }  // namespace marovane

@@ -1,4 +1,4 @@
-// The running processes as /proc tells them (proc(5)).
+// The running processes as /proc lists them (proc(5)).
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -50,7 +50,7 @@ std::vector<ProcessInfo> PosixProcesses::List() const {
   std::error_code error;
   for (fs::directory_iterator entry("/proc", error), end; !error && entry != end; entry.increment(error)) {
     const int id = ProcessId(entry->path());
-    // Any of these may end while it is looked at; then it has nothing to tell and is left out.
+    // Any of these may end while it is looked at; then there is nothing to read and it is left out.
     if (id == 0 || !IsOurs(entry->path())) continue;
     std::string name = ProgramName(entry->path());
     if (!name.empty()) processes.push_back({id, std::move(name)});

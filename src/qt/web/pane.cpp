@@ -8,6 +8,7 @@
 #include <QWebEngineView>
 #include <deque>
 
+#include "qt/text_convert.h"
 #include "qt/web/page.h"
 #include "qt/web/profile.h"
 #include "qt/web_pane.h"
@@ -43,7 +44,7 @@ class Pane : public WebPane {
   void Navigate(const QString& url) override;
   void Write(const QString& html) override;
   void SubmitForm(int index) override;
-  void SetChecked(const QMap<QString, bool>& marks) override;
+  void SetChecked(const std::map<std::string, bool>& marks) override;
   void GoBack() override { view_->back(); }
   void GoForward() override { view_->forward(); }
   void ReadInputs(std::function<void(const PageInputs&)> callback) override;
@@ -119,9 +120,9 @@ void Pane::Write(const QString& html) {
 
 void Pane::SubmitForm(int index) { RunWhenLoaded(QString("document.forms[%1].submit()").arg(index)); }
 
-void Pane::SetChecked(const QMap<QString, bool>& marks) {
+void Pane::SetChecked(const std::map<std::string, bool>& marks) {
   QJsonObject object;
-  for (auto it = marks.begin(); it != marks.end(); ++it) object[it.key()] = it.value();
+  for (const auto& [id, isChecked] : marks) object[Text(id)] = isChecked;
   RunWhenLoaded(QString("for (const [id, mark] of Object.entries(%1)) {"
                         "  const box = document.getElementById(id);"
                         "  if (box) box.checked = mark;"
@@ -153,8 +154,12 @@ void Pane::ReadInputs(std::function<void(const PageInputs&)> callback) {
     const QVariantMap found = answer.toMap();
     const QVariantMap values = found["values"].toMap();
     const QVariantMap checked = found["checked"].toMap();
-    for (auto it = values.begin(); it != values.end(); ++it) inputs.values[it.key()] = it.value().toString();
-    for (auto it = checked.begin(); it != checked.end(); ++it) inputs.checked[it.key()] = it.value().toBool();
+    for (auto it = values.begin(); it != values.end(); ++it) {
+      inputs.values[Utf8(it.key())] = Utf8(it.value().toString());
+    }
+    for (auto it = checked.begin(); it != checked.end(); ++it) {
+      inputs.checked[Utf8(it.key())] = it.value().toBool();
+    }
     callback(inputs);
   });
 }

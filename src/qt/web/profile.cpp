@@ -142,7 +142,7 @@ QWebEngineProfile& WebProfile() {
 QUrl KeepPage(const QString& html) {
   static int last = 0;
   const QString path = QString("/%1").arg(++last);
-  // The look stands in the page itself: what a script adds later would come after its first picture.
+  // The look is in the page itself: what a script adds later would come after its first picture.
   Pages()[path] = kLook + html.toUtf8();
   QUrl url;
   url.setScheme(kWrittenPageScheme);

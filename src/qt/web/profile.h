@@ -10,9 +10,9 @@ namespace marovane {
 /// The profile, made at the first call.
 QWebEngineProfile& WebProfile();
 
-/// Keeps a page that the program wrote and gives the address under which it can be loaded.
+/// Keeps a page that the program wrote and returns the address from which it can be loaded.
 QUrl KeepPage(const QString& html);
-/// Forgets a page, when its view has gone or has left it too far behind.
+/// Forgets a page, when its view has gone or has moved on too far since.
 void ForgetPage(const QUrl& url);
 
 }  // namespace marovane

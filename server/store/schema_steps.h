@@ -1,7 +1,46 @@
-// The tables of records, as steps of the schema of `server.db`.
+// The tables of `server.db`, as the steps that have made them.
 #pragma once
 
+#include <array>
+
 namespace server {
+
+inline constexpr const char* kAccountTables = R"(
+    CREATE TABLE account (
+      number TEXT PRIMARY KEY,
+      password_hash TEXT NOT NULL,
+      settings TEXT NOT NULL DEFAULT ''
+    );
+    CREATE TABLE act (
+      account TEXT NOT NULL REFERENCES account (number),
+      day TEXT NOT NULL,
+      act TEXT NOT NULL,
+      times INTEGER NOT NULL,
+      PRIMARY KEY (account, day, act)
+    );
+)";
+
+inline constexpr const char* kArchiveTable = R"(
+    CREATE TABLE archive (
+      pnomd5 TEXT NOT NULL,
+      checksum TEXT NOT NULL,
+      page TEXT NOT NULL,
+      PRIMARY KEY (pnomd5, checksum)
+    );
+)";
+
+inline constexpr const char* kOwnersAndFeedback = R"(
+    ALTER TABLE account ADD COLUMN user_name TEXT NOT NULL DEFAULT '';
+    ALTER TABLE account ADD COLUMN email TEXT NOT NULL DEFAULT '';
+    CREATE TABLE feedback (
+      day TEXT NOT NULL,
+      account TEXT NOT NULL,
+      errcode TEXT NOT NULL,
+      sentence TEXT NOT NULL,
+      remarks TEXT NOT NULL,
+      email TEXT NOT NULL
+    );
+)";
 
 // The numbers are the order of arrival, and are never used twice.
 inline constexpr const char* kRecordTables = R"(
@@ -43,6 +82,48 @@ inline constexpr const char* kRecordTables = R"(
     ) WITHOUT ROWID;
 )";
 
+inline constexpr const char* kSchoolTables = R"(
+    CREATE TABLE teacher (
+      login TEXT PRIMARY KEY,
+      name TEXT NOT NULL,
+      password_hash TEXT NOT NULL
+    ) WITHOUT ROWID;
+    CREATE TABLE class (
+      id INTEGER PRIMARY KEY AUTOINCREMENT,
+      teacher TEXT NOT NULL REFERENCES teacher (login),
+      name TEXT NOT NULL
+    );
+    CREATE INDEX class_teacher ON class (teacher);
+    CREATE TABLE pupil (
+      class INTEGER NOT NULL REFERENCES class (id),
+      account TEXT NOT NULL REFERENCES account (number),
+      name TEXT NOT NULL,
+      PRIMARY KEY (class, account)
+    ) WITHOUT ROWID;
+    CREATE INDEX pupil_account ON pupil (account);
+    CREATE TABLE topic (
+      number INTEGER PRIMARY KEY AUTOINCREMENT,
+      id TEXT NOT NULL UNIQUE,
+      class INTEGER NOT NULL REFERENCES class (id),
+      title TEXT NOT NULL,
+      question TEXT NOT NULL,
+      deadline TEXT NOT NULL,
+      changed_day TEXT NOT NULL    -- '' while it stands as it was set
+    );
+    CREATE INDEX topic_class ON topic (class);
+    CREATE TABLE hand_in (
+      topic TEXT NOT NULL REFERENCES topic (id),
+      account TEXT NOT NULL REFERENCES account (number),
+      essay_id TEXT NOT NULL,
+      day TEXT NOT NULL,
+      org_essay TEXT NOT NULL,
+      new_essay TEXT NOT NULL,
+      comment TEXT NOT NULL DEFAULT '',
+      marked_day TEXT NOT NULL DEFAULT '',
+      PRIMARY KEY (topic, account)
+    ) WITHOUT ROWID;
+)";
+
 // Ids and flags from before posts were tested, as protocol/record_form.h cleans them: the computers that have
 // such rows do the same, so that both sides go on having equal ones.
 inline constexpr const char* kCleanRecords = R"(
@@ -68,5 +149,9 @@ inline constexpr const char* kCleanRecords = R"(
     UPDATE sentence SET have_htm = 'N' WHERE have_htm NOT IN ('N', '1', '2');
     UPDATE essay SET final_set = 'N' WHERE final_set NOT IN ('N', 'A', 'Y');
 )";
+
+/// Step N brings a database of version N to version N + 1. A step that was published is never changed.
+inline constexpr std::array kSchemaSteps{kAccountTables, kArchiveTable, kOwnersAndFeedback,
+                                         kRecordTables,  kSchoolTables, kCleanRecords};
 
 }  // namespace server

@@ -1,8 +1,9 @@
-// The archive of result pages, filed by the digests of an account number and of a sentence.
+// Result pages that the program has: an archive, filed by the digests of an account number and of a sentence,
+// and packed ones that are only shown.
+#include <fmt/format.h>
 
 #include "base/cp950.h"
-#include "base/text.h"
-#include "base/utf8.h"
+#include "protocol/page_code.h"
 #include "server/pages/page.h"
 
 namespace server {
@@ -11,18 +12,22 @@ namespace {
 constexpr std::size_t kDigestLength = 32;
 constexpr std::size_t kPageLimit = 1 << 20;
 
-constexpr std::string_view kMissing = R"(<!DOCTYPE html>
+/// A page in place of one that cannot be shown.
+Reply Notice(std::string_view title, std::string_view what, std::string_view why) {
+  static constexpr std::string_view kPage = R"(<!DOCTYPE html>
 <html lang="zh-Hant">
 <head>
 <meta http-equiv="Content-Type" content="text/html; charset=big5">
-<title>沒有批改內容</title>
+<title>{}</title>
 </head>
 <body style="background: #FAF4ED; color: #3A2F26; font-family: sans-serif; line-height: 1.6; padding: 18px 22px">
-<p><b>伺服器上沒有這個句子的詳細批改內容。</b></p>
-<p>可能是批改當時網路中斷，內容沒有送達。您可以在主視窗再檢查一次這個句子，即可看到說明。</p>
+<p><b>{}</b></p>
+<p>{}</p>
 </body>
 </html>
 )";
+  return {base::ToCp950(fmt::format(kPage, title, what, why), base::Unencodable::kReference)};
+}
 
 bool IsDigest(std::string_view text) {
   return text.size() == kDigestLength && text.find_first_not_of("0123456789abcdef") == std::string_view::npos;
@@ -51,7 +56,16 @@ Reply ArchivePage(Services& services, const Call& call) {
 
 Reply ShowArchivedPage(Services& services, const Call& call) {
   const auto page = services.store.ArchivedPage(KeyOf(call.form));
-  return {base::ToCp950(page ? std::string_view(*page) : kMissing, base::Unencodable::kReference)};
+  if (page) return {base::ToCp950(*page, base::Unencodable::kReference)};
+  return Notice("沒有批改內容", "伺服器上沒有這個句子的詳細批改內容。",
+                "可能是批改當時網路中斷，內容沒有送達。您可以在主視窗再檢查一次這個句子，即可看到說明。");
+}
+
+Reply ShowPackedPage(Services& /*services*/, const Call& call) {
+  auto page = protocol::DecodePage(call.form.Find("code").value_or(""));
+  if (page && !page->empty()) return {.body = std::move(*page)};
+  return Notice("無法顯示解析結果", "這一頁解析結果在傳送途中受損，無法顯示。",
+                "您的句子和檢查結果都已經記錄下來。請再檢查一次這個句子，即可看到說明。");
 }
 
 }  // namespace server
