@@ -31,8 +31,9 @@ class DbRow {
   virtual int Count() const = 0;
   virtual bool IsNull(int column) const = 0;
   virtual std::int64_t Number(int column) const = 0;
-  /// The text as it lies in the database, until the row has been handed over; "" for Null.
+  /// The text, valid until the row has been handed over; "" for Null.
   virtual std::string_view View(int column) const = 0;
+  /// A copy of it.
   std::string Text(int column) const { return std::string(View(column)); }
   std::vector<std::string> Texts() const;  ///< of all columns
 };

@@ -13,7 +13,7 @@
 namespace base {
 namespace {
 
-constexpr long kConnectSeconds = 20;
+constexpr long kConnectSeconds = 5;
 constexpr std::size_t kMostBytes = std::size_t{64} << 20;
 
 using HeaderFields = std::vector<std::pair<std::string, std::string>>;
@@ -105,6 +105,7 @@ class HttpSession::Transfer {
     curl_easy_setopt(curl_, CURLOPT_URL, request.url.c_str());
     curl_easy_setopt(curl_, CURLOPT_HTTP_VERSION, static_cast<long>(CURL_HTTP_VERSION_1_1));
     curl_easy_setopt(curl_, CURLOPT_NOSIGNAL, 1L);
+    curl_easy_setopt(curl_, CURLOPT_TIMEOUT_MS, static_cast<long>(request.limit.count()));
     curl_easy_setopt(curl_, CURLOPT_NOPROXY, withoutProxy_.c_str());
     curl_easy_setopt(curl_, CURLOPT_HTTPHEADER, headers_.get());
     curl_easy_setopt(curl_, CURLOPT_WRITEFUNCTION, &Receive);

@@ -1,6 +1,7 @@
 // Requests over HTTP.
 #pragma once
 
+#include <chrono>
 #include <functional>
 #include <string>
 #include <string_view>
@@ -22,7 +23,8 @@ struct HttpRequest {
   std::string url;
   /// In the order in which they are set; a later one replaces an earlier one of the same name.
   std::vector<std::pair<std::string, std::string>> headers = {};
-  std::string body = {};  ///< bytes as they go out
+  std::string body = {};               ///< bytes as they go out
+  std::chrono::milliseconds limit{0};  ///< for the whole exchange; zero for none
 };
 
 struct HttpResponse {
@@ -52,7 +54,7 @@ class HttpSession {
   HttpSession& operator=(const HttpSession&) = delete;
 
   /// Sends a request and waits for the whole reply, whatever its status. Throws HttpError when none came: no
-  /// connection within 20 seconds, a broken transfer, a malformed address or header, a limit that was passed,
+  /// connection within 5 seconds, a broken transfer, a malformed address or header, a limit that was passed,
   /// more than 64 MB.
   HttpResponse Send(const HttpRequest& request);
   /// The same for a reply of any length, whose body goes to the sink as it comes. What the sink throws comes

@@ -20,8 +20,9 @@ std::string Replace(std::string_view text, std::string_view from, std::string_vi
 /// Pieces between the separators; a text without one is one piece, the empty text none.
 std::vector<std::string> Split(std::string_view text, std::string_view separator);
 
-/// Takes the piece before the next separator off the front of a text, with the separator; all of the text
-/// when it has none.
+/// Takes the piece before the next separator off the front of a text, or all of it when it has none, and
+/// returns the piece; the separator is dropped. After the last separator the text is empty, as after the last
+/// piece.
 std::string_view PopPiece(std::string_view& text, std::string_view separator);
 
 /// The letters A to Z in the other case, in any locale.

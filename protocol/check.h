@@ -1,6 +1,7 @@
 // A question about one sentence, and what the check engine says.
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 
@@ -8,6 +9,8 @@ namespace protocol {
 
 /// The field of the sentence, which runs to the end of the body.
 inline constexpr const char* kSentenceField = "s";
+/// Bytes of the longest sentence that a server judges.
+inline constexpr std::size_t kLongestSentence = 2000;
 
 /// The body of a request to check a sentence. Servers of other makers want more than the sentence.
 std::string EncodeCheck(const std::string& account, std::string_view runCode, const std::string& sentence);

@@ -15,10 +15,10 @@ std::string Bare(std::string_view sentence) {
 
 }  // namespace
 
-std::uint64_t HashOf(const base::DbRow& row, std::string_view blanks) {
+std::uint64_t HashOf(const base::DbRow& row) {
   base::RowHash hash;
   const int count = row.Count();
-  for (int i = 0; i < count; ++i) hash.Add(base::Trimmed(row.View(i), blanks));
+  for (int i = 0; i < count; ++i) hash.Add(base::Trimmed(row.View(i)));
   return hash.Value();
 }
 

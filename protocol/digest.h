@@ -9,10 +9,9 @@
 
 namespace protocol {
 
-/// The hash of a row whose columns are the fields of its kind (rows.h). The digest of records is the sum of
-/// the hashes of their rows, in any order.
-/// @param blanks signs that do not count at the ends of a field
-std::uint64_t HashOf(const base::DbRow& row, std::string_view blanks = "");
+/// The hash of a row whose columns are the fields of its kind (rows.h), without blanks around them. The
+/// digest of records is the sum of the hashes of their rows, in any order.
+std::uint64_t HashOf(const base::DbRow& row);
 
 /// The digest of the newest essay's number and the newest right and faulty sentence, "" for each that is not
 /// there.

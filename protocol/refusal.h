@@ -1,6 +1,8 @@
 // The words that refuse a request. docs/protocol.md lists which page says which.
 #pragma once
 
+#include <string_view>
+
 #include "base/error.h"
 
 namespace protocol {
@@ -48,6 +50,9 @@ inline constexpr const char* kHandedIn = "ERR_HANDED_IN";
 
 /// Said by the program itself when no server answered.
 inline constexpr const char* kConnectFailed = "ERR_CONNECT_FAILED";
+
+/// True for a reply that will be the same however often it is asked for: the request itself is refused.
+bool IsFinal(std::string_view reply);
 
 }  // namespace refusal
 }  // namespace protocol

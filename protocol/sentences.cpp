@@ -40,10 +40,14 @@ bool EndsSentence(std::u16string_view text, int place, LineEnds lineEnds) {
   // At the end of the text even an abbreviation ends the sentence: it would never be judged otherwise.
   const bool isLast = static_cast<std::size_t>(place) == text.size();
   if (sign == u'.') return isLast || !IsAbbreviation(text, place);
-  return sign == u'?' || sign == u'!' || (sign == u'\r' && lineEnds == LineEnds::kEndSentences);
+  return IsEndMark(sign) || (sign == u'\r' && lineEnds == LineEnds::kEndSentences);
 }
 
 }  // namespace
+
+bool IsEndMark(char16_t sign) {
+  return std::u16string_view(u".?!．。？！").find(sign) != std::u16string_view::npos;
+}
 
 int FindSentenceEnd(std::u16string_view text, int from, LineEnds lineEnds) {
   for (int place = std::max(from, 1); static_cast<std::size_t>(place) <= text.size(); ++place) {

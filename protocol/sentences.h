@@ -7,7 +7,10 @@
 
 namespace protocol {
 
-/// What ends a sentence beside ".", "?" and "!".
+/// ".", "?", "!" and their full-width forms.
+bool IsEndMark(char16_t sign);
+
+/// What ends a sentence beside the end marks.
 enum class LineEnds { kEndSentences, kAreNothing };
 
 /// Place of the sign that ends the sentence which begins at `from`, both from 1; 0 when no sign does. The

@@ -61,7 +61,8 @@ std::filesystem::path EngineData(const Command& command) {
 
 void Serve(const Command& command) {
   const sigset_t endSignals = HoldEndSignals();
-  if (command.embedded) prctl(PR_SET_PDEATHSIG, SIGTERM);
+  if (command.embedded)
+    prctl(PR_SET_PDEATHSIG, SIGTERM);  // the system ends this process with the one that started it
   ServerOptions options = command.server;
   options.engineData = EngineData(command);
   Server server(options, LoadTolvex(options.engineData));

@@ -59,11 +59,11 @@ void Want(const TrialHome& home, const fs::path& program, const std::string& wor
 
 void TryOut(const fs::path& tree, const std::string& version) {
   const TrialHome home;
-  const std::string told = fmt::format("Marovane {}\n", version);
+  const std::string versionLine = fmt::format("Marovane {}\n", version);
   const fs::path windows = tree / "bin" / "marovane";
   const fs::path terminal = tree / "bin" / "marovane-terminal";
-  if (fs::exists(windows)) Want(home, windows, "--version", told);
-  Want(home, terminal, "--version", told);
+  if (fs::exists(windows)) Want(home, windows, "--version", versionLine);
+  Want(home, terminal, "--version", versionLine);
   Want(home, terminal, "--self-check", "");
 }
 

@@ -45,8 +45,8 @@ void RefuseOlder(const PackageList& list, const std::string& running, bool maySa
       fmt::format("更新主機提供的版本 {} 比現在的版本 {} 還舊，沒有更新任何檔案。", list.version, running));
 }
 
-void BringProveSwitch(Installation& installation, const PackageList& list, Source& source,
-                      bool takesInstalled) {
+void BringTrySwitch(Installation& installation, const PackageList& list, Source& source,
+                    bool takesInstalled) {
   const fs::path installed = installation.current.empty() ? fs::path() : installation.Current();
   Staging staging(installation.Versions());
   staging.Bring(list, source, takesInstalled ? installed : fs::path());
@@ -68,7 +68,7 @@ void Update(const fs::path& programFolder, const std::string& host, const std::s
   const auto source = OpenSource(host);
   const PackageList list = FetchList(*source, word, programFolder / "update.key");
   RefuseOlder(list, installation.Version(), reinstalls);
-  BringProveSwitch(installation, list, *source, !reinstalls);
+  BringTrySwitch(installation, list, *source, !reinstalls);
   RemoveOldVersions(installation);
 }
 
@@ -80,7 +80,7 @@ void Install(const fs::path& home, const std::string& host, const fs::path& keyF
   const auto lock = Lock(home);
   Installation installation{fs::canonical(home), ""};
   const auto source = OpenSource(host);
-  BringProveSwitch(installation, FetchList(*source, "mrv_reinstaller", keyFile), *source, false);
+  BringTrySwitch(installation, FetchList(*source, "mrv_reinstaller", keyFile), *source, false);
   const fs::path ownKey = installation.Current() / "share" / "marovane" / "update.key";
   if (!fs::exists(ownKey)) fs::copy_file(keyFile, ownKey);
 }

@@ -33,8 +33,9 @@ class Parser {
   /// then does.
   void WaitUntilLoaded() const;
 
-  /// Whether the sentence has a linkage that leaves out no word. An opener ("Second,") may be left out, and
-  /// clauses may be parsed apart. One parse of a sentence of 20 words takes some milliseconds.
+  /// Whether the sentence has a linkage without unlinked words, if need be without its opener ("Second,") or
+  /// with its clauses parsed apart. False when the effort is used up. One parse of a sentence of 20 words
+  /// takes some milliseconds.
   bool AcceptsLoosely(const Sentence& sentence, ParseEffort& effort) const;
 
  private:

@@ -22,7 +22,8 @@ class Accounts {
   std::string Known(std::string_view number);
 
   /// As Known, and the password must be the account's. Throws also kWrongPassword, and kTryLater when
-  /// too many wrong ones came: ten in a row are free, then one every three seconds.
+  /// too many wrong ones came: ten in a row are free, then one every three seconds; ten thousand accounts are
+  /// remembered (TryCounter).
   std::string Authenticate(std::string_view number, const std::string& password);
 
   /// Sets the password of an account that has none yet, and says whether it did. Throws as Known, and

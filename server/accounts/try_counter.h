@@ -15,12 +15,16 @@ using SteadyClock = std::function<std::chrono::steady_clock::time_point()>;
 /// ago. Serves one thread at a time.
 class TryCounter {
  public:
+  /// @param free tries in a row
+  /// @param perSecond tries that come back
   TryCounter(double free, double perSecond, SteadyClock clock)
       : free_(free), perSecond_(perSecond), clock_(std::move(clock)) {}
 
+  /// Whether the name may try now. Uses nothing up.
   bool IsOneLeft(const std::string& name) { return Left(name) >= 1; }
+  /// Uses up one try, even when none is left.
   void Count(const std::string& name) { Left(name) -= 1; }
-  /// It was right after all.
+  /// Gives one back: the try was right.
   void Uncount(const std::string& name) { Left(name) += 1; }
 
  private:

@@ -3,11 +3,10 @@
 
 #include <algorithm>
 #include <array>
-#include <map>
 
 #include "base/day.h"
-#include "base/text.h"
 #include "protocol/account.h"
+#include "protocol/lists.h"
 #include "server/pages/page.h"
 
 namespace server {
@@ -24,42 +23,38 @@ constexpr std::array<std::string_view, 7> kKeptSettings = {"alwaysOnTop",   "aut
                                                            "transformValue"};
 constexpr std::array<std::string_view, 5> kActs = {"collo", "similar", "similar_2", "chn2eng", "eng2xpl"};
 
-using Settings = std::map<std::string, std::string, std::less<>>;
+using Settings = std::vector<protocol::Setting>;
 
 std::string Number(const Form& form) { return form.Required("pno", kNumberLimit); }
 
-/// The "name:value" pairs of a list joined by "$". As for the program, a value ends at a second ":".
-Settings SettingsOf(std::string_view list) {
-  Settings settings;
-  while (!list.empty()) {
-    std::string_view pair = base::PopPiece(list, "$");
-    const std::string name = base::Trim(base::PopPiece(pair, ":"), base::kWhiteSpace);
-    settings.emplace(name, base::Trim(base::PopPiece(pair, ":"), base::kWhiteSpace));
-  }
-  return settings;
+/// The first setting of this name, or the end.
+auto Find(const Settings& settings, std::string_view name) {
+  return std::ranges::find(settings, name, &protocol::Setting::name);
 }
 
+/// What is kept of a list, in the form that follows the account number in a reply.
 std::string KeptList(const Settings& settings) {
   std::string list;
   for (const std::string_view name : kKeptSettings) {
-    const auto setting = settings.find(name);
-    if (setting != settings.end()) list += fmt::format("${}:{}", name, setting->second);
+    const auto setting = Find(settings, name);
+    if (setting != settings.end()) list += "$" + protocol::EncodeSettings({*setting});
   }
   return list;
 }
 
 Reply WriteSettings(Services& services, const Form& form) {
-  const auto settings = SettingsOf(form.Required("setting", kListLimit));
-  const auto password = settings.find("userPW");
+  const Settings settings = protocol::ParseSettings(form.Required("setting", kListLimit));
+  const auto password = Find(settings, "userPW");
   const std::string account =
-      services.accounts.Authenticate(Number(form), password == settings.end() ? "" : password->second);
+      services.accounts.Authenticate(Number(form), password == settings.end() ? "" : password->value);
   services.store.PutUserSettings(account, KeptList(settings));
   return TextReply("OK_");
 }
 
 Reply ReadSettings(Services& services, const Form& form) {
   const std::string account = services.accounts.Known(Number(form));
-  return TextReply(fmt::format("OK_Pno:{}{}", account, services.store.UserSettings(account)));
+  return TextReply("OK_" + protocol::EncodeSettings({{"Pno", account}}) +
+                   services.store.UserSettings(account));
 }
 
 /// A campus login. The first one of an account sets its password.

@@ -1,12 +1,11 @@
 // A pupil's assignments: the list, the question of each, handing in, and what the teacher has written.
-#include <fmt/format.h>
-
 #include <map>
 
 #include "base/cp950.h"
 #include "base/day.h"
 #include "base/html.h"
 #include "base/text.h"
+#include "protocol/lists.h"
 #include "server/pages/page.h"
 
 namespace server {
@@ -25,18 +24,14 @@ std::optional<Assignment> FindAssignment(Services& services, const Form& form) {
   return services.school.FindAssignment(PupilOf(services, form), form.Required("workId", kNumberLimit));
 }
 
-/// "#" and "<@>" separate the list, and the program removes every "OK_" from it: in a title they become their
-/// full-width twins.
-std::string Field(std::string_view text) {
-  return base::Replace(base::Replace(base::Replace(text, "#", "＃"), "<@>", "＜@＞"), "OK_", "OK＿");
-}
-
-std::string Record(const Assignment& assignment) {
-  const Topic& topic = assignment.topic;
-  const bool isMarked = assignment.handIn && !assignment.handIn->markedDay.empty();
-  return fmt::format("{}#{}#{}#{}#{}#{}", topic.id, assignment.handIn ? "Y" : "N",
-                     base::ShownDay(topic.deadline), Field(topic.title), base::ShownDay(topic.changedDay),
-                     isMarked ? "Y" : "");
+protocol::Assignment Listed(const Assignment& assignment) {
+  const auto& [topic, handIn] = assignment;
+  return {.workId = topic.id,
+          .isHandedIn = handIn.has_value(),
+          .deadline = base::ShownDay(topic.deadline),
+          .title = topic.title,
+          .changedOn = base::ShownDay(topic.changedDay),
+          .isMarked = handIn && !handIn->markedDay.empty()};
 }
 
 /// A parchment page in the program's browser.
@@ -108,11 +103,11 @@ Html CommentOf(const Assignment& assignment) {
 
 Reply WorkList(Services& services, const Call& call) {
   if (call.form.Required("mode", kWordLimit) != "GETLST") throw Refusal(refusal::kUnknownMethod);
-  std::string list;
+  std::vector<protocol::Assignment> list;
   for (const Assignment& assignment : services.school.Assignments(PupilOf(services, call.form))) {
-    list += (list.empty() ? "" : "<@>") + Record(assignment);
+    list.push_back(Listed(assignment));
   }
-  return TextReply("OK_" + list);
+  return TextReply(protocol::EncodeAssignments(list));
 }
 
 Reply WorkQuestion(Services& services, const Call& call) {
@@ -142,9 +137,9 @@ Reply HandInEssay(Services& services, const Call& call) {
   const std::string account = PupilOf(services, call.form);
   const std::string essayId = call.form.Required("essayId", kNumberLimit);
   const std::string workId = call.form.Required("workId", kNumberLimit);
-  const auto refused =
-      kRefusals.find(services.school.StoreHandIn(account, essayId, workId, base::IsoDay(base::Today())));
-  if (refused != kRefusals.end()) throw Refusal(refused->second);
+  const HandInResult result =
+      services.school.StoreHandIn(account, essayId, workId, base::IsoDay(base::Today()));
+  if (result != HandInResult::kTaken) throw Refusal(kRefusals.at(result));
   return TextReply("OK_");
 }
 

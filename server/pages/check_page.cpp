@@ -7,9 +7,8 @@
 namespace server {
 
 Reply CheckSentence(Services& services, const Call& call) {
-  constexpr std::size_t kSentenceLimit = 2000;
   const std::string sentence =
-      base::Trim(call.form.Required(protocol::kSentenceField, kSentenceLimit), base::kWhiteSpace);
+      base::Trim(call.form.Required(protocol::kSentenceField, protocol::kLongestSentence), base::kWhiteSpace);
   if (sentence.empty()) throw Refusal(refusal::kMissingField);
   const tolvex::Judgement judgement = AnswerOrRefuse([&] { return services.engine.Ask(sentence); });
   const std::string path = services.results.Keep(

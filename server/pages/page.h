@@ -24,7 +24,7 @@ using protocol::Form;
 using protocol::Refusal;
 namespace refusal = protocol::refusal;
 
-/// Bytes of fields that hold a number or an id, and of those that hold one of a few words.
+/// The most bytes of a field that holds a number, an id or a digest, and of one that holds a short word.
 inline constexpr std::size_t kNumberLimit = 64, kWordLimit = 16;
 
 /// What the pages share.
@@ -58,8 +58,8 @@ struct Reply {
 /// A reply of UTF-8 text.
 Reply TextReply(std::string_view text);
 
-/// What the engine or the word bank answers. One that cannot be used makes a Refusal: why was logged when it
-/// was loaded.
+/// What the engine or the word bank answers. Any exception becomes the refusal kEngine, unlogged: that it
+/// could not be loaded was logged then. So fields of the form are read before.
 template <typename Ask>
 auto AnswerOrRefuse(const Ask& ask) try {
   return ask();

@@ -1,5 +1,5 @@
-// Result pages that the program has: an archive, filed by the digests of an account number and of a sentence,
-// and packed ones that are only shown.
+// Result pages that come from the program: the archive, filed by the digests of an account number and of a
+// sentence, and packed ones that the program made itself and only wants shown.
 #include <fmt/format.h>
 
 #include "base/cp950.h"

@@ -1,5 +1,6 @@
 // Pages of the word helper: the word bank, translation, and the outside sites.
 #include "base/text.h"
+#include "protocol/lists.h"
 #include "server/pages/page.h"
 
 namespace server {
@@ -12,8 +13,8 @@ constexpr std::size_t kLanguageLimit = 16;
 }  // namespace
 
 Reply AskWordBank(Services& services, const Call& call) {
-  const std::string query = call.form.Required("para", kQueryLimit);
-  return TextReply("OK_" + AnswerOrRefuse([&] { return services.wordBank.Get().Reply(query); }));
+  const wexbin::WordBank* const bank = AnswerOrRefuse([&] { return &services.wordBank.Get(); });
+  return TextReply("OK_" + bank->Reply(call.form.Required("para", kQueryLimit)));
 }
 
 Reply TranslateText(Services& services, const Call& call) {
@@ -27,9 +28,7 @@ Reply TranslateText(Services& services, const Call& call) {
 }
 
 Reply WebHelperSites(Services& services, const Call& /*call*/) {
-  std::string reply;
-  for (const auto& source : services.settings.webSources) reply += (reply.empty() ? "" : "<@>") + source;
-  return TextReply(reply);
+  return TextReply(protocol::EncodeOutsideSites(services.settings.webSources));
 }
 
 }  // namespace server

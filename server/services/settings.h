@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "server/services/web_sources.h"
+#include "protocol/lists.h"
 
 namespace server {
 
@@ -21,13 +21,14 @@ struct ServerSettings {
   bool behindProxy = false;                    ///< a proxy speaks TLS for it and names callers in X-Real-IP
   bool openAccounts = false;                   ///< learners may make accounts of their own
   std::map<std::string, std::string> schools;  ///< logins and the servers of their schools, without a scheme
-  WebSources webSources;                       ///< where the word helper may look things up
-  std::vector<std::string> logins;             ///< accounts whose first login sets the password
+  std::vector<protocol::OutsideSite> webSources;  ///< where the word helper may look things up
+  std::vector<std::string> logins;                ///< accounts whose first login sets the password
 };
 
 /// Reads the file, and `schools.set`, `logins.set` and `sources.set` beside it; a missing one, and each
 /// missing key, means the default. Versions default to this program's own, so that no update is offered.
-/// Logins come cleaned. Throws std::runtime_error when a file cannot be read.
+/// Logins come cleaned. A line of `sources.set` that makes no site "name||kind||lang||url" is logged and left
+/// out; without that file there are some public sites. Throws std::runtime_error when a file cannot be read.
 ServerSettings ReadServerSettings(const std::filesystem::path& file);
 
 }  // namespace server

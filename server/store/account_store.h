@@ -1,4 +1,5 @@
-// What the server keeps. One small interface, so that another database can be used.
+// Accounts with their settings and counts, feedback, and the archive of result pages. One small interface, so
+// that another database can be used.
 #pragma once
 
 #include <filesystem>

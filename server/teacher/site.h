@@ -35,7 +35,6 @@ class TeacherSite {
   };
   Caller CallerOf(const TeacherRequest& request);
   TeacherReply Route(const TeacherRequest& request);
-  TeacherReply AnswerCall(const TeacherRequest& request, const Caller& caller);
   TeacherReply LoginPage(const TeacherRequest& request, const std::string& error, int status);
   TeacherReply LogIn(const TeacherRequest& request, const Caller& caller);
   TeacherReply ChangePassword(const TeacherCall& call, const Caller& caller, const std::string& address);

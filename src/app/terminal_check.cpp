@@ -7,6 +7,7 @@
 #include <nlohmann/json.hpp>
 
 #include "app/compose.h"
+#include "core/typed_text.h"
 #include "platform/html.h"
 #include "platform/run_time_error.h"
 
@@ -31,7 +32,11 @@ nlohmann::ordered_json FaultList(const tolvex::Judgement& judgement) {
 TerminalCheck::TerminalCheck(Composition& composition, bool json)
     : composition_(composition), fetcher_(composition.program.machine), json_(json) {}
 
-void TerminalCheck::Check(const std::string& sentence) {
+void TerminalCheck::Check(const std::string& text) {
+  for (const std::string& sentence : SentencesTyped(text)) CheckSentence(sentence);
+}
+
+void TerminalCheck::CheckSentence(const std::string& sentence) {
   Ask(sentence);
   Raise(composition_.program.app.gVerdict);
   if (json_) {
@@ -51,6 +56,8 @@ void TerminalCheck::Ask(const std::string& sentence) {
   frmMain.txtInput.Text = sentence;
   program.app.gVerdict.clear();
   frmMain.lastAnswer = {};
+  frmMain.stopReason.clear();
+  frmMain.offersEssays = false;
   int keyCode = kKeyEnter;
   try {
     frmMain.txtInput.KeyDown.Raise(keyCode);
@@ -96,23 +103,26 @@ void TerminalCheck::Print(const std::string& sentence) const {
   std::fflush(stdout);
 }
 
-tolvex::Judgement TerminalCheck::Faults() {
+tolvex::Judgement TerminalCheck::Faults(const std::string& plain) {
   if (composition_.program.app.gVerdict == "STOP") return {};
   if (!engine_) engine_.emplace(tolvex::FindDataDir());
-  return engine_->Judge(composition_.frmMain->txtInput.Text());
+  return engine_->Judge(plain);
 }
 
 void TerminalCheck::PrintJson(const std::string& sentence) {
   const auto& verdict = composition_.program.app.gVerdict;
-  const tolvex::Judgement judgement = Faults();
+  const std::string plain = TypedSentence(composition_.frmMain->txtInput.Text()).Plain();
+  const tolvex::Judgement judgement = Faults(plain);
   const nlohmann::ordered_json line{{"sentence", sentence},
+                                    {"checked", plain},
                                     {"verdict", verdict},
                                     {"errcode", composition_.frmMain->lastAnswer.errcode},
                                     {"outline", verdict == "STOP" ? "" : Outline()},
                                     {"marked", MarkedSentence(sentence)},
                                     {"faults", FaultList(judgement)},
                                     {"corrected", judgement.corrected},
-                                    {"page", HtmlToText(fetcher_.Page())}};
+                                    {"reason", composition_.frmMain->stopReason},
+                                    {"page", verdict == "STOP" ? "" : HtmlToText(fetcher_.Page())}};
   fmt::print("{}\n", line.dump(-1, ' ', false, nlohmann::json::error_handler_t::replace));
   std::fflush(stdout);
 }

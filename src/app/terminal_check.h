@@ -17,12 +17,13 @@ class TerminalCheck {
 
   TerminalCheck(Composition& composition, bool json);
 
-  /// Checks one sentence and prints what the engine says.
-  void Check(const std::string& sentence);
+  /// Checks a sentence, or each one of several, and prints what the engine says.
+  void Check(const std::string& text);
   /// The gravest status of all checks so far.
   int Status() const { return status_; }
 
  private:
+  void CheckSentence(const std::string& sentence);
   void Ask(const std::string& sentence);
   void Print(const std::string& sentence) const;
   void PrintJson(const std::string& sentence);
@@ -31,7 +32,7 @@ class TerminalCheck {
   std::string Outline() const;
   /// What the engine of this installation finds in the sentence as it was sent: the exchanges carry only the
   /// surest fault.
-  tolvex::Judgement Faults();
+  tolvex::Judgement Faults(const std::string& plain);
 
   Composition& composition_;
   PageFetcher fetcher_;

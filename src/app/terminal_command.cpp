@@ -39,9 +39,9 @@ namespace {
 
 using Words = std::vector<std::string>;
 
-// Each of the following reads the words after a command, and says what is wrong with them, "" for nothing.
-
 std::string UnknownOption(const std::string& word) { return "不認得的選項：" + word; }
+
+// Each parser reads the words after a command, and says what is wrong with them, "" for nothing.
 
 std::string ParseCheck(TerminalCommand& command, const Words& words) {
   bool readsOptions = true;

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 
 #include "base/text.h"
 #include "checking/sentence_check.h"
@@ -69,6 +70,7 @@ void FrmMain::BindInput() {
     if (txtInput.Text().empty()) SetInputTextStyle(0);
     program.app.gInputHasFocus = false;
   };
+  txtInput.Change = [this] { RestoreColor(); };
   txtInput.MouseUp = [this](int button) {
     if (button == kRightButton) program.hall.frmMenu->PopUp();
   };
@@ -176,6 +178,17 @@ void FrmMain::SetInputTextStyle(int mode) {
     SetStyle(txtInput, kPlaceholderFont, app.gInputFontSize);
   }
   app.gBigTextInput = mode == 1;
+}
+
+void FrmMain::ShowVerdictColor(Color color) {
+  txtInput.SelColor = color;
+  showsVerdict_ = true;
+}
+
+void FrmMain::RestoreColor() {
+  if (!std::exchange(showsVerdict_, false)) return;
+  txtInput.SelLength = 0;  // so that the colour goes to the whole text
+  txtInput.SelColor = kSentenceColor;
 }
 
 void FrmMain::FilterKey(int& keyAscii) const {

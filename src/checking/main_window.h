@@ -1,6 +1,7 @@
 // The home of the program: a strip with one input box and a menu.
 #pragma once
 
+#include <optional>
 #include <string>
 
 #include "core/engine_exchange.h"
@@ -41,6 +42,8 @@ class FrmMain : public Form, public MainWindow {
   std::string CheckInputText(const std::string& action, const std::string& text) override;
   /// English for a Chinese text; "" when there is no translation.
   std::string TranslateText(const std::string& text);
+  /// Colours the sentence by its verdict. The first change of the text takes the colour away again.
+  void ShowVerdictColor(Color color);
   void imgMenu_Click(int index);
   /// Starts the fade-out that ends the program.
   void DoCloseAppEffect();
@@ -59,7 +62,9 @@ class FrmMain : public Form, public MainWindow {
   CheckBox chkEngineMode{*this, "chkEngineMode"}, chkWebEngineVPS{*this, "chkWebEngineVPS"};
   Timer tmrMouse, tmrTransparentForm;
 
-  protocol::CheckReply lastAnswer;  ///< of the latest check that was answered
+  protocol::CheckReply lastAnswer;  ///< of the latest check; empty when it had no answer
+  bool offersEssays = true;         ///< of several sentences; where nobody can write one, it is off
+  std::string stopReason;           ///< what the learner was told when it had none
 
  private:
   void BindInput();
@@ -67,13 +72,16 @@ class FrmMain : public Form, public MainWindow {
   void BindScroll();
   void FilterKey(int& keyAscii) const;
   void HandleEnter();
+  bool OpensEssayOf(const std::string& text);
   void TranslateInput(const std::string& chinese);
+  std::optional<std::string> WithEnglish(const std::string& text);
   std::string LookUpSelection();
   std::string LookUpChinese(const std::string& text);
   void WatchMouse();
   bool IsPointerInside() const;
   bool IsMenuFocused() const;
   void RestoreHovered();
+  void RestoreColor();
   void OpenFromMenu(bool isOpen, const Door<HallWindow>& door);
   void OpenDaySentences();
   void OpenErrorStatistics();
@@ -86,6 +94,7 @@ class FrmMain : public Form, public MainWindow {
   static constexpr int kBreakButton = 10;
   static constexpr int kNoButton = 99;
   int hoverIndex_ = kNoButton;
+  bool showsVerdict_ = false;
 };
 
 }  // namespace marovane

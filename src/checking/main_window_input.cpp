@@ -1,23 +1,25 @@
 // What Enter does in the input box, and what is done with its text.
-#include "base/cp950.h"
+#include <cctype>
+
 #include "base/text.h"
-#include "base/utf16.h"
 #include "checking/main_window.h"
 #include "checking/sentence_check.h"
 #include "core/message.h"
 #include "core/server_access.h"
 #include "core/settings.h"
+#include "core/typed_text.h"
 #include "protocol/pages.h"
 
 namespace marovane {
 
 namespace {
 
-// A simplified character may have no code in the code page, and is Chinese all the same.
-bool IsChinese(char16_t character) {
-  const int code = base::Asc(character);
-  const bool isIdeograph = character >= u'\u3400' && character <= u'\u9fff';
-  return code >= 255 || code < 1 || isIdeograph;
+bool IsWordSign(char sign) { return std::isalnum(static_cast<unsigned char>(sign)) != 0; }
+
+// Puts a blank between two words that would touch.
+void Append(std::string& text, std::string_view part) {
+  if (!text.empty() && !part.empty() && IsWordSign(text.back()) && IsWordSign(part.front())) text += ' ';
+  text += part;
 }
 
 }  // namespace
@@ -36,20 +38,46 @@ void FrmMain::HandleEnter() {
     }
     return;
   }
+  if (OpensEssayOf(text)) return;
   WriteNeedSync(program, "Y");
   PassStringToEngine();
 }
 
+// Whoever pastes a paragraph wants each of its sentences judged.
+bool FrmMain::OpensEssayOf(const std::string& text) {
+  if (!offersEssays || SentencesTyped(text).size() < 2) return false;
+  if (!Confirm(program, Message::kSeveralSentences)) return false;
+  if (program.app.gOpenEssay && !Confirm(program, Message::kNewEssay)) return true;
+  program.hall.frmEssay->StartEssayWith(text);
+  return true;
+}
+
+// When one stretch cannot be translated, the box stays as it was.
 void FrmMain::TranslateInput(const std::string& chinese) {
   program.app.gLastInput = chinese;
   FrmMessage::ProgressMsgBox(program, Progress::kTranslating);
   machine.loop.DoEvents();
-  const std::string result = TranslateText(chinese);
+  const auto english = WithEnglish(txtInput.Text());
   program.frmMessage->closeForm();
   machine.loop.DoEvents();
-  txtInput.Text = result;
-  txtInput.SelStart = base::Len(result);
-  if (result.empty()) ShowMessage(program, Message::kNoTranslation);
+  if (!english) return ShowMessage(program, Message::kNoTranslation);
+  txtInput.Text = *english;
+  RestoreColor();
+  txtInput.SelStart = base::Len(*english);
+}
+
+std::optional<std::string> FrmMain::WithEnglish(const std::string& text) {
+  std::string english;
+  std::string_view rest = text;
+  for (TextRange run = FirstChinese(rest); run.length > 0; run = FirstChinese(rest)) {
+    const std::string translation = TranslateText(std::string(rest.substr(run.begin, run.length)));
+    if (translation.empty()) return std::nullopt;
+    Append(english, rest.substr(0, run.begin));
+    Append(english, translation);
+    rest.remove_prefix(run.begin + run.length);
+  }
+  Append(english, rest);
+  return english;
 }
 
 std::string FrmMain::TranslateText(const std::string& text) {
@@ -71,11 +99,9 @@ std::string FrmMain::CheckInputText(const std::string& action, const std::string
 }
 
 std::string FrmMain::LookUpSelection() {
-  std::string selection = base::Trim(txtInput.SelText());
-  for (char16_t character : base::ToUtf16(selection)) {
-    if (IsChinese(character)) return "";
-  }
-  if (selection.empty()) return selection;
+  const std::string selected = base::Trim(txtInput.SelText());
+  if (selected.empty() || HoldsChinese(selected)) return "";
+  const std::string selection = TypedSentence(selected).Plain();
   const auto& frmCollocation = program.hall.frmCollocation;
   const bool isPhrase = selection.find(' ') != std::string::npos;
   frmCollocation->SetFreeword(1, selection);
@@ -90,12 +116,11 @@ std::string FrmMain::LookUpSelection() {
 }
 
 std::string FrmMain::LookUpChinese(const std::string& text) {
-  const std::u16string characters = base::ToUtf16(text);
-  const auto begin = std::find_if(characters.begin(), characters.end(), IsChinese);
-  const auto end = std::find_if_not(begin, characters.end(), IsChinese);
-  std::string run = base::ToUtf8(std::u16string(begin, end));
-  if (!run.empty()) program.hall.frmCollocation->SetFreeword(0, run);
-  return run;
+  const TextRange run = FirstChinese(text);
+  if (run.length == 0) return "";
+  std::string chinese = text.substr(run.begin, run.length);
+  program.hall.frmCollocation->SetFreeword(0, chinese);
+  return chinese;
 }
 
 }  // namespace marovane

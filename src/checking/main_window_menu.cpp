@@ -31,6 +31,7 @@ void FrmMain::imgMenu_Click(int index) {
       return AskToLeave();
     case 9:
       txtInput.Text = "";
+      RestoreColor();
       txtInput.SetFocus();
       return;
     case kBreakButton:

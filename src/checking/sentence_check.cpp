@@ -4,13 +4,12 @@
 #include "checking/main_window.h"
 #include "checking/verdict.h"
 #include "core/engine_exchange.h"
-#include "core/input_box.h"
 #include "core/message.h"
 #include "core/process_control.h"
 #include "core/resume_next.h"
 #include "core/server_access.h"
 #include "core/settings.h"
-#include "core/text_utility.h"
+#include "core/typed_text.h"
 #include "protocol/page_code.h"
 #include "protocol/pages.h"
 
@@ -46,19 +45,32 @@ bool PassPasswordGate(FrmMain& frmMain) {
   return false;
 }
 
-// Normalises the input. False when it holds a character that no engine accepts: then a message was shown, and
-// nothing has been written.
-// @param sentence the text to check, not trimmed
-bool AcceptInput(FrmMain& frmMain, std::string& sentence) {
-  sentence = NormaliseInput(frmMain.txtInput);
-  if (IsPlainAscii(sentence)) return true;
-  ShowMessage(frmMain.program, Message::kBadSigns);
+// Shows why there is no verdict, and keeps it for whoever asks later.
+void Refuse(FrmMain& frmMain, const Message& message, const std::string& detail = "") {
+  Program& program = frmMain.program;
+  frmMain.stopReason = std::string(message.text) + detail;
+  program.app.gProgressDetail = detail;
+  ShowMessage(program, message);
+}
+
+// Reads the input. Nothing when no engine accepts it: then a message was shown, and nothing has been written.
+std::optional<TypedSentence> AcceptInput(FrmMain& frmMain) {
+  frmMain.lastAnswer = {};
+  frmMain.stopReason.clear();
+  TypedSentence sentence(frmMain.txtInput.Text());
+  const auto refused = sentence.Refused();
+  if (refused.empty() && sentence.Plain().size() <= protocol::kLongestSentence) return sentence;
+  if (refused.empty()) {
+    Refuse(frmMain, Message::kSentenceTooLong);
+  } else {
+    Refuse(frmMain, Message::kBadSigns, refused);
+  }
   frmMain.txtInput.SetFocus();
-  return false;
+  return std::nullopt;
 }
 
 // False when the check has to wait for the password.
-bool BeginCheck(FrmMain& frmMain, const std::string& sentence) {
+bool BeginCheck(FrmMain& frmMain, const TypedSentence& sentence) {
   Program& program = frmMain.program;
   frmMain.Enabled = false;
   if (!program.app.gEssayMode) {
@@ -66,7 +78,7 @@ bool BeginCheck(FrmMain& frmMain, const std::string& sentence) {
     ShowProgress(program);
     if (!PassPasswordGate(frmMain)) return false;
   }
-  WriteQuestion(program, sentence);
+  WriteQuestion(program, sentence.Plain());
   return true;
 }
 
@@ -81,9 +93,13 @@ void StopCheck(FrmMain& frmMain) {
   frmMain.Enabled = true;
 }
 
-// The engine took too long.
-void GiveUp(FrmMain& frmMain) {
-  ShowMessage(frmMain.program, Message::kEngineTimeout);
+// The engine took too long, or has refused.
+void GiveUp(FrmMain& frmMain, const std::string& refusal = "") {
+  if (refusal.empty()) {
+    Refuse(frmMain, Message::kEngineTimeout);
+  } else {
+    Refuse(frmMain, Message::kRefusedByEngine, refusal);
+  }
   StopCheck(frmMain);
 }
 
@@ -108,42 +124,46 @@ EngineClient EngineFor(FrmMain& frmMain) {
   Program& program = frmMain.program;
   return EngineClient(
       program, {.wantsMoreAttempts = [&program] { return Confirm(program, Message::kNoEngineAddress); },
-                .showAddress = [&program] { ShowProgress(program); },
-                .reportsBrokenTransfer = true});
+                .showAddress = [&program] { ShowProgress(program); }});
 }
 
 void PassStringToEngineWeb(FrmMain& frmMain) {
   Program& program = frmMain.program;
   auto& app = program.app;
-  std::string sentence;
-  if (!AcceptInput(frmMain, sentence)) return;
-  if (!BeginCheck(frmMain, sentence)) return StopCheck(frmMain);
+  const auto sentence = AcceptInput(frmMain);
+  if (!sentence) return;
+  if (!BeginCheck(frmMain, *sentence)) return StopCheck(frmMain);
   app.gLastInput.clear();
+  EngineClient engine = EngineFor(frmMain);
   const auto reply =
-      EngineFor(frmMain).AskWeb(protocol::page::kCheckSentence,
-                                protocol::EncodeCheck(app.gAccountNo, MakeRunCode(app.gEssayMode), sentence));
-  if (!reply) return GiveUp(frmMain);
-  const protocol::CheckReply& answer = frmMain.lastAnswer = protocol::ParseCheckReply(*reply);
+      engine.AskWeb(protocol::page::kCheckSentence,
+                    protocol::EncodeCheck(app.gAccountNo, MakeRunCode(app.gEssayMode), sentence->Plain()));
+  if (!reply) return GiveUp(frmMain, engine.Refusal());
+  protocol::CheckReply& answer = frmMain.lastAnswer = protocol::ParseCheckReply(*reply);
+  answer.sentence = sentence->WithMarksOf(answer.sentence);
   if (!app.gEssayMode) {
     program.hall.frmBrowser->GoNavigate(app.gWebEngineRoot + answer.pagePath, 2);
   }
-  RunInOrder(VerdictSteps(frmMain, sentence, answer, EngineKind::kWeb));
+  const std::string written = sentence->Written();
+  RunInOrder(VerdictSteps(frmMain, written, answer, EngineKind::kWeb));
 }
 
 void PassStringToEngineLocal(FrmMain& frmMain) {
   Program& program = frmMain.program;
-  std::string sentence;
-  if (!AcceptInput(frmMain, sentence)) return;
+  const auto sentence = AcceptInput(frmMain);
+  if (!sentence) return;
   KillProcessByName(program.machine.processes, kEngineName);
-  if (!BeginCheck(frmMain, sentence)) return StopCheck(frmMain);
+  if (!BeginCheck(frmMain, *sentence)) return StopCheck(frmMain);
   if (!RunEngine(frmMain)) return GiveUp(frmMain);
-  protocol::CheckReply& answer = frmMain.lastAnswer = {};
+  protocol::CheckReply& answer = frmMain.lastAnswer;
   std::string page;
   std::string code;
   RunSkippingFailures({[&] { answer.pagePath = ReadPagePath(program); }});
   if (!program.app.gEssayMode) RunSkippingFailures(ShowPageSteps(program, answer.pagePath, page, code));
   RunSkippingFailures(ReadAnswerSteps(program, answer));
-  RunSkippingFailures(VerdictSteps(frmMain, sentence, answer, EngineKind::kLocal));
+  answer.sentence = sentence->WithMarksOf(answer.sentence);
+  const std::string written = sentence->Written();
+  RunSkippingFailures(VerdictSteps(frmMain, written, answer, EngineKind::kLocal));
 }
 
 }  // namespace marovane

@@ -82,7 +82,7 @@ Steps VerdictSteps(FrmMain& frmMain, const std::string& sentence, const protocol
     steps.emplace_back([&] { WriteNeedSync(program, "Y"); });
     steps.emplace_back([&] { CloseProgress(program); });
   }
-  steps.emplace_back([&] { frmMain.txtInput.SelColor = answer.IsRight() ? kRight : kFaulty; });
+  steps.emplace_back([&] { frmMain.ShowVerdictColor(answer.IsRight() ? kRight : kFaulty); });
   steps.emplace_back([&] { GiveWindowBack(frmMain); });
   // Within an essay the web exchange may have shown its progress box too.
   if (kind == EngineKind::kWeb) steps.emplace_back([&] { CloseProgress(program); });

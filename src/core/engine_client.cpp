@@ -1,6 +1,7 @@
 #include "core/engine_client.h"
 
 #include <algorithm>
+#include <random>
 #include <utility>
 
 #include "core/process_control.h"
@@ -10,6 +11,7 @@
 #include "platform/machine.h"
 #include "platform/run_time_error.h"
 #include "platform/timer.h"
+#include "protocol/refusal.h"
 
 namespace marovane {
 
@@ -29,36 +31,59 @@ void LetThingsRest(EventLoop& loop) {
 EngineClient::EngineClient(Program& program, EngineTerms terms)
     : program_(program), terms_(std::move(terms)) {}
 
-bool EngineClient::IsOnline() try {
+// Never nothing, which would be no limit.
+EngineClient::Milliseconds EngineClient::Rest() const {
+  return std::max<Milliseconds>(end_ - program_.machine.loop.Elapsed(), 1ms);
+}
+
+void EngineClient::Begin() { end_ = program_.machine.loop.Elapsed() + terms_.limit; }
+
+bool EngineClient::IsOnline() {
+  Begin();
+  return IsReachable();
+}
+
+bool EngineClient::IsReachable() try {
   if (terms_.wantsMoreAttempts) Allot();
-  return IsWebEngineOnline(program_);
+  return IsWebEngineOnline(program_, std::min(kProbeLimit, Rest()));
 } catch (const RunTimeError&) {
   return false;
 }
 
+// Several attempts, one straight after the other.
+bool EngineClient::HasAllotted() {
+  for (int i = 0; i < kEngineAttempts; ++i) {
+    if (TryWebEngine(program_, std::min(kProbeLimit, Rest()))) return true;
+    if (program_.machine.loop.Elapsed() >= end_) return false;
+  }
+  return false;
+}
+
 void EngineClient::Allot() {
-  while (!AllocateWebEngine(program_)) {
+  while (!HasAllotted()) {
     if (!terms_.wantsMoreAttempts()) program_.machine.loop.End();
+    Begin();  // the time in which the learner has thought does not count
   }
 }
 
 std::optional<std::string> EngineClient::AskWeb(const std::string& page, const std::string& body) {
   EventLoop& loop = program_.machine.loop;
-  const auto end = loop.Elapsed() + terms_.limit;
-  while (!IsStopped()) {
-    const bool isOnline = IsOnline();
+  Begin();
+  refusal_.clear();
+  for (int tries = 0; !IsStopped(); ++tries) {
+    const bool isOnline = IsReachable();
     loop.DoEvents();  // whoever stops the asking waits for one reply at most
     if (IsStopped()) break;
     auto answer = isOnline ? Post(page, body) : std::nullopt;
     if (IsStopped()) break;
     if (answer) return answer;
-    const auto rest = end - loop.Elapsed();
-    if (rest <= 0ms) break;
-    AwaitNextTry(isOnline, rest);
+    if (!refusal_.empty() || loop.Elapsed() >= end_) break;
+    Pause(tries);
   }
   return std::nullopt;
 }
 
+// A transfer that breaks is no answer; the next one may come through.
 std::optional<std::string> EngineClient::Post(const std::string& page, const std::string& body) try {
   constexpr std::string_view kSuccess = "OK_";
   auto& app = program_.app;
@@ -66,19 +91,19 @@ std::optional<std::string> EngineClient::Post(const std::string& page, const std
     app.gProgressDetail = app.gWebEngineRoot;
     terms_.showAddress();
   }
-  const std::string reply = PostForm(program_, app.gWebEngineRoot + page, body);
+  const std::string reply = PostForm(program_, app.gWebEngineRoot + page, body, Rest());
+  if (protocol::refusal::IsFinal(reply)) refusal_ = reply;
   if (!reply.starts_with(kSuccess)) return std::nullopt;
   return reply.substr(kSuccess.size());
 } catch (const RunTimeError&) {
-  if (terms_.reportsBrokenTransfer) throw;
   return std::nullopt;
 }
 
-// Who is not there now will hardly be in the next moment; who says something else may answer at once.
-void EngineClient::AwaitNextTry(bool isOnline, Milliseconds atMost) {
-  EventLoop& loop = program_.machine.loop;
-  if (isOnline && !terms_.pausesAfterReplies) return loop.DoEvents();
-  loop.WaitUntil([this] { return IsStopped(); }, std::min<Milliseconds>(atMost, 1s));
+void EngineClient::Pause(int tries) {
+  static std::minstd_rand random{std::random_device{}()};
+  const auto share = std::uniform_int_distribution{80, 120}(random);
+  const Milliseconds pause = std::min<Milliseconds>(500ms * (1 << std::min(tries, 2)), 2s) * share / 100;
+  program_.machine.loop.WaitUntil([this] { return IsStopped(); }, std::min(pause, Rest()));
 }
 
 bool EngineClient::RunLocal(const std::string& name, const std::string& argument,

@@ -22,10 +22,6 @@ struct EngineTerms {
   std::function<void()> showAddress = {};
   /// Whether the learner has broken off.
   std::function<bool()> isStopped = {};
-  /// A transfer that breaks after the engine was reached is an error, not a missing answer.
-  bool reportsBrokenTransfer = false;
-  /// There is a pause also after a reply that is no answer.
-  bool pausesAfterReplies = false;
 };
 
 class EngineClient {
@@ -35,10 +31,15 @@ class EngineClient {
   /// Whether a web engine is there, which gWebEngineRoot then names.
   bool IsOnline();
 
-  /// Posts to a page of the web engine, again and again, until it answers. Throws RunTimeError for a broken
-  /// transfer if the terms say so.
-  /// @return what its reply says after "OK_"; nothing when the time was over or the learner has broken off
+  /// Posts to a page of the web engine until it answers: at once, then after half a second, one second, and
+  /// every two seconds, each time a little more or less, so that a school's computers do not ask all
+  /// together. A refusal that will not change ends the asking.
+  /// @return what its reply says after "OK_"; nothing when the time was over, the learner has broken off, or
+  /// the
+  ///         engine has refused
   std::optional<std::string> AskWeb(const std::string& page, const std::string& body);
+  /// The word with which it has refused, "" otherwise.
+  const std::string& Refusal() const { return refusal_; }
 
   /// Starts a program of gEngineDir and waits until it has ended and answered. Throws RunTimeError when it
   /// does not start, and what hasAnswered throws.
@@ -49,13 +50,19 @@ class EngineClient {
 
  private:
   using Milliseconds = std::chrono::milliseconds;
+  void Begin();
+  Milliseconds Rest() const;
+  bool IsReachable();
+  bool HasAllotted();
   void Allot();
   std::optional<std::string> Post(const std::string& page, const std::string& body);
-  void AwaitNextTry(bool isOnline, Milliseconds atMost);
+  void Pause(int tries);
   bool IsStopped() const { return terms_.isStopped && terms_.isStopped(); }
 
   Program& program_;
   EngineTerms terms_;
+  Milliseconds end_{0};
+  std::string refusal_;
 };
 
 }  // namespace marovane

@@ -19,8 +19,6 @@ namespace marovane {
 
 namespace {
 
-constexpr int kOffScreen = -20000;
-
 /// Where a window was when an event began.
 struct Place {
   bool enabled = false;
@@ -39,9 +37,9 @@ void BringBack(Form& form, const Places& before) {
   const auto known = before.find(&form);
   const bool isNew = known == before.end();
   if (isNew || known->second.enabled) form.Enabled = true;
-  if (form.Left > kOffScreen) return;
+  if (form.Left > kAway) return;
   if (isNew && form.Visible) CenterForm(form);
-  if (!isNew && known->second.left > kOffScreen) form.Left = known->second.left;
+  if (!isNew && known->second.left > kAway) form.Left = known->second.left;
 }
 
 void WriteErrorLog(Program& program, const std::exception& error) {

@@ -1,7 +1,6 @@
 #include "core/input_box.h"
 
 #include "base/text.h"
-#include "core/text_utility.h"
 
 namespace marovane {
 
@@ -11,11 +10,6 @@ void PutSentence(RichTextBox& txtInput, const std::string& sentence) {
   txtInput.SelLength = base::Len(sentence);
   txtInput.SelFontName = kSentenceFont;
   txtInput.SelColor = kSentenceColor;
-}
-
-std::string NormaliseInput(RichTextBox& txtInput) {
-  txtInput.Text = WithPlainSigns(txtInput.Text());
-  return txtInput.Text;
 }
 
 }  // namespace marovane

@@ -14,8 +14,4 @@ inline constexpr Color kSentenceColor = Rgb(255, 204, 0);
 /// Puts a sentence into that box, selected as a whole.
 void PutSentence(RichTextBox& txtInput, const std::string& sentence);
 
-/// Replaces what an input method or a paste has brought by the signs that engines know, and returns the text
-/// that the box then holds.
-std::string NormaliseInput(RichTextBox& txtInput);
-
 }  // namespace marovane

@@ -16,8 +16,7 @@ inline constexpr std::string_view kRegistryMarker = "**settings for tolvex=";
 /// Reads or rewrites one key. Texts are UTF-8 here and CP950 in the file; lines that are not touched keep
 /// their bytes.
 /// @param mode "R" returns the trimmed value, or "" when key or file is absent; "W" sets the key, creating
-/// the
-///        file if need be, and returns ""; any other word reads the file and returns "".
+///        the file if need be, and returns ""; any other word reads the file and returns "".
 /// Throws RunTimeError for a file that cannot be opened, and when the bound of 100 entries is passed.
 std::string ReadWriteSetFile(base::Files& files, const std::string& filePath, std::string_view mode,
                              std::string_view key, std::string_view value);

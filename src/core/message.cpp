@@ -27,6 +27,7 @@ std::string PadForCentring(const std::string& text) {
   return base::Len(text) < kLongText && isOneLine ? padding + padding + text : padding + text;
 }
 
+// The line with the detail below it. The detail is cleared, since it belongs to one message only.
 std::string WithDetail(std::string_view line, std::string& detail) {
   std::string text(line);
   if (detail.empty()) return text;

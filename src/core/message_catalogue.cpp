@@ -49,6 +49,9 @@ constexpr Message Message::kPasswordSet{"2977", kWarning, kOk, kPlain, "您的�
 constexpr Message Message::kServerNotFound{"2984", kWarning, kOk, kError, "無法找到伺服器！請檢查是否有誤。"};
 constexpr Message Message::kNotOnCampus{"2999", kAsk, kOk, kPlain, "雲端版不適用本功能"};
 constexpr Message Message::kBadSigns{"13001", kWarning, kOk, kPlain, "您輸入的內容中含有不正確的字，請檢查"};
+constexpr Message Message::kSentenceTooLong{"13002", kWarning, kOk, kPlain, "這個句子太長了！最多為2000個字元\r\n請分成幾個句子後再輸入"};
+constexpr Message Message::kSeveralSentences{"13003", kAsk, kYesNo, kQuestion, "您輸入的不只一個句子\r\n\r\n是否要以〔短文寫作〕逐句批改？"};
+constexpr Message Message::kRefusedByEngine{"13004", kWarning, kOk, kError, "解析引擎拒絕批改這個句子\r\n請檢查句子與您的帳號"};
 constexpr Message Message::kEnterEssay{"14001", kWarning, kOk, kPlain, "請您輸入短文內容，才能執行辨析動作！"};
 constexpr Message Message::kWrongSentence{"14003", kWarning, kOk, kPlain, "此句子有誤！請您修正後按 [Enter] 繼續解析"};
 constexpr Message Message::kNoEndMark{"14004", kWarning, kOk, kPlain, "句子必需以標點結尾！"};
@@ -68,6 +71,7 @@ constexpr Message Message::kDoubtfulSentence{"14021", kAsk, kYesNo, kQuestion, "
 constexpr Message Message::kNotHandedIn{"14022", kWarning, kOk, kPlain, "目前暫時無法更新伺服器完成交卷！\r\n您可稍候再自行選擇交卷"};
 constexpr Message Message::kEssayTooLong{"14023", kWarning, kOk, kPlain, "短文太長了！最多為32767個字元\r\n請將短文分成幾篇後再送出"};
 constexpr Message Message::kTooManySentences{"14024", kWarning, kOk, kPlain, "短文的句子太多了！最多為1000個句子\r\n請將短文分成幾篇後再送出"};
+constexpr Message Message::kEssayWaits{"14025", kWarning, kOk, kPlain, "短文正在批改中！\r\n請先完成或中斷批改，再分析其他句子"};
 constexpr Message Message::kUploadFailed{"15001", kAsk, kYesNo, kUpdate, "無法正常完成上傳\r\n\r\n網路中斷或傳輸品質不佳，您要重試嗎？"};
 constexpr Message Message::kNoEngineAddress{"16001", kAsk, kOkCancel, kQuestion, "無法正確配發網路引擎位址\r\n請檢查您的網路是否中斷或傳輸品質不佳\r\n\r\n確認後按確定再嘗試取得，或按取消終止"};
 constexpr Message Message::kUnknownAccount{"29851", kWarning, kOk, kPlain, "帳號管理伺服器回報您的帳號不屬於任何伺服器所管理\r\n請您確定所輸入的帳號是正確的。"};

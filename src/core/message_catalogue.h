@@ -26,7 +26,8 @@ struct Message {
       kPasswordSet, kServerNotFound, kNotOnCampus, kBadSigns, kEnterEssay, kWrongSentence, kNoEndMark,
       kEssayDone, kNewEssay, kNoAssignment, kNoEssays, kChooseEssays, kDeleteEssays, kOneRowAtATime,
       kHandInThis, kSomeNotDeleted, kHandedIn, kHandInNow, kOwnTopic, kDoubtfulSentence, kNotHandedIn,
-      kEssayTooLong, kTooManySentences, kUploadFailed, kNoEngineAddress, kUnknownAccount, kNewAccount;
+      kEssayTooLong, kTooManySentences, kUploadFailed, kNoEngineAddress, kUnknownAccount, kNewAccount,
+      kSentenceTooLong, kSeveralSentences, kRefusedByEngine, kEssayWaits;
   static const Message kTest, kOneSentenceAtATime, kThreeDaysAtMost, kNewEngine, kEnterServer, kEnterNoun,
       kEnterAdjective, kEnterAdverb, kEnterVerb, kSameEssay;
 };

@@ -19,16 +19,17 @@
 
 namespace marovane {
 
-std::string PostForm(Program& program, const std::string& url, const std::string& body) {
-  base::HttpRequest request{.url = url, .headers = {}, .body = body};
+std::string PostForm(Program& program, const std::string& url, const std::string& body, milliseconds limit) {
+  base::HttpRequest request{.url = url, .headers = {}, .body = body, .limit = limit};
   // Servers of this family are used to both, in this order.
   request.headers.emplace_back("Content-Type", protocol::kFormType);
   request.headers.emplace_back("Content-Type", "text/xml; charset=big5");
   return base::FromCp950(program.machine.http.Send(request).body);
 }
 
-std::string TryPost(Program& program, const std::string& url, protocol::Fields fields) try {
-  return PostForm(program, url, protocol::PlainBody(fields));
+std::string TryPost(Program& program, const std::string& url, protocol::Fields fields,
+                    milliseconds limit) try {
+  return PostForm(program, url, protocol::PlainBody(fields), limit);
 } catch (const RunTimeError&) {
   return protocol::refusal::kConnectFailed;
 }
@@ -57,7 +58,8 @@ bool IsOnline(const std::string& reply) { return reply.starts_with("ONLINE"); }
 }  // namespace
 
 bool IsServerOnline(Program& program) {
-  const std::string reply = TryPost(program, program.app.gServerUrlRoot + protocol::page::kServerProbe, {});
+  const std::string reply =
+      TryPost(program, program.app.gServerUrlRoot + protocol::page::kServerProbe, {}, kProbeLimit);
   if (!IsOnline(reply)) return false;
   constexpr int kDateFrom = 8;
   if (const auto day = base::ParseDate(base::Trim(base::Mid(reply, kDateFrom))))
@@ -65,26 +67,19 @@ bool IsServerOnline(Program& program) {
   return true;
 }
 
-bool IsWebEngineOnline(Program& program) {
-  return IsOnline(TryPost(program, program.app.gWebEngineRoot + protocol::page::kEngineProbe, {}));
+bool IsWebEngineOnline(Program& program, milliseconds limit) {
+  return IsOnline(TryPost(program, program.app.gWebEngineRoot + protocol::page::kEngineProbe, {}, limit));
 }
 
-std::string GetWebEngineAddress(Program& program, const std::string& publisherRoot) {
+std::string GetWebEngineAddress(Program& program, const std::string& publisherRoot, milliseconds limit) {
   const std::string reply =
-      PostForm(program, publisherRoot + protocol::page::kEngineAddress, protocol::PlainBody());
+      PostForm(program, publisherRoot + protocol::page::kEngineAddress, protocol::PlainBody(), limit);
   return reply.starts_with("OK") ? base::Trim(base::Replace(reply, "OK_", "")) : "";
 }
 
-bool TryWebEngine(Program& program) {
-  program.app.gWebEngineRoot = GetWebEngineAddress(program, program.app.gPublisherRoot);
-  return !program.app.gWebEngineRoot.empty() && IsWebEngineOnline(program);
-}
-
-bool AllocateWebEngine(Program& program) {
-  for (int i = 0; i < kEngineAttempts; ++i) {
-    if (TryWebEngine(program)) return true;
-  }
-  return false;
+bool TryWebEngine(Program& program, milliseconds limit) {
+  program.app.gWebEngineRoot = GetWebEngineAddress(program, program.app.gPublisherRoot, limit);
+  return !program.app.gWebEngineRoot.empty() && IsWebEngineOnline(program, limit);
 }
 
 void PostDecodeForm(Program& program, const std::string& code) {

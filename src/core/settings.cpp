@@ -1,7 +1,5 @@
 #include "core/settings.h"
 
-#include <fmt/format.h>
-
 #include <charconv>
 
 #include "base/files.h"
@@ -12,6 +10,7 @@
 #include "core/server_access.h"
 #include "core/text_utility.h"
 #include "protocol/account.h"
+#include "protocol/lists.h"
 #include "protocol/pages.h"
 
 namespace marovane {
@@ -35,8 +34,9 @@ namespace {
 
 bool IsNone(const std::string& value) { return value.empty() || value == "0"; }
 
-// A value that `setup.set` lacks comes from the registry mirror. True when there was one.
-bool ReadFromRegistry(Program& program, const char* key, std::string& value) {
+// Restores a value that `setup.set` lacks from the registry mirror, and writes it there. True when there was
+// one.
+bool RestoreFromRegistry(Program& program, const char* key, std::string& value) {
   const std::string mirrored = base::Trim(GetRegValue(program, key));
   value = IsNone(mirrored) ? "" : mirrored;
   WriteSetup(program, key, value);
@@ -46,14 +46,14 @@ bool ReadFromRegistry(Program& program, const char* key, std::string& value) {
 void LoadAccountNo(Program& program) {
   auto& accountNo = program.app.gAccountNo;
   accountNo = ReadSetup(program, "Pno");
-  if (IsNone(accountNo) && !ReadFromRegistry(program, "Pno", accountNo)) return;
+  if (IsNone(accountNo) && !RestoreFromRegistry(program, "Pno", accountNo)) return;
   SyncUserSettings(program, accountNo, "r");
 }
 
 void LoadPassword(Program& program) {
   auto& password = program.app.gAccountPassword;
   password = ReadSetup(program, "userPW");
-  if (IsNone(password)) ReadFromRegistry(program, "userPW", password);
+  if (IsNone(password)) RestoreFromRegistry(program, "userPW", password);
 }
 
 void LoadFontSize(Program& program) {
@@ -113,25 +113,24 @@ std::string SettingsList(Program& program, const std::string& pno) {
   const auto& app = program.app;
   const std::string password =
       app.gAccountPassword.empty() ? ReadSetup(program, "userPW") : app.gAccountPassword;
-  return fmt::format(
-      "alwaysOnTop:{}$autoCleanHistory:{}$autoKeyinPw:{}$eduBackground:{}$feedbackErrData:{}$FontSize:{}$Pno:"
-      "{}$"
-      "transformValue:{}$userPW:{}",
-      app.gAlwaysOnTop, app.gAutoCleanHistory, app.gAutoKeyinPw, app.gEduBackground, app.gFeedbackErrData,
-      app.gFontSizeName, pno, app.gTransformValue, password);
+  return protocol::EncodeSettings({{"alwaysOnTop", app.gAlwaysOnTop},
+                                   {"autoCleanHistory", app.gAutoCleanHistory},
+                                   {"autoKeyinPw", app.gAutoKeyinPw},
+                                   {"eduBackground", app.gEduBackground},
+                                   {"feedbackErrData", app.gFeedbackErrData},
+                                   {"FontSize", app.gFontSizeName},
+                                   {"Pno", pno},
+                                   {"transformValue", std::to_string(app.gTransformValue)},
+                                   {"userPW", password}});
 }
 
 void StoreSettings(Program& program, const std::string& reply) {
   constexpr int kListFrom = 4;
   constexpr std::size_t kMostSettings = 50;
-  // The list is one line. What is longer, or has more names than the file has room for, is some other page.
-  const std::string list = base::Trim(base::Mid(reply, kListFrom));
-  const auto pairs = base::Split(list.substr(0, list.find_first_of("\r\n")), "$");
-  if (pairs.size() > kMostSettings) return;
-  for (const auto& pair : pairs) {
-    const auto parts = base::Split(pair, ":");
-    if (parts.size() >= 2) WriteSetup(program, parts[0], parts[1]);
-  }
+  // What has more names than the file has room for is some other page.
+  const auto settings = protocol::ParseSettings(base::Mid(reply, kListFrom));
+  if (settings.size() > kMostSettings) return;
+  for (const auto& [name, value] : settings) WriteSetup(program, name, value);
 }
 
 }  // namespace

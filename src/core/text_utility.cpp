@@ -33,13 +33,6 @@ std::string DefaultEssayTitle(const std::string& title, base::LocalTime now) {
   return title.empty() ? "我的短文" + base::FormatDatePadded(base::DayOf(now), "") : title;
 }
 
-std::string WithPlainSigns(std::string text) {
-  for (const auto& [from, to] : {std::pair{"’", "'"}, {"，", ","}, {"．", "."}, {"  ", " "}}) {
-    text = base::Replace(text, from, to);
-  }
-  return text;
-}
-
 bool IsPlainAscii(std::string_view text) {
   return std::ranges::all_of(text, [](char sign) { return sign >= 32 && sign <= 122; });
 }

@@ -20,9 +20,6 @@ std::string FormatNumber(std::int64_t number);
 /// The title, or "我的短文" with the day when it is empty.
 std::string DefaultEssayTitle(const std::string& title, base::LocalTime now);
 
-/// What an input method or a paste has brought, with the signs that engines know: a plain apostrophe, comma
-/// and full stop, and one blank for two.
-std::string WithPlainSigns(std::string text);
 /// True when every character's code lies in 32..122.
 bool IsPlainAscii(std::string_view text);
 bool IsValidEmail(std::string_view text);

@@ -102,6 +102,8 @@ class ErrorSentences : public HallWindow {
 /// `frmEssay`.
 class Essay : public HallWindow {
  public:
+  /// Opens an essay of the learner's own with this text in its box.
+  virtual void StartEssayWith(const std::string& text) = 0;
   virtual void ShowEssay(const std::string& essayId) = 0;
 };
 

@@ -105,6 +105,7 @@ std::string FrmEssayCollect::TextOf(const std::string& essayId) {
 }
 
 void FrmEssayCollect::GetRecAndPassEngine() {
+  if (program_.app.gEssayMode) return ShowMessage(program_, Message::kEssayWaits);
   std::string text;
   const auto rows = list_.CheckedRows();
   if (!rows.empty()) {

@@ -22,7 +22,8 @@ class FrmEssayCollect : public ListWindow<3>, public HallWindow {
   void GetRecAndPassEngine();
   /// Writes the chosen essays into a text file.
   void GetRecAndOutput();
-  /// Deletes the chosen essays with their sentences, but for those that were handed in.
+  /// Deletes the chosen essays with their sentences, except those that were handed in; the message about it
+  /// follows a second later.
   void CleanupSelectedRecord();
 
   void Form_Load() override;

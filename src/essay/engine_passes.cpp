@@ -1,4 +1,4 @@
-// A sentence of an essay that no record knows goes to the check engine.
+// A sentence of an essay goes to the check engine; and how any judged sentence of an essay is recorded.
 #include "base/cp950.h"
 #include "base/day.h"
 #include "base/files.h"
@@ -9,6 +9,7 @@
 #include "core/process_control.h"
 #include "core/server_access.h"
 #include "core/text_utility.h"
+#include "core/typed_text.h"
 #include "essay/archive.h"
 #include "essay/walk_steps.h"
 #include "platform/http.h"
@@ -26,14 +27,15 @@ constexpr std::string_view kNoMistake = "本句子沒有發現錯誤";
 // Nobody asks here what the web engine makes of it.
 constexpr const char* kEssayRunCode = "503181";
 
+bool IsStopped(EssayContext& context) { return !HasItsWindow(context) || context.frmEssay->mStopRequested; }
+
 EngineClient EngineFor(EssayContext& context) {
-  return EngineClient(context.program, {.isStopped = [&context] { return context.frmEssay->mStopRequested; },
-                                        .pausesAfterReplies = true});
+  return EngineClient(context.program, {.isStopped = [&context] { return IsStopped(context); }});
 }
 
 // Without an answer: the user has stopped the walk, or the time was over.
 void GiveUp(EssayContext& context) {
-  if (!context.frmEssay->mStopRequested) AskInPlace(context, Message::kEngineTimeout);
+  if (!IsStopped(context)) AskInPlace(context, Message::kEngineTimeout);
   context.program.app.gVerdict = "STOP";
 }
 
@@ -84,11 +86,12 @@ std::string FetchPage(Program& program, const std::string& url) try {
 
 void PassStringToEngineEssayWeb(EssayContext& context) {
   auto& app = context.program.app;
-  const auto reply =
-      EngineFor(context).AskWeb(protocol::page::kCheckSentence,
-                                protocol::EncodeCheck(app.gAccountNo, kEssayRunCode, app.gEssayCurSentence));
+  const TypedSentence sentence(app.gEssayCurSentence);
+  const auto reply = EngineFor(context).AskWeb(
+      protocol::page::kCheckSentence, protocol::EncodeCheck(app.gAccountNo, kEssayRunCode, sentence.Plain()));
   if (!reply) return GiveUp(context);
-  const protocol::CheckReply answer = protocol::ParseCheckReply(*reply);
+  protocol::CheckReply answer = protocol::ParseCheckReply(*reply);
+  answer.sentence = sentence.WithMarksOf(answer.sentence);
   const bool hasPage = !answer.pagePath.empty();
   FilePage(context, hasPage ? FetchPage(context.program, app.gWebEngineRoot + answer.pagePath) : "");
   RecordAnswer(context, answer, app.gEssayPageChecksum.empty() ? "N" : HaveHtm(answer));
@@ -98,7 +101,7 @@ void PassStringToEngineEssayWeb(EssayContext& context) {
 bool RunEngine(EssayContext& context) {
   Program& program = context.program;
   KillProcessByName(program.machine.processes, kEngineName);
-  WriteQuestion(program, program.app.gEssayCurSentence);
+  WriteQuestion(program, TypedSentence(program.app.gEssayCurSentence).Plain());
   return EngineFor(context).RunLocal(kEngineName,
                                      program.app.gEngineLevel + "," + context.frmEssay->mEngineRunCode,
                                      [&program] { return HasResultPage(program); });
@@ -121,7 +124,8 @@ void PassStringToEngineEssayLocal(EssayContext& context) {
   Program& program = context.program;
   auto& app = program.app;
   if (!RunEngine(context)) return GiveUp(context);
-  const protocol::CheckReply answer = ReadAnswer(program);
+  protocol::CheckReply answer = ReadAnswer(program);
+  answer.sentence = TypedSentence(app.gEssayCurSentence).WithMarksOf(answer.sentence);
   const bool hasPage = program.machine.files.FileExists(answer.pagePath);
   FilePage(context, hasPage ? ReadAndDeletePage(program, answer.pagePath) : "");
   // Unlike with the web engine, the page of an error counts also when it was not filed.

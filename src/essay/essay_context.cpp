@@ -17,6 +17,11 @@ EssayContext::EssayContext(Program& theProgram, RecordDb& theRecords, ErrListDb&
       frmEssayInputEdu(*this),
       frmEssayInputForm(*this) {}
 
+void EssayContext::StartEssayWith(const std::string& text) {
+  StartOwnEssay("");
+  frmEssay->txtInput.Text = text;
+}
+
 void EssayContext::ShowEssay(const std::string& essayId) {
   if (!program.app.gEssayMode) ShowEssayResultHtml(*this, essayId, true);
 }

@@ -22,6 +22,7 @@ struct EssayContext : public Essay {
   EssayContext(Program& theProgram, RecordDb& theRecords, ErrListDb& theErrList);
 
   Form& AsForm() override { return *frmEssay; }
+  void StartEssayWith(const std::string& text) override;
   /// Shows the report of an essay, unless another one is being walked through just now.
   void ShowEssay(const std::string& essayId) override;
   /// Shows the report of an essay that was picked from a list.

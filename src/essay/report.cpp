@@ -45,6 +45,8 @@ base::Html Image(const EssayReport& report, const char* name, const base::Html& 
 std::vector<Entry> FinishedEntries(const EssayReport& report) {
   std::vector<Entry> entries;
   for (const auto& row : report.okSentences) {
+    // Of a sentence that was corrected after a warning the last form counts.
+    if (!entries.empty() && entries.back().essaySId == row.essaySId) entries.pop_back();
     entries.push_back({row.essaySId, kUndecided, row.haveHtm, row.sentence});
   }
   return entries;

@@ -81,6 +81,11 @@ void ShowEssayResultHtml(EssayContext& context, const std::string& essayId, bool
   WritePage(frmEssay, page);
   ArrangeCommands(frmEssay);
   RestoreState(context.program.app, essay);
+  frmEssay.mShown = {.workId = essay.workId,
+                     .quiz = PlainApostrophes(essay.quiz),
+                     .original = PlainApostrophes(essay.orgEssay),
+                     .current = PlainApostrophes(essay.newEssay),
+                     .isOwnTopic = context.program.app.gEssayStartRequested};
   if (viewOnly) frmEssay.SetInputTextStyle(1);
   CenterForm(frmEssay);
 }

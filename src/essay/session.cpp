@@ -108,7 +108,12 @@ void FrmEssay::Form_Load() {
   SetInputTextStyle(0);
   SetDefaultValue();
   Form& frmMain = program_.hall.frmMain->AsForm();
-  mMainLeft = frmMain.Left;
+  // It may be away already, for work off the screen.
+  if (frmMain.Left > kAway) {
+    mMainLeft = frmMain.Left;
+  } else {
+    mMainLeft = (machine.windows.Screen().width - frmMain.Width) / 2;
+  }
   frmMain.Left = kAway;
 }
 
@@ -214,7 +219,7 @@ void FrmEssay::ShowQuestion() {
 }
 
 void FrmEssay::picCommands_Click(int index) {
-  if (index == kCompare) return context_.frmEssayCompare->ShowHtml(program_.app.gEssayOriginal);
+  if (index == kCompare) return context_.frmEssayCompare->ShowHtml(mShown.original);
   if (index == kRewrite) return RewriteEssay();
   WriteNewEssay();
 }
@@ -224,10 +229,11 @@ void FrmEssay::RewriteEssay() {
   context_.frmEssayCollect.Unload();
   context_.frmEssayCompare.Unload();
   context_.frmEssayInputEdu.Unload();
-  const std::string text = app.gEssayCurrent;
   SetDefaultValue();
-  app.gEssayQuiz = DefaultEssayTitle(app.gEssayQuiz, machine.loop.Now());
-  txtInput.Text = text;
+  app.gEssayWorkId = mShown.workId;
+  app.gEssayStartRequested = mShown.isOwnTopic;
+  app.gEssayQuiz = DefaultEssayTitle(mShown.quiz, machine.loop.Now());
+  txtInput.Text = mShown.current;
   txtInput.SetFocus();
 }
 

@@ -39,6 +39,11 @@ class FrmEssay : public ButtonWindow<3> {
   bool mStopRequested = false;
   std::string mEngineRunCode;
   bool mViewOnly = false;
+  /// The essay whose report is shown. Meanwhile other windows change the shared values.
+  struct Shown {
+    std::string workId, quiz, original, current;
+    bool isOwnTopic = true;
+  } mShown;
   bool mAnalysing = false;
   int mMainLeft = 0;
 

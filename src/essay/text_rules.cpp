@@ -1,17 +1,17 @@
 #include "essay/text_rules.h"
 
 #include "base/text.h"
-#include "core/text_utility.h"
+#include "base/utf16.h"
+#include "core/typed_text.h"
 #include "protocol/sentences.h"
 
 namespace marovane {
 
 namespace {
 
-constexpr std::string_view kEndMarks = ".?!\r";
-
 bool HasEnd(const std::string& running) {
-  return !running.empty() && kEndMarks.find(running.back()) != std::string_view::npos;
+  const std::u16string text = base::ToUtf16(running);
+  return !text.empty() && (protocol::IsEndMark(text.back()) || text.back() == u'\r');
 }
 
 const Message* RefusalOfLength(const std::string& text, const std::string& running) {
@@ -26,7 +26,7 @@ const Message* RefusalOf(const std::string& text) {
   const std::string running = protocol::RunningText(text);
   if (running.empty()) return &Message::kEnterEssay;
   if (!HasEnd(running)) return &Message::kNoEndMark;
-  if (!IsPlainAscii(running)) return &Message::kBadSigns;
+  if (!TypedSentence(running).Refused().empty()) return &Message::kBadSigns;
   return RefusalOfLength(text, running);
 }
 

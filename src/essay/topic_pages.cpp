@@ -103,6 +103,7 @@ void AddResult(base::Html& rows, const std::string& workId, int number, const Es
 }
 
 // A row below a topic: its essays, hidden at first, to look at and to delete. Nothing without essays.
+// @param columns of the list
 base::Html ResultsRow(const std::string& imageRoot, const std::string& workId, const Practice& practice,
                       int columns) {
   if (practice.essays.empty()) return {};
@@ -139,7 +140,7 @@ base::Html OpenStatus(const std::string& images, const AssignedTopic& topic) {
   return status;
 }
 
-base::Html HandedInStatus(const std::string& images, const Assignment& work) {
+base::Html HandedInStatus(const std::string& images, const protocol::Assignment& work) {
   base::Html status = base::Fill(kStatus, Image(images, "mrv_icon_check.gif"), "#00FF00", "已交卷");
   if (work.isMarked) {
     status.Add("<br>{}", Link("cmd:res:" + work.workId, base::Literal("查看教師批閱"), kCyan,

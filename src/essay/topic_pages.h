@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "base/html.h"
-#include "essay/assignments.h"
+#include "protocol/lists.h"
 #include "records/essay_records.h"
 
 namespace marovane {
@@ -17,7 +17,7 @@ struct Practice {
 };
 
 struct AssignedTopic {
-  Assignment assignment;
+  protocol::Assignment assignment;
   Practice practice;
 };
 

@@ -9,6 +9,8 @@
 #include "essay/essay_context.h"
 #include "platform/event_loop.h"
 #include "platform/machine.h"
+#include "protocol/pages.h"
+#include "views/page_frame.h"
 
 namespace marovane {
 
@@ -18,6 +20,17 @@ constexpr int kShown = 90;
 constexpr const char* kItemSeparator = "<@>";
 
 enum TopicsButton { kStart = 0, kBack = 1, kNewTopic = 2 };
+
+// Notes in gWorkListOk whether the server has listed them.
+std::vector<protocol::Assignment> FetchAssignments(Program& program) {
+  auto& app = program.app;
+  const std::string reply =
+      TryPost(program, app.gServerUrlRoot + protocol::page::kWork,
+              {{"pno", app.gAccountNo}, {"mode", "GETLST"}, {"cpno", app.gTeacherAccount}});
+  auto assignments = protocol::ParseAssignments(reply);
+  app.gWorkListOk = assignments.has_value();
+  return std::move(assignments).value_or(std::vector<protocol::Assignment>{});
+}
 
 }  // namespace
 

@@ -9,7 +9,6 @@
 #include "essay/topic_pages.h"
 #include "platform/web_browser.h"
 #include "records/essay_records.h"
-#include "views/page_frame.h"
 
 namespace marovane {
 

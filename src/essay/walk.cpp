@@ -5,10 +5,10 @@
 #include "base/transaction.h"
 #include "base/utf16.h"
 #include "core/engine_exchange.h"
-#include "core/input_box.h"
 #include "core/message.h"
 #include "core/server_access.h"
 #include "core/text_utility.h"
+#include "core/typed_text.h"
 #include "core/window_shell.h"
 #include "essay/archive.h"
 #include "essay/text_rules.h"
@@ -27,6 +27,9 @@ namespace {
 bool AcceptText(EssayContext& context) {
   const Message* refusal = RefusalOf(context.frmEssay->txtInput.Text);
   if (refusal == nullptr) return true;
+  if (refusal == &Message::kBadSigns) {
+    context.program.app.gProgressDetail = TypedSentence(context.frmEssay->txtInput.Text()).Refused();
+  }
   AskInPlace(context, *refusal);
   CenterForm(*context.frmEssay);
   context.frmEssay->txtInput.SetFocus();
@@ -64,6 +67,7 @@ void BeginWalk(EssayContext& context) {
   auto& app = context.program.app;
   FrmEssay& frmEssay = *context.frmEssay;
   app.gEssayMode = true;
+  frmEssay.mViewOnly = false;
   frmEssay.txtInput.Text = app.gEssaySentence;
   StyleAllText(frmEssay.txtInput, kUnread);
   frmEssay.txtInput.SelLength = 0;
@@ -76,8 +80,12 @@ void BeginWalk(EssayContext& context) {
 }
 
 // A connection that breaks is a failed attempt like any other.
-bool AttemptEngine(Program& program) try { return TryWebEngine(program); } catch (const RunTimeError&) {
-  return false;
+bool AttemptEngine(Program& program) {
+  try {
+    return TryWebEngine(program);
+  } catch (const RunTimeError&) {
+    return false;
+  }
 }
 
 bool FindEngine(Program& program) {
@@ -229,11 +237,11 @@ bool WalkSentences(EssayContext& context) {
   int end = 0;
   while (FindSentence(app, end)) {
     CenterForm(*context.frmEssay);
-    context.program.machine.loop
-        .DoEvents();  // with an engine that answers, the only moment for the stop button
-    if (context.frmEssay->mStopRequested) return false;
+    // With an engine that answers, this is the only moment for the stop button.
+    context.program.machine.loop.DoEvents();
+    if (!HasItsWindow(context) || context.frmEssay->mStopRequested) return false;
     const Next next = WalkSentence(context);
-    if (next == Next::kStop) return false;
+    if (!HasItsWindow(context) || next == Next::kStop) return false;
     app.gEssayCurSentence.clear();
     if (next == Next::kSentence) app.gEssaySentenceNo = end + 1;
   }
@@ -243,7 +251,12 @@ bool WalkSentences(EssayContext& context) {
 void Walk(EssayContext& context) {
   BeginWalk(context);
   PrepareEngine(context);
-  if (WalkSentences(context)) FinishEssay(context);
+  const bool isComplete = WalkSentences(context);
+  if (!HasItsWindow(context)) {
+    context.program.app.gEssayMode = false;
+    return;
+  }
+  if (isComplete) FinishEssay(context);
   WrapUp(context);
   if (context.program.app.gEssayFinished) HandIn(context);
   ShowReport(context);
@@ -260,13 +273,18 @@ void Abandon(EssayContext& context) {
 
 }  // namespace
 
+bool essay_walk::HasItsWindow(EssayContext& context) {
+  return context.frmEssay.IsLoaded() && context.frmEssay->mAnalysing;
+}
+
 bool essay_walk::AskInPlace(EssayContext& context, const Message& message) {
   context.frmEssay->Left = kAway;
   return Confirm(context.program, message);
 }
 
 void StartEssayProcess(EssayContext& context) {
-  NormaliseInput(context.frmEssay->txtInput);
+  auto& text = context.frmEssay->txtInput.Text;
+  text = TidyTyped(text());
   if (!AcceptText(context)) return;
   try {
     OpenEssay(context);

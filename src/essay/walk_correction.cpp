@@ -76,6 +76,7 @@ void Merge(EssayContext& context, const std::string& correction) {
 Next CorrectSentence(EssayContext& context) {
   ShowSentenceInMain(context);
   const std::string correction = AwaitCorrection(context);
+  if (!HasItsWindow(context)) return Next::kStop;
   HideMain(context);
   if (correction == kBrokenOff) context.frmEssay->mStopRequested = true;
   if (context.frmEssay->mStopRequested) return Next::kStop;

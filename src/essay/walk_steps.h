@@ -20,6 +20,7 @@ inline constexpr TextStyle kDone{.color = Rgb(50, 50, 50)};
 void PassStringToEngineEssay(EssayContext& context);
 
 /// Records gEssayCurSentence as right, under gEssayId and gEssaySId.
+/// @param haveHtm "N" without a filed page; with one "1" after an error, "2" otherwise
 void RecordPassed(EssayContext& context, const std::string& haveHtm);
 /// Records an attempt that was refused, likewise.
 /// @param sentence with the engine's marks
@@ -31,6 +32,9 @@ inline constexpr const char* kAwaitsCorrection = "##EDIT##";
 
 /// Shows a message in the place of the essay window, which stays away. True when the user agrees.
 bool AskInPlace(EssayContext& context, const Message& message);
+
+/// Whether the window of this walk is still there: it may have gone while the walk waited.
+bool HasItsWindow(EssayContext& context);
 
 /// How the walk goes on.
 enum class Next { kSentence, kSameAgain, kStop };
@@ -45,6 +49,7 @@ void FinishEssay(EssayContext& context);
 void WrapUp(EssayContext& context);
 /// Offers to hand the essay in, when it answers an assignment.
 void HandIn(EssayContext& context);
+/// Shows the report in the essay window, at the end of a walk.
 void ShowReport(EssayContext& context);
 
 }  // namespace essay_walk

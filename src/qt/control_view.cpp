@@ -113,7 +113,7 @@ bool ControlView::HandleMouse(QMouseEvent* event) {
       Raise([this] { control_.MouseMove.Raise(); });
       break;
     case QEvent::MouseButtonDblClick:
-      break;  // its first click has been heard
+      break;  // it replaces the second press; the release after it makes the second click
     case QEvent::MouseButtonPress:
       Raise([this, button] { control_.MouseDown.Raise(button); });
       break;

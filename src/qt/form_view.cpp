@@ -228,8 +228,8 @@ bool FormView::KeyReached(int key) {
   return false;
 }
 
-// Of several the last one that can be clicked: a mere notice is left by its one button, a
-// question by the button that refuses.
+// Of several the last one that can be clicked: a mere notice is left by its one button, a question by the
+// button that refuses.
 bool FormView::ClickMarked(const char* property) {
   if (isDetached_) return false;
   for (auto view = views_.rbegin(); view != views_.rend(); ++view) {

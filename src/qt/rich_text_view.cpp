@@ -164,7 +164,7 @@ void RichTextView::TextEdited() {
   if (text == Lines(box_.Text)) return;  // only styles changed
   if (box_.Text().empty())
     StyleAll(QTextCharFormat(typing_));  // a caret that was moved in an empty text has lost its style
-  Edited(text);
+  Edited(text, edit_.textCursor().position());
   CursorMoved();
 }
 

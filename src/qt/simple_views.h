@@ -89,6 +89,7 @@ class ListView : public ControlView {
   void Fill(QComboBox& widget, const std::vector<std::string>& items);
 };
 
+/// A slider.
 class SliderView : public ControlView {
  public:
   SliderView(FormView& form, Slider& slider, QSlider& widget);

@@ -2,6 +2,9 @@
 
 #include <QCoreApplication>
 #include <QKeyEvent>
+#include <QKeySequence>
+#include <algorithm>
+#include <array>
 
 #include "base/cp950.h"
 #include "platform/form.h"
@@ -9,6 +12,30 @@
 #include "qt/text_convert.h"
 
 namespace marovane {
+
+namespace {
+
+// Moves the caret, selects, deletes, or deals with the clipboard.
+bool IsEditing(const QKeyEvent& event) {
+  switch (event.key()) {
+    case Qt::Key_Left:
+    case Qt::Key_Right:
+    case Qt::Key_Up:
+    case Qt::Key_Down:
+    case Qt::Key_Home:
+    case Qt::Key_End:
+    case Qt::Key_Backspace:
+    case Qt::Key_Delete:
+      return true;
+    default:
+      break;
+  }
+  constexpr std::array kCommands{QKeySequence::SelectAll, QKeySequence::Copy, QKeySequence::Cut,
+                                 QKeySequence::Paste,     QKeySequence::Undo, QKeySequence::Redo};
+  return std::ranges::any_of(kCommands, [&event](auto command) { return event.matches(command); });
+}
+
+}  // namespace
 
 TextView::TextView(FormView& form, TextBox& box, QWidget& widget)
     : ControlView(form, box, widget), box_(box) {}
@@ -21,6 +48,7 @@ bool TextView::HandleKey(QKeyEvent* event) {
   if (isComposing_) return false;
   const QString text = event->text();
   if (SwallowsKey(*event)) return true;
+  if (IsEditing(*event) && PassOn(event)) return true;
   if (text.size() != 1 || text.at(0) == '\t') return false;  // the tabulator moves the focus
   const QChar filtered = Filtered(text.at(0));
   if (filtered.isNull() || form_.IsDetached()) return true;
@@ -41,6 +69,7 @@ QChar TextView::Filtered(QChar character) {
 bool TextView::FilterCommit(QInputMethodEvent* event) {
   const bool wasComposing = isComposing_;
   isComposing_ = !event->preeditString().isEmpty();
+  if (!event->commitString().isEmpty() && PassOn(event)) return true;
   if (wasComposing || isComposing_ || event->commitString().isEmpty()) return false;
   QString text;
   for (const QChar character : event->commitString()) {
@@ -52,7 +81,7 @@ bool TextView::FilterCommit(QInputMethodEvent* event) {
 }
 
 // A box with the property "typeInto" only holds the focus while another one must not have it: what is typed
-// goes there.
+// goes there, and the keys that edit act there.
 bool TextView::PassOn(QEvent* event) {
   const QByteArray name = Widget().property("typeInto").toByteArray();
   if (name.isEmpty()) return false;
@@ -79,8 +108,9 @@ int TextView::ToModel(int position) const {
   return model;
 }
 
-void TextView::Edited(const QString& text) {
+void TextView::Edited(const QString& text, int caret) {
   FromWidget([&] { box_.Text = Utf8(QString(text).replace("\n", "\r\n")); });
+  SelectionMoved(caret, 0);
   Raise([this] { box_.Change.Raise(); });
 }
 
@@ -106,8 +136,7 @@ LineView::LineView(FormView& form, TextBox& box, QLineEdit& widget)
   });
   Follow(box.SelLength, select);
   connect(&widget, &QLineEdit::textEdited, this, [this](const QString& text) {
-    SelectionMoved(line_.cursorPosition(), 0);
-    Edited(text);
+    Edited(text, line_.cursorPosition());
   });
   const auto moved = [this] {
     if (line_.hasSelectedText()) return SelectionMoved(line_.selectionStart(), line_.selectionLength());

@@ -27,7 +27,8 @@ class TextView : public ControlView {
   int ToWidget(int position) const;
   int ToModel(int position) const;
   /// The user has edited: the text and the selection are copied, and Change is raised.
-  void Edited(const QString& text);
+  /// The user has changed the text. The caret is known before anybody is told.
+  void Edited(const QString& text, int caret);
   void SelectionMoved(int start, int length);
 
   TextBox& box_;

@@ -33,8 +33,11 @@ class EssayRecords {
   std::optional<EssayRow> FindEssay(const std::string& essayId);
   /// Stores the corrected text of an essay whose last sentence has passed.
   void FinishEssay(const std::string& essayId, const std::string& newEssay);
+  /// Marks an essay as the answer to an assignment.
   void HandInEssay(const std::string& essayId, const std::string& workId);
+  /// Number of essays of a topic that were handed in.
   int CountHandedIn(const std::string& workId);
+  /// True also for an unknown id.
   bool IsHandedIn(const std::string& essayId);
   /// Marks an essay and its sentences as deleted. The next upload removes them.
   void Delete(const std::string& essayId);
@@ -55,10 +58,10 @@ class EssayRecords {
 
   /// Sentences of an essay in their order within it; attempts at one sentence in the order of time.
   std::vector<OkSentence> OkSentencesOf(const std::string& essayId);
-  /// Refused sentences of an essay.
-  int CountMistakes(const std::string& essayId);
-  /// The same in the order of time.
+  /// Refused sentences of an essay in the order of time.
   std::vector<ErrSentence> ErrSentencesOf(const std::string& essayId);
+  /// The number of refused sentences of an essay.
+  int CountMistakes(const std::string& essayId);
 
  private:
   base::Database& Db() { return records_.Db(); }

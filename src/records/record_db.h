@@ -58,9 +58,9 @@ class RecordDb {
   std::vector<ErrSentence> ErrSentencesOf(base::Day day);
   /// Stored texts of the sentences with an error code that are not deleted.
   std::vector<std::string> SentencesWithCode(const std::string& errcode);
-  /// Faulty sentences whose code begins with the prefix, those of essays and deleted ones included.
+  /// Number of faulty sentences whose code begins with the prefix, those of essays and deleted ones included.
   int CountErrorsLike(const std::string& prefix);
-  /// The same of those with exactly this code.
+  /// Number of those with exactly this code.
   int CountErrorsWith(const std::string& errcode);
 
   /// True when there are more right or more faulty sentences than this, whatever their flags.

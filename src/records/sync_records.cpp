@@ -85,14 +85,14 @@ void SyncRecords::MarkSent(RecordKind kind, const std::vector<std::string>& newI
                            const std::vector<std::string>& deletedIds) {
   const auto& words = WordsOf(kind);
   base::Transaction transaction(Db());
-  // The plus sign keeps the index of the flags out of it: nearly all rows have this flag now. A new row that
-  // was deleted while it was on its way has been sent all the same.
+  // A new row that was deleted while it was on its way has been sent all the same.
   const auto runForEach = [&](const std::vector<std::string>& ids, const std::string& sql) {
     for (const auto& id : ids) {
       Db().Run(sql, {id});
       Db().Run("delete from never_sent where id = ?", {id});
     }
   };
+  // The plus signs keep the index of the flags out of it: nearly all rows have the flag now.
   runForEach(newIds,
              fmt::format("update {} set upload = 'Y' where {} = ? and +upload = 'N'", words.name, words.key));
   runForEach(deletedIds, fmt::format("delete from {} where {} = ? and +upload = 'D'", words.name, words.key));
@@ -111,7 +111,7 @@ std::uint64_t SyncRecords::Digest(base::Day from) {
   for (const RecordKind kind : kAllKinds) {
     const auto& words = WordsOf(kind);
     Db().Run(fmt::format("select {} from {} where sDate >= ?", words.columns, words.name),
-             {base::IsoDay(from)}, [&](const base::DbRow& row) { sum += protocol::HashOf(row, " "); });
+             {base::IsoDay(from)}, [&](const base::DbRow& row) { sum += protocol::HashOf(row); });
   }
   return sum;
 }

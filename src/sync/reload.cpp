@@ -67,19 +67,24 @@ void Reload::Run() {
 }
 
 void Reload::LoadStream(RecordKind kind, const char* title) {
+  EventLoop& loop = program_.machine.loop;
+  constexpr std::chrono::seconds kPatience{60};
+  auto end = loop.Elapsed() + kPatience;
   std::string lastId;
   while (lastId != protocol::kNoMore) {
     const std::string reply = AskPage(kind, lastId);
     Log(title, reply, kind == kStreams[0].kind);
-    program_.machine.loop.DoEvents();
+    loop.DoEvents();
     const auto page = protocol::ParseStreamPage(kind, reply);
     if (!page.nextId) {
+      if (loop.Elapsed() >= end) throw RunTimeError("the server does not send its records");
       // A server that breaks off does not get better by being asked at once.
-      program_.machine.loop.Wait(std::chrono::seconds{1});
+      loop.Wait(std::chrono::seconds{1});
       continue;
     }
+    end = loop.Elapsed() + kPatience;
     records_.AddToReload(kind, IdsFor(page.rows), page.rows);
-    program_.machine.loop.DoEvents();
+    loop.DoEvents();
     if (*page.nextId == lastId) throw RunTimeError("the server tells the same page again and again");
     lastId = *page.nextId;
   }

@@ -8,6 +8,7 @@
 #include "core/error_report.h"
 #include "core/message.h"
 #include "core/server_access.h"
+#include "core/window_shell.h"
 #include "platform/machine.h"
 #include "platform/run_time_error.h"
 #include "protocol/digest.h"
@@ -23,8 +24,6 @@
 namespace marovane {
 
 namespace {
-
-constexpr int kOffScreen = -20000;
 
 // What has to be the same on this computer and on the server: all records since the day of the age cleaning,
 // which removes older ones from this computer alone.
@@ -55,15 +54,15 @@ FrmUpload::FrmUpload(Program& program, RecordDb& records)
   tmrSyncMessageWait.onTick = [this] { tmrSyncMessageWait_Timer(); };
 }
 
-void FrmUpload::Form_Load() { Left = kOffScreen; }
+void FrmUpload::Form_Load() { Left = kAway; }
 
 // A failure of records or server ends the work but not its caller: a program must start without either.
 void FrmUpload::SyncProgress(const std::string& mode) {
   const EventLoop::HandlerScope scope(machine.loop);
   Form& frmMain = program_.hall.frmMain->AsForm();
   const int left = frmMain.Left;
-  frmMain.Left = kOffScreen;
-  Left = kOffScreen;
+  frmMain.Left = kAway;
+  Left = kAway;
   frmMain.Enabled = false;
   std::optional<RunTimeError> failure;
   try {

@@ -45,6 +45,7 @@ std::string CheckBoxId(int row);
 template <int N>
 class ListWindow : public ButtonWindow<N> {
  public:
+  /// Number of marked rows.
   int GetCheckCounts() const { return list_.CheckedCount(); }
 
   WebBrowser webHtml{*this, "webHtml"};

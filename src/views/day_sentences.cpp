@@ -72,6 +72,8 @@ void FrmSentences::picButtons_Click(int index) {
 }
 
 void FrmSentences::GetRecAndPassEngine() {
+  // The box holds a sentence of the essay then, and the verdict belongs to the walk.
+  if (program_.app.gEssayMode) return ShowMessage(program_, Message::kEssayWaits);
   std::string sentence;
   const auto rows = list_.CheckedRows();
   if (!rows.empty()) {

@@ -23,6 +23,7 @@ class FrmSentences : public ListWindow<3>, public DaySentences {
   void GetRecAndPassEngine();
   /// Writes the chosen sentences into a text file.
   void GetRecAndOutput();
+  /// Flags the chosen sentences as deleted; the message about it follows a second later.
   void CleanupSelectedRecord();
 
  private:

@@ -8,10 +8,13 @@
 #include "core/shell_window.h"
 #include "platform/timer.h"
 
+namespace protocol {
+struct OutsideSite;
+}
+
 namespace marovane {
 
 struct Progress;
-struct WebSource;
 
 class FrmCollocation : public ButtonWindow<3>, public WordHelper {
  public:
@@ -35,7 +38,8 @@ class FrmCollocation : public ButtonWindow<3>, public WordHelper {
   /// gSuggestMode says.
   /// @param para the word, a comma and a code: CNV, CNJ, CNP, CVM, CJM, SN, SV or SJ
   void PassEngineCheckWBank(const std::string& para);
-  /// Fills the lists of outside sources. Gives the server's reply, or `refusal::kConnectFailed`.
+  /// Fills the lists of outside sources. Gives the server's reply, with kSearchedText (web_sources.h) as the
+  /// placeholder, or `refusal::kConnectFailed`.
   void GetCollectUrlSet(std::string& result);
 
   ControlArray<PictureBox, 4> picTabs{*this, "picTabs"}, imgTabOn{*this, "imgTabOn"},
@@ -69,7 +73,7 @@ class FrmCollocation : public ButtonWindow<3>, public WordHelper {
   void AskPartners(const std::string& word);
   void AskSynonyms(const std::string& word);
   std::string TextToSearch(int index);
-  void AddSource(const WebSource& source);
+  void AddSource(const protocol::OutsideSite& source);
   void ChooseSources();
   void SaveSources();
 

@@ -4,8 +4,10 @@
 #include "base/percent.h"
 #include "base/text.h"
 #include "core/message.h"
+#include "core/server_access.h"
 #include "platform/chinese.h"
 #include "platform/desktop.h"
+#include "protocol/pages.h"
 #include "protocol/refusal.h"
 #include "wordhelper/collocation.h"
 #include "wordhelper/pair_code.h"
@@ -78,30 +80,32 @@ void FrmCollocation::picSearchs_Click(int index) {
   auto& app = program_.app;
   if (cboWebSource(index).ListIndex < 0) return ShowMessage(program_, Message::kNoSource);
   app.gSuggestMode = kSearchModes.at(static_cast<std::size_t>(index));
-  const WebSource source{.name = cboWebSource(index).Text(),
-                         .kind = "",
-                         .lang = Beside(cboWebSource(index), cboWebSourceLang(index)),
-                         .url = Beside(cboWebSource(index), cboWebSourceUrl(index))};
-  machine.desktop.OpenOutside(source.AddressOf(TextToSearch(index)));
+  const protocol::OutsideSite site{.name = cboWebSource(index).Text(),
+                                   .kind = "",
+                                   .lang = Beside(cboWebSource(index), cboWebSourceLang(index)),
+                                   .url = Beside(cboWebSource(index), cboWebSourceUrl(index))};
+  machine.desktop.OpenOutside(AddressOf(site, TextToSearch(index)));
   UpdateUserAct();
 }
 
 void FrmCollocation::GetCollectUrlSet(std::string& result) {
-  result = FetchWebSources(program_);
+  // Before anything is split: "#" may part the fields.
+  result = base::Replace(AskServer(program_, protocol::page::kWebHelperSites), protocol::kTextPlaceholder,
+                         kSearchedText);
   if (result == protocol::refusal::kConnectFailed) return;
   for (int i = 0; i < cboWebSource.Count(); ++i) {
     for (ComboBox* list : {&cboWebSource(i), &cboWebSourceLang(i), &cboWebSourceUrl(i)}) Clear(*list);
   }
-  const WebSourceList list = ParseWebSources(result);
-  for (const auto& source : list.sources) {
-    AddSource(source);
+  const protocol::OutsideSites list = protocol::ParseOutsideSites(result);
+  for (const auto& site : list.sites) {
+    AddSource(site);
     machine.loop.DoEvents();
   }
   ChooseSources();
   if (list.isFaulty) ShowMessage(program_, Message::kBadSourceList);
 }
 
-void FrmCollocation::AddSource(const WebSource& source) {
+void FrmCollocation::AddSource(const protocol::OutsideSite& source) {
   const auto addTo = [&](int index) {
     AddItem(cboWebSource(index), source.name);
     AddItem(cboWebSourceLang(index), source.lang);

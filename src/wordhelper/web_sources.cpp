@@ -7,17 +7,12 @@
 #include "base/percent.h"
 #include "base/text.h"
 #include "core/program.h"
-#include "core/server_access.h"
 #include "platform/machine.h"
 #include "platform/run_time_error.h"
-#include "protocol/pages.h"
 
 namespace marovane {
 
 namespace {
-
-constexpr std::string_view kRecordEnd = "<@>";
-constexpr std::size_t kFields = 4;
 
 std::string ChoiceFile(const Program& program) { return program.app.gTempDir + "/marovane/websource.set"; }
 
@@ -34,29 +29,9 @@ std::string LineOf(std::string_view bytes) {
 
 }  // namespace
 
-std::string WebSource::AddressOf(const std::string& text) const {
-  const std::string address = base::Replace(url, kSearchedText, text);
-  return lang == "cn" ? base::UrlEncodeUtf8(address) : address;
-}
-
-std::string FetchWebSources(Program& program) {
-  // Before anything is split: "#" may part the fields.
-  return base::Replace(AskServer(program, protocol::page::kWebHelperSites), "##String2chk##", kSearchedText);
-}
-
-WebSourceList ParseWebSources(const std::string& reply) {
-  const std::string_view separator = reply.find("||") == std::string::npos ? "#" : "||";
-  WebSourceList list;
-  for (const auto& record : base::Split(reply, kRecordEnd)) {
-    if (record.empty()) break;
-    const auto fields = base::Split(record, separator);
-    if (fields.size() < kFields) {
-      list.isFaulty = true;
-    } else {
-      list.sources.push_back({fields[0], base::Lower(fields[1]), base::Lower(fields[2]), fields[3]});
-    }
-  }
-  return list;
+std::string AddressOf(const protocol::OutsideSite& site, const std::string& text) {
+  const std::string address = base::Replace(site.url, kSearchedText, text);
+  return site.lang == "cn" ? base::UrlEncodeUtf8(address) : address;
 }
 
 ChosenSources ReadChosenSources(Program& program) {

@@ -1,8 +1,9 @@
-// One essay through both editions: the terminal program, and the windows that the desktop shows. Real server,
-// real engine, equal rows.
+// The rooms together, on the real server and the real engine.
+#include "checking/suggestions.h"
 #include "core/key_value_file.h"
 #include "platform/host/curl_http.h"
 #include "tests/app/terminal_run.h"
+#include "tests/checking/checking_fixture.h"
 #include "tests/essay/essay_fixture.h"
 #include "tests/records/record_store.h"
 #include "tests/support/real_server.h"
@@ -11,7 +12,47 @@ namespace marovane {
 
 namespace {
 
-using ::testing::SizeIs;
+using namespace ::testing;
+
+using CompositionTest = EssayTest;
+
+TEST_F(CompositionTest, PutsTheRightWindowBehindEachDoor) {
+  machine.http.Route("p_getwebhelper.asp", "");
+  Composition whole(machine.machine, InstallationValues{});
+  whole.program.app = app;
+  whole.program.app.gAccountNo.clear();  // so that the splash uploads nothing
+  std::vector<std::string> names;
+  const auto note = [&](const auto&... doors) { (names.push_back(doors->AsForm().Name()), ...); };
+  const Hall& hall = whole.program.hall;
+  note(hall.frmMain, hall.frmSplash, hall.frmMenu, hall.frmBrowser, hall.frmSuggest, hall.frmCollocation,
+       hall.frmSentences, hall.frmErrList, hall.frmErrSentence, hall.frmEssay, hall.frmDiary,
+       hall.frmEssayInputEdu, hall.frmEssayInputForm, hall.frmEssayCollect, hall.frmFeedback, hall.frmSetup,
+       hall.frmPassword, hall.frmBindSelect, hall.frmXQDLogin, hall.frmSyncLogin, hall.frmDebug);
+  EXPECT_THAT(names, ElementsAre("frmMain", "frmSplash", "frmMenu", "frmBrowser", "frmSuggest",
+                                 "frmCollocation", "frmSentences", "frmErrList", "frmErrSentence", "frmEssay",
+                                 "frmDiary", "frmEssayInputEdu", "frmEssayInputForm", "frmEssayCollect",
+                                 "frmFeedback", "frmSetup", "frmPassword", "frmBindSelect", "frmXQDLogin",
+                                 "frmSyncLogin", "frmDebug"));
+  EXPECT_EQ(&*hall.frmUpload, &*whole.frmUpload);
+}
+
+/// The program's own server, which the requests of a program to these pages reach.
+class OwnServer {
+ public:
+  OwnServer(TestMachine& machine, AppState& app, std::initializer_list<const char*> pages)
+      : account_((machine.home / "account.set").string()),
+        server_(machine.loop, {"--data", machine.home / "server", "--account", account_}),
+        curl_(machine.loop) {
+    machine.http.RouteThrough(curl_, pages);
+    app.gPublisherRoot = app.gServerUrlRoot = server_.Root();
+    app.gAccountNo = ReadWriteSetFile(machine.realFiles, account_, "R", "Pno", "");
+  }
+
+ private:
+  std::string account_;
+  RealServer server_;
+  CurlHttp curl_;
+};
 
 struct Line {
   const char* sentence;
@@ -75,17 +116,10 @@ std::vector<std::string> RowsOfTerminal() {
   return RowsOf(home / ".local/share/marovane/marovane/Marovane.mdb");
 }
 
+/// One essay through both editions: the terminal program, and the windows that the desktop shows.
 class Editions : public EssayTest {
  protected:
-  Editions() {
-    for (const char* const page : {"", "p_all_webengine_get.asp", "p_passWebEngine_conn.asp", "p_getconn.asp",
-                                   "p_all_engine_htm_rec.asp", "p_passWebEngine.asp"}) {
-      machine.http.Route(page, [this](const base::HttpRequest& request) { return curl_.Send(request); });
-    }
-    app.gPublisherRoot = app.gServerUrlRoot = app.gFileServerRoot = server_.Root();
-    app.gAccountNo = ReadWriteSetFile(machine.realFiles, account_, "R", "Pno", "");
-  }
-
+  Editions() { app.gFileServerRoot = app.gServerUrlRoot; }
   std::vector<std::string> RowsOfWindows() {
     for (const Line& line : kEssay) {
       if (line.correction != nullptr) {
@@ -101,20 +135,60 @@ class Editions : public EssayTest {
   }
 
  private:
-  std::string account_ = machine.home / "account.set";
-  RealServer server_{machine.loop, {"--data", machine.home / "server", "--account", account_}};
-  CurlHttp curl_{machine.loop};
+  OwnServer server_{machine,
+                    app,
+                    {"", "p_all_webengine_get.asp", "p_passWebEngine_conn.asp", "p_getconn.asp",
+                     "p_all_engine_htm_rec.asp", "p_passWebEngine.asp"}};
 };
 
 TEST_F(Editions, WriteTheSameRowsOfALongEssay) {
   const auto rows = RowsOfWindows();
-  EXPECT_THAT(rows, SizeIs(::testing::Ge(25 + 6 + 5 + 1U)));
+  EXPECT_THAT(rows, SizeIs(Ge(25 + 6 + 5 + 1U)));
   const auto count = [&](const std::string& kind) {
     return std::ranges::count_if(rows, [&](const auto& row) { return row.starts_with(kind + "|"); });
   };
   EXPECT_EQ(count("ok"), 25);
   EXPECT_EQ(count("err"), 6);
   EXPECT_EQ(RowsOfTerminal(), rows);
+}
+
+/// Suggestions on their way over the server, and back as queries to the word bank.
+class RealSuggestions : public CheckingTest {
+ protected:
+  RealSuggestions() {
+    app.gUseWebEngineWbank = true;
+    program.hall.frmSuggest.LeadsTo([this]() -> Suggestions& { return *frmSuggest; });
+    program.hall.frmCollocation.LeadsTo([this]() -> WordHelper& { return *frmCollocation; });
+  }
+
+  Window<FrmCollocation> frmCollocation{[this] { return std::make_shared<FrmCollocation>(program); }};
+  Window<FrmSuggest> frmSuggest{[this] { return std::make_shared<FrmSuggest>(program, frmCollocation); }};
+
+ private:
+  OwnServer server_{
+      machine,
+      app,
+      {"p_all_webengine_get.asp", "p_passWebEngine_conn.asp", "p_passWebEngine.asp",
+       "p_passWebEngine_wbank.asp", "p_getconn.asp", "p_update_useract.asp", "p_getwebhelper.asp"}};
+};
+
+TEST_F(RealSuggestions, PickedWordComesBackAsItsNearSynonyms) {
+  Enter("The building is very big.");
+  EXPECT_EQ(app.gVerdict, "PASS");
+  EXPECT_TRUE(frmSuggest->picTab(1).Visible() && !frmSuggest->picTab(0).Visible());
+  EXPECT_THAT(frmSuggest->webMain(1).Page(),
+              AllOf(HasSubstr("value='big%2CSJ'"), HasSubstr("very big → huge、enormous<")));
+  EXPECT_FALSE(frmSuggest->webMain(1).FollowLink("cmd:suggest:big%2CSJ"));
+  ASSERT_THAT(fakes.frmBrowser.written, SizeIs(1));
+  EXPECT_THAT(fakes.frmBrowser.written[0], AllOf(HasSubstr("large"), HasSubstr("\r\n</div>")));
+}
+
+TEST_F(RealSuggestions, PickedPartnerIsInTheListThatItBrings) {
+  Enter("There was a big rain this morning.");
+  EXPECT_EQ(app.gVerdict, "PASS");
+  EXPECT_THAT(frmSuggest->webMain(0).Page(), HasSubstr("value='rain,CNJ'"));
+  EXPECT_FALSE(frmSuggest->webMain(0).FollowLink("cmd:suggest:rain,CNJ"));
+  EXPECT_THAT(frmCollocation->cboCollect.Items(), Contains(StartsWith("heavy rain")));
 }
 
 }  // namespace

@@ -19,15 +19,4 @@ base::RunResult RunTerminalProgram(const TempHome& home, int status, const std::
                                    const std::string& input = "",
                                    const std::vector<std::string>& variables = {});
 
-/// A home of the terminal edition's own.
-class TerminalHome : public ::testing::Test {
- protected:
-  base::RunResult Run(int status, const std::vector<std::string>& words, const std::string& input = "") {
-    return RunTerminalProgram(home_, status, words, input, variables_);
-  }
-
-  TempHome home_;
-  std::vector<std::string> variables_;
-};
-
 }  // namespace marovane

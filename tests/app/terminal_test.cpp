@@ -1,5 +1,6 @@
 // The whole way of a sentence: the terminal edition with its own server and engines, in a home of its own.
 #include <nlohmann/json.hpp>
+#include <regex>
 #include <sstream>
 
 #include "base/posix_files.h"
@@ -21,8 +22,11 @@ constexpr const char* kMarked = "He *go* to school every day.";
 const std::string kRightRow = std::string("ok|") + kRight + "|N|N|0|0|N";
 const std::string kWrongRow = std::string("err|") + kMarked + "|1|N|0|0|N";
 
-class TerminalTest : public TerminalHome {
+class TerminalTest : public ::testing::Test {
  protected:
+  base::RunResult Run(int status, const std::vector<std::string>& words, const std::string& input = "") {
+    return RunTerminalProgram(home_, status, words, input, variables_);
+  }
   fs::path Data(const std::string& name) const { return root_ / "marovane" / name; }
   std::vector<std::string> Select(const std::string& query) {
     return Rows(databases_, Data("Marovane.mdb"), query);
@@ -42,6 +46,8 @@ class TerminalTest : public TerminalHome {
     return static_cast<unsigned>(fs::status(path).permissions()) & 0777U;
   }
 
+  TempHome home_;
+  std::vector<std::string> variables_;
   base::PosixFiles files_;
   base::SqliteDatabases databases_;
   fs::path root_ = home_ / ".local/share/marovane";
@@ -176,6 +182,54 @@ TEST_F(TerminalTest, DamagedRecordsAreSetAsideAndWhatCanBeReadIsCarriedOver) {
   ASSERT_FALSE(aside.empty());
   EXPECT_EQ(ReadFile(Data("set-aside") / aside[0]), damaged);
   EXPECT_EQ(Run(0, {"check", kRight}).errors, "") << "it is reported once";
+}
+
+/// Topics of the learner's own: taken up again, listed, deleted.
+class TerminalTopics : public TerminalTest {
+ protected:
+  TerminalTopics() { WriteFile(file_, "I like dogs. He go home.\n"); }
+  /// The numbers that a list begins its lines with.
+  static std::vector<std::string> Numbers(const std::string& list) {
+    static const std::regex number("(?:^|\n) *([0-9]+)");
+    return {std::sregex_token_iterator(list.begin(), list.end(), number, 1), std::sregex_token_iterator()};
+  }
+  const std::string file_ = home_ / "essay.txt";
+};
+
+TEST_F(TerminalTopics, ATopicIsTakenUpAgainAndItsEssaysAreDeletedOneByOne) {
+  Run(0, {"essay", "--title", "My pets", file_}, "He goes home.\n");
+  const auto first = Numbers(Run(0, {"essay", "--topics"}).output);
+  ASSERT_EQ(first.size(), 2U);
+  Run(1, {"essay", "--topic", first[0], file_});  // nobody corrects it
+  const std::string list = Run(0, {"essay", "--topics"}).output;
+  EXPECT_THAT(list, AllOf(HasSubstr("My pets（練習數 2）"), HasSubstr("犯錯數 1  正常"),
+                          HasSubstr("犯錯數 1  中斷")));
+  const auto numbers = Numbers(list);
+  for (std::size_t i = 1; i < numbers.size(); ++i) {
+    Run(0, {"essay", "--delete", numbers[i]});
+    EXPECT_THAT(Run(3, {"essay", "--delete", numbers[i]}).errors, HasSubstr("沒有這篇短文"));
+  }
+  EXPECT_EQ(Run(0, {"essay", "--topics"}).output, "");
+  EXPECT_THAT(Run(3, {"essay", "--topic", first[0], file_}).errors, HasSubstr("沒有這個題目"));
+}
+
+// The word helper, over its own server and over the word bank's own program.
+using TerminalWords = TerminalTest;
+
+TEST_F(TerminalWords, PartnersAreTheSameFromServerAndProgram) {
+  const base::RunResult web = Run(0, {"words", "rain,CNJ"});
+  EXPECT_THAT(web.output, ContainsRegex("(^|\n)heavy rain( >> |\n)"));
+  EXPECT_EQ(web.errors, "") << "and the list of outside sites is in order";
+  EXPECT_EQ(Run(0, {"words", "--local", "rain,CNJ"}).output, web.output);
+  Run(0, {"words", "run,CVM"});
+}
+
+TEST_F(TerminalWords, SynonymsTranslationAndNothingFound) {
+  EXPECT_THAT(Run(0, {"words", "happy,SJ"}).output, HasSubstr("glad"));
+  EXPECT_THAT(Run(0, {"translate", "我喜歡下雨天"}).output, AllOf(HasSubstr("like"), HasSubstr("rain")));
+  const base::RunResult none = Run(3, {"words", "xqzzv,CNV"});
+  EXPECT_EQ(none.output, "");
+  EXPECT_THAT(none.errors, HasSubstr("抱歉，找不到任何搭配資料"));
 }
 
 }  // namespace

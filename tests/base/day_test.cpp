@@ -5,17 +5,7 @@
 namespace base {
 namespace {
 
-using std::chrono::year;
-
-TEST(Days, AreWrittenWithAndWithoutPadding) {
-  const Day march{year{2014} / 3 / 2};
-  EXPECT_EQ(ShownDay(march), "2014/3/2");
-  EXPECT_EQ(IsoDay(march), "2014-03-02");
-  EXPECT_EQ(FormatDateUnpadded(march, ""), "201432");
-  EXPECT_EQ(FormatDatePadded(march, ""), "20140302");
-}
-
-TEST(Days, AreReadOnlyWhenTheyAreDays) {
+TEST(Days, AreReadOnlyWhenTheyAreDaysAndWrittenWithOrWithoutPadding) {
   const struct {
     const char *text, *iso, *fromShown;
   } cases[] = {{"2014/3/2", "2014-03-02", "2014-03-02"},
@@ -31,6 +21,9 @@ TEST(Days, AreReadOnlyWhenTheyAreDays) {
     EXPECT_EQ(IsoFromShown(text).value_or(""), fromShown) << text;
     EXPECT_EQ(ShownDay(text), ShownDay(*day));
   }
+  const Day march{std::chrono::year{2014} / 3 / 2};
+  EXPECT_EQ(ShownDay(march) + " " + FormatDateUnpadded(march, ""), "2014/3/2 201432");
+  EXPECT_EQ(FormatDatePadded(march, ""), "20140302");
   for (const char* const text :
        {"2023/2/29", "2026/13/1", "2026/257/1", "2026/1/257", "10000/1/1", "67562/1/1", "2026/-1/1",
         "2026/11", "2026/11/", "2026/11/5x", "20261105", "99999999999/1/1", "<html>", ""}) {

@@ -15,10 +15,7 @@ using namespace marovane;
 namespace base {
 namespace {
 
-using ::testing::AllOf;
-using ::testing::HasSubstr;
-using ::testing::Not;
-using ::testing::Optional;
+using namespace ::testing;
 namespace fs = std::filesystem;
 constexpr std::chrono::seconds kPatience{60};
 
@@ -26,10 +23,8 @@ class ProcessTest : public ::testing::Test {
  protected:
   // A shell is only the program that is started here; nothing starts through one.
   ProcessStart Shell(const std::string& script) const { return {"/bin/sh", {"-c", script}, home_.Path()}; }
-  RunResult Run(const ProcessStart& start, int input = -1) const {
-    const auto result = RunToEnd(start, kPatience, input);
-    EXPECT_TRUE(result);
-    return result.value_or(RunResult());
+  static RunResult Run(const ProcessStart& start, int input = -1) {
+    return RunToEnd(start, kPatience, input).value_or(RunResult{-1, "", "it does not end"});
   }
 
   TempHome home_;
@@ -115,15 +110,12 @@ TEST_F(ProcessTest, EndsAWholeSession) {
 
 TEST_F(ProcessTest, ReadsLinesUpToTheLastOne) {
   Pipe pipe;
-  const auto put = [&pipe](std::string_view text) {
-    EXPECT_EQ(write(pipe.writeEnd.Get(), text.data(), text.size()), static_cast<ssize_t>(text.size()));
-  };
   LineReader reader(std::move(pipe.readEnd));
-  put("root=http\r\n\ntw");
+  ASSERT_EQ(write(pipe.writeEnd.Get(), "root=http\r\n\ntw", 14), 14);
   EXPECT_EQ(reader.ReadLine(kPatience), "root=http");
   EXPECT_EQ(reader.ReadLine(kPatience), "");
   EXPECT_EQ(reader.ReadLine(std::chrono::milliseconds{1}), std::nullopt) << "no whole line yet";
-  put("o\nlast");
+  ASSERT_EQ(write(pipe.writeEnd.Get(), "o\nlast", 6), 6);
   pipe.writeEnd.Close();
   EXPECT_EQ(reader.ReadLine(kPatience), "two");
   EXPECT_EQ(reader.ReadLine(kPatience), "last");

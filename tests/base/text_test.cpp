@@ -12,8 +12,7 @@ namespace base {
 namespace {
 
 using namespace std::string_literals;
-using ::testing::ElementsAre;
-using ::testing::IsEmpty;
+using namespace ::testing;
 
 TEST(Text, IsTrimmedReplacedAndSplit) {
   EXPECT_EQ(Trim("  a \t "), "a \t");

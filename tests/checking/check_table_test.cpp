@@ -5,8 +5,7 @@ namespace marovane {
 
 namespace {
 
-using ::testing::ElementsAre;
-using ::testing::ElementsAreArray;
+using namespace ::testing;
 
 // As a row of Recorded() ends.
 const std::string kTail = "|2026-11-05|N|0|0|N";
@@ -17,23 +16,20 @@ struct Check {
   std::vector<std::string> rows;  // none: a sentence of the list is analysed again
 };
 
-const std::vector<Check>& Checks() {
-  static const std::vector<Check> checks{
-      {"0", "0", "", "PASS", {"ok|N|He’s go." + kTail}},
-      {"1", "!A1B2C3D4#x", "He's *go*.", "ERRS", {"err|He’s *go*.|A1B2C3" + kTail, "A1B2C3|1"}},
-      {"2", " W1 ", "*He's* go.", "WARN", {"err|*He’s* go.|W1" + kTail, "W1|1"}},
-      {"1", "   ", "He's *go*.", "ERRS", {"err|He’s *go*.|0" + kTail, "0|1"}},
-      {"0", "0", "", "PASS", {}},
-      {"1", "A1", "He's *go*.", "ERRS", {}},
-  };
-  return checks;
-}
+const Check kChecks[] = {
+    {"0", "0", "", "PASS", {"ok|N|He’s go." + kTail}},
+    {"1", "!A1B2C3D4#x", "He's *go*.", "ERRS", {"err|He’s *go*.|A1B2C3" + kTail, "A1B2C3|1"}},
+    {"2", " W1 ", "*He's* go.", "WARN", {"err|*He’s* go.|W1" + kTail, "W1|1"}},
+    {"1", "   ", "He's *go*.", "ERRS", {"err|He’s *go*.|0" + kTail, "0|1"}},
+    {"0", "0", "", "PASS", {}},
+    {"1", "A1", "He's *go*.", "ERRS", {}},
+};
 
 class CheckTableTest : public CheckingTest {
  protected:
   /// Runs every check, each by a way to have the engine give its answer.
   void TryAll(const std::function<void(const Check&)>& prepare) {
-    for (const Check& check : Checks()) {
+    for (const Check& check : kChecks) {
       SCOPED_TRACE(check.findMistake + check.errcode + (check.rows.empty() ? " again" : ""));
       app.gSentencesBusy = check.rows.empty();
       app.gVerdict = "before";

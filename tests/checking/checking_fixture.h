@@ -38,6 +38,7 @@ class CheckingTest : public CoreTest {
     program.hall.frmMain.LeadsTo([this]() -> MainWindow& { return *frmMain; });
   }
 
+  void TearDown() override { EXPECT_EQ(machine.user.Expected(), 0U) << "all expected messages were shown"; }
   FrmMain& Main() { return *frmMain; }
   /// Puts a sentence into the box, as pasting does, and presses Enter.
   void Enter(const std::string& sentence) {

@@ -7,9 +7,7 @@ namespace marovane {
 
 namespace {
 
-using ::testing::AllOf;
-using ::testing::EndsWith;
-using ::testing::StartsWith;
+using namespace ::testing;
 
 const std::string kMark = "<span style='background-color: #FFFFFF'>";
 

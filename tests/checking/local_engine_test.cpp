@@ -7,14 +7,7 @@ namespace marovane {
 namespace {
 
 using namespace std::chrono_literals;
-using ::testing::AllOf;
-using ::testing::ElementsAre;
-using ::testing::Ge;
-using ::testing::HasSubstr;
-using ::testing::IsEmpty;
-using ::testing::Le;
-using ::testing::SizeIs;
-using ::testing::StartsWith;
+using namespace ::testing;
 
 class LocalEngineTest : public CheckingTest {
  protected:

@@ -1,5 +1,6 @@
 #include "core/engine_client.h"
 
+#include "core/process_control.h"
 #include "platform/run_time_error.h"
 #include "platform/timer.h"
 #include "tests/core/core_fixture.h"
@@ -39,49 +40,52 @@ class EngineClientTest : public CoreTest {
   std::chrono::milliseconds start{0};
 };
 
-TEST_F(EngineClientTest, AsksAgainUntilItIsAnswered) {
-  const struct {
-    EngineTerms terms;
-    std::chrono::milliseconds least, most;
-  } cases[] = {{{}, 0s, 1s}, {{.pausesAfterReplies = true}, 3s, 4s}};
-  for (const auto& [terms, least, most] : cases) {
-    for (const char* other : {"", "ERR_BUSY", "ok_1"}) http.Queue(kPage, other);
-    http.Route(kPage, "OK_1#OK_ #2");
-    EXPECT_EQ(Ask(terms), "1#OK_ #2");
-    EXPECT_THAT(http.Bodies(kPage), SizeIs(4));
-    EXPECT_THAT(http.Bodies(kPage), Each(std::string("a question")));
-    EXPECT_GE(Spent(), least);
-    EXPECT_LE(Spent(), most);
+TEST_F(EngineClientTest, AsksAgainUntilItIsAnsweredEachTimeAfterALongerPause) {
+  for (const char* other : {"", "ERR_BUSY", "ok_1"}) http.Queue(kPage, other);
+  http.Queue(kPage, [](const base::HttpRequest&) -> base::HttpResponse { throw RunTimeError("broken"); });
+  http.Route(kPage, "OK_1#OK_ #2");
+  EXPECT_EQ(Ask(), "1#OK_ #2");
+  EXPECT_THAT(http.Bodies(kPage), SizeIs(5));
+  EXPECT_THAT(http.Bodies(kPage), Each(std::string("a question")));
+  // 0.5 + 1 + 2 + 2 seconds, a fifth more or less
+  EXPECT_GE(Spent(), 4400ms);
+  EXPECT_LE(Spent(), 6700ms);
+}
+
+TEST_F(EngineClientTest, RefusalThatWillNotChangeEndsTheAsking) {
+  const std::pair<const char*, std::size_t> cases[] = {
+      {"ERR_WRONG_KEY", 1}, {"ERR_INVAILD_ACCOUNT", 1}, {"ERR_TRY_LATER", 10}, {"ERR_ENGINE", 10}};
+  for (const auto& [word, least] : cases) {
+    http.Route(kPage, word);
+    EngineClient client(program);
+    http.requests.clear();
+    EXPECT_EQ(client.AskWeb(kPage, "a question"), std::nullopt);
+    EXPECT_EQ(client.Refusal(), least == 1 ? word : "");
+    EXPECT_GE(http.Bodies(kPage).size(), least) << word;
+    EXPECT_LE(http.Bodies(kPage).size(), least == 1 ? 1U : 25U)
+        << word << ": nobody is asked without a pause";
   }
 }
 
-TEST_F(EngineClientTest, BrokenTransferIsAnErrorIfTheTermsSaySo) {
-  http.RouteToNowhere(kPage);
-  EXPECT_THROW(Ask({.reportsBrokenTransfer = true}), RunTimeError);
-  EXPECT_EQ(Ask(), std::nullopt);
-  http.RouteToNowhere(kProbe);
-  EXPECT_EQ(Ask({.reportsBrokenTransfer = true}), std::nullopt) << "an engine that is not there is none";
-}
-
-// Also when transfers are so slow that a timer, which is stopped meanwhile, would tick but once in each.
+// Whatever happens within: a silent server, a slow one, and one whose probe alone is slow.
 TEST_F(EngineClientTest, LimitIsTimeOfTheSteadyClock) {
-  const struct {
-    const char* name;
-    const char* probe;
-    std::chrono::milliseconds cost, spent;
-    std::size_t probes;
-  } cases[] = {{"slow", "ONLINE", 12s, 48s, 2},
-               {"offline", "ERR", 10ms, 30'010ms, 31},
-               {"slow and offline", "ERR", 20s, 41s, 2}};
+  const std::pair<const char*, std::chrono::milliseconds> cases[] = {
+      {"ONLINE", 2s}, {"ONLINE", 12s}, {"ERR", 10ms}, {"ERR", 20s}, {"ERR", 100s}};
   http.Route(kPage, "ERR");
-  for (const auto& [name, probe, cost, spent, probes] : cases) {
-    SCOPED_TRACE(name);
+  for (const auto& [probe, cost] : cases) {
+    SCOPED_TRACE(probe + std::to_string(cost.count()));
     http.Route(kProbe, probe);
+    http.Route(kAllot, "OK_http://given/");
     http.cost = cost;
     EXPECT_EQ(Ask(), std::nullopt);
-    EXPECT_EQ(Spent(), spent);
-    EXPECT_THAT(http.Bodies(kProbe), SizeIs(probes));
+    EXPECT_GE(Spent(), 30s);
+    EXPECT_LE(Spent(), 30s + 100ms);
   }
+  http.Route(kProbe, "ERR");
+  http.cost = 2500ms;
+  start = machine.loop.Elapsed();
+  EXPECT_THROW(Ask({.wantsMoreAttempts = [] { return false; }}), ProgramEnd);
+  EXPECT_LE(Spent(), 33s) << "attempts at an allotment too";
 }
 
 TEST_F(EngineClientTest, LearnerBreaksOffAtOnce) {
@@ -161,6 +165,38 @@ TEST_F(EngineClientTest, RunsUntilTheProgramHasEndedAndAnswered) {
   EXPECT_EQ(Spent(), 30s);
   std::filesystem::remove(app.gEngineDir + kName);
   EXPECT_THROW(Run({}, [] { return true; }), RunTimeError);
+}
+
+using ProcessControlTest = CoreTest;
+
+TEST_F(ProcessControlTest, MatchesTheEndOfTheNameWhateverItsCase) {
+  const int exact = machine.processes.Add("tolvex2.exe");
+  const int longer = machine.processes.Add("MyTolvex2.EXE");
+  machine.processes.Add("tolvex2.exe.old");
+  machine.processes.Add("wexbin.exe");
+  EXPECT_TRUE(IsProcessRunning(machine.processes, "TOLVEX2.EXE"));
+  EXPECT_FALSE(IsProcessRunning(machine.processes, "olvex3.exe"));
+  EXPECT_FALSE(KillProcessByName(machine.processes, "updater.exe"));
+  EXPECT_THAT(machine.processes.terminated, IsEmpty());
+  EXPECT_TRUE(KillProcessByName(machine.processes, "Tolvex2.exe"));
+  EXPECT_THAT(machine.processes.terminated, ElementsAre(exact, longer));
+  EXPECT_FALSE(IsProcessRunning(machine.processes, "tolvex2.exe"));
+}
+
+TEST_F(ProcessControlTest, HelperIsLookedForInItsFolderAndThenBesideTheProgram) {
+  machine.processes.Install("tolvex2.exe", std::chrono::milliseconds{1});
+  EXPECT_THROW(StartHelper(program, app.gEngineDir, "tolvex2.exe", {"beta,010203"}), RunTimeError);
+  Put(machine.home / "helpers" / "tolvex2.exe", "");
+  StartHelper(program, app.gEngineDir, "tolvex2.exe", {"beta,010203"});
+  Put(app.gEngineDir + "tolvex2.exe", "");
+  StartHelper(program, app.gEngineDir, "tolvex2.exe", {"beta,010203"});
+  ASSERT_EQ(machine.processes.started.size(), 2U);
+  EXPECT_EQ(machine.processes.started[0].program, machine.home / "helpers" / "tolvex2.exe");
+  EXPECT_EQ(machine.processes.started[1].program, app.gEngineDir + "tolvex2.exe");
+  for (const auto& start : machine.processes.started) {
+    EXPECT_THAT(start.arguments, ElementsAre("beta,010203"));
+    EXPECT_EQ(start.workingFolder, app.gEngineDir);
+  }
 }
 
 }  // namespace

@@ -77,6 +77,10 @@ TEST(MessageCatalogue, HasTheNumberIconButtonsAndKindOfEachMessage) {
       {Message::kTooManySentences, "14024", 1, "OK", 0},
       {Message::kUploadFailed, "15001", 2, "YES_NO", 3},
       {Message::kNoEngineAddress, "16001", 2, "OK_CANCEL", 2},
+      {Message::kSentenceTooLong, "13002", 1, "OK", 0},
+      {Message::kSeveralSentences, "13003", 2, "YES_NO", 2},
+      {Message::kRefusedByEngine, "13004", 1, "OK", 1},
+      {Message::kEssayWaits, "14025", 1, "OK", 0},
       {Message::kUnknownAccount, "29851", 1, "OK", 0},
       {Message::kNewAccount, "", 0, "OK", 0},
   };
@@ -87,15 +91,6 @@ TEST(MessageCatalogue, HasTheNumberIconButtonsAndKindOfEachMessage) {
     EXPECT_STREQ(kButtons[static_cast<int>(message.buttons)], buttons) << number;
     EXPECT_EQ(static_cast<int>(message.kind), kind) << number;
   }
-}
-
-TEST(MessageCatalogue, HoldsTheTexts) {
-  const std::pair<std::string_view, const char*> kTexts[] = {
-      {Message::kNetworkDown.text, "目前網路中斷或傳輸品質不佳，請檢查網路連線"},
-      {Message::kDoubtfulSentence.text,
-       "本句子有要您注意的地方 (橘色部份)\r\n請檢查是否要修正……\r\n\r\n您要修正此句子嗎？"},
-      {Progress::kUploadingAtEnd.text, "正在上傳造句的分析資料中....\r\n\r\n結束後會自動關閉程式"}};
-  for (const auto& [text, expected] : kTexts) EXPECT_EQ(text, expected);
 }
 
 }  // namespace

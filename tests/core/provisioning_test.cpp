@@ -178,8 +178,7 @@ TEST_F(ProvisioningTest, FailedOrKilledAtAnyStepTheRecordsAndSettingsRemainAndTh
       SCOPED_TRACE(std::to_string(step) + (kills ? " killed" : " failed"));
       MakeOlderData();
       machine.files.fault.Reset();
-      if (kills) machine.files.fault.KillAt(step);
-      if (!kills) machine.files.fault.FailAt(step);
+      kills ? machine.files.fault.KillAt(step) : machine.files.fault.FailAt(step);
       try {
         Start();
       } catch (const Killed&) {

@@ -79,7 +79,7 @@ TEST_F(ServerAccessTest, AllotsAnEngineThatAnswers) {
   http_.Queue(kAllot, "OK_http://engine/");
   http_.RouteToNowhere("dead/p_passWebEngine_conn.asp");
   http_.Route("engine/p_passWebEngine_conn.asp", "ONLINE");
-  EXPECT_TRUE(AllocateWebEngine(program));
+  EXPECT_TRUE(EngineClient(program, {.wantsMoreAttempts = [] { return false; }}).IsOnline());
   EXPECT_EQ(app.gWebEngineRoot, "http://engine/");
   EXPECT_THAT(http_.Bodies(kAllot), SizeIs(3));
   EXPECT_TRUE(IsWebEngineOnline(program));

@@ -144,10 +144,9 @@ TEST_F(SettingsTest, RefusalsAndNonsenseChangeNothing) {
   std::string longList = "OK_";
   for (int i = 0; i < 120; ++i) longList += "name" + std::to_string(i) + ":v$";
   const std::string before = "Pno=7\r\nFontSize=SMALL\r\n";
-  for (const std::string& reply :
-       {std::string("ERR_FontSize:BIG"), std::string(""), std::string("OK"), std::string("OK_"),
-        std::string("<html>$FontSize:BIG$</html>"), std::string("OK_FontSize:BIG\xA4"), longList,
-        std::string("OK_$$:$alone$"), std::string("OK_\r\nFontSize:BIG")}) {
+  for (const std::string& reply : std::initializer_list<std::string>{
+           "ERR_FontSize:BIG", "", "OK", "OK_", "<html>$FontSize:BIG$</html>", "OK_FontSize:BIG\xA4",
+           longList, "OK_$$:$alone$", "OK_\r\nFontSize:BIG"}) {
     machine.http.Route(kSettingsPage, reply);
     Put(app.gSetupFile, before);
     std::string pno = "7";

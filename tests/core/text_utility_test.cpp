@@ -44,12 +44,6 @@ TEST(DefaultEssayTitle, IsTheDay) {
   EXPECT_EQ(DefaultEssayTitle("My dog", day), "My dog");
 }
 
-TEST(WithPlainSigns, ReplacesWhatAnInputMethodTypes) {
-  const std::pair<const char*, const char*> cases[] = {
-      {"It’s  a，b．", "It's a,b."}, {"a    b", "a  b"}, {"", ""}, {"。、", "。、"}};
-  for (const auto& [typed, plain] : cases) EXPECT_EQ(WithPlainSigns(typed), plain);
-}
-
 TEST(IsPlainAscii, AcceptsCodes32To122) {
   for (int code = 0; code < 128; ++code) {
     EXPECT_EQ(IsPlainAscii("a" + std::string(1, static_cast<char>(code))), code >= 32 && code <= 122) << code;

@@ -63,21 +63,15 @@ TEST(LearnerPairFiles, NameTheLineThatIsNotAPair) {
               testing::ThrowsMessage<std::runtime_error>(testing::HasSubstr("pairs.tsv:2:")));
 }
 
-constexpr int kMostErrors = 4;
-constexpr int kMostWatch = 59;
-
 // Correct, varied English written for this test: every alarm on it is a false one.
-std::vector<std::string> GoldenSentences() {
+TEST(Golden, CorrectEnglishRaisesNoAlarm) {
+  constexpr int kMostErrors = 4;
+  constexpr int kMostWatch = 59;
   const std::filesystem::path folder = ENGINE_TEST_DATA;
-  std::vector<std::string> sentences = ReadLines(folder / "golden.txt");
+  auto sentences = ReadLines(folder / "golden.txt");
   for (const auto& entry : std::filesystem::directory_iterator(folder / "golden")) {
     for (std::string& line : ReadLines(entry.path())) sentences.push_back(std::move(line));
   }
-  return sentences;
-}
-
-TEST(Golden, CorrectEnglishRaisesNoAlarm) {
-  const auto sentences = GoldenSentences();
   ASSERT_GE(sentences.size(), 2000U);
   int errors = 0;
   int watch = 0;

@@ -8,6 +8,7 @@
 #include <set>
 
 #include "engine/ranker/gain.h"
+#include "tests/engine/learner_pairs.h"
 #include "tests/engine/shared_engine.h"
 
 namespace tolvex::test {
@@ -116,37 +117,17 @@ std::vector<std::string> EditedTexts(const std::string& text) {
   return texts;
 }
 
-using Changes = std::vector<std::pair<const char*, const char*>>;
+/// The mistakes of this group in edits.tsv.
+std::vector<LearnerPair> Mistakes(const std::string& group) {
+  auto pairs = ReadPairs(std::filesystem::path(ENGINE_TEST_DATA) / "edits.tsv");
+  std::erase_if(pairs, [&](const LearnerPair& pair) { return pair.group != group; });
+  EXPECT_GE(pairs.size(), 10U);
+  return pairs;
+}
 
 TEST(Edits, ReachTheCorrectionOfEveryKindOfMistake) {
-  const Changes changes = {
-      {"He go home.", "He goes home."},
-      {"Yesterday he goes home.", "Yesterday he went home."},
-      {"He is go home.", "He is going home."},
-      {"The develop of the city is fast.", "The development of the city is fast."},
-      {"They was late.", "They were late."},
-      {"She very tall.", "She is very tall."},
-      {"He is agrees.", "He agrees."},
-      {"I want go home.", "I want to go home."},
-      {"You must to go.", "You must go."},
-      {"She enjoys to read.", "She enjoys reading."},
-      {"He decided going home.", "He decided to go home."},
-      {"I read two book.", "I read two books."},
-      {"This books is good.", "This book is good."},
-      {"He is student.", "He is a student."},
-      {"I ate a egg.", "I ate an egg."},
-      {"The life is hard.", "Life is hard."},
-      {"He is good in tennis.", "He is good at tennis."},
-      {"We discussed about the plan.", "We discussed the plan."},
-      {"I listen music.", "I listen to music."},
-      {"I stayed because was late.", "I stayed because it was late."},
-      {"The book it is good.", "The book is good."},
-      {"The man came first is old.", "The man who came first is old."},
-      {"He is older then me.", "He is older than me."},
-      {"She sings good.", "She sings well."},
-      {"He is the tall of the three.", "He is the tallest of the three."},
-  };
-  for (const auto& [from, to] : changes) EXPECT_THAT(EditedTexts(from), ::testing::Contains(to)) << from;
+  for (const LearnerPair& pair : Mistakes("edit"))
+    EXPECT_THAT(EditedTexts(pair.wrong), ::testing::Contains(pair.right)) << pair.wrong;
 }
 
 TEST(Edits, LeaveNamesAloneAndStayFew) {
@@ -172,27 +153,14 @@ TEST(Edits, ChangeNothingOutsideTheirPlace) {
 }
 
 TEST(Ranker, PutsTheCorrectionOfAPlainMistakeFirst) {
-  const Changes changes = {
-      {"My brother and my sister likes to play in the garden.",
-       "My brother and my sister like to play in the garden."},
-      {"He wants to buys a new house.", "He wants to buy a new house."},
-      {"There are many book on the table.", "There are many books on the table."},
-      {"I will goes to the station with you.", "I will go to the station with you."},
-      {"She gave me a apple and some milk.", "She gave me an apple and some milk."},
-      {"They have live in this town for years.", "They have lived in this town for years."},
-      {"I am interested on the history of the town.", "I am interested in the history of the town."},
-      {"He is much older then his wife.", "He is much older than his wife."},
-      {"We are look for a place to sleep.", "We are looking for a place to sleep."},
-      {"It is one of the best book that I know.", "It is one of the best books that I know."},
-  };
   int first = 0;
-  for (const auto& [from, to] : changes) {
-    const Sentence sentence = SharedModels().Read(from);
+  for (const LearnerPair& pair : Mistakes("rank")) {
+    const Sentence sentence = SharedModels().Read(pair.wrong);
     const auto ranked = SharedModels().ranker.Rank(sentence);
     ASSERT_FALSE(ranked.empty());
     const std::string best = TextOf(Apply(sentence.Tokens(), ranked[0].edit));
-    first += best == to ? 1 : 0;
-    if (best != to) RecordProperty(from, best);
+    first += best == pair.right ? 1 : 0;
+    if (best != pair.right) RecordProperty(pair.wrong, best);
     EXPECT_TRUE(std::is_sorted(ranked.begin(), ranked.end(),
                                [](const auto& a, const auto& b) { return a.score > b.score; }));
   }

@@ -54,32 +54,30 @@ std::string Match(const std::string& body, const std::string& text) {
 TEST(Patterns, MatchAsTheyAreWritten) {
   const std::string eats = "He eats two apple now.";
   const std::string two = "pattern (tea) now\nfix coffee\npattern drink (tea)\nfix {2:a}\n";
-  struct Case {
+  const struct {
     std::string rule, sentence, match;
-  };
-  const std::vector<Case> table = {
-      {"pattern two ($fruit)\nfix {2:pl}\n", eats, "apple => apples"},
-      {"pattern two (plum|$fruit)\n", eats, "apple"},
-      {"pattern (plum|@NN|NNS|#end) now\n", eats, "apple"},
-      {"pattern two apple !plum|@NN|:past\n", eats, "two apple now"},
-      {"pattern (<eat>) two\nfix {1:past}\n", eats, "eats => ate"},
-      {"pattern he (:third&@VBZ&!goes)\nfix {2:base}\n", eats, "eats => eat"},
-      {"pattern [apple|pear] #end\n", eats, ""},
-      {"pattern [apple] now #end\n", "He eats apples now.", "apples now"},
-      {"pattern #first he .* now\n", eats, "He eats two apple now"},
-      {"pattern two small? (apple)\nfix -\n", eats, "apple => "},
-      // at the start, a correction has a capital
-      {"pattern #first (much) of\nfix many\n", "Much of it is true.", "Much => Many"},
-      // guards
-      {"pattern (tea)\nif before like\n", "I like tea.", "tea"},
-      {"pattern (tea)\nif before like\n", "Tea is what I like.", ""},
-      {"pattern (tea)\nunless after now\n", "I like tea now.", ""},
-      {"pattern i (like) tea\nunless anywhere tea\n", "I like tea.", ""},
-      // each pattern has its own fixes
-      {two, "I like tea now.", "tea => coffee"},
-      {"pattern had (egg)\nfix {2:a}\npattern had (tea)\n", "I had egg.", "egg => an egg"},
-      // a correction whose form does not exist is dropped
-      {"pattern (now)\nfix {1:past}\n", "He is here now.", "now"}};
+  } table[] = {{"pattern two ($fruit)\nfix {2:pl}\n", eats, "apple => apples"},
+               {"pattern two (plum|$fruit)\n", eats, "apple"},
+               {"pattern (plum|@NN|NNS|#end) now\n", eats, "apple"},
+               {"pattern two apple !plum|@NN|:past\n", eats, "two apple now"},
+               {"pattern (<eat>) two\nfix {1:past}\n", eats, "eats => ate"},
+               {"pattern he (:third&@VBZ&!goes)\nfix {2:base}\n", eats, "eats => eat"},
+               {"pattern [apple|pear] #end\n", eats, ""},
+               {"pattern [apple] now #end\n", "He eats apples now.", "apples now"},
+               {"pattern #first he .* now\n", eats, "He eats two apple now"},
+               {"pattern two small? (apple)\nfix -\n", eats, "apple => "},
+               // at the start, a correction has a capital
+               {"pattern #first (much) of\nfix many\n", "Much of it is true.", "Much => Many"},
+               // guards
+               {"pattern (tea)\nif before like\n", "I like tea.", "tea"},
+               {"pattern (tea)\nif before like\n", "Tea is what I like.", ""},
+               {"pattern (tea)\nunless after now\n", "I like tea now.", ""},
+               {"pattern i (like) tea\nunless anywhere tea\n", "I like tea.", ""},
+               // each pattern has its own fixes
+               {two, "I like tea now.", "tea => coffee"},
+               {"pattern had (egg)\nfix {2:a}\npattern had (tea)\n", "I had egg.", "egg => an egg"},
+               // a correction whose form does not exist is dropped
+               {"pattern (now)\nfix {1:past}\n", "He is here now.", "now"}};
   for (const auto& [rule, sentence, match] : table) EXPECT_EQ(Match(rule, sentence), match) << rule;
 }
 

@@ -8,9 +8,7 @@ namespace marovane {
 
 namespace {
 
-using ::testing::AllOf;
-using ::testing::ElementsAre;
-using ::testing::HasSubstr;
+using namespace ::testing;
 
 using ArchiveTest = EssayTest;
 
@@ -32,7 +30,7 @@ TEST_F(ArchiveTest, ShowsTheOriginalBesideTheReport) {
   window.ShowHtml("First.\r\nSecond '<b>.");
   EXPECT_THAT(window.webHtml.Page(), HasSubstr("line-height:150%;'>First.<br>Second &#39;&lt;b&gt;.</td>"));
   window.ShowHtml("Other.");
-  EXPECT_THAT(window.webHtml.Page(), AllOf(HasSubstr("Other."), ::testing::Not(HasSubstr("First."))));
+  EXPECT_THAT(window.webHtml.Page(), AllOf(HasSubstr("Other."), Not(HasSubstr("First."))));
   EXPECT_FALSE(window.webHtml.FollowLink("cmd:show: abc "));
   EXPECT_EQ(composition.frmBrowser->webOther.LocationURL(),
             "http://school/p_all_engine_htm_show.asp?key=zorbelquinter&pnomd5=" +

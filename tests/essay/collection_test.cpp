@@ -6,9 +6,7 @@ namespace marovane {
 
 namespace {
 
-using ::testing::ElementsAre;
-using ::testing::IsEmpty;
-using ::testing::SizeIs;
+using namespace ::testing;
 
 constexpr const char* kHandIn = "p_set_essay_work_finalset.asp";
 
@@ -71,7 +69,7 @@ TEST_F(SchoolCollection, HandsInTheChosenEssay) {
   EXPECT_EQ(FinalSet("e1"), "Y");
   EXPECT_FALSE(app.gOpenEssayCollect);
   EXPECT_FALSE(room.frmEssayInputEdu->mHasOpenWork) << "the list is built anew";
-  EXPECT_THAT(CommandsOf(room.frmEssayInputEdu->webHtml), ::testing::StartsWith("res:w1"));
+  EXPECT_THAT(CommandsOf(room.frmEssayInputEdu->webHtml), StartsWith("res:w1"));
 }
 
 TEST_F(SchoolCollection, HandingInIsGivenUpAtTheEleventhRefusal) {
@@ -161,7 +159,7 @@ TEST_F(CollectionTest, WritesAndChecksWholeEssays) {
   Put({"e1", "w1", "A", "N", 4, 0, "Y", "Tom’s birds\r\nfly."});
   Put({"e2", "w1", "A", "N", 5, 0, "Y", "Run!"});
   auto& window = OpenCollection("w1", "N");
-  EXPECT_THAT(window.webHtml.Page(), ::testing::HasSubstr("id='rec2' value='Tom&#39;s'>\r\n"));
+  EXPECT_THAT(window.webHtml.Page(), HasSubstr("id='rec2' value='Tom&#39;s'>\r\n"));
   Tick({1, 2});
   const std::string file = (machine.home / "out.txt").string();
   machine.user.Click(window.picButtons(0));  // the learner names no file
@@ -184,7 +182,7 @@ TEST_F(SchoolCollection, ReportsAndCommentsOpenFromIt) {
   Put({"e1", "w1", "A", "Y"});
   auto& window = OpenCollection("w1", "Y");
   EXPECT_FALSE(window.webHtml.FollowLink("cmd:res:w1"));
-  EXPECT_THAT(composition.frmBrowser->webOther.LocationURL(), ::testing::EndsWith("&workId=w1"));
+  EXPECT_THAT(composition.frmBrowser->webOther.LocationURL(), EndsWith("&workId=w1"));
   for (const char* nothing : {"cmd:", "cmd:snd:e1", "cmd:del:e1|"}) {
     EXPECT_FALSE(window.webHtml.FollowLink(nothing)) << nothing;
   }

@@ -7,12 +7,7 @@ namespace marovane {
 
 namespace {
 
-using ::testing::AllOf;
-using ::testing::ElementsAre;
-using ::testing::EndsWith;
-using ::testing::HasSubstr;
-using ::testing::IsEmpty;
-using ::testing::SizeIs;
+using namespace ::testing;
 
 constexpr const char* kEngine = "tolvex2.exe";
 
@@ -25,12 +20,17 @@ class EnginePassTest : public EssayTest {
     app.gEssaySId = "S1";
     app.gEssayMode = true;
     Window().Show();
+    Window().mAnalysing = true;
     app.gEssayCurSentence = "It's he go.";
   }
 
   void Pass() {
     app.gVerdict.clear();
     essay_walk::PassStringToEngineEssay(room);
+  }
+  void ExpectStop() {
+    EXPECT_EQ(app.gVerdict, "STOP");
+    EXPECT_TRUE(OkRows().empty() && ErrRows().empty());
   }
   std::vector<std::string> Posts() const { return machine.http.Bodies("p_all_engine_htm_rec.asp"); }
 
@@ -118,11 +118,9 @@ TEST_F(EnginePassTest, GivesUpOnASilentEngineAfterHalfAMinute) {
   ExpectMessage(Message::kEngineTimeout);
   Pass();
   const auto seconds = (machine.loop.Elapsed() - start).count() / 1000.0;
-  EXPECT_THAT(seconds, AllOf(::testing::Ge(30), ::testing::Le(31)));
-  EXPECT_EQ(app.gVerdict, "STOP");
-  EXPECT_THAT(Asked(), SizeIs(31)) << "once a second";
-  EXPECT_THAT(ErrRows(), IsEmpty());
-  EXPECT_THAT(OkRows(), IsEmpty());
+  EXPECT_THAT(seconds, AllOf(Ge(30), Le(31)));
+  EXPECT_THAT(Asked().size(), AllOf(Ge(14U), Le(22U))) << "with pauses between";
+  ExpectStop();
 }
 
 TEST_F(EnginePassTest, AsksAgainAfterABrokenTransfer) {
@@ -140,9 +138,8 @@ TEST_F(EnginePassTest, StopsAfterTheReplyThatIsWaitedForWithoutARecord) {
     return base::HttpResponse{200, "", "ONLINE", request.url};
   });
   Pass();
-  EXPECT_EQ(app.gVerdict, "STOP");
+  ExpectStop();
   EXPECT_THAT(Asked(), IsEmpty());
-  EXPECT_THAT(OkRows(), IsEmpty());
 }
 
 TEST_F(EnginePassTest, RecordsWhatTheLocalEngineSays) {
@@ -166,8 +163,7 @@ TEST_F(EnginePassTest, GivesUpOnALocalEngineThatLeavesNoPage) {
   InstallEngine({{"findMistake", "0"}, {"htm4chk", "/nowhere/page.htm"}});
   ExpectMessage(Message::kEngineTimeout);
   Pass();
-  EXPECT_EQ(app.gVerdict, "STOP");
-  EXPECT_THAT(OkRows(), IsEmpty());
+  ExpectStop();
 }
 
 }  // namespace

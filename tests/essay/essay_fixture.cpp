@@ -4,22 +4,12 @@
 
 #include <regex>
 
-#include "base/cp950.h"
 #include "base/text.h"
 #include "core/settings.h"
 
 namespace marovane {
 
 namespace {
-
-namespace fs = std::filesystem;
-
-void InstallData(const TempHome& home) {
-  fs::create_directories(home / "tmp" / "marovane");
-  fs::create_directories(home / "tmp" / "tolvex" / "data");
-  fs::copy_file(fs::path(PROGRAM_DATA) / "Marovane.mdb", home / "tmp" / "marovane" / "Marovane.mdb");
-  fs::copy_file(fs::path(PROGRAM_DATA) / "err4list.mdb", home / "tmp" / "tolvex" / "data" / "err4list.mdb");
-}
 
 std::string SentenceOf(const std::string& body) {
   return base::Replace(body.substr(body.find("&s=") + 3), "%20", " ");
@@ -28,7 +18,11 @@ std::string SentenceOf(const std::string& body) {
 }  // namespace
 
 EssayTest::EssayTest() : composition(machine.machine, InstallationValues{}) {
-  InstallData(machine.home);
+  for (const auto& [file, folder] :
+       {std::pair{"Marovane.mdb", "tmp/marovane"}, {"err4list.mdb", "tmp/tolvex/data"}}) {
+    std::filesystem::create_directories(machine.home / folder);
+    std::filesystem::copy(std::filesystem::path(PROGRAM_DATA) / file, machine.home / folder);
+  }
   const std::string root = (machine.home / "tmp").string();
   app.gEdition = "MRV";
   app.gTempDir = root;
@@ -85,8 +79,6 @@ void EssayTest::Send(const std::string& text) {
   SendFrom(Window(), text);
 }
 
-void EssayTest::OnCorrection(std::function<void()> act) { corrections_.push_back(std::move(act)); }
-
 void EssayTest::Correct(const std::string& sentence) {
   OnCorrection([this, sentence] {
     composition.frmMain->txtInput.Text = sentence;
@@ -98,14 +90,6 @@ std::vector<std::string> EssayTest::Texts(base::Database& db, const std::string&
   std::vector<std::string> texts;
   db.Run(sql, {}, [&](const base::DbRow& row) { texts.push_back(row.Text(0)); });
   return texts;
-}
-
-std::vector<std::string> EssayTest::OkRows() {
-  return Texts("select sentence || '|' || haveHtm from oksentence order by rowid");
-}
-
-std::vector<std::string> EssayTest::ErrRows() {
-  return Texts("select sentence || '|' || errcode || '|' || haveHtm from errsentence order by rowid");
 }
 
 EssayRow EssayTest::LastEssay() {
@@ -138,10 +122,6 @@ void EssayTest::Put(const StoredEssay& essay) {
   }
 }
 
-void EssayTest::Assign(const std::string& reply) {
-  machine.http.Route("p_mrv_get_essay_work.asp", base::ToCp950(reply));
-}
-
 FrmEssayInputEdu& EssayTest::OpenTopics() {
   room.frmEssayInputEdu.Unload();
   composition.program.hall.frmEssayInputEdu->AsForm().Show();
@@ -167,10 +147,6 @@ void EssayTest::Tick(const std::vector<int>& rows) {
 std::string EssayTest::EssaysWith(const std::string& flag) {
   const std::string essays = "(select essayId from essay where upload = '" + flag + "' order by 1)";
   return Texts("select group_concat(essayId, ' ') from " + essays).front();
-}
-
-std::string EssayTest::FinalSet(const std::string& essayId) {
-  return EssayRecords(composition.records).FindEssay(essayId)->finalSet;
 }
 
 std::string RowsOf(const WebBrowser& browser) {

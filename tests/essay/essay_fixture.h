@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "app/compose.h"
+#include "base/cp950.h"
 #include "platform/event_loop.h"
 #include "records/essay_records.h"
 #include "tests/support/expect_message.h"
@@ -50,7 +51,7 @@ class EssayTest : public ::testing::Test {
     marovane::ExpectMessage(machine.user, message, answer, "", meanwhile);
   }
   /// Has the learner act when the walk next asks for a correction.
-  void OnCorrection(std::function<void()> act);
+  void OnCorrection(std::function<void()> act) { corrections_.push_back(std::move(act)); }
   void Correct(const std::string& sentence);
   /// Expects the message about a refused sentence, and has the learner correct the sentence.
   void CorrectRefused(const std::string& sentence) {
@@ -64,15 +65,21 @@ class EssayTest : public ::testing::Test {
   /// Puts an essay with its sentences into the records.
   void Put(const StoredEssay& essay);
   /// What the server answers when it is asked for assignments.
-  void Assign(const std::string& reply);
+  void Assign(const std::string& reply) {
+    machine.http.Route("p_mrv_get_essay_work.asp", base::ToCp950(reply));
+  }
   FrmEssayInputEdu& OpenTopics();
   FrmEssayCollect& OpenCollection(const std::string& workId, const std::string& mode);
   /// Reads the inputs of the collection's page as a browser does, and ticks the boxes of rows.
   void Tick(const std::vector<int>& rows);
 
   /// Rows as short lines: "sentence|haveHtm", "sentence|errcode|haveHtm".
-  std::vector<std::string> OkRows();
-  std::vector<std::string> ErrRows();
+  std::vector<std::string> OkRows() {
+    return Texts("select sentence || '|' || haveHtm from oksentence order by rowid");
+  }
+  std::vector<std::string> ErrRows() {
+    return Texts("select sentence || '|' || errcode || '|' || haveHtm from errsentence order by rowid");
+  }
   EssayRow LastEssay();
   int Mistakes(const std::string& errcode) { return composition.records.CountMistakes(errcode); }
   std::vector<std::string> Texts(const std::string& sql) { return Texts(composition.records.Db(), sql); }
@@ -80,7 +87,9 @@ class EssayTest : public ::testing::Test {
   static std::vector<std::string> Texts(base::Database& db, const std::string& sql);
   /// Essays with a flag of the upload, sorted.
   std::string EssaysWith(const std::string& upload);
-  std::string FinalSet(const std::string& essayId);
+  std::string FinalSet(const std::string& essayId) {
+    return EssayRecords(composition.records).FindEssay(essayId)->finalSet;
+  }
   /// Sentences that the engine was asked about.
   std::vector<std::string> Asked() const;
   FrmEssay& Window() { return *room.frmEssay; }

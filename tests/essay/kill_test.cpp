@@ -10,11 +10,7 @@ namespace marovane {
 
 namespace {
 
-using ::testing::Contains;
-using ::testing::ElementsAre;
-using ::testing::HasSubstr;
-using ::testing::IsEmpty;
-using ::testing::Not;
+using namespace ::testing;
 
 class KillTest : public EssayTest {
  protected:

@@ -6,9 +6,7 @@ namespace marovane {
 
 namespace {
 
-using ::testing::ElementsAre;
-using ::testing::HasSubstr;
-using ::testing::StartsWith;
+using namespace ::testing;
 
 using SessionTest = EssayTest;
 
@@ -20,9 +18,8 @@ TEST_F(SessionTest, OpensFromTheMenuByANewTopicAndLeadsBackToTheTopics) {
   EXPECT_TRUE(app.gEssayActive && app.gOpenEssay && Window().TopMost);
   EXPECT_EQ(composition.frmMain->Left, -20000);
   EXPECT_EQ(app.gEssayQuiz, "我的短文20261105");
-  EXPECT_FALSE(app.gEssayWorkId.empty());
   EXPECT_THAT(Window().txtInput.Text(), StartsWith("請在此輸入您的短文內容"));
-  EXPECT_FALSE(Window().picButtons(2).Visible);
+  EXPECT_FALSE(app.gEssayWorkId.empty() || Window().picButtons(2).Visible);
   machine.user.Type(Window().txtInput, "He \"goes\" (home)/to_5!\nYes.");
   EXPECT_EQ(Window().txtInput.Text(), "He goes hometo5\r\nYes.");
   machine.user.Click(Window().picButtons(0));

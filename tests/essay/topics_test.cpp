@@ -1,51 +1,18 @@
 // The lists of topics, and what follows from a click in them.
 #include "core/settings.h"
-#include "essay/assignments.h"
 #include "tests/essay/essay_fixture.h"
 
 namespace marovane {
 
 namespace {
 
-using ::testing::AllOf;
-using ::testing::ElementsAre;
-using ::testing::HasSubstr;
-using ::testing::Not;
+using namespace ::testing;
 
 using TopicsTest = EssayTest;
 using SchoolTopics = SchoolTest;
 
 constexpr const char* kList = "p_mrv_get_essay_work.asp";
 constexpr const char* kNoWork = "※目前無作業。您可按 [開新短文] 自定題目練習\n";
-
-std::string Shown(const std::vector<Assignment>& assignments) {
-  std::string text;
-  for (const auto& work : assignments) {
-    text += work.workId + (work.isHandedIn ? " Y " : " N ") + work.deadline + " " + work.title + " " +
-            work.changedOn + (work.isMarked ? " marked;" : ";");
-  }
-  return text;
-}
-
-TEST(AssignmentList, IsReadFromTheServersReply) {
-  const struct {
-    const char *reply, *assignments;
-  } kCases[] = {
-      {"OK_w1#N#2026/11/30#我的家", "w1 N 2026/11/30 我的家 ;"},
-      {"OK_w1#Y#soon#A##Y<@>w2#N##B#2026/11/6#", "w1 Y soon A  marked;w2 N  B 2026/11/6;"},
-      {"OK_<@>w1#N#d#A<@><@>", "w1 N d A ;"},
-      {"OK_w1#N#d#Say OK_ now<@>OK_w2#N#d#B", "w1 N d Say  now ;w2 N d B ;"},
-      {"OK_w1<@>#N#d#A<@>w2#N#d#<@>w3#y#d#C#c#y#more", "w2 N d  ;w3 N d C c;"},
-      {"OK_w1#N#d<@>w2#N<@>#<@>###<@>w3#N##", "w3 N   ;"},
-      {"OK", ""},
-      {"OK_", ""},
-      {"", ""},
-      {"ERR_NOTFOUND", ""},
-      {"w1#N#d#A", ""},
-      {"<html>OK_w1#N#d#A", ""},
-  };
-  for (const auto& c : kCases) EXPECT_EQ(Shown(ParseAssignments(c.reply)), c.assignments) << c.reply;
-}
 
 TEST_F(SchoolTopics, EachStateOfAnAssignmentShowsWhatIsToBeDone) {
   Put({"e1", "practised", "A", "A", 4, 3});
@@ -106,7 +73,7 @@ TEST_F(TopicsTest, OwnTopicsAreThoseThatTheServerDoesNotList) {
   Assign("OK_w1#N#d#Assigned<@>w3#N#d#");
   const std::string own = "\nTom's day 2 2026/11/5 0 中斷\n查看各次練習的系統檢查結果 全選\n";
   app.gEdition = "XQD";
-  EXPECT_THAT(RowsOf(OpenTopics().webHtml2), ::testing::StartsWith(own));
+  EXPECT_THAT(RowsOf(OpenTopics().webHtml2), StartsWith(own));
   EXPECT_THAT(RowsOf(room.frmEssayInputEdu->webHtml2), Not(HasSubstr("Assigned")));
   EXPECT_THAT(room.frmEssayInputEdu->webHtml2.Page(), HasSubstr("指定作業"));
   app.gEdition = "MRV";
@@ -225,8 +192,8 @@ TEST_F(SchoolTopics, ReportsCommentsAndCollectionsOpenFromTheLists) {
   auto& topics = OpenTopics();
   topics.webHtml.FollowLink("cmd:res:w1");
   EXPECT_THAT(composition.frmBrowser->webOther.LocationURL(),
-              ::testing::MatchesRegex("http://school/p_get_essay_work_teacher.asp\\?tid=[0-9]+"
-                                      "&key=zorbelquinter&pno=1234567890&workId=w1"));
+              MatchesRegex("http://school/p_get_essay_work_teacher.asp\\?tid=[0-9]+"
+                           "&key=zorbelquinter&pno=1234567890&workId=w1"));
   topics.webHtml.FollowLink("cmd:col:w1");
   EXPECT_EQ(CommandsOf(room.frmEssayCollect->webHtml), "show:e1 snd:e1@w1");
   topics.webHtml2.FollowLink("cmd:col:w1");

@@ -3,8 +3,8 @@
 #include <string>
 
 #include "platform/controls.h"
+#include "platform/property.h"
 #include "platform/run_time_error.h"
-#include "platform/timer.h"
 #include "platform/window.h"
 #include "tests/support/test_machine.h"
 
@@ -129,17 +129,6 @@ TEST_F(FormsTest, ModalFormKeepsOthersOutUntilItGoes) {
   }
 }
 
-TEST_F(FormsTest, RunsTimersOfOthersWhileAModalFormIsUp) {
-  int ticks = 0;
-  Timer timer(machine_.loop, 1000);
-  timer.onTick = [&] {
-    if (++ticks == 3) frmOther->Hide();
-  };
-  timer.Enabled = true;
-  frmOther->ShowModal();
-  EXPECT_EQ(ticks, 3);
-}
-
 TEST_F(FormsTest, ReportsTheFocusAndTheActiveFormInOrder) {
   frmNote->Show();
   frmOther->Show();
@@ -158,6 +147,39 @@ TEST_F(FormsTest, RefusesAnIndexOutsideAControlArray) {
   EXPECT_THROW(picButtons(3), RunTimeError);
   EXPECT_THROW(picButtons(-1), RunTimeError);
   EXPECT_EQ(form.Find("picButtons_2"), &picButtons(2));
+}
+
+TEST(Property, NotifiesEachWatcherOfEachAssignmentAlsoOfAnEqualOneAndOfACopy) {
+  Property<int> width{3};
+  Property<int> other{4};
+  std::vector<int> heard;
+  const auto first = width.Watch([&heard](int value) { heard.push_back(value); });
+  auto second = width.Watch([&heard](int value) { heard.push_back(-value); });
+  width = 3;
+  second.reset();
+  width = other;
+  other = width;
+  other = 5;
+  EXPECT_THAT(heard, ElementsAre(3, -3, 4)) << "a copy has watchers of its own";
+  EXPECT_EQ(width(), 4);
+}
+
+TEST(Property, LetsAWatcherLeaveJoinAndAssignWhileItIsNotified) {
+  Property<std::string> caption;
+  std::vector<std::string> heard;
+  Subscription leaving;
+  Subscription joined;
+  leaving = caption.Watch([&](const std::string&) {
+    leaving.reset();
+    joined = caption.Watch([&heard](const std::string& value) { heard.push_back("joined " + value); });
+  });
+  const auto repairing = caption.Watch([&](const std::string& value) {
+    heard.push_back(value);
+    if (value == "wrong") caption = std::string("right");
+  });
+  caption = std::string("wrong");
+  EXPECT_EQ(caption(), "right");
+  EXPECT_THAT(heard, ElementsAre("wrong", "right", "joined right"));
 }
 
 }  // namespace

@@ -131,22 +131,6 @@ TEST_F(ScriptedUserTest, StopsTypingWhereTheBoxStopsListening) {
   EXPECT_THROW(user_.Type(form_.txtInput, "ab"), std::logic_error);
 }
 
-TEST_F(ScriptedUserTest, AnswersModalFormsOneAfterTheOther) {
-  FrmDesk question(machine_.machine);
-  question.cmdSend.Click = [&question] { question.Hide(); };
-  for (const char* const answer : {"first", "second"}) {
-    user_.OnModal([this, answer](Form& form) {
-      log_.emplace_back(answer);
-      user_.Click(*form.Find("cmdSend"));
-    });
-  }
-  question.ShowModal();
-  EXPECT_EQ(user_.Expected(), 1U);
-  question.ShowModal();
-  EXPECT_THAT(log_, ElementsAre("first", "second"));
-  EXPECT_THROW(question.ShowModal(), std::logic_error);  // nobody answers
-}
-
 }  // namespace
 
 }  // namespace marovane

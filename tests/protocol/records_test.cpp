@@ -192,8 +192,7 @@ TEST(Digest, IsOfTheFieldsInTheirOrder) {
   const std::string known = "2026-05-09 9105e911a6021eff";
   EXPECT_EQ(EncodeRecordsSince("2026-05-09", HashOf(row)), known);
   const TextRow loose({"", " He goes.  ", "2026-11-05", "0", " 0", "N"});
-  EXPECT_EQ(HashOf(loose, " "), HashOf(row));
-  EXPECT_NE(HashOf(loose), HashOf(row));
+  EXPECT_EQ(HashOf(loose), HashOf(row));
   EXPECT_NE(HashOf(TextRow({"", "He goes.", "2026-11-05", "00", "", "N"})), HashOf(row));
   EXPECT_EQ(DayOfRecordsSince(known), "2026-05-09");
   EXPECT_EQ(DayOfRecordsSince("2026-05-09"), "");

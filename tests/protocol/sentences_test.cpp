@@ -27,6 +27,7 @@ TEST(Sentences, CutsAtEndMarksButNotAtAbbreviations) {
       {"One.\r\nTwo\r\nlines.", {"One.", "Twolines."}},
       {"It’s 5 p.m. now. Ｄone.", {"It’s 5 p.m. now.", "Ｄone."}},
       {"p.m. it is.", {"p.m. it is."}},
+      {"Is it？ Yes！ Well． Good。No", {"Is it？", "Yes！", "Well．", "Good。"}},
       {"", {}},
   };
   for (const auto& each : cases) {

@@ -30,14 +30,11 @@ TEST_F(QtWindowsTest, ModalFormAloneAcceptsInputUntilItGoes) {
     heard.push_back("box");
     box.Unload();
   };
-  Timer timer(machine.loop, 1);
-  timer.onTick = [&] {
-    timer.Enabled = false;
+  machine.loop.Post([&] {
     QTest::mouseClick(&Widget(form.cmdOK), Qt::LeftButton);
     QTest::keyClicks(&Widget(form.txtLine), "no");
     QTest::mouseClick(&Widget(box->cmdOK), Qt::LeftButton);
-  };
-  timer.Enabled = true;
+  });
   box->ShowModal();
   EXPECT_THAT(heard, ElementsAre("box"));
   EXPECT_EQ(form.txtLine.Text(), "");
@@ -91,13 +88,10 @@ TEST_F(QtWindowsTest, ComingBackFromAnotherProgramIsReportedUnlessAWindowIsPoint
   EXPECT_EQ(comeBack(beside), 1);
   EXPECT_EQ(comeBack(window.center()), 0) << "a click chooses its window";
   Window<FrmSample> box{machine.machine};
-  Timer user(machine.loop, 1);
-  user.onTick = [&] {
-    user.Enabled = false;
+  machine.loop.Post([&] {
     EXPECT_EQ(comeBack(beside), 0) << "the question is in front";
     box.Unload();
-  };
-  user.Enabled = true;
+  });
   box->ShowModal();
 }
 
@@ -132,13 +126,8 @@ TEST_F(QtWindowsTest, FormMayUnloadItselfInItsOwnClick) {
 
 TEST_F(QtWindowsTest, ViewOfAFormThatGoesWhileItsHandlerWaitsStaysUntilTheHandlerHasReturned) {
   const QPointer<QWidget> button = &Widget(form.cmdOK);
-  Timer other(machine.loop, 1);
-  other.onTick = [&] {
-    other.Enabled = false;
-    window.Unload();
-  };
   form.cmdOK.Click = [&] {
-    other.Enabled = true;
+    machine.loop.Post([&] { window.Unload(); });
     machine.Wait([&] { return !window.IsLoaded(); });
     machine.loop.DoEvents();
     EXPECT_TRUE(button);

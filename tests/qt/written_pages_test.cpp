@@ -154,12 +154,18 @@ struct HostilePage {
   std::function<base::Html(const std::vector<std::string>& texts)> build;
 };
 
-template <class Row, class Make>
-std::vector<Row> Each(const std::vector<std::string>& texts, const Make& make) {
-  std::vector<Row> rows;
+/// A row of each text.
+template <class Make>
+auto Each(const std::vector<std::string>& texts, const Make& make) {
+  std::vector<decltype(make(texts[0]))> rows;
   for (const auto& text : texts) rows.push_back(make(text));
   return rows;
 }
+
+ListedSentence SentenceOf(const std::string& text) { return {text, text}; }
+CountedCategory CategoryOf(const std::string& text) { return {{text, text}, 1, {{{text, text}, 1}}}; }
+FrequentError ErrorOf(const std::string& text) { return {text, 1}; }
+Suggestion SuggestionOf(const std::string& text) { return {text, text}; }
 
 EssayRow EssayOf(const std::string& text, const std::string& finalSet) {
   return {.essayId = text,
@@ -191,6 +197,28 @@ base::Html ReportOf(const std::vector<std::string>& texts, const std::string& fi
   return BuildEssayReport(report);
 }
 
+OwnTopic TopicOf(const std::string& text) { return {text, text, false, {{EssayOf(text, "A")}, 1}}; }
+
+base::Html AssignmentsOf(const std::vector<std::string>& texts) {
+  std::vector<AssignedTopic> topics;
+  for (const auto& text : texts) {
+    for (const bool isHandedIn : {false, true}) {
+      topics.push_back(
+          {{text, isHandedIn, text, text, text, isHandedIn}, {{EssayOf(text, "N"), EssayOf(text, "Y")}, 1}});
+    }
+    topics.push_back({{text, false, text, "", text, false}, {}});
+  }
+  return AssignedWorkPage(texts[0], topics);
+}
+
+base::Html CollectionOf(const std::vector<std::string>& texts) {
+  EssayCollection collection{.rows = {}, .canHandIn = true, .isHandedIn = false, .imageRoot = texts[0]};
+  for (const auto& text : texts) {
+    for (const char* state : {"A", "N", "Y"}) collection.rows.push_back({EssayOf(text, state), 1});
+  }
+  return EssayCollectPage(collection);
+}
+
 const HostilePage kHostilePages[] = {
     {"report", [](const auto& texts) { return ReportOf(texts, "N"); }},
     {"report of an essay that broke off", [](const auto& texts) { return ReportOf(texts, "A"); }},
@@ -198,58 +226,16 @@ const HostilePage kHostilePages[] = {
      [](const auto& texts) { return EssayComparePage(fmt::format("{}", fmt::join(texts, "\r\n"))); }},
     {"sentences of an error", [](const auto& texts) { return ErrSentencePage(texts[0], texts); }},
     {"sentences of days",
-     [](const auto& texts) {
-       const auto rows = Each<ListedSentence>(texts, [](const std::string& text) {
-         return ListedSentence{text, text};
-       });
-       return DaySentencesPage(rows, rows);
-     }},
-    {"errors",
-     [](const auto& texts) {
-       return ErrorStatisticsPage(texts[0], Each<CountedCategory>(texts, [](const std::string& text) {
-                                    return CountedCategory{{text, text}, 1, {{{text, text}, 1}}};
-                                  }));
-     }},
+     [](const auto& texts) { return DaySentencesPage(Each(texts, SentenceOf), Each(texts, SentenceOf)); }},
+    {"errors", [](const auto& texts) { return ErrorStatisticsPage(texts[0], Each(texts, CategoryOf)); }},
     {"charts",
      [](const auto& texts) {
-       return ChartsPage({{},
-                          {},
-                          Each<FrequentError>(texts,
-                                              [](const std::string& text) {
-                                                return FrequentError{text, 1};
-                                              }),
-                          0});
+       return ChartsPage({{}, {}, Each(texts, ErrorOf), 0});
      }},
-    {"assignments",
-     [](const auto& texts) {
-       std::vector<AssignedTopic> topics;
-       for (const auto& text : texts) {
-         for (const bool isHandedIn : {false, true})
-           topics.push_back({{text, isHandedIn, text, text, text, isHandedIn},
-                             {{EssayOf(text, "N"), EssayOf(text, "Y")}, 1}});
-         topics.push_back({{text, false, text, "", text, false}, {}});
-       }
-       return AssignedWorkPage(texts[0], topics);
-     }},
-    {"own topics",
-     [](const auto& texts) {
-       return OwnTopicsPage(texts[0], true, Each<OwnTopic>(texts, [](const std::string& text) {
-                              return OwnTopic{text, text, false, {{EssayOf(text, "A")}, 1}};
-                            }));
-     }},
-    {"essays of a topic",
-     [](const auto& texts) {
-       EssayCollection collection{.rows = {}, .canHandIn = true, .isHandedIn = false, .imageRoot = texts[0]};
-       for (const auto& text : texts)
-         for (const char* state : {"A", "N", "Y"}) collection.rows.push_back({EssayOf(text, state), 1});
-       return EssayCollectPage(collection);
-     }},
-    {"suggestions",
-     [](const auto& texts) {
-       return SuggestPage(texts[0], Each<Suggestion>(texts, [](const std::string& text) {
-                            return Suggestion{text, text};
-                          }));
-     }},
+    {"assignments", AssignmentsOf},
+    {"own topics", [](const auto& texts) { return OwnTopicsPage(texts[0], true, Each(texts, TopicOf)); }},
+    {"essays of a topic", CollectionOf},
+    {"suggestions", [](const auto& texts) { return SuggestPage(texts[0], Each(texts, SuggestionOf)); }},
     {"near-synonyms", [](const auto& texts) { return SynonymPage(texts, false); }},
 };
 

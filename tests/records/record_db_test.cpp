@@ -15,8 +15,7 @@ namespace marovane {
 namespace {
 
 using namespace std::chrono;
-using ::testing::ElementsAre;
-using ::testing::IsEmpty;
+using namespace ::testing;
 
 constexpr year_month_day kDay{year{2026} / 11 / 5};
 

@@ -1,8 +1,8 @@
 #include "tests/records/record_store.h"
 
 #include <algorithm>
-#include <fstream>
-#include <sstream>
+
+#include "tests/support/temp_folder.h"
 
 namespace marovane {
 
@@ -14,11 +14,7 @@ void CreateRecords(base::Databases& databases, const fs::path& path) {
   for (const auto& step : fs::directory_iterator(SCHEMA_FOLDER)) steps.push_back(step.path());
   std::ranges::sort(steps);
   const auto db = databases.Create(path);
-  for (const auto& step : steps) {
-    std::stringstream script;
-    script << std::ifstream(step).rdbuf();
-    db->RunScript(script.str());
-  }
+  for (const auto& step : steps) db->RunScript(ReadFile(step));
 }
 
 void CreateErrList(base::Databases& databases, const fs::path& path,

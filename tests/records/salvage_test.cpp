@@ -17,11 +17,7 @@ namespace {
 
 namespace fs = std::filesystem;
 using namespace std::chrono;
-using ::testing::Contains;
-using ::testing::ElementsAre;
-using ::testing::HasSubstr;
-using ::testing::IsEmpty;
-using ::testing::Pair;
+using namespace ::testing;
 
 constexpr const char* kRecords = "Marovane.mdb";
 

@@ -6,8 +6,7 @@
 
 namespace {
 
-using testing::HasSubstr;
-using testing::StartsWith;
+using namespace ::testing;
 
 const std::string kAccount(32, 'a');
 const std::string kSentence = "0123456789abcdef0123456789abcdef";

@@ -4,9 +4,7 @@
 
 namespace {
 
-using testing::AllOf;
-using testing::HasSubstr;
-using testing::Not;
+using namespace ::testing;
 
 const std::string kPupil = "&pno=S02";
 constexpr const char* kList = "p_mrv_get_essay_work.asp";
@@ -61,7 +59,7 @@ TEST_F(AssignmentPages, ListEachTopicInItsStates) {
   EXPECT_THAT(List(), HasSubstr(base::ToCp950("OK_w1#Y#2026/12/2#運動會#2026/11/7#Y<@>w2#N#")));
 
   EXPECT_EQ(server_.Ask(kList, "&pno=S01&mode=GETLST&cpno=").substr(0, 5), "OK_w1");
-  EXPECT_THAT(server_.Ask(kList, "&pno=S03&mode=GETLST&cpno="), testing::StartsWith("OK_w02#"));
+  EXPECT_THAT(server_.Ask(kList, "&pno=S03&mode=GETLST&cpno="), StartsWith("OK_w02#"));
 }
 
 TEST_F(AssignmentPages, ShowTheQuestionWithItsLinesAndNoMarkupOfItsOwn) {
@@ -101,11 +99,9 @@ TEST_F(AssignmentPages, HandInOnceAndKeepWhatWasHandedIn) {
   EXPECT_EQ(std::get<protocol::EssayRow>(rows[0].row).finalSet, "Y");
   EXPECT_EQ(std::get<protocol::EssayRow>(rows[1].row).finalSet, "N");
 
-  const auto handIns = store_->HandIns("lin", "w1");
-  ASSERT_EQ(handIns.size(), 1U);
-  EXPECT_EQ(handIns[0].pupilName, "李小華");
-  EXPECT_EQ(handIns[0].orgEssay, "He go.");
-  EXPECT_EQ(handIns[0].newEssay, "He don’t go.");
+  EXPECT_EQ(store_->HandIns("lin", "w1").size(), 1U);
+  const server::HandIn handIn = WorkOf("lin", "w1");
+  EXPECT_EQ(handIn.pupilName + handIn.orgEssay + handIn.newEssay, "李小華He go.He don’t go.");
 }
 
 TEST_F(AssignmentPages, GiveTheCommentOnceItIsMarked) {

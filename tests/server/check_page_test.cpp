@@ -12,9 +12,7 @@
 
 namespace {
 
-using testing::ElementsAre;
-using testing::HasSubstr;
-using testing::MatchesRegex;
+using namespace ::testing;
 
 std::string Check(const RunningServer& server, const std::string& sentence) {
   return server.Ask("p_passWebEngine.asp", "&pno=1&pnomd5=x&checksum=x&p1=beta&p2=0&p3=074148&cidx=0&s=" +
@@ -75,14 +73,14 @@ TEST(CheckPage, ListensWhileTheEngineLoads) {
   auto reply = std::async(std::launch::async, [&] { return Check(server, "he goes."); });
   EXPECT_EQ(server.Ask("p_getversion.asp", "&type=mrv"), "1.0.0");
   loaded.set_value();
-  EXPECT_THAT(reply.get(), testing::StartsWith("OK_1#PU01#"));
+  EXPECT_THAT(reply.get(), StartsWith("OK_1#PU01#"));
 }
 
 TEST(CheckPage, SaysWhenThereIsNoEngine) {
   const RunningServer server([]() -> server::SharedEngine::Judge { throw std::runtime_error("no tables"); });
   EXPECT_EQ(Check(server, "He goes."), "ERR_ENGINE");
   EXPECT_EQ(server.Ask("p_passWebEngine_conn.asp", ""), "ERR_ENGINE");
-  EXPECT_THAT(server.Ask("p_getconn.asp", ""), testing::StartsWith("ONLINE "));
+  EXPECT_THAT(server.Ask("p_getconn.asp", ""), StartsWith("ONLINE "));
 }
 
 /// The reply without the path, which is new each time.

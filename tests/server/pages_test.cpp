@@ -9,11 +9,7 @@
 
 namespace {
 
-using testing::AnyOf;
-using testing::HasSubstr;
-using testing::MatchesRegex;
-using testing::Not;
-using testing::StartsWith;
+using namespace ::testing;
 
 const char* const kEveryPage[] = {
     "p_getconn.asp",         "p_all_webengine_get.asp", "p_passWebEngine_conn.asp", "p_passWebEngine.asp",
@@ -206,11 +202,8 @@ TEST(NewAccount, IsMadeOnlyWhereTheOwnerLetsLearnersAndWithAllThatItNeeds) {
 TEST(NewAccount, TooManyHaveToWait) {
   const RunningServer open(Scripted(JudgeFirstLetter), "openAccounts=1\n");
   std::string answer;
-  int made = -1;
-  do {
-    answer = open.Ask("p_getlogin.asp", kWish);
-    ++made;
-  } while (answer.starts_with("OK_") && made < 100);
+  int made = 0;
+  while (made < 100 && (answer = open.Ask("p_getlogin.asp", kWish)).starts_with("OK_")) ++made;
   EXPECT_EQ(answer, "ERR_TRY_LATER");
   EXPECT_GE(made, 10);
 }

@@ -1,8 +1,8 @@
 // The program itself: its command line, the embedded mode, and how it ends.
 #include <gmock/gmock.h>
 
-#include <algorithm>
 #include <csignal>
+#include <set>
 
 #include "base/key_values.h"
 #include "base/posix_files.h"
@@ -16,11 +16,7 @@ using namespace marovane;
 
 namespace {
 
-using testing::AllOf;
-using testing::HasSubstr;
-using testing::MatchesRegex;
-using testing::Not;
-using testing::StartsWith;
+using namespace ::testing;
 
 /// No language data: the server runs without an engine.
 class ProcessTest : public testing::Test {
@@ -78,19 +74,16 @@ TEST_F(ProcessTest, EmbeddedAnswersOnlyBelowItsPrefixOnLoopback) {
       << "it listens elsewhere too";
 }
 
-TEST_F(ProcessTest, EmbeddedEndsWithItsInput) {
+TEST_F(ProcessTest, EmbeddedEndsWithItsInputAndWhenItsParentIsKilled) {
   ChildServer server(Embedded());
   ASSERT_THAT(server.Root(), Not(""));
   server.CloseInput();
   EXPECT_TRUE(server.HasEnded());
   EXPECT_EQ(server.ExitStatus(), 0);
-}
-
-TEST_F(ProcessTest, EmbeddedEndsWhenItsParentIsKilled) {
-  ChildServer server(Embedded(), true);
-  ASSERT_THAT(server.Root(), Not(""));
-  server.Signal(SIGKILL);  // the test still holds the input open
-  EXPECT_TRUE(server.HasEnded());
+  ChildServer child(Embedded(), true);
+  ASSERT_THAT(child.Root(), Not(""));
+  child.Signal(SIGKILL);  // the test still holds the input open
+  EXPECT_TRUE(child.HasEnded());
 }
 
 TEST_F(ProcessTest, TerminationEndsItCleanly) {
@@ -105,22 +98,18 @@ TEST_F(ProcessTest, TerminationEndsItCleanly) {
 }
 
 TEST_F(ProcessTest, KeepsItsAccountThoughKilledAndChangesItsPrefix) {
-  std::string roots[3];
-  std::string texts[3];
-  for (int start = 0; start < 3; ++start) {
+  std::set<std::string> paths, texts;
+  for (const bool logsIn : {false, true, true}) {
     ChildServer server(Embedded());
-    roots[start] = server.Root();
-    texts[start] = ReadFile(account_);
-    if (start > 0) {
-      EXPECT_THAT(Login(roots[start], account_), StartsWith("OK_"));
-    }
+    const std::string root = server.Root();
+    paths.insert(Split(root).path);
+    texts.insert(ReadFile(account_));
+    EXPECT_THAT(logsIn ? Login(root, account_) : "OK_", StartsWith("OK_"));
     server.Signal(SIGKILL);
     EXPECT_TRUE(server.HasEnded());
   }
-  EXPECT_NE(Split(roots[0]).path, Split(roots[1]).path);
-  EXPECT_THAT(texts[0], MatchesRegex("Pno=[0-9]{10}\r\nuserPW=[0-9A-Za-z]{12}\r\n"));
-  EXPECT_EQ(texts[0], texts[1]);
-  EXPECT_EQ(texts[1], texts[2]);
+  EXPECT_THAT(paths, SizeIs(3));
+  EXPECT_THAT(texts, ElementsAre(MatchesRegex("Pno=[0-9]{10}\r\nuserPW=[0-9A-Za-z]{12}\r\n")));
 }
 
 TEST_F(ProcessTest, MakesTheAccountOfAFileWhoseDatabaseWasNeverWritten) {
@@ -128,12 +117,6 @@ TEST_F(ProcessTest, MakesTheAccountOfAFileWhoseDatabaseWasNeverWritten) {
   WriteFile(account_, "Pno=4711\r\nuserPW=abcdefgh1234\r\n");
   ChildServer server(Embedded());
   EXPECT_EQ(Login(server.Root(), account_), "OK_4711");
-}
-
-/// What the program said on both streams.
-std::string Tell(const std::vector<std::string>& words, const std::string& input) {
-  const auto run = RunProgram({.program = SERVER_PROGRAM, .arguments = words}, input);
-  return run.output + run.errors;
 }
 
 TEST_F(ProcessTest, MakesTeachersWhoCanLogIn) {
@@ -158,11 +141,9 @@ TEST_F(ProcessTest, MakesTeachersWhoCanLogIn) {
   for (const auto& [words, input, says] : cases) {
     std::vector<std::string> all = {"teacher", "--data", data};
     all.insert(all.begin() + 1, words.begin(), words.end());
-    EXPECT_THAT(Tell(all, input), HasSubstr(says));
+    const auto run = RunProgram({.program = SERVER_PROGRAM, .arguments = all}, input);
+    EXPECT_THAT(run.output + run.errors, HasSubstr(says));
   }
-  EXPECT_THAT(Tell({"teacher"}, ""), HasSubstr("add, password or list is missing"));
-  EXPECT_THAT(Tell({"teacher", "list"}, ""), HasSubstr("--data is missing"));
-  EXPECT_THAT(Tell({"teacher", "list", "--data", data + "/none"}, ""), HasSubstr("there is no folder"));
   const auto teacher = server::OpenSqliteSchoolStore(data + "/server.db")->FindTeacher("lin");
   EXPECT_TRUE(server::PasswordFits("second password", teacher->passwordHash));
 }
@@ -185,6 +166,9 @@ TEST_F(ProcessTest, SaysInOneLineWhyItCannotStart) {
   } cases[] = {
       {{}, 64, "--data is missing"},
       {{"--embedded", "--data"}, 64, "--data needs a value"},
+      {{"teacher"}, 64, "add, password or list is missing"},
+      {{"teacher", "list"}, 64, "--data is missing"},
+      {{"teacher", "list", "--data", data + "/none"}, 1, "there is no folder"},
       {{"--embedded", "--data", data, "--port", "80"}, 64, "--embedded chooses"},
       {{"--port", "80x", "--data", data}, 64, "\"80x\" is no port"},
       {{"--port", "65536", "--data", data}, 64, "is no port"},

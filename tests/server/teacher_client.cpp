@@ -13,8 +13,6 @@ std::string Between(const std::string& text, const std::string& begin, char end)
 
 std::string Path(const std::string& path) { return RunningServer::kPrefix + ("/teacher/" + path); }
 
-httplib::Params ParamsOf(const TeacherClient::Fields& fields) { return {fields.begin(), fields.end()}; }
-
 }  // namespace
 
 httplib::Headers TeacherClient::Headers() const {
@@ -33,12 +31,9 @@ WebPage TeacherClient::Keep(const httplib::Result& answer) {
   const auto [from, to] = answer->headers.equal_range("Set-Cookie");
   for (auto each = from; each != to; ++each) {
     const std::string& cookie = each->second;
-    const std::string value = Between(cookie, "=", ';');
-    if (value.empty()) {
-      cookies.erase(cookie.substr(0, cookie.find('=')));
-    } else {
-      cookies[cookie.substr(0, cookie.find('='))] = value;
-    }
+    const std::string name = cookie.substr(0, cookie.find('='));
+    cookies[name] = Between(cookie, "=", ';');
+    if (cookies[name].empty()) cookies.erase(name);
   }
   const std::string found = Between(answer->body, R"(name="token" value=")", '"');
   if (!found.empty()) token = found;
@@ -51,7 +46,7 @@ WebPage TeacherClient::Get(const std::string& path) {
 
 WebPage TeacherClient::Post(const std::string& path, Fields fields) {
   fields.emplace("token", token);
-  return Keep(server_.Client().Post(Path(path), Headers(), ParamsOf(fields)));
+  return Keep(server_.Client().Post(Path(path), Headers(), httplib::Params(fields.begin(), fields.end())));
 }
 
 WebPage TeacherClient::PostFile(const std::string& path, Fields fields, const std::string& file) {

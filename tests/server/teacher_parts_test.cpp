@@ -9,9 +9,7 @@
 namespace server {
 namespace {
 
-using testing::ElementsAre;
-using testing::HasSubstr;
-using testing::SizeIs;
+using namespace ::testing;
 
 /// Each pupil as "account|name|password", and after them the errors.
 std::vector<std::string> Read(const std::string& bytes) {

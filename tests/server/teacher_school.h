@@ -1,5 +1,4 @@
-// A server with two teachers, each with a class of their own, and an essay that was handed in to the first
-// one.
+// A server with two teachers, each with a class of their own, and an essay that was handed in to each.
 #pragma once
 
 #include <gmock/gmock.h>
@@ -47,8 +46,7 @@ class TeacherSchool : public testing::Test {
   }
 
   server::HandIn WorkOf(const std::string& teacher, const std::string& topic) {
-    const auto all = store_->HandIns(teacher, topic);
-    return all.empty() ? server::HandIn{} : all[0];
+    return store_->HandIns(teacher, topic).at(0);
   }
 
   /// All that a teacher could change, as one text.

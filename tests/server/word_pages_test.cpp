@@ -2,17 +2,12 @@
 #include <gmock/gmock.h>
 
 #include "base/cp950.h"
-#include "base/text.h"
-#include "server/services/web_sources.h"
+#include "server/services/settings.h"
 #include "tests/server/running_server.h"
 
 namespace {
 
-using ::testing::ContainsRegex;
-using ::testing::ElementsAre;
-using ::testing::HasSubstr;
-using ::testing::IsEmpty;
-using ::testing::Not;
+using namespace ::testing;
 
 TEST(WordPages, AnswerQueriesAndTranslate) {
   const RunningServer server;
@@ -41,27 +36,29 @@ TEST(WordPages, AnswerQueriesAndTranslate) {
 
 TEST(WordPages, SitesOfAFreshServerMakeFourFieldsEach) {
   const RunningServer server;
-  const auto sites = base::Split(base::FromCp950(server.Ask("p_getwebhelper.asp", "")), "<@>");
+  const std::string reply = base::FromCp950(server.Ask("p_getwebhelper.asp", ""));
+  const auto sites = protocol::ParseOutsideSites(reply).sites;
   EXPECT_GE(sites.size(), 4U);
-  for (const std::string& site : sites) {
-    const auto fields = base::Split(site, "||");
-    ASSERT_EQ(fields.size(), 4U) << site;
-    EXPECT_THAT(fields[0], Not(HasSubstr("?"))) << "Big5 has all of it";
-    EXPECT_THAT(fields[3], HasSubstr("##String2chk##"));
+  EXPECT_EQ(protocol::EncodeOutsideSites(sites), reply);
+  for (const auto& site : sites) {
+    EXPECT_THAT(site.name, Not(HasSubstr("?"))) << "Big5 has all of it";
+    EXPECT_THAT(site.url, HasSubstr("##String2chk##"));
   }
 }
 
 TEST(WebSources, OwnerWritesThem) {
   const TempFolder folder;
   const auto file = folder / "sources.set";
-  EXPECT_THAT(server::ReadWebSources(file), Not(IsEmpty())) << "public ones without a file";
+  const auto list = [&] {
+    return protocol::EncodeOutsideSites(server::ReadServerSettings(folder / "server.set").webSources);
+  };
+  EXPECT_NE(list(), "") << "public ones without a file";
   WriteFile(file, "");
-  EXPECT_THAT(server::ReadWebSources(file), IsEmpty());
+  EXPECT_EQ(list(), "");
   WriteFile(file,
             "; ours\r\n\r\n字典 || cn || cn || http://a/?q=##String2chk##\r\nno site\r\n"
             "A||en||en||ftp://a/\r\nA||en||en\r\nA||en||en||https://b/<@>\r\nB||en||en||https://b/");
-  EXPECT_THAT(server::ReadWebSources(file),
-              ElementsAre("字典||cn||cn||http://a/?q=##String2chk##", "B||en||en||https://b/"));
+  EXPECT_EQ(list(), "字典||cn||cn||http://a/?q=##String2chk##<@>B||en||en||https://b/");
 }
 
 }  // namespace

@@ -11,10 +11,7 @@ namespace marovane {
 
 namespace {
 
-using ::testing::ElementsAre;
-using ::testing::EndsWith;
-using ::testing::IsEmpty;
-using ::testing::SizeIs;
+using namespace ::testing;
 
 constexpr const char* kSentence = "It's Tom's \"pen\" & <b>book</b>.";
 
@@ -87,7 +84,6 @@ TEST_F(FeedbackTest, RefusalsHaveTheirMessagesAndTheWindowStays) {
     frmFeedback->txtEmail.Text = email;
     ExpectMessage(message);
     Send();
-    EXPECT_EQ(machine.user.Expected(), 0U) << remark << email;
   }
   EXPECT_THAT(machine.http.requests, IsEmpty());
   machine.http.RouteToNowhere("p_getconn.asp");
@@ -164,14 +160,14 @@ TEST_F(FeedbackTest, ArrivesWholeAtTheRealServer) {
   {
     RealServer server(machine.loop, {"--data", data.string()});
     app.gServerUrlRoot = server.Root();
-    GoOnline({"p_feedback.asp"});
+    machine.http.RouteThrough(curl, {"p_feedback.asp"});
     Open();
     frmFeedback->txtDesc.Text = remark;
     ExpectMessage(Message::kFeedbackSent);
     Send();
     const auto page =
         curl.Send({.method = "GET", .url = server.Root() + "m_service_mail.asp", .headers = {}, .body = ""});
-    EXPECT_THAT(base::FromCp950(page.body), ::testing::HasSubstr("謝謝您的意見"));
+    EXPECT_THAT(base::FromCp950(page.body), HasSubstr("謝謝您的意見"));
   }
   std::vector<std::string> row;
   machine.realDatabases.Open(data / "server.db", base::Databases::Mode::kReadOnly)

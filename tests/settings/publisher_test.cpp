@@ -6,8 +6,6 @@ namespace marovane {
 
 namespace {
 
-using ::testing::ElementsAre;
-
 class PublisherTest : public SettingsRoomTest {
  protected:
   PublisherTest() { app.gProductCode = "mrv"; }

@@ -30,13 +30,9 @@ class SettingsRoomTest : public CoreTest {
     app.gAccountNo = "4711";
   }
 
+  void TearDown() override { EXPECT_EQ(machine.user.Expected(), 0U) << "messages that never came"; }
+
   std::string Setup(const std::string& key) { return ReadSetup(program, key); }
-  /// Requests to these pages go out to real servers.
-  void GoOnline(std::initializer_list<const char*> pages) {
-    for (const char* const page : pages) {
-      machine.http.Route(page, [this](const base::HttpRequest& request) { return curl.Send(request); });
-    }
-  }
 
   CurlHttp curl{machine.loop};
   CountingMain frmMain{machine.machine};

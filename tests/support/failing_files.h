@@ -16,12 +16,38 @@ class FailingFiles : public base::Files {
   bool FolderExists(const Path& path) const override { return files_.FolderExists(path); }
   std::string Read(const Path& path) const override { return files_.Read(path); }
   std::vector<std::string> List(const Path& folder) const override { return files_.List(folder); }
-  void Write(const Path& path, std::string_view bytes, bool isPrivate) override;
-  void Append(const Path& path, std::string_view bytes) override;
-  void MakeExecutable(const Path& path) override;
-  void Rename(const Path& from, const Path& to) override;
-  void Delete(const Path& path) override;
-  void CreateFolder(const Path& path, bool isPrivate) override;
+  void Write(const Path& path, std::string_view bytes, bool isPrivate) override {
+    fault.Step("opening " + path.string());
+    files_.Write(path, "", isPrivate);
+    fault.Step("writing " + path.string());
+    files_.Write(path, bytes.substr(0, bytes.size() / 2), isPrivate);
+    fault.Step("writing the rest of " + path.string());
+    files_.Write(path, bytes, isPrivate);
+  }
+  void Append(const Path& path, std::string_view bytes) override {
+    fault.Step("opening " + path.string());
+    files_.Append(path, "");
+    fault.Step("appending to " + path.string());
+    files_.Append(path, bytes.substr(0, bytes.size() / 2));
+    fault.Step("appending the rest to " + path.string());
+    files_.Append(path, bytes.substr(bytes.size() / 2));
+  }
+  void MakeExecutable(const Path& path) override {
+    fault.Step("making executable " + path.string());
+    files_.MakeExecutable(path);
+  }
+  void Rename(const Path& from, const Path& to) override {
+    fault.Step("renaming " + from.string());
+    files_.Rename(from, to);
+  }
+  void Delete(const Path& path) override {
+    fault.Step("deleting " + path.string());
+    files_.Delete(path);
+  }
+  void CreateFolder(const Path& path, bool isPrivate) override {
+    fault.Step("creating " + path.string());
+    files_.CreateFolder(path, isPrivate);
+  }
 
   Fault fault;
 

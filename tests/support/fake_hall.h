@@ -80,6 +80,14 @@ class FakeWordHelper : public FakeForm<WordHelper> {
   }
 };
 
+class FakeEssay : public FakeForm<Essay> {
+ public:
+  explicit FakeEssay(Machine& theMachine) : FakeForm(theMachine, "frmEssay") {}
+  void StartEssayWith(const std::string& text) override { started.push_back(text); }
+  void ShowEssay(const std::string& essayId) override { shown.push_back(essayId); }
+  std::vector<std::string> started, shown;
+};
+
 /// An upload that does nothing but end.
 class FakeUpload : public UploadRun {
  public:
@@ -103,6 +111,7 @@ struct FakeHall {
     Lead(hall.frmBrowser, frmBrowser);
     Lead(hall.frmSuggest, frmSuggest);
     Lead(hall.frmCollocation, frmCollocation);
+    Lead(hall.frmEssay, frmEssay);
     Lead(hall.frmUpload, frmUpload);
     Lead(hall.frmDiary, frmDiary);
     Lead(hall.frmSetup, frmSetup);
@@ -127,6 +136,7 @@ struct FakeHall {
   FakeBrowser frmBrowser{program.machine};
   FakeSuggestions frmSuggest{program.machine};
   FakeWordHelper frmCollocation{program.machine};
+  FakeEssay frmEssay{program.machine};
   FakeUpload frmUpload{program.app};
   FakeWindow frmDiary{program.machine, "frmDiary"}, frmSetup{program.machine, "frmSetup"},
       frmFeedback{program.machine, "frmFeedback"}, frmPassword{program.machine, "frmPassword"},

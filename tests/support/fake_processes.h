@@ -6,6 +6,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "platform/processes.h"
@@ -24,19 +25,50 @@ class FakeProcesses : public Processes {
   explicit FakeProcesses(VirtualLoop& loop) : loop_(loop) {}
 
   /// A program that does its work when the time, above 0, has gone by on the virtual clock, and then ends.
-  void Install(const std::string& name, std::chrono::milliseconds time, Work work = {});
+  void Install(const std::string& name, std::chrono::milliseconds time, Work work = {}) {
+    programs_[name] = {time, std::move(work)};
+  }
   /// A program that runs until somebody ends it.
   void InstallHanging(const std::string& name) { programs_[name] = {}; }
   /// Adds a process that somebody else has started.
   /// @return its id
-  int Add(const std::string& name);
+  int Add(const std::string& name) {
+    running_[++lastId_] = name;
+    return lastId_;
+  }
   void End(int id) { running_.erase(id); }
 
-  void Start(const base::ProcessStart& start) override;
+  void Start(const base::ProcessStart& start) override {
+    fault.Step("start of " + start.program.string());
+    const auto found = programs_.find(start.program.filename().string());
+    if (found == programs_.end()) throw RunTimeError("no such program: " + start.program.string());
+    const Program program = found->second;
+    started.push_back(start);
+    const int id = Add(found->first);
+    if (!program.time) return;
+    auto& timer =
+        timers_.emplace_back(std::make_unique<Timer>(loop_, static_cast<int>(program.time->count())));
+    timer->onTick = [this, id, start, work = program.work, timer = timer.get()] {
+      timer->Enabled = false;
+      if (!running_.contains(id)) return;  // ended before its work was done
+      if (work) work(start);
+      End(id);
+    };
+    timer->Enabled = true;
+  }
   /// No program has pipes.
-  std::unique_ptr<PipedProcess> StartPiped(const base::ProcessStart& start) override;
-  std::vector<ProcessInfo> List() const override;
-  bool Terminate(int id) override;
+  std::unique_ptr<PipedProcess> StartPiped(const base::ProcessStart& start) override {
+    throw RunTimeError("no program with pipes: " + start.program.string());
+  }
+  std::vector<ProcessInfo> List() const override {
+    std::vector<ProcessInfo> processes;
+    for (const auto& [id, name] : running_) processes.push_back({id, name});
+    return processes;
+  }
+  bool Terminate(int id) override {
+    terminated.push_back(id);
+    return running_.erase(id) > 0;
+  }
 
   std::vector<base::ProcessStart> started;
   std::vector<int> terminated;

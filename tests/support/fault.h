@@ -3,6 +3,8 @@
 
 #include <string>
 
+#include "platform/run_time_error.h"
+
 namespace marovane {
 
 /// Thrown where the program is to be taken as killed. It is no std::exception, so that no error handler of
@@ -20,7 +22,11 @@ class Fault {
   void Reset() { *this = {}; }
 
   /// To be called before each step. Throws RunTimeError or Killed when the fault strikes.
-  void Step(const std::string& what);
+  void Step(const std::string& what) {
+    ++steps_;
+    if (killAt_ > 0 && steps_ >= killAt_) throw Killed{};
+    if (steps_ == failAt_) throw RunTimeError(what + " failed, as the test wanted");
+  }
 
  private:
   int steps_ = 0;

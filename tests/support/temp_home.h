@@ -9,10 +9,24 @@ namespace marovane {
 /// A fresh folder with tmp/, config/, state/, data/, program/ and helpers/ in it.
 class TempHome : public TempFolder {
  public:
-  TempHome();
+  TempHome() {
+    for (const char* const folder : {"tmp", "config", "state", "data", "program", "helpers"}) {
+      std::filesystem::create_directory(*this / folder);
+    }
+  }
 
   /// TMP, HOME and the XDG variables point into this home; so do the two folders of the program.
-  Environment MakeEnvironment() const;
+  Environment MakeEnvironment() const {
+    Environment environment;
+    environment.variables = {{"TMP", (*this / "tmp").string()},
+                             {"HOME", Path().string()},
+                             {"XDG_CONFIG_HOME", (*this / "config").string()},
+                             {"XDG_STATE_HOME", (*this / "state").string()},
+                             {"XDG_DATA_HOME", (*this / "data").string()}};
+    environment.programFolder = *this / "program";
+    environment.helperFolder = *this / "helpers";
+    return environment;
+  }
 };
 
 }  // namespace marovane

@@ -2,6 +2,8 @@
 #pragma once
 
 #include <atomic>
+#include <stdexcept>
+#include <utility>
 
 #include "platform/event_loop.h"
 #include "platform/headless/fd_watches.h"
@@ -19,19 +21,48 @@ class VirtualLoop : public EventLoop {
 
   /// Lets time go by, as work does. Timers that become due fire at the next wait; in blocking work those that
   /// move pictures fire at once.
-  void Advance(Milliseconds time);
+  void Advance(Milliseconds time) {
+    elapsed_ += time;
+    if (IsBlocked()) FireDueTimers();
+  }
 
-  int WatchReadable(int fd, std::function<void()> callback) override;
+  int WatchReadable(int fd, std::function<void()> callback) override {
+    return watches_.Add(fd, std::move(callback));
+  }
   void StopWatching(int watch) override { watches_.Remove(watch); }
-  base::LocalTime Now() const override;
+  base::LocalTime Now() const override {
+    return wallAtStart_ + std::chrono::floor<std::chrono::seconds>(elapsed_);
+  }
   Milliseconds Elapsed() const override { return elapsed_; }
 
  protected:
-  void Pump(std::optional<Milliseconds> atMost) override;
+  void Pump(std::optional<Milliseconds> atMost) override {
+    const bool isWoken = isWoken_.exchange(false);
+    if (RunReady(Milliseconds{0}) || isWoken) return;
+    if (atMost) {
+      elapsed_ += *atMost;
+      waited_ += *atMost;
+      if (waited_ > kLongestRun) throw std::logic_error("waiting for more than a day of the virtual clock");
+      return;
+    }
+    if (watches_.IsEmpty() || !RunReady(kRealPatience)) {
+      throw std::logic_error("waiting for ever: nothing is due and no timer runs");
+    }
+  }
   void Wake() override { isWoken_ = true; }
 
  private:
-  bool RunReady(Milliseconds realTime);
+  static constexpr std::chrono::hours kLongestRun{24};  // of all waits together
+  // How long another process may really take to say something while nothing else is left to wait for.
+  static constexpr std::chrono::seconds kRealPatience{30};
+
+  bool RunReady(Milliseconds realTime) {
+    const auto ready = watches_.Wait(realTime);
+    for (const int watch : ready) {
+      if (const auto callback = watches_.Find(watch)) RunHandler(callback);
+    }
+    return !ready.empty();
+  }
 
   FdWatches watches_;
   base::LocalTime wallAtStart_;

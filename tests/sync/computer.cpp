@@ -33,14 +33,6 @@ void Computer::Die() {
   machine.http.fault.Reset();
 }
 
-void Computer::AddOk(const std::string& sentence, const std::string& essayId) {
-  Records().InsertOkSentence({.sId = NewId(), .sentence = sentence, .sDate = Today(), .essayId = essayId});
-}
-
-void Computer::AddErr(const std::string& sentence, const std::string& errcode) {
-  Records().InsertErrSentence({.id = NewId(), .sentence = sentence, .errcode = errcode, .sDate = Today()});
-}
-
 std::string Computer::AddEssay(const std::string& text) {
   const std::string id = NewId();
   EssayRecords(Records()).InsertEssay({.essayId = id,
@@ -69,10 +61,6 @@ void Computer::CloseMessages() {
     ++messages;
     machine.loop.Post([&form] { dynamic_cast<FrmMessage&>(form).cmdOK.Click.Raise(); });
   };
-}
-
-std::vector<std::string> Computer::Query(const std::string& sql) {
-  return Rows(machine.realDatabases, recordsPath, sql);
 }
 
 std::multiset<std::string> Computer::Contents() {

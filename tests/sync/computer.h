@@ -42,8 +42,12 @@ class Computer {
   AppState& App() { return running->program.app; }
   RecordDb& Records() { return running->records; }
 
-  void AddOk(const std::string& sentence, const std::string& essayId = "0");
-  void AddErr(const std::string& sentence, const std::string& errcode);
+  void AddOk(const std::string& sentence, const std::string& essayId = "0") {
+    Records().InsertOkSentence({.sId = NewId(), .sentence = sentence, .sDate = Today(), .essayId = essayId});
+  }
+  void AddErr(const std::string& sentence, const std::string& errcode) {
+    Records().InsertErrSentence({.id = NewId(), .sentence = sentence, .errcode = errcode, .sDate = Today()});
+  }
   std::string AddEssay(const std::string& text);
   /// Runs a synchronisation as the callers do. False when the program was killed in it.
   /// @param oldAccount one to merge with, "" for none
@@ -53,7 +57,9 @@ class Computer {
   void CloseMessages();
 
   /// Rows of a statement on the record database.
-  std::vector<std::string> Query(const std::string& sql);
+  std::vector<std::string> Query(const std::string& sql) {
+    return Rows(machine.realDatabases, recordsPath, sql);
+  }
   /// All rows without local keys and flags, sorted.
   std::multiset<std::string> Contents();
 

@@ -19,8 +19,6 @@ class SyncLoginTest : public ::testing::Test {
     frmSyncLogin->txtPass.Text = password;
     home.machine.user.Click(frmSyncLogin->cmdButtons(0));
   }
-  void ExpectMessage(const Message& message) { marovane::ExpectMessage(home.machine.user, message); }
-
   SyncServer server;
   Computer home{[this](const base::HttpRequest& request) { return server.Answer(request); }};
   AppState& app = home.App();
@@ -34,21 +32,17 @@ TEST_F(SyncLoginTest, AcceptsAnAccountWithItsPassword) {
   EXPECT_FALSE(frmSyncLogin.IsLoaded());
 }
 
-TEST_F(SyncLoginTest, ReportsRefusalsAndStaysForAnotherTry) {
-  ExpectMessage(Message::kWrongAccount);
+TEST_F(SyncLoginTest, ReportsRefusalsAndStaysUntilItIsCancelled) {
+  for (const Message* message : {&Message::kWrongAccount, &Message::kWrongPassword, &Message::kNetworkDown}) {
+    ExpectMessage(home.machine.user, *message);
+  }
   Enter("nobody", SyncServer::kOldPassword);
-  ExpectMessage(Message::kWrongPassword);
   Enter(SyncServer::kOldAccount, "wrong");
   home.machine.http.RouteToNowhere("p_getconn.asp");
-  ExpectMessage(Message::kNetworkDown);
   Enter(SyncServer::kOldAccount, SyncServer::kOldPassword);
   EXPECT_EQ(home.machine.user.Expected(), 0U);
   EXPECT_EQ(app.gMsgResult, "");
-  EXPECT_EQ(app.gUploadAccountNo, app.gAccountNo);
   EXPECT_TRUE(frmSyncLogin.IsLoaded());
-}
-
-TEST_F(SyncLoginTest, CancelLeavesEverythingAsItWas) {
   home.machine.user.Click(frmSyncLogin->cmdButtons(1));
   EXPECT_EQ(app.gMsgResult, "CANCEL");
   EXPECT_EQ(app.gUploadAccountNo, app.gAccountNo);

@@ -10,8 +10,7 @@ namespace marovane {
 
 namespace {
 
-using ::testing::ElementsAre;
-using ::testing::IsEmpty;
+using namespace ::testing;
 
 constexpr const char* kUpload = "p_update_err_rec.asp";
 constexpr const char* kCompare = "p_sync_checksum.asp";
@@ -77,10 +76,9 @@ TEST_F(SyncTest, PostsTheFieldsOfTheFormInTheirOrder) {
 }
 
 TEST_F(SyncTest, ClosingMessageOfAMergeGivesTheMainWindowBack) {
-  auto& window = *home.running->frmUpload;
   home.running->frmMain.Enabled = false;
   ExpectMessage(home.machine.user, Message::kMergeDone);
-  window.tmrSyncMessageWait.Enabled = true;
+  home.running->frmUpload->tmrSyncMessageWait.Enabled = true;
   home.machine.loop.WaitUntil([this] { return !home.running->frmUpload.IsLoaded(); });
   EXPECT_EQ(home.App().gMsgResult, "OK");
   EXPECT_TRUE(home.running->frmMain.Enabled());
@@ -200,15 +198,6 @@ TEST_F(SyncTest, TracesTheStreamsBesideTheProgramOrElseInTheFolderOfTheUser) {
   EXPECT_EQ(machine.realFiles.Read(machine.home / "state/marovane/debug.log"), trace);
 }
 
-TEST_F(SyncTest, StoresSqlInASentenceAsText) {
-  home.machine.http.Route(kCompare, "no");
-  home.machine.http.Route(kStream, "FINISH");
-  home.machine.http.Queue(kStream, "#x'); drop table essay; --#2026/11/5#0#0#N<@>FINISH");
-  home.Sync("NOMSG");
-  EXPECT_THAT(home.Query("select sentence from oksentence"), ElementsAre("x’); drop table essay; --"));
-  EXPECT_THAT(home.Query("select * from essay"), IsEmpty());
-}
-
 TEST_F(SyncTest, ServerStoresNothingOfAPostWithAnIdThatIsNone) {
   const auto post =
       PostOf(SyncServer::kAccount, SyncServer::kAccount, "&k1=N&s1=Here.&ht1=N&k2=N&s2=There.&ht2=N&es2=1'");
@@ -217,16 +206,16 @@ TEST_F(SyncTest, ServerStoresNothingOfAPostWithAnIdThatIsNone) {
 }
 
 // From a server that checks nothing, and from our own with rows that are older than its checks.
-TEST_F(SyncTest, StoresIdsAndFlagsInTheirForm) {
+TEST_F(SyncTest, StoresIdsAndFlagsInTheirFormAndSqlAsText) {
   const std::string id = "1'); alert(1); ('";
   home.machine.http.Route(kCompare, "no");
-  home.machine.http.Queue(kStream, "#Right.#2026/11/5#" + id + "#<b>\"2#<img><@>FINISH");
+  home.machine.http.Queue(kStream, "#x'); drop table essay; --#2026/11/5#" + id + "#<b>\"2#<img><@>FINISH");
   home.machine.http.Queue(kStream, "A1#*Wrong*.#2026/11/5##" + std::string(70, '3') + "#1<@>FINISH");
   home.machine.http.Queue(kStream, "2026/11/5||" + id + "||w0<b>||?||T||O||N<@>FINISH");
   home.Sync("NOMSG");
   EXPECT_THAT(home.Contents(), ElementsAre("2026-11-05|1alert1|w0b|N|T|O|N",
                                            "A1|*Wrong*.|2026-11-05||" + std::string(64, '3') + "|1|",
-                                           "|Right.|2026-11-05|1alert1|b2|N|"));
+                                           "|x’); drop table essay; --|2026-11-05|1alert1|b2|N|"));
 }
 
 TEST_F(SyncTest, EndsWithTheProgramInTheMiddleOfAReloadAndChangesNothing) {
@@ -261,12 +250,14 @@ TEST_F(SyncTest, RecordsThatWereCleanedAwayAreNotLoadedAgain) {
   EXPECT_EQ(RequestsOfSync(school), 1U) << "so may a computer";
 }
 
-TEST_F(SyncTest, UnreachableServerChangesNothing) {
-  home.AddOk("Mine.");
-  for (const char* const page : {"p_getconn.asp", kCompare}) home.machine.http.RouteToNowhere(page);
-  home.Sync("NOMSG");
-  EXPECT_THAT(home.Query("select upload from oksentence"), ElementsAre("N"));
-  EXPECT_EQ(Requests(home, kUpload), 0U);
+// Not every program trims what it posts, and each start would load all records again.
+TEST_F(SyncTest, BlanksAroundAFieldAreNoDifference) {
+  const auto post = PostOf(SyncServer::kAccount, SyncServer::kAccount,
+                           "&k1=N&err1=&s1=+He+goes.+&d1=2026%2F11%2F5&es1=0&ess1=0&ht1=N");
+  ASSERT_EQ(server.Answer(post).body, "OK_");
+  school.Sync("NOMSG");
+  EXPECT_EQ(school.Contents(), Contents(server));
+  EXPECT_EQ(RequestsOfSync(school), 1U) << "the comparison alone";
 }
 
 TEST_F(SyncTest, CompareUnderstandsBothSidesAlike) {

@@ -1,22 +1,49 @@
 // The program itself, from one built version to the next.
-#include <algorithm>
+#include <poll.h>
+#include <sys/inotify.h>
+#include <unistd.h>
+
+#include <array>
+#include <functional>
+#include <stdexcept>
 
 #include "tests/support/real_server.h"
 #include "tests/support/virtual_loop.h"
-#include "tests/updater/folder_watch.h"
-#include "tests/updater/update_server.h"
 #include "tests/updater/updater_fixture.h"
-
-using namespace marovane;
 
 namespace updater {
 
 namespace {
 
-namespace fs = std::filesystem;
-using ::testing::AllOf;
-using ::testing::HasSubstr;
-using ::testing::StartsWith;
+using namespace ::testing;
+
+/// Sees files of some folders written or renamed, from the moment at which it was made.
+class FolderWatch {
+ public:
+  explicit FolderWatch(const std::vector<fs::path>& folders) : changes_(inotify_init1(IN_CLOEXEC)) {
+    for (const auto& folder : folders) {
+      if (inotify_add_watch(changes_, folder.c_str(), IN_MOVED_TO | IN_CLOSE_WRITE) >= 0) continue;
+      close(changes_);
+      throw std::runtime_error("cannot watch " + folder.string());
+    }
+  }
+  ~FolderWatch() { close(changes_); }
+  FolderWatch(const FolderWatch&) = delete;
+  FolderWatch& operator=(const FolderWatch&) = delete;
+
+  /// Asks again after each change, until nothing has changed for two minutes.
+  void WaitUntil(const std::function<bool()>& isMet) const {
+    constexpr int kPatience = 120'000;  // milliseconds
+    std::array<char, 4096> events{};
+    pollfd polled{changes_, POLLIN, 0};
+    while (!isMet()) {
+      if (poll(&polled, 1, kPatience) == 0 || read(changes_, events.data(), events.size()) < 0) return;
+    }
+  }
+
+ private:
+  int changes_;
+};
 
 class RealUpdateTest : public UpdaterTest {
  protected:
@@ -41,11 +68,12 @@ class RealUpdateTest : public UpdaterTest {
   static void Take(const fs::path& program, const fs::path& to) {
     EXPECT_EQ(Shell("strip -o '" + to.string() + "' '" + program.string() + "'").status, 0);
   }
-  base::RunResult Terminal(const std::string& words) {
-    return Shell("env -i HOME=" + home.Path().string() + " TMP=" + working.string() +
-                 " LANG=C.UTF-8 PATH=/usr/bin " + (installation / "current/bin/marovane-terminal").string() +
-                 " " + words);
+  std::string TerminalLine(const std::string& words) const {
+    return "env -i HOME=" + home.Path().string() + " TMP=" + working.string() +
+           " LANG=C.UTF-8 PATH=/usr/bin " + (installation / "current/bin/marovane-terminal").string() + " " +
+           words;
   }
+  base::RunResult Terminal(const std::string& words) const { return Shell(TerminalLine(words)); }
 };
 
 TEST_F(RealUpdateTest, IsUpdatedRefusesABrokenVersionAndGoesBack) {
@@ -53,8 +81,7 @@ TEST_F(RealUpdateTest, IsUpdatedRefusesABrokenVersionAndGoesBack) {
   PublishFolder(first);
   InstallPublished();
   ASSERT_THAT(Terminal("check 'He goes to school every day.'").output, StartsWith("PASS\n"));
-  EXPECT_EQ(ReadFile(working / "Tessaroon/setup.txt"),
-            (installation / "versions" / Current() / "share/marovane").string() + "\r\n")
+  EXPECT_EQ(ReadFile(working / "Tessaroon/setup.txt"), ProgramFolder() + "\r\n")
       << "the program keeps a copy of the updater, and notes for it where the program is";
   const std::string before = Current();
 
@@ -80,7 +107,7 @@ TEST_F(RealUpdateTest, IsUpdatedRefusesABrokenVersionAndGoesBack) {
   EXPECT_EQ(Current(), "1.1.0");
   EXPECT_THAT(Terminal("check 'He goes to school every day.'").output, StartsWith("PASS\n"));
 
-  EXPECT_EQ(Shell((working / "Tessaroon/updater.exe").string() + " mrv_rollback").status, 0);
+  EXPECT_EQ(Shell(updaterCopy.string() + " mrv_rollback").status, 0);
   EXPECT_EQ(Current(), before);
   EXPECT_EQ(Terminal("--version").output, "Marovane " + before + "\n");
 }
@@ -97,16 +124,14 @@ TEST_F(RealUpdateTest, LearnerWhoSaysYesHasTheNextVersion) {
   Put(installation / "current/share/marovane/installation.set",
       "serverRoot=" + server.Root() + "\r\nupdateHost=" + updates.Host() + "\r\n");
   Put(home / "answer", "y\n");
-  Put(home / "start", "#!/bin/sh\nenv -i HOME=" + home.Path().string() + " TMP=" + working.string() +
-                          " LANG=C.UTF-8 PATH=/usr/bin " +
-                          (installation / "current/bin/marovane-terminal").string() + " records\n");
+  Put(home / "start", "#!/bin/sh\n" + TerminalLine("records") + "\n");
   fs::create_directories(working / "Tessaroon");
   const FolderWatch watch({installation, working / "Tessaroon"});
   // It asks only at a terminal.
   const base::RunResult run =
       Shell("script -qec 'sh " + (home / "start").string() + "' /dev/null <" + (home / "answer").string());
   EXPECT_THAT(run.output, HasSubstr("目前已有新版程式"));
-  watch.WaitUntil([this] { return Current() == "1.1.0" || !Note().empty(); }, std::chrono::minutes{2});
+  watch.WaitUntil([this] { return Current() == "1.1.0" || !Note().empty(); });
   EXPECT_EQ(Note(), "");
   EXPECT_EQ(Current(), "1.1.0") << run.output;
   EXPECT_EQ(ReadFile(working / "Tessaroon/edition.txt"), "MRV\n");

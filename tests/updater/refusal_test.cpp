@@ -13,22 +13,20 @@ namespace updater {
 
 namespace {
 
-namespace fs = std::filesystem;
-using ::testing::AllOf;
-using ::testing::HasSubstr;
+using namespace ::testing;
 
 class RefusalTest;
+using Act = std::function<void(RefusalTest&)>;
+using Alter = std::function<std::string(std::string)>;
 
 struct Harm {
-  const char* what;
-  const char* told;
-  std::function<void(RefusalTest&)> act;
+  const char *what, *reported;
+  Act act;
 };
 void PrintTo(const Harm& harm, std::ostream* out) { *out << harm.what; }
 
 class RefusalTest : public InstalledTest, public ::testing::WithParamInterface<Harm> {
  public:
-  using Alter = std::function<std::string(std::string)>;
   void AlterPage(const Alter& alter) { Put(Page(), alter(ReadFile(Page()))); }
   void AlterPublishedList(const Alter& alter) { Put(list_, alter(ReadFile(list_))); }
   void SignAltered(const std::string& from, const std::string& to) {
@@ -69,61 +67,59 @@ TEST_P(RefusalTest, IsReportedAndLeavesEverythingAsItWas) {
   const auto installed = Installed();
   const base::RunResult run = RunUpdater("mrv_updater");
   EXPECT_EQ(run.status, 1);
-  EXPECT_THAT(run.errors, HasSubstr(GetParam().told));
+  EXPECT_THAT(run.errors, HasSubstr(GetParam().reported));
   EXPECT_EQ(Note() + "\n", run.errors) << "the program shows it at its next start";
   EXPECT_EQ(Installed(), installed);
   EXPECT_EQ(Current(), "1.0.0");
 }
 
+Act OnPage(const Alter& alter) {
+  return [=](RefusalTest& test) { test.AlterPage(alter); };
+}
+Act OnList(const Alter& alter) {
+  return [=](RefusalTest& test) { test.AlterPublishedList(alter); };
+}
+Act Signs(const char* from, const char* to) {
+  return [=](RefusalTest& test) { test.SignAltered(from, to); };
+}
+Act Publishes(const ScriptTree& tree) {
+  return [=](RefusalTest& test) { test.Publish(tree); };
+}
+void SignMoreThanTheDiskHolds(RefusalTest& test) {
+  std::string list = "marovane 1\nversion 1.2.0\n";
+  for (int i = 0; i < 20'000; ++i) {
+    list += "- 1073741824 " + std::string(64, 'a') + " share/" + std::to_string(i) + "\n";
+  }
+  test.SignList(list);
+}
+
+constexpr const char* kDoesNotRun = "marovane-terminal 在這台電腦上無法正常執行";
+constexpr const char* kPagePath = "share/marovane/ui/page.htm";
+
 const Harm kHarms[] = {
-    {"altered byte", "內容和清單不符",
-     [](RefusalTest& test) { test.AlterPage([](std::string bytes) { return bytes.replace(3, 1, "?"); }); }},
-    {"cut file", "內容和清單不符",
-     [](RefusalTest& test) { test.AlterPage([](const std::string& bytes) { return bytes.substr(0, 5); }); }},
-    {"longer file", "比清單所說的還大",
-     [](RefusalTest& test) { test.AlterPage([](const std::string& bytes) { return bytes + "x"; }); }},
-    {"missing file", "更新資料夾裡沒有 files/", [](RefusalTest& test) { test.RemovePage(); }},
-    {"missing list", "更新資料夾裡沒有 mrv_updater.list", [](RefusalTest& test) { test.RemoveList(); }},
+    {"altered byte", "內容和清單不符", OnPage([](std::string bytes) { return bytes.replace(3, 1, "?"); })},
+    {"cut file", "內容和清單不符", OnPage([](const std::string& bytes) { return bytes.substr(0, 5); })},
+    {"longer file", "比清單所說的還大", OnPage([](const std::string& bytes) { return bytes + "x"; })},
+    {"missing file", "更新資料夾裡沒有 files/", &RefusalTest::RemovePage},
+    {"missing list", "更新資料夾裡沒有 mrv_updater.list", &RefusalTest::RemoveList},
     {"altered list", "簽章不正確",
-     [](RefusalTest& test) {
-       test.AlterPublishedList([](std::string list) { return list.replace(list.find("1.1.0"), 5, "1.2.0"); });
-     }},
+     OnList([](std::string list) { return list.replace(list.find("1.1.0"), 5, "1.2.0"); })},
     {"cut list", "簽章不正確",
-     [](RefusalTest& test) {
-       test.AlterPublishedList([](const std::string& list) { return list.substr(0, list.size() - 80); });
-     }},
-    {"another key", "簽章不正確", [](RefusalTest& test) { test.SignWithAnotherKey(); }},
+     OnList([](const std::string& list) { return list.substr(0, list.size() - 80); })},
+    {"another key", "簽章不正確", &RefusalTest::SignWithAnotherKey},
     {"no signature", "沒有簽章",
-     [](RefusalTest& test) {
-       test.AlterPublishedList([](const std::string& list) { return list.substr(list.find('\n') + 1); });
-     }},
-    {"no key", "沒有驗證更新用的金鑰", [](RefusalTest& test) { test.RemoveKey(); }},
-    {"older version", "比現在的版本 1.0.0 還舊",
-     [](RefusalTest& test) { test.Publish({.version = "0.9.9"}); }},
-    {"same version", "沒有比現在更新的版本", [](RefusalTest& test) { test.Publish({.version = "1.0.0"}); }},
-    {"way out of the folder", "清單的內容不正確",
-     [](RefusalTest& test) {
-       test.SignAltered("share/marovane/ui/page.htm", "share/../../../../escaped.htm");
-     }},
-    {"place outside", "清單的內容不正確",
-     [](RefusalTest& test) { test.SignAltered("share/marovane/ui/page.htm", "/tmp/escaped.htm"); }},
-    {"version that is a path", "清單的內容不正確",
-     [](RefusalTest& test) { test.SignAltered("version 1.1.0", "version ../../x"); }},
-    {"full disk", "磁碟空間不足", [](RefusalTest& test) { test.LimitFiles(); }},
-    {"more than the disk holds", "磁碟空間不足",
-     [](RefusalTest& test) {
-       std::string list = "marovane 1\nversion 1.2.0\n";
-       for (int i = 0; i < 20'000; ++i) {
-         list += "- 1073741824 " + std::string(64, 'a') + " share/" + std::to_string(i) + "\n";
-       }
-       test.SignList(list);
-     }},
-    {"program of another version", "marovane-terminal 在這台電腦上無法正常執行",
-     [](RefusalTest& test) { test.SignAltered("version 1.1.0", "version 1.2.0"); }},
-    {"failing self-check", "marovane-terminal 在這台電腦上無法正常執行",
-     [](RefusalTest& test) { test.Publish({.version = "1.2.0", .selfCheck = "exit 3"}); }},
-    {"crashing program", "marovane-terminal 在這台電腦上無法正常執行",
-     [](RefusalTest& test) { test.Publish({.version = "1.2.0", .selfCheck = "kill -SEGV $$"}); }},
+     OnList([](const std::string& list) { return list.substr(list.find('\n') + 1); })},
+    {"no key", "沒有驗證更新用的金鑰", &RefusalTest::RemoveKey},
+    {"older version", "比現在的版本 1.0.0 還舊", Publishes({.version = "0.9.9"})},
+    {"same version", "沒有比現在更新的版本", Publishes({.version = "1.0.0"})},
+    {"way out of the folder", "清單的內容不正確", Signs(kPagePath, "share/../../../../escaped.htm")},
+    {"place outside", "清單的內容不正確", Signs(kPagePath, "/tmp/escaped.htm")},
+    {"version that is a path", "清單的內容不正確", Signs("version 1.1.0", "version ../../x")},
+    {"full disk", "磁碟空間不足", &RefusalTest::LimitFiles},
+    {"more than the disk holds", "磁碟空間不足", SignMoreThanTheDiskHolds},
+    {"program of another version", kDoesNotRun, Signs("version 1.1.0", "version 1.2.0")},
+    {"failing self-check", kDoesNotRun, Publishes({.version = "1.2.0", .selfCheck = "exit 3"})},
+    {"crashing program", kDoesNotRun, Publishes({.version = "1.2.0", .selfCheck = "kill -SEGV $$"})},
 };
 
 INSTANTIATE_TEST_SUITE_P(Harms, RefusalTest, ::testing::ValuesIn(kHarms), [](const auto& info) {
@@ -163,8 +159,7 @@ TEST_F(InstalledTest, WhoMayNotWriteLearnsWhoCan) {
 TEST_F(InstalledTest, WordsOtherThanItsOwnAreUsage) {
   EXPECT_EQ(RunUpdater("mrv_update").status, 64);
   EXPECT_THAT(RunUpdater("mrv_updater", "").errors, HasSubstr("沒有更新主機"));
-  EXPECT_THAT(Shell((working / "Tessaroon/updater.exe").string() + " mrv_rollback").errors,
-              HasSubstr("沒有可以回復的舊版本"));
+  EXPECT_THAT(Shell(updaterCopy.string() + " mrv_rollback").errors, HasSubstr("沒有可以回復的舊版本"));
 }
 
 }  // namespace

@@ -6,16 +6,13 @@
 #include <csignal>
 #include <cstdlib>
 
-#include "tests/updater/update_server.h"
 #include "tests/updater/updater_fixture.h"
 
 namespace updater {
 
 namespace {
 
-namespace fs = std::filesystem;
-using ::testing::ElementsAre;
-using ::testing::HasSubstr;
+using namespace ::testing;
 
 class SwitchTest : public InstalledTest {
  protected:
@@ -57,7 +54,7 @@ TEST_F(SwitchTest, OneVersionIsKeptForTheWayBackAndForth) {
   EXPECT_THAT(Versions(), ElementsAre("1.1.0", "1.2.0"));
   StartInstalled();
   for (const char* const version : {"1.1.0", "1.2.0"}) {
-    EXPECT_EQ(Shell((working / "Tessaroon/updater.exe").string() + " mrv_rollback").status, 0);
+    EXPECT_EQ(Shell(updaterCopy.string() + " mrv_rollback").status, 0);
     EXPECT_EQ(Current(), version);
   }
 }
@@ -146,7 +143,7 @@ TEST_F(SwitchTest, KilledAtAnyRequestTheOldVersionRunsAndTheNextUpdateWorks) {
       return false;
     };
     id = 0;
-    base::Process updater({.program = working / "Tessaroon/updater.exe",
+    base::Process updater({.program = updaterCopy,
                            .arguments = {"mrv_updater", server.Host()},
                            .environment = std::vector<std::string>()});
     id = updater.Id();

@@ -8,13 +8,11 @@ namespace marovane {
 
 namespace {
 
-using ::testing::HasSubstr;
-using ::testing::Not;
+using namespace ::testing;
 
-class FakeErrSentence : public Form, public ErrorSentences {
+class FakeErrSentence : public FakeForm<ErrorSentences> {
  public:
-  explicit FakeErrSentence(Machine& theMachine) : Form(theMachine, "frmErrSentence") {}
-  Form& AsForm() override { return *this; }
+  explicit FakeErrSentence(Machine& theMachine) : FakeForm(theMachine, "frmErrSentence") {}
   void ShowErrSentence(const std::string& errcode) override { asked.push_back(errcode); }
   std::vector<std::string> asked;
 };
@@ -74,7 +72,7 @@ TEST_F(ErrorStatisticsTest, PageIsATreeWithClosedBranches) {
        }) {
     EXPECT_THAT(page, HasSubstr(part));
   }
-  EXPECT_THAT(base::Replace(page, "\r\n", ""), Not(::testing::ContainsRegex("[\r\n]")));
+  EXPECT_THAT(base::Replace(page, "\r\n", ""), Not(ContainsRegex("[\r\n]")));
 }
 
 TEST_F(ErrorStatisticsTest, NoMistakesMakeAnEmptyTreeAndTheMainWindowComesBack) {
@@ -85,7 +83,6 @@ TEST_F(ErrorStatisticsTest, NoMistakesMakeAnEmptyTreeAndTheMainWindowComesBack) 
   EXPECT_THAT(window.webHtml.Page(), HasSubstr("id='table1'>\r\n</table>"));
   ExpectMessage(Message::kChooseMistake);
   machine.user.Click(window.picButtons);
-  ExpectAllMessagesShown();
 }
 
 TEST_F(ErrorStatisticsTest, LinksRememberAndOpenACode) {
@@ -94,7 +91,7 @@ TEST_F(ErrorStatisticsTest, LinksRememberAndOpenACode) {
   machine.user.Click(window.picButtons);
   EXPECT_FALSE(window.webHtml.FollowLink("cmd:errcode:VF01"));
   for (const char* unknown : {"cmd:", "cmd:other"}) EXPECT_FALSE(window.webHtml.FollowLink(unknown));
-  EXPECT_THAT(frmErrSentence.asked, ::testing::ElementsAre("AG01", "VF01"));
+  EXPECT_THAT(frmErrSentence.asked, ElementsAre("AG01", "VF01"));
   EXPECT_TRUE(frmErrSentence.Visible);
   EXPECT_TRUE(window.webHtml.FollowLink("rem:clear"));
   ExpectMessage(Message::kChooseMistake);

@@ -6,11 +6,9 @@ namespace marovane {
 
 namespace {
 
-using ::testing::EndsWith;
-using ::testing::HasSubstr;
-using ::testing::StartsWith;
+using namespace ::testing;
 
-TEST(PageFrame, HeaderCarriesTheTheme) {
+TEST(PageFrame, HasItsPartsAndCarriesTheTheme) {
   const struct {
     const char *color, *style;
   } kCases[] = {
@@ -21,18 +19,13 @@ TEST(PageFrame, HeaderCarriesTheTheme) {
       {"#FFFFFF", "body {\r\n   border-style:none; background-color: #FFFFFF;\r\n}\r\n"},
   };
   for (const auto& c : kCases) {
+    EXPECT_EQ(BuildPageFrame("FOOTER", c.color).Markup(), "</body>\r\n</html>\r\n");
     const std::string header = BuildPageFrame("HEADER", c.color).Markup();
     EXPECT_THAT(header, HasSubstr(c.style));
     EXPECT_THAT(header, StartsWith("<html>\r\n<head>\r\n<meta http-equiv='Content-Type' content='text/html; "
                                    "charset=big5'>\r\n<title></title>\r\n</head>\r\n<style>\r\n"));
     EXPECT_THAT(header,
                 EndsWith("p { line-height:150%; margin-top:5px; margin-bottom:5px; }\r\n</style>\r\n"));
-  }
-}
-
-TEST(PageFrame, OtherParts) {
-  for (const char* color : {"YELLOW", ""}) {
-    EXPECT_EQ(BuildPageFrame("FOOTER", color).Markup(), "</body>\r\n</html>\r\n");
   }
   EXPECT_EQ(BuildPageFrame("middle", "").Markup(), "");
 }

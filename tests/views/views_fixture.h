@@ -73,7 +73,7 @@ class ViewsTest : public CoreTest {
   static void Check(WebBrowser& page, std::initializer_list<int> rows) {
     for (const int row : rows) page.inputChecked["chk" + std::to_string(row)] = true;
   }
-  void ExpectAllMessagesShown() { EXPECT_EQ(machine.user.Expected(), 0U); }
+  void TearDown() override { EXPECT_EQ(machine.user.Expected(), 0U) << "all expected messages were shown"; }
 
   std::unique_ptr<base::Database> db;
   RecordDb records{program};

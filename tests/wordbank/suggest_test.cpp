@@ -3,6 +3,7 @@
 
 #include <array>
 
+#include "base/text.h"
 #include "engine/suggest/advisor.h"
 #include "tests/wordbank/shared_bank.h"
 
@@ -16,38 +17,14 @@ tolvex::Suggestions Advise(const std::string& text) {
   return tolvex::Advisor(tables).Advise(tolvex::test::SharedModels().Read(text));
 }
 
-struct Advised {
-  const char* sentence;
-  const char* partners;
-  const char* words;
-};
-
 TEST(Suggestions, ComeWhereThereIsSomethingWorthSaying) {
-  const std::vector<Advised> table = {
-      {"We had a big rain last night.", "rain 名詞 heavy 形容詞", "0"},
-      {"He took a big breath and jumped.", "breath 名詞 deep 形容詞", "0"},
-      {"He is a high man.", "man 名詞 tall 形容詞", "0"},
-      {"The expensive price surprised us.", "price 名詞 high 形容詞", "0"},
-      {"He used his money on books.", "money 名詞 spend 動詞", "0"},
-      {"It rained strongly last night.", "rain 動詞 heavily 副詞", "0"},
-      {"He was very injured in the accident.", "injured 形容詞 seriously 副詞", "0"},
-      {"The building is very big.", "0", "big%2CSJ||very big → huge、enormous"},
-      {"I hope you get better soon.", "0", "get%2CSV||get better → improve、recover"},
-      {"It is an important thing.", "0", "thing%2CSN||thing → matter、point、factor"},
-      {"She has a nice garden.", "garden 名詞 beautiful 形容詞", "nice%2CSJ||nice → pleasant、kind、lovely"},
-  };
-  for (const auto& [sentence, partners, words] : table) {
-    const auto found = Advise(sentence);
-    EXPECT_EQ(tolvex::SuggestionList(found.partners), partners) << sentence;
-    EXPECT_EQ(tolvex::SuggestionList(found.words), words) << sentence;
-  }
-  for (const char* good :
-       {"We had heavy rain last night.", "They live in a big house.", "I was a senior high school student.",
-        "We use it every day.", "It is nice to meet you.", "They like to try new things.",
-        "She is not very happy.", "He made a big mistake.", "The police said nothing.",
-        "I got a letter from my friend."}) {
-    EXPECT_THAT(Advise(good).partners, ::testing::IsEmpty()) << good;
-    EXPECT_THAT(Advise(good).words, ::testing::IsEmpty()) << good;
+  const auto lines = tolvex::test::ReadLines(SUGGESTIONS);
+  EXPECT_GE(lines.size(), 20U);
+  for (const std::string& line : lines) {
+    const auto columns = base::Split(line, "\t");
+    const auto found = Advise(columns.at(0));
+    EXPECT_EQ(tolvex::SuggestionList(found.partners), columns.at(1)) << line;
+    EXPECT_EQ(tolvex::SuggestionList(found.words), columns.at(2)) << line;
   }
 }
 
@@ -72,6 +49,7 @@ TEST(Suggestions, AreFiveAtMostAndTheBankKnowsWhatEachPickAsks) {
       "The very big man, the very small boy, the very tired girl and the very hungry cat saw a big snow, "
       "took a big breath and felt very happy and very cold.");
   EXPECT_EQ(found.partners.size() + found.words.size(), 5U);
+  EXPECT_EQ(tolvex::SuggestionList({"a", "b"}), "a,b");
   for (std::string query : found.words) {
     query.resize(query.find("||"));
     ASSERT_NE(query.find("%2C"), std::string::npos) << query;
@@ -88,11 +66,6 @@ TEST(Suggestions, BetterPartnersAreInTheAnswerThatThePickBrings) {
     const std::string item = Advise(sentence).partners.at(0);
     EXPECT_GE(PlaceOf(phrase, SharedBank().Find(item.substr(0, item.find(' ')), code)), 0) << item;
   }
-}
-
-TEST(Suggestions, AnEmptyListIsZero) {
-  EXPECT_EQ(tolvex::SuggestionList({}), "0");
-  EXPECT_EQ(tolvex::SuggestionList({"a", "b"}), "a,b");
 }
 
 }  // namespace

@@ -69,22 +69,20 @@ TEST(Bankbuild, NamesTheLineThatIsWrongInASource) {
       {"unknown", "pears CNJ big: rain\n"}};
   for (const auto& [name, text] : sources) WriteFile(folder / name, text);
   const std::string cat = "貓\t猫\t\tcat\n";
-  struct Damage {
+  const struct {
     std::string step, first, second, cedict, reason;
-  };
-  const std::vector<Damage> table = {
-      {"chinese", "empty", "empty", cat + "no tabs here\n", "the Chinese dictionary:2: "},
-      {"chinese", "empty", "empty", "", "the Chinese dictionary is empty"},
-      {"chinese", "empty", "lost", cat, "cannot read"},
-      {"chinese", "empty", "frequency", cat, "frequency:2: not a number: many"},
-      {"chinese", "function", "empty", cat, "function:2: too few fields"},
-      {"suggest", "no-pattern", "empty", "", "no-pattern:2: not partner, count and pattern: hot:5"},
-      {"suggest", "no-kind", "empty", "", "no-kind:1: no kind of word pairs: XXX"},
-      {"suggest", "empty", "short", "", "short:2: "},
-      {"suggest", "empty", "one-word", "", "one-word:1: "},
-      {"suggest", "empty", "unknown", "", "unknown:1: "},
-      {"suggest", "lost", "empty", "", "cannot read"},
-      {"nonsense", "", "", "", "usage"}};
+  } table[] = {{"chinese", "empty", "empty", cat + "no tabs here\n", "the Chinese dictionary:2: "},
+               {"chinese", "empty", "empty", "", "the Chinese dictionary is empty"},
+               {"chinese", "empty", "lost", cat, "cannot read"},
+               {"chinese", "empty", "frequency", cat, "frequency:2: not a number: many"},
+               {"chinese", "function", "empty", cat, "function:2: too few fields"},
+               {"suggest", "no-pattern", "empty", "", "no-pattern:2: not partner, count and pattern: hot:5"},
+               {"suggest", "no-kind", "empty", "", "no-kind:1: no kind of word pairs: XXX"},
+               {"suggest", "empty", "short", "", "short:2: "},
+               {"suggest", "empty", "one-word", "", "one-word:1: "},
+               {"suggest", "empty", "unknown", "", "unknown:1: "},
+               {"suggest", "lost", "empty", "", "cannot read"},
+               {"nonsense", "", "", "", "usage"}};
   for (const auto& [step, first, second, cedict, reason] : table) {
     std::vector<std::string> arguments = {step, first, second, "out.tables"};
     if (step == "chinese") arguments.insert(arguments.end() - 1, kLexicon);

@@ -12,8 +12,7 @@ namespace marovane {
 
 namespace {
 
-using ::testing::ElementsAre;
-using ::testing::MatchesRegex;
+using namespace ::testing;
 
 /// Keeps what a pane was asked for.
 class RecordingRenderer : public WebRenderer {
@@ -27,14 +26,6 @@ class RecordingRenderer : public WebRenderer {
   void GoForward() override { log.emplace_back("forward"); }
   std::vector<std::string> Take() { return std::exchange(log, {}); }
   std::vector<std::string> log;
-};
-
-class FakeEssay : public Form, public Essay {
- public:
-  explicit FakeEssay(Machine& theMachine) : Form(theMachine, "frmEssay") {}
-  Form& AsForm() override { return *this; }
-  void ShowEssay(const std::string& essayId) override { shown.push_back(essayId); }
-  std::vector<std::string> shown;
 };
 
 class BrowserTest : public ::testing::Test {

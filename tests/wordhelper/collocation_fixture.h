@@ -33,7 +33,7 @@ class CollocationTest : public CoreTest {
   }
 
   FrmCollocation& Helper() { return *frmCollocation; }
-  void ExpectAllMessagesShown() { EXPECT_EQ(machine.user.Expected(), 0U); }
+  void TearDown() override { EXPECT_EQ(machine.user.Expected(), 0U) << "all expected messages were shown"; }
   /// Turns to a tab and types into a box on it.
   void TypeOnTab(int tab, TextBox& box, const std::string& text) {
     Helper().picTabs_Click(tab);

@@ -6,12 +6,7 @@ namespace marovane {
 
 namespace {
 
-using ::testing::AllOf;
-using ::testing::ElementsAre;
-using ::testing::HasSubstr;
-using ::testing::IsEmpty;
-using ::testing::Not;
-using ::testing::SizeIs;
+using namespace ::testing;
 using Seconds = std::chrono::seconds;
 
 class WebQuery : public CollocationTest {
@@ -52,10 +47,9 @@ TEST_F(WebQuery, SynonymsBecomeAPage) {
   for (const auto& [mode, page] : cases) {
     Ask(mode, "OK_glad<@> <@>content >> 滿足<@>", "happy,SJ");
     ASSERT_THAT(fakes.frmBrowser.written, Not(IsEmpty()));
-    EXPECT_THAT(
-        fakes.frmBrowser.written.back(),
-        AllOf(::testing::StartsWith("1 <html>"), HasSubstr(page), HasSubstr("background-color: #FFFFFF;"),
-              HasSubstr("font-family:Cambria"), ::testing::EndsWith("</html>\r\n")));
+    EXPECT_THAT(fakes.frmBrowser.written.back(),
+                AllOf(StartsWith("1 <html>"), HasSubstr(page), HasSubstr("background-color: #FFFFFF;"),
+                      HasSubstr("font-family:Cambria"), EndsWith("</html>\r\n")));
     EXPECT_EQ(Acts().back(), "similar");
     EXPECT_FALSE(ShowsResults() || Helper().Visible());
   }
@@ -70,7 +64,6 @@ TEST_F(WebQuery, NothingFoundKeepsTheOldList) {
   for (const char* reply : {"OK_", "OK_   ", "OK_抱歉找不到資料<@>x", "OK_<@> <@>"}) {
     ExpectMessage(Message::kNoPartners);
     Ask("collo", reply);
-    ExpectAllMessagesShown();
     EXPECT_THAT(Helper().cboCollect.Items(), ElementsAre("heavy rain"));
     EXPECT_FALSE(Helper().cboCollect.Enabled());
     EXPECT_TRUE(Helper().Enabled() && Helper().picButtons(0).Visible());
@@ -92,7 +85,6 @@ TEST_F(WebQuery, AsksAgainUntilThirtySecondsAreOver) {
   const auto before = machine.loop.Elapsed();
   ExpectMessage(Message::kNoEngineReply);
   Ask("similar", "ERR_ENGINE");
-  ExpectAllMessagesShown();
   EXPECT_GE(machine.loop.Elapsed() - before, Seconds{30});
   EXPECT_LE(machine.loop.Elapsed() - before, Seconds{35});
   EXPECT_TRUE(Helper().Enabled() && Helper().picButtons(1).Visible());
@@ -105,7 +97,6 @@ TEST_F(WebQuery, AsksTheLearnerWhenNoEngineIsAllottedAndShowsItsAddressInDetail)
   app.gDetailMessage = true;
   ExpectMessage(Message::kNoEngineAddress);
   Ask("collo", "OK_heavy rain");
-  ExpectAllMessagesShown();
   EXPECT_THAT(Helper().cboCollect.Items(), ElementsAre("heavy rain"));
   EXPECT_EQ(Helper().lblCaps.Caption(), "http://engine/");
 }
@@ -125,19 +116,16 @@ class LocalQuery : public CollocationTest {
     app.gUseWebEngineWbank = false;
     machine.realFiles.Write(app.gEngineDir + "wexbin.exe", "", false);
   }
-  /// What the engine does: it writes its file, and its path into the exchange file.
+  /// An engine that answers with this file, whose path it writes into the exchange file.
   void InstallEngine(const std::string& bytes) {
-    InstallEngine([this, bytes] {
-      Put(ResultFile(), bytes);
-      NameResultFile(ResultFile());
-    });
+    Put(ResultFile(), bytes);
+    InstallEngineOf(ResultFile());
   }
-  void InstallEngine(const std::function<void()>& work) {
-    machine.processes.Install("wexbin.exe", std::chrono::milliseconds{700},
-                              [work](const base::ProcessStart&) { work(); });
-  }
-  void NameResultFile(const std::string& path) {
-    ReadWriteSetFile(machine.realFiles, app.gRegistryFile, "W", "collocationListHtm", path);
+  void InstallEngineOf(const std::string& path) {
+    machine.processes.Install(
+        "wexbin.exe", std::chrono::milliseconds{700}, [this, path](const base::ProcessStart&) {
+          ReadWriteSetFile(machine.realFiles, app.gRegistryFile, "W", "collocationListHtm", path);
+        });
   }
   void Ask(const std::string& mode) {
     app.gSuggestMode = mode;
@@ -154,16 +142,16 @@ TEST_F(LocalQuery, ReadsTheAnswerAsItIs) {
   Helper().Show();
   Ask("collo");
   EXPECT_EQ(machine.processes.terminated.size(), 1U) << "one that hung from the time before";
-  ASSERT_THAT(machine.processes.started, SizeIs(1));
-  EXPECT_THAT(machine.processes.started[0].arguments, ElementsAre("rain,CNV"));
-  EXPECT_EQ(machine.processes.started[0].program.string(), app.gEngineDir + "wexbin.exe");
-  EXPECT_EQ(machine.processes.started[0].workingFolder.string(), app.gEngineDir);
+  const auto& start = machine.processes.started.at(0);
+  EXPECT_THAT(start.arguments, ElementsAre("rain,CNV"));
+  EXPECT_EQ(start.program.string(), app.gEngineDir + "wexbin.exe");
+  EXPECT_EQ(start.workingFolder.string(), app.gEngineDir);
   EXPECT_THAT(Helper().cboCollect.Items(), ElementsAre(" heavy rain >> 大雨 ", "", "rain falls"))
       << "blank lines too";
   EXPECT_EQ(Helper().lblCollectMessage.Caption(), "查看含 [heavy rain] 的例句");
   EXPECT_TRUE(ShowsResults() && Helper().Enabled());
   EXPECT_EQ(Content(ResultFile()), std::nullopt);
-  EXPECT_THAT(Registry(), AllOf(::testing::StartsWith(kRegistryMarker), HasSubstr("sentence=He goes.")));
+  EXPECT_THAT(Registry(), AllOf(StartsWith(kRegistryMarker), HasSubstr("sentence=He goes.")));
   EXPECT_EQ(app.gSuggestMode, "collo") << "only the way over the server clears it";
   EXPECT_THAT(Acts(), ElementsAre("collo"));
 }
@@ -189,7 +177,6 @@ TEST_F(LocalQuery, SilenceLeavesTheWindowDisabled) {
     const auto before = machine.loop.Elapsed();
     ExpectMessage(Message::kNoEngineReply);
     Ask("collo");
-    ExpectAllMessagesShown();
     EXPECT_GE(machine.loop.Elapsed() - before, Seconds{5});
     EXPECT_LE(machine.loop.Elapsed() - before, Seconds{7});
     EXPECT_FALSE(Helper().Enabled());
@@ -206,7 +193,7 @@ TEST_F(LocalQuery, BadAnswersGetAWordAndGiveTheWindowBack) {
     std::function<void()> arrange;
   } cases[] = {
       {"no engine", Message::kNoEngineReply, [] {}},
-      {"no file", Message::kNoEngineReply, [this] { InstallEngine([this] { NameResultFile("/no/such"); }); }},
+      {"no file", Message::kNoEngineReply, [this] { InstallEngineOf("/no/such"); }},
       {"half a character", Message::kNoEngineReply, [this] { InstallEngine("<title>rain\r\nheavy \xA4"); }},
       {"only a title", Message::kNoPartners, [this] { InstallEngine("<title>rain"); }},
       {"an empty file", Message::kNoPartners, [this] { InstallEngine(""); }},
@@ -217,7 +204,6 @@ TEST_F(LocalQuery, BadAnswersGetAWordAndGiveTheWindowBack) {
     c.arrange();
     ExpectMessage(c.message);
     Ask("collo");
-    ExpectAllMessagesShown();
     EXPECT_TRUE(Helper().Enabled() && Helper().picButtons(0).Visible());
     EXPECT_THAT(Helper().cboCollect.Items(), IsEmpty());
   }

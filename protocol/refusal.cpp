@@ -1,0 +1,16 @@
+#include "protocol/refusal.h"
+
+#include <algorithm>
+#include <array>
+
+namespace protocol::refusal {
+
+bool IsFinal(std::string_view reply) {
+  constexpr std::array<std::string_view, 16> kFinal{
+      kWrongKey,      kMissingField,    kTooLong,       kBadText,       kBadAccount, kNotFound,
+      kWrongPassword, kClosed,          kWrongEmail,    kUnknownMethod, kUnknownAct, kUnknownType,
+      kUnknownKind,   kUnknownLanguage, kUnknownStream, kBadDigest};
+  return std::ranges::find(kFinal, reply) != kFinal.end();
+}
+
+}  // namespace protocol::refusal
