@@ -63,6 +63,7 @@ void TerminalCheck::Ask(const std::string& sentence) {
     frmMain.txtInput.KeyDown.Raise(keyCode);
   } catch (const RunTimeError& error) {
     fmt::print(stderr, "檢查中斷：{}\n", error.what());
+    frmMain.stopReason = error.what();
     program.app.gVerdict.clear();
     frmMain.Enabled = true;
   }

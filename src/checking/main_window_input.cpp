@@ -60,7 +60,10 @@ void FrmMain::TranslateInput(const std::string& chinese) {
   const auto english = WithEnglish(txtInput.Text());
   program.frmMessage->closeForm();
   machine.loop.DoEvents();
-  if (!english) return ShowMessage(program, Message::kNoTranslation);
+  if (!english) {
+    stopReason = Message::kNoTranslation.text;
+    return ShowMessage(program, Message::kNoTranslation);
+  }
   txtInput.Text = *english;
   RestoreColor();
   txtInput.SelStart = base::Len(*english);
@@ -70,8 +73,10 @@ std::optional<std::string> FrmMain::WithEnglish(const std::string& text) {
   std::string english;
   std::string_view rest = text;
   for (TextRange run = FirstChinese(rest); run.length > 0; run = FirstChinese(rest)) {
-    const std::string translation = TranslateText(std::string(rest.substr(run.begin, run.length)));
+    std::string translation = TranslateText(std::string(rest.substr(run.begin, run.length)));
     if (translation.empty()) return std::nullopt;
+    // Of the meanings of a word within a sentence the first one fits best.
+    if (run.length < text.size()) translation = translation.substr(0, translation.find(';'));
     Append(english, rest.substr(0, run.begin));
     Append(english, translation);
     rest.remove_prefix(run.begin + run.length);
@@ -82,8 +87,9 @@ std::optional<std::string> FrmMain::WithEnglish(const std::string& text) {
 
 std::string FrmMain::TranslateText(const std::string& text) {
   if (!EngineFor(*this).IsOnline()) return "";
-  const std::string reply = TryPost(program, program.app.gWebEngineRoot + protocol::page::kTranslate,
-                                    {{"ls", "zh-TW"}, {"q", base::Replace(text, " ", "%20")}});
+  const std::string reply =
+      TryPost(program, program.app.gWebEngineRoot + protocol::page::kTranslate,
+              {{"ls", "zh-TW"}, {"q", base::Replace(TypedSentence(text).Written(), " ", "%20")}});
   return reply.starts_with("OK") ? base::Replace(reply, "OK#", "") : "";
 }
 

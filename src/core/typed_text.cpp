@@ -35,17 +35,64 @@ bool IsInvisible(char32_t sign) {
 
 // Signs whose plain form Unicode does not know.
 const std::map<char32_t, std::string>& PlainForms() {
-  static const std::map<char32_t, std::string> kForms{
-      {U'‘', "'"},  {U'’', "'"},   {U'‚', "'"},      {U'‛', "'"},   {U'′', "'"},        {U'´', "'"},
-      {U'ʼ', "'"},  {U'“', "\""},  {U'”', "\""},     {U'„', "\""},  {U'‟', "\""},       {U'″', "\""},
-      {U'«', "\""}, {U'»', "\""},  {U'「', "\""},    {U'」', "\""}, {U'『', "\""},      {U'』', "\""},
-      {U'。', "."}, {U'、', ","},  {U'‐', "-"},      {U'‑', "-"},   {U'‒', "-"},        {U'–', "-"},
-      {U'−', "-"},  {U'—', " - "}, {U'―', " - "},    {U'⁄', "/"},   {U'°', " degrees"}, {U'€', "$"},
-      {U'£', "$"},  {U'¥', "$"},   {U'¢', " cents"}, {U'×', "x"},   {U'÷', "/"},        {U'·', "-"},
-      {U'•', ""},   {U'™', ""},    {U'®', ""},       {U'©', ""},    {U'ß', "ss"},       {U'æ', "ae"},
-      {U'Æ', "Ae"}, {U'œ', "oe"},  {U'Œ', "Oe"},     {U'ø', "o"},   {U'Ø', "O"},        {U'ł', "l"},
-      {U'Ł', "L"},  {U'đ', "d"},   {U'Đ', "D"},      {U'ð', "d"},   {U'Ð', "D"},        {U'þ', "th"},
-      {U'Þ', "Th"}, {U'ı', "i"}};
+  static const std::map<char32_t, std::string> kForms{{U'‘', "'"},
+                                                      {U'’', "'"},
+                                                      {U'‚', "'"},
+                                                      {U'‛', "'"},
+                                                      {U'′', "'"},
+                                                      {U'´', "'"},
+                                                      {U'ʼ', "'"},
+                                                      {U'“', "\""},
+                                                      {U'”', "\""},
+                                                      {U'„', "\""},
+                                                      {U'‟', "\""},
+                                                      {U'″', "\""},
+                                                      {U'«', "\""},
+                                                      {U'»', "\""},
+                                                      {U'「', "\""},
+                                                      {U'」', "\""},
+                                                      {U'『', "\""},
+                                                      {U'』', "\""},
+                                                      {U'。', "."},
+                                                      {U'、', ","},
+                                                      {U'‐', "-"},
+                                                      {U'‑', "-"},
+                                                      {U'‒', "-"},
+                                                      {U'–', "-"},
+                                                      {U'−', "-"},
+                                                      {U'—', " - "},
+                                                      {U'―', " - "},
+                                                      {U'⁄', "/"},
+                                                      {U'°', " degrees"},
+                                                      {U'℃', " degrees Celsius"},
+                                                      {U'℉', " degrees Fahrenheit"},
+                                                      {U'€', "$"},
+                                                      {U'£', "$"},
+                                                      {U'¥', "$"},
+                                                      {U'¢', " cents"},
+                                                      {U'×', "x"},
+                                                      {U'÷', "/"},
+                                                      {U'·', "-"},
+                                                      {U'•', ""},
+                                                      {U'™', ""},
+                                                      {U'®', ""},
+                                                      {U'©', ""},
+                                                      {U'ß', "ss"},
+                                                      {U'æ', "ae"},
+                                                      {U'Æ', "Ae"},
+                                                      {U'œ', "oe"},
+                                                      {U'Œ', "Oe"},
+                                                      {U'ø', "o"},
+                                                      {U'Ø', "O"},
+                                                      {U'ł', "l"},
+                                                      {U'Ł', "L"},
+                                                      {U'đ', "d"},
+                                                      {U'Đ', "D"},
+                                                      {U'ð', "d"},
+                                                      {U'Ð', "D"},
+                                                      {U'þ', "th"},
+                                                      {U'Þ', "Th"},
+                                                      {U'ı', "i"}};
   return kForms;
 }
 
@@ -69,16 +116,20 @@ std::string Decomposed(char32_t sign) {
   return plain;
 }
 
+bool IsLetter(char32_t sign) { return (sign >= U'a' && sign <= U'z') || (sign >= U'A' && sign <= U'Z'); }
+
 // @param before the plain text so far
-std::string PlainForm(char32_t sign, const std::string& before) {
+// @param afterWord the sign before has become a word
+std::string PlainForm(char32_t sign, const std::string& before, bool afterWord) {
   if (sign == U' ' && before.ends_with(" - ")) return "";  // a long dash has brought its blank
+  if (afterWord && IsLetter(sign)) return {' ', static_cast<char>(sign)};
   if (sign >= U' ' && sign < 127) return {static_cast<char>(sign)};
   const auto form = PlainForms().find(sign);
   std::string plain = form != PlainForms().end() ? form->second : Decomposed(sign);
   const char last = before.empty() ? ' ' : before.back();
   if (last == ' ' && plain.starts_with(' ')) plain.erase(0, 1);
   // "1½" is one and a half, not eleven halves.
-  const bool isFraction = plain.find('/') != std::string::npos;
+  const bool isFraction = plain.size() > 1 && plain.find('/') != std::string::npos;
   if (isFraction && last >= '0' && last <= '9') plain.insert(0, " ");
   return plain;
 }
@@ -146,7 +197,9 @@ std::string TidyTyped(std::string_view text) { return Tidy(text, "\r\n"); }
 TypedSentence::TypedSentence(std::string_view text) {
   std::string plain;
   ForEachSign(Tidy(base::Trim(text, "\r\n"), " "), [&](char32_t sign, std::string_view bytes) {
-    signs_.push_back({std::string(bytes), PlainForm(sign, plain)});
+    const bool afterWord =
+        !signs_.empty() && signs_.back().plain.size() > 4 && IsLetter(signs_.back().plain.back());
+    signs_.push_back({std::string(bytes), PlainForm(sign, plain, afterWord)});
     plain += signs_.back().plain;
   });
 }
@@ -164,10 +217,13 @@ std::string TypedSentence::Plain() const {
 }
 
 std::string TypedSentence::Refused() const {
+  constexpr std::size_t kMostRefused = 90;  // bytes, about ten signs: a message holds no more
   std::string refused;
   for (const Sign& sign : signs_) {
     const std::string quoted = "「" + sign.written + "」";
-    if (!IsPlainAscii(sign.plain) && refused.find(quoted) == std::string::npos) refused += quoted;
+    if (IsPlainAscii(sign.plain) || refused.find(quoted) != std::string::npos) continue;
+    if (refused.size() > kMostRefused) return refused + "…";
+    refused += quoted;
   }
   return refused;
 }
@@ -176,6 +232,12 @@ std::string TypedSentence::WithMarksOf(std::string_view marked) const {
   std::string text;
   std::size_t at = 0;
   for (const Sign& sign : signs_) {
+    // Replies have no blanks around the sentence.
+    const bool isAtEnd = at == marked.size();
+    if (sign.plain == " " && (isAtEnd || (at == 0 && marked[at] != ' '))) {
+      text += sign.written;
+      continue;
+    }
     for (const char expected : sign.plain) {
       while (at < marked.size() && marked[at] == '*' && expected != '*') text += marked[at++];
       if (at == marked.size() || marked[at++] != expected) return std::string(marked);
@@ -190,6 +252,7 @@ std::vector<std::string> SentencesTyped(std::string_view text) {
   std::vector<std::string> sentences(1);
   std::string before;
   for (const std::string& word : base::Split(Tidy(base::Trim(text, " \r\n"), " "), " ")) {
+    if (word.empty()) continue;
     const std::string plain = TypedSentence(word).Plain();
     if (EndsSentence(before) && BeginsSentence(plain) && CountWords(sentences.back()) >= kLeastWords) {
       sentences.emplace_back();

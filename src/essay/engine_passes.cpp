@@ -33,9 +33,12 @@ EngineClient EngineFor(EssayContext& context) {
   return EngineClient(context.program, {.isStopped = [&context] { return IsStopped(context); }});
 }
 
-// Without an answer: the user has stopped the walk, or the time was over.
-void GiveUp(EssayContext& context) {
-  if (!IsStopped(context)) AskInPlace(context, Message::kEngineTimeout);
+// Without an answer: the user has stopped the walk, the time was over, or the engine has refused.
+void GiveUp(EssayContext& context, const std::string& refusal = "") {
+  context.program.app.gProgressDetail = refusal;
+  if (!IsStopped(context)) {
+    AskInPlace(context, refusal.empty() ? Message::kEngineTimeout : Message::kRefusedByEngine);
+  }
   context.program.app.gVerdict = "STOP";
 }
 
@@ -87,9 +90,10 @@ std::string FetchPage(Program& program, const std::string& url) try {
 void PassStringToEngineEssayWeb(EssayContext& context) {
   auto& app = context.program.app;
   const TypedSentence sentence(app.gEssayCurSentence);
-  const auto reply = EngineFor(context).AskWeb(
-      protocol::page::kCheckSentence, protocol::EncodeCheck(app.gAccountNo, kEssayRunCode, sentence.Plain()));
-  if (!reply) return GiveUp(context);
+  EngineClient engine = EngineFor(context);
+  const auto reply = engine.AskWeb(protocol::page::kCheckSentence,
+                                   protocol::EncodeCheck(app.gAccountNo, kEssayRunCode, sentence.Plain()));
+  if (!reply) return GiveUp(context, engine.Refusal());
   protocol::CheckReply answer = protocol::ParseCheckReply(*reply);
   answer.sentence = sentence.WithMarksOf(answer.sentence);
   const bool hasPage = !answer.pagePath.empty();

@@ -1,6 +1,8 @@
 #include "essay/essay_context.h"
 
+#include "base/text.h"
 #include "core/text_utility.h"
+#include "core/typed_text.h"
 #include "essay/report_window.h"
 #include "platform/event_loop.h"
 #include "platform/machine.h"
@@ -19,7 +21,8 @@ EssayContext::EssayContext(Program& theProgram, RecordDb& theRecords, ErrListDb&
 
 void EssayContext::StartEssayWith(const std::string& text) {
   StartOwnEssay("");
-  frmEssay->txtInput.Text = text;
+  // A paste of wrapped lines breaks them within its sentences.
+  frmEssay->txtInput.Text = base::Replace(TidyTyped(text), "\r\n", " ");
 }
 
 void EssayContext::ShowEssay(const std::string& essayId) {

@@ -112,7 +112,8 @@ void FrmEssay::Form_Load() {
   if (frmMain.Left > kAway) {
     mMainLeft = frmMain.Left;
   } else {
-    mMainLeft = (machine.windows.Screen().width - frmMain.Width) / 2;
+    const Area screen = machine.windows.Screen();
+    mMainLeft = screen.left + (screen.width - frmMain.Width) / 2;
   }
   frmMain.Left = kAway;
 }

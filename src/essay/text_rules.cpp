@@ -1,8 +1,11 @@
 #include "essay/text_rules.h"
 
+#include <algorithm>
+
 #include "base/text.h"
 #include "base/utf16.h"
 #include "core/typed_text.h"
+#include "protocol/check.h"
 #include "protocol/sentences.h"
 
 namespace marovane {
@@ -16,7 +19,12 @@ bool HasEnd(const std::string& running) {
 
 const Message* RefusalOfLength(const std::string& text, const std::string& running) {
   if (base::Len(text) > kLongestEssay) return &Message::kEssayTooLong;
-  if (protocol::CutSentences(running).size() > kMostSentences) return &Message::kTooManySentences;
+  const auto sentences = protocol::CutSentences(running);
+  if (sentences.size() > kMostSentences) return &Message::kTooManySentences;
+  const bool isTooLong = std::ranges::any_of(sentences, [](const std::string& sentence) {
+    return TypedSentence(sentence).Plain().size() > protocol::kLongestSentence;
+  });
+  if (isTooLong) return &Message::kSentenceTooLong;
   return nullptr;
 }
 

@@ -135,9 +135,8 @@ LineView::LineView(FormView& form, TextBox& box, QLineEdit& widget)
     if (box_.SelLength > 0) select(start);
   });
   Follow(box.SelLength, select);
-  connect(&widget, &QLineEdit::textEdited, this, [this](const QString& text) {
-    Edited(text, line_.cursorPosition());
-  });
+  connect(&widget, &QLineEdit::textEdited, this,
+          [this](const QString& text) { Edited(text, line_.cursorPosition()); });
   const auto moved = [this] {
     if (line_.hasSelectedText()) return SelectionMoved(line_.selectionStart(), line_.selectionLength());
     SelectionMoved(line_.cursorPosition(), 0);

@@ -74,7 +74,8 @@ TEST_F(TypedInputTest, WhatNoEngineTakesIsNamedAndStays) {
 }
 
 TEST_F(TypedInputTest, EnglishTakesThePlaceOfEachChineseStretchOrOfNone) {
-  const std::pair<const char*, const char*> words[] = {{"蘋果", "an apple"}, {"3個香蕉", "3 bananas"}};
+  const std::pair<const char*, const char*> words[] = {{"蘋果", "an apple; Apple (a company)"},
+                                                       {"3個香蕉", "3 bananas"}};
   machine.http.Route(kTranslatePage, [&](const base::HttpRequest& request) {
     for (const auto& [chinese, english] : words) {
       if (request.body.ends_with(std::string("&q=") + chinese)) {

@@ -28,7 +28,9 @@ TEST(TypedSentence, HasAPlainFormForWhatPeoplePaste) {
            {"My résumé is at the café.", "My resume is at the cafe."},
            {"cafe\u0301", "cafe"},
            {"Straße, Œuvre, smørrebrød, Łódź", "Strasse, Oeuvre, smorrebrod, Lodz"},
-           {"It is 30° today, 30 ℃.", "It is 30 degrees today, 30 degreesC."},
+           {"It is 30° today, 30 ℃.", "It is 30 degrees today, 30 degrees Celsius."},
+           {"It was 30°C, or 86 °F.", "It was 30 degrees C, or 86 degrees F."},
+           {"10÷2, 2026／5／6", "10/2, 2026/5/6"},
            {"It costs €5, £6 or ¥7.", "It costs $5, $6 or $7."},
            {"½ an hour, 1½ hours", "1/2 an hour, 1 1/2 hours"},
            {"a\u00A0b\tc\u2003d", "a b c d"},
@@ -61,6 +63,7 @@ TEST(TypedSentence, CarriesTheMarksOfAReplyOverToWhatWasWritten) {
            {"The cafés is open—now.", "The *cafes* is open - now.", "The *cafés* is open—now."},
            {"It’s 30° “hot”.", "*It's* 30 degrees *\"hot\"*.", "*It’s* 30° *“hot”*."},
            {"He go.", "*He go.*", "*He go.*"},
+           {" He go to the café. ", "He *go* to the cafe.", " He *go* to the café. "},
            {"He says 5* é go.", "He *says* 5* e *go*.", "He *says* 5* é *go*."},
            // Another sentence than the one that was asked about.
            {"The café.", "The *coffee*.", "The *coffee*."},

@@ -16,6 +16,8 @@ TEST_F(ArchiveTest, FilesAPageUnderDigests) {
   const std::string checksum = SendServerHtm(composition.program, "<p>一 & two</p></textarea>", "He  goes.");
   EXPECT_EQ(checksum, base::SlotMd5("Hegoes."));
   EXPECT_EQ(checksum, ArchiveChecksum("He goes ."));
+  EXPECT_EQ(ArchiveChecksum("He don’t."), ArchiveChecksum("He don't."))
+      << "reports know one kind of apostrophe";
   EXPECT_THAT(
       machine.http.Bodies("p_all_engine_htm_rec.asp"),
       ElementsAre("key=zorbelquinter&enginever=&pnomd5=" + base::SlotMd5("1234567890") +

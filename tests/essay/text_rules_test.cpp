@@ -7,7 +7,10 @@ namespace marovane {
 namespace {
 
 TEST(TextRules, RefuseWhatCannotBeWalked) {
-  const std::string longest = std::string(kLongestEssay - 1, 'a') + ".";
+  const auto sentence = [](std::size_t length) { return std::string(length - 1, 'a') + "."; };
+  std::string longest;
+  while (longest.size() + 1000 < kLongestEssay) longest += sentence(1000);
+  longest += sentence(kLongestEssay - longest.size());
   std::string manySentences;
   for (int i = 0; i < kMostSentences; ++i) manySentences += "A b. ";
   const std::pair<std::string, const Message*> cases[] = {
@@ -21,6 +24,8 @@ TEST(TextRules, RefuseWhatCannotBeWalked) {
       {"He goes.\r\n ", nullptr},
       {"Does he?", nullptr},
       {longest, nullptr},
+      {sentence(2000), nullptr},
+      {sentence(2001), &Message::kSentenceTooLong},
       {"a" + longest, &Message::kEssayTooLong},
       {manySentences, nullptr},
       {manySentences + "A b.", &Message::kTooManySentences},
