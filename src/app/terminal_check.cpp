@@ -32,11 +32,7 @@ nlohmann::ordered_json FaultList(const tolvex::Judgement& judgement) {
 TerminalCheck::TerminalCheck(Composition& composition, bool json)
     : composition_(composition), fetcher_(composition.program.machine), json_(json) {}
 
-void TerminalCheck::Check(const std::string& text) {
-  for (const std::string& sentence : SentencesTyped(text)) CheckSentence(sentence);
-}
-
-void TerminalCheck::CheckSentence(const std::string& sentence) {
+void TerminalCheck::Check(const std::string& sentence) {
   Ask(sentence);
   Raise(composition_.program.app.gVerdict);
   if (json_) {

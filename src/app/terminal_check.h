@@ -17,13 +17,12 @@ class TerminalCheck {
 
   TerminalCheck(Composition& composition, bool json);
 
-  /// Checks a sentence, or each one of several, and prints what the engine says.
-  void Check(const std::string& text);
+  /// Checks one sentence and prints what the engine says.
+  void Check(const std::string& sentence);
   /// The gravest status of all checks so far.
   int Status() const { return status_; }
 
  private:
-  void CheckSentence(const std::string& sentence);
   void Ask(const std::string& sentence);
   void Print(const std::string& sentence) const;
   void PrintJson(const std::string& sentence);

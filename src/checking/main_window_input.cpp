@@ -45,7 +45,7 @@ void FrmMain::HandleEnter() {
 
 // Whoever pastes a paragraph wants each of its sentences judged.
 bool FrmMain::OpensEssayOf(const std::string& text) {
-  if (!offersEssays || SentencesTyped(text).size() < 2) return false;
+  if (!offersEssays || !HoldsSeveralSentences(text)) return false;
   if (!Confirm(program, Message::kSeveralSentences)) return false;
   if (program.app.gOpenEssay && !Confirm(program, Message::kNewEssay)) return true;
   program.hall.frmEssay->StartEssayWith(text);

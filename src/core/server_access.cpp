@@ -19,7 +19,8 @@
 
 namespace marovane {
 
-std::string PostForm(Program& program, const std::string& url, const std::string& body, milliseconds limit) {
+std::string PostForm(Program& program, const std::string& url, const std::string& body,
+                     std::chrono::milliseconds limit) {
   base::HttpRequest request{.url = url, .headers = {}, .body = body, .limit = limit};
   // Servers of this family are used to both, in this order.
   request.headers.emplace_back("Content-Type", protocol::kFormType);
@@ -28,7 +29,7 @@ std::string PostForm(Program& program, const std::string& url, const std::string
 }
 
 std::string TryPost(Program& program, const std::string& url, protocol::Fields fields,
-                    milliseconds limit) try {
+                    std::chrono::milliseconds limit) try {
   return PostForm(program, url, protocol::PlainBody(fields), limit);
 } catch (const RunTimeError&) {
   return protocol::refusal::kConnectFailed;
@@ -67,17 +68,18 @@ bool IsServerOnline(Program& program) {
   return true;
 }
 
-bool IsWebEngineOnline(Program& program, milliseconds limit) {
+bool IsWebEngineOnline(Program& program, std::chrono::milliseconds limit) {
   return IsOnline(TryPost(program, program.app.gWebEngineRoot + protocol::page::kEngineProbe, {}, limit));
 }
 
-std::string GetWebEngineAddress(Program& program, const std::string& publisherRoot, milliseconds limit) {
+std::string GetWebEngineAddress(Program& program, const std::string& publisherRoot,
+                                std::chrono::milliseconds limit) {
   const std::string reply =
       PostForm(program, publisherRoot + protocol::page::kEngineAddress, protocol::PlainBody(), limit);
   return reply.starts_with("OK") ? base::Trim(base::Replace(reply, "OK_", "")) : "";
 }
 
-bool TryWebEngine(Program& program, milliseconds limit) {
+bool TryWebEngine(Program& program, std::chrono::milliseconds limit) {
   program.app.gWebEngineRoot = GetWebEngineAddress(program, program.app.gPublisherRoot, limit);
   return !program.app.gWebEngineRoot.empty() && IsWebEngineOnline(program, limit);
 }

@@ -12,19 +12,17 @@ namespace marovane {
 struct Message;
 struct Program;
 
-using std::chrono::milliseconds;
-
 /// A server that has not answered by then is not there.
-inline constexpr milliseconds kProbeLimit{3000};
+inline constexpr std::chrono::milliseconds kProbeLimit{3000};
 
 /// Posts a form body (UTF-8) and returns the decoded reply, whatever the status. Throws RunTimeError when no
 /// reply came or it cannot be decoded.
 /// @param limit for the whole exchange; zero for none
 std::string PostForm(Program& program, const std::string& url, const std::string& body,
-                     milliseconds limit = {});
+                     std::chrono::milliseconds limit = {});
 /// The same with the fields of a body. Returns `refusal::kConnectFailed` instead of throwing.
 std::string TryPost(Program& program, const std::string& url, protocol::Fields fields,
-                    milliseconds limit = {});
+                    std::chrono::milliseconds limit = {});
 /// The same at a page of gServerUrlRoot, once a probe has found the server.
 std::string AskServer(Program& program, const char* page, protocol::Fields fields = {});
 /// Shows the message that belongs to a refused login. False, and no message, for a word that has none.
@@ -34,15 +32,15 @@ bool ShowLoginRefusal(Program& program, const std::string& reply, const Message&
 /// Probes gServerUrlRoot, and puts the server's date into gServerDate.
 bool IsServerOnline(Program& program);
 /// Probes gWebEngineRoot.
-bool IsWebEngineOnline(Program& program, milliseconds limit = kProbeLimit);
+bool IsWebEngineOnline(Program& program, std::chrono::milliseconds limit = kProbeLimit);
 /// Asks for an engine's root; "" when none is given. Throws RunTimeError for a failed transfer.
 std::string GetWebEngineAddress(Program& program, const std::string& publisherRoot,
-                                milliseconds limit = kProbeLimit);
+                                std::chrono::milliseconds limit = kProbeLimit);
 /// Attempts of an allotment.
 inline constexpr int kEngineAttempts = 10;
 /// Asks for an engine's root into gWebEngineRoot, and whether the engine answers. Throws RunTimeError for a
 /// failed transfer of the first request.
-bool TryWebEngine(Program& program, milliseconds limit = kProbeLimit);
+bool TryWebEngine(Program& program, std::chrono::milliseconds limit = kProbeLimit);
 
 /// Has the browser window post a packed page to the server, whose answer it then shows.
 void PostDecodeForm(Program& program, const std::string& code);

@@ -4,11 +4,14 @@
 
 #include <algorithm>
 #include <array>
-#include <map>
+#include <optional>
+#include <utility>
 
 #include "base/text.h"
+#include "base/utf16.h"
 #include "base/utf8.h"
 #include "core/text_utility.h"
+#include "protocol/sentences.h"
 
 namespace marovane {
 
@@ -33,67 +36,44 @@ bool IsInvisible(char32_t sign) {
          utf8proc_decompose_char(code, ignored.data(), ignored.size(), UTF8PROC_IGNORE, nullptr) == 0;
 }
 
-// Signs whose plain form Unicode does not know.
-const std::map<char32_t, std::string>& PlainForms() {
-  static const std::map<char32_t, std::string> kForms{{U'‘', "'"},
-                                                      {U'’', "'"},
-                                                      {U'‚', "'"},
-                                                      {U'‛', "'"},
-                                                      {U'′', "'"},
-                                                      {U'´', "'"},
-                                                      {U'ʼ', "'"},
-                                                      {U'“', "\""},
-                                                      {U'”', "\""},
-                                                      {U'„', "\""},
-                                                      {U'‟', "\""},
-                                                      {U'″', "\""},
-                                                      {U'«', "\""},
-                                                      {U'»', "\""},
-                                                      {U'「', "\""},
-                                                      {U'」', "\""},
-                                                      {U'『', "\""},
-                                                      {U'』', "\""},
-                                                      {U'。', "."},
-                                                      {U'、', ","},
-                                                      {U'‐', "-"},
-                                                      {U'‑', "-"},
-                                                      {U'‒', "-"},
-                                                      {U'–', "-"},
-                                                      {U'−', "-"},
-                                                      {U'—', " - "},
-                                                      {U'―', " - "},
-                                                      {U'⁄', "/"},
-                                                      {U'°', " degrees"},
-                                                      {U'℃', " degrees Celsius"},
-                                                      {U'℉', " degrees Fahrenheit"},
-                                                      {U'€', "$"},
-                                                      {U'£', "$"},
-                                                      {U'¥', "$"},
-                                                      {U'¢', " cents"},
-                                                      {U'×', "x"},
-                                                      {U'÷', "/"},
-                                                      {U'·', "-"},
-                                                      {U'•', ""},
-                                                      {U'™', ""},
-                                                      {U'®', ""},
-                                                      {U'©', ""},
-                                                      {U'ß', "ss"},
-                                                      {U'æ', "ae"},
-                                                      {U'Æ', "Ae"},
-                                                      {U'œ', "oe"},
-                                                      {U'Œ', "Oe"},
-                                                      {U'ø', "o"},
-                                                      {U'Ø', "O"},
-                                                      {U'ł', "l"},
-                                                      {U'Ł', "L"},
-                                                      {U'đ', "d"},
-                                                      {U'Đ', "D"},
-                                                      {U'ð', "d"},
-                                                      {U'Ð', "D"},
-                                                      {U'þ', "th"},
-                                                      {U'Þ', "Th"},
-                                                      {U'ı', "i"}};
-  return kForms;
+// Signs whose plain form Unicode does not know, by that form.
+using SignsOfForm = std::pair<std::string_view, std::u32string_view>;
+constexpr SignsOfForm kPlainForms[] = {
+    {"'", U"‘’‚‛′´ʼ"},
+    {"\"", U"“”„‟″«»「」『』"},
+    {".", U"。"},
+    {",", U"、"},
+    {"-", U"‐‑‒–−·"},
+    {" - ", U"—―"},
+    {"/", U"⁄÷"},
+    {"x", U"×"},
+    {"$", U"€£¥"},
+    {" cents", U"¢"},
+    {" degrees", U"°"},
+    {" degrees Celsius", U"℃"},
+    {" degrees Fahrenheit", U"℉"},
+    {"", U"•™®©"},
+    {"ss", U"ß"},
+    {"ae", U"æ"},
+    {"Ae", U"Æ"},
+    {"oe", U"œ"},
+    {"Oe", U"Œ"},
+    {"o", U"ø"},
+    {"O", U"Ø"},
+    {"l", U"ł"},
+    {"L", U"Ł"},
+    {"d", U"đð"},
+    {"D", U"ĐÐ"},
+    {"th", U"þ"},
+    {"Th", U"Þ"},
+    {"i", U"ı"},
+};
+
+std::optional<std::string> KnownForm(char32_t sign) {
+  for (const auto& [plain, signs] : kPlainForms) {
+    if (signs.find(sign) != std::u32string_view::npos) return std::string(plain);
+  }
+  return std::nullopt;
 }
 
 // "é" is an "e" and an accent to Unicode, "½" a "1", a stroke and a "2", and a full-width "Ａ" an "A".
@@ -106,9 +86,8 @@ std::string Decomposed(char32_t sign) {
   std::string plain;
   for (utf8proc_ssize_t i = 0; i < count && i < static_cast<utf8proc_ssize_t>(parts.size()); ++i) {
     const auto part = static_cast<char32_t>(parts[static_cast<std::size_t>(i)]);
-    const auto form = PlainForms().find(part);
-    if (form != PlainForms().end()) {
-      plain += form->second;
+    if (const auto form = KnownForm(part)) {
+      plain += *form;
     } else {
       base::AppendUtf8(plain, part);
     }
@@ -124,8 +103,8 @@ std::string PlainForm(char32_t sign, const std::string& before, bool afterWord) 
   if (sign == U' ' && before.ends_with(" - ")) return "";  // a long dash has brought its blank
   if (afterWord && IsLetter(sign)) return {' ', static_cast<char>(sign)};
   if (sign >= U' ' && sign < 127) return {static_cast<char>(sign)};
-  const auto form = PlainForms().find(sign);
-  std::string plain = form != PlainForms().end() ? form->second : Decomposed(sign);
+  const auto form = KnownForm(sign);
+  std::string plain = form ? *form : Decomposed(sign);
   const char last = before.empty() ? ' ' : before.back();
   if (last == ' ' && plain.starts_with(' ')) plain.erase(0, 1);
   // "1½" is one and a half, not eleven halves.
@@ -157,28 +136,23 @@ std::string Tidy(std::string_view text, std::string_view lineEnd) {
   return base::Replace(tidy, "  ", " ");
 }
 
-constexpr std::ptrdiff_t kLeastWords = 3;
+bool HasThreeWords(std::u16string_view text) { return std::ranges::count(text, u' ') >= 2; }
 
-std::ptrdiff_t CountWords(std::string_view text) { return std::ranges::count(text, ' ') + 1; }
-
-// A title, or an initial such as the last one of "U.S.".
-bool IsAbbreviation(std::string_view word) {
-  constexpr std::array<std::string_view, 17> kTitles{"Mr", "Mrs", "Ms",   "Dr",  "Prof", "St",
-                                                     "Mt", "Gen", "Capt", "Sgt", "Rev",  "Jr",
-                                                     "Sr", "vs",  "No",   "Fig", "Inc"};
-  const bool isInitial = word.size() == 1 || (word.size() > 1 && word[word.size() - 2] == '.');
-  return isInitial || std::ranges::find(kTitles, word) != kTitles.end();
+// "Prof.", "Lt." or the "S." of "U.S.": a short word with a capital.
+bool EndsWithTitle(std::u16string_view text) {
+  constexpr std::size_t kLongestTitle = 4;
+  if (!text.ends_with(u'.')) return false;
+  const std::size_t blank = text.find_last_of(u" .", text.size() - 2);
+  const auto word = text.substr(blank == std::u16string_view::npos ? 0 : blank + 1);
+  return word.size() <= kLongestTitle + 1 && word.front() >= u'A' && word.front() <= u'Z';
 }
 
-bool EndsSentence(std::string_view word) {
-  while (word.ends_with('"') || word.ends_with('\'') || word.ends_with(')')) word.remove_suffix(1);
-  if (word.ends_with('?') || word.ends_with('!')) return true;
-  return word.ends_with('.') && !IsAbbreviation(word.substr(0, word.size() - 1));
-}
-
-bool BeginsSentence(std::string_view word) {
-  while (word.starts_with('"') || word.starts_with('\'') || word.starts_with('(')) word.remove_prefix(1);
-  return !word.empty() && word.front() >= 'A' && word.front() <= 'Z';
+// A blank and a capital, perhaps in quotation marks.
+bool BeginsSentence(std::u16string_view text) {
+  const std::size_t first = text.find_first_not_of(u" \"'()");
+  return first != std::u16string_view::npos &&
+         text.substr(0, first).find(u' ') != std::u16string_view::npos && text[first] >= u'A' &&
+         text[first] <= u'Z';
 }
 
 bool IsChinese(char32_t sign) {
@@ -248,25 +222,17 @@ std::string TypedSentence::WithMarksOf(std::string_view marked) const {
   return rest.find_first_not_of('*') == std::string_view::npos ? text.append(rest) : std::string(marked);
 }
 
-std::vector<std::string> SentencesTyped(std::string_view text) {
-  std::vector<std::string> sentences(1);
-  std::string before;
-  for (const std::string& word : base::Split(Tidy(base::Trim(text, " \r\n"), " "), " ")) {
-    if (word.empty()) continue;
-    const std::string plain = TypedSentence(word).Plain();
-    if (EndsSentence(before) && BeginsSentence(plain) && CountWords(sentences.back()) >= kLeastWords) {
-      sentences.emplace_back();
-    }
-    if (!sentences.back().empty()) sentences.back() += ' ';
-    sentences.back() += word;
-    before = plain;
+bool HoldsSeveralSentences(std::string_view text) {
+  const std::u16string plain = base::ToUtf16(TypedSentence(text).Plain());
+  int end = 0;
+  while ((end = protocol::FindSentenceEnd(plain, end + 1, protocol::LineEnds::kAreNothing)) != 0) {
+    const auto before = std::u16string_view(plain).substr(0, static_cast<std::size_t>(end));
+    const auto after = std::u16string_view(plain).substr(static_cast<std::size_t>(end));
+    const bool isEnd = !EndsWithTitle(before) && BeginsSentence(after);
+    if (isEnd && HasThreeWords(before) && HasThreeWords(after.substr(after.find_first_not_of(u' '))))
+      return true;
   }
-  if (sentences.size() > 1 && CountWords(sentences.back()) < kLeastWords) {
-    const std::string rest = std::move(sentences.back());
-    sentences.pop_back();
-    sentences.back() += ' ' + rest;
-  }
-  return sentences;
+  return false;
 }
 
 bool HoldsChinese(std::string_view text) { return FirstChinese(text).length > 0; }

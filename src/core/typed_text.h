@@ -39,9 +39,10 @@ class TypedSentence {
   std::vector<Sign> signs_;
 };
 
-/// The sentences of a text that was pasted. One of less than three words is no sentence of its own, nor does
-/// the point of a title or of an initial end one; so a single sentence is never taken for two.
-std::vector<std::string> SentencesTyped(std::string_view text);
+/// Whether a text is a paragraph rather than a sentence: an end mark in it has three words before it and a
+/// capital and three words after it. Stricter than the cutting of essays, which cuts "3.5" and "Prof. Lin"
+/// too.
+bool HoldsSeveralSentences(std::string_view text);
 
 /// True for text to translate: it holds a Chinese character. Signs alone make no text Chinese.
 bool HoldsChinese(std::string_view text);

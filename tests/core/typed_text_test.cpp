@@ -10,8 +10,6 @@
 namespace marovane {
 namespace {
 
-using ::testing::ElementsAreArray;
-
 TEST(TypedSentence, HasAPlainFormForWhatPeoplePaste) {
   struct Row {
     const char* typed;
@@ -91,22 +89,18 @@ TEST(TypedSentence, HoldsForTextsOfAnySigns) {
   }
 }
 
-TEST(TypedText, CountsAsSentencesWhatIsMoreThanOne) {
-  const std::vector<std::vector<const char*>> kTexts{
-      {"I went home late.", "My mother was angry!", "“Why are you late?”", "She asked me that."},
-      {"He said (I think so.)", "She did not hear it."},
-      {"One line ends here.", "The next one follows it."},
-      {"Hi. I am Tom."},
-      {"I am tired. Good night."},
-      {"I saw Prof. Lin at the station with Mr. Wu."},
-      {"The U.S. Army has 3.5 million people. Wow."},
-      {"J. K. Rowling wrote it."},
-      {"I like it... and you?"},
-      {""}};
-  for (const auto& sentences : kTexts) {
-    std::string text;
-    for (const char* sentence : sentences) text.append(text.empty() ? "" : "\r\n").append(sentence);
-    EXPECT_THAT(SentencesTyped(text + "\n"), ElementsAreArray(sentences)) << text;
+TEST(TypedText, KnowsAParagraphFromASentence) {
+  for (const char* paragraph :
+       {"I went home late. My mother was angry!", "“Why are you late?” She asked me that.",
+        "He said (I think so.) She did not hear it.", "One line ends here.\r\nThe next one follows it.",
+        "I am tired.  I want to go home.", "He likes it very much。 She does not like it."}) {
+    EXPECT_TRUE(HoldsSeveralSentences(paragraph)) << paragraph;
+  }
+  for (const char* sentence :
+       {"", "He goes.", "He goes home. ", "Hi. I am Tom and you?", "I am very tired. Good night.",
+        "I saw Prof. Lin at the station with Mr. Wu.", "The U.S. Army has 3.5 million people in it.",
+        "J. K. Rowling wrote it.", "I like it... and you do too."}) {
+    EXPECT_FALSE(HoldsSeveralSentences(sentence)) << sentence;
   }
 }
 
