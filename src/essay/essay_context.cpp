@@ -22,7 +22,7 @@ EssayContext::EssayContext(Program& theProgram, RecordDb& theRecords, ErrListDb&
 void EssayContext::StartEssayWith(const std::string& text) {
   StartOwnEssay("");
   // A paste of wrapped lines breaks them within its sentences.
-  frmEssay->txtInput.Text = base::Replace(TidyTyped(text), "\r\n", " ");
+  frmEssay->txtInput.Text = TidyTyped(base::Replace(text, "\r\n", " "));
 }
 
 void EssayContext::ShowEssay(const std::string& essayId) {
