@@ -109,8 +109,7 @@ std::string PlainForm(char32_t sign, const std::string& before, bool afterWord) 
   if (last == ' ' && plain.starts_with(' ')) plain.erase(0, 1);
   // "1½" is one and a half, not eleven halves.
   const bool isFraction = plain.size() > 1 && plain.find('/') != std::string::npos;
-  if (isFraction && last >= '0' && last <= '9') plain.insert(0, " ");
-  return plain;
+  return isFraction && last >= '0' && last <= '9' ? ' ' + plain : plain;
 }
 
 template <class Each>
