@@ -48,7 +48,9 @@ std::optional<std::vector<Assignment>> ParseAssignments(std::string_view reply) 
 
 std::string EncodeSettings(const std::vector<Setting>& settings) {
   std::string list;
-  for (const auto& [name, value] : settings) list += (list.empty() ? "" : "$") + name + ":" + value;
+  for (const auto& [name, value] : settings) {
+    list.append(list.empty() ? "" : "$").append(name).append(":").append(value);
+  }
   return list;
 }
 

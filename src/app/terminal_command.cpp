@@ -106,7 +106,7 @@ std::string ParseEssay(TerminalCommand& command, const Words& words) {
       return "";
     } else if (words[i].starts_with("--")) {
       const std::string value = i + 1 < words.size() ? words[i + 1] : "";
-      const std::string mistake = ParseEssayOption(command, words[i], value);
+      std::string mistake = ParseEssayOption(command, words[i], value);
       if (!mistake.empty()) return mistake;
       ++i;
     } else {

@@ -107,7 +107,7 @@ std::string FrmMain::CheckInputText(const std::string& action, const std::string
 std::string FrmMain::LookUpSelection() {
   const std::string selected = base::Trim(txtInput.SelText());
   if (selected.empty() || HoldsChinese(selected)) return "";
-  const std::string selection = TypedSentence(selected).Plain();
+  std::string selection = TypedSentence(selected).Plain();
   const auto& frmCollocation = program.hall.frmCollocation;
   const bool isPhrase = selection.find(' ') != std::string::npos;
   frmCollocation->SetFreeword(1, selection);
