@@ -167,6 +167,7 @@ QColor PictureView::PaintButton(QPainter& painter) const {
 ListView::ListView(FormView& form, ComboBox& box, QComboBox& widget) : ControlView(form, box, widget) {
   if (box.Items().empty() && widget.count() > 0) {
     std::vector<std::string> items;
+    items.reserve(static_cast<std::size_t>(widget.count()));
     for (int i = 0; i < widget.count(); ++i) items.push_back(Utf8(widget.itemText(i)));
     box.Items = items;
   }
