@@ -76,8 +76,8 @@ std::string WithoutProxy() {
 // One request on its way.
 class HttpSession::Transfer {
  public:
-  Transfer(CURL* curl, const HttpLimits& limits, const HttpRequest& request, const Sink& sink)
-      : curl_(curl), headers_(HeaderList(request.headers)), sink_(sink) {
+  Transfer(CURLM* multi, CURL* curl, const HttpLimits& limits, const HttpRequest& request, const Sink& sink)
+      : multi_(multi), curl_(curl), headers_(HeaderList(request.headers)), sink_(sink) {
     Prepare(request);
     Bound(limits);
     SetMethod(request, limits);
@@ -86,8 +86,8 @@ class HttpSession::Transfer {
   Transfer(const Transfer&) = delete;
   Transfer& operator=(const Transfer&) = delete;
 
-  HttpResponse Perform() {
-    const CURLcode result = curl_easy_perform(curl_);
+  HttpResponse Perform(const std::stop_token& stop) {
+    const CURLcode result = Run(stop);
     if (sinkError_) std::rethrow_exception(sinkError_);
     if (result != CURLE_OK)
       throw HttpError(detail_.front() != '\0' ? detail_.data() : curl_easy_strerror(result));
@@ -101,10 +101,34 @@ class HttpSession::Transfer {
   }
 
  private:
+  // Like curl_easy_perform, but wakes up when the stop is requested.
+  CURLcode Run(const std::stop_token& stop) {
+    constexpr int kLookAgain = 1000;  // milliseconds; curl has its own clock for whatever is due earlier
+    Expect(curl_multi_add_handle(multi_, curl_));
+    const std::unique_ptr<CURL, std::function<void(CURL*)>> added(
+        curl_, [this](CURL* curl) { curl_multi_remove_handle(multi_, curl); });
+    const std::stop_callback wake(stop, [this] { curl_multi_wakeup(multi_); });
+    int running = 1;
+    while (true) {
+      if (stop.stop_requested()) throw HttpStopped("broken off");
+      Expect(curl_multi_perform(multi_, &running));
+      if (running == 0) break;
+      Expect(curl_multi_poll(multi_, nullptr, 0, kLookAgain, nullptr));
+    }
+    int rest = 0;
+    const CURLMsg* const message = curl_multi_info_read(multi_, &rest);
+    return message != nullptr ? message->data.result : CURLE_FAILED_INIT;
+  }
+
+  static void Expect(CURLMcode code) {
+    if (code != CURLM_OK) throw HttpError(curl_multi_strerror(code));
+  }
+
   void Prepare(const HttpRequest& request) {
     curl_easy_setopt(curl_, CURLOPT_URL, request.url.c_str());
     curl_easy_setopt(curl_, CURLOPT_HTTP_VERSION, static_cast<long>(CURL_HTTP_VERSION_1_1));
     curl_easy_setopt(curl_, CURLOPT_NOSIGNAL, 1L);
+    curl_easy_setopt(curl_, CURLOPT_QUICK_EXIT, 1L);  // a name that is being looked up holds up nobody
     curl_easy_setopt(curl_, CURLOPT_TIMEOUT_MS, static_cast<long>(request.limit.count()));
     curl_easy_setopt(curl_, CURLOPT_NOPROXY, withoutProxy_.c_str());
     curl_easy_setopt(curl_, CURLOPT_HTTPHEADER, headers_.get());
@@ -146,6 +170,7 @@ class HttpSession::Transfer {
     }
   }
 
+  CURLM* multi_;
   CURL* curl_;
   List headers_;
   const Sink& sink_;
@@ -156,22 +181,29 @@ class HttpSession::Transfer {
 
 HttpSession::HttpSession(const HttpLimits& limits) : limits_(limits) {
   InitCurl();
-  curl_ = curl_easy_init();
-  if (curl_ == nullptr) throw HttpError("libcurl cannot start");
+  multi_.reset(curl_multi_init());
+  curl_.reset(curl_easy_init());
+  if (!multi_ || !curl_) throw HttpError("libcurl cannot start");
 }
 
-HttpSession::~HttpSession() { curl_easy_cleanup(curl_); }
+HttpSession::~HttpSession() = default;
 
-HttpResponse HttpSession::Fetch(const HttpRequest& request, const Sink& sink) {
-  return Transfer(curl_, limits_, request, sink).Perform();
+void HttpSession::CleanUp::operator()(void* easy) const { curl_easy_cleanup(easy); }
+void HttpSession::CleanUpMulti::operator()(void* multi) const { curl_multi_cleanup(multi); }
+
+HttpResponse HttpSession::Fetch(const HttpRequest& request, const Sink& sink, const std::stop_token& stop) {
+  return Transfer(multi_.get(), curl_.get(), limits_, request, sink).Perform(stop);
 }
 
-HttpResponse HttpSession::Send(const HttpRequest& request) {
+HttpResponse HttpSession::Send(const HttpRequest& request, const std::stop_token& stop) {
   std::string body;
-  HttpResponse response = Fetch(request, [&](std::string_view bytes) {
-    if (body.size() + bytes.size() > kMostBytes) throw HttpError("the reply is longer than 64 MB");
-    body += bytes;
-  });
+  HttpResponse response = Fetch(
+      request,
+      [&](std::string_view bytes) {
+        if (body.size() + bytes.size() > kMostBytes) throw HttpError("the reply is longer than 64 MB");
+        body += bytes;
+      },
+      stop);
   response.body = std::move(body);
   return response;
 }

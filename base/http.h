@@ -3,6 +3,8 @@
 
 #include <chrono>
 #include <functional>
+#include <memory>
+#include <stop_token>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -16,6 +18,12 @@ namespace base {
 class HttpError : public Error {
  public:
   using Error::Error;
+};
+
+/// The caller has broken it off.
+class HttpStopped : public HttpError {
+ public:
+  using HttpError::HttpError;
 };
 
 struct HttpRequest {
@@ -55,16 +63,23 @@ class HttpSession {
 
   /// Sends a request and waits for the whole reply, whatever its status. Throws HttpError when none came: no
   /// connection within 5 seconds, a broken transfer, a malformed address or header, a limit that was passed,
-  /// more than 64 MB.
-  HttpResponse Send(const HttpRequest& request);
+  /// more than 64 MB; HttpStopped, at once, when another thread requests the stop.
+  HttpResponse Send(const HttpRequest& request, const std::stop_token& stop = {});
   /// The same for a reply of any length, whose body goes to the sink as it comes. What the sink throws comes
   /// through.
-  HttpResponse Fetch(const HttpRequest& request, const Sink& sink);
+  HttpResponse Fetch(const HttpRequest& request, const Sink& sink, const std::stop_token& stop = {});
 
  private:
   class Transfer;
+  struct CleanUp {
+    void operator()(void* easy) const;
+  };
+  struct CleanUpMulti {
+    void operator()(void* multi) const;
+  };
   const HttpLimits limits_;
-  void* curl_;
+  std::unique_ptr<void, CleanUpMulti> multi_;  // goes after the handle that works in it
+  std::unique_ptr<void, CleanUp> curl_;
 };
 
 }  // namespace base

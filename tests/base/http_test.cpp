@@ -3,8 +3,11 @@
 #include <gmock/gmock.h>
 
 #include <cstdlib>
+#include <future>
 #include <stdexcept>
+#include <stop_token>
 #include <string>
+#include <thread>
 
 #include "tests/support/local_server.h"
 
@@ -134,6 +137,26 @@ TEST_F(HttpTest, RefusesWhatItsLimitsForbid) {
   EXPECT_THROW(get({.redirections = 1}, "/moved")(), HttpError);
   EXPECT_THROW(get({.isSecure = true}, "/echo")(), HttpError);
   EXPECT_THAT(get({.refusesErrors = true}, "/nowhere"), ThrowsMessage<HttpError>(HasSubstr("404")));
+}
+
+TEST_F(HttpTest, EndsAtOnceWhenItIsBrokenOff) {
+  std::promise<void> asked;
+  std::promise<void> mayAnswer;
+  auto until = mayAnswer.get_future();
+  local_.pages->Get("/slow", [&](const httplib::Request&, httplib::Response&) {
+    asked.set_value();
+    until.wait();
+  });
+  std::stop_source stop;
+  std::jthread learner([&] {
+    asked.get_future().wait();
+    stop.request_stop();
+  });
+  const HttpRequest slow{.method = "GET", .url = Url("/slow")};
+  EXPECT_THROW(http_.Send(slow, stop.get_token()), HttpStopped);
+  mayAnswer.set_value();
+  EXPECT_THROW(http_.Send(slow, stop.get_token()), HttpStopped) << "before it begins";
+  EXPECT_EQ(Get("/echo").body, "got") << "the session is fit for the next one";
 }
 
 TEST_F(HttpTest, AsksNoProxyForThisComputer) {
