@@ -26,17 +26,12 @@ void FrmSplash::Form_Load() {
   Width = picBG.Width;
   Height = picBG.Height;
   lblOnProgress.Caption = "正在載入中, 請稍候...";
-  lblOnProgress.Visible = false;
-  CenterForm(*this);
-  fade_.In();
-  Show();
-  machine.loop.DoEvents();
-  machine.loop.WaitUntil([this] { return !fade_.tmrTransparentForm.Enabled; });  // shown, or closed meanwhile
-  UploadSilently();
-  if (!program_.app.gSplashShown) return;  // closed meanwhile
   tmrProgressFlash.Enabled = true;
   picProgress.Visible = true;
   lblOnProgress.Visible = true;
+  CenterForm(*this);
+  fade_.In();
+  Show();
   machine.loop.DoEvents();
 }
 
@@ -44,7 +39,14 @@ void FrmSplash::UploadSilently() {
   if (!program_.app.gAccountNo.empty()) SyncOwnAccount(program_, "NOMSG");
 }
 
-void FrmSplash::StartClosing() { tmrHide.Enabled = program_.app.gSplashShown; }
+void FrmSplash::StartClosing() {
+  const EventLoop::HandlerScope scope(machine.loop);  // it may leave in the middle
+  machine.loop.WaitUntil([this] { return !fade_.tmrTransparentForm.Enabled; });
+  UploadSilently();
+  if (!program_.app.gSplashShown) return;  // closed meanwhile
+  if (!Visible) return Leave();            // closed before
+  tmrHide.Enabled = true;
+}
 
 void FrmSplash::closeForm() {
   tmrHide.Enabled = false;
@@ -52,6 +54,7 @@ void FrmSplash::closeForm() {
 }
 
 void FrmSplash::Leave() {
+  if (!program_.app.gOpenMain) return Hide();  // whatever comes after it needs the main window
   lblOnProgress.Visible = false;
   Unload();
   program_.hall.frmBrowser->GoNavigate(program_.app.gWebSiteRoot + "_htmls/MRV_manual.htm", 1);

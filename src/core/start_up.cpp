@@ -120,6 +120,7 @@ void FrmStartUp::PrepareProgram(Program& program) {
         "警告", "您的視窗目前設定為較大顯示字型，請回復預設字型(96dpi)，才能正常使用本軟體。");
     program.machine.loop.End();
   }
+  hall.frmSplash->AsForm().Show();  // all that follows may have to wait for a server
   InitApplicationState(program);
   hall.checkDatabaseBuild();
   hall.unpackDataFiles();
@@ -134,9 +135,13 @@ void FrmStartUp::RunCampusLogin(Program& program) {
   auto& app = program.app;
   app.gXqdLoginDone = false;
   app.gXqdLoginOk = false;
+  Form& frmSplash = program.hall.frmSplash->AsForm();
+  const bool isGreeting = frmSplash.Visible;
+  frmSplash.Hide();
   program.hall.frmXQDLogin->AsForm().Show();
   program.machine.loop.WaitUntil([&app] { return app.gXqdLoginDone; });
   if (!app.gXqdLoginOk) program.machine.loop.End();
+  if (isGreeting) frmSplash.Show();
 }
 
 void FrmStartUp::Form_Load() {
@@ -145,7 +150,7 @@ void FrmStartUp::Form_Load() {
   Top = kOffScreen;
   PrepareProgram(program_);
   program_.hall.frmMain->AsForm().Show();
-  // Whoever closed the splash before the main window was there does not want another one.
+  // Whoever has closed the splash does not want another one.
   if (program_.app.gSplashShown) program_.hall.frmSplash->AsForm().Show();
 }
 

@@ -48,7 +48,8 @@ class MainWindow : public HallWindow {
 /// `frmSplash`.
 class Splash : public HallWindow {
  public:
-  virtual void StartClosing() = 0;  ///< enables `tmrHide`
+  /// Brings the records and the server into step, and closes the window after a while.
+  virtual void StartClosing() = 0;
 };
 
 /// `frmMenu`, the pop-up menu of the input box.

@@ -1,6 +1,7 @@
 #include "core/start_up.h"
 
 #include "core/key_value_file.h"
+#include "core/server_access.h"
 #include "platform/run_time_error.h"
 #include "tests/core/core_fixture.h"
 
@@ -74,6 +75,21 @@ TEST_F(StartUpTest, DebugIniSwitchesOffWhatItDoesNotName) {
     EXPECT_EQ(app.gDetailMessage, detail) << text;
   }
   EXPECT_EQ(app.gTransformValue, 240) << "the settings are loaded, too";
+}
+
+TEST_F(StartUpTest, WindowIsThereBeforeAnythingIsWaitedFor) {
+  MakeFolders();
+  const auto expectWindow = [this] { EXPECT_TRUE(fakes.frmSplash.Visible()); };
+  machine.http.Route("p_getconn.asp", [&](const base::HttpRequest& request) -> base::HttpResponse {
+    expectWindow();
+    throw RunTimeError(request.url + ": no connection");
+  });
+  program.hall.unpackDataFiles = expectWindow;
+  program.hall.showPublisherNews = expectWindow;
+  program.hall.checkVersion = [this] { IsServerOnline(program); };
+  EXPECT_FALSE(fakes.frmSplash.Visible());
+  FrmStartUp::PrepareProgram(program);
+  EXPECT_THAT(machine.http.requests, SizeIs(1));
 }
 
 TEST_F(StartUpTest, ExchangeFileIsFreshAfterEveryStart) {
@@ -210,7 +226,10 @@ TEST_F(FrmStartUpTest, RootStaysOutOfSightAndShowsTheMainWindow) {
 
 TEST_F(FrmStartUpTest, SplashThatHasGoneIsNotBroughtBack) {
   for (const bool isShown : {false, true}) {
-    app.gSplashShown = isShown;
+    program.hall.checkVersion = [&] {  // meanwhile
+      fakes.frmSplash.Visible = isShown;
+      app.gSplashShown = isShown;
+    };
     root_.Form_Load();
     EXPECT_EQ(fakes.frmSplash.Visible(), isShown);
   }
