@@ -33,6 +33,7 @@ class InstantServer : public marovane::HttpClient {
             .body = Reply(request.url),
             .url = request.url};
   }
+  void SendLater(const base::HttpRequest& /*request*/) override {}
 
  private:
   std::string Reply(const std::string& url) {

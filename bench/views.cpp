@@ -32,6 +32,7 @@ constexpr base::Day kToday{std::chrono::year{2026} / 11 / 5};
 class NoServer : public HttpClient {
  public:
   base::HttpResponse Send(const base::HttpRequest& /*request*/) override { return {}; }
+  void SendLater(const base::HttpRequest& /*request*/) override {}
 };
 
 // Passes statements on and adds up the time that they take, the rows read included, the work on them not.

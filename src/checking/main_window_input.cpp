@@ -57,9 +57,11 @@ void FrmMain::TranslateInput(const std::string& chinese) {
   program.app.gLastInput = chinese;
   FrmMessage::ProgressMsgBox(program, Progress::kTranslating);
   machine.loop.DoEvents();
+  const int timesBefore = machine.loop.TimesBrokenOff();
   const auto english = WithEnglish(txtInput.Text());
   program.frmMessage->closeForm();
   machine.loop.DoEvents();
+  if (machine.loop.TimesBrokenOff() != timesBefore) return;
   if (!english) {
     stopReason = Message::kNoTranslation.text;
     return ShowMessage(program, Message::kNoTranslation);

@@ -93,23 +93,25 @@ void StopCheck(FrmMain& frmMain) {
   frmMain.Enabled = true;
 }
 
-// The engine took too long, or has refused.
-void GiveUp(FrmMain& frmMain, const std::string& refusal = "") {
-  if (refusal.empty()) {
+// The learner has broken off, the engine took too long, or it has refused.
+void GiveUp(FrmMain& frmMain, const EngineClient& engine) {
+  if (engine.IsBrokenOff()) {
+    frmMain.stopReason = "已中斷檢查";
+  } else if (engine.Refusal().empty()) {
     Refuse(frmMain, Message::kEngineTimeout);
   } else {
-    Refuse(frmMain, Message::kRefusedByEngine, refusal);
+    Refuse(frmMain, Message::kRefusedByEngine, engine.Refusal());
   }
   StopCheck(frmMain);
 }
 
-bool RunEngine(FrmMain& frmMain) {
+bool RunEngine(FrmMain& frmMain, EngineClient& engine) {
   Program& program = frmMain.program;
   auto& app = program.app;
   if (!program.machine.files.FileExists(app.gEngineDir + kEngineName))
     app.gEngineDir = app.gTempDir + "/tolvex/";
-  return EngineFor(frmMain).RunLocal(kEngineName, app.gEngineLevel + "," + MakeRunCode(app.gEssayMode),
-                                     [&program] { return HasResultPage(program); });
+  return engine.RunLocal(kEngineName, app.gEngineLevel + "," + MakeRunCode(app.gEssayMode),
+                         [&program] { return HasResultPage(program); });
 }
 
 Steps ShowPageSteps(Program& program, const std::string& pagePath, std::string& page, std::string& code) {
@@ -138,7 +140,7 @@ void PassStringToEngineWeb(FrmMain& frmMain) {
   const auto reply =
       engine.AskWeb(protocol::page::kCheckSentence,
                     protocol::EncodeCheck(app.gAccountNo, MakeRunCode(app.gEssayMode), sentence->Plain()));
-  if (!reply) return GiveUp(frmMain, engine.Refusal());
+  if (!reply) return GiveUp(frmMain, engine);
   protocol::CheckReply& answer = frmMain.lastAnswer = protocol::ParseCheckReply(*reply);
   answer.sentence = sentence->WithMarksOf(answer.sentence);
   if (!app.gEssayMode) {
@@ -154,7 +156,8 @@ void PassStringToEngineLocal(FrmMain& frmMain) {
   if (!sentence) return;
   KillProcessByName(program.machine.processes, kEngineName);
   if (!BeginCheck(frmMain, *sentence)) return StopCheck(frmMain);
-  if (!RunEngine(frmMain)) return GiveUp(frmMain);
+  EngineClient engine = EngineFor(frmMain);
+  if (!RunEngine(frmMain, engine)) return GiveUp(frmMain, engine);
   protocol::CheckReply& answer = frmMain.lastAnswer;
   std::string page;
   std::string code;

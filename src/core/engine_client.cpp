@@ -29,7 +29,9 @@ void LetThingsRest(EventLoop& loop) {
 }  // namespace
 
 EngineClient::EngineClient(Program& program, EngineTerms terms)
-    : program_(program), terms_(std::move(terms)) {}
+    : program_(program), terms_(std::move(terms)), timesBrokenOff_(program.machine.loop.TimesBrokenOff()) {}
+
+bool EngineClient::IsBrokenOff() const { return program_.machine.loop.TimesBrokenOff() != timesBrokenOff_; }
 
 // Never nothing, which would be no limit.
 EngineClient::Milliseconds EngineClient::Rest() const {

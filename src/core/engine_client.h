@@ -20,7 +20,7 @@ struct EngineTerms {
   std::function<bool()> wantsMoreAttempts = {};
   /// Shows the web engine's root in gProgressDetail. Called before each request while gDetailMessage is set.
   std::function<void()> showAddress = {};
-  /// Whether the learner has broken off.
+  /// Whether the learner has broken off in another way than EventLoop::BreakOff.
   std::function<bool()> isStopped = {};
 };
 
@@ -38,6 +38,8 @@ class EngineClient {
   /// the
   ///         engine has refused
   std::optional<std::string> AskWeb(const std::string& page, const std::string& body);
+  /// Whether the learner has broken off since this client was made.
+  bool IsBrokenOff() const;
   /// The word with which it has refused, "" otherwise.
   const std::string& Refusal() const { return refusal_; }
 
@@ -57,10 +59,11 @@ class EngineClient {
   void Allot();
   std::optional<std::string> Post(const std::string& page, const std::string& body);
   void Pause(int tries);
-  bool IsStopped() const { return terms_.isStopped && terms_.isStopped(); }
+  bool IsStopped() const { return IsBrokenOff() || (terms_.isStopped && terms_.isStopped()); }
 
   Program& program_;
   EngineTerms terms_;
+  const int timesBrokenOff_;
   Milliseconds end_{0};
   std::string refusal_;
 };

@@ -53,6 +53,10 @@ void WriteErrorLog(Program& program, const std::exception& error) {
   program.machine.files.Append(folder + "/error.log", line);
 }
 
+void CloseProgressBox(Program& program) {
+  if (program.frmMessage.IsLoaded() && program.frmMessage->IsProgressBox()) program.frmMessage->closeForm();
+}
+
 }  // namespace
 
 void ReportUnhandledErrors(Program& program) {
@@ -66,6 +70,7 @@ void ReportUnhandledErrors(Program& program) {
 }
 
 void ReportUnhandledError(Program& program, const std::exception& error) {
+  if (dynamic_cast<const BrokenOff*>(&error) != nullptr) return CloseProgressBox(program);
   // A trace that cannot be written must not hide the error itself.
   RunSkippingFailures({[&] { WriteErrorLog(program, error); }});
   const std::string answer = program.app.gMsgResult;  // to a question of another window

@@ -19,18 +19,25 @@
 
 namespace marovane {
 
-std::string PostForm(Program& program, const std::string& url, const std::string& body,
-                     std::chrono::milliseconds limit) {
+base::HttpResponse SendForm(Program& program, const std::string& url, const std::string& body,
+                            std::chrono::milliseconds limit) {
   base::HttpRequest request{.url = url, .headers = {}, .body = body, .limit = limit};
   // Servers of this family are used to both, in this order.
   request.headers.emplace_back("Content-Type", protocol::kFormType);
   request.headers.emplace_back("Content-Type", "text/xml; charset=big5");
-  return base::FromCp950(program.machine.http.Send(request).body);
+  return program.machine.http.Send(request);
+}
+
+std::string PostForm(Program& program, const std::string& url, const std::string& body,
+                     std::chrono::milliseconds limit) {
+  return base::FromCp950(SendForm(program, url, body, limit).body);
 }
 
 std::string TryPost(Program& program, const std::string& url, protocol::Fields fields,
                     std::chrono::milliseconds limit) try {
   return PostForm(program, url, protocol::PlainBody(fields), limit);
+} catch (const BrokenOff&) {
+  throw;
 } catch (const RunTimeError&) {
   return protocol::refusal::kConnectFailed;
 }

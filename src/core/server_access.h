@@ -5,6 +5,7 @@
 #include <chrono>
 #include <string>
 
+#include "base/http.h"
 #include "protocol/form.h"
 
 namespace marovane {
@@ -14,15 +15,21 @@ struct Program;
 
 /// A server that has not answered by then is not there.
 inline constexpr std::chrono::milliseconds kProbeLimit{3000};
+/// Nobody waits longer for the reply to a question.
+inline constexpr std::chrono::milliseconds kReplyLimit{30000};
 
-/// Posts a form body (UTF-8) and returns the decoded reply, whatever the status. Throws RunTimeError when no
+/// Posts a form body (UTF-8) and returns the reply as it came. Throws RunTimeError when none came.
+base::HttpResponse SendForm(Program& program, const std::string& url, const std::string& body,
+                            std::chrono::milliseconds limit = kReplyLimit);
+/// The same, but returns the decoded reply, whatever the status. Throws RunTimeError when no
 /// reply came or it cannot be decoded.
-/// @param limit for the whole exchange; zero for none
+/// @param limit for the whole exchange
 std::string PostForm(Program& program, const std::string& url, const std::string& body,
-                     std::chrono::milliseconds limit = {});
-/// The same with the fields of a body. Returns `refusal::kConnectFailed` instead of throwing.
+                     std::chrono::milliseconds limit = kReplyLimit);
+/// The same with the fields of a body. Returns `refusal::kConnectFailed` instead of throwing, unless the
+/// learner has broken off.
 std::string TryPost(Program& program, const std::string& url, protocol::Fields fields,
-                    std::chrono::milliseconds limit = {});
+                    std::chrono::milliseconds limit = kReplyLimit);
 /// The same at a page of gServerUrlRoot, once a probe has found the server.
 std::string AskServer(Program& program, const char* page, protocol::Fields fields = {});
 /// Shows the message that belongs to a refused login. False, and no message, for a word that has none.

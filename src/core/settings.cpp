@@ -148,7 +148,7 @@ void LoadSettings(Program& program) {
   LoadTexts(program);
 }
 
-void SyncUserSettings(Program& program, std::string& pno, std::string_view mode) {
+void SyncUserSettings(Program& program, std::string& pno, std::string_view mode) try {
   if (!IsServerOnline(program)) return;
   pno = protocol::CleanAccount(pno);
   const std::string url = program.app.gServerUrlRoot + protocol::page::kUserSettings;
@@ -160,6 +160,8 @@ void SyncUserSettings(Program& program, std::string& pno, std::string_view mode)
   const std::string reply = TryPost(program, url, {{"pdcode", "mrv"}, {"pno", pno}, {"met", "r"}});
   // Also what is neither a success nor a refusal, such as some other server's page, holds no settings.
   if (reply.starts_with("OK")) StoreSettings(program, reply);
+} catch (const BrokenOff&) {
+  return;  // whoever does not want to wait for the server has the settings of this computer
 }
 
 }  // namespace marovane

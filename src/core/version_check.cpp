@@ -1,5 +1,7 @@
 #include "core/version_check.h"
 
+#include <regex>
+
 #include "base/files.h"
 #include "core/message.h"
 #include "core/program.h"
@@ -84,10 +86,25 @@ void OfferUpdate(Program& program, const std::string& version) {
   RunUpdater(program, kind == kClassReinstall ? kReinstall : kUpdate);
 }
 
+// "1.0" to "1.0.0.12"; the error page of some server is none.
+bool IsVersion(const std::string& text) {
+  static const std::regex form(R"(\d+(\.\d+){1,3})");
+  return std::regex_match(text, form);
+}
+
 }  // namespace
 
-std::string GetServerVersion(Program& program, const std::string& type) {
-  return AskServer(program, protocol::page::kNewestVersion, {{"type", type}});
+std::string GetServerVersion(Program& program, const std::string& type) try {
+  if (!IsServerOnline(program)) return protocol::refusal::kConnectFailed;
+  const base::HttpResponse reply =
+      SendForm(program, program.app.gServerUrlRoot + protocol::page::kNewestVersion,
+               protocol::PlainBody({{"type", type}}));
+  constexpr int kFound = 200;
+  return reply.status == kFound && IsVersion(reply.body) ? reply.body : "";
+} catch (const BrokenOff&) {
+  throw;
+} catch (const RunTimeError&) {
+  return protocol::refusal::kConnectFailed;
 }
 
 std::string VersionClass(const std::string& version) {
@@ -98,7 +115,7 @@ std::string VersionClass(const std::string& version) {
   return middle.empty() ? "" : middle.substr(middle.size() < 2 ? 0 : middle.size() - 2, 1);
 }
 
-void CheckVersion(Program& program) {
+void CheckVersion(Program& program) try {
   ShowFailedUpdate(program);
   const std::string current = Program::Version();
   std::string small;
@@ -112,6 +129,8 @@ void CheckVersion(Program& program) {
   } else if (small > current) {
     OfferUpdate(program, small);
   }
+} catch (const BrokenOff&) {
+  return;  // the next start asks again
 }
 
 }  // namespace marovane

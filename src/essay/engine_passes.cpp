@@ -13,6 +13,7 @@
 #include "essay/archive.h"
 #include "essay/walk_steps.h"
 #include "platform/http.h"
+#include "protocol/page_code.h"
 #include "protocol/pages.h"
 #include "records/record_db.h"
 
@@ -34,9 +35,10 @@ EngineClient EngineFor(EssayContext& context) {
 }
 
 // Without an answer: the user has stopped the walk, the time was over, or the engine has refused.
-void GiveUp(EssayContext& context, const std::string& refusal = "") {
+void GiveUp(EssayContext& context, const EngineClient& engine) {
+  const std::string& refusal = engine.Refusal();
   context.program.app.gProgressDetail = refusal;
-  if (!IsStopped(context)) {
+  if (!IsStopped(context) && !engine.IsBrokenOff()) {
     AskInPlace(context, refusal.empty() ? Message::kEngineTimeout : Message::kRefusedByEngine);
   }
   context.program.app.gVerdict = "STOP";
@@ -78,8 +80,8 @@ std::string BodyOf(const std::string& page) {
 
 // "" when the page cannot be had.
 std::string FetchPage(Program& program, const std::string& url) try {
-  const base::HttpResponse response =
-      program.machine.http.Send({.method = "GET", .url = url, .headers = {}, .body = ""});
+  const base::HttpResponse response = program.machine.http.Send(
+      {.method = "GET", .url = url, .headers = {}, .body = "", .limit = kReplyLimit});
   if (response.status != 200) return "";
   const bool isUtf8 = response.contentType.find("utf-8") != std::string::npos;
   return BodyOf(isUtf8 ? response.body : base::FromCp950(response.body));
@@ -93,22 +95,24 @@ void PassStringToEngineEssayWeb(EssayContext& context) {
   EngineClient engine = EngineFor(context);
   const auto reply = engine.AskWeb(protocol::page::kCheckSentence,
                                    protocol::EncodeCheck(app.gAccountNo, kEssayRunCode, sentence.Plain()));
-  if (!reply) return GiveUp(context, engine.Refusal());
+  if (!reply) return GiveUp(context, engine);
   protocol::CheckReply answer = protocol::ParseCheckReply(*reply);
   answer.sentence = sentence.WithMarksOf(answer.sentence);
   const bool hasPage = !answer.pagePath.empty();
+  context.showFreshPage = [&program = context.program, url = app.gWebEngineRoot + answer.pagePath] {
+    program.hall.frmBrowser->GoNavigate(url, 2);
+  };
   FilePage(context, hasPage ? FetchPage(context.program, app.gWebEngineRoot + answer.pagePath) : "");
   RecordAnswer(context, answer, app.gEssayPageChecksum.empty() ? "N" : HaveHtm(answer));
   SetVerdict(app.gVerdict, answer.findMistake);
 }
 
-bool RunEngine(EssayContext& context) {
+bool RunEngine(EssayContext& context, EngineClient& engine) {
   Program& program = context.program;
   KillProcessByName(program.machine.processes, kEngineName);
   WriteQuestion(program, TypedSentence(program.app.gEssayCurSentence).Plain());
-  return EngineFor(context).RunLocal(kEngineName,
-                                     program.app.gEngineLevel + "," + context.frmEssay->mEngineRunCode,
-                                     [&program] { return HasResultPage(program); });
+  return engine.RunLocal(kEngineName, program.app.gEngineLevel + "," + context.frmEssay->mEngineRunCode,
+                         [&program] { return HasResultPage(program); });
 }
 
 protocol::CheckReply ReadAnswer(Program& program) {
@@ -127,11 +131,14 @@ std::string ReadAndDeletePage(Program& program, const std::string& path) {
 void PassStringToEngineEssayLocal(EssayContext& context) {
   Program& program = context.program;
   auto& app = program.app;
-  if (!RunEngine(context)) return GiveUp(context);
+  EngineClient engine = EngineFor(context);
+  if (!RunEngine(context, engine)) return GiveUp(context, engine);
   protocol::CheckReply answer = ReadAnswer(program);
   answer.sentence = TypedSentence(app.gEssayCurSentence).WithMarksOf(answer.sentence);
   const bool hasPage = program.machine.files.FileExists(answer.pagePath);
-  FilePage(context, hasPage ? ReadAndDeletePage(program, answer.pagePath) : "");
+  const std::string page = hasPage ? ReadAndDeletePage(program, answer.pagePath) : "";
+  context.showFreshPage = [&program, code = protocol::EncodePage(page)] { PostDecodeForm(program, code); };
+  FilePage(context, page);
   // Unlike with the web engine, the page of an error counts also when it was not filed.
   const bool counts = hasPage && (HaveHtm(answer) == "1" || !app.gEssayPageChecksum.empty());
   RecordAnswer(context, answer, counts ? HaveHtm(answer) : "N");
@@ -141,11 +148,14 @@ void PassStringToEngineEssayLocal(EssayContext& context) {
 }  // namespace
 
 void PassStringToEngineEssay(EssayContext& context) {
+  const EventLoop& loop = context.program.machine.loop;
+  const int timesBefore = loop.TimesBrokenOff();
   if (context.program.app.gUseWebEngine) {
     PassStringToEngineEssayWeb(context);
   } else {
     PassStringToEngineEssayLocal(context);
   }
+  if (loop.TimesBrokenOff() != timesBefore && HasItsWindow(context)) context.frmEssay->mStopRequested = true;
 }
 
 void RecordPassed(EssayContext& context, const std::string& haveHtm) {

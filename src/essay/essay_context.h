@@ -1,6 +1,7 @@
 // What the procedures about essays share: the program, its records, and the windows.
 #pragma once
 
+#include <functional>
 #include <string>
 
 #include "core/program.h"
@@ -32,6 +33,10 @@ struct EssayContext : public Essay {
   /// The same for a new topic of the learner's own.
   /// @param title "" for one made from the day
   void StartOwnEssay(const std::string& title);
+
+  /// Shows the page of the sentence that an engine has just judged, which is still on its way to the archive.
+  /// Empty when the page is that of an earlier check.
+  std::function<void()> showFreshPage;
 
   Program& program;
   RecordDb& records;

@@ -83,6 +83,8 @@ void BeginWalk(EssayContext& context) {
 bool AttemptEngine(Program& program) {
   try {
     return TryWebEngine(program);
+  } catch (const BrokenOff&) {
+    throw;
   } catch (const RunTimeError&) {
     return false;
   }
@@ -95,13 +97,17 @@ bool FindEngine(Program& program) {
   return false;
 }
 
-// Returns when an engine is at hand, or ends the program when the user gives up.
-void PrepareEngine(EssayContext& context) {
+// True when an engine is at hand, false when the user has broken off. Ends the program when the user gives
+// up.
+bool PrepareEngine(EssayContext& context) try {
   context.frmEssay->mEngineRunCode = MakeRunCode(true);
   while (!FindEngine(context.program)) {
     if (!AskInPlace(context, Message::kNoEngineAddress)) context.program.machine.loop.End();
     CenterForm(*context.frmEssay);
   }
+  return true;
+} catch (const BrokenOff&) {
+  return false;
 }
 
 // The next sentence of the running text, from gEssaySentenceNo on; "" for a line without one.
@@ -173,6 +179,7 @@ void RefuseFromRecord(EssayContext& context, const ErrSentence& known) {
 // Once refused stays refused and once passed stays passed: only what no record knows goes to the engine.
 void JudgeSentence(EssayContext& context) {
   auto& app = context.program.app;
+  context.showFreshPage = nullptr;
   EssayRecords records(context.records);
   if (const auto ok = records.FindOkSentence(app.gEssayCurSentence)) return PassFromRecord(context, *ok);
   if (const auto err = records.FindErrSentence(app.gEssayCurSentence)) return RefuseFromRecord(context, *err);
@@ -185,6 +192,7 @@ void ShowFiledPage(EssayContext& context) {
   Program& program = context.program;
   auto& app = program.app;
   if (app.gEssayPageChecksum.empty()) return;
+  if (context.showFreshPage) return context.showFreshPage();
   // The number keeps the browser from serving an old copy.
   program.hall.frmBrowser->GoNavigate(ArchivedPageUrl(program, app.gServerUrlRoot, app.gEssayPageChecksum) +
                                           "&tid=" + MakeRecId(app, program.machine.loop.Now()),
@@ -201,7 +209,7 @@ bool KeepsWarned(EssayContext& context) {
 Next ActOnVerdict(EssayContext& context) {
   auto& app = context.program.app;
   const std::string verdict = app.gVerdict;
-  if (verdict == "STOP") return Next::kStop;
+  if (verdict == "STOP" || context.frmEssay->mStopRequested) return Next::kStop;
   if (verdict == "ERRS" || verdict == "WARN") {
     context.frmEssay->Left = kAway;
     ShowFiledPage(context);
@@ -250,8 +258,7 @@ bool WalkSentences(EssayContext& context) {
 
 void Walk(EssayContext& context) {
   BeginWalk(context);
-  PrepareEngine(context);
-  const bool isComplete = WalkSentences(context);
+  const bool isComplete = PrepareEngine(context) && WalkSentences(context);
   if (!HasItsWindow(context)) {
     context.program.app.gEssayMode = false;
     return;

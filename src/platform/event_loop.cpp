@@ -71,6 +71,7 @@ void EventLoop::Post(std::function<void()> task) {
 
 void EventLoop::RunBlocking(const std::function<void()>& work) {
   RefuseWhileBlocked();
+  stop_ = std::stop_source{};
   SetBlocked(true);
   try {
     Block(work);
@@ -79,6 +80,12 @@ void EventLoop::RunBlocking(const std::function<void()>& work) {
     throw;
   }
   SetBlocked(false);
+}
+
+void EventLoop::BreakOff() {
+  ++timesBrokenOff_;
+  stop_.request_stop();
+  Wake();
 }
 
 void EventLoop::SetBlocked(bool isBlocked) {

@@ -9,6 +9,7 @@
 #include <mutex>
 #include <optional>
 #include <set>
+#include <stop_token>
 #include <vector>
 
 #include "base/day.h"
@@ -79,6 +80,13 @@ class EventLoop {
   /// wait inside such work is a fault of the program: std::logic_error.
   void RunBlocking(const std::function<void()>& work);
   bool IsBlocked() const { return isBlocked_; }
+  /// Asks work that blocks to stop. May be called from any thread.
+  std::stop_token StopToken() const { return stop_.get_token(); }
+
+  /// The learner wants whatever is going on to end. Work that blocks is asked to stop; whoever waits between
+  /// two requests compares the number of times.
+  void BreakOff();
+  int TimesBrokenOff() const { return timesBrokenOff_; }
 
   /// Calls back, once for each time, when a file descriptor can be read. The number stops it again.
   virtual int WatchReadable(int fd, std::function<void()> callback) = 0;
@@ -125,6 +133,8 @@ class EventLoop {
   std::vector<std::shared_ptr<void>> disposed_;
   int depth_ = 0;
   bool isBlocked_ = false;
+  std::stop_source stop_;
+  int timesBrokenOff_ = 0;
   bool ended_ = false;
 };
 

@@ -97,11 +97,10 @@ void QtLoop::Block(const std::function<void()>& work) {
   });
   SetWatching(false);
   while (!done) {
-    QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents | QEventLoop::WaitForMoreEvents);
+    QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
   }
   worker.join();
   SetWatching(true);
-  Wake();  // on X11 the input that was held back is not handed over before something else happens
   if (failure) std::rethrow_exception(failure);
   RethrowKept();
 }

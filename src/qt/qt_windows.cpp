@@ -41,6 +41,7 @@ bool IsInput(QEvent::Type type) {
 
 QtWindows::QtWindows(QtLoop& loop, Options options)
     : loop_(loop),
+      gate_(loop),
       options_(std::move(options)),
       skin_(options_.uiFolder + "/skin"),
       web_(options_.webLibrary) {
@@ -199,10 +200,6 @@ bool QtWindows::eventFilter(QObject* watched, QEvent* event) {
   if (!IsInput(event->type()) || !watched->isWidgetType()) return false;
   FormView* const view = FindByWidget(static_cast<QWidget*>(watched));
   if (view == nullptr) return false;
-  if (loop_.IsBlocked()) {
-    HoldBack(*watched, *event);
-    return true;
-  }
   if (AcceptsInput(view->Model())) return false;
   FormView* const modal = TopModal() == nullptr ? nullptr : Find(*TopModal());
   if (event->type() == QEvent::MouseButtonPress && modal != nullptr) {
@@ -210,15 +207,6 @@ bool QtWindows::eventFilter(QObject* watched, QEvent* event) {
     modal->Frame().activateWindow();
   }
   return true;
-}
-
-// What reaches a window during a request, from an input method for instance, comes again after it. What is
-// dragged cannot be kept.
-void QtWindows::HoldBack(QObject& target, const QEvent& event) {
-  if (event.type() == QEvent::DragEnter || event.type() == QEvent::Drop) return;
-  loop_.Enter(&target, [&target, kept = std::shared_ptr<QEvent>(event.clone())] {
-    QCoreApplication::sendEvent(&target, kept.get());
-  });
 }
 
 void QtWindows::FocusMoved(QWidget* now) {

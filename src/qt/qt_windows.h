@@ -10,6 +10,7 @@
 
 #include "platform/window_system.h"
 #include "qt/form_view.h"
+#include "qt/input_gate.h"
 #include "qt/qt_loop.h"
 #include "qt/skin.h"
 #include "qt/web_pane.h"
@@ -61,7 +62,6 @@ class QtWindows : public QObject, public WindowSystem {
 
  private:
   void Retire(std::unique_ptr<FormView> view);
-  void HoldBack(QObject& target, const QEvent& event);
   FormView* FindByWidget(const QWidget* widget) const;
   FormView* FindByWindow(const QWindow* window) const;
   void FocusMoved(QWidget* now);
@@ -71,6 +71,7 @@ class QtWindows : public QObject, public WindowSystem {
   bool TurnsBackTo(const Form& focused);
 
   QtLoop& loop_;
+  InputGate gate_;
   Options options_;
   Skin skin_;
   QLibrary web_;

@@ -39,8 +39,10 @@ bool SendFeedback(Program& program, const std::string& body) {
 void SendWaitingFeedback(Program& program) {
   base::Files& files = program.machine.files;
   const auto folder = OutboxFolder(program);
+  const int timesBefore = program.machine.loop.TimesBrokenOff();
   for (const auto& name : files.List(folder)) {
     if (!name.ends_with(kFeedbackEnding)) continue;
+    if (program.machine.loop.TimesBrokenOff() != timesBefore) throw BrokenOff("feedback");
     try {
       if (HasArrived(program, files.Read(folder / name))) files.Delete(folder / name);
     } catch (const RunTimeError&) {

@@ -79,7 +79,9 @@ void Reload::LoadStream(RecordKind kind, const char* title) {
     if (!page.nextId) {
       if (loop.Elapsed() >= end) throw RunTimeError("the server does not send its records");
       // A server that breaks off does not get better by being asked at once.
-      loop.Wait(std::chrono::seconds{1});
+      const int timesBefore = loop.TimesBrokenOff();
+      const auto isBrokenOff = [&] { return loop.TimesBrokenOff() != timesBefore; };
+      if (loop.WaitUntil(isBrokenOff, std::chrono::seconds{1})) throw BrokenOff("reload");
       continue;
     }
     end = loop.Elapsed() + kPatience;

@@ -75,6 +75,8 @@ bool HasArrived(Program& program, const Post& post) {
     return PostPage(program, protocol::page::kUpdateRecords, post.body,
                     "application/x-www-form-urlencoded; charset=utf-8", headers)
         .starts_with("OK");
+  } catch (const BrokenOff&) {
+    throw;
   } catch (const RunTimeError&) {
     return false;
   }

@@ -68,6 +68,8 @@ void FrmUpload::SyncProgress(const std::string& mode) {
   try {
     ShowProgress(Progress::kComparing, "");
     Synchronise(mode);
+  } catch (const BrokenOff&) {
+    // What could not be brought into step now is offered again next time.
   } catch (const RunTimeError& error) {
     failure = error;
   }
@@ -109,6 +111,8 @@ void FrmUpload::CompareSyncChecksum(bool& result) {
         PostPage(program_, protocol::page::kSyncChecksum,
                  protocol::PlainBody({{"regid", program_.app.gAccountNo}, {"checksum", digest}}), headers)
             .starts_with("OK");
+  } catch (const BrokenOff&) {
+    throw;
   } catch (const RunTimeError&) {
     result = false;
   }

@@ -97,6 +97,7 @@ class FrmCollocation : public ButtonWindow<3>, public WordHelper {
   static constexpr int kNoTab = 99;
   int currentTab_ = kNoTab;
   int arrowTicks_ = 0;
+  int timesBrokenOff_ = 0;    // when the engine was asked
   std::string pickedPhrase_;  ///< what the examples are wanted for
   std::string lastMainText_;  ///< text of the main window when it was last taken over
 };

@@ -25,6 +25,7 @@ constexpr std::string_view kNotFound = "找不到";
 
 void FrmCollocation::PassEngineCheckWBank(const std::string& para) {
   for (int i = 0; i < picButtons.Count(); ++i) picButtons(i).Visible = false;
+  timesBrokenOff_ = machine.loop.TimesBrokenOff();
   try {
     if (program_.app.gUseWebEngineWbank) {
       PassEngineCheckWBankWeb(para);
@@ -44,10 +45,12 @@ void FrmCollocation::GiveButtonsBack() {
 }
 
 // Tells the server which part of the word helper was used. Whether that arrives does not matter.
-void FrmCollocation::UpdateUserAct() {
+void FrmCollocation::UpdateUserAct() try {
   const auto& app = program_.app;
   AskServer(program_, protocol::page::kUserAct,
             {{"pno", protocol::CleanAccount(app.gAccountNo)}, {"act", app.gSuggestMode}});
+} catch (const BrokenOff&) {
+  return;  // the answer of the word bank is there
 }
 
 void FrmCollocation::ShowProgress(const Progress& progress) {
@@ -61,7 +64,11 @@ void FrmCollocation::EndProgress() {
   Enabled = true;
 }
 
-void FrmCollocation::ShowNoReply() { ShowMessage(program_, Message::kNoEngineReply); }
+// Whoever has broken off knows it.
+void FrmCollocation::ShowNoReply() {
+  if (machine.loop.TimesBrokenOff() != timesBrokenOff_) return EndProgress();
+  ShowMessage(program_, Message::kNoEngineReply);
+}
 
 void FrmCollocation::ShowNothingFound() {
   cboCollect.Enabled = false;

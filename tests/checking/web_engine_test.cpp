@@ -75,6 +75,19 @@ TEST_F(WebEngineTest, SilenceOfThirtySecondsStopsTheCheck) {
   EXPECT_EQ(NeedSync(), "") << "the check does not";
 }
 
+TEST_F(WebEngineTest, EscapeEndsACheckWithoutAMessage) {
+  for (const char* const page : {"p_passWebEngine_conn.asp", kPage}) {
+    machine.http.breaksOff = [page](const base::HttpRequest& request) { return request.url.ends_with(page); };
+    const auto before = machine.loop.Elapsed();
+    Enter("He goes.");
+    EXPECT_LE(machine.loop.Elapsed() - before, 300ms) << page;
+    ExpectStop("He goes.");
+  }
+  machine.http.breaksOff = nullptr;
+  Enter("He goes.");
+  EXPECT_EQ(app.gVerdict, "PASS");
+}
+
 TEST_F(WebEngineTest, UnknownKindOfAnswerIsRecordedWithNothingKnown) {
   for (const char* reply : {"OK_7#A1#p.htm#x", "OK_"}) {
     machine.http.Route(kPage, reply);

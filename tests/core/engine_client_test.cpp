@@ -113,6 +113,34 @@ TEST_F(EngineClientTest, LearnerBreaksOffAtOnce) {
   EXPECT_EQ(Ask(terms), std::nullopt);
 }
 
+// During a request, in the pause before the next one, and while a program runs.
+TEST_F(EngineClientTest, EscapeEndsEveryWait) {
+  bool wasAsked = false;
+  const EngineTerms terms{.wantsMoreAttempts = [&] { return wasAsked = true; }};
+  for (const char* const page : {kProbe, kAllot, kPage}) {
+    http.Route(kProbe, page == kAllot ? "ERR" : "ONLINE");
+    http.Route(kPage, "ERR");
+    http.breaksOff = [&](const base::HttpRequest& request) { return request.url.ends_with(page); };
+    EngineClient client(program, terms);
+    start = machine.loop.Elapsed();
+    EXPECT_EQ(client.AskWeb(kPage, "a question"), std::nullopt) << page;
+    EXPECT_TRUE(client.IsBrokenOff());
+    EXPECT_LE(Spent(), 300ms) << page;
+    EXPECT_FALSE(wasAsked) << page;
+  }
+  http.breaksOff = nullptr;
+  Timer learner(machine.loop, 700);
+  learner.onTick = [this] { machine.loop.BreakOff(); };
+  learner.Enabled = true;
+  EXPECT_EQ(Ask(), std::nullopt);
+  EXPECT_LE(Spent(), 700ms);
+  machine.processes.InstallHanging(kName);
+  EXPECT_FALSE(Run({}, [] { return true; }));
+  EXPECT_LE(Spent(), 700ms);
+  learner.Enabled = false;
+  EXPECT_FALSE(EngineClient(program).IsBrokenOff()) << "it was another question";
+}
+
 TEST_F(EngineClientTest, AllotsAsLongAsTheLearnerWants) {
   http.Route(kPage, "OK_");
   int asked = 0;

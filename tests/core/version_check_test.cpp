@@ -91,13 +91,25 @@ INSTANTIATE_TEST_SUITE_P(
         Decision{
             "9.0.0", "2.0.0", {{Message::kReinstall, kNo}, {Message::kReinstallRefused}}, true, true, ""},
         Decision{"9.0.0", "2.0.0", {{Message::kReinstall, kYes}, {Message::kNoUpdater}}, false, false, ""},
-        Decision{"ERR_SERVER", "1.0.0", {{Message::kNewVersion, kNo}}, true, false, ""},
-        Decision{"1.0.0",
-                 "ERR_SERVER",
-                 {{Message::kReinstall, kNo}, {Message::kReinstallRefused}},
-                 true,
-                 true,
-                 ""}));
+        Decision{"ERR_SERVER", "1.0.0", {}, true, false, ""},
+        Decision{"1.0.0", "ERR_SERVER", {}, true, false, ""},
+        Decision{"<html>404</html>", "v9.0.0", {}, true, false, ""},
+        Decision{"9.", "9.0.0 (latest)", {}, true, false, ""}));
+
+TEST_F(VersionCheckTest, PageOfAnErrorIsNoVersion) {
+  for (const int status : {404, 500, 302, 204}) {
+    machine.http.Route("p_getversion.asp", "9.0.0", status);
+    EXPECT_FALSE(Check({})) << status;
+  }
+}
+
+TEST_F(VersionCheckTest, WhoeverDoesNotWantToWaitStartsWithoutTheAnswer) {
+  ServeVersions("9.0.0", "9.0.0");
+  for (const char* const page : {"p_getconn.asp", "p_getversion.asp"}) {
+    machine.http.breaksOff = [page](const base::HttpRequest& request) { return request.url.ends_with(page); };
+    EXPECT_FALSE(Check({})) << page;
+  }
+}
 
 TEST_F(VersionCheckTest, ClassEightWipesTheDataButSetsRecordsAside) {
   InstallUpdater();

@@ -142,6 +142,31 @@ TEST_F(EnginePassTest, StopsAfterTheReplyThatIsWaitedForWithoutARecord) {
   EXPECT_THAT(Asked(), IsEmpty());
 }
 
+TEST_F(EnginePassTest, BreakingOffEndsTheWaitAndTheWalk) {
+  for (const char* const page : {"p_passWebEngine_conn.asp", "p_passWebEngine.asp"}) {
+    machine.http.breaksOff = [page](const base::HttpRequest& request) { return request.url.ends_with(page); };
+    Window().mAnalysing = true;
+    Window().mStopRequested = false;
+    const auto start = machine.loop.Elapsed();
+    Pass();
+    ExpectStop();
+    EXPECT_TRUE(Window().mStopRequested);
+    EXPECT_LE((machine.loop.Elapsed() - start).count(), 300) << page;
+  }
+}
+
+// The archive may be slow, or not there: the page comes from the engine itself.
+TEST_F(EnginePassTest, NobodyWaitsForTheArchive) {
+  replies[app.gEssayCurSentence] = "OK_1#AG01#page.htm#x";
+  machine.http.Route("page.htm", "<p>finding</p>");
+  machine.http.RouteToNowhere("p_all_engine_htm_rec.asp");
+  Pass();
+  EXPECT_EQ(app.gVerdict, "ERRS");
+  ASSERT_TRUE(room.showFreshPage);
+  room.showFreshPage();
+  EXPECT_EQ(composition.frmBrowser->webOther.LocationURL(), app.gWebEngineRoot + "page.htm");
+}
+
 TEST_F(EnginePassTest, RecordsWhatTheLocalEngineSays) {
   InstallEngine({{"findMistake", "1"}, {"errcode", "AG01"}, {"sentence", "It's *he go* ."}}, "..<p>a</p>");
   Pass();

@@ -1,5 +1,6 @@
 // The walk under the virtual clock.
 #include "core/settings.h"
+#include "essay/archive.h"
 #include "tests/essay/essay_fixture.h"
 
 namespace marovane {
@@ -194,11 +195,22 @@ TEST_F(EssayTest, StopsInEveryState) {
   EXPECT_THAT(Window().webHtml.Page(), HasSubstr("這篇短文批改過程中被中斷"));
 }
 
-TEST_F(EssayTest, ShowsTheFiledPageOfAFaultAndAcceptsNoKeysAndNoSecondWalk) {
+TEST_F(EssayTest, ShowsThePageOfAFaultFreshAndLaterFromTheArchive) {
+  const auto send = [this](const Matcher<const std::string&>& address) {
+    ExpectMessage(Message::kWrongSentence, kOk,
+                  [&] { EXPECT_THAT(composition.frmBrowser->webOther.LocationURL(), address); });
+    BreakOff();
+    Send("He go home.");
+  };
+  send("http://engine/page.htm");
+  composition.records.Db().RunScript(
+      "update errsentence set sentence = 'He go home.'");  // without marks it is known
+  send(AllOf(HasSubstr("http://school/p_all_engine_htm_show.asp?key=zorbelquinter&pnomd5="),
+             HasSubstr("&checksum=" + ArchiveChecksum("He go home.") + "&enginever=&tid=")));
+}
+
+TEST_F(EssayTest, AcceptsNoKeysAndNoSecondWalkWhileItWaits) {
   ExpectMessage(Message::kWrongSentence, kOk, [this] {
-    EXPECT_THAT(composition.frmBrowser->webOther.LocationURL(),
-                AllOf(HasSubstr("http://school/p_all_engine_htm_show.asp?key=zorbelquinter&pnomd5="),
-                      HasSubstr("&checksum=" + app.gEssayPageChecksum + "&enginever=&tid=")));
     for (auto* const event : {&Window().txtInput.KeyDown, &Window().txtInput.KeyPress}) {
       int key = 'A';
       event->Raise(key);

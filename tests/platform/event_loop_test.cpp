@@ -193,6 +193,22 @@ TEST_F(EventLoopTest, LetsOnlyPicturesMoveDuringBlockingWork) {
   EXPECT_FALSE(loop.IsBlocked());
 }
 
+TEST_F(EventLoopTest, LearnerBreaksOffTheWorkThatIsGoingOnAndNoOther) {
+  loop.BreakOff();
+  const auto isStopped = [this](bool breaksOff) {
+    bool isAsked = false;
+    loop.RunBlocking([&] {
+      if (breaksOff) loop.BreakOff();
+      isAsked = loop.StopToken().stop_requested();
+    });
+    return isAsked;
+  };
+  EXPECT_FALSE(isStopped(false));
+  EXPECT_TRUE(isStopped(true));
+  EXPECT_FALSE(isStopped(false));
+  EXPECT_EQ(loop.TimesBrokenOff(), 2);
+}
+
 TEST(EventLoop, RefusesWorkAndWaitsInsideBlockingWork) {
   const std::function<void(VirtualLoop&)> kFaults[] = {
       [](VirtualLoop& loop) { loop.RunBlocking([] {}); },

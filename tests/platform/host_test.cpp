@@ -3,8 +3,10 @@
 #include <sys/wait.h>
 
 #include <algorithm>
+#include <future>
 #include <stdexcept>
 #include <string>
+#include <vector>
 
 #include "base/posix_files.h"
 #include "base/utf16.h"
@@ -15,6 +17,7 @@
 #include "platform/host/posix_processes.h"
 #include "platform/run_time_error.h"
 #include "platform/timer.h"
+#include "tests/support/local_server.h"
 #include "tests/support/temp_home.h"
 #include "tests/support/virtual_loop.h"
 
@@ -152,6 +155,37 @@ TEST(OpenCc, ConvertsBothWaysEachCharacterByItself) {
   const std::string hair = chinese.ToTraditional("发");
   EXPECT_EQ(chinese.ToTraditional("头发"), "頭" + hair);
   EXPECT_EQ(chinese.ToTraditional("理发"), "理" + hair);
+}
+
+TEST(CurlHttp, SendsInTheBackgroundInOrderAndEndsWithoutWaitingForASilentServer) {
+  PollLoop loop;
+  std::vector<std::string> came;
+  std::promise<void> isDone;
+  std::promise<void> mayAnswer;
+  auto until = mayAnswer.get_future();
+  LocalServer local;
+  local.pages->Post("/file", [&](const httplib::Request& request, httplib::Response&) {
+    came.push_back(request.body);
+    if (came.size() == 2) isDone.set_value();
+  });
+  local.pages->Post("/silent", [&](const httplib::Request&, httplib::Response&) { until.wait(); });
+  const auto url = [&](const std::string& path) { return "http://" + local.Host() + path; };
+  {
+    CurlHttp http(loop);
+    http.SendLater({.url = "http://127.0.0.1:1/"});
+    http.SendLater({.url = url("/file"), .body = "first"});
+    http.SendLater({.url = url("/file"), .body = "second"});
+  }
+  ASSERT_EQ(isDone.get_future().wait_for(std::chrono::seconds{0}), std::future_status::ready)
+      << "what is left has some seconds";
+  EXPECT_THAT(came, ::testing::ElementsAre("first", "second"));
+  const auto start = loop.Elapsed();
+  {
+    BackgroundSender sender(std::chrono::milliseconds{10});
+    sender.Add({.url = url("/silent"), .body = "lost"});
+  }
+  EXPECT_LT(loop.Elapsed() - start, std::chrono::seconds{10}) << "the end does not wait for the reply";
+  mayAnswer.set_value();
 }
 
 TEST(OpenCc, GivesAsManyCharactersAsItGot) {

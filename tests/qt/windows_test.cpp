@@ -7,6 +7,8 @@
 #include <QToolButton>
 #include <QTreeView>
 #include <algorithm>
+#include <future>
+#include <utility>
 
 #include "core/window_shell.h"
 #include "platform/run_time_error.h"
@@ -20,7 +22,18 @@ using testing::ElementsAre;
 namespace {
 
 using QtWindowsTest = SampleTest;
-using QtLoopTest = SampleTest;
+
+class QtLoopTest : public SampleTest {
+ protected:
+  static constexpr std::chrono::seconds kPatience{30};
+
+  // As the window system does it: through the window.
+  void ClickInWindow(Control& control) {
+    QWidget& widget = Widget(control);
+    QWidget& top = *widget.window();
+    QTest::mouseClick(top.windowHandle(), Qt::LeftButton, {}, widget.mapTo(&top, widget.rect().center()));
+  }
+};
 
 TEST_F(QtWindowsTest, ModalFormAloneAcceptsInputUntilItGoes) {
   Window<FrmSample> box{machine.machine};
@@ -197,7 +210,7 @@ TEST_F(QtLoopTest, BlockingWorkLetsOnlyPicturesMove) {
     form.txtLine.Text = "painted ";
     // What the window system reports meanwhile waits until the work has ended.
     if (++frames != 1) return;
-    QTest::mouseClick(&Widget(form.cmdOK), Qt::LeftButton);
+    ClickInWindow(form.cmdOK);
     QInputMethodEvent commit;
     commit.setCommitString("ab");
     QCoreApplication::sendEvent(&Widget(form.txtLine), &commit);
@@ -220,6 +233,47 @@ TEST_F(QtLoopTest, BlockingWorkLetsOnlyPicturesMove) {
   EXPECT_THAT(heard, ElementsAre("click", "a", "b", "close"));
   EXPECT_EQ(form.txtLine.Text(), "painted ab");
   EXPECT_THROW(loop.RunBlocking([] { throw RunTimeError("no line"); }), RunTimeError);
+}
+
+// What reads along while the machine works: the input waits in its order, and Escape goes to nobody else.
+TEST_F(QtLoopTest, InputDuringARequestWaitsAndEscapeBreaksItOff) {
+  QtLoop& loop = machine.loop;
+  std::vector<std::string> heard;
+  form.QueryClose = [&] { heard.push_back("close"); };
+  form.cmdOK.Click = [&] { heard.push_back("click"); };
+  form.txtLine.KeyPress = [&](int& key) { heard.push_back(std::string(1, char(key))); };
+  form.txtLine.SetFocus();
+  const auto wait = [&](const std::function<void()>& act) {
+    Timer once(loop, 1, Timer::Kind::kVisual);
+    once.onTick = [&] {
+      once.Enabled = false;
+      act();
+    };
+    once.Enabled = true;
+    bool isStopped = false;
+    loop.RunBlocking([&] {
+      std::promise<void> stopped;
+      const std::stop_callback hear(loop.StopToken(), [&] { stopped.set_value(); });
+      isStopped = stopped.get_future().wait_for(kPatience) == std::future_status::ready;
+    });
+    EXPECT_TRUE(isStopped);
+    EXPECT_THAT(heard, ElementsAre());
+  };
+  wait([&] {
+    for (const auto key : {Qt::Key_A, Qt::Key_B}) QTest::keyClick(Frame().windowHandle(), key);
+    QTest::keyClick(Frame().windowHandle(), Qt::Key_Escape);
+  });
+  EXPECT_EQ(loop.TimesBrokenOff(), 1);
+  loop.DoEvents();
+  EXPECT_THAT(std::exchange(heard, {}), ElementsAre("a", "b"));
+  EXPECT_EQ(form.txtLine.Text(), "ab");
+  Widget(form.cmdOK).setProperty("breaksOff", true);
+  wait([&] {
+    QTest::keyClick(Frame().windowHandle(), Qt::Key_C);
+    ClickInWindow(form.cmdOK);
+  });
+  loop.DoEvents();
+  EXPECT_THAT(heard, ElementsAre("c", "click"));
 }
 
 TEST_F(QtLoopTest, FadeThatIsOverDuringARequestClosesItsWindowAfterIt) {

@@ -50,10 +50,24 @@ class FakeHttp : public HttpClient {
   base::HttpResponse Send(const base::HttpRequest& request) override {
     requests.push_back(request);
     const bool isTooSlow = request.limit.count() > 0 && cost > request.limit;
-    loop_.RunBlocking([&] { loop_.Advance(isTooSlow ? request.limit : cost); });
+    loop_.RunBlocking([&] {
+      loop_.Advance(isTooSlow ? request.limit : cost);
+      if (breaksOff && breaksOff(request)) loop_.BreakOff();
+      if (loop_.StopToken().stop_requested()) throw BrokenOff(request.url + ": broken off");
+    });
     fault.Step("request to " + request.url);
     if (isTooSlow) throw RunTimeError(request.url + ": no reply in time");
     return Find(request.url)(request);
+  }
+
+  /// Takes none of the learner's time.
+  void SendLater(const base::HttpRequest& request) override {
+    requests.push_back(request);
+    try {
+      Find(request.url)(request);
+    } catch (const RunTimeError&) {
+      return;
+    }
   }
 
   /// Bodies of the requests to an address, by its end.
@@ -67,6 +81,7 @@ class FakeHttp : public HttpClient {
 
   std::vector<base::HttpRequest> requests;
   std::chrono::milliseconds cost{10};  ///< time of the virtual clock that each request takes
+  std::function<bool(const base::HttpRequest&)> breaksOff;  ///< whether the learner does so during a request
   Fault fault;
 
  private:

@@ -15,6 +15,7 @@ using namespace ::testing;
 constexpr const char* kUpload = "p_update_err_rec.asp";
 constexpr const char* kCompare = "p_sync_checksum.asp";
 constexpr const char* kStream = "p_sync_client_new.asp";
+constexpr const char* kUpdate = "p_update_err_rec.asp";
 
 class SyncTest : public ::testing::Test {
  protected:
@@ -143,6 +144,45 @@ TEST_F(SyncTest, AsksAgainForAStreamThatBreaksOff) {
   school.Sync("NOMSG");
   EXPECT_EQ(school.Contents(), home.Contents()) << "no row twice";
   EXPECT_EQ(Requests(school, kStream), 6U);
+}
+
+TEST_F(SyncTest, GivesUpAStreamThatStaysEmptyAfterAMinute) {
+  home.AddOk("Mine.");
+  home.Sync("UPLOAD");
+  const auto before = home.Contents();
+  home.machine.http.Route(kCompare, "");
+  home.machine.http.Route(kStream, "");
+  home.CloseMessages();
+  const auto start = home.machine.loop.Elapsed();
+  ASSERT_TRUE(home.Sync("NOMSG"));
+  const auto seconds = std::chrono::duration<double>(home.machine.loop.Elapsed() - start).count();
+  EXPECT_GE(seconds, 60);
+  EXPECT_LE(seconds, 63);
+  EXPECT_EQ(home.messages, 1);
+  EXPECT_EQ(home.Contents(), before);
+}
+
+TEST_F(SyncTest, EscapeEndsASynchronisationAndLeavesEverythingAsItWas) {
+  home.AddOk("Mine.");
+  const auto before = home.Contents();
+  home.CloseMessages();
+  for (const char* const page : {kCompare, "p_getconn.asp", kUpdate, kStream}) {
+    SCOPED_TRACE(page);
+    home.machine.http.breaksOff = [page](const base::HttpRequest& request) {
+      return request.url.ends_with(page);
+    };
+    home.machine.http.requests.clear();
+    ASSERT_TRUE(home.Sync(page == kStream ? "DOWNLOAD" : "NOMSG"));
+    EXPECT_EQ(home.machine.http.requests.back().url.ends_with(page), page != kStream) << "nothing after it";
+    EXPECT_EQ(home.messages, 0);
+    EXPECT_EQ(home.Contents(), before);
+    EXPECT_TRUE(home.running->frmMain.Enabled());
+    EXPECT_EQ(home.running->frmMain.Left(), 4711);
+  }
+  home.machine.http.breaksOff = nullptr;
+  home.Sync("UPLOAD");
+  school.Sync("NOMSG");
+  EXPECT_EQ(school.Contents(), home.Contents()) << "it is there once";
 }
 
 TEST_F(SyncTest, LeavesTheRecordsAloneWhenTheServerTalksRubbish) {

@@ -1,0 +1,84 @@
+#include "qt/input_gate.h"
+
+#include <QApplication>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QPointer>
+#include <QWidget>
+#include <memory>
+#include <utility>
+
+#include "qt/qt_loop.h"
+
+namespace marovane {
+
+namespace {
+
+enum class Kind { kNone, kKept, kDropped };
+
+// Where the window system hands events over: the rest of the way is Qt's own.
+Kind KindOf(const QObject& watched, QEvent::Type type) {
+  // Composed text goes to the widget straight away.
+  if (type == QEvent::InputMethod) return Kind::kKept;
+  if (!watched.isWindowType()) return Kind::kNone;
+  switch (type) {
+    case QEvent::KeyPress:
+    case QEvent::KeyRelease:
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonRelease:
+    case QEvent::MouseButtonDblClick:
+    case QEvent::Wheel:
+    case QEvent::TouchBegin:
+    case QEvent::TouchUpdate:
+    case QEvent::TouchEnd: return Kind::kKept;
+    case QEvent::MouseMove:
+    case QEvent::DragEnter:
+    case QEvent::DragMove:
+    case QEvent::Drop: return Kind::kDropped;
+    default: return Kind::kNone;
+  }
+}
+
+bool BreaksOff(const QEvent& event) {
+  if (event.type() == QEvent::KeyPress) return static_cast<const QKeyEvent&>(event).key() == Qt::Key_Escape;
+  if (event.type() != QEvent::MouseButtonRelease) return false;
+  const QPoint place = static_cast<const QMouseEvent&>(event).globalPosition().toPoint();
+  const QWidget* const clicked = QApplication::widgetAt(place);
+  return clicked != nullptr && clicked->property("breaksOff").toBool();
+}
+
+}  // namespace
+
+InputGate::InputGate(QtLoop& loop) : loop_(loop) { qApp->installEventFilter(this); }
+
+bool InputGate::eventFilter(QObject* watched, QEvent* event) {
+  const Kind kind = KindOf(*watched, event->type());
+  if (kind == Kind::kNone || event == handedOver_) return false;
+  const bool isBlocked = loop_.IsBlocked();
+  if (BreaksOff(*event)) {
+    loop_.BreakOff();
+    // It has ended the request, and shall not close the window beside.
+    if (isBlocked && event->type() == QEvent::KeyPress) return true;
+  }
+  if (!isBlocked && kept_ == 0) return false;
+  return kind == Kind::kDropped || Keep(*watched, *event);
+}
+
+bool InputGate::Keep(QObject& target, const QEvent& event) {
+  ++kept_;
+  loop_.Post([gate = QPointer<InputGate>(this), target = QPointer<QObject>(&target),
+              event = std::shared_ptr<QEvent>(event.clone())] {
+    if (gate) gate->HandOver(target, *event);
+  });
+  return true;
+}
+
+void InputGate::HandOver(QObject* target, QEvent& event) {
+  --kept_;
+  if (target == nullptr) return;
+  const QEvent* const before = std::exchange(handedOver_, &event);
+  QCoreApplication::sendEvent(target, &event);
+  handedOver_ = before;
+}
+
+}  // namespace marovane
