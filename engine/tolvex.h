@@ -69,5 +69,7 @@ class Engine {
 /// The result page of a judgement: UTF-8 text of a complete HTML page whose meta line declares Big5, made of
 /// characters that Big5 holds. A page for a right sentence contains "本句子沒有發現錯誤".
 std::string ResultPage(std::string_view sentence, const Judgement& judgement);
+/// The same page around a body that was taken out of one.
+std::string ResultPageOf(std::string_view body);
 
 }  // namespace tolvex

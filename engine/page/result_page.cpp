@@ -157,9 +157,11 @@ std::string FaultBlocks(std::string_view sentence, const Judgement& judgement) {
 
 std::string ResultPage(std::string_view sentence, const Judgement& judgement) {
   const bool right = judgement.verdict == Verdict::kRight;
-  return fmt::format("{}<h1>句子解析結果</h1>\n<div class=\"sentence\">{}</div>\n{}</body>\n</html>\n", kHead,
-                     right ? Escape(sentence) : MarkedSentence(sentence, judgement.faults),
-                     right ? Praise(judgement) : FaultBlocks(sentence, judgement));
+  return ResultPageOf(fmt::format("<h1>句子解析結果</h1>\n<div class=\"sentence\">{}</div>\n{}",
+                                  right ? Escape(sentence) : MarkedSentence(sentence, judgement.faults),
+                                  right ? Praise(judgement) : FaultBlocks(sentence, judgement)));
 }
+
+std::string ResultPageOf(std::string_view body) { return fmt::format("{}{}</body>\n</html>\n", kHead, body); }
 
 }  // namespace tolvex

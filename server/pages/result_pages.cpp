@@ -3,6 +3,8 @@
 #include <fmt/format.h>
 
 #include "base/cp950.h"
+#include "base/text.h"
+#include "engine/tolvex.h"
 #include "protocol/page_code.h"
 #include "server/pages/page.h"
 
@@ -46,6 +48,12 @@ std::string RequiredPage(const Form& form) {
   return page;
 }
 
+/// Programs file the body alone when they have fetched the page from a web engine.
+std::string WholePage(const std::string& filed) {
+  const bool isWhole = base::Lower(filed).find("<body") != std::string::npos;
+  return isWhole ? filed : tolvex::ResultPageOf(filed);
+}
+
 }  // namespace
 
 Reply ArchivePage(Services& services, const Call& call) {
@@ -56,7 +64,7 @@ Reply ArchivePage(Services& services, const Call& call) {
 
 Reply ShowArchivedPage(Services& services, const Call& call) {
   const auto page = services.store.ArchivedPage(KeyOf(call.form));
-  if (page) return {base::ToCp950(*page, base::Unencodable::kReference)};
+  if (page) return {base::ToCp950(WholePage(*page), base::Unencodable::kReference)};
   return Notice("沒有批改內容", "伺服器上沒有這個句子的詳細批改內容。",
                 "可能是批改當時網路中斷，內容沒有送達。您可以在主視窗再檢查一次這個句子，即可看到說明。");
 }

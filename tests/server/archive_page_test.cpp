@@ -26,14 +26,19 @@ std::string Show(const RunningServer& server, const std::string& pnomd5, const s
   return answer->body;
 }
 
-TEST(ArchivePages, AreShownAsTheyWereFiledAndBelongToOneAccountAndSentence) {
+TEST(ArchivePages, BelongToOneAccountAndSentenceAndAreShownWhole) {
   const RunningServer server;
   EXPECT_EQ(
       server.Ask(kRec, Fields(kAccount, kSentence, "%3Cp%3E%E4%B8%80+%2B%0D%0A%09two%F0%9F%98%80%3C%2Fp%3E")),
       "OK_" + kSentence);
-  EXPECT_EQ(Show(server, kAccount, kSentence), base::ToCp950("<p>一 +\r\n\ttwo") + "&#128512;</p>");
-  EXPECT_EQ(server.Ask(kRec, Fields(kAccount, kSentence, "second")), "OK_" + kSentence);
-  EXPECT_EQ(Show(server, kAccount, kSentence), "second");
+  // A body alone gets the head of the page that it comes from.
+  EXPECT_THAT(Show(server, kAccount, kSentence),
+              AllOf(StartsWith("<!DOCTYPE html>"), HasSubstr(base::ToCp950("<title>句子解析結果</title>")),
+                    HasSubstr(".fault {"),
+                    EndsWith(base::ToCp950("<body>\n<p>一 +\r\n\ttwo") + "&#128512;</p></body>\n</html>\n")));
+  EXPECT_EQ(server.Ask(kRec, Fields(kAccount, kSentence, "<html><BODY class='x'>second</BODY></html>")),
+            "OK_" + kSentence);
+  EXPECT_EQ(Show(server, kAccount, kSentence), "<html><BODY class='x'>second</BODY></html>");
   const std::string missing = base::ToCp950("伺服器上沒有這個句子的詳細批改內容");
   EXPECT_THAT(Show(server, std::string(32, 'b'), kSentence), HasSubstr(missing));
   EXPECT_THAT(Show(server, kAccount, std::string(32, '0')), HasSubstr(missing));
