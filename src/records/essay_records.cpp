@@ -53,15 +53,17 @@ void EssayRecords::Delete(const std::string& essayId) {
 }
 
 std::vector<std::string> EssayRecords::WorkIds() {
-  return Db().Column("select distinct workId from essay order by workId desc");
+  return Db().Column("select distinct workId from essay where upload <> 'D' order by workId desc");
 }
 
 std::vector<EssayRow> EssayRecords::EssaysOf(const std::string& workId) {
-  return Collect(Db(), "select * from essay where workId = ? order by sDate, essayId", {workId}, EssayFrom);
+  return Collect(Db(), "select * from essay where upload <> 'D' and workId = ? order by sDate, essayId",
+                 {workId}, EssayFrom);
 }
 
 std::optional<EssayRow> EssayRecords::FirstOf(const std::string& workId) {
-  return FindFirst(Db(), "select * from essay where workId = ? order by rowid limit 1", {workId}, EssayFrom);
+  return FindFirst(Db(), "select * from essay where upload <> 'D' and workId = ? order by rowid limit 1",
+                   {workId}, EssayFrom);
 }
 
 std::vector<EssayRow> EssayRecords::Listed(const std::string& workId) {

@@ -42,7 +42,7 @@ class EssayRecords {
   /// Marks an essay and its sentences as deleted. The next upload removes them.
   void Delete(const std::string& essayId);
 
-  /// Topics that have essays, the newest id first.
+  /// Topics that have essays, the newest id first. Essays that are deleted are in no list.
   std::vector<std::string> WorkIds();
   /// Essays of a topic in the order of time.
   std::vector<EssayRow> EssaysOf(const std::string& workId);

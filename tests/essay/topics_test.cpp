@@ -207,11 +207,11 @@ TEST_F(TopicsTest, DeletesTheTickedEssaysAfterAQuestion) {
   const struct {
     const char* argument;
     MessageButton answer;
-    const char *deleted, *left;
-  } kCases[] = {{"e1|e2|", kNo, "", "e1 e2 e3"},
-                {"", kYes, "", "e1 e2 e3"},
-                {"|e2||", kYes, "e2", "e1 e3"},
-                {"e1%7Ce3%7Cunknown%7C", kYes, "e1 e2 e3", ""}};
+    const char *deleted, *left, *commands;
+  } kCases[] = {{"e1|e2|", kNo, "", "e1 e2 e3", "wid:w2 col:w2 show:e3 wid:w1 col:w1 show:e1 show:e2"},
+                {"", kYes, "", "e1 e2 e3", "wid:w2 col:w2 show:e3 wid:w1 col:w1 show:e1 show:e2"},
+                {"|e2||", kYes, "e2", "e1 e3", "wid:w2 col:w2 show:e3 wid:w1 col:w1 show:e1"},
+                {"e1%7Ce3%7Cunknown%7C", kYes, "e1 e2 e3", "", ""}};
   Put({"e1", "w1", "A", "N", 5, 2});
   Put({"e2", "w1", "A", "N", 5, 1});
   Put({"e3", "w2", "B"});
@@ -222,6 +222,7 @@ TEST_F(TopicsTest, DeletesTheTickedEssaysAfterAQuestion) {
     EXPECT_EQ(EssaysWith("D"), c.deleted);
     EXPECT_EQ(EssaysWith("Y"), c.left);
     EXPECT_TRUE(room.frmEssayInputEdu->webHtml2.Visible);
+    EXPECT_EQ(CommandsOf(room.frmEssayInputEdu->webHtml2), c.commands);
   }
   EXPECT_THAT(Texts("select distinct upload from oksentence union select upload from errsentence"),
               ElementsAre("D"));
