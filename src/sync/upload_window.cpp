@@ -75,7 +75,8 @@ void FrmUpload::SyncProgress(const std::string& mode) {
   }
   program_.frmMessage->closeForm();
   machine.loop.DoEvents();
-  frmMain.Left = left;
+  // Not when another window had moved it away, which may have brought it back meanwhile.
+  if (left > kAway) frmMain.Left = left;
   if (failure) ReportUnhandledError(program_, *failure);
   if (IsMerge(mode)) {
     tmrSyncMessageWaitTag = mode;

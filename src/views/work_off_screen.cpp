@@ -12,6 +12,10 @@ void WorkOffScreen(Program& program, const Progress& progress, const std::functi
   EventLoop& loop = program.machine.loop;
   const auto moveMain = [&program](int left) { program.hall.frmMain->AsForm().Left = left; };
   const int left = program.hall.frmMain->AsForm().Left;
+  // A window that had moved it away brings it back itself, and may have done so meanwhile.
+  const auto bringBack = [&] {
+    if (left > kAway) moveMain(left);
+  };
   moveMain(kAway);
   try {
     loop.DoEvents();
@@ -21,10 +25,10 @@ void WorkOffScreen(Program& program, const Progress& progress, const std::functi
     program.frmMessage->closeForm();
     loop.DoEvents();
   } catch (...) {
-    moveMain(left);
+    bringBack();
     throw;
   }
-  moveMain(left);
+  bringBack();
   loop.DoEvents();
 }
 

@@ -60,6 +60,17 @@ TEST_F(SyncTest, BringsTheRecordsOfOneComputerToTheOther) {
   EXPECT_EQ(RequestsOfSync(school), 1U) << "the quick path asks for the checksum alone";
 }
 
+TEST_F(SyncTest, LeavesTheMainWindowWhereAnotherWindowPutsIt) {
+  auto& left = home.running->frmMain.Left;
+  left = -20000;  // the essay window is open
+  home.machine.http.Queue(kCompare, [&](const base::HttpRequest& request) {
+    left = 3000;  // and closes
+    return server.Answer(request);
+  });
+  ASSERT_TRUE(home.Sync("NOMSG"));
+  EXPECT_EQ(left, 3000);
+}
+
 TEST_F(SyncTest, PostsTheFieldsOfTheFormInTheirOrder) {
   home.AddErr(" He *go*. ", "AG01");
   const std::string id = home.AddEssay("A & b.\r\nC.");
