@@ -8,6 +8,7 @@
 #include "core/server_access.h"
 #include "core/settings.h"
 #include "core/typed_text.h"
+#include "core/window_shell.h"
 #include "protocol/pages.h"
 
 namespace marovane {
@@ -28,6 +29,7 @@ void FrmMain::HandleEnter() {
   auto& app = program.app;
   const std::string text = base::Trim(txtInput.Text());
   if (text.empty() && !app.gEssayMode) return;
+  if (app.gEssayMode && Left <= kAway) return;  // a second Enter, after the walk has gone on
   const std::string chinese = CheckInputText("CHECK_CHINESE", text);
   if (!chinese.empty()) return TranslateInput(chinese);
   if (app.gEssayMode) {

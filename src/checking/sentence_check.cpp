@@ -74,7 +74,8 @@ bool BeginCheck(FrmMain& frmMain, const TypedSentence& sentence) {
   Program& program = frmMain.program;
   frmMain.Enabled = false;
   if (!program.app.gEssayMode) {
-    ClearEssay(program.app);
+    // An essay that is being typed keeps its topic.
+    if (!program.app.gOpenEssay) ClearEssay(program.app);
     ShowProgress(program);
     if (!PassPasswordGate(frmMain)) return false;
   }

@@ -1,9 +1,9 @@
 #include "essay/essay_context.h"
 
-#include "base/text.h"
 #include "core/text_utility.h"
 #include "core/typed_text.h"
 #include "essay/report_window.h"
+#include "essay/text_rules.h"
 #include "platform/event_loop.h"
 #include "platform/machine.h"
 
@@ -21,8 +21,7 @@ EssayContext::EssayContext(Program& theProgram, RecordDb& theRecords, ErrListDb&
 
 void EssayContext::StartEssayWith(const std::string& text) {
   StartOwnEssay("");
-  // A paste of wrapped lines breaks them within its sentences.
-  frmEssay->txtInput.Text = TidyTyped(base::Replace(text, "\r\n", " "));
+  frmEssay->txtInput.Text = JoinWrappedLines(TidyTyped(text));
 }
 
 void EssayContext::ShowEssay(const std::string& essayId) {

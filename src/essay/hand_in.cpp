@@ -8,21 +8,24 @@
 
 namespace marovane {
 
-bool TryRepeatedly(Program& program, int tries, const std::function<bool()>& attempt) {
+bool TryRepeatedly(Program& program, int tries, const std::function<bool()>& attempt,
+                   const std::function<bool()>& isOver) {
   for (int i = 0; i < tries; ++i) {
-    if (i > 0) program.machine.loop.Wait(kPauseBetweenTries);
+    if (i > 0 && program.machine.loop.WaitUntil(isOver, kPauseBetweenTries)) return false;
     if (attempt()) return true;
   }
   return false;
 }
 
-bool SubmitEssay(Program& program, const std::string& essayId, const std::string& workId, int tries) {
+bool SubmitEssay(Program& program, const std::string& essayId, const std::string& workId, int tries,
+                 const std::function<bool()>& isOver) {
   const auto& app = program.app;
-  return TryRepeatedly(program, tries, [&] {
+  const auto attempt = [&] {
     return TryPost(program, app.gServerUrlRoot + protocol::page::kHandInEssay,
                    {{"pno", app.gAccountNo}, {"essayId", essayId}, {"workId", workId}})
         .starts_with("OK");
-  });
+  };
+  return TryRepeatedly(program, tries, attempt, isOver);
 }
 
 }  // namespace marovane

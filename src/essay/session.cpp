@@ -220,6 +220,7 @@ void FrmEssay::ShowQuestion() {
 }
 
 void FrmEssay::picCommands_Click(int index) {
+  if (mAnalysing) return;  // the essay is still being handed in
   if (index == kCompare) return context_.frmEssayCompare->ShowHtml(mShown.original);
   if (index == kRewrite) return RewriteEssay();
   WriteNewEssay();

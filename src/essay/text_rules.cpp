@@ -12,9 +12,19 @@ namespace marovane {
 
 namespace {
 
+constexpr const char* kLineEnd = "\r\n";
+
 bool HasEnd(const std::string& running) {
   const std::u16string text = base::ToUtf16(running);
   return !text.empty() && (protocol::IsEndMark(text.back()) || text.back() == u'\r');
+}
+
+// Whether the next line begins a new sentence.
+bool EndsSentence(const std::string& line) {
+  const std::u16string text = base::ToUtf16(base::Trimmed(line));
+  const int last = static_cast<int>(text.size());
+  // At the end of a text even the point of an abbreviation would count.
+  return last == 0 || protocol::FindSentenceEnd(text + u' ', last, protocol::LineEnds::kAreNothing) == last;
 }
 
 const Message* RefusalOfLength(const std::string& text, const std::string& running) {
@@ -29,6 +39,28 @@ const Message* RefusalOfLength(const std::string& text, const std::string& runni
 }
 
 }  // namespace
+
+std::string JoinWrappedLines(const std::string& text) {
+  std::string joined;
+  std::string last;  // line with something in it
+  std::string gap;   // what came after it
+  for (const auto& line : base::Split(text, kLineEnd)) {
+    if (!joined.empty() || !gap.empty()) gap += kLineEnd;
+    if (base::Trimmed(line).empty()) {
+      gap += line;
+      continue;
+    }
+    if (EndsSentence(last)) {
+      joined += gap + line;
+    } else {
+      while (joined.ends_with(' ')) joined.pop_back();
+      joined += " " + base::Trim(line);
+    }
+    last = line;
+    gap.clear();
+  }
+  return joined + gap;
+}
 
 const Message* RefusalOf(const std::string& text) {
   const std::string running = protocol::RunningText(text);

@@ -149,8 +149,8 @@ void FrmEssayInputEdu::StartOn(const std::string& workId, bool isAssigned) {
   auto& app = program_.app;
   if (app.gEssayMode) return context_.frmEssay->BringToFront();
   app.gEssayWorkId = workId;
+  app.gEssayStartRequested = !isAssigned;
   if (isAssigned) {
-    app.gEssayStartRequested = false;
     program_.hall.frmBrowser->GoNavigate(QuestionUrl(program_, workId), 1);
     app.gEssayQuiz = TitleOfWork(workId).value_or("");
   } else {

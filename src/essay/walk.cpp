@@ -151,7 +151,7 @@ void StartShowDelay(EssayContext& context) {
 
 void AwaitShowDelay(EssayContext& context) {
   constexpr int kTicks = 5;
-  context.program.machine.loop.WaitUntil([&context] { return context.frmEssay->mShowDelayTicks >= kTicks; });
+  Await(context, [&context] { return context.frmEssay->mShowDelayTicks >= kTicks; });
   context.frmEssay->tmrShowDelay.Enabled = false;
 }
 
@@ -185,7 +185,7 @@ void JudgeSentence(EssayContext& context) {
   if (const auto err = records.FindErrSentence(app.gEssayCurSentence)) return RefuseFromRecord(context, *err);
   app.gVerdict.clear();
   PassStringToEngineEssay(context);
-  context.program.machine.loop.WaitUntil([&app] { return !app.gVerdict.empty(); });
+  Await(context, [&app] { return !app.gVerdict.empty(); });
 }
 
 void ShowFiledPage(EssayContext& context) {
@@ -203,6 +203,7 @@ void ShowFiledPage(EssayContext& context) {
 bool KeepsWarned(EssayContext& context) {
   const bool wantsToCorrect = AskInPlace(context, Message::kDoubtfulSentence);
   CenterForm(*context.frmEssay);
+  context.frmEssay->Show();  // the page of the finding has come before it
   return !wantsToCorrect;
 }
 
@@ -247,32 +248,37 @@ bool WalkSentences(EssayContext& context) {
     CenterForm(*context.frmEssay);
     // With an engine that answers, this is the only moment for the stop button.
     context.program.machine.loop.DoEvents();
-    if (!HasItsWindow(context) || context.frmEssay->mStopRequested) return false;
+    RequireWindow(context);
+    if (context.frmEssay->mStopRequested) return false;
     const Next next = WalkSentence(context);
-    if (!HasItsWindow(context) || next == Next::kStop) return false;
+    RequireWindow(context);
+    if (next == Next::kStop) return false;
     app.gEssayCurSentence.clear();
     if (next == Next::kSentence) app.gEssaySentenceNo = end + 1;
   }
   return !context.frmEssay->mStopRequested;
 }
 
-void Walk(EssayContext& context) {
+void Walk(EssayContext& context, const Walked& walked) {
   BeginWalk(context);
   const bool isComplete = PrepareEngine(context) && WalkSentences(context);
-  if (!HasItsWindow(context)) {
-    context.program.app.gEssayMode = false;
-    return;
-  }
   if (isComplete) FinishEssay(context);
-  WrapUp(context);
-  if (context.program.app.gEssayFinished) HandIn(context);
-  ShowReport(context);
+  WrapUp(context, walked);
+  if (context.program.app.gEssayFinished) HandIn(context, walked);
+  ShowReport(context, walked);
+}
+
+// The window has put the main window back, and the essay stays an interrupted one.
+void EndWithoutWindow(EssayContext& context) {
+  RestoreMenu(context);
+  context.program.app.gEssayMode = false;
 }
 
 // A failure must not leave a window that accepts no keys and cannot be closed.
-void Abandon(EssayContext& context) {
+void Abandon(EssayContext& context, const Walked& walked) {
+  if (!context.frmEssay.IsLoaded()) return EndWithoutWindow(context);
   context.frmEssay->mAnalysing = false;
-  if (context.program.app.gEssayMode) WrapUp(context);
+  if (context.program.app.gEssayMode) WrapUp(context, walked);
   context.frmEssay->ShowStopButton(false);
   for (int i = 0; i < 2; ++i) context.frmEssay->picButtons(i).Visible = true;
   CenterForm(*context.frmEssay);
@@ -284,20 +290,36 @@ bool essay_walk::HasItsWindow(EssayContext& context) {
   return context.frmEssay.IsLoaded() && context.frmEssay->mAnalysing;
 }
 
+void essay_walk::RequireWindow(EssayContext& context) {
+  if (!HasItsWindow(context)) throw WindowGone{};
+}
+
+void essay_walk::Await(EssayContext& context, const std::function<bool()>& isMet) {
+  context.program.machine.loop.WaitUntil([&] { return !HasItsWindow(context) || isMet(); });
+  RequireWindow(context);
+}
+
 bool essay_walk::AskInPlace(EssayContext& context, const Message& message) {
   context.frmEssay->Left = kAway;
-  return Confirm(context.program, message);
+  const bool agrees = Confirm(context.program, message);
+  if (!context.frmEssay.IsLoaded()) throw WindowGone{};
+  return agrees;
 }
 
 void StartEssayProcess(EssayContext& context) {
-  auto& text = context.frmEssay->txtInput.Text;
-  text = TidyTyped(text());
-  if (!AcceptText(context)) return;
+  const auto& app = context.program.app;
+  Walked walked{.essayId = "", .workId = app.gEssayWorkId, .isOwnTopic = app.gEssayStartRequested};
   try {
+    auto& text = context.frmEssay->txtInput.Text;
+    text = JoinWrappedLines(TidyTyped(text()));
+    if (!AcceptText(context)) return;
     OpenEssay(context);
-    Walk(context);
+    walked.essayId = app.gEssayId;
+    Walk(context, walked);
+  } catch (const WindowGone&) {
+    EndWithoutWindow(context);
   } catch (const std::exception&) {
-    Abandon(context);
+    Abandon(context, walked);
     throw;
   }
 }

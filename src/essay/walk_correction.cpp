@@ -1,6 +1,7 @@
 // The part of the walk in which the user corrects a sentence.
 #include "base/text.h"
 #include "core/input_box.h"
+#include "core/typed_text.h"
 #include "core/window_shell.h"
 #include "essay/text_rules.h"
 #include "essay/walk_steps.h"
@@ -28,10 +29,8 @@ void ShowSentenceInMain(EssayContext& context) {
 }
 
 void HideMain(EssayContext& context) {
-  MainWindow& frmMain = *context.program.hall.frmMain;
-  frmMain.MenuButton(kClearButton).Visible = true;
-  frmMain.MenuButton(kBreakButton).Visible = false;
-  frmMain.AsForm().Left = kAway;
+  RestoreMenu(context);
+  context.program.hall.frmMain->AsForm().Left = kAway;
 }
 
 std::string EssayWith(const AppState& app, const std::string& correction) {
@@ -51,7 +50,8 @@ std::string AwaitCorrection(EssayContext& context) {
   auto& verdict = context.program.app.gVerdict;
   do {
     verdict = kAwaitsCorrection;
-    context.program.machine.loop.WaitUntil([&verdict] { return verdict != kAwaitsCorrection; });
+    Await(context, [&verdict] { return verdict != kAwaitsCorrection; });
+    verdict = JoinWrappedLines(TidyTyped(verdict));
   } while (verdict != kBrokenOff && !verdict.empty() && !IsUsable(context, verdict));
   return verdict;
 }
@@ -73,10 +73,15 @@ void Merge(EssayContext& context, const std::string& correction) {
 
 }  // namespace
 
+void RestoreMenu(EssayContext& context) {
+  MainWindow& frmMain = *context.program.hall.frmMain;
+  frmMain.MenuButton(kClearButton).Visible = true;
+  frmMain.MenuButton(kBreakButton).Visible = false;
+}
+
 Next CorrectSentence(EssayContext& context) {
   ShowSentenceInMain(context);
   const std::string correction = AwaitCorrection(context);
-  if (!HasItsWindow(context)) return Next::kStop;
   HideMain(context);
   if (correction == kBrokenOff) context.frmEssay->mStopRequested = true;
   if (context.frmEssay->mStopRequested) return Next::kStop;

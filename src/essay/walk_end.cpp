@@ -26,10 +26,14 @@ bool UploadOnce(EssayContext& context) {
 }
 
 void Upload(EssayContext& context) {
-  while (!TryRepeatedly(context.program, kTries, [&context] { return UploadOnce(context); })) {
-    context.program.machine.loop.Wait(kPauseBetweenTries);
+  const auto isOver = [&context] { return !HasItsWindow(context); };
+  while (!TryRepeatedly(
+      context.program, kTries, [&context] { return UploadOnce(context); }, isOver)) {
+    context.program.machine.loop.WaitUntil(isOver, kPauseBetweenTries);
+    RequireWindow(context);
     if (!AskInPlace(context, Message::kUploadFailed)) break;
   }
+  RequireWindow(context);
   WriteNeedSync(context.program, "N");
 }
 
@@ -71,9 +75,10 @@ void FinishEssay(EssayContext& context) {
   Upload(context);
 }
 
-void WrapUp(EssayContext& context) {
+void WrapUp(EssayContext& context, const Walked& walked) {
   auto& app = context.program.app;
   FrmEssay& frmEssay = *context.frmEssay;
+  app.gEssayStartRequested = walked.isOwnTopic;
   context.program.hall.frmMain->AsForm().Left = kAway;
   app.gEssayMode = false;
   frmEssay.txtInput.Text = app.gEssayCurrent;
@@ -85,26 +90,25 @@ void WrapUp(EssayContext& context) {
   }
 }
 
-void HandIn(EssayContext& context) {
-  auto& app = context.program.app;
+void HandIn(EssayContext& context, const Walked& walked) {
   EssayRecords records(context.records);
-  if (app.gEssayStartRequested || records.CountHandedIn(app.gEssayWorkId) > 0) return;
+  if (walked.isOwnTopic || records.CountHandedIn(walked.workId) > 0) return;
   if (!AskInPlace(context, Message::kHandInNow)) return;
-  if (SubmitEssay(context.program, app.gEssayId, app.gEssayWorkId, kTries)) {
-    records.HandInEssay(app.gEssayId, app.gEssayWorkId);
-    AskInPlace(context, Message::kHandedIn);
-  } else {
-    context.program.machine.loop.Wait(kPauseBetweenTries);
-    AskInPlace(context, Message::kNotHandedIn);
-  }
+  const auto isOver = [&context] { return !HasItsWindow(context); };
+  const bool isHandedIn = SubmitEssay(context.program, walked.essayId, walked.workId, kTries, isOver);
+  if (isHandedIn) records.HandInEssay(walked.essayId, walked.workId);
+  if (!isHandedIn) context.program.machine.loop.WaitUntil(isOver, kPauseBetweenTries);
+  RequireWindow(context);
+  AskInPlace(context, isHandedIn ? Message::kHandedIn : Message::kNotHandedIn);
 }
 
-void ShowReport(EssayContext& context) {
+void ShowReport(EssayContext& context, const Walked& walked) {
   FrmEssay& frmEssay = *context.frmEssay;
   StyleAllText(frmEssay.txtInput, kDone);
   context.program.hall.frmMain->InputBox().Text = "";
   frmEssay.mAnalysing = false;
-  ShowEssayResultHtml(context, context.program.app.gEssayId, false);
+  context.program.app.gEssayStartRequested = walked.isOwnTopic;
+  ShowEssayResultHtml(context, walked.essayId, false);
 }
 
 }  // namespace essay_walk

@@ -1,6 +1,9 @@
 // The steps of the walk, for its files alone.
 #pragma once
 
+#include <functional>
+#include <string>
+
 #include "core/message_catalogue.h"
 #include "essay/essay_context.h"
 
@@ -30,11 +33,19 @@ void RecordRefused(EssayContext& context, const std::string& sentence, const std
 /// The word in gVerdict while the walk waits for the user's correction.
 inline constexpr const char* kAwaitsCorrection = "##EDIT##";
 
-/// Shows a message in the place of the essay window, which stays away. True when the user agrees.
-bool AskInPlace(EssayContext& context, const Message& message);
+/// Thrown where a walk finds that its window has gone while it waited: nobody is there to walk for.
+struct WindowGone {};
 
-/// Whether the window of this walk is still there: it may have gone while the walk waited.
+/// Whether the window of this walk is still there.
 bool HasItsWindow(EssayContext& context);
+/// Throws WindowGone when it is not.
+void RequireWindow(EssayContext& context);
+/// Waits until something is met. Throws WindowGone as soon as the window has gone.
+void Await(EssayContext& context, const std::function<bool()>& isMet);
+
+/// Shows a message in the place of the essay window, which stays away. True when the user agrees. Throws
+/// WindowGone when the window has gone meanwhile.
+bool AskInPlace(EssayContext& context, const Message& message);
 
 /// How the walk goes on.
 enum class Next { kSentence, kSameAgain, kStop };
@@ -43,14 +54,24 @@ enum class Next { kSentence, kSameAgain, kStop };
 /// essay.
 Next CorrectSentence(EssayContext& context);
 
+/// Gives the main window's menu the button back that a correction has hidden.
+void RestoreMenu(EssayContext& context);
+
+/// What is walked through. While the walk waits, other windows change the shared values.
+struct Walked {
+  std::string essayId;
+  std::string workId;
+  bool isOwnTopic = true;
+};
+
 /// Closes the essay, whose last sentence has passed, and uploads the records.
 void FinishEssay(EssayContext& context);
 /// Leaves the walking state, finished or stopped.
-void WrapUp(EssayContext& context);
+void WrapUp(EssayContext& context, const Walked& walked);
 /// Offers to hand the essay in, when it answers an assignment.
-void HandIn(EssayContext& context);
+void HandIn(EssayContext& context, const Walked& walked);
 /// Shows the report in the essay window, at the end of a walk.
-void ShowReport(EssayContext& context);
+void ShowReport(EssayContext& context, const Walked& walked);
 
 }  // namespace essay_walk
 

@@ -66,6 +66,11 @@ TEST_F(MainWindowTest, EnterOnNothingDoesNothingAndInAnEssayGivesTheTextToTheWal
   Enter("  He goes.  ");
   EXPECT_EQ(app.gVerdict, "He goes.");
   EXPECT_THAT(machine.http.requests, IsEmpty());
+  app.gVerdict = "PASS";
+  Main().Left = -20000;  // where it is while the walk goes on
+  Enter("He goes again.");
+  EXPECT_EQ(app.gVerdict, "PASS");
+  Main().Left = 0;
   app.gEssayMode = false;
   Enter("He goes.");
   EXPECT_EQ(app.gVerdict, "PASS");

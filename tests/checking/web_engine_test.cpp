@@ -135,6 +135,10 @@ TEST_F(WebEngineTest, CheckClearsTheEssayUnlessItBelongsToOne) {
 
   app.gEssayMode = false;
   app.gAccountPassword = "pw";
+  app.gOpenEssay = true;
+  Enter("He go.");
+  EXPECT_EQ(essay(), "xxxxx") << "an essay that is being typed keeps its topic";
+  app.gOpenEssay = false;
   Enter("He go.");
   EXPECT_EQ(essay(), "");
   EXPECT_EQ(app.gEssaySentenceNo, 1);

@@ -45,9 +45,7 @@ EssayTest::EssayTest() : composition(machine.machine, InstallationValues{}) {
   machine.http.Route("p_all_engine_htm_rec.asp", "OK_");
   machine.http.Route("page.htm", "<p>a finding</p>");
   Assign("OK_");
-  machine.http.Route("p_passWebEngine.asp", [this](const base::HttpRequest& request) {
-    return base::HttpResponse{200, "text/html; charset=big5", Reply(request.body), request.url};
-  });
+  RouteEngine();
   FrmMain& frmMain = *composition.frmMain;
   frmMain.tmrMouse.Enabled = false;
   frmMain.Show();
@@ -55,6 +53,12 @@ EssayTest::EssayTest() : composition(machine.machine, InstallationValues{}) {
     if (!visible || corrections_.empty()) return;
     machine.loop.Post(std::move(corrections_.front()));
     corrections_.pop_front();
+  });
+}
+
+void EssayTest::RouteEngine() {
+  machine.http.Route("p_passWebEngine.asp", [this](const base::HttpRequest& request) {
+    return base::HttpResponse{200, "text/html; charset=big5", Reply(request.body), request.url};
   });
 }
 

@@ -90,6 +90,8 @@ class EssayTest : public ::testing::Test {
   std::string FinalSet(const std::string& essayId) {
     return EssayRecords(composition.records).FindEssay(essayId)->finalSet;
   }
+  /// Has the engine answer by `replies`, as it does at first.
+  void RouteEngine();
   /// Sentences that the engine was asked about.
   std::vector<std::string> Asked() const;
   FrmEssay& Window() { return *room.frmEssay; }

@@ -1,6 +1,7 @@
 // The essay window outside a walk.
 #include "essay/report_window.h"
 #include "tests/essay/essay_fixture.h"
+#include "views/work_off_screen.h"
 
 namespace marovane {
 
@@ -54,6 +55,76 @@ TEST_F(SessionTest, RewritesTheEssayAfterItsReport) {
   machine.user.Click(Window().picButtons(1));
   EXPECT_THAT(Texts("select quiz from essay"), ElementsAre("My day", "My day"));
   EXPECT_THAT(Asked(), ElementsAre("He go home.", "He goes home.", "I run."));
+}
+
+TEST_F(SessionTest, StopsTheRewriteOfAnOldEssayAndLeavesBothWhole) {
+  Put({"E1", "W1", "My day", "N", 5, 0, "Y", "He go home.\r\nI run."});
+  room.ShowOldEssay("E1");
+  machine.user.Click(Window().picCommands(1));
+  EXPECT_EQ(Window().txtInput.Text(), "He go home.\r\nI run.");
+  ExpectMessage(Message::kWrongSentence);
+  OnCorrection([this] { machine.user.Click(Window().picButtons(0)); });
+  machine.user.Click(Window().picButtons(1));
+  EXPECT_FALSE(app.gEssayMode || app.gEssayFinished);
+  EXPECT_THAT(Texts("select finalSet || newEssay || orgEssay from essay order by rowid"),
+              ElementsAre("NHe go home.\r\nI run.He go home.\r\nI run.",
+                          "AHe go home.\r\nI run.He go home.\r\nI run."));
+  EXPECT_THAT(Window().webHtml.Page(), HasSubstr("這篇短文批改過程中被中斷"));
+}
+
+TEST_F(SessionTest, RewritesUnderTheTopicOfTheReport) {
+  Put({"E1", "W1", "Other"});
+  app.gEssayQuiz = "My day";
+  SendToTheEnd("He walks.");
+  const EssayRow first = LastEssay();
+  OpenTopics().webHtml2.FollowLink("cmd:wid:W1");
+  EXPECT_EQ(app.gEssayWorkId, "W1");
+  machine.user.Click(Window().picCommands(1));
+  ExpectMessage(Message::kEssayDone);
+  machine.user.Click(Window().picButtons(1));
+  EXPECT_EQ(LastEssay().workId + LastEssay().quiz, first.workId + "My day");
+  EXPECT_NE(LastEssay().essayId, first.essayId);
+}
+
+TEST_F(SessionTest, TheMainWindowComesBackFromWhereverItWas) {
+  FrmMain& frmMain = *composition.frmMain;
+  for (const int left : {3000, -20000}) {
+    frmMain.Left = left;
+    room.StartOwnEssay("");
+    EXPECT_EQ(frmMain.Left, -20000);
+    room.frmEssay.Unload();
+    EXPECT_TRUE(left > 0 ? frmMain.Left == left : frmMain.Left > 0) << left;
+  }
+  // Work that began while it was away does not take it away again.
+  frmMain.Left = -20000;
+  WorkOffScreen(composition.program, Progress::kCollectingRecords, [&] { frmMain.Left = 3000; });
+  EXPECT_EQ(frmMain.Left, 3000);
+}
+
+TEST_F(SessionTest, NoOtherSentenceIsAnalysedWhileOneWaitsForACorrection) {
+  Put({"e1", "w1"});
+  composition.records.InsertOkSentence(
+      {.sId = "9", .sentence = "It is fine.", .sDate = std::chrono::year{2026} / 11 / 1});
+  for (const auto* message : {&Message::kWrongSentence, &Message::kEssayWaits, &Message::kEssayWaits}) {
+    ExpectMessage(*message);
+  }
+  OnCorrection([this] {
+    FrmSentences& list = *composition.frmSentences;
+    list.ShowDaySentences("OKONLY", "");
+    list.webHtml.inputChecked["chk1"] = true;
+    list.webHtml.inputValues["rec1"] = "It is fine.";
+    list.webHtml.FollowLink("cmd:passEngine");
+    auto& collection = OpenCollection("w1", "N");
+    Tick({1});
+    machine.user.Click(collection.picButtons(2));
+    EXPECT_EQ(machine.user.Expected(), 1U) << "both were refused";
+    EXPECT_EQ(app.gVerdict, "##EDIT##");
+    composition.frmMain->txtInput.Text = "He goes home.";
+    machine.user.Press(composition.frmMain->txtInput, kKeyEnter);
+  });
+  SendToTheEnd("He go home.");
+  EXPECT_EQ(LastEssay().newEssay, "He goes home.");
+  EXPECT_THAT(Asked(), ElementsAre("He go home.", "He goes home."));
 }
 
 TEST_F(SessionTest, AsksBeforeANewEssayWhileAReportIsShown) {

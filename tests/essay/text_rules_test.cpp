@@ -35,6 +35,20 @@ TEST(TextRules, RefuseWhatCannotBeWalked) {
   EXPECT_EQ(RefusalOfCorrected("He goes"), &Message::kNoEndMark);
 }
 
+TEST(TextRules, JoinTheLinesOfASentence) {
+  const std::pair<const char*, const char*> kCases[] = {
+      {"He goes\r\nhome.", "He goes home."},
+      {"He goes \r\n  home. ", "He goes home."},
+      {"He goes\r\n\r\n \r\nhome.", "He goes home."},
+      {"Mr.\r\nLin left at 5 p.m.\r\nand ran.", "Mr. Lin left at 5 p.m. and ran."},
+      {"He goes.\r\nI run?\r\n\r\nYes!\r\n", "He goes.\r\nI run?\r\n\r\nYes!\r\n"},
+      {"他走。\r\n我跑", "他走。\r\n我跑"},
+      {"  ", "  "},
+      {"", ""},
+  };
+  for (const auto& [text, joined] : kCases) EXPECT_EQ(JoinWrappedLines(text), joined);
+}
+
 }  // namespace
 
 }  // namespace marovane

@@ -91,8 +91,13 @@ TEST_F(EssayTest, LeavesAWarningToTheLearner) {
 
   replies["She go home."] = replies["He go home."];
   ExpectMessage(Message::kDoubtfulSentence, kYes);
-  Correct("She goes home.");
+  OnCorrection([this] {
+    EXPECT_TRUE(Window().Left > 0 && Window().Visible()) << "unlike after an error";
+    composition.frmMain->txtInput.Text = "She goes home.";
+    machine.user.Press(composition.frmMain->txtInput, kKeyEnter);
+  });
   SendToTheEnd("He go home. She go home.");
+  EXPECT_THAT(Window().webHtml.Page(), AllOf(HasSubstr("She goes home."), Not(HasSubstr("She go home."))));
   EXPECT_THAT(OkRows(), ElementsAre("He go home.|2", "He go home.|2", "She go home.|2", "She goes home.|N"));
   EXPECT_THAT(Asked(), ElementsAre("He go home.", "She go home.", "She goes home."));
 }
@@ -116,14 +121,120 @@ TEST_F(EssayTest, AsksAgainWhenTheBoxIsEmptyOrTheTextWouldNotEnd) {
   EXPECT_THAT(OkRows(), ElementsAre("He goes home.|N", "All is well.|N"));
 }
 
-TEST_F(EssayTest, MeetsASentenceOverALineBreakAgain) {
-  replies["He gohome."] = replies["He go home."];
+TEST_F(EssayTest, ReadsASentenceOverALineEndWithOneBlank) {
+  CorrectRefused("He goes\r\nhome.");
+  SendToTheEnd("He go \r\nhome.\r\nI run.");
+  EXPECT_THAT(Asked(), ElementsAre("He go home.", "He goes home.", "I run."));
+  EXPECT_EQ(LastEssay().orgEssay, "He go home.\r\nI run.");
+  EXPECT_EQ(LastEssay().newEssay, "He goes home.\r\nI run.");
+}
+
+/// A walk whose window goes away while it waits.
+class LostWindowTest : public SchoolTest {
+ protected:
+  LostWindowTest() {
+    replies["It is odd."] = "OK_7#";
+    Put({"E1", "W1"});  // "I run." is on record
+    closing_.onTick = [this] {
+      closing_.Enabled = false;
+      room.frmEssay.Unload();
+    };
+  }
+
+  void LoseAfter(int milliseconds) {
+    closing_.Interval = milliseconds;
+    closing_.Enabled = true;
+  }
+  void LoseAtCorrection() {
+    OnCorrection([this] { room.frmEssay.Unload(); });
+  }
+  /// Sends a text as the answer to an assignment.
+  void Answer(const std::string& text) {
+    room.StartOwnEssay("Assigned");
+    app.gEssayWorkId = "W2";
+    app.gEssayStartRequested = false;
+    SendFrom(Window(), text);
+  }
+
+ private:
+  Timer closing_{machine.loop, 1};
+};
+
+TEST_F(LostWindowTest, EndsTheWalkWhateverItWaitsFor) {
+  const struct {
+    const char *what, *text, *finalSet;
+    std::function<void()> prepare;
+  } kCases[] = {
+      {"the eye", "I run. I walk.", "A", [this] { LoseAfter(20); }},
+      {"a verdict that does not come", "It is odd. I walk.", "A", [this] { LoseAfter(2000); }},
+      {"the engine", "They walk.", "A",
+       [this] {
+         LoseAfter(2000);
+         machine.http.Route("p_passWebEngine.asp", "ERR_ENGINE");
+       }},
+      {"a correction", "He go home.", "A",
+       [this] {
+         ExpectMessage(Message::kWrongSentence);
+         LoseAtCorrection();
+       }},
+      {"an answer", "She go home.", "A",
+       [this] {
+         replies["She go home."] = "OK_2#AG01#page.htm#*She go* home .";
+         ExpectMessage(Message::kDoubtfulSentence, kYes, [this] { room.frmEssay.Unload(); });
+       }},
+      {"the server", "I run.", "N",
+       [this] {
+         machine.http.Route("p_getconn.asp", "ERR");
+         ExpectMessage(Message::kEssayDone, kOk, [this] { LoseAfter(4000); });
+       }},
+      {"the hand-in", "I run.", "N",
+       [this] {
+         machine.http.Route("p_set_essay_work_finalset.asp", "ERR");
+         ExpectMessage(Message::kEssayDone);
+         ExpectMessage(Message::kHandInNow, kYes, [this] { LoseAfter(4000); });
+       }},
+  };
+  for (const auto& c : kCases) {
+    SCOPED_TRACE(c.what);
+    machine.http.Route("p_getconn.asp", "ONLINE 2026/11/5");
+    RouteEngine();
+    const auto essays = Texts("select essayId from essay").size();
+    c.prepare();
+    const auto start = machine.loop.Elapsed();
+    Answer(c.text);
+    EXPECT_LT((machine.loop.Elapsed() - start).count(), 10'000);
+    EXPECT_FALSE(room.frmEssay.IsLoaded()) << "it does not come back";
+    EXPECT_FALSE(app.gEssayMode);
+    EXPECT_GE(composition.frmMain->Left, 0);
+    EXPECT_TRUE(composition.frmMain->imgMenu(9).Visible && !composition.frmMain->imgMenu(10).Visible);
+    EXPECT_EQ(machine.user.Expected(), 0U);
+    ASSERT_EQ(Texts("select essayId from essay").size(), essays + 1);
+    EXPECT_EQ(LastEssay().finalSet, c.finalSet);
+    EXPECT_EQ(LastEssay().newEssay, c.text);
+  }
+}
+
+TEST_F(LostWindowTest, HandsInWhatWasWalkedThroughWhateverIsClickedMeanwhile) {
+  const char* const handIn = "p_set_essay_work_finalset.asp";
+  machine.http.Queue(handIn, "ERR");
+  machine.http.Route(handIn, "OK");
+  Timer click(machine.loop, 1000);
+  click.onTick = [&] {
+    click.Enabled = false;
+    OpenTopics().webHtml2.FollowLink("cmd:wid:W1");
+    Window().picCommands_Click(1);
+  };
   CorrectRefused("He goes home.");
-  ExpectMessage(Message::kWrongSentence);
-  BreakOff();
-  Send("He go\r\nhome.");
-  EXPECT_THAT(ErrRows(), SizeIs(2));
-  EXPECT_EQ(LastEssay().finalSet, "A");
+  ExpectMessage(Message::kEssayDone, kOk, [this] { OpenTopics().webHtml.FollowLink("cmd:tab:2"); });
+  ExpectMessage(Message::kHandInNow, kYes, [&] { click.Enabled = true; });
+  ExpectMessage(Message::kHandedIn);
+  Answer("He go home.");
+  EXPECT_FALSE(click.Enabled);
+  EXPECT_THAT(machine.http.Bodies(handIn),
+              AllOf(SizeIs(2), Each(EndsWith("essayId=" + LastEssay().essayId + "&workId=W2"))));
+  EXPECT_EQ(LastEssay().finalSet, "Y");
+  EXPECT_THAT(Window().webHtml.Page(), HasSubstr("He goes home."));
+  EXPECT_EQ(Window().mShown.workId, "W2");
 }
 
 TEST_F(EssayTest, KeepsOldVerdictsWithoutTheEngine) {
