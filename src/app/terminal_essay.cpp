@@ -88,6 +88,7 @@ int TerminalEssay::Walk(const std::string& text, const std::string& topic, const
   frmMain.Show();
   OpenTopic(topic, title);
   FrmEssay& frmEssay = *composition_.essay.frmEssay;
+  frmEssay.mHoldsDraft = false;  // it waits for the desktop
   frmEssay.txtInput.SetFocus();
   frmEssay.txtInput.Text = WithDosLineEnds(text);
   app.gEssayId.clear();

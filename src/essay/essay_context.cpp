@@ -21,6 +21,7 @@ EssayContext::EssayContext(Program& theProgram, RecordDb& theRecords, ErrListDb&
 
 void EssayContext::StartEssayWith(const std::string& text) {
   StartOwnEssay("");
+  frmEssay->mHoldsDraft = false;  // the draft waits on, this text comes first
   frmEssay->txtInput.Text = JoinWrappedLines(TidyTyped(text));
 }
 
@@ -41,6 +42,7 @@ void EssayContext::StartEssay() {
   frmEssayCollect.Unload();
   frmEssayCompare.Unload();
   frmEssay->Show();
+  frmEssay->ShowDraft();
 }
 
 void EssayContext::StartOwnEssay(const std::string& title) {

@@ -2,10 +2,12 @@
 
 #include "base/text.h"
 #include "core/message.h"
+#include "core/resume_next.h"
 #include "core/server_access.h"
 #include "core/text_utility.h"
 #include "core/window_shell.h"
 #include "essay/archive.h"
+#include "essay/draft.h"
 #include "essay/essay_context.h"
 #include "essay/report_window.h"
 #include "essay/walk.h"
@@ -121,9 +123,36 @@ void FrmEssay::Form_Load() {
 void FrmEssay::Form_Activate() { program_.app.gEssayActive = true; }
 
 void FrmEssay::Form_Unload() {
+  RunSkippingFailures({[this] { KeepDraft(); }});
   program_.hall.frmMain->AsForm().Left = mMainLeft;
   program_.app.gEssayReportShown = false;
   program_.app.gEssayActive = false;
+}
+
+// Also a window that goes while it is replaced by another one's report leaves what was typed in it.
+void FrmEssay::KeepDraft() {
+  const std::string text = txtInput.Text;
+  const bool canBeSent = picButtons(kSend).Visible && !mAnalysing && text != kPrompt;
+  const bool isReported = !mShown.current.empty() && text == mShown.current;
+  if (!canBeSent || isReported) return;
+  const bool isBlank = base::Trimmed(text, base::kWhiteSpace).empty();
+  if (mHoldsDraft) return WriteDraft(program_, isBlank ? "" : text);
+  if (isBlank) return;
+  const std::string earlier = ReadDraft(program_);
+  WriteDraft(program_, earlier.empty() ? text : earlier + "\r\n" + text);
+}
+
+void FrmEssay::ShowDraft() {
+  const std::string draft = ReadDraft(program_);
+  if (draft.empty()) return;
+  txtInput.Text = draft;
+  SetInputTextStyle(1);
+  mHoldsDraft = true;
+}
+
+void FrmEssay::GiveUpDraft() {
+  if (mHoldsDraft) RunSkippingFailures({[this] { WriteDraft(program_, ""); }});
+  mHoldsDraft = false;
 }
 
 void FrmEssay::SetDefaultValue() {

@@ -26,6 +26,10 @@ class FrmEssay : public ButtonWindow<3> {
   void picCommands_Click(int index);
   /// What the first button shows: the sign for stopping during a walk, else the one for leaving.
   void ShowStopButton(bool stops);
+  /// Puts what was typed in an earlier window, and not sent, into the box.
+  void ShowDraft();
+  /// The draft has been sent.
+  void GiveUpDraft();
 
   RichTextBox txtInput{*this, "txtInput"};
   ControlArray<PictureBox, 3> picCommands{*this, "picCommands"}, imgCmdOff{*this, "imgCmdOff"},
@@ -45,6 +49,7 @@ class FrmEssay : public ButtonWindow<3> {
     bool isOwnTopic = true;
   } mShown;
   bool mAnalysing = false;
+  bool mHoldsDraft = false;  ///< the box was filled with the draft, and what it holds takes its place
   int mMainLeft = 0;
 
  private:
@@ -59,6 +64,7 @@ class FrmEssay : public ButtonWindow<3> {
   void WriteNewEssay();
   void ShowCaps();
   void ShowArchivedPage(const std::string& checksum);
+  void KeepDraft();
   void Leave();
 
   EssayContext& context_;

@@ -61,6 +61,7 @@ void OpenEssay(EssayContext& context) {
                     .orgEssay = app.gEssayOriginal,
                     .newEssay = app.gEssayCurrent,
                     .sDate = base::DayOf(now)});
+  context.frmEssay->GiveUpDraft();
 }
 
 void BeginWalk(EssayContext& context) {

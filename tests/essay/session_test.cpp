@@ -86,6 +86,60 @@ TEST_F(SessionTest, RewritesUnderTheTopicOfTheReport) {
   EXPECT_NE(LastEssay().essayId, first.essayId);
 }
 
+TEST_F(SessionTest, WhatWasTypedAndNotSentIsInTheNextWindow) {
+  Put({"E1", "W1"});
+  const auto close = [this] {
+    machine.user.Click(Window().imgClose);
+    machine.loop.WaitUntil([this] { return !room.frmEssay.IsLoaded(); });
+  };
+  const std::pair<const char*, std::function<void()>> kWays[] = {
+      {"close", close},
+      {"report", [this] { composition.frmBrowser->SpecialFunctionProc("cmd:show:E1"); }},
+      {"topic", [this] { room.StartOwnEssay("Another"); }},
+  };
+  std::string text;
+  for (const auto& [way, leave] : kWays) {
+    SCOPED_TRACE(way);
+    room.StartOwnEssay("Mine");
+    machine.user.Focus(Window().txtInput);
+    machine.user.Type(Window().txtInput, std::string("By ") + way + "\n");
+    text += std::string("By ") + way + "\r\n";
+    EXPECT_EQ(Window().txtInput.Text(), text);
+    leave();
+    room.StartOwnEssay("Another");
+    EXPECT_EQ(Window().txtInput.Text(), text);
+  }
+  // It is the learner's alone.
+  close();
+  app.gAccountNo = "another";
+  room.StartOwnEssay("");
+  EXPECT_THAT(Window().txtInput.Text(), StartsWith("請在此輸入"));
+  app.gAccountNo = "1234567890";
+  // A paragraph out of the main window comes first, and the draft after it.
+  ExpectMessage(Message::kEssayDone);
+  room.StartEssayWith("I walk.");
+  machine.user.Click(Window().picButtons(1));
+  room.StartOwnEssay("");
+  EXPECT_EQ(Window().txtInput.Text(), text);
+  // What was sent, and what was emptied, is no draft any more.
+  machine.user.Focus(Window().txtInput);
+  machine.user.Type(Window().txtInput, "end.");
+  ExpectMessage(Message::kEssayDone);
+  machine.user.Click(Window().picButtons(1));
+  EXPECT_EQ(LastEssay().orgEssay, "By close By report By topic end.");
+  room.StartOwnEssay("");
+  EXPECT_THAT(Window().txtInput.Text(), StartsWith("請在此輸入"));
+  machine.user.Focus(Window().txtInput);
+  machine.user.Type(Window().txtInput, "I");
+  close();
+  room.StartOwnEssay("");
+  EXPECT_EQ(Window().txtInput.Text(), "I");
+  Window().txtInput.Text = std::string();
+  close();
+  room.StartOwnEssay("");
+  EXPECT_THAT(Window().txtInput.Text(), StartsWith("請在此輸入"));
+}
+
 TEST_F(SessionTest, TheMainWindowComesBackFromWhereverItWas) {
   FrmMain& frmMain = *composition.frmMain;
   for (const int left : {3000, -20000}) {
