@@ -77,10 +77,18 @@ void RemoveEngineCopy(Program& program) {
   if (program.machine.files.FileExists(copy)) program.machine.files.Delete(copy);
 }
 
+// What the learner waits for. It is painted before a slow disk is read.
+void ShowUnpacking(Program& program, const char* what) {
+  program.app.gProgressDetail = what;
+  FrmMessage::ProgressMsgBox(program, Progress::kPreparingData);
+  program.machine.loop.DoEvents();
+}
+
 void UnpackRecords(Program& program) {
   base::Files& files = program.machine.files;
   files.CreateFolder(DataFolder(program), true);
   if (files.FileExists(RecordDatabase(program))) return;
+  ShowUnpacking(program, "建立學習記錄");
   UnpackRecordsInto(program, DataFolder(program));
 }
 
@@ -89,6 +97,7 @@ void UnpackEngine(Program& program) {
   files.CreateFolder(EngineFolder(program), true);
   if (files.FileExists(EngineFolder(program) / "tolvex2.exe") && files.FileExists(ErrorTexts(program)))
     return;
+  ShowUnpacking(program, "準備錯誤說明");
   RunPackage(program, "tolvex.giz", "tolvex.exe", EngineFolder(program));
 }
 

@@ -72,6 +72,22 @@ TEST_F(ProvisioningTest, RecordsAreUnpackedOnceAndTheEngineAtEachStart) {
   EXPECT_FALSE(program.frmMessage.IsLoaded());
 }
 
+TEST_F(ProvisioningTest, SaysWhatTheFirstStartWaitsFor) {
+  std::vector<std::string> shown;
+  const auto note = [&](const base::ProcessStart&) {
+    const FrmMessage& box = *program.frmMessage;
+    EXPECT_TRUE(box.Visible && box.picProgress.Visible);
+    shown.push_back(box.lblMessage.Caption());
+  };
+  for (const char* const unpacker : {"mrvdata.exe", "tolvex.exe"}) {
+    machine.processes.Install(unpacker, std::chrono::seconds{3}, note);
+  }
+  UnpackDataFiles(program);
+  const std::string text = "\r\n正在檢查與建立必要組件資料中....\r\n";
+  EXPECT_THAT(shown, ElementsAre(text + "建立學習記錄", text + "準備錯誤說明"));
+  EXPECT_FALSE(program.frmMessage.IsLoaded());
+}
+
 TEST_F(ProvisioningTest, WhatCannotBeUnpackedIsReportedAndNothingIsLost) {
   Put(Data("setup.set"), "Pno=1\r\n");
   Unpacks("mrvdata.exe", {});  // refuses its damaged package
