@@ -21,6 +21,7 @@
 #include "updater/installation.h"
 #include "updater/refusal.h"
 #include "updater/update.h"
+#include "updater/watchers.h"
 
 namespace updater {
 
@@ -58,8 +59,6 @@ void WaitForProgramEnd(const fs::path& lockFile) {
   }
   close(file);
 }
-
-bool HasDisplay() { return std::getenv("DISPLAY") != nullptr || std::getenv("WAYLAND_DISPLAY") != nullptr; }
 
 // False when the program failed right away. Without a screen nothing is started.
 bool StartProgram(const fs::path& tree) try {
@@ -102,10 +101,20 @@ std::string TextFor(const std::exception& error) {
   return fmt::format("更新沒有完成（{}），已保留原來的版本。", error.what());
 }
 
+fs::path WindowProgram(const fs::path& programFolder) {
+  return programFolder / ".." / ".." / "bin" / "marovane-update-window";
+}
+
+// The window goes before the program comes.
+void BringUpdate(const fs::path& programFolder, const std::string& host, const std::string& word) {
+  Progress progress(OpenWatcher(WindowProgram(programFolder)));
+  Update(programFolder, host, word, progress);
+}
+
 int UpdateAndStart(const std::string& word, const std::string& host) {
   const fs::path programFolder = FirstLine(OwnFolder() / "setup.txt");
   try {
-    Update(programFolder, host, word);
+    BringUpdate(programFolder, host, word);
     StartAndGoBackWhenItFails(programFolder);
     return EXIT_SUCCESS;
   } catch (const std::exception& error) {
@@ -118,7 +127,8 @@ int UpdateAndStart(const std::string& word, const std::string& host) {
 int RunPlainly(const std::vector<std::string>& words) {
   try {
     if (words[0] == "mrv_install") {
-      Install(words[1], words[2], words[3]);
+      Progress progress(OpenWatcher(WindowProgram(OwnFolder())));
+      Install(words[1], words[2], words[3], progress);
       return EXIT_SUCCESS;
     }
     Installation installation = FindInstallation(FirstLine(OwnFolder() / "setup.txt"));

@@ -16,24 +16,6 @@ namespace {
 
 namespace fs = std::filesystem;
 
-// False when the bytes are not those of the list; the file is then gone again.
-bool WriteFrom(Source& source, const std::string& name, const ListedFile& file, const fs::path& target) {
-  constexpr mode_t kReadable = 0644;
-  constexpr mode_t kRunnable = 0755;
-  base::FileWriter writer(target, O_EXCL, file.isProgram ? kRunnable : kReadable);
-  base::Sha256 digest;
-  source.Fetch(name, file.length, [&](std::string_view bytes) {
-    digest.Add(bytes);
-    writer.Write(bytes);
-  });
-  if (digest.Digits() == file.sha256) {
-    writer.Sync();
-    return true;
-  }
-  fs::remove(target);
-  return false;
-}
-
 bool IsSameLength(const fs::path& path, std::uint64_t length) {
   std::error_code error;
   return fs::is_regular_file(path, error) && fs::file_size(path, error) == length;
@@ -52,19 +34,46 @@ Staging::~Staging() {
   if (!folder_.empty()) fs::remove_all(folder_, ignored);
 }
 
-void Staging::Bring(const PackageList& list, Source& source, const fs::path& installed) {
+// False when the bytes are not those of the list; the file is then gone again.
+bool Staging::WriteFrom(Source& source, const std::string& name, const ListedFile& file,
+                        const fs::path& target, const Written& written) {
+  constexpr mode_t kReadable = 0644;
+  constexpr mode_t kRunnable = 0755;
+  base::FileWriter writer(target, O_EXCL, file.isProgram ? kRunnable : kReadable);
+  base::Sha256 digest;
+  std::uint64_t count = 0;
+  source.Fetch(name, file.length, [&](std::string_view bytes) {
+    digest.Add(bytes);
+    writer.Write(bytes);
+    written(count += bytes.size());
+  });
+  if (digest.Digits() == file.sha256) {
+    writer.Sync();
+    return true;
+  }
+  fs::remove(target);
+  return false;
+}
+
+void Staging::Bring(const PackageList& list, Source& source, const fs::path& installed, Progress& progress) {
   if (fs::space(folder_).available < list.Length()) throw base::FileError("write", folder_, ENOSPC);
   const auto old = installed.empty() ? nullptr : OpenSource(installed.string());
+  const std::uint64_t all = list.Length();
+  std::uint64_t before = 0;  // bytes of the files that are there
   for (const auto& file : list.files) {
     base::PosixFiles().CreateFolder((folder_ / file.path).parent_path(), false);
-    BringFile(file, source, old && IsSameLength(installed / file.path, file.length) ? old.get() : nullptr);
+    BringFile(file, source, old && IsSameLength(installed / file.path, file.length) ? old.get() : nullptr,
+              [&](std::uint64_t bytes) { progress.Advance(before + bytes, all); });
+    progress.Advance(before += file.length, all);
   }
 }
 
-void Staging::BringFile(const ListedFile& file, Source& source, Source* installed) const {
+void Staging::BringFile(const ListedFile& file, Source& source, Source* installed,
+                        const Written& written) const {
   const fs::path target = folder_ / file.path;
-  if (installed != nullptr && WriteFrom(*installed, file.path, file, target)) return;
-  if (WriteFrom(source, "files/" + file.sha256, file, target)) return;
+  // A file of the same length may be another one: its bytes count when they have been compared.
+  if (installed != nullptr && WriteFrom(*installed, file.path, file, target, [](std::uint64_t) {})) return;
+  if (WriteFrom(source, "files/" + file.sha256, file, target, written)) return;
   throw Refusal(
       fmt::format("更新檔 {} 的內容和清單不符，可能已經損毀或遭人竄改，沒有更新任何檔案。", file.path));
 }

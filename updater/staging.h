@@ -2,8 +2,11 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
+#include <string>
 
 #include "updater/package_list.h"
+#include "updater/progress.h"
 #include "updater/source.h"
 
 namespace updater {
@@ -22,14 +25,20 @@ class Staging {
 
   /// Brings all files of a list here and compares each with its SHA-256. Throws Refusal.
   /// @param installed a version whose files are taken when they are the same; "" for none
-  void Bring(const PackageList& list, Source& source, const std::filesystem::path& installed);
+  /// @param progress advances by bytes
+  void Bring(const PackageList& list, Source& source, const std::filesystem::path& installed,
+             Progress& progress);
   /// Copies the settings of an installation, such as its servers, unless the new version has its own.
   void CarryOver(const std::filesystem::path& installed) const;
   /// Gives the version its place, in one step.
   void Keep(const std::filesystem::path& place);
 
  private:
-  void BringFile(const ListedFile& file, Source& source, Source* installed) const;
+  /// Takes how many bytes of a file have been written.
+  using Written = std::function<void(std::uint64_t bytes)>;
+  static bool WriteFrom(Source& source, const std::string& name, const ListedFile& file,
+                        const std::filesystem::path& target, const Written& written);
+  void BringFile(const ListedFile& file, Source& source, Source* installed, const Written& written) const;
 
   std::filesystem::path folder_;
 };

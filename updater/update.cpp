@@ -45,21 +45,27 @@ void RefuseOlder(const PackageList& list, const std::string& running, bool maySa
       fmt::format("更新主機提供的版本 {} 比現在的版本 {} 還舊，沒有更新任何檔案。", list.version, running));
 }
 
-void BringTrySwitch(Installation& installation, const PackageList& list, Source& source,
-                    bool takesInstalled) {
+void BringTrySwitch(Installation& installation, const PackageList& list, Source& source, bool takesInstalled,
+                    Progress& progress) {
   const fs::path installed = installation.current.empty() ? fs::path() : installation.Current();
   Staging staging(installation.Versions());
-  staging.Bring(list, source, takesInstalled ? installed : fs::path());
+  progress.Begin(Step::kBringing);
+  staging.Bring(list, source, takesInstalled ? installed : fs::path(), progress);
+  progress.Begin(Step::kTrying);
   TryOut(staging.Folder(), list.version);
+  progress.Begin(Step::kSwitching);
   if (!installed.empty()) staging.CarryOver(installed);
   const std::string name = FreeName(installation, list.version);
   staging.Keep(installation.Versions() / name);
   SwitchTo(installation, name);
+  progress.Begin(Step::kDone);
 }
 
 }  // namespace
 
-void Update(const fs::path& programFolder, const std::string& host, const std::string& word) {
+void Update(const fs::path& programFolder, const std::string& host, const std::string& word,
+            Progress& progress) {
+  progress.Begin(Step::kFinding);
   Installation installation = FindInstallation(programFolder);
   const auto lock = Lock(installation.home);
   const std::string started = fs::canonical(programFolder / ".." / "..").filename();
@@ -68,11 +74,12 @@ void Update(const fs::path& programFolder, const std::string& host, const std::s
   const auto source = OpenSource(host);
   const PackageList list = FetchList(*source, word, programFolder / "update.key");
   RefuseOlder(list, installation.Version(), reinstalls);
-  BringTrySwitch(installation, list, *source, !reinstalls);
+  BringTrySwitch(installation, list, *source, !reinstalls, progress);
   RemoveOldVersions(installation);
 }
 
-void Install(const fs::path& home, const std::string& host, const fs::path& keyFile) {
+void Install(const fs::path& home, const std::string& host, const fs::path& keyFile, Progress& progress) {
+  progress.Begin(Step::kFinding);
   if (fs::exists(home / "current")) {
     throw Refusal(fmt::format("{} 裡已經有一份 Marovane。", home.string()));
   }
@@ -80,7 +87,7 @@ void Install(const fs::path& home, const std::string& host, const fs::path& keyF
   const auto lock = Lock(home);
   Installation installation{fs::canonical(home), ""};
   const auto source = OpenSource(host);
-  BringTrySwitch(installation, FetchList(*source, "mrv_reinstaller", keyFile), *source, false);
+  BringTrySwitch(installation, FetchList(*source, "mrv_reinstaller", keyFile), *source, false, progress);
   const fs::path ownKey = installation.Current() / "share" / "marovane" / "update.key";
   if (!fs::exists(ownKey)) fs::copy_file(keyFile, ownKey);
 }
