@@ -33,7 +33,7 @@ class UpdateWindow : public QWidget {
     bar_.setRange(0, 100);
     bar_.setTextVisible(false);
     bar_.setAccessibleName("更新進度");
-    hint_.setText("請不要關閉電腦。這個視窗可以關閉，更新仍會繼續進行。");
+    hint_.setText("請不要關閉電腦。關掉這個視窗，更新仍會繼續。");
     hint_.setWordWrap(true);
     layout_.addWidget(&hint_);
     adjustSize();
