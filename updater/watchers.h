@@ -7,9 +7,9 @@
 
 namespace updater {
 
-/// Starts the window where there is a screen and such a program; elsewhere a terminal, if there is one, gets a
-/// line. Without either the watcher is empty. The window closes with the watcher. SIGPIPE has to be ignored: a
-/// window that goes away is written to no more.
+/// Starts the window where there is a screen and such a program; elsewhere a terminal, if there is one, gets
+/// a line. Without either the watcher is empty. The window closes with the watcher. SIGPIPE has to be
+/// ignored: a window that goes away is written to no more.
 /// @param windowProgram of the version that runs
 Progress::Watcher OpenWatcher(const std::filesystem::path& windowProgram);
 

@@ -143,7 +143,8 @@ void FrmEssay::KeepDraft() {
 }
 
 void FrmEssay::ShowDraft() {
-  const std::string draft = ReadDraft(program_);
+  std::string draft;
+  RunSkippingFailures({[&] { draft = ReadDraft(program_); }});
   if (draft.empty()) return;
   txtInput.Text = draft;
   SetInputTextStyle(1);

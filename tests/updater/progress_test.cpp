@@ -15,16 +15,19 @@ using namespace ::testing;
 
 TEST(Progress, NamesEachStepAndNeverGoesBack) {
   std::vector<std::string> shown;
-  Progress progress([&](int percent, std::string_view step) { shown.push_back(fmt::format("{} {}", percent, step)); });
+  Progress progress(
+      [&](int percent, std::string_view step) { shown.push_back(fmt::format("{} {}", percent, step)); });
   progress.Begin(Step::kFinding);
   progress.Begin(Step::kBringing);
-  for (const int bytes : {0, 500, 501, 400, 1000, 2000}) progress.Advance(static_cast<std::uint64_t>(bytes), 1000);
+  for (const int bytes : {0, 500, 501, 400, 1000, 2000})
+    progress.Advance(static_cast<std::uint64_t>(bytes), 1000);
   progress.Advance(0, 0);
   progress.Begin(Step::kTrying);
   progress.Begin(Step::kSwitching);
   progress.Begin(Step::kDone);
-  EXPECT_THAT(shown, ElementsAre("0 正在尋找新版本", "2 正在下載新版本", "43 正在下載新版本", "85 正在下載新版本",
-                                 "85 正在試用新版本", "97 正在換成新版本", "100 更新完成"));
+  EXPECT_THAT(shown,
+              ElementsAre("0 正在尋找新版本", "2 正在下載新版本", "43 正在下載新版本", "85 正在下載新版本",
+                          "85 正在試用新版本", "97 正在換成新版本", "100 更新完成"));
   Progress unwatched({});
   unwatched.Begin(Step::kDone);
 }
@@ -61,7 +64,8 @@ TEST_F(WatchedUpdate, WritesEachPerCentToItsWindowAndClosesIt) {
 }
 
 TEST_F(WatchedUpdate, GoesOnWithoutItsWindow) {
-  const char* const kWindows[] = {"exit 1", "read line; kill -9 $$", "exec 0<&-; exec tail -f --pid=$PPID /dev/null"};
+  const char* const kWindows[] = {"exit 1", "read line; kill -9 $$",
+                                  "exec 0<&-; exec tail -f --pid=$PPID /dev/null"};
   for (const char* const window : kWindows) {
     SCOPED_TRACE(window);
     UseWindow(window);
@@ -75,8 +79,8 @@ TEST_F(WatchedUpdate, GoesOnWithoutItsWindow) {
 
 TEST_F(WatchedUpdate, ShowsItInTheTerminalWhereThereIsNoScreen) {
   Publish({.version = "1.1.0"});
-  const base::RunResult run =
-      Shell("script -qec '" + before + " " + updaterCopy.string() + " mrv_updater " + www.string() + "' /dev/null");
+  const base::RunResult run = Shell("script -qec '" + before + " " + updaterCopy.string() + " mrv_updater " +
+                                    www.string() + "' /dev/null");
   EXPECT_THAT(run.output, AllOf(HasSubstr("\r正在下載新版本… 85%"), HasSubstr("\r更新完成… 100%")));
   EXPECT_EQ(Current(), "1.1.0");
 }

@@ -15,7 +15,8 @@ namespace {
 
 constexpr const char* kTitle = "Marovane 軟體更新";
 constexpr const char* kSkin =
-    "QWidget { background: #FAF4ED; color: #3A2F26; font-family: 'Noto Sans CJK TC', sans-serif; font-size: 15px; }"
+    "QWidget { background: #FAF4ED; color: #3A2F26; font-family: 'Noto Sans CJK TC', sans-serif; font-size: "
+    "15px; }"
     "QProgressBar { background: #FFFDF9; border: 1px solid #EAD9C6; border-radius: 8px; height: 16px; }"
     "QProgressBar::chunk { background: #C96F38; border-radius: 7px; }";
 
