@@ -31,13 +31,7 @@ QtWindows::Options DesktopProgram::WindowOptions(const std::string& edition) {
           .webLibrary = QString::fromStdString(environment.helperFolder / "libmarovane_qt_web.so"),
           .webRights = {.pictureFolder = uiFolder,
                         .ownServer = [this] { return QString::fromStdString(ServerRoot()); },
-                        .mayCommand = [this](const QString& url) { return IsOwnPage(url.toStdString()); }},
-          .onActivated = [this] { PassFocusOn(); }};
-}
-
-// The root window, which is never seen, would be the one that comes to the front then.
-void DesktopProgram::PassFocusOn() {
-  if (rooms_ && rooms_->program.app.gOpenMain) rooms_->frmStartUp->Form_Activate();
+                        .mayCommand = [this](const QString& url) { return IsOwnPage(url.toStdString()); }}};
 }
 
 std::string DesktopProgram::ServerRoot() const { return rooms_ ? rooms_->program.app.gServerUrlRoot : ""; }

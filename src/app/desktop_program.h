@@ -35,7 +35,6 @@ class DesktopProgram {
   QtWindows::Options WindowOptions(const std::string& edition);
   std::string ServerRoot() const;
   bool IsOwnPage(const std::string& url) const;
-  void PassFocusOn();
 
   QtLoop loop_;
   QtDesktop desktop_;

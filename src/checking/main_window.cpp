@@ -49,6 +49,7 @@ FrmMain::FrmMain(Program& theProgram, RecordDb& theRecords)
   tmrMouse.onTick = [this] { WatchMouse(); };
   tmrMouse.Enabled = true;
   tmrTransparentForm.onTick = [this] { FadeTick(); };
+  QueryClose = [this] { AskToLeave(); };
 }
 
 void FrmMain::BindInput() {

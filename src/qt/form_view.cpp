@@ -11,6 +11,7 @@
 #include "platform/run_time_error.h"
 #include "qt/browser_view.h"
 #include "qt/geometry.h"
+#include "qt/placement.h"
 #include "qt/qt_windows.h"
 #include "qt/text_convert.h"
 
@@ -101,7 +102,7 @@ void FormView::BindForm() {
   form_.Height = ToTwips(size.height());
   if (form_.Caption().empty()) form_.Caption = Utf8(frame_->windowTitle());
   frame_->setWindowTitle(Text(form_.Caption));
-  toldSize_ = size;
+  drawnSize_ = toldSize_ = size;
 
   const auto place = [this](int) { ApplyGeometry(); };
   for (Property<int>* side : {&form_.Left, &form_.Top, &form_.Width, &form_.Height}) {
@@ -110,7 +111,7 @@ void FormView::BindForm() {
   subscriptions_.push_back(form_.Visible.Watch([this](bool) { ShowOrHide(); }));
   subscriptions_.push_back(
       form_.Caption.Watch([this](const std::string& text) { frame_->setWindowTitle(Text(text)); }));
-  subscriptions_.push_back(form_.Alpha.Watch([this](int alpha) { frame_->setWindowOpacity(alpha / 255.0); }));
+  subscriptions_.push_back(form_.Alpha.Watch([this](int alpha) { frame_->SetOpacity(alpha / 255.0); }));
   subscriptions_.push_back(form_.TopMost.Watch([this](bool topMost) { frame_->SetTopMost(topMost); }));
 
   frame_->onMovedOrResized = [this] { FrameMoved(); };
@@ -142,6 +143,23 @@ ControlView* FormView::Find(const QWidget* widget) const {
 
 bool FormView::IsPopup() const { return frame_->windowType() == Qt::Popup; }
 
+bool FormView::IsStrip() const { return frame_->Content()->property("strip").toBool(); }
+
+QRect FormView::Face() const {
+  const QRect face = frame_->FaceGeometry();
+  return IsStrip() ? QRect(face.topLeft(), face.size().expandedTo(drawnSize_)) : face;
+}
+
+void FormView::SetFace(const QRect& face) {
+  const QRect before = Face();
+  if (face == before) return;
+  const QRect content = frame_->ContentWithin(face);
+  if (face.width() != before.width()) form_.Width = ToTwips(content.width());
+  if (face.height() != before.height()) form_.Height = ToTwips(content.height());
+  if (face.left() != before.left()) form_.Left = ToTwips(content.left());
+  if (face.top() != before.top()) form_.Top = ToTwips(content.top());
+}
+
 void FormView::Detach() {
   isDetached_ = true;
   subscriptions_.clear();
@@ -152,6 +170,7 @@ void FormView::Show() {
   if (!std::exchange(isReady_, true)) {
     for (const auto& view : views_) view->Ready();
     FocusFirst();
+    if (form_.Left > kOffScreen) windows_.KeepInSight(*this);
   }
   if (frame_->isMinimized()) frame_->setWindowState(frame_->windowState() & ~Qt::WindowMinimized);
   ShowOrHide();
@@ -171,7 +190,10 @@ void FormView::FocusFirst() {
 
 void FormView::ShowOrHide() {
   const bool isShown = form_.Visible && form_.Left > kOffScreen && isReady_;
-  if (isShown != frame_->isVisible()) frame_->setVisible(isShown);
+  if (isShown == frame_->isVisible()) return;
+  if (!isShown) windows_.PassFocusOn(*this);
+  if (isShown && !IsWithinReach(Face())) windows_.KeepInSight(*this);
+  frame_->setVisible(isShown);
 }
 
 void FormView::ApplyGeometry() {

@@ -27,12 +27,20 @@ class FormView : public QObject {
   ControlView* Find(const Control& control) const;
   ControlView* Find(const QWidget* widget) const;
   bool IsPopup() const;
+  /// Other windows open clear of it: the strip in which one types.
+  bool IsStrip() const;
+  /// The visible window on the screen; of the strip with its menu slid out.
+  QRect Face() const;
+  /// Moves the window there, and makes it lower or narrower if the face is.
+  void SetFace(const QRect& face);
 
   /// Shows the window, in front; before the first time it lets the controls get ready.
   void Show();
   /// The form is gone for its program: nothing of this view reaches it any more.
   void Detach();
   bool IsDetached() const { return isDetached_; }
+  /// It has been shown, and may be hidden now.
+  bool IsReady() const { return isReady_; }
 
   /// Escape, Enter: clicks the first control that could be clicked and whose widget has the property
   /// ("escape", or "default" of the toolkit's buttons). True when there was one.
@@ -63,6 +71,7 @@ class FormView : public QObject {
   std::vector<std::unique_ptr<ControlView>> views_;
   std::vector<Subscription> subscriptions_;
   QStringList problems_;
+  QSize drawnSize_;  // of the .ui file
   QSize toldSize_;
   bool fromFrame_ = false;
   bool isReady_ = false;

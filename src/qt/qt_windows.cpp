@@ -4,6 +4,7 @@
 #include <QKeyEvent>
 #include <QMessageBox>
 #include <QScreen>
+#include <QTimer>
 #include <QWindow>
 #include <algorithm>
 #include <array>
@@ -11,6 +12,7 @@
 #include "platform/form.h"
 #include "platform/run_time_error.h"
 #include "qt/geometry.h"
+#include "qt/placement.h"
 #include "qt/text_convert.h"
 
 namespace marovane {
@@ -49,9 +51,9 @@ QtWindows::QtWindows(QtLoop& loop, Options options)
   connect(qApp, &QApplication::focusChanged, this, [this](QWidget*, QWidget* now) { FocusMoved(now); });
   connect(qApp, &QGuiApplication::focusWindowChanged, this,
           [this](QWindow* window) { WindowFocused(window); });
-  connect(qApp, &QGuiApplication::applicationStateChanged, this, [this](Qt::ApplicationState state) {
-    if (state == Qt::ApplicationActive) ApplicationActivated();
-  });
+  for (QScreen* screen : QGuiApplication::screens()) FollowScreen(screen);
+  connect(qApp, &QGuiApplication::screenAdded, this, [this](QScreen* screen) { FollowScreen(screen); });
+  connect(qApp, &QGuiApplication::screenRemoved, this, &QtWindows::ScreensChanged, Qt::QueuedConnection);
 }
 
 QtWindows::~QtWindows() {
@@ -60,8 +62,11 @@ QtWindows::~QtWindows() {
   loop_.DeleteRetired();
 }
 
+// Hidden at once: a window manager that sees it go later would give the keyboard to a window of its own
+// choice.
 void QtWindows::Retire(std::unique_ptr<FormView> view) {
   view->Detach();
+  view->Frame().hide();
   loop_.Retire(std::move(view));
 }
 
@@ -103,19 +108,13 @@ void QtWindows::Loaded(Form& form) {
 void QtWindows::Shown(Form& form, bool isModal) {
   FormView* const view = Find(form);
   if (view == nullptr) return;
+  if (view->Frame().IsDialog() && !view->Frame().isVisible()) {
+    if (FormView* const owner = LastActive(form)) view->Frame().SetOwner(owner->Frame());
+  }
+  if (!view->Frame().isVisible()) newest_ = &form;
   view->Show();
   shownAt_[&form] = loop_.Elapsed();
   if (!view->IsPopup()) WindowSystem::Shown(form, isModal);
-}
-
-void QtWindows::Hidden(Form& form) {
-  WindowSystem::Hidden(form);
-  ActivateLastOf(form);
-}
-
-void QtWindows::Unloaded(Form& form) {
-  WindowSystem::Unloaded(form);
-  ActivateLastOf(form);
 }
 
 void QtWindows::Forget(const Form& form) {
@@ -125,21 +124,34 @@ void QtWindows::Forget(const Form& form) {
   Retire(std::move(view.mapped()));
   std::erase(recent_, &form);
   if (wanted_ == &form) wanted_ = nullptr;
+  if (newest_ == &form) newest_ = nullptr;
   shownAt_.erase(&form);
 }
 
-// Where no window manager does it, the window that was active before becomes so again.
-void QtWindows::ActivateLastOf(const Form& gone) {
-  if (QGuiApplication::focusWindow() != nullptr &&
-      FindByWindow(QGuiApplication::focusWindow()) != Find(gone)) {
-    return;
-  }
+// The window that was active before becomes so again. A window manager that sees the other one go may give
+// the keyboard to a window of its own choice, or to none, so it is asked once more when it has done so.
+void QtWindows::PassFocusOn(FormView& from) {
+  constexpr int kChoiceMade = 150;  // milliseconds
+  const bool hasFocus = QGuiApplication::focusWindow() == from.Frame().windowHandle();
+  if (!from.Frame().isVisible() || !hasFocus) return;
+  EndModal(from.Model());
+  FormView* const heir = LastActive(from.Model());
+  if (heir == nullptr) return;
+  wanted_ = &heir->Model();
+  heir->Frame().activateWindow();
+  QTimer::singleShot(kChoiceMade, heir, [this, heir] {
+    if (heir->IsDetached() || wanted_ != &heir->Model() || !heir->Frame().isVisible()) return;
+    const bool isActive = QGuiApplication::focusWindow() == heir->Frame().windowHandle();
+    if (!isActive && AcceptsInput(heir->Model())) heir->Frame().activateWindow();
+  });
+}
+
+FormView* QtWindows::LastActive(const Form& butFor) const {
   for (auto it = recent_.rbegin(); it != recent_.rend(); ++it) {
-    FormView* const view = *it == &gone ? nullptr : Find(**it);
-    if (view == nullptr || !view->Frame().isVisible() || !AcceptsInput(view->Model())) continue;
-    view->Frame().activateWindow();
-    return;
+    FormView* const view = *it == &butFor ? nullptr : Find(**it);
+    if (view != nullptr && view->Frame().isVisible() && AcceptsInput(view->Model())) return view;
   }
+  return nullptr;
 }
 
 void QtWindows::BringToFront(Form& form) {
@@ -152,11 +164,22 @@ void QtWindows::Activate(Form& form) {
   if (view != nullptr && view->Frame().isVisible()) {
     view->Frame().raise();
     view->Frame().activateWindow();
+    if (!ProgramPlacesWindows()) Reappear(*view);
   }
   std::erase(recent_, &form);
   recent_.push_back(&form);
   wanted_ = &form;
   WindowSystem::Activate(form);
+}
+
+// A Wayland compositor puts a window in front of others only when it appears.
+void QtWindows::Reappear(FormView& view) {
+  FormView* const newest = newest_ == nullptr ? nullptr : Find(*newest_);
+  const bool isCovered = newest != nullptr && newest != &view && newest->Frame().isVisible();
+  if (!isCovered || view.Frame().isActiveWindow()) return;
+  view.Frame().hide();
+  view.Frame().show();
+  newest_ = &view.Model();
 }
 
 void QtWindows::RequestFocus(Control& control) {
@@ -167,11 +190,53 @@ void QtWindows::RequestFocus(Control& control) {
 }
 
 Area QtWindows::Screen() const {
-  const QRect usable = QGuiApplication::primaryScreen()->availableGeometry();
+  const QRect usable = UsableArea();
   return {ToTwips(usable.left()), ToTwips(usable.top()), ToTwips(usable.width()), ToTwips(usable.height())};
 }
 
+FormView* QtWindows::Strip() const {
+  for (const auto& [form, view] : views_) {
+    if (view->IsStrip() && view->IsReady()) return view.get();
+  }
+  return nullptr;
+}
+
+// Of the screen on which the strip is, or was before it moved out of sight.
+QRect QtWindows::UsableArea() const {
+  const FormView* const strip = Strip();
+  const QScreen* const screen =
+      strip == nullptr ? nullptr : QGuiApplication::screenAt(strip->Face().center());
+  return (screen == nullptr ? QGuiApplication::primaryScreen() : screen)->availableGeometry();
+}
+
+void QtWindows::KeepInSight(FormView& view) {
+  if (view.IsPopup()) return;  // it opens at the pointer
+  const FormView* const strip = Strip();
+  // A dialog is in front of the strip, or moves it away.
+  const bool mayCover = strip == nullptr || strip == &view || view.Frame().IsDialog();
+  const QRect taken = mayCover ? QRect() : strip->Face();
+  view.SetFace(PlaceInSight(view.Face(), UsableArea(), taken, view.Frame().IsResizable()));
+}
+
+void QtWindows::FollowScreen(QScreen* screen) {
+  connect(screen, &QScreen::availableGeometryChanged, this, &QtWindows::ScreensChanged, Qt::QueuedConnection);
+}
+
+// A screen is gone or has another size, or a panel has come up.
+void QtWindows::ScreensChanged() {
+  FormView* const strip = Strip();
+  if (strip != nullptr && strip->Frame().isVisible()) KeepInSight(*strip);
+  for (const auto& [form, view] : views_) {
+    if (view->Frame().isVisible() && !IsWithinReach(view->Face())) KeepInSight(*view);
+  }
+}
+
+// On Wayland nobody knows where the pointer is while it is over other programs.
 Point QtWindows::Cursor() const {
+  constexpr Point kFarAway{-30000, -30000};
+  const bool isOurs =
+      std::ranges::any_of(views_, [](const auto& v) { return v.second->Frame().underMouse(); });
+  if (!ProgramPlacesWindows() && !isOurs) return kFarAway;
   const QPoint mouse = QCursor::pos();
   return {ToTwips(mouse.x()), ToTwips(mouse.y())};
 }
@@ -233,19 +298,13 @@ void QtWindows::WindowFocused(QWindow* window) {
   });
 }
 
-// Whoever comes by pointing at a window wants that one, and a question waits for its answer first.
-void QtWindows::ApplicationActivated() {
-  const bool pointsAtWindow = FindByWidget(QApplication::widgetAt(QCursor::pos())) != nullptr;
-  if (!options_.onActivated || pointsAtWindow || TopModal() != nullptr) return;
-  loop_.Enter(this, [this] { loop_.RunHandler(options_.onActivated); });
-}
-
 // The focus of a window that was shown a moment ago may come when another one has been called to the front
 // since: the latest call counts. A click is the user's own wish.
 bool QtWindows::TurnsBackTo(const Form& focused) {
   constexpr EventLoop::Milliseconds kLate{1000};
   const auto shown = shownAt_.find(&focused);
   if (wanted_ == nullptr || wanted_ == &focused || shown == shownAt_.end()) return false;
+  if (!ProgramPlacesWindows()) return false;  // nor would it get the focus
   if (loop_.Elapsed() - shown->second > kLate) return false;
   FormView* const view = Find(*wanted_);
   if (view == nullptr || !view->Frame().isVisible() || QGuiApplication::mouseButtons() != Qt::NoButton)

@@ -15,6 +15,7 @@
 #include "qt/skin.h"
 #include "qt/web_pane.h"
 
+class QScreen;
 class QWindow;
 
 namespace marovane {
@@ -25,8 +26,6 @@ class QtWindows : public QObject, public WindowSystem {
     QString uiFolder;    ///< with the .ui files, skin/ and skin/marovane.qss
     QString webLibrary;  ///< path of the library with the web engine
     WebRights webRights;
-    /// The user has come back from another program without pointing at a certain window.
-    std::function<void()> onActivated = {};
   };
 
   /// Needs a QApplication made after PrepareApplication().
@@ -35,8 +34,6 @@ class QtWindows : public QObject, public WindowSystem {
 
   void Loaded(Form& form) override;
   void Shown(Form& form, bool isModal) override;
-  void Hidden(Form& form) override;
-  void Unloaded(Form& form) override;
   using WindowSystem::Forget;
   void Forget(const Form& form) override;
   void BringToFront(Form& form) override;
@@ -56,6 +53,10 @@ class QtWindows : public QObject, public WindowSystem {
   bool HasWebEngine() const { return web_.isLoaded(); }
   /// The view of an open form, nullptr for one that is not open.
   FormView* Find(const Form& form) const;
+  /// A window is about to be hidden.
+  void PassFocusOn(FormView& from);
+  /// Moves a window to where it can be seen, on the screen with the strip and clear of that.
+  void KeepInSight(FormView& view);
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
@@ -66,9 +67,13 @@ class QtWindows : public QObject, public WindowSystem {
   FormView* FindByWindow(const QWindow* window) const;
   void FocusMoved(QWidget* now);
   void WindowFocused(QWindow* window);
-  void ApplicationActivated();
-  void ActivateLastOf(const Form& gone);
+  FormView* LastActive(const Form& butFor) const;
+  void Reappear(FormView& view);
   bool TurnsBackTo(const Form& focused);
+  FormView* Strip() const;
+  QRect UsableArea() const;
+  void FollowScreen(QScreen* screen);
+  void ScreensChanged();
 
   QtLoop& loop_;
   InputGate gate_;
@@ -77,6 +82,7 @@ class QtWindows : public QObject, public WindowSystem {
   QLibrary web_;
   std::map<const Form*, std::unique_ptr<FormView>> views_;
   const Form* wanted_ = nullptr;  // called to the front last
+  const Form* newest_ = nullptr;  // appeared last
   std::map<const Form*, EventLoop::Milliseconds> shownAt_;
   std::vector<const Form*> recent_;  // the form that was active last is at the end
 };

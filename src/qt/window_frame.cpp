@@ -12,8 +12,11 @@
 #include <QPainterPath>
 #include <QToolButton>
 #include <QWindow>
+#include <array>
 #include <cstdlib>
 #include <string>
+
+#include "qt/placement.h"
 
 namespace marovane {
 
@@ -24,21 +27,28 @@ constexpr int kRadius = 10;
 constexpr int kTitleHeight = 34;
 constexpr int kGrip = 6;  // how near to an edge the mouse resizes
 
+// nullptr: not on X, or on no screen at all.
+xcb_connection_t* XConnection() {
+  const auto* x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
+  return x11 == nullptr ? nullptr : x11->connection();
+}
+
+xcb_atom_t AtomOf(xcb_connection_t* connection, const std::string& name) {
+  const auto cookie = xcb_intern_atom(connection, 0, static_cast<std::uint16_t>(name.size()), name.c_str());
+  auto* const reply = xcb_intern_atom_reply(connection, cookie, nullptr);
+  const xcb_atom_t atom = reply == nullptr ? XCB_NONE : reply->atom;
+  std::free(reply);
+  return atom;
+}
+
 // Without a compositing manager an X server shows what should be transparent in black.
 bool IsComposited() {
-  const auto* x11 = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
-  xcb_connection_t* const connection = x11 == nullptr ? nullptr : x11->connection();
-  if (connection == nullptr) return true;  // not on X, or on no screen at all
-  const std::string name = "_NET_WM_CM_S0";
-  const auto atomCookie =
-      xcb_intern_atom(connection, 0, static_cast<std::uint16_t>(name.size()), name.c_str());
-  auto* const atom = xcb_intern_atom_reply(connection, atomCookie, nullptr);
-  if (atom == nullptr) return false;
-  auto* const owner =
-      xcb_get_selection_owner_reply(connection, xcb_get_selection_owner(connection, atom->atom), nullptr);
+  xcb_connection_t* const connection = XConnection();
+  if (connection == nullptr) return true;
+  const auto cookie = xcb_get_selection_owner(connection, AtomOf(connection, "_NET_WM_CM_S0"));
+  auto* const owner = xcb_get_selection_owner_reply(connection, cookie, nullptr);
   const bool isComposited = owner != nullptr && owner->owner != XCB_NONE;
   std::free(owner);
-  std::free(atom);
   return isComposited;
 }
 
@@ -54,7 +64,8 @@ WindowFrame::WindowFrame() {
   setWindowFlags(Qt::Window | Qt::FramelessWindowHint | Qt::NoDropShadowWindowHint);
   if (IsComposited()) {
     setAttribute(Qt::WA_TranslucentBackground);
-    margin_ = kShadow;
+    // A Wayland compositor would take the shadow for a part of the window when it places or snaps it.
+    if (ProgramPlacesWindows()) margin_ = kShadow;
   }
   setMouseTracking(true);
 }
@@ -65,6 +76,9 @@ void WindowFrame::SetContent(QWidget* content) {
   isResizable_ = content->property("resizable").toBool();
   if (content->property("popup").toBool()) {
     setWindowFlags(Qt::Popup | Qt::FramelessWindowHint | Qt::NoDropShadowWindowHint);
+  }
+  if (content->property("dialog").toBool()) {
+    setWindowFlags(Qt::Dialog | Qt::FramelessWindowHint | Qt::NoDropShadowWindowHint);
   }
   content->setParent(this);
   content->setMouseTracking(true);
@@ -78,6 +92,11 @@ void WindowFrame::SetContentGeometry(const QRect& content) {
   if (outer != geometry()) setGeometry(outer);
 }
 
+void WindowFrame::SetOwner(WindowFrame& owner) {
+  winId();  // makes the handle
+  windowHandle()->setTransientParent(owner.windowHandle());
+}
+
 void WindowFrame::SetTopMost(bool topMost) {
   if (windowHandle() != nullptr) {
     windowHandle()->setFlag(Qt::WindowStaysOnTopHint, topMost);
@@ -86,11 +105,32 @@ void WindowFrame::SetTopMost(bool topMost) {
   }
 }
 
+void WindowFrame::SetOpacity(double opacity) {
+  if (ProgramPlacesWindows()) setWindowOpacity(opacity);
+}
+
+// A window manager that is asked to move a window at each click may hear of it after the button was released,
+// and the window sticks to the mouse.
 void WindowFrame::StartDrag() {
+  dragStart_ = QCursor::pos();
+  awaitsDrag_ = true;
+  qApp->installEventFilter(this);
+}
+
+void WindowFrame::FollowDrag(const QMouseEvent& event) {
+  const bool isHeld = (event.buttons() & Qt::LeftButton) != 0;
+  const QPoint way = event.globalPosition().toPoint() - dragStart_;
+  if (isHeld && way.manhattanLength() < QApplication::startDragDistance()) return;
+  awaitsDrag_ = false;
+  qApp->removeEventFilter(this);
+  if (isHeld) MoveWithMouse();
+}
+
+void WindowFrame::MoveWithMouse() {
   if (windowHandle() == nullptr || windowHandle()->startSystemMove()) return;
   // No window manager moves it for us.
   isDragging_ = true;
-  dragOffset_ = QCursor::pos() - pos();
+  dragOffset_ = dragStart_ - pos();
   grabMouse();
 }
 
@@ -116,10 +156,26 @@ void WindowFrame::AddTitleBar() {
   addButton("windowClose", "關閉", [this] { close(); });
 }
 
+bool WindowFrame::event(QEvent* event) {
+  if (event->type() == QEvent::WinIdChange) TellShadow();
+  return QWidget::event(event);
+}
+
+// So that a window manager places, snaps and moves the window by what can be seen of it.
+void WindowFrame::TellShadow() const {
+  xcb_connection_t* const connection = XConnection();
+  if (connection == nullptr || margin_ == 0 || windowHandle() == nullptr) return;
+  const auto side = static_cast<std::uint32_t>(qRound(margin_ * devicePixelRatioF()));
+  const std::array<std::uint32_t, 4> sides{side, side, side, side};
+  xcb_change_property(connection, XCB_PROP_MODE_REPLACE, static_cast<xcb_window_t>(internalWinId()),
+                      AtomOf(connection, "_GTK_FRAME_EXTENTS"), XCB_ATOM_CARDINAL, 32, 4, sides.data());
+}
+
 void WindowFrame::resizeEvent(QResizeEvent*) {
   if (titleBar_ != nullptr) titleBar_->setGeometry(Face().left(), Face().top(), Face().width(), titleHeight_);
   if (content_ != nullptr) content_->setGeometry(rect().marginsRemoved(Margins()));
-  if (margin_ == 0) setMask(QRegion(RoundedPath(rect(), kRadius).toFillPolygon().toPolygon()));
+  if (!testAttribute(Qt::WA_TranslucentBackground))
+    setMask(QRegion(RoundedPath(rect(), kRadius).toFillPolygon().toPolygon()));
   if (onMovedOrResized) onMovedOrResized();
 }
 
@@ -189,6 +245,8 @@ void WindowFrame::hideEvent(QHideEvent*) {
 void WindowFrame::keyPressEvent(QKeyEvent* event) { event->setAccepted(onKey && onKey(event->key())); }
 
 bool WindowFrame::eventFilter(QObject* watched, QEvent* event) {
+  const bool isMouse = event->type() == QEvent::MouseMove || event->type() == QEvent::MouseButtonRelease;
+  if (awaitsDrag_ && isMouse && watched->isWidgetType()) FollowDrag(static_cast<QMouseEvent&>(*event));
   if (watched == content_ && isResizable_ && event->type() == QEvent::Enter) unsetCursor();
   return QWidget::eventFilter(watched, event);
 }

@@ -15,15 +15,27 @@ class WindowFrame : public QWidget {
 
   /// Takes the content in, and the frame's look from its dynamic properties: "captionHeight" (pixels of a
   /// title strip that the content itself fills), "titleBar" (the frame adds one of its own, with the window's
-  /// title and its buttons), "resizable", "popup".
+  /// title and its buttons), "resizable", "popup", "dialog".
   void SetContent(QWidget* content);
   QWidget* Content() const { return content_; }
 
   QRect ContentGeometry() const { return geometry().marginsRemoved(Margins()); }
   void SetContentGeometry(const QRect& content);
+  /// The same for all that can be seen of the window but its shadow.
+  QRect FaceGeometry() const { return geometry().marginsRemoved({margin_, margin_, margin_, margin_}); }
+  QRect ContentWithin(const QRect& face) const {
+    return face.marginsAdded({margin_, margin_, margin_, margin_}).marginsRemoved(Margins());
+  }
+  bool IsResizable() const { return isResizable_; }
+  bool IsDialog() const { return windowType() == Qt::Dialog; }
+  /// Keeps the dialog in front of another window, and hands the keyboard back to that.
+  void SetOwner(WindowFrame& owner);
 
   void SetTopMost(bool topMost);
-  /// Follows the mouse until its button is released.
+  /// Opacity, 0 to 1, where the window system has any.
+  void SetOpacity(double opacity);
+  /// A button of the mouse is down: once the mouse has moved far enough for a drag, the window follows it
+  /// until the button is released.
   void StartDrag();
 
   std::function<void()> onMovedOrResized;
@@ -33,6 +45,7 @@ class WindowFrame : public QWidget {
   std::function<bool(int key)> onKey;  ///< a key that no widget wanted; true when it was used
 
  protected:
+  bool event(QEvent* event) override;
   void paintEvent(QPaintEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
   void moveEvent(QMoveEvent* event) override;
@@ -53,6 +66,9 @@ class WindowFrame : public QWidget {
   }
   QRect Face() const { return rect().adjusted(margin_, margin_, -margin_, -margin_); }
   void AddTitleBar();
+  void TellShadow() const;
+  void FollowDrag(const QMouseEvent& event);
+  void MoveWithMouse();
   Qt::Edges EdgesAt(const QPoint& position) const;
   void PaintShadow(QPainter& painter) const;
   void PaintFace(QPainter& painter) const;
@@ -63,7 +79,9 @@ class WindowFrame : public QWidget {
   int titleHeight_ = 0;
   QWidget* titleBar_ = nullptr;
   bool isResizable_ = false;
+  bool awaitsDrag_ = false;  // the button is down, and the mouse has not moved far enough yet
   bool isDragging_ = false;
+  QPoint dragStart_;  // of the mouse on the screen
   QPoint dragOffset_;
 };
 

@@ -30,15 +30,13 @@ struct QtMachine {
                                      .mayCommand =
                                          [this](const QString& url) {
                                            return !ownServer.isEmpty() && url.startsWith(ownServer);
-                                         }},
-                       .onActivated = [this] { ++activations; }}) {}
+                                         }}}) {}
 
   /// Runs the loop until the condition holds; a test that waits in vain fails by its time-out.
   void Wait(const std::function<bool()>& isMet) { loop.WaitUntil(isMet); }
   QWidget& Widget(const Control& control) { return windows.Find(control.Owner())->Find(control)->Widget(); }
 
-  QString ownServer;    ///< its root, "" for none
-  int activations = 0;  ///< by a user who comes back from another program
+  QString ownServer;  ///< its root, "" for none
   TempHome home;
   Environment environment = home.MakeEnvironment();
   QtLoop loop;

@@ -87,27 +87,6 @@ TEST_F(QtWindowsTest, FocusAndActivationAreReported) {
   EXPECT_EQ(form.activations, 2);
 }
 
-TEST_F(QtWindowsTest, ComingBackFromAnotherProgramIsReportedUnlessAWindowIsPointedAt) {
-  const auto comeBack = [&](const QPoint& mouse) {
-    QCursor::setPos(mouse);
-    machine.activations = 0;
-    Q_EMIT qApp->applicationStateChanged(Qt::ApplicationInactive);
-    Q_EMIT qApp->applicationStateChanged(Qt::ApplicationActive);
-    machine.loop.DoEvents();
-    return machine.activations;
-  };
-  const QRect window = Frame().geometry();
-  const QPoint beside = window.bottomRight() + QPoint(50, 50);
-  EXPECT_EQ(comeBack(beside), 1);
-  EXPECT_EQ(comeBack(window.center()), 0) << "a click chooses its window";
-  Window<FrmSample> box{machine.machine};
-  machine.loop.Post([&] {
-    EXPECT_EQ(comeBack(beside), 0) << "the question is in front";
-    box.Unload();
-  });
-  box->ShowModal();
-}
-
 TEST_F(QtWindowsTest, WindowOffTheScreenIsHiddenAndComesBack) {
   form.Left = 1500;
   WindowFrame& frame = Frame();
@@ -172,6 +151,38 @@ TEST_F(QtWindowsTest, CloseAsksTheFormOrClicksItsCloseButton) {
   frame.close();
   EXPECT_THAT(heard, ElementsAre("close button", "asked"));
   EXPECT_TRUE(frame.isVisible());
+}
+
+// A window manager that moves a window from the first click on may do so after the button was released.
+TEST_F(QtWindowsTest, WindowFollowsTheMouseOnceItHasMovedFarEnough) {
+  QWidget& background = Widget(form.picBG);
+  form.picBG.MouseDown = [&](int) { machine.windows.StartDrag(form); };
+  const QPoint pressed = background.mapToGlobal(QPoint(5, 5));
+  const auto send = [&](QEvent::Type type, const QPoint& way, Qt::MouseButtons held) {
+    const QPoint place = pressed + way;
+    QMouseEvent event(type, background.mapFromGlobal(place), place,
+                      type == QEvent::MouseMove ? Qt::NoButton : Qt::LeftButton, held, Qt::NoModifier);
+    QWidget* const grabber = QWidget::mouseGrabber();
+    QCoreApplication::sendEvent(grabber == nullptr ? &background : grabber, &event);
+    machine.loop.DoEvents();
+  };
+  QCursor::setPos(pressed);
+  machine.loop.DoEvents();
+  const QPoint home = Frame().pos();
+  const QPoint slip(QApplication::startDragDistance() - 1, 0);
+  const QPoint pull(60, 40);
+  send(QEvent::MouseButtonPress, {}, Qt::LeftButton);
+  send(QEvent::MouseMove, slip, Qt::LeftButton);
+  send(QEvent::MouseButtonRelease, slip, Qt::NoButton);
+  send(QEvent::MouseMove, pull, Qt::NoButton);
+  EXPECT_EQ(Frame().pos(), home) << "it was a click";
+  send(QEvent::MouseButtonPress, {}, Qt::LeftButton);
+  send(QEvent::MouseMove, pull, Qt::LeftButton);
+  send(QEvent::MouseMove, 2 * pull, Qt::LeftButton);
+  send(QEvent::MouseButtonRelease, 2 * pull, Qt::NoButton);
+  EXPECT_EQ(Frame().pos(), home + 2 * pull);
+  send(QEvent::MouseMove, pull, Qt::NoButton);
+  EXPECT_EQ(Frame().pos(), home + 2 * pull);
 }
 
 TEST_F(QtWindowsTest, KeysAreSentToTheFocus) {
