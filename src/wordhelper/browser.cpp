@@ -146,6 +146,7 @@ void FrmBrowser::LayOut() {
   picPanelBottom.Top = Height - picPanelBottom.Height;
   linBtms.Width = Width();
   linBtms.Top = picPanelBottom.Top - linBtms.Height;
+  lblStatus.Width = Width - 2 * lblStatus.Left;
   lblStatus.Top = picPanelBottom.Top + (picPanelBottom.Height - lblStatus.Height) / 2;
   const int top = imgTopline.Top + imgTopline.Height;
   for (WebBrowser* pane : {&webMain, &webOther}) {
