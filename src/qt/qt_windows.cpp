@@ -283,6 +283,10 @@ void QtWindows::FocusMoved(QWidget* now) {
   });
 }
 
+void QtWindows::TypedInto(Control& control) {
+  loop_.Enter(Find(control.Owner()), [this, &control] { FocusChanged(&control); });
+}
+
 void QtWindows::WindowFocused(QWindow* window) {
   FormView* const view = FindByWindow(window);
   if (view == nullptr) {

@@ -46,6 +46,8 @@ class QtWindows : public QObject, public WindowSystem {
   void SendKeys(const std::string& keys) override;
 
   QtLoop& Loop() const { return loop_; }
+  /// The control counts as the one with the focus, though its widget does not have it yet.
+  void TypedInto(Control& control);
   Skin& Pictures() { return skin_; }
   const QString& UiFolder() const { return options_.uiFolder; }
   /// A new pane of the web engine, whose library is loaded at the first one. Throws RunTimeError.

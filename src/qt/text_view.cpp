@@ -1,6 +1,7 @@
 #include "qt/text_view.h"
 
-#include <QCoreApplication>
+#include <QGuiApplication>
+#include <QInputMethod>
 #include <QKeyEvent>
 #include <QKeySequence>
 #include <algorithm>
@@ -9,6 +10,7 @@
 #include "base/cp950.h"
 #include "platform/form.h"
 #include "qt/form_view.h"
+#include "qt/qt_windows.h"
 #include "qt/text_convert.h"
 
 namespace marovane {
@@ -41,11 +43,21 @@ TextView::TextView(FormView& form, TextBox& box, QWidget& widget)
     : ControlView(form, box, widget), box_(box) {}
 
 bool TextView::Handle(QEvent* event) {
-  return event->type() == QEvent::InputMethod && FilterCommit(static_cast<QInputMethodEvent*>(event));
+  switch (event->type()) {
+    case QEvent::InputMethod:
+      return Composed(static_cast<QInputMethodEvent*>(event));
+    case QEvent::InputMethodQuery:
+      return AnswerFor(TypedInto(), static_cast<QInputMethodQueryEvent*>(event));
+    case QEvent::FocusOut:
+      DropComposition();
+      return false;
+    default:
+      return false;
+  }
 }
 
 bool TextView::HandleKey(QKeyEvent* event) {
-  if (isComposing_) return false;
+  if (isComposing_) return HandleComposingKey(*event);
   const QString text = event->text();
   if (SwallowsKey(*event)) return true;
   if (IsEditing(*event) && PassOn(event)) return true;
@@ -65,14 +77,37 @@ QChar TextView::Filtered(QChar character) {
   return after == before ? character : QChar(after);
 }
 
-// Some input methods deliver plain keys as committed text: what was not composed is filtered like a key.
-bool TextView::FilterCommit(QInputMethodEvent* event) {
+// Some input methods let these keys through: they end the composition, and nothing else.
+bool TextView::HandleComposingKey(const QKeyEvent& event) {
+  const bool isEnter = event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
+  if (isEnter) QGuiApplication::inputMethod()->commit();
+  if (event.key() == Qt::Key_Escape) QGuiApplication::inputMethod()->reset();
+  return isEnter || event.key() == Qt::Key_Escape;
+}
+
+// What an input method has not committed when the focus goes is lost, for it as for the box.
+void TextView::DropComposition() {
+  if (!isComposing_) return;
+  QInputMethodEvent nothing;
+  QCoreApplication::sendEvent(&Widget(), &nothing);
+}
+
+bool TextView::Composed(QInputMethodEvent* event) {
   const bool wasComposing = isComposing_;
   isComposing_ = !event->preeditString().isEmpty();
-  if (!event->commitString().isEmpty() && PassOn(event)) return true;
-  if (wasComposing || isComposing_ || event->commitString().isEmpty()) return false;
+  const bool isComposed = wasComposing || isComposing_;
+  if (!isComposed && event->commitString().isEmpty()) return false;
+  if (TextView* const target = TypedInto()) {
+    PassOnComposition(*target, event);
+    return true;
+  }
+  return !isComposed && FilterCommit(*event);
+}
+
+// Some input methods deliver plain keys as committed text: what was not composed is filtered like a key.
+bool TextView::FilterCommit(const QInputMethodEvent& event) {
   QString text;
-  for (const QChar character : event->commitString()) {
+  for (const QChar character : event.commitString()) {
     const QChar filtered = Filtered(character);
     if (!filtered.isNull()) text += filtered;
   }
@@ -80,16 +115,43 @@ bool TextView::FilterCommit(QInputMethodEvent* event) {
   return true;
 }
 
-// A box with the property "typeInto" only holds the focus while another one must not have it: what is typed
-// goes there, and the keys that edit act there.
-bool TextView::PassOn(QEvent* event) {
+TextView* TextView::TypedInto() const {
   const QByteArray name = Widget().property("typeInto").toByteArray();
-  if (name.isEmpty()) return false;
+  if (name.isEmpty()) return nullptr;
   Control* const target = form_.Model().Find(name.toStdString());
-  ControlView* const view = target == nullptr ? nullptr : form_.Find(*target);
-  if (view == nullptr || !target->AcceptsInput()) return false;
-  target->SetFocus();
-  QCoreApplication::sendEvent(&view->Widget(), event);
+  if (target == nullptr || !target->AcceptsInput()) return nullptr;
+  return dynamic_cast<TextView*>(form_.Find(*target));
+}
+
+bool TextView::PassOn(QKeyEvent* event) {
+  TextView* const target = TypedInto();
+  if (target == nullptr) return false;
+  target->Model().SetFocus();
+  QCoreApplication::sendEvent(&target->Widget(), event);
+  return true;
+}
+
+// A widget that loses the focus has its composition ended by the toolkit. So the other box gets the focus
+// when the composition is over, and behaves in the meantime as if it had it.
+void TextView::PassOnComposition(TextView& target, QInputMethodEvent* event) {
+  form_.Windows().TypedInto(target.Model());
+  QCoreApplication::sendEvent(&target.Widget(), event);
+  QGuiApplication::inputMethod()->update(Qt::ImCursorRectangle);
+  if (isComposing_) return;
+  const auto follow = [this, box = QPointer<TextView>(&target)] {
+    if (box && !form_.IsDetached() && !isComposing_ && Widget().hasFocus()) box->Model().SetFocus();
+  };
+  QMetaObject::invokeMethod(this, follow, Qt::QueuedConnection);
+}
+
+// Input methods ask where the caret is, to show their candidates there.
+bool TextView::AnswerFor(TextView* target, QInputMethodQueryEvent* query) {
+  if (target == nullptr) return false;
+  QCoreApplication::sendEvent(&target->Widget(), query);
+  const QPoint offset = target->Widget().mapToGlobal(QPoint()) - Widget().mapToGlobal(QPoint());
+  for (const Qt::InputMethodQuery place : {Qt::ImCursorRectangle, Qt::ImAnchorRectangle}) {
+    if (query->queries() & place) query->setValue(place, query->value(place).toRectF().translated(offset));
+  }
   return true;
 }
 

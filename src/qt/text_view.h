@@ -12,6 +12,10 @@ namespace marovane {
 
 /// The key filter that both kinds have: KeyDown and KeyPress are raised before the widget acts, but never
 /// for the keys of a composition that an input method has in progress.
+///
+/// A box whose widget has the property "typeInto", the name of another box, only holds the focus while that
+/// one must not have it: what is typed goes there, what is composed is seen there, and the keys that edit act
+/// there.
 class TextView : public ControlView {
  public:
   TextView(FormView& form, TextBox& box, QWidget& widget);
@@ -34,12 +38,19 @@ class TextView : public ControlView {
   TextBox& box_;
 
  private:
-  bool FilterCommit(QInputMethodEvent* event);
-  bool PassOn(QEvent* event);
+  /// The view of the box that gets what is typed here; null when it is this one.
+  TextView* TypedInto() const;
+  bool HandleComposingKey(const QKeyEvent& event);
+  bool Composed(QInputMethodEvent* event);
+  void DropComposition();
+  bool FilterCommit(const QInputMethodEvent& event);
+  bool PassOn(QKeyEvent* event);
+  void PassOnComposition(TextView& target, QInputMethodEvent* event);
+  bool AnswerFor(TextView* target, QInputMethodQueryEvent* query);
   /// The character that the handlers of KeyPress let through, a null one for none.
   QChar Filtered(QChar character);
 
-  bool isComposing_ = false;
+  bool isComposing_ = false;  // something is composed that is not part of the text yet
 };
 
 class LineView : public TextView {

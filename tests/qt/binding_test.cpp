@@ -5,7 +5,9 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QTextBlock>
 #include <QTextEdit>
+#include <QTextLayout>
 
 #include "base/cp950.h"
 #include "tests/qt/sample_form.h"
@@ -201,9 +203,62 @@ TEST_F(TextBoxView, KeysOfACompositionReachNoHandler) {
   EXPECT_EQ(keys, 0);
   Compose(Edit(), "", "中文");
   EXPECT_EQ(keys, 0);
-  EXPECT_TRUE(Edit().toPlainText().contains("中文"));
+  EXPECT_EQ(form.txtInput.Text(), "中文") << "Enter has ended the composition, not the line";
   QTest::keyClick(&Edit(), Qt::Key_Return);
   EXPECT_EQ(keys, 1);
+}
+
+// As after a verdict: the text has its colour, and the focus is beside the box.
+TEST_F(TextBoxView, WhatIsComposedBesideTheBoxIsSeenInItAndArrivesWhole) {
+  const auto preedit = [&] { return Edit().textCursor().block().layout()->preeditAreaText(); };
+  form.txtInput.Text = "judged ";
+  form.txtInput.SelStart = 7;
+  form.txtInput.SelColor = Rgb(255, 60, 60);
+  form.txtInput.Change = [&] { form.txtInput.SelColor = Rgb(0, 0, 0); };
+  std::vector<std::string> heard;
+  form.txtInput.GotFocus = [&] { heard.push_back("focus"); };
+  form.txtInput.KeyPress = [&](int&) { heard.push_back("key"); };
+  form.txtFocus.SetFocus();
+  QWidget& beside = Widget(form.txtFocus);
+  Compose(beside, "ㄓ", "");
+  EXPECT_EQ(machine.windows.Focused(), &form.txtInput);
+  EXPECT_TRUE(beside.hasFocus()) << "a change of the focus would end the composition";
+  EXPECT_EQ(preedit(), "ㄓ");
+  Compose(beside, "ㄓㄨㄥ", "");
+  QTest::keyClick(&beside, Qt::Key_Return);
+  EXPECT_EQ(preedit(), "ㄓㄨㄥ");
+  EXPECT_EQ(form.txtInput.Text(), "judged ");
+  QInputMethodQueryEvent query(Qt::ImCursorRectangle | Qt::ImEnabled);
+  QCoreApplication::sendEvent(&beside, &query);
+  const QPoint caret = beside.mapToGlobal(query.value(Qt::ImCursorRectangle).toRect().center());
+  EXPECT_TRUE(Edit().rect().contains(Edit().mapFromGlobal(caret))) << "candidates come up at the text";
+  Compose(beside, "ㄨ", "中");
+  EXPECT_TRUE(beside.hasFocus());
+  Compose(beside, "", "文");
+  machine.loop.DoEvents();
+  EXPECT_TRUE(Edit().hasFocus());
+  EXPECT_EQ(preedit(), "");
+  EXPECT_EQ(form.txtInput.Text(), "judged 中文");
+  EXPECT_EQ(ColorAt(Edit(), 0), QColor(0, 0, 0));
+  EXPECT_THAT(heard, ElementsAre("focus"));
+  Type("!");
+  EXPECT_EQ(form.txtInput.Text(), "judged 中文!");
+}
+
+TEST_F(TextBoxView, CompositionThatIsLeftIsDropped) {
+  for (TextBox* box : {static_cast<TextBox*>(&form.txtInput), &form.txtFocus}) {
+    box->SetFocus();
+    Compose(Widget(*box), "ㄓ", "");
+    form.txtLine.SetFocus();
+    EXPECT_EQ(Edit().textCursor().block().layout()->preeditAreaText(), "") << box->Name();
+    EXPECT_EQ(form.txtInput.Text(), "");
+    int keys = 0;
+    form.txtInput.KeyPress = [&](int&) { ++keys; };
+    form.txtInput.SetFocus();
+    Type("a");
+    EXPECT_EQ(keys, 1) << "keys are no longer taken for those of a composition";
+    form.txtInput.Text = "";
+  }
 }
 
 TEST_F(TextBoxView, StylesGoToTheSelectionOrToAllAndWhatFollows) {
