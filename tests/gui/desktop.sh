@@ -29,12 +29,21 @@ start_screen() {
   export DISPLAY=:$(cat "$SCREEN_FILE")
 }
 
-# start_program [SCALE]: a fresh learner's computer. "${AS_LEARNER[@]}" COMMAND runs another program there, with
-# nothing of the caller's own.
+# A fresh learner's computer: "${AS_LEARNER[@]}" COMMAND runs a program there, with nothing of the caller's own.
+AS_LEARNER=(env -u TMP -u XDG_DATA_HOME -u XDG_CONFIG_HOME -u XDG_STATE_HOME HOME="$WORK/home"
+  XDG_RUNTIME_DIR="$WORK/run" LANG=C.UTF-8)
+mkdir -p -m 0700 "$WORK/home" "$WORK/run"
+
+# start_bus: the message bus of the learner's session, by which input methods and screen readers reach programs.
+start_bus() {
+  "${AS_LEARNER[@]}" dbus-daemon --session --nofork --print-address=3 3>"$WORK/bus" 2>/dev/null &
+  BUS_PID=$!
+  wait_until test -s "$WORK/bus"
+  export DBUS_SESSION_BUS_ADDRESS=$(cat "$WORK/bus")
+}
+
+# start_program [SCALE]
 start_program() {
-  mkdir -p -m 0700 "$WORK/home" "$WORK/run"
-  AS_LEARNER=(env -u TMP -u XDG_DATA_HOME -u XDG_CONFIG_HOME -u XDG_STATE_HOME HOME="$WORK/home"
-    XDG_RUNTIME_DIR="$WORK/run" LANG=C.UTF-8)
   "${AS_LEARNER[@]}" QT_SCALE_FACTOR="${1:-1}" "$MAROVANE" 2>"$WORK/log" &
   PROGRAM_PID=$!
   DATA=$WORK/home/.local/share/marovane/marovane
@@ -42,7 +51,7 @@ start_program() {
 
 # What has ended by itself must not keep the rest from being stopped: a screen that is left over holds up the whole run.
 stop_all() {
-  for pid in "${PROGRAM_PID:-}" "${SCREEN_PID:-}"; do
+  for pid in "${PROGRAM_PID:-}" "${HELPER_PID:-}" "${BUS_PID:-}" "${SCREEN_PID:-}"; do
     [ -z "$pid" ] || kill "$pid" 2>/dev/null || true
   done
   wait 2>/dev/null || true
