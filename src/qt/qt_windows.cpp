@@ -11,6 +11,7 @@
 
 #include "platform/form.h"
 #include "platform/run_time_error.h"
+#include "qt/browser_view.h"
 #include "qt/geometry.h"
 #include "qt/placement.h"
 #include "qt/text_convert.h"
@@ -265,13 +266,30 @@ bool QtWindows::eventFilter(QObject* watched, QEvent* event) {
   if (!IsInput(event->type()) || !watched->isWidgetType()) return false;
   FormView* const view = FindByWidget(static_cast<QWidget*>(watched));
   if (view == nullptr) return false;
-  if (AcceptsInput(view->Model())) return false;
+  auto& widget = static_cast<QWidget&>(*watched);
+  if (AcceptsInput(view->Model())) return LeavesPage(*view, widget, *event);
   FormView* const modal = TopModal() == nullptr ? nullptr : Find(*TopModal());
   if (event->type() == QEvent::MouseButtonPress && modal != nullptr) {
     modal->Frame().raise();
     modal->Frame().activateWindow();
   }
   return true;
+}
+
+// A page keeps Escape to itself, though it has no use for it.
+bool QtWindows::LeavesPage(FormView& view, QWidget& widget, const QEvent& event) const {
+  if (event.type() != QEvent::KeyPress) return false;
+  if (static_cast<const QKeyEvent&>(event).key() != Qt::Key_Escape) return false;
+  return dynamic_cast<BrowserView*>(view.Find(&widget)) != nullptr && view.ClickMarked("escape");
+}
+
+// What reaches a window during a request, from an input method for instance, comes again after it. What is
+// dragged cannot be kept.
+void QtWindows::HoldBack(QObject& target, const QEvent& event) {
+  if (event.type() == QEvent::DragEnter || event.type() == QEvent::Drop) return;
+  loop_.Enter(&target, [&target, kept = std::shared_ptr<QEvent>(event.clone())] {
+    QCoreApplication::sendEvent(&target, kept.get());
+  });
 }
 
 void QtWindows::FocusMoved(QWidget* now) {

@@ -238,6 +238,14 @@ TEST_F(WebView, BoxesHaveTheirLookBeforeAnythingIsPainted) {
   EXPECT_THAT(titles, ElementsAre("none"));
 }
 
+TEST_F(WebView, EscapeInAPageIsThatOfItsWindow) {
+  Write(Titled("read"));
+  int closed = 0;
+  form->cmdGo.Click = [&] { ++closed; };
+  QTest::keyClick(machine.Widget(web).focusProxy()->focusProxy(), Qt::Key_Escape);
+  EXPECT_EQ(closed, 1);
+}
+
 TEST_F(WebView, HistoryGoesBackToWrittenPages) {
   Write(Titled("first"));
   Write(Titled("second"));
