@@ -71,7 +71,7 @@ void FrmMain::BindInput() {
     if (txtInput.Text().empty()) SetInputTextStyle(0);
     program.app.gInputHasFocus = false;
   };
-  txtInput.Change = [this] { RestoreColor(); };
+  txtInput.Change = [this] { ForgetVerdict(); };
   txtInput.MouseUp = [this](int button) {
     if (button == kRightButton) program.hall.frmMenu->PopUp();
   };
@@ -181,15 +181,23 @@ void FrmMain::SetInputTextStyle(int mode) {
   app.gBigTextInput = mode == 1;
 }
 
-void FrmMain::ShowVerdictColor(Color color) {
+void FrmMain::ShowVerdict(Color color, const std::string& words) {
   txtInput.SelColor = color;
   showsVerdict_ = true;
+  Describe(words);
 }
 
-void FrmMain::RestoreColor() {
+// After a verdict the focus is beside the box, and there the verdict is heard.
+void FrmMain::Describe(const std::string& words) {
+  txtInput.Description = words;
+  txtFocus.Description = words;
+}
+
+void FrmMain::ForgetVerdict() {
   if (!std::exchange(showsVerdict_, false)) return;
   txtInput.SelLength = 0;  // so that the colour goes to the whole text
   txtInput.SelColor = kSentenceColor;
+  Describe("");
 }
 
 void FrmMain::FilterKey(int& keyAscii) const {

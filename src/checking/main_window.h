@@ -42,8 +42,9 @@ class FrmMain : public Form, public MainWindow {
   std::string CheckInputText(const std::string& action, const std::string& text) override;
   /// English for a Chinese text; "" when there is no translation.
   std::string TranslateText(const std::string& text);
-  /// Colours the sentence by its verdict. The first change of the text takes the colour away again.
-  void ShowVerdictColor(Color color);
+  /// Colours the sentence by its verdict, and says it in words to those who do not see the colour. The first
+  /// change of the text takes both away again.
+  void ShowVerdict(Color color, const std::string& words);
   void imgMenu_Click(int index);
   /// Starts the fade-out that ends the program.
   void DoCloseAppEffect();
@@ -81,7 +82,8 @@ class FrmMain : public Form, public MainWindow {
   bool IsPointerInside() const;
   bool IsMenuFocused() const;
   void RestoreHovered();
-  void RestoreColor();
+  void ForgetVerdict();
+  void Describe(const std::string& words);
   void OpenFromMenu(bool isOpen, const Door<HallWindow>& door);
   void OpenDaySentences();
   void OpenErrorStatistics();

@@ -69,7 +69,7 @@ void FrmMain::TranslateInput(const std::string& chinese) {
     return ShowMessage(program, Message::kNoTranslation);
   }
   txtInput.Text = *english;
-  RestoreColor();
+  ForgetVerdict();
   txtInput.SelStart = base::Len(*english);
 }
 

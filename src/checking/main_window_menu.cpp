@@ -31,7 +31,7 @@ void FrmMain::imgMenu_Click(int index) {
       return AskToLeave();
     case 9:
       txtInput.Text = "";
-      RestoreColor();
+      ForgetVerdict();
       txtInput.SetFocus();
       return;
     case kBreakButton:

@@ -50,6 +50,15 @@ void ShowSuggestions(Program& program, const protocol::CheckReply& answer, Engin
   show("SYN", answer.synSuggestion);
 }
 
+// The marked parts are every second one.
+std::string VerdictInWords(const protocol::CheckReply& answer) {
+  if (answer.IsRight()) return "句子正確";
+  std::string faults;
+  const auto parts = base::Split(answer.sentence, "*");
+  for (std::size_t i = 1; i < parts.size(); i += 2) faults += (faults.empty() ? "：" : "、") + parts[i];
+  return (answer.findMistake == "2" ? "句子有要留意的地方" : "句子有錯誤") + faults;
+}
+
 void CloseProgress(Program& program) {
   program.frmMessage->closeForm();
   program.machine.loop.DoEvents();
@@ -82,7 +91,8 @@ Steps VerdictSteps(FrmMain& frmMain, const std::string& sentence, const protocol
     steps.emplace_back([&] { WriteNeedSync(program, "Y"); });
     steps.emplace_back([&] { CloseProgress(program); });
   }
-  steps.emplace_back([&] { frmMain.ShowVerdictColor(answer.IsRight() ? kRight : kFaulty); });
+  steps.emplace_back(
+      [&] { frmMain.ShowVerdict(answer.IsRight() ? kRight : kFaulty, VerdictInWords(answer)); });
   steps.emplace_back([&] { GiveWindowBack(frmMain); });
   // Within an essay the web exchange may have shown its progress box too.
   if (kind == EngineKind::kWeb) steps.emplace_back([&] { CloseProgress(program); });

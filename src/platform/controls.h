@@ -39,6 +39,8 @@ class Control : public EventSource {
   Property<int> Left, Top, Width, Height;  ///< twips, within the form
   Property<bool> Visible{true}, Enabled{true};
   Property<std::string> ToolTipText;
+  Property<std::string>
+      Description;                   ///< what screen readers say beside the name, and at once when it changes
   Property<bool> HandCursor{false};  ///< shows the hand while the mouse is over it
 
   Event<> Click{*this}, GotFocus{*this}, LostFocus{*this};

@@ -22,6 +22,7 @@ WebPane* BrowserView::Pane() {
     pane_ = form_.Windows().MakeWebPane();
     HearEvents(*pane_);
     Widget().layout()->addWidget(pane_->Widget());
+    pane_->Widget()->setAccessibleName(Widget().accessibleName());
     Widget().setFocusProxy(pane_->Widget());
   }
   return pane_.get();

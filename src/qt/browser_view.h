@@ -14,6 +14,7 @@ namespace marovane {
 class BrowserView : public ControlView, public WebRenderer {
  public:
   BrowserView(FormView& form, WebBrowser& browser, QWidget& widget);
+  QAccessible::Role Role() const override { return QAccessible::Pane; }
 
   void Navigate(const std::string& url) override;
   void Write(const std::string& html) override;

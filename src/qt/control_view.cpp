@@ -6,9 +6,22 @@
 #include "qt/form_view.h"
 #include "qt/geometry.h"
 #include "qt/key_codes.h"
+#include "qt/qt_windows.h"
 #include "qt/text_convert.h"
 
 namespace marovane {
+
+namespace {
+
+constexpr const char* kViewProperty = "controlView";
+
+// What the toolkit has told of a widget before it was known which control it shows is told anew.
+void TellAnew(QWidget& widget) {
+  QAccessible::deleteAccessibleInterface(
+      QAccessible::uniqueId(QAccessible::queryAccessibleInterface(&widget)));
+}
+
+}  // namespace
 
 ControlView::ControlView(FormView& form, Control& control, QWidget& widget)
     : form_(form), control_(control), widget_(widget) {
@@ -18,7 +31,15 @@ ControlView::ControlView(FormView& form, Control& control, QWidget& widget)
   if (!widget.toolTip().isEmpty()) control.ToolTipText = Utf8(widget.toolTip());
   widget.setMouseTracking(true);
   widget.installEventFilter(this);
+  widget.setProperty(kViewProperty, QVariant::fromValue<QObject*>(this));
+  TellAnew(widget);
   FollowCommonProperties();
+}
+
+ControlView::~ControlView() { widget_.setProperty(kViewProperty, {}); }
+
+ControlView* ControlView::Of(const QWidget& widget) {
+  return dynamic_cast<ControlView*>(widget.property(kViewProperty).value<QObject*>());
 }
 
 void ControlView::CopyGeometry() {
@@ -45,6 +66,8 @@ void ControlView::FollowCommonProperties() {
     widget_.setToolTip(Text(text));
     ShowName();
   });
+  Follow(control_.Description,
+         [this](const std::string& text) { widget_.setAccessibleDescription(Text(text)); });
   widget_.setVisible(control_.Visible);
   widget_.setEnabled(control_.Enabled);
 }
@@ -78,6 +101,18 @@ void ControlView::ClickIt() {
     control_.MouseUp.Raise(kLeftButton);
     control_.Click.Raise();
   });
+}
+
+bool ControlView::CanBePressed() const {
+  return MakesClicks() && (control_.Click.HasHandler() || control_.MouseUp.HasHandler());
+}
+
+void ControlView::Press() {
+  const auto click = [this] {
+    if (!form_.IsDetached() && control_.AcceptsInput()) ClickIt();
+  };
+  QMetaObject::invokeMethod(
+      this, [this, click] { form_.Windows().Loop().Enter(this, click); }, Qt::QueuedConnection);
 }
 
 bool ControlView::IsClickKey(int key) const {

@@ -1,6 +1,7 @@
 // Binds a control model to its widget, both ways. One class a type of control.
 #pragma once
 
+#include <QAccessible>
 #include <QMouseEvent>
 #include <QObject>
 #include <QPointer>
@@ -21,7 +22,10 @@ class FormView;
 class ControlView : public QObject {
  public:
   ControlView(FormView& form, Control& control, QWidget& widget);
-  ~ControlView() override = default;
+  ~ControlView() override;
+
+  /// The view that a widget has been bound by, null for any other widget.
+  static ControlView* Of(const QWidget& widget);
 
   Control& Model() const { return control_; }
   QWidget& Widget() const { return widget_; }
@@ -32,6 +36,19 @@ class ControlView : public QObject {
   void Detach() { subscriptions_.clear(); }
   /// Does what a click on it does.
   virtual void ClickIt();
+
+  /// What it is for those who do not see it; NoRole where the toolkit itself knows.
+  virtual QAccessible::Role Role() const { return QAccessible::NoRole; }
+  /// The text on it, its name where it has no other.
+  virtual QString Caption() const { return ""; }
+  /// True where it says nothing to those who do not see it.
+  virtual bool IsDecoration() const { return false; }
+  /// True where it is one of several and the chosen one.
+  virtual bool IsChosen() const { return false; }
+  virtual bool CanBePressed() const;
+  /// The press of a screen reader: a click that comes when nothing else runs, and not behind a question.
+  void Press();
+
   /// Anything wrong with how the control is drawn; "" for nothing.
   virtual QString Problem() const { return ""; }
 

@@ -73,6 +73,7 @@ void FormView::Load() {
   content->setObjectName(Text(form_.Name()));
   frame_->setObjectName("frame");
   frame_->setWindowTitle(content->windowTitle());
+  frame_->setAccessibleName(content->accessibleName());  // for a window without a title
   frame_->SetContent(content);
 }
 

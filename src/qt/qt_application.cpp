@@ -8,6 +8,7 @@
 #include <QMessageBox>
 #include <QStyleFactory>
 
+#include "qt/accessibility.h"
 #include "qt/fonts.h"
 #include "qt/toolkit_texts.h"
 
@@ -22,6 +23,9 @@ void PrepareApplication() {
   if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM") && !qEnvironmentVariableIsEmpty("DISPLAY")) {
     qputenv("QT_QPA_PLATFORM", "xcb;wayland");
   }
+  // On Linux the engine tells of its pages only when it is asked to, and then only where a screen reader
+  // runs.
+  qputenv("QTWEBENGINE_ENABLE_LINUX_ACCESSIBILITY", "1");
   // The engine's sandbox refuses to work for root, and for root alone it is switched off.
   if (geteuid() == 0) qputenv("QTWEBENGINE_DISABLE_SANDBOX", "1");
 }
@@ -32,6 +36,7 @@ void ConfigureApplication(const QString& uiFolder) {
   QApplication::setStyle(QStyleFactory::create("Fusion"));
   InstallFonts();
   InstallToolkitTexts();
+  InstallAccessibility();
   QApplication::setWindowIcon(QIcon(uiFolder + "/skin/marovane.svg"));
   QFile sheet(uiFolder + "/skin/marovane.qss");
   if (!sheet.open(QIODevice::ReadOnly)) return;

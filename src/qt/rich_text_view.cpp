@@ -47,6 +47,7 @@ RichTextView::RichTextView(FormView& form, TextBox& box, QTextEdit& widget)
   widget.setTabChangesFocus(true);
   widget.setContextMenuPolicy(Qt::NoContextMenu);
   widget.viewport()->setMouseTracking(true);
+  widget.viewport()->setAccessibleName(widget.accessibleName());
   widget.viewport()->installEventFilter(this);
   if (box.Text().empty()) {
     box.Text = Utf8(widget.toPlainText());

@@ -2,6 +2,8 @@
 
 #include <QFocusEvent>
 #include <QPainter>
+#include <QRadioButton>
+#include <algorithm>
 
 #include "platform/form.h"
 #include "qt/form_view.h"
@@ -56,6 +58,11 @@ void LabelView::Ready() {
   Fit();
 }
 
+QAccessible::Role LabelView::Role() const {
+  if (!CanBePressed()) return QAccessible::StaticText;
+  return label_.property("role").toString() == "link" ? QAccessible::Link : QAccessible::PushButton;
+}
+
 void LabelView::Fit() {
   constexpr int kSmallest = 10;
   if (!label_.wordWrap()) return;
@@ -100,6 +107,11 @@ MarkView::MarkView(FormView& form, CheckBox& box, QAbstractButton& widget)
           [this, &box](bool value) { FromWidget([&] { box.Value = value; }); });
 }
 
+QAccessible::Role MarkView::Role() const {
+  return qobject_cast<const QRadioButton*>(&Widget()) != nullptr ? QAccessible::RadioButton
+                                                                 : QAccessible::CheckBox;
+}
+
 PictureView::PictureView(FormView& form, PictureBox& box, QWidget& widget)
     : ControlView(form, box, widget), box_(box) {
   Follow(box.Picture, [&widget](const std::string&) { widget.update(); });
@@ -113,10 +125,28 @@ QString PictureView::Problem() const {
   return Text(box_.Name()) + ": no picture " + name;
 }
 
+QAccessible::Role PictureView::Role() const {
+  if (CanBePressed())
+    return Widget().property("tab").toBool() ? QAccessible::PageTab : QAccessible::PushButton;
+  return Widget().findChild<QWidget*>() != nullptr ? QAccessible::Pane : QAccessible::Graphic;
+}
+
+bool PictureView::IsDecoration() const {
+  if (CanBePressed() || !Widget().accessibleName().isEmpty()) return false;
+  const auto within = Widget().findChildren<QWidget*>();
+  return std::ranges::all_of(within, [](const QWidget* widget) {
+    const ControlView* const view = Of(*widget);
+    return view == nullptr || view->IsDecoration();
+  });
+}
+
+bool PictureView::IsChosen() const { return Text(box_.Picture).contains("On_"); }
+
 bool PictureView::Handle(QEvent* event) {
   if (event->type() == QEvent::FocusIn) {
     const Qt::FocusReason reason = static_cast<QFocusEvent*>(event)->reason();
-    hasRing_ = reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason;
+    const bool isBack = reason == Qt::ActiveWindowFocusReason || reason == Qt::PopupFocusReason;
+    if (!isBack) hasRing_ = reason == Qt::TabFocusReason || reason == Qt::BacktabFocusReason;
   }
   if (event->type() != QEvent::Paint) return false;
   Paint();
@@ -127,7 +157,7 @@ void PictureView::Paint() {
   QPainter painter(&Widget());
   painter.setRenderHint(QPainter::Antialiasing);
   const QRectF room = Widget().rect();
-  const bool isButton = !Widget().property("caption").toString().isEmpty();
+  const bool isButton = !Caption().isEmpty();
   SkinPicture* const picture =
       form_.Windows().Pictures().Find(Text(form_.Model().Name()), Text(box_.Picture));
   if (picture != nullptr) picture->drawing.render(&painter, room);
@@ -144,14 +174,13 @@ void PictureView::PaintCaption(QPainter& painter, const QColor& ink) const {
   painter.setFont(Widget().font());
   const bool isBelow = Widget().height() >= kTall;
   painter.drawText(Widget().rect().adjusted(0, 0, 0, isBelow ? -6 : 0),
-                   Qt::AlignHCenter | (isBelow ? Qt::AlignBottom : Qt::AlignVCenter),
-                   Widget().property("caption").toString());
+                   Qt::AlignHCenter | (isBelow ? Qt::AlignBottom : Qt::AlignVCenter), Caption());
 }
 
 QColor PictureView::PaintButton(QPainter& painter) const {
   const QString name = Text(box_.Picture);
   const bool isOver = name.contains("Over_");
-  const bool isOn = name.contains("On_");
+  const bool isOn = IsChosen();
   const QRectF face = QRectF(Widget().rect()).adjusted(0.5, 0.5, -0.5, -0.5);
   QLinearGradient fill(face.topLeft(), face.bottomLeft());
   fill.setColorAt(0, isOn ? "#333333" : isOver ? "#6b6b6b" : "#5a5a5a");

@@ -17,6 +17,8 @@ class LabelView : public ControlView {
  public:
   LabelView(FormView& form, Label& label, QLabel& widget);
   void Ready() override;
+  QAccessible::Role Role() const override;
+  QString Caption() const override { return label_.text().trimmed(); }
 
  private:
   void Fit();
@@ -32,6 +34,8 @@ class ClickedView : public ControlView {
  public:
   ClickedView(FormView& form, Control& control, Property<std::string>& caption, QAbstractButton& widget);
   void ClickIt() override { button_.click(); }
+  QString Caption() const override { return button_.text(); }
+  bool CanBePressed() const override { return true; }
 
  protected:
   bool MakesClicks() const override { return false; }
@@ -45,6 +49,7 @@ class ButtonView : public ClickedView {
  public:
   ButtonView(FormView& form, CommandButton& button, QAbstractButton& widget)
       : ClickedView(form, button, button.Caption, widget) {}
+  QAccessible::Role Role() const override { return QAccessible::PushButton; }
 
  protected:
   bool IsClickKey(int key) const override { return key == Qt::Key_Return || key == Qt::Key_Enter; }
@@ -54,16 +59,21 @@ class ButtonView : public ClickedView {
 class MarkView : public ClickedView {
  public:
   MarkView(FormView& form, CheckBox& box, QAbstractButton& widget);
+  QAccessible::Role Role() const override;
 };
 
 /// Paints a picture of the skin into a plain widget, with the text of the widget's property "caption" on it
 /// (below the drawing in a tall widget), and a ring around it while it has the focus. Where the skin has no
 /// picture of the name, a widget with a caption is painted as a button, whose state the name says:
-/// "...Over_", "...On_", or any other.
+/// "...Over_", "...On_", or any other. A button whose widget has the property "tab" chooses a page.
 class PictureView : public ControlView {
  public:
   PictureView(FormView& form, PictureBox& box, QWidget& widget);
   QString Problem() const override;
+  QAccessible::Role Role() const override;
+  QString Caption() const override { return Widget().property("caption").toString(); }
+  bool IsDecoration() const override;
+  bool IsChosen() const override;
 
  protected:
   bool Handle(QEvent* event) override;

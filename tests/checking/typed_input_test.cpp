@@ -124,6 +124,8 @@ TEST_F(TypedInputTest, FirstChangeAfterAVerdictBringsTheNeutralColourBack) {
     Enter("He goes.");
     auto& box = Main().txtInput;
     EXPECT_EQ(box.SelColor(), kGreen);
+    EXPECT_EQ(box.Description(), "句子正確") << "for those who see no colour";
+    EXPECT_EQ(Main().txtFocus.Description(), "句子正確") << "the focus is there";
     box.SelStart = 3;
     EXPECT_EQ(box.SelColor(), kGreen) << "a caret that moves changes nothing";
     if (clears) {
@@ -133,6 +135,7 @@ TEST_F(TypedInputTest, FirstChangeAfterAVerdictBringsTheNeutralColourBack) {
       EXPECT_EQ(box.SelStart(), 4) << "the caret stays where it was";
     }
     EXPECT_EQ(box.SelColor(), Rgb(255, 204, 0)) << clears;
+    EXPECT_EQ(box.Description() + Main().txtFocus.Description(), "");
   }
 }
 

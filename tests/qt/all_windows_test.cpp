@@ -1,10 +1,13 @@
 // Every window of the program, drawn and looked at by facts of its pixels.
 #include <gmock/gmock.h>
 
+#include <QAccessible>
+#include <QComboBox>
 #include <QLabel>
 #include <QPushButton>
 #include <QRawFont>
 #include <QTest>
+#include <set>
 
 #include "qt/text_convert.h"
 #include "tests/qt/program_windows.h"
@@ -66,6 +69,38 @@ TEST_P(EveryWindow, KeepsItsPartsInsideAndNamesWhatCanBeClicked) {
       EXPECT_NE(widget.focusPolicy(), Qt::NoFocus) << control->Name();
     }
   }
+}
+
+// Whatever is seen has a role and a name, and what can be clicked can be pressed. What a page holds is told
+// by the web engine.
+TEST_P(EveryWindow, IsToldToThoseWhoDoNotSeeIt) {
+  std::set<const QObject*> told;
+  const std::function<void(QAccessibleInterface&)> visit = [&](QAccessibleInterface& thing) {
+    const auto* const widget = qobject_cast<QWidget*>(thing.object());
+    if (widget == nullptr || thing.state().invisible) return;
+    told.insert(widget);
+    EXPECT_NE(thing.role(), QAccessible::NoRole) << Utf8(widget->objectName());
+    EXPECT_NE(thing.text(QAccessible::Name), "") << Utf8(widget->objectName());
+    for (int i = 0; i < thing.childCount(); ++i) {
+      QAccessibleInterface& child = *thing.child(i);
+      EXPECT_EQ(child.parent(), &thing) << Utf8(widget->objectName());
+      EXPECT_EQ(thing.indexOfChild(&child), i) << Utf8(widget->objectName());
+      visit(child);
+    }
+  };
+  visit(*QAccessible::queryAccessibleInterface(&View().Frame()));
+  int pressed = 0;
+  for (Control* control : form_.Controls()) {
+    QWidget& widget = View().Find(*control)->Widget();
+    if (!widget.isVisible() || !control->Click.HasHandler()) continue;
+    EXPECT_TRUE(told.contains(&widget)) << control->Name();
+    if (!widget.isEnabled() || qobject_cast<QComboBox*>(&widget) != nullptr) continue;
+    const QStringList actions =
+        QAccessible::queryAccessibleInterface(&widget)->actionInterface()->actionNames();
+    EXPECT_TRUE(actions.contains("Press") || actions.contains("Toggle")) << control->Name();
+    ++pressed;
+  }
+  EXPECT_TRUE(pressed > 0 || GetParam().name == "frmMessage-progress");
 }
 
 TEST_P(EveryWindow, IsDrawnWithItsFaceAndInk) {

@@ -1,5 +1,6 @@
 #include <gmock/gmock.h>
 
+#include <QAccessible>
 #include <QComboBox>
 #include <QInputMethodEvent>
 #include <QLabel>
@@ -117,6 +118,53 @@ TEST_F(Binding, KeyboardReachesEveryButton) {
   QTest::keyClick(&picture, Qt::Key_Escape);
   QTest::keyClick(&Widget(second->txtLine), Qt::Key_Return);
   EXPECT_THAT(heard, ElementsAre("picture", "picture", "close", "ok"));
+}
+
+// What a screen reader says of a control: name and description.
+QStringList Told(QWidget& widget) {
+  const auto& told = *QAccessible::queryAccessibleInterface(&widget);
+  return {told.text(QAccessible::Name), told.text(QAccessible::Description)};
+}
+
+TEST_F(Binding, AssistiveTechnologyReadsAndPresses) {
+  Window<FrmSample> second{machine.machine};
+  std::vector<std::string> heard;
+  const auto note = [&](const char* what) { return [&heard, what] { heard.emplace_back(what); }; };
+  second->picButtons(0).Click = note("picture");
+  second->cmdOK.Click = note("ok");
+  second->chkMode.Click = note("box");
+  second->lblTitle.Click = note("label");
+  second->imgClose.Click = note("close");
+  second->Show();
+  machine.loop.DoEvents();
+  const auto of = [&](const Control& control) {
+    return QAccessible::queryAccessibleInterface(&Widget(control));
+  };
+  const auto press = [&](const Control& control, const QString& action) {
+    of(control)->actionInterface()->doAction(action);
+    machine.loop.DoEvents();
+  };
+  EXPECT_TRUE(of(second->chkMode)->state().checked);
+  press(second->picButtons(0), "Press");
+  press(second->cmdOK, "Press");
+  press(second->chkMode, "Toggle");
+  press(second->lblTitle, "Press");
+  EXPECT_THAT(heard, ElementsAre("picture", "ok", "box", "label"));
+  EXPECT_FALSE(second->chkMode.Value);
+  EXPECT_FALSE(of(second->chkMode)->state().checked);
+  EXPECT_EQ(of(second->picButtons(0))->role(), QAccessible::PushButton);
+  EXPECT_EQ(of(second->lblTitle)->role(), QAccessible::PushButton);
+  EXPECT_EQ(of(second->optSize(0))->role(), QAccessible::RadioButton);
+  EXPECT_EQ(Told(Widget(second->picButtons(0))), QStringList({"送出", ""}));
+  EXPECT_EQ(Told(Widget(second->imgClose)), QStringList({"關閉", "關閉"}));
+  EXPECT_EQ(Told(Widget(second->chkMode)), QStringList({"選項", ""}));
+  EXPECT_EQ(Told(Widget(second->lblTitle)), QStringList({"標題", ""}));
+  second->txtInput.Description = "句子正確";
+  EXPECT_EQ(Told(Widget(second->txtInput)), QStringList({"", "句子正確"}));
+  second->Enabled = false;
+  press(second->cmdOK, "Press");
+  press(second->chkMode, "Toggle");
+  EXPECT_THAT(heard, testing::SizeIs(4)) << "behind a question nothing can be pressed";
 }
 
 TEST(WindowFile, MistakesAreNamed) {
