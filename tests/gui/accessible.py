@@ -1,0 +1,80 @@
+"""What a screen reader is told of the program, over AT-SPI. Wants the Python of the system, which has pyatspi.
+
+  accessible.py watch               says what happens, as it happens: the event, and role, name and description of where
+  accessible.py check WINDOW        fails unless everything that is seen in the window has a role and a name
+  accessible.py reads WINDOW TEXT   fails unless a page in the window holds the text
+
+A window is named by the beginning of its title."""
+
+import sys
+
+import pyatspi
+
+PROGRAM = "marovane"
+EVENTS = {
+    "object:state-changed:focused": "focus",
+    "object:property-change:accessible-description": "description",
+    "window:activate": "window",
+}
+NAMELESS = (pyatspi.ROLE_INVALID, pyatspi.ROLE_UNKNOWN)
+
+
+def has_state(thing, state):
+    return thing.getState().contains(state)
+
+
+def shown_window(title):
+    for program in pyatspi.Registry.getDesktop(0):
+        if program is None or program.name != PROGRAM:
+            continue
+        for window in program:
+            if window and window.name.startswith(title) and has_state(window, pyatspi.STATE_SHOWING):
+                return window
+    sys.exit(f"no window {title}")
+
+
+def walk(thing, enters_pages):
+    """Whatever is seen. What a page holds is the web engine's; its pane has the name."""
+    yield thing
+    if thing.getRole() == pyatspi.ROLE_DOCUMENT_WEB and not enters_pages:
+        return
+    for child in thing:
+        if child and (enters_pages or has_state(child, pyatspi.STATE_SHOWING)):
+            yield from walk(child, enters_pages)
+
+
+def check(title):
+    found = list(walk(shown_window(title), enters_pages=False))
+    faulty = [f"{thing.getRoleName()} '{thing.name}' in '{thing.parent.name}'" for thing in found
+              if thing.getRole() in NAMELESS or not (thing.name or thing.getRole() == pyatspi.ROLE_DOCUMENT_WEB)]
+    presses = sum(thing.getRole() in (pyatspi.ROLE_PUSH_BUTTON, pyatspi.ROLE_CHECK_BOX) for thing in found)
+    if faulty or not presses:
+        sys.exit(f"{title}: {presses} buttons, without role or name: {faulty}")
+
+
+def reads(title, text):
+    told = "".join(thing.name for thing in walk(shown_window(title), enters_pages=True)
+                   if thing.getRole() != pyatspi.ROLE_FRAME)
+    if text not in told:
+        sys.exit(f"{title}: no '{text}' in '{told}'")
+
+
+def report(event):
+    if str(event.type).startswith("object:state-changed") and not event.detail1:
+        return  # what has lost the focus
+    try:
+        source = event.source
+        words = [EVENTS[str(event.type)], source.getRoleName(), source.name, source.description]
+    except (LookupError, RuntimeError):
+        return  # it has gone already
+    print(" ".join(" | ".join(words).split()), flush=True)
+
+
+def watch():
+    pyatspi.Registry.registerEventListener(report, *EVENTS)
+    print("watching", flush=True)
+    pyatspi.Registry.start()
+
+
+if __name__ == "__main__":
+    {"watch": watch, "check": check, "reads": reads}[sys.argv[1]](*sys.argv[2:])
