@@ -55,7 +55,20 @@ LabelView::LabelView(FormView& form, Label& label, QLabel& widget)
 
 void LabelView::Ready() {
   ControlView::Ready();
+  if (RepeatsAButton()) label_.setFocusPolicy(Qt::NoFocus);
   Fit();
+}
+
+// A caption beside a button of the same name only makes the button easier to hit.
+bool LabelView::RepeatsAButton() const {
+  if (label_.accessibleName().isEmpty()) return false;
+  const auto beside = label_.parentWidget()->findChildren<QWidget*>(Qt::FindDirectChildrenOnly);
+  return std::ranges::any_of(beside, [this](const QWidget* widget) {
+    const ControlView* const view = Of(*widget);
+    return view != nullptr && view->CanBePressed() && !widget->isHidden() &&
+           qobject_cast<const QLabel*>(widget) == nullptr &&
+           widget->accessibleName() == label_.accessibleName();
+  });
 }
 
 QAccessible::Role LabelView::Role() const {
@@ -103,8 +116,22 @@ MarkView::MarkView(FormView& form, CheckBox& box, QAbstractButton& widget)
   if (widget.isChecked()) box.Value = true;
   widget.setChecked(box.Value);
   Follow(box.Value, [&widget](bool value) { widget.setChecked(value); });
-  connect(&widget, &QAbstractButton::toggled, this,
-          [this, &box](bool value) { FromWidget([&] { box.Value = value; }); });
+  connect(&widget, &QAbstractButton::toggled, this, [this, &box](bool value) {
+    FromWidget([&] { box.Value = value; });
+    if (value) Marked();
+  });
+  if (box.Value) Marked();
+}
+
+// Tab comes to the chosen option of a group, and arrows choose another one. The toolkit alone comes to the
+// first option, whichever is chosen.
+void MarkView::Marked() {
+  const auto* const chosen = qobject_cast<const QRadioButton*>(&Widget());
+  if (chosen == nullptr) return;
+  for (auto* option : Widget().parentWidget()->findChildren<QRadioButton*>(Qt::FindDirectChildrenOnly)) {
+    if (option->group() != chosen->group()) continue;
+    option->setFocusPolicy(option == chosen ? Qt::StrongFocus : Qt::ClickFocus);
+  }
 }
 
 QAccessible::Role MarkView::Role() const {
@@ -194,6 +221,8 @@ QColor PictureView::PaintButton(QPainter& painter) const {
 }
 
 ListView::ListView(FormView& form, ComboBox& box, QComboBox& widget) : ControlView(form, box, widget) {
+  // On X the toolkit gives a list the name of its chosen item.
+  widget.setAccessibleDescription(widget.accessibleName());
   if (box.Items().empty() && widget.count() > 0) {
     std::vector<std::string> items;
     items.reserve(static_cast<std::size_t>(widget.count()));

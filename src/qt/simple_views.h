@@ -19,8 +19,10 @@ class LabelView : public ControlView {
   void Ready() override;
   QAccessible::Role Role() const override;
   QString Caption() const override { return label_.text().trimmed(); }
+  bool IsDecoration() const override { return RepeatsAButton(); }
 
  private:
+  bool RepeatsAButton() const;
   void Fit();
   void ShowStyle();
 
@@ -60,6 +62,9 @@ class MarkView : public ClickedView {
  public:
   MarkView(FormView& form, CheckBox& box, QAbstractButton& widget);
   QAccessible::Role Role() const override;
+
+ private:
+  void Marked();
 };
 
 /// Paints a picture of the skin into a plain widget, with the text of the widget's property "caption" on it

@@ -47,7 +47,7 @@ bool TextView::Handle(QEvent* event) {
     case QEvent::InputMethod:
       return Composed(static_cast<QInputMethodEvent*>(event));
     case QEvent::InputMethodQuery:
-      return AnswerFor(TypedInto(), static_cast<QInputMethodQueryEvent*>(event));
+      return Answer(static_cast<QInputMethodQueryEvent*>(event));
     case QEvent::FocusOut:
       DropComposition();
       return false;
@@ -144,11 +144,12 @@ void TextView::PassOnComposition(TextView& target, QInputMethodEvent* event) {
   QMetaObject::invokeMethod(this, follow, Qt::QueuedConnection);
 }
 
-// Input methods ask where the caret is, to show their candidates there.
-bool TextView::AnswerFor(TextView* target, QInputMethodQueryEvent* query) {
-  if (target == nullptr) return false;
-  QCoreApplication::sendEvent(&target->Widget(), query);
-  const QPoint offset = target->Widget().mapToGlobal(QPoint()) - Widget().mapToGlobal(QPoint());
+// Input methods ask where the caret is, to show their candidates below it.
+bool TextView::Answer(QInputMethodQueryEvent* query) {
+  TextView* const other = TypedInto();
+  TextView& asked = other == nullptr ? *this : *other;
+  static_cast<QObject&>(asked.Widget()).event(query);
+  const QPoint offset = asked.Widget().mapToGlobal(asked.CaretOrigin()) - Widget().mapToGlobal(QPoint());
   for (const Qt::InputMethodQuery place : {Qt::ImCursorRectangle, Qt::ImAnchorRectangle}) {
     if (query->queries() & place) query->setValue(place, query->value(place).toRectF().translated(offset));
   }

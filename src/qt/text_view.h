@@ -25,6 +25,8 @@ class TextView : public ControlView {
   bool HandleKey(QKeyEvent* event) override;
   bool MakesClicks() const override { return false; }
   virtual void Insert(const QString& text) = 0;
+  /// Where the widget has the point from which it says the place of its caret.
+  virtual QPoint CaretOrigin() const { return {}; }
 
   /// A place in the model's text, where a line end may be two characters, and in the widget's, where it is
   /// one.
@@ -46,7 +48,7 @@ class TextView : public ControlView {
   bool FilterCommit(const QInputMethodEvent& event);
   bool PassOn(QKeyEvent* event);
   void PassOnComposition(TextView& target, QInputMethodEvent* event);
-  bool AnswerFor(TextView* target, QInputMethodQueryEvent* query);
+  bool Answer(QInputMethodQueryEvent* query);
   /// The character that the handlers of KeyPress let through, a null one for none.
   QChar Filtered(QChar character);
 
@@ -71,6 +73,7 @@ class RichTextView : public TextView {
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
   void Insert(const QString& text) override { edit_.insertPlainText(text); }
+  QPoint CaretOrigin() const override { return edit_.viewport()->pos(); }
 
  private:
   void FollowStyles(RichTextBox& box);

@@ -167,6 +167,22 @@ TEST_F(Binding, AssistiveTechnologyReadsAndPresses) {
   EXPECT_THAT(heard, testing::SizeIs(4)) << "behind a question nothing can be pressed";
 }
 
+TEST_F(Binding, TabComesToTheChosenOptionAndArrowsChooseAnother) {
+  const auto tabComesTo = [&](int index) {
+    return (Widget(form.optSize(index)).focusPolicy() & Qt::TabFocus) != 0;
+  };
+  EXPECT_TRUE(tabComesTo(0) && !tabComesTo(1));
+  SelectOption(form.optSize, 1);
+  EXPECT_TRUE(tabComesTo(1) && !tabComesTo(0));
+  int clicks = 0;
+  form.optSize(0).Click = [&] { ++clicks; };
+  Widget(form.optSize(1)).setFocus();
+  QTest::keyClick(&Widget(form.optSize(1)), Qt::Key_Left);
+  EXPECT_EQ(clicks, 1);
+  EXPECT_EQ(SelectedOption(form.optSize), 0);
+  EXPECT_TRUE(tabComesTo(0) && !tabComesTo(1));
+}
+
 TEST(WindowFile, MistakesAreNamed) {
   class FrmBroken : public Form {
    public:
@@ -278,8 +294,9 @@ TEST_F(TextBoxView, WhatIsComposedBesideTheBoxIsSeenInItAndArrivesWhole) {
   EXPECT_EQ(form.txtInput.Text(), "judged ");
   QInputMethodQueryEvent query(Qt::ImCursorRectangle | Qt::ImEnabled);
   QCoreApplication::sendEvent(&beside, &query);
-  const QPoint caret = beside.mapToGlobal(query.value(Qt::ImCursorRectangle).toRect().center());
-  EXPECT_TRUE(Edit().rect().contains(Edit().mapFromGlobal(caret))) << "candidates come up at the text";
+  EXPECT_EQ(beside.mapToGlobal(query.value(Qt::ImCursorRectangle).toRect().bottomLeft()),
+            Edit().viewport()->mapToGlobal(Edit().cursorRect().bottomLeft()))
+      << "candidates come up at the text";
   Compose(beside, "ㄨ", "中");
   EXPECT_TRUE(beside.hasFocus());
   Compose(beside, "", "文");
