@@ -283,15 +283,6 @@ bool QtWindows::LeavesPage(FormView& view, QWidget& widget, const QEvent& event)
   return dynamic_cast<BrowserView*>(view.Find(&widget)) != nullptr && view.ClickMarked("escape");
 }
 
-// What reaches a window during a request, from an input method for instance, comes again after it. What is
-// dragged cannot be kept.
-void QtWindows::HoldBack(QObject& target, const QEvent& event) {
-  if (event.type() == QEvent::DragEnter || event.type() == QEvent::Drop) return;
-  loop_.Enter(&target, [&target, kept = std::shared_ptr<QEvent>(event.clone())] {
-    QCoreApplication::sendEvent(&target, kept.get());
-  });
-}
-
 void QtWindows::FocusMoved(QWidget* now) {
   FormView* const view = FindByWidget(now);
   if (view == nullptr || view->IsPopup()) return;  // a menu leaves the focus where it is
