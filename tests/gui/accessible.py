@@ -53,10 +53,9 @@ def check(title):
 
 
 def reads(title, text):
-    told = "".join(thing.name for thing in walk(shown_window(title), enters_pages=True)
-                   if thing.getRole() != pyatspi.ROLE_FRAME)
-    if text not in told:
-        sys.exit(f"{title}: no '{text}' in '{told}'")
+    # Each question takes a while on a busy machine, so that it ends where the text is found.
+    if not any(text in thing.name for thing in walk(shown_window(title), enters_pages=True)):
+        sys.exit(f"{title}: no '{text}'")
 
 
 def report(event):
