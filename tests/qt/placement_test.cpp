@@ -1,11 +1,12 @@
 // Where windows open, and where they go when a screen does.
+#include "qt/placement.h"
+
 #include <gmock/gmock.h>
 
 #include <QScreen>
 
 #include "core/settings.h"
 #include "qt/geometry.h"
-#include "qt/placement.h"
 #include "tests/qt/program_windows.h"
 
 namespace marovane {
@@ -156,9 +157,10 @@ TEST_P(EveryOpenedWindow, GoesOrAsksWhenTheWindowManagerClosesIt) {
   }
 }
 
-INSTANTIATE_TEST_SUITE_P(Program, EveryOpenedWindow, testing::ValuesIn(ProgramWindows()), [](const auto& info) {
-  return QString::fromStdString(info.param.name).remove('-').toStdString();
-});
+INSTANTIATE_TEST_SUITE_P(Program, EveryOpenedWindow, testing::ValuesIn(ProgramWindows()),
+                         [](const auto& info) {
+                           return QString::fromStdString(info.param.name).remove('-').toStdString();
+                         });
 
 }  // namespace
 
