@@ -1,8 +1,9 @@
 #include "core/version_check.h"
 
-#include <regex>
+#include <algorithm>
 
 #include "base/files.h"
+#include "base/text.h"
 #include "core/message.h"
 #include "core/program.h"
 #include "core/provisioning.h"
@@ -88,8 +89,11 @@ void OfferUpdate(Program& program, const std::string& version) {
 
 // "1.0" to "1.0.0.12"; the error page of some server is none.
 bool IsVersion(const std::string& text) {
-  static const std::regex form(R"(\d+(\.\d+){1,3})");
-  return std::regex_match(text, form);
+  const std::vector<std::string> numbers = base::Split(text, ".");
+  return numbers.size() >= 2 && numbers.size() <= 4 &&
+         std::ranges::all_of(numbers, [](const std::string& number) {
+           return !number.empty() && number.find_first_not_of("0123456789") == std::string::npos;
+         });
 }
 
 }  // namespace
