@@ -88,9 +88,8 @@ int TerminalEssay::Walk(const std::string& text, const std::string& topic, const
   frmMain.Show();
   OpenTopic(topic, title);
   FrmEssay& frmEssay = *composition_.essay.frmEssay;
-  frmEssay.mHoldsDraft = false;  // it waits for the desktop
   frmEssay.txtInput.SetFocus();
-  frmEssay.txtInput.Text = WithDosLineEnds(text);
+  frmEssay.ShowTextFirst(WithDosLineEnds(text));
   app.gEssayId.clear();
   correcting_.Enabled = true;
   frmEssay.picButtons(1).Click.Raise();

@@ -27,7 +27,8 @@ struct Message {
       kEssayDone, kNewEssay, kNoAssignment, kNoEssays, kChooseEssays, kDeleteEssays, kOneRowAtATime,
       kHandInThis, kSomeNotDeleted, kHandedIn, kHandInNow, kOwnTopic, kDoubtfulSentence, kNotHandedIn,
       kEssayTooLong, kTooManySentences, kUploadFailed, kNoEngineAddress, kUnknownAccount, kNewAccount,
-      kSentenceTooLong, kSeveralSentences, kRefusedByEngine, kEssayWaits;
+      kSentenceTooLong, kSeveralSentences, kRefusedByEngine, kEssayWaits, kDraftNotKept, kDraftCopied,
+      kDraftNotRead;
   static const Message kTest, kOneSentenceAtATime, kThreeDaysAtMost, kNewEngine, kEnterServer, kEnterNoun,
       kEnterAdjective, kEnterAdverb, kEnterVerb, kSameEssay;
 };

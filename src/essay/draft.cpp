@@ -1,39 +1,41 @@
 #include "essay/draft.h"
 
 #include "base/digest.h"
-#include "base/files.h"
 #include "core/program.h"
 #include "platform/machine.h"
 
 namespace marovane {
 
-namespace {
+// A folder of their own: an update deletes the files beside the records. A file for each account: pupils
+// share computers.
+Draft::Draft(const Program& program)
+    : files_(program.machine.files),
+      folder_(base::Files::Path(program.app.gTempDir) / "marovane" / "drafts"),
+      file_(folder_ / (base::SlotMd5(program.app.gAccountNo) + ".txt")) {}
 
-using Path = base::Files::Path;
-
-// A folder of their own: an update deletes the files beside the records.
-Path DraftFolder(const Program& program) { return Path(program.app.gTempDir) / "marovane" / "drafts"; }
-
-// Pupils share computers.
-Path DraftFile(const Program& program) {
-  return DraftFolder(program) / (base::SlotMd5(program.app.gAccountNo) + ".txt");
+std::string Draft::Take() {
+  kept_ = base::ReadIfThere(files_, file_);
+  earlier_ = "";
+  return kept_;
 }
 
-}  // namespace
-
-std::string ReadDraft(const Program& program) {
-  return base::ReadIfThere(program.machine.files, DraftFile(program));
+void Draft::PutBack() {
+  earlier_.reset();
+  kept_.clear();
 }
 
-void WriteDraft(Program& program, const std::string& text) {
-  base::Files& files = program.machine.files;
-  const Path file = DraftFile(program);
-  if (!text.empty()) {
-    files.CreateFolder(DraftFolder(program), true);
-    base::RewriteFile(files, file, text, true);
-  } else if (files.FileExists(file)) {
-    files.Delete(file);
+void Draft::Keep(const std::string& text) {
+  if (text == kept_) return;
+  if (!earlier_) earlier_ = base::ReadIfThere(files_, file_);
+  const bool areTwo = !earlier_->empty() && !text.empty();
+  const std::string whole = *earlier_ + (areTwo ? "\r\n" : "") + text;
+  if (!whole.empty()) {
+    files_.CreateFolder(folder_, true);
+    base::RewriteFile(files_, file_, whole, true);
+  } else if (files_.FileExists(file_)) {
+    files_.Delete(file_);
   }
+  kept_ = text;
 }
 
 }  // namespace marovane

@@ -21,8 +21,7 @@ EssayContext::EssayContext(Program& theProgram, RecordDb& theRecords, ErrListDb&
 
 void EssayContext::StartEssayWith(const std::string& text) {
   StartOwnEssay("");
-  frmEssay->mHoldsDraft = false;  // the draft waits on, this text comes first
-  frmEssay->txtInput.Text = JoinWrappedLines(TidyTyped(text));
+  frmEssay->ShowTextFirst(JoinWrappedLines(TidyTyped(text)));
 }
 
 void EssayContext::ShowEssay(const std::string& essayId) {

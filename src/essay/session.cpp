@@ -2,16 +2,16 @@
 
 #include "base/text.h"
 #include "core/message.h"
-#include "core/resume_next.h"
 #include "core/server_access.h"
 #include "core/text_utility.h"
 #include "core/window_shell.h"
 #include "essay/archive.h"
-#include "essay/draft.h"
 #include "essay/essay_context.h"
 #include "essay/report_window.h"
 #include "essay/walk.h"
+#include "platform/desktop.h"
 #include "platform/machine.h"
+#include "platform/run_time_error.h"
 #include "platform/window_system.h"
 #include "views/page_frame.h"
 
@@ -64,12 +64,15 @@ FrmEssay::FrmEssay(EssayContext& context)
     : ButtonWindow(context.program, "frmEssay"),
       tmrCaps(machine.loop, 1000),
       tmrShowDelay(machine.loop, 10),
-      context_(context) {
+      tmrDraft(machine.loop, 2000),
+      context_(context),
+      draft_(context.program) {
   BindInput();
   BindButtons();
   OnCommands(webHtml, {{"show:", [this](const std::string& checksum) { ShowArchivedPage(checksum); }}});
   tmrCaps.onTick = [this] { ShowCaps(); };
   tmrShowDelay.onTick = [this] { ++mShowDelayTicks; };
+  tmrDraft.onTick = [this] { KeepDraftOnTheWay(); };
   fade_.onGone = [this] { Leave(); };
 }
 
@@ -109,6 +112,7 @@ void FrmEssay::Form_Load() {
   ShowStopButton(false);
   SetInputTextStyle(0);
   SetDefaultValue();
+  tmrDraft.Enabled = true;
   Form& frmMain = program_.hall.frmMain->AsForm();
   // It may be away already, for work off the screen.
   if (frmMain.Left > kAway) {
@@ -123,7 +127,7 @@ void FrmEssay::Form_Load() {
 void FrmEssay::Form_Activate() { program_.app.gEssayActive = true; }
 
 void FrmEssay::Form_Unload() {
-  RunSkippingFailures({[this] { KeepDraft(); }});
+  KeepDraftAtTheEnd();
   program_.hall.frmMain->AsForm().Left = mMainLeft;
   program_.app.gEssayReportShown = false;
   program_.app.gEssayActive = false;
@@ -133,27 +137,39 @@ void FrmEssay::Form_Unload() {
 void FrmEssay::KeepDraft() {
   const std::string text = txtInput.Text;
   const bool canBeSent = picButtons(kSend).Visible && !mAnalysing && text != kPrompt;
+  if (!canBeSent) return;
   const bool isReported = !mShown.current.empty() && text == mShown.current;
-  if (!canBeSent || isReported) return;
   const bool isBlank = base::Trimmed(text, base::kWhiteSpace).empty();
-  if (mHoldsDraft) return WriteDraft(program_, isBlank ? "" : text);
-  if (isBlank) return;
-  const std::string earlier = ReadDraft(program_);
-  WriteDraft(program_, earlier.empty() ? text : earlier + "\r\n" + text);
+  draft_.Keep(isReported || isBlank ? "" : text);
 }
 
-void FrmEssay::ShowDraft() {
-  std::string draft;
-  RunSkippingFailures({[&] { draft = ReadDraft(program_); }});
+// Told once; the text is still in the window.
+void FrmEssay::KeepDraftOnTheWay() try { KeepDraft(); } catch (const RunTimeError&) {
+  tmrDraft.Enabled = false;
+  ShowMessage(program_, Message::kDraftNotKept);
+}
+
+void FrmEssay::KeepDraftAtTheEnd() try { KeepDraft(); } catch (const RunTimeError&) {
+  machine.desktop.SetClipboardText(txtInput.Text);
+  ShowMessage(program_, Message::kDraftCopied);
+}
+
+void FrmEssay::ShowDraft() try {
+  const std::string draft = draft_.Take();
   if (draft.empty()) return;
   txtInput.Text = draft;
   SetInputTextStyle(1);
-  mHoldsDraft = true;
+} catch (const RunTimeError&) {
+  ShowMessage(program_, Message::kDraftNotRead);
 }
 
-void FrmEssay::GiveUpDraft() {
-  if (mHoldsDraft) RunSkippingFailures({[this] { WriteDraft(program_, ""); }});
-  mHoldsDraft = false;
+void FrmEssay::ShowTextFirst(const std::string& text) {
+  draft_.PutBack();
+  txtInput.Text = text;
+}
+
+void FrmEssay::GiveUpDraft() try { draft_.Keep(""); } catch (const RunTimeError&) {
+  return;  // the essay is recorded, and shows twice at worst
 }
 
 void FrmEssay::SetDefaultValue() {

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "core/shell_window.h"
+#include "essay/draft.h"
 #include "platform/web_browser.h"
 
 namespace marovane {
@@ -28,7 +29,9 @@ class FrmEssay : public ButtonWindow<3> {
   void ShowStopButton(bool stops);
   /// Puts what was typed in an earlier window, and not sent, into the box.
   void ShowDraft();
-  /// The draft has been sent.
+  /// Puts another text into the box, and leaves the draft where it waits.
+  void ShowTextFirst(const std::string& text);
+  /// What the box holds has been sent, and needs no draft any more.
   void GiveUpDraft();
 
   RichTextBox txtInput{*this, "txtInput"};
@@ -37,7 +40,7 @@ class FrmEssay : public ButtonWindow<3> {
   WebBrowser webHtml{*this, "webHtml"};
   PictureBox picHtmlDeskPos{*this, "picHtmlDeskPos"};
   ControlArray<Label, 2> lblCaps{*this, "lblCaps"};
-  Timer tmrCaps, tmrShowDelay;
+  Timer tmrCaps, tmrShowDelay, tmrDraft;
 
   int mShowDelayTicks = 0;
   bool mStopRequested = false;
@@ -49,7 +52,6 @@ class FrmEssay : public ButtonWindow<3> {
     bool isOwnTopic = true;
   } mShown;
   bool mAnalysing = false;
-  bool mHoldsDraft = false;  ///< the box was filled with the draft, and what it holds takes its place
   int mMainLeft = 0;
 
  private:
@@ -65,9 +67,12 @@ class FrmEssay : public ButtonWindow<3> {
   void ShowCaps();
   void ShowArchivedPage(const std::string& checksum);
   void KeepDraft();
+  void KeepDraftOnTheWay();
+  void KeepDraftAtTheEnd();
   void Leave();
 
   EssayContext& context_;
+  Draft draft_;
 };
 
 /// A browser control that is not shown is here.

@@ -81,6 +81,9 @@ TEST(MessageCatalogue, HasTheNumberIconButtonsAndKindOfEachMessage) {
       {Message::kSeveralSentences, "13003", 2, "YES_NO", 2},
       {Message::kRefusedByEngine, "13004", 1, "OK", 1},
       {Message::kEssayWaits, "14025", 1, "OK", 0},
+      {Message::kDraftNotKept, "14026", 1, "OK", 1},
+      {Message::kDraftCopied, "14027", 1, "OK", 1},
+      {Message::kDraftNotRead, "14028", 1, "OK", 1},
       {Message::kUnknownAccount, "29851", 1, "OK", 0},
       {Message::kNewAccount, "", 0, "OK", 0},
   };

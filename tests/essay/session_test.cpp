@@ -1,4 +1,8 @@
 // The essay window outside a walk.
+#include <filesystem>
+#include <fstream>
+
+#include "essay/draft.h"
 #include "essay/report_window.h"
 #include "tests/essay/essay_fixture.h"
 #include "views/work_off_screen.h"
@@ -137,6 +141,57 @@ TEST_F(SessionTest, WhatWasTypedAndNotSentIsInTheNextWindow) {
   Window().txtInput.Text = std::string();
   close();
   room.StartOwnEssay("");
+  EXPECT_THAT(Window().txtInput.Text(), StartsWith("請在此輸入"));
+}
+
+TEST_F(SessionTest, WhatIsTypedIsKeptWhileTheWindowIsOpenAndForTheAccountThatOpenedIt) {
+  const auto waiting = [this] { return Draft(composition.program).Take(); };
+  room.StartOwnEssay("Mine");
+  machine.user.Focus(Window().txtInput);
+  machine.user.Type(Window().txtInput, "I");
+  machine.loop.Wait(std::chrono::seconds{3});
+  EXPECT_EQ(waiting(), "I") << "the power may fail";
+  app.gAccountNo = "another";
+  machine.user.Type(Window().txtInput, " run");
+  room.frmEssay.Unload();
+  EXPECT_EQ(waiting(), "");
+  app.gAccountNo = "1234567890";
+  EXPECT_EQ(waiting(), "I run");
+  // What comes in front of it is given up alone.
+  room.StartEssayWith("I walk.");
+  machine.loop.Wait(std::chrono::seconds{3});
+  EXPECT_EQ(waiting(), "I run\r\nI walk.");
+  ExpectMessage(Message::kEssayDone);
+  machine.user.Click(Window().picButtons(1));
+  EXPECT_EQ(waiting(), "I run");
+}
+
+TEST_F(SessionTest, ADraftThatCannotBeKeptIsToldAndNotLost) {
+  std::filesystem::create_directories(app.gTempDir + "/marovane");
+  const std::filesystem::path folder = app.gTempDir + "/marovane/drafts";
+  const auto fillDisk = [&] {
+    std::filesystem::remove_all(folder);
+    std::ofstream(folder) << "no folder";
+  };
+  room.StartOwnEssay("Mine");
+  fillDisk();
+  machine.user.Focus(Window().txtInput);
+  machine.user.Type(Window().txtInput, "I run");
+  ExpectMessage(Message::kDraftNotKept);
+  machine.loop.Wait(std::chrono::seconds{9});
+  EXPECT_EQ(machine.user.Expected(), 0U) << "told once";
+  EXPECT_EQ(Window().txtInput.Text(), "I run");
+  ExpectMessage(Message::kDraftCopied);
+  room.frmEssay.Unload();
+  EXPECT_EQ(machine.desktop.ClipboardText(), "I run");
+
+  std::filesystem::remove(folder);
+  Draft(composition.program).Keep("I walk");
+  const std::filesystem::path file = std::filesystem::directory_iterator(folder)->path();
+  std::filesystem::remove(file);
+  std::filesystem::create_directory(file);  // cannot be read
+  ExpectMessage(Message::kDraftNotRead);
+  room.StartOwnEssay("Mine");
   EXPECT_THAT(Window().txtInput.Text(), StartsWith("請在此輸入"));
 }
 
