@@ -77,12 +77,14 @@ void FrmEssayCollect::AskAndHandIn(const std::string& ids) {
 
 void FrmEssayCollect::HandIn(const std::string& essayId, const std::string& workId) {
   constexpr int kTries = 11;
-  if (SubmitEssay(program_, essayId, workId, kTries)) {
-    records_.HandInEssay(essayId, workId);
-    ShowMessage(program_, Message::kHandedIn);
-  } else {
-    ShowMessage(program_, Message::kNotHandedIn);
+  bool isHandedIn = false;
+  try {
+    isHandedIn = SubmitEssay(program_, essayId, workId, kTries);
+  } catch (const BrokenOff&) {
+    isHandedIn = false;  // as far as anybody here knows
   }
+  if (isHandedIn) records_.HandInEssay(essayId, workId);
+  ShowMessage(program_, isHandedIn ? Message::kHandedIn : Message::kNotHandedIn);
 }
 
 void FrmEssayCollect::picButtons_Click(int index) {

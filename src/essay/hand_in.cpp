@@ -1,17 +1,29 @@
 #include "essay/hand_in.h"
 
+#include <chrono>
+
 #include "core/program.h"
 #include "core/server_access.h"
 #include "platform/event_loop.h"
 #include "platform/machine.h"
+#include "platform/run_time_error.h"
 #include "protocol/pages.h"
 
 namespace marovane {
 
+bool PauseBetweenTries(Program& program, const std::function<bool()>& isOver) {
+  EventLoop& loop = program.machine.loop;
+  const int timesBefore = loop.TimesBrokenOff();
+  const auto isBrokenOff = [&] { return loop.TimesBrokenOff() != timesBefore; };
+  const bool isCutShort = loop.WaitUntil([&] { return isBrokenOff() || isOver(); }, std::chrono::seconds{3});
+  if (isBrokenOff()) throw BrokenOff("pause between tries");
+  return !isCutShort;
+}
+
 bool TryRepeatedly(Program& program, int tries, const std::function<bool()>& attempt,
                    const std::function<bool()>& isOver) {
   for (int i = 0; i < tries; ++i) {
-    if (i > 0 && program.machine.loop.WaitUntil(isOver, kPauseBetweenTries)) return false;
+    if (i > 0 && !PauseBetweenTries(program, isOver)) return false;
     if (attempt()) return true;
   }
   return false;

@@ -2,7 +2,6 @@
 // network.
 #pragma once
 
-#include <chrono>
 #include <functional>
 #include <string>
 
@@ -10,18 +9,21 @@ namespace marovane {
 
 struct Program;
 
-/// Time between tries.
-inline constexpr std::chrono::seconds kPauseBetweenTries{3};
+/// Lets the time between two tries go by.
+/// @param isOver ends it early: whoever wanted the tries may have gone
+/// @return whether it went by to the end. Throws BrokenOff when the learner breaks off.
+bool PauseBetweenTries(Program& program, const std::function<bool()>& isOver);
 
 /// Makes so many tries, with a pause between.
-/// @param isOver asked between the tries: whoever wanted them may have gone
-/// @return false when all of them have failed, or it was over before
+/// @param isOver as for PauseBetweenTries
+/// @return false when all of them have failed, or it was over before. Throws BrokenOff when the learner
+/// breaks off.
 bool TryRepeatedly(Program& program, int tries, const std::function<bool()>& attempt,
                    const std::function<bool()>& isOver);
 
 /// Tells the server that an essay is the answer to an assignment, in so many tries.
 /// @param isOver as for TryRepeatedly
-/// @return false when it has not accepted it
+/// @return false when it has not accepted it. Throws BrokenOff when the learner breaks off.
 bool SubmitEssay(
     Program& program, const std::string& essayId, const std::string& workId, int tries,
     const std::function<bool()>& isOver = [] { return false; });

@@ -8,8 +8,7 @@
 #include "essay/hand_in.h"
 #include "essay/report_window.h"
 #include "essay/walk_steps.h"
-#include "platform/event_loop.h"
-#include "platform/machine.h"
+#include "platform/run_time_error.h"
 #include "records/essay_records.h"
 
 namespace marovane {
@@ -25,16 +24,29 @@ bool UploadOnce(EssayContext& context) {
   return true;
 }
 
-void Upload(EssayContext& context) {
+void TryToUpload(EssayContext& context) {
   const auto isOver = [&context] { return !HasItsWindow(context); };
   while (!TryRepeatedly(
       context.program, kTries, [&context] { return UploadOnce(context); }, isOver)) {
-    context.program.machine.loop.WaitUntil(isOver, kPauseBetweenTries);
+    PauseBetweenTries(context.program, isOver);
     RequireWindow(context);
     if (!AskInPlace(context, Message::kUploadFailed)) break;
   }
   RequireWindow(context);
   WriteNeedSync(context.program, "N");
+}
+
+void Upload(EssayContext& context) try { TryToUpload(context); } catch (const BrokenOff&) {
+  RequireWindow(context);  // the essay waits for the next synchronisation, its report need not
+}
+
+bool Submit(EssayContext& context, const Walked& walked) try {
+  const auto isOver = [&context] { return !HasItsWindow(context); };
+  if (SubmitEssay(context.program, walked.essayId, walked.workId, kTries, isOver)) return true;
+  PauseBetweenTries(context.program, isOver);
+  return false;
+} catch (const BrokenOff&) {
+  return false;
 }
 
 // Side by side in the middle of the window.
@@ -94,10 +106,8 @@ void HandIn(EssayContext& context, const Walked& walked) {
   EssayRecords records(context.records);
   if (walked.isOwnTopic || records.CountHandedIn(walked.workId) > 0) return;
   if (!AskInPlace(context, Message::kHandInNow)) return;
-  const auto isOver = [&context] { return !HasItsWindow(context); };
-  const bool isHandedIn = SubmitEssay(context.program, walked.essayId, walked.workId, kTries, isOver);
+  const bool isHandedIn = Submit(context, walked);
   if (isHandedIn) records.HandInEssay(walked.essayId, walked.workId);
-  if (!isHandedIn) context.program.machine.loop.WaitUntil(isOver, kPauseBetweenTries);
   RequireWindow(context);
   AskInPlace(context, isHandedIn ? Message::kHandedIn : Message::kNotHandedIn);
 }

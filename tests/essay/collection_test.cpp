@@ -96,6 +96,16 @@ TEST_F(SchoolCollection, HandingInIsGivenUpAtTheEleventhRefusal) {
   EXPECT_THAT(upload.modes, IsEmpty()) << "the server knows all there is";
 }
 
+TEST_F(SchoolCollection, HandingInThatIsBrokenOffIsToldAsNotDone) {
+  Put({"e1", "w1"});
+  machine.http.breaksOff = [](const base::HttpRequest& request) { return request.url.ends_with(kHandIn); };
+  ExpectMessage(Message::kHandInThis);
+  ExpectMessage(Message::kNotHandedIn);
+  OpenCollection("w1", "Y").webHtml.FollowLink("cmd:snd:e1@w1");
+  EXPECT_EQ(machine.user.Expected(), 0U);
+  EXPECT_EQ(FinalSet("e1"), "N");
+}
+
 TEST_F(CollectionTest, ButtonsSayWhatIsMissing) {
   Put({"e1", "w1"});
   Put({"e2", "w1"});

@@ -390,6 +390,54 @@ TEST_F(EssayTest, UploadsAtTheEndAndTriesAgain) {
   EXPECT_THAT(upload.modes, ElementsAre("UPLOAD"));
 }
 
+TEST_F(EssayTest, EscapeEndsTheTriesAtTheEndAndTheReportComesAllTheSame) {
+  const char* const handIn = "p_set_essay_work_finalset.asp";
+  const auto breaksOffIn = [this](const char* page) {
+    machine.http.breaksOff = [page](const base::HttpRequest& request) { return request.url.ends_with(page); };
+  };
+  Timer escape(machine.loop, 1000);
+  escape.onTick = [&] {
+    escape.Enabled = false;
+    machine.loop.BreakOff();
+  };
+  const struct {
+    const char* what;
+    bool isHandedIn;  // the upload goes well, and the hand-in is broken off
+    std::function<void()> whenDone;
+  } kCases[] = {
+      {"upload, in a request", false, [&] { breaksOffIn("p_getconn.asp"); }},
+      {"upload, between two", false,
+       [&] {
+         machine.http.Route("p_getconn.asp", "ERR");
+         escape.Enabled = true;
+       }},
+      {"hand-in, in a request", true, [&] { breaksOffIn(handIn); }},
+      {"hand-in, between two", true,
+       [&] {
+         machine.http.Route(handIn, "ERR");
+         escape.Enabled = true;
+       }},
+  };
+  for (const auto& c : kCases) {
+    SCOPED_TRACE(c.what);
+    machine.http.Route("p_getconn.asp", "ONLINE 2026/11/5");
+    machine.http.breaksOff = nullptr;
+    room.StartOwnEssay("Assigned");
+    app.gEssayStartRequested = !c.isHandedIn;
+    ExpectMessage(Message::kEssayDone, kOk, c.isHandedIn ? [] {} : c.whenDone);
+    if (c.isHandedIn) {
+      ExpectMessage(Message::kHandInNow, kYes, c.whenDone);
+      ExpectMessage(Message::kNotHandedIn);
+    }
+    const auto start = machine.loop.Elapsed();
+    SendFrom(Window(), "I run.");
+    EXPECT_LT((machine.loop.Elapsed() - start).count(), 5'000);
+    EXPECT_EQ(LastEssay().finalSet, "N");
+    EXPECT_TRUE(Window().webHtml.Visible) << "the report";
+    EXPECT_FALSE(app.gEssayMode || Window().mAnalysing);
+  }
+}
+
 TEST_F(EssayTest, HandsInTheAnswerToAnAssignment) {
   const char* const handIn = "p_set_essay_work_finalset.asp";
   const auto walkAssignment = [this](const std::string& workId) {
