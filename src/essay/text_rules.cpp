@@ -42,24 +42,22 @@ const Message* RefusalOfLength(const std::string& text, const std::string& runni
 
 std::string JoinWrappedLines(const std::string& text) {
   std::string joined;
-  std::string last;  // line with something in it
-  std::string gap;   // what came after it
+  std::string last;  // line, "" for a blank one
+  bool isFirst = true;
   for (const auto& line : base::Split(text, kLineEnd)) {
-    if (!joined.empty() || !gap.empty()) gap += kLineEnd;
-    if (base::Trimmed(line).empty()) {
-      gap += line;
-      continue;
-    }
-    if (EndsSentence(last)) {
-      joined += gap + line;
+    const std::string content = base::Trim(line);
+    if (isFirst) {
+      joined = line;
+    } else if (content.empty() || EndsSentence(last)) {
+      joined += kLineEnd + line;
     } else {
       while (joined.ends_with(' ')) joined.pop_back();
-      joined += " " + base::Trim(line);
+      joined += " " + content;
     }
-    last = line;
-    gap.clear();
+    last = content;
+    isFirst = false;
   }
-  return joined + gap;
+  return joined;
 }
 
 const Message* RefusalOf(const std::string& text) {
