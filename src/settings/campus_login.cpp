@@ -117,7 +117,13 @@ void FrmXQDLogin::txtLogin_LostFocus() {
   MoveAway();
   FrmMessage::ProgressMsgBox(program_, Progress::kFindingServer);
   machine.loop.DoEvents();
-  const std::string reply = GetServerForLogin(program_, base::Trim(txtLogin.Text()));
+  std::string reply;
+  try {
+    reply = GetServerForLogin(program_, base::Trim(txtLogin.Text()));
+  } catch (const BrokenOff&) {
+    loginChanged_ = true;  // the next click asks again
+    throw;
+  }
   program_.frmMessage->closeForm();
   if (!reply.starts_with("OK")) return ShowNoServer(reply);
   constexpr int kServerFrom = 4;

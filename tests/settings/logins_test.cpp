@@ -61,6 +61,18 @@ TEST_F(CampusLoginTest, FindsTheSchoolLogsInAndRemembers) {
   EXPECT_EQ(status.st_mode & 0777U, 0600U);
 }
 
+TEST_F(CampusLoginTest, ASearchThatWasBrokenOffIsMadeAgainBeforeTheLogin) {
+  machine.http.Route(kLogin, "OK_");
+  machine.http.breaksOff = [](const base::HttpRequest& request) { return request.url.ends_with(kFind); };
+  Open();
+  EXPECT_THROW(TypeLogin("b1"), BrokenOff);
+  machine.http.breaksOff = nullptr;
+  frm->txtPassword.Text = "pass1";
+  machine.user.Click(frm->picButtons(0));
+  EXPECT_THAT(machine.http.Bodies(kFind), SizeIs(2));
+  EXPECT_TRUE(app.gXqdLoginOk);
+}
+
 TEST_F(CampusLoginTest, FileOfTheLatestLoginFillsTheWindowWithoutALookUp) {
   const struct {
     const char *file, *autoKeyin, *server, *login, *password;
