@@ -42,12 +42,12 @@ void SendWaitingFeedback(Program& program) {
   const int timesBefore = program.machine.loop.TimesBrokenOff();
   for (const auto& name : files.List(folder)) {
     if (!name.ends_with(kFeedbackEnding)) continue;
-    if (program.machine.loop.TimesBrokenOff() != timesBefore) throw BrokenOff("feedback");
     try {
       if (HasArrived(program, files.Read(folder / name))) files.Delete(folder / name);
     } catch (const RunTimeError&) {
-      continue;  // the records need not wait for it
+      // The records need not wait for it.
     }
+    if (program.machine.loop.TimesBrokenOff() != timesBefore) throw BrokenOff("feedback");
   }
 }
 

@@ -58,6 +58,7 @@ Reload::Reload(Program& program, SyncRecords& records, Announce announce)
       idTime_(program.machine.loop.Now() - std::chrono::hours{1}) {}
 
 void Reload::Run() {
+  timesBrokenOff_ = program_.machine.loop.TimesBrokenOff();
   records_.BeginReload();
   for (const Stream& stream : kStreams) {
     announce_(stream.detail);
@@ -74,22 +75,28 @@ void Reload::LoadStream(RecordKind kind, const char* title) {
   while (lastId != protocol::kNoMore) {
     const std::string reply = AskPage(kind, lastId);
     Log(title, reply, kind == kStreams[0].kind);
-    loop.DoEvents();
+    DoEvents();
     const auto page = protocol::ParseStreamPage(kind, reply);
     if (!page.nextId) {
       if (loop.Elapsed() >= end) throw RunTimeError("the server does not send its records");
       // A server that breaks off does not get better by being asked at once.
-      const int timesBefore = loop.TimesBrokenOff();
-      const auto isBrokenOff = [&] { return loop.TimesBrokenOff() != timesBefore; };
-      if (loop.WaitUntil(isBrokenOff, std::chrono::seconds{1})) throw BrokenOff("reload");
+      loop.WaitUntil([this] { return IsBrokenOff(); }, std::chrono::seconds{1});
+      if (IsBrokenOff()) throw BrokenOff("reload");
       continue;
     }
     end = loop.Elapsed() + kPatience;
     records_.AddToReload(kind, IdsFor(page.rows), page.rows);
-    loop.DoEvents();
+    DoEvents();
     if (*page.nextId == lastId) throw RunTimeError("the server tells the same page again and again");
     lastId = *page.nextId;
   }
+}
+
+bool Reload::IsBrokenOff() const { return program_.machine.loop.TimesBrokenOff() != timesBrokenOff_; }
+
+void Reload::DoEvents() {
+  program_.machine.loop.DoEvents();
+  if (IsBrokenOff()) throw BrokenOff("reload");
 }
 
 std::string Reload::AskPage(RecordKind kind, const std::string& lastId) {

@@ -19,11 +19,14 @@ class Reload {
   using Announce = std::function<void(const std::string& detail)>;
 
   Reload(Program& program, SyncRecords& records, Announce announce);
-  /// Throws RunTimeError for a reply that makes no sense; then nothing has changed.
+  /// Throws RunTimeError for a reply that makes no sense, BrokenOff when the learner breaks off; then nothing
+  /// has changed.
   void Run();
 
  private:
   void LoadStream(protocol::RecordKind kind, const char* title);
+  bool IsBrokenOff() const;
+  void DoEvents();
   std::string AskPage(protocol::RecordKind kind, const std::string& lastId);
   void Log(const char* title, const std::string& reply, bool isFresh);
   std::vector<std::string> IdsFor(const std::vector<protocol::Row>& rows);
@@ -33,6 +36,7 @@ class Reload {
   SyncRecords& records_;
   Announce announce_;
   base::LocalTime idTime_;  // time in the ids of the sentences
+  int timesBrokenOff_ = 0;  // when it began
 };
 
 }  // namespace marovane

@@ -61,6 +61,7 @@ void FrmUpload::SyncProgress(const std::string& mode) {
   const EventLoop::HandlerScope scope(machine.loop);
   Form& frmMain = program_.hall.frmMain->AsForm();
   const int left = frmMain.Left;
+  const bool hadEssay = program_.app.gOpenEssay;
   frmMain.Left = kAway;
   Left = kAway;
   frmMain.Enabled = false;
@@ -75,8 +76,10 @@ void FrmUpload::SyncProgress(const std::string& mode) {
   }
   program_.frmMessage->closeForm();
   machine.loop.DoEvents();
-  // Not when another window had moved it away, which may have brought it back meanwhile.
-  if (left > kAway) frmMain.Left = left;
+  // Not when another window had moved it away, which may have brought it back meanwhile, nor when an essay
+  // has taken its place.
+  const bool isReplaced = program_.app.gOpenEssay && !hadEssay;
+  if (left > kAway && !isReplaced) frmMain.Left = left;
   if (failure) ReportUnhandledError(program_, *failure);
   if (IsMerge(mode)) {
     tmrSyncMessageWaitTag = mode;

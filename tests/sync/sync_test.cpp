@@ -15,7 +15,6 @@ using namespace ::testing;
 constexpr const char* kUpload = "p_update_err_rec.asp";
 constexpr const char* kCompare = "p_sync_checksum.asp";
 constexpr const char* kStream = "p_sync_client_new.asp";
-constexpr const char* kUpdate = "p_update_err_rec.asp";
 
 class SyncTest : public ::testing::Test {
  protected:
@@ -174,26 +173,69 @@ TEST_F(SyncTest, GivesUpAStreamThatStaysEmptyAfterAMinute) {
 }
 
 TEST_F(SyncTest, EscapeEndsASynchronisationAndLeavesEverythingAsItWas) {
+  school.AddOk("Theirs.");
+  school.Sync("UPLOAD");
   home.AddOk("Mine.");
-  const auto before = home.Contents();
   home.CloseMessages();
-  for (const char* const page : {kCompare, "p_getconn.asp", kUpdate, kStream}) {
+  for (const char* const page : {kCompare, "p_getconn.asp", kUpload, kStream}) {
     SCOPED_TRACE(page);
+    home.machine.http.breaksOff = nullptr;
+    if (page == kStream) home.Sync("UPLOAD");
+    const auto before = home.Contents();
     home.machine.http.breaksOff = [page](const base::HttpRequest& request) {
       return request.url.ends_with(page);
     };
     home.machine.http.requests.clear();
     ASSERT_TRUE(home.Sync(page == kStream ? "DOWNLOAD" : "NOMSG"));
-    EXPECT_EQ(home.machine.http.requests.back().url.ends_with(page), page != kStream) << "nothing after it";
+    EXPECT_THAT(home.machine.http.requests.back().url, EndsWith(page)) << "nothing after it";
     EXPECT_EQ(home.messages, 0);
     EXPECT_EQ(home.Contents(), before);
     EXPECT_TRUE(home.running->frmMain.Enabled());
     EXPECT_EQ(home.running->frmMain.Left(), 4711);
   }
   home.machine.http.breaksOff = nullptr;
-  home.Sync("UPLOAD");
+  home.Sync("NOMSG");
   school.Sync("NOMSG");
-  EXPECT_EQ(school.Contents(), home.Contents()) << "it is there once";
+  EXPECT_THAT(school.Contents(), SizeIs(2)) << "each is there once";
+  EXPECT_EQ(school.Contents(), home.Contents());
+}
+
+TEST_F(SyncTest, EscapeBetweenTwoPagesOfAStreamEndsTheReload) {
+  school.AddOk("Theirs.");
+  school.Sync("UPLOAD");
+  home.CloseMessages();
+  home.machine.http.Route(kStream, [&](const base::HttpRequest& request) {
+    home.machine.loop.Post([&] { home.machine.loop.BreakOff(); });
+    return server.Answer(request);
+  });
+  ASSERT_TRUE(home.Sync("NOMSG"));
+  EXPECT_EQ(Requests(home, kStream), 1U);
+  EXPECT_THAT(home.Contents(), IsEmpty());
+  EXPECT_EQ(home.messages, 0);
+}
+
+TEST_F(SyncTest, EscapeEndsTheSendingOfWaitingFeedback) {
+  home.machine.http.RouteToNowhere("p_feedback.asp");
+  for (const char* const body : {"a", "b"}) SendFeedback(home.running->program, body);
+  const auto isFeedback = [](const base::HttpRequest& request) {
+    return request.url.ends_with("p_feedback.asp");
+  };
+  home.machine.http.breaksOff = isFeedback;
+  home.machine.http.requests.clear();
+  ASSERT_TRUE(home.Sync("NOMSG"));
+  EXPECT_THAT(home.machine.http.requests, SizeIs(1)) << "neither the next one nor the records";
+  home.machine.http.breaksOff = nullptr;
+}
+
+TEST_F(SyncTest, AnEssayThatIsBegunMeanwhileKeepsTheMainWindowAway) {
+  FakeMain& frmMain = home.running->frmMain;
+  home.machine.http.Route(kCompare, [&](const base::HttpRequest& request) {
+    frmMain.Left = -20000;
+    home.App().gOpenEssay = true;
+    return server.Answer(request);
+  });
+  ASSERT_TRUE(home.Sync("NOMSG"));
+  EXPECT_EQ(frmMain.Left(), -20000);
 }
 
 TEST_F(SyncTest, LeavesTheRecordsAloneWhenTheServerTalksRubbish) {
