@@ -7,8 +7,8 @@ namespace marovane {
 
 DesktopProgram::DesktopProgram(const std::string& edition)
     : windows_(loop_, WindowOptions(edition)),
-      host_(loop_, windows_, desktop_, edition),
-      lock_(WorkingRoot(host_.environment) + "/marovane/instance.lock") {
+      lock_(WorkingRoot(ReadHostEnvironment(edition)) + "/marovane/instance.lock"),
+      host_(loop_, windows_, desktop_, edition) {
   host_.environment.previousInstance = !lock_.IsHeld();
   InstallationValues installation = ReadInstallation(host_.files, host_.environment);
   if (lock_.IsHeld()) server_ = StartEmbeddedServer(host_.machine, installation);

@@ -39,9 +39,9 @@ class DesktopProgram {
   QtLoop loop_;
   QtDesktop desktop_;
   QtWindows windows_;
-  HostMachine host_;
   base::FileLock lock_;
-  EmbeddedServer server_;
+  EmbeddedServer server_;  // outlives the machine, which may still have something to send to it
+  HostMachine host_;
   std::unique_ptr<Composition> rooms_;
 };
 

@@ -57,9 +57,10 @@ int RunCommand(const TerminalCommand& command) {
   PollLoop loop;
   TerminalWindows windows;
   HeadlessDesktop desktop;
+  EmbeddedServer server;  // outlives the machine, which may still have something to send to it
   HostMachine host(loop, windows, desktop, "");
   InstallationValues installation = InstallationFor(command, host);
-  const EmbeddedServer server = StartEmbeddedServer(host.machine, installation);
+  server = StartEmbeddedServer(host.machine, installation);
   NoSplash splash(host.machine);
   Composition composition(host.machine, installation);
   composition.program.hall.frmSplash.LeadsTo([&splash]() -> Splash& { return splash; });
