@@ -48,7 +48,8 @@ class TerminalLine {
 
   void Show(int percent, std::string_view step) const {
     constexpr const char* kClearRest = "\033[K";
-    fmt::print("\r{}… {}%{}", step, percent, kClearRest);
+    // A terminal that has gone is no reason to fail.
+    std::fputs(fmt::format("\r{}… {}%{}", step, percent, kClearRest).c_str(), stdout);
     std::fflush(stdout);
   }
 };

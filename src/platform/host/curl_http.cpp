@@ -30,11 +30,12 @@ void BackgroundSender::Add(const base::HttpRequest& request) {
 }
 
 void BackgroundSender::Work(const std::stop_token& stop) {
-  base::HttpSession session;
+  std::optional<base::HttpSession> session;
   while (auto request = Next(stop)) {
     if (request->limit == 0ms) request->limit = kLongestTransfer;
     try {
-      session.Send(*request, stop);
+      if (!session) session.emplace();
+      session->Send(*request, stop);
     } catch (const base::HttpError&) {
       continue;  // nobody asked for the reply
     }
