@@ -1,6 +1,7 @@
 #include "essay/text_rules.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "base/text.h"
 #include "base/utf16.h"
@@ -42,22 +43,25 @@ const Message* RefusalOfLength(const std::string& text, const std::string& runni
 
 std::string JoinWrappedLines(const std::string& text) {
   std::string joined;
-  std::string last;  // line, "" for a blank one
+  std::string last;  // line with something in it
+  std::string gap;   // what came after it
   bool isFirst = true;
   for (const auto& line : base::Split(text, kLineEnd)) {
-    const std::string content = base::Trim(line);
-    if (isFirst) {
-      joined = line;
-    } else if (content.empty() || EndsSentence(last)) {
-      joined += kLineEnd + line;
+    if (!std::exchange(isFirst, false)) gap += kLineEnd;
+    if (base::Trimmed(line).empty()) {
+      gap += line;
+      continue;
+    }
+    if (EndsSentence(last)) {
+      joined += gap + line;
     } else {
       while (joined.ends_with(' ')) joined.pop_back();
-      joined += " " + content;
+      joined += " " + base::Trim(line);
     }
-    last = content;
-    isFirst = false;
+    last = line;
+    gap.clear();
   }
-  return joined;
+  return joined + gap;
 }
 
 const Message* RefusalOf(const std::string& text) {
