@@ -73,8 +73,8 @@ constexpr Message Message::kEssayTooLong{"14023", kWarning, kOk, kPlain, "短文
 constexpr Message Message::kTooManySentences{"14024", kWarning, kOk, kPlain, "短文的句子太多了！最多為1000個句子\r\n請將短文分成幾篇後再送出"};
 constexpr Message Message::kEssayWaits{"14025", kWarning, kOk, kPlain, "短文正在批改中！\r\n請先完成或中斷批改，再分析其他句子"};
 constexpr Message Message::kDraftNotKept{"14026", kWarning, kOk, kError, "您輸入的短文無法暫存，可能磁碟已滿！\r\n在關閉視窗之前，請先將內容複製到別處"};
-constexpr Message Message::kDraftCopied{"14027", kWarning, kOk, kError, "您輸入的短文無法暫存，可能磁碟已滿！\r\n內容已複製到剪貼簿，請貼到別處保存"};
-constexpr Message Message::kDraftNotRead{"14028", kWarning, kOk, kError, "上次未送出的短文無法讀取！\r\n檔案仍保留在原處"};
+constexpr Message Message::kDraftCopied{"14027", kWarning, kOk, kError, "您輸入的短文無法暫存，可能磁碟已滿！\r\n內容已複製到剪貼簿，請先貼到別處保存，再按確定"};
+constexpr Message Message::kDraftNotRead{"14028", kWarning, kOk, kError, "上次未送出的短文無法讀取！\r\n檔案已改名，仍保留在同一資料夾"};
 constexpr Message Message::kUploadFailed{"15001", kAsk, kYesNo, kUpdate, "無法正常完成上傳\r\n\r\n網路中斷或傳輸品質不佳，您要重試嗎？"};
 constexpr Message Message::kNoEngineAddress{"16001", kAsk, kOkCancel, kQuestion, "無法正確配發網路引擎位址\r\n請檢查您的網路是否中斷或傳輸品質不佳\r\n\r\n確認後按確定再嘗試取得，或按取消終止"};
 constexpr Message Message::kUnknownAccount{"29851", kWarning, kOk, kPlain, "帳號管理伺服器回報您的帳號不屬於任何伺服器所管理\r\n請您確定所輸入的帳號是正確的。"};

@@ -3,6 +3,7 @@
 #include "base/digest.h"
 #include "core/program.h"
 #include "platform/machine.h"
+#include "platform/run_time_error.h"
 
 namespace marovane {
 
@@ -13,8 +14,17 @@ Draft::Draft(const Program& program)
       folder_(base::Files::Path(program.app.gTempDir) / "marovane" / "drafts"),
       file_(folder_ / (base::SlotMd5(program.app.gAccountNo) + ".txt")) {}
 
+std::string Draft::Read() const {
+  try {
+    return base::ReadIfThere(files_, file_);
+  } catch (const RunTimeError&) {
+    files_.Rename(file_, file_.string() + ".unreadable");
+    throw;
+  }
+}
+
 std::string Draft::Take() {
-  kept_ = base::ReadIfThere(files_, file_);
+  kept_ = Read();
   earlier_ = "";
   return kept_;
 }
@@ -26,7 +36,7 @@ void Draft::PutBack() {
 
 void Draft::Keep(const std::string& text) {
   if (text == kept_) return;
-  if (!earlier_) earlier_ = base::ReadIfThere(files_, file_);
+  if (!earlier_) earlier_ = Read();
   const bool areTwo = !earlier_->empty() && !text.empty();
   const std::string whole = *earlier_ + (areTwo ? "\r\n" : "") + text;
   if (!whole.empty()) {

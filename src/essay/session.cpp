@@ -1,5 +1,7 @@
 #include "essay/session.h"
 
+#include <utility>
+
 #include "base/text.h"
 #include "core/message.h"
 #include "core/server_access.h"
@@ -127,10 +129,11 @@ void FrmEssay::Form_Load() {
 void FrmEssay::Form_Activate() { program_.app.gEssayActive = true; }
 
 void FrmEssay::Form_Unload() {
-  KeepDraftAtTheEnd();
+  tmrDraft.Enabled = false;
   program_.hall.frmMain->AsForm().Left = mMainLeft;
   program_.app.gEssayReportShown = false;
   program_.app.gEssayActive = false;
+  KeepDraftAtTheEnd();
 }
 
 // Also a window that goes while it is replaced by another one's report leaves what was typed in it.
@@ -143,15 +146,23 @@ void FrmEssay::KeepDraft() {
   draft_.Keep(isReported || isBlank ? "" : text);
 }
 
-// Told once; the text is still in the window.
-void FrmEssay::KeepDraftOnTheWay() try { KeepDraft(); } catch (const RunTimeError&) {
-  tmrDraft.Enabled = false;
-  ShowMessage(program_, Message::kDraftNotKept);
+// The text is still in the window: one word is enough, until it is kept again.
+void FrmEssay::KeepDraftOnTheWay() {
+  try {
+    KeepDraft();
+    toldOfDraft_ = false;
+  } catch (const RunTimeError&) {
+    if (!std::exchange(toldOfDraft_, true)) ShowMessage(program_, Message::kDraftNotKept);
+  }
 }
 
-void FrmEssay::KeepDraftAtTheEnd() try { KeepDraft(); } catch (const RunTimeError&) {
-  machine.desktop.SetClipboardText(txtInput.Text);
-  ShowMessage(program_, Message::kDraftCopied);
+void FrmEssay::KeepDraftAtTheEnd() {
+  try {
+    KeepDraft();
+  } catch (const RunTimeError&) {
+    machine.desktop.SetClipboardText(txtInput.Text);
+    ShowMessage(program_, Message::kDraftCopied);
+  }
 }
 
 void FrmEssay::ShowDraft() try {

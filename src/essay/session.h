@@ -73,6 +73,7 @@ class FrmEssay : public ButtonWindow<3> {
 
   EssayContext& context_;
   Draft draft_;
+  bool toldOfDraft_ = false;  // that it cannot be kept
 };
 
 /// A browser control that is not shown is here.

@@ -181,9 +181,17 @@ TEST_F(SessionTest, ADraftThatCannotBeKeptIsToldAndNotLost) {
   machine.loop.Wait(std::chrono::seconds{9});
   EXPECT_EQ(machine.user.Expected(), 0U) << "told once";
   EXPECT_EQ(Window().txtInput.Text(), "I run");
-  ExpectMessage(Message::kDraftCopied);
+  std::filesystem::remove(folder);  // there is room again
+  machine.loop.Wait(std::chrono::seconds{3});
+  EXPECT_EQ(Draft(composition.program).Take(), "I run");
+  machine.user.Type(Window().txtInput, " home");
+  fillDisk();
+  // Nothing more is tried while the learner reads that, nor after it.
+  ExpectMessage(Message::kDraftCopied, kOk, [this] { machine.loop.Wait(std::chrono::seconds{9}); });
   room.frmEssay.Unload();
-  EXPECT_EQ(machine.desktop.ClipboardText(), "I run");
+  machine.loop.Wait(std::chrono::seconds{9});
+  EXPECT_EQ(machine.desktop.ClipboardText(), "I run home");
+  EXPECT_EQ(machine.user.Expected(), 0U);
 
   std::filesystem::remove(folder);
   Draft(composition.program).Keep("I walk");
@@ -192,7 +200,12 @@ TEST_F(SessionTest, ADraftThatCannotBeKeptIsToldAndNotLost) {
   std::filesystem::create_directory(file);  // cannot be read
   ExpectMessage(Message::kDraftNotRead);
   room.StartOwnEssay("Mine");
+  EXPECT_EQ(machine.user.Expected(), 0U);
   EXPECT_THAT(Window().txtInput.Text(), StartsWith("請在此輸入"));
+  machine.user.Focus(Window().txtInput);
+  machine.user.Type(Window().txtInput, "I swim");
+  room.frmEssay.Unload();
+  EXPECT_EQ(Draft(composition.program).Take(), "I swim") << "an unreadable file bars nothing";
 }
 
 TEST_F(SessionTest, TheMainWindowComesBackFromWhereverItWas) {
