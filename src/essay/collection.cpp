@@ -81,7 +81,7 @@ void FrmEssayCollect::HandIn(const std::string& essayId, const std::string& work
   try {
     isHandedIn = SubmitEssay(program_, essayId, workId, kTries);
   } catch (const BrokenOff&) {
-    isHandedIn = false;  // as far as anybody here knows
+    // Nobody here knows, and the list will tell.
   }
   if (isHandedIn) records_.HandInEssay(essayId, workId);
   ShowMessage(program_, isHandedIn ? Message::kHandedIn : Message::kNotHandedIn);

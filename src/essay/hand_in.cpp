@@ -22,9 +22,12 @@ bool PauseBetweenTries(Program& program, const std::function<bool()>& isOver) {
 
 bool TryRepeatedly(Program& program, int tries, const std::function<bool()>& attempt,
                    const std::function<bool()>& isOver) {
+  const EventLoop& loop = program.machine.loop;
+  const int timesBefore = loop.TimesBrokenOff();
   for (int i = 0; i < tries; ++i) {
     if (i > 0 && !PauseBetweenTries(program, isOver)) return false;
     if (attempt()) return true;
+    if (loop.TimesBrokenOff() != timesBefore) throw BrokenOff("tries");
   }
   return false;
 }

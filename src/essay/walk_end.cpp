@@ -8,6 +8,8 @@
 #include "essay/hand_in.h"
 #include "essay/report_window.h"
 #include "essay/walk_steps.h"
+#include "platform/event_loop.h"
+#include "platform/machine.h"
 #include "platform/run_time_error.h"
 #include "records/essay_records.h"
 
@@ -18,10 +20,13 @@ namespace {
 
 constexpr int kTries = 10;
 
+// A synchronisation that was broken off ends without a word.
 bool UploadOnce(EssayContext& context) {
   if (!IsServerOnline(context.program)) return false;
+  const EventLoop& loop = context.program.machine.loop;
+  const int timesBefore = loop.TimesBrokenOff();
   SyncAndWait(context.program, "UPLOAD");
-  return true;
+  return loop.TimesBrokenOff() == timesBefore;
 }
 
 void TryToUpload(EssayContext& context) {

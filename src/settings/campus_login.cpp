@@ -122,6 +122,7 @@ void FrmXQDLogin::txtLogin_LostFocus() {
     reply = GetServerForLogin(program_, base::Trim(txtLogin.Text()));
   } catch (const BrokenOff&) {
     loginChanged_ = true;  // the next click asks again
+    lblACServer.Caption = kNoServerYet;
     throw;
   }
   program_.frmMessage->closeForm();

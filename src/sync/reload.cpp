@@ -75,18 +75,18 @@ void Reload::LoadStream(RecordKind kind, const char* title) {
   while (lastId != protocol::kNoMore) {
     const std::string reply = AskPage(kind, lastId);
     Log(title, reply, kind == kStreams[0].kind);
-    DoEvents();
+    LetEventsIn();
     const auto page = protocol::ParseStreamPage(kind, reply);
     if (!page.nextId) {
       if (loop.Elapsed() >= end) throw RunTimeError("the server does not send its records");
       // A server that breaks off does not get better by being asked at once.
       loop.WaitUntil([this] { return IsBrokenOff(); }, std::chrono::seconds{1});
-      if (IsBrokenOff()) throw BrokenOff("reload");
+      LetEventsIn();
       continue;
     }
     end = loop.Elapsed() + kPatience;
     records_.AddToReload(kind, IdsFor(page.rows), page.rows);
-    DoEvents();
+    LetEventsIn();
     if (*page.nextId == lastId) throw RunTimeError("the server tells the same page again and again");
     lastId = *page.nextId;
   }
@@ -94,7 +94,7 @@ void Reload::LoadStream(RecordKind kind, const char* title) {
 
 bool Reload::IsBrokenOff() const { return program_.machine.loop.TimesBrokenOff() != timesBrokenOff_; }
 
-void Reload::DoEvents() {
+void Reload::LetEventsIn() {
   program_.machine.loop.DoEvents();
   if (IsBrokenOff()) throw BrokenOff("reload");
 }

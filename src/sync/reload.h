@@ -26,7 +26,7 @@ class Reload {
  private:
   void LoadStream(protocol::RecordKind kind, const char* title);
   bool IsBrokenOff() const;
-  void DoEvents();
+  void LetEventsIn();
   std::string AskPage(protocol::RecordKind kind, const std::string& lastId);
   void Log(const char* title, const std::string& reply, bool isFresh);
   std::vector<std::string> IdsFor(const std::vector<protocol::Row>& rows);

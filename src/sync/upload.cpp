@@ -130,7 +130,6 @@ void UploadPending(Program& program, SyncRecords& records, Outbox& outbox,
     if (records.CountPending(step.kind) > 0) {
       SendTable(program, records, outbox, step.kind, !waiting.contains(step.kind));
     }
-    program.machine.loop.DoEvents();
   }
 }
 

@@ -66,6 +66,7 @@ void FrmUpload::SyncProgress(const std::string& mode) {
   Left = kAway;
   frmMain.Enabled = false;
   std::optional<RunTimeError> failure;
+  timesBrokenOff_ = machine.loop.TimesBrokenOff();
   try {
     ShowProgress(Progress::kComparing, "");
     Synchronise(mode);
@@ -100,7 +101,10 @@ void FrmUpload::Synchronise(const std::string& mode) {
   ShowProgress(Progress::kSynchronising, "");
   program_.app.gUploadFinished = false;
   if (mode != "DOWNLOAD" && IsServerOnline(program_)) {
-    UploadPending(program_, records_, outbox_, [this](const std::string& detail) { ShowDetail(detail); });
+    UploadPending(program_, records_, outbox_, [this](const std::string& detail) {
+      ShowDetail(detail);
+      LetEventsIn();
+    });
   }
   ShowProgress(Progress::kComparing, "");
   CompareSyncChecksum(same);
@@ -127,7 +131,7 @@ void FrmUpload::ReloadRecords() {
   if (records_.HasPending() || !outbox_.IsEmpty()) return;
   for (const char* const table : {"errsentence", "oksentence", "essay"}) {
     ShowDetail(fmt::format("(delete : local {} record proc)", table));
-    machine.loop.DoEvents();
+    LetEventsIn();
   }
   Reload(program_, records_, [this](const std::string& detail) {
     ShowProgress(Progress::kSynchronising, detail);
@@ -137,7 +141,12 @@ void FrmUpload::ReloadRecords() {
 void FrmUpload::ShowProgress(const Progress& progress, const std::string& detail) {
   program_.app.gProgressDetail = detail;
   FrmMessage::ProgressMsgBox(program_, progress);
+  LetEventsIn();
+}
+
+void FrmUpload::LetEventsIn() {
   machine.loop.DoEvents();
+  if (machine.loop.TimesBrokenOff() != timesBrokenOff_) throw BrokenOff("synchronisation");
 }
 
 void FrmUpload::ShowDetail(const std::string& detail) {

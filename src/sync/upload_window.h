@@ -33,11 +33,13 @@ class FrmUpload : public Form, public UploadRun {
   void ReloadRecords();
   void ShowProgress(const Progress& progress, const std::string& detail);
   void ShowDetail(const std::string& detail);
+  void LetEventsIn();
   void tmrSyncMessageWait_Timer();
 
   Program& program_;
   SyncRecords records_;
   Outbox outbox_;
+  int timesBrokenOff_ = 0;  // when it began
 };
 
 /// Digest of the newest essay and the newest sentences, as the server makes it too.

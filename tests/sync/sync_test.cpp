@@ -216,14 +216,14 @@ TEST_F(SyncTest, EscapeBetweenTwoPagesOfAStreamEndsTheReload) {
 
 TEST_F(SyncTest, EscapeEndsTheSendingOfWaitingFeedback) {
   home.machine.http.RouteToNowhere("p_feedback.asp");
-  for (const char* const body : {"a", "b"}) SendFeedback(home.running->program, body);
+  SendFeedback(home.running->program, "a");
   const auto isFeedback = [](const base::HttpRequest& request) {
     return request.url.ends_with("p_feedback.asp");
   };
   home.machine.http.breaksOff = isFeedback;
   home.machine.http.requests.clear();
   ASSERT_TRUE(home.Sync("NOMSG"));
-  EXPECT_THAT(home.machine.http.requests, SizeIs(1)) << "neither the next one nor the records";
+  EXPECT_THAT(home.machine.http.requests, SizeIs(1)) << "not the records";
   home.machine.http.breaksOff = nullptr;
 }
 
