@@ -4,17 +4,22 @@
 #include <sys/file.h>
 
 #include <cerrno>
+#include <thread>
 
 #include "base/files.h"
 
 namespace base {
 
-FileLock::FileLock(const std::filesystem::path& file) {
+FileLock::FileLock(const std::filesystem::path& file, std::chrono::milliseconds patience) {
   std::error_code ignored;
   std::filesystem::create_directories(file.parent_path(), ignored);
   file_ = FileDescriptor(open(file.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600));
   if (!file_.IsOpen()) throw FileError("open", file, errno);
-  isHeld_ = flock(file_.Get(), LOCK_EX | LOCK_NB) == 0;
+  constexpr std::chrono::milliseconds kLookEvery{20};
+  const auto end = std::chrono::steady_clock::now() + patience;
+  const auto take = [this] { return flock(file_.Get(), LOCK_EX | LOCK_NB) == 0; };
+  while (!(isHeld_ = take()) && std::chrono::steady_clock::now() < end)
+    std::this_thread::sleep_for(kLookEvery);
 }
 
 }  // namespace base

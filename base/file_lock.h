@@ -1,6 +1,7 @@
 // A file that one process at a time can hold.
 #pragma once
 
+#include <chrono>
 #include <filesystem>
 
 #include "base/file_descriptor.h"
@@ -11,7 +12,9 @@ namespace base {
 class FileLock {
  public:
   /// The file is made when it is missing, with its folder. Throws FileError when it cannot be opened.
-  explicit FileLock(const std::filesystem::path& file);
+  /// @param patience how long another process may keep it
+  explicit FileLock(const std::filesystem::path& file,
+                    std::chrono::milliseconds patience = std::chrono::milliseconds{0});
   /// False when another process holds the lock.
   bool IsHeld() const { return isHeld_; }
 

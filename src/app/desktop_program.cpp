@@ -1,13 +1,22 @@
 #include "app/desktop_program.h"
 
+#include <chrono>
+
 #include "core/data_paths.h"
 #include "platform/run_time_error.h"
 
 namespace marovane {
 
+namespace {
+
+// A program that was closed just now may still be sending something.
+constexpr std::chrono::seconds kEndOfTheLast{5};
+
+}  // namespace
+
 DesktopProgram::DesktopProgram(const std::string& edition)
     : windows_(loop_, WindowOptions(edition)),
-      lock_(WorkingRoot(ReadHostEnvironment(edition)) + "/marovane/instance.lock"),
+      lock_(WorkingRoot(ReadHostEnvironment(edition)) + "/marovane/instance.lock", kEndOfTheLast),
       host_(loop_, windows_, desktop_, edition) {
   host_.environment.previousInstance = !lock_.IsHeld();
   InstallationValues installation = ReadInstallation(host_.files, host_.environment);

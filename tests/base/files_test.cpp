@@ -3,8 +3,12 @@
 #include <gmock/gmock.h>
 #include <sys/stat.h>
 
+#include <chrono>
+#include <optional>
 #include <string>
+#include <thread>
 
+#include "base/file_lock.h"
 #include "base/posix_files.h"
 #include "tests/support/failing_files.h"
 #include "tests/support/temp_home.h"
@@ -123,6 +127,17 @@ TEST_F(FilesTest, NamesThePathAndTheReasonOfAFailure) {
   EXPECT_THROW(static_cast<void>(files_.Read(home_.Path())), Error);
   files_.Write(file_, "", false);
   EXPECT_THROW(files_.CreateFolder(file_ / "below", false), Error);
+}
+
+TEST(FileLock, WaitsForItsHolderAsLongAsItMay) {
+  const TempHome home;
+  const auto file = home.Path() / "folder" / "lock";
+  std::optional<FileLock> holder(file);
+  EXPECT_TRUE(holder->IsHeld());
+  EXPECT_FALSE(FileLock(file).IsHeld());
+  EXPECT_FALSE(FileLock(file, std::chrono::milliseconds{50}).IsHeld());
+  const std::jthread leaving([&] { holder.reset(); });
+  EXPECT_TRUE(FileLock(file, std::chrono::minutes{1}).IsHeld());
 }
 
 }  // namespace
