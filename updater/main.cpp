@@ -74,11 +74,14 @@ bool StartProgram(const fs::path& tree) try {
   return false;
 }
 
+// Not by fmt, which throws when the terminal has gone.
+void Complain(const std::string& text) { std::fputs((text + "\n").c_str(), stderr); }
+
 // The program shows it at its next start.
 void LeaveWord(const std::string& text) {
-  fmt::print(stderr, "{}\n", text);
   std::ofstream file(OwnFolder() / "refusal.txt", std::ios::trunc);
   file << text;
+  Complain(text);
 }
 
 void StartAndGoBackWhenItFails(const fs::path& programFolder) {
@@ -135,7 +138,7 @@ int RunPlainly(const std::vector<std::string>& words) {
     SwitchBack(installation, false);
     return EXIT_SUCCESS;
   } catch (const std::exception& error) {
-    fmt::print(stderr, "{}\n", TextFor(error));
+    Complain(TextFor(error));
     return EXIT_FAILURE;
   }
 }
@@ -155,6 +158,6 @@ int main(int argc, char** argv) {
   if (sodium_init() < 0) return EXIT_FAILURE;
   if (has("mrv_updater", 2) || has("mrv_reinstaller", 2)) return UpdateAndStart(word, words[1]);
   if (has("mrv_rollback", 1) || has("mrv_install", 4)) return RunPlainly(words);
-  fmt::print(stderr, "{}", kUsage);
+  std::fputs(kUsage, stderr);
   return kWrongUsage;
 }

@@ -70,7 +70,7 @@ Progress::Watcher OpenWatcher(const fs::path& windowProgram) {
   try {
     if (HasDisplay() && fs::exists(windowProgram, error)) return WatchWith<UpdateWindow>(windowProgram);
   } catch (const base::Error& failure) {
-    fmt::print(stderr, "{}\n", failure.what());  // the update goes on without it
+    std::fputs((std::string(failure.what()) + "\n").c_str(), stderr);  // the update goes on without it
   }
   if (isatty(STDOUT_FILENO) == 0) return {};
   return WatchWith<TerminalLine>();
