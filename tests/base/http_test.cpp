@@ -140,16 +140,17 @@ TEST_F(HttpTest, RefusesWhatItsLimitsForbid) {
 }
 
 TEST_F(HttpTest, EndsAtOnceWhenItIsBrokenOff) {
-  std::promise<void> asked;
+  // The handler may go on when the test has ended.
+  const auto asked = std::make_shared<std::promise<void>>();
   std::promise<void> mayAnswer;
-  auto until = mayAnswer.get_future();
-  local_.pages->Get("/slow", [&](const httplib::Request&, httplib::Response&) {
-    asked.set_value();
-    until.wait();
-  });
+  local_.pages->Get(
+      "/slow", [asked, until = mayAnswer.get_future().share()](const httplib::Request&, httplib::Response&) {
+        asked->set_value();
+        until.wait();
+      });
   std::stop_source stop;
   std::jthread learner([&] {
-    asked.get_future().wait();
+    asked->get_future().wait();
     stop.request_stop();
   });
   const HttpRequest slow{.method = "GET", .url = Url("/slow")};

@@ -160,6 +160,7 @@ TEST(OpenCc, ConvertsBothWaysEachCharacterByItself) {
 TEST(CurlHttp, SendsInTheBackgroundInOrderAndEndsWithoutWaitingForASilentServer) {
   PollLoop loop;
   std::vector<std::string> came;
+  std::promise<void> hasBegun;
   std::promise<void> isDone;
   std::promise<void> hasCome;
   std::promise<void> mayAnswer;
@@ -167,13 +168,19 @@ TEST(CurlHttp, SendsInTheBackgroundInOrderAndEndsWithoutWaitingForASilentServer)
   LocalServer local;
   local.pages->Post("/file", [&](const httplib::Request& request, httplib::Response&) {
     came.push_back(request.body);
-    if (came.size() == 2) isDone.set_value();
+    if (came.size() == 1) hasBegun.set_value();
+    if (came.size() == 3) isDone.set_value();
   });
   local.pages->Post("/silent", [&](const httplib::Request&, httplib::Response&) {
     hasCome.set_value();
     until.wait();
   });
   const auto url = [&](const std::string& path) { return "http://" + local.Host() + path; };
+  {
+    CurlHttp http(loop);
+    http.SendLater({.url = url("/file"), .body = "zeroth"});
+    ASSERT_EQ(hasBegun.get_future().wait_for(std::chrono::minutes{1}), std::future_status::ready);
+  }
   {
     BackgroundSender sender(std::chrono::minutes{1});
     sender.Add({.url = "http://127.0.0.1:1/"});
@@ -182,12 +189,12 @@ TEST(CurlHttp, SendsInTheBackgroundInOrderAndEndsWithoutWaitingForASilentServer)
   }
   ASSERT_EQ(isDone.get_future().wait_for(std::chrono::seconds{0}), std::future_status::ready)
       << "what is left has some time";
-  EXPECT_THAT(came, ::testing::ElementsAre("first", "second"));
+  EXPECT_THAT(came, ::testing::ElementsAre("zeroth", "first", "second"));
   const auto start = loop.Elapsed();
   {
     BackgroundSender sender(std::chrono::milliseconds{10});
     sender.Add({.url = url("/silent"), .body = "lost"});
-    hasCome.get_future().wait();
+    ASSERT_EQ(hasCome.get_future().wait_for(std::chrono::minutes{1}), std::future_status::ready);
   }
   EXPECT_LT(loop.Elapsed() - start, std::chrono::seconds{30}) << "the end does not wait for the reply";
   mayAnswer.set_value();

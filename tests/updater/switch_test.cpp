@@ -93,9 +93,9 @@ TEST_F(SwitchTest, CutDownloadsAndForeignPagesChangeNothing) {
     response.set_content("<html>Welcome to this hotel</html>", "text/html");
     return true;
   };
-  for (const auto& [spoil, told] : std::initializer_list<std::pair<decltype(server.onRequest), const char*>>{
+  for (const auto& [spoil, told] : std::initializer_list<std::pair<UpdateServer::Handler, const char*>>{
            {cut, "無法從更新主機完整取得"}, {missing, "404"}, {welcome, "沒有簽章"}}) {
-    server.onRequest = spoil;
+    server.OnRequest(spoil);
     const base::RunResult run = RunUpdater("mrv_updater", server.Host());
     EXPECT_EQ(run.status, 1);
     EXPECT_THAT(run.errors, HasSubstr(told));
@@ -137,11 +137,11 @@ TEST_F(SwitchTest, KilledAtAnyRequestTheOldVersionRunsAndTheNextUpdateWorks) {
   int kills = 0;
   for (int at = 1;; ++at) {
     server.requests = 0;
-    server.onRequest = [&](const httplib::Request&, httplib::Response&) {
+    server.OnRequest([&id, &server, at](const httplib::Request&, httplib::Response&) {
       id.wait(0);
       if (server.requests == at) kill(id, SIGKILL);
       return false;
-    };
+    });
     id = 0;
     base::Process updater({.program = updaterCopy,
                            .arguments = {"mrv_updater", server.Host()},
