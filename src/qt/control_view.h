@@ -46,6 +46,8 @@ class ControlView : public QObject {
   /// True where it is one of several and the chosen one.
   virtual bool IsChosen() const { return false; }
   virtual bool CanBePressed() const;
+  /// True while an input method composes a text in it.
+  virtual bool IsComposing() const { return false; }
   /// The press of a screen reader: a click that comes when nothing else runs, and not behind a question.
   void Press();
 

@@ -267,6 +267,7 @@ bool QtWindows::eventFilter(QObject* watched, QEvent* event) {
   FormView* const view = FindByWidget(static_cast<QWidget*>(watched));
   if (view == nullptr) return false;
   auto& widget = static_cast<QWidget&>(*watched);
+  if (event->type() == QEvent::InputMethod && IsComposedIn(*view, widget)) return false;
   if (AcceptsInput(view->Model())) return LeavesPage(*view, widget, *event);
   FormView* const modal = TopModal() == nullptr ? nullptr : Find(*TopModal());
   if (event->type() == QEvent::MouseButtonPress && modal != nullptr) {
@@ -274,6 +275,12 @@ bool QtWindows::eventFilter(QObject* watched, QEvent* event) {
     modal->Frame().activateWindow();
   }
   return true;
+}
+
+// The input method and the widget have to agree on how a composition ends, also behind a question.
+bool QtWindows::IsComposedIn(const FormView& view, const QWidget& widget) {
+  const ControlView* const control = view.Find(&widget);
+  return control != nullptr && control->IsComposing();
 }
 
 // A page keeps Escape to itself, though it has no use for it.

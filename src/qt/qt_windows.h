@@ -65,6 +65,7 @@ class QtWindows : public QObject, public WindowSystem {
 
  private:
   void Retire(std::unique_ptr<FormView> view);
+  static bool IsComposedIn(const FormView& view, const QWidget& widget);
   bool LeavesPage(FormView& view, QWidget& widget, const QEvent& event) const;
   FormView* FindByWidget(const QWidget* widget) const;
   FormView* FindByWindow(const QWindow* window) const;

@@ -85,11 +85,13 @@ bool TextView::HandleComposingKey(const QKeyEvent& event) {
   return isEnter || event.key() == Qt::Key_Escape;
 }
 
-// What an input method has not committed when the focus goes is lost, for it as for the box.
+// What an input method has not committed when the focus goes is lost, for it as for the box. The widget is
+// told without the filters, which keep input from a window behind a question.
 void TextView::DropComposition() {
-  if (!isComposing_) return;
+  if (!std::exchange(isComposing_, false)) return;
+  if (composedIn_) return composedIn_->DropComposition();
   QInputMethodEvent nothing;
-  QCoreApplication::sendEvent(&Widget(), &nothing);
+  static_cast<QObject&>(Widget()).event(&nothing);
 }
 
 bool TextView::Composed(QInputMethodEvent* event) {
@@ -97,8 +99,9 @@ bool TextView::Composed(QInputMethodEvent* event) {
   isComposing_ = !event->preeditString().isEmpty();
   const bool isComposed = wasComposing || isComposing_;
   if (!isComposed && event->commitString().isEmpty()) return false;
-  if (TextView* const target = TypedInto()) {
-    PassOnComposition(*target, event);
+  if (!wasComposing) composedIn_ = TypedInto();
+  if (composedIn_) {
+    PassOnComposition(*composedIn_, event);
     return true;
   }
   return !isComposed && FilterCommit(*event);

@@ -19,6 +19,7 @@ namespace marovane {
 class TextView : public ControlView {
  public:
   TextView(FormView& form, TextBox& box, QWidget& widget);
+  bool IsComposing() const override { return isComposing_; }
 
  protected:
   bool Handle(QEvent* event) override;
@@ -52,7 +53,8 @@ class TextView : public ControlView {
   /// The character that the handlers of KeyPress let through, a null one for none.
   QChar Filtered(QChar character);
 
-  bool isComposing_ = false;  // something is composed that is not part of the text yet
+  bool isComposing_ = false;       // something is composed that is not part of the text yet
+  QPointer<TextView> composedIn_;  // where it is seen; null: here
 };
 
 class LineView : public TextView {

@@ -326,6 +326,43 @@ TEST_F(TextBoxView, CompositionThatIsLeftIsDropped) {
   }
 }
 
+TEST_F(TextBoxView, CompositionEndsBehindAQuestionAndTheBoxHearsEnterAfterwards) {
+  const auto preedit = [&] { return Edit().textCursor().block().layout()->preeditAreaText(); };
+  for (TextBox* box : {static_cast<TextBox*>(&form.txtInput), &form.txtFocus}) {
+    box->SetFocus();
+    Compose(Widget(*box), "ㄓ", "");
+    Window<FrmSample> question{machine.machine};
+    machine.loop.Post([&] {
+      machine.Wait([&] { return !Widget(*box).hasFocus(); });
+      EXPECT_EQ(preedit(), "") << box->Name();
+      Compose(Widget(*box), "ㄨ", "");
+      EXPECT_EQ(preedit(), "") << "nothing new is composed behind a question";
+      question.Unload();
+    });
+    question->ShowModal();
+    int keys = 0;
+    form.txtInput.KeyDown = [&](int&) { ++keys; };
+    form.txtInput.SetFocus();
+    QTest::keyClick(&Edit(), Qt::Key_Return);
+    EXPECT_EQ(keys, 1) << box->Name();
+    form.txtInput.Text = "";
+  }
+}
+
+TEST_F(TextBoxView, CompositionThatIsCommittedWhileItsWindowIsDisabledArrives) {
+  for (TextBox* box : {static_cast<TextBox*>(&form.txtInput), &form.txtFocus}) {
+    box->SetFocus();
+    Compose(Widget(*box), "ㄓ", "");
+    form.Enabled = false;
+    Compose(Widget(*box), "", "中");
+    Compose(Widget(*box), "", "文");
+    form.Enabled = true;
+    EXPECT_EQ(form.txtInput.Text(), "中") << box->Name();
+    EXPECT_EQ(form.txtFocus.Text(), "");
+    form.txtInput.Text = "";
+  }
+}
+
 TEST_F(TextBoxView, StylesGoToTheSelectionOrToAllAndWhatFollows) {
   form.txtInput.Text = "red green";
   Select(0, 3);
