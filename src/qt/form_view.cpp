@@ -204,6 +204,19 @@ void FormView::ApplyGeometry() {
                                 std::max(1, ToPixels(form_.Height))});
   }
   ShowOrHide();
+  if (frame_->isVisible() && !IsWithinReach(Face())) ReturnIntoSight();
+}
+
+// A remembered place may be on a screen that has gone. Its sides are set one after the other, so all of them
+// are waited for.
+void FormView::ReturnIntoSight() {
+  if (std::exchange(isReturning_, true)) return;
+  const auto comeBack = [this] {
+    isReturning_ = false;
+    if (!isDetached_ && frame_->isVisible() && !IsWithinReach(Face())) windows_.KeepInSight(*this);
+  };
+  const auto enter = [this, comeBack] { windows_.Loop().Enter(this, comeBack); };
+  QMetaObject::invokeMethod(this, enter, Qt::QueuedConnection);
 }
 
 // The window system or the user moved or resized the window.

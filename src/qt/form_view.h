@@ -59,6 +59,7 @@ class FormView : public QObject {
   void BindForm();
   void FrameMoved();
   void ApplyGeometry();
+  void ReturnIntoSight();
   void ShowOrHide();
   void PointerLeft();
   void CloseWanted();
@@ -74,6 +75,7 @@ class FormView : public QObject {
   QSize drawnSize_;  // of the .ui file
   QSize toldSize_;
   bool fromFrame_ = false;
+  bool isReturning_ = false;  // back into sight, before long
   bool isReady_ = false;
   bool isDetached_ = false;
 };

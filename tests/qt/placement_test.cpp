@@ -49,6 +49,7 @@ class PlacedWindows : public testing::Test {
     program.machine.loop.DoEvents();
   }
   QRect FaceOf(const Form& form) const { return program.machine.windows.Find(form)->Face(); }
+  WindowFrame& Frame(const Form& form) const { return program.machine.windows.Find(form)->Frame(); }
   static QScreen* Monitor() { return QGuiApplication::screens().back(); }
   void MoveStripTo(const QPoint& place) {
     frmMain.Top = ToTwips(place.y());
@@ -82,12 +83,26 @@ TEST_F(PlacedWindows, ComeBackToAScreenThatIsStillThere) {
   EXPECT_EQ(frmMain.Left, ToTwips(FaceOf(frmMain).left()));
 }
 
+// A question moves the strip away, and puts it back where it was.
+TEST_F(PlacedWindows, ComeBackWhenTheyAreMovedToAScreenThatHasGone) {
+  const QRect laptop = QGuiApplication::primaryScreen()->availableGeometry();
+  MoveStripTo({-5000, 900});
+  program.machine.loop.DoEvents();
+  EXPECT_FALSE(Frame(frmMain).isVisible()) << "that is no screen, but the place for work out of sight";
+  EXPECT_EQ(frmMain.Left, ToTwips(-5000));
+  for (const QPoint& place : {QPoint(5000, 900), QPoint(300, -2000)}) {
+    MoveStripTo(place);
+    program.machine.loop.DoEvents();
+    EXPECT_TRUE(laptop.contains(FaceOf(frmMain)));
+    EXPECT_EQ(frmMain.Top, ToTwips(FaceOf(frmMain).top()));
+  }
+}
+
 TEST_F(PlacedWindows, MoveWhenTheirScreenGoes) {
   FrmSetup& frmSetup = *program.composition.frmSetup;
   frmSetup.Show();
-  for (Form* form : {static_cast<Form*>(&frmMain), static_cast<Form*>(&frmSetup)}) {
-    form->Left = ToTwips(5000);
-    form->Top = ToTwips(3000);
+  for (const Form* form : {static_cast<Form*>(&frmMain), static_cast<Form*>(&frmSetup)}) {
+    Frame(*form).move(5000, 3000);
   }
   Q_EMIT qApp->screenRemoved(Monitor());
   program.machine.loop.DoEvents();
