@@ -1,6 +1,8 @@
 #include "qt/placement.h"
 
 #include <QGuiApplication>
+#include <QRegion>
+#include <QScreen>
 #include <algorithm>
 
 namespace marovane {
@@ -16,10 +18,9 @@ QRect MovedInto(QRect window, const QRect& room, bool isResizable) {
   return window;
 }
 
-// The larger of the two parts that the strip leaves of the usable area.
-QRect BesideStrip(const QRect& usable, const QRect& strip) {
-  QRect room = usable;
-  if (strip.top() - usable.top() >= usable.bottom() - strip.bottom()) {
+// The larger of the two parts that the strip leaves above and below itself.
+QRect AboveOrBelow(QRect room, const QRect& strip) {
+  if (strip.top() - room.top() >= room.bottom() - strip.bottom()) {
     room.setBottom(strip.top() - 1);
   } else {
     room.setTop(strip.bottom() + 1);
@@ -27,14 +28,35 @@ QRect BesideStrip(const QRect& usable, const QRect& strip) {
   return room;
 }
 
+QRect LeftOrRight(QRect room, const QRect& strip) {
+  if (strip.left() - room.left() >= room.right() - strip.right()) {
+    room.setRight(strip.left() - 1);
+  } else {
+    room.setLeft(strip.right() + 1);
+  }
+  return room;
+}
+
+bool Fits(const QRect& window, const QRect& room) {
+  return window.width() <= room.width() && window.height() <= room.height();
+}
+
 }  // namespace
 
 QRect PlaceInSight(const QRect& window, const QRect& usable, const QRect& strip, bool isResizable) {
   const QRect inside = MovedInto(window, usable, isResizable);
   if (!inside.intersects(strip)) return inside;
-  const QRect room = BesideStrip(usable, strip);
+  const QRect room = AboveOrBelow(usable, strip);
+  const QRect beside = LeftOrRight(usable, strip);
+  if (!Fits(inside, room) && Fits(inside, beside)) return MovedInto(inside, beside, false);
   if (room.height() < inside.height() / 2) return inside;  // the strip is in the middle of the screen
-  return MovedInto(MovedInto(inside, room, isResizable), usable, false);
+  return MovedInto(inside, room, isResizable);
+}
+
+bool IsOnScreen(const QRect& window) {
+  QRegion rest(window);
+  for (const QScreen* screen : QGuiApplication::screens()) rest -= screen->availableGeometry();
+  return rest.isEmpty();
 }
 
 bool IsWithinReach(const QRect& window) { return QGuiApplication::screenAt(window.center()) != nullptr; }

@@ -40,6 +40,12 @@ bool IsInput(QEvent::Type type) {
   return std::ranges::find(kInput, type) != kInput.end();
 }
 
+// The main screen for a window that is on none.
+const QScreen* ScreenOf(const FormView& view) {
+  const QScreen* const screen = QGuiApplication::screenAt(view.Face().center());
+  return screen == nullptr ? QGuiApplication::primaryScreen() : screen;
+}
+
 }  // namespace
 
 QtWindows::QtWindows(QtLoop& loop, Options options)
@@ -205,18 +211,18 @@ FormView* QtWindows::Strip() const {
 // Of the screen on which the strip is, or was before it moved out of sight.
 QRect QtWindows::UsableArea() const {
   const FormView* const strip = Strip();
-  const QScreen* const screen =
-      strip == nullptr ? nullptr : QGuiApplication::screenAt(strip->Face().center());
-  return (screen == nullptr ? QGuiApplication::primaryScreen() : screen)->availableGeometry();
+  return (strip == nullptr ? QGuiApplication::primaryScreen() : ScreenOf(*strip))->availableGeometry();
 }
 
-void QtWindows::KeepInSight(FormView& view) {
+void QtWindows::KeepInSight(FormView& view) { KeepWithin(view, UsableArea()); }
+
+void QtWindows::KeepWithin(FormView& view, const QRect& usable) const {
   if (view.IsPopup()) return;  // it opens at the pointer
   const FormView* const strip = Strip();
   // A dialog is in front of the strip, or moves it away.
   const bool mayCover = strip == nullptr || strip == &view || view.Frame().IsDialog();
   const QRect taken = mayCover ? QRect() : strip->Face();
-  view.SetFace(PlaceInSight(view.Face(), UsableArea(), taken, view.Frame().IsResizable()));
+  view.SetFace(PlaceInSight(view.Face(), usable, taken, view.Frame().IsResizable()));
 }
 
 void QtWindows::FollowScreen(QScreen* screen) {
@@ -228,7 +234,9 @@ void QtWindows::ScreensChanged() {
   FormView* const strip = Strip();
   if (strip != nullptr && strip->Frame().isVisible()) KeepInSight(*strip);
   for (const auto& [form, view] : views_) {
-    if (view->Frame().isVisible() && !IsWithinReach(view->Face())) KeepInSight(*view);
+    const QRect face = view->Face();
+    if (!view->Frame().isVisible() || IsOnScreen(face)) continue;
+    KeepWithin(*view, IsWithinReach(face) ? ScreenOf(*view)->availableGeometry() : UsableArea());
   }
 }
 

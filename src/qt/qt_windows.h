@@ -76,6 +76,7 @@ class QtWindows : public QObject, public WindowSystem {
   bool TurnsBackTo(const Form& focused);
   FormView* Strip() const;
   QRect UsableArea() const;
+  void KeepWithin(FormView& view, const QRect& usable) const;
   void FollowScreen(QScreen* screen);
   void ScreensChanged();
 

@@ -16,6 +16,7 @@ namespace {
 constexpr QRect kUsable(0, 0, 1366, 738);
 constexpr QRect kStripBelow(243, 592, 880, 146);
 constexpr QRect kStripAbove(243, 0, 880, 146);
+constexpr QRect kStripRight(486, 592, 880, 146);
 
 TEST(Placement, KeepsAWindowOnTheScreenAndClearOfTheStrip) {
   const struct {
@@ -34,6 +35,12 @@ TEST(Placement, KeepsAWindowOnTheScreenAndClearOfTheStrip) {
       {"wider than the screen", {-100, 0, 1500, 300}, {}, true, {0, 0, 1366, 300}},
       {"off the screen", {3000, -2000, 580, 400}, kStripBelow, false, {786, 0, 580, 400}},
       {"strip at the top", {393, 116, 580, 506}, kStripAbove, false, {393, 146, 580, 506}},
+      {"strip at the top, higher than the room",
+       {393, 86, 580, 600},
+       kStripAbove,
+       false,
+       {393, 146, 580, 600}},
+      {"higher, room beside the strip", {373, 69, 480, 600}, kStripRight, false, {6, 69, 480, 600}},
       {"strip in the middle", {182, 12, 1002, 715}, {243, 280, 880, 146}, true, {182, 12, 1002, 715}},
   };
   for (const auto& c : kCases) {
@@ -112,8 +119,37 @@ TEST_F(PlacedWindows, MoveWhenTheirScreenGoes) {
   EXPECT_FALSE(FaceOf(frmMain).intersects(FaceOf(frmSetup)));
 }
 
+// Offscreen, screens keep their size: what they tell of a change is sent, and the window has outgrown its
+// own.
+TEST_F(PlacedWindows, ComeInWhollyWhenTheirScreenHasBecomeSmaller) {
+  const QRect monitor = Monitor()->availableGeometry();
+  FrmSetup& frmSetup = *program.composition.frmSetup;
+  FrmPassword& frmPassword = *program.composition.frmPassword;
+  frmSetup.Show();
+  frmPassword.Show();
+  Frame(frmSetup).move(monitor.bottomRight() - QPoint(400, 400));
+  Frame(frmPassword).move(monitor.topLeft() + QPoint(50, 50));
+  const QRect password = FaceOf(frmPassword);
+  ASSERT_FALSE(monitor.contains(FaceOf(frmSetup)));
+  Q_EMIT Monitor()->availableGeometryChanged(monitor);
+  program.machine.loop.DoEvents();
+  EXPECT_TRUE(monitor.contains(FaceOf(frmSetup)));
+  EXPECT_EQ(FaceOf(frmPassword), password) << "it was in sight";
+}
+
 class EveryOpenedWindow : public testing::TestWithParam<ShownWindow> {
  protected:
+  static void ExpectButtonsInSight(const FormView& view, const FormView& strip) {
+    for (const Control* control : view.Model().Controls()) {
+      const QWidget& widget = view.Find(*control)->Widget();
+      if (&view == &strip || !widget.isVisible() || !control->Click.HasHandler()) continue;
+      const QRect place(widget.mapToGlobal(QPoint()), widget.size());
+      EXPECT_TRUE(kUsable.contains(place) || !view.Face().contains(place)) << control->Name();
+      const bool isCovered = !view.Frame().IsDialog() && strip.Face().intersects(place);
+      EXPECT_FALSE(isCovered) << control->Name();
+    }
+  }
+
   WindowedProgram program_;
 };
 
@@ -125,15 +161,13 @@ TEST_P(EveryOpenedWindow, HasAllItsButtonsInSight) {
   const FormView& strip = *program_.machine.windows.Find(frmMain);
   const Form& form = GetParam().show(program_);
   program_.machine.loop.DoEvents();
-  const FormView& view = *program_.machine.windows.Find(form);
+  FormView& view = *program_.machine.windows.Find(form);
   EXPECT_EQ(strip.Face().bottom(), kUsable.bottom());
-  for (const Control* control : form.Controls()) {
-    const QWidget& widget = view.Find(*control)->Widget();
-    if (&view == &strip || !widget.isVisible() || !control->Click.HasHandler()) continue;
-    const QRect place(widget.mapToGlobal(QPoint()), widget.size());
-    EXPECT_TRUE(kUsable.contains(place) || !view.Face().contains(place)) << control->Name();
-    EXPECT_FALSE(strip.Face().intersects(place)) << control->Name();
-  }
+  ExpectButtonsInSight(view, strip);
+  if (&view == &strip) return;
+  frmMain.Top = ToTwips(kUsable.top());
+  program_.machine.windows.KeepInSight(view);
+  ExpectButtonsInSight(view, strip);
 }
 
 // By Alt+F4 or the entry of a taskbar.
