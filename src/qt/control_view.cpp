@@ -24,7 +24,7 @@ void TellAnew(QWidget& widget) {
 }  // namespace
 
 ControlView::ControlView(FormView& form, Control& control, QWidget& widget)
-    : form_(form), control_(control), widget_(widget) {
+    : form_(form), control_(control), widget_(widget), hasFixedName_(!widget.accessibleName().isEmpty()) {
   CopyGeometry();
   if (widget.testAttribute(Qt::WA_WState_ExplicitShowHide) && widget.isHidden()) control.Visible = false;
   if (!widget.isEnabled()) control.Enabled = false;
@@ -74,12 +74,11 @@ void ControlView::FollowCommonProperties() {
 
 // A name for screen readers: the one drawn with the window wins, then the tool tip.
 void ControlView::ShowName() {
-  if (widget_.property("fixedName").toBool()) return;
-  if (!control_.ToolTipText().empty()) widget_.setAccessibleName(Text(control_.ToolTipText));
+  if (!hasFixedName_ && !control_.ToolTipText().empty())
+    widget_.setAccessibleName(Text(control_.ToolTipText));
 }
 
 void ControlView::Ready() {
-  if (!widget_.accessibleName().isEmpty()) widget_.setProperty("fixedName", true);
   ShowName();
   if (MakesClicks() && control_.Click.HasHandler()) widget_.setFocusPolicy(Qt::TabFocus);
 }

@@ -89,6 +89,7 @@ class ControlView : public QObject {
 
   Control& control_;
   QWidget& widget_;
+  const bool hasFixedName_;
   std::vector<Subscription> subscriptions_;
   bool fromWidget_ = false;
 };

@@ -135,6 +135,7 @@ TEST_F(Binding, AssistiveTechnologyReadsAndPresses) {
   second->chkMode.Click = note("box");
   second->lblTitle.Click = note("label");
   second->imgClose.Click = note("close");
+  second->imgClose.ToolTipText = "結束";  // as a Form_Load does
   second->Show();
   machine.loop.DoEvents();
   const auto of = [&](const Control& control) {
@@ -156,7 +157,9 @@ TEST_F(Binding, AssistiveTechnologyReadsAndPresses) {
   EXPECT_EQ(of(second->lblTitle)->role(), QAccessible::PushButton);
   EXPECT_EQ(of(second->optSize(0))->role(), QAccessible::RadioButton);
   EXPECT_EQ(Told(Widget(second->picButtons(0))), QStringList({"送出", ""}));
-  EXPECT_EQ(Told(Widget(second->imgClose)), QStringList({"關閉", "關閉"}));
+  EXPECT_EQ(Told(Widget(second->imgClose)), QStringList({"結束", "結束"}));
+  second->imgClose.ToolTipText = "中斷";
+  EXPECT_EQ(Told(Widget(second->imgClose)), QStringList({"中斷", "中斷"})) << "it does something else now";
   EXPECT_EQ(Told(Widget(second->chkMode)), QStringList({"選項", ""}));
   EXPECT_EQ(Told(Widget(second->lblTitle)), QStringList({"標題", ""}));
   second->txtInput.Description = "句子正確";
