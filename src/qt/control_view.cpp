@@ -107,6 +107,7 @@ bool ControlView::CanBePressed() const {
 }
 
 void ControlView::Press() {
+  if (!form_.IsDetached() && IsStopButton()) form_.Windows().Loop().BreakOff();
   const auto click = [this] {
     if (!form_.IsDetached() && control_.AcceptsInput()) ClickIt();
   };

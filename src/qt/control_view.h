@@ -46,9 +46,14 @@ class ControlView : public QObject {
   /// True where it is one of several and the chosen one.
   virtual bool IsChosen() const { return false; }
   virtual bool CanBePressed() const;
+  /// True while it shows the button that ends what is going on.
+  virtual bool IsStopButton() const { return false; }
+  /// The keys that act as a click.
+  virtual bool IsClickKey(int key) const;
   /// True while an input method composes a text in it.
   virtual bool IsComposing() const { return false; }
-  /// The press of a screen reader: a click that comes when nothing else runs, and not behind a question.
+  /// The press of a screen reader, not behind a question: a click that comes when nothing else runs. A stop
+  /// button ends what is going on at once.
   void Press();
 
   /// Anything wrong with how the control is drawn; "" for nothing.
@@ -60,8 +65,6 @@ class ControlView : public QObject {
   virtual bool Handle(QEvent*) { return false; }
   /// True where the widget itself does nothing with the mouse, so that the view makes the clicks.
   virtual bool MakesClicks() const { return true; }
-  /// The keys that act as a click.
-  virtual bool IsClickKey(int key) const;
   /// True: the key goes no further.
   virtual bool HandleKey(QKeyEvent* event);
   /// Raises KeyDown. True when the key goes no further.

@@ -8,6 +8,7 @@
 #include <memory>
 #include <utility>
 
+#include "qt/control_view.h"
 #include "qt/qt_loop.h"
 
 namespace marovane {
@@ -30,21 +31,37 @@ Kind KindOf(const QObject& watched, QEvent::Type type) {
     case QEvent::Wheel:
     case QEvent::TouchBegin:
     case QEvent::TouchUpdate:
-    case QEvent::TouchEnd: return Kind::kKept;
+    case QEvent::TouchEnd:
+      return Kind::kKept;
     case QEvent::MouseMove:
     case QEvent::DragEnter:
     case QEvent::DragMove:
-    case QEvent::Drop: return Kind::kDropped;
-    default: return Kind::kNone;
+    case QEvent::Drop:
+      return Kind::kDropped;
+    default:
+      return Kind::kNone;
   }
 }
 
-bool BreaksOff(const QEvent& event) {
-  if (event.type() == QEvent::KeyPress) return static_cast<const QKeyEvent&>(event).key() == Qt::Key_Escape;
-  if (event.type() != QEvent::MouseButtonRelease) return false;
-  const QPoint place = static_cast<const QMouseEvent&>(event).globalPosition().toPoint();
-  const QWidget* const clicked = QApplication::widgetAt(place);
-  return clicked != nullptr && clicked->property("breaksOff").toBool();
+bool IsEscape(const QEvent& event) {
+  return event.type() == QEvent::KeyPress && static_cast<const QKeyEvent&>(event).key() == Qt::Key_Escape;
+}
+
+bool IsStopButton(const QWidget* widget) {
+  const ControlView* const view = widget == nullptr ? nullptr : ControlView::Of(*widget);
+  return view != nullptr && view->IsStopButton();
+}
+
+// By the mouse or by a key, as every other button.
+bool PressesStopButton(const QEvent& event) {
+  if (event.type() == QEvent::MouseButtonRelease) {
+    const auto& click = static_cast<const QMouseEvent&>(event);
+    return click.button() == Qt::LeftButton &&
+           IsStopButton(QApplication::widgetAt(click.globalPosition().toPoint()));
+  }
+  const QWidget* const target = QApplication::focusWidget();
+  return event.type() == QEvent::KeyPress && IsStopButton(target) &&
+         ControlView::Of(*target)->IsClickKey(static_cast<const QKeyEvent&>(event).key());
 }
 
 }  // namespace
@@ -55,11 +72,11 @@ bool InputGate::eventFilter(QObject* watched, QEvent* event) {
   const Kind kind = KindOf(*watched, event->type());
   if (kind == Kind::kNone || event == handedOver_) return false;
   const bool isBlocked = loop_.IsBlocked();
-  if (BreaksOff(*event)) {
+  if (IsEscape(*event)) {
     loop_.BreakOff();
-    // It has ended the request, and shall not close the window beside.
-    if (isBlocked && event->type() == QEvent::KeyPress) return true;
+    if (isBlocked) return true;  // it has ended the request, and shall not close the window beside
   }
+  if (PressesStopButton(*event)) loop_.BreakOff();
   if (!isBlocked && kept_ == 0) return false;
   return kind == Kind::kDropped || Keep(*watched, *event);
 }

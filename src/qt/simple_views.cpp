@@ -167,6 +167,11 @@ bool PictureView::IsDecoration() const {
   });
 }
 
+bool PictureView::IsStopButton() const {
+  const QString stop = Widget().property("breaksOff").toString();
+  return !stop.isEmpty() && Text(box_.Picture).startsWith(stop) && box_.AcceptsInput();
+}
+
 bool PictureView::IsChosen() const { return Text(box_.Picture).contains("On_"); }
 
 bool PictureView::Handle(QEvent* event) {

@@ -70,7 +70,8 @@ class MarkView : public ClickedView {
 /// Paints a picture of the skin into a plain widget, with the text of the widget's property "caption" on it
 /// (below the drawing in a tall widget), and a ring around it while it has the focus. Where the skin has no
 /// picture of the name, a widget with a caption is painted as a button, whose state the name says:
-/// "...Over_", "...On_", or any other. A button whose widget has the property "tab" chooses a page.
+/// "...Over_", "...On_", or any other. A button whose widget has the property "tab" chooses a page. While its
+/// picture's name begins with the word in the property "breaksOff", it is a stop button.
 class PictureView : public ControlView {
  public:
   PictureView(FormView& form, PictureBox& box, QWidget& widget);
@@ -79,6 +80,7 @@ class PictureView : public ControlView {
   QString Caption() const override { return Widget().property("caption").toString(); }
   bool IsDecoration() const override;
   bool IsChosen() const override;
+  bool IsStopButton() const override;
 
  protected:
   bool Handle(QEvent* event) override;

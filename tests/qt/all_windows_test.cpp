@@ -146,6 +146,18 @@ TEST(MessageWindow, EscapeLeavesItByTheButtonThatRefuses) {
   }
 }
 
+TEST(EssayWindow, HasAStopButtonDuringAWalkAlone) {
+  WindowedProgram program;
+  FrmEssay& frmEssay = *program.composition.essay.frmEssay;
+  frmEssay.Show();
+  const ControlView& button = *program.machine.windows.Find(frmEssay)->Find(frmEssay.picButtons(0));
+  for (const bool walks : {false, true, false}) {
+    frmEssay.ShowStopButton(walks);
+    EXPECT_EQ(button.IsStopButton(), walks);
+    EXPECT_EQ(Utf8(button.Widget().accessibleName()), walks ? "中斷批改" : "關閉");
+  }
+}
+
 INSTANTIATE_TEST_SUITE_P(Program, EveryWindow, testing::ValuesIn(ProgramWindows()), [](const auto& info) {
   return QString::fromStdString(info.param.name).remove('-').toStdString();
 });

@@ -1,5 +1,6 @@
 #include <gmock/gmock.h>
 
+#include <QAccessible>
 #include <QFileDialog>
 #include <QInputMethodEvent>
 #include <QLineEdit>
@@ -251,40 +252,90 @@ TEST_F(QtLoopTest, InputDuringARequestWaitsAndEscapeBreaksItOff) {
   QtLoop& loop = machine.loop;
   std::vector<std::string> heard;
   form.QueryClose = [&] { heard.push_back("close"); };
-  form.cmdOK.Click = [&] { heard.push_back("click"); };
   form.txtLine.KeyPress = [&](int& key) { heard.push_back(std::string(1, char(key))); };
   form.txtLine.SetFocus();
-  const auto wait = [&](const std::function<void()>& act) {
-    Timer once(loop, 1, Timer::Kind::kVisual);
-    once.onTick = [&] {
-      once.Enabled = false;
-      act();
-    };
-    once.Enabled = true;
-    bool isStopped = false;
-    loop.RunBlocking([&] {
-      std::promise<void> stopped;
-      const std::stop_callback hear(loop.StopToken(), [&] { stopped.set_value(); });
-      isStopped = stopped.get_future().wait_for(kPatience) == std::future_status::ready;
-    });
-    EXPECT_TRUE(isStopped);
-    EXPECT_THAT(heard, ElementsAre());
-  };
-  wait([&] {
+  Timer once(loop, 1, Timer::Kind::kVisual);
+  once.onTick = [&] {
+    once.Enabled = false;
     for (const auto key : {Qt::Key_A, Qt::Key_B}) QTest::keyClick(Frame().windowHandle(), key);
     QTest::keyClick(Frame().windowHandle(), Qt::Key_Escape);
+  };
+  once.Enabled = true;
+  bool isStopped = false;
+  loop.RunBlocking([&] {
+    std::promise<void> stopped;
+    const std::stop_callback hear(loop.StopToken(), [&] { stopped.set_value(); });
+    isStopped = stopped.get_future().wait_for(kPatience) == std::future_status::ready;
   });
+  EXPECT_TRUE(isStopped);
+  EXPECT_THAT(heard, ElementsAre());
   EXPECT_EQ(loop.TimesBrokenOff(), 1);
   loop.DoEvents();
   EXPECT_THAT(std::exchange(heard, {}), ElementsAre("a", "b"));
   EXPECT_EQ(form.txtLine.Text(), "ab");
-  Widget(form.cmdOK).setProperty("breaksOff", true);
-  wait([&] {
-    QTest::keyClick(Frame().windowHandle(), Qt::Key_C);
-    ClickInWindow(form.cmdOK);
-  });
-  loop.DoEvents();
-  EXPECT_THAT(heard, ElementsAre("c", "click"));
+}
+
+TEST_F(QtLoopTest, StopButtonBreaksOffHoweverItIsPressed) {
+  PictureBox& button = form.picButtons(0);
+  QWidget& widget = Widget(button);
+  widget.setProperty("breaksOff", "imgStop");
+  int clicks = 0;
+  button.Click = [&] { ++clicks; };
+  const auto click = [&](Qt::MouseButton which) {
+    QWidget& top = *widget.window();
+    QTest::mouseClick(top.windowHandle(), which, {}, widget.mapTo(&top, widget.rect().center()));
+  };
+  const auto type = [&](Qt::Key key) { QTest::keyClick(Frame().windowHandle(), key); };
+  const auto press = [&] {
+    QAccessible::queryAccessibleInterface(&widget)->actionInterface()->doAction("Press");
+  };
+  const struct {
+    const char* what;
+    const char* picture;
+    std::function<void()> act;
+    int breaks;
+    int clicks;
+  } kCases[] = {
+      {"left button", "imgStopOver_0", [&] { click(Qt::LeftButton); }, 1, 1},
+      {"right button", "imgStopOver_0", [&] { click(Qt::RightButton); }, 0, 0},
+      {"Return", "imgStopOff_0", [&] { type(Qt::Key_Return); }, 1, 1},
+      {"blank", "imgStopOff_0", [&] { type(Qt::Key_Space); }, 1, 1},
+      {"another key", "imgStopOff_0", [&] { type(Qt::Key_A); }, 0, 0},
+      {"screen reader", "imgStopOff_0", press, 1, 1},
+      {"close button", "imgBtnOff_0", [&] { click(Qt::LeftButton); }, 0, 1},
+      {"close button by key", "imgBtnOff_0", [&] { type(Qt::Key_Space); }, 0, 1},
+      {"close button by screen reader", "imgBtnOff_0", press, 0, 1},
+      {"behind a question", "imgStopOff_0",
+       [&] {
+         form.Enabled = false;
+         press();
+       },
+       0, 0},
+  };
+  widget.setFocusPolicy(Qt::TabFocus);
+  for (const auto& c : kCases) {
+    form.Enabled = true;
+    button.Picture = c.picture;
+    widget.setFocus();
+    clicks = 0;
+    const int before = machine.loop.TimesBrokenOff();
+    std::atomic<bool> isDone = false;
+    Timer once(machine.loop, 1, Timer::Kind::kVisual);
+    once.onTick = [&] {
+      once.Enabled = false;
+      c.act();
+      isDone = true;
+    };
+    once.Enabled = true;
+    machine.loop.RunBlocking([&] {
+      while (!isDone) std::this_thread::yield();
+    });
+    EXPECT_EQ(machine.loop.TimesBrokenOff() - before, c.breaks) << c.what;
+    EXPECT_EQ(clicks, 0) << c.what;
+    machine.loop.DoEvents();
+    machine.loop.DoEvents();
+    EXPECT_EQ(clicks, c.clicks) << c.what;
+  }
 }
 
 TEST_F(QtLoopTest, FadeThatIsOverDuringARequestClosesItsWindowAfterIt) {
