@@ -163,6 +163,7 @@ void RichTextView::TextEdited() {
   if (isShowing_) return;
   const QString text = edit_.toPlainText();
   if (text == Lines(box_.Text)) return;  // only styles changed
+  if (!MayEdit()) return ShowText(box_.Text);
   if (box_.Text().empty())
     StyleAll(QTextCharFormat(typing_));  // a caret that was moved in an empty text has lost its style
   Edited(text, edit_.textCursor().position());

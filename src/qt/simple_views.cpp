@@ -253,9 +253,12 @@ void ListView::Fill(QComboBox& widget, const std::vector<std::string>& items) {
 SliderView::SliderView(FormView& form, Slider& slider, QSlider& widget) : ControlView(form, slider, widget) {
   widget.setValue(slider.Value);
   Follow(slider.Value, [&widget](int value) { widget.setValue(value); });
-  connect(&widget, &QSlider::valueChanged, this, [this, &slider](int value) {
+  connect(&widget, &QSlider::valueChanged, this, [this, &slider, &widget](int value) {
     if (value == slider.Value) return;  // it came from the model
-    Raise([this, &slider, value] { FromWidget([&] { slider.Value = value; }); });
+    Raise([this, &slider, &widget, value] {
+      if (!slider.AcceptsInput()) return widget.setValue(slider.Value);  // a screen reader passes all filters
+      FromWidget([&] { slider.Value = value; });
+    });
   });
 }
 

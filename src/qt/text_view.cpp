@@ -104,7 +104,15 @@ bool TextView::Composed(QInputMethodEvent* event) {
     PassOnComposition(*composedIn_, event);
     return true;
   }
-  return !isComposed && FilterCommit(*event);
+  if (!isComposed) return FilterCommit(*event);
+  const bool before = std::exchange(isCommitting_, true);
+  static_cast<QObject&>(Widget()).event(event);
+  isCommitting_ = before;
+  return true;
+}
+
+bool TextView::MayEdit() const {
+  return isCommitting_ || (box_.AcceptsInput() && !form_.Windows().Loop().IsBlocked());
 }
 
 // Some input methods deliver plain keys as committed text: what was not composed is filtered like a key.
@@ -192,23 +200,33 @@ LineView::LineView(FormView& form, TextBox& box, QLineEdit& widget)
     : TextView(form, box, widget), line_(widget) {
   if (box.Text().empty()) box.Text = Utf8(widget.text());
   widget.setText(Text(box.Text));
-  Follow(box.Text, [this](const std::string& text) {
-    if (line_.text() != Text(text)) line_.setText(Text(text));
-  });
+  Follow(box.Text, [this](const std::string& text) { ShowText(text); });
   const auto select = [this](int) { line_.setSelection(box_.SelStart, box_.SelLength); };
   Follow(box.SelStart, [this, select](int start) {
     line_.setCursorPosition(start);
     if (box_.SelLength > 0) select(start);
   });
   Follow(box.SelLength, select);
-  connect(&widget, &QLineEdit::textEdited, this,
-          [this](const QString& text) { Edited(text, line_.cursorPosition()); });
+  connect(&widget, &QLineEdit::textChanged, this, [this](const QString& text) { TextEdited(text); });
   const auto moved = [this] {
     if (line_.hasSelectedText()) return SelectionMoved(line_.selectionStart(), line_.selectionLength());
     SelectionMoved(line_.cursorPosition(), 0);
   };
   connect(&widget, &QLineEdit::selectionChanged, this, moved);
   connect(&widget, &QLineEdit::cursorPositionChanged, this, moved);
+}
+
+void LineView::ShowText(const std::string& text) {
+  if (line_.text() == Text(text)) return;
+  const bool before = std::exchange(isShowing_, true);
+  line_.setText(Text(text));
+  isShowing_ = before;
+}
+
+void LineView::TextEdited(const QString& text) {
+  if (isShowing_ || form_.IsDetached()) return;
+  if (!MayEdit()) return ShowText(box_.Text);
+  Edited(text, line_.cursorPosition());
 }
 
 }  // namespace marovane

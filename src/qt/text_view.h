@@ -33,12 +33,14 @@ class TextView : public ControlView {
   /// one.
   int ToWidget(int position) const;
   int ToModel(int position) const;
-  /// The user has edited: the text and the selection are copied, and Change is raised.
-  /// The user has changed the text. The caret is known before anybody is told.
+  /// False while no input is taken: screen readers edit a text past all filters.
+  bool MayEdit() const;
+  /// The user has edited: the text and the caret are copied, and then Change is raised.
   void Edited(const QString& text, int caret);
   void SelectionMoved(int start, int length);
 
   TextBox& box_;
+  bool isShowing_ = false;  // the widget changes by the model's wish
 
  private:
   /// The view of the box that gets what is typed here; null when it is this one.
@@ -53,6 +55,7 @@ class TextView : public ControlView {
   /// The character that the handlers of KeyPress let through, a null one for none.
   QChar Filtered(QChar character);
 
+  bool isCommitting_ = false;
   bool isComposing_ = false;       // something is composed that is not part of the text yet
   QPointer<TextView> composedIn_;  // where it is seen; null: here
 };
@@ -65,6 +68,9 @@ class LineView : public TextView {
   void Insert(const QString& text) override { line_.insert(text); }
 
  private:
+  void ShowText(const std::string& text);
+  void TextEdited(const QString& text);
+
   QLineEdit& line_;
 };
 
@@ -89,7 +95,6 @@ class RichTextView : public TextView {
 
   QTextEdit& edit_;
   QTextCharFormat typing_;  ///< style of the whole text and of what is typed next
-  bool isShowing_ = false;
 };
 
 }  // namespace marovane

@@ -9,8 +9,11 @@
 #include <QTextBlock>
 #include <QTextEdit>
 #include <QTextLayout>
+#include <atomic>
+#include <thread>
 
 #include "base/cp950.h"
+#include "platform/timer.h"
 #include "tests/qt/sample_form.h"
 
 namespace marovane {
@@ -168,6 +171,53 @@ TEST_F(Binding, AssistiveTechnologyReadsAndPresses) {
   press(second->cmdOK, "Press");
   press(second->chkMode, "Toggle");
   EXPECT_THAT(heard, testing::SizeIs(4)) << "behind a question nothing can be pressed";
+}
+
+TEST_F(Binding, AssistiveTechnologyChangesValuesWhereAPersonCould) {
+  form.txtInput.Text = form.txtLine.Text = "go";
+  int changes = 0;
+  const auto count = [&] { ++changes; };
+  form.txtInput.Change = count;
+  form.txtLine.Change = count;
+  form.sldSize.Change = count;
+  const auto of = [&](const Control& control) {
+    return QAccessible::queryAccessibleInterface(&Widget(control));
+  };
+  const auto change = [&] {
+    for (TextBox* box : {static_cast<TextBox*>(&form.txtInput), &form.txtLine}) {
+      of(*box)->editableTextInterface()->insertText(0, "I ");
+    }
+    of(form.sldSize)->valueInterface()->setCurrentValue(form.sldSize.Value + 1);
+  };
+  const auto expect = [&](const std::string& text, int value) {
+    machine.loop.DoEvents();
+    EXPECT_EQ(form.txtInput.Text(), text);
+    EXPECT_EQ(form.txtLine.Text(), text);
+    EXPECT_EQ(Edit().toPlainText().toStdString(), text);
+    EXPECT_EQ(of(form.txtLine)->text(QAccessible::Value).toStdString(), text);
+    EXPECT_EQ(form.sldSize.Value, value);
+    EXPECT_EQ(of(form.sldSize)->valueInterface()->currentValue().toInt(), value);
+  };
+  change();
+  expect("I go", 1);
+  EXPECT_EQ(changes, 3);
+  form.Enabled = false;
+  change();
+  expect("I go", 1);
+  form.Enabled = true;
+  std::atomic<bool> isDone = false;
+  Timer once(machine.loop, 1, Timer::Kind::kVisual);
+  once.onTick = [&] {
+    once.Enabled = false;
+    change();
+    isDone = true;
+  };
+  once.Enabled = true;
+  machine.loop.RunBlocking([&] {
+    while (!isDone) std::this_thread::yield();
+  });
+  expect("I go", 2);
+  EXPECT_EQ(changes, 4) << "the slider has waited for the end of the request";
 }
 
 TEST_F(Binding, TabComesToTheChosenOptionAndArrowsChooseAnother) {

@@ -25,6 +25,7 @@ class FrmSample : public Form {
   RichTextBox txtInput{*this, "txtInput"};
   TextBox txtLine{*this, "txtLine"}, txtFocus{*this, "txtFocus"};
   ComboBox cboList{*this, "cboList"};
+  Slider sldSize{*this, "sldSize"};
 
   void Form_Activate() override { ++activations; }
   void Form_Resize() override { ++resizes; }
