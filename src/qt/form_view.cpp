@@ -194,6 +194,7 @@ void FormView::ShowOrHide() {
   if (isShown == frame_->isVisible()) return;
   if (!isShown) windows_.PassFocusOn(*this);
   if (isShown && !IsWithinReach(Face())) windows_.KeepInSight(*this);
+  if (isShown) windows_.Appears(*this);
   frame_->setVisible(isShown);
 }
 

@@ -115,10 +115,6 @@ void QtWindows::Loaded(Form& form) {
 void QtWindows::Shown(Form& form, bool isModal) {
   FormView* const view = Find(form);
   if (view == nullptr) return;
-  if (view->Frame().IsDialog() && !view->Frame().isVisible()) {
-    if (FormView* const owner = LastActive(form)) view->Frame().SetOwner(owner->Frame());
-  }
-  if (!view->Frame().isVisible()) newest_ = &form;
   view->Show();
   shownAt_[&form] = loop_.Elapsed();
   if (!view->IsPopup()) WindowSystem::Shown(form, isModal);
@@ -131,7 +127,7 @@ void QtWindows::Forget(const Form& form) {
   Retire(std::move(view.mapped()));
   std::erase(recent_, &form);
   if (wanted_ == &form) wanted_ = nullptr;
-  if (newest_ == &form) newest_ = nullptr;
+  appearances_.erase(&form);
   shownAt_.erase(&form);
 }
 
@@ -149,14 +145,16 @@ void QtWindows::PassFocusOn(FormView& from) {
   QTimer::singleShot(kChoiceMade, heir, [this, heir] {
     if (heir->IsDetached() || wanted_ != &heir->Model() || !heir->Frame().isVisible()) return;
     const bool isActive = QGuiApplication::focusWindow() == heir->Frame().windowHandle();
-    if (!isActive && AcceptsInput(heir->Model())) heir->Frame().activateWindow();
+    if (isActive || IsAnotherProgramActive() || !AcceptsInput(heir->Model())) return;
+    heir->Frame().activateWindow();
   });
 }
 
 FormView* QtWindows::LastActive(const Form& butFor) const {
   for (auto it = recent_.rbegin(); it != recent_.rend(); ++it) {
     FormView* const view = *it == &butFor ? nullptr : Find(**it);
-    if (view != nullptr && view->Frame().isVisible() && AcceptsInput(view->Model())) return view;
+    if (view == nullptr || !view->Frame().isVisible() || view->Frame().isMinimized()) continue;
+    if (AcceptsInput(view->Model())) return view;
   }
   return nullptr;
 }
@@ -179,14 +177,28 @@ void QtWindows::Activate(Form& form) {
   WindowSystem::Activate(form);
 }
 
+void QtWindows::Appears(FormView& view) {
+  appearances_[&view.Model()] = ++lastAppearance_;
+  if (!view.Frame().IsDialog()) return;
+  FormView* const owner = LastActive(view.Model());
+  view.Frame().SetOwner(owner == nullptr ? nullptr : &owner->Frame());
+}
+
+bool QtWindows::IsCovered(const FormView& view) const {
+  const auto own = appearances_.find(&view.Model());
+  return std::ranges::any_of(views_, [&](const auto& other) {
+    const auto appearance = appearances_.find(other.first);
+    return appearance != appearances_.end() && own != appearances_.end() &&
+           appearance->second > own->second && other.second->Frame().isVisible() && !other.second->IsPopup();
+  });
+}
+
 // A Wayland compositor puts a window in front of others only when it appears.
 void QtWindows::Reappear(FormView& view) {
-  FormView* const newest = newest_ == nullptr ? nullptr : Find(*newest_);
-  const bool isCovered = newest != nullptr && newest != &view && newest->Frame().isVisible();
-  if (!isCovered || view.Frame().isActiveWindow()) return;
+  if (!IsCovered(view) || view.Frame().isActiveWindow()) return;
   view.Frame().hide();
+  Appears(view);
   view.Frame().show();
-  newest_ = &view.Model();
 }
 
 void QtWindows::RequestFocus(Control& control) {
@@ -274,6 +286,8 @@ bool QtWindows::eventFilter(QObject* watched, QEvent* event) {
   if (!IsInput(event->type()) || !watched->isWidgetType()) return false;
   FormView* const view = FindByWidget(static_cast<QWidget*>(watched));
   if (view == nullptr) return false;
+  // A click is the user's own choice of a window, and no late request for another one counts.
+  if (event->type() == QEvent::MouseButtonPress && wanted_ != &view->Model()) wanted_ = nullptr;
   auto& widget = static_cast<QWidget&>(*watched);
   if (event->type() == QEvent::InputMethod && IsComposedIn(*view, widget)) return false;
   if (AcceptsInput(view->Model())) return LeavesPage(*view, widget, *event);

@@ -57,6 +57,11 @@ class QtWindows : public QObject, public WindowSystem {
   FormView* Find(const Form& form) const;
   /// A window is about to be hidden.
   void PassFocusOn(FormView& from);
+  /// A window is about to be put on the screen.
+  void Appears(FormView& view);
+  /// True when another window that can be seen, and is no menu, has appeared later. Where programs cannot
+  /// stack windows, that one is in front.
+  bool IsCovered(const FormView& view) const;
   /// Moves a window to where it can be seen, on the screen with the strip and clear of that.
   void KeepInSight(FormView& view);
 
@@ -86,8 +91,9 @@ class QtWindows : public QObject, public WindowSystem {
   Skin skin_;
   QLibrary web_;
   std::map<const Form*, std::unique_ptr<FormView>> views_;
-  const Form* wanted_ = nullptr;  // called to the front last
-  const Form* newest_ = nullptr;  // appeared last
+  const Form* wanted_ = nullptr;            // called to the front last
+  std::map<const Form*, int> appearances_;  // rising numbers, the latest of each form
+  int lastAppearance_ = 0;
   std::map<const Form*, EventLoop::Milliseconds> shownAt_;
   std::vector<const Form*> recent_;  // the form that was active last is at the end
 };

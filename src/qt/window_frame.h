@@ -7,6 +7,9 @@
 
 namespace marovane {
 
+/// True when the window manager says that the active window is of another program. False where nobody knows.
+bool IsAnotherProgramActive();
+
 /// A frameless window around a form's content. All its geometry is that of the content; the margin that the
 /// shadow takes, and a title bar if it has one, are the frame's own affair.
 class WindowFrame : public QWidget {
@@ -28,8 +31,8 @@ class WindowFrame : public QWidget {
   }
   bool IsResizable() const { return isResizable_; }
   bool IsDialog() const { return windowType() == Qt::Dialog; }
-  /// Keeps the dialog in front of another window, and hands the keyboard back to that.
-  void SetOwner(WindowFrame& owner);
+  /// Keeps the dialog in front of another window, and hands the keyboard back to that; nullptr: of none.
+  void SetOwner(const WindowFrame* owner);
 
   void SetTopMost(bool topMost);
   /// Opacity, 0 to 1, where the window system has any.

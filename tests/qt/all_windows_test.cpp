@@ -146,6 +146,54 @@ TEST(MessageWindow, EscapeLeavesItByTheButtonThatRefuses) {
   }
 }
 
+TEST(MessageWindow, BelongsToTheWindowThatWasActiveLastAndCanBeSeen) {
+  WindowedProgram program;
+  QtWindows& windows = program.machine.windows;
+  const auto handle = [&](const Form& form) { return windows.Find(form)->Frame().windowHandle(); };
+  FrmMain& frmMain = *program.composition.frmMain;
+  FrmSetup& frmSetup = *program.composition.frmSetup;
+  FrmMessage& box = *program.composition.program.frmMessage;
+  const auto ownerOfBox = [&] {
+    box.Show();
+    program.machine.loop.DoEvents();
+    const QWindow* const owner = handle(box)->transientParent();
+    box.Hide();
+    return owner;
+  };
+  frmMain.Show();
+  frmSetup.Show();
+  EXPECT_EQ(ownerOfBox(), handle(frmSetup));
+  windows.Find(frmSetup)->Frame().showMinimized();
+  EXPECT_EQ(ownerOfBox(), handle(frmMain));
+  frmMain.Hide();
+  EXPECT_EQ(ownerOfBox(), nullptr);
+}
+
+TEST(EveryOpenWindow, IsCoveredByThoseThatAppearedLater) {
+  WindowedProgram program;
+  const auto isCovered = [&](const Form& form) {
+    return program.machine.windows.IsCovered(*program.machine.windows.Find(form));
+  };
+  FrmMain& frmMain = *program.composition.frmMain;
+  Form& frmSetup = *program.composition.frmSetup;
+  Form& frmPassword = *program.composition.frmPassword;
+  frmMain.Show();
+  frmSetup.Show();
+  program.composition.frmMenu->Show();
+  EXPECT_TRUE(isCovered(frmMain));
+  EXPECT_FALSE(isCovered(frmSetup)) << "a menu goes by itself";
+  frmPassword.Show();
+  EXPECT_TRUE(isCovered(frmSetup));
+  frmPassword.Hide();
+  EXPECT_FALSE(isCovered(frmSetup));
+  EXPECT_TRUE(isCovered(frmMain)) << "by the one before";
+  const int left = frmMain.Left;
+  frmMain.Left = kAway;
+  frmMain.Left = left;
+  EXPECT_FALSE(isCovered(frmMain)) << "it has appeared again";
+  EXPECT_TRUE(isCovered(frmSetup));
+}
+
 TEST(EssayWindow, HasAStopButtonDuringAWalkAlone) {
   WindowedProgram program;
   FrmEssay& frmEssay = *program.composition.essay.frmEssay;

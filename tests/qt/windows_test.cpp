@@ -109,6 +109,24 @@ TEST_F(QtWindowsTest, MinimisedWindowComesBackWhenItIsShownAgain) {
   EXPECT_TRUE(frame.isVisible() && !frame.isMinimized());
 }
 
+// A window manager may choose otherwise when a window goes, so its heir is asked for again, but not then.
+TEST_F(QtWindowsTest, WindowThatIsClickedKeepsTheKeyboardAfterAnotherHasGone) {
+  Window<FrmSample> heir{machine.machine};
+  Window<FrmSample> closed{machine.machine};
+  const auto isActive = [&](const Form& which) {
+    return machine.windows.Find(which)->Frame().isActiveWindow();
+  };
+  heir->Show();
+  closed->Show();
+  machine.Wait([&] { return isActive(*closed); });
+  closed->Hide();
+  machine.Wait([&] { return isActive(*heir); });
+  QTest::mouseClick(&Widget(form.picBG), Qt::LeftButton);
+  Frame().activateWindow();
+  machine.loop.DoEvents();
+  EXPECT_TRUE(isActive(form));
+}
+
 TEST_F(QtWindowsTest, FormMayUnloadItselfInItsOwnClick) {
   form.cmdOK.Click = [&] { form.Unload(); };
   QPointer<QWidget> button = &Widget(form.cmdOK);
