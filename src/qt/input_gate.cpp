@@ -4,7 +4,9 @@
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPointer>
+#include <QWheelEvent>
 #include <QWidget>
+#include <functional>
 #include <memory>
 #include <utility>
 
@@ -29,6 +31,7 @@ Kind KindOf(const QObject& watched, QEvent::Type type) {
     case QEvent::MouseButtonRelease:
     case QEvent::MouseButtonDblClick:
     case QEvent::Wheel:
+    case QEvent::ContextMenu:
     case QEvent::TouchBegin:
     case QEvent::TouchUpdate:
     case QEvent::TouchEnd:
@@ -64,6 +67,27 @@ bool PressesStopButton(const QEvent& event) {
          ControlView::Of(*target)->IsClickKey(static_cast<const QKeyEvent&>(event).key());
 }
 
+// What makes an event as it came. The toolkit has one place for all events of a mouse, which moves on with
+// it.
+std::function<std::unique_ptr<QEvent>()> MakerOf(const QEvent& event) {
+  if (const auto* mouse = dynamic_cast<const QMouseEvent*>(&event)) {
+    return [type = mouse->type(), local = mouse->position(), scene = mouse->scenePosition(),
+            global = mouse->globalPosition(), button = mouse->button(), buttons = mouse->buttons(),
+            modifiers = mouse->modifiers()] {
+      return std::make_unique<QMouseEvent>(type, local, scene, global, button, buttons, modifiers);
+    };
+  }
+  if (const auto* wheel = dynamic_cast<const QWheelEvent*>(&event)) {
+    return [local = wheel->position(), global = wheel->globalPosition(), pixels = wheel->pixelDelta(),
+            angle = wheel->angleDelta(), buttons = wheel->buttons(), modifiers = wheel->modifiers(),
+            phase = wheel->phase(), isInverted = wheel->inverted()] {
+      return std::make_unique<QWheelEvent>(local, global, pixels, angle, buttons, modifiers, phase,
+                                           isInverted);
+    };
+  }
+  return [copy = std::shared_ptr<QEvent>(event.clone())] { return std::unique_ptr<QEvent>(copy->clone()); };
+}
+
 }  // namespace
 
 InputGate::InputGate(QtLoop& loop) : loop_(loop) { qApp->installEventFilter(this); }
@@ -77,15 +101,14 @@ bool InputGate::eventFilter(QObject* watched, QEvent* event) {
     if (isBlocked) return true;  // it has ended the request, and shall not close the window beside
   }
   if (PressesStopButton(*event)) loop_.BreakOff();
-  if (!isBlocked && kept_ == 0) return false;
+  if (!isBlocked && (kept_ == 0 || QApplication::activeModalWidget() != nullptr)) return false;
   return kind == Kind::kDropped || Keep(*watched, *event);
 }
 
 bool InputGate::Keep(QObject& target, const QEvent& event) {
   ++kept_;
-  loop_.Post([gate = QPointer<InputGate>(this), target = QPointer<QObject>(&target),
-              event = std::shared_ptr<QEvent>(event.clone())] {
-    if (gate) gate->HandOver(target, *event);
+  loop_.Post([gate = QPointer<InputGate>(this), target = QPointer<QObject>(&target), make = MakerOf(event)] {
+    if (gate) gate->HandOver(target, *make());
   });
   return true;
 }

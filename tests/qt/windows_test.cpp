@@ -1,10 +1,12 @@
 #include <gmock/gmock.h>
 
 #include <QAccessible>
+#include <QDialog>
 #include <QFileDialog>
 #include <QInputMethodEvent>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QTimer>
 #include <QToolButton>
 #include <QTreeView>
 #include <algorithm>
@@ -241,15 +243,21 @@ TEST_F(QtLoopTest, BlockingWorkLetsOnlyPicturesMove) {
     // What the window system reports meanwhile waits until the work has ended.
     if (++frames != 1) return;
     ClickInWindow(form.cmdOK);
+    QTest::mouseMove(Frame().windowHandle(), QPoint(200, 200));
     QInputMethodEvent commit;
     commit.setCommitString("ab");
     QCoreApplication::sendEvent(&Widget(form.txtLine), &commit);
+    QContextMenuEvent menu(QContextMenuEvent::Keyboard, {}, {});
+    QCoreApplication::sendEvent(Frame().windowHandle(), &menu);
     Frame().close();
   };
   ordinary.onTick = [&] { ++ticks; };
   form.cmdOK.Click = [&] { heard.push_back("click"); };
   form.txtLine.KeyPress = [&](int& key) { heard.push_back(std::string(1, char(key))); };
   form.QueryClose = [&] { heard.push_back("close"); };
+  QWidget& clicked = Widget(form.cmdOK);
+  clicked.setContextMenuPolicy(Qt::CustomContextMenu);
+  QObject::connect(&clicked, &QWidget::customContextMenuRequested, [&] { heard.push_back("menu"); });
   visual.Enabled = true;
   ordinary.Enabled = true;
   loop.RunBlocking([&] {
@@ -260,7 +268,7 @@ TEST_F(QtLoopTest, BlockingWorkLetsOnlyPicturesMove) {
   visual.Enabled = false;
   loop.DoEvents();
   EXPECT_GT(ticks, 0);
-  EXPECT_THAT(heard, ElementsAre("click", "a", "b", "close"));
+  EXPECT_THAT(heard, ElementsAre("click", "a", "b", "menu", "close"));
   EXPECT_EQ(form.txtLine.Text(), "painted ab");
   EXPECT_THROW(loop.RunBlocking([] { throw RunTimeError("no line"); }), RunTimeError);
 }
@@ -291,6 +299,33 @@ TEST_F(QtLoopTest, InputDuringARequestWaitsAndEscapeBreaksItOff) {
   loop.DoEvents();
   EXPECT_THAT(std::exchange(heard, {}), ElementsAre("a", "b"));
   EXPECT_EQ(form.txtLine.Text(), "ab");
+}
+
+// A dialog of the toolkit has a loop of its own, which does not come to what is kept.
+TEST_F(QtLoopTest, DialogThatOpensAfterARequestHearsItsKeys) {
+  constexpr int kDeaf = 2;
+  int clicks = 0;
+  form.cmdOK.Click = [&] { ++clicks; };
+  std::atomic<bool> isKept = false;
+  Timer once(machine.loop, 1, Timer::Kind::kVisual);
+  once.onTick = [&] {
+    once.Enabled = false;
+    ClickInWindow(form.cmdOK);
+    isKept = true;
+  };
+  once.Enabled = true;
+  machine.loop.RunBlocking([&] {
+    while (!isKept) std::this_thread::yield();
+  });
+  QDialog dialog;
+  QTimer::singleShot(0, &dialog, [&] {
+    QTest::keyClick(dialog.windowHandle(), Qt::Key_Escape);
+    if (dialog.isVisible()) dialog.done(kDeaf);
+  });
+  EXPECT_EQ(dialog.exec(), QDialog::Rejected);
+  EXPECT_EQ(clicks, 0);
+  machine.loop.DoEvents();
+  EXPECT_EQ(clicks, 1) << "it is kept for the window behind";
 }
 
 TEST_F(QtLoopTest, StopButtonBreaksOffHoweverItIsPressed) {
