@@ -1,9 +1,11 @@
 #include "qt/browser_view.h"
 
 #include <QVBoxLayout>
-#include <future>
+#include <semaphore>
+#include <stop_token>
 
 #include "platform/form.h"
+#include "platform/run_time_error.h"
 #include "qt/form_view.h"
 #include "qt/qt_windows.h"
 #include "qt/text_convert.h"
@@ -73,13 +75,17 @@ void BrowserView::CopyInputs(const PageInputs& inputs) {
 void BrowserView::RefreshInputs() {
   constexpr std::chrono::seconds kPatience{1};  // with a page whose script does not end
   if (!pane_ || browser_.Page().empty()) return;
-  const auto came = std::make_shared<std::promise<void>>();
-  pane_->ReadInputs([this, came, guard = QPointer<BrowserView>(this)](const PageInputs& inputs) {
+  const auto isOver = std::make_shared<std::counting_semaphore<>>(0);
+  pane_->ReadInputs([this, isOver, guard = QPointer<BrowserView>(this)](const PageInputs& inputs) {
     if (guard && !form_.IsDetached()) CopyInputs(inputs);
-    came->set_value();
+    isOver->release();
   });
-  const auto answer = came->get_future();
-  form_.Windows().Loop().RunBlocking([&] { answer.wait_for(kPatience); });
+  QtLoop& loop = form_.Windows().Loop();
+  loop.RunBlocking([&] {
+    const std::stop_callback giveUp(loop.StopToken(), [&] { isOver->release(); });
+    static_cast<void>(isOver->try_acquire_for(kPatience));
+  });
+  if (loop.StopToken().stop_requested()) throw BrokenOff("the inputs of a page: broken off");
 }
 
 void BrowserView::Navigate(const std::string& url) {

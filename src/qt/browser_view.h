@@ -24,6 +24,7 @@ class BrowserView : public ControlView, public WebRenderer {
   void GoForward() override;
 
   /// Brings the inputs of the page into the model and waits for them, unless the page does not answer.
+  /// Throws BrokenOff when the learner does not want to wait.
   void RefreshInputs();
 
  protected:

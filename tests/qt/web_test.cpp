@@ -6,6 +6,8 @@
 #include <QPushButton>
 #include <filesystem>
 
+#include "platform/run_time_error.h"
+#include "platform/timer.h"
 #include "tests/qt/post_server.h"
 #include "tests/qt/shown_page.h"
 
@@ -200,6 +202,26 @@ TEST_F(WebView, InputsAreCurrentWhenAHandlerAsks) {
   again.onTick = [&] { button.click(); };
   again.Enabled = true;
   machine.Wait([&] { return isChecked; });
+}
+
+TEST_F(WebView, EscapeEndsTheWaitForAPageThatIsBusy) {
+  Write(OwnScript(
+      base::Literal("setInterval(function(){for(const end=Date.now()+3000;Date.now()<end;);},10);")));
+  int clicks = 0;
+  bool isBrokenOff = false;
+  form->cmdGo.Click = [&] { ++clicks; };
+  machine.loop.onUnhandledError = [&](const std::exception& error) {
+    isBrokenOff = dynamic_cast<const BrokenOff*>(&error) != nullptr;
+  };
+  Timer user(machine.loop, 50, Timer::Kind::kVisual);
+  user.onTick = [&] {
+    if (!machine.loop.IsBlocked()) return;
+    QTest::keyClick(machine.windows.Find(*form)->Frame().windowHandle(), Qt::Key_Escape);
+  };
+  user.Enabled = true;
+  int attempts = 0;
+  for (; !isBrokenOff; ++attempts) QTest::mouseClick(&machine.Widget(form->cmdGo), Qt::LeftButton);
+  EXPECT_EQ(clicks, attempts - 1);
 }
 
 TEST_F(WebView, PicturesOfTheProgramShowAndChineseIsRight) {
