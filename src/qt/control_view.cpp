@@ -15,12 +15,6 @@ namespace {
 
 constexpr const char* kViewProperty = "controlView";
 
-// What the toolkit has told of a widget before it was known which control it shows is told anew.
-void TellAnew(QWidget& widget) {
-  QAccessible::deleteAccessibleInterface(
-      QAccessible::uniqueId(QAccessible::queryAccessibleInterface(&widget)));
-}
-
 }  // namespace
 
 ControlView::ControlView(FormView& form, Control& control, QWidget& widget)
@@ -32,7 +26,6 @@ ControlView::ControlView(FormView& form, Control& control, QWidget& widget)
   widget.setMouseTracking(true);
   widget.installEventFilter(this);
   widget.setProperty(kViewProperty, QVariant::fromValue<QObject*>(this));
-  TellAnew(widget);
   FollowCommonProperties();
 }
 

@@ -1,6 +1,7 @@
 #include "qt/form_view.h"
 
 #include <QAbstractScrollArea>
+#include <QAccessible>
 #include <QCoreApplication>
 #include <QFile>
 #include <QPushButton>
@@ -46,6 +47,12 @@ bool IsContainer(const QWidget& widget) {
   return qobject_cast<const QAbstractScrollArea*>(&widget) == nullptr && widget.layout() == nullptr;
 }
 
+// What the toolkit has told of a widget before it was known which control it shows is told anew.
+void TellAnew(QWidget& widget) {
+  QAccessible::deleteAccessibleInterface(
+      QAccessible::uniqueId(QAccessible::queryAccessibleInterface(&widget)));
+}
+
 template <class Visit>
 void ForEachWidget(const QWidget& parent, const Visit& visit) {
   for (QObject* child : parent.children()) {
@@ -82,6 +89,7 @@ void FormView::Bind() {
     auto* const widget = frame_->Content()->findChild<QWidget*>(Text(control->Name()));
     auto view = widget == nullptr ? nullptr : MakeControlView(*this, *control, *widget);
     if (view) {
+      TellAnew(*widget);
       views_.push_back(std::move(view));
     } else {
       problems_ << Text(control->Name()) + (widget == nullptr ? ": no widget" : ": wrong kind of widget");
