@@ -5,7 +5,6 @@
 #include "core/data_paths.h"
 #include "core/key_value_file.h"
 #include "core/program.h"
-#include "core/resume_next.h"
 #include "core/settings.h"
 #include "platform/environment.h"
 #include "platform/window_system.h"
@@ -152,34 +151,6 @@ void FrmStartUp::Form_Load() {
   program_.hall.frmMain->AsForm().Show();
   // Whoever has closed the splash does not want another one.
   if (program_.app.gSplashShown) program_.hall.frmSplash->AsForm().Show();
-}
-
-void FrmStartUp::Form_Activate() {
-  // A window that cannot take the focus is no reason to bother the user.
-  RunSkippingFailures({[this] { PassFocusOn(); }});
-}
-
-void FrmStartUp::PassFocusOn() {
-  const auto& app = program_.app;
-  const auto& hall = program_.hall;
-  if (!app.gSplashShown) hall.frmMain->AsForm().BringToFront();
-  const auto pass = [](bool isOpen, const auto& door) {
-    if (isOpen) door->AsForm().BringToFront();
-  };
-  pass(app.gOpenCollocation, hall.frmCollocation);
-  pass(app.gOpenDiary, hall.frmDiary);
-  pass(app.gOpenErrList, hall.frmErrList);
-  pass(app.gOpenErrSentence, hall.frmErrSentence);
-  pass(app.gOpenFeedback, hall.frmFeedback);
-  pass(app.gOpenSentences, hall.frmSentences);
-  pass(app.gOpenSetup, hall.frmSetup);
-  pass(app.gOpenSuggest, hall.frmSuggest);
-  pass(app.gOpenBindSelect, hall.frmBindSelect);
-  pass(app.gOpenPassword, hall.frmPassword);
-  pass(app.gOpenEssayInputEdu, hall.frmEssayInputEdu);
-  pass(app.gOpenEssayInputForm, hall.frmEssayInputForm);
-  pass(app.gOpenEssayCollect, hall.frmEssayCollect);
-  pass(app.gOpenEssay, hall.frmEssay);
 }
 
 void FrmStartUp::Form_Unload() {

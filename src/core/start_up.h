@@ -22,8 +22,6 @@ class FrmStartUp : public Form {
 
   /// The start, up to the live main window.
   void Form_Load() override;
-  /// Passes the focus on to the open windows.
-  void Form_Activate() override;
   void Form_Unload() override;
 
   /// The start without windows, for editions that have none: all that comes before the main window is shown.
@@ -31,7 +29,6 @@ class FrmStartUp : public Form {
 
  private:
   static void RunCampusLogin(Program& program);
-  void PassFocusOn();
 
   Program& program_;
 };

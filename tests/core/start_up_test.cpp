@@ -235,24 +235,6 @@ TEST_F(FrmStartUpTest, SplashThatHasGoneIsNotBroughtBack) {
   }
 }
 
-TEST_F(FrmStartUpTest, FocusEndsAtTheLastOpenWindow) {
-  const auto activated = [&] {
-    machine.windows.ActiveChanged(nullptr);
-    root_.Form_Activate();
-    return machine.windows.Active();
-  };
-  app.gSplashShown = true;
-  EXPECT_EQ(activated(), nullptr) << "the main window waits for the splash";
-  app.gSplashShown = false;
-  EXPECT_EQ(activated(), &fakes.frmMain);
-  app.gOpenDiary = true;
-  EXPECT_EQ(activated(), &fakes.frmDiary);
-  app.gOpenSetup = true;
-  EXPECT_EQ(activated(), &fakes.frmSetup);
-  program.hall.frmSetup.LeadsTo([]() -> HallWindow& { throw RunTimeError("will not load"); });
-  EXPECT_EQ(activated(), &fakes.frmDiary) << "errors are swallowed";
-}
-
 class LowWindows : public HeadlessWindows {
  public:
   int LogicalDpi() const override { return 120; }
