@@ -290,7 +290,7 @@ bool QtWindows::eventFilter(QObject* watched, QEvent* event) {
   if (event->type() == QEvent::MouseButtonPress && wanted_ != &view->Model()) wanted_ = nullptr;
   auto& widget = static_cast<QWidget&>(*watched);
   if (event->type() == QEvent::InputMethod && IsComposedIn(*view, widget)) return false;
-  if (AcceptsInput(view->Model())) return LeavesPage(*view, widget, *event);
+  if (AcceptsInput(view->Model())) return LeavePage(*view, widget, *event);
   FormView* const modal = TopModal() == nullptr ? nullptr : Find(*TopModal());
   if (event->type() == QEvent::MouseButtonPress && modal != nullptr) {
     modal->Frame().raise();
@@ -306,7 +306,7 @@ bool QtWindows::IsComposedIn(const FormView& view, const QWidget& widget) {
 }
 
 // A page keeps Escape to itself, though it has no use for it.
-bool QtWindows::LeavesPage(FormView& view, QWidget& widget, const QEvent& event) const {
+bool QtWindows::LeavePage(FormView& view, const QWidget& widget, const QEvent& event) {
   if (event.type() != QEvent::KeyPress) return false;
   if (static_cast<const QKeyEvent&>(event).key() != Qt::Key_Escape) return false;
   return dynamic_cast<BrowserView*>(view.Find(&widget)) != nullptr && view.ClickMarked("escape");
@@ -321,8 +321,12 @@ void QtWindows::FocusMoved(QWidget* now) {
   });
 }
 
-void QtWindows::TypedInto(Control& control) {
-  loop_.Enter(Find(control.Owner()), [this, &control] { FocusChanged(&control); });
+void QtWindows::CountAsFocused(Control& control) {
+  FormView* const view = Find(control.Owner());
+  if (view == nullptr) return;
+  loop_.Enter(view, [this, view, &control] {
+    if (!view->IsDetached()) FocusChanged(&control);
+  });
 }
 
 void QtWindows::WindowFocused(QWindow* window) {

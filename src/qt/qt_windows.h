@@ -47,7 +47,7 @@ class QtWindows : public QObject, public WindowSystem {
 
   QtLoop& Loop() const { return loop_; }
   /// The control counts as the one with the focus, though its widget does not have it yet.
-  void TypedInto(Control& control);
+  void CountAsFocused(Control& control);
   Skin& Pictures() { return skin_; }
   const QString& UiFolder() const { return options_.uiFolder; }
   /// A new pane of the web engine, whose library is loaded at the first one. Throws RunTimeError.
@@ -71,7 +71,7 @@ class QtWindows : public QObject, public WindowSystem {
  private:
   void Retire(std::unique_ptr<FormView> view);
   static bool IsComposedIn(const FormView& view, const QWidget& widget);
-  bool LeavesPage(FormView& view, QWidget& widget, const QEvent& event) const;
+  static bool LeavePage(FormView& view, const QWidget& widget, const QEvent& event);
   FormView* FindByWidget(const QWidget* widget) const;
   FormView* FindByWindow(const QWindow* window) const;
   void FocusMoved(QWidget* now);

@@ -99,7 +99,7 @@ bool TextView::Composed(QInputMethodEvent* event) {
   isComposing_ = !event->preeditString().isEmpty();
   const bool isComposed = wasComposing || isComposing_;
   if (!isComposed && event->commitString().isEmpty()) return false;
-  if (!wasComposing) composedIn_ = TypedInto();
+  if (!wasComposing) composedIn_ = TypingTarget();
   if (composedIn_) {
     PassOnComposition(*composedIn_, event);
     return true;
@@ -126,7 +126,7 @@ bool TextView::FilterCommit(const QInputMethodEvent& event) {
   return true;
 }
 
-TextView* TextView::TypedInto() const {
+TextView* TextView::TypingTarget() const {
   const QByteArray name = Widget().property("typeInto").toByteArray();
   if (name.isEmpty()) return nullptr;
   Control* const target = form_.Model().Find(name.toStdString());
@@ -135,7 +135,7 @@ TextView* TextView::TypedInto() const {
 }
 
 bool TextView::PassOn(QKeyEvent* event) {
-  TextView* const target = TypedInto();
+  TextView* const target = TypingTarget();
   if (target == nullptr) return false;
   target->Model().SetFocus();
   QCoreApplication::sendEvent(&target->Widget(), event);
@@ -145,19 +145,20 @@ bool TextView::PassOn(QKeyEvent* event) {
 // A widget that loses the focus has its composition ended by the toolkit. So the other box gets the focus
 // when the composition is over, and behaves in the meantime as if it had it.
 void TextView::PassOnComposition(TextView& target, QInputMethodEvent* event) {
-  form_.Windows().TypedInto(target.Model());
+  form_.Windows().CountAsFocused(target.Model());
   QCoreApplication::sendEvent(&target.Widget(), event);
   QGuiApplication::inputMethod()->update(Qt::ImCursorRectangle);
   if (isComposing_) return;
   const auto follow = [this, box = QPointer<TextView>(&target)] {
     if (box && !form_.IsDetached() && !isComposing_ && Widget().hasFocus()) box->Model().SetFocus();
   };
-  QMetaObject::invokeMethod(this, follow, Qt::QueuedConnection);
+  const auto enter = [this, follow] { form_.Windows().Loop().Enter(this, follow); };
+  QMetaObject::invokeMethod(this, enter, Qt::QueuedConnection);
 }
 
 // Input methods ask where the caret is, to show their candidates below it.
 bool TextView::Answer(QInputMethodQueryEvent* query) {
-  TextView* const other = TypedInto();
+  TextView* const other = TypingTarget();
   TextView& asked = other == nullptr ? *this : *other;
   static_cast<QObject&>(asked.Widget()).event(query);
   const QPoint offset = asked.Widget().mapToGlobal(asked.CaretOrigin()) - Widget().mapToGlobal(QPoint());

@@ -44,7 +44,7 @@ class TextView : public ControlView {
 
  private:
   /// The view of the box that gets what is typed here; null when it is this one.
-  TextView* TypedInto() const;
+  TextView* TypingTarget() const;
   bool HandleComposingKey(const QKeyEvent& event);
   bool Composed(QInputMethodEvent* event);
   void DropComposition();

@@ -353,6 +353,14 @@ TEST_F(TextBoxView, WhatIsComposedBesideTheBoxIsSeenInItAndArrivesWhole) {
   Compose(beside, "ㄨ", "中");
   EXPECT_TRUE(beside.hasFocus());
   Compose(beside, "", "文");
+  std::atomic<int> frames = 0;
+  Timer visual(machine.loop, 1, Timer::Kind::kVisual);
+  visual.onTick = [&] { ++frames; };
+  visual.Enabled = true;
+  machine.loop.RunBlocking([&] {
+    while (frames < 3) std::this_thread::yield();
+  });
+  EXPECT_TRUE(beside.hasFocus()) << "the focus moves when the request is over";
   machine.loop.DoEvents();
   EXPECT_TRUE(Edit().hasFocus());
   EXPECT_EQ(preedit(), "");

@@ -328,6 +328,26 @@ TEST_F(QtLoopTest, DialogThatOpensAfterARequestHearsItsKeys) {
   EXPECT_EQ(clicks, 1) << "it is kept for the window behind";
 }
 
+TEST_F(QtLoopTest, FormThatHasGoneDuringARequestHearsOfNoFocus) {
+  std::atomic<bool> isDone = false;
+  int focused = 0;
+  form.txtLine.GotFocus = [&] { ++focused; };
+  Timer once(machine.loop, 1, Timer::Kind::kVisual);
+  once.onTick = [&] {
+    once.Enabled = false;
+    machine.windows.CountAsFocused(form.txtLine);
+    window.Unload();
+    isDone = true;
+  };
+  const EventLoop::HandlerScope scope(machine.loop);  // the form that has gone lives until its end
+  once.Enabled = true;
+  machine.loop.RunBlocking([&] {
+    while (!isDone) std::this_thread::yield();
+  });
+  machine.loop.DoEvents();
+  EXPECT_EQ(focused, 0);
+}
+
 TEST_F(QtLoopTest, StopButtonBreaksOffHoweverItIsPressed) {
   PictureBox& button = form.picButtons(0);
   QWidget& widget = Widget(button);
