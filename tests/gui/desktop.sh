@@ -1,7 +1,8 @@
 # Functions for scripts that work the real program from outside: a screen of its own, real keys and clicks.
 # Sourced by tests/gui/* and scripts/screenshots. Wants $MAROVANE, the path of the program.
 
-# Says where a script ended that did not come to its end.
+# Says where a script ended that did not come to its end, also within a function.
+set -o errtrace
 trap 'echo "$0: line $LINENO: failed: $BASH_COMMAND" >&2' ERR
 
 # xdotool reads what it shall type in the encoding of the locale.
@@ -20,10 +21,11 @@ wait_until() {
 }
 
 # start_screen WIDTHxHEIGHT: a screen without a window manager. No key repeats itself there, however long a busy
-# machine takes between its press and its release.
+# machine takes between its press and its release. It lives on when its last program has gone: while it starts
+# anew, it refuses the next one.
 start_screen() {
   SCREEN_FILE=$WORK/display
-  Xvfb -displayfd 3 -screen 0 "${1}x24" -nolisten tcp -r 3>"$SCREEN_FILE" 2>/dev/null &
+  Xvfb -displayfd 3 -screen 0 "${1}x24" -nolisten tcp -r -noreset 3>"$SCREEN_FILE" 2>/dev/null &
   SCREEN_PID=$!
   wait_until test -s "$SCREEN_FILE"
   export DISPLAY=:$(cat "$SCREEN_FILE")
