@@ -127,6 +127,7 @@ void QtWindows::Forget(const Form& form) {
   Retire(std::move(view.mapped()));
   std::erase(recent_, &form);
   if (wanted_ == &form) wanted_ = nullptr;
+  if (heir_ == &form) heir_ = nullptr;
   appearances_.erase(&form);
   shownAt_.erase(&form);
 }
@@ -140,6 +141,7 @@ void QtWindows::PassFocusOn(FormView& from) {
   EndModal(from.Model());
   FormView* const heir = LastActive(from.Model());
   if (heir == nullptr) return;
+  heir_ = &heir->Model();
   wanted_ = &heir->Model();
   heir->Frame().activateWindow();
   QTimer::singleShot(kChoiceMade, heir, [this, heir] {
@@ -337,8 +339,11 @@ void QtWindows::WindowFocused(QWindow* window) {
     return;
   }
   if (view->IsPopup() || TurnsBackTo(view->Model())) return;
-  std::erase(recent_, &view->Model());
-  recent_.push_back(&view->Model());
+  // One that only stands in for a window that was hidden is no choice of the user's: that window comes back.
+  if (std::exchange(heir_, nullptr) != &view->Model()) {
+    std::erase(recent_, &view->Model());
+    recent_.push_back(&view->Model());
+  }
   loop_.Enter(view, [this, view] {
     if (!view->IsDetached()) ActiveChanged(&view->Model());
   });

@@ -96,6 +96,7 @@ class QtWindows : public QObject, public WindowSystem {
   int lastAppearance_ = 0;
   std::map<const Form*, EventLoop::Milliseconds> shownAt_;
   std::vector<const Form*> recent_;  // the form that was active last is at the end
+  const Form* heir_ = nullptr;       // was asked to take the keyboard over from a window that is hidden
 };
 
 }  // namespace marovane
