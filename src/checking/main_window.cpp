@@ -183,6 +183,10 @@ void FrmMain::SetInputTextStyle(int mode) {
 
 void FrmMain::ShowVerdict(Color color, const std::string& words) {
   txtInput.SelColor = color;
+  SayOutcome(words);
+}
+
+void FrmMain::SayOutcome(const std::string& words) {
   showsVerdict_ = true;
   Describe(words);
 }

@@ -45,6 +45,8 @@ class FrmMain : public Form, public MainWindow {
   /// Colours the sentence by its verdict, and says it in words to those who do not see the colour. The first
   /// change of the text takes both away again.
   void ShowVerdict(Color color, const std::string& words);
+  /// The same in words alone, for a check that no verdict ends.
+  void SayOutcome(const std::string& words);
   void imgMenu_Click(int index);
   /// Starts the fade-out that ends the program.
   void DoCloseAppEffect();

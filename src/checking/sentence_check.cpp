@@ -98,6 +98,7 @@ void StopCheck(FrmMain& frmMain) {
 void GiveUp(FrmMain& frmMain, const EngineClient& engine) {
   if (engine.IsBrokenOff()) {
     frmMain.stopReason = "已中斷檢查";
+    frmMain.SayOutcome(frmMain.stopReason);
   } else if (engine.Refusal().empty()) {
     Refuse(frmMain, Message::kEngineTimeout);
   } else {

@@ -194,6 +194,7 @@ void FrmEssay::SetDefaultValue() {
   imgClose.Visible = true;
   lblCaps(0).Caption = "";
   lblCaps(1).Caption = "";
+  txtInput.Description = "";
   app.gEssayCurrent.clear();
   app.gEssaySentence.clear();
   app.gEssayCurSentence.clear();

@@ -72,6 +72,7 @@ void BeginWalk(EssayContext& context) {
   frmEssay.txtInput.Text = app.gEssaySentence;
   StyleAllText(frmEssay.txtInput, kUnread);
   frmEssay.txtInput.SelLength = 0;
+  frmEssay.txtInput.Description = "";
   frmEssay.ShowStopButton(true);
   frmEssay.picButtons(0).Visible = true;
   frmEssay.picButtons(1).Visible = false;
@@ -224,6 +225,7 @@ Next ActOnVerdict(EssayContext& context) {
     if (!KeepsWarned(context)) return CorrectSentence(context);
     app.gVerdict = "PASS";
   }
+  if (verdict == "PASS") context.frmEssay->txtInput.Description = "句子正確：" + app.gEssayCurSentence;
   if (app.gVerdict == "PASS") PaintSentence(context, kPassed);
   return Next::kSentence;
 }

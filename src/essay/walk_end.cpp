@@ -67,6 +67,7 @@ void ArrangeInMiddle(FrmEssay& frmEssay, int count) {
 
 void ShowStopped(EssayContext& context) {
   FrmEssay& frmEssay = *context.frmEssay;
+  frmEssay.txtInput.Description = "已中斷批改";
   frmEssay.picButtons(0).Visible = false;
   frmEssay.picButtons(1).Visible = false;
   if (context.program.app.gEngineLevel.starts_with("edu")) frmEssay.picButtons(2).Visible = true;

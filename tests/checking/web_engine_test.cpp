@@ -82,6 +82,8 @@ TEST_F(WebEngineTest, EscapeEndsACheckWithoutAMessage) {
     Enter("He goes.");
     EXPECT_LE(machine.loop.Elapsed() - before, 300ms) << page;
     ExpectStop("He goes.");
+    EXPECT_EQ(Main().txtFocus.Description(), "已中斷檢查")
+        << "for those who do not see that the box has gone";
   }
   machine.http.breaksOff = nullptr;
   Enter("He goes.");

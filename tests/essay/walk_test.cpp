@@ -24,6 +24,20 @@ TEST_F(EssayTest, WalksToTheReport) {
   EXPECT_EQ(composition.frmMain->Left, -20000);
 }
 
+TEST_F(EssayTest, WhatBecomesOfEachSentenceIsSaidInWords) {
+  room.StartOwnEssay("My day");
+  std::vector<std::string> said;
+  const auto listen = Window().txtInput.Description.Watch([&said](const std::string& words) {
+    if (!words.empty()) said.push_back(words);
+  });
+  CorrectRefused("He goes home.");
+  replies["She go home."] = replies["He go home."];
+  ExpectMessage(Message::kWrongSentence);
+  BreakOff();
+  SendFrom(Window(), "I run. He go home. She go home.");
+  EXPECT_THAT(said, ElementsAre("句子正確：I run.", "句子正確：He goes home.", "已中斷批改"));
+}
+
 TEST_F(EssayTest, RefusesATextBeforeAnythingIsWritten) {
   const std::pair<std::string, const Message&> cases[] = {{"   ", Message::kEnterEssay},
                                                           {"He 去.", Message::kBadSigns}};
