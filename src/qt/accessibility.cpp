@@ -5,6 +5,7 @@
 #include <QAccessibleWidget>
 #include <QLabel>
 #include <QPointer>
+#include <algorithm>
 
 #include "qt/control_view.h"
 #include "qt/window_frame.h"
@@ -34,7 +35,7 @@ class PaneAccess : public QAccessibleWidget {
     return int(Children().indexOf(qobject_cast<QWidget*>(child->object())));
   }
   QString text(QAccessible::Text kind) const override {
-    const QString text = QAccessibleWidget::text(kind);
+    QString text = QAccessibleWidget::text(kind);
     if (!text.isEmpty() || kind != QAccessible::Name) return text;
     const QWidget& window = *widget()->window();
     return window.windowTitle().isEmpty() ? window.accessibleName() : window.windowTitle();
@@ -57,19 +58,10 @@ class WindowAccess : public PaneAccess {
   explicit WindowAccess(WindowFrame& frame) : PaneAccess(frame, QAccessible::Window) {}
 
   QAccessible::Role role() const override {
-    return Message() == nullptr ? QAccessible::Window : QAccessible::AlertMessage;
-  }
-  QString text(QAccessible::Text kind) const override {
-    const QLabel* const message = kind == QAccessible::Description ? Message() : nullptr;
-    return message == nullptr ? PaneAccess::text(kind) : message->text().trimmed();
-  }
-
- private:
-  const QLabel* Message() const {
-    for (const auto* label : widget()->findChildren<QLabel*>()) {
-      if (label->property("message").toBool()) return label;
-    }
-    return nullptr;
+    const auto labels = widget()->findChildren<QLabel*>();
+    const bool isMessage =
+        std::ranges::any_of(labels, [](const QLabel* label) { return label->property("message").toBool(); });
+    return isMessage ? QAccessible::AlertMessage : QAccessible::Window;
   }
 };
 

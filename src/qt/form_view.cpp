@@ -47,7 +47,7 @@ bool IsContainer(const QWidget& widget) {
   return qobject_cast<const QAbstractScrollArea*>(&widget) == nullptr && widget.layout() == nullptr;
 }
 
-// What the toolkit has told of a widget before it was known which control it shows is told anew.
+// What the toolkit has told of a widget before it was known what it shows is told anew.
 void TellAnew(QWidget& widget) {
   QAccessible::deleteAccessibleInterface(
       QAccessible::uniqueId(QAccessible::queryAccessibleInterface(&widget)));
@@ -82,6 +82,7 @@ void FormView::Load() {
   frame_->setWindowTitle(content->windowTitle());
   frame_->setAccessibleName(content->accessibleName());  // for a window without a title
   frame_->SetContent(content);
+  TellAnew(*content);
 }
 
 void FormView::Bind() {

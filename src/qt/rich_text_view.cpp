@@ -47,7 +47,8 @@ RichTextView::RichTextView(FormView& form, TextBox& box, QTextEdit& widget)
   widget.setTabChangesFocus(true);
   widget.setContextMenuPolicy(Qt::NoContextMenu);
   widget.viewport()->setMouseTracking(true);
-  widget.viewport()->setAccessibleName(widget.accessibleName());
+  // It is nothing by itself for those who do not see it, and the toolkit leaves out what has this name.
+  widget.viewport()->setObjectName("qt_rubberband");
   widget.viewport()->installEventFilter(this);
   if (box.Text().empty()) {
     box.Text = Utf8(widget.toPlainText());

@@ -39,11 +39,13 @@ LabelView::LabelView(FormView& form, Label& label, QLabel& widget)
     : ControlView(form, label, widget), label_(widget) {
   widget.setTextFormat(Qt::PlainText);
   BindCaption(label.Caption, widget);
+  TellMessage();
   if (widget.alignment() & Qt::AlignHCenter) label.Alignment = Label::kCenter;
   if (widget.alignment() & Qt::AlignRight) label.Alignment = Label::kRightJustify;
   Follow(label.Caption, [this](const std::string& text) {
     label_.setText(Lines(text));
     Fit();
+    TellMessage();
   });
   Follow(label.Alignment,
          [this](int alignment) { label_.setAlignment(QtAlignment(alignment, label_.alignment())); });
@@ -57,6 +59,13 @@ void LabelView::Ready() {
   ControlView::Ready();
   if (RepeatsAButton()) label_.setFocusPolicy(Qt::NoFocus);
   Fit();
+}
+
+// The text of a message is the description of its window, which the toolkit tells anew when it is set.
+void LabelView::TellMessage() {
+  const QString text = label_.text().trimmed();
+  if (!label_.property("message").toBool() || label_.window()->accessibleDescription() == text) return;
+  label_.window()->setAccessibleDescription(text);
 }
 
 // A caption beside a button of the same name only makes the button easier to hit.

@@ -23,6 +23,7 @@ class LabelView : public ControlView {
 
  private:
   bool RepeatsAButton() const;
+  void TellMessage();
   void Fit();
   void ShowStyle();
 

@@ -80,6 +80,9 @@ TEST_P(EveryWindow, IsToldToThoseWhoDoNotSeeIt) {
     if (widget == nullptr || thing.state().invisible) return;
     told.insert(widget);
     EXPECT_NE(thing.role(), QAccessible::NoRole) << Utf8(widget->objectName());
+    // The toolkit's own for a widget that is nothing by itself. A view of the web engine brings its page.
+    const bool isPlain = thing.role() == QAccessible::Client && !widget->inherits("QWebEngineView");
+    EXPECT_FALSE(isPlain) << Utf8(widget->objectName());
     EXPECT_NE(thing.text(QAccessible::Name), "") << Utf8(widget->objectName());
     for (int i = 0; i < thing.childCount(); ++i) {
       QAccessibleInterface& child = *thing.child(i);
@@ -143,6 +146,20 @@ TEST(MessageWindow, EscapeLeavesItByTheButtonThatRefuses) {
     user.Enabled = true;
     FrmMessage::MessageBox(own, c.message);
     EXPECT_EQ(own.app.gMsgResult, c.answer);
+  }
+}
+
+// The toolkit tells a description whenever it is set.
+TEST(MessageWindow, IsDescribedByItsText) {
+  WindowedProgram program;
+  Program& own = program.composition.program;
+  FrmMessage::ProgressMsgBox(own, Progress::kChecking);
+  QWidget& frame = program.machine.windows.Find(*own.frmMessage)->Frame();
+  for (const Progress& progress : {Progress::kChecking, Progress::kTranslating}) {
+    FrmMessage::ProgressMsgBox(own, progress);
+    EXPECT_EQ(Utf8(frame.accessibleDescription()), progress.text);
+    EXPECT_EQ(Utf8(QAccessible::queryAccessibleInterface(&frame)->text(QAccessible::Description)),
+              progress.text);
   }
 }
 
