@@ -43,10 +43,10 @@ class WindowSystem {
   virtual void BringToFront(Form& form);
   /// Asks for the focus. A view answers by FocusChanged when it has moved.
   virtual void RequestFocus(Control& control);
-  /// The form of the focused control becomes the active one.
+  /// Makes a form the active one, because it was shown, brought to the front or given the focus.
   virtual void Activate(Form& form);
 
-  /// The usable area of the main screen, without panels.
+  /// The usable area, without panels, of the screen on which the learner works: at first the main one.
   virtual Area Screen() const = 0;
   virtual Point Cursor() const = 0;
   /// A form's window follows the mouse until the button is released.

@@ -34,12 +34,13 @@ class FormView : public QObject {
   /// Moves the window there, and makes it lower or narrower if the face is.
   void SetFace(const QRect& face);
 
-  /// Shows the window, in front; before the first time it lets the controls get ready.
+  /// Shows the window, also a minimised one. Before the first time it lets the controls get ready and moves
+  /// the window into sight.
   void Show();
   /// The form is gone for its program: nothing of this view reaches it any more.
   void Detach();
   bool IsDetached() const { return isDetached_; }
-  /// It has been shown, and may be hidden now.
+  /// It has been shown at least once.
   bool IsReady() const { return isReady_; }
 
   /// Escape, Enter: clicks the first control that could be clicked and whose widget has the property

@@ -55,7 +55,7 @@ class QtWindows : public QObject, public WindowSystem {
   bool HasWebEngine() const { return web_.isLoaded(); }
   /// The view of an open form, nullptr for one that is not open.
   FormView* Find(const Form& form) const;
-  /// A window is about to be hidden.
+  /// A window is about to be hidden: if it has the keyboard, the one that was active before gets it.
   void PassFocusOn(FormView& from);
   /// A window is about to be put on the screen.
   void Appears(FormView& view);
