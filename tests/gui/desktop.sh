@@ -65,7 +65,14 @@ import() { timeout 15 import "$@"; }
 xdotool() { timeout 15 xdotool "$@"; }
 
 # The X window of a form, by its title.
-window_of() { xdotool search --onlyvisible --name "^$1\$" | head -n 1; }
+# A window of anybody's that goes during the search ends it with an error, and it is begun again.
+window_of() {
+  local found
+  for _ in {1..5}; do
+    ! found=$(xdotool search --onlyvisible --name "^$1\$" 2>/dev/null) || break
+  done
+  head -n 1 <<<"$found"
+}
 has_window() { [ -n "$(window_of "$1")" ]; }
 has_no_window() { [ -z "$(window_of "$1")" ]; }
 
