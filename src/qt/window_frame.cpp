@@ -2,6 +2,7 @@
 
 #include <xcb/xcb.h>
 
+#include <QAccessible>
 #include <QApplication>
 #include <QCloseEvent>
 #include <QHBoxLayout>
@@ -105,6 +106,9 @@ void WindowFrame::SetContent(QWidget* content) {
     setWindowFlags(Qt::Dialog | Qt::FramelessWindowHint | Qt::NoDropShadowWindowHint);
   }
   content->setParent(this);
+  // One with a name of its own has been described before it was the content of a window.
+  QAccessible::deleteAccessibleInterface(
+      QAccessible::uniqueId(QAccessible::queryAccessibleInterface(content)));
   content->setMouseTracking(true);
   content->installEventFilter(this);
   if (content->property("titleBar").toBool()) AddTitleBar();
@@ -266,7 +270,10 @@ void WindowFrame::hideEvent(QHideEvent*) {
   if (windowType() == Qt::Popup && onPopupClosed) onPopupClosed();
 }
 
-void WindowFrame::keyPressEvent(QKeyEvent* event) { event->setAccepted(onKey && onKey(event->key())); }
+void WindowFrame::keyPressEvent(QKeyEvent* event) {
+  event->setAccepted(onKey && onKey(event->key()));
+  if (!event->isAccepted()) QWidget::keyPressEvent(event);  // Escape closes a menu
+}
 
 bool WindowFrame::eventFilter(QObject* watched, QEvent* event) {
   const bool isMouse = event->type() == QEvent::MouseMove || event->type() == QEvent::MouseButtonRelease;
