@@ -2,6 +2,8 @@
 
   accessible.py watch               says what happens, as it happens: the event, and role, name and description of where
   accessible.py check WINDOW        fails unless everything that is seen in the window has a role and a name
+  accessible.py check-next WINDOW   the same for one that comes up after this has said "watching", such as a menu, which
+                                    belongs to no list of windows
   accessible.py reads WINDOW TEXT   fails unless a page in the window holds the text
 
 A window is named by the beginning of its title."""
@@ -16,7 +18,8 @@ EVENTS = {
     "object:property-change:accessible-description": "description",
     "window:activate": "window",
 }
-NAMELESS = (pyatspi.ROLE_INVALID, pyatspi.ROLE_UNKNOWN)
+NO_ROLE = (pyatspi.ROLE_INVALID, pyatspi.ROLE_UNKNOWN, pyatspi.ROLE_FILLER)
+PRESSED = (pyatspi.ROLE_PUSH_BUTTON, pyatspi.ROLE_CHECK_BOX, pyatspi.ROLE_MENU_ITEM)
 
 
 def has_state(thing, state):
@@ -43,13 +46,41 @@ def walk(thing, enters_pages):
             yield from walk(child, enters_pages)
 
 
+def holds_page(thing):
+    """The frame that the web engine puts around a page has no role of its own, and need not have one."""
+    return any(child and child.getRole() == pyatspi.ROLE_DOCUMENT_WEB for child in thing)
+
+
+def is_faulty(thing):
+    if thing.getRole() == pyatspi.ROLE_DOCUMENT_WEB:
+        return False
+    return not thing.name or (thing.getRole() in NO_ROLE and not holds_page(thing))
+
+
 def check(title):
-    found = list(walk(shown_window(title), enters_pages=False))
-    faulty = [f"{thing.getRoleName()} '{thing.name}' in '{thing.parent.name}'" for thing in found
-              if thing.getRole() in NAMELESS or not (thing.name or thing.getRole() == pyatspi.ROLE_DOCUMENT_WEB)]
-    presses = sum(thing.getRole() in (pyatspi.ROLE_PUSH_BUTTON, pyatspi.ROLE_CHECK_BOX) for thing in found)
+    check_window(title, shown_window(title))
+
+
+def check_window(title, window):
+    found = list(walk(window, enters_pages=False))
+    faulty = [f"{thing.getRoleName()} '{thing.name}' in '{thing.parent.name}'" for thing in found if is_faulty(thing)]
+    presses = sum(thing.getRole() in PRESSED for thing in found)
     if faulty or not presses:
         sys.exit(f"{title}: {presses} buttons, without role or name: {faulty}")
+
+
+def check_next(title):
+    came = []
+
+    def take(event):
+        if event.source.name.startswith(title):
+            came.append(event.source)
+            pyatspi.Registry.stop()
+
+    pyatspi.Registry.registerEventListener(take, "window:activate")
+    print("watching", flush=True)
+    pyatspi.Registry.start()
+    check_window(title, came[0])
 
 
 def reads(title, text):
@@ -76,4 +107,5 @@ def watch():
 
 
 if __name__ == "__main__":
-    {"watch": watch, "check": check, "reads": reads}[sys.argv[1]](*sys.argv[2:])
+    commands = {"watch": watch, "check": check, "check-next": check_next, "reads": reads}
+    commands[sys.argv[1]](*sys.argv[2:])

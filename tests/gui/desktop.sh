@@ -44,9 +44,9 @@ start_bus() {
   export DBUS_SESSION_BUS_ADDRESS=$(cat "$WORK/bus")
 }
 
-# start_program [SCALE]
+# start_program [EDITION]: at the scale in $SCALE, if there is one.
 start_program() {
-  "${AS_LEARNER[@]}" QT_SCALE_FACTOR="${1:-1}" "$MAROVANE" 2>"$WORK/log" &
+  "${AS_LEARNER[@]}" QT_SCALE_FACTOR="${SCALE:-1}" "$MAROVANE" "$@" 2>"$WORK/log" &
   PROGRAM_PID=$!
   DATA=$WORK/home/.local/share/marovane/marovane
 }
