@@ -58,10 +58,12 @@ bool TextView::Handle(QEvent* event) {
 
 bool TextView::HandleKey(QKeyEvent* event) {
   if (isComposing_) return HandleComposingKey(*event);
+  // The tabulator moves the focus whatever a filter keeps: without a mouse it is the way out of a box.
+  if (event->key() == Qt::Key_Tab || event->key() == Qt::Key_Backtab) return false;
   const QString text = event->text();
   if (SwallowsKey(*event)) return true;
   if (IsEditing(*event) && PassOn(event)) return true;
-  if (text.size() != 1 || text.at(0) == '\t') return false;  // the tabulator moves the focus
+  if (text.size() != 1) return false;
   const QChar filtered = Filtered(text.at(0));
   if (filtered.isNull() || form_.IsDetached()) return true;
   if (filtered.isPrint() && PassOn(event)) return true;

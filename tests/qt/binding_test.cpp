@@ -307,6 +307,22 @@ TEST_F(TextBoxView, EnterThatIsSwallowedLeavesTheTextAndAnotherBreaksTheLine) {
   EXPECT_EQ(form.txtInput.Text(), "one\r\nTwo");
 }
 
+TEST_F(TextBoxView, TabLeavesABoxThatRefusesEveryKey) {
+  int keys = 0;
+  const auto refuse = [&](int& key) {
+    ++keys;
+    key = 0;
+  };
+  form.txtInput.KeyDown = refuse;
+  form.txtInput.KeyPress = refuse;
+  for (const auto key : {Qt::Key_Tab, Qt::Key_Backtab}) {
+    Edit().setFocus();
+    QTest::keyClick(&Edit(), key);
+    EXPECT_FALSE(Edit().hasFocus());
+  }
+  EXPECT_EQ(keys, 0);
+}
+
 TEST_F(TextBoxView, KeysOfACompositionReachNoHandler) {
   int keys = 0;
   form.txtInput.KeyPress = [&](int&) { ++keys; };
