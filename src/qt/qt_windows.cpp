@@ -1,5 +1,6 @@
 #include "qt/qt_windows.h"
 
+#include <QAbstractEventDispatcher>
 #include <QApplication>
 #include <QKeyEvent>
 #include <QMessageBox>
@@ -61,6 +62,9 @@ QtWindows::QtWindows(QtLoop& loop, Options options)
   for (QScreen* screen : QGuiApplication::screens()) FollowScreen(screen);
   connect(qApp, &QGuiApplication::screenAdded, this, [this](QScreen* screen) { FollowScreen(screen); });
   connect(qApp, &QGuiApplication::screenRemoved, this, &QtWindows::ScreensChanged, Qt::QueuedConnection);
+  // The toolkit itself sends only after it has painted or heard from the screen, so that a fade or a move
+  // could wait for the next touch of the mouse.
+  connect(QAbstractEventDispatcher::instance(), &QAbstractEventDispatcher::aboutToBlock, this, &SendToScreen);
 }
 
 QtWindows::~QtWindows() {

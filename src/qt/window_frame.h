@@ -10,6 +10,9 @@ namespace marovane {
 /// True when the window manager says that the active window is of another program. False where nobody knows.
 bool IsAnotherProgramActive();
 
+/// Sends what the toolkit still keeps for an X server, and does not wait for it. Does nothing elsewhere.
+void SendToScreen();
+
 /// A frameless window around a form's content. All its geometry is that of the content; the margin that the
 /// shadow takes, and a title bar if it has one, are the frame's own affair.
 class WindowFrame : public QWidget {
