@@ -8,6 +8,8 @@ trap 'echo "$0: line $LINENO: failed: $BASH_COMMAND" >&2' ERR
 # xdotool reads what it shall type in the encoding of the locale.
 export LC_ALL=C.UTF-8
 
+SCALE=${SCALE:-1}
+
 # Tries a command again and again, for at most three minutes.
 wait_until() {
   local end=$((SECONDS + 180))
@@ -20,12 +22,13 @@ wait_until() {
   done
 }
 
-# start_screen WIDTHxHEIGHT: a screen without a window manager. No key repeats itself there, however long a busy
+# start_screen WIDTHxHEIGHT: a screen without a window manager, in pixels at the scale of 1, as all other places here
+# are. With $SCALE the screen and the program have that many times the density. No key repeats itself there, however long a busy
 # machine takes between its press and its release. It lives on when its last program has gone: while it starts
 # anew, it refuses the next one.
 start_screen() {
   SCREEN_FILE=$WORK/display
-  Xvfb -displayfd 3 -screen 0 "${1}x24" -nolisten tcp -r -noreset 3>"$SCREEN_FILE" 2>/dev/null &
+  Xvfb -displayfd 3 -screen 0 "$((${1%x*} * SCALE))x$((${1#*x} * SCALE))x24" -nolisten tcp -r -noreset 3>"$SCREEN_FILE" 2>/dev/null &
   SCREEN_PID=$!
   wait_until test -s "$SCREEN_FILE"
   export DISPLAY=:$(cat "$SCREEN_FILE")
@@ -44,9 +47,9 @@ start_bus() {
   export DBUS_SESSION_BUS_ADDRESS=$(cat "$WORK/bus")
 }
 
-# start_program [EDITION]: at the scale in $SCALE, if there is one.
+# start_program [EDITION]
 start_program() {
-  "${AS_LEARNER[@]}" QT_SCALE_FACTOR="${SCALE:-1}" "$MAROVANE" "$@" 2>"$WORK/log" &
+  "${AS_LEARNER[@]}" QT_SCALE_FACTOR="$SCALE" "$MAROVANE" "$@" 2>"$WORK/log" &
   PROGRAM_PID=$!
   DATA=$WORK/home/.local/share/marovane/marovane
 }
@@ -77,7 +80,7 @@ has_window() { [ -n "$(window_of "$1")" ]; }
 has_no_window() { [ -z "$(window_of "$1")" ]; }
 
 # click_in FORM X Y [BUTTON]: pixels within the window.
-click_in() { xdotool mousemove --window "$(window_of "$1")" "$2" "$3" click "${4:-1}"; }
+click_in() { xdotool mousemove --window "$(window_of "$1")" $(($2 * SCALE)) $(($3 * SCALE)) click "${4:-1}"; }
 
 # takes_keyboard FORM X Y: a click there, for wait_until before keys are sent. A window that has just come up may take
 # the keyboard once more, late.
@@ -105,7 +108,7 @@ has_color_in() {
 }
 
 # is_extended FORM: the menu of the main window has slid out.
-is_extended() { [ "$(xdotool getwindowgeometry "$(window_of "$1")" | sed -n 's/.*Geometry: [0-9]*x//p')" -gt 100 ]; }
+is_extended() { [ "$(xdotool getwindowgeometry "$(window_of "$1")" | sed -n 's/.*Geometry: [0-9]*x//p')" -gt $((100 * SCALE)) ]; }
 
 # The screen stands still. A window fades in; it takes clicks in their places when it has stopped changing.
 settled() {
