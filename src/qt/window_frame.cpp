@@ -74,11 +74,11 @@ QPainterPath RoundedPath(const QRectF& rect, qreal radius) {
 
 }  // namespace
 
-// Only the window manager tells the focus of another program from that of nobody.
 void SendToScreen() {
   if (xcb_connection_t* const connection = XConnection()) xcb_flush(connection);
 }
 
+// Only the window manager tells the focus of another program from that of nobody.
 bool IsAnotherProgramActive() {
   xcb_connection_t* const connection = XConnection();
   if (connection == nullptr || QGuiApplication::focusWindow() != nullptr) return false;

@@ -8,6 +8,7 @@ trap 'echo "$0: line $LINENO: failed: $BASH_COMMAND" >&2' ERR
 # xdotool reads what it shall type in the encoding of the locale.
 export LC_ALL=C.UTF-8
 
+# Pixels of a screen and of a program for each of those in which the scripts count.
 SCALE=${SCALE:-1}
 
 # Tries a command again and again, for at most three minutes.
@@ -22,13 +23,13 @@ wait_until() {
   done
 }
 
-# start_screen WIDTHxHEIGHT: a screen without a window manager, in pixels at the scale of 1, as all other places here
-# are. With $SCALE the screen and the program have that many times the density. No key repeats itself there, however long a busy
+# start_screen WIDTHxHEIGHT: a screen without a window manager. No key repeats itself there, however long a busy
 # machine takes between its press and its release. It lives on when its last program has gone: while it starts
 # anew, it refuses the next one.
 start_screen() {
+  local width=$((${1%x*} * SCALE)) height=$((${1#*x} * SCALE))
   SCREEN_FILE=$WORK/display
-  Xvfb -displayfd 3 -screen 0 "$((${1%x*} * SCALE))x$((${1#*x} * SCALE))x24" -nolisten tcp -r -noreset 3>"$SCREEN_FILE" 2>/dev/null &
+  Xvfb -displayfd 3 -screen 0 "${width}x${height}x24" -nolisten tcp -r -noreset 3>"$SCREEN_FILE" 2>/dev/null &
   SCREEN_PID=$!
   wait_until test -s "$SCREEN_FILE"
   export DISPLAY=:$(cat "$SCREEN_FILE")
