@@ -21,6 +21,10 @@ namespace marovane {
 
 namespace {
 
+// Within this time the keyboard's moves may still answer to what the program did; later they are the
+// learner's.
+constexpr EventLoop::Milliseconds kLate{1000};
+
 bool IsInput(QEvent::Type type) {
   constexpr std::array kInput{QEvent::MouseButtonPress,
                               QEvent::MouseButtonRelease,
@@ -120,7 +124,6 @@ void QtWindows::Shown(Form& form, bool isModal) {
   FormView* const view = Find(form);
   if (view == nullptr) return;
   view->Show();
-  shownAt_[&form] = loop_.Elapsed();
   if (!view->IsPopup()) WindowSystem::Shown(form, isModal);
 }
 
@@ -137,7 +140,8 @@ void QtWindows::Forget(const Form& form) {
 }
 
 // The window that was active before becomes so again. A window manager that sees the other one go may give
-// the keyboard to a window of its own choice, or to none, so it is asked once more when it has done so.
+// the keyboard to a window of its own choice, also of another program, or to none, so it is asked once more
+// when it has done so; not later, when the learner may have gone elsewhere.
 void QtWindows::PassFocusOn(FormView& from) {
   constexpr int kChoiceMade = 150;  // milliseconds
   const bool hasFocus = QGuiApplication::focusWindow() == from.Frame().windowHandle();
@@ -148,10 +152,10 @@ void QtWindows::PassFocusOn(FormView& from) {
   heir_ = &heir->Model();
   wanted_ = &heir->Model();
   heir->Frame().activateWindow();
-  QTimer::singleShot(kChoiceMade, heir, [this, heir] {
+  QTimer::singleShot(kChoiceMade, heir, [this, heir, hidden = loop_.Elapsed()] {
     if (heir->IsDetached() || wanted_ != &heir->Model() || !heir->Frame().isVisible()) return;
     const bool isActive = QGuiApplication::focusWindow() == heir->Frame().windowHandle();
-    if (isActive || IsAnotherProgramActive() || !AcceptsInput(heir->Model())) return;
+    if (isActive || loop_.Elapsed() - hidden > kLate || !AcceptsInput(heir->Model())) return;
     heir->Frame().activateWindow();
   });
 }
@@ -185,6 +189,7 @@ void QtWindows::Activate(Form& form) {
 
 void QtWindows::Appears(FormView& view) {
   appearances_[&view.Model()] = ++lastAppearance_;
+  shownAt_[&view.Model()] = loop_.Elapsed();
   if (!view.Frame().IsDialog()) return;
   FormView* const owner = LastActive(view.Model());
   view.Frame().SetOwner(owner == nullptr ? nullptr : &owner->Frame());
@@ -354,9 +359,8 @@ void QtWindows::WindowFocused(QWindow* window) {
 }
 
 // The focus of a window that was shown a moment ago may come when another one has been called to the front
-// since: the latest call counts. A click is the user's own wish.
+// since: the latest call counts. A click, or a second turn to that window, is the learner's own wish.
 bool QtWindows::TurnsBackTo(const Form& focused) {
-  constexpr EventLoop::Milliseconds kLate{1000};
   const auto shown = shownAt_.find(&focused);
   if (wanted_ == nullptr || wanted_ == &focused || shown == shownAt_.end()) return false;
   if (!ProgramPlacesWindows()) return false;  // nor would it get the focus
@@ -364,6 +368,7 @@ bool QtWindows::TurnsBackTo(const Form& focused) {
   FormView* const view = Find(*wanted_);
   if (view == nullptr || !view->Frame().isVisible() || QGuiApplication::mouseButtons() != Qt::NoButton)
     return false;
+  shownAt_.erase(shown);
   view->Frame().activateWindow();
   return true;
 }

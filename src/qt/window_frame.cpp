@@ -54,18 +54,6 @@ bool IsComposited() {
   return isComposited;
 }
 
-xcb_window_t ActiveWindow(xcb_connection_t* connection) {
-  const xcb_window_t root = xcb_setup_roots_iterator(xcb_get_setup(connection)).data->root;
-  const auto cookie =
-      xcb_get_property(connection, 0, root, AtomOf(connection, "_NET_ACTIVE_WINDOW"), XCB_ATOM_WINDOW, 0, 1);
-  auto* const reply = xcb_get_property_reply(connection, cookie, nullptr);
-  const bool isKnown = reply != nullptr && xcb_get_property_value_length(reply) == sizeof(xcb_window_t);
-  const xcb_window_t window =
-      isKnown ? *static_cast<const xcb_window_t*>(xcb_get_property_value(reply)) : xcb_window_t{XCB_NONE};
-  std::free(reply);
-  return window;
-}
-
 QPainterPath RoundedPath(const QRectF& rect, qreal radius) {
   QPainterPath path;
   path.addRoundedRect(rect, radius, radius);
@@ -76,17 +64,6 @@ QPainterPath RoundedPath(const QRectF& rect, qreal radius) {
 
 void SendToScreen() {
   if (xcb_connection_t* const connection = XConnection()) xcb_flush(connection);
-}
-
-// Only the window manager tells the focus of another program from that of nobody.
-bool IsAnotherProgramActive() {
-  xcb_connection_t* const connection = XConnection();
-  if (connection == nullptr || QGuiApplication::focusWindow() != nullptr) return false;
-  const xcb_window_t active = ActiveWindow(connection);
-  const auto own = QGuiApplication::topLevelWindows();
-  return active != XCB_NONE && std::ranges::none_of(own, [active](const QWindow* window) {
-           return window->handle() != nullptr && window->winId() == active;
-         });
 }
 
 WindowFrame::WindowFrame() {

@@ -7,9 +7,6 @@
 
 namespace marovane {
 
-/// True when the window manager says that the active window is of another program. False where nobody knows.
-bool IsAnotherProgramActive();
-
 /// Sends what the toolkit still keeps for an X server, and does not wait for it. Does nothing elsewhere.
 void SendToScreen();
 

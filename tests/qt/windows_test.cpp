@@ -129,6 +129,24 @@ TEST_F(QtWindowsTest, WindowThatIsClickedKeepsTheKeyboardAfterAnotherHasGone) {
   EXPECT_TRUE(isActive(form));
 }
 
+// The keyboard may reach a window that has just come up when another one has been called since.
+TEST_F(QtWindowsTest, WindowThatHasJustComeUpIsTurnedAwayOnceAlone) {
+  Window<FrmSample> late{machine.machine};
+  WindowFrame& frame = machine.windows.Find(*late)->Frame();
+  late->Show();
+  machine.Wait([&] { return frame.isActiveWindow(); });
+  machine.windows.Activate(form);
+  machine.Wait([&] { return Frame().isActiveWindow(); });
+  const auto turnToLate = [&] {
+    frame.activateWindow();
+    machine.loop.DoEvents();
+  };
+  turnToLate();
+  EXPECT_TRUE(Frame().isActiveWindow());
+  turnToLate();
+  EXPECT_TRUE(frame.isActiveWindow()) << "by the learner's own wish";
+}
+
 TEST_F(QtWindowsTest, FormMayUnloadItselfInItsOwnClick) {
   form.cmdOK.Click = [&] { form.Unload(); };
   QPointer<QWidget> button = &Widget(form.cmdOK);
