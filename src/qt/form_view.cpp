@@ -182,7 +182,7 @@ void FormView::Show() {
     FocusFirst();
     if (form_.Left > kOffScreen) windows_.KeepInSight(*this);
   }
-  if (frame_->isMinimized()) frame_->setWindowState(frame_->windowState() & ~Qt::WindowMinimized);
+  if (frame_->isVisible()) frame_->Restore();
   ShowOrHide();
 }
 
@@ -203,6 +203,7 @@ void FormView::ShowOrHide() {
   if (isShown == frame_->isVisible()) return;
   if (!isShown) windows_.PassFocusOn(*this);
   if (isShown && !IsWithinReach(Face())) windows_.KeepInSight(*this);
+  if (isShown) frame_->Restore();
   if (isShown) windows_.Appears(*this);
   frame_->setVisible(isShown);
 }

@@ -1,6 +1,7 @@
 #include "qt/window_frame.h"
 
 #include <xcb/xcb.h>
+#include <xcb/xcb_icccm.h>
 
 #include <QAccessible>
 #include <QApplication>
@@ -104,6 +105,20 @@ void WindowFrame::SetContentGeometry(const QRect& content) {
 void WindowFrame::SetOwner(const WindowFrame* owner) {
   winId();  // makes the handle
   windowHandle()->setTransientParent(owner == nullptr ? nullptr : owner->windowHandle());
+}
+
+// The toolkit leaves the hint that a window begins minimised, also when the window manager has restored it
+// since.
+void WindowFrame::Restore() {
+  if (isMinimized()) setWindowState(windowState() & ~Qt::WindowMinimized);
+  xcb_connection_t* const connection = XConnection();
+  if (connection == nullptr || isVisible() || windowHandle() == nullptr) return;
+  const auto window = static_cast<xcb_window_t>(internalWinId());
+  xcb_icccm_wm_hints_t hints;
+  const auto cookie = xcb_icccm_get_wm_hints(connection, window);
+  if (xcb_icccm_get_wm_hints_reply(connection, cookie, &hints, nullptr) == 0) return;
+  xcb_icccm_wm_hints_set_normal(&hints);
+  xcb_icccm_set_wm_hints(connection, window, &hints);
 }
 
 void WindowFrame::SetTopMost(bool topMost) {

@@ -34,6 +34,8 @@ class WindowFrame : public QWidget {
   /// Keeps the dialog in front of another window, and hands the keyboard back to that; nullptr: of none.
   void SetOwner(const WindowFrame* owner);
 
+  /// Ends a minimised state, also one that a window on no screen would begin in.
+  void Restore();
   void SetTopMost(bool topMost);
   /// Opacity, 0 to 1, where the window system has any.
   void SetOpacity(double opacity);
