@@ -266,7 +266,11 @@ void WindowFrame::hideEvent(QHideEvent*) {
   if (windowType() == Qt::Popup && onPopupClosed) onPopupClosed();
 }
 
+// Enter on a button of the title bar presses that and no other.
 void WindowFrame::keyPressEvent(QKeyEvent* event) {
+  const bool isEnter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+  auto* const button = isEnter ? qobject_cast<QToolButton*>(focusWidget()) : nullptr;
+  if (button != nullptr) return button->click();
   event->setAccepted(onKey && onKey(event->key()));
   if (!event->isAccepted()) QWidget::keyPressEvent(event);  // Escape closes a menu
 }

@@ -211,6 +211,24 @@ TEST(EveryOpenWindow, IsCoveredByThoseThatAppearedLater) {
   EXPECT_TRUE(isCovered(frmSetup));
 }
 
+TEST(BrowserWindow, EnterPressesTheButtonOfItsTitleBarThatHasTheKeyboard) {
+  WindowedProgram program;
+  Form& frmBrowser = *program.composition.frmBrowser;
+  frmBrowser.Show();
+  program.machine.loop.DoEvents();
+  WindowFrame& frame = program.machine.windows.Find(frmBrowser)->Frame();
+  const auto presses = [&frame](const char* name) {
+    auto* const button = frame.findChild<QWidget*>(name);
+    button->setFocus(Qt::TabFocusReason);
+    QTest::keyClick(button, Qt::Key_Return);
+  };
+  presses("windowMinimize");
+  EXPECT_TRUE(frame.isMinimized());
+  frmBrowser.Show();
+  presses("windowClose");
+  program.machine.Wait([&] { return !frame.isVisible(); });
+}
+
 TEST(EssayWindow, HasAStopButtonDuringAWalkAlone) {
   WindowedProgram program;
   FrmEssay& frmEssay = *program.composition.essay.frmEssay;
