@@ -1,6 +1,7 @@
 """What a screen reader is told of the program, over AT-SPI. Wants the Python of the system, which has pyatspi.
 
   accessible.py watch               says what happens, as it happens: the event, and role, name and description of where
+  accessible.py shows WINDOW        ends with 3 unless the window is on the screen
   accessible.py check WINDOW        fails unless everything that is seen in the window has a role and a name
   accessible.py check-next WINDOW   the same for one that comes up after this has said "watching", such as a menu, which
                                     belongs to no list of windows
@@ -33,7 +34,8 @@ def shown_window(title):
         for window in program:
             if window and window.name.startswith(title) and has_state(window, pyatspi.STATE_SHOWING):
                 return window
-    sys.exit(f"no window {title}")
+    print(f"no window {title}", file=sys.stderr)
+    sys.exit(3)
 
 
 def walk(thing, enters_pages):
@@ -107,5 +109,5 @@ def watch():
 
 
 if __name__ == "__main__":
-    commands = {"watch": watch, "check": check, "check-next": check_next, "reads": reads}
+    commands = {"watch": watch, "shows": shown_window, "check": check, "check-next": check_next, "reads": reads}
     commands[sys.argv[1]](*sys.argv[2:])

@@ -93,19 +93,21 @@ takes_keyboard() {
 # has_keyboard FORM: without a window manager a window that has just come up gets the keys a little later.
 has_keyboard() { [ "$(xdotool getwindowfocus)" = "$(window_of "$1")" ]; }
 
-# has_color COLOR: some pixel of the screen has it, or nearly.
-has_color() {
-  [ "$(import -window root png:- | convert png:- -fuzz 4% -fill white -opaque "$1" -fill black +opaque white \
-    -format '%[fx:maxima > 0.5 ? 1 : 0]' info:)" = 1 ]
+# only COLOR: a picture, of which nothing but that color, or nearly that, is left, in pure green.
+only() {
+  convert png:- -fill black -opaque '#00FF00' -fuzz 4% -fill '#00FF00' -opaque "$1" -fill black +opaque '#00FF00' \
+    "${@:2}"
 }
+has_any() { [ "$(only "$1" -format '%[fx:maxima.g > 0.5 ? 1 : 0]' info:)" = 1 ]; }
+# has_color COLOR: some pixel of the screen has it, or nearly.
+has_color() { import -window root png:- | has_any "$1"; }
 
 # has_color_in FORM COLOR: the same within one window.
 has_color_in() {
   local window
   window=$(window_of "$1")
   [ -n "$window" ] || return 1 # without one, import waits for a click
-  [ "$(import -window "$window" png:- | convert png:- -fuzz 4% -fill '#00FF00' -opaque "$2" \
-    -fill black +opaque '#00FF00' -format '%[fx:maxima.g > 0.5 ? 1 : 0]' info:)" = 1 ]
+  import -window "$window" png:- | has_any "$2"
 }
 
 # is_extended FORM: the menu of the main window has slid out.
@@ -121,5 +123,6 @@ settled() {
 rows() { sqlite3 "$DATA/Marovane.mdb" "$1" 2>/dev/null; }
 has_rows() { [ "$(rows "$1")" = "$2" ]; }
 
+has_ended() { ! kill -0 "$PROGRAM_PID"; }
 # No process has the program's home in its environment.
 no_process_of_program() { ! grep -lsaz "^HOME=$WORK/home\$" /proc/[0-9]*/environ; }
