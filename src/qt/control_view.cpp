@@ -1,5 +1,6 @@
 #include "qt/control_view.h"
 
+#include <QCoreApplication>
 #include <QKeyEvent>
 
 #include "platform/form.h"
@@ -160,7 +161,25 @@ bool ControlView::HandleKey(QKeyEvent* event) {
     ClickIt();
     return true;
   }
-  return SwallowsKey(*event);
+  if (SwallowsKey(*event)) return true;
+  const bool isTyped = event->text().size() == 1 && event->text().at(0).isPrint() &&
+                       (event->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier)) == 0;
+  return isTyped && PassOn(event);
+}
+
+ControlView* ControlView::TypingTarget() const {
+  const QByteArray name = widget_.property("typeInto").toByteArray();
+  if (name.isEmpty()) return nullptr;
+  Control* const target = form_.Model().Find(name.toStdString());
+  return target == nullptr || !target->AcceptsInput() ? nullptr : form_.Find(*target);
+}
+
+bool ControlView::PassOn(QKeyEvent* event) {
+  ControlView* const target = TypingTarget();
+  if (target == nullptr) return false;
+  target->Model().SetFocus();
+  QCoreApplication::sendEvent(&target->Widget(), event);
+  return true;
 }
 
 bool ControlView::SwallowsKey(const QKeyEvent& event) {

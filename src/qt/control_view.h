@@ -69,6 +69,11 @@ class ControlView : public QObject {
   virtual bool HandleKey(QKeyEvent* event);
   /// Raises KeyDown. True when the key goes no further.
   bool SwallowsKey(const QKeyEvent& event);
+  /// The view of the control that gets what is typed here, by the widget's property "typeInto", while it
+  /// takes input. Null when it is this one.
+  ControlView* TypingTarget() const;
+  /// Lets the one that gets it have the focus and the key. False when it is this one.
+  bool PassOn(QKeyEvent* event);
 
   /// Has a procedure follow a property, but not while the widget itself is the source of the change.
   template <class T, class Apply>

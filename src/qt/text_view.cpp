@@ -128,21 +128,7 @@ bool TextView::FilterCommit(const QInputMethodEvent& event) {
   return true;
 }
 
-TextView* TextView::TypingTarget() const {
-  const QByteArray name = Widget().property("typeInto").toByteArray();
-  if (name.isEmpty()) return nullptr;
-  Control* const target = form_.Model().Find(name.toStdString());
-  if (target == nullptr || !target->AcceptsInput()) return nullptr;
-  return dynamic_cast<TextView*>(form_.Find(*target));
-}
-
-bool TextView::PassOn(QKeyEvent* event) {
-  TextView* const target = TypingTarget();
-  if (target == nullptr) return false;
-  target->Model().SetFocus();
-  QCoreApplication::sendEvent(&target->Widget(), event);
-  return true;
-}
+TextView* TextView::TypingTarget() const { return dynamic_cast<TextView*>(ControlView::TypingTarget()); }
 
 // A widget that loses the focus has its composition ended by the toolkit. So the other box gets the focus
 // when the composition is over, and behaves in the meantime as if it had it.

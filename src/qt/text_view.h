@@ -14,7 +14,7 @@ namespace marovane {
 /// for the keys of a composition that an input method has in progress.
 ///
 /// A box whose widget has the property "typeInto", the name of another box, only holds the focus while that
-/// one must not have it: what is typed goes there, what is composed is seen there, and the keys that edit act
+/// one must not have it: what is typed or composed goes there, and the keys that edit act
 /// there.
 class TextView : public ControlView {
  public:
@@ -49,7 +49,6 @@ class TextView : public ControlView {
   bool Composed(QInputMethodEvent* event);
   void DropComposition();
   bool FilterCommit(const QInputMethodEvent& event);
-  bool PassOn(QKeyEvent* event);
   void PassOnComposition(TextView& target, QInputMethodEvent* event);
   bool Answer(QInputMethodQueryEvent* query);
   /// The character that the handlers of KeyPress let through, a null one for none.

@@ -241,6 +241,20 @@ TEST(EssayWindow, HasAStopButtonDuringAWalkAlone) {
   }
 }
 
+// It opens with a prompt in its box, which goes with the first letter.
+TEST(EssayWindow, TypingAtOnceGoesIntoItsBox) {
+  WindowedProgram program;
+  FrmEssay& frmEssay = *program.composition.essay.frmEssay;
+  frmEssay.Show();
+  QWidget& send = program.machine.Widget(frmEssay.picButtons(1));
+  QTest::keyClick(&send, Qt::Key_W, Qt::ControlModifier);
+  EXPECT_NE(program.machine.windows.Focused(), &frmEssay.txtInput);
+  QTest::keyClicks(&send, "W");
+  EXPECT_EQ(program.machine.windows.Focused(), &frmEssay.txtInput);
+  QTest::keyClicks(&program.machine.Widget(frmEssay.txtInput), "e had");
+  EXPECT_EQ(frmEssay.txtInput.Text(), "We had");
+}
+
 INSTANTIATE_TEST_SUITE_P(Program, EveryWindow, testing::ValuesIn(ProgramWindows()), [](const auto& info) {
   return QString::fromStdString(info.param.name).remove('-').toStdString();
 });
