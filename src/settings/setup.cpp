@@ -154,6 +154,7 @@ void FrmSetup::AskForOldAccount() {
   program_.hall.frmSyncLogin->AsForm().ShowModal();
   machine.loop.WaitUntil([this] { return !program_.app.gMsgResult.empty(); });
   Left = left;
+  BringToFront();  // the keyboard went to another window while this one was away
 }
 
 void FrmSetup::sdrTransform_Change() {

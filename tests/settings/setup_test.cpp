@@ -129,6 +129,7 @@ TEST_F(SetupTest, MergeRunsASynchronisationOnceTheOldAccountIsProven) {
     machine.user.Click(frmSetup->picButtons_3);
     EXPECT_THAT(fakes.frmUpload.modes, SizeIs(answer == std::string("OK") ? 1 : 0));
     EXPECT_GT(frmSetup->Left(), -10000);
+    EXPECT_EQ(machine.windows.Active(), &*frmSetup);
   }
   ExpectMessage(Message::kMergeOldAccount, kCancel);
   machine.user.Click(frmSetup->picButtons_3);
