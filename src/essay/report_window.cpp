@@ -41,6 +41,7 @@ void WritePage(FrmEssay& frmEssay, const base::Html& page) {
 }
 
 void ArrangeCommands(FrmEssay& frmEssay) {
+  frmEssay.txtInput.Visible = false;  // under the page it would still have the keyboard
   for (int i = 0; i < frmEssay.picButtons.Count(); ++i) frmEssay.picButtons(i).Visible = false;
   for (int i = 0; i < 2; ++i) {
     frmEssay.picCommands(i).Left = frmEssay.picButtons(i).Left;

@@ -187,6 +187,7 @@ void FrmEssay::SetDefaultValue() {
   auto& app = program_.app;
   webHtml.Left = kParked;
   webHtml.Visible = false;
+  txtInput.Visible = true;
   for (int i = 0; i < picCommands.Count(); ++i) picCommands(i).Visible = false;
   picButtons(kStop).Visible = true;
   picButtons(kSend).Visible = true;

@@ -55,6 +55,7 @@ TEST_F(SessionTest, RewritesTheEssayAfterItsReport) {
   EXPECT_FALSE(room.frmEssayCompare.IsLoaded());
   EXPECT_EQ(Window().txtInput.Text(), "He goes home.\r\nI run.");
   EXPECT_FALSE(Window().webHtml.Visible);
+  EXPECT_TRUE(Window().txtInput.Visible);
   ExpectMessage(Message::kEssayDone);
   machine.user.Click(Window().picButtons(1));
   EXPECT_THAT(Texts("select quiz from essay"), ElementsAre("My day", "My day"));

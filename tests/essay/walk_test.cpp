@@ -448,6 +448,7 @@ TEST_F(EssayTest, EscapeEndsTheTriesAtTheEndAndTheReportComesAllTheSame) {
     EXPECT_LT((machine.loop.Elapsed() - start).count(), 5'000);
     EXPECT_EQ(LastEssay().finalSet, "N");
     EXPECT_TRUE(Window().webHtml.Visible) << "the report";
+    EXPECT_FALSE(Window().txtInput.Visible) << "under it";
     EXPECT_FALSE(app.gEssayMode || Window().mAnalysing);
   }
 }
