@@ -127,6 +127,9 @@ void FormView::BindForm() {
   frame_->onMovedOrResized = [this] { FrameMoved(); };
   frame_->onCloseWanted = [this] { Raise([this] { CloseWanted(); }); };
   frame_->onPointerLeft = [this] { PointerLeft(); };
+  frame_->onRenewed = [this] {
+    if (!isDetached_) windows_.AskForKeyboardAgain(*this);
+  };
   frame_->onKey = [this](int key) { return KeyReached(key); };
   frame_->onPopupClosed = [this] {
     Raise([this] {

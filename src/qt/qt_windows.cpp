@@ -195,6 +195,10 @@ void QtWindows::Appears(FormView& view) {
   view.Frame().SetOwner(owner == nullptr ? nullptr : &owner->Frame());
 }
 
+void QtWindows::AskForKeyboardAgain(FormView& view) {
+  if (wanted_ == &view.Model() && view.Frame().isVisible()) view.Frame().activateWindow();
+}
+
 bool QtWindows::IsCovered(const FormView& view) const {
   const auto own = appearances_.find(&view.Model());
   return std::ranges::any_of(views_, [&](const auto& other) {

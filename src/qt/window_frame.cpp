@@ -181,7 +181,10 @@ void WindowFrame::AddTitleBar() {
 }
 
 bool WindowFrame::event(QEvent* event) {
-  if (event->type() == QEvent::WinIdChange) TellShadow();
+  if (event->type() == QEvent::WinIdChange) {
+    TellShadow();
+    if (isVisible() && onRenewed) QMetaObject::invokeMethod(this, onRenewed, Qt::QueuedConnection);
+  }
   return QWidget::event(event);
 }
 

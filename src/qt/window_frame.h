@@ -47,6 +47,8 @@ class WindowFrame : public QWidget {
   std::function<void()> onCloseWanted;
   std::function<void()> onPopupClosed;
   std::function<void()> onPointerLeft;
+  /// Its native window was made anew while it was on the screen, as by the first web view within it.
+  std::function<void()> onRenewed;
   std::function<bool(int key)> onKey;  ///< a key that no widget wanted; true when it was used
 
  protected:
