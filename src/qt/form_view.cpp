@@ -208,6 +208,8 @@ void FormView::ShowOrHide() {
   if (isShown && !IsWithinReach(Face())) windows_.KeepInSight(*this);
   if (isShown) frame_->Restore();
   if (isShown) windows_.Appears(*this);
+  // While the program has the keyboard, it gives it itself.
+  frame_->setAttribute(Qt::WA_ShowWithoutActivating, !IsPopup() && QGuiApplication::focusWindow() != nullptr);
   frame_->setVisible(isShown);
 }
 

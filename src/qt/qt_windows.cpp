@@ -178,13 +178,22 @@ void QtWindows::Activate(Form& form) {
   FormView* const view = Find(form);
   if (view != nullptr && view->Frame().isVisible()) {
     view->Frame().raise();
-    view->Frame().activateWindow();
     if (!ProgramPlacesWindows()) Reappear(*view);
   }
   std::erase(recent_, &form);
   recent_.push_back(&form);
   wanted_ = &form;
+  QMetaObject::invokeMethod(
+      this, [this] { GiveKeyboard(); }, Qt::QueuedConnection);
   WindowSystem::Activate(form);
+}
+
+// Of several windows that are called to the front in a row the last one alone gets the keyboard: what is
+// typed in between would go to the others.
+void QtWindows::GiveKeyboard() {
+  FormView* const view = wanted_ == nullptr ? nullptr : Find(*wanted_);
+  if (view == nullptr || !view->Frame().isVisible()) return;
+  if (QGuiApplication::focusWindow() != view->Frame().windowHandle()) view->Frame().activateWindow();
 }
 
 void QtWindows::Appears(FormView& view) {
@@ -196,7 +205,7 @@ void QtWindows::Appears(FormView& view) {
 }
 
 void QtWindows::AskForKeyboardAgain(FormView& view) {
-  if (wanted_ == &view.Model() && view.Frame().isVisible()) view.Frame().activateWindow();
+  if (wanted_ == &view.Model()) GiveKeyboard();
 }
 
 bool QtWindows::IsCovered(const FormView& view) const {

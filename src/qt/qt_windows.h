@@ -80,6 +80,7 @@ class QtWindows : public QObject, public WindowSystem {
   void FocusMoved(QWidget* now);
   void WindowFocused(QWindow* window);
   FormView* LastActive(const Form& butFor) const;
+  void GiveKeyboard();
   void Reappear(FormView& view);
   bool TurnsBackTo(const Form& focused);
   FormView* Strip() const;
