@@ -16,14 +16,24 @@ MARK=1
 mark() { MARK=$(($(wc -l <"$WORK/told") + 1)); }
 has_been_told() { tail -n "+$MARK" "$WORK/told" | grep -q "$1"; }
 
-# Tab after Tab, until the button of a name has the focus. Each must be told.
+# Nothing more is told of what has been done.
+quiet() {
+  local before
+  before=$(wc -l <"$WORK/told")
+  settled && settled && [ "$before" = "$(wc -l <"$WORK/told")" ]
+}
+
+# Tab after Tab, until the button of a name has the focus. Each must be told. What is told late of something else counts
+# as a Tab too much, so that one looks again when everything has been told.
 tab_to() {
   local tabs=0
+  wait_until quiet
   until is_at "$1"; do
     [ $((tabs += 1)) -lt 60 ] || { echo "no way to $1" >&2 && return 1; }
     mark
     xdotool key Tab
     wait_until has_been_told '^focus'
+    ! is_at "$1" || wait_until quiet
   done
 }
 is_at() { grep '^focus' "$WORK/told" | tail -n 1 | grep -q "^focus | [a-z ]* | $1 |"; }
