@@ -127,8 +127,14 @@ void FormView::BindForm() {
   frame_->onMovedOrResized = [this] { FrameMoved(); };
   frame_->onCloseWanted = [this] { Raise([this] { CloseWanted(); }); };
   frame_->onPointerLeft = [this] { PointerLeft(); };
+  // The keyboard was lost with the native window. Until the loop goes on nobody has been told.
   frame_->onRenewed = [this] {
-    if (!isDetached_) windows_.AskForKeyboardAgain(*this);
+    const auto isActive = [this] { return !isDetached_ && windows_.Active() == &form_; };
+    if (!isActive()) return;
+    const auto takeBack = [this, isActive] {
+      if (isActive()) windows_.Activate(form_);
+    };
+    QMetaObject::invokeMethod(frame_.get(), takeBack, Qt::QueuedConnection);
   };
   frame_->onKey = [this](int key) { return KeyReached(key); };
   frame_->onPopupClosed = [this] {
@@ -207,9 +213,11 @@ void FormView::ShowOrHide() {
   if (!isShown) windows_.PassFocusOn(*this);
   if (isShown && !IsWithinReach(Face())) windows_.KeepInSight(*this);
   if (isShown) frame_->Restore();
-  if (isShown) windows_.Appears(*this);
-  // While the program has the keyboard, it gives it itself.
-  frame_->setAttribute(Qt::WA_ShowWithoutActivating, !IsPopup() && QGuiApplication::focusWindow() != nullptr);
+  if (isShown) {
+    windows_.Appears(*this);
+    // While the program has the keyboard, it alone hands it on, and not the window manager.
+    frame_->SetQuiet(!IsPopup() && QGuiApplication::focusWindow() != nullptr);
+  }
   frame_->setVisible(isShown);
 }
 

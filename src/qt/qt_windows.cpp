@@ -144,8 +144,10 @@ void QtWindows::Forget(const Form& form) {
 // when it has done so; not later, when the learner may have gone elsewhere.
 void QtWindows::PassFocusOn(FormView& from) {
   constexpr int kChoiceMade = 150;  // milliseconds
-  const bool hasFocus = QGuiApplication::focusWindow() == from.Frame().windowHandle();
-  if (!from.Frame().isVisible() || !hasFocus) return;
+  const QWindow* const focused = QGuiApplication::focusWindow();
+  const bool hasFocus = focused == from.Frame().windowHandle();
+  const bool getsFocus = focused != nullptr && wanted_ == &from.Model();
+  if (!from.Frame().isVisible() || !(hasFocus || getsFocus)) return;
   EndModal(from.Model());
   FormView* const heir = LastActive(from.Model());
   if (heir == nullptr) return;
@@ -193,7 +195,8 @@ void QtWindows::Activate(Form& form) {
 void QtWindows::GiveKeyboard() {
   FormView* const view = wanted_ == nullptr ? nullptr : Find(*wanted_);
   if (view == nullptr || !view->Frame().isVisible()) return;
-  if (QGuiApplication::focusWindow() != view->Frame().windowHandle()) view->Frame().activateWindow();
+  if (QApplication::activeModalWidget() != nullptr) return;  // a dialog of the toolkit's own
+  view->Frame().activateWindow();
 }
 
 void QtWindows::Appears(FormView& view) {
@@ -202,10 +205,6 @@ void QtWindows::Appears(FormView& view) {
   if (!view.Frame().IsDialog()) return;
   FormView* const owner = LastActive(view.Model());
   view.Frame().SetOwner(owner == nullptr ? nullptr : &owner->Frame());
-}
-
-void QtWindows::AskForKeyboardAgain(FormView& view) {
-  if (wanted_ == &view.Model()) GiveKeyboard();
 }
 
 bool QtWindows::IsCovered(const FormView& view) const {

@@ -59,9 +59,6 @@ class QtWindows : public QObject, public WindowSystem {
   void PassFocusOn(FormView& from);
   /// A window is about to be put on the screen.
   void Appears(FormView& view);
-  /// A window that was made anew has lost the keyboard, which it gets back if it was called to the front
-  /// last.
-  void AskForKeyboardAgain(FormView& view);
   /// True when another window that can be seen, and is no menu, has appeared later. Where programs cannot
   /// stack windows, that one is in front.
   bool IsCovered(const FormView& view) const;

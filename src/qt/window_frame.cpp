@@ -183,7 +183,7 @@ void WindowFrame::AddTitleBar() {
 bool WindowFrame::event(QEvent* event) {
   if (event->type() == QEvent::WinIdChange) {
     TellShadow();
-    if (isVisible() && onRenewed) QMetaObject::invokeMethod(this, onRenewed, Qt::QueuedConnection);
+    if (isVisible() && onRenewed) onRenewed();
   }
   return QWidget::event(event);
 }
@@ -263,6 +263,12 @@ void WindowFrame::mouseReleaseEvent(QMouseEvent*) {
   if (!isDragging_) return;
   isDragging_ = false;
   releaseMouse();
+}
+
+// The toolkit reads the attribute when it makes the native window, and from that at each show.
+void WindowFrame::SetQuiet(bool quiet) {
+  setAttribute(Qt::WA_ShowWithoutActivating, quiet);
+  if (QWindow* const native = windowHandle()) native->setProperty("_q_showWithoutActivating", quiet);
 }
 
 void WindowFrame::hideEvent(QHideEvent*) {

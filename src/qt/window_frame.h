@@ -43,6 +43,9 @@ class WindowFrame : public QWidget {
   /// until the button is released.
   void StartDrag();
 
+  /// It takes no keyboard when it comes up, but when it is activated.
+  void SetQuiet(bool quiet);
+
   std::function<void()> onMovedOrResized;
   std::function<void()> onCloseWanted;
   std::function<void()> onPopupClosed;

@@ -129,6 +129,26 @@ TEST_F(QtWindowsTest, WindowThatIsClickedKeepsTheKeyboardAfterAnotherHasGone) {
   EXPECT_TRUE(isActive(form));
 }
 
+// What is typed meanwhile would go to the others.
+TEST_F(QtWindowsTest, OnlyTheLastOfTheWindowsThatAreCalledGetsTheKeyboard) {
+  Window<FrmSample> page{machine.machine};
+  page->Show();
+  WindowFrame& other = machine.windows.Find(*page)->Frame();
+  machine.Wait([&] { return other.isActiveWindow(); });
+  form.txtLine.SetFocus();
+  machine.Wait([&] { return Frame().isActiveWindow(); });
+  std::vector<QWindow*> had;
+  QObject guard;
+  QObject::connect(qApp, &QGuiApplication::focusWindowChanged, &guard,
+                   [&](QWindow* now) { had.push_back(now); });
+  machine.windows.Activate(*page);
+  machine.windows.Activate(form);
+  machine.loop.DoEvents();
+  EXPECT_THAT(had, testing::Each(Frame().windowHandle()));
+  machine.windows.Activate(*page);
+  machine.Wait([&] { return other.isActiveWindow(); });
+}
+
 // The keyboard may reach a window that has just come up when another one has been called since.
 TEST_F(QtWindowsTest, WindowThatHasJustComeUpIsTurnedAwayOnceAlone) {
   Window<FrmSample> late{machine.machine};
