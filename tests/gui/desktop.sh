@@ -91,7 +91,11 @@ takes_keyboard() {
 }
 
 # has_keyboard FORM: without a window manager a window that has just come up gets the keys a little later.
-has_keyboard() { [ "$(xdotool getwindowfocus)" = "$(window_of "$1")" ]; }
+has_keyboard() {
+  local window
+  window=$(window_of "$1")
+  [ -n "$window" ] && [ "$(xdotool getwindowfocus)" = "$window" ]
+}
 
 # only COLOR: a picture, of which nothing but that color, or nearly that, is left, in pure green.
 only() {

@@ -23,8 +23,8 @@ quiet() {
   settled && settled && [ "$before" = "$(wc -l <"$WORK/told")" ]
 }
 
-# Tab after Tab, until the button of a name has the focus. Each must be told. What is told late of something else counts
-# as a Tab too much, so that one looks again when everything has been told.
+# Tab after Tab, until the button of a name has the focus. Each must be told. A focus that is told late can be mistaken
+# for this Tab's, so look again once all is quiet.
 tab_to() {
   local tabs=0
   wait_until quiet
