@@ -212,8 +212,8 @@ void FormView::ShowOrHide() {
   if (isShown == frame_->isVisible()) return;
   if (!isShown) windows_.PassFocusOn(*this);
   if (isShown && !IsWithinReach(Face())) windows_.KeepInSight(*this);
-  if (isShown) frame_->Restore();
   if (isShown) {
+    frame_->Restore();
     windows_.Appears(*this);
     // While the program has the keyboard, it alone hands it on, and not the window manager.
     frame_->SetQuiet(!IsPopup() && QGuiApplication::focusWindow() != nullptr);

@@ -14,8 +14,7 @@ namespace marovane {
 /// for the keys of a composition that an input method has in progress.
 ///
 /// A box whose widget has the property "typeInto", the name of another box, only holds the focus while that
-/// one must not have it: what is typed or composed goes there, and the keys that edit act
-/// there.
+/// one must not have it: what is typed or composed goes there, and the keys that edit act there.
 class TextView : public ControlView {
  public:
   TextView(FormView& form, TextBox& box, QWidget& widget);
