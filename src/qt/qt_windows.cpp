@@ -139,9 +139,10 @@ void QtWindows::Forget(const Form& form) {
   shownAt_.erase(&form);
 }
 
-// The window that was active before becomes so again. A window manager that sees the other one go may give
-// the keyboard to a window of its own choice, also of another program, or to none, so it is asked once more
-// when it has done so; not later, when the learner may have gone elsewhere.
+// The window that was active before becomes so again, at once: a window manager that sees the window with the
+// keyboard go gives it to one of its own choice, also of another program, or to none, and a busy one may have
+// been asked for it and not have done so yet. It is asked once more when it has chosen all the same; not
+// later, when the learner may have gone elsewhere.
 void QtWindows::PassFocusOn(FormView& from) {
   constexpr int kChoiceMade = 150;  // milliseconds
   const QWindow* const focused = QGuiApplication::focusWindow();
@@ -153,7 +154,7 @@ void QtWindows::PassFocusOn(FormView& from) {
   if (heir == nullptr) return;
   heir_ = &heir->Model();
   wanted_ = &heir->Model();
-  heir->Frame().activateWindow();
+  heir->Frame().TakeKeyboard();
   QTimer::singleShot(kChoiceMade, heir, [this, heir, hidden = loop_.Elapsed()] {
     if (heir->IsDetached() || wanted_ != &heir->Model() || !heir->Frame().isVisible()) return;
     const bool isActive = QGuiApplication::focusWindow() == heir->Frame().windowHandle();

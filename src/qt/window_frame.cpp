@@ -129,6 +129,16 @@ void WindowFrame::SetTopMost(bool topMost) {
   }
 }
 
+// From one of its windows to another a program may hand the keyboard on by itself (ICCCM, 4.1.7).
+void WindowFrame::TakeKeyboard() {
+  activateWindow();
+  xcb_connection_t* const connection = XConnection();
+  if (connection == nullptr || windowHandle() == nullptr) return;
+  const auto cookie = xcb_set_input_focus_checked(
+      connection, XCB_INPUT_FOCUS_PARENT, static_cast<xcb_window_t>(internalWinId()), XCB_CURRENT_TIME);
+  xcb_discard_reply(connection, cookie.sequence);  // one that cannot be seen yet gets it from the manager
+}
+
 void WindowFrame::SetOpacity(double opacity) {
   if (ProgramPlacesWindows()) setWindowOpacity(opacity);
 }

@@ -43,6 +43,8 @@ class WindowFrame : public QWidget {
   /// until the button is released.
   void StartDrag();
 
+  /// Has the keyboard from now on. Another window of the program has it.
+  void TakeKeyboard();
   /// It takes no keyboard when it comes up, but when it is activated.
   void SetQuiet(bool quiet);
 

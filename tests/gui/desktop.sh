@@ -18,6 +18,7 @@ wait_until() {
     if [ $SECONDS -gt $end ]; then
       echo "waited in vain for: $*" >&2
       [ "$1" != has_rows ] || echo "there is: $(rows "$2")" >&2
+      [ "$1" != has_keyboard ] || echo "it is in: $(xdotool getwindowfocus getwindowname 2>&1)" >&2
       return 1
     fi
   done
