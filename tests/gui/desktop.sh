@@ -11,11 +11,12 @@ export LC_ALL=C.UTF-8
 # Pixels of a screen and of a program for each of those in which the scripts count.
 SCALE=${SCALE:-1}
 
-# Tries a command again and again, for at most three minutes.
+# Tries a command again and again, for at most three minutes. A machine that stood still in between has not tried.
 wait_until() {
-  local end=$((SECONDS + 180))
+  local left=180 before=$SECONDS
   until "$@" >/dev/null 2>&1; do
-    if [ $SECONDS -gt $end ]; then
+    left=$((left - (SECONDS - before < 20 ? SECONDS - before : 1))) before=$SECONDS
+    if [ $left -lt 0 ]; then
       echo "waited in vain for: $*" >&2
       [ "$1" != has_rows ] || echo "there is: $(rows "$2")" >&2
       [ "$1" != has_keyboard ] || echo "it is in: $(xdotool getwindowfocus getwindowname 2>&1)" >&2
