@@ -10,6 +10,7 @@ namespace base {
 
 using Day = std::chrono::year_month_day;
 using LocalTime = std::chrono::local_seconds;
+using UtcTime = std::chrono::sys_time<std::chrono::milliseconds>;
 
 /// The clock of the machine, in its time zone.
 LocalTime LocalNow();

@@ -63,6 +63,17 @@ void AppendUtf8(std::string& text, char32_t codePoint) {
   addTail(0);
 }
 
+std::string WellFormedUtf8(std::string_view text) {
+  if (IsUtf8(text)) return std::string(text);
+  std::string wellFormed;
+  for (std::size_t at = 0; at < text.size();) {
+    const auto [codePoint, length, valid] = NextUtf8(text, at);
+    AppendUtf8(wellFormed, codePoint);
+    at += length;
+  }
+  return wellFormed;
+}
+
 bool IsUtf8(std::string_view text) {
   return All(text, [](char32_t) { return true; });
 }

@@ -26,6 +26,9 @@ void AppendUtf8(std::string& text, char32_t codePoint);
 /// Well-formed UTF-8, whatever its characters.
 bool IsUtf8(std::string_view text);
 
+/// The text with U+FFFD in place of what is not well-formed.
+std::string WellFormedUtf8(std::string_view text);
+
 /// Well-formed UTF-8 without control characters (up to U+001F, and U+007F) other than the allowed ones.
 bool IsCleanText(std::string_view text, std::string_view allowed = {});
 

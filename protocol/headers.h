@@ -13,10 +13,12 @@ namespace header {
 
 /// Of a post of records: distinguishes it from every other post of the account, so that none is stored twice.
 inline constexpr const char* kPostId = "Idempotency-Key";
-/// Of a post of records: the result of `EncodeKept` (post.h).
+/// Of a post of records by older programs: see `ParseKept` (post.h).
 inline constexpr const char* kKept = "Marovane-Kept";
 /// Of a comparison: the result of `EncodeRecordsSince` (digest.h).
-inline constexpr const char* kRecords = "Marovane-Records";
+inline constexpr const char* kRecords = "Marovane-Rows";
+/// Of a comparison: the result of `EncodeSeen` (server_state.h).
+inline constexpr const char* kSeen = "Marovane-Seen";
 
 }  // namespace header
 }  // namespace protocol

@@ -9,6 +9,7 @@
 #include "base/text.h"
 #include "base/utf8.h"
 #include "protocol/record_form.h"
+#include "protocol/unique_id.h"
 #include "protocol/wire_text.h"
 
 namespace protocol {
@@ -46,22 +47,26 @@ Row RowOf(const Columns& columns) {
 }
 
 /// Unlike other fields these may have control characters: what a learner has entered is not to be lost.
-std::string Field(const Form& form, const std::string& name) {
+std::string Field(const Form& form, const std::string& name, Reading reading) {
   std::string value = form.Find(name).value_or("");
+  if (reading == Reading::kLenient) return base::WellFormedUtf8(value);
   if (!base::IsUtf8(value)) throw Refusal(refusal::kBadText);
   return value;
 }
 
-PostedRow ParseRow(const Form& form, const std::string& n, const std::string& today) {
+PostedRow ParseRow(const Form& form, const std::string& n, const std::string& today, Reading reading) {
+  const auto field = [&](const char* name) { return Field(form, name + n, reading); };
   const std::string kind = form.Find("k" + n).value_or("");
   if (kind != "N" && kind != "D") throw Refusal(refusal::kUnknownKind);
   const bool isDeletion = kind == "D";
-  const std::string day = base::IsoFromShown(Field(form, "d" + n)).value_or(today);
-  Row row = RowOf({Field(form, "err" + n), Field(form, "s" + n), day, Field(form, "es" + n),
-                   Field(form, "ess" + n), Field(form, "ht" + n)});
+  const std::string day = base::IsoFromShown(field("d")).value_or(today);
+  Row row = RowOf({field("err"), field("s"), day, field("es"), field("ess"), field("ht")});
   // One that is deleted may be older than this test: it is stored as the schema has cleaned it.
-  if (!isDeletion && !IsWellFormed(row)) throw Refusal(refusal::kBadText);
-  return {isDeletion, Cleaned(std::move(row)), 0};
+  const bool mustBeWellFormed = !isDeletion && reading == Reading::kStrict;
+  if (mustBeWellFormed && !IsWellFormed(row)) throw Refusal(refusal::kBadText);
+  std::string id = field("id");
+  if (!IsUniqueId(id)) id.clear();
+  return {isDeletion, std::move(id), Cleaned(std::move(row)), 0};
 }
 
 }  // namespace
@@ -72,31 +77,27 @@ void AddRows(std::string& body, const std::vector<PostedRow>& rows) {
         std::visit([](const auto& row) { return ColumnsOf(row); }, Cleaned(Trimmed(rows[i].row)));
     const auto& [err, s, d, es, ess, ht] = columns;
     const std::string n = std::to_string(i + 1);
-    AddBrowserField(body, "k" + n, rows[i].isDeletion ? "D" : "N");
-    AddBrowserField(body, "err" + n, err);
-    AddBrowserField(body, "s" + n, s);
-    AddBrowserField(body, "d" + n, base::ShownDay(d));
-    AddBrowserField(body, "es" + n, es);
-    AddBrowserField(body, "ess" + n, ess);
-    AddBrowserField(body, "ht" + n, ht);
+    // Servers refuse the whole post for one text that is not in UTF-8.
+    const auto add = [&](const char* name, const std::string& value) {
+      AddBrowserField(body, name + n, base::WellFormedUtf8(value));
+    };
+    add("k", rows[i].isDeletion ? "D" : "N");
+    add("err", err);
+    add("s", s);
+    add("d", base::ShownDay(d));
+    add("es", es);
+    add("ess", ess);
+    add("ht", ht);
+    if (!rows[i].id.empty()) add("id", rows[i].id);
   }
 }
 
-std::vector<PostedRow> ParseRows(const Form& form, const std::string& today) {
+std::vector<PostedRow> ParseRows(const Form& form, const std::string& today, Reading reading) {
   std::vector<PostedRow> rows;
   for (std::size_t n = 1; form.Find(fmt::format("k{}", n)); ++n) {
-    rows.push_back(ParseRow(form, std::to_string(n), today));
+    rows.push_back(ParseRow(form, std::to_string(n), today, reading));
   }
   return rows;
-}
-
-std::string EncodeKept(const std::vector<PostedRow>& rows) {
-  constexpr std::size_t kMost = 6000;
-  std::string kept;
-  for (std::size_t i = 0; i < rows.size() && kept.size() < kMost; ++i) {
-    if (rows[i].kept > 0) kept += fmt::format("{}{}:{}", kept.empty() ? "" : " ", i + 1, rows[i].kept);
-  }
-  return kept;
 }
 
 void ParseKept(std::string_view header, std::vector<PostedRow>& rows) {

@@ -13,4 +13,10 @@ bool IsFinal(std::string_view reply) {
   return std::ranges::find(kFinal, reply) != kFinal.end();
 }
 
+bool IsOfAccount(std::string_view reply) { return reply == kBadAccount || reply == kNotFound; }
+
+bool IsOfRows(std::string_view reply) {
+  return reply == kBadText || reply == kUnknownKind || reply == kTooLong;
+}
+
 }  // namespace protocol::refusal

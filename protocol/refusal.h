@@ -53,6 +53,10 @@ inline constexpr const char* kConnectFailed = "ERR_CONNECT_FAILED";
 
 /// True for a reply that will be the same however often it is asked for: the request itself is refused.
 bool IsFinal(std::string_view reply);
+/// True when it is the account that is refused.
+bool IsOfAccount(std::string_view reply);
+/// True when it is what a post of records holds that is refused.
+bool IsOfRows(std::string_view reply);
 
 }  // namespace refusal
 }  // namespace protocol

@@ -11,6 +11,7 @@
 #include "base/error.h"
 #include "base/text.h"
 #include "protocol/record_form.h"
+#include "protocol/unique_id.h"
 #include "protocol/wire_text.h"
 
 namespace protocol {
@@ -33,8 +34,13 @@ std::string StoredDay(const std::string& told) {
   return base::IsoDay(*day);
 }
 
-Row ParseRecord(RecordKind kind, const std::string& record) {
+StreamRow ParseRecord(RecordKind kind, const std::string& record) {
   auto fields = base::Split(record, SeparatorOf(kind == RecordKind::kEssay));
+  std::string id;
+  if (fields.size() == FieldCount(kind) + 1 && IsUniqueId(fields.back())) {
+    id = std::move(fields.back());
+    fields.pop_back();
+  }
   if (fields.size() != FieldCount(kind)) {
     throw base::Error(fmt::format("a record of the stream {} has {} fields: {}", StreamName(kind),
                                   fields.size(), record.substr(0, 200)));
@@ -42,7 +48,20 @@ Row ParseRecord(RecordKind kind, const std::string& record) {
   for (auto& field : fields) field = PlainText(field);
   Row row = RowFrom(kind, fields);
   DayOf(row) = StoredDay(DayOf(row));
-  return Cleaned(std::move(row));
+  return {Cleaned(std::move(row)), std::move(id)};
+}
+
+// Hands each record over and returns what to ask for next. An empty item, and the end without either word,
+// break the reply off.
+template <typename OnRecord>
+std::optional<std::string> ReadPage(std::string_view reply, const OnRecord& onRecord) {
+  for (const auto& item : base::Split(reply, kRecordEnd)) {
+    if (item.empty()) break;
+    if (item.starts_with(kFinish)) return kNoMore;
+    if (item.starts_with(kLastId)) return base::Trim(std::string_view(item).substr(kLastId.size()));
+    onRecord(item);
+  }
+  return std::nullopt;
 }
 
 }  // namespace
@@ -56,11 +75,13 @@ std::optional<RecordKind> KindOfStream(std::string_view name) {
 }
 
 // An error code that looked like the end of a page is written so that it does not.
-std::string EncodeRecord(const Row& row) {
+std::string EncodeRecord(const StreamRow& told) {
+  const Row& row = told.row;
   Row shown = row;
   DayOf(shown) = base::ShownDay(DayOf(shown));
   std::vector<std::string> fields;
   for (const auto field : FieldsOf(shown)) fields.push_back(WireText(field));
+  if (!told.id.empty()) fields.push_back(told.id);
   const bool isEssay = std::holds_alternative<EssayRow>(row);
   std::string record = fmt::format("{}{}", fmt::join(fields, SeparatorOf(isEssay)), kRecordEnd);
   if (record.starts_with(kFinish)) return "'46'" + record.substr(1);
@@ -72,20 +93,20 @@ std::string EncodePageEnd(const std::string& nextId) {
   return std::string(nextId == kNoMore ? kFinish : kLastId) + (nextId == kNoMore ? "" : nextId);
 }
 
-// An empty item, and the end without either word, break the reply off.
 StreamPage ParseStreamPage(RecordKind kind, std::string_view reply) {
   StreamPage page;
-  for (const auto& item : base::Split(reply, kRecordEnd)) {
-    if (item.empty()) break;
-    if (item.starts_with(kFinish)) {
-      page.nextId = kNoMore;
-    } else if (item.starts_with(kLastId)) {
-      page.nextId = base::Trim(std::string_view(item).substr(kLastId.size()));
-    } else {
-      page.rows.push_back(ParseRecord(kind, item));
-    }
-    if (page.nextId) break;
-  }
+  page.nextId =
+      ReadPage(reply, [&](const std::string& record) { page.rows.push_back(ParseRecord(kind, record)); });
+  return page;
+}
+
+std::string EncodeGone(const std::string& id) { return id + std::string(kRecordEnd); }
+
+GonePage ParseGonePage(std::string_view reply) {
+  GonePage page;
+  page.nextId = ReadPage(reply, [&page](const std::string& id) {
+    if (IsUniqueId(id)) page.ids.push_back(id);
+  });
   return page;
 }
 

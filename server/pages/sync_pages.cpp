@@ -11,7 +11,7 @@
 namespace server {
 namespace {
 
-constexpr std::size_t kRowsOfPage = 200;
+constexpr std::size_t kRowsOfPage = 200, kIdsOfPage = 10000;
 constexpr std::size_t kBytesOfPage = 1 << 19;
 
 /// The account; the rows of another one that the learner has named are brought into it first. One that is
@@ -29,16 +29,35 @@ std::string MergedAccount(Services& services, const Form& form) {
 /// of them, or keeps them, has the newest of all.
 bool HasSameNewest(Services& services, const std::string& account, const std::string& fromDay,
                    const std::string& checksum) {
-  const auto isNewestFrom = [&](const std::string& day) {
-    return checksum == services.records.NewestDigest(account, day);
+  using Order = RecordStore::Order;
+  const auto isNewestFrom = [&](const std::string& day, Order order) {
+    return checksum == services.records.NewestDigest(account, day, order);
   };
-  return isNewestFrom("") || (!fromDay.empty() && isNewestFrom(fromDay));
+  if (fromDay.empty()) return isNewestFrom("", Order::kOfArrival) || isNewestFrom("", Order::kById);
+  return isNewestFrom("", Order::kById) || isNewestFrom(fromDay, Order::kById);
 }
 
 bool HasSameRecords(Services& services, const std::string& account, const std::string& fromDay,
                     const std::string& header) {
   return fromDay.empty() ||
          header == protocol::EncodeRecordsSince(fromDay, services.records.Digest(account, fromDay));
+}
+
+/// A page of a stream: what is written for each row, as long as there is room, and where the next one begins.
+/// @param most rows that were asked for
+template <typename Row, typename Write>
+Reply StreamReply(const std::vector<Row>& rows, std::size_t most, const Write& write) {
+  std::string reply;
+  std::size_t written = 0;
+  while (written < rows.size() && reply.size() < kBytesOfPage) reply += base::ToCp950(write(rows[written++]));
+  const bool isLast = written == rows.size() && rows.size() < most;
+  return {reply + protocol::EncodePageEnd(isLast ? protocol::kNoMore : rows[written - 1].number)};
+}
+
+Reply GoneReply(Services& services, const Form& form) {
+  const std::string account = services.accounts.Known(form.Required("pno", kNumberLimit));
+  return StreamReply(services.records.Gone(account, form.Required("lastid", kNumberLimit), kIdsOfPage),
+                     kIdsOfPage, [](const GoneRow& row) { return protocol::EncodeGone(row.id); });
 }
 
 protocol::RecordKind WantedKind(const Form& form) {
@@ -62,25 +81,26 @@ Reply SyncChecksum(Services& services, const Call& call) {
   const std::string checksum = call.form.Required("checksum", kNumberLimit);
   const std::string header = call.Header(protocol::header::kRecords);
   const std::string fromDay = protocol::DayOfRecordsSince(header);
+  // Before the records are compared: those of a later post count as not yet seen.
+  const auto state =
+      services.records.State(account, protocol::ParseSeen(call.Header(protocol::header::kSeen)));
   const bool isSame = HasSameNewest(services, account, fromDay, checksum) &&
                       HasSameRecords(services, account, fromDay, header);
-  return TextReply(isSame ? "OK_" : "DIFFERENT");
+  return TextReply(protocol::EncodeComparison(isSame, state));
 }
 
 Reply SyncClient(Services& services, const Call& call) {
+  if (call.form.Find("tp") == protocol::kGoneStream) return GoneReply(services, call.form);
   const protocol::RecordKind kind = WantedKind(call.form);
   const std::string lastId = call.form.Required("lastid", kNumberLimit);
   const std::string account = lastId.empty()
                                   ? MergedAccount(services, call.form)
                                   : services.accounts.Known(call.form.Required("pno", kNumberLimit));
-  const auto rows = services.records.Rows(account, kind, lastId, kRowsOfPage);
-  std::string reply;
-  std::size_t written = 0;
-  while (written < rows.size() && reply.size() < kBytesOfPage) {
-    reply += base::ToCp950(protocol::EncodeRecord(rows[written++].row));
-  }
-  const bool isLast = written == rows.size() && rows.size() < kRowsOfPage;
-  return {reply + protocol::EncodePageEnd(isLast ? protocol::kNoMore : rows[written - 1].number)};
+  const bool withIds = call.form.Find("ids") == "1";
+  return StreamReply(services.records.Rows(account, kind, lastId, kRowsOfPage), kRowsOfPage,
+                     [&](const StoredRow& row) {
+                       return protocol::EncodeRecord({row.row.row, withIds ? row.row.id : ""});
+                     });
 }
 
 }  // namespace server

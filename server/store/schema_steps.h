@@ -2,6 +2,7 @@
 #pragma once
 
 #include <array>
+#include <cstddef>
 
 namespace server {
 
@@ -150,8 +151,39 @@ inline constexpr const char* kCleanRecords = R"(
     UPDATE essay SET final_set = 'N' WHERE final_set NOT IN ('N', 'A', 'Y');
 )";
 
+// Rows get ids of their own (`IdOfRow` gives one to each that is there already), those of deleted rows are
+// remembered, and the posts their order.
+inline constexpr const char* kRowIds = R"(
+    ALTER TABLE sentence ADD COLUMN uid TEXT NOT NULL DEFAULT '';
+    CREATE TABLE gone (
+      id INTEGER PRIMARY KEY AUTOINCREMENT,
+      account TEXT NOT NULL REFERENCES account (number),
+      uid TEXT NOT NULL,           -- id of a sentence, or number of an essay
+      UNIQUE (account, uid)
+    );
+    CREATE TABLE new_post (
+      seq INTEGER PRIMARY KEY AUTOINCREMENT,
+      account TEXT NOT NULL REFERENCES account (number),
+      id TEXT NOT NULL,
+      UNIQUE (account, id)
+    );
+    INSERT INTO new_post (account, id) SELECT account, id FROM post;
+    INSERT INTO new_post (account, id)
+      SELECT account, lower(hex(randomblob(16))) FROM (SELECT account FROM sentence UNION SELECT account FROM essay)
+      WHERE account NOT IN (SELECT account FROM post);
+    DROP TABLE post;
+    ALTER TABLE new_post RENAME TO post;
+    CREATE INDEX post_order ON post (account, seq);
+    CREATE TABLE server (id TEXT NOT NULL);
+    INSERT INTO server VALUES (lower(hex(randomblob(16))));
+)";
+// Between the two the rows get their ids.
+inline constexpr std::size_t kStepOfRowIds = 7;
+inline constexpr const char* kRowIdIndex = "CREATE UNIQUE INDEX sentence_uid ON sentence (account, uid);";
+
 /// Step N brings a database of version N to version N + 1. A step that was published is never changed.
 inline constexpr std::array kSchemaSteps{kAccountTables, kArchiveTable, kOwnersAndFeedback,
-                                         kRecordTables,  kSchoolTables, kCleanRecords};
+                                         kRecordTables,  kSchoolTables, kCleanRecords,
+                                         kRowIds,        kRowIdIndex};
 
 }  // namespace server

@@ -5,6 +5,7 @@
 
 #include "base/transaction.h"
 #include "server/store/account_store.h"
+#include "server/store/row_id.h"
 #include "server/store/schema_steps.h"
 #include "server/store/store_database.h"
 
@@ -15,6 +16,15 @@ std::size_t SchemaVersion(base::Database& database) {
   return static_cast<std::size_t>(database.Number("PRAGMA user_version"));
 }
 
+void GiveIds(base::Database& database) {
+  std::vector<std::vector<base::DbValue>> ids;
+  database.Run(
+      "SELECT id, account, sentence, day FROM sentence WHERE uid = ''", {}, [&](const base::DbRow& row) {
+        ids.push_back({IdOfRow(row.Number(0), row.View(1), row.View(2), row.View(3)), row.Number(0)});
+      });
+  for (const auto& id : ids) database.Run("UPDATE sentence SET uid = ? WHERE id = ?", id);
+}
+
 void BringUpToDate(base::Database& database, const std::filesystem::path& file) {
   if (SchemaVersion(database) == kSchemaSteps.size()) return;
   base::Transaction transaction(database);
@@ -22,7 +32,10 @@ void BringUpToDate(base::Database& database, const std::filesystem::path& file) 
   if (version > kSchemaSteps.size()) {
     throw std::runtime_error(fmt::format("{} was made by a newer version", file.string()));
   }
-  for (std::size_t step = version; step < kSchemaSteps.size(); ++step) database.RunScript(kSchemaSteps[step]);
+  for (std::size_t step = version; step < kSchemaSteps.size(); ++step) {
+    if (step == kStepOfRowIds) GiveIds(database);
+    database.RunScript(kSchemaSteps[step]);
+  }
   database.Run(fmt::format("PRAGMA user_version = {}", kSchemaSteps.size()));
   transaction.Commit();
 }

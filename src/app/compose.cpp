@@ -2,6 +2,7 @@
 
 #include "core/error_report.h"
 #include "core/provisioning.h"
+#include "core/records_place.h"
 #include "core/version_check.h"
 #include "records/salvage.h"
 
@@ -32,7 +33,7 @@ Composition::Composition(Machine& machine, InstallationValues installation)
   hall.frmXQDLogin.LeadsTo([this]() -> HallWindow& { return *frmXQDLogin; });
   hall.checkDatabaseBuild = [this] {
     CheckDatabaseBuild(program);
-    MendRecords(program);
+    if (!RecordsFolder(program).empty()) MendRecords(program);
   };
   hall.refreshUpdater = [this] { RefreshUpdater(program); };
   hall.showPublisherNews = [this] { ShowPublisherNews(program, frmPublisher); };

@@ -21,17 +21,16 @@ std::string CodeOf(const protocol::CheckReply& answer) {
 }
 
 void RecordRight(FrmMain& frmMain, const std::string& sentence) {
-  const base::LocalTime now = frmMain.machine.loop.Now();
-  frmMain.records.InsertOkSentence(
-      {.sId = MakeRecId(frmMain.program.app, now), .sentence = sentence, .sDate = base::DayOf(now)});
+  frmMain.records.InsertOkSentence({.sId = MakeRecId(frmMain.program),
+                                    .sentence = sentence,
+                                    .sDate = base::DayOf(frmMain.machine.loop.Now())});
 }
 
 void RecordFaulty(FrmMain& frmMain, const protocol::CheckReply& answer) {
-  const base::LocalTime now = frmMain.machine.loop.Now();
-  frmMain.records.InsertErrSentence({.id = MakeRecId(frmMain.program.app, now),
+  frmMain.records.InsertErrSentence({.id = MakeRecId(frmMain.program),
                                      .sentence = answer.sentence,
                                      .errcode = CodeOf(answer),
-                                     .sDate = base::DayOf(now)});
+                                     .sDate = base::DayOf(frmMain.machine.loop.Now())});
 }
 
 bool IsSuggestion(const std::string& list) { return list != "0" && !list.empty(); }

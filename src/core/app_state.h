@@ -5,6 +5,7 @@
 #include <string>
 
 #include "base/day.h"
+#include "protocol/unique_id.h"
 
 namespace marovane {
 
@@ -69,9 +70,10 @@ struct AppState {
   bool gMainReload = false;
   std::string gMsgResult;
   std::string gProgressDetail;
-  int gRecSeq = 0;
+  protocol::UniqueIds gRecIds;
   std::string gSuggestMode;
   bool gUploadFinished = false;
+  bool gAccountRefusalShown = false;  ///< of this run
   bool gXqdLoginDone = false;
   bool gXqdLoginOk = false;
 

@@ -15,6 +15,7 @@ constexpr Message Message::kBadEmail{"8", kWarning, kOk, kPlain, "請檢查您�
 constexpr Message Message::kNoRemark{"9", kWarning, kOk, kPlain, "請您輸入要反應的說明內容！"};
 constexpr Message Message::kRemarkTooLong{"10", kWarning, kOk, kPlain, "您的說明已超過200個半字元（相當100個中文字），請儘量縮短，然後再次送出！"};
 constexpr Message Message::kFeedbackSent{"11", kNotice, kOk, kPlain, "您的意見已經傳送至伺服器完成了！"};
+constexpr Message Message::kFeedbackRefused{"56", kWarning, kOk, kError, "伺服器不接受這則意見！\r\n請修改說明後再試一次"};
 constexpr Message Message::kOverwriteFile{"12", kAsk, kYesNo, kQuestion, "檔案已經存在, 您要覆蓋它嗎?"};
 constexpr Message Message::kNoSentences{"13", kWarning, kOk, kPlain, "沒有任何造句記錄"};
 constexpr Message Message::kChooseSentences{"14", kWarning, kOk, kPlain, "請您選取至少一個造句記錄"};
@@ -32,6 +33,8 @@ constexpr Message Message::kEnterAccount{"26", kWarning, kOk, kPlain, "請輸入
 constexpr Message Message::kPasswordLength{"27", kWarning, kOk, kPlain, "密碼必須為4～12碼之間"};
 constexpr Message Message::kWrongAccount{"31", kWarning, kOk, kPlain, "帳號有誤，請檢查！"};
 constexpr Message Message::kWrongPassword{"32", kWarning, kOk, kPlain, "密碼有誤，請檢查！"};
+constexpr Message Message::kTryLater{"33", kWarning, kOk, kPlain, "嘗試的次數太多，請稍候片刻再試"};
+constexpr Message Message::kBadLoginText{"34", kWarning, kOk, kPlain, "帳號或密碼中有伺服器不接受的字元，請檢查！"};
 constexpr Message Message::kEngineTimeout{"39", kWarning, kOk, kError, "等待解析引擎的回傳時間過久, 已中斷呼叫, 請再試一次"};
 constexpr Message Message::kLeaveProgram{"40", kAsk, kOkCancel, kQuestion, "您確定要離開本程式嗎?"};
 constexpr Message Message::kManySentences{"42", kNotice, kOk, kPlain, "您保存的〔我的造句〕已超過5000句！\r\n\r\n建議於〔設定〕視窗中，設定〔自動清除六個月以之的記錄〕，記錄數目太多，會影響系統的執行效率。"};
@@ -76,6 +79,8 @@ constexpr Message Message::kDraftNotKept{"14026", kWarning, kOk, kError, "您輸
 constexpr Message Message::kDraftCopied{"14027", kWarning, kOk, kError, "您輸入的短文無法暫存，可能磁碟已滿！\r\n內容已複製到剪貼簿，請先貼到別處保存，再按確定"};
 constexpr Message Message::kDraftNotRead{"14028", kWarning, kOk, kError, "上次未送出的短文無法讀取！\r\n檔案已改名，仍保留在同一資料夾"};
 constexpr Message Message::kUploadFailed{"15001", kAsk, kYesNo, kUpdate, "無法正常完成上傳\r\n\r\n網路中斷或傳輸品質不佳，您要重試嗎？"};
+constexpr Message Message::kRowsRefused{"15002", kWarning, kOk, kError, "伺服器不接受其中一些記錄！\r\n這些記錄仍保留在本台電腦"};
+constexpr Message Message::kRecordsSetAside{"15003", kWarning, kOk, kError, "伺服器上沒有本台電腦原有的一些記錄！\r\n同步之前的全部記錄已另存一份"};
 constexpr Message Message::kNoEngineAddress{"16001", kAsk, kOkCancel, kQuestion, "無法正確配發網路引擎位址\r\n請檢查您的網路是否中斷或傳輸品質不佳\r\n\r\n確認後按確定再嘗試取得，或按取消終止"};
 constexpr Message Message::kUnknownAccount{"29851", kWarning, kOk, kPlain, "帳號管理伺服器回報您的帳號不屬於任何伺服器所管理\r\n請您確定所輸入的帳號是正確的。"};
 // The account number comes as the detail.

@@ -18,17 +18,17 @@ struct Message {
   std::string_view text;
 
   static const Message kNetworkDown, kNewVersion, kNoUpdater, kNothingToReport, kBadEmail, kNoRemark,
-      kRemarkTooLong, kFeedbackSent, kOverwriteFile, kNoSentences, kChooseSentences, kDeleteSentences,
-      kDeleteTopic, kDeleted, kExported, kChooseDays, kDeleteDays, kChooseMistake, kChooseEducation,
-      kNoEngineReply, kEnterWord, kEnterAccount, kPasswordLength, kWrongAccount, kWrongPassword,
-      kEngineTimeout, kLeaveProgram, kManySentences, kReinstall, kMergeOldAccount, kMergeDone, kNoPartners,
-      kNotOffered, kBadSourceList, kNoSource, kNoTranslation, kUnexpectedError, kReinstallRefused,
-      kPasswordSet, kServerNotFound, kNotOnCampus, kBadSigns, kEnterEssay, kWrongSentence, kNoEndMark,
-      kEssayDone, kNewEssay, kNoAssignment, kNoEssays, kChooseEssays, kDeleteEssays, kOneRowAtATime,
-      kHandInThis, kSomeNotDeleted, kHandedIn, kHandInNow, kOwnTopic, kDoubtfulSentence, kNotHandedIn,
-      kEssayTooLong, kTooManySentences, kUploadFailed, kNoEngineAddress, kUnknownAccount, kNewAccount,
-      kSentenceTooLong, kSeveralSentences, kRefusedByEngine, kEssayWaits, kDraftNotKept, kDraftCopied,
-      kDraftNotRead;
+      kRemarkTooLong, kFeedbackSent, kFeedbackRefused, kOverwriteFile, kNoSentences, kChooseSentences,
+      kDeleteSentences, kDeleteTopic, kDeleted, kExported, kChooseDays, kDeleteDays, kChooseMistake,
+      kChooseEducation, kNoEngineReply, kEnterWord, kEnterAccount, kPasswordLength, kWrongAccount,
+      kWrongPassword, kTryLater, kBadLoginText, kEngineTimeout, kLeaveProgram, kManySentences, kReinstall,
+      kMergeOldAccount, kMergeDone, kNoPartners, kNotOffered, kBadSourceList, kNoSource, kNoTranslation,
+      kUnexpectedError, kReinstallRefused, kPasswordSet, kServerNotFound, kNotOnCampus, kBadSigns,
+      kEnterEssay, kWrongSentence, kNoEndMark, kEssayDone, kNewEssay, kNoAssignment, kNoEssays, kChooseEssays,
+      kDeleteEssays, kOneRowAtATime, kHandInThis, kSomeNotDeleted, kHandedIn, kHandInNow, kOwnTopic,
+      kDoubtfulSentence, kNotHandedIn, kEssayTooLong, kTooManySentences, kUploadFailed, kRowsRefused,
+      kRecordsSetAside, kNoEngineAddress, kUnknownAccount, kNewAccount, kSentenceTooLong, kSeveralSentences,
+      kRefusedByEngine, kEssayWaits, kDraftNotKept, kDraftCopied, kDraftNotRead;
   static const Message kTest, kOneSentenceAtATime, kThreeDaysAtMost, kNewEngine, kEnterServer, kEnterNoun,
       kEnterAdjective, kEnterAdverb, kEnterVerb, kSameEssay;
 };

@@ -4,12 +4,14 @@
 
 #include <algorithm>
 
+#include "base/database.h"
 #include "base/day.h"
 #include "base/files.h"
 #include "base/text.h"
 #include "core/message.h"
 #include "core/process_control.h"
 #include "core/program.h"
+#include "core/records_place.h"
 #include "core/resume_next.h"
 #include "core/settings.h"
 #include "platform/environment.h"
@@ -25,7 +27,7 @@ using Path = base::Files::Path;
 
 Path DataFolder(const Program& program) { return Path(program.app.gTempDir) / "marovane"; }
 Path EngineFolder(const Program& program) { return Path(program.app.gTempDir) / "tolvex"; }
-Path RecordDatabase(const Program& program) { return DataFolder(program) / "Marovane.mdb"; }
+Path RecordDatabase(const Program& program) { return Path(RecordsFolder(program)) / "Marovane.mdb"; }
 Path ErrorTexts(const Program& program) { return EngineFolder(program) / "data" / "err4list.mdb"; }
 
 std::string FirstLine(const std::string& text) {
@@ -34,7 +36,7 @@ std::string FirstLine(const std::string& text) {
 
 bool IsDatabaseFile(const std::string& name) { return name.find(".mdb") != std::string::npos; }
 
-Path AsideFolder(const Program& program) { return DataFolder(program) / "set-aside"; }
+Path AsideFolder(const Program& program) { return Path(RecordsFolder(program)) / "set-aside"; }
 
 // The time of day, or the next second at which nothing was set aside: what is there is never replaced.
 std::string FreeStamp(const Program& program) {
@@ -55,7 +57,7 @@ Path SetAside(const Program& program, const std::string& stamp, const std::strin
   base::Files& files = program.machine.files;
   files.CreateFolder(AsideFolder(program), true);
   Path place = AsideFolder(program) / (stamp + name);
-  files.Rename(DataFolder(program) / name, place);
+  files.Rename(Path(RecordsFolder(program)) / name, place);
   return place;
 }
 
@@ -84,12 +86,23 @@ void ShowUnpacking(Program& program, const char* what) {
   program.machine.loop.DoEvents();
 }
 
+// The first settings are for all pupils of a computer, but a package brings them beside the records.
+void TakeFirstSettings(Program& program) {
+  base::Files& files = program.machine.files;
+  const Path unpacked = Path(RecordsFolder(program)) / "setup.set";
+  const Path settings = DataFolder(program) / "setup.set";
+  if (unpacked == settings || !files.FileExists(unpacked)) return;
+  if (files.FileExists(settings)) return files.Delete(unpacked);
+  files.Rename(unpacked, settings);
+}
+
 void UnpackRecords(Program& program) {
   base::Files& files = program.machine.files;
   files.CreateFolder(DataFolder(program), true);
-  if (files.FileExists(RecordDatabase(program))) return;
+  if (RecordsFolder(program).empty() || files.FileExists(RecordDatabase(program))) return;
   ShowUnpacking(program, "建立學習記錄");
-  UnpackRecordsInto(program, DataFolder(program));
+  UnpackRecordsInto(program, RecordsFolder(program));
+  TakeFirstSettings(program);
 }
 
 void UnpackEngine(Program& program) {
@@ -128,11 +141,23 @@ void CopyUpdater(Program& program) {
   files.Delete(installed / "updater0.exe");
 }
 
+// A damaged one is: what can be read in it is saved later.
+bool IsUsable(Program& program) {
+  if (!program.machine.files.FileExists(RecordDatabase(program))) return false;
+  try {
+    const auto db = program.machine.databases.Open(RecordDatabase(program), base::Databases::Mode::kReadOnly);
+    return db->Number("pragma user_version") <= kSchemaVersion;
+  } catch (const base::DamagedDatabase&) {
+    return true;
+  }
+}
+
 void CheckBuild(Program& program) {
   base::Files& files = program.machine.files;
-  const Path stamp = DataFolder(program) / "dbver.set";
-  files.CreateFolder(DataFolder(program), true);
+  const Path stamp = Path(RecordsFolder(program)) / "dbver.set";
+  files.CreateFolder(RecordsFolder(program), true);
   if (files.FileExists(stamp) && FirstLine(files.Read(stamp)) == kDatabaseBuild) return;
+  if (IsUsable(program)) return base::RewriteFile(files, stamp, std::string(kDatabaseBuild) + "\r\n", false);
   // First, so that a disk that is full leaves the old stamp, and the next start does all of it again.
   WriteNeedSync(program, "Y");
   RunSkippingFailures({[&] { SetRecordsAside(program); }});
@@ -146,11 +171,16 @@ std::string SetRecordsAside(Program& program) {
   // What was written last may still be in the log beside the database.
   for (const char* ending : {"", "-wal", "-shm"}) {
     const std::string name = std::string("Marovane.mdb") + ending;
-    if (!program.machine.files.FileExists(DataFolder(program) / name)) continue;
+    if (!program.machine.files.FileExists(Path(RecordsFolder(program)) / name)) continue;
     const std::string place = SetAside(program, stamp, name);
     if (aside.empty()) aside = place;
   }
   return aside;
+}
+
+std::string AsidePath(const Program& program, const std::string& name) {
+  program.machine.files.CreateFolder(AsideFolder(program), true);
+  return AsideFolder(program) / (FreeStamp(program) + name);
 }
 
 void UnpackRecordsInto(Program& program, const std::string& folder) {
@@ -159,6 +189,7 @@ void UnpackRecordsInto(Program& program, const std::string& folder) {
 }
 
 void CheckDatabaseBuild(Program& program) {
+  if (RecordsFolder(program).empty()) return;
   RunSkippingFailures({[&] { CheckBuild(program); }});
 }
 
@@ -171,7 +202,7 @@ void UnpackDataFiles(Program& program) {
 
 void ShowMissingData(Program& program) {
   const base::Files& files = program.machine.files;
-  const bool hasRecords = files.FileExists(RecordDatabase(program));
+  const bool hasRecords = RecordsFolder(program).empty() || files.FileExists(RecordDatabase(program));
   if (hasRecords && files.FileExists(ErrorTexts(program))) return;
   const Path database = hasRecords ? ErrorTexts(program) : RecordDatabase(program);
   program.app.gProgressDetail =
@@ -189,11 +220,12 @@ void RefreshUpdater(Program& program) {
 void WipeDataFolder(Program& program) {
   base::Files& files = program.machine.files;
   const std::string stamp = FreeStamp(program);
+  // The update does not depend on any of it.
+  for (const auto& name : files.List(RecordsFolder(program))) {
+    if (IsDatabaseFile(name)) RunSkippingFailures({[&] { SetAside(program, stamp, name); }});
+  }
   for (const auto& name : files.List(DataFolder(program))) {
-    RunSkippingFailures({[&] {  // the update does not depend on it
-      if (!IsDatabaseFile(name)) return files.Delete(DataFolder(program) / name);
-      SetAside(program, stamp, name);
-    }});
+    if (!IsDatabaseFile(name)) RunSkippingFailures({[&] { files.Delete(DataFolder(program) / name); }});
   }
 }
 

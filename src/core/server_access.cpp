@@ -51,7 +51,11 @@ bool ShowLoginRefusal(Program& program, const std::string& reply, const Message&
   using namespace protocol::refusal;
   for (const auto& [word, message] : {std::pair{kConnectFailed, &noConnection},
                                       {kNotFound, &Message::kWrongAccount},
-                                      {kWrongPassword, &Message::kWrongPassword}}) {
+                                      {kBadAccount, &Message::kWrongAccount},
+                                      {kWrongPassword, &Message::kWrongPassword},
+                                      {kTryLater, &Message::kTryLater},
+                                      {kBadText, &Message::kBadLoginText},
+                                      {kTooLong, &Message::kBadLoginText}}) {
     if (reply != word) continue;
     ShowMessage(program, *message);
     return true;
@@ -115,8 +119,7 @@ std::string QuestionUrl(const Program& program, const std::string& workId) {
 
 std::string TeacherCommentUrl(Program& program, const std::string& workId) {
   auto& app = program.app;
-  return app.gServerUrlRoot + protocol::page::kTeacherComment +
-         "?tid=" + MakeRecId(app, program.machine.loop.Now()) + "&" +
+  return app.gServerUrlRoot + protocol::page::kTeacherComment + "?tid=" + MakeRecId(program) + "&" +
          protocol::PlainBody({{"pno", app.gAccountNo}, {"workId", workId}});
 }
 

@@ -5,6 +5,7 @@
 #include "core/data_paths.h"
 #include "core/key_value_file.h"
 #include "core/program.h"
+#include "core/records_place.h"
 #include "core/settings.h"
 #include "platform/environment.h"
 #include "platform/window_system.h"
@@ -100,7 +101,9 @@ void InitApplicationState(Program& program) {
 void InitConnectionStrings(Program& program) {
   auto& app = program.app;
   const std::string prefix = "Provider=Microsoft.Jet.OLEDB.4.0;Data Source=";
-  app.gConnRecords = prefix + app.gTempDir + "/marovane/Marovane.mdb;";
+  // At a campus nobody's records are opened before the login.
+  app.gConnRecords.clear();
+  if (app.gEdition != "XQD") UseRecordsIn(program, app.gTempDir + "/marovane");
   app.gConnErrList = prefix + app.gTempDir + "/tolvex/data/err4list.mdb;";
 }
 
@@ -140,6 +143,9 @@ void FrmStartUp::RunCampusLogin(Program& program) {
   program.hall.frmXQDLogin->AsForm().Show();
   program.machine.loop.WaitUntil([&app] { return app.gXqdLoginDone; });
   if (!app.gXqdLoginOk) program.machine.loop.End();
+  program.hall.checkDatabaseBuild();  // of the one who has logged in
+  program.hall.unpackDataFiles();
+  program.hall.showMissingData();
   if (isGreeting) frmSplash.Show();
 }
 

@@ -6,17 +6,13 @@
 #include <array>
 
 #include "base/text.h"
-#include "core/app_state.h"
+#include "core/program.h"
+#include "platform/event_loop.h"
+#include "platform/machine.h"
 
 namespace marovane {
 
-std::string MakeRecId(AppState& app, base::LocalTime now) {
-  using std::chrono::local_days;
-  constexpr base::LocalTime kEpoch = local_days{std::chrono::year{2006} / 1 / 1};
-  constexpr int kLastSequence = 12800;
-  if (++app.gRecSeq >= kLastSequence) app.gRecSeq = 1;
-  return fmt::format("{}{:05}", (now - kEpoch).count(), app.gRecSeq);
-}
+std::string MakeRecId(Program& program) { return program.app.gRecIds.Next(program.machine.loop.UtcNow()); }
 
 std::string FormatNumber(std::int64_t number) {
   constexpr std::size_t kGroup = 3;

@@ -9,11 +9,10 @@
 
 namespace marovane {
 
-struct AppState;
+struct Program;
 
-/// A new id: whole seconds since 2006/01/01 00:00:00 of local time and a running number of five digits. Ids
-/// of a run sort by time.
-std::string MakeRecId(AppState& app, base::LocalTime now);
+/// A new id of a row or a file (protocol/unique_id.h).
+std::string MakeRecId(Program& program);
 
 /// A whole number with a comma between thousands, as "1,208".
 std::string FormatNumber(std::int64_t number);

@@ -160,10 +160,9 @@ void PassStringToEngineEssay(EssayContext& context) {
 
 void RecordPassed(EssayContext& context, const std::string& haveHtm) {
   auto& app = context.program.app;
-  const base::LocalTime now = context.program.machine.loop.Now();
-  context.records.InsertOkSentence({.sId = MakeRecId(app, now),
+  context.records.InsertOkSentence({.sId = MakeRecId(context.program),
                                     .sentence = app.gEssayCurSentence,
-                                    .sDate = base::DayOf(now),
+                                    .sDate = base::DayOf(context.program.machine.loop.Now()),
                                     .essayId = app.gEssayId,
                                     .essaySId = app.gEssaySId,
                                     .haveHtm = haveHtm});
@@ -172,11 +171,10 @@ void RecordPassed(EssayContext& context, const std::string& haveHtm) {
 void RecordRefused(EssayContext& context, const std::string& sentence, const std::string& errcode,
                    const std::string& haveHtm) {
   auto& app = context.program.app;
-  const base::LocalTime now = context.program.machine.loop.Now();
-  context.records.InsertErrSentence({.id = MakeRecId(app, now),
+  context.records.InsertErrSentence({.id = MakeRecId(context.program),
                                      .sentence = sentence,
                                      .errcode = errcode,
-                                     .sDate = base::DayOf(now),
+                                     .sDate = base::DayOf(context.program.machine.loop.Now()),
                                      .essayId = app.gEssayId,
                                      .essaySId = app.gEssaySId,
                                      .haveHtm = haveHtm});

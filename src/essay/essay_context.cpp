@@ -47,10 +47,9 @@ void EssayContext::StartEssay() {
 void EssayContext::StartOwnEssay(const std::string& title) {
   auto& app = program.app;
   if (app.gEssayMode) return frmEssay->BringToFront();
-  const base::LocalTime now = program.machine.loop.Now();
-  app.gEssayQuiz = DefaultEssayTitle(title, now);
+  app.gEssayQuiz = DefaultEssayTitle(title, program.machine.loop.Now());
   app.gEssayStartRequested = true;
-  app.gEssayWorkId = MakeRecId(app, now);
+  app.gEssayWorkId = MakeRecId(program);
   StartEssay();
 }
 

@@ -36,20 +36,11 @@ bool AcceptText(EssayContext& context) {
   return false;
 }
 
-// Two runs within one second make the same ids.
-std::string MakeEssayId(EssayContext& context) {
-  std::string id;
-  do {
-    id = MakeRecId(context.program.app, context.program.machine.loop.Now());
-  } while (EssayRecords(context.records).FindEssay(id));
-  return id;
-}
-
 void OpenEssay(EssayContext& context) {
   auto& app = context.program.app;
   const base::LocalTime now = context.program.machine.loop.Now();
   context.frmEssay->mAnalysing = true;
-  app.gEssayId = MakeEssayId(context);
+  app.gEssayId = MakeRecId(context.program);
   if (app.gEssayQuiz.empty()) app.gEssayQuiz = base::FormatDateUnpadded(base::DayOf(now), "") + "我的短文";
   app.gEssayOriginal = context.frmEssay->txtInput.Text;
   app.gEssayCurrent = app.gEssayOriginal;
@@ -127,7 +118,7 @@ bool FindSentence(AppState& app, int& end) {
 // A retry keeps the id of the attempt before.
 void GiveSentenceId(EssayContext& context) {
   auto& app = context.program.app;
-  if (app.gEssayNewSentence) app.gEssaySId = MakeRecId(app, context.program.machine.loop.Now());
+  if (app.gEssayNewSentence) app.gEssaySId = MakeRecId(context.program);
   app.gEssayNewSentence = true;
 }
 
@@ -196,9 +187,8 @@ void ShowFiledPage(EssayContext& context) {
   if (app.gEssayPageChecksum.empty()) return;
   if (context.showFreshPage) return context.showFreshPage();
   // The number keeps the browser from serving an old copy.
-  program.hall.frmBrowser->GoNavigate(ArchivedPageUrl(program, app.gServerUrlRoot, app.gEssayPageChecksum) +
-                                          "&tid=" + MakeRecId(app, program.machine.loop.Now()),
-                                      2);
+  program.hall.frmBrowser->GoNavigate(
+      ArchivedPageUrl(program, app.gServerUrlRoot, app.gEssayPageChecksum) + "&tid=" + MakeRecId(program), 2);
 }
 
 // The user wants to leave a sentence with a warning as it is.

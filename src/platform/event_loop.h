@@ -94,6 +94,10 @@ class EventLoop {
 
   /// The wall clock, as local civil time.
   virtual base::LocalTime Now() const = 0;
+  /// The same clock as it counts for all time zones.
+  virtual base::UtcTime UtcNow() const {
+    return std::chrono::floor<Milliseconds>(std::chrono::system_clock::now());
+  }
 
   /// The steady clock that timers follow.
   virtual Milliseconds Elapsed() const = 0;

@@ -2,17 +2,31 @@
 
 #include "base/day.h"
 #include "base/text.h"
+#include "base/transaction.h"
 #include "core/program.h"
 #include "platform/machine.h"
 #include "platform/run_time_error.h"
 #include "records/collect.h"
+#include "records/schema_steps.h"
 
 namespace marovane {
 
 namespace {
 
-constexpr int kSchemaVersion = 1;
 constexpr const char* kStoredApostrophe = "’";
+
+int VersionOf(base::Database& db) { return db.Number("pragma user_version"); }
+
+void BringUpToDate(base::Database& db) {
+  if (VersionOf(db) == kSchemaVersion) return;
+  base::Transaction transaction(db);
+  const int version = VersionOf(db);
+  if (version < 1 || version > kSchemaVersion) throw RunTimeError("Marovane.mdb is of another version");
+  for (int step = version; step < kSchemaVersion; ++step) {
+    db.RunScript(kSchemaSteps[static_cast<std::size_t>(step - 1)]);
+  }
+  transaction.Commit();
+}
 
 }  // namespace
 
@@ -24,16 +38,6 @@ OkSentence OkSentenceFrom(const base::DbRow& row) {
 ErrSentence ErrSentenceFrom(const base::DbRow& row) {
   return {row.Text(0), row.Text(1), row.Text(2), DayFromIso(row.Text(3)),
           row.Text(4), row.Text(5), row.Text(6), row.Text(7)};
-}
-
-std::string ConnectionPath(const std::string& connectionString) {
-  constexpr std::string_view kKey = "Data Source=";
-  const auto found = connectionString.find(kKey);
-  if (found == std::string::npos) {
-    throw RunTimeError("a connection string names no database: " + connectionString);
-  }
-  const auto begin = found + kKey.size();
-  return connectionString.substr(begin, connectionString.find(';', begin) - begin);
 }
 
 std::string PlainApostrophes(const std::string& stored) {
@@ -52,9 +56,7 @@ base::Database& RecordDb::Db() {
   if (!db_) {
     auto db = program_.machine.databases.Open(ConnectionPath(program_.app.gConnRecords),
                                               base::Databases::Mode::kReadWrite);
-    if (db->Number("pragma user_version") != kSchemaVersion) {
-      throw RunTimeError("Marovane.mdb is of another version");
-    }
+    BringUpToDate(*db);
     db_ = std::move(db);
   }
   return *db_;

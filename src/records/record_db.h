@@ -8,6 +8,7 @@
 
 #include "base/database.h"
 #include "base/day.h"
+#include "core/records_place.h"
 
 namespace marovane {
 
@@ -80,8 +81,6 @@ class RecordDb {
 OkSentence OkSentenceFrom(const base::DbRow& row);
 ErrSentence ErrSentenceFrom(const base::DbRow& row);
 
-/// Path of the database that a connection string names. Throws RunTimeError when it names none.
-std::string ConnectionPath(const std::string& connectionString);
 /// A stored text with plain apostrophes, as the user and the engine know it.
 std::string PlainApostrophes(const std::string& stored);
 /// A text as it is stored: without plain apostrophes.

@@ -42,13 +42,16 @@ std::vector<Table> TablesOf(base::Database& db) {
   return tables;
 }
 
+constexpr std::string_view kUploadFlags = "NYDR";
+
 // A page of rubbish can look like rows.
 bool IsPlausible(const Table& table, const std::vector<base::DbValue>& values) {
   for (std::size_t i = 0; i < values.size(); ++i) {
     const auto* const text = std::get_if<std::string>(&values[i]);
     if (text == nullptr) return false;
     if (table.columns[i] == "sDate" && !base::ParseDate(*text)) return false;
-    if (table.columns[i] == "upload" && *text != "N" && *text != "Y" && *text != "D") return false;
+    const bool isFlag = table.columns[i] == "upload";
+    if (isFlag && (text->size() != 1 || kUploadFlags.find(*text) == std::string_view::npos)) return false;
   }
   return true;
 }

@@ -7,14 +7,36 @@
 
 #include "base/day.h"
 #include "protocol/post.h"
+#include "protocol/stream.h"
 #include "records/record_db.h"
 
 namespace marovane {
 
 /// Rows that the server does not know yet, or does not know to be deleted. Texts as stored.
 struct PendingRows {
-  std::vector<std::string> ids;
-  std::vector<protocol::PostedRow> rows;  ///< without what is kept
+  std::vector<std::string> ids;  ///< local keys
+  std::vector<protocol::PostedRow> rows;
+};
+
+struct RecordCounts {
+  int sentences = 0;
+  int essays = 0;
+};
+
+/// Whom and what the flag 'Y' speaks of.
+struct Belongs {
+  std::string account;    ///< "" before the first synchronisation
+  std::string server;     ///< its name for itself; "" of one that has none
+  std::string seen;       ///< the latest post of the account that was seen there
+  bool isBehind = false;  ///< the server may lack what this computer has
+
+  bool operator==(const Belongs&) const = default;
+};
+
+/// What a reload knows of the server.
+struct ReloadRules {
+  bool hasIds = false;    ///< it tells the ids of rows, and which were deleted
+  bool isBehind = false;  ///< as in Belongs
 };
 
 /// Every procedure throws RunTimeError when a statement fails.
@@ -22,18 +44,34 @@ class SyncRecords {
  public:
   explicit SyncRecords(RecordDb& records) : records_(records) {}
 
-  /// Rows with the flags 'N' and 'D'.
+  /// Rows with the flags 'N' and 'D', and rows long gone of which a server has to hear again.
   int CountPending(protocol::RecordKind kind);
   bool HasPending();
-  /// The same rows, the oldest first.
+  /// All rows that are not deleted.
+  RecordCounts Count();
+  /// The rows that `CountPending` counts, the oldest first.
   PendingRows Pending(protocol::RecordKind kind);
-  /// Sentences with the flag 'Y' that say the same as this row.
-  int CountUploadedLike(protocol::RecordKind kind, const protocol::Row& row);
-  /// True for a sentence that was deleted before it was ever sent.
-  bool WasNeverSent(const std::string& id);
-  /// What was sent: new rows become 'Y', deleted ones go, unless their flag has changed since.
+  /// What was sent: new rows become 'Y', deleted ones go, unless their flag has changed since. Also of a post
+  /// that an older version has made, before the rows got ids of their own.
   void MarkSent(protocol::RecordKind kind, const std::vector<std::string>& newIds,
                 const std::vector<std::string>& deletedIds);
+  /// What was marked as sent waits again.
+  void MarkUnsent(protocol::RecordKind kind, const std::vector<std::string>& newIds,
+                  const std::vector<std::string>& deletedIds);
+  /// The same for one row that says the same as this one, if there is one.
+  void MarkOneUnsent(protocol::RecordKind kind, const protocol::Row& row);
+  /// A server does not accept these rows, which were marked as sent. New ones stay, and no upload or reload
+  /// concerns them; deleted ones stay away.
+  void MarkRefused(protocol::RecordKind kind, const std::vector<std::string>& newIds,
+                   const std::vector<std::string>& deletedIds);
+
+  Belongs BelongsTo();
+  void SetBelongsTo(const Belongs& belongs);
+  /// True when something was sent before.
+  bool HasSent();
+  /// Another server, or one that was restored from an older copy: it hears of deletions, of the state of
+  /// essays and of refused rows again. What else it lacks is found by a reload.
+  void RepeatTo(const Belongs& belongs);
 
   /// Stored text of the newest sentence; of the newest essay its id. "" without one.
   std::string Newest(protocol::RecordKind kind);
@@ -43,15 +81,23 @@ class SyncRecords {
   /// A fresh set of all records, which is collected beside the present one.
   void BeginReload();
   /// Apostrophes may be either.
-  /// @param ids local keys of sentences; essays have their own
-  void AddToReload(protocol::RecordKind kind, const std::vector<std::string>& ids,
-                   const std::vector<protocol::Row>& rows);
-  /// Puts the fresh set in place of the present one, all at once. False, and nothing has changed, when
-  /// meanwhile something waits to be uploaded.
-  bool CommitReload();
+  /// @param rows sentences with their local keys; essays have their own
+  void AddToReload(protocol::RecordKind kind, const std::vector<protocol::StreamRow>& rows);
+  /// Ids of rows that were deleted.
+  void AddGone(const std::vector<std::string>& ids);
+  /// How many present rows the fresh set would take away though nobody is known to have deleted them.
+  int CountTakenAway(const ReloadRules& rules);
+  /// Puts the fresh set in place of the present one, all at once. Rows that the server has lost stay, and
+  /// wait to be sent again. False, and nothing has changed, when meanwhile something waits to be uploaded.
+  bool CommitReload(const ReloadRules& rules);
+  /// A copy of the whole database in a new file.
+  void CopyTo(const std::string& path);
 
  private:
   base::Database& Db() { return records_.Db(); }
+  void FollowGone();
+  void KeepLost(protocol::RecordKind kind, const ReloadRules& rules);
+  void GiveContentIds(protocol::RecordKind kind);
 
   RecordDb& records_;
 };

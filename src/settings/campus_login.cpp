@@ -4,6 +4,8 @@
 #include "base/files.h"
 #include "base/text.h"
 #include "core/message.h"
+#include "core/records_place.h"
+#include "core/resume_next.h"
 #include "core/server_access.h"
 #include "core/settings.h"
 #include "core/text_utility.h"
@@ -11,6 +13,7 @@
 #include "platform/event_loop.h"
 #include "protocol/pages.h"
 #include "protocol/refusal.h"
+#include "sync/shared_records.h"
 
 namespace marovane {
 
@@ -82,7 +85,7 @@ void FrmXQDLogin::ReadCertificate() {
   if (!oldDomain.empty() && line(0).find(oldDomain) != std::string::npos) {
     lblACServer.Caption = base::Replace(base::Replace(program_.app.gACServerRoot, "http://", ""), "/", "");
   }
-  txtLogin.Text = line(1);
+  txtLogin.Text = latestLogin_ = line(1);
   if (ReadSetup(program_, "autoKeyinPw") == "1") txtPassword.Text = line(2);
 }
 
@@ -194,8 +197,17 @@ void FrmXQDLogin::Accept(const std::string& reply) {
   auto& app = program_.app;
   if (reply.starts_with("SET")) ShowMessage(program_, Message::kPasswordSet);
   app.gAccountNo = base::Trim(txtLogin.Text());
+  TakeSharedRecords();
+  UseRecordsIn(program_, LearnerFolder(program_, app.gAccountNo));
   ISCCert_IO("W");
   Finish(true);
+}
+
+// Where the desktop edition has an account the records are its own. What cannot be moved now stays where it
+// is, and the next login tries again.
+void FrmXQDLogin::TakeSharedRecords() {
+  if (latestLogin_.empty() || !ReadSetup(program_, "Pno").empty()) return;
+  RunSkippingFailures({[this] { MoveSharedRecords(program_, latestLogin_); }});
 }
 
 void FrmXQDLogin::Finish(bool isOk) {

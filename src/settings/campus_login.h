@@ -44,11 +44,13 @@ class FrmXQDLogin : public ButtonWindow<2>, public HallWindow {
   /// Shows what is wrong with the input. False when nothing is.
   bool ShowBadInput();
   void Accept(const std::string& reply);
+  void TakeSharedRecords();
   void Finish(bool isOk);
   void MoveAway();
   void MoveBack();
 
   std::string certFile_;
+  std::string latestLogin_;  ///< account of the latest login here, "" for none
   bool loginChanged_ = false;
   int left_ = 0;
 };

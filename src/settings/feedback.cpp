@@ -81,11 +81,12 @@ void FrmFeedback::OpenWithBrowserForFeedback() {
   const std::string email = optNeedRes(1).Value ? base::Trim(txtEmail.Text()) : "";
   if (const Message* refusal = Refusal(email)) return ShowMessage(program_, *refusal);
   if (!IsServerOnline(program_)) return ShowMessage(program_, Message::kNetworkDown);
-  const bool hasArrived = SendFeedback(program_, FormBody(email));
+  const FeedbackFate fate = SendFeedback(program_, FormBody(email));
+  if (fate == FeedbackFate::kRefused) return ShowMessage(program_, Message::kFeedbackRefused);
   // The same check is not to be reported twice.
   OfRegistry(program_, "W", "sentence");
   OfRegistry(program_, "W", "errcode");
-  Thank(hasArrived);
+  Thank(fate == FeedbackFate::kArrived);
   Unload();
 }
 

@@ -6,6 +6,7 @@
 #include "platform/run_time_error.h"
 #include "protocol/headers.h"
 #include "protocol/pages.h"
+#include "protocol/refusal.h"
 #include "sync/outbox.h"
 #include "sync/requests.h"
 
@@ -16,34 +17,44 @@ namespace {
 constexpr const char* kFeedbackEnding = ".feedback";
 
 // Servers may answer what they like, but after a refusal they do not have it.
-bool HasArrived(Program& program, const std::string& body) {
+FeedbackFate PostFeedback(Program& program, const std::string& body) {
   try {
-    return !PostPage(program, protocol::page::kFeedback, body, protocol::kFormType, {}).starts_with("ERR");
+    const std::string reply = PostPage(program, protocol::page::kFeedback, body, protocol::kFormType, {});
+    if (!reply.starts_with("ERR")) return FeedbackFate::kArrived;
+    return protocol::refusal::IsFinal(reply) ? FeedbackFate::kRefused : FeedbackFate::kKept;
   } catch (const RunTimeError&) {
-    return false;
+    return FeedbackFate::kKept;
   }
+}
+
+void PostKept(Program& program, const std::string& name) {
+  base::Files& files = program.machine.files;
+  const auto folder = OutboxFolder(program);
+  const FeedbackFate fate = PostFeedback(program, files.Read(folder / name));
+  if (fate == FeedbackFate::kArrived) files.Delete(folder / name);
+  if (fate != FeedbackFate::kRefused) return;
+  files.CreateFolder(folder / "refused", true);
+  files.Rename(folder / name, folder / "refused" / name);
 }
 
 }  // namespace
 
-bool SendFeedback(Program& program, const std::string& body) {
-  if (HasArrived(program, body)) return true;
+FeedbackFate SendFeedback(Program& program, const std::string& body) {
+  const FeedbackFate fate = PostFeedback(program, body);
+  if (fate != FeedbackFate::kKept) return fate;
   base::Files& files = program.machine.files;
   const auto folder = OutboxFolder(program);
   files.CreateFolder(folder, true);
-  const std::string name = MakeRecId(program.app, program.machine.loop.Now()) + kFeedbackEnding;
-  base::RewriteFile(files, folder / name, body, true);
-  return false;
+  base::RewriteFile(files, folder / (MakeRecId(program) + kFeedbackEnding), body, true);
+  return fate;
 }
 
 void SendWaitingFeedback(Program& program) {
-  base::Files& files = program.machine.files;
-  const auto folder = OutboxFolder(program);
   const int timesBefore = program.machine.loop.TimesBrokenOff();
-  for (const auto& name : files.List(folder)) {
+  for (const auto& name : program.machine.files.List(OutboxFolder(program))) {
     if (!name.ends_with(kFeedbackEnding)) continue;
     try {
-      if (HasArrived(program, files.Read(folder / name))) files.Delete(folder / name);
+      PostKept(program, name);
     } catch (const RunTimeError&) {
       // The records need not wait for it.
     }

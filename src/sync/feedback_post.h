@@ -7,13 +7,18 @@ namespace marovane {
 
 struct Program;
 
-/// Posts a feedback form to p_feedback.asp. What does not arrive is kept in `outbox/`, beside the uploads.
-/// Throws RunTimeError when it can neither be sent nor kept.
-/// @param body application/x-www-form-urlencoded, Big5
-/// @return whether the server has it
-bool SendFeedback(Program& program, const std::string& body);
+enum class FeedbackFate {
+  kArrived,
+  kKept,    ///< in `outbox/`, beside the uploads, until the server can be reached
+  kRefused  ///< the server does not accept it, however often it is sent
+};
 
-/// Posts once more what was kept, the oldest first. What does not arrive stays.
+/// Posts a feedback form to p_feedback.asp. Throws RunTimeError when it can neither be sent nor kept.
+/// @param body application/x-www-form-urlencoded, Big5
+FeedbackFate SendFeedback(Program& program, const std::string& body);
+
+/// Posts once more what was kept, the oldest first. What does not arrive stays; what the server refuses goes
+/// to the folder `refused` there.
 void SendWaitingFeedback(Program& program);
 
 }  // namespace marovane

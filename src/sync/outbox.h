@@ -1,6 +1,7 @@
 // Posts that may not have arrived yet.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -16,11 +17,23 @@ base::Files::Path OutboxFolder(const Program& program);
 
 /// One upload as it goes out, and the rows in it.
 struct Post {
-  std::string id;    ///< distinguishes it from every other post of the account
-  std::string kept;  ///< "3:1 17:2": one row equal to the third was kept, and two equal to the seventeenth
-  std::string body;  ///< application/x-www-form-urlencoded, UTF-8
+  std::string id;       ///< distinguishes it from every other post of the account
+  std::string account;  ///< whose rows they are
+  std::string kept;     ///< "" but for posts of older versions: a header that belongs to them
+  std::string body;     ///< application/x-www-form-urlencoded, UTF-8
   protocol::RecordKind kind = protocol::RecordKind::kRight;
-  std::vector<std::string> newIds, deletedIds;  ///< local keys of the rows that still have their flags
+  bool isMarked = false;  ///< its rows have lost their flags
+  std::vector<std::string> newIds,
+      deletedIds;  ///< local keys of the rows; none in older versions' marked posts
+};
+
+/// A post from a file of the outbox. Nothing for a damaged one, and for a file of another kind.
+/// @param name of the file
+std::optional<Post> ReadPost(const std::string& name, std::string bytes);
+
+struct KeptPost {
+  std::string name;  ///< of its file
+  Post post;
 };
 
 /// One file per post in `outbox/`. A post is there from before its rows lose their flags until the server has
@@ -30,19 +43,22 @@ class Outbox {
  public:
   explicit Outbox(Program& program) : program_(program) {}
 
-  bool IsEmpty() const;
-  /// Oldest first.
-  std::vector<std::string> Names() const;
-  Post Read(const std::string& name) const;
+  bool IsEmpty() { return Posts().empty(); }
+  /// Those of the present account, the oldest first. A file that is damaged is set aside in the folder
+  /// `damaged`: a reload finds that the server lacks its rows.
+  std::vector<KeptPost> Posts();
   /// Stores a post and returns its name.
   std::string Keep(const Post& post);
   /// Notes that the rows of a post have lost their flags.
   void NoteMarked(const std::string& name, Post post);
   void Remove(const std::string& name);
+  /// Moves a file into a folder within the outbox, where nobody looks for posts.
+  void SetAside(const std::string& name, const char* folderName);
 
  private:
   base::Files::Path Folder() const { return OutboxFolder(program_); }
   void Write(const std::string& name, const Post& post);
+  std::optional<std::string> ReadUnlessSent(const std::string& name) const;
 
   Program& program_;
 };

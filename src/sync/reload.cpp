@@ -7,6 +7,7 @@
 #include "base/files.h"
 #include "core/data_paths.h"
 #include "core/program.h"
+#include "core/provisioning.h"
 #include "core/text_utility.h"
 #include "platform/environment.h"
 #include "platform/machine.h"
@@ -49,35 +50,59 @@ bool WriteLog(base::Files& files, const std::string& folder, const std::string& 
 
 }  // namespace
 
-// The ids of many sentences of one second would not sort. So they have times of their own, a second for each
-// round of the running number, all before those of sentences to come.
-Reload::Reload(Program& program, SyncRecords& records, Announce announce)
-    : program_(program),
-      records_(records),
-      announce_(std::move(announce)),
-      idTime_(program.machine.loop.Now() - std::chrono::hours{1}) {}
+Reload::Reload(Program& program, SyncRecords& records, const ReloadRules& rules, Announce announce)
+    : program_(program), records_(records), rules_(rules), announce_(std::move(announce)) {}
 
-void Reload::Run() {
+std::optional<TakenAway> Reload::Run() {
   timesBrokenOff_ = program_.machine.loop.TimesBrokenOff();
   records_.BeginReload();
   for (const Stream& stream : kStreams) {
     announce_(stream.detail);
-    LoadStream(stream.kind, stream.title);
+    LoadRows(stream.kind, stream.title);
   }
-  records_.CommitReload();
+  if (rules_.hasIds) LoadGone();
+  TakenAway taken = KeepCopy();
+  if (!records_.CommitReload(rules_)) return std::nullopt;
+  return taken;
 }
 
-void Reload::LoadStream(RecordKind kind, const char* title) {
+TakenAway Reload::KeepCopy() {
+  TakenAway taken{.rows = records_.CountTakenAway(rules_), .copy = ""};
+  if (taken.rows == 0) return taken;
+  taken.copy = AsidePath(program_, "Marovane.mdb");
+  records_.CopyTo(taken.copy);
+  return taken;
+}
+
+void Reload::LoadRows(RecordKind kind, const char* title) {
+  LoadStream(protocol::StreamName(kind), [&](const std::string& reply) {
+    Log(title, reply, kind == kStreams[0].kind);
+    LetEventsIn();
+    auto page = protocol::ParseStreamPage(kind, reply);
+    if (!page.nextId) return page.nextId;  // half a page: it comes again
+    GiveIds(page.rows);
+    records_.AddToReload(kind, page.rows);
+    return page.nextId;
+  });
+}
+
+void Reload::LoadGone() {
+  LoadStream(protocol::kGoneStream, [this](const std::string& reply) {
+    const auto page = protocol::ParseGonePage(reply);
+    if (page.nextId) records_.AddGone(page.ids);
+    return page.nextId;
+  });
+}
+
+void Reload::LoadStream(const char* name, const AddPage& add) {
   EventLoop& loop = program_.machine.loop;
   constexpr std::chrono::seconds kPatience{60};
   auto end = loop.Elapsed() + kPatience;
   std::string lastId;
   while (lastId != protocol::kNoMore) {
-    const std::string reply = AskPage(kind, lastId);
-    Log(title, reply, kind == kStreams[0].kind);
+    const auto nextId = add(AskPage(name, lastId));
     LetEventsIn();
-    const auto page = protocol::ParseStreamPage(kind, reply);
-    if (!page.nextId) {
+    if (!nextId) {
       if (loop.Elapsed() >= end) throw RunTimeError("the server does not send its records");
       // A server that breaks off does not get better by being asked at once.
       loop.WaitUntil([this] { return IsBrokenOff(); }, std::chrono::seconds{1});
@@ -85,10 +110,8 @@ void Reload::LoadStream(RecordKind kind, const char* title) {
       continue;
     }
     end = loop.Elapsed() + kPatience;
-    records_.AddToReload(kind, IdsFor(page.rows), page.rows);
-    LetEventsIn();
-    if (*page.nextId == lastId) throw RunTimeError("the server tells the same page again and again");
-    lastId = *page.nextId;
+    if (*nextId == lastId) throw RunTimeError("the server tells the same page again and again");
+    lastId = *nextId;
   }
 }
 
@@ -99,13 +122,12 @@ void Reload::LetEventsIn() {
   if (IsBrokenOff()) throw BrokenOff("reload");
 }
 
-std::string Reload::AskPage(RecordKind kind, const std::string& lastId) {
+std::string Reload::AskPage(const char* stream, const std::string& lastId) {
   const auto& app = program_.app;
-  return PostPage(program_, protocol::page::kSyncClient,
-                  protocol::PlainBody({{"tp", protocol::StreamName(kind)},
-                                       {"pno", app.gAccountNo},
-                                       {"frompno", app.gUploadAccountNo},
-                                       {"lastid", lastId}}));
+  std::string body = protocol::PlainBody(
+      {{"tp", stream}, {"pno", app.gAccountNo}, {"frompno", app.gUploadAccountNo}, {"lastid", lastId}});
+  if (rules_.hasIds) body += "&ids=1";
+  return PostPage(program_, protocol::page::kSyncClient, body);
 }
 
 // A trace for those who look for a fault of the server; without it the records come all the same.
@@ -117,21 +139,14 @@ void Reload::Log(const char* title, const std::string& reply, bool isFresh) {
   WriteLog(program_.machine.files, TraceFolder(environment), text, isFresh);
 }
 
-std::vector<std::string> Reload::IdsFor(const std::vector<protocol::Row>& rows) {
-  std::vector<std::string> ids(rows.size());
-  for (std::size_t i = 0; i < rows.size(); ++i) {
-    if (std::holds_alternative<protocol::SentenceRow>(rows[i])) ids[i] = NextId();
+// Essays have their own. What this computer makes up for rows of a server that tells no ids must not look
+// like an id that a server may know: it is one digit shorter.
+void Reload::GiveIds(std::vector<protocol::StreamRow>& rows) {
+  for (auto& [row, id] : rows) {
+    if (!id.empty() || std::holds_alternative<protocol::EssayRow>(row)) continue;
+    id = MakeRecId(program_);
+    id.pop_back();
   }
-  return ids;
-}
-
-std::string Reload::NextId() {
-  const int before = program_.app.gRecSeq;
-  std::string id = MakeRecId(program_.app, idTime_);
-  if (program_.app.gRecSeq > before) return id;
-  idTime_ += std::chrono::seconds{1};
-  program_.app.gRecSeq = 0;
-  return MakeRecId(program_.app, idTime_);
 }
 
 }  // namespace marovane

@@ -2,7 +2,9 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <string>
+#include <vector>
 
 #include "platform/event_loop.h"
 #include "protocol/stream.h"
@@ -12,30 +14,42 @@ namespace marovane {
 
 struct Program;
 
+/// Rows that a reload has taken from this computer though nobody is known to have deleted them.
+struct TakenAway {
+  int rows = 0;
+  std::string copy;  ///< path of the copy of all records from before
+};
+
 /// Collects all three streams beside the present records, and then replaces these at once. Until then nothing
 /// has changed, whatever the server says and whenever the program ends.
 class Reload {
  public:
   using Announce = std::function<void(const std::string& detail)>;
 
-  Reload(Program& program, SyncRecords& records, Announce announce);
+  Reload(Program& program, SyncRecords& records, const ReloadRules& rules, Announce announce);
   /// Throws RunTimeError for a reply that makes no sense, BrokenOff when the learner breaks off; then nothing
   /// has changed.
-  void Run();
+  /// @return nothing, and nothing has changed, when meanwhile something waits to be uploaded
+  std::optional<TakenAway> Run();
 
  private:
-  void LoadStream(protocol::RecordKind kind, const char* title);
+  /// Adds the rows of a reply, and returns what to ask for next; nothing when the reply breaks off.
+  using AddPage = std::function<std::optional<std::string>(const std::string& reply)>;
+
+  void LoadRows(protocol::RecordKind kind, const char* title);
+  void LoadGone();
+  void LoadStream(const char* name, const AddPage& add);
+  TakenAway KeepCopy();
   bool IsBrokenOff() const;
   void LetEventsIn();
-  std::string AskPage(protocol::RecordKind kind, const std::string& lastId);
+  std::string AskPage(const char* stream, const std::string& lastId);
   void Log(const char* title, const std::string& reply, bool isFresh);
-  std::vector<std::string> IdsFor(const std::vector<protocol::Row>& rows);
-  std::string NextId();
+  void GiveIds(std::vector<protocol::StreamRow>& rows);
 
   Program& program_;
   SyncRecords& records_;
+  const ReloadRules rules_;
   Announce announce_;
-  base::LocalTime idTime_;  // time in the ids of the sentences
   int timesBrokenOff_ = 0;  // when it began
 };
 

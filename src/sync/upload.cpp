@@ -3,9 +3,10 @@
 #include <fmt/format.h>
 
 #include <array>
+#include <iterator>
 #include <random>
-#include <set>
 
+#include "base/day.h"
 #include "core/program.h"
 #include "platform/event_loop.h"
 #include "platform/machine.h"
@@ -13,6 +14,7 @@
 #include "protocol/headers.h"
 #include "protocol/pages.h"
 #include "protocol/post.h"
+#include "protocol/refusal.h"
 #include "sync/requests.h"
 
 namespace marovane {
@@ -35,14 +37,6 @@ std::string RandomId() {
   return fmt::format("{:08x}{:08x}{:08x}{:08x}", random(), random(), random(), random());
 }
 
-// Servers do not know local keys. So that the deletion of one of two equal sentences leaves the other, a post
-// says how many are left.
-std::size_t CountKept(SyncRecords& records, RecordKind kind, const std::string& id,
-                      const protocol::Row& row) {
-  constexpr std::size_t kAll = 1000000;
-  return records.WasNeverSent(id) ? kAll : static_cast<std::size_t>(records.CountUploadedLike(kind, row));
-}
-
 std::string FormBody(const AppState& app, const std::vector<protocol::PostedRow>& rows) {
   std::string body = protocol::BrowserBody(
       {{"pno", app.gAccountNo}, {"frompno", app.gUploadAccountNo}, {"grade", app.gEduBackground}});
@@ -50,87 +44,142 @@ std::string FormBody(const AppState& app, const std::vector<protocol::PostedRow>
   return body;
 }
 
-Post MakePost(Program& program, SyncRecords& records, RecordKind kind) {
-  auto [ids, rows] = records.Pending(kind);
-  Post post{.id = RandomId(),
-            .kept = "",
-            .body = FormBody(program.app, rows),
-            .kind = kind,
-            .newIds = {},
-            .deletedIds = {}};
-  for (std::size_t i = 0; i < rows.size(); ++i) {
-    if (rows[i].isDeletion) rows[i].kept = CountKept(records, kind, ids[i], rows[i].row);
-    (rows[i].isDeletion ? post.deletedIds : post.newIds).push_back(ids[i]);
-  }
-  post.kept = protocol::EncodeKept(rows);
-  return post;
-}
-
-// The server has a post when it says so. The page of somebody else, such as the login page of a network, does
-// not say so.
-bool HasArrived(Program& program, const Post& post) {
-  try {
-    Headers headers{{protocol::header::kPostId, post.id}};
-    if (!post.kept.empty()) headers.emplace_back(protocol::header::kKept, post.kept);
-    return PostPage(program, protocol::page::kUpdateRecords, post.body,
-                    "application/x-www-form-urlencoded; charset=utf-8", headers)
-        .starts_with("OK");
-  } catch (const BrokenOff&) {
-    throw;
-  } catch (const RunTimeError&) {
-    return false;
-  }
-}
-
-using Kinds = std::set<RecordKind>;
-
-// Returns the kinds of which something still waits: later posts must not overtake it.
-Kinds SendWaiting(Program& program, Outbox& outbox) {
-  Kinds waiting;
-  for (const auto& name : outbox.Names()) {
-    const Post post = outbox.Read(name);
-    if (!waiting.contains(post.kind) && HasArrived(program, post)) {
-      outbox.Remove(name);
-    } else {
-      waiting.insert(post.kind);
-    }
-  }
-  return waiting;
-}
-
-void SendTable(Program& program, SyncRecords& records, Outbox& outbox, RecordKind kind, bool mayGoOut) {
-  const Post post = MakePost(program, records, kind);
-  const std::string name = outbox.Keep(post);
-  const bool hasArrived = mayGoOut && HasArrived(program, post);
-  records.MarkSent(kind, post.newIds, post.deletedIds);
-  if (hasArrived) {
-    outbox.Remove(name);
-  } else {
-    outbox.NoteMarked(name, post);
-  }
+// The second half; the first one stays.
+PendingRows TakeSecondHalf(PendingRows& rows) {
+  const auto half = static_cast<std::ptrdiff_t>(rows.rows.size() / 2);
+  PendingRows second;
+  std::move(rows.ids.begin() + half, rows.ids.end(), std::back_inserter(second.ids));
+  std::move(rows.rows.begin() + half, rows.rows.end(), std::back_inserter(second.rows));
+  rows.ids.resize(static_cast<std::size_t>(half));
+  rows.rows.resize(static_cast<std::size_t>(half));
+  return second;
 }
 
 }  // namespace
 
-void MarkOutboxSent(SyncRecords& records, Outbox& outbox) {
-  for (const auto& name : outbox.Names()) {
-    const Post post = outbox.Read(name);
-    if (post.newIds.empty() && post.deletedIds.empty()) continue;
+void Upload::MarkOutboxSent(SyncRecords& records, Outbox& outbox) {
+  for (const auto& [name, post] : outbox.Posts()) {
+    if (post.isMarked) continue;
     // An essay may have been changed since. It goes out once more: servers know it by its number.
     if (post.kind != RecordKind::kEssay) records.MarkSent(post.kind, post.newIds, post.deletedIds);
     outbox.NoteMarked(name, post);
   }
 }
 
-void UploadPending(Program& program, SyncRecords& records, Outbox& outbox,
-                   const std::function<void(const std::string&)>& announce) {
-  const Kinds waiting = SendWaiting(program, outbox);
+Refusals Upload::Run() {
+  if (program_.app.gAccountNo.empty()) return refusals_;
+  SendWaiting();
   for (const auto& step : kSteps) {
-    announce(step.detail);
-    if (records.CountPending(step.kind) > 0) {
-      SendTable(program, records, outbox, step.kind, !waiting.contains(step.kind));
+    announce_(step.detail);
+    if (!refusals_.account && records_.CountPending(step.kind) > 0) SendTable(step.kind);
+  }
+  return refusals_;
+}
+
+void Upload::SendWaiting() {
+  for (const auto& kept : outbox_.Posts()) {
+    const bool mayGoOut = !refusals_.account && !waiting_.contains(kept.post.kind);
+    const Arrival arrival = mayGoOut ? Send(kept.post) : Arrival::kNotNow;
+    if (arrival == Arrival::kStored) {
+      NoteArrival(kept);
+    } else if (arrival == Arrival::kNotNow) {
+      waiting_.insert(kept.post.kind);
+    } else {
+      TakeBack(kept);
     }
   }
+}
+
+void Upload::SendTable(RecordKind kind) { SendRows(kind, records_.Pending(kind)); }
+
+void Upload::SendRows(RecordKind kind, PendingRows rows) {
+  if (rows.rows.empty() || refusals_.account) return;
+  KeptPost kept{.name = "", .post = MakePost(kind, rows)};
+  kept.name = outbox_.Keep(kept.post);
+  const Arrival arrival = waiting_.contains(kind) ? Arrival::kNotNow : Send(kept.post);
+  if (arrival == Arrival::kAccountRefused || (arrival == Arrival::kRefused && rows.rows.size() > 1)) {
+    outbox_.Remove(kept.name);
+    return SendHalves(kind, std::move(rows));
+  }
+  records_.MarkSent(kind, kept.post.newIds, kept.post.deletedIds);
+  if (arrival == Arrival::kNotNow) {
+    waiting_.insert(kind);
+    outbox_.NoteMarked(kept.name, kept.post);
+  } else if (arrival == Arrival::kStored) {
+    NoteArrival(kept);
+  } else {
+    refusals_.rows += static_cast<int>(kept.post.newIds.size());
+    records_.MarkRefused(kind, kept.post.newIds, kept.post.deletedIds);
+    outbox_.Remove(kept.name);
+  }
+}
+
+// One row that a server does not accept is no reason to keep the others.
+void Upload::SendHalves(RecordKind kind, PendingRows rows) {
+  PendingRows second = TakeSecondHalf(rows);
+  SendRows(kind, std::move(rows));
+  SendRows(kind, std::move(second));
+}
+
+Post Upload::MakePost(RecordKind kind, const PendingRows& rows) const {
+  Post post{.id = RandomId(),
+            .account = program_.app.gAccountNo,
+            .kept = "",
+            .body = FormBody(program_.app, rows.rows),
+            .kind = kind,
+            .newIds = {},
+            .deletedIds = {}};
+  for (std::size_t i = 0; i < rows.rows.size(); ++i) {
+    (rows.rows[i].isDeletion ? post.deletedIds : post.newIds).push_back(rows.ids[i]);
+  }
+  return post;
+}
+
+// The server has a post when it says so. The page of somebody else, such as the login page of a network, does
+// not say so.
+Upload::Arrival Upload::Send(const Post& post) {
+  std::string reply;
+  try {
+    Headers headers{{protocol::header::kPostId, post.id}};
+    if (!post.kept.empty()) headers.emplace_back(protocol::header::kKept, post.kept);
+    reply = PostPage(program_, protocol::page::kUpdateRecords, post.body,
+                     "application/x-www-form-urlencoded; charset=utf-8", headers);
+  } catch (const BrokenOff&) {
+    throw;
+  } catch (const RunTimeError&) {
+    return Arrival::kNotNow;
+  }
+  if (reply == "OK_" || reply == "OK") return Arrival::kStored;
+  if (protocol::refusal::IsOfAccount(reply)) {
+    refusals_.account = true;
+    return Arrival::kAccountRefused;
+  }
+  return protocol::refusal::IsOfRows(reply) ? Arrival::kRefused : Arrival::kNotNow;
+}
+
+// Of a post that an older version has marked, the rows are known by what they say.
+void Upload::TakeBack(const KeptPost& kept) {
+  const Post& post = kept.post;
+  if (post.newIds.empty() && post.deletedIds.empty()) {
+    const auto rows = protocol::ParseRows(protocol::Form::Browser(post.body),
+                                          base::IsoDay(base::DayOf(program_.machine.loop.Now())),
+                                          protocol::Reading::kLenient);
+    for (const auto& row : rows) {
+      if (!row.isDeletion) records_.MarkOneUnsent(post.kind, row.row);
+    }
+    return outbox_.SetAside(kept.name, "refused");
+  }
+  records_.MarkUnsent(post.kind, post.newIds, post.deletedIds);
+  outbox_.Remove(kept.name);
+}
+
+void Upload::NoteArrival(const KeptPost& kept) {
+  if (notesSeen_) {
+    Belongs belongs = records_.BelongsTo();
+    belongs.seen = kept.post.id;
+    records_.SetBelongsTo(belongs);
+  }
+  outbox_.Remove(kept.name);
 }
 
 }  // namespace marovane

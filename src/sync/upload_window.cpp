@@ -11,10 +11,12 @@
 #include "core/window_shell.h"
 #include "platform/machine.h"
 #include "platform/run_time_error.h"
+#include "protocol/account.h"
 #include "protocol/digest.h"
 #include "protocol/form.h"
 #include "protocol/headers.h"
 #include "protocol/pages.h"
+#include "protocol/refusal.h"
 #include "records/record_db.h"
 #include "sync/feedback_post.h"
 #include "sync/reload.h"
@@ -46,13 +48,7 @@ std::string SyncChecksum(SyncRecords& records) {
 }
 
 FrmUpload::FrmUpload(Program& program, RecordDb& records)
-    : Form(program.machine, "frmUpload"),
-      tmrSyncMessageWait(program.machine.loop, 1000),
-      program_(program),
-      records_(records),
-      outbox_(program) {
-  tmrSyncMessageWait.onTick = [this] { tmrSyncMessageWait_Timer(); };
-}
+    : Form(program.machine, "frmUpload"), program_(program), records_(records), outbox_(program) {}
 
 void FrmUpload::Form_Load() { Left = kAway; }
 
@@ -82,60 +78,146 @@ void FrmUpload::SyncProgress(const std::string& mode) {
   const bool isReplaced = program_.app.gOpenEssay && !hadEssay;
   if (left > kAway && !isReplaced) frmMain.Left = left;
   if (failure) ReportUnhandledError(program_, *failure);
-  if (IsMerge(mode)) {
-    tmrSyncMessageWaitTag = mode;
-    tmrSyncMessageWait.Enabled = true;
-  }
+  if (!failure && machine.loop.TimesBrokenOff() == timesBrokenOff_) TellOutcome(mode);
   frmMain.Enabled = true;
   program_.app.gUploadFinished = true;
   Unload();
 }
 
 void FrmUpload::Synchronise(const std::string& mode) {
+  if (program_.app.gAccountNo.empty()) return;  // nobody's records are on any server
   if (mode != "DOWNLOAD") SendWaitingFeedback(program_);
-  MarkOutboxSent(records_, outbox_);
+  Upload::MarkOutboxSent(records_, outbox_);
+  CompareSyncChecksum();
+  if (refusals_.account) return;
+  FollowServer();
   const bool pending = records_.HasPending() || !outbox_.IsEmpty();
-  bool same = false;
-  CompareSyncChecksum(same);
-  if (same && !pending) return;
+  if (isSame_ && !pending && !IsMerge(mode)) return NoteSeen();
   ShowProgress(Progress::kSynchronising, "");
   program_.app.gUploadFinished = false;
-  if (mode != "DOWNLOAD" && IsServerOnline(program_)) {
-    UploadPending(program_, records_, outbox_, [this](const std::string& detail) {
-      ShowDetail(detail);
-      LetEventsIn();
-    });
-  }
+  if (mode != "DOWNLOAD" && IsServerOnline(program_)) UploadRecords();
   ShowProgress(Progress::kComparing, "");
-  CompareSyncChecksum(same);
-  if (!same && mode != "UPLOAD" && IsServerOnline(program_)) ReloadRecords();
+  CompareSyncChecksum();
+  FollowServer();                                  // it may not have answered before
+  const bool hasMore = !isSame_ || IsMerge(mode);  // what is merged comes with the streams
+  if (hasMore && mode != "UPLOAD" && IsServerOnline(program_)) Download(mode);
+  NoteSeen();
 }
 
-void FrmUpload::CompareSyncChecksum(bool& result) {
+void FrmUpload::Download(const std::string& mode) {
+  const RecordCounts before = records_.Count();
+  if (!ReloadRecords()) return;
+  const RecordCounts after = records_.Count();
+  merged_ =
+      RecordCounts{.sentences = after.sentences - before.sentences, .essays = after.essays - before.essays};
+  if (mode != "DOWNLOAD" && records_.HasPending()) UploadRecords();  // what the server had lost
+  CompareSyncChecksum();
+}
+
+void FrmUpload::CompareSyncChecksum() {
   const std::string digest = SyncChecksum(records_);
-  const Headers headers{{protocol::header::kRecords, RecordsHeader(program_, records_)}};
+  const Belongs belongs = records_.BelongsTo();
+  const Headers headers{{protocol::header::kRecords, RecordsHeader(program_, records_)},
+                        {protocol::header::kSeen, protocol::EncodeSeen(belongs.server, belongs.seen)}};
+  std::string reply;
   try {
-    result =
+    reply =
         PostPage(program_, protocol::page::kSyncChecksum,
-                 protocol::PlainBody({{"regid", program_.app.gAccountNo}, {"checksum", digest}}), headers)
-            .starts_with("OK");
+                 protocol::PlainBody({{"regid", program_.app.gAccountNo}, {"checksum", digest}}), headers);
   } catch (const BrokenOff&) {
     throw;
   } catch (const RunTimeError&) {
-    result = false;
+    reply.clear();
+  }
+  server_ = protocol::ParseComparison(reply);
+  isAnswered_ = server_ || reply == "OK" || reply == "OK_" || reply == "DIFFERENT";
+  isSame_ = isAnswered_ && reply.starts_with("OK");
+  refusals_.account = refusals_.account || protocol::refusal::IsOfAccount(reply);
+}
+
+// The flags speak of one account on one server, as far as this has come. Another server, and one that was
+// restored from an older copy, may lack what this computer has.
+void FrmUpload::FollowServer() {
+  if (!isAnswered_) return;
+  const Belongs belongs = records_.BelongsTo();
+  const std::string account = protocol::CleanAccount(program_.app.gAccountNo);
+  const std::string server = server_ ? server_->server : "";
+  const bool isKnown = belongs.account == account && belongs.server == server;
+  // One that had no name and has one now has been brought up to date.
+  const bool hadNoName = belongs.account.empty() || (belongs.account == account && belongs.server.empty());
+  const bool knowsNothing = server_ && server_->latestPost.empty() && outbox_.IsEmpty() && records_.HasSent();
+  const bool isRestored = server_ && !server_->knowsSeen;
+  if (isRestored || (!isKnown && (!hadNoName || knowsNothing))) {
+    records_.RepeatTo({account, server, "", true});
+  } else if (!isKnown) {
+    records_.SetBelongsTo({account, server, "", belongs.isBehind});
   }
 }
 
-// Reloading now would lose rows that are not uploaded yet.
-void FrmUpload::ReloadRecords() {
-  if (records_.HasPending() || !outbox_.IsEmpty()) return;
+void FrmUpload::NoteSeen() {
+  if (!isSame_ || !isAnswered_) return;
+  records_.SetBelongsTo({protocol::CleanAccount(program_.app.gAccountNo), server_ ? server_->server : "",
+                         server_ ? server_->latestPost : "", false});
+}
+
+void FrmUpload::UploadRecords() {
+  const bool isFollowed = server_ && records_.BelongsTo().server == server_->server;
+  const Refusals refusals =
+      Upload(program_, records_, outbox_, isFollowed, [this](const std::string& detail) {
+        ShowDetail(detail);
+        LetEventsIn();
+      }).Run();
+  refusals_.account = refusals_.account || refusals.account;
+  refusals_.rows += refusals.rows;
+}
+
+// Reloading now would lose rows that are not uploaded yet. A server that says what it is has to be heard: its
+// records without their ids would seem to be others.
+bool FrmUpload::ReloadRecords() {
+  if (records_.HasPending() || !outbox_.IsEmpty()) return false;
+  const Belongs belongs = records_.BelongsTo();
+  if (!belongs.server.empty() && !isAnswered_) return false;
   for (const char* const table : {"errsentence", "oksentence", "essay"}) {
     ShowDetail(fmt::format("(delete : local {} record proc)", table));
     LetEventsIn();
   }
-  Reload(program_, records_, [this](const std::string& detail) {
-    ShowProgress(Progress::kSynchronising, detail);
-  }).Run();
+  const ReloadRules rules{.hasIds = server_.has_value(), .isBehind = belongs.isBehind};
+  const auto taken = Reload(program_, records_, rules, [this](const std::string& detail) {
+                       ShowProgress(Progress::kSynchronising, detail);
+                     }).Run();
+  if (taken) taken_ = *taken;
+  return taken.has_value();
+}
+
+void FrmUpload::TellOutcome(const std::string& mode) {
+  auto& app = program_.app;
+  if (refusals_.account && (IsMerge(mode) || !app.gAccountRefusalShown)) {
+    app.gAccountRefusalShown = true;
+    Tell(Message::kWrongAccount, "");
+  } else if (IsMerge(mode)) {
+    TellMerged();
+  }
+  if (refusals_.rows > 0) Tell(Message::kRowsRefused, fmt::format("共 {} 筆", refusals_.rows));
+  if (taken_.rows > 0) {
+    Tell(Message::kRecordsSetAside, fmt::format("共 {} 筆，另存於 {}", taken_.rows, taken_.copy));
+  }
+}
+
+void FrmUpload::TellMerged() {
+  if (!merged_) return Tell(Message::kNetworkDown, "");
+  const auto& [sentences, essays] = *merged_;
+  Tell(Message::kMergeDone, sentences + essays <= 0
+                                ? "沒有新的記錄"
+                                : fmt::format("新增 {} 個句子、{} 篇短文", sentences, essays));
+}
+
+// Somebody may still wait for the answer to a question of his own.
+void FrmUpload::Tell(const Message& message, const std::string& detail) {
+  auto& app = program_.app;
+  const std::string answer = app.gMsgResult;
+  app.gProgressDetail = detail;
+  FrmMessage::MessageBox(program_, message);
+  app.gMsgResult = answer;
 }
 
 void FrmUpload::ShowProgress(const Progress& progress, const std::string& detail) {
@@ -151,14 +233,6 @@ void FrmUpload::LetEventsIn() {
 
 void FrmUpload::ShowDetail(const std::string& detail) {
   if (program_.app.gDetailMessage) ShowProgress(Progress::kSynchronising, detail);
-}
-
-// A merge ends without it, since the window goes before the first tick.
-void FrmUpload::tmrSyncMessageWait_Timer() {
-  tmrSyncMessageWait.Enabled = false;
-  if (tmrSyncMessageWaitTag.empty()) FrmMessage::MessageBox(program_, Message::kMergeDone);
-  program_.hall.frmMain->AsForm().Enabled = true;
-  Unload();
 }
 
 }  // namespace marovane

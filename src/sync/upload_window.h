@@ -1,17 +1,21 @@
 // The hidden window that keeps several computers of one learner in step.
 #pragma once
 
+#include <optional>
 #include <string>
 
 #include "core/program.h"
 #include "core/windows.h"
-#include "platform/timer.h"
+#include "protocol/server_state.h"
 #include "records/sync_records.h"
 #include "sync/outbox.h"
+#include "sync/reload.h"
+#include "sync/upload.h"
 
 namespace marovane {
 
 class RecordDb;
+struct Message;
 struct Progress;
 
 class FrmUpload : public Form, public UploadRun {
@@ -24,22 +28,32 @@ class FrmUpload : public Form, public UploadRun {
 
   void Form_Load() override;
 
-  Timer tmrSyncMessageWait;  ///< would show the closing message of a merge
-  std::string tmrSyncMessageWaitTag;
-
  private:
   void Synchronise(const std::string& mode);
-  void CompareSyncChecksum(bool& result);
-  void ReloadRecords();
+  void CompareSyncChecksum();
+  void FollowServer();
+  void NoteSeen();
+  void UploadRecords();
+  void Download(const std::string& mode);
+  bool ReloadRecords();
+  void TellOutcome(const std::string& mode);
+  void TellMerged();
+  void Tell(const Message& message, const std::string& detail);
   void ShowProgress(const Progress& progress, const std::string& detail);
   void ShowDetail(const std::string& detail);
   void LetEventsIn();
-  void tmrSyncMessageWait_Timer();
 
   Program& program_;
   SyncRecords records_;
   Outbox outbox_;
-  int timesBrokenOff_ = 0;  // when it began
+  // As the latest comparison has it.
+  bool isSame_ = false;
+  bool isAnswered_ = false;                      // by a server, not by the page of a network
+  std::optional<protocol::ServerState> server_;  // what it said of itself
+  Refusals refusals_;
+  TakenAway taken_;
+  std::optional<RecordCounts> merged_;  // what a merge has brought
+  int timesBrokenOff_ = 0;              // when it began
 };
 
 /// Digest of the newest essay and the newest sentences, as the server makes it too.

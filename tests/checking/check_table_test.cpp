@@ -80,7 +80,7 @@ TEST_F(CheckTableTest, EachCheckAddsItsOwnRow) {
   EXPECT_THAT(Recorded(), ElementsAre("ok|N|He goes." + kTail, faulty, faulty, "A1|2"));
   EXPECT_THAT(Query("select count(distinct sid), min(length(sid)) from (select sId as sid from oksentence "
                     "union all select id from errsentence)"),
-              ElementsAre("3|14"));
+              ElementsAre("3|25"));
 }
 
 TEST_F(CheckTableTest, AnotherWordThanAVerdictIsRecordedAsFaulty) {

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "core/program.h"
+#include "core/records_place.h"
 #include "tests/support/expect_message.h"
 #include "tests/support/fake_hall.h"
 #include "tests/support/test_machine.h"
@@ -23,6 +24,7 @@ class CoreTest : public ::testing::Test {
     app.gEngineDir = app.gTempDir + "/tolvex/";
     app.gSetupFile = app.gTempDir + "/marovane/setup.set";
     app.gRegistryFile = app.gEngineDir + "registry.set";
+    UseRecordsIn(program, app.gTempDir + "/marovane");
     app.gServerUrlRoot = "http://server/";
     app.gPublisherRoot = "http://publisher/";
     machine.realFiles.CreateFolder(app.gEngineDir, true);

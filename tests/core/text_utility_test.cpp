@@ -2,10 +2,6 @@
 
 #include <gmock/gmock.h>
 
-#include <set>
-
-#include "core/app_state.h"
-
 namespace marovane {
 
 namespace {
@@ -21,21 +17,6 @@ TEST(FormatNumber, PartsThousands) {
                                      {1234567, "1,234,567"}}) {
     EXPECT_EQ(FormatNumber(number), text);
   }
-}
-
-TEST(MakeRecId, CountsWithinTheSecondAndStartsAnew) {
-  AppState app;
-  const base::LocalTime now = local_days{year{2026} / 11 / 5} + 9h;
-  const std::string seconds = "657795600";
-  EXPECT_EQ(MakeRecId(app, now), seconds + "00001");
-  std::set<std::string> ids{seconds + "00001"};
-  for (int i = 2; i < 12800; ++i) ids.insert(MakeRecId(app, now));
-  EXPECT_EQ(ids.size(), 12799U);
-  EXPECT_EQ(*ids.rbegin(), seconds + "12799");
-  EXPECT_EQ(MakeRecId(app, now + 1s), "65779560100001");
-  EXPECT_EQ(MakeRecId(app, now + 1s), "65779560100002");
-  AppState nextRun;
-  EXPECT_EQ(MakeRecId(nextRun, local_days{year{2006} / 1 / 1}), "000001");
 }
 
 TEST(DefaultEssayTitle, IsTheDay) {

@@ -52,6 +52,8 @@ class CampusTest : public SchoolTest {
     machine.user.Press(login.txtPassword, kKeyEnter);
     ASSERT_EQ(app.gServerUrlRoot, school_.Root());
     ASSERT_TRUE(app.gXqdLoginOk);
+    machine.realFiles.CreateFolder(RecordsFolder(composition.program), true);
+    base::CopyFile(machine.realFiles, PROGRAM_DATA "/Marovane.mdb", ConnectionPath(app.gConnRecords));
     app.gPublisherRoot = app.gFileServerRoot = app.gServerUrlRoot;
   }
   std::string ShownIn(const WebBrowser& pane) {

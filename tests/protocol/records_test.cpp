@@ -1,12 +1,16 @@
 // The formats in which records go to the server and come back.
 #include <gmock/gmock.h>
 
+#include <algorithm>
+
 #include "base/cp950.h"
 #include "base/utf8.h"
 #include "protocol/digest.h"
 #include "protocol/post.h"
 #include "protocol/record_form.h"
+#include "protocol/server_state.h"
 #include "protocol/stream.h"
+#include "protocol/unique_id.h"
 #include "protocol/wire_text.h"
 #include "tests/protocol/random_text.h"
 
@@ -17,6 +21,8 @@ using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 using ::testing::StrEq;
 using ::testing::ThrowsMessage;
+
+constexpr const char* kId = "9065779560000000000000001";
 
 class RandomRows : public test::RandomText {
  public:
@@ -30,8 +36,11 @@ class RandomRows : public test::RandomText {
         kind == RecordKind::kRight ? "" : ErrorCode(), Stored(), Day(), Number(), Number(), Flag("N12")};
   }
   Row Next() { return Next(static_cast<RecordKind>(Below(3))); }
+  /// "" in one of two cases.
+  std::string Id() { return Below(2) == 0 ? "" : ids_.Next({}); }
 
  private:
+  UniqueIds ids_;
   std::string Day() { return "2026-1" + std::to_string(Below(3)) + "-2" + std::to_string(Below(9)); }
   /// Also one that looks like the end of a stream's page.
   std::string ErrorCode() { return (Below(2) == 0 ? "FINISH" : "LASTID:7") + Stored(); }
@@ -66,27 +75,35 @@ TEST(Post, ReadsWhatIsWritten) {
     std::vector<PostedRow> rows(random.Below(8));
     for (auto& row : rows) {
       row.isDeletion = random.Below(2) == 0;
+      row.id = random.Id();
       row.row = random.Next();
-      if (row.isDeletion) row.kept = random.Below(4);
     }
     std::string body = BrowserBody({{"pno", random.Stored()}});
     AddRows(body, rows);
-    auto read = ParseRows(Form::Browser(body), "2026-12-31");
-    ParseKept(EncodeKept(rows), read);
-    ASSERT_EQ(read, rows) << body;
+    ASSERT_EQ(ParseRows(Form::Browser(body), "2026-12-31"), rows) << body;
   }
 }
 
 TEST(Post, IsWrittenAsEver) {
   std::string body;
-  AddRows(body, {{true, SentenceRow{"AG01", " He *go*. ", "2026-11-05", "0", "", "N"}, 2},
-                 {false, EssayRow{"2026-01-09", "7", "w1", "A", "T<@>", "A & b.", "C."}, 0}});
+  AddRows(body, {{true, kId, SentenceRow{"AG01", " He *go*. ", "2026-11-05", "0", "", "N"}},
+                 {false, "", EssayRow{"2026-01-09", "7", "w1", "A", "T<@>", "A & b.", "C."}}});
   EXPECT_EQ(
       body,
-      "&k1=D&err1=AG01&s1=He+*go*.&d1=2026%2F11%2F5&es1=0&ess1=&ht1=N"
+      "&k1=D&err1=AG01&s1=He+*go*.&d1=2026%2F11%2F5&es1=0&ess1=&ht1=N&id1=9065779560000000000000001"
       "&k2=N&err2=essay&s2=A&d2=2026%2F1%2F9&es2=7&ess2=w1&ht2=T%273C%27%40%3E%3C%40%3EA+%26+b.%3C%40%3EC.");
-  EXPECT_EQ(EncodeKept({{true, {}, 1}, {}, {true, {}, 20}}), "1:1 3:20");
-  EXPECT_LT(EncodeKept(std::vector<PostedRow>(5000, {true, {}, 1})).size(), 6100U);
+}
+
+TEST(Post, ReplacesWhatIsNotInUtf8SoThatTheServerTakesTheRest) {
+  std::string body;
+  AddRows(body, {{false, "", SentenceRow{"", "caf\xE9.", "2026-11-05", "0", "0", "N"}}});
+  EXPECT_EQ(std::get<SentenceRow>(ParseRows(Form::Browser(body), "")[0].row).sentence, "caf\uFFFD.");
+}
+
+TEST(Post, KnowsNoIdThatIsNotUnique) {
+  for (const char* id : {"65779560100001", "", "906577956000000000000000x", "90657795600000000000000011"}) {
+    EXPECT_EQ(ParseRows(Form::Browser(std::string("k1=N&ht1=N&id1=") + id), "")[0].id, "") << id;
+  }
 }
 
 TEST(Post, RefusesNewRowsWithoutTheirFormAndCleansDeletedOnes) {
@@ -124,7 +141,7 @@ TEST(Post, RefusesNewRowsWithoutTheirFormAndCleansDeletedOnes) {
 TEST(Post, TakesAWrongDayForTodayAndRefusesWhatItCannotStore) {
   const auto read = [](const char* body) { return ParseRows(Form::Browser(body), "2026-12-31"); };
   EXPECT_THAT(read("k1=N&s1=a%01&d1=yesterday&ht1=2&k3=N"),
-              ElementsAre(PostedRow{false, SentenceRow{"", "a\x01", "2026-12-31", "", "", "2"}, 0}));
+              ElementsAre(PostedRow{false, "", SentenceRow{"", "a\x01", "2026-12-31", "", "", "2"}}));
   EXPECT_THAT(read("k2=N"), IsEmpty());
   const std::pair<const char*, const char*> refusals[] = {
       {"k1=", "ERR_UNKNOWN_KIND"}, {"k1=N&ht1=N&k2=n", "ERR_UNKNOWN_KIND"}, {"k1=N&s1=%FF", "ERR_BAD_TEXT"}};
@@ -132,6 +149,9 @@ TEST(Post, TakesAWrongDayForTodayAndRefusesWhatItCannotStore) {
     const char* const text = body;
     EXPECT_THAT([&] { read(text); }, ThrowsMessage<Refusal>(StrEq(word))) << body;
   }
+  std::vector<PostedRow> kept(3);
+  ParseKept("1:1 3:20", kept);
+  EXPECT_THAT((std::vector{kept[0].kept, kept[1].kept, kept[2].kept}), ElementsAre(1U, 0U, 20U));
   for (const char* header : {"", "x", "1", "1:", "0:1", "3:1", "9999999999999999999999:1", "1:x", ":1"}) {
     std::vector<PostedRow> rows(2);
     ParseKept(header, rows);
@@ -144,9 +164,9 @@ TEST(Stream, ReadsWhatIsWritten) {
   for (int round = 0; round < 300; ++round) {
     const auto kind = static_cast<RecordKind>(random.Below(3));
     EXPECT_EQ(KindOfStream(StreamName(kind)), kind);
-    std::vector<Row> rows(random.Below(8));
+    std::vector<StreamRow> rows(random.Below(8));
     std::string reply;
-    for (auto& row : rows) reply += EncodeRecord(row = random.Next(kind));
+    for (auto& row : rows) reply += EncodeRecord(row = {random.Next(kind), random.Id()});
     const std::string nextId = random.Below(2) == 0 ? kNoMore : "17";
     const StreamPage page =
         ParseStreamPage(kind, base::FromCp950(base::ToCp950(reply + EncodePageEnd(nextId))));
@@ -158,12 +178,51 @@ TEST(Stream, ReadsWhatIsWritten) {
 }
 
 TEST(Stream, IsWrittenAsEver) {
-  EXPECT_EQ(EncodeRecord(SentenceRow{"FINISH", "It’s # 中.", "2026-11-05", "0", "0", "N"}),
+  EXPECT_EQ(EncodeRecord({SentenceRow{"FINISH", "It’s # 中.", "2026-11-05", "0", "0", "N"}, ""}),
             "'46'INISH#It’s '23' 中.#2026/11/5#0#0#N<@>");
-  EXPECT_EQ(EncodeRecord(EssayRow{"2026-11-05", "7", "w1", "Y", "T", "A.", "B."}),
+  EXPECT_EQ(EncodeRecord({SentenceRow{"", "I.", "2026-11-05", "0", "0", "N"}, kId}),
+            std::string("#I.#2026/11/5#0#0#N#") + kId + "<@>");
+  EXPECT_EQ(EncodeRecord({EssayRow{"2026-11-05", "7", "w1", "Y", "T", "A.", "B."}, ""}),
             "2026/11/5||7||w1||Y||T||A.||B.<@>");
   EXPECT_EQ(EncodePageEnd(kNoMore) + EncodePageEnd("200"), "FINISHLASTID:200");
 }
+
+TEST(Stream, OfDeletedRowsPassesOverWhatIsNoId) {
+  const GonePage page = ParseGonePage(EncodeGone(kId) + "<b><@>" + EncodeGone(kId) + EncodePageEnd("7"));
+  EXPECT_THAT(page.ids, ElementsAre(kId, kId));
+  EXPECT_EQ(page.nextId, "7");
+  EXPECT_EQ(ParseGonePage(EncodeGone(kId)).nextId, std::nullopt) << "breaks off";
+}
+
+TEST(ServerState, IsReadAsItIsWrittenAndNowhereElse) {
+  for (const bool isSame : {true, false}) {
+    for (const ServerState& state : {ServerState{"a0", "p1", true}, ServerState{"a0", "", false}}) {
+      const std::string reply = EncodeComparison(isSame, state);
+      EXPECT_EQ(reply.starts_with("OK"), isSame);
+      EXPECT_EQ(ParseComparison(reply), state);
+    }
+  }
+  for (const char* reply : {"OK_", "DIFFERENT", "", "OK_##p#Y", "OK_#a#p#?", "<html>#a#p#Y", "OK_#a#p#Y#"}) {
+    EXPECT_EQ(ParseComparison(reply), std::nullopt) << reply;
+  }
+  const Seen seen = ParseSeen(EncodeSeen("a0", "p1"));
+  EXPECT_EQ(seen.server + seen.latestPost, "a0p1");
+  EXPECT_EQ(ParseSeen("a0").server, "");
+}
+
+TEST(UniqueIds, SortByTimeInEveryYearAndWhenTheClockIsSetBack) {
+  UniqueIds ids;
+  std::vector<std::string> made{"65779560112799"};  // of an older version
+  for (const int year : {2026, 2037, 2038, 2200, 1970}) {
+    const base::UtcTime now = std::chrono::sys_days{std::chrono::year{year} / 12 / 31};
+    for (int i = 0; i < 3000; ++i) made.push_back(ids.Next(now));
+  }
+  EXPECT_TRUE(std::ranges::is_sorted(made));
+  EXPECT_EQ(std::ranges::adjacent_find(made), made.end());
+  EXPECT_TRUE(std::ranges::all_of(made.begin() + 1, made.end(), IsUniqueId));
+}
+
+TEST(UniqueIds, AreOthersInAnotherRunAtTheSameTime) { EXPECT_NE(UniqueIds().Next({}), UniqueIds().Next({})); }
 
 TEST(Stream, RefusesWhatIsNoRecord) {
   for (const char* reply : {"<html>", "#Room # 5.#2026/11/5#0#0#N<@>FINISH",

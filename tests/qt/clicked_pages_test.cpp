@@ -30,8 +30,9 @@ class SchoolPages : public testing::Test {
     store->AddTopic("lin", {kTopic, grade, "", "My home", "Where is it?", "2026-12-01", ""});
     server::RecordStore(Folder() / "server.db")
         .StorePost(kPupil, "",
-                   {{false, protocol::EssayRow{"2026-11-05", kEssay, kTopic, "N", "My home", "It is here.",
-                                               "It is here."}}});
+                   {{false, "",
+                     protocol::EssayRow{"2026-11-05", kEssay, kTopic, "N", "My home", "It is here.",
+                                        "It is here."}}});
     EXPECT_EQ(store->StoreHandIn(kPupil, kEssay, kTopic, "2026-11-05"), server::HandInResult::kTaken);
     auto& app = program_.composition.program.app;
     app.gServerUrlRoot = school_.Root();

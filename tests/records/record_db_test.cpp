@@ -3,10 +3,13 @@
 #include <gmock/gmock.h>
 
 #include <optional>
+#include <set>
 
 #include "core/program.h"
 #include "platform/run_time_error.h"
 #include "records/err_list_db.h"
+#include "records/schema_steps.h"
+#include "records/sync_records.h"
 #include "tests/records/record_store.h"
 #include "tests/support/test_machine.h"
 
@@ -144,6 +147,67 @@ TEST_F(RecordsTest, OneConnectionServesAllStatementsAndOutlivesAFailure) {
   EXPECT_THROW(records.InsertMistake("B"), RunTimeError);
   records.InsertMistake("C");
   EXPECT_THAT(Query("select * from mistakes"), ElementsAre("A|1", "C|1"));
+}
+
+class OlderRecordsTest : public RecordsTest {
+ protected:
+  /// Six sentences of one second, as two runs could make them, and one that was deleted before it was sent.
+  void MakeFirstVersion() {
+    std::filesystem::remove_all(path_.parent_path());
+    CreateRecords(machine.realDatabases, path_, 1);
+    const auto db = machine.realDatabases.Open(path_, base::Databases::Mode::kReadWrite);
+    for (const char* const flag : {"N", "Y", "D"}) {
+      for (const char* const text : {"One.", "Two."}) {
+        db->Run("insert into oksentence values ('65779560100001', 'N', ?, '2026-11-05', ?, '0', '0', 'N')",
+                {text, flag});
+      }
+    }
+    db->Run(
+        "insert into errsentence values ('65779560100002', '*x*', 'A1', '2026-11-05', 'N', '0', '0', 'N')");
+    db->Run("update errsentence set upload = 'D'");
+    ASSERT_EQ(db->Number("select count(*) from never_sent"), 1);
+  }
+  std::vector<std::string> Content() {
+    return Query(
+        "select sentence || upload from oksentence union all select sentence || upload from errsentence");
+  }
+};
+
+TEST_F(OlderRecordsTest, GetIdsWhereTheServerKnowsNone) {
+  MakeFirstVersion();
+  const auto before = Content();
+  RecordDb records(program);
+  EXPECT_EQ(SyncRecords(records).CountPending(protocol::RecordKind::kRight), 4);
+  EXPECT_EQ(Content(), before);
+  std::set<std::string> ids;
+  for (const auto& row : SyncRecords(records).Pending(protocol::RecordKind::kRight).rows) {
+    EXPECT_EQ(row.id.empty(), row.isDeletion) << "a deletion is of a row that a server has under no id";
+    if (!row.isDeletion) ids.insert(row.id);
+  }
+  EXPECT_THAT(ids, SizeIs(2)) << "each its own";
+  const auto faulty = SyncRecords(records).Pending(protocol::RecordKind::kFaulty);
+  EXPECT_NE(faulty.rows.at(0).id, "") << "no server has it: it must not take an equal one's place";
+  EXPECT_EQ(SyncRecords(records).BelongsTo(), Belongs());
+}
+
+TEST_F(OlderRecordsTest, AreOfOneVersionOrTheOtherWhereverTheProgramDies) {
+  for (int step = 1;; ++step) {
+    MakeFirstVersion();
+    const auto before = Content();
+    machine.databases.fault.Reset();
+    machine.databases.fault.KillAt(step);
+    try {
+      RecordDb(program).Db();
+    } catch (const Killed&) {
+      machine.databases.fault.Reset();
+      EXPECT_EQ(Content(), before);
+      EXPECT_EQ(RecordDb(program).Db().Number("pragma user_version"), kSchemaVersion);
+      EXPECT_EQ(Content(), before);
+      continue;
+    }
+    EXPECT_GT(step, 3);
+    break;
+  }
 }
 
 TEST(ConnectionPath, IsTheDatabaseThatTheStringNames) {

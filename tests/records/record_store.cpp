@@ -8,11 +8,12 @@ namespace marovane {
 
 namespace fs = std::filesystem;
 
-void CreateRecords(base::Databases& databases, const fs::path& path) {
+void CreateRecords(base::Databases& databases, const fs::path& path, std::size_t version) {
   fs::create_directories(path.parent_path());
   std::vector<fs::path> steps;
   for (const auto& step : fs::directory_iterator(SCHEMA_FOLDER)) steps.push_back(step.path());
   std::ranges::sort(steps);
+  if (version > 0) steps.resize(version);
   const auto db = databases.Create(path);
   for (const auto& step : steps) db->RunScript(ReadFile(step));
 }

@@ -10,7 +10,8 @@
 namespace marovane {
 
 /// Makes an empty record database by the schema that ships, its folder included.
-void CreateRecords(base::Databases& databases, const std::filesystem::path& path);
+/// @param version of the schema, as older programs had it; 0 for the present one
+void CreateRecords(base::Databases& databases, const std::filesystem::path& path, std::size_t version = 0);
 /// Makes an error-text database with these rows of `errmain` (code, outline) and one category.
 void CreateErrList(base::Databases& databases, const std::filesystem::path& path,
                    const std::vector<std::pair<std::string, std::string>>& outlines);

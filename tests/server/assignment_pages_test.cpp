@@ -96,8 +96,8 @@ TEST_F(AssignmentPages, HandInOnceAndKeepWhatWasHandedIn) {
   server::RecordStore records(server_.Database());
   const auto rows = records.Rows("S02", protocol::RecordKind::kEssay, "", 10);
   ASSERT_EQ(rows.size(), 2U);
-  EXPECT_EQ(std::get<protocol::EssayRow>(rows[0].row).finalSet, "Y");
-  EXPECT_EQ(std::get<protocol::EssayRow>(rows[1].row).finalSet, "N");
+  EXPECT_EQ(std::get<protocol::EssayRow>(rows[0].row.row).finalSet, "Y");
+  EXPECT_EQ(std::get<protocol::EssayRow>(rows[1].row.row).finalSet, "N");
 
   EXPECT_EQ(store_->HandIns("lin", "w1").size(), 1U);
   const server::HandIn handIn = WorkOf("lin", "w1");

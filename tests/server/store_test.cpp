@@ -1,17 +1,25 @@
 #include <gmock/gmock.h>
 
+#include <algorithm>
+#include <array>
 #include <functional>
 #include <thread>
 #include <vector>
 
 #include "protocol/record_form.h"
+#include "protocol/unique_id.h"
 #include "server/store/account_store.h"
+#include "server/store/record_store.h"
+#include "server/store/schema_steps.h"
 #include "server/store/school_store.h"
 #include "server/store/store_database.h"
 #include "tests/support/temp_folder.h"
 
 namespace server {
 namespace {
+
+using testing::ElementsAre;
+using testing::SizeIs;
 
 TEST(AccountStore, KeepsTextsOfEveryKindAndCountsActsFromManyThreads) {
   const TempFolder folder;
@@ -36,6 +44,15 @@ TEST(AccountStore, KeepsTextsOfEveryKindAndCountsActsFromManyThreads) {
   EXPECT_EQ(database->Number("SELECT count(*) FROM act"), 2);
 }
 
+/// A database as a version with so many steps left it, with the account "1".
+std::unique_ptr<base::Database> OlderDatabase(const std::filesystem::path& file, std::size_t steps) {
+  auto database = OpenStoreDatabase(file);
+  for (std::size_t i = 0; i < steps; ++i) database->RunScript(kSchemaSteps[i]);
+  database->Run("PRAGMA user_version = " + std::to_string(steps));
+  database->Run("INSERT INTO account (number, password_hash) VALUES ('1', 'x')");
+  return database;
+}
+
 // What stood in ids and flags before posts were tested, and what is left of it.
 TEST(AccountStore, CleansTheIdsOfOlderRows) {
   const std::pair<std::string, std::string> ids[] = {{"1", "1"},
@@ -47,8 +64,7 @@ TEST(AccountStore, CleansTheIdsOfOlderRows) {
                                                      {std::string(1 << 20, '<') + "1", ""},
                                                      {std::string("9\0<b>", 5), "9"}};
   const TempFolder folder;
-  OpenAccountStore(folder / "server.db")->PutAccount("1", "x");
-  const auto database = OpenStoreDatabase(folder / "server.db");
+  const auto database = OlderDatabase(folder / "server.db", 5);
   for (const auto& [old, cleaned] : ids) {
     EXPECT_EQ(protocol::CleanRecordId(old), cleaned);
     database->Run(
@@ -60,7 +76,6 @@ TEST(AccountStore, CleansTheIdsOfOlderRows) {
         "('1', '', ?, ?, '', '<', '<', '<')",
         {old, old});
   }
-  database->Run("PRAGMA user_version = 5");
   OpenAccountStore(folder / "server.db");
   std::vector<std::string> wanted;
   for (const auto& [old, cleaned] : ids) wanted.push_back(cleaned + "|" + cleaned + "|N|<");
@@ -71,6 +86,33 @@ TEST(AccountStore, CleansTheIdsOfOlderRows) {
   }
 }
 
+TEST(AccountStore, GivesOlderRowsIdsInTheirOrderAndKeepsThePosts) {
+  const TempFolder folder;
+  const auto database = OlderDatabase(folder / "server.db", 6);
+  database->Run("INSERT INTO account (number, password_hash) VALUES ('2', 'x'), ('3', 'x')");
+  for (const char* const account : {"1", "1", "2"}) {
+    database->Run(
+        "INSERT INTO sentence (account, errcode, sentence, day, essay_id, essay_s_id, have_htm) VALUES (?, "
+        "'', 'Equal.', '2026-11-05', '0', '0', 'N')",
+        {account});
+  }
+  database->Run("INSERT INTO post VALUES ('1', 'a'), ('3', 'b')");
+  OpenAccountStore(folder / "server.db");
+  RecordStore records(folder / "server.db");
+  const auto rows = records.Rows("1", protocol::RecordKind::kRight, "", 10);
+  ASSERT_THAT(rows, testing::SizeIs(2));
+  EXPECT_LT(rows[0].row.id, rows[1].row.id);
+  for (const auto& row : rows) EXPECT_TRUE(protocol::IsUniqueId(row.row.id)) << row.row.id;
+  EXPECT_EQ(records.State("1", {}).latestPost, "a");
+  EXPECT_NE(records.State("2", {}).latestPost, "") << "it has rows, so something came before";
+  EXPECT_EQ(records.State("3", {}).latestPost, "b");
+  const std::string server = records.State("1", {}).server;
+  EXPECT_EQ(RecordStore(folder / "server.db").State("1", {}).server, server);
+  EXPECT_TRUE(records.State("1", {server, "a"}).knowsSeen);
+  EXPECT_FALSE(records.State("1", {server, "b"}).knowsSeen) << "another account's";
+  EXPECT_FALSE(records.State("1", {"another", "a"}).knowsSeen);
+}
+
 TEST(AccountStore, RefusesWhatItCannotRead) {
   const TempFolder folder;
   WriteFile(folder / "rubbish.db", std::string(5000, 'x'));
@@ -79,6 +121,85 @@ TEST(AccountStore, RefusesWhatItCannotRead) {
   OpenStoreDatabase(folder / "newer.db")->Run("PRAGMA user_version = 999");
   EXPECT_THROW(OpenAccountStore(folder / "newer.db"), std::runtime_error);
   EXPECT_THROW(OpenAccountStore(folder / "missing/server.db"), std::runtime_error);
+}
+
+class RecordStoreTest : public testing::Test {
+ protected:
+  RecordStoreTest() {
+    accounts_ = OpenAccountStore(folder_ / "server.db");
+    for (const char* const number : {"1", "2"}) accounts_->PutAccount(number, "x");
+    records_ = std::make_unique<RecordStore>(folder_ / "server.db");
+  }
+  static protocol::PostedRow Sentence(const std::string& id, bool isDeletion = false) {
+    return {isDeletion, id, protocol::SentenceRow{"", "I am.", "2026-11-05", "0", "0", "N"}};
+  }
+  static protocol::PostedRow Essay(const std::string& state, const std::string& text) {
+    return {false, "", protocol::EssayRow{"2026-11-05", kIds[0], "w1", state, "T", "First.", text}};
+  }
+  void Post(const std::string& account, const protocol::PostedRow& row) {
+    records_->StorePost(account, "", {row});
+  }
+  std::vector<std::string> Ids(const std::string& account) {
+    std::vector<std::string> ids;
+    for (const auto& each : records_->Rows(account, protocol::RecordKind::kRight, "", 10)) {
+      ids.push_back(each.row.id);
+    }
+    return ids;
+  }
+
+  static constexpr std::array kIds{"9065779560000000000000001", "9065779560000000000000002"};
+  TempFolder folder_;
+  std::unique_ptr<AccountStore> accounts_;
+  std::unique_ptr<RecordStore> records_;
+};
+
+TEST_F(RecordStoreTest, StoresARowWithAnIdOnceAndADeletedOneNeverAgain) {
+  for (int i = 0; i < 2; ++i) Post("1", Sentence(kIds[0]));
+  Post("1", Sentence(kIds[1]));
+  EXPECT_THAT(Ids("1"), ElementsAre(kIds[0], kIds[1])) << "equal sentences, different rows";
+  Post("1", Sentence(kIds[0], true));
+  Post("1", Sentence(kIds[0]));
+  EXPECT_THAT(Ids("1"), ElementsAre(kIds[1]));
+  Post("2", Sentence(kIds[0]));
+  EXPECT_THAT(Ids("2"), ElementsAre(kIds[0])) << "accounts do not concern each other";
+  const auto gone = records_->Gone("1", "", 10);
+  ASSERT_THAT(gone, SizeIs(1));
+  EXPECT_EQ(gone[0].id, kIds[0]);
+}
+
+TEST_F(RecordStoreTest, GivesRowsOfOlderProgramsIdsAndRemembersWhichItDeletes) {
+  for (int i = 0; i < 3; ++i) Post("1", Sentence(""));
+  const auto ids = Ids("1");
+  ASSERT_THAT(ids, SizeIs(3));
+  EXPECT_TRUE(std::ranges::is_sorted(ids));
+  EXPECT_TRUE(std::ranges::all_of(ids, protocol::IsUniqueId));
+  Post("1", Sentence("", true));
+  EXPECT_THAT(Ids("1"), ElementsAre(ids[0], ids[1])) << "the newest";
+  EXPECT_EQ(records_->Gone("1", "", 10).at(0).id, ids[2]);
+}
+
+TEST_F(RecordStoreTest, BringsNoEssayBackToAnEarlierState) {
+  const std::pair<const char*, const char*> posts[] = {
+      {"A", "First."}, {"N", "Finished."}, {"A", "First."}, {"Y", "Handed in."}, {"N", "Finished."}};
+  std::vector<std::string> texts;
+  for (const auto& [state, text] : posts) {
+    Post("1", Essay(state, text));
+    const auto rows = records_->Rows("1", protocol::RecordKind::kEssay, "", 10);
+    ASSERT_THAT(rows, SizeIs(1));
+    texts.push_back(std::get<protocol::EssayRow>(rows[0].row.row).newEssay);
+  }
+  EXPECT_THAT(texts, ElementsAre("First.", "Finished.", "Finished.", "Handed in.", "Handed in."));
+}
+
+TEST_F(RecordStoreTest, AMergeBringsNoRowThatWasDeletedOrIsThere) {
+  for (const auto* const id : kIds) Post("2", Sentence(id));
+  Post("1", Sentence(kIds[0]));
+  Post("1", Sentence(kIds[1], true));
+  records_->Merge("1", "2");
+  EXPECT_THAT(Ids("1"), ElementsAre(kIds[0]));
+  const std::string latest = records_->State("1", {}).latestPost;
+  records_->Merge("1", "2");
+  EXPECT_EQ(records_->State("1", {}).latestPost, latest) << "nothing has come";
 }
 
 class SchoolStoreTest : public testing::Test {

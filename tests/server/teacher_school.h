@@ -33,7 +33,7 @@ class TeacherSchool : public testing::Test {
   void HandIn(const std::string& account, const std::string& topic, const std::string& essay) {
     server::RecordStore records(server_.Database());
     records.StorePost(account, "",
-                      {{false, protocol::EssayRow{"2026-11-05", "e1", topic, "N", "T", essay, essay}}});
+                      {{false, "", protocol::EssayRow{"2026-11-05", "e1", topic, "N", "T", essay, essay}}});
     EXPECT_EQ(store_->StoreHandIn(account, "e1", topic, "2026-11-05"), server::HandInResult::kTaken);
   }
 

@@ -115,6 +115,22 @@ TEST_F(FeedbackTest, LeavingTheRemarkEmptyStartsOver) {
   EXPECT_EQ(Registry("sentence"), kSentence);
 }
 
+TEST_F(FeedbackTest, WhatTheServerDoesNotAcceptStaysInTheWindowAndIsNotSentForEver) {
+  machine.http.Route("p_feedback.asp", "ERR_TOO_LONG");
+  Open();
+  frmFeedback->txtDesc.Text = "long";
+  ExpectMessage(Message::kFeedbackRefused);
+  Send();
+  EXPECT_EQ(frmFeedback->txtDesc.Text(), "long");
+  EXPECT_EQ(Registry("sentence"), kSentence);
+  EXPECT_THAT(Waiting(), IsEmpty());
+  const auto outbox = machine.home / "tmp/marovane/outbox";
+  Put(outbox / "1.feedback", "kept before");
+  SendWaitingFeedback(program);
+  EXPECT_THAT(Waiting(), IsEmpty());
+  EXPECT_EQ(Content(outbox / "refused/1.feedback"), "kept before");
+}
+
 base::HttpResponse Lost(const base::HttpRequest& request) {
   throw RunTimeError(request.url + ": lost on the way");
 }

@@ -1,6 +1,7 @@
 #include <sys/stat.h>
 
 #include "base/cp950.h"
+#include "core/records_place.h"
 #include "settings/campus_login.h"
 #include "settings/password.h"
 #include "tests/settings/settings_fixture.h"
@@ -59,6 +60,30 @@ TEST_F(CampusLoginTest, FindsTheSchoolLogsInAndRemembers) {
   struct stat status = {};
   ASSERT_EQ(stat(CertFile().c_str(), &status), 0);
   EXPECT_EQ(status.st_mode & 0777U, 0600U);
+}
+
+TEST_F(CampusLoginTest, EachAccountHasRecordsOfItsOwnAndTheLatestOneTheOldOnes) {
+  const std::string learners = app.gTempDir + "/marovane/learners/";
+  machine.http.Route(kLogin, "OK_");
+  Put(app.gTempDir + "/marovane/Marovane.mdb", "of all pupils");
+  Put(CertFile(), "s.test\r\nb-1\r\npw1\r\n");
+  for (const auto& [login, folder] :
+       {std::pair{"b2", "no-b2"}, {"b1", "no-b1"}, {"b-1", "no-b1"}, {"..", "no-.."}}) {
+    Open();
+    frm->txtLogin.Text = "";
+    TypeLogin(login);
+    TryPassword("pass1");
+    ASSERT_FALSE(frm.IsLoaded()) << login;
+    EXPECT_EQ(RecordsFolder(program), learners + folder);
+    EXPECT_EQ(Content(learners + "no-b1/Marovane.mdb"), "of all pupils");
+    EXPECT_EQ(Content(learners + "no-b2/Marovane.mdb"), std::nullopt);
+  }
+  const std::string desktops = app.gTempDir + "/marovane/Marovane.mdb";
+  Put(desktops, "of the desktop edition");
+  WriteSetup(program, "Pno", "4711");
+  Open();
+  TryPassword("pass1");
+  EXPECT_EQ(Content(desktops), "of the desktop edition");
 }
 
 TEST_F(CampusLoginTest, ASearchThatWasBrokenOffIsMadeAgainBeforeTheLogin) {
@@ -126,7 +151,10 @@ TEST_F(CampusLoginTest, RefusedLoginsLeaveTheWindowForAnotherTry) {
   }
   EXPECT_THAT(machine.http.Bodies(kLogin), IsEmpty());
   const std::pair<const char*, const Message*> cases[] = {{"ERR_NOTFOUND", &Message::kWrongAccount},
-                                                          {"ERR_WRONG_PASSWORD", &Message::kWrongPassword}};
+                                                          {"ERR_INVAILD_ACCOUNT", &Message::kWrongAccount},
+                                                          {"ERR_WRONG_PASSWORD", &Message::kWrongPassword},
+                                                          {"ERR_TRY_LATER", &Message::kTryLater},
+                                                          {"ERR_BAD_TEXT", &Message::kBadLoginText}};
   for (const auto& [reply, message] : cases) {
     machine.http.Route(kLogin, reply);
     ExpectMessage(*message);
@@ -195,10 +223,10 @@ TEST_F(PasswordTest, RefusalsHaveTheirMessagesAndTheWindowStays) {
   const std::pair<const char*, const Message*> cases[] = {{"ERR_NOTFOUND", &Message::kWrongAccount},
                                                           {"ERR_WRONG_PASSWORD", &Message::kWrongPassword},
                                                           {"ERR_CONNECT_FAILED", &Message::kNetworkDown},
-                                                          {"ERR_TRY_LATER", nullptr}};
+                                                          {"ERR_TRY_LATER", &Message::kTryLater}};
   for (const auto& [reply, message] : cases) {
     machine.http.Route("p_getlogin.asp", reply);
-    if (message != nullptr) ExpectMessage(*message);
+    ExpectMessage(*message);
     Enter("secret");
     EXPECT_TRUE(frmPassword->Enabled()) << reply;
   }

@@ -25,6 +25,8 @@ class VirtualLoop : public EventLoop {
     elapsed_ += time;
     if (IsBlocked()) FireDueTimers();
   }
+  /// Sets the wall clock; timers do not notice.
+  void SetClock(base::LocalTime now) { wallAtStart_ += now - Now(); }
 
   int WatchReadable(int fd, std::function<void()> callback) override {
     return watches_.Add(fd, std::move(callback));
@@ -33,6 +35,7 @@ class VirtualLoop : public EventLoop {
   base::LocalTime Now() const override {
     return wallAtStart_ + std::chrono::floor<std::chrono::seconds>(elapsed_);
   }
+  base::UtcTime UtcNow() const override { return base::UtcTime{wallAtStart_.time_since_epoch()} + elapsed_; }
   Milliseconds Elapsed() const override { return elapsed_; }
 
  protected:

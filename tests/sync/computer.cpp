@@ -26,6 +26,23 @@ Computer::Computer(FakeHttp::Answer answer, std::string account) : account_(std:
   Start();
 }
 
+void Computer::LogIn(const std::string& account) {
+  Die();
+  account_ = account;
+  recordsPath = machine.home / "tmp/marovane/learners" / ("no-" + account) / "Marovane.mdb";
+  if (!std::filesystem::exists(recordsPath)) CreateRecords(machine.realDatabases, recordsPath);
+  Start();
+}
+
+void Computer::SyncInAnotherProcess(FakeHttp::Answer answer) {
+  TestMachine other;
+  other.loop.SetClock(machine.loop.Now());
+  other.http.Route("", std::move(answer));
+  RunningProgram second(other, recordsPath, account_);
+  second.program.app.gUploadAccountNo = account_;
+  second.program.hall.frmUpload->SyncProgress("NOMSG");
+}
+
 void Computer::Die() {
   running.reset();
   machine.databases.fault.Reset();

@@ -37,6 +37,9 @@ class Computer {
   explicit Computer(FakeHttp::Answer answer, std::string account = SyncServer::kAccount);
 
   void Start() { running = std::make_unique<RunningProgram>(machine, recordsPath, account_); }
+  /// Another learner sits down, who has records of his own here.
+  void LogIn(const std::string& account);
+  const std::string& Account() const { return account_; }
   /// Ends the program as a kill does: nothing more is written.
   void Die();
   AppState& App() { return running->program.app; }
@@ -49,6 +52,8 @@ class Computer {
     Records().InsertErrSentence({.id = NewId(), .sentence = sentence, .errcode = errcode, .sDate = Today()});
   }
   std::string AddEssay(const std::string& text);
+  /// A second process of the same learner, on a machine that shares the files. It synchronises and ends.
+  void SyncInAnotherProcess(FakeHttp::Answer answer);
   /// Runs a synchronisation as the callers do. False when the program was killed in it.
   /// @param oldAccount one to merge with, "" for none
   bool Sync(const std::string& mode, const std::string& oldAccount = "");
@@ -70,7 +75,7 @@ class Computer {
 
  private:
   base::Day Today() const { return base::DayOf(machine.loop.Now()); }
-  std::string NewId() { return MakeRecId(App(), machine.loop.Now()); }
+  std::string NewId() { return MakeRecId(running->program); }
 
   std::string account_;
 };

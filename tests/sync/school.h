@@ -19,29 +19,60 @@ class School {
  public:
   School() { Start(); }
 
-  void AddAccount(const std::string& number) { pages_.AddAccount(number, SyncServer::kOldPassword); }
+  void AddAccount(const std::string& number) { pages_->AddAccount(number, SyncServer::kOldPassword); }
   /// Kills the process with whatever it is doing and starts another on the same data.
   void Crash() {
     process_.reset();
+    Start();
+  }
+  void BackUp() { pages_->Query("vacuum into '" + (folder_ / "backup.db").string() + "'"); }
+  /// The server comes back with the copy, which is there once.
+  void Restore() {
+    Stop();
+    std::filesystem::rename(folder_ / "backup.db", Database());
+    Start();
+  }
+  /// Another server takes its place, and knows these accounts and nothing of them.
+  void StartAnew(const std::vector<std::string>& accounts) {
+    Stop();
+    std::filesystem::rename(Database(), folder_ / "old.db");
+    pages_ = std::make_unique<SyncPages>(Database());
+    for (const auto& account : accounts) AddAccount(account);
     Start();
   }
   const std::string& Root() const { return process_->Root(); }
   std::filesystem::path Database() const { return folder_ / "server.db"; }
 
  private:
+  void Stop() {
+    process_.reset();
+    pages_.reset();
+    for (const char* const ending : {"-wal", "-shm"}) std::filesystem::remove(Database().string() + ending);
+  }
   void Start() {
+    if (!pages_) pages_ = std::make_unique<SyncPages>(Database());
     process_ =
         std::make_unique<RealServer>(loop_, std::vector<std::string>{"--data", Database().parent_path()});
   }
 
   TempFolder folder_;
-  SyncPages pages_{Database()};  ///< another way to its data, for what no page does
+  std::unique_ptr<SyncPages> pages_;  ///< another way to its data, for what no page does
   VirtualLoop loop_;
   std::unique_ptr<RealServer> process_;
 };
 
 /// What happens to requests on their way.
-enum class Weather { kFine, kNoConnection, kReplyLost, kServerError, kHalfReply, kForeignPage, kServerCrash };
+enum class Weather {
+  kFine,
+  kNoConnection,
+  kReplyLost,
+  kServerError,
+  kHalfReply,
+  kForeignPage,
+  kUnknownAccount,
+  kRefusedPost,
+  kServerCrash
+};
 
 /// One computer's way to the school: libcurl, and whatever the weather does to a request.
 class Network {
@@ -55,6 +86,10 @@ class Network {
     if (weather == Weather::kForeignPage) {
       return {200, "text/html", "<html>Welcome to our network! # Log in.</html>", request.url};
     }
+    if (weather == Weather::kUnknownAccount) return {200, "text/html", "ERR_NOTFOUND", request.url};
+    // Of a post with several rows: with one alone it would be for ever.
+    const bool hasRows = request.body.find("&k2=") != std::string::npos;
+    if (weather == Weather::kRefusedPost && hasRows) return {200, "text/html", "ERR_BAD_TEXT", request.url};
     base::HttpResponse response = Deliver(request);
     if (weather == Weather::kServerCrash) school_.Crash();
     if (weather == Weather::kHalfReply) response.body.resize(response.body.size() / 2);

@@ -9,6 +9,11 @@
 
 namespace marovane {
 
+/// The pages of a synchronisation.
+inline constexpr const char* kUpload = "p_update_err_rec.asp";
+inline constexpr const char* kCompare = "p_sync_checksum.asp";
+inline constexpr const char* kStream = "p_sync_client_new.asp";
+
 /// Rows of a statement on a server's database, each as its columns joined by "|".
 std::vector<std::string> ServerRows(const std::filesystem::path& database, const std::string& sql);
 

@@ -12,12 +12,13 @@ namespace {
 
 using namespace ::testing;
 
-constexpr const char* kUpload = "p_update_err_rec.asp";
-constexpr const char* kCompare = "p_sync_checksum.asp";
-constexpr const char* kStream = "p_sync_client_new.asp";
-
 class SyncTest : public ::testing::Test {
  protected:
+  void TearDown() override {
+    for (Computer* const each : {&home, &school}) {
+      EXPECT_EQ(each->machine.user.Expected(), 0U) << "messages that never came";
+    }
+  }
   FakeHttp::Answer Forward() {
     return [this](const base::HttpRequest& request) { return server.Answer(request); };
   }
@@ -74,25 +75,20 @@ TEST_F(SyncTest, PostsTheFieldsOfTheFormInTheirOrder) {
   home.AddErr(" He *go*. ", "AG01");
   const std::string id = home.AddEssay("A & b.\r\nC.");
   home.AddOk("It's 1+1.", id);
+  const std::string right = home.Query("select sId from oksentence")[0];
+  const std::string faulty = home.Query("select id from errsentence")[0];
   home.Sync("UPLOAD", SyncServer::kOldAccount);
   const auto posts = home.machine.http.Bodies(kUpload);
   const std::string head = "key=zorbelquinter&pno=1234567890&frompno=old.account&grade=u2";
   EXPECT_THAT(
       posts,
-      ElementsAre(head + "&k1=N&err1=AG01&s1=He+*go*.&d1=2026%2F11%2F5&es1=0&ess1=0&ht1=N",
-                  head + "&k1=N&err1=&s1=It%E2%80%99s+1%2B1.&d1=2026%2F11%2F5&es1=" + id + "&ess1=0&ht1=N",
+      ElementsAre(head + "&k1=N&err1=AG01&s1=He+*go*.&d1=2026%2F11%2F5&es1=0&ess1=0&ht1=N&id1=" + faulty,
+                  head + "&k1=N&err1=&s1=It%E2%80%99s+1%2B1.&d1=2026%2F11%2F5&es1=" + id +
+                      "&ess1=0&ht1=N&id1=" + right,
                   head + "&k1=N&err1=essay&s1=A&d1=2026%2F11%2F5&es1=" + id + "&ess1=" + id +
                       "1&ht1=%E6%88%91%E7%9A%84%E7%9F%AD%E6%96%87%3C%40%3EA+%26+b.%0D%0AC.%3C%40%3E"
-                      "A+%26+b.%0D%0AC."));
-}
-
-TEST_F(SyncTest, ClosingMessageOfAMergeGivesTheMainWindowBack) {
-  home.running->frmMain.Enabled = false;
-  ExpectMessage(home.machine.user, Message::kMergeDone);
-  home.running->frmUpload->tmrSyncMessageWait.Enabled = true;
-  home.machine.loop.WaitUntil([this] { return !home.running->frmUpload.IsLoaded(); });
-  EXPECT_EQ(home.App().gMsgResult, "OK");
-  EXPECT_TRUE(home.running->frmMain.Enabled());
+                      "A+%26+b.%0D%0AC.&id1=" +
+                      id));
 }
 
 TEST_F(SyncTest, DeletesOneOfTwoEqualSentences) {
@@ -115,7 +111,7 @@ TEST_F(SyncTest, PagesThroughLongStreamsAndKeepsTheOrder) {
   EXPECT_EQ(school.Contents(), home.Contents());
   const std::string sentences = "select sentence from oksentence order by sId";
   EXPECT_EQ(school.Query(sentences), home.Query(sentences));
-  EXPECT_EQ(Requests(school, kStream), 5U) << "3 pages and two streams";
+  EXPECT_EQ(Requests(school, kStream), 6U) << "3 pages and three streams";
 }
 
 TEST_F(SyncTest, KeepsWhatDidNotArriveAndSendsItOnce) {
@@ -137,7 +133,7 @@ TEST_F(SyncTest, KeepsWhatDidNotArriveAndSendsItOnce) {
 TEST_F(SyncTest, FeedbackThatWaitsGoesAlsoWhenNothingElseDoes) {
   const std::string body = "key=zorbelquinter&pno=4711&errcode=AG01&sentence=He+go.&remarks=%A4%A4&email=";
   home.machine.http.RouteToNowhere("p_feedback.asp");
-  ASSERT_FALSE(SendFeedback(home.running->program, body));
+  ASSERT_EQ(SendFeedback(home.running->program, body), FeedbackFate::kKept);
   home.Sync("NOMSG");
   EXPECT_THAT(server.Query("select remarks from feedback"), IsEmpty());
   home.machine.http.Route("p_feedback.asp", Forward());
@@ -153,14 +149,14 @@ TEST_F(SyncTest, AsksAgainForAStreamThatBreaksOff) {
   }
   school.Sync("NOMSG");
   EXPECT_EQ(school.Contents(), home.Contents()) << "no row twice";
-  EXPECT_EQ(Requests(school, kStream), 6U);
+  EXPECT_EQ(Requests(school, kStream), 7U);
 }
 
 TEST_F(SyncTest, GivesUpAStreamThatStaysEmptyAfterAMinute) {
+  home.machine.http.Route(kCompare, "");
   home.AddOk("Mine.");
   home.Sync("UPLOAD");
   const auto before = home.Contents();
-  home.machine.http.Route(kCompare, "");
   home.machine.http.Route(kStream, "");
   home.CloseMessages();
   const auto start = home.machine.loop.Elapsed();
@@ -170,6 +166,30 @@ TEST_F(SyncTest, GivesUpAStreamThatStaysEmptyAfterAMinute) {
   EXPECT_LE(seconds, 63);
   EXPECT_EQ(home.messages, 1);
   EXPECT_EQ(home.Contents(), before);
+}
+
+TEST_F(SyncTest, AComparisonThatGetsLostIsNoServerWithoutIds) {
+  school.AddOk("Theirs.");
+  school.Sync("UPLOAD");
+  home.AddOk("Mine.");
+  home.Sync("NOMSG");
+  school.AddOk("Theirs too.");
+  school.Sync("UPLOAD");
+  for (const int lost : {1, 2}) {
+    home.machine.http.requests.clear();
+    for (int comparison = 1; comparison <= 2; ++comparison) {
+      home.machine.http.Queue(kCompare,
+                              [&, comparison](const base::HttpRequest& request) -> base::HttpResponse {
+                                if (comparison >= lost) throw RunTimeError("the reply got lost");
+                                return server.Answer(request);
+                              });
+    }
+    home.Sync("NOMSG");
+    EXPECT_EQ(Requests(home, kStream), 0U) << lost;
+  }
+  for (int i = 0; i < 2; ++i) home.Sync("NOMSG");
+  EXPECT_THAT(home.Contents(), SizeIs(3)) << "each once";
+  EXPECT_EQ(home.Contents(), Contents(server));
 }
 
 TEST_F(SyncTest, EscapeEndsASynchronisationAndLeavesEverythingAsItWas) {
@@ -253,10 +273,10 @@ TEST_F(SyncTest, LeavesTheRecordsAloneWhenTheServerTalksRubbish) {
                  {"a word of refusal", 200, "ERR_NOTFOUND"},
                  {"the same page for ever", 200, "#Here.#2026/11/5#0#0#N<@>LASTID:7"},
                  {"much of nothing", 200, std::string(5'000'000, 'x')}};
+  home.machine.http.Route(kCompare, "<html>");
   home.AddOk("Mine.");
   home.Sync("UPLOAD");
   const auto before = home.Contents();
-  home.machine.http.Route(kCompare, "<html>");
   home.CloseMessages();
   int messages = 0;
   for (const auto& [what, status, body] : replies) {
@@ -279,16 +299,20 @@ TEST_F(SyncTest, TracesTheStreamsBesideTheProgramOrElseInTheFolderOfTheUser) {
   const auto part = [&](const std::string& name, const std::string& reply) {
     return rule + "' 呼叫下載 " + name + " 程序\r\n" + rule + reply + "\r\n" + rule;
   };
-  const std::string trace = part("oksentence", "#Traced.#2026/11/5#0#0#N<@>FINISH") +
-                            part("errsentence", "FINISH") + part("essay", "FINISH");
+  const auto trace = [&](const std::string& id) {
+    return part("oksentence", "#Traced.#2026/11/5#0#0#N" + id + "<@>FINISH") + part("errsentence", "FINISH") +
+           part("essay", "FINISH");
+  };
   school.Sync("NOMSG");
-  EXPECT_EQ(machine.realFiles.Read(machine.home / "program/debug.log"), trace);
+  EXPECT_EQ(machine.realFiles.Read(machine.home / "program/debug.log"),
+            trace("#" + school.Query("select sId from oksentence")[0]));
   std::filesystem::remove_all(machine.home / "program");
   machine.realFiles.Write(machine.home / "program", "nobody can write into it", false);
   school.machine.http.Queue(kCompare, "DIFFERENT");
   school.machine.http.Queue(kCompare, "DIFFERENT");
   school.Sync("NOMSG");
-  EXPECT_EQ(machine.realFiles.Read(machine.home / "state/marovane/debug.log"), trace);
+  EXPECT_EQ(machine.realFiles.Read(machine.home / "state/marovane/debug.log"), trace(""))
+      << "a server that tells nothing of itself is not asked for ids";
 }
 
 TEST_F(SyncTest, ServerStoresNothingOfAPostWithAnIdThatIsNone) {
@@ -312,10 +336,10 @@ TEST_F(SyncTest, StoresIdsAndFlagsInTheirFormAndSqlAsText) {
 }
 
 TEST_F(SyncTest, EndsWithTheProgramInTheMiddleOfAReloadAndChangesNothing) {
+  home.machine.http.Route(kCompare, "no");
   home.AddOk("Mine.");
   home.Sync("UPLOAD");
   const auto before = home.Contents();
-  home.machine.http.Route(kCompare, "no");
   home.machine.http.Route(kStream, "");
   Timer closing(home.machine.loop, 20'000);
   closing.onTick = [this] { home.machine.loop.End(); };
@@ -343,6 +367,28 @@ TEST_F(SyncTest, RecordsThatWereCleanedAwayAreNotLoadedAgain) {
   EXPECT_EQ(RequestsOfSync(school), 1U) << "so may a computer";
 }
 
+TEST_F(SyncTest, TheArchiveHasARowOnceHoweverOftenAReloadBringsItBack) {
+  for (int i = 0; i < 2; ++i) home.AddOk("Twice.");
+  home.AddErr("He *go*.", "AG01");
+  home.AddEssay("Old.");
+  home.Sync("UPLOAD");
+  home.machine.loop.Advance(std::chrono::days{200});
+  server.today = "2027/5/24";
+  for (int end = 0; end < 3; ++end) {
+    RemoveRecordsBefore(home.running->program, home.Records(), DayFromIso("2026-11-25"));
+    ASSERT_THAT(home.Contents(), IsEmpty());
+    // From a server that tells no ids, so that they have other ones each time.
+    for (int comparison = 0; comparison < 2; ++comparison) home.machine.http.Queue(kCompare, "DIFFERENT");
+    home.Sync("NOMSG");
+    ASSERT_THAT(home.Contents(), SizeIs(4));
+  }
+  for (const char* const sql : {"select count(*) from oksentence where sentence = 'Twice.'",
+                                "select count(*) + 1 from errsentence", "select count(*) + 1 from essay"}) {
+    EXPECT_THAT(Rows(home.machine.realDatabases, home.recordsPath.parent_path() / "archive.mdb", sql),
+                ElementsAre("2"));
+  }
+}
+
 // Not every program trims what it posts, and each start would load all records again.
 TEST_F(SyncTest, BlanksAroundAFieldAreNoDifference) {
   const auto post = PostOf(SyncServer::kAccount, SyncServer::kAccount,
@@ -366,13 +412,26 @@ TEST_F(SyncTest, MergesAnOlderAccountOnce) {
                           "&k1=N&err1=&s1=Old.&d1=2026%2F10%2F1&es1=0&ess1=0&ht1=N");
   ASSERT_EQ(server.Answer(old).body, "OK_");
   home.AddOk("New.");
+  ExpectMessage(home.machine.user, Message::kMergeDone, kOk, "沒有新的記錄");
   home.Sync("", "old-account");
   EXPECT_EQ(home.Contents().size(), 1U) << "an account that does not exist brings nothing, and loses nothing";
+  ExpectMessage(home.machine.user, Message::kMergeDone, kOk, "新增 1 個句子、0 篇短文");
   home.Sync("", SyncServer::kOldAccount);
+  EXPECT_TRUE(home.running->frmMain.Enabled());
   home.AddOk("Newer.");
+  ExpectMessage(home.machine.user, Message::kMergeDone, kOk, "沒有新的記錄");
   home.Sync("", SyncServer::kOldAccount);
   EXPECT_EQ(home.Contents().size(), 3U);
   EXPECT_EQ(home.Contents(), Contents(server));
+}
+
+TEST_F(SyncTest, SaysThatNothingCouldBeMerged) {
+  home.AddOk("Mine.");
+  home.Sync("UPLOAD");
+  home.machine.http.RouteToNowhere("p_getconn.asp");
+  ExpectMessage(home.machine.user, Message::kNetworkDown);
+  home.Sync("", SyncServer::kOldAccount);
+  EXPECT_EQ(Requests(home, kStream), 0U);
 }
 
 }  // namespace

@@ -9,6 +9,7 @@
 #include "records/err_list_db.h"
 #include "records/record_db.h"
 #include "tests/core/core_fixture.h"
+#include "tests/records/record_store.h"
 
 namespace marovane {
 
@@ -27,8 +28,8 @@ class ViewsTest : public CoreTest {
  protected:
   ViewsTest() {
     const auto path = machine.home / "tmp" / "marovane" / "Marovane.mdb";
-    db = machine.realDatabases.Create(path);
-    db->RunScript(machine.realFiles.Read(SCHEMA_FILE));
+    CreateRecords(machine.realDatabases, path);
+    db = machine.realDatabases.Open(path, base::Databases::Mode::kReadWrite);
     app.gConnRecords = "Data Source=" + path.string() + ";";
     const auto catalogue = machine.home / "tmp" / "tolvex" / "data" / "err4list.mdb";
     machine.realFiles.CreateFolder(catalogue.parent_path(), true);
