@@ -17,6 +17,7 @@
 #include "engine/tolvex.h"
 #include "server/command_line.h"
 #include "server/services/log.h"
+#include "server/store/damage.h"
 
 namespace {
 
@@ -59,12 +60,19 @@ std::filesystem::path EngineData(const Command& command) {
   throw std::runtime_error(fmt::format("the language data was not found in {}", command.engineData.string()));
 }
 
+// A learner's program must start without its old records: it brings them back itself.
+void MakeUsable(const std::filesystem::path& database) {
+  const auto aside = SetDamagedAside(database);
+  if (!aside.empty()) LogError("{} was damaged and is now {}", database.string(), aside.string());
+}
+
 void Serve(const Command& command) {
   const sigset_t endSignals = HoldEndSignals();
   if (command.embedded)
     prctl(PR_SET_PDEATHSIG, SIGTERM);  // the system ends this process with the one that started it
   ServerOptions options = command.server;
   options.engineData = EngineData(command);
+  if (command.embedded) MakeUsable(options.dataDir / "server.db");
   Server server(options, LoadTolvex(options.engineData));
   if (!command.accountFile.empty()) server.EnsureAccount(EnsureAccountFile(command.accountFile));
   server.Start();

@@ -119,6 +119,28 @@ TEST_F(ProcessTest, MakesTheAccountOfAFileWhoseDatabaseWasNeverWritten) {
   EXPECT_EQ(Login(server.Root(), account_), "OK_4711");
 }
 
+TEST_F(ProcessTest, TheProgramsOwnServerSetsADamagedDatabaseAsideAndGoesOn) {
+  const auto database = folder_ / "data/server.db";
+  {
+    ChildServer server(Embedded());
+    ASSERT_THAT(Login(server.Root(), account_), StartsWith("OK_"));
+    server.CloseInput();
+    ASSERT_TRUE(server.HasEnded());
+  }
+  const std::string whole = ReadFile(database);
+  std::string torn = whole;
+  torn.replace(torn.size() / 2, torn.size() / 2, std::string(torn.size() / 2, 'x'));
+  int aside = 0;
+  for (const std::string& damaged : {std::string(5000, 'x'), whole.substr(0, 1000), torn}) {
+    WriteFile(database, damaged);
+    ChildServer server(Embedded());
+    EXPECT_THAT(Login(server.Root(), account_), StartsWith("OK_"));
+    server.CloseInput();
+    EXPECT_TRUE(server.HasEnded());
+    EXPECT_EQ(ReadFile(folder_ / ("data/server.db.damaged-" + std::to_string(++aside))), damaged);
+  }
+}
+
 TEST_F(ProcessTest, MakesTeachersWhoCanLogIn) {
   const std::string data = folder_ / "data";
   std::filesystem::create_directory(data);
