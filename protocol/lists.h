@@ -27,7 +27,6 @@ std::string EncodeAssignments(const std::vector<Assignment>& assignments);
 /// an empty title is none the worse.
 std::optional<std::vector<Assignment>> ParseAssignments(std::string_view reply);
 
-/// Name and value have no "$", ":" or line end.
 struct Setting {
   std::string name;
   std::string value;
@@ -35,7 +34,8 @@ struct Setting {
   bool operator==(const Setting&) const = default;
 };
 
-/// "name:value" pairs joined by "$".
+/// "name:value" pairs joined by "$". In a value "%", "$", ":" and line ends are written as "%24" and the
+/// like.
 std::string EncodeSettings(const std::vector<Setting>& settings);
 /// The pairs, trimmed. The list ends with its line, a value at a second ":"; a name without ":" is no pair.
 std::vector<Setting> ParseSettings(std::string_view list);

@@ -42,6 +42,7 @@ EmbeddedServer StartEmbeddedServer(Machine& machine, InstallationValues& install
        .workingFolder = data});
   const std::string root = ReadRoot(*server);
   installation.serverRoot = root;
+  installation.hasOwnServer = true;
   if (installation.campusServerRoot.empty()) installation.campusServerRoot = root;
   if (installation.webSiteRoot.empty()) installation.webSiteRoot = root;
   WriteFirstSetup(machine);

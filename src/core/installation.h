@@ -18,6 +18,8 @@ struct InstallationValues {
   std::string updateHost;        ///< a bare host name
   std::string webSiteRoot;
   std::string oldDefaultDomain;
+  /// The program has started the server itself. Nobody has chosen the account's password, or knows it.
+  bool hasOwnServer = false;
 };
 
 /// Reads the file; all values are empty when it is absent.

@@ -3,6 +3,7 @@
 #include <charconv>
 
 #include "base/files.h"
+#include "base/percent.h"
 #include "base/text.h"
 #include "core/data_paths.h"
 #include "core/key_value_file.h"
@@ -12,15 +13,35 @@
 #include "protocol/account.h"
 #include "protocol/lists.h"
 #include "protocol/pages.h"
+#include "protocol/refusal.h"
 
 namespace marovane {
 
+namespace {
+
+// In the file a value ends at "=" and at the end of its line. "%" is written so only where it would be read
+// so.
+std::string StoredValue(const std::string& written) {
+  const bool isEncoded = written.find("%3D") != std::string::npos ||
+                         written.find("%25") != std::string::npos ||
+                         written.find("%0D") != std::string::npos || written.find("%0A") != std::string::npos;
+  return isEncoded ? base::PercentDecode(written) : written;
+}
+
+std::string FileValue(std::string_view value) {
+  const std::string plain(value);
+  const bool isMisread = StoredValue(plain) != plain || plain.find_first_of("=\r\n") != std::string::npos;
+  return isMisread ? base::PercentEncode(plain, "%=\r\n") : plain;
+}
+
+}  // namespace
+
 std::string ReadSetup(Program& program, std::string_view key) {
-  return ReadWriteSetFile(program.machine.files, program.app.gSetupFile, "R", key, "");
+  return StoredValue(ReadWriteSetFile(program.machine.files, program.app.gSetupFile, "R", key, ""));
 }
 
 void WriteSetup(Program& program, std::string_view key, std::string_view value) {
-  ReadWriteSetFile(program.machine.files, program.app.gSetupFile, "W", key, value);
+  ReadWriteSetFile(program.machine.files, program.app.gSetupFile, "W", key, FileValue(value));
 }
 
 void WriteNeedSync(Program& program, std::string_view value) { WriteSetup(program, "NeedSync", value); }
@@ -31,6 +52,13 @@ std::string GetRegValue(Program& program, std::string_view valueName) {
 }
 
 namespace {
+
+// Noted while the server has not accepted the settings that were saved last. A wrong password is not tried
+// again until another one was typed: the server counts the tries.
+constexpr const char* kUnsent = "unsentSettings";
+constexpr const char* kWaiting = "1";
+constexpr const char* kWrongPassword = "2";
+constexpr const char* kSent = "0";
 
 bool IsNone(const std::string& value) { return value.empty() || value == "0"; }
 
@@ -109,19 +137,29 @@ void LoadTexts(Program& program) {
 
 // A password that is not kept for the next start is none in memory, but the server accepts no settings
 // without it.
-std::string SettingsList(Program& program, const std::string& pno) {
-  const auto& app = program.app;
-  const std::string password =
-      app.gAccountPassword.empty() ? ReadSetup(program, "userPW") : app.gAccountPassword;
-  return protocol::EncodeSettings({{"alwaysOnTop", app.gAlwaysOnTop},
-                                   {"autoCleanHistory", app.gAutoCleanHistory},
-                                   {"autoKeyinPw", app.gAutoKeyinPw},
-                                   {"eduBackground", app.gEduBackground},
-                                   {"feedbackErrData", app.gFeedbackErrData},
-                                   {"FontSize", app.gFontSizeName},
-                                   {"Pno", pno},
-                                   {"transformValue", std::to_string(app.gTransformValue)},
-                                   {"userPW", password}});
+std::vector<protocol::Setting> SettingsList(Program& program, const std::string& pno) {
+  std::vector<protocol::Setting> settings;
+  for (const char* const name : {"alwaysOnTop", "autoCleanHistory", "autoKeyinPw", "eduBackground",
+                                 "feedbackErrData", "FontSize", "Pno", "transformValue", "userPW"}) {
+    settings.push_back({name, ReadSetup(program, name)});
+    if (settings.back().name == "Pno") settings.back().value = pno;
+  }
+  const std::string& typed = program.app.gAccountPassword;
+  if (!typed.empty()) settings.back().value = typed;
+  return settings;
+}
+
+// Says whether the server has accepted them.
+bool SendSettings(Program& program, const std::string& pno) {
+  const std::vector<protocol::Setting> settings = SettingsList(program, pno);
+  if (settings.back().value.empty()) return false;  // nobody has typed the password yet
+  const std::string list = protocol::PlainValue(protocol::EncodeSettings(settings));
+  const std::string reply = TryPost(program, program.app.gServerUrlRoot + protocol::page::kUserSettings,
+                                    {{"pdcode", "mrv"}, {"pno", pno}, {"met", "w"}, {"setting", list}});
+  const bool isAccepted = reply.starts_with("OK");
+  if (isAccepted) WriteSetup(program, kUnsent, kSent);
+  if (reply == protocol::refusal::kWrongPassword) WriteSetup(program, kUnsent, kWrongPassword);
+  return isAccepted;
 }
 
 void StoreSettings(Program& program, const std::string& reply) {
@@ -142,26 +180,30 @@ void LoadSettings(Program& program) {
   LoadFontSize(program);
   LoadSwitch(program, "autoCleanHistory", app.gAutoCleanHistory);
   LoadSwitch(program, "autoKeyinPw", app.gAutoKeyinPw);
-  if (app.gAutoKeyinPw == "0") app.gAccountPassword.clear();
+  if (app.gAutoKeyinPw == "0" && !program.installation.hasOwnServer) app.gAccountPassword.clear();
   LoadSwitch(program, "alwaysOnTop", app.gAlwaysOnTop);
   LoadTransformValue(program);
   LoadTexts(program);
 }
 
 void SyncUserSettings(Program& program, std::string& pno, std::string_view mode) try {
+  if (mode == "w") WriteSetup(program, kUnsent, kWaiting);
   if (!IsServerOnline(program)) return;
   pno = protocol::CleanAccount(pno);
-  const std::string url = program.app.gServerUrlRoot + protocol::page::kUserSettings;
-  if (mode == "w") {
-    const std::string list = SettingsList(program, pno);
-    TryPost(program, url, {{"pdcode", "mrv"}, {"pno", pno}, {"met", "w"}, {"setting", list}});
-    return;
-  }
-  const std::string reply = TryPost(program, url, {{"pdcode", "mrv"}, {"pno", pno}, {"met", "r"}});
+  const std::string unsent = ReadSetup(program, kUnsent);
+  // Until the server has them, its own are older.
+  if (unsent == kWrongPassword || (unsent == kWaiting && !SendSettings(program, pno)) || mode == "w") return;
+  const std::string reply = TryPost(program, program.app.gServerUrlRoot + protocol::page::kUserSettings,
+                                    {{"pdcode", "mrv"}, {"pno", pno}, {"met", "r"}});
   // Also what is neither a success nor a refusal, such as some other server's page, holds no settings.
   if (reply.starts_with("OK")) StoreSettings(program, reply);
 } catch (const BrokenOff&) {
   return;  // whoever does not want to wait for the server has the settings of this computer
+}
+
+void SyncUnsentSettings(Program& program) {
+  const std::string unsent = ReadSetup(program, kUnsent);
+  if (unsent == kWaiting || unsent == kWrongPassword) SyncUserSettings(program, program.app.gAccountNo, "w");
 }
 
 }  // namespace marovane

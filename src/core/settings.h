@@ -12,10 +12,14 @@ struct Program;
 /// RunTimeError when the file cannot be read or written.
 void LoadSettings(Program& program);
 
-/// Fetches the settings from the server into `setup.set` (mode "r") or sends them (mode "w"). An unreachable
-/// server or a refusal changes nothing.
+/// Fetches the settings from the server into `setup.set` (mode "r") or sends those that are there (mode "w").
+/// An unreachable server or a refusal changes nothing; settings that it has not accepted are sent before any
+/// are fetched.
 /// @param pno account number; comes back without "-" and blanks when the server could be reached.
 void SyncUserSettings(Program& program, std::string& pno, std::string_view mode);
+
+/// Sends the settings that the server has not accepted yet, now that it may: the password is known.
+void SyncUnsentSettings(Program& program);
 
 /// A value of the read-only mirror of the account registry; "" when it is missing.
 std::string GetRegValue(Program& program, std::string_view valueName);

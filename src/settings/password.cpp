@@ -134,6 +134,7 @@ void FrmPassword::ShowRefusal(const std::string& reply) {
 
 void FrmPassword::Accept(const std::string& password) {
   program_.app.gAccountPassword = password;  // for this run
+  SyncUnsentSettings(program_);
   closeForm();
   program_.hall.frmMain->PassStringToEngine();
 }

@@ -1,6 +1,7 @@
 #include "settings/publisher.h"
 
-#include "base/percent.h"
+#include <algorithm>
+
 #include "base/text.h"
 #include "core/server_access.h"
 #include "core/settings.h"
@@ -16,8 +17,15 @@ namespace {
 
 constexpr const char* kSetupKey = "publisher";
 
-// A value of setup.set ends at "=".
-std::string AsValue(const std::string& url) { return base::PercentEncode(url, "="); }
+// As a browser shows the address: "http://news/" for "http://news", "http://news/?id=1" for
+// "http://news?id=1".
+std::string Shown(std::string url) {
+  const auto scheme = url.find("://");
+  if (scheme == std::string::npos) return url;
+  const auto end = std::min(url.find_first_of("/?#", scheme + 3), url.size());
+  if (end == url.size() || url[end] != '/') url.insert(end, "/");
+  return url;
+}
 
 // Address of the news page, "" for none.
 std::string NewsPage(Program& program) {
@@ -45,7 +53,7 @@ void FrmPublisher::Form_Load() {
 }
 
 void FrmPublisher::cmdOK_Click() {
-  if (chkNoShow.Value) WriteSetup(program_, kSetupKey, AsValue(webMain.LocationURL));
+  if (chkNoShow.Value) WriteSetup(program_, kSetupKey, Shown(webMain.LocationURL));
   Left = kAway;
   machine.loop.DoEvents();
   Unload();
@@ -54,7 +62,7 @@ void FrmPublisher::cmdOK_Click() {
 void ShowPublisherNews(Program& program, Window<FrmPublisher>& frmPublisher) {
   try {
     const std::string url = NewsPage(program);
-    if (url.empty() || AsValue(url) == ReadSetup(program, kSetupKey)) return;
+    if (url.empty() || Shown(url) == ReadSetup(program, kSetupKey)) return;
     frmPublisher->webMain.Navigate(url);
     frmPublisher->ShowModal();
   } catch (const RunTimeError&) {

@@ -1,8 +1,11 @@
 #include "core/settings.h"
 
 #include "base/cp950.h"
+#include "base/text.h"
 #include "core/key_value_file.h"
 #include "platform/run_time_error.h"
+#include "protocol/form.h"
+#include "protocol/lists.h"
 #include "tests/core/core_fixture.h"
 
 namespace marovane {
@@ -174,24 +177,63 @@ TEST_F(SettingsTest, SendsTheWholeListInItsOrder) {
   EXPECT_EQ(pno, "12 3-4") << "an unreachable server changes nothing";
   EXPECT_THAT(machine.http.Bodies(kSettingsPage), IsEmpty());
   GoOnline();
-  app.gAlwaysOnTop = "1";
-  app.gAutoCleanHistory = "0";
-  app.gAutoKeyinPw = "1";
-  app.gEduBackground = "大學";
-  app.gFeedbackErrData = "0";
-  app.gFontSizeName = "BIG";
-  app.gTransformValue = 200;
+  machine.http.Route(kSettingsPage, "OK_");
+  for (const auto& [key, value] : {std::pair{"alwaysOnTop", "1"},
+                                   {"autoCleanHistory", "0"},
+                                   {"autoKeyinPw", "1"},
+                                   {"eduBackground", "大學"},
+                                   {"feedbackErrData", "0"},
+                                   {"FontSize", "BIG"},
+                                   {"transformValue", "200"},
+                                   {"userPW", "old"}}) {
+    WriteSetup(program, key, value);
+  }
+  const std::string before = SetupText();
   app.gAccountPassword = "pw";
   SyncUserSettings(program, pno, "w");
   EXPECT_THAT(machine.http.Bodies(kSettingsPage),
               ElementsAre("key=zorbelquinter&pdcode=mrv&pno=1234&met=w&setting=alwaysOnTop:1$"
                           "autoCleanHistory:0$autoKeyinPw:1$eduBackground:大學$feedbackErrData:0$"
                           "FontSize:BIG$Pno:1234$transformValue:200$userPW:pw"));
-  EXPECT_EQ(SetupText(), "") << "a reply to sent settings is not stored";
+  EXPECT_EQ(SetupText(), base::Replace(before, "unsentSettings=1", "unsentSettings=0"))
+      << "a reply to sent settings is not stored";
   app.gAccountPassword.clear();
-  Put(app.gSetupFile, "userPW=kept\r\n");
   SyncUserSettings(program, pno, "w");
-  EXPECT_THAT(machine.http.Bodies(kSettingsPage).back(), EndsWith("$userPW:kept"));
+  EXPECT_THAT(machine.http.Bodies(kSettingsPage).back(), EndsWith("$userPW:old"));
+}
+
+// Saved without a network, or before the password was typed.
+TEST_F(SettingsTest, WhatTheServerHasNotAcceptedIsSentBeforeAnythingIsFetched) {
+  Put(app.gSetupFile, "Pno=7\r\nFontSize=BIG\r\nuserPW=pw\r\nautoKeyinPw=1\r\n");
+  std::string pno = "7";
+  SyncUserSettings(program, pno, "w");
+  GoOnline();
+  machine.http.Route(kSettingsPage, "ERR_WRONG_PASSWORD");
+  LoadSettings(program);
+  EXPECT_EQ(app.gFontSizeName, "BIG");
+  ASSERT_THAT(machine.http.Bodies(kSettingsPage), SizeIs(1)) << "nothing is fetched that is older";
+  machine.http.Route(kSettingsPage, "OK_FontSize:SMALL");
+  SyncUnsentSettings(program);
+  SyncUnsentSettings(program);
+  EXPECT_THAT(machine.http.Bodies(kSettingsPage), SizeIs(2));
+  EXPECT_THAT(machine.http.Bodies(kSettingsPage).back(), HasSubstr("met=w&setting=alwaysOnTop:0$"));
+  LoadSettings(program);
+  EXPECT_EQ(app.gFontSizeName, "SMALL") << "another computer's, saved later";
+}
+
+TEST_F(SettingsTest, APasswordMayHaveEverySign) {
+  const std::string password = "a&b=c%d:e$f%3Dg h";
+  GoOnline();
+  machine.http.Route(kSettingsPage, "OK_");
+  Put(app.gSetupFile, "autoKeyinPw=1\r\n");
+  WriteSetup(program, "userPW", password);
+  LoadSettings(program);
+  EXPECT_EQ(app.gAccountPassword, password);
+  std::string pno = "7";
+  SyncUserSettings(program, pno, "w");
+  const auto form = protocol::Form::Plain(machine.http.Bodies(kSettingsPage).back());
+  EXPECT_EQ(protocol::ParseSettings(form.Find("setting").value()).back(),
+            (protocol::Setting{"userPW", password}));
 }
 
 TEST_F(SettingsTest, FileThatCannotBeWrittenIsRaised) {

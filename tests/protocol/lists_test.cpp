@@ -21,7 +21,7 @@ TEST(Lists, ReadWhatIsWritten) {
               without("#<"),         random.Number(),      random.Below(2) == 0};
     ASSERT_EQ(ParseAssignments(EncodeAssignments(work)), work);
     std::vector<Setting> settings(random.Below(4));
-    for (auto& each : settings) each = {without("$:\r\n"), without("$:\r\n")};
+    for (auto& each : settings) each = {without("$:\r\n"), random.Stored()};
     ASSERT_EQ(ParseSettings(EncodeSettings(settings)), settings);
     std::vector<OutsideSite> sites(random.Below(4));
     for (auto& each : sites) each = {without("|<"), random.Flag("ce"), random.Flag("ce"), without("|<")};

@@ -41,6 +41,16 @@ TEST_F(PublisherTest, ComesBackUntilThePageIsNotWantedAgain) {
   EXPECT_EQ(machine.http.Bodies("p_publisher_news.asp")[0], "key=zorbelquinter&softcode=mrv");
 }
 
+TEST_F(PublisherTest, AnAddressWithoutAPathIsKnownAgain) {
+  for (const auto& [named, shown] : {std::pair{"OK_http://news", "http://news/"},
+                                     {"OK_http://news?id=1", "http://news/?id=1"},
+                                     {"OK_http://news#2", "http://news/#2"}}) {
+    machine.http.Route("p_publisher_news.asp", named);
+    EXPECT_TRUE(Show(shown, true)) << named;
+    EXPECT_FALSE(Show()) << named;
+  }
+}
+
 TEST_F(PublisherTest, WithoutNewsThereIsNoWindow) {
   for (const char* reply : {"OK_", "ERR_NONEWS", "", "http://news/", "OK\xA4"}) {
     machine.http.Route("p_publisher_news.asp", reply);
