@@ -6,13 +6,12 @@
 #include <cerrno>
 #include <thread>
 
-#include "base/files.h"
+#include "base/posix_files.h"
 
 namespace base {
 
 FileLock::FileLock(const std::filesystem::path& file, std::chrono::milliseconds patience) {
-  std::error_code ignored;
-  std::filesystem::create_directories(file.parent_path(), ignored);
+  PosixFiles().CreateFolder(file.parent_path(), true);
   file_ = FileDescriptor(open(file.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600));
   if (!file_.IsOpen()) throw FileError("open", file, errno);
   constexpr std::chrono::milliseconds kLookEvery{20};

@@ -11,7 +11,8 @@ namespace base {
 /// Holds a lock file until this object goes, or its process does.
 class FileLock {
  public:
-  /// The file is made when it is missing, with its folder. Throws FileError when it cannot be opened.
+  /// The file is made when it is missing, with its folder, for its owner alone. Throws FileError when it
+  /// cannot be opened.
   /// @param patience how long another process may keep it
   explicit FileLock(const std::filesystem::path& file,
                     std::chrono::milliseconds patience = std::chrono::milliseconds{0});
