@@ -5,6 +5,7 @@
 
 #include "base/day.h"
 #include "base/text.h"
+#include "base/utf8.h"
 #include "wordhelper/pair_code.h"
 
 namespace marovane {
@@ -191,6 +192,10 @@ std::optional<TerminalCommand> ParseTerminalCommand(const std::vector<std::strin
                                                     std::string& problem) {
   TerminalCommand command;
   if (words.empty()) return command;
+  if (!std::ranges::all_of(words, base::IsUtf8)) {
+    problem = "命令列的文字不是 UTF-8";
+    return std::nullopt;
+  }
   const auto found = CommandWords().find(words[0]);
   if (found == CommandWords().end()) {
     problem = "不認得的命令：" + words[0];

@@ -99,6 +99,7 @@ TEST(TerminalCommand, NamesWhatItDoesNotKnow) {
                {{"words", "rain,CNV", "sun,CNV"}, "sun,CNV"},
                {{"words", "rain,CNV,SJ"}, "rain,CNV,SJ"},
                {{"translate", " "}, "中文"},
+               {{"check", "caf\xE9"}, "UTF-8"},
                {{"-h"}, "-h"}};
   for (const auto& [words, expected] : cases) {
     std::string problem;
