@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <charconv>
 
 #include "base/utf16.h"
@@ -46,6 +47,20 @@ std::string PercentEncode(std::string_view text, std::string_view signs) {
   for (const char sign : text)
     encoded += signs.find(sign) == std::string_view::npos ? std::string(1, sign) : Encoded(sign);
   return encoded;
+}
+
+std::string EncodeMarked(std::string_view text, std::string_view signs) {
+  const bool isMisread =
+      text.find_first_of(signs) != std::string_view::npos || DecodeMarked(text, signs) != text;
+  return isMisread ? PercentEncode(text, std::string(signs) + "%") : std::string(text);
+}
+
+std::string DecodeMarked(std::string_view text, std::string_view signs) {
+  const bool isEncoded = std::ranges::any_of(std::string(signs) + "%", [text](char sign) {
+    const std::string one(1, sign);
+    return text.find(PercentEncode(one, one)) != std::string_view::npos;
+  });
+  return isEncoded ? PercentDecode(text) : std::string(text);
 }
 
 std::string PercentDecode(std::string_view text) {

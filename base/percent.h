@@ -14,6 +14,12 @@ std::string FormEncode(std::string_view bytes, std::string_view plainSigns = "*-
 /// Percent-encodes only these signs.
 std::string PercentEncode(std::string_view text, std::string_view signs);
 
+/// The same for a value whose readers may know nothing of it: "%" stays as it is, unless `DecodeMarked` would
+/// misread it.
+std::string EncodeMarked(std::string_view text, std::string_view signs);
+/// Reads what `EncodeMarked` has written for these signs. A text without any of their codes is as it was.
+std::string DecodeMarked(std::string_view text, std::string_view signs);
+
 /// Bytes of "%41" written out. A "%" without two hexadecimal digits after it means itself.
 std::string PercentDecode(std::string_view text);
 

@@ -2,9 +2,6 @@
 
 #include <fmt/format.h>
 
-#include <algorithm>
-#include <array>
-
 #include "base/percent.h"
 #include "base/text.h"
 #include "protocol/record_form.h"
@@ -13,6 +10,7 @@ namespace protocol {
 namespace {
 
 constexpr std::string_view kListSeparator = "<@>";
+constexpr std::string_view kSettingSigns = "$:\r\n";  // would cut a setting
 
 std::string TitleField(std::string_view title) {
   return base::Replace(base::Replace(base::Replace(title, "#", "＃"), kListSeparator, "＜@＞"), "OK_",
@@ -27,19 +25,6 @@ std::optional<Assignment> ParseAssignment(std::string_view record) {
   const std::string workId = CleanRecordId(fields[0]);
   if (!hasTitle || workId.empty()) return std::nullopt;
   return Assignment{workId, fields[1] == "Y", fields[2], fields[3], fields[4], fields[5] == "Y"};
-}
-
-std::string DecodedValue(const std::string& value) {
-  constexpr std::array kWritten{"%25", "%24", "%3A", "%0D", "%0A"};
-  const bool isEncoded = std::ranges::any_of(
-      kWritten, [&value](const char* code) { return value.find(code) != std::string::npos; });
-  return isEncoded ? base::PercentDecode(value) : value;
-}
-
-// Older servers know nothing of it, so "%" stays as it is where nobody would misread it.
-std::string EncodedValue(const std::string& value) {
-  const bool isMisread = DecodedValue(value) != value || value.find_first_of("$:\r\n") != std::string::npos;
-  return isMisread ? base::PercentEncode(value, "%$:\r\n") : value;
 }
 
 }  // namespace
@@ -67,7 +52,7 @@ std::string EncodeSettings(const std::vector<Setting>& settings) {
   std::string list;
   for (const auto& [name, value] : settings) {
     list.append(list.empty() ? "" : "$").append(name).append(":");
-    list += EncodedValue(value);
+    list += base::EncodeMarked(value, kSettingSigns);
   }
   return list;
 }
@@ -77,7 +62,7 @@ std::vector<Setting> ParseSettings(std::string_view list) {
   for (const auto& pair : base::Split(list.substr(0, list.find_first_of("\r\n")), "$")) {
     const auto parts = base::Split(pair, ":");
     if (parts.size() >= 2) {
-      settings.push_back({base::Trim(parts[0]), DecodedValue(base::Trim(parts[1]))});
+      settings.push_back({base::Trim(parts[0]), base::DecodeMarked(base::Trim(parts[1]), kSettingSigns)});
     }
   }
   return settings;

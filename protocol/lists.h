@@ -34,8 +34,7 @@ struct Setting {
   bool operator==(const Setting&) const = default;
 };
 
-/// "name:value" pairs joined by "$". In a value "%", "$", ":" and line ends are written as "%24" and the
-/// like.
+/// "name:value" pairs joined by "$". In a value "$", ":" and line ends are written as "%24" and the like.
 std::string EncodeSettings(const std::vector<Setting>& settings);
 /// The pairs, trimmed. The list ends with its line, a value at a second ":"; a name without ":" is no pair.
 std::vector<Setting> ParseSettings(std::string_view list);

@@ -18,6 +18,13 @@ bool IsIdSign(char sign) {
 
 bool ContinuesCharacter(char byte) { return (byte & 0xC0) == 0x80; }
 
+// A program whose clock is set before 2006 makes negative numbers.
+bool IsNumber(std::string_view text) {
+  if (text.size() > kLongest) return false;
+  if (text.starts_with('-')) text.remove_prefix(1);
+  return std::ranges::all_of(text, IsDigit);
+}
+
 bool IsName(std::string_view text) { return text.size() <= kLongest && std::ranges::all_of(text, IsIdSign); }
 
 bool IsFlag(std::string_view text, std::string_view known) {
@@ -29,13 +36,6 @@ std::string CleanFlag(const std::string& text, std::string_view known) {
 }
 
 }  // namespace
-
-// A program whose clock is set before 2006 makes negative numbers.
-bool IsNumber(std::string_view text) {
-  if (text.size() > kLongest) return false;
-  if (text.starts_with('-')) text.remove_prefix(1);
-  return std::ranges::all_of(text, IsDigit);
-}
 
 bool IsWellFormed(const Row& row) {
   if (const auto* essay = std::get_if<EssayRow>(&row)) {

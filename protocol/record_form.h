@@ -14,8 +14,6 @@
 
 namespace protocol {
 
-/// True for the number of an essay, or of a sentence in it.
-bool IsNumber(std::string_view text);
 bool IsWellFormed(const Row& row);
 /// The row with its ids cleaned, and with "N" for flags that are none. A well-formed row stays as it is.
 Row Cleaned(Row row);

@@ -158,7 +158,7 @@ inline constexpr const char* kRowIds = R"(
     CREATE TABLE gone (
       id INTEGER PRIMARY KEY AUTOINCREMENT,
       account TEXT NOT NULL REFERENCES account (number),
-      uid TEXT NOT NULL,           -- id of a sentence, or number of an essay
+      uid TEXT NOT NULL,           -- id of a sentence or an essay
       UNIQUE (account, uid)
     );
     CREATE TABLE new_post (

@@ -19,29 +19,18 @@ namespace marovane {
 
 namespace {
 
-// In the file a value ends at "=" and at the end of its line. "%" is written so only where it would be read
-// so.
-std::string StoredValue(const std::string& written) {
-  const bool isEncoded = written.find("%3D") != std::string::npos ||
-                         written.find("%25") != std::string::npos ||
-                         written.find("%0D") != std::string::npos || written.find("%0A") != std::string::npos;
-  return isEncoded ? base::PercentDecode(written) : written;
-}
-
-std::string FileValue(std::string_view value) {
-  const std::string plain(value);
-  const bool isMisread = StoredValue(plain) != plain || plain.find_first_of("=\r\n") != std::string::npos;
-  return isMisread ? base::PercentEncode(plain, "%=\r\n") : plain;
-}
+constexpr std::string_view kFileSigns = "=\r\n";  // would cut a value in the file
 
 }  // namespace
 
 std::string ReadSetup(Program& program, std::string_view key) {
-  return StoredValue(ReadWriteSetFile(program.machine.files, program.app.gSetupFile, "R", key, ""));
+  return base::DecodeMarked(ReadWriteSetFile(program.machine.files, program.app.gSetupFile, "R", key, ""),
+                            kFileSigns);
 }
 
 void WriteSetup(Program& program, std::string_view key, std::string_view value) {
-  ReadWriteSetFile(program.machine.files, program.app.gSetupFile, "W", key, FileValue(value));
+  ReadWriteSetFile(program.machine.files, program.app.gSetupFile, "W", key,
+                   base::EncodeMarked(value, kFileSigns));
 }
 
 void WriteNeedSync(Program& program, std::string_view value) { WriteSetup(program, "NeedSync", value); }

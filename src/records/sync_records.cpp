@@ -157,13 +157,23 @@ void SyncRecords::MarkSent(RecordKind kind, const std::vector<std::string>& newI
 
 void SyncRecords::MarkUnsent(RecordKind kind, const std::vector<std::string>& newIds,
                              const std::vector<std::string>& deletedIds) {
+  TakeSentBack(kind, newIds, deletedIds, "N");
+}
+
+void SyncRecords::MarkRefused(RecordKind kind, const std::vector<std::string>& newIds,
+                              const std::vector<std::string>& deletedIds) {
+  TakeSentBack(kind, newIds, deletedIds, "R");
+}
+
+void SyncRecords::TakeSentBack(RecordKind kind, const std::vector<std::string>& newIds,
+                               const std::vector<std::string>& deletedIds, const char* flag) {
   const auto& words = WordsOf(kind);
   base::Transaction transaction(Db());
   for (const auto& id : newIds) {
-    Db().Run(fmt::format("update {} set upload = 'N' where {} = ? and +upload = 'Y'", words.name, words.key),
-             {id});
+    Db().Run(fmt::format("update {} set upload = ? where {} = ? and +upload = 'Y'", words.name, words.key),
+             {flag, id});
   }
-  for (const auto& id : deletedIds) Db().Run("update gone set upload = 'N' where id = ?", {id});
+  for (const auto& id : deletedIds) Db().Run("update gone set upload = ? where id = ?", {flag, id});
   transaction.Commit();
 }
 
@@ -179,18 +189,6 @@ void SyncRecords::MarkOneUnsent(RecordKind kind, const protocol::Row& row) {
                        " where upload = 'Y' and {1} limit 1)",
                        words.name, fmt::join(conditions, " and ")),
            fields);
-}
-
-void SyncRecords::MarkRefused(RecordKind kind, const std::vector<std::string>& newIds,
-                              const std::vector<std::string>& deletedIds) {
-  const auto& words = WordsOf(kind);
-  base::Transaction transaction(Db());
-  for (const auto& id : newIds) {
-    Db().Run(fmt::format("update {} set upload = 'R' where {} = ? and +upload = 'Y'", words.name, words.key),
-             {id});
-  }
-  for (const auto& id : deletedIds) Db().Run("update gone set upload = 'R' where id = ?", {id});
-  transaction.Commit();
 }
 
 Belongs SyncRecords::BelongsTo() {

@@ -95,6 +95,8 @@ class SyncRecords {
 
  private:
   base::Database& Db() { return records_.Db(); }
+  void TakeSentBack(protocol::RecordKind kind, const std::vector<std::string>& newIds,
+                    const std::vector<std::string>& deletedIds, const char* flag);
   void FollowGone();
   void KeepLost(protocol::RecordKind kind, const ReloadRules& rules);
   void GiveContentIds(protocol::RecordKind kind);
