@@ -191,12 +191,7 @@ TEST_F(ShutdownTest, AKillAtAnyPointLosesNothingAndDoublesNothing) {
     PutOldAlone();
     machine.databases.fault.Reset();
     machine.databases.fault.KillAt(step);
-    bool isKilled = false;
-    try {
-      clean();
-    } catch (const Killed&) {
-      isKilled = true;
-    }
+    const bool isKilled = DiesIn(clean);
     machine.databases.fault.Reset();
     clean();
     EXPECT_THAT(Ids(recordsPath), IsEmpty());

@@ -31,12 +31,7 @@ class KillTest : public EssayTest {
     Correct("He goes home.");
     AnswerNext();
     machine.databases.fault.KillAt(step);
-    try {
-      Send("I run. He go home. I walk. It rains.");
-    } catch (const Killed&) {
-      return true;
-    }
-    return false;
+    return DiesIn([this] { Send("I run. He go home. I walk. It rains."); });
   }
 
   /// As the next start finds it.

@@ -169,12 +169,7 @@ TEST_F(SalvageTest, FailedOrKilledAtAnyStepItIsFinishedByTheNextStart) {
       machine.files.fault.Reset();
       if (kills) machine.files.fault.KillAt(step);
       if (!kills) machine.files.fault.FailAt(step);
-      bool wasKilled = false;
-      try {
-        MendRecords(program);
-      } catch (const Killed&) {
-        wasKilled = true;
-      }
+      const bool wasKilled = DiesIn([this] { MendRecords(program); });
       const bool struck = machine.files.fault.Steps() >= step;
       machine.files.fault.Reset();
       if (!struck) {

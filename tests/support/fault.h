@@ -11,6 +11,17 @@ namespace marovane {
 /// the program can take it.
 struct Killed {};
 
+/// Does the work. True when the program died in it.
+template <typename Work>
+bool DiesIn(const Work& work) {
+  try {
+    work();
+    return false;
+  } catch (const Killed&) {
+    return true;
+  }
+}
+
 /// Counts the steps of a fake from 1 and fails one of them, or lets the program die before one of them. A
 /// dead program makes no further step.
 class Fault {

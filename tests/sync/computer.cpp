@@ -64,12 +64,7 @@ std::string Computer::AddEssay(const std::string& text) {
 bool Computer::Sync(const std::string& mode, const std::string& oldAccount) {
   App().gUploadAccountNo = oldAccount.empty() ? account_ : oldAccount;
   App().gUploadFinished = false;
-  try {
-    running->program.hall.frmUpload->SyncProgress(mode);
-  } catch (const Killed&) {
-    return false;
-  }
-  return true;
+  return !DiesIn([&] { running->program.hall.frmUpload->SyncProgress(mode); });
 }
 
 void Computer::CloseMessages() {

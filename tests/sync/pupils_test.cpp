@@ -120,12 +120,7 @@ TEST_F(SharedRecordsTest, GoToTheirLearnersWhereverTheProgramDies) {
     MakeShared();
     machine_.files.fault.Reset();
     machine_.files.fault.KillAt(step);
-    bool isKilled = false;
-    try {
-      MoveSharedRecords(program, "b1");
-    } catch (const Killed&) {
-      isKilled = true;
-    }
+    const bool isKilled = DiesIn([&program] { MoveSharedRecords(program, "b1"); });
     machine_.files.fault.Reset();
     if (isKilled) MoveSharedRecords(program, "b1");
     ExpectMoved();
