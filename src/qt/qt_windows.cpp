@@ -154,6 +154,7 @@ void QtWindows::PassFocusOn(FormView& from) {
   if (heir == nullptr) return;
   heir_ = &heir->Model();
   wanted_ = &heir->Model();
+  handedOnAt_ = loop_.Elapsed();
   heir->Frame().TakeKeyboard();
   QTimer::singleShot(kChoiceMade, heir, [this, heir, hidden = loop_.Elapsed()] {
     if (heir->IsDetached() || wanted_ != &heir->Model() || !heir->Frame().isVisible()) return;
@@ -372,16 +373,24 @@ void QtWindows::WindowFocused(QWindow* window) {
 }
 
 // The focus of a window that was shown a moment ago may come when another one has been called to the front
-// since: the latest call counts. A click, or a second turn to that window, is the learner's own wish.
+// since, and a busy window manager may choose one long after the program has handed the keyboard on: the
+// latest call counts. A click, or a second turn to that window, is the learner's own wish.
 bool QtWindows::TurnsBackTo(const Form& focused) {
-  const auto shown = shownAt_.find(&focused);
-  if (wanted_ == nullptr || wanted_ == &focused || shown == shownAt_.end()) return false;
+  if (wanted_ == nullptr || wanted_ == &focused) return false;
   if (!ProgramPlacesWindows()) return false;  // nor would it get the focus
-  if (loop_.Elapsed() - shown->second > kLate) return false;
+  const auto isFresh = [this](EventLoop::Milliseconds since) { return loop_.Elapsed() - since <= kLate; };
+  const auto shown = shownAt_.find(&focused);
+  const bool isShown = shown != shownAt_.end() && isFresh(shown->second);
+  const bool isHandedOn = handedOnAt_ && isFresh(*handedOnAt_);
+  if (!isShown && !isHandedOn) return false;
   FormView* const view = Find(*wanted_);
-  if (view == nullptr || !view->Frame().isVisible() || QGuiApplication::mouseButtons() != Qt::NoButton)
-    return false;
-  shownAt_.erase(shown);
+  if (view == nullptr || !view->Frame().isVisible() || IsMouseHeld()) return false;
+  if (isShown) {
+    shownAt_.erase(shown);
+  } else {
+    handedOnAt_.reset();
+    heir_ = wanted_;
+  }
   view->Frame().activateWindow();
   return true;
 }

@@ -6,6 +6,7 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include "platform/window_system.h"
@@ -98,6 +99,7 @@ class QtWindows : public QObject, public WindowSystem {
   std::map<const Form*, EventLoop::Milliseconds> shownAt_;
   std::vector<const Form*> recent_;  // the form that was active last is at the end
   const Form* heir_ = nullptr;       // was asked to take the keyboard over from a window that is hidden
+  std::optional<EventLoop::Milliseconds> handedOnAt_;  // when that was asked last
 };
 
 }  // namespace marovane

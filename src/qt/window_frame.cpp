@@ -67,6 +67,18 @@ void SendToScreen() {
   if (xcb_connection_t* const connection = XConnection()) xcb_flush(connection);
 }
 
+bool IsMouseHeld() {
+  if (QGuiApplication::mouseButtons() != Qt::NoButton) return true;
+  xcb_connection_t* const connection = XConnection();
+  if (connection == nullptr) return false;
+  const xcb_window_t root = xcb_setup_roots_iterator(xcb_get_setup(connection)).data->root;
+  auto* const pointer = xcb_query_pointer_reply(connection, xcb_query_pointer(connection, root), nullptr);
+  constexpr unsigned kButtons = XCB_BUTTON_MASK_1 | XCB_BUTTON_MASK_2 | XCB_BUTTON_MASK_3;
+  const bool isHeld = pointer != nullptr && (pointer->mask & kButtons) != 0;
+  std::free(pointer);
+  return isHeld;
+}
+
 WindowFrame::WindowFrame() {
   setWindowFlags(Qt::Window | Qt::FramelessWindowHint | Qt::NoDropShadowWindowHint);
   if (IsComposited()) {

@@ -9,6 +9,8 @@ namespace marovane {
 
 /// Sends what the toolkit still keeps for an X server, and does not wait for it. Does nothing elsewhere.
 void SendToScreen();
+/// True while the mouse has a button down, also one of which the toolkit has not heard yet.
+bool IsMouseHeld();
 
 /// A frameless window around a form's content. All its geometry is that of the content; the margin that the
 /// shadow takes, and a title bar if it has one, are the frame's own affair.

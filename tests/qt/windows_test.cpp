@@ -167,6 +167,32 @@ TEST_F(QtWindowsTest, WindowThatHasJustComeUpIsTurnedAwayOnceAlone) {
   EXPECT_TRUE(frame.isActiveWindow()) << "by the learner's own wish";
 }
 
+// A busy window manager may choose a window long after another has gone.
+TEST_F(QtWindowsTest, WindowChosenLateWhenAnotherHasGoneIsTurnedAwayOnceAlone) {
+  Window<FrmSample> heir{machine.machine};
+  Window<FrmSample> closed{machine.machine};
+  const auto isActive = [&](const Form& which) {
+    return machine.windows.Find(which)->Frame().isActiveWindow();
+  };
+  const auto choose = [&] {
+    Frame().activateWindow();
+    machine.loop.DoEvents();
+  };
+  heir->Show();
+  machine.windows.Activate(*heir);
+  machine.Wait([&] { return isActive(*heir); });
+  choose();  // it has come up itself a moment ago
+  ASSERT_TRUE(isActive(*heir));
+  closed->Show();
+  machine.Wait([&] { return isActive(*closed); });
+  closed->Hide();
+  machine.Wait([&] { return isActive(*heir); });
+  choose();
+  EXPECT_TRUE(isActive(*heir));
+  choose();
+  EXPECT_TRUE(isActive(form)) << "by the learner's own wish";
+}
+
 TEST_F(QtWindowsTest, FormMayUnloadItselfInItsOwnClick) {
   form.cmdOK.Click = [&] { form.Unload(); };
   QPointer<QWidget> button = &Widget(form.cmdOK);
