@@ -27,6 +27,10 @@ bool IsProcessRunning(Processes& processes, std::string_view name) {
   }
 }
 
+bool IsProcessRunning(Processes& processes, int id) {
+  return std::ranges::count(processes.List(), id, &ProcessInfo::id) > 0;
+}
+
 bool KillProcessByName(Processes& processes, std::string_view name) {
   bool matched = false;
   try {

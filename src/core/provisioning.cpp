@@ -68,9 +68,11 @@ void RunPackage(Program& program, const std::string& package, const std::string&
   const Path copy = Path(program.app.gTempDir) / unpacker;
   base::CopyFile(files, program.machine.environment.programFolder / "giz" / package, copy);
   files.MakeExecutable(copy);
-  program.machine.processes.Start(
-      {.program = copy, .arguments = {"-d", target.string() + "/"}, .workingFolder = {}});
-  program.machine.loop.WaitUntil([&] { return !IsProcessRunning(program.machine.processes, unpacker); });
+  Processes& processes = program.machine.processes;
+  // By its id: another program of this user may unpack the same at the same time, and its end wakes nobody.
+  const int id =
+      processes.Start({.program = copy, .arguments = {"-d", target.string() + "/"}, .workingFolder = {}});
+  program.machine.loop.WaitUntil([&] { return !IsProcessRunning(processes, id); });
 }
 
 // No engine belongs in the working folder: the one beside the program knows where its language data is.

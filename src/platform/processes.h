@@ -28,7 +28,8 @@ class Processes {
  public:
   virtual ~Processes() = default;
   /// Starts a program without waiting; its end wakes the event loop. Throws RunTimeError.
-  virtual void Start(const base::ProcessStart& start) = 0;
+  /// @return its id
+  virtual int Start(const base::ProcessStart& start) = 0;
   virtual std::unique_ptr<PipedProcess> StartPiped(const base::ProcessStart& start) = 0;
   /// The running processes of this user. One that has ended is not listed, even before anybody has waited
   /// for it.

@@ -81,6 +81,13 @@ TEST_F(ProvisioningTest, RecordsAreUnpackedOnceAndTheEngineAtEachStart) {
   EXPECT_FALSE(program.frmMessage.IsLoaded());
 }
 
+TEST_F(ProvisioningTest, DoesNotWaitForWhatAnotherProgramUnpacks) {
+  for (const char* const unpacker : {"mrvdata.exe", "tolvex.exe"}) machine.processes.Add(unpacker);
+  UnpackDataFiles(program);
+  EXPECT_EQ(Content(Data("Marovane.mdb")), "empty");
+  EXPECT_EQ(Content(app.gEngineDir + "data/err4list.mdb"), "texts");
+}
+
 TEST_F(ProvisioningTest, SaysWhatTheFirstStartWaitsFor) {
   std::vector<std::string> shown;
   const auto note = [&](const base::ProcessStart&) {

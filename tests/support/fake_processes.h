@@ -38,14 +38,14 @@ class FakeProcesses : public Processes {
   }
   void End(int id) { running_.erase(id); }
 
-  void Start(const base::ProcessStart& start) override {
+  int Start(const base::ProcessStart& start) override {
     fault.Step("start of " + start.program.string());
     const auto found = programs_.find(start.program.filename().string());
     if (found == programs_.end()) throw RunTimeError("no such program: " + start.program.string());
     const Program program = found->second;
     started.push_back(start);
     const int id = Add(found->first);
-    if (!program.time) return;
+    if (!program.time) return id;
     auto& timer =
         timers_.emplace_back(std::make_unique<Timer>(loop_, static_cast<int>(program.time->count())));
     timer->onTick = [this, id, start, work = program.work, timer = timer.get()] {
@@ -55,6 +55,7 @@ class FakeProcesses : public Processes {
       End(id);
     };
     timer->Enabled = true;
+    return id;
   }
   /// No program has pipes.
   std::unique_ptr<PipedProcess> StartPiped(const base::ProcessStart& start) override {

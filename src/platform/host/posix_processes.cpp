@@ -30,7 +30,7 @@ PosixProcesses::~PosixProcesses() {
   for (const auto& [watch, child] : children_) loop_.StopWatching(watch);
 }
 
-void PosixProcesses::Start(const base::ProcessStart& start) { Watch(base::Process(start)); }
+int PosixProcesses::Start(const base::ProcessStart& start) { return Watch(base::Process(start)); }
 
 std::unique_ptr<PipedProcess> PosixProcesses::StartPiped(const base::ProcessStart& start) {
   base::Pipe input;
@@ -39,11 +39,13 @@ std::unique_ptr<PipedProcess> PosixProcesses::StartPiped(const base::ProcessStar
   return std::make_unique<PosixPipedProcess>(std::move(input.writeEnd), std::move(output.readEnd));
 }
 
-void PosixProcesses::Watch(base::Process child) {
+int PosixProcesses::Watch(base::Process child) {
+  const int id = child.Id();
   // The number of the watch is known only afterwards.
   auto watch = std::make_shared<int>(0);
   *watch = loop_.WatchReadable(child.End(), [this, watch] { Reap(*watch); });
   children_.emplace(*watch, std::move(child));
+  return id;
 }
 
 void PosixProcesses::Reap(int watch) {

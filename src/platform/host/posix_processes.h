@@ -19,7 +19,7 @@ class PosixProcesses : public Processes {
   PosixProcesses& operator=(const PosixProcesses&) = delete;
 
   /// A program named without a folder is looked for along PATH.
-  void Start(const base::ProcessStart& start) override;
+  int Start(const base::ProcessStart& start) override;
   std::unique_ptr<PipedProcess> StartPiped(const base::ProcessStart& start) override;
   /// A process goes by the file name of its first argument, or of its program where it has none.
   std::vector<ProcessInfo> List() const override;
@@ -29,7 +29,7 @@ class PosixProcesses : public Processes {
   std::vector<int> Children() const;
 
  private:
-  void Watch(base::Process child);
+  int Watch(base::Process child);
   void Reap(int watch);
 
   EventLoop& loop_;
