@@ -156,7 +156,7 @@ void PassStringToEngineLocal(FrmMain& frmMain) {
   Program& program = frmMain.program;
   const auto sentence = AcceptInput(frmMain);
   if (!sentence) return;
-  KillProcessByName(program.machine.processes, kEngineName);
+  KillProcessByName(program.machine.processes, kEngineName, program.app.gEngineDir);
   if (!BeginCheck(frmMain, *sentence)) return StopCheck(frmMain);
   EngineClient engine = EngineFor(frmMain);
   if (!RunEngine(frmMain, engine)) return GiveUp(frmMain, engine);

@@ -112,13 +112,13 @@ bool EngineClient::RunLocal(const std::string& name, const std::string& argument
                             const std::function<bool()>& hasAnswered) {
   const Machine& machine = program_.machine;
   LetThingsRest(machine.loop);
-  StartHelper(program_, program_.app.gEngineDir, name, {argument});
-  Timer lookAgain(machine.loop, 1000);  // an engine that another program has started wakes nobody by its end
+  const int id = StartHelper(program_, program_.app.gEngineDir, name, {argument});
+  Timer lookAgain(machine.loop, 1000);  // the page may be written by a program that the engine has started
   lookAgain.Enabled = true;
   bool isDone = false;
   machine.loop.WaitUntil(
       [&] {
-        isDone = !IsProcessRunning(machine.processes, name) && hasAnswered();
+        isDone = !IsProcessRunning(machine.processes, id) && hasAnswered();
         return isDone || IsStopped();
       },
       terms_.limit);

@@ -13,29 +13,23 @@ namespace marovane {
 
 namespace {
 
-bool Matches(const ProcessInfo& process, std::string_view name) {
-  return base::Lower(process.name).ends_with(base::Lower(name));
+bool Matches(const ProcessInfo& process, std::string_view name, const std::filesystem::path& folder) {
+  std::error_code gone;
+  return base::Lower(process.name).ends_with(base::Lower(name)) &&
+         std::filesystem::equivalent(process.folder, folder, gone);
 }
 
 }  // namespace
-
-bool IsProcessRunning(Processes& processes, std::string_view name) {
-  try {
-    return std::ranges::any_of(processes.List(), [&](const auto& process) { return Matches(process, name); });
-  } catch (const RunTimeError&) {
-    return false;
-  }
-}
 
 bool IsProcessRunning(Processes& processes, int id) {
   return std::ranges::count(processes.List(), id, &ProcessInfo::id) > 0;
 }
 
-bool KillProcessByName(Processes& processes, std::string_view name) {
+bool KillProcessByName(Processes& processes, std::string_view name, const std::string& folder) {
   bool matched = false;
   try {
     for (const auto& process : processes.List()) {
-      if (!Matches(process, name)) continue;
+      if (!Matches(process, name, folder)) continue;
       matched = true;
       processes.Terminate(process.id);
     }
@@ -45,13 +39,13 @@ bool KillProcessByName(Processes& processes, std::string_view name) {
   return matched;
 }
 
-void StartHelper(Program& program, const std::string& folder, const std::string& name,
-                 const std::vector<std::string>& arguments) {
+int StartHelper(Program& program, const std::string& folder, const std::string& name,
+                const std::vector<std::string>& arguments) {
   const Machine& machine = program.machine;
   std::filesystem::path helper = folder + name;
   if (!machine.files.FileExists(helper)) helper = machine.environment.helperFolder / name;
   if (!machine.files.FileExists(helper)) throw RunTimeError("file not found: " + folder + name);
-  machine.processes.Start({.program = helper, .arguments = arguments, .workingFolder = folder});
+  return machine.processes.Start({.program = helper, .arguments = arguments, .workingFolder = folder});
 }
 
 }  // namespace marovane

@@ -109,7 +109,7 @@ void PassStringToEngineEssayWeb(EssayContext& context) {
 
 bool RunEngine(EssayContext& context, EngineClient& engine) {
   Program& program = context.program;
-  KillProcessByName(program.machine.processes, kEngineName);
+  KillProcessByName(program.machine.processes, kEngineName, program.app.gEngineDir);
   WriteQuestion(program, TypedSentence(program.app.gEssayCurSentence).Plain());
   return engine.RunLocal(kEngineName, program.app.gEngineLevel + "," + context.frmEssay->mEngineRunCode,
                          [&program] { return HasResultPage(program); });

@@ -1,6 +1,7 @@
 // Processes of this machine.
 #pragma once
 
+#include <filesystem>
 #include <memory>
 #include <optional>
 #include <string>
@@ -12,7 +13,8 @@ namespace marovane {
 
 struct ProcessInfo {
   int id = 0;
-  std::string name;  ///< file name of its program
+  std::string name;              ///< file name of its program
+  std::filesystem::path folder;  ///< in which it works
 };
 
 /// A child whose standard output is read here, and which sees its standard input end when this object goes.

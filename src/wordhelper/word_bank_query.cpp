@@ -77,7 +77,7 @@ void FrmCollocation::ShowNothingFound() {
 
 void FrmCollocation::PassEngineCheckWBankLocal(const std::string& para) {
   auto& app = program_.app;
-  KillProcessByName(machine.processes, kWordBankName);
+  KillProcessByName(machine.processes, kWordBankName, app.gEngineDir);
   ReadWriteSetFile(machine.files, app.gRegistryFile, "W", kAnswerKey, "");
   ResetRegistrySet(machine.files, app.gRegistryFile, "REWRITE_LINE1");
   Enabled = false;

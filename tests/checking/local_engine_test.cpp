@@ -60,16 +60,18 @@ TEST_F(LocalEngineTest, PageGoesPackedToTheServerAndIsDeleted) {
 }
 
 TEST_F(LocalEngineTest, EngineThatHangsIsKilledByTheNextCheck) {
-  machine.processes.Add("other.exe");
+  machine.processes.Add("other.exe", app.gEngineDir);
+  machine.processes.Add("tolvex2.exe", machine.home.Path());
   machine.processes.InstallHanging("tolvex2.exe");
   ExpectTimeout("He goes.");
   EXPECT_THAT(machine.processes.terminated, IsEmpty()) << "not at the time-out";
   UseLocalEngine(Engine({{"findMistake", "0"}}));
   Enter("He goes.");
   EXPECT_EQ(app.gVerdict, "PASS");
-  EXPECT_THAT(machine.processes.terminated, SizeIs(1)) << "the engine, and not another program";
+  EXPECT_THAT(machine.processes.terminated, SizeIs(1))
+      << "the engine, and neither another program nor that of another learner";
   app.gUseWebEngine = true;
-  machine.processes.Add("tolvex2.exe");
+  machine.processes.Add("tolvex2.exe", app.gEngineDir);
   Enter("He goes.");
   EXPECT_THAT(machine.processes.terminated, SizeIs(1)) << "the web engine kills nobody";
 }

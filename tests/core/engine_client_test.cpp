@@ -197,18 +197,19 @@ TEST_F(EngineClientTest, RunsUntilTheProgramHasEndedAndAnswered) {
 
 using ProcessControlTest = CoreTest;
 
-TEST_F(ProcessControlTest, MatchesTheEndOfTheNameWhateverItsCase) {
-  const int exact = machine.processes.Add("tolvex2.exe");
-  const int longer = machine.processes.Add("MyTolvex2.EXE");
-  machine.processes.Add("tolvex2.exe.old");
-  machine.processes.Add("wexbin.exe");
-  EXPECT_TRUE(IsProcessRunning(machine.processes, "TOLVEX2.EXE"));
-  EXPECT_FALSE(IsProcessRunning(machine.processes, "olvex3.exe"));
-  EXPECT_FALSE(KillProcessByName(machine.processes, "updater.exe"));
+TEST_F(ProcessControlTest, EndsWhatWorksInTheFolderByTheEndOfItsNameWhateverItsCase) {
+  const std::string& own = app.gEngineDir;
+  const int exact = machine.processes.Add("tolvex2.exe", own);
+  const int longer = machine.processes.Add("MyTolvex2.EXE", own);
+  machine.processes.Add("tolvex2.exe.old", own);
+  machine.processes.Add("wexbin.exe", own);
+  machine.processes.Add("tolvex2.exe", machine.home.Path());
+  machine.processes.Add("tolvex2.exe", machine.home / "gone");
+  EXPECT_FALSE(KillProcessByName(machine.processes, "updater.exe", own));
   EXPECT_THAT(machine.processes.terminated, IsEmpty());
-  EXPECT_TRUE(KillProcessByName(machine.processes, "Tolvex2.exe"));
+  EXPECT_TRUE(KillProcessByName(machine.processes, "Tolvex2.exe", own));
   EXPECT_THAT(machine.processes.terminated, ElementsAre(exact, longer));
-  EXPECT_FALSE(IsProcessRunning(machine.processes, "tolvex2.exe"));
+  EXPECT_FALSE(KillProcessByName(machine.processes, "tolvex2.exe", own));
 }
 
 TEST_F(ProcessControlTest, HelperIsLookedForInItsFolderAndThenBesideTheProgram) {

@@ -60,9 +60,10 @@ class ProcessesTest : public ::testing::Test {
 TEST_F(ProcessesTest, StartsListsAndEndsAProgram) {
   const std::string name = "my" + home_.Path().filename().string() + "tolvex2.exe";
   EXPECT_EQ(FindId(name), 0);
-  processes_.Start({MakeProgram(name), {"600"}, {}});
-  const int id = FindId(name);
-  ASSERT_GT(id, 0);
+  const int id = processes_.Start({MakeProgram(name), {"600"}, home_.Path()});
+  ASSERT_EQ(FindId(name), id);
+  const auto running = processes_.List();
+  EXPECT_EQ(std::ranges::find(running, id, &ProcessInfo::id)->folder, fs::canonical(home_.Path()));
   EXPECT_TRUE(processes_.Terminate(id));
   // The end of the child is the only thing that can wake this wait.
   loop_.WaitUntil([&] { return FindId(name) == 0; });

@@ -32,9 +32,10 @@ class FakeProcesses : public Processes {
   void InstallHanging(const std::string& name) { programs_[name] = {}; }
   /// Adds a process that somebody else has started.
   /// @return its id
-  int Add(const std::string& name) {
-    running_[++lastId_] = name;
-    return lastId_;
+  int Add(const std::string& name, const std::filesystem::path& folder = "/") {
+    const int id = ++lastId_;
+    running_[id] = {id, name, folder};
+    return id;
   }
   void End(int id) { running_.erase(id); }
 
@@ -44,7 +45,7 @@ class FakeProcesses : public Processes {
     if (found == programs_.end()) throw RunTimeError("no such program: " + start.program.string());
     const Program program = found->second;
     started.push_back(start);
-    const int id = Add(found->first);
+    const int id = Add(found->first, start.workingFolder);
     if (!program.time) return id;
     auto& timer =
         timers_.emplace_back(std::make_unique<Timer>(loop_, static_cast<int>(program.time->count())));
@@ -63,7 +64,7 @@ class FakeProcesses : public Processes {
   }
   std::vector<ProcessInfo> List() const override {
     std::vector<ProcessInfo> processes;
-    for (const auto& [id, name] : running_) processes.push_back({id, name});
+    for (const auto& [id, process] : running_) processes.push_back(process);
     return processes;
   }
   bool Terminate(int id) override {
@@ -83,7 +84,7 @@ class FakeProcesses : public Processes {
 
   VirtualLoop& loop_;
   std::map<std::string, Program> programs_;
-  std::map<int, std::string> running_;
+  std::map<int, ProcessInfo> running_;
   std::vector<std::unique_ptr<Timer>> timers_;
   int lastId_ = 1000;
 };

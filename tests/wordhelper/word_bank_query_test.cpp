@@ -137,7 +137,7 @@ class LocalQuery : public CollocationTest {
 
 TEST_F(LocalQuery, ReadsTheAnswerAsItIs) {
   Put(app.gRegistryFile, "broken first line\r\nsentence=He goes.\r\n");
-  machine.processes.Add("wexbin.exe");
+  machine.processes.Add("wexbin.exe", app.gEngineDir);
   InstallEngine(base::ToCp950("<title>rain\r\n heavy rain >> 大雨 \r\n\r\nrain falls\r\n"));
   Helper().Show();
   Ask("collo");

@@ -53,7 +53,10 @@ std::vector<ProcessInfo> PosixProcesses::List() const {
     // Any of these may end while it is looked at; then there is nothing to read and it is left out.
     if (id == 0 || !IsOurs(entry->path())) continue;
     std::string name = ProgramName(entry->path());
-    if (!name.empty()) processes.push_back({id, std::move(name)});
+    std::error_code ignored;
+    if (!name.empty()) {
+      processes.push_back({id, std::move(name), fs::read_symlink(entry->path() / "cwd", ignored)});
+    }
   }
   return processes;
 }
