@@ -2,6 +2,10 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
+
+#include "core/provisioning.h"
+
 namespace marovane {
 
 RunningProgram::RunningProgram(TestMachine& machine, const std::filesystem::path& recordsPath,
@@ -24,6 +28,38 @@ Computer::Computer(FakeHttp::Answer answer, std::string account) : account_(std:
   CreateRecords(machine.realDatabases, recordsPath);
   machine.http.Route("", std::move(answer));
   Start();
+}
+
+// As every start does: a stamp that was lost is written anew.
+void Computer::Start() {
+  running = std::make_unique<RunningProgram>(machine, recordsPath, account_);
+  CheckDatabaseBuild(running->program);
+}
+
+void Computer::LoseStamp(const std::string& stamp) {
+  const auto path = recordsPath.parent_path() / "dbver.set";
+  if (stamp.empty()) {
+    std::filesystem::remove(path);
+  } else {
+    machine.realFiles.Write(path, stamp, true);
+  }
+}
+
+void Computer::PutBack(const std::filesystem::path& copy) {
+  for (const char* const ending : {"-wal", "-shm"}) std::filesystem::remove(recordsPath.string() + ending);
+  std::filesystem::rename(copy, recordsPath);
+}
+
+bool Computer::HasNothingUnsent() {
+  const auto outbox = recordsPath.parent_path() / "outbox";
+  const bool isEmpty = !std::filesystem::exists(outbox) ||
+                       std::ranges::none_of(std::filesystem::directory_iterator(outbox),
+                                            [](const auto& file) { return file.is_regular_file(); });
+  return isEmpty && Query(
+                        "select 1 from oksentence where upload <> 'Y' union select 1 from errsentence"
+                        " where upload <> 'Y' union select 1 from essay where upload <> 'Y'"
+                        " union select 1 from gone where upload <> 'Y'")
+                        .empty();
 }
 
 void Computer::LogIn(const std::string& account) {

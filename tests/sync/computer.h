@@ -36,12 +36,17 @@ class Computer {
   /// @param account its learner's
   explicit Computer(FakeHttp::Answer answer, std::string account = SyncServer::kAccount);
 
-  void Start() { running = std::make_unique<RunningProgram>(machine, recordsPath, account_); }
+  void Start();
   /// Another learner sits down, who has records of his own here.
   void LogIn(const std::string& account);
   const std::string& Account() const { return account_; }
   /// Ends the program as a kill does: nothing more is written.
   void Die();
+  /// While the program is not running: the stamp of its records is gone, or is this.
+  void LoseStamp(const std::string& stamp);
+  /// While it is not running: an older copy takes the place of its records.
+  void PutBack(const std::filesystem::path& copy);
+  bool HasNothingUnsent();
   AppState& App() { return running->program.app; }
   RecordDb& Records() { return running->records; }
 

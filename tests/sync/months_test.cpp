@@ -23,6 +23,8 @@ struct Tally {
   int restores = 0;  // from an older copy
   int moves = 0;     // to another server
   int logins = 0;    // of another learner at the same computer
+  int stamps = 0;    // lost or damaged
+  int copies = 0;    // older ones of a computer's own records, put back
   int twins = 0;     // second processes
   int merges = 0;
   int checked = 0;  // sentences and essays that were compared in the end
@@ -126,13 +128,41 @@ class Month {
   }
 
   void Act(Computer& computer) {
-    const unsigned what = Draw(12);
+    const unsigned what = Draw(14);
     if (what < 3) return Check(computer);
     if (what == 3) return Write(computer);
     if (what < 6) return Delete(computer);
     if (what == 6) return SetBack(computer);
     if (what == 7 && &computer == computers_[0].get()) return LogIn(computer);
+    if (what == 8) return LoseStamp(computer);
+    if (what == 9) return KeepOrPutBack(computer);
     Synchronise(computer);
+  }
+
+  void LoseStamp(Computer& computer) {
+    computer.Die();
+    computer.LoseStamp(Draw(2) == 0 ? "" : "\x01garbage");
+    computer.Start();
+    ++tally_.stamps;
+  }
+
+  /// A learner restores the records of a computer from a copy of his own. What no server has would be gone by
+  /// his own doing, so he synchronises before, and gets it back after: a server that is restored too
+  /// in between would have nothing of it either.
+  void KeepOrPutBack(Computer& computer) {
+    const std::string name = computer.recordsPath.string() + ".copy";
+    if (!std::filesystem::exists(name)) return computer.Records().Db().Run("vacuum into ?", {name});
+    weather_ = Weather::kFine;
+    computer.CloseMessages();
+    EXPECT_TRUE(computer.Sync("NOMSG"));
+    computer.machine.windows.onShown = {};
+    computer.Die();
+    const bool isSent = computer.HasNothingUnsent();
+    if (isSent) computer.PutBack(name);
+    computer.Start();
+    if (!isSent) return;
+    ++tally_.copies;
+    EXPECT_TRUE(computer.Sync("NOMSG"));
   }
 
   void SetBack(Computer& computer) {
@@ -311,14 +341,14 @@ TEST_P(Months, OfAnyKindLoseNoSentence) {
   }
   fmt::print(
       "runs {}, faults {}, kills {}, crashes {}, restores {}, moves {}, logins {}, second processes {}, "
-      "merges {}, "
-      "compared {}, lost {}\n",
+      "stamps {}, copies {}, merges {}, compared {}, lost {}\n",
       tally.runs, tally.faults, tally.kills, tally.crashes, tally.restores, tally.moves, tally.logins,
-      tally.twins, tally.merges, tally.checked, tally.lost);
+      tally.twins, tally.stamps, tally.copies, tally.merges, tally.checked, tally.lost);
   EXPECT_EQ(tally.lost, 0);
   EXPECT_EQ(tally.runs, static_cast<int>(months));
-  for (const int happened : {tally.kills, tally.crashes, tally.restores, tally.moves, tally.logins,
-                             tally.twins, tally.merges, tally.faults - tally.runs}) {
+  for (const int happened :
+       {tally.kills, tally.crashes, tally.restores, tally.moves, tally.logins, tally.twins, tally.stamps,
+        tally.copies, tally.merges, tally.faults - tally.runs}) {
     EXPECT_GT(happened, 0);
   }
 }
