@@ -1,79 +1,136 @@
-// Recall and false alarms of the check engine on files of sentences, one a line, or of learners' pairs.
-#include <map>
+// Recall and false alarms of the check engine on files of sentences, one a line, and on pairs (*.tsv) of a
+// wrong and a right sentence. What each line of the answer counts is told in docs/engine.md.
+#include <optional>
+#include <set>
 
 #include "bench/statistics.h"
 #include "tests/engine/learner_pairs.h"
 
 namespace {
 
-struct Counts {
-  int sentences = 0;
-  int errors = 0;
-  int watch = 0;
-  std::map<std::string, int> codes;
+using tolvex::test::HasSpellingError;
+using tolvex::test::PairCounts;
+using tolvex::test::Percent;
+using tolvex::test::VerdictCounts;
+
+struct Options {
+  bool show = false;
+  std::optional<int> remainder;  // only lines whose number divided by two leaves it
+  std::set<int> faulty;          // lines of the next file that hold a true fault though they pass for right
+
+  bool Takes(int line) const { return !remainder || line % 2 == *remainder; }
 };
 
-using tolvex::test::Percent;
-
-void Show(const tolvex::Judgement& judgement) {
-  fmt::print("{} {} | {} | {}\n", static_cast<int>(judgement.verdict), judgement.errcode, judgement.marked,
-             judgement.verdict == tolvex::Verdict::kRight ? "" : judgement.corrected);
+void Show(int line, const tolvex::Judgement& judgement) {
+  fmt::print("{} {} {} | {} | {}\n", line, static_cast<int>(judgement.verdict), judgement.errcode,
+             judgement.marked, judgement.verdict == tolvex::Verdict::kRight ? "" : judgement.corrected);
 }
 
-Counts Judge(const tolvex::Engine& engine, const std::string& path, bool show) {
+void PrintVerdicts(const char* which, const VerdictCounts& counts) {
+  fmt::print(
+      "  {:<28} {:>5} sentences, ERRS {:>4} ({:>4.1f} %), WARN {:>4} ({:>4.1f} %), together {:.1f} %\n",
+      which, counts.sentences, counts.errors, Percent(counts.errors, counts.sentences), counts.watch,
+      Percent(counts.watch, counts.sentences), Percent(counts.Alarms(), counts.sentences));
+}
+
+// "SP 14 (SP01 12, SP02 2); AG 3 (AG01 3)"
+void PrintCodes(const char* which, const std::map<std::string, int>& codes) {
+  struct Category {
+    int count = 0;
+    std::string codes;
+  };
+  std::map<std::string, Category> categories;
+  for (const auto& [code, count] : codes) {
+    Category& category = categories[code.substr(0, 2)];
+    category.count += count;
+    category.codes += fmt::format("{}{} {}", category.codes.empty() ? "" : ", ", code, count);
+  }
+  std::string text;
+  for (const auto& [name, category] : categories)
+    text += fmt::format("{}{} {} ({})", text.empty() ? "" : "; ", name, category.count, category.codes);
+  if (!text.empty()) fmt::print("  {}: {}\n", which, text);
+}
+
+void PrintCodes(const VerdictCounts& counts) {
+  PrintCodes("ERRS", counts.errorCodes);
+  PrintCodes("WARN", counts.watchCodes);
+}
+
+void JudgeText(const tolvex::Engine& engine, const std::string& path, const Options& options) {
   std::ifstream in(path);
   if (!in) throw std::runtime_error("cannot read " + path);
-  Counts counts;
+  VerdictCounts all;
+  VerdictCounts withoutSpelling;
+  VerdictCounts withoutFaulty;
+  int number = 0;
   for (std::string line; std::getline(in, line);) {
-    if (line.empty()) continue;
+    ++number;
+    if (line.empty() || !options.Takes(number)) continue;
     const tolvex::Judgement judgement = engine.Judge(line);
-    ++counts.sentences;
-    counts.errors += judgement.verdict == tolvex::Verdict::kErrors ? 1 : 0;
-    counts.watch += judgement.verdict == tolvex::Verdict::kWatch ? 1 : 0;
-    if (judgement.verdict != tolvex::Verdict::kRight) ++counts.codes[judgement.errcode];
-    if (show) Show(judgement);
+    all.Add(judgement);
+    if (!HasSpellingError(judgement)) withoutSpelling.Add(judgement);
+    if (!options.faulty.contains(number)) withoutFaulty.Add(judgement);
+    if (options.show) Show(number, judgement);
   }
-  return counts;
+  fmt::print("{}\n", path);
+  PrintVerdicts("all", all);
+  PrintVerdicts("without spelling faults", withoutSpelling);
+  if (!options.faulty.empty()) PrintVerdicts("without lines known as faulty", withoutFaulty);
+  PrintCodes(all);
 }
 
-void Print(const std::string& path, const Counts& counts) {
-  fmt::print("{}: {} sentences, ERRS {} ({:.1f} %), ERRS or WARN {} ({:.1f} %)\n ", path, counts.sentences,
-             counts.errors, Percent(counts.errors, counts.sentences), counts.errors + counts.watch,
-             Percent(counts.errors + counts.watch, counts.sentences));
-  for (const auto& [code, count] : counts.codes) fmt::print(" {}:{}", code, count);
-  fmt::print("\n");
+void PrintRow(const std::string& name, const PairCounts& counts) {
+  const int pairs = counts.wrong.sentences;
+  fmt::print("  {:<48} {:>5} {:>6.1f} {:>6.1f} {:>9.1f} {:>6.1f} {:>6.1f} {:>7.1f} {:>6.1f}\n", name, pairs,
+             Percent(counts.wrong.errors, pairs), Percent(counts.wrong.Alarms(), pairs),
+             Percent(counts.categorised, pairs), Percent(counts.corrected, pairs),
+             Percent(counts.offered, pairs), Percent(counts.right.errors, pairs),
+             Percent(counts.right.Alarms(), pairs));
 }
 
-void PrintRow(const std::string& name, const tolvex::test::PairCounts& counts) {
-  fmt::print("{:<20} {:>5} {:>8.1f} {:>8.1f} {:>9.1f} {:>8.1f}\n", name, counts.pairs,
-             Percent(counts.refused, counts.pairs), Percent(counts.categorised, counts.pairs),
-             Percent(counts.corrected, counts.pairs), Percent(counts.falseAlarms, counts.pairs));
-}
-
-void PrintPairs(const tolvex::Engine& engine, const std::string& path, bool show) {
-  const auto report = tolvex::test::JudgePairs(engine, tolvex::test::ReadPairs(path));
-  fmt::print("{:<20} pairs  refused category corrected   alarms (%)\n", "group");
+void JudgePairs(const tolvex::Engine& engine, const std::string& path, const Options& options) {
+  auto pairs = tolvex::test::ReadPairs(path);
+  std::erase_if(pairs, [&](const auto& pair) { return !options.Takes(pair.line); });
+  const auto report = tolvex::test::JudgePairs(engine, pairs);
+  fmt::print("{}\n  {:<48} pairs   ERRS  +WARN  category  first    any | right: ERRS +WARN (%)\n", path,
+             "group");
   for (const auto& [group, counts] : report.groups) PrintRow(group, counts);
+  PrintRow("without spelling faults", report.withoutSpelling);
   PrintRow("all", report.all);
-  if (!show) return;
+  fmt::print(" wrong\n");
+  PrintCodes(report.all.wrong);
+  fmt::print(" right\n");
+  PrintCodes(report.all.right);
+  if (!options.show) return;
   for (const std::string& miss : report.misses) fmt::print("{}\n", miss);
 }
 
+std::set<int> ReadLineNumbers(const std::string& path) {
+  std::set<int> numbers;
+  for (const std::string& line : bench::ReadLines(path)) numbers.insert(std::stoi(line));
+  return numbers;
+}
+
 void Run(const std::vector<std::string>& args) {
-  if (args.size() < 2)
-    throw std::invalid_argument("usage: engine_quality DATA_DIR [--show] [--pairs] FILE...");
+  if (args.size() < 2) {
+    throw std::invalid_argument(
+        "usage: engine_quality DATA_DIR [--show] [--odd|--even] { [--faulty LINE_NUMBERS] SENTENCES.txt | "
+        "PAIRS.tsv }...");
+  }
   const tolvex::Engine engine(args[0]);
-  bool show = false;
-  bool pairs = false;
+  Options options;
   for (std::size_t i = 1; i < args.size(); ++i) {
     if (args[i] == "--show") {
-      show = true;
-    } else if (args[i] == "--pairs") {
-      pairs = true;
-    } else if (pairs) {
-      PrintPairs(engine, args[i], show);
+      options.show = true;
+    } else if (args[i] == "--odd" || args[i] == "--even") {
+      options.remainder = args[i] == "--odd" ? 1 : 0;
+    } else if (args[i] == "--faulty" && i + 1 < args.size()) {
+      options.faulty = ReadLineNumbers(args[++i]);
+    } else if (args[i].ends_with(".tsv")) {
+      JudgePairs(engine, args[i], options);
     } else {
-      Print(args[i], Judge(engine, args[i], show));
+      JudgeText(engine, args[i], options);
+      options.faulty.clear();
     }
   }
 }
