@@ -22,9 +22,6 @@ constexpr double kLeastScoreInShort = -1.5;
 constexpr int kMostTriedEdits = 4;
 constexpr int kMostConfirmed = 3;
 
-// Where the parser's word alone is worth showing. Short sentences that it rejects are mostly idioms.
-constexpr int kLeastDoubtedTokens = 13;
-
 // How likely an edit must be that the parser consents to. It consents to most deletions, and to one tense as
 // to another, so that its word on them says nothing.
 std::optional<double> LeastMendingScore(EditKind kind) {
@@ -69,9 +66,7 @@ class Reviewer::Weighing {
   void Run() {
     if (ConfirmFindings()) return;
     // What a rule knows is better than what an edit guesses.
-    if (HasAny(findings_, Certainty::kWatch) || WeighEdits()) return;
-    const bool doubtful = sentence_.Size() >= kLeastDoubtedTokens && !HasQuotation();
-    if (doubtful && !IsAccepted()) findings_.Add("unsure-parse", 0, sentence_.Size() - 1, {});
+    if (!HasAny(findings_, Certainty::kWatch)) WeighEdits();
   }
 
  private:
@@ -88,12 +83,6 @@ class Reviewer::Weighing {
     return reviewer_.parser_.AcceptsLoosely(reviewer_.read_(corrected), effort_);
   }
 
-  // Titles and direct speech are beyond the parser.
-  bool HasQuotation() const {
-    const auto& tokens = sentence_.Tokens();
-    return std::any_of(tokens.begin(), tokens.end(), [](const Token& t) { return t.text == "\""; });
-  }
-
   bool ConfirmFindings() {
     bool confirmed = false;
     int tried = 0;
@@ -108,7 +97,7 @@ class Reviewer::Weighing {
   }
 
   // Takes the best edit that is likely enough by itself, or by the parser's help.
-  bool WeighEdits() {
+  void WeighEdits() {
     const auto ranked = reviewer_.ranker_.Rank(sentence_);
     const bool isShort = sentence_.Size() < kShortTokens;
     const double least = isShort ? kLeastScoreInShort : kLeastTriedScore;
@@ -121,17 +110,18 @@ class Reviewer::Weighing {
       ++tried;
       Finding finding = FindingOf(candidate.edit, sentence_, reviewer_.rules_);
       if (!Mends(finding)) continue;
-      if (candidate.score >= *leastScore) return AddFinding(std::move(finding), Certainty::kSure);
-      if (!isShort) return AddFinding(std::move(finding), Certainty::kWatch);
+      const bool isSure = candidate.score >= *leastScore;
+      if (!isSure && isShort) continue;
+      AddFinding(std::move(finding), isSure ? Certainty::kSure : Certainty::kWatch);
+      return;
     }
-    if (ranked.empty() || ranked[0].score < kWatchScore) return false;
-    return AddFinding(FindingOf(ranked[0].edit, sentence_, reviewer_.rules_), Certainty::kWatch);
+    if (!ranked.empty() && ranked[0].score >= kWatchScore)
+      AddFinding(FindingOf(ranked[0].edit, sentence_, reviewer_.rules_), Certainty::kWatch);
   }
 
-  bool AddFinding(Finding finding, Certainty certainty) {
+  void AddFinding(Finding finding, Certainty certainty) {
     finding.certainty = certainty;
     findings_.All().push_back(std::move(finding));
-    return true;
   }
 
   const Reviewer& reviewer_;

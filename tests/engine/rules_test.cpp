@@ -60,8 +60,7 @@ TEST(Rules, HaveMessagesThatSurviveTheCodePageOfTheResult) {
 TEST(Rules, HaveEnoughExamplesOfBothKinds) {
   int correctedExamples = 0;
   for (const Rule& rule : RulesWithExamples().Rules()) {
-    const bool split = rule.name.starts_with("split-") || rule.check == "parser" || rule.check == "ranker" ||
-                       rule.check == "empty";
+    const bool split = rule.name.starts_with("split-") || rule.check == "ranker" || rule.check == "empty";
     EXPECT_GE(rule.wrong.size(), split ? 0U : 3U) << rule.name;
     EXPECT_GE(rule.right.size(), split ? 1U : 3U) << rule.name;
     for (const Example& example : rule.wrong) correctedExamples += example.corrected.empty() ? 0 : 1;
