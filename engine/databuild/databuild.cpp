@@ -15,7 +15,7 @@ constexpr std::string_view kUsage =
     "  databuild counts COUNTS < TEXT                  count words, one sentence a line\n"
     "  databuild ngrams TAGGER_MODEL EWT_TAGGED MASC_TAGGED MODEL < TEXT\n"
     "  databuild ranker TABLES EWT_TAGGED MASC_TAGGED SENTENCES MODEL < TEXT\n"
-    "  databuild tables MODEL_DIR COUNTS VERBS SCOWL_DIR WORDNET_DIR HUNSPELL_STEM TABLES RULES...\n"
+    "  databuild tables MODEL_DIR COUNTS VERBS NAMES SCOWL_DIR WORDNET_DIR HUNSPELL_STEM TABLES RULES...\n"
     "  databuild parser DICTIONARY_DIR SCOWL_DIR LEVEL TO_DIR\n";
 
 using tolvex::databuild::Sources;
@@ -30,10 +30,10 @@ int Run(const std::vector<std::string>& args) {
     tolvex::databuild::TrainNgrams(args[1], args[2], args[3], args[4]);
   } else if (step == "ranker" && args.size() == 6) {
     tolvex::databuild::TrainRanker(args[1], args[2], args[3], std::stoi(args[4]), args[5]);
-  } else if (step == "tables" && args.size() > 8) {
-    Sources sources{args[1], args[2], args[3], args[4], args[5], args[6], {}};
-    sources.rules.assign(args.begin() + 8, args.end());
-    tolvex::databuild::CompileTables(sources, args[7]);
+  } else if (step == "tables" && args.size() > 9) {
+    Sources sources{args[1], args[2], args[3], args[4], args[5], args[6], args[7], {}};
+    sources.rules.assign(args.begin() + 9, args.end());
+    tolvex::databuild::CompileTables(sources, args[8]);
   } else if (step == "parser" && args.size() == 5) {
     tolvex::databuild::TrimParserDictionary(args[1], args[2], std::stoi(args[3]), args[4]);
   } else {

@@ -33,6 +33,7 @@ struct Sources {
   std::filesystem::path models;              ///< folder of *.model files: tagger, n-grams, ranker
   std::filesystem::path counts;              ///< written by CountWords
   std::filesystem::path verbs;               ///< the hand list of irregular verbs
+  std::filesystem::path names;               ///< the hand list of names
   std::filesystem::path scowl;               ///< folder of the SCOWL word lists
   std::filesystem::path wordnet;             ///< folder of WordNet 3.0
   std::filesystem::path hunspell;            ///< en_US.aff and en_US.dic without their endings

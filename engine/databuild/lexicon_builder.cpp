@@ -56,6 +56,8 @@ void LexiconBuilder::Read(const Sources& sources) {
   const WordNet wordnet = ReadWordNet(sources.wordnet);
   hunspell_ = OpenHunspell(sources.hunspell.string());
   ReadScowl(sources.scowl);
+  ReadNames(sources.names);
+  AddNames(wordnet);
   ReadCounts(sources.counts);
   AddParts(wordnet);
   ReadSenseCounts(sources.wordnet);
@@ -103,12 +105,40 @@ void LexiconBuilder::ReadScowl(const std::filesystem::path& folder) {
       for (const int level : {10, 20, 35, 40, 50, 55, 60, kRarestLevel}) {
         std::ifstream in(folder / fmt::format("{}-{}.{}", variety, kind, level));
         for (std::string word; std::getline(in, word);) {
-          if (IsPlainWord(word)) entries_[word].level = std::min(entries_[word].level, level);
+          if (IsPlainWord(word)) AddAtLevel(word, level);
         }
       }
     }
   }
   if (entries_.empty()) throw base::Error("no word lists in " + folder.string());
+}
+
+void LexiconBuilder::AddAtLevel(const std::string& word, int level) {
+  int& least = entries_[word].level;
+  least = std::min(least, level);
+}
+
+void LexiconBuilder::ReadNames(const std::filesystem::path& file) {
+  ReadLines(file, [&](const std::string& line) {
+    if (line.empty() || line[0] == '#') return;
+    std::string_view names = line;
+    const std::string_view kind = base::PopPiece(names, ": ");
+    if (kind != "familiar" && kind != "other") throw base::Error("familiar or other wanted");
+    for (const std::string& name : SplitAtBlanks(std::string(names)))
+      AddAtLevel(name, kind == "familiar" ? kFamiliarLevel : kRarestLevel);
+  });
+}
+
+// "Addis Ababa": each word of a name is one.
+void LexiconBuilder::AddNames(const WordNet& wordnet) {
+  for (const auto& [offset, synset] : wordnet.find("noun")->second.synsets) {
+    for (const std::string& words : synset.words) {
+      for (const std::string& word : base::Split(words, " ")) {
+        const bool isName = word.size() > 2 && IsUpper(word[0]) && IsLower(word[1]) && IsPlainWord(word);
+        if (isName) AddAtLevel(word, kRarestLevel);
+      }
+    }
+  }
 }
 
 void LexiconBuilder::ReadCounts(const std::filesystem::path& file) {

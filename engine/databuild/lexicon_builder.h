@@ -1,4 +1,5 @@
-// Builds the lexicon's tables from SCOWL, WordNet, Hunspell's word list and the list of irregular verbs.
+// Builds the lexicon's tables from SCOWL, WordNet, Hunspell's word list and the lists of irregular verbs and
+// of names.
 #pragma once
 
 #include <array>
@@ -40,8 +41,10 @@ class LexiconBuilder {
   void ReadCounts(const std::filesystem::path& file);
   void ReadSenseCounts(const std::filesystem::path& wordnet);
   void ReadIrregularVerbs(const std::filesystem::path& file);
+  void ReadNames(const std::filesystem::path& file);
   void ReadExceptions(const std::filesystem::path& wordnet);
 
+  void AddNames(const WordNet& wordnet);
   void AddParts(const WordNet& wordnet);
   void AddDerivations(const WordNet& wordnet);
   void AddBe();
@@ -49,6 +52,7 @@ class LexiconBuilder {
   void AddVerb(const std::string& verb);
   void AddNoun(const std::string& noun);
   void AddAdjective(const std::string& adjective);
+  void AddAtLevel(const std::string& word, int level);
   void Connect(const std::string& lemma, const std::string& form, Relation relation, Relation back,
                int forms);
   std::vector<std::string> Known(const std::vector<std::string>& candidates) const;

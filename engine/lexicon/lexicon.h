@@ -71,6 +71,7 @@ struct Link {
 };
 
 inline constexpr int kKnownLevel = 60;
+inline constexpr int kFamiliarLevel = 40;  ///< names up to it are written with a capital by everybody
 
 /// Reads "lexicon.*" of a file that must outlive it.
 class Lexicon {

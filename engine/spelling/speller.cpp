@@ -5,6 +5,7 @@
 #include <bit>
 
 #include "base/text.h"
+#include "engine/spelling/romanised_name.h"
 
 namespace tolvex {
 namespace {
@@ -13,6 +14,15 @@ constexpr int kRarestSuggestion = 55;
 constexpr int kMostCost = 25;
 constexpr std::size_t kMostLengthApart = 2;
 constexpr int kMostLettersApart = 4;
+
+// What makes a familiar name or a common word likelier than a name that nobody knows.
+constexpr std::size_t kShortestFamiliarName = 5;
+constexpr std::size_t kShortestCommonWord = 6;
+constexpr int kMostSlipInName = 10;
+constexpr int kMostSlipInFirstWord = 12;
+constexpr int kMostSlipInCapitalWord = 8;
+constexpr int kMostSlipBesideName = 7;
+constexpr int kCommonFrequency = 60;
 
 bool IsVowel(char c) { return std::string_view("aeiouy").find(c) != std::string_view::npos; }
 
@@ -62,6 +72,21 @@ bool IsPartOfName(const Sentence& sentence, int i) {
          sentence.At(i + 1).IsCapitalised() && (i < 2 || sentence.IsName(i - 1));
 }
 
+// "Jolin Tsai sang.", "Siti and Budi moved."
+bool StandsBesideName(const Sentence& sentence, int i) {
+  return sentence.IsName(i + 1) || (sentence.Is(i + 1, {"and"}) && sentence.IsName(i + 2));
+}
+
+// "amy@example.com", "www.books.com.tw": glued to its neighbours by signs.
+bool IsPartOfAddress(const Sentence& sentence, int i) {
+  const auto glues = [&](int sign) {
+    return sentence.Is(sign, {"@", ".", "_"}) && !sentence.At(sign).spaceBefore &&
+           sentence.At(sign - 1).IsWord() && sentence.At(sign + 1).IsWord() &&
+           !sentence.At(sign + 1).spaceBefore;
+  };
+  return glues(i - 1) || glues(i + 1);
+}
+
 // "LinkedIn", "eBook"
 bool HasInnerCapital(const std::string& text) {
   for (std::size_t i = 1; i < text.size(); ++i) {
@@ -106,16 +131,24 @@ Speller::Speller(const Lexicon& lexicon, const WordSet& accepted) : lexicon_(lex
     const bool plain = std::all_of(text.begin(), text.end(), IsLower);
     if (word.level <= kRarestSuggestion && plain && text.size() > 1 && text.size() <= kLongestWord)
       candidates_[text.size()].push_back(&word);
+    if (IsUpper(text[0]) && word.level <= kFamiliarLevel && text.size() >= kShortestFamiliarName)
+      familiarNames_.push_back(text);
   }
+}
+
+// "km/h": what is accepted as a word is accepted in a compound.
+bool Speller::IsKnownPart(const std::string& part) const {
+  return lexicon_.Knows(part) || accepted_.contains(base::Lower(part));
 }
 
 bool Speller::Knows(const Token& token) const {
   const bool abbreviation = token.text.back() == '.';
   if (token.text.size() < 2 || abbreviation || lexicon_.Knows(token.text)) return true;
   if (token.text.find_first_of("-/") != std::string::npos) {
+    if (IsRomanisedName(token.text)) return true;
     const auto parts = base::Split(base::Replace(token.text, "/", "-"), "-");
     return std::ranges::all_of(parts, [&](const auto& part) {
-      return part.size() < 2 || lexicon_.Knows(part) || IsDigit(part[0]) || IsCombiningForm(part);
+      return part.size() < 2 || IsKnownPart(part) || IsDigit(part[0]) || IsCombiningForm(part);
     });
   }
   static constexpr std::array<std::string_view, 7> kPrefixes = {"un",    "non", "re",  "over",
@@ -160,35 +193,87 @@ std::string Speller::IrregularForm(const std::string& word) const {
   return {};
 }
 
-void Speller::CheckWord(const Sentence& sentence, Findings& findings, int i) const {
+std::vector<std::string> Speller::Corrections(const Token& token) const {
   constexpr std::size_t kMostSuggestions = 3;
-  const Token& token = sentence.At(i);
-  const Word* name = lexicon_.Find(Capitalised(token.text));
-  if (IsLower(token.text[0]) && name != nullptr && name->level <= kKnownLevel) {
-    constexpr int kFamiliarName = 40;
-    if (name->level <= kFamiliarName) findings.Add("name-capital", i, i, {Capitalised(token.text)});
-    return;
-  }
-  const bool shout = token.text.size() > 1 && IsUpper(token.text[0]) && IsUpper(token.text[1]);
-  if (shout || accepted_.contains(token.lower)) return;
-  if (IsPartOfName(sentence, i)) return;
-  if (sentence.IsName(i) || HasInnerCapital(token.text)) {
-    findings.Add("unknown-name", i, i, {});
-    return;
-  }
   auto suggestions = Suggest(token.lower, kMostSuggestions);
   if (const std::string form = IrregularForm(token.lower); !form.empty()) {
     std::erase(suggestions, form);
     suggestions.insert(suggestions.begin(), form);
   }
-  if (token.IsCapitalised()) {
-    if (suggestions.empty()) {
-      findings.Add("unknown-name", i, i, {});
-      return;
-    }
-    for (auto& suggestion : suggestions) suggestion = Capitalised(suggestion);
+  return suggestions;
+}
+
+std::string Speller::FamiliarName(const Token& token) const {
+  int least = kMostSlipInName + 1;
+  std::string_view nearest;
+  for (const std::string_view name : familiarNames_) {
+    if (name.size() > token.text.size() + 1 || token.text.size() > name.size() + 1) continue;
+    const int cost = EditCost(token.text, name, kMostSlipInName);
+    if (cost >= least) continue;
+    least = cost;
+    nearest = name;
   }
+  return std::string(nearest);
+}
+
+// Whether the first suggestion is a common word that differs by no more than such a cost.
+bool Speller::IsSlip(const Token& token, const std::vector<std::string>& suggestions, int most) const {
+  if (suggestions.empty()) return false;
+  const Word* word = lexicon_.Find(suggestions[0]);
+  return word != nullptr && word->frequency >= kCommonFrequency &&
+         EditCost(token.lower, suggestions[0], most) <= most;
+}
+
+void Speller::CheckSmallWord(const Token& token, Findings& findings, int i) const {
+  const std::string capitalised = Capitalised(token.text);
+  const Word* name = lexicon_.Find(capitalised);
+  if (name == nullptr || name->level > kKnownLevel) {
+    findings.Add("misspelled", i, i, Corrections(token));
+  } else if (name->level <= kFamiliarLevel) {
+    findings.Add("name-capital", i, i, {capitalised});
+  }
+}
+
+// A capital at the start says little: a word that looks like a name is one if no common word is near.
+void Speller::CheckFirstWord(const Sentence& sentence, Findings& findings, int i) const {
+  const Token& token = sentence.At(i);
+  auto suggestions = Corrections(token);
+  const bool besideName = StandsBesideName(sentence, i);
+  const bool isNameLike = besideName || lexicon_.Find(token.text) != nullptr || sentence.Is(i + 1, {"'s"}) ||
+                          IsRomanisedName(token.text);
+  const int mostSlip = besideName ? kMostSlipBesideName : kMostSlipInFirstWord;
+  const bool isName = suggestions.empty() || (isNameLike && !IsSlip(token, suggestions, mostSlip));
+  const std::string familiar = FamiliarName(token);
+  if (isName && (familiar.empty() || IsRomanisedName(token.text))) return;
+  for (auto& suggestion : suggestions) suggestion = Capitalised(suggestion);
+  if (!familiar.empty()) suggestions.insert(suggestions.begin(), familiar);
   findings.Add("misspelled", i, i, std::move(suggestions));
+}
+
+void Speller::CheckName(const Token& token, Findings& findings, int i) const {
+  if (lexicon_.Find(token.text) != nullptr || IsRomanisedName(token.text)) return;
+  if (const std::string familiar = FamiliarName(token); !familiar.empty()) {
+    findings.Add("unknown-name", i, i, {familiar});
+  } else if (token.text.size() >= kShortestCommonWord) {
+    const auto suggestions = Corrections(token);
+    if (IsSlip(token, suggestions, kMostSlipInCapitalWord))
+      findings.Add("unknown-name", i, i, {Capitalised(suggestions[0])});
+  }
+}
+
+void Speller::CheckWord(const Sentence& sentence, Findings& findings, int i) const {
+  const Token& token = sentence.At(i);
+  const bool shout = token.text.size() > 1 && IsUpper(token.text[0]) && IsUpper(token.text[1]);
+  if (shout || accepted_.contains(token.lower) || HasInnerCapital(token.text) || IsPartOfName(sentence, i) ||
+      IsPartOfAddress(sentence, i))
+    return;
+  if (!token.IsCapitalised()) {
+    CheckSmallWord(token, findings, i);
+  } else if (sentence.IsName(i)) {
+    CheckName(token, findings, i);
+  } else {
+    CheckFirstWord(sentence, findings, i);
+  }
 }
 
 void Speller::Check(const Sentence& sentence, Findings& findings) const {

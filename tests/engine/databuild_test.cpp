@@ -21,8 +21,8 @@ class DatabuildTest : public ::testing::Test {
 
   base::RunResult Build() const {
     return marovane::RunProgram({.program = DATABUILD_PROGRAM,
-                                 .arguments = {"tables", "models", "counts", "verbs", "scowl", "wordnet",
-                                               "en", "out.tables", "a.rules"},
+                                 .arguments = {"tables", "models", "counts", "verbs", "names", "scowl",
+                                               "wordnet", "en", "out.tables", "a.rules"},
                                  .workingFolder = home_.Path()});
   }
 
@@ -41,6 +41,10 @@ TEST_F(DatabuildTest, MakesALexiconAndKeepsTheRulesWithoutTheirExamples) {
   EXPECT_EQ(lexicon.NounLemma("wolves"), "wolf");
   EXPECT_EQ(lexicon.First("tall", Relation::kSuperlative), "tallest");
   EXPECT_EQ(lexicon.First("develop", Relation::kDerived), "development");
+  ASSERT_NE(lexicon.Find("Taipei"), nullptr);
+  EXPECT_EQ(lexicon.Find("Taipei")->level, kFamiliarLevel);
+  ASSERT_NE(lexicon.Find("Namasia"), nullptr);
+  EXPECT_FALSE(lexicon.Knows("Namasia")) << "only where the capital counts";
   ASSERT_NE(lexicon.Find("go"), nullptr);
   EXPECT_GT(lexicon.Find("go")->frequency, lexicon.Find("cat")->frequency);
   EXPECT_TRUE(IsMostly(*lexicon.Find("went"), kVerbPart)) << "a form is a verb as often as its verb";
@@ -58,6 +62,7 @@ TEST_F(DatabuildTest, NamesFileAndLineOfADamagedSource) {
       {"counts", "go\n", "counts:1: 2 words expected: go"},
       {"counts", std::nullopt, "cannot read counts"},
       {"verbs", "# note\ngo went\n", "verbs:2: 3 words expected"},
+      {"names", "# note\nfamous: Taipei\n", "names:2: familiar or other wanted"},
       {"scowl/english-words.10", "", "no word lists in scowl"},
       {"wordnet/data.verb", "  1 licence\n00000001 38 v 02 go 0\n", "data.verb:2: too few fields"},
       {"wordnet/data.verb", "00000001 38 v zz go 0 000 | move\n", "data.verb:1: not a number: zz"},

@@ -1,8 +1,11 @@
 // Tokens, the lexicon's forms, and the speller.
+#include "base/text.h"
+
 #include <gmock/gmock.h>
 
 #include <tuple>
 
+#include "engine/spelling/romanised_name.h"
 #include "engine/spelling/speller.h"
 #include "tests/engine/shared_engine.h"
 
@@ -98,6 +101,23 @@ TEST(Speller, SuggestsTheWordThatWasMeantFirst) {
     first += suggestions[0] == meant ? 1 : 0;
   }
   EXPECT_GE(first, 14);
+}
+
+TEST(RomanisedNames, AreReadInEveryRomanisation) {
+  // The commonest surnames of Taiwan as passports spell them, given names, and places on road signs.
+  const std::string names =
+      "Chen Lin Huang Chang Li Wang Wu Liu Tsai Yang Hsu Cheng Hsieh Kuo Hung Chiu Tseng Liao Lai Chou Yeh "
+      "Su "
+      "Chuang Lu Chiang Ho Hsiao Lo Kao Pan Chien Chu Chung Yu Peng Chan Hu Shih Shen Ko Weng Fan Sung Tai "
+      "Teng Tu "
+      "Fu Hou Tsao Hsueh Ting Chuo Wen Yao Tang Liang Feng Chao Jhang Jheng Syu Cai Jhuang Siao Liou Ciou "
+      "Fong "
+      "Yi-Jun Yi-chun Chih-Ming Meihua Tzu-yu Szu-han Ssu-ying Hsiao-p'ing Ts'ai T'ien-shou Jia-Hao Jhih-wun "
+      "Xiao-xuan Yueh-e Chiung-yao Kuei-mei Hui-chen Zhongshan Jhongsiao Xi'an Da'an Ren'ai Guangfu Syuejia";
+  for (const std::string& name : base::Split(names, " ")) EXPECT_TRUE(IsRomanisedName(name)) << name;
+  for (const char* word : {"meihua", "Thier", "Becuase", "Tomorow", "Wich", "Amercia", "Univercity",
+                           "Schmidt", "Mei-brr", "Mei-", "-", "", "Shanghaishanghaishanghaishanghai"})
+    EXPECT_FALSE(IsRomanisedName(word)) << word;
 }
 
 TEST(Speller, BoundsTheWorkOnHopelessWords) {
