@@ -30,6 +30,7 @@ bool Proposer::StartsNounPhrase(int i) const {
 
 void Proposer::ProposeNumber(int i) {
   const Tag tag = sentence_.TagAt(i);
+  if (sentence_.TagAt(i + 1) == Tag::POS) return;  // "a children's hospital": one owner or many, who knows
   const Lexicon& words = sentence_.Words();
   const std::string& word = sentence_.Lower(i);
   if (tag == Tag::NN && sentence_.Has(i, kSingular))
@@ -38,11 +39,21 @@ void Proposer::ProposeNumber(int i) {
     Replace(EditKind::kSingular, i, std::string(words.First(word, Relation::kIsPluralOf)));
 }
 
+// "by bicycle", "by secret ballot": how something is done.
+bool Proposer::IsMeans(int i) const { return sentence_.Is(i - 1, {"by"}); }
+
+// "He did not know where to park his car": the tagger may take the verb for a noun.
+bool Proposer::IsInfinitive(int i) const {
+  const Tag next = sentence_.TagAt(i + 1);
+  return sentence_.Lower(i - 1) == "to" && sentence_.Has(i, kBase) &&
+         (next == Tag::DT || next == Tag::PRPS || next == Tag::PRP || IsAdjective(next));
+}
+
 void Proposer::ProposeArticle(int i) {
   if (IsArticle(sentence_, i)) {
     for (const char* article : {"a", "an", "the"}) Replace(EditKind::kArticleSwap, i, article);
     Delete(EditKind::kArticleDelete, i);
-  } else if (i > 0 && StartsNounPhrase(i)) {
+  } else if (i > 0 && StartsNounPhrase(i) && !IsInfinitive(i) && !IsMeans(i)) {
     Insert(EditKind::kArticleInsert, i, ArticleBefore(sentence_.Lower(i)));
     Insert(EditKind::kArticleInsert, i, "the");
   }

@@ -29,6 +29,10 @@ class Proposer {
   void ProposeArticle(int i);
   void ProposePreposition(int i);
   void ProposePronoun(int i);
+  bool OpensQuestion(int i) const;
+  bool HasVerbJoined(int i) const;
+  bool IsInfinitive(int i) const;
+  bool IsMeans(int i) const;
   void ProposeOtherWord(int i);
 
   bool StartsNounPhrase(int i) const;

@@ -62,7 +62,9 @@ void Proposer::ProposeBe(int i) {
 }
 
 void Proposer::ProposeTo(int i) {
-  if (IsVerb(sentence_.TagAt(i)) && sentence_.Has(i, kBase) && i > 0 && sentence_.Lower(i - 1) != "to")
+  // "You'd better not do it."
+  const bool wantsBare = sentence_.Lower(i - 1) == "to" || sentence_.AnyOf(i - 2, i, {"better", "rather"});
+  if (IsVerb(sentence_.TagAt(i)) && sentence_.Has(i, kBase) && i > 0 && !wantsBare)
     Insert(EditKind::kToInsert, i, "to");
   if (sentence_.Lower(i) == "to" && i > 0 && sentence_.Has(i + 1, kBase)) Delete(EditKind::kToDelete, i);
 }
@@ -71,7 +73,8 @@ void Proposer::ProposeGerund(int i) {
   const std::string_view lemma = sentence_.Lemma(i);
   if (lemma.empty() || lemma == "be") return;
   const std::string ing = sentence_.Words().Inflect(lemma, kIng);
-  if (i > 0 && sentence_.Lower(i - 1) == "to" && sentence_.Has(i, kBase) && !ing.empty()) {
+  if (i > 0 && sentence_.Lower(i - 1) == "to" && sentence_.Has(i, kBase) && !ing.empty() &&
+      !sentence_.Mostly(i, kNounPart) && !sentence_.Mostly(i, kAdjectivePart)) {
     edits_.push_back({EditKind::kGerund, i - 1, i, {ing}});
   }
   if (sentence_.TagAt(i) == Tag::VBG && i > 0 && sentence_.Lower(i) == ing)

@@ -50,16 +50,30 @@ const std::vector<std::string>& ConfusedWith(std::string_view word) {
   return found == kIndex.end() ? kNone : found->second;
 }
 
+// "She asked whether I smoked."
+bool Proposer::OpensQuestion(int i) const {
+  const Tag next = sentence_.TagAt(i + 1);
+  return sentence_.Is(i, {"whether"}) && (next == Tag::PRP || next == Tag::PRPS || next == Tag::TO);
+}
+
+// "I hear she's famous": the pronoun is surely a subject.
+bool Proposer::HasVerbJoined(int i) const {
+  return sentence_.TagAt(i) == Tag::PRP && sentence_.Lower(i + 1).starts_with('\'');
+}
+
 void Proposer::ProposeOtherWord(int i) {
   const std::string& word = sentence_.Lower(i);
-  for (const std::string& other : ConfusedWith(word)) Replace(EditKind::kConfusion, i, other);
+  for (const std::string& other : ConfusedWith(word)) {
+    if (!OpensQuestion(i) && !HasVerbJoined(i)) Replace(EditKind::kConfusion, i, other);
+  }
   const Token& token = sentence_.At(i);
   const Tag tag = token.tag;
   if (token.word == nullptr || (!IsNoun(tag) && !IsAdjective(tag) && !IsAdverb(tag) && !IsVerb(tag))) return;
   const Lexicon& words = sentence_.Words();
   if (sentence_.Lacks(i, kIng)) {
     for (const std::string_view other : words.Related(*token.word, Relation::kDerived)) {
-      if (IsCommon(words, other)) Replace(EditKind::kDerivation, i, std::string(other));
+      const bool isDegree = (words.Forms(other) & (kComparative | kSuperlative)) != 0;
+      if (!isDegree && IsCommon(words, other)) Replace(EditKind::kDerivation, i, std::string(other));
     }
   }
   if (!IsAdjective(tag) && !IsAdverb(tag)) return;

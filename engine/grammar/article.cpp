@@ -11,7 +11,7 @@ class ArticleCheck : Check {
 
   void Run() {
     for (int i = 0; i < Size(); ++i) {
-      if (IsArticleA(i)) CheckSound(i);
+      if (IsArticleA(i) && !IsMark(i)) CheckSound(i);
       if (Is(i, {"the", "a", "an"})) CheckWhatFollows(i);
       CheckMissing(i);
     }
@@ -27,10 +27,10 @@ class ArticleCheck : Check {
     Replace(a ? "an-before-vowel" : "a-before-consonant", i, i == 0 ? Capitalised(better) : better);
   }
 
-  // "an MP3 player", "a U turn": how it sounds is not known; neither is that of a foreign word.
+  // "an MP3 player", "a U turn", "an X-ray": how it sounds is not known; neither is that of a foreign word.
   static bool IsSpelledOut(const Token& token) {
     const std::string& text = token.text;
-    return text.size() < 2 || (IsUpper(text[0]) && IsUpper(text[1])) ||
+    return text.size() < 2 || !IsLetter(text[1]) || (IsUpper(text[0]) && IsUpper(text[1])) ||
            static_cast<unsigned char>(text[0]) > 127;
   }
 

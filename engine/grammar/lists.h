@@ -12,7 +12,8 @@
 namespace tolvex {
 
 inline constexpr std::string_view kListNames =
-    "adverbs_before_verb after_pair ages always_capital asked_subjects auxiliaries bare_auxiliaries "
+    "adverbs_before_verb after_pair ages always_capital answer_openers asked_subjects auxiliaries "
+    "bare_auxiliaries "
     "before_bare_verb before_hidden_verb before_pair before_unit beginnings calendar clause_breaks "
     "clause_words common_comparatives comparing_words count_nouns determiners_after_article "
     "determiners_of_many double_be_openers either_number end_marks event_verbs family female "

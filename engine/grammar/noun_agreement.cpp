@@ -28,12 +28,16 @@ class NounAgreementCheck : Check {
   void CheckSubject(int first) {
     const NounPhrase phrase = NounPhraseAt(first);
     if (phrase.head < 0 || In(phrase.head, "either_number") || IsName(phrase.head)) return;
+    if (IsAllThat(first) || IsAllThat(first - 2)) return;
     const int verb = SkipAdverbs(SkipPrepositions(phrase.end));
     if (IsJoined(first, verb)) return;
     const Number number = MeantNumber(first, phrase.head);
     if (number == Number::kPlural) CheckPlural(first, phrase.head, verb);
     if (number == Number::kSingular) CheckSingular(first, verb);
   }
+
+  // "All that matters is …": a pronoun with its clause.
+  bool IsAllThat(int first) const { return Lower(first) == "all" && Lower(first + 1) == "that"; }
 
   // "The singer / writer are old."
   bool IsJoined(int from, int to) const { return AnyOf(from, to, {"and", "or", ",", "nor", "&", "/"}); }
@@ -46,9 +50,12 @@ class NounAgreementCheck : Check {
     if (tag == Tag::NNS && IsPlural(head)) return MeansOne(first) ? Number::kSingular : Number::kPlural;
     const bool uncounted = In(head, "uncounted") && Lacks(head, kPlural);
     if (tag == Tag::NN && (IsSingular(head) || uncounted))
-      return In(first, "one_or_more_of") ? Number::kPlural : Number::kSingular;
+      return In(first, "one_or_more_of") && !IsManyA(first) ? Number::kPlural : Number::kSingular;
     return Number::kUnknown;
   }
+
+  // "Many a sailor has drowned."
+  bool IsManyA(int first) const { return Lower(first) == "many" && IsArticleA(first + 1); }
 
   // "The informations are useful."
   bool IsPluralOfUncounted(int head) const {

@@ -70,13 +70,15 @@ class NumberCheck : Check {
   }
 
   bool IsSingularDeterminer(int i) const {
+    if (Lower(i) == "each" && Lower(i + 1) == "other") return false;
     return TagAt(i) == Tag::DT && Is(i, {"a", "an", "every", "each", "another", "this"});
   }
 
   void CheckSingular(int i) {
     const int noun = SkipAdjectives(i + 1);
     if (IsQuantity(i + 1, noun + 1) || IsPartOfCompound(noun)) return;
-    if (TagAt(noun) == Tag::NNS && IsPlural(noun) && !IsOwner(noun) && !In(noun, "plural_looking"))
+    if (TagAt(noun) == Tag::NNS && IsPlural(noun) && !IsOwner(noun) && !In(noun, "plural_looking") &&
+        !IsVerbOfSubject(i, noun))
       ReportPlural(i, noun);
     if (IsArticleA(i) && TagAt(noun) == Tag::NN && In(noun, "never_with_a") && !IsLittle(i + 1))
       findings_.Add("a-uncounted", i, i, {""});
@@ -85,6 +87,16 @@ class NumberCheck : Check {
   // "a few books", "every two days", "another hundred people"
   bool IsQuantity(int from, int to) const {
     return AnyIn(from, to, "plural_quantities") || AnyOf(from, to, {"hundred", "dozen", "great", "couple"});
+  }
+
+  // "This results in a loss", "When a current passes through it": the tagger takes the verb for a noun.
+  bool IsVerbOfSubject(int determiner, int noun) const {
+    if (Lacks(noun, kThird)) return false;
+    if (noun > determiner + 1) return Mostly(noun, kVerbPart) || Mostly(noun - 1, kNounPart);
+    const Tag next = TagAt(noun + 1);
+    const bool goesOn = next == Tag::IN || next == Tag::DT || next == Tag::TO || next == Tag::PRPS ||
+                        IsAdjective(next) || IsNoun(next);
+    return Lower(determiner) == "this" && StartsClause(determiner) && goesOn;
   }
 
   // "He said 'it is a boys'": the tagger may take the mark of an owner for a quotation mark.

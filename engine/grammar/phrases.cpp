@@ -75,6 +75,7 @@ int Phrases::SubjectEnd(int verb) const {
 
 bool Phrases::IsPlainPresent(int i) const {
   if (Is(i, {"are", "were", "have", "do", "am"})) return true;
+  if (Is(i, {"need", "dare"}) && IsNot(i + 1)) return false;  // modal: "She needn't come."
   const bool tagged = TagAt(i) == Tag::VBP || TagAt(i) == Tag::VB;
   return tagged && Has(i, kBase) && Lacks(i, kPast);
 }

@@ -21,11 +21,19 @@ class ShapeCheck : Check {
   // "A long walk in the park."
   void CheckFragment() {
     const int last = Size() - 1;
-    if (last < 3 || IsQuestion() || IsCry() || Lower(0) == "\"") return;
+    if (last < 3 || IsQuestion() || IsCry() || Lower(0) == "\"" || MayAnswer()) return;
     for (int i = 0; i <= last; ++i) {
       if (IsFinite(i)) return;
     }
     if (!IsImperative() && !MayHideVerb()) findings_.Add("fragment", 0, last - 1, {});
+  }
+
+  // "Twice a week.", "Not until Monday.", "Thanks for everything.": what people say without a verb.
+  bool MayAnswer() const {
+    constexpr int kMostTokens = 10;
+    const bool opens = IsAdverb(TagAt(0)) || TagAt(0) == Tag::IN || TagAt(0) == Tag::CD;
+    const bool isThanks = Is(Size() - 2, {"thanks", "please", "then"});
+    return Size() <= kMostTokens && (opens || isThanks || In(0, "answer_openers"));
   }
 
   // "What a beautiful day!"
@@ -38,10 +46,17 @@ class ShapeCheck : Check {
   // "Go home at once", "If in doubt, ask her", "Please not so loud, just be quiet."
   bool IsImperative() const {
     for (int i = 0; i < Size(); ++i) {
-      const bool base = TagAt(i) == Tag::VB || (i == 0 && Has(0, kBase));
+      const bool base = TagAt(i) == Tag::VB || (i == 0 && Has(0, kBase)) || IsCommandAfterComma(i);
       if (base && MayOpenImperative(i)) return true;
     }
     return false;
+  }
+
+  // "If possible, call me": the tagger may take the verb for a noun.
+  bool IsCommandAfterComma(int i) const {
+    const Tag next = TagAt(i + 1);
+    const bool hasObject = next == Tag::DT || next == Tag::PRP || next == Tag::PRPS || next == Tag::IN;
+    return IsComma(i - 1) && Has(i, kBase) && hasObject && !Mostly(i, kNounPart);
   }
 
   bool MayOpenImperative(int i) const {
@@ -52,9 +67,13 @@ class ShapeCheck : Check {
   // "My brother study abroad": the tagger may take the verb for a noun.
   bool MayHideVerb() const {
     for (int i = 1; i < Size(); ++i) {
-      const Tag before = TagAt(i - 1);
-      const bool subject = before == Tag::PRP || IsNoun(before) || In(i - 1, "before_hidden_verb");
-      if (subject && Has(i, kBase | kThird | kPast) && !Mostly(i, kNounPart)) return true;
+      const int end = SubjectEnd(i);
+      const bool pronoun = TagAt(end) == Tag::PRP;
+      const bool subject = pronoun || IsNoun(TagAt(end)) || In(i - 1, "before_hidden_verb");
+      const bool takesIt = i > 1 && Lower(i + 1) == "it";  // "Young people in particular find it hard."
+      if ((!subject && !takesIt) || Lacks(i, kBase | kThird | kPast)) continue;
+      const bool apart = pronoun && end < i - 1;  // "It also functions as a bed."
+      if (apart || !Mostly(i, kNounPart)) return true;
     }
     return false;
   }
@@ -62,7 +81,9 @@ class ShapeCheck : Check {
   // "It was late, we went home."
   void CheckCommaSplice(int i) {
     if (i < 3 || !IsComma(i) || !(IsNewSentence(i + 1) || IsLinkingAdverb(i + 1))) return;
-    if (TimeOpens() || IsParticipleOpener() || IsSubordinate(i) || IsQuestion() || !IsSentence(i)) return;
+    if (IsLeadIn(i) || TimeOpens() || IsParticipleOpener() || IsSubordinate(i) || IsQuestion() ||
+        !IsSentence(i))
+      return;
     const std::string& next = At(i + 1).text;
     findings_.Add("comma-splice", i, i + 1, {", and " + next, "; " + next});
   }
@@ -74,6 +95,9 @@ class ShapeCheck : Check {
 
   // "It rained a lot, however, we went out."
   bool IsLinkingAdverb(int i) const { return Is(i, {"however", "therefore"}) && IsComma(i + 1); }
+
+  // "The thing is, I forgot", "I'm sorry, I forgot."
+  bool IsLeadIn(int comma) const { return Is(comma - 1, {"is", "was", "sorry"}); }
 
   // "Every time we meet, he smiles": the first part is no sentence of its own.
   bool TimeOpens() const { return AnyIn(0, 4, "opening_times"); }
@@ -89,10 +113,11 @@ class ShapeCheck : Check {
     return In(0, "subordinate") || AnyIn(1, comma, "subordinate_inside");
   }
 
-  // Whether there is a subject and a finite verb before the comma; what a full stop ends is another sentence.
+  // Whether there is a subject and a finite verb before the comma; what a full stop or a semicolon ends is
+  // another one.
   bool IsSentence(int comma) const {
     int first = comma;
-    while (first > 0 && !Is(first - 1, {".", "!", "?"})) --first;
+    while (first > 0 && !Is(first - 1, {".", "!", "?", ";"})) --first;
     bool finite = false;
     bool subject = false;
     for (int i = first; i < comma; ++i) {

@@ -104,8 +104,13 @@ class SurfaceCheck : Check {
     Replace("stray-capital", i, Lower(i));
   }
 
-  // "She got an A."
-  bool IsMark(int i) const { return At(i).text.size() == 1 && IsSign(i + 1); }
+  // "She got an A", "influenza A virus", "a line from A to B"
+  bool IsMark(int i) const {
+    if (At(i).text.size() != 1) return false;
+    const Tag next = TagAt(i + 1);
+    const bool opensPhrase = IsNoun(next) || IsAdjective(next) || IsAdverb(next);
+    return IsSign(i + 1) || (Lower(i) == "a" && (IsNoun(TagAt(i - 1)) || !opensPhrase));
+  }
 
   // "He said: The shop is closed", "1) The shop is closed"
   bool MayOpen(int i) const {

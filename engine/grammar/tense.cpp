@@ -47,7 +47,7 @@ class TenseCheck : Check {
   void CheckPastTime(int time) {
     if (IsOwner(time) || In(time - 1, "not_before_past_time")) return;
     const FiniteVerb verb = VerbOfTime(time);
-    if (verb.at < 0) return;
+    if (verb.at < 0 || IsOfSubject(time, verb.at)) return;
     if (verb.tense == Tense::kPerfect) CheckPerfect(verb.at, time);
     if (verb.tense == Tense::kModal) CheckModal(verb.at, time);
     if (verb.tense == Tense::kPresent) CheckPresent(verb.at, time);
@@ -55,6 +55,15 @@ class TenseCheck : Check {
 
   // "I read yesterday's paper", "Last week's news is sad."
   bool IsOwner(int time) const { return Lower(time + 1) == "'s" || Lower(time + 2) == "'s"; }
+
+  // "The letters signed yesterday are here": the time belongs to what happened before.
+  bool IsOfSubject(int time, int verb) const {
+    if (verb < time) return false;
+    for (int i = 0; i < time; ++i) {
+      if (Has(i, kPast | kParticiple)) return true;
+    }
+    return false;
+  }
 
   // The verb before a word of time, or the first one after a word that opens the sentence.
   FiniteVerb VerbOfTime(int time) const {
@@ -144,6 +153,7 @@ class TenseCheck : Check {
   bool IsStory(int verb) const {
     constexpr int kMostTokens = 11;
     if (Size() > kMostTokens) return false;
+    if (Lower(verb + 1) == "to" && Has(verb + 2, kBase)) return false;  // "She decided to go next month."
     if (Lower(verb) == "had" && TagAt(verb + 1) == Tag::DT) return true;
     return TagAt(verb) == Tag::VBD && !Is(verb, {"had", "was", "were"});
   }

@@ -47,7 +47,8 @@ bool Sentence::IsPlural(int i) const { return Has(i, kPlural) && Lacks(i, kSingu
 bool Sentence::IsName(int i) const { return i > 0 && At(i).IsCapitalised() && Lower(i) != "i"; }
 
 bool Sentence::IsSign(int i) const {
-  return !At(i).IsWord() && !IsDigit(At(i).text.empty() ? ' ' : At(i).text[0]);
+  const bool joined = At(i).text.size() > 1 && At(i).text[0] == '\'';  // "'re"
+  return !joined && !At(i).IsWord() && !IsDigit(At(i).text.empty() ? ' ' : At(i).text[0]);
 }
 
 bool Sentence::StartsClause(int i) const { return i == 0 || OpensClause(Lower(i - 1)); }

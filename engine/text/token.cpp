@@ -87,8 +87,8 @@ class Cutter {
       while (letterDot(at_ - 1) || letterDot(at_)) at_ += letterDot(at_ - 1) ? 1 : 2;
       return;
     }
-    static constexpr std::array<std::string_view, 11> kTitles = {"mr", "mrs", "ms", "dr",  "prof", "st",
-                                                                 "jr", "sr",  "vs", "etc", "no"};
+    static constexpr std::array<std::string_view, 12> kTitles = {"mr", "mrs", "ms", "dr", "prof", "st",
+                                                                 "mt", "jr",  "sr", "vs", "etc",  "no"};
     const std::string word = base::Lower(s.substr(begin, at_ - begin));
     const bool titled = std::find(kTitles.begin(), kTitles.end(), word) != kTitles.end();
     const bool continues = at_ + 2 < s.size() && s[at_] == '.' && IsBlank(s[at_ + 1]);

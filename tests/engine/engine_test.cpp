@@ -66,6 +66,34 @@ TEST(Engine, PassesRightSentencesOfEveryShape) {
   }
 }
 
+TEST(Engine, PassesNamesUnitsAccentsAndSigns) {
+  for (const char* sentence :
+       {"The ticket costs NT$500, which is about US$16.",
+        "It was 35°C in Kaohsiung, so we drank two liters of water.",
+        "We ordered a café latte and two crêpes for Zoë.", "The box weighs 5 kg and is 30 cm wide.",
+        "He drove at 90 km/h on Highway 1.", "A pizza costs €12 in Paris and 10% more in London.",
+        "Our Wi-Fi password is on page 12.", "My e-mail address is amy@example.com.",
+        "I bought the book on www.books.com.tw for NT$350.",
+        "Lin Chih-ling, Wang Chien-ming and Jay Chou are famous in Taiwan.",
+        "Tzu-hui sits next to Kuan-lin in class.", "Ms. Jhang and Mr. Syu live in Jhubei.",
+        "Jolin Tsai sang at Taipei Arena last Saturday.", "Siti and Budi moved here from Surabaya.",
+        "Ouagadougou is the capital of Burkina Faso.",
+        "We had oolong tea and xiaolongbao in Yongkang Street."}) {
+    const Judgement judgement = SharedEngine().Judge(sentence);
+    EXPECT_EQ(judgement.verdict, Verdict::kRight) << judgement.marked << " " << judgement.errcode;
+  }
+}
+
+TEST(Engine, ProposesTheNameThatIsLikelierThanAnUnknownOne) {
+  const std::map<std::string, std::string> table = {
+      {"We flew to Austarlia.", "We flew to Australia."},
+      {"They live in the United Kingdoom.", "They live in the United Kingdom."},
+      {"I live in hualien with my aunt.", "I live in Hualien with my aunt."},
+      {"Chnia is a large country.", "China is a large country."}};
+  for (const auto& [sentence, corrected] : table)
+    EXPECT_EQ(SharedEngine().Judge(sentence).corrected, corrected);
+}
+
 TEST(Engine, MarksEachFaultShowsThreeAtMostAndCorrectsAll) {
   EXPECT_EQ(SharedEngine().Judge("she have a apple").marked, "*she* *have* *a* apple");
   const Judgement judgement =

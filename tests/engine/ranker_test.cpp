@@ -138,6 +138,20 @@ TEST(Edits, LeaveNamesAloneAndStayFew) {
   EXPECT_TRUE(EditedTexts("... 12 !").empty());
 }
 
+TEST(Edits, LeaveOutWhatCannotBeMeant) {
+  const std::vector<std::pair<const char*, const char*>> kNonsense = {
+      {"She asked whether I smoked.", "She asked weather I smoked."},
+      {"I hear she's a famous actress.", "I hear her's a famous actress."},
+      {"Tom did not know where to park his car.", "Tom did not know where to the park his car."},
+      {"The rules vary from course to course.", "The rules vary from course coursing."},
+      {"He goes to school by bicycle.", "He goes to school by a bicycle."},
+      {"You had better not do that again.", "You had better not to do that again."},
+      {"She works in a children's hospital.", "She works in a child's hospital."},
+      {"A little salt makes the soup taste better.", "A little salter makes the soup taste better."}};
+  for (const auto& [right, edited] : kNonsense)
+    EXPECT_THAT(EditedTexts(right), ::testing::Not(::testing::Contains(edited)));
+}
+
 TEST(Edits, ChangeNothingOutsideTheirPlace) {
   const Sentence sentence = SharedModels().Read("My friend like to play the guitar with her brothers.");
   for (const Edit& edit : ProposeEdits(sentence)) {
