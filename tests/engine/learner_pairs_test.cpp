@@ -82,13 +82,13 @@ TEST(LearnerPairReport, CountsACorrectionThatIsOnlyOneOfSeveral) {
 // Correct, varied English written for this test: every alarm on it is a false one.
 TEST(Golden, CorrectEnglishRaisesNoAlarm) {
   constexpr int kMostErrors = 4;
-  constexpr int kMostWatch = 59;
+  constexpr int kMostWatch = 5;
   const std::filesystem::path folder = ENGINE_TEST_DATA;
   auto sentences = ReadLines(folder / "golden.txt");
   for (const auto& entry : std::filesystem::directory_iterator(folder / "golden")) {
     for (std::string& line : ReadLines(entry.path())) sentences.push_back(std::move(line));
   }
-  ASSERT_GE(sentences.size(), 2000U);
+  ASSERT_GE(sentences.size(), 2200U);
   int errors = 0;
   int watch = 0;
   std::string alarms;
