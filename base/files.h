@@ -34,6 +34,10 @@ class Files {
   virtual std::string Read(const Path& path) const = 0;
   /// Names of the files of a folder, sorted; empty when the folder is missing.
   virtual std::vector<std::string> List(const Path& folder) const = 0;
+  /// Names of the folders in a folder, sorted, without links; empty when the folder is missing.
+  virtual std::vector<std::string> ListFolders(const Path& folder) const = 0;
+  /// True for a file or folder, not a link to one, that belongs to the user of this process.
+  virtual bool IsOwn(const Path& path) const = 0;
 
   /// Creates or empties a file, writes the bytes and has them reach the disk.
   virtual void Write(const Path& path, std::string_view bytes, bool isPrivate) = 0;
@@ -44,6 +48,10 @@ class Files {
   virtual void Delete(const Path& path) = 0;
   /// Creates a folder with those above it. A private one is for its owner alone (0700).
   virtual void CreateFolder(const Path& path, bool isPrivate) = 0;
+  /// Deletes a folder that is empty. One that is not stays.
+  virtual void DeleteEmptyFolder(const Path& path) = 0;
+  /// Takes all rights from everybody but the owner.
+  virtual void MakePrivate(const Path& path) = 0;
 };
 
 /// Replaces a file's content through a temporary file beside it, so that a kill at any point leaves the old

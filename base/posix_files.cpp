@@ -39,6 +39,21 @@ void SyncFolder(const Path& folder) {
     throw FileError("sync", folder, errno);
 }
 
+// Names of the entries of a folder for which this is true.
+template <class Wanted>
+std::vector<std::string> NamesIn(const Path& folder, Wanted isWanted) {
+  std::vector<std::string> names;
+  std::error_code error;
+  if (!std::filesystem::is_directory(folder, error)) return names;
+  for (std::filesystem::directory_iterator entry(folder, error), end; !error && entry != end;
+       entry.increment(error)) {
+    if (isWanted(*entry)) names.push_back(entry->path().filename().string());
+  }
+  if (error) throw FileError("list", folder, error.value());
+  std::ranges::sort(names);
+  return names;
+}
+
 }  // namespace
 
 FileWriter::FileWriter(Path path, int how, mode_t mode)
@@ -79,16 +94,23 @@ std::string PosixFiles::Read(const Path& path) const {
 }
 
 std::vector<std::string> PosixFiles::List(const Path& folder) const {
-  std::vector<std::string> names;
-  if (!FolderExists(folder)) return names;
-  std::error_code error;
-  for (std::filesystem::directory_iterator entry(folder, error), end; !error && entry != end;
-       entry.increment(error)) {
-    if (FileExists(entry->path())) names.push_back(entry->path().filename().string());
-  }
-  if (error) throw FileError("list", folder, error.value());
-  std::ranges::sort(names);
-  return names;
+  return NamesIn(folder, [](const auto& entry) {
+    std::error_code ignored;
+    return entry.is_regular_file(ignored);
+  });
+}
+
+std::vector<std::string> PosixFiles::ListFolders(const Path& folder) const {
+  return NamesIn(folder, [](const auto& entry) {
+    std::error_code ignored;
+    return entry.symlink_status(ignored).type() == std::filesystem::file_type::directory;
+  });
+}
+
+bool PosixFiles::IsOwn(const Path& path) const {
+  struct stat found {};
+  return lstat(path.c_str(), &found) == 0 && found.st_uid == geteuid() &&
+         (S_ISREG(found.st_mode) || S_ISDIR(found.st_mode));
 }
 
 void PosixFiles::Write(const Path& path, std::string_view bytes, bool isPrivate) {
@@ -125,6 +147,19 @@ void PosixFiles::CreateFolder(const Path& path, bool isPrivate) {
   // Another process may have been faster.
   if (mkdir(path.c_str(), isPrivate ? S_IRWXU : 0755) < 0 && !FolderExists(path)) {
     throw FileError("create folder", path, errno);
+  }
+}
+
+void PosixFiles::DeleteEmptyFolder(const Path& path) {
+  if (rmdir(path.c_str()) < 0 && errno != ENOTEMPTY && errno != EEXIST) {
+    throw FileError("delete folder", path, errno);
+  }
+}
+
+void PosixFiles::MakePrivate(const Path& path) {
+  struct stat found {};
+  if (stat(path.c_str(), &found) < 0 || chmod(path.c_str(), found.st_mode & S_IRWXU) < 0) {
+    throw FileError("close to others", path, errno);
   }
 }
 

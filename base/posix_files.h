@@ -33,6 +33,8 @@ class PosixFiles : public Files {
   bool FolderExists(const Path& path) const override;
   std::string Read(const Path& path) const override;
   std::vector<std::string> List(const Path& folder) const override;
+  std::vector<std::string> ListFolders(const Path& folder) const override;
+  bool IsOwn(const Path& path) const override;
   /// A file that was open to others and is written as a private one is closed to them.
   void Write(const Path& path, std::string_view bytes, bool isPrivate) override;
   void Append(const Path& path, std::string_view bytes) override;
@@ -42,6 +44,8 @@ class PosixFiles : public Files {
   void Delete(const Path& path) override;
   /// Folders that exist keep their mode, so that a shared one is never closed to others.
   void CreateFolder(const Path& path, bool isPrivate) override;
+  void DeleteEmptyFolder(const Path& path) override;
+  void MakePrivate(const Path& path) override;
 };
 
 }  // namespace base

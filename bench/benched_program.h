@@ -51,7 +51,7 @@ class InstantServer : public marovane::HttpClient {
 struct BenchedProgram {
   BenchedProgram(const std::filesystem::path& folder, std::vector<std::string> verdicts)
       : environment(marovane::ReadHostEnvironment("")), http(std::move(verdicts)) {
-    environment.variables["TMP"] = folder;
+    environment.variables["MAROVANE_HOME"] = folder;
     environment.variables["XDG_CONFIG_HOME"] = folder / "config";
     windows.onShown = [this](marovane::Form& form, bool isModal) {
       auto* const message = dynamic_cast<marovane::FrmMessage*>(&form);

@@ -75,7 +75,7 @@ int main(int argc, char** argv) {
   std::string pattern = (std::filesystem::temp_directory_path() / "marovane-bench-XXXXXX").string();
   const std::filesystem::path home = mkdtemp(pattern.data());
   setenv("HOME", home.c_str(), 1);
-  for (const char* variable : {"TMP", "XDG_DATA_HOME", "XDG_CONFIG_HOME", "XDG_STATE_HOME"})
+  for (const char* variable : {"MAROVANE_HOME", "TMP", "XDG_DATA_HOME", "XDG_CONFIG_HOME", "XDG_STATE_HOME"})
     unsetenv(variable);
   PrepareApplication();
   QApplication application(argc, argv);

@@ -2,7 +2,6 @@
 
 #include <chrono>
 
-#include "core/data_paths.h"
 #include "platform/run_time_error.h"
 
 namespace marovane {
@@ -12,19 +11,28 @@ namespace {
 // A program that was closed just now may still be sending something.
 constexpr std::chrono::seconds kEndOfTheLast{5};
 
+StartPlace FindRecordsOnHost(const std::string& edition) {
+  base::PosixFiles files;
+  base::SqliteDatabases databases;
+  return FindRecords(files, databases, ReadHostEnvironment(edition));
+}
+
 }  // namespace
 
 DesktopProgram::DesktopProgram(const std::string& edition)
     : windows_(loop_, WindowOptions(edition)),
-      lock_(WorkingRoot(ReadHostEnvironment(edition)) + "/marovane/instance.lock", kEndOfTheLast),
+      place_(FindRecordsOnHost(edition)),
+      lock_(place_.root + "/marovane/instance.lock", kEndOfTheLast),
       host_(loop_, windows_, desktop_, edition) {
   host_.environment.previousInstance = !lock_.IsHeld();
+  host_.environment.variables["MAROVANE_HOME"] = place_.root;
   InstallationValues installation = ReadInstallation(host_.files, host_.environment);
   if (lock_.IsHeld()) server_ = StartEmbeddedServer(host_.machine, installation);
   rooms_ = std::make_unique<Composition>(host_.machine, installation);
 }
 
 bool DesktopProgram::Start() {
+  if (lock_.IsHeld() && !place_.notice.empty()) windows_.SystemBox("Marovane", place_.notice);
   try {
     rooms_->frmStartUp.Load();
   } catch (const ProgramEnd&) {

@@ -8,6 +8,7 @@
 #include "app/embedded_server.h"
 #include "app/host_machine.h"
 #include "base/file_lock.h"
+#include "core/records_move.h"
 #include "platform/processes.h"
 #include "qt/qt_desktop.h"
 #include "qt/qt_loop.h"
@@ -39,6 +40,7 @@ class DesktopProgram {
   QtLoop loop_;
   QtDesktop desktop_;
   QtWindows windows_;
+  StartPlace place_;
   base::FileLock lock_;
   EmbeddedServer server_;  // outlives the machine, which may still have something to send to it
   HostMachine host_;

@@ -13,6 +13,7 @@
 #include "app/terminal_windows.h"
 #include "base/files.h"
 #include "base/text.h"
+#include "core/records_move.h"
 #include "platform/headless/poll_loop.h"
 #include "platform/processes.h"
 #include "platform/run_time_error.h"
@@ -22,6 +23,14 @@ namespace marovane {
 namespace {
 
 constexpr int kWrongUsage = 64;
+constexpr int kNoRecords = 74;
+
+// The whole run uses this place, wherever it is.
+void UsePlaceOfRecords(HostMachine& host) {
+  const StartPlace place = FindRecords(host.files, host.databases, host.environment);
+  if (!place.notice.empty()) fmt::print(stderr, "{}\n", place.notice);
+  host.environment.variables["MAROVANE_HOME"] = place.root;
+}
 
 int CheckAll(TerminalCheck& check, const TerminalCommand& command) {
   if (!command.sentences.empty()) {
@@ -59,6 +68,12 @@ int RunCommand(const TerminalCommand& command) {
   HeadlessDesktop desktop;
   EmbeddedServer server;  // outlives the machine, which may still have something to send to it
   HostMachine host(loop, windows, desktop, "");
+  try {
+    UsePlaceOfRecords(host);
+  } catch (const std::exception& error) {
+    fmt::print(stderr, "無法使用學習記錄：{}\n", error.what());
+    return kNoRecords;
+  }
   InstallationValues installation = InstallationFor(command, host);
   server = StartEmbeddedServer(host.machine, installation);
   NoSplash splash(host.machine);

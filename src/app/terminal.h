@@ -10,7 +10,7 @@ struct Composition;
 struct TerminalCommand;
 
 /// Runs a command of the terminal edition and returns its exit status: 0 right, 1 errors, 2 points to watch,
-/// 3 no answer, 64 wrong usage.
+/// 3 no answer, 64 wrong usage, 74 records that cannot be used.
 /// @param words the command line without the program's name
 int RunTerminal(const std::vector<std::string>& words);
 

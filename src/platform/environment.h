@@ -10,7 +10,7 @@ namespace marovane {
 /// Plain data, read once at the start.
 struct Environment {
   std::map<std::string, std::string>
-      variables;                        ///< TMP, HOME, XDG_DATA_HOME, XDG_CONFIG_HOME, XDG_STATE_HOME…
+      variables;  ///< MAROVANE_HOME, TMP, HOME, XDG_DATA_HOME, XDG_CONFIG_HOME, XDG_STATE_HOME…
   std::filesystem::path programFolder;  ///< `App.Path`: the read-only files that came with the program
   std::filesystem::path helperFolder;   ///< the programs beside this one
   std::string commandLine;              ///< the edition word, or nothing

@@ -75,9 +75,9 @@ TEST_F(TerminalTest, ChecksOutOfTheBoxAndRemembers) {
   EXPECT_THAT(Recorded(), ElementsAre(kRightRow, kWrongRow, "times|1")) << "looking changes nothing";
 }
 
-TEST_F(TerminalTest, LocalEngineGivesTheSameVerdictsBelowTmp) {
-  root_ = home_ / "tmp";
-  variables_ = {"TMP=" + root_.string()};
+TEST_F(TerminalTest, LocalEngineGivesTheSameVerdictsBelowAChosenRoot) {
+  root_ = home_ / "chosen";
+  variables_ = {"MAROVANE_HOME=" + root_.string()};
   EXPECT_THAT(Run(1, {"check", "--local", kWrong}).output,
               AllOf(StartsWith("ERRS  "), HasSubstr(kMarked), HasSubstr("goes")));
   EXPECT_THAT(ReadFile(root_ / "tolvex" / "registry.set"),
@@ -85,7 +85,29 @@ TEST_F(TerminalTest, LocalEngineGivesTheSameVerdictsBelowTmp) {
   const base::RunResult run = Run(0, {"check", "--local", "--json", kRight});
   EXPECT_EQ(nlohmann::json::parse(run.output)["verdict"], "PASS");
   EXPECT_THAT(Recorded(), ElementsAre(kRightRow, kWrongRow, "times|1"));
-  EXPECT_FALSE(fs::exists(home_ / ".local/share/marovane")) << "TMP is the root when it is set";
+  EXPECT_FALSE(fs::exists(home_ / ".local/share/marovane")) << "all is below the chosen root";
+}
+
+TEST_F(TerminalTest, RecordsOfATemporaryFolderMoveAndAreGoneOnWith) {
+  const fs::path old = home_ / "run/tmp";
+  variables_ = {"MAROVANE_HOME=" + old.string()};
+  Run(1, {"check", kWrong});
+  ASSERT_TRUE(fs::exists(old / "marovane-server/server.db"));
+  variables_ = {"XDG_RUNTIME_DIR=" + (home_ / "run").string(), "TMP=" + old.string()};
+  const base::RunResult run = Run(0, {"check", kRight});
+  EXPECT_EQ(run.errors, "") << "the account of the own server is known to it";
+  EXPECT_THAT(Recorded(), ElementsAre(kRightRow, kWrongRow, "times|1"));
+  EXPECT_FALSE(fs::exists(old / "marovane"));
+  EXPECT_FALSE(fs::exists(old / "marovane-server"));
+}
+
+TEST_F(TerminalTest, RecordsThatCannotBeUsedEndItWithACodeOfTheirOwn) {
+  variables_ = {"MAROVANE_HOME=data"};
+  EXPECT_THAT(Run(74, {"records"}).errors,
+              AllOf(StartsWith("無法使用學習記錄："), HasSubstr("MAROVANE_HOME")));
+  WriteFile(home_ / "file", "");
+  variables_ = {"MAROVANE_HOME=" + (home_ / "file/data").string()};
+  EXPECT_THAT(Run(74, {"check", kRight}).errors, HasSubstr((home_ / "file").string()));
 }
 
 TEST_F(TerminalTest, ReadsSentencesFromItsInputAndGivesTheGravestStatus) {

@@ -15,7 +15,7 @@
 
 namespace marovane {
 
-/// Paths are as after a start, with TMP as the root; the folders are there.
+/// Paths are as after a start, with tmp/ as the root; the folders are there.
 class CoreTest : public ::testing::Test {
  protected:
   CoreTest() {

@@ -2,6 +2,7 @@
 
 #include "base/cp950.h"
 #include "base/day.h"
+#include "core/engine_client.h"
 #include "platform/run_time_error.h"
 #include "tests/core/core_fixture.h"
 

@@ -38,7 +38,7 @@ start_screen() {
 }
 
 # A fresh learner's computer: "${AS_LEARNER[@]}" COMMAND runs a program there, with nothing of the caller's own.
-AS_LEARNER=(env -u TMP -u XDG_DATA_HOME -u XDG_CONFIG_HOME -u XDG_STATE_HOME HOME="$WORK/home"
+AS_LEARNER=(env -u MAROVANE_HOME -u TMP -u XDG_DATA_HOME -u XDG_CONFIG_HOME -u XDG_STATE_HOME HOME="$WORK/home"
   XDG_RUNTIME_DIR="$WORK/run" LANG=C.UTF-8)
 mkdir -p -m 0700 "$WORK/home" "$WORK/run"
 

@@ -16,6 +16,10 @@ class FailingFiles : public base::Files {
   bool FolderExists(const Path& path) const override { return files_.FolderExists(path); }
   std::string Read(const Path& path) const override { return files_.Read(path); }
   std::vector<std::string> List(const Path& folder) const override { return files_.List(folder); }
+  std::vector<std::string> ListFolders(const Path& folder) const override {
+    return files_.ListFolders(folder);
+  }
+  bool IsOwn(const Path& path) const override { return path != foreign && files_.IsOwn(path); }
   void Write(const Path& path, std::string_view bytes, bool isPrivate) override {
     fault.Step("opening " + path.string());
     files_.Write(path, "", isPrivate);
@@ -48,8 +52,17 @@ class FailingFiles : public base::Files {
     fault.Step("creating " + path.string());
     files_.CreateFolder(path, isPrivate);
   }
+  void DeleteEmptyFolder(const Path& path) override {
+    fault.Step("deleting " + path.string());
+    files_.DeleteEmptyFolder(path);
+  }
+  void MakePrivate(const Path& path) override {
+    fault.Step("closing to others " + path.string());
+    files_.MakePrivate(path);
+  }
 
   Fault fault;
+  Path foreign;  ///< this one belongs to somebody else
 
  private:
   base::Files& files_;

@@ -15,10 +15,10 @@ class TempHome : public TempFolder {
     }
   }
 
-  /// TMP, HOME and the XDG variables point into this home; so do the two folders of the program.
+  /// MAROVANE_HOME, HOME and the XDG variables point into this home; so do the two folders of the program.
   Environment MakeEnvironment() const {
     Environment environment;
-    environment.variables = {{"TMP", (*this / "tmp").string()},
+    environment.variables = {{"MAROVANE_HOME", (*this / "tmp").string()},
                              {"HOME", Path().string()},
                              {"XDG_CONFIG_HOME", (*this / "config").string()},
                              {"XDG_STATE_HOME", (*this / "state").string()},

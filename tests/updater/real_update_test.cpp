@@ -69,7 +69,7 @@ class RealUpdateTest : public UpdaterTest {
     EXPECT_EQ(Shell("strip -o '" + to.string() + "' '" + program.string() + "'").status, 0);
   }
   std::string TerminalLine(const std::string& words) const {
-    return "env -i HOME=" + home.Path().string() + " TMP=" + working.string() +
+    return "env -i HOME=" + home.Path().string() + " MAROVANE_HOME=" + working.string() +
            " LANG=C.UTF-8 PATH=/usr/bin " + (installation / "current/bin/marovane-terminal").string() + " " +
            words;
   }
