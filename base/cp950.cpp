@@ -100,6 +100,7 @@ std::string ToCp950(std::string_view utf8, Unencodable unencodable) {
 
 std::string FromCp950(std::string_view bytes, Undecodable undecodable) {
   std::string text;
+  text.reserve(bytes.size());
   for (std::size_t at = 0; at < bytes.size(); ++at) {
     const auto lead = static_cast<unsigned char>(bytes[at]);
     if (lead < 0x80) {

@@ -1,7 +1,6 @@
 #include "protocol/stream.h"
 
 #include <fmt/format.h>
-#include <fmt/ranges.h>
 
 #include <algorithm>
 #include <array>
@@ -34,7 +33,7 @@ std::string StoredDay(const std::string& told) {
   return base::IsoDay(*day);
 }
 
-StreamRow ParseRecord(RecordKind kind, const std::string& record) {
+StreamRow ParseRecord(RecordKind kind, std::string_view record) {
   auto fields = base::Split(record, SeparatorOf(kind == RecordKind::kEssay));
   std::string id;
   if (fields.size() == FieldCount(kind) + 1 && IsUniqueId(fields.back())) {
@@ -55,10 +54,11 @@ StreamRow ParseRecord(RecordKind kind, const std::string& record) {
 // break the reply off.
 template <typename OnRecord>
 std::optional<std::string> ReadPage(std::string_view reply, const OnRecord& onRecord) {
-  for (const auto& item : base::Split(reply, kRecordEnd)) {
+  while (!reply.empty()) {
+    const std::string_view item = base::PopPiece(reply, kRecordEnd);
     if (item.empty()) break;
     if (item.starts_with(kFinish)) return kNoMore;
-    if (item.starts_with(kLastId)) return base::Trim(std::string_view(item).substr(kLastId.size()));
+    if (item.starts_with(kLastId)) return base::Trim(item.substr(kLastId.size()));
     onRecord(item);
   }
   return std::nullopt;
@@ -79,11 +79,15 @@ std::string EncodeRecord(const StreamRow& told) {
   const Row& row = told.row;
   Row shown = row;
   DayOf(shown) = base::ShownDay(DayOf(shown));
-  std::vector<std::string> fields;
-  for (const auto field : FieldsOf(shown)) fields.push_back(WireText(field));
-  if (!told.id.empty()) fields.push_back(told.id);
-  const bool isEssay = std::holds_alternative<EssayRow>(row);
-  std::string record = fmt::format("{}{}", fmt::join(fields, SeparatorOf(isEssay)), kRecordEnd);
+  const std::string_view separator = SeparatorOf(std::holds_alternative<EssayRow>(row));
+  std::string record;
+  for (const auto field : FieldsOf(shown)) record.append(WireText(field)).append(separator);
+  if (told.id.empty()) {
+    record.resize(record.size() - separator.size());
+  } else {
+    record += told.id;
+  }
+  record += kRecordEnd;
   if (record.starts_with(kFinish)) return "'46'" + record.substr(1);
   if (record.starts_with(kLastId)) return "'4C'" + record.substr(1);
   return record;
@@ -96,7 +100,7 @@ std::string EncodePageEnd(const std::string& nextId) {
 StreamPage ParseStreamPage(RecordKind kind, std::string_view reply) {
   StreamPage page;
   page.nextId =
-      ReadPage(reply, [&](const std::string& record) { page.rows.push_back(ParseRecord(kind, record)); });
+      ReadPage(reply, [&](std::string_view record) { page.rows.push_back(ParseRecord(kind, record)); });
   return page;
 }
 
@@ -104,8 +108,8 @@ std::string EncodeGone(const std::string& id) { return id + std::string(kRecordE
 
 GonePage ParseGonePage(std::string_view reply) {
   GonePage page;
-  page.nextId = ReadPage(reply, [&page](const std::string& id) {
-    if (IsUniqueId(id)) page.ids.push_back(id);
+  page.nextId = ReadPage(reply, [&page](std::string_view id) {
+    if (IsUniqueId(id)) page.ids.emplace_back(id);
   });
   return page;
 }

@@ -1,6 +1,7 @@
 // The records of an account on their way back to the learner's computers, in three streams, page by page.
 #pragma once
 
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -17,6 +18,10 @@ std::optional<RecordKind> KindOfStream(std::string_view name);
 
 /// As the next id: the stream is at its end.
 inline constexpr const char* kNoMore = "0";
+
+/// Rows of a page for who asks for no more, and the most of sentences that the field kRowsField may ask for.
+inline constexpr std::size_t kRowsOfPage = 200, kMostRowsOfPage = 1000;
+inline constexpr const char* kRowsField = "rows";
 
 /// The stream of the ids of deleted rows, each a record of one field.
 inline constexpr const char* kGoneStream = "gone";

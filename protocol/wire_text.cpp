@@ -2,6 +2,7 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <charconv>
 #include <optional>
 
@@ -33,6 +34,7 @@ std::optional<char32_t> CodeIn(std::string_view digits) {
 
 std::string WireText(std::string_view text) {
   std::string written;
+  written.reserve(text.size());
   for (std::size_t at = 0; at < text.size();) {
     const base::Utf8Character character = base::NextUtf8(text, at);
     if (IsPlain(character.codePoint)) {
@@ -48,7 +50,11 @@ std::string WireText(std::string_view text) {
 std::string PlainText(std::string_view written) {
   std::string text;
   while (!written.empty()) {
-    const auto end = written[0] == '\'' ? written.find('\'', 1) : std::string_view::npos;
+    const auto plain = std::min(written.find('\''), written.size());
+    text += written.substr(0, plain);
+    written.remove_prefix(plain);
+    if (written.empty()) break;
+    const auto end = written.find('\'', 1);
     const auto code = end == std::string_view::npos ? std::nullopt : CodeIn(written.substr(1, end - 1));
     if (code) {
       base::AppendUtf8(text, *code);

@@ -1,4 +1,7 @@
 // Upload of records, and their way back to the other computers of the same learner.
+#include <algorithm>
+#include <charconv>
+
 #include "base/cp950.h"
 #include "base/day.h"
 #include "protocol/account.h"
@@ -11,7 +14,7 @@
 namespace server {
 namespace {
 
-constexpr std::size_t kRowsOfPage = 200, kIdsOfPage = 10000;
+constexpr std::size_t kIdsOfPage = 10000;
 constexpr std::size_t kBytesOfPage = 1 << 19;
 
 /// The account; the rows of another one that the learner has named are brought into it first. One that is
@@ -66,6 +69,15 @@ protocol::RecordKind WantedKind(const Form& form) {
   return *kind;
 }
 
+/// Essays are long, so that their pages are full by their bytes.
+std::size_t RowsOfPage(const Form& form, protocol::RecordKind kind) {
+  if (kind == protocol::RecordKind::kEssay) return protocol::kRowsOfPage;
+  const std::string wanted = form.Find(protocol::kRowsField).value_or("");
+  std::size_t rows = 0;
+  std::from_chars(wanted.data(), wanted.data() + wanted.size(), rows);
+  return std::clamp(rows, protocol::kRowsOfPage, protocol::kMostRowsOfPage);
+}
+
 }  // namespace
 
 Reply UpdateRecords(Services& services, const Call& call) {
@@ -97,10 +109,10 @@ Reply SyncClient(Services& services, const Call& call) {
                                   ? MergedAccount(services, call.form)
                                   : services.accounts.Known(call.form.Required("pno", kNumberLimit));
   const bool withIds = call.form.Find("ids") == "1";
-  return StreamReply(services.records.Rows(account, kind, lastId, kRowsOfPage), kRowsOfPage,
-                     [&](const StoredRow& row) {
-                       return protocol::EncodeRecord({row.row.row, withIds ? row.row.id : ""});
-                     });
+  const std::size_t most = RowsOfPage(call.form, kind);
+  return StreamReply(services.records.Rows(account, kind, lastId, most), most, [&](const StoredRow& row) {
+    return protocol::EncodeRecord({row.row.row, withIds ? row.row.id : ""});
+  });
 }
 
 }  // namespace server

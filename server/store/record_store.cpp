@@ -215,6 +215,7 @@ std::vector<StoredRow> RecordStore::Rows(const std::string& account, RecordKind 
   const char* const condition = isEssay ? "1" : kind == RecordKind::kRight ? "errcode = ''" : "errcode <> ''";
   const std::lock_guard lock(mutex_);
   std::vector<StoredRow> rows;
+  rows.reserve(limit);
   database_->Run(
       fmt::format("SELECT id, {}, {} FROM {} WHERE account = ? AND {} AND id > CAST(? AS INTEGER)"
                   " ORDER BY id LIMIT CAST(? AS INTEGER)",

@@ -248,6 +248,8 @@ void SyncRecords::BeginReload() {
     const char* const name = WordsOf(kind).name;
     Db().Run(
         fmt::format("create temp table if not exists fresh_{0} as select * from main.{0} where 0", name));
+    Db().Run(fmt::format("create index if not exists temp.fresh_{0}_key on fresh_{0} ({1})", name,
+                         WordsOf(kind).key));
     Db().Run(fmt::format("delete from temp.fresh_{}", name));
   }
   Db().Run("create temp table if not exists fresh_gone (id text primary key) without rowid");
@@ -292,11 +294,8 @@ bool SyncRecords::CommitReload(const ReloadRules& rules) {
   if (HasPending()) return false;
   if (rules.hasIds) FollowGone();
   for (const RecordKind kind : kAllKinds) {
-    const auto& words = WordsOf(kind);
     if (rules.hasIds || rules.isBehind) KeepLost(kind, rules);
-    Db().Run(fmt::format("delete from {} where +upload = 'Y'", words.name));
-    Db().Run(fmt::format("insert into {0} select * from temp.fresh_{0} order by rowid", words.name));
-    Db().Run(fmt::format("delete from temp.fresh_{}", words.name));
+    Replace(kind);
   }
   transaction.Commit();
   return true;
@@ -311,12 +310,54 @@ void SyncRecords::FollowGone() {
                          words.key));
     Db().Run(
         fmt::format("update gone set upload = 'N' where upload = 'Y'"
-                    " and id in (select {1} from temp.fresh_{0})",
+                    " and exists (select 1 from temp.fresh_{0} where {1} = gone.id)",
                     words.name, words.key));
     Db().Run(
         fmt::format("delete from temp.fresh_{} where {} in (select id from gone)", words.name, words.key));
   }
   Db().Run("insert or ignore into gone select id, 'Y' from temp.fresh_gone");
+}
+
+// Both sides begin with the same rows, in most cases with nearly all of them: these stay where they are.
+void SyncRecords::Replace(RecordKind kind) {
+  const auto& words = WordsOf(kind);
+  Db().Run(fmt::format("delete from {} where +upload = 'Y' and {} in (select id from gone)", words.name,
+                       words.key));
+  const std::int64_t kept = CountSameBeginning(kind);
+  Db().Run(fmt::format("delete from {0} where rowid in (select rowid from {0} where +upload = 'Y'"
+                       " order by rowid limit -1 offset ?)",
+                       words.name),
+           {kept});
+  Db().Run(fmt::format("insert into {0} select * from temp.fresh_{0} order by rowid limit -1 offset ?",
+                       words.name),
+           {kept});
+  Db().Run(fmt::format("delete from temp.fresh_{}", words.name));
+}
+
+// How many rows with the flag 'Y' are, in their order, the same as the first of the fresh set.
+std::int64_t SyncRecords::CountSameBeginning(RecordKind kind) {
+  const auto& words = WordsOf(kind);
+  std::vector<std::string> equal;
+  for (const auto& column : Db().Column("select name from pragma_table_info(?)", {words.name})) {
+    equal.push_back(fmt::format("fresh.{0} = own.{0}", column));
+  }
+  std::vector<std::int64_t> fresh;
+  Db().Run(fmt::format("select rowid from temp.fresh_{} order by rowid", words.name), {},
+           [&fresh](const base::DbRow& row) { fresh.push_back(row.Number(0)); });
+  std::size_t same = 0;
+  bool isSame = true;
+  std::int64_t latest = 0;
+  Db().Run(fmt::format("select own.rowid, fresh.rowid from main.{0} as own left join temp.fresh_{0} as fresh"
+                       " on {1} where +own.upload = 'Y' order by own.rowid",
+                       words.name, fmt::join(equal, " and ")),
+           {}, [&](const base::DbRow& row) {
+             // A row of which the fresh set has several comes several times.
+             isSame =
+                 isSame && row.Number(0) != latest && same < fresh.size() && row.Number(1) == fresh[same];
+             latest = row.Number(0);
+             if (isSame) ++same;
+           });
+  return static_cast<std::int64_t>(same);
 }
 
 void SyncRecords::KeepLost(RecordKind kind, const ReloadRules& rules) {

@@ -98,6 +98,8 @@ class SyncRecords {
   void TakeSentBack(protocol::RecordKind kind, const std::vector<std::string>& newIds,
                     const std::vector<std::string>& deletedIds, const char* flag);
   void FollowGone();
+  void Replace(protocol::RecordKind kind);
+  std::int64_t CountSameBeginning(protocol::RecordKind kind);
   void KeepLost(protocol::RecordKind kind, const ReloadRules& rules);
   void GiveContentIds(protocol::RecordKind kind);
 

@@ -126,7 +126,7 @@ std::string Reload::AskPage(const char* stream, const std::string& lastId) {
   const auto& app = program_.app;
   std::string body = protocol::PlainBody(
       {{"tp", stream}, {"pno", app.gAccountNo}, {"frompno", app.gUploadAccountNo}, {"lastid", lastId}});
-  if (rules_.hasIds) body += "&ids=1";
+  if (rules_.hasIds) body += fmt::format("&ids=1&{}={}", protocol::kRowsField, protocol::kMostRowsOfPage);
   return PostPage(program_, protocol::page::kSyncClient, body);
 }
 
