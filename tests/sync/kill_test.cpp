@@ -165,6 +165,22 @@ struct World {
     }
   }
   base::HttpResponse Answer(const base::HttpRequest& request) { return pages->Answer(request); }
+  base::HttpResponse AnswerHome(const base::HttpRequest& request) {
+    auto reply = Answer(request);
+    reply_.Step("reply to " + request.url);
+    return reply;
+  }
+  /// What can kill the program at home: before a statement, a step with a file, a request, a reply.
+  std::array<Fault*, 4> Faults() {
+    auto& machine = home.machine;
+    return {&machine.databases.fault, &machine.files.fault, &machine.http.fault, &reply_};
+  }
+  /// The server is another one from now on, with what the database of this name holds.
+  void Restore(const std::string& name) {
+    pages.reset();
+    Open(name);
+  }
+  void Backup() { pages->Query("vacuum into '" + (folder / "backup.db").string() + "'"); }
   void SyncBoth() {
     for (int round = 0; round < 2; ++round) {
       for (Computer* const computer : {&home, &school}) EXPECT_TRUE(computer->Sync("NOMSG"));
@@ -185,8 +201,11 @@ struct World {
 
   TempFolder folder;
   std::unique_ptr<SyncPages> pages;
-  Computer home{[this](const base::HttpRequest& request) { return Answer(request); }};
+  Computer home{[this](const base::HttpRequest& request) { return AnswerHome(request); }};
   Computer school{[this](const base::HttpRequest& request) { return Answer(request); }};
+
+ private:
+  Fault reply_;
 };
 
 struct Journey {
@@ -197,6 +216,14 @@ struct Journey {
 };
 
 void PrintTo(const Journey& journey, std::ostream* out) { *out << journey.name; }
+
+void FillOldAccount(SyncPages& pages) {
+  pages.Answer(
+      PostOf(SyncServer::kOldAccount, SyncServer::kOldAccount,
+             "&k1=N&err1=&s1=Theirs.&d1=2026%2F11%2F1&es1=0&ess1=0&ht1=N"
+             "&k2=N&err2=AG01&s2=*Theirs*.&d2=2026%2F11%2F1&es2=0&ess2=0&ht2=N"
+             "&k3=N&err3=essay&s3=N&d3=2026%2F11%2F5&es3=7&ess3=8&ht3=T%3C%40%3EText.%3C%40%3EText."));
+}
 
 const std::array kJourneys{
     Journey{"upload",
@@ -217,9 +244,18 @@ const std::array kJourneys{
     Journey{"merge",
             [](World& world) {
               world.WorkAtHome("Own.");
+              world.home.AddOk("Deleted.");
               world.SyncBoth();
-              world.pages->Answer(PostOf(SyncServer::kOldAccount, SyncServer::kOldAccount,
-                                         "&k1=N&err1=&s1=Old.&d1=2026%2F11%2F1&es1=0&ess1=0&ht1=N"));
+              world.home.Records().Db().Run("update oksentence set upload = 'D' where sentence = 'Deleted.'");
+              world.WorkAtHome("New.");
+              FillOldAccount(*world.pages);
+            },
+            "", SyncServer::kOldAccount},
+    Journey{"merge_in_step",
+            [](World& world) {
+              world.WorkAtHome("Own.");
+              world.SyncBoth();
+              FillOldAccount(*world.pages);
             },
             "", SyncServer::kOldAccount},
     Journey{"move",
@@ -230,27 +266,68 @@ const std::array kJourneys{
               world.home.Records().Db().Run("update oksentence set upload = 'D' where sentence = 'Deleted.'");
               world.SyncBoth();
               world.WorkAtHome("New.");
-              world.Open("another.db");
+              world.Restore("another.db");
             }},
-    Journey{"restore", [](World& world) {
+    Journey{"set_up_anew",
+            [](World& world) {
+              world.WorkAtHome("Old.");
+              world.SyncBoth();
+              world.home.AddOk("Refused.");
+              world.home.Records().Db().Run("update oksentence set upload = 'R' where sentence = 'Refused.'");
+              world.Restore("another.db");
+              world.school.AddOk("Theirs.");  // they are there first
+              world.school.Sync("NOMSG");
+            }},
+    Journey{"restore",
+            [](World& world) {
               world.home.AddOk("Deleted.");
               world.SyncBoth();
-              world.pages->Query("vacuum into '" + (world.folder / "backup.db").string() + "'");
+              world.Backup();
               world.home.Records().Db().Run("update oksentence set upload = 'D'");
               world.WorkAtHome("Since then.");
               world.SyncBoth();
-              world.Open("backup.db");
-            }}};
+              world.Restore("backup.db");
+            }},
+    Journey{"restore_and_work",
+            [](World& world) {
+              world.WorkAtHome("Old.");
+              world.SyncBoth();
+              world.Backup();
+              world.WorkAtHome("Since then.");
+              world.school.AddOk("Theirs.");
+              world.SyncBoth();
+              world.Restore("backup.db");
+              world.school.AddOk("Later.");
+              world.school.Sync("NOMSG");
+              world.WorkAtHome("New.");
+            }},
+    Journey{"restore_and_merge",
+            [](World& world) {
+              world.WorkAtHome("Old.");
+              FillOldAccount(*world.pages);
+              world.SyncBoth();
+              world.Backup();
+              world.home.AddOk("Since then.");
+              world.home.Sync("", SyncServer::kOldAccount);
+              world.SyncBoth();
+              world.Restore("backup.db");
+            },
+            "", SyncServer::kOldAccount}};
 
 class KillAnywhere : public ::testing::TestWithParam<Journey> {};
 
-// The program dies before each statement, each step with a file and each request, and is started again.
+// The program dies before each statement, each step with a file, each request and each reply, and is started
+// again. What its start synchronises is whole on both sides, and so is the journey when it is made once more.
 TEST_P(KillAnywhere, LosesNothingAndDoublesNothing) {
   const Journey& journey = GetParam();
+  const auto expectInStep = [](World& world) {
+    EXPECT_EQ(world.home.Contents(), ServerContents(world.pages->Database(), SyncServer::kAccount));
+  };
   const auto finish = [&](World& world) {
     EXPECT_TRUE(world.home.Sync(journey.mode, journey.oldAccount));
+    expectInStep(world);
     world.SyncBoth();
-    EXPECT_EQ(world.home.Contents(), ServerContents(world.pages->Database(), SyncServer::kAccount));
+    expectInStep(world);
     EXPECT_EQ(world.school.Contents(), world.home.Contents());
   };
   World whole;
@@ -258,29 +335,32 @@ TEST_P(KillAnywhere, LosesNothingAndDoublesNothing) {
   finish(whole);
   const auto wanted = whole.Texts();
   ASSERT_FALSE(wanted.empty());
-  int kills = 0;
-  for (const int kind : {0, 1, 2}) {
-    for (int step = 1;; ++step) {
-      SCOPED_TRACE(fmt::format("kind {}, step {}", kind, step));
+  std::vector<int> kills;
+  for (std::size_t kind = 0; kind < whole.Faults().size(); ++kind) {
+    kills.push_back(0);
+    for (bool isKilled = true; isKilled && !HasFailure();) {
+      SCOPED_TRACE(fmt::format("kind {}, step {}", kind, kills.back() + 1));
       World world;
       journey.prepare(world);
-      auto& machine = world.home.machine;
-      Fault& fault = kind == 0   ? machine.databases.fault
-                     : kind == 1 ? machine.files.fault
-                                 : machine.http.fault;
+      Fault& fault = *world.Faults().at(kind);
       fault.Reset();
-      fault.KillAt(step);
-      const bool isKilled = !world.home.Sync(journey.mode, journey.oldAccount);
+      fault.KillAt(kills.back() + 1);
+      isKilled = !world.home.Sync(journey.mode, journey.oldAccount);
+      fault.Reset();
       world.home.Die();
       world.home.Start();
+      EXPECT_TRUE(world.home.Sync("NOMSG"));
+      expectInStep(world);
       finish(world);
       EXPECT_EQ(world.Texts(), wanted);
-      if (HasFailure() || !isKilled) break;
-      ++kills;
+      if (isKilled) ++kills.back();
     }
   }
-  fmt::print("{}: killed at {} steps\n", journey.name, kills);
-  EXPECT_GT(kills, 30);
+  fmt::print("{}: killed at {} statements, files, requests, replies\n", journey.name, fmt::join(kills, ", "));
+  EXPECT_GT(kills[0], 30);
+  EXPECT_GT(kills[1], 5);
+  EXPECT_GT(kills[2], 5);
+  EXPECT_EQ(kills[3], kills[2]);
 }
 
 INSTANTIATE_TEST_SUITE_P(Journeys, KillAnywhere, ::testing::ValuesIn(kJourneys),
