@@ -149,7 +149,13 @@ void MeasureUpload(const std::string& root, int rows) {
   RemoteComputer computer;
   computer.App().gServerUrlRoot = root;
   computer.Records().Db().Run("begin");
-  for (int i = 0; i < rows; ++i) computer.AddOk(Sentence(i));
+  for (int i = 0; i < rows; ++i) {
+    if (i % 4 == 0) {
+      computer.AddErr(Sentence(i), "AG01");
+    } else {
+      computer.AddOk(Sentence(i));
+    }
+  }
   computer.Records().Db().Run("commit");
   const double time = bench::Milliseconds([&] { computer.Sync("UPLOAD"); });
   fmt::print("upload of {} rows: {:.0f} ms, {} requests\n", rows, time,

@@ -96,9 +96,11 @@ void FrmUpload::Synchronise(const std::string& mode) {
   ShowProgress(Progress::kSynchronising, "");
   program_.app.gUploadFinished = false;
   if (mode != "DOWNLOAD" && IsServerOnline(program_)) UploadRecords();
-  ShowProgress(Progress::kComparing, "");
-  CompareSyncChecksum();
-  FollowServer();                                  // it may not have answered before
+  if (pending || !isAnswered_) {
+    ShowProgress(Progress::kComparing, "");
+    CompareSyncChecksum();
+    FollowServer();  // it may not have answered before
+  }
   const bool hasMore = !isSame_ || IsMerge(mode);  // what is merged comes with the streams
   if (hasMore && mode != "UPLOAD" && IsServerOnline(program_)) Download(mode);
   NoteSeen();

@@ -251,13 +251,6 @@ const std::array kJourneys{
               FillOldAccount(*world.pages);
             },
             "", SyncServer::kOldAccount},
-    Journey{"merge_in_step",
-            [](World& world) {
-              world.WorkAtHome("Own.");
-              world.SyncBoth();
-              FillOldAccount(*world.pages);
-            },
-            "", SyncServer::kOldAccount},
     Journey{"move",
             [](World& world) {
               world.WorkAtHome("Old.");
@@ -265,18 +258,18 @@ const std::array kJourneys{
               world.SyncBoth();
               world.home.Records().Db().Run("update oksentence set upload = 'D' where sentence = 'Deleted.'");
               world.SyncBoth();
+              world.home.AddOk("Refused.");
+              world.home.Records().Db().Run("update oksentence set upload = 'R' where sentence = 'Refused.'");
               world.WorkAtHome("New.");
               world.Restore("another.db");
+              world.school.AddOk("Theirs.");  // which is there first
+              world.school.Sync("NOMSG");
             }},
     Journey{"set_up_anew",
             [](World& world) {
               world.WorkAtHome("Old.");
               world.SyncBoth();
-              world.home.AddOk("Refused.");
-              world.home.Records().Db().Run("update oksentence set upload = 'R' where sentence = 'Refused.'");
               world.Restore("another.db");
-              world.school.AddOk("Theirs.");  // they are there first
-              world.school.Sync("NOMSG");
             }},
     Journey{"restore",
             [](World& world) {
@@ -287,19 +280,9 @@ const std::array kJourneys{
               world.WorkAtHome("Since then.");
               world.SyncBoth();
               world.Restore("backup.db");
-            }},
-    Journey{"restore_and_work",
-            [](World& world) {
-              world.WorkAtHome("Old.");
-              world.SyncBoth();
-              world.Backup();
-              world.WorkAtHome("Since then.");
-              world.school.AddOk("Theirs.");
-              world.SyncBoth();
-              world.Restore("backup.db");
               world.school.AddOk("Later.");
               world.school.Sync("NOMSG");
-              world.WorkAtHome("New.");
+              world.home.AddOk("New.");
             }},
     Journey{"restore_and_merge",
             [](World& world) {
@@ -316,8 +299,14 @@ const std::array kJourneys{
 
 class KillAnywhere : public ::testing::TestWithParam<Journey> {};
 
-// The program dies before each statement, each step with a file, each request and each reply, and is started
-// again. What its start synchronises is whole on both sides, and so is the journey when it is made once more.
+/// Whether a program that dies before the statement leaves another state than one that dies after it.
+bool Writes(const std::string& statement) {
+  return !statement.starts_with("select") && !statement.starts_with("pragma");
+}
+
+// The program dies before each statement that writes, each step with a file, each request and each reply, and
+// is started again. What its start synchronises is whole on both sides, and so is the journey when it is made
+// once more.
 TEST_P(KillAnywhere, LosesNothingAndDoublesNothing) {
   const Journey& journey = GetParam();
   const auto expectInStep = [](World& world) {
@@ -325,39 +314,47 @@ TEST_P(KillAnywhere, LosesNothingAndDoublesNothing) {
   };
   const auto finish = [&](World& world) {
     EXPECT_TRUE(world.home.Sync(journey.mode, journey.oldAccount));
-    expectInStep(world);
-    world.SyncBoth();
+    EXPECT_TRUE(world.school.Sync("NOMSG"));
+    EXPECT_TRUE(world.home.Sync("NOMSG"));
     expectInStep(world);
     EXPECT_EQ(world.school.Contents(), world.home.Contents());
   };
   World whole;
   journey.prepare(whole);
+  for (Fault* const fault : whole.Faults()) fault->Reset();
+  whole.home.machine.databases.statements.clear();
+  ASSERT_TRUE(whole.home.Sync(journey.mode, journey.oldAccount));
+  const auto statements = whole.home.machine.databases.statements;
+  std::vector<int> steps;
+  for (Fault* const fault : whole.Faults()) steps.push_back(fault->Steps());
   finish(whole);
   const auto wanted = whole.Texts();
   ASSERT_FALSE(wanted.empty());
-  std::vector<int> kills;
-  for (std::size_t kind = 0; kind < whole.Faults().size(); ++kind) {
-    kills.push_back(0);
-    for (bool isKilled = true; isKilled && !HasFailure();) {
-      SCOPED_TRACE(fmt::format("kind {}, step {}", kind, kills.back() + 1));
+  std::vector<int> kills(steps.size());
+  for (std::size_t kind = 0; kind < steps.size(); ++kind) {
+    for (int step = 1; step <= steps[kind] && !HasFailure(); ++step) {
+      if (kind == 0 && !Writes(statements.at(static_cast<std::size_t>(step) - 1))) continue;
+      SCOPED_TRACE(fmt::format("kind {}, step {}", kind, step));
       World world;
       journey.prepare(world);
       Fault& fault = *world.Faults().at(kind);
       fault.Reset();
-      fault.KillAt(kills.back() + 1);
-      isKilled = !world.home.Sync(journey.mode, journey.oldAccount);
+      fault.KillAt(step);
+      EXPECT_FALSE(world.home.Sync(journey.mode, journey.oldAccount));
       fault.Reset();
       world.home.Die();
       world.home.Start();
-      EXPECT_TRUE(world.home.Sync("NOMSG"));
-      expectInStep(world);
+      if (*journey.oldAccount != '\0') {
+        EXPECT_TRUE(world.home.Sync("NOMSG"));  // half a merge is none, or whole
+        expectInStep(world);
+      }
       finish(world);
       EXPECT_EQ(world.Texts(), wanted);
-      if (isKilled) ++kills.back();
+      ++kills[kind];
     }
   }
   fmt::print("{}: killed at {} statements, files, requests, replies\n", journey.name, fmt::join(kills, ", "));
-  EXPECT_GT(kills[0], 30);
+  EXPECT_GT(kills[0], 15);
   EXPECT_GT(kills[1], 5);
   EXPECT_GT(kills[2], 5);
   EXPECT_EQ(kills[3], kills[2]);
