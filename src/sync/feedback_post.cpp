@@ -1,6 +1,7 @@
 #include "sync/feedback_post.h"
 
 #include "core/program.h"
+#include "core/server_access.h"
 #include "core/text_utility.h"
 #include "platform/machine.h"
 #include "platform/run_time_error.h"
@@ -50,9 +51,12 @@ FeedbackFate SendFeedback(Program& program, const std::string& body) {
 }
 
 void SendWaitingFeedback(Program& program) {
+  auto names = program.machine.files.List(OutboxFolder(program));
+  std::erase_if(names, [](const std::string& name) { return !name.ends_with(kFeedbackEnding); });
+  // The login page of a network would answer everything.
+  if (names.empty() || !IsServerOnline(program)) return;
   const int timesBefore = program.machine.loop.TimesBrokenOff();
-  for (const auto& name : program.machine.files.List(OutboxFolder(program))) {
-    if (!name.ends_with(kFeedbackEnding)) continue;
+  for (const auto& name : names) {
     try {
       PostKept(program, name);
     } catch (const RunTimeError&) {
