@@ -64,11 +64,16 @@ std::string Trimmed(const TableWords& words) {
 }
 
 // Numbers (rowid) of the rows with the flag 'Y' that the fresh set lacks. A row is there when its id is, and
-// else when an equal one is there that is no other row of this computer: of equal rows each counts once.
+// else when an equal one is there that is no other row of this computer: of equal rows each counts once. A
+// row with an id was sent with it, so its equal can only be one that a server without ids has taken, which
+// has made one since (8…); what other computers have sent says the same and is not the same.
 std::string LostRows(const TableWords& words, const ReloadRules& rules) {
-  std::string own = fmt::format("select rowid as number, {} as key, {} from main.{} where upload = 'Y'",
-                                words.key, Trimmed(words), words.name);
-  std::string others = fmt::format("select {} from temp.fresh_{}", Trimmed(words), words.name);
+  std::string own =
+      fmt::format("select rowid as number, {} as key, {} as hasId, {} from main.{} where upload = 'Y'",
+                  words.key, rules.hasIds ? HasId(words) : "0", Trimmed(words), words.name);
+  std::string others =
+      fmt::format("select {0}, length({1}) <> 25 or {1} like '8%' as isMade from temp.fresh_{2}",
+                  Trimmed(words), words.key, words.name);
   if (rules.hasIds) {
     own +=
         fmt::format(" and {0} not in (select {0} from temp.fresh_{1}) and {0} not in (select id from gone)",
@@ -77,10 +82,10 @@ std::string LostRows(const TableWords& words, const ReloadRules& rules) {
         fmt::format(" where {0} not in (select {0} from main.{1} where upload = 'Y')", words.key, words.name);
   }
   return fmt::format(
-      "select number from (select *, row_number() over (partition by {0} order by key, number) as nth from "
-      "({1}))"
-      " left join (select {0}, count(*) as many from ({2}) group by {0}) using ({0})"
-      " where nth > ifnull(many, 0)",
+      "select number from (select *, row_number() over (partition by {0}, hasId order by key, number) as nth,"
+      " sum(hasId) over (partition by {0}) as known from ({1}))"
+      " left join (select {0}, count(*) as many, sum(isMade) as made from ({2}) group by {0}) using ({0})"
+      " where nth > iif(hasId, ifnull(made, 0), ifnull(many - min(known, made), 0))",
       words.same, own, others);
 }
 
@@ -293,6 +298,7 @@ bool SyncRecords::CommitReload(const ReloadRules& rules) {
   base::Transaction transaction(Db());
   if (HasPending()) return false;
   if (rules.hasIds) FollowGone();
+  KeepFurtherEssays();
   for (const RecordKind kind : kAllKinds) {
     if (rules.hasIds || rules.isBehind) KeepLost(kind, rules);
     Replace(kind);
@@ -358,6 +364,19 @@ std::int64_t SyncRecords::CountSameBeginning(RecordKind kind) {
              if (isSame) ++same;
            });
   return static_cast<std::int64_t>(same);
+}
+
+// An essay goes from begun ('A') over finished ('N') to handed in ('Y') and never back. A server that is less
+// far has not got, or has lost, what came last.
+void SyncRecords::KeepFurtherEssays() {
+  constexpr const char* kFurther =
+      "from main.essay as own join temp.fresh_essay as fresh using (essayId, workId, sDate)"
+      " where instr('ANY', own.finalSet) > instr('ANY', fresh.finalSet)";
+  Db().Run(
+      fmt::format("update main.essay set upload = 'N' where upload = 'Y' and rowid in"
+                  " (select own.rowid {})",
+                  kFurther));
+  Db().Run(fmt::format("delete from temp.fresh_essay where rowid in (select fresh.rowid {})", kFurther));
 }
 
 void SyncRecords::KeepLost(RecordKind kind, const ReloadRules& rules) {

@@ -87,8 +87,9 @@ class SyncRecords {
   void AddGone(const std::vector<std::string>& ids);
   /// How many present rows the fresh set would take away though nobody is known to have deleted them.
   int CountTakenAway(const ReloadRules& rules);
-  /// Puts the fresh set in place of the present one, all at once. Rows that the server has lost stay, and
-  /// wait to be sent again. False, and nothing has changed, when meanwhile something waits to be uploaded.
+  /// Puts the fresh set in place of the present one, all at once. Rows that the server has lost stay, as do
+  /// essays that are less far there, and wait to be sent again. False, and nothing has changed, when
+  /// meanwhile something waits to be uploaded.
   bool CommitReload(const ReloadRules& rules);
   /// A copy of the whole database in a new file.
   void CopyTo(const std::string& path);
@@ -100,6 +101,7 @@ class SyncRecords {
   void FollowGone();
   void Replace(protocol::RecordKind kind);
   std::int64_t CountSameBeginning(protocol::RecordKind kind);
+  void KeepFurtherEssays();
   void KeepLost(protocol::RecordKind kind, const ReloadRules& rules);
   void GiveContentIds(protocol::RecordKind kind);
 

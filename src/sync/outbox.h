@@ -44,8 +44,8 @@ class Outbox {
   explicit Outbox(Program& program) : program_(program) {}
 
   bool IsEmpty() { return Posts().empty(); }
-  /// Those of the present account, the oldest first. A file that is damaged is set aside in the folder
-  /// `damaged`: a reload finds that the server lacks its rows.
+  /// Those of the present account, the oldest first. A file that is damaged or cannot be read is set
+  /// aside in the folder `damaged`: a reload finds that the server lacks its rows.
   std::vector<KeptPost> Posts();
   /// Stores a post and returns its name.
   std::string Keep(const Post& post);

@@ -139,6 +139,52 @@ TEST_F(LostServerTest, AnEssayThatIsFinishedDoesNotBecomeUnfinished) {
   EXPECT_THAT(At(1).Query("select newEssay || finalSet from essay"), ElementsAre("Finished.N"));
 }
 
+// The server knows the essay as begun. What came after it does not arrive, though the computer thinks so.
+TEST_F(LostServerTest, AnEssayOfWhichTheServerMissesTheEndStaysFinished) {
+  const auto folder = OutboxFolder(At(0).running->program);
+  base::PosixFiles& files = At(0).machine.realFiles;
+  const auto replace = [&](const std::function<void(const std::filesystem::path&)>& put) {
+    At(0).machine.http.RouteToNowhere(kUpload);
+    At(0).Sync("NOMSG");
+    const auto names = files.List(folder);
+    ASSERT_THAT(names, SizeIs(1));
+    files.Delete(folder / names[0]);
+    put(folder / names[0]);
+  };
+  const std::function<void(const std::string&)> accidents[] = {
+      [&](const std::string&) {
+        replace([&](const std::filesystem::path& post) { files.Write(post, "damaged", true); });
+      },
+      // A file that the disk does not give back.
+      [&](const std::string&) {
+        replace([](const std::filesystem::path& post) { create_symlink("/proc/self/mem", post); });
+      },
+      // Another process finishes it while it is sent as begun.
+      [&](const std::string& essay) {
+        At(0).Records().Db().Run("update essay set finalSet = 'A', newEssay = 'Text.', upload = 'N'");
+        At(0).machine.http.Queue(kUpload, [&, essay](const base::HttpRequest& request) {
+          At(0)
+              .machine.realDatabases.Open(At(0).recordsPath, base::Databases::Mode::kReadWrite)
+              ->Run("update essay set finalSet = 'N', newEssay = 'Finished.' where essayId = ?", {essay});
+          return pages_->Answer(request);
+        });
+        At(0).Sync("NOMSG");
+      }};
+  for (const auto& accident : accidents) {
+    At(0).Records().Db().Run("delete from essay");
+    Open(fmt::format("{}.db", &accident - accidents));
+    const std::string essay = At(0).AddEssay("Text.");
+    At(0).Sync("NOMSG");
+    EssayRecords(At(0).Records()).FinishEssay(essay, "Finished.");
+    accident(essay);
+    At(0).machine.http.Route(kUpload,
+                             [this](const base::HttpRequest& request) { return pages_->Answer(request); });
+    for (int i = 0; i < 2; ++i) EXPECT_TRUE(At(0).Sync("NOMSG"));
+    EXPECT_THAT(At(0).Query("select newEssay || finalSet from essay"), ElementsAre("Finished.N"));
+    EXPECT_EQ(ServerContents(pages_->Database(), SyncServer::kAccount), At(0).Contents());
+  }
+}
+
 TEST_F(LostServerTest, ARestoreThatTheFirstComparisonMissedUndoesNothing) {
   const std::string essay = At(0).AddEssay("One.");
   At(0).AddOk("Gone.");
@@ -168,6 +214,20 @@ TEST_F(LostServerTest, ANewAccountKeepsWhatIsOnTheComputer) {
   for (int i = 0; i < 2; ++i) At(0).running->program.hall.frmUpload->SyncProgress("NOMSG");
   EXPECT_THAT(At(0).Contents(), SizeIs(3));
   EXPECT_EQ(ServerContents(pages_->Database(), "second"), At(0).Contents());
+}
+
+// Each computer has seen its own alone. Of rows that other computers have sent none is one's own.
+TEST_F(LostServerTest, EqualSentencesOfTwoComputersAreTwo) {
+  At(0).AddOk("Before.");
+  SyncAll();
+  BackUp();
+  At(1).AddOk("Same.");
+  At(1).Sync("NOMSG");
+  At(0).AddOk("Same.");
+  Open("backup.db");
+  SyncAll(3);
+  ExpectAllEqual();
+  EXPECT_THAT(At(0).Contents(), SizeIs(3));
 }
 
 // A server of somebody else's, which says nothing of itself.
@@ -329,8 +389,28 @@ class UpdatedTest : public LostServerTest {
                                 "&d1=2026%2F11%2F5&es1=0&ess1=0&ht1=N&x=" + std::to_string(++made_)));
     }
   }
+  /// The database of the server as it was before rows had ids.
+  void MakeServerOlder() {
+    pages_->Query("drop index sentence_uid");
+    for (const char* const table : {"gone", "server", "post"})
+      pages_->Query(std::string("drop table ") + table);
+    pages_->Query("alter table sentence drop column uid");
+    pages_->Query("create table post (account text, id text, primary key (account, id)) without rowid");
+    pages_->Query("pragma user_version = 6");
+  }
   int made_ = 0;
 };
+
+TEST_F(UpdatedTest, RowsThatAnOlderServerHasTakenWithoutTheirIdsAreTheOnesThatItHas) {
+  for (int i = 0; i < 2; ++i) At(0).AddOk("Twice.");
+  At(0).AddErr("*Once*.", "AG01");
+  At(0).Sync("NOMSG");
+  MakeServerOlder();
+  Open("server.db");
+  SyncAll();
+  ExpectAllEqual();
+  EXPECT_THAT(At(1).Contents(), SizeIs(3));
+}
 
 TEST_F(UpdatedTest, RowsFindTheirTwinsOnTheServer) {
   HasOnServer({"Twice.", "Twice.", "Once."});
@@ -354,12 +434,7 @@ TEST_F(UpdatedTest, ACopyFromBeforeTheUpdateOfTheServerHasTheSameIds) {
   HasOnServer({"First.", "Second."});
   SyncAll();
   const auto ids = pages_->Query("select uid from sentence order by id");
-  pages_->Query("drop index sentence_uid");
-  for (const char* const table : {"gone", "server", "post"})
-    pages_->Query(std::string("drop table ") + table);
-  pages_->Query("alter table sentence drop column uid");
-  pages_->Query("create table post (account text, id text, primary key (account, id)) without rowid");
-  pages_->Query("pragma user_version = 6");
+  MakeServerOlder();
   Open("server.db");
   EXPECT_EQ(pages_->Query("select uid from sentence order by id"), ids);
   SyncAll();
