@@ -28,7 +28,7 @@ std::optional<EssayRow> EssayRecords::FindEssay(const std::string& essayId) {
 void EssayRecords::FinishEssay(const std::string& essayId, const std::string& newEssay) {
   Db().Run(
       "update essay set newEssay = ?, finalSet = 'N',"
-      " upload = case upload when 'Y' then 'N' else upload end where essayId = ?",
+      " upload = case when upload in ('Y', 'R') then 'N' else upload end where essayId = ?",
       {StoredText(newEssay), essayId});
 }
 

@@ -101,6 +101,25 @@ bool SyncRecords::HasPending() {
   return std::ranges::any_of(kAllKinds, [this](RecordKind kind) { return CountPending(kind) > 0; });
 }
 
+int SyncRecords::CountRefused() {
+  int rows = 0;
+  for (const RecordKind kind : kAllKinds) {
+    rows += Db().Number(fmt::format("select count(*) from {} where upload = 'R'", WordsOf(kind).name));
+  }
+  return rows;
+}
+
+int SyncRecords::OfferRefusedAgain() {
+  const int rows = CountRefused();
+  if (rows == 0) return 0;
+  base::Transaction transaction(Db());
+  for (const RecordKind kind : kAllKinds) {
+    Db().Run(fmt::format("update {} set upload = 'N' where upload = 'R'", WordsOf(kind).name));
+  }
+  transaction.Commit();
+  return rows;
+}
+
 RecordCounts SyncRecords::Count() {
   const auto count = [this](RecordKind kind) {
     return Db().Number(fmt::format("select count(*) from {} where upload <> 'D'", WordsOf(kind).name));
@@ -299,6 +318,7 @@ bool SyncRecords::CommitReload(const ReloadRules& rules) {
   if (HasPending()) return false;
   if (rules.hasIds) FollowGone();
   KeepFurtherEssays();
+  DropRefusedThatAreThere();
   for (const RecordKind kind : kAllKinds) {
     if (rules.hasIds || rules.isBehind) KeepLost(kind, rules);
     Replace(kind);
@@ -377,6 +397,14 @@ void SyncRecords::KeepFurtherEssays() {
                   " (select own.rowid {})",
                   kFurther));
   Db().Run(fmt::format("delete from temp.fresh_essay where rowid in (select fresh.rowid {})", kFurther));
+}
+
+// Another computer has sent them.
+void SyncRecords::DropRefusedThatAreThere() {
+  for (const RecordKind kind : kAllKinds) {
+    Db().Run(fmt::format("delete from {0} where upload = 'R' and {1} in (select {1} from temp.fresh_{0})",
+                         WordsOf(kind).name, WordsOf(kind).key));
+  }
 }
 
 void SyncRecords::KeepLost(RecordKind kind, const ReloadRules& rules) {

@@ -65,6 +65,10 @@ class SyncRecords {
   void MarkRefused(protocol::RecordKind kind, const std::vector<std::string>& newIds,
                    const std::vector<std::string>& deletedIds);
 
+  /// Refused rows wait again: the server may have become a newer one.
+  /// @return how many
+  int OfferRefusedAgain();
+
   Belongs BelongsTo();
   void SetBelongsTo(const Belongs& belongs);
   /// True when something was sent before.
@@ -102,6 +106,8 @@ class SyncRecords {
   void Replace(protocol::RecordKind kind);
   std::int64_t CountSameBeginning(protocol::RecordKind kind);
   void KeepFurtherEssays();
+  void DropRefusedThatAreThere();
+  int CountRefused();
   void KeepLost(protocol::RecordKind kind, const ReloadRules& rules);
   void GiveContentIds(protocol::RecordKind kind);
 

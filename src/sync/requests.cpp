@@ -9,6 +9,7 @@
 #include "platform/machine.h"
 #include "platform/run_time_error.h"
 #include "protocol/headers.h"
+#include "protocol/refusal.h"
 
 namespace marovane {
 
@@ -18,6 +19,8 @@ std::string PostPage(Program& program, const std::string& page, const std::strin
   request.headers.emplace_back("Content-Type", contentType);
   const base::HttpResponse response = program.machine.http.Send(request);
   constexpr int kSuccess = 2;
+  constexpr int kContentTooLarge = 413;
+  if (response.status == kContentTooLarge) return protocol::refusal::kTooLong;  // a proxy's word for it
   if (response.status / 100 != kSuccess) {
     throw RunTimeError(fmt::format("{}: status {}", request.url, response.status));
   }

@@ -91,6 +91,7 @@ void FrmUpload::Synchronise(const std::string& mode) {
   CompareSyncChecksum();
   if (refusals_.account) return;
   FollowServer();
+  if (mode == "NOMSG" && isAnswered_) refusedBefore_ = records_.OfferRefusedAgain();
   const bool pending = records_.HasPending() || !outbox_.IsEmpty();
   if (isSame_ && !pending && !IsMerge(mode)) return NoteSeen();
   ShowProgress(Progress::kSynchronising, "");
@@ -199,7 +200,8 @@ void FrmUpload::TellOutcome(const std::string& mode) {
   } else if (IsMerge(mode)) {
     TellMerged();
   }
-  if (refusals_.rows > 0) Tell(Message::kRowsRefused, fmt::format("共 {} 筆", refusals_.rows));
+  const int refused = refusals_.rows - refusedBefore_;
+  if (refused > 0) Tell(Message::kRowsRefused, fmt::format("共 {} 筆", refused));
   if (taken_.rows > 0) {
     Tell(Message::kRecordsSetAside, fmt::format("共 {} 筆，另存於 {}", taken_.rows, taken_.copy));
   }

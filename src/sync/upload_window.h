@@ -51,6 +51,7 @@ class FrmUpload : public Form, public UploadRun {
   bool isAnswered_ = false;                      // by a server, not by the page of a network
   std::optional<protocol::ServerState> server_;  // what it said of itself
   Refusals refusals_;
+  int refusedBefore_ = 0;  // rows of which the learner has been told
   TakenAway taken_;
   std::optional<RecordCounts> merged_;  // what a merge has brought
   int timesBrokenOff_ = 0;              // when it began

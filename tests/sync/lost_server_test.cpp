@@ -304,11 +304,48 @@ TEST_F(RefusedTest, OneRowThatAServerDoesNotTakeKeepsNoOtherBack) {
   At(0).Sync("NOMSG");
   EXPECT_THAT(At(0).Contents(), SizeIs(5)) << "no word any more, and no reload takes it";
   EXPECT_THAT(ServerContents(pages_->Database(), SyncServer::kAccount), SizeIs(4));
-  Open("another.db");
   At(0).machine.http.Route(kUpload,
                            [this](const base::HttpRequest& request) { return pages_->Answer(request); });
   At(0).Sync("NOMSG");
-  EXPECT_THAT(ServerContents(pages_->Database(), SyncServer::kAccount), SizeIs(5)) << "another server may";
+  EXPECT_THAT(ServerContents(pages_->Database(), SyncServer::kAccount), SizeIs(5)) << "a newer server may";
+}
+
+TEST_F(RefusedTest, ARefusedRowThatAnotherComputerHasSentIsThereOnce) {
+  At(0).AddOk("Mine.");
+  const std::string id = At(0).Query("select sId from oksentence")[0];
+  At(1).Records().InsertOkSentence({.sId = id, .sentence = "Mine.", .sDate = DayFromIso("2026-11-05")});
+  At(0).machine.http.Queue(kUpload, "ERR_BAD_TEXT");
+  ExpectMessage(At(0).machine.user, Message::kRowsRefused, kOk, "共 1 筆");
+  At(0).Sync("NOMSG");
+  ASSERT_THAT(Flags(), ElementsAre("R"));
+  At(1).Sync("NOMSG");
+  At(0).Sync("NOMSG");
+  EXPECT_THAT(Flags(), ElementsAre("Y"));
+  ExpectMessage(At(0).machine.user, Message::kRowsRefused, kOk, "共 1 筆");
+  At(0).machine.http.Queue(kUpload, "ERR_TOO_LONG");
+  const std::string essay = At(0).AddEssay("One.");
+  At(0).Sync("NOMSG");
+  EssayRecords(At(0).Records()).FinishEssay(essay, "Finished.");
+  EXPECT_THAT(At(0).Query("select upload from essay"), ElementsAre("N")) << "it is another text now";
+}
+
+// Between the school and its learners there may be a proxy that takes no long posts.
+TEST_F(RefusedTest, APostThatIsTooLongForAProxyGoesInParts) {
+  for (int i = 0; i < 5; ++i) At(0).AddOk(fmt::format("Number {}.", i));
+  for (const bool isLaterAgain : {false, true}) {
+    At(0).machine.http.RouteToNowhere(kUpload);
+    if (isLaterAgain) At(0).Sync("NOMSG");
+    At(0).machine.http.Route(kUpload, [this](const base::HttpRequest& request) -> base::HttpResponse {
+      constexpr std::size_t kLimit = 300;
+      if (request.body.size() > kLimit) return {413, "text/html", "<html>413</html>", request.url};
+      return pages_->Answer(request);
+    });
+    At(0).Sync("NOMSG");
+    EXPECT_THAT(At(0).Query("select distinct upload from oksentence"), ElementsAre("Y"));
+    EXPECT_EQ(ServerContents(pages_->Database(), SyncServer::kAccount), At(0).Contents());
+    At(0).AddOk("One more.");
+    At(0).AddOk("Another one.");
+  }
 }
 
 TEST_F(RefusedTest, APostOfAnotherAccountWaitsAndBlocksNobody) {
