@@ -229,6 +229,8 @@ void SyncRecords::SetBelongsTo(const Belongs& belongs) {
            {belongs.account, belongs.server, belongs.seen, belongs.isBehind ? "Y" : "N"});
 }
 
+void SyncRecords::NoteSeen(const std::string& post) { Db().Run("update belongs set seen = ?", {post}); }
+
 bool SyncRecords::HasSent() {
   return Db().Number("select count(*) from gone where upload <> 'N'") > 0 ||
          std::ranges::any_of(kAllKinds, [this](RecordKind kind) {

@@ -71,6 +71,8 @@ class SyncRecords {
 
   Belongs BelongsTo();
   void SetBelongsTo(const Belongs& belongs);
+  /// Notes the latest post that was seen, and leaves alone what another process may have noted beside it.
+  void NoteSeen(const std::string& post);
   /// True when something was sent before.
   bool HasSent();
   /// Another server, or one that was restored from an older copy: it hears of deletions, of the state of

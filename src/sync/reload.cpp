@@ -62,16 +62,27 @@ std::optional<TakenAway> Reload::Run() {
   }
   if (rules_.hasIds) LoadGone();
   TakenAway taken = KeepCopy();
-  if (!records_.CommitReload(rules_)) return std::nullopt;
-  return taken;
+  if (records_.CommitReload(rules_)) return taken;
+  RemoveCopy(taken);
+  return std::nullopt;
 }
 
 TakenAway Reload::KeepCopy() {
   TakenAway taken{.rows = records_.CountTakenAway(rules_), .copy = ""};
   if (taken.rows == 0) return taken;
   taken.copy = AsidePath(program_, "Marovane.mdb");
-  records_.CopyTo(taken.copy);
+  try {
+    records_.CopyTo(taken.copy);
+  } catch (const RunTimeError&) {
+    RemoveCopy(taken);  // half of one, and the next try would leave another
+    throw;
+  }
   return taken;
+}
+
+void Reload::RemoveCopy(const TakenAway& taken) {
+  base::Files& files = program_.machine.files;
+  if (!taken.copy.empty() && files.FileExists(taken.copy)) files.Delete(taken.copy);
 }
 
 void Reload::LoadRows(RecordKind kind, const char* title) {

@@ -40,6 +40,7 @@ class Reload {
   void LoadGone();
   void LoadStream(const char* name, const AddPage& add);
   TakenAway KeepCopy();
+  void RemoveCopy(const TakenAway& taken);
   bool IsBrokenOff() const;
   void LetEventsIn();
   std::string AskPage(const char* stream, const std::string& lastId);

@@ -174,11 +174,7 @@ void Upload::TakeBack(const KeptPost& kept) {
 }
 
 void Upload::NoteArrival(const KeptPost& kept) {
-  if (notesSeen_) {
-    Belongs belongs = records_.BelongsTo();
-    belongs.seen = kept.post.id;
-    records_.SetBelongsTo(belongs);
-  }
+  if (notesSeen_) records_.NoteSeen(kept.post.id);
   outbox_.Remove(kept.name);
 }
 

@@ -148,7 +148,7 @@ void FrmUpload::FollowServer() {
   const bool isKnown = belongs.account == account && belongs.server == server;
   // One that had no name and has one now has been brought up to date.
   const bool hadNoName = belongs.account.empty() || (belongs.account == account && belongs.server.empty());
-  const bool knowsNothing = server_ && server_->latestPost.empty() && outbox_.IsEmpty() && records_.HasSent();
+  const bool knowsNothing = server_ && server_->latestPost.empty() && records_.HasSent();
   const bool isRestored = server_ && !server_->knowsSeen;
   if (isRestored || (!isKnown && (!hadNoName || knowsNothing))) {
     records_.RepeatTo({account, server, "", true});

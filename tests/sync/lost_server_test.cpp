@@ -249,6 +249,21 @@ TEST_F(LostServerTest, WhatAnUnknownServerLacksIsCopiedAndTold) {
   EXPECT_THAT(At(0).machine.realFiles.List(aside), SizeIs(1)) << "once";
 }
 
+TEST_F(LostServerTest, AReloadThatIsGivenUpLeavesNoCopy) {
+  auto& http = At(0).machine.http;
+  http.Route(kCompare, "DIFFERENT");
+  http.Route(kStream, "FINISH");
+  At(0).AddOk("Mine.");
+  At(0).Sync("UPLOAD");
+  http.Route(kStream, [this](const base::HttpRequest& request) -> base::HttpResponse {
+    At(0).AddOk("Meanwhile.");
+    return {200, "", "FINISH", request.url};
+  });
+  At(0).Sync("DOWNLOAD");
+  EXPECT_THAT(At(0).machine.realFiles.List(At(0).recordsPath.parent_path() / "set-aside"), IsEmpty());
+  EXPECT_THAT(At(0).Contents(), SizeIs(4));
+}
+
 TEST_F(LostServerTest, AServerOfAnOlderVersionGetsWhatAnotherOneHad) {
   At(0).AddOk("Mine.");
   At(0).Sync("NOMSG");
@@ -447,6 +462,16 @@ TEST_F(UpdatedTest, RowsThatAnOlderServerHasTakenWithoutTheirIdsAreTheOnesThatIt
   SyncAll();
   ExpectAllEqual();
   EXPECT_THAT(At(1).Contents(), SizeIs(3));
+}
+
+// The program's own server has lost its database just when the program has become a newer one.
+TEST_F(UpdatedTest, AnEmptyServerGetsTheOldRowsAlsoWhenAPostWaits) {
+  MakeOlder(0, {"Old.", "Waits."}, "Y");
+  PutPost(0, "id1\n\n0\n\n\n", SyncServer::kAccount,
+          "&k1=N&err1=&s1=Waits.&d1=2026%2F11%2F5&es1=0&ess1=0&ht1=N");
+  SyncAll();
+  ExpectAllEqual();
+  EXPECT_THAT(At(1).Contents(), ElementsAre(Right("Old."), Right("Waits.")));
 }
 
 TEST_F(UpdatedTest, RowsFindTheirTwinsOnTheServer) {
