@@ -219,12 +219,14 @@ void RefreshUpdater(Program& program) {
   program.frmMessage.Unload();
 }
 
-void WipeDataFolder(Program& program) {
+// The update does not depend on any of it.
+void WipeDataFolder(Program& program, Wipe wipe) {
   base::Files& files = program.machine.files;
-  const std::string stamp = FreeStamp(program);
-  // The update does not depend on any of it.
-  for (const auto& name : files.List(RecordsFolder(program))) {
-    if (IsDatabaseFile(name)) RunSkippingFailures({[&] { SetAside(program, stamp, name); }});
+  if (wipe == Wipe::kRecordsToo) {
+    const std::string stamp = FreeStamp(program);
+    for (const auto& name : files.List(RecordsFolder(program))) {
+      if (IsDatabaseFile(name)) RunSkippingFailures({[&] { SetAside(program, stamp, name); }});
+    }
   }
   for (const auto& name : files.List(DataFolder(program))) {
     if (!IsDatabaseFile(name)) RunSkippingFailures({[&] { files.Delete(DataFolder(program) / name); }});

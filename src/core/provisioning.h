@@ -32,7 +32,9 @@ void ShowMissingData(Program& program);
 /// Keeps a copy of the updater that can run while the program's own folder is replaced. Failures end it
 /// quietly.
 void RefreshUpdater(Program& program);
-/// Deletes the files of the data folder. Databases are set aside. What cannot be moved or deleted stays.
-void WipeDataFolder(Program& program);
+enum class Wipe { kRecordsToo, kAllButRecords };
+/// Deletes the files of the data folder. Databases are set aside, or stay. What cannot be moved or deleted
+/// stays too.
+void WipeDataFolder(Program& program, Wipe wipe);
 
 }  // namespace marovane

@@ -9,6 +9,7 @@
 #include "core/provisioning.h"
 #include "core/resume_next.h"
 #include "core/server_access.h"
+#include "core/settings.h"
 #include "platform/event_loop.h"
 #include "platform/machine.h"
 #include "platform/processes.h"
@@ -62,9 +63,12 @@ void RunUpdater(Program& program, const char* word) {
   program.machine.loop.End();
 }
 
-// Without the new version the old one goes on, and needs its data.
+// Records that the server does not have stay where they are, and the new version goes on with them. Without
+// the new version the old one goes on, and needs its data.
 void WipeAndUpdate(Program& program) {
-  WipeDataFolder(program);
+  SyncUnsentSettings(program);
+  const bool isAllSent = program.hall.frmUpload->SendEverything();
+  WipeDataFolder(program, isAllSent ? Wipe::kRecordsToo : Wipe::kAllButRecords);
   RunUpdater(program, kUpdate);
   CheckDatabaseBuild(program);
   UnpackDataFiles(program);

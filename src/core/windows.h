@@ -113,6 +113,9 @@ class UploadRun {
  public:
   virtual ~UploadRun() = default;
   virtual void SyncProgress(const std::string& mode) = 0;
+  /// Synchronises without a word, before there is a main window, and closes the record database. True when
+  /// the server has all that is in it.
+  virtual bool SendEverything() = 0;
 };
 
 struct Hall {

@@ -71,6 +71,7 @@ class RecordDb {
 
   /// The only connection, for the statements of the other files of this room.
   base::Database& Db();
+  void Close() { db_.reset(); }
 
  private:
   Program& program_;

@@ -101,6 +101,8 @@ bool SyncRecords::HasPending() {
   return std::ranges::any_of(kAllKinds, [this](RecordKind kind) { return CountPending(kind) > 0; });
 }
 
+bool SyncRecords::IsAllSent() { return !HasPending() && CountRefused() == 0; }
+
 int SyncRecords::CountRefused() {
   int rows = 0;
   for (const RecordKind kind : kAllKinds) {

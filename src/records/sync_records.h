@@ -47,6 +47,8 @@ class SyncRecords {
   /// Rows with the flags 'N' and 'D', and rows long gone of which a server has to hear again.
   int CountPending(protocol::RecordKind kind);
   bool HasPending();
+  /// Nothing is pending, and no server has refused any of it.
+  bool IsAllSent();
   /// All rows that are not deleted.
   RecordCounts Count();
   /// The rows that `CountPending` counts, the oldest first.
@@ -99,6 +101,8 @@ class SyncRecords {
   bool CommitReload(const ReloadRules& rules);
   /// A copy of the whole database in a new file.
   void CopyTo(const std::string& path);
+  /// The next statement opens the database again, which may be another one then.
+  void Close() { records_.Close(); }
 
  private:
   base::Database& Db() { return records_.Db(); }

@@ -84,6 +84,26 @@ void FrmUpload::SyncProgress(const std::string& mode) {
   Unload();
 }
 
+// Whoever gets no for an answer keeps the records, so nobody has to hear why.
+bool FrmUpload::SendEverything() {
+  const EventLoop::HandlerScope scope(machine.loop);
+  program_.app.gUploadAccountNo = program_.app.gAccountNo;
+  timesBrokenOff_ = machine.loop.TimesBrokenOff();
+  bool isAllThere = false;
+  try {
+    ShowProgress(Progress::kComparing, "");
+    Synchronise("NOMSG");
+    isAllThere = isSame_ && records_.IsAllSent() && outbox_.IsEmpty();
+  } catch (const RunTimeError&) {
+    // Then it is not.
+  }
+  program_.frmMessage->closeForm();
+  program_.app.gUploadFinished = true;
+  records_.Close();
+  Unload();
+  return isAllThere;
+}
+
 void FrmUpload::Synchronise(const std::string& mode) {
   if (program_.app.gAccountNo.empty()) return;  // nobody's records are on any server
   if (mode != "DOWNLOAD") SendWaitingFeedback(program_);

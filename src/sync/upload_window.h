@@ -25,6 +25,7 @@ class FrmUpload : public Form, public UploadRun {
   /// Brings records and server into step; the window has gone when it returns.
   /// @param mode "NOMSG", "UPLOAD" (nothing comes down), "DOWNLOAD" (nothing goes up), or "" for a merge
   void SyncProgress(const std::string& mode) override;
+  bool SendEverything() override;
 
   void Form_Load() override;
 

@@ -44,6 +44,7 @@ class SplashTest : public SmallWindowsTest, public UploadRun, public Browser {
     }
     machine.loop.Post([this] { app.gUploadFinished = true; });
   }
+  bool SendEverything() override { return false; }
   Form& AsForm() override { return fakes.frmMain; }
   void GoNavigate(const std::string& url, int mode) override {
     EXPECT_TRUE(app.gSplashShown && !frmSplash_.IsLoaded() && !fakes.frmMain.Visible());

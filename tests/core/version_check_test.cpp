@@ -121,6 +121,20 @@ TEST_F(VersionCheckTest, ClassEightWipesTheDataButSetsRecordsAside) {
   EXPECT_THAT(machine.realFiles.List(data), IsEmpty());
   EXPECT_THAT(machine.realFiles.List(data / "set-aside"), ElementsAre("20261105-090000-Marovane.mdb"));
   EXPECT_EQ(machine.processes.started.at(0).arguments.at(0), "mrv_updater");
+  EXPECT_THAT(fakes.frmUpload.modes, ElementsAre("everything")) << "before it";
+}
+
+TEST_F(VersionCheckTest, ClassEightLeavesRecordsThatTheServerLacks) {
+  InstallUpdater();
+  ServeVersions("1.83.0", "1.0.0");
+  fakes.frmUpload.sendsEverything = false;
+  Put(app.gTempDir + "/marovane/outbox/1.post", "on its way");
+  EXPECT_TRUE(Check({{Message::kNewVersion, kYes}}));
+  const std::filesystem::path data = app.gTempDir + "/marovane";
+  EXPECT_THAT(machine.realFiles.List(data), ElementsAre("Marovane.mdb"));
+  EXPECT_EQ(Content(data / "outbox/1.post"), "on its way");
+  EXPECT_FALSE(std::filesystem::exists(data / "set-aside"));
+  EXPECT_EQ(machine.processes.started.at(0).arguments.at(0), "mrv_updater");
 }
 
 class WipeFaultTest : public VersionCheckTest, public ::testing::WithParamInterface<int> {};

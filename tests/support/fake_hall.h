@@ -96,7 +96,12 @@ class FakeUpload : public UploadRun {
     modes.push_back(mode);
     app_.gUploadFinished = true;
   }
+  bool SendEverything() override {
+    modes.emplace_back("everything");
+    return sendsEverything;
+  }
   std::vector<std::string> modes;
+  bool sendsEverything = true;
 
  private:
   AppState& app_;

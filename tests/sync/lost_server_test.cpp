@@ -230,6 +230,35 @@ TEST_F(LostServerTest, EqualSentencesOfTwoComputersAreTwo) {
   EXPECT_THAT(At(0).Contents(), SizeIs(3));
 }
 
+TEST_F(LostServerTest, SendsEverythingBeforeAnUpdateOrSaysNo) {
+  const auto sendsEverything = [this] { return At(0).running->program.hall.frmUpload->SendEverything(); };
+  At(1).AddOk("Theirs.");
+  At(1).Sync("NOMSG");
+  At(0).AddOk("Mine.");
+  EXPECT_TRUE(sendsEverything());
+  EXPECT_THAT(ServerContents(pages_->Database(), SyncServer::kAccount), SizeIs(2));
+  At(0).machine.realFiles.Rename(At(0).recordsPath, At(0).recordsPath.string() + ".aside");
+  CreateRecords(At(0).machine.realDatabases, At(0).recordsPath);
+  EXPECT_THAT(At(0).Records().Days(), IsEmpty()) << "the old one was closed";
+
+  const std::function<base::HttpResponse(const base::HttpRequest&)> troubles[] = {
+      [](const base::HttpRequest&) -> base::HttpResponse { throw RunTimeError("no connection"); },
+      [](const base::HttpRequest& request) {
+        return base::HttpResponse{200, "", "ERR_BAD_TEXT", request.url};
+      },
+      [](const base::HttpRequest& request) {
+        return base::HttpResponse{200, "", "ERR_NOTFOUND", request.url};
+      },
+      [](const base::HttpRequest& request) {
+        return base::HttpResponse{200, "", "<html>", request.url};
+      }};
+  for (const auto& trouble : troubles) {
+    At(0).AddOk("More.");
+    At(0).machine.http.Route(kUpload, trouble);
+    EXPECT_FALSE(sendsEverything());
+  }
+}
+
 // A server of somebody else's, which says nothing of itself.
 TEST_F(LostServerTest, WhatAnUnknownServerLacksIsCopiedAndTold) {
   auto& http = At(0).machine.http;
