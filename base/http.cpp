@@ -10,13 +10,13 @@
 #include <exception>
 #include <memory>
 
+#include "base/text.h"
+
 namespace base {
 namespace {
 
 constexpr long kConnectSeconds = 5;
 constexpr std::size_t kMostBytes = std::size_t{64} << 20;
-
-using HeaderFields = std::vector<std::pair<std::string, std::string>>;
 
 struct FreeList {
   void operator()(curl_slist* list) const { curl_slist_free_all(list); }
@@ -28,13 +28,16 @@ void InitCurl() {
   if (result != CURLE_OK) throw HttpError(curl_easy_strerror(result));
 }
 
+auto FindHeader(auto& headers, const std::string& name) {
+  return std::ranges::find_if(
+      headers, [&name](const auto& header) { return strcasecmp(header.first.c_str(), name.c_str()) == 0; });
+}
+
 // The fields as they go out: of those with one name the last, in the place of the first.
-HeaderFields Effective(const HeaderFields& headers) {
-  HeaderFields fields;
+HttpHeaders Effective(const HttpHeaders& headers) {
+  HttpHeaders fields;
   for (const auto& header : headers) {
-    const auto same = std::ranges::find_if(fields, [&header](const auto& field) {
-      return strcasecmp(field.first.c_str(), header.first.c_str()) == 0;
-    });
+    const auto same = FindHeader(fields, header.first);
     if (same == fields.end()) {
       fields.push_back(header);
     } else {
@@ -51,7 +54,7 @@ void Append(List& list, const std::string& line) {
   list.reset(longer);
 }
 
-List HeaderList(const HeaderFields& headers) {
+List HeaderList(const HttpHeaders& headers) {
   List list;
   Append(list, "Expect:");  // some servers never answer a request that asks for leave first
   for (const auto& [name, value] : Effective(headers)) {
@@ -97,7 +100,8 @@ class HttpSession::Transfer {
     curl_easy_getinfo(curl_, CURLINFO_RESPONSE_CODE, &status);
     curl_easy_getinfo(curl_, CURLINFO_CONTENT_TYPE, &type);
     curl_easy_getinfo(curl_, CURLINFO_EFFECTIVE_URL, &answered);
-    return {static_cast<int>(status), type != nullptr ? type : "", "", answered != nullptr ? answered : ""};
+    return {static_cast<int>(status), type != nullptr ? type : "", "", answered != nullptr ? answered : "",
+            std::move(answerHeaders_)};
   }
 
  private:
@@ -134,6 +138,8 @@ class HttpSession::Transfer {
     curl_easy_setopt(curl_, CURLOPT_HTTPHEADER, headers_.get());
     curl_easy_setopt(curl_, CURLOPT_WRITEFUNCTION, &Receive);
     curl_easy_setopt(curl_, CURLOPT_WRITEDATA, this);
+    curl_easy_setopt(curl_, CURLOPT_HEADERFUNCTION, &ReceiveHeader);
+    curl_easy_setopt(curl_, CURLOPT_HEADERDATA, this);
     curl_easy_setopt(curl_, CURLOPT_ERRORBUFFER, detail_.data());
   }
 
@@ -149,7 +155,7 @@ class HttpSession::Transfer {
 
   void SetMethod(const HttpRequest& request, const HttpLimits& limits) {
     if (request.method == "GET") {
-      curl_easy_setopt(curl_, CURLOPT_FOLLOWLOCATION, 1L);
+      curl_easy_setopt(curl_, CURLOPT_FOLLOWLOCATION, request.followsRedirections ? 1L : 0L);
       curl_easy_setopt(curl_, CURLOPT_MAXREDIRS, limits.redirections);
       return;
     }
@@ -170,14 +176,34 @@ class HttpSession::Transfer {
     }
   }
 
+  // A line, as it comes; those of a redirection come before those of the answer.
+  static std::size_t ReceiveHeader(const char* bytes, std::size_t /*one*/, std::size_t count,
+                                   void* transfer) {
+    HttpHeaders& headers = static_cast<Transfer*>(transfer)->answerHeaders_;
+    const std::string_view line(bytes, count);
+    const auto colon = line.find(':');
+    if (line.starts_with("HTTP/")) {
+      headers.clear();
+    } else if (colon != std::string_view::npos) {
+      headers.emplace_back(line.substr(0, colon), Trimmed(line.substr(colon + 1), kWhiteSpace));
+    }
+    return count;
+  }
+
   CURLM* multi_;
   CURL* curl_;
   List headers_;
+  HttpHeaders answerHeaders_;
   const Sink& sink_;
   std::string withoutProxy_ = WithoutProxy();
   std::array<char, CURL_ERROR_SIZE> detail_{};
   std::exception_ptr sinkError_;  // waits until curl has returned
 };
+
+std::string HttpResponse::Header(std::string_view name) const {
+  const auto found = FindHeader(headers, std::string(name));
+  return found == headers.end() ? "" : found->second;
+}
 
 HttpSession::HttpSession(const HttpLimits& limits) : limits_(limits) {
   InitCurl();

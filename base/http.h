@@ -26,13 +26,16 @@ class HttpStopped : public HttpError {
   using HttpError::HttpError;
 };
 
+using HttpHeaders = std::vector<std::pair<std::string, std::string>>;
+
 struct HttpRequest {
   std::string method = "POST";
   std::string url;
   /// In the order in which they are set; a later one replaces an earlier one of the same name.
-  std::vector<std::pair<std::string, std::string>> headers = {};
+  HttpHeaders headers = {};
   std::string body = {};               ///< bytes as they go out
   std::chrono::milliseconds limit{0};  ///< for the whole exchange; zero for none
+  bool followsRedirections = true;     ///< false for what must reach no other address; a POST follows none
 };
 
 struct HttpResponse {
@@ -40,6 +43,10 @@ struct HttpResponse {
   std::string contentType;  ///< value of the header, empty when absent
   std::string body;         ///< bytes as they came
   std::string url;          ///< address that answered, after redirections
+  HttpHeaders headers = {};
+
+  /// The value of a header, "" when it is absent.
+  std::string Header(std::string_view name) const;
 };
 
 struct HttpLimits {

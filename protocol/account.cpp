@@ -24,4 +24,10 @@ bool IsAccountNumber(std::string_view number) {
   return !number.empty() && number.size() <= kLongestNumber && std::ranges::all_of(number, IsNumberSign);
 }
 
+bool IsPassword(std::string_view text) {
+  return text.size() >= kShortestPassword && text.size() <= kLongestPassword && text.front() != ' ' &&
+         text.back() != ' ' &&
+         std::ranges::all_of(text, [](char sign) { return sign >= ' ' && sign <= '~'; });
+}
+
 }  // namespace protocol

@@ -19,6 +19,11 @@ inline constexpr const char* kKept = "Marovane-Kept";
 inline constexpr const char* kRecords = "Marovane-Rows";
 /// Of a comparison: the result of `EncodeSeen` (server_state.h).
 inline constexpr const char* kSeen = "Marovane-Seen";
+/// Of a learner's request: proves that the account is the caller's. Of the reply to a login: what to send as
+/// such from then on.
+inline constexpr const char* kToken = "Marovane-Token";
+/// Of a request that merges an older account: the token of that one.
+inline constexpr const char* kOldToken = "Marovane-Old-Token";
 
 }  // namespace header
 }  // namespace protocol

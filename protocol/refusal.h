@@ -26,6 +26,8 @@ inline constexpr const char* kServer = "ERR_SERVER";
 inline constexpr const char* kBadAccount = "ERR_INVAILD_ACCOUNT";
 inline constexpr const char* kNotFound = "ERR_NOTFOUND";
 inline constexpr const char* kWrongPassword = "ERR_WRONG_PASSWORD";
+/// The request has no token that is the account's.
+inline constexpr const char* kLogin = "ERR_LOGIN";
 inline constexpr const char* kTryLater = "ERR_TRY_LATER";
 inline constexpr const char* kClosed = "ERR_CLOSED";
 inline constexpr const char* kWrongEmail = "ERR_WRONG_EMAIL";
@@ -52,6 +54,7 @@ inline constexpr const char* kHandedIn = "ERR_HANDED_IN";
 inline constexpr const char* kConnectFailed = "ERR_CONNECT_FAILED";
 
 /// True for a reply that will be the same however often it is asked for: the request itself is refused.
+/// kLogin is none: after a login the same request is taken.
 bool IsFinal(std::string_view reply);
 /// True when it is the account that is refused.
 bool IsOfAccount(std::string_view reply);

@@ -73,6 +73,10 @@ Command ParseCommandLine(const std::vector<std::string>& words) {
     command.teacher = ParseTeacherCommand({words.begin() + 1, words.end()});
     return command;
   }
+  if (!words.empty() && words[0] == "pupil") {
+    command.pupil = ParsePupilCommand({words.begin() + 1, words.end()});
+    return command;
+  }
   bool placeGiven = false;
   ServerOptions& server = command.server;
   Read(words,
@@ -87,6 +91,7 @@ Command ParseCommandLine(const std::vector<std::string>& words) {
   if (command.embedded) server.prefix = "/" + RandomHex(kPrefixBytes);
   server.openAccounts = command.embedded;
   server.teacherSite = !command.embedded;
+  server.pathIsSecret = command.embedded;
   return command;
 }
 

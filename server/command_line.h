@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "server/http/server.h"
+#include "server/pupil_command.h"
 #include "server/teacher_command.h"
 
 namespace server {
@@ -21,6 +22,7 @@ class UsageError : public std::runtime_error {
 struct Command {
   bool help = false;
   std::optional<TeacherCommand> teacher;  ///< instead of serving
+  std::optional<PupilCommand> pupil;      ///< instead of serving
   bool embedded = false;                  ///< started by the desktop program, which holds standard input
   ServerOptions server;                   ///< for an embedded one with a fresh random prefix
   std::filesystem::path engineData;       ///< "" when not given

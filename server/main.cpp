@@ -16,6 +16,7 @@
 #include "base/file_descriptor.h"
 #include "engine/tolvex.h"
 #include "server/command_line.h"
+#include "server/services/data_folder.h"
 #include "server/services/log.h"
 #include "server/store/damage.h"
 
@@ -72,7 +73,11 @@ void Serve(const Command& command) {
     prctl(PR_SET_PDEATHSIG, SIGTERM);  // the system ends this process with the one that started it
   ServerOptions options = command.server;
   options.engineData = EngineData(command);
-  if (command.embedded) MakeUsable(options.dataDir / "server.db");
+  if (command.embedded) {
+    MakeUsable(options.dataDir / "server.db");
+  } else {
+    ProtectNewSchool(MadeDataFolder(options.dataDir));
+  }
   Server server(options, LoadTolvex(options.engineData));
   if (!command.accountFile.empty()) server.EnsureAccount(EnsureAccountFile(command.accountFile));
   server.Start();
@@ -89,9 +94,11 @@ int main(int argc, char** argv) {
     umask(kPrivateFiles);
     const Command command = ParseCommandLine({argv + 1, argv + argc});
     if (command.help) {
-      fmt::print("{}{}", kUsage, kTeacherUsage);
+      fmt::print("{}{}{}", kUsage, kTeacherUsage, kPupilUsage);
     } else if (command.teacher) {
       RunTeacherCommand(*command.teacher);
+    } else if (command.pupil) {
+      RunPupilCommand(*command.pupil);
     } else {
       Serve(command);
     }

@@ -1,10 +1,7 @@
 #include "server/teacher_command.h"
 
 #include <fmt/format.h>
-#include <termios.h>
-#include <unistd.h>
 
-#include <iostream>
 #include <map>
 #include <stdexcept>
 #include <utility>
@@ -14,14 +11,14 @@
 #include "protocol/account.h"
 #include "server/accounts/password.h"
 #include "server/command_line.h"
-#include "server/store/account_store.h"
+#include "server/owner_words.h"
 #include "server/store/school_store.h"
 #include "server/teacher/password_page.h"
 
 namespace server {
 namespace {
 
-constexpr std::size_t kLongestName = 40;
+constexpr std::size_t kLongestTeacherName = 40;
 
 using Action = TeacherCommand::Action;
 
@@ -34,36 +31,8 @@ std::pair<Action, std::size_t> ActionOf(const std::string& word) {
   return action->second;
 }
 
-/// Holds back the echo of the terminal, if standard input is one.
-class SilentInput {
- public:
-  SilentInput() : isTerminal_(tcgetattr(STDIN_FILENO, &before_) == 0) {
-    if (!isTerminal_) return;
-    fmt::print(stderr, "Password: ");
-    termios silent = before_;
-    silent.c_lflag &= ~static_cast<tcflag_t>(ECHO);
-    tcsetattr(STDIN_FILENO, TCSAFLUSH, &silent);
-  }
-  ~SilentInput() {
-    if (!isTerminal_) return;
-    tcsetattr(STDIN_FILENO, TCSAFLUSH, &before_);
-    fmt::print(stderr, "\n");
-  }
-  SilentInput(const SilentInput&) = delete;
-  SilentInput& operator=(const SilentInput&) = delete;
-
- private:
-  termios before_{};
-  bool isTerminal_;
-};
-
-std::string ReadPassword() {
-  std::string password;
-  {
-    const SilentInput silent;
-    std::getline(std::cin, password);
-  }
-  if (password.ends_with('\r')) password.pop_back();
+std::string ReadTeacherPassword() {
+  std::string password = ReadPassword();
   if (password.size() < kShortestTeacherPassword || password.size() > kLongestTeacherPassword) {
     throw std::runtime_error(fmt::format("the password, read from standard input, must have {} to {} bytes",
                                          kShortestTeacherPassword, kLongestTeacherPassword));
@@ -75,13 +44,13 @@ void Add(SchoolStore& school, const TeacherCommand& command) {
   if (school.FindTeacher(command.login)) {
     throw std::runtime_error(fmt::format("the teacher \"{}\" exists already", command.login));
   }
-  school.PutTeacher({command.login, command.name, HashPassword(ReadPassword())});
+  school.PutTeacher({command.login, command.name, HashPassword(ReadTeacherPassword())});
 }
 
 void ChangePassword(SchoolStore& school, const TeacherCommand& command) {
   auto teacher = school.FindTeacher(command.login);
   if (!teacher) throw std::runtime_error(fmt::format("there is no teacher \"{}\"", command.login));
-  teacher->passwordHash = HashPassword(ReadPassword());
+  teacher->passwordHash = HashPassword(ReadTeacherPassword());
   school.PutTeacher(*teacher);
 }
 
@@ -99,38 +68,24 @@ const char* const kTeacherUsage =
 TeacherCommand ParseTeacherCommand(const std::vector<std::string>& words) {
   if (words.empty()) throw UsageError("teacher: add, password or list is missing");
   const auto [action, wanted] = ActionOf(words[0]);
-  TeacherCommand command{action, {}, {}, {}};
-  std::vector<std::string> names;
-  for (std::size_t i = 1; i < words.size(); ++i) {
-    if (words[i] != "--data") {
-      names.push_back(words[i]);
-    } else if (++i < words.size()) {
-      command.dataDir = words[i];
-    }
-  }
-  if (command.dataDir.empty()) throw UsageError("--data is missing");
+  OwnerWords read = ReadOwnerWords({words.begin() + 1, words.end()});
+  std::vector<std::string>& names = read.names;
   if (names.size() != wanted) {
     throw UsageError(fmt::format("teacher {} needs {} more words", words[0], wanted));
   }
   names.resize(2);
-  command.login = names[0];
-  command.name = base::Trim(names[1], base::kWhiteSpace);
+  TeacherCommand command{action, read.dataDir, names[0], base::Trim(names[1], base::kWhiteSpace)};
   if (!command.login.empty() && !protocol::IsAccountNumber(command.login)) {
     throw UsageError("a login has 1 to 32 letters, digits, \".\" and \"_\"");
   }
   const std::size_t length = base::CountCharacters(command.name);
-  const bool isName = base::IsCleanText(command.name) && length > 0 && length <= kLongestName;
+  const bool isName = base::IsCleanText(command.name) && length > 0 && length <= kLongestTeacherName;
   if (command.action == Action::kAdd && !isName) throw UsageError("a name has 1 to 40 characters of UTF-8");
   return command;
 }
 
 void RunTeacherCommand(const TeacherCommand& command) {
-  if (!std::filesystem::is_directory(command.dataDir)) {
-    throw std::runtime_error(fmt::format("there is no folder {}", command.dataDir.string()));
-  }
-  const auto file = command.dataDir / "server.db";
-  OpenAccountStore(file);  // makes the tables when this comes before the first start
-  const auto school = OpenSqliteSchoolStore(file);
+  const auto school = OpenSqliteSchoolStore(OwnersDatabase(command.dataDir));
   switch (command.action) {
     case Action::kAdd:
       return Add(*school, command);

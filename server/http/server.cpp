@@ -3,15 +3,17 @@
 #include <fmt/format.h>
 #include <httplib.h>
 #include <sodium.h>
-#include <sys/stat.h>
 
 #include <algorithm>
 #include <cerrno>
 #include <stdexcept>
 #include <thread>
 
+#include "protocol/headers.h"
+#include "server/http/caller_address.h"
 #include "server/http/static_files.h"
 #include "server/http/teacher_requests.h"
+#include "server/services/data_folder.h"
 #include "server/services/log.h"
 
 namespace server {
@@ -30,18 +32,6 @@ constexpr const char* kContentPolicy =
     "sandbox allow-scripts; default-src 'none'; style-src 'unsafe-inline'; img-src data:";
 
 constexpr const char* kOwnPagePolicy = "default-src 'none'; style-src 'unsafe-inline'";
-
-std::filesystem::path MadeFolder(const std::filesystem::path& folder) {
-  std::error_code failure;
-  if (!std::filesystem::is_directory(folder, failure)) {
-    std::filesystem::create_directories(folder.parent_path(), failure);
-    if (mkdir(folder.c_str(), 0700) != 0) {
-      throw std::runtime_error(fmt::format("cannot make the folder {}: {}", folder.string(),
-                                           std::generic_category().message(errno)));
-    }
-  }
-  return folder;
-}
 
 bool IsHost(const std::string& host) {
   return !host.empty() && std::all_of(host.begin(), host.end(), [](unsigned char sign) {
@@ -94,7 +84,7 @@ Server::Server(ServerOptions options, SharedEngine::Load load)
     : options_(std::move(options)),
       engine_(std::move(load)),
       wordBank_(options_.engineData),
-      settings_(ReadServerSettings(MadeFolder(options_.dataDir) / "server.set")),
+      settings_(ReadServerSettings(MadeDataFolder(options_.dataDir) / "server.set")),
       store_(OpenAccountStore(options_.dataDir / "server.db")),
       school_(OpenSqliteSchoolStore(options_.dataDir / "server.db")),
       records_(options_.dataDir / "server.db"),
@@ -105,6 +95,7 @@ Server::Server(ServerOptions options, SharedEngine::Load load)
                 {options_.prefix + "/" + std::string(kTeacherFolder), settings_.behindProxy, options_.clock}),
       http_(std::make_unique<httplib::Server>()) {
   settings_.openAccounts = settings_.openAccounts || options_.openAccounts;
+  settings_.requireToken = settings_.requireToken && !options_.pathIsSecret;
   for (const std::string& login : settings_.logins) accounts_.Await(login);
   Configure(*http_);
   http_->set_socket_options([this](int socket) { SetSocketOptions(socket_ = socket); });
@@ -174,7 +165,9 @@ void Server::AnswerPage(const Page& page, const httplib::Request& request, std::
   const std::string host = request.get_header_value("Host");
   const auto headers = [&](const std::string& name) { return request.get_header_value(name); };
   const std::string root = IsHost(host) ? RootFor(host) : Root();
-  const Reply reply = Answer(page, services_, body, root, headers);
+  const Reply reply =
+      Answer(page, services_, {body, root, CallerAddress(request, settings_.behindProxy), headers});
+  if (!reply.token.empty()) response.set_header(protocol::header::kToken, reply.token);
   if (reply.isOwnPage) {
     response.headers.erase("Content-Security-Policy");
     response.set_header("Content-Security-Policy", kOwnPagePolicy);

@@ -28,6 +28,7 @@ struct ServerOptions {
   std::filesystem::path engineData;  ///< the engine's language data, for the word bank
   bool openAccounts = false;         ///< as in ServerSettings
   bool teacherSite = true;           ///< serves the teachers' pages below "teacher/"
+  bool pathIsSecret = false;         ///< whoever knows the prefix may use it: tokens are never required
   SteadyClock clock = std::chrono::steady_clock::now;
 };
 

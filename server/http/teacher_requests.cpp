@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "protocol/headers.h"
+#include "server/http/caller_address.h"
 
 namespace server {
 namespace {
@@ -95,8 +96,7 @@ void AnswerTeacher(TeacherSite& site, std::string_view path, const httplib::Requ
                    const httplib::ContentReader* readBody, bool isBehindProxy, httplib::Response& response) {
   SetHeaders(response);
   TeacherRequest asked{readBody != nullptr, std::string(path), Query(request),
-                       request.get_header_value("Cookie"), request.remote_addr};
-  if (isBehindProxy && request.has_header("X-Real-IP")) asked.address = request.get_header_value("X-Real-IP");
+                       request.get_header_value("Cookie"), CallerAddress(request, isBehindProxy)};
   if (readBody != nullptr) {
     asked.fields = {};
     const int status = ReadForm(request, *readBody, asked.fields);

@@ -12,12 +12,11 @@
 namespace server {
 namespace {
 
-constexpr std::size_t kPasswordLimit = 64;
 constexpr std::size_t kOwnerLimit = 200;
 constexpr std::size_t kListLimit = 1000;
 
-/// What of the list is kept. Not `Pno`, which the asker names, and not `userPW`: whoever knows an account's
-/// number may ask for its settings.
+/// What of the list is kept. Not `Pno`, which the asker names, and not `userPW`: a reply never holds a
+/// password.
 constexpr std::array<std::string_view, 7> kKeptSettings = {"alwaysOnTop",   "autoCleanHistory", "autoKeyinPw",
                                                            "eduBackground", "feedbackErrData",  "FontSize",
                                                            "transformValue"};
@@ -42,29 +41,38 @@ std::string KeptList(const Settings& settings) {
   return list;
 }
 
-Reply WriteSettings(Services& services, const Form& form) {
-  const Settings settings = protocol::ParseSettings(form.Required("setting", kListLimit));
+/// Proven by the password in the list.
+Reply WriteSettings(Services& services, const Call& call) {
+  const Settings settings = protocol::ParseSettings(call.form.Required("setting", kListLimit));
   const auto password = Find(settings, "userPW");
-  const std::string account =
-      services.accounts.Authenticate(Number(form), password == settings.end() ? "" : password->value);
+  const std::string account = services.accounts.Authenticate(
+      Number(call.form), password == settings.end() ? "" : password->value, call.caller.address);
   services.store.PutUserSettings(account, KeptList(settings));
   return TextReply("OK_");
 }
 
-Reply ReadSettings(Services& services, const Form& form) {
-  const std::string account = services.accounts.Known(Number(form));
+Reply ReadSettings(Services& services, const Call& call) {
+  const std::string account = LearnerOf(services, call.caller, Number(call.form));
   return TextReply("OK_" + protocol::EncodeSettings({{"Pno", account}}) +
                    services.store.UserSettings(account));
 }
 
+Reply WithToken(Reply reply, const LoggedIn& login) {
+  reply.token = login.token;
+  return reply;
+}
+
+Reply LoginReply(const LoggedIn& login) { return WithToken(TextReply("OK_" + login.account), login); }
+
 /// A campus login. The first one of an account sets its password.
-Reply CampusLogin(Services& services, const Form& form, const std::string& password) {
-  const std::string login = form.Required("login", kNumberLimit);
-  const bool isFirst = services.accounts.SetFirstPassword(login, password);
-  if (!isFirst) services.accounts.Authenticate(login, password);
+Reply CampusLogin(Services& services, const Call& call, const std::string& password) {
+  const std::string number = call.form.Required("login", kNumberLimit);
+  const bool isFirst = services.accounts.SetFirstPassword(number, password, call.caller.address);
+  const LoggedIn login = services.accounts.LogIn(number, password, call.caller);
   const ServerSettings& settings = services.settings;
-  return TextReply(
-      fmt::format("{}{}#{}#", isFirst ? "SET_" : "OK_", settings.schoolCode, settings.schoolName));
+  return WithToken(
+      TextReply(fmt::format("{}{}#{}#", isFirst ? "SET_" : "OK_", settings.schoolCode, settings.schoolName)),
+      login);
 }
 
 bool WantsAccount(const Form& form) {
@@ -76,9 +84,9 @@ Reply MakeAccount(Services& services, const Form& form, const std::string& passw
   const std::string userName = form.Required("username", kOwnerLimit);
   const std::string email = form.Required("email", kOwnerLimit);
   if (email.find('@') == std::string::npos) throw Refusal(refusal::kWrongEmail);
-  const std::string account = services.accounts.Make(password);
-  services.store.PutOwner(account, userName, email);
-  return TextReply("OK_" + account);
+  const LoggedIn login = services.accounts.Make(password);
+  services.store.PutOwner(login.account, userName, email);
+  return LoginReply(login);
 }
 
 }  // namespace
@@ -91,28 +99,28 @@ Reply SchoolServer(Services& services, const Call& call) {
 }
 
 Reply Login(Services& services, const Call& call) {
-  const std::string password = call.form.Required("password", kPasswordLimit);
-  if (call.form.Find("login")) return CampusLogin(services, call.form, password);
+  const std::string password = call.form.Required("password", protocol::kLongestPassword);
+  if (call.form.Find("login")) return CampusLogin(services, call, password);
   if (WantsAccount(call.form)) return MakeAccount(services, call.form, password);
-  return TextReply("OK_" + services.accounts.Authenticate(Number(call.form), password));
+  return LoginReply(services.accounts.LogIn(Number(call.form), password, call.caller));
 }
 
 Reply CheckPassword(Services& services, const Call& call) {
-  const std::string password = call.form.Required("pw", kPasswordLimit);
-  return TextReply("OK_" + services.accounts.Authenticate(Number(call.form), password));
+  const std::string password = call.form.Required("pw", protocol::kLongestPassword);
+  return LoginReply(services.accounts.LogIn(Number(call.form), password, call.caller));
 }
 
 Reply UserSettings(Services& services, const Call& call) {
   const std::string method = call.form.Required("met", kWordLimit);
-  if (method == "r") return ReadSettings(services, call.form);
-  if (method == "w") return WriteSettings(services, call.form);
+  if (method == "r") return ReadSettings(services, call);
+  if (method == "w") return WriteSettings(services, call);
   throw Refusal(refusal::kUnknownMethod);
 }
 
 Reply UserAct(Services& services, const Call& call) {
   const std::string act = call.form.Required("act", kWordLimit);
   if (std::ranges::find(kActs, act) == kActs.end()) throw Refusal(refusal::kUnknownAct);
-  services.store.CountAct(services.accounts.Known(Number(call.form)), base::IsoDay(base::Today()), act);
+  services.store.CountAct(call.account, base::IsoDay(base::Today()), act);
   return TextReply("OK_");
 }
 

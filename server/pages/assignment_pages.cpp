@@ -15,13 +15,9 @@ using base::Html;
 
 namespace {
 
-std::string PupilOf(Services& services, const Form& form) {
-  return services.accounts.Known(form.Required("pno", kNumberLimit));
-}
-
 /// The pupil's assignment on the topic of the field `workId`.
-std::optional<Assignment> FindAssignment(Services& services, const Form& form) {
-  return services.school.FindAssignment(PupilOf(services, form), form.Required("workId", kNumberLimit));
+std::optional<Assignment> FindAssignment(Services& services, const Call& call) {
+  return services.school.FindAssignment(call.account, call.form.Required("workId", kNumberLimit));
 }
 
 protocol::Assignment Listed(const Assignment& assignment) {
@@ -104,7 +100,7 @@ Html CommentOf(const Assignment& assignment) {
 Reply WorkList(Services& services, const Call& call) {
   if (call.form.Required("mode", kWordLimit) != "GETLST") throw Refusal(refusal::kUnknownMethod);
   std::vector<protocol::Assignment> list;
-  for (const Assignment& assignment : services.school.Assignments(PupilOf(services, call.form))) {
+  for (const Assignment& assignment : services.school.Assignments(call.account)) {
     list.push_back(Listed(assignment));
   }
   return TextReply(protocol::EncodeAssignments(list));
@@ -112,7 +108,7 @@ Reply WorkList(Services& services, const Call& call) {
 
 Reply WorkQuestion(Services& services, const Call& call) {
   if (call.form.Required("mode", kWordLimit) != "GETHTM") throw Refusal(refusal::kUnknownMethod);
-  const auto assignment = FindAssignment(services, call.form);
+  const auto assignment = FindAssignment(services, call);
   if (!assignment) return UnknownTopic();
   const Topic& topic = assignment->topic;
   Html content = Facts(topic);
@@ -124,7 +120,7 @@ Reply WorkQuestion(Services& services, const Call& call) {
 }
 
 Reply TeacherComment(Services& services, const Call& call) {
-  const auto assignment = FindAssignment(services, call.form);
+  const auto assignment = FindAssignment(services, call);
   if (!assignment) return UnknownTopic();
   return ParchmentPage(assignment->topic.title, CommentOf(*assignment));
 }
@@ -134,11 +130,10 @@ Reply HandInEssay(Services& services, const Call& call) {
       {HandInResult::kNoTopic, refusal::kNoWork},
       {HandInResult::kNoEssay, refusal::kNoEssay},
       {HandInResult::kOtherEssay, refusal::kHandedIn}};
-  const std::string account = PupilOf(services, call.form);
   const std::string essayId = call.form.Required("essayId", kNumberLimit);
   const std::string workId = call.form.Required("workId", kNumberLimit);
   const HandInResult result =
-      services.school.StoreHandIn(account, essayId, workId, base::IsoDay(base::Today()));
+      services.school.StoreHandIn(call.account, essayId, workId, base::IsoDay(base::Today()));
   if (result != HandInResult::kTaken) throw Refusal(kRefusals.at(result));
   return TextReply("OK_");
 }

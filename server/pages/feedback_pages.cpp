@@ -36,10 +36,13 @@ std::string Field(const Form& form, const std::string& name, std::size_t limit) 
 
 }  // namespace
 
+/// Where tokens are required, only what a learner says is kept, under the learner's own number.
 Reply StoreFeedback(Services& services, const Call& call) {
   const Form& form = call.form;
+  std::string account = Field(form, "pno", kShortLimit);
+  if (services.settings.requireToken) account = LearnerOf(services, call.caller, account);
   services.store.AddFeedback({.day = base::IsoDay(base::Today()),
-                              .account = Field(form, "pno", kShortLimit),
+                              .account = account,
                               .errcode = Field(form, "errcode", kShortLimit),
                               .sentence = Field(form, "sentence", kTextLimit),
                               .remarks = Field(form, "remarks", kTextLimit),

@@ -34,15 +34,29 @@ constexpr std::array<Page, 26> kPages = {{
     {page::kCheckPassword, CheckPassword},
     {page::kNewestVersion, NewestVersion},
     {page::kUserSettings, UserSettings},
-    {page::kUserAct, UserAct},
-    {page::kUpdateRecords, UpdateRecords, Page::Body::kBrowserForm, kRecordsLimit},
-    {page::kSyncChecksum, SyncChecksum},
-    {page::kSyncClient, SyncClient},
+    {.name = page::kUserAct, .answer = UserAct, .accountField = "pno"},
+    {.name = page::kUpdateRecords,
+     .answer = UpdateRecords,
+     .body = Page::Body::kBrowserForm,
+     .bodyLimit = kRecordsLimit,
+     .accountField = "pno"},
+    {.name = page::kSyncChecksum, .answer = SyncChecksum, .accountField = "regid"},
+    {.name = page::kSyncClient, .answer = SyncClient, .accountField = "pno"},
     {page::kPublisherNews, PublisherNews},
-    {page::kWork, WorkList},
-    {page::kWork, WorkQuestion, Page::Body::kBrowserForm, 1 << 12, {}, Page::Method::kGet},
-    {page::kTeacherComment, TeacherComment, Page::Body::kBrowserForm, 1 << 12, {}, Page::Method::kGet},
-    {page::kHandInEssay, HandInEssay},
+    {.name = page::kWork, .answer = WorkList, .accountField = "pno"},
+    {.name = page::kWork,
+     .answer = WorkQuestion,
+     .body = Page::Body::kBrowserForm,
+     .bodyLimit = 1 << 12,
+     .method = Page::Method::kGet,
+     .accountField = "pno"},
+    {.name = page::kTeacherComment,
+     .answer = TeacherComment,
+     .body = Page::Body::kBrowserForm,
+     .bodyLimit = 1 << 12,
+     .method = Page::Method::kGet,
+     .accountField = "pno"},
+    {.name = page::kHandInEssay, .answer = HandInEssay, .accountField = "pno"},
     {page::kSchoolServer, SchoolServer},
     {page::kFeedback, StoreFeedback, Page::Body::kBrowserForm, 1 << 14},
     {page::kServiceMail, ServiceMail, Page::Body::kPlain, 1 << 10, {}, Page::Method::kGet, true},
@@ -63,10 +77,24 @@ const Page* FindPage(std::string_view name, Page::Method method) {
   return page == kPages.end() ? nullptr : page;
 }
 
-Reply Answer(const Page& page, Services& services, std::string_view body, const std::string& root,
-             const Headers& headers) try {
-  const Call call{ReadBody(page, body), root, headers};
+std::string LearnerOf(const Services& services, const Caller& caller, std::string_view number) {
+  if (!services.settings.requireToken) return services.accounts.Known(number);
+  return services.accounts.Proven(number, caller.token, caller.address);
+}
+
+Reply Answer(const Page& page, Services& services, const Request& request) try {
+  Call call{.form = ReadBody(page, request.body),
+            .root = request.root,
+            .Header = request.Header,
+            .caller = {.address = request.address,
+                       .token = request.Header(protocol::header::kToken),
+                       .oldToken = request.Header(protocol::header::kOldToken)},
+            .account = {}};
   if (!page.isPublic && call.form.Find("key") != protocol::kAccessKey) throw Refusal(refusal::kWrongKey);
+  if (!page.accountField.empty()) {
+    const std::string number = call.form.Required(std::string(page.accountField), kNumberLimit);
+    call.account = LearnerOf(services, call.caller, number);
+  }
   return page.answer(services, call);
 } catch (const Refusal& refusal) {
   return TextReply(refusal.what());

@@ -42,10 +42,19 @@ struct Services {
 /// The value of a header of the request by its name, "" for a missing one.
 using Headers = std::function<std::string(const std::string&)>;
 
+struct Request {
+  std::string_view body;
+  std::string root;     ///< the server's root as the caller sees it, ended by "/"
+  std::string address;  ///< of the caller
+  Headers Header;
+};
+
 struct Call {
   Form form;
-  std::string root;  ///< the server's root as the caller sees it, ended by "/"
+  std::string root;
   Headers Header;
+  Caller caller;
+  std::string account;  ///< of a page with an account field, cleaned
 };
 
 struct Reply {
@@ -53,6 +62,7 @@ struct Reply {
   /// The page is the server's own, with nothing from outside that is not escaped: its links to the program
   /// (cmd:) need no sandbox.
   bool isOwnPage = false;
+  std::string token = {};  ///< what a program that has logged in is to send from then on
 };
 
 /// A reply of UTF-8 text.
@@ -79,15 +89,22 @@ struct Page {
   std::string_view lastField = {};  ///< see Form::Plain
   Method method = Method::kPost;
   bool isPublic = false;  ///< needs no access key
+  /// The field with the number of the learner whose data the page reads or writes: see LearnerOf. A page
+  /// without one is nobody's, or tests the caller itself: logins and the writing of settings by the password,
+  /// the others as their functions say.
+  std::string_view accountField = {};
 };
 
 /// Null for a name that is unknown or answers another method.
 const Page* FindPage(std::string_view name, Page::Method method);
 
-/// Reads the body, tests the access key and has the page answer. Refusals and failures come back as a reply
-/// that begins with "ERR_".
-Reply Answer(const Page& page, Services& services, std::string_view body, const std::string& root,
-             const Headers& headers);
+/// Reads the body, tests the access key and the caller, and has the page answer. Refusals and failures come
+/// back as a reply that begins with "ERR_".
+Reply Answer(const Page& page, Services& services, const Request& request);
+
+/// The learner's account, cleaned: proven by the caller's token where the owner requires one, else only
+/// known. Throws Refusal as Accounts::Proven or Accounts::Known does.
+std::string LearnerOf(const Services& services, const Caller& caller, std::string_view number);
 
 // The pages, each documented in docs/protocol.md.
 Reply ServerProbe(Services& services, const Call& call);

@@ -3,6 +3,7 @@
 #include <fmt/format.h>
 
 #include "base/cp950.h"
+#include "base/digest.h"
 #include "base/text.h"
 #include "engine/tolvex.h"
 #include "protocol/page_code.h"
@@ -35,9 +36,14 @@ bool IsDigest(std::string_view text) {
   return text.size() == kDigestLength && text.find_first_not_of("0123456789abcdef") == std::string_view::npos;
 }
 
-ArchiveKey KeyOf(const Form& form) {
+/// Where tokens are required, the digest must be that of the token's account.
+ArchiveKey KeyOf(Services& services, const Call& call) {
+  const Form& form = call.form;
   ArchiveKey key{form.Required("pnomd5", kDigestLength), form.Required("checksum", kDigestLength)};
   if (!IsDigest(key.pnomd5) || !IsDigest(key.checksum)) throw Refusal(refusal::kBadDigest);
+  const bool isOwn =
+      !services.settings.requireToken || base::SlotMd5(services.accounts.OwnerOf(call.caller)) == key.pnomd5;
+  if (!isOwn) throw Refusal(refusal::kLogin);
   return key;
 }
 
@@ -57,13 +63,13 @@ std::string WholePage(const std::string& filed) {
 }  // namespace
 
 Reply ArchivePage(Services& services, const Call& call) {
-  const ArchiveKey key = KeyOf(call.form);
+  const ArchiveKey key = KeyOf(services, call);
   services.store.PutArchivedPage(key, RequiredPage(call.form));
   return TextReply("OK_" + key.checksum);
 }
 
 Reply ShowArchivedPage(Services& services, const Call& call) {
-  const auto page = services.store.ArchivedPage(KeyOf(call.form));
+  const auto page = services.store.ArchivedPage(KeyOf(services, call));
   if (page) return {base::ToCp950(WholePage(*page), base::Unencodable::kReference)};
   return Notice("沒有批改內容", "伺服器上沒有這個句子的詳細批改內容。",
                 "可能是批改當時網路中斷，內容沒有送達。您可以在主視窗再檢查一次這個句子，即可看到說明。");

@@ -17,15 +17,16 @@ namespace {
 constexpr std::size_t kIdsOfPage = 10000;
 constexpr std::size_t kBytesOfPage = 1 << 19;
 
-/// The account; the rows of another one that the learner has named are brought into it first. One that is
-/// unknown brings nothing: that is no reason to refuse the learner's own rows.
-std::string MergedAccount(Services& services, const Form& form) {
-  std::string account = services.accounts.Known(form.Required("pno", kNumberLimit));
-  const std::string from = protocol::CleanAccount(form.Find("frompno").value_or(""));
-  const bool isOther =
-      from != account && protocol::IsAccountNumber(from) && services.store.PasswordHash(from);
-  if (isOther) services.records.Merge(account, from);
-  return account;
+/// Brings the rows of another account that the learner has named into the learner's own. Wherever this is,
+/// both must be proven. Without required tokens, an unknown account brings nothing: that is no reason to
+/// refuse the learner's own rows. With them nobody shall learn which numbers there are.
+void MergeIfWanted(Services& services, const Call& call) {
+  const std::string from = protocol::CleanAccount(call.form.Find("frompno").value_or(""));
+  if (from == call.account || !protocol::IsAccountNumber(from)) return;
+  if (!services.settings.requireToken && !services.store.PasswordHash(from)) return;
+  services.accounts.Proven(call.account, call.caller.token, call.caller.address);
+  services.accounts.Proven(from, call.caller.oldToken, call.caller.address);
+  services.records.Merge(call.account, from);
 }
 
 /// A computer that keeps no older records has the newest of those since the day; one that has just loaded all
@@ -57,10 +58,10 @@ Reply StreamReply(const std::vector<Row>& rows, std::size_t most, const Write& w
   return {reply + protocol::EncodePageEnd(isLast ? protocol::kNoMore : rows[written - 1].number)};
 }
 
-Reply GoneReply(Services& services, const Form& form) {
-  const std::string account = services.accounts.Known(form.Required("pno", kNumberLimit));
-  return StreamReply(services.records.Gone(account, form.Required("lastid", kNumberLimit), kIdsOfPage),
-                     kIdsOfPage, [](const GoneRow& row) { return protocol::EncodeGone(row.id); });
+Reply GoneReply(Services& services, const Call& call) {
+  return StreamReply(
+      services.records.Gone(call.account, call.form.Required("lastid", kNumberLimit), kIdsOfPage), kIdsOfPage,
+      [](const GoneRow& row) { return protocol::EncodeGone(row.id); });
 }
 
 protocol::RecordKind WantedKind(const Form& form) {
@@ -83,13 +84,13 @@ std::size_t RowsOfPage(const Form& form, protocol::RecordKind kind) {
 Reply UpdateRecords(Services& services, const Call& call) {
   auto rows = protocol::ParseRows(call.form, base::IsoDay(base::Today()));
   protocol::ParseKept(call.Header(protocol::header::kKept), rows);
-  const std::string account = MergedAccount(services, call.form);
-  services.records.StorePost(account, call.Header(protocol::header::kPostId), rows);
+  MergeIfWanted(services, call);
+  services.records.StorePost(call.account, call.Header(protocol::header::kPostId), rows);
   return TextReply("OK_");
 }
 
 Reply SyncChecksum(Services& services, const Call& call) {
-  const std::string account = services.accounts.Known(call.form.Required("regid", kNumberLimit));
+  const std::string& account = call.account;
   const std::string checksum = call.form.Required("checksum", kNumberLimit);
   const std::string header = call.Header(protocol::header::kRecords);
   const std::string fromDay = protocol::DayOfRecordsSince(header);
@@ -102,17 +103,16 @@ Reply SyncChecksum(Services& services, const Call& call) {
 }
 
 Reply SyncClient(Services& services, const Call& call) {
-  if (call.form.Find("tp") == protocol::kGoneStream) return GoneReply(services, call.form);
+  if (call.form.Find("tp") == protocol::kGoneStream) return GoneReply(services, call);
   const protocol::RecordKind kind = WantedKind(call.form);
   const std::string lastId = call.form.Required("lastid", kNumberLimit);
-  const std::string account = lastId.empty()
-                                  ? MergedAccount(services, call.form)
-                                  : services.accounts.Known(call.form.Required("pno", kNumberLimit));
+  if (lastId.empty()) MergeIfWanted(services, call);
   const bool withIds = call.form.Find("ids") == "1";
   const std::size_t most = RowsOfPage(call.form, kind);
-  return StreamReply(services.records.Rows(account, kind, lastId, most), most, [&](const StoredRow& row) {
-    return protocol::EncodeRecord({row.row.row, withIds ? row.row.id : ""});
-  });
+  return StreamReply(services.records.Rows(call.account, kind, lastId, most), most,
+                     [&](const StoredRow& row) {
+                       return protocol::EncodeRecord({row.row.row, withIds ? row.row.id : ""});
+                     });
 }
 
 }  // namespace server

@@ -91,6 +91,7 @@ ServerSettings ReadServerSettings(const std::filesystem::path& file) {
                           .schoolName = valueOr("schoolName", ""),
                           .behindProxy = values.Find("behindProxy") == "1",
                           .openAccounts = values.Find("openAccounts") == "1",
+                          .requireToken = values.Find("requireToken") == "1",
                           .schools = {},
                           .webSources = ReadWebSources(file.parent_path() / "sources.set"),
                           .logins = {}};

@@ -20,6 +20,7 @@ struct ServerSettings {
   std::string schoolName;
   bool behindProxy = false;                    ///< a proxy speaks TLS for it and names callers in X-Real-IP
   bool openAccounts = false;                   ///< learners may make accounts of their own
+  bool requireToken = false;                   ///< pages of learners answer only who has logged in
   std::map<std::string, std::string> schools;  ///< logins and the servers of their schools, without a scheme
   std::vector<protocol::OutsideSite> webSources;  ///< where the word helper may look things up
   std::vector<std::string> logins;                ///< accounts whose first login sets the password

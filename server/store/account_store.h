@@ -1,11 +1,12 @@
-// Accounts with their settings and counts, feedback, and the archive of result pages. One small interface, so
-// that another database can be used.
+// Accounts with their settings, tokens and counts, feedback, and the archive of result pages. One small
+// interface, so that another database can be used.
 #pragma once
 
 #include <filesystem>
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace server {
 
@@ -25,6 +26,12 @@ struct Feedback {
   std::string email;  ///< "" when no answer is wanted
 };
 
+/// A program that has logged in. Days are ISO text.
+struct Token {
+  std::string madeDay;
+  std::string lastDay;  ///< of its last use
+};
+
 /// Texts are UTF-8; an account is its cleaned number. All calls may come from several threads, and throw
 /// std::runtime_error when the database fails.
 class AccountStore {
@@ -33,8 +40,19 @@ class AccountStore {
 
   /// Nothing for an unknown account.
   virtual std::optional<std::string> PasswordHash(const std::string& account) = 0;
-  /// Makes the account or changes its password; its other data stays.
+  /// Makes the account or changes its password. Its tokens are forgotten; its other data stays.
   virtual void PutAccount(const std::string& account, const std::string& passwordHash) = 0;
+
+  /// Has a token, known by its hash, stand for the account. Of fifty the one that was not used for the
+  /// longest time makes room. False, and nothing has changed, when the account has another password hash by
+  /// now.
+  virtual bool PutToken(const std::string& account, const std::string& passwordHash,
+                        const std::string& tokenHash, const std::string& day) = 0;
+  /// The account of a token, nothing for an unknown one. Notes the day as that of its last use.
+  virtual std::optional<std::string> UseToken(const std::string& tokenHash, const std::string& day) = 0;
+  /// The tokens of an account, oldest first.
+  virtual std::vector<Token> Tokens(const std::string& account) = 0;
+  virtual void ForgetTokens(const std::string& account) = 0;
 
   /// Notes whose account it is. Unknown accounts keep nothing.
   virtual void PutOwner(const std::string& account, const std::string& userName,

@@ -181,9 +181,21 @@ inline constexpr const char* kRowIds = R"(
 inline constexpr std::size_t kStepOfRowIds = 7;
 inline constexpr const char* kRowIdIndex = "CREATE UNIQUE INDEX sentence_uid ON sentence (account, uid);";
 
+// What programs send to prove that they have logged in; the server knows only the hash.
+inline constexpr const char* kTokenTable = R"(
+    CREATE TABLE token (
+      id INTEGER PRIMARY KEY AUTOINCREMENT,
+      hash TEXT NOT NULL UNIQUE,   -- SHA-256
+      account TEXT NOT NULL REFERENCES account (number),
+      made_day TEXT NOT NULL,
+      last_day TEXT NOT NULL
+    );
+    CREATE INDEX token_account ON token (account);
+)";
+
 /// Step N brings a database of version N to version N + 1. A step that was published is never changed.
 inline constexpr std::array kSchemaSteps{kAccountTables, kArchiveTable, kOwnersAndFeedback,
                                          kRecordTables,  kSchoolTables, kCleanRecords,
-                                         kRowIds,        kRowIdIndex};
+                                         kRowIds,        kRowIdIndex,   kTokenTable};
 
 }  // namespace server

@@ -49,10 +49,54 @@ class SqliteAccountStore : public AccountStore {
   }
 
   void PutAccount(const std::string& account, const std::string& passwordHash) override {
-    Write(
+    const std::lock_guard lock(mutex_);
+    base::Transaction transaction(*database_);
+    database_->Run(
         "INSERT INTO account (number, password_hash) VALUES (?, ?)"
         " ON CONFLICT (number) DO UPDATE SET password_hash = excluded.password_hash",
         {account, passwordHash});
+    database_->Run("DELETE FROM token WHERE account = ?", {account});
+    transaction.Commit();
+  }
+
+  bool PutToken(const std::string& account, const std::string& passwordHash, const std::string& tokenHash,
+                const std::string& day) override {
+    const std::lock_guard lock(mutex_);
+    base::Transaction transaction(*database_);
+    database_->Run(
+        "DELETE FROM token WHERE account = ? AND id NOT IN"
+        " (SELECT id FROM token WHERE account = ? ORDER BY last_day DESC, id DESC LIMIT 49)",
+        {account, account});
+    const auto isPut = database_->Text(
+        "INSERT INTO token (hash, account, made_day, last_day)"
+        " SELECT ?, number, ?, ? FROM account WHERE number = ? AND password_hash = ? RETURNING 1",
+        {tokenHash, day, day, account, passwordHash});
+    if (isPut) transaction.Commit();
+    return isPut.has_value();
+  }
+
+  std::optional<std::string> UseToken(const std::string& tokenHash, const std::string& day) override {
+    const std::lock_guard lock(mutex_);
+    std::vector<std::string> found;
+    database_->Run("SELECT account, last_day FROM token WHERE hash = ?", {tokenHash},
+                   [&](const base::DbRow& row) { found = row.Texts(); });
+    if (found.empty()) return std::nullopt;
+    if (found[1] != day) database_->Run("UPDATE token SET last_day = ? WHERE hash = ?", {day, tokenHash});
+    return found[0];
+  }
+
+  std::vector<Token> Tokens(const std::string& account) override {
+    const std::lock_guard lock(mutex_);
+    std::vector<Token> tokens;
+    database_->Run("SELECT made_day, last_day FROM token WHERE account = ? ORDER BY id", {account},
+                   [&](const base::DbRow& row) {
+                     tokens.push_back({row.Texts()[0], row.Texts()[1]});
+                   });
+    return tokens;
+  }
+
+  void ForgetTokens(const std::string& account) override {
+    Write("DELETE FROM token WHERE account = ?", {account});
   }
 
   void PutOwner(const std::string& account, const std::string& userName, const std::string& email) override {

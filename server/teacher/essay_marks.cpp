@@ -62,7 +62,7 @@ Html Note(const tolvex::Fault& fault) {
   return note;
 }
 
-Html Row(const EssaySentence& sentence, const Html& text, const Html& notes) {
+Html MarkedRow(const EssaySentence& sentence, const Html& text, const Html& notes) {
   return Fill(R"(<li class="{}"><div>{}</div><ul>{}</ul></li>
 )",
               sentence.beginsParagraph ? "first" : "next", text, notes);
@@ -72,7 +72,7 @@ Html JudgedRow(const EssaySentence& sentence, const tolvex::Judgement& judgement
   Html notes;
   for (const tolvex::Fault& fault : judgement.faults) notes += Note(fault);
   if (notes.IsEmpty()) notes = Fill(R"(<li class="right">沒有發現錯誤</li>)");
-  return Row(sentence, WithMarks(sentence.text, judgement), notes);
+  return MarkedRow(sentence, WithMarks(sentence.text, judgement), notes);
 }
 
 }  // namespace
@@ -98,7 +98,8 @@ Html MarkedEssay(std::string_view essay, const SharedEngine& engine) {
     const auto judgement = isWanted ? Judge(engine, sentence.text) : std::nullopt;
     judged += judgement ? 1 : 0;
     isUsable = isUsable && (!isWanted || judgement);
-    rows += judgement ? JudgedRow(sentence, *judgement) : Row(sentence, Fill("{}", sentence.text), Html());
+    rows +=
+        judgement ? JudgedRow(sentence, *judgement) : MarkedRow(sentence, Fill("{}", sentence.text), Html());
   }
   Html marked = isUsable ? Html() : Fill(R"(<p class="error">檢查引擎目前無法使用，先顯示原文。</p>)");
   marked += Fill(R"(<ol class="essay">

@@ -17,8 +17,6 @@ namespace {
 constexpr std::size_t kMostPupils = 200;
 constexpr std::size_t kMostErrors = 20;
 constexpr std::size_t kLongestName = 40;
-constexpr std::size_t kShortestPassword = 4;
-constexpr std::size_t kLongestPassword = 64;
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
 struct Record {
@@ -105,9 +103,9 @@ class Reader {
     if (base::CountCharacters(entry.name) > kLongestName) {
       return AddError(line, fmt::format("姓名太長，最多 {} 個字", kLongestName));
     }
-    const std::size_t length = entry.password.size();
-    if (length != 0 && (length < kShortestPassword || length > kLongestPassword)) {
-      return AddError(line, fmt::format("密碼要有 {} 至 {} 個字", kShortestPassword, kLongestPassword));
+    if (!entry.password.empty() && !protocol::IsPassword(entry.password)) {
+      return AddError(line, fmt::format("密碼要有 {} 至 {} 個英文字母、數字或符號",
+                                        protocol::kShortestPassword, protocol::kLongestPassword));
     }
     if (!seen_.insert(entry.account).second) {
       return AddError(line, fmt::format("帳號「{}」在檔案裡出現兩次", entry.account));

@@ -84,7 +84,7 @@ TeacherSite::TeacherSite(SchoolStore& school, AccountStore& store, const SharedE
       engine_(engine),
       options_(std::move(options)),
       sessions_(options_.clock),
-      limit_(options_.clock) {}
+      limit_(1.0 / 30, options_.clock) {}
 
 TeacherReply TeacherSite::Answer(const TeacherRequest& request) try {
   return Route(request);

@@ -5,7 +5,7 @@
 #include <optional>
 #include <string>
 
-#include "server/teacher/login_limit.h"
+#include "server/accounts/login_limit.h"
 #include "server/teacher/sessions.h"
 #include "server/teacher/teacher_page.h"
 

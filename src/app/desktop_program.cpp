@@ -3,6 +3,7 @@
 #include <chrono>
 
 #include "platform/run_time_error.h"
+#include "protocol/headers.h"
 
 namespace marovane {
 
@@ -48,10 +49,18 @@ QtWindows::Options DesktopProgram::WindowOptions(const std::string& edition) {
           .webLibrary = QString::fromStdString(environment.helperFolder / "libmarovane_qt_web.so"),
           .webRights = {.pictureFolder = uiFolder,
                         .ownServer = [this] { return QString::fromStdString(ServerRoot()); },
-                        .mayCommand = [this](const QString& url) { return IsOwnPage(url.toStdString()); }}};
+                        .mayCommand = [this](const QString& url) { return IsOwnPage(url.toStdString()); },
+                        .proofFor = [this](const QString& url) { return ProofFor(url.toStdString()); }}};
 }
 
 std::string DesktopProgram::ServerRoot() const { return rooms_ ? rooms_->program.app.gServerUrlRoot : ""; }
+
+WebHeader DesktopProgram::ProofFor(const std::string& url) const {
+  if (!rooms_) return {};
+  const Program& program = rooms_->program;
+  const std::string token = program.proof.TokenFor(url, program.app.gAccountNo);
+  return {.name = protocol::header::kToken, .value = QByteArray::fromStdString(token)};
+}
 
 // Only pages of the program's own servers may give it commands.
 bool DesktopProgram::IsOwnPage(const std::string& url) const {

@@ -36,6 +36,7 @@ class DesktopProgram {
   QtWindows::Options WindowOptions(const std::string& edition);
   std::string ServerRoot() const;
   bool IsOwnPage(const std::string& url) const;
+  WebHeader ProofFor(const std::string& url) const;
 
   QtLoop loop_;
   QtDesktop desktop_;

@@ -2,6 +2,7 @@
 
 #include "base/cp950.h"
 #include "base/percent.h"
+#include "core/program.h"
 #include "platform/html.h"
 #include "platform/http.h"
 #include "platform/machine.h"
@@ -40,7 +41,8 @@ void PageFetcher::Fetch(const std::string& method, const std::string& url, const
   base::HttpRequest request{.method = method, .url = url, .headers = {}, .body = body};
   if (method == "POST") request.headers.emplace_back("Content-Type", protocol::kFormType);
   try {
-    const base::HttpResponse response = machine_.http.Send(request);
+    const base::HttpResponse response =
+        method == "GET" ? program_.proof.Send(request) : program_.machine.http.Send(request);
     const bool isUtf8 = response.contentType.find("utf-8") != std::string::npos;
     page_ = isUtf8 ? response.body : base::FromCp950(response.body);
   } catch (const RunTimeError&) {

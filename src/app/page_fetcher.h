@@ -7,12 +7,12 @@
 
 namespace marovane {
 
-struct Machine;
+struct Program;
 
 /// Follows a browser control's navigations and form posts over HTTP.
 class PageFetcher : public WebRenderer {
  public:
-  explicit PageFetcher(Machine& machine) : machine_(machine) {}
+  explicit PageFetcher(Program& program) : program_(program) {}
 
   void Navigate(const std::string& url) override;
   void Write(const std::string& html) override { page_ = html; }
@@ -27,7 +27,7 @@ class PageFetcher : public WebRenderer {
  private:
   void Fetch(const std::string& method, const std::string& url, const std::string& body);
 
-  Machine& machine_;
+  Program& program_;
   std::string page_;
 };
 

@@ -30,7 +30,7 @@ nlohmann::ordered_json FaultList(const tolvex::Judgement& judgement) {
 }  // namespace
 
 TerminalCheck::TerminalCheck(Composition& composition, bool json)
-    : composition_(composition), fetcher_(composition.program.machine), json_(json) {}
+    : composition_(composition), fetcher_(composition.program), json_(json) {}
 
 void TerminalCheck::Check(const std::string& sentence) {
   Ask(sentence);

@@ -73,7 +73,7 @@ class TerminalEssay {
 
 TerminalEssay::TerminalEssay(Composition& composition)
     : composition_(composition),
-      printer_(composition.program.machine),
+      printer_(composition.program),
       correcting_(composition.program.machine.loop, kLookEvery) {
   correcting_.onTick = [this] {
     if (composition_.program.app.gVerdict == essay_walk::kAwaitsCorrection) AskCorrection();

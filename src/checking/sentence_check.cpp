@@ -41,6 +41,7 @@ bool PassPasswordGate(FrmMain& frmMain) {
   if (app.gEdition != "MRV") return true;
   app.gAccountNo = ReadSetup(program, "Pno");
   if (!app.gAccountPassword.empty()) return true;
+  program.proof.TellRefusal();
   program.hall.frmPassword->AsForm().Show();
   return false;
 }

@@ -30,11 +30,12 @@ constexpr Message Message::kChooseEducation{"23", kWarning, kOk, kPlain, "學歷
 constexpr Message Message::kNoEngineReply{"24", kWarning, kOk, kError, "抱歉! 修辭引擎沒有回傳任何資料"};
 constexpr Message Message::kEnterWord{"25", kWarning, kOk, kPlain, "請您輸入單字，才能執行辨析動作！"};
 constexpr Message Message::kEnterAccount{"26", kWarning, kOk, kPlain, "請輸入帳號"};
-constexpr Message Message::kPasswordLength{"27", kWarning, kOk, kPlain, "密碼必須為4～12碼之間"};
+constexpr Message Message::kPasswordLength{"27", kWarning, kOk, kPlain, "密碼必須為4～64碼，限用英文字母、數字及半形符號"};
 constexpr Message Message::kWrongAccount{"31", kWarning, kOk, kPlain, "帳號有誤，請檢查！"};
 constexpr Message Message::kWrongPassword{"32", kWarning, kOk, kPlain, "密碼有誤，請檢查！"};
 constexpr Message Message::kTryLater{"33", kWarning, kOk, kPlain, "嘗試的次數太多，請稍候片刻再試"};
 constexpr Message Message::kBadLoginText{"34", kWarning, kOk, kPlain, "帳號或密碼中有伺服器不接受的字元，請檢查！"};
+constexpr Message Message::kPasswordNeeded{"35", kWarning, kOk, kPlain, "伺服器需要您的密碼，才會接受及提供您的記錄！\r\n在您登入之前，所有記錄仍保留在本台電腦"};
 constexpr Message Message::kEngineTimeout{"39", kWarning, kOk, kError, "等待解析引擎的回傳時間過久, 已中斷呼叫, 請再試一次"};
 constexpr Message Message::kLeaveProgram{"40", kAsk, kOkCancel, kQuestion, "您確定要離開本程式嗎?"};
 constexpr Message Message::kManySentences{"42", kNotice, kOk, kPlain, "您保存的〔我的造句〕已超過5000句！\r\n\r\n建議於〔設定〕視窗中，設定〔自動清除六個月以之的記錄〕，記錄數目太多，會影響系統的執行效率。"};

@@ -21,14 +21,14 @@ struct Message {
       kRemarkTooLong, kFeedbackSent, kFeedbackRefused, kOverwriteFile, kNoSentences, kChooseSentences,
       kDeleteSentences, kDeleteTopic, kDeleted, kExported, kChooseDays, kDeleteDays, kChooseMistake,
       kChooseEducation, kNoEngineReply, kEnterWord, kEnterAccount, kPasswordLength, kWrongAccount,
-      kWrongPassword, kTryLater, kBadLoginText, kEngineTimeout, kLeaveProgram, kManySentences, kReinstall,
-      kMergeOldAccount, kMergeDone, kNoPartners, kNotOffered, kBadSourceList, kNoSource, kNoTranslation,
-      kUnexpectedError, kReinstallRefused, kPasswordSet, kServerNotFound, kNotOnCampus, kBadSigns,
-      kEnterEssay, kWrongSentence, kNoEndMark, kEssayDone, kNewEssay, kNoAssignment, kNoEssays, kChooseEssays,
-      kDeleteEssays, kOneRowAtATime, kHandInThis, kSomeNotDeleted, kHandedIn, kHandInNow, kOwnTopic,
-      kDoubtfulSentence, kNotHandedIn, kEssayTooLong, kTooManySentences, kUploadFailed, kRowsRefused,
-      kRecordsSetAside, kNoEngineAddress, kUnknownAccount, kNewAccount, kSentenceTooLong, kSeveralSentences,
-      kRefusedByEngine, kEssayWaits, kDraftNotKept, kDraftCopied, kDraftNotRead;
+      kWrongPassword, kTryLater, kBadLoginText, kPasswordNeeded, kEngineTimeout, kLeaveProgram,
+      kManySentences, kReinstall, kMergeOldAccount, kMergeDone, kNoPartners, kNotOffered, kBadSourceList,
+      kNoSource, kNoTranslation, kUnexpectedError, kReinstallRefused, kPasswordSet, kServerNotFound,
+      kNotOnCampus, kBadSigns, kEnterEssay, kWrongSentence, kNoEndMark, kEssayDone, kNewEssay, kNoAssignment,
+      kNoEssays, kChooseEssays, kDeleteEssays, kOneRowAtATime, kHandInThis, kSomeNotDeleted, kHandedIn,
+      kHandInNow, kOwnTopic, kDoubtfulSentence, kNotHandedIn, kEssayTooLong, kTooManySentences, kUploadFailed,
+      kRowsRefused, kRecordsSetAside, kNoEngineAddress, kUnknownAccount, kNewAccount, kSentenceTooLong,
+      kSeveralSentences, kRefusedByEngine, kEssayWaits, kDraftNotKept, kDraftCopied, kDraftNotRead;
   static const Message kTest, kOneSentenceAtATime, kThreeDaysAtMost, kNewEngine, kEnterServer, kEnterNoun,
       kEnterAdjective, kEnterAdverb, kEnterVerb, kSameEssay;
 };

@@ -5,6 +5,7 @@
 
 #include "core/app_state.h"
 #include "core/installation.h"
+#include "core/proof.h"
 #include "core/windows.h"
 #include "platform/window.h"
 
@@ -25,6 +26,7 @@ struct Program {
   AppState app;
   Hall hall;
   Window<FrmMessage> frmMessage;
+  Proof proof{*this};
 
   /// Version of the program, major.minor.revision.
   static std::string Version();

@@ -19,13 +19,18 @@
 
 namespace marovane {
 
-base::HttpResponse SendForm(Program& program, const std::string& url, const std::string& body,
-                            std::chrono::milliseconds limit) {
+base::HttpRequest FormRequest(const std::string& url, const std::string& body,
+                              std::chrono::milliseconds limit) {
   base::HttpRequest request{.url = url, .headers = {}, .body = body, .limit = limit};
   // Servers of this family are used to both, in this order.
   request.headers.emplace_back("Content-Type", protocol::kFormType);
   request.headers.emplace_back("Content-Type", "text/xml; charset=big5");
-  return program.machine.http.Send(request);
+  return request;
+}
+
+base::HttpResponse SendForm(Program& program, const std::string& url, const std::string& body,
+                            std::chrono::milliseconds limit) {
+  return program.machine.http.Send(FormRequest(url, body, limit));
 }
 
 std::string PostForm(Program& program, const std::string& url, const std::string& body,
@@ -47,20 +52,24 @@ std::string AskServer(Program& program, const char* page, protocol::Fields field
   return TryPost(program, program.app.gServerUrlRoot + page, fields);
 }
 
-bool ShowLoginRefusal(Program& program, const std::string& reply, const Message& noConnection) {
+const Message* LoginRefusal(const std::string& reply) {
   using namespace protocol::refusal;
-  for (const auto& [word, message] : {std::pair{kConnectFailed, &noConnection},
-                                      {kNotFound, &Message::kWrongAccount},
+  for (const auto& [word, message] : {std::pair{kNotFound, &Message::kWrongAccount},
                                       {kBadAccount, &Message::kWrongAccount},
                                       {kWrongPassword, &Message::kWrongPassword},
                                       {kTryLater, &Message::kTryLater},
                                       {kBadText, &Message::kBadLoginText},
                                       {kTooLong, &Message::kBadLoginText}}) {
-    if (reply != word) continue;
-    ShowMessage(program, *message);
-    return true;
+    if (reply == word) return message;
   }
-  return false;
+  return nullptr;
+}
+
+bool ShowLoginRefusal(Program& program, const std::string& reply, const Message& noConnection) {
+  const Message* const message =
+      reply == protocol::refusal::kConnectFailed ? &noConnection : LoginRefusal(reply);
+  if (message != nullptr) ShowMessage(program, *message);
+  return message != nullptr;
 }
 
 namespace {

@@ -18,6 +18,9 @@ inline constexpr std::chrono::milliseconds kProbeLimit{3000};
 /// Nobody waits longer for the reply to a question.
 inline constexpr std::chrono::milliseconds kReplyLimit{30000};
 
+/// The request that posts a form body (UTF-8).
+base::HttpRequest FormRequest(const std::string& url, const std::string& body,
+                              std::chrono::milliseconds limit = kReplyLimit);
 /// Posts a form body (UTF-8) and returns the reply as it came. Throws RunTimeError when none came.
 base::HttpResponse SendForm(Program& program, const std::string& url, const std::string& body,
                             std::chrono::milliseconds limit = kReplyLimit);
@@ -32,6 +35,8 @@ std::string TryPost(Program& program, const std::string& url, protocol::Fields f
                     std::chrono::milliseconds limit = kReplyLimit);
 /// The same at a page of gServerUrlRoot, once a probe has found the server.
 std::string AskServer(Program& program, const char* page, protocol::Fields fields = {});
+/// The message that belongs to a refused login; nullptr for a word that has none.
+const Message* LoginRefusal(const std::string& reply);
 /// Shows the message that belongs to a refused login. False, and no message, for a word that has none.
 /// @param noConnection the message for `refusal::kConnectFailed`
 bool ShowLoginRefusal(Program& program, const std::string& reply, const Message& noConnection);

@@ -71,6 +71,7 @@ void LoadPassword(Program& program) {
   auto& password = program.app.gAccountPassword;
   password = ReadSetup(program, "userPW");
   if (IsNone(password)) RestoreFromRegistry(program, "userPW", password);
+  if (program.proof.IsRefused(password)) password.clear();
 }
 
 void LoadFontSize(Program& program) {
@@ -143,8 +144,8 @@ bool SendSettings(Program& program, const std::string& pno) {
   const std::vector<protocol::Setting> settings = SettingsList(program, pno);
   if (settings.back().value.empty()) return false;  // nobody has typed the password yet
   const std::string list = protocol::PlainValue(protocol::EncodeSettings(settings));
-  const std::string reply = TryPost(program, program.app.gServerUrlRoot + protocol::page::kUserSettings,
-                                    {{"pdcode", "mrv"}, {"pno", pno}, {"met", "w"}, {"setting", list}});
+  const std::string reply = program.proof.Ask(
+      protocol::page::kUserSettings, {{"pdcode", "mrv"}, {"pno", pno}, {"met", "w"}, {"setting", list}});
   const bool isAccepted = reply.starts_with("OK");
   if (isAccepted) WriteSetup(program, kUnsent, kSent);
   if (reply == protocol::refusal::kWrongPassword) WriteSetup(program, kUnsent, kWrongPassword);
@@ -161,6 +162,13 @@ void StoreSettings(Program& program, const std::string& reply) {
 }
 
 }  // namespace
+
+std::string StoredPassword(Program& program) {
+  if (ReadSetup(program, "autoKeyinPw") == "0" && !program.installation.hasOwnServer) return "";
+  const std::string stored = ReadSetup(program, "userPW");
+  const std::string password = IsNone(stored) ? base::Trim(GetRegValue(program, "userPW")) : stored;
+  return IsNone(password) ? "" : password;
+}
 
 void LoadSettings(Program& program) {
   auto& app = program.app;
@@ -182,8 +190,8 @@ void SyncUserSettings(Program& program, std::string& pno, std::string_view mode)
   const std::string unsent = ReadSetup(program, kUnsent);
   // Until the server has them, its own are older.
   if (unsent == kWrongPassword || (unsent == kWaiting && !SendSettings(program, pno)) || mode == "w") return;
-  const std::string reply = TryPost(program, program.app.gServerUrlRoot + protocol::page::kUserSettings,
-                                    {{"pdcode", "mrv"}, {"pno", pno}, {"met", "r"}});
+  const std::string reply =
+      program.proof.Ask(protocol::page::kUserSettings, {{"pdcode", "mrv"}, {"pno", pno}, {"met", "r"}});
   // Also what is neither a success nor a refusal, such as some other server's page, holds no settings.
   if (reply.starts_with("OK")) StoreSettings(program, reply);
 } catch (const BrokenOff&) {

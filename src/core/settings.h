@@ -27,6 +27,8 @@ std::string GetRegValue(Program& program, std::string_view valueName);
 /// One key of `setup.set`.
 std::string ReadSetup(Program& program, std::string_view key);
 void WriteSetup(Program& program, std::string_view key, std::string_view value);
+/// The password that was kept for later starts; "" when there is none or it is not to be used.
+std::string StoredPassword(Program& program);
 /// Notes in `setup.set` whether something waits for the next full synchronisation, "Y" or "N".
 void WriteNeedSync(Program& program, std::string_view value);
 

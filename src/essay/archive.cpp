@@ -21,14 +21,16 @@ std::string ArchiveChecksum(const std::string& sentence) {
 std::string SendServerHtm(Program& program, const std::string& page, const std::string& sentence) {
   const auto& app = program.app;
   std::string checksum = ArchiveChecksum(sentence);
-  program.machine.http.SendLater(
-      {.method = "POST",
-       .url = app.gFileServerRoot + protocol::page::kArchivePage,
-       .headers = {{"Content-Type", protocol::kFormType}},
-       .body = protocol::PlainBody({{"enginever", base::FormEncode(app.gEngineVersion, "")},
-                                    {"pnomd5", base::SlotMd5(app.gAccountNo)},
-                                    {"checksum", checksum},
-                                    {"filestr", base::FormEncode(page, "")}})});
+  base::HttpRequest request{
+      .method = "POST",
+      .url = app.gFileServerRoot + protocol::page::kArchivePage,
+      .headers = {{"Content-Type", protocol::kFormType}},
+      .body = protocol::PlainBody({{"enginever", base::FormEncode(app.gEngineVersion, "")},
+                                   {"pnomd5", base::SlotMd5(app.gAccountNo)},
+                                   {"checksum", checksum},
+                                   {"filestr", base::FormEncode(page, "")}})};
+  program.proof.AddTo(request);
+  program.machine.http.SendLater(request);
   return checksum;
 }
 

@@ -3,7 +3,6 @@
 #include <chrono>
 
 #include "core/program.h"
-#include "core/server_access.h"
 #include "platform/event_loop.h"
 #include "platform/machine.h"
 #include "platform/run_time_error.h"
@@ -36,11 +35,14 @@ bool SubmitEssay(Program& program, const std::string& essayId, const std::string
                  const std::function<bool()>& isOver) {
   const auto& app = program.app;
   const auto attempt = [&] {
-    return TryPost(program, app.gServerUrlRoot + protocol::page::kHandInEssay,
-                   {{"pno", app.gAccountNo}, {"essayId", essayId}, {"workId", workId}})
+    return program.proof
+        .Ask(protocol::page::kHandInEssay,
+             {{"pno", app.gAccountNo}, {"essayId", essayId}, {"workId", workId}})
         .starts_with("OK");
   };
-  return TryRepeatedly(program, tries, attempt, isOver);
+  const bool isHandedIn = TryRepeatedly(program, tries, attempt, isOver);
+  if (!isHandedIn && !isOver()) program.proof.TellRefusal();
+  return isHandedIn;
 }
 
 }  // namespace marovane

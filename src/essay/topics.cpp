@@ -25,9 +25,9 @@ enum TopicsButton { kStart = 0, kBack = 1, kNewTopic = 2 };
 std::vector<protocol::Assignment> FetchAssignments(Program& program) try {
   auto& app = program.app;
   app.gWorkListOk = false;
-  const std::string reply =
-      TryPost(program, app.gServerUrlRoot + protocol::page::kWork,
-              {{"pno", app.gAccountNo}, {"mode", "GETLST"}, {"cpno", app.gTeacherAccount}});
+  const std::string reply = program.proof.Ask(
+      protocol::page::kWork, {{"pno", app.gAccountNo}, {"mode", "GETLST"}, {"cpno", app.gTeacherAccount}});
+  program.proof.TellRefusal();
   auto assignments = protocol::ParseAssignments(reply);
   app.gWorkListOk = assignments.has_value();
   return std::move(assignments).value_or(std::vector<protocol::Assignment>{});

@@ -2,6 +2,7 @@
 // when the first page is shown, so nothing here knows it.
 #pragma once
 
+#include <QByteArray>
 #include <QString>
 #include <QWidget>
 #include <functional>
@@ -16,6 +17,11 @@ struct PageInputs {
   std::map<std::string, bool> checked;
 };
 
+/// A header of a request; one without a value is none.
+struct WebHeader {
+  QByteArray name, value;
+};
+
 /// What pages may do.
 struct WebRights {
   QString pictureFolder;  ///< the only files that written pages see, and these as pictures
@@ -24,6 +30,9 @@ struct WebRights {
   std::function<QString()> ownServer = [] { return QString(); };
   /// Says by its address whether a page of a server may give commands. Written pages always may.
   std::function<bool(const QString& url)> mayCommand = [](const QString&) { return false; };
+  /// What proves to a server that a navigation of the program is the learner's. Pages' own requests never
+  /// have it, nor does what a redirection leads to.
+  std::function<WebHeader(const QString& url)> proofFor = [](const QString&) { return WebHeader(); };
 };
 
 /// One view of web pages. Deleting it deletes its widget and frees its page.

@@ -11,6 +11,7 @@
 #include "core/text_utility.h"
 #include "core/window_shell.h"
 #include "platform/event_loop.h"
+#include "protocol/account.h"
 #include "protocol/pages.h"
 #include "protocol/refusal.h"
 #include "sync/shared_records.h"
@@ -35,7 +36,9 @@ std::string LoginToServer(Program& program, const std::string& server, const std
   auto& app = program.app;
   app.gServerUrlRoot = "http://" + server + "/";
   app.gUpdaterUrlRoot = server + "/update";
-  return AskServer(program, protocol::page::kLogin, {{"login", login}, {"password", password}});
+  if (!IsServerOnline(program)) return protocol::refusal::kConnectFailed;
+  return program.proof.AskLogin(protocol::page::kLogin, login,
+                                {{"login", login}, {"password", protocol::PlainValue(password)}});
 }
 
 FrmXQDLogin::FrmXQDLogin(Program& program) : ButtonWindow(program, "frmXQDLogin") {
@@ -58,7 +61,7 @@ void FrmXQDLogin::SetDefaultValue() {
   lblPara1_0.Caption = "請輸入帳號";
   lblPara1_1.Caption = "請輸入密碼";
   lblPara1_3.Caption = "";
-  lblMessage_0.Caption = "若為第一次啟用，請設定密碼（4～10位字元，限用字母及數字）";
+  lblMessage_0.Caption = "若為第一次啟用，請設定密碼（4～64位字元，限用字母、數字及符號）";
   txtLogin.Text = "";
   txtPassword.Text = "";
   lblACServer.Caption = kNoServerYet;
@@ -169,11 +172,10 @@ void FrmXQDLogin::Login() {
 }
 
 bool FrmXQDLogin::ShowBadInput() {
-  constexpr int kMostPassword = 20;
   const std::string password = base::Trim(txtPassword.Text());
   if (base::Trim(txtLogin.Text()).empty()) {
     ShowMessage(program_, Message::kEnterAccount);
-  } else if (password.empty() || base::Len(password) > kMostPassword) {
+  } else if (!protocol::IsPassword(password)) {
     ShowMessage(program_, Message::kPasswordLength);
   } else if (base::Trim(lblACServer.Caption()).starts_with("*")) {
     ShowMessage(program_, Message::kUnknownAccount);
@@ -197,6 +199,8 @@ void FrmXQDLogin::Accept(const std::string& reply) {
   auto& app = program_.app;
   if (reply.starts_with("SET")) ShowMessage(program_, Message::kPasswordSet);
   app.gAccountNo = base::Trim(txtLogin.Text());
+  app.gAccountPassword = base::Trim(txtPassword.Text());
+  app.gFileServerRoot = app.gServerUrlRoot;  // who the account is, its school knows alone
   TakeSharedRecords();
   UseRecordsIn(program_, LearnerFolder(program_, app.gAccountNo));
   ISCCert_IO("W");

@@ -94,6 +94,7 @@ void FrmFeedback::Thank(bool hasArrived) {
   if (hasArrived) return ShowMessage(program_, Message::kFeedbackSent);
   program_.app.gProgressDetail = "您的意見已經保存，下次同步時會再傳送";
   ShowMessage(program_, Message::kNetworkDown);
+  program_.proof.TellRefusal();
 }
 
 // As a browser would post it from a page in Big5. The window posts it itself, so that it knows whether it

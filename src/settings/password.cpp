@@ -8,19 +8,21 @@
 #include "protocol/account.h"
 #include "protocol/form.h"
 #include "protocol/pages.h"
+#include "protocol/refusal.h"
 
 namespace marovane {
 
 namespace {
 
-constexpr int kLeastPassword = 4;
-constexpr int kMostPassword = 12;
-
 std::string AskLogin(Program& program, const std::string& account, const std::string& password,
                      const std::string& userName, const std::string& email) {
-  return AskServer(
-      program, protocol::page::kLogin,
-      {{"pno", account}, {"password", password}, {"username", userName}, {"email", email}, {"district", ""}});
+  if (!IsServerOnline(program)) return protocol::refusal::kConnectFailed;
+  return program.proof.AskLogin(protocol::page::kLogin, account,
+                                {{"pno", account},
+                                 {"password", protocol::PlainValue(password)},
+                                 {"username", userName},
+                                 {"email", email},
+                                 {"district", ""}});
 }
 
 }  // namespace
@@ -35,8 +37,9 @@ std::string ApplyForAccount(Program& program, const std::string& userName, const
 }
 
 int FilterPasswordKey(int keyAscii, std::string_view caseWord, bool allowBlank) {
-  if (keyAscii == '.' || keyAscii == '_' || (keyAscii == '-' && !allowBlank)) return 0;
-  return FilterKeyAscii(keyAscii, caseWord, allowBlank);
+  const bool isSign = keyAscii > ' ' && keyAscii <= '~';
+  const int filtered = FilterKeyAscii(keyAscii, caseWord, allowBlank);
+  return filtered == 0 && isSign ? keyAscii : filtered;
 }
 
 FrmPassword::FrmPassword(Program& program) : ButtonWindow(program, "frmPassword", &AppState::gOpenPassword) {
@@ -81,14 +84,14 @@ void FrmPassword::txtPassword_KeyPress(int& keyAscii) {
     keyAscii = 0;
     picButtons_Click(1);
   } else {
-    keyAscii = FilterPasswordKey(keyAscii, "", false);
+    keyAscii = FilterPasswordKey(keyAscii, "", true);
   }
 }
 
 void FrmPassword::picButtons_Click(int index) {
   if (index == 1) return closeForm();
   const std::string password = base::Trim(txtPassword.Text());
-  if (base::Len(password) < kLeastPassword || base::Len(password) > kMostPassword) {
+  if (!protocol::IsPassword(password)) {
     ShowMessage(program_, Message::kPasswordLength);
     return txtPassword.SetFocus();
   }

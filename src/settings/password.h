@@ -16,8 +16,8 @@ std::string LoginWithPassword(Program& program, const std::string& account, cons
 /// @return "OK_" and its number, the server's refusal, or `refusal::kConnectFailed`
 std::string ApplyForAccount(Program& program, const std::string& userName, const std::string& email,
                             const std::string& password);
-/// Filters a KeyPress code; 0 swallows the key. Passes letters, digits, Backspace, Enter and paste; "-" and
-/// the blank when they are allowed.
+/// Filters a KeyPress code; 0 swallows the key. Passes the printable signs of ASCII, Backspace, Enter and
+/// paste; the blank when it is allowed.
 /// @param caseWord "UPPER", "LOWER", or anything else for letters as they are
 int FilterPasswordKey(int keyAscii, std::string_view caseWord, bool allowBlank);
 

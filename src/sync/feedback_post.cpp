@@ -5,6 +5,8 @@
 #include "core/text_utility.h"
 #include "platform/machine.h"
 #include "platform/run_time_error.h"
+#include "protocol/account.h"
+#include "protocol/form.h"
 #include "protocol/headers.h"
 #include "protocol/pages.h"
 #include "protocol/refusal.h"
@@ -17,12 +19,19 @@ namespace {
 
 constexpr const char* kFeedbackEnding = ".feedback";
 
+// The account of whoever has written it; "" for none.
+std::string WriterOf(const std::string& body) {
+  return protocol::CleanAccount(protocol::Form::Browser(body).Find("pno").value_or(""));
+}
+
 // Servers may answer what they like, but after a refusal they do not have it.
 FeedbackFate PostFeedback(Program& program, const std::string& body) {
   try {
     const std::string reply = PostPage(program, protocol::page::kFeedback, body, protocol::kFormType, {});
     if (!reply.starts_with("ERR")) return FeedbackFate::kArrived;
-    return protocol::refusal::IsFinal(reply) ? FeedbackFate::kRefused : FeedbackFate::kKept;
+    // Nobody can log in for a learner without an account.
+    const bool isNobodys = reply == protocol::refusal::kLogin && WriterOf(body).empty();
+    return isNobodys || protocol::refusal::IsFinal(reply) ? FeedbackFate::kRefused : FeedbackFate::kKept;
   } catch (const RunTimeError&) {
     return FeedbackFate::kKept;
   }
@@ -31,7 +40,11 @@ FeedbackFate PostFeedback(Program& program, const std::string& body) {
 void PostKept(Program& program, const std::string& name) {
   base::Files& files = program.machine.files;
   const auto folder = OutboxFolder(program);
-  const FeedbackFate fate = PostFeedback(program, files.Read(folder / name));
+  const std::string body = files.Read(folder / name);
+  const std::string writer = WriterOf(body);
+  // What another one has written waits for that one.
+  if (!writer.empty() && writer != protocol::CleanAccount(program.app.gAccountNo)) return;
+  const FeedbackFate fate = PostFeedback(program, body);
   if (fate == FeedbackFate::kArrived) files.Delete(folder / name);
   if (fate != FeedbackFate::kRefused) return;
   files.CreateFolder(folder / "refused", true);

@@ -17,8 +17,8 @@ enum class FeedbackFate {
 /// @param body application/x-www-form-urlencoded, Big5
 FeedbackFate SendFeedback(Program& program, const std::string& body);
 
-/// Posts once more what was kept, the oldest first. What does not arrive stays; what the server refuses goes
-/// to the folder `refused` there.
+/// Posts once more what the present account has written and was kept, the oldest first. What does not arrive
+/// stays; what the server refuses goes to the folder `refused` there.
 void SendWaitingFeedback(Program& program);
 
 }  // namespace marovane

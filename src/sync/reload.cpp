@@ -11,7 +11,6 @@
 #include "core/text_utility.h"
 #include "platform/environment.h"
 #include "platform/machine.h"
-#include "platform/run_time_error.h"
 #include "protocol/form.h"
 #include "protocol/pages.h"
 #include "records/record_db.h"
@@ -138,7 +137,9 @@ std::string Reload::AskPage(const char* stream, const std::string& lastId) {
   std::string body = protocol::PlainBody(
       {{"tp", stream}, {"pno", app.gAccountNo}, {"frompno", app.gUploadAccountNo}, {"lastid", lastId}});
   if (rules_.hasIds) body += fmt::format("&ids=1&{}={}", protocol::kRowsField, protocol::kMostRowsOfPage);
-  return PostPage(program_, protocol::page::kSyncClient, body);
+  std::string reply = PostPage(program_, protocol::page::kSyncClient, body, Headers{}, app.gUploadAccountNo);
+  if (reply.starts_with("ERR_")) throw StreamRefused(reply);
+  return reply;
 }
 
 // A trace for those who look for a fault of the server; without it the records come all the same.

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "platform/event_loop.h"
+#include "platform/run_time_error.h"
 #include "protocol/stream.h"
 #include "records/sync_records.h"
 
@@ -20,6 +21,14 @@ struct TakenAway {
   std::string copy;  ///< path of the copy of all records from before
 };
 
+/// The server does not hand its records out.
+class StreamRefused : public RunTimeError {
+ public:
+  explicit StreamRefused(const std::string& theWord)
+      : RunTimeError("the server refuses its records: " + theWord), word(theWord) {}
+  std::string word;
+};
+
 /// Collects all three streams beside the present records, and then replaces these at once. Until then nothing
 /// has changed, whatever the server says and whenever the program ends.
 class Reload {
@@ -27,8 +36,8 @@ class Reload {
   using Announce = std::function<void(const std::string& detail)>;
 
   Reload(Program& program, SyncRecords& records, const ReloadRules& rules, Announce announce);
-  /// Throws RunTimeError for a reply that makes no sense, BrokenOff when the learner breaks off; then nothing
-  /// has changed.
+  /// Throws RunTimeError for a reply that makes no sense, StreamRefused for a word of refusal, BrokenOff when
+  /// the learner breaks off; then nothing has changed.
   /// @return nothing, and nothing has changed, when meanwhile something waits to be uploaded
   std::optional<TakenAway> Run();
 

@@ -3,15 +3,9 @@
 #include "base/text.h"
 #include "core/message.h"
 #include "core/server_access.h"
-#include "protocol/account.h"
-#include "protocol/pages.h"
+#include "protocol/refusal.h"
 
 namespace marovane {
-
-std::string CheckAccountPassword(Program& program, const std::string& account, const std::string& password) {
-  return AskServer(program, protocol::page::kCheckPassword,
-                   {{"pno", protocol::CleanAccount(account)}, {"pw", password}});
-}
 
 FrmSyncLogin::FrmSyncLogin(Program& program) : ShellWindow(program, "frmSyncLogin") {
   cmdButtons.On(&Control::Click, [this](int index) { cmdButtons_Click(index); });
@@ -44,7 +38,9 @@ void FrmSyncLogin::cmdButtons_Click(int index) {
 
 void FrmSyncLogin::Accept() {
   const std::string pno = base::Replace(base::Trim(txtPno.Text()), "-", "");
-  const std::string reply = CheckAccountPassword(program_, pno, base::Trim(txtPass.Text()));
+  const std::string reply = IsServerOnline(program_)
+                                ? CheckAccountPassword(program_, pno, base::Trim(txtPass.Text()))
+                                : protocol::refusal::kConnectFailed;
   if (reply.starts_with("ERR")) {
     // The window stays for another try. Its opener waits for an answer to it, so the one to the message must
     // not remain.

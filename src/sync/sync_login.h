@@ -7,11 +7,6 @@
 
 namespace marovane {
 
-/// Asks the server whether a password is the account's.
-/// @param account may have "-" and blanks in it
-/// @return the server's reply, or `refusal::kConnectFailed`
-std::string CheckAccountPassword(Program& program, const std::string& account, const std::string& password);
-
 /// The answer is in gMsgResult, "OK" or "CANCEL"; after "OK" gUploadAccountNo is the older account.
 class FrmSyncLogin : public ShellWindow, public HallWindow {
  public:

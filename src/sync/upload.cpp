@@ -7,10 +7,13 @@
 #include <random>
 
 #include "base/day.h"
+#include "base/percent.h"
+#include "base/text.h"
 #include "core/program.h"
 #include "platform/event_loop.h"
 #include "platform/machine.h"
 #include "platform/run_time_error.h"
+#include "protocol/account.h"
 #include "protocol/headers.h"
 #include "protocol/pages.h"
 #include "protocol/post.h"
@@ -42,6 +45,21 @@ std::string FormBody(const AppState& app, const std::vector<protocol::PostedRow>
       {{"pno", app.gAccountNo}, {"frompno", app.gUploadAccountNo}, {"grade", app.gEduBackground}});
   protocol::AddRows(body, rows);
   return body;
+}
+
+// The account whose records the server is to add: the post's own when nothing is merged.
+std::string OldAccountOf(const Post& post) {
+  return protocol::Form::Browser(post.body.substr(0, post.body.find("&grade="))).Find("frompno").value_or("");
+}
+
+bool IsMerge(const Post& post) {
+  const std::string from = protocol::CleanAccount(OldAccountOf(post));
+  return !from.empty() && from != protocol::CleanAccount(post.account);
+}
+
+std::string WithoutMerge(const Post& post) {
+  const auto field = [](const std::string& account) { return "&frompno=" + base::FormEncode(account) + "&"; };
+  return base::Replace(post.body, field(OldAccountOf(post)), field(post.account));
 }
 
 // The second half; the first one stays.
@@ -78,7 +96,7 @@ Refusals Upload::Run() {
 
 void Upload::SendWaiting() {
   for (const auto& kept : outbox_.Posts()) {
-    const bool mayGoOut = !refusals_.account && !waiting_.contains(kept.post.kind);
+    const bool mayGoOut = !refusals_.account && !MustWait(kept.post.kind);
     const Arrival arrival = mayGoOut ? Send(kept.post) : Arrival::kNotNow;
     if (arrival == Arrival::kStored) {
       NoteArrival(kept);
@@ -96,7 +114,7 @@ void Upload::SendRows(RecordKind kind, PendingRows rows) {
   if (rows.rows.empty() || refusals_.account) return;
   KeptPost kept{.name = "", .post = MakePost(kind, rows)};
   kept.name = outbox_.Keep(kept.post);
-  const Arrival arrival = waiting_.contains(kind) ? Arrival::kNotNow : Send(kept.post);
+  const Arrival arrival = MustWait(kind) ? Arrival::kNotNow : Send(kept.post);
   if (arrival == Arrival::kAccountRefused || (arrival == Arrival::kRefused && rows.rows.size() > 1)) {
     outbox_.Remove(kept.name);
     return SendHalves(kind, std::move(rows));
@@ -135,15 +153,21 @@ Post Upload::MakePost(RecordKind kind, const PendingRows& rows) const {
   return post;
 }
 
+std::string Upload::PostRows(const Post& post, const std::string& body, const std::string& oldAccount) {
+  Headers headers{{protocol::header::kPostId, post.id}};
+  if (!post.kept.empty()) headers.emplace_back(protocol::header::kKept, post.kept);
+  return PostPage(program_, protocol::page::kUpdateRecords, body,
+                  "application/x-www-form-urlencoded; charset=utf-8", headers, oldAccount);
+}
+
 // The server has a post when it says so. The page of somebody else, such as the login page of a network, does
 // not say so.
 Upload::Arrival Upload::Send(const Post& post) {
   std::string reply;
   try {
-    Headers headers{{protocol::header::kPostId, post.id}};
-    if (!post.kept.empty()) headers.emplace_back(protocol::header::kKept, post.kept);
-    reply = PostPage(program_, protocol::page::kUpdateRecords, post.body,
-                     "application/x-www-form-urlencoded; charset=utf-8", headers);
+    reply = PostRows(post, post.body, OldAccountOf(post));
+    // Its account may have another password by now. The rows are the present account's all the same.
+    if (reply == protocol::refusal::kLogin && IsMerge(post)) reply = PostRows(post, WithoutMerge(post), "");
   } catch (const BrokenOff&) {
     throw;
   } catch (const RunTimeError&) {
@@ -151,9 +175,11 @@ Upload::Arrival Upload::Send(const Post& post) {
   }
   if (reply == "OK_" || reply == "OK") return Arrival::kStored;
   if (protocol::refusal::IsOfAccount(reply)) {
-    refusals_.account = true;
+    // A post that names none, which older versions could make, says nothing of the present account.
+    refusals_.account = !post.account.empty();
     return Arrival::kAccountRefused;
   }
+  refusals_.login = refusals_.login || reply == protocol::refusal::kLogin;
   return protocol::refusal::IsOfRows(reply) ? Arrival::kRefused : Arrival::kNotNow;
 }
 

@@ -15,6 +15,7 @@ struct Program;
 /// What a server has refused for good.
 struct Refusals {
   bool account = false;  ///< it does not know the account: nothing was sent, and everything waits
+  bool login = false;    ///< it wants a login first: everything waits
   int rows = 0;          ///< rows that it does not accept; they stay on this computer
 };
 
@@ -46,7 +47,9 @@ class Upload {
   void SendRows(protocol::RecordKind kind, PendingRows rows);
   void SendHalves(protocol::RecordKind kind, PendingRows rows);
   Post MakePost(protocol::RecordKind kind, const PendingRows& rows) const;
+  bool MustWait(protocol::RecordKind kind) const { return refusals_.login || waiting_.contains(kind); }
   Arrival Send(const Post& post);
+  std::string PostRows(const Post& post, const std::string& body, const std::string& oldAccount);
   void TakeBack(const KeptPost& kept);
   void NoteArrival(const KeptPost& kept);
 

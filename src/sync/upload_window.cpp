@@ -66,6 +66,9 @@ void FrmUpload::SyncProgress(const std::string& mode) {
   try {
     ShowProgress(Progress::kComparing, "");
     Synchronise(mode);
+  } catch (const StreamRefused& refused) {
+    refusals_.login = refused.word == protocol::refusal::kLogin;
+    if (!refusals_.login) failure = refused;
   } catch (const BrokenOff&) {
     // What could not be brought into step now is offered again next time.
   } catch (const RunTimeError& error) {
@@ -109,7 +112,7 @@ void FrmUpload::Synchronise(const std::string& mode) {
   if (mode != "DOWNLOAD") SendWaitingFeedback(program_);
   Upload::MarkOutboxSent(records_, outbox_);
   CompareSyncChecksum();
-  if (refusals_.account) return;
+  if (refusals_.account || refusals_.login) return;
   FollowServer();
   if (mode == "NOMSG" && isAnswered_) refusedBefore_ = records_.OfferRefusedAgain();
   const bool pending = records_.HasPending() || !outbox_.IsEmpty();
@@ -156,6 +159,7 @@ void FrmUpload::CompareSyncChecksum() {
   isAnswered_ = server_ || reply == "OK" || reply == "OK_" || reply == "DIFFERENT";
   isSame_ = isAnswered_ && reply.starts_with("OK");
   refusals_.account = refusals_.account || protocol::refusal::IsOfAccount(reply);
+  refusals_.login = refusals_.login || reply == protocol::refusal::kLogin;
 }
 
 // The flags speak of one account on one server, as far as this has come. Another server, and one that was
@@ -191,6 +195,7 @@ void FrmUpload::UploadRecords() {
         LetEventsIn();
       }).Run();
   refusals_.account = refusals_.account || refusals.account;
+  refusals_.login = refusals_.login || refusals.login;
   refusals_.rows += refusals.rows;
 }
 
@@ -217,6 +222,10 @@ void FrmUpload::TellOutcome(const std::string& mode) {
   if (refusals_.account && (IsMerge(mode) || !app.gAccountRefusalShown)) {
     app.gAccountRefusalShown = true;
     Tell(Message::kWrongAccount, "");
+  } else if (refusals_.login && IsMerge(mode)) {
+    Tell(Message::kPasswordNeeded, "");  // whoever has asked for it gets an answer each time
+  } else if (refusals_.login) {
+    program_.proof.TellRefusal();
   } else if (IsMerge(mode)) {
     TellMerged();
   }

@@ -47,8 +47,9 @@ void FrmCollocation::GiveButtonsBack() {
 // Tells the server which part of the word helper was used. Whether that arrives does not matter.
 void FrmCollocation::UpdateUserAct() try {
   const auto& app = program_.app;
-  AskServer(program_, protocol::page::kUserAct,
-            {{"pno", protocol::CleanAccount(app.gAccountNo)}, {"act", app.gSuggestMode}});
+  if (!IsServerOnline(program_)) return;
+  program_.proof.Ask(protocol::page::kUserAct,
+                     {{"pno", protocol::CleanAccount(app.gAccountNo)}, {"act", app.gSuggestMode}});
 } catch (const BrokenOff&) {
   return;  // the answer of the word bank is there
 }

@@ -55,6 +55,8 @@ TEST_F(HttpTest, PostsBytesAsTheyAreWithTheLaterOfTwoHeaders) {
                                     body});
   EXPECT_EQ(response.status, 200);
   EXPECT_EQ(response.contentType, "text/html; charset=big5");
+  EXPECT_EQ(response.Header("content-TYPE"), response.contentType);
+  EXPECT_EQ(response.Header("X-Other"), "") << "which the request had";
   EXPECT_TRUE(response.body == body);
   EXPECT_EQ(seen_.get_header_value_count("Content-Type"), 1U);
   EXPECT_EQ(seen_.get_header_value("Content-Type"), "text/xml; charset=big5");
@@ -77,7 +79,11 @@ TEST_F(HttpTest, FollowsRedirectionsForGetAlone) {
   const auto got = Get("/moved");
   EXPECT_EQ(got.status, 200);
   EXPECT_EQ(got.url, Url("/echo?from=moved"));
+  EXPECT_EQ(got.Header("Location"), "") << "of the redirection";
   seen_ = {};
+  const auto stayed = http_.Send({.method = "GET", .url = Url("/moved"), .followsRedirections = false});
+  EXPECT_EQ(stayed.status, 302);
+  EXPECT_EQ(stayed.Header("Location"), "/echo?from=moved");
   const auto posted = http_.Send({"POST", Url("/moved"), {}, "key=a"});
   EXPECT_EQ(posted.status, 302);
   EXPECT_EQ(posted.url, Url("/moved"));

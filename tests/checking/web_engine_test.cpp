@@ -101,6 +101,18 @@ TEST_F(WebEngineTest, UnknownKindOfAnswerIsRecordedWithNothingKnown) {
   EXPECT_THAT(Recorded(), ElementsAre("err||0|2026-11-05|N|0|0|N", "err||0|2026-11-05|N|0|0|N", "0|2"));
 }
 
+TEST_F(WebEngineTest, APasswordThatTheServerHasRefusedIsToldAndAskedFor) {
+  app.gAccountNo = "4711";
+  machine.http.Route("p_mrv_get_essay_work.asp", "ERR_LOGIN");
+  machine.http.Route("p_getauthwithpw.asp", "ERR_WRONG_PASSWORD");
+  EXPECT_EQ(program.proof.Ask("p_mrv_get_essay_work.asp", {}), "ERR_LOGIN");
+  ExpectMessage(Message::kWrongPassword);
+  Enter("He goes to school.");
+  EXPECT_TRUE(fakes.frmPassword.Visible());
+  EXPECT_THAT(machine.http.Bodies("p_passWebEngine.asp"), IsEmpty());
+  ExpectIdle("He goes to school.");
+}
+
 TEST_F(WebEngineTest, PasswordGateComesBeforeTheRequest) {
   app.gAccountPassword.clear();
   Enter("He goes.");

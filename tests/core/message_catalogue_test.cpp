@@ -39,6 +39,7 @@ TEST(MessageCatalogue, HasTheNumberIconButtonsAndKindOfEachMessage) {
       {Message::kPasswordLength, "27", 1, "OK", 0},
       {Message::kWrongAccount, "31", 1, "OK", 0},
       {Message::kWrongPassword, "32", 1, "OK", 0},
+      {Message::kPasswordNeeded, "35", 1, "OK", 0},
       {Message::kEngineTimeout, "39", 1, "OK", 1},
       {Message::kLeaveProgram, "40", 2, "OK_CANCEL", 2},
       {Message::kManySentences, "42", 0, "OK", 0},

@@ -54,7 +54,7 @@ class CampusTest : public SchoolTest {
     ASSERT_TRUE(app.gXqdLoginOk);
     machine.realFiles.CreateFolder(RecordsFolder(composition.program), true);
     base::CopyFile(machine.realFiles, PROGRAM_DATA "/Marovane.mdb", ConnectionPath(app.gConnRecords));
-    app.gPublisherRoot = app.gFileServerRoot = app.gServerUrlRoot;
+    app.gPublisherRoot = app.gServerUrlRoot;
   }
   std::string ShownIn(const WebBrowser& pane) {
     const base::HttpRequest get{.method = "GET", .url = pane.LocationURL(), .headers = {}, .body = ""};

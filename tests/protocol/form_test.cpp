@@ -99,5 +99,17 @@ TEST(Account, RemovesDashesAndBlanksFromANumber) {
   EXPECT_FALSE(IsAccountNumber(std::string(33, '1')));
 }
 
+TEST(Password, IsWhatEveryKeyboardTypes) {
+  for (const std::string text : {"abcd", "a b c", "!~&%:$=#", "12 4"}) EXPECT_TRUE(IsPassword(text)) << text;
+  for (const std::string text : {"", "abc", " abcd", "abcd ", "    ", "ab\tcd",
+                                 "ab\x7f"
+                                 "cd",
+                                 "密碼密碼"}) {
+    EXPECT_FALSE(IsPassword(text)) << text;
+  }
+  EXPECT_TRUE(IsPassword(std::string(64, 'x')));
+  EXPECT_FALSE(IsPassword(std::string(65, 'x')));
+}
+
 }  // namespace
 }  // namespace protocol

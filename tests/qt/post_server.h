@@ -23,8 +23,12 @@ class PostServer {
   /// What is answered with.
   QByteArray type = "text/html;charset=utf-8";
   QByteArray page = "<html><title>answer</title><body>ok</body></html>";
+  /// Where "/moved" leads to; "" for nowhere.
+  QByteArray movedTo;
   /// Method and path of each request, and of posts the body.
   QList<QByteArray> requests;
+  /// Values of the header Marovane-Token, "" for none.
+  QList<QByteArray> tokens;
   QList<QByteArray> bodies;
 
  private:
@@ -35,16 +39,23 @@ class PostServer {
     if (headEnd < 0 || bytes.size() < headEnd + 4 + Length(bytes.left(headEnd))) return;
     requests << bytes.left(bytes.indexOf(" HTTP"));
     bodies << bytes.mid(headEnd + 4);
+    tokens << Header(bytes.left(headEnd), "marovane-token:");
+    if (!movedTo.isEmpty() && requests.back().endsWith("/moved")) {
+      socket.write("HTTP/1.0 302 Found\r\nLocation: " + movedTo + "\r\nContent-Length: 0\r\n\r\n");
+      return socket.disconnectFromHost();
+    }
     socket.write("HTTP/1.0 200 OK\r\nContent-Type: " + type +
                  "\r\nContent-Length: " + QByteArray::number(page.size()) + "\r\n\r\n" + page);
     socket.disconnectFromHost();
   }
 
-  static qsizetype Length(const QByteArray& head) {
+  static qsizetype Length(const QByteArray& head) { return Header(head, "content-length:").toLongLong(); }
+
+  static QByteArray Header(const QByteArray& head, const QByteArray& name) {
     for (const QByteArray& line : head.split('\n')) {
-      if (line.toLower().startsWith("content-length:")) return line.mid(15).trimmed().toLongLong();
+      if (line.toLower().startsWith(name)) return line.mid(name.size()).trimmed();
     }
-    return 0;
+    return "";
   }
 
   QTcpServer server_;

@@ -30,6 +30,12 @@ struct QtMachine {
                                      .mayCommand =
                                          [this](const QString& url) {
                                            return !ownServer.isEmpty() && url.startsWith(ownServer);
+                                         },
+                                     .proofFor =
+                                         [this](const QString& url) {
+                                           const bool isOwn =
+                                               !ownServer.isEmpty() && url.startsWith(ownServer);
+                                           return WebHeader{"Marovane-Token", isOwn ? "secret" : ""};
                                          }}}) {}
 
   /// Runs the loop until the condition holds; a test that waits in vain fails by its time-out.

@@ -4,7 +4,9 @@
 #include <unistd.h>
 
 #include <QPushButton>
+#include <algorithm>
 #include <filesystem>
+#include <iterator>
 
 #include "platform/run_time_error.h"
 #include "platform/timer.h"
@@ -266,6 +268,54 @@ TEST_F(WebView, EscapeInAPageIsThatOfItsWindow) {
   form->cmdGo.Click = [&] { ++closed; };
   QTest::keyClick(machine.Widget(web).focusProxy()->focusProxy(), Qt::Key_Escape);
   EXPECT_EQ(closed, 1);
+}
+
+/// Requests of a server but for icons, each with its token.
+std::vector<std::string> Proved(const PostServer& server) {
+  std::vector<std::string> all;
+  for (qsizetype i = 0; i < server.requests.size(); ++i) {
+    if (server.requests[i].endsWith(".ico")) continue;
+    all.push_back((server.requests[i] + " " + server.tokens[i]).trimmed().toStdString());
+  }
+  return all;
+}
+
+TEST_F(WebView, ProofGoesWithTheProgramsOwnNavigationsAlone) {
+  PostServer own;
+  PostServer other;
+  machine.ownServer = own.Root();
+  const std::string root = own.Root().toStdString();
+  own.page =
+      "<html><body><img src='/a.png'><iframe src='/frame'></iframe><script>"
+      "if (top == window && location.pathname == '/asked') {"
+      "  fetch('/fetched').then(() => { location.href = '/led'; }); }"
+      "else { document.title = location.pathname; }</script></body></html>";
+  web.Navigate(root + "asked");
+  WaitForTitle("/led");
+  Navigate(other.Root());
+  std::vector<std::string> proved;
+  std::ranges::copy_if(Proved(own), std::back_inserter(proved),
+                       [](const std::string& request) { return request.ends_with(" secret"); });
+  EXPECT_THAT(proved, ElementsAre("GET /asked secret"));
+  EXPECT_THAT(Proved(own), testing::IsSupersetOf({"GET /a.png", "GET /frame", "GET /fetched", "GET /led"}));
+  EXPECT_THAT(Proved(other), ElementsAre("GET /"));
+}
+
+TEST_F(WebView, ProofDoesNotGoWhereARedirectionLeads) {
+  PostServer own;
+  PostServer other;
+  machine.ownServer = own.Root();
+  own.movedTo = (other.Root() + "elsewhere").toLatin1();
+  for (std::size_t times = 1; times <= 3; ++times) {
+    web.Navigate((own.Root() + "moved").toStdString());
+    machine.Wait([&] { return Proved(other).size() == times; });
+  }
+  WaitForTitle("answer");  // the page is shown all the same
+  EXPECT_THAT(Proved(own),
+              testing::AllOf(testing::SizeIs(3), testing::Each(std::string("GET /moved secret"))));
+  EXPECT_THAT(Proved(other),
+              testing::AllOf(testing::SizeIs(3), testing::Each(std::string("GET /elsewhere"))));
+  machine.Wait([&] { return web.LocationURL() == other.Root().toStdString() + "elsewhere"; });
 }
 
 TEST_F(WebView, HistoryGoesBackToWrittenPages) {

@@ -4,6 +4,7 @@
 
 #include "protocol/refusal.h"
 #include "server/accounts/account_file.h"
+#include "server/accounts/password.h"
 #include "tests/support/temp_folder.h"
 
 namespace server {
@@ -16,14 +17,26 @@ class AccountsTest : public testing::Test {
   AccountsTest() { accounts_.Ensure(kNumber, "right"); }
 
   /// The account that was proven, or the word of the refusal.
-  std::string Try(const std::string& number, const std::string& password) {
+  std::string Try(const std::string& number, const std::string& password,
+                  const std::string& address = "192.0.2.1") {
     try {
-      return accounts_.Authenticate(number, password);
+      return accounts_.LogIn(number, password, {address, token_, ""}).account;
     } catch (const protocol::Refusal& refusal) {
       return refusal.what();
     }
   }
 
+  /// The same of a token.
+  std::string TryToken(const std::string& number, const std::string& token, const std::string& address) {
+    try {
+      return accounts_.Proven(number, token, address);
+    } catch (const protocol::Refusal& refusal) {
+      return refusal.what();
+    }
+  }
+
+  int drawn_ = 0;
+  std::string token_;  ///< that the logins bring
   TempFolder folder_;
   std::unique_ptr<AccountStore> store_ = OpenAccountStore(folder_ / "server.db");
   std::chrono::steady_clock::time_point now_{};
@@ -54,6 +67,65 @@ TEST_F(AccountsTest, SlowsDownGuessesButNotForLong) {
   EXPECT_EQ(Try(kNumber, "right"), kNumber) << "a right password costs no try";
   EXPECT_EQ(Try(kNumber, "wrong"), "ERR_WRONG_PASSWORD");
   EXPECT_EQ(Try(kNumber, "wrong"), "ERR_TRY_LATER");
+}
+
+// A whole school has one address: whoever knows the password gives the try back.
+TEST_F(AccountsTest, SlowsDownAnAddressThatGuessesAndNobodyWhoHasAToken) {
+  const std::string token = token_ = accounts_.LogIn(kNumber, "right", {}).token;
+  for (int i = 0; i < 35; ++i) ASSERT_EQ(Try(kNumber, "right", "tokens"), kNumber) << "costs no try";
+  const struct {
+    const char* what;
+    std::function<std::string(const std::string& address)> Guess;
+    const char* answer;
+  } guesses[] = {
+      {"passwords of many numbers",
+       [&](const auto& address) { return Try("77" + std::to_string(++drawn_), "x", address); },
+       "ERR_NOTFOUND"},
+      {"tokens", [&](const auto& address) { return TryToken(kNumber, "guess", address); }, "ERR_LOGIN"},
+      {"numbers for a token", [&](const auto& address) { return TryToken("4711", token, address); },
+       "ERR_LOGIN"},
+  };
+  for (const auto& [what, Guess, answer] : guesses) {
+    const std::string address = what;
+    for (int i = 0; i < 30; ++i) EXPECT_EQ(Guess(address), answer) << what;
+    EXPECT_EQ(Try(kNumber, "right", address), "ERR_TRY_LATER") << what;
+    EXPECT_EQ(TryToken(kNumber, token, address), kNumber) << what;
+    EXPECT_EQ(Try(kNumber, "right", "192.0.2.2"), kNumber) << what;
+    now_ += std::chrono::seconds(6);
+    EXPECT_EQ(Try(kNumber, "right", address), kNumber) << what;
+  }
+}
+
+TEST_F(AccountsTest, GivesEachProgramATokenOfItsAccountUntilThePasswordChanges) {
+  token_ = accounts_.LogIn(kNumber, "right", {}).token;
+  EXPECT_THAT(token_, testing::MatchesRegex("[0-9A-Za-z]{43}"));
+  EXPECT_EQ(ReadFile(folder_ / "server.db-wal").find(token_), std::string::npos) << "kept as a hash alone";
+  EXPECT_EQ(accounts_.LogIn(kNumber, "right", {"", token_, ""}).token, "") << "one a computer";
+  EXPECT_NE(accounts_.LogIn(kNumber, "right", {"", "another", ""}).token, "");
+  const LoggedIn other = accounts_.Make("other one");
+  EXPECT_EQ(accounts_.OwnerOf({"", other.token, ""}), other.account);
+  EXPECT_EQ(TryToken(kNumber, token_, ""), kNumber);
+  for (const std::string& wrong : {std::string(), other.token, token_ + "x", token_.substr(1)}) {
+    EXPECT_EQ(TryToken(kNumber, wrong, ""), "ERR_LOGIN") << wrong;
+  }
+  accounts_.Ensure(kNumber, "right");
+  EXPECT_EQ(TryToken(kNumber, token_, ""), kNumber) << "the password is the same";
+  accounts_.Ensure(kNumber, "changed");
+  EXPECT_EQ(TryToken(kNumber, token_, ""), "ERR_LOGIN");
+  EXPECT_EQ(TryToken(other.account, other.token, ""), other.account) << "of another account";
+}
+
+TEST_F(AccountsTest, TakesNewPasswordsThatCanBeTypedAndOldOnesAsTheyAre) {
+  accounts_.Await("S1");
+  store_->PutAccount("old", HashPassword("密"));
+  EXPECT_EQ(Try("old", "密"), "old");
+  for (const char* bad : {"", "abc", " abcd", "密碼密碼"}) {
+    EXPECT_THROW(accounts_.SetFirstPassword("S1", bad, ""), protocol::Refusal) << bad;
+    EXPECT_THROW(accounts_.Make(bad), protocol::Refusal) << bad;
+  }
+  EXPECT_TRUE(accounts_.SetFirstPassword("S1", "a b%", ""));
+  EXPECT_FALSE(accounts_.SetFirstPassword("S1", "other", ""));
+  EXPECT_EQ(Try("S1", "a b%"), "S1");
 }
 
 TEST_F(AccountsTest, EnsuringAgainChangesThePasswordAndNothingElse) {

@@ -7,6 +7,7 @@
 #include "base/key_values.h"
 #include "base/posix_files.h"
 #include "server/accounts/password.h"
+#include "server/store/account_store.h"
 #include "server/store/school_store.h"
 #include "tests/server/child_process.h"
 #include "tests/server/running_server.h"
@@ -170,6 +171,98 @@ TEST_F(ProcessTest, MakesTeachersWhoCanLogIn) {
   EXPECT_TRUE(server::PasswordFits("second password", teacher->passwordHash));
 }
 
+TEST_F(ProcessTest, ANewSchoolRequiresTokensAndNoOtherServer) {
+  const auto start = [&](const std::string& name, bool isEmbedded) {
+    std::vector<std::string> words = {"--data", folder_ / name, "--engine-data", folder_ / "engine"};
+    if (isEmbedded) words.insert(words.begin(), "--embedded");
+    ChildServer server(words);
+    const Address address = Split(server.Root());
+    const auto answer = httplib::Client(address.host)
+                            .Post(address.path + "p_update_useract.asp", "key=zorbelquinter&pno=S1&act=collo",
+                                  "text/xml; charset=big5");
+    server.Signal(SIGTERM);
+    EXPECT_EQ(server.ExitStatus(), 0);
+    return answer->body;
+  };
+  const auto settings = [&](const std::string& name) {
+    return std::filesystem::exists(folder_ / name / "server.set") ? ReadFile(folder_ / name / "server.set")
+                                                                  : "";
+  };
+  for (const char* name : {"killed", "wanted", "unwanted", "old", "own required"}) {
+    std::filesystem::create_directory(folder_ / name);
+  }
+  WriteFile(folder_ / "killed/server.set", "requireToken=1\r\n");  // before there was a database
+  WriteFile(folder_ / "wanted/server.set", "schoolCode=1\n");
+  WriteFile(folder_ / "unwanted/server.set", "requireToken=0\n");
+  WriteFile(folder_ / "own required/server.set", "requireToken=1\n");
+  server::OpenAccountStore(folder_ / "old/server.db");
+  const struct {
+    const char* name;
+    bool isEmbedded;
+    const char *word, *settings;
+  } cases[] = {{"new", false, "ERR_LOGIN", "requireToken=1\r\n"},
+               {"killed", false, "ERR_LOGIN", "requireToken=1\r\n"},
+               {"wanted", false, "ERR_LOGIN", "schoolCode=1\r\nrequireToken=1\r\n"},
+               {"unwanted", false, "ERR_NOTFOUND", "requireToken=0\n"},
+               {"old", false, "ERR_NOTFOUND", ""},
+               {"own", true, "ERR_NOTFOUND", ""},
+               {"own required", true, "ERR_NOTFOUND", "requireToken=1\n"}};
+  for (const auto& [name, isEmbedded, word, text] : cases) {
+    for (int run = 0; run < 2; ++run) {
+      EXPECT_EQ(start(name, isEmbedded), word) << name;
+      EXPECT_EQ(settings(name), text) << name;
+    }
+  }
+  // A command of the owner may come before the first start.
+  std::filesystem::create_directory(folder_ / "commanded");
+  RunProgram({.program = SERVER_PROGRAM, .arguments = {"teacher", "list", "--data", folder_ / "commanded"}});
+  EXPECT_EQ(start("commanded", false), "ERR_LOGIN");
+}
+
+TEST_F(ProcessTest, GivesAPupilANewPasswordAndForgetsComputers) {
+  const std::string data = folder_ / "data";
+  std::filesystem::create_directory(data);
+  const auto store = server::OpenAccountStore(data + "/server.db");
+  store->PutAccount("S1", "");
+  const auto put = [&] {
+    store->PutToken("S1", *store->PasswordHash("S1"), "a", "2026-11-05");
+    store->PutToken("S1", *store->PasswordHash("S1"), "b", "2026-11-06");
+    store->UseToken("a", "2026-11-07");
+  };
+  put();
+  const std::string both =
+      "2 computers\nsince 2026-11-05, last used 2026-11-07\nsince 2026-11-06, last used 2026-11-06\n";
+  const struct {
+    std::vector<std::string> words;
+    std::string input, says;
+    int status;
+  } cases[] = {
+      {{"computers", "S-1"}, "", both, 0},
+      {{"password", "S1"}, "abc\n", "must have 4 to 64 letters", 1},
+      {{"password", "S1"}, "abcd \n", "no blank at either end", 1},
+      {{"computers", "S1"}, "", both, 0},
+      {{"forget", "S1"}, "", "2 computers have to log in again\n", 0},
+      {{"computers", "S1"}, "", "0 computers\n", 0},
+      {{"password", "S2"}, "abcd\n", "there is no account \"S2\"", 1},
+      {{"forget", "S2"}, "", "there is no account \"S2\"", 1},
+      {{"computers"}, "", "needs an account number", 64},
+      {{"remove", "S1"}, "", "unknown word \"remove\"", 64},
+  };
+  for (const auto& [words, input, says, status] : cases) {
+    std::vector<std::string> all = {"pupil", "--data", data};
+    all.insert(all.begin() + 1, words.begin(), words.end());
+    const auto run = RunProgram({.program = SERVER_PROGRAM, .arguments = all}, input);
+    EXPECT_EQ(run.status, status) << says;
+    EXPECT_THAT(run.output + run.errors, HasSubstr(says));
+  }
+  put();
+  EXPECT_EQ(store->Tokens("S1").size(), 2U);
+  RunProgram({.program = SERVER_PROGRAM, .arguments = {"pupil", "password", "S1", "--data", data}},
+             "rain 7842\r\n");
+  EXPECT_TRUE(server::PasswordFits("rain 7842", *store->PasswordHash("S1")));
+  EXPECT_EQ(store->Tokens("S1").size(), 0U);
+}
+
 TEST_F(ProcessTest, SaysInOneLineWhyItCannotStart) {
   const RunningServer other;
   const std::string host = Split(other.Root()).host;
@@ -189,6 +282,8 @@ TEST_F(ProcessTest, SaysInOneLineWhyItCannotStart) {
       {{}, 64, "--data is missing"},
       {{"--embedded", "--data"}, 64, "--data needs a value"},
       {{"teacher"}, 64, "add, password or list is missing"},
+      {{"pupil"}, 64, "password, computers or forget is missing"},
+      {{"pupil", "computers", "S1"}, 64, "--data is missing"},
       {{"teacher", "list"}, 64, "--data is missing"},
       {{"teacher", "list", "--data", data + "/none"}, 1, "there is no folder"},
       {{"--embedded", "--data", data, "--port", "80"}, 64, "--embedded chooses"},

@@ -43,9 +43,9 @@ httplib::Client RunningServer::Client() const {
   return httplib::Client(root.substr(0, root.find('/', std::string("http://").size())));
 }
 
-httplib::Result RunningServer::Post(const std::string& page, const std::string& body,
-                                    const char* contentType) const {
-  return Client().Post(kPrefix + ("/" + page), body, contentType);
+httplib::Result RunningServer::Post(const std::string& page, const std::string& body, const char* contentType,
+                                    const httplib::Headers& headers) const {
+  return Client().Post(kPrefix + ("/" + page), headers, body, contentType);
 }
 
 std::string RunningServer::Ask(const std::string& page, const std::string& fields) const {

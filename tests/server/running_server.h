@@ -27,7 +27,8 @@ class RunningServer {
 
   /// Posts as the program does. The answer's body is as it came.
   httplib::Result Post(const std::string& page, const std::string& body,
-                       const char* contentType = "text/xml; charset=big5") const;
+                       const char* contentType = "text/xml; charset=big5",
+                       const httplib::Headers& headers = {}) const;
   /// The body of the answer to a post with the right access key, which must come with status 200.
   std::string Ask(const std::string& page, const std::string& fields) const;
   httplib::Result Get(const std::string& path, const httplib::Headers& headers = {}) const;

@@ -113,6 +113,33 @@ TEST(AccountStore, GivesOlderRowsIdsInTheirOrderAndKeepsThePosts) {
   EXPECT_FALSE(records.State("1", {"another", "a"}).knowsSeen);
 }
 
+TEST(AccountStore, KeepsTheFiftyTokensThatWereUsedLast) {
+  const TempFolder folder;
+  const auto store = OpenAccountStore(folder / "server.db");
+  store->PutAccount("1", "hash");
+  store->PutAccount("2", "hash");
+  EXPECT_FALSE(store->PutToken("1", "older hash", "x", "2026-11-01")) << "the password was changed meanwhile";
+  EXPECT_FALSE(store->PutToken("3", "hash", "x", "2026-11-01"));
+  EXPECT_TRUE(store->PutToken("2", "hash", "of 2", "2026-10-01"));
+  for (int i = 1; i <= 50; ++i) store->PutToken("1", "hash", std::to_string(i), "2026-11-01");
+  EXPECT_EQ(store->UseToken("1", "2026-11-03"), "1");
+  // The clock was set back since: what is new stays all the same.
+  EXPECT_TRUE(store->PutToken("1", "hash", "new", "2026-10-31"));
+  for (const char* kept : {"1", "3", "50", "new"})
+    EXPECT_EQ(store->UseToken(kept, "2026-11-04"), "1") << kept;
+  EXPECT_EQ(store->UseToken("2", "2026-11-04"), std::nullopt);
+  const auto tokens = store->Tokens("1");
+  ASSERT_EQ(tokens.size(), 50U);
+  EXPECT_EQ(tokens[0].madeDay + tokens[0].lastDay, "2026-11-012026-11-04");
+  EXPECT_EQ(tokens[1].madeDay + tokens[1].lastDay, "2026-11-012026-11-04");
+  EXPECT_EQ(tokens[2].lastDay, "2026-11-01");
+  store->PutAccount("1", "another hash");
+  EXPECT_EQ(store->Tokens("1").size(), 0U);
+  EXPECT_EQ(store->UseToken("of 2", "2026-11-04"), "2");
+  store->ForgetTokens("2");
+  EXPECT_EQ(store->UseToken("of 2", "2026-11-04"), std::nullopt);
+}
+
 TEST(AccountStore, RefusesWhatItCannotRead) {
   const TempFolder folder;
   WriteFile(folder / "rubbish.db", std::string(5000, 'x'));

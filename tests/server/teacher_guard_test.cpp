@@ -207,7 +207,7 @@ TEST_F(TeacherGuard, OneAddressCannotTryManyNames) {
 
 TEST(LoginLimit, RemembersABoundedNumberOfNames) {
   std::chrono::steady_clock::time_point now{};
-  server::LoginLimit limit([&] { return now; });
+  server::LoginLimit limit(1.0 / 30, [&] { return now; });
   for (int i = 0; i < 10; ++i) EXPECT_TRUE(limit.CountTry("first", "a"));
   EXPECT_FALSE(limit.CountTry("first", "b"));
   for (int i = 0; i < 10000; ++i) {

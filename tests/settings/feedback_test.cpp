@@ -131,6 +131,35 @@ TEST_F(FeedbackTest, WhatTheServerDoesNotAcceptStaysInTheWindowAndIsNotSentForEv
   EXPECT_EQ(Content(outbox / "refused/1.feedback"), "kept before");
 }
 
+TEST_F(FeedbackTest, WhatWaitsGoesOutForItsWriterAlone) {
+  const auto outbox = machine.home / "tmp/marovane/outbox";
+  Put(outbox / "1.feedback", "key=zorbelquinter&pno=47-11&remarks=mine");
+  Put(outbox / "2.feedback", "key=zorbelquinter&pno=4712&remarks=another%27s");
+  Put(outbox / "3.feedback", "key=zorbelquinter&pno=&remarks=nobody%27s");
+  SendWaitingFeedback(program);
+  EXPECT_THAT(Posts(), ElementsAre(EndsWith("mine"), EndsWith("nobody%27s")));
+  EXPECT_THAT(Waiting(), ElementsAre("2.feedback"));
+  app.gAccountNo = "4712";
+  SendWaitingFeedback(program);
+  EXPECT_THAT(Waiting(), IsEmpty());
+}
+
+TEST_F(FeedbackTest, WithoutALoginItWaitsUnlessThereIsNoAccount) {
+  machine.http.Route("p_feedback.asp", "ERR_LOGIN");
+  for (const bool hasAccount : {true, false}) {
+    app.gAccountNo = hasAccount ? "4711" : "";
+    PutRegistry("sentence", kSentence);
+    Open();
+    frmFeedback->txtDesc.Text = "right";
+    ExpectMessage(hasAccount ? Message::kNetworkDown : Message::kFeedbackRefused, kOk,
+                  hasAccount ? "\r\n您的意見已經保存" : "");
+    if (hasAccount) ExpectMessage(Message::kPasswordNeeded);
+    Send();
+    EXPECT_EQ(machine.user.Expected(), 0U);
+    EXPECT_THAT(Waiting(), SizeIs(1));
+  }
+}
+
 base::HttpResponse Lost(const base::HttpRequest& request) {
   throw RunTimeError(request.url + ": lost on the way");
 }

@@ -14,6 +14,13 @@ using namespace ::testing;
 
 constexpr const char* kFind = "p_server_get.asp";
 constexpr const char* kLogin = "p_getlogin.asp";
+const std::string kToken(43, 'T');
+
+FakeHttp::Answer WithToken(const std::string& body) {
+  return [body](const base::HttpRequest& request) {
+    return base::HttpResponse{200, "", body, request.url, {{"Marovane-Token", kToken}}};
+  };
+}
 
 class CampusLoginTest : public SettingsRoomTest {
  protected:
@@ -43,7 +50,7 @@ class CampusLoginTest : public SettingsRoomTest {
 };
 
 TEST_F(CampusLoginTest, FindsTheSchoolLogsInAndRemembers) {
-  machine.http.Route(kLogin, base::ToCp950("OK_S01#第一中學#"));
+  machine.http.Route(kLogin, WithToken(base::ToCp950("OK_S01#第一中學#")));
   EXPECT_EQ(Open().lblACServer.Caption(), "* 尚未取得 *");
   TypeLogin("b 1-2/3");
   EXPECT_EQ(frm->txtLogin.Text(), "b1-23");
@@ -56,6 +63,9 @@ TEST_F(CampusLoginTest, FindsTheSchoolLogsInAndRemembers) {
   EXPECT_EQ(app.gServerUrlRoot, "http://school.test:8080/");
   EXPECT_EQ(app.gUpdaterUrlRoot, "school.test:8080/update");
   EXPECT_EQ(app.gAccountNo, "b1-23");
+  EXPECT_EQ(app.gFileServerRoot, "http://school.test:8080/") << "the archive that knows the account";
+  EXPECT_EQ(program.proof.TokenFor("http://school.test:8080/p.asp", "b123"), kToken);
+  EXPECT_FALSE(Content(app.gTempDir + "/marovane/token.set")) << "pupils share the computer";
   EXPECT_EQ(Content(CertFile()), "school.test:8080\r\nb1-23\r\npass1\r\n");
   struct stat status = {};
   ASSERT_EQ(stat(CertFile().c_str(), &status), 0);
@@ -145,7 +155,8 @@ TEST_F(CampusLoginTest, RefusedLoginsLeaveTheWindowForAnotherTry) {
   ExpectMessage(Message::kEnterAccount);
   TryPassword("secret");
   TypeLogin("b1");
-  for (const char* refused : {"", "  ", "123456789012345678901"}) {
+  for (const std::string& refused : {std::string(), std::string("  "), std::string("abc"),
+                                     std::string(65, 'x'), std::string("密碼密碼")}) {
     ExpectMessage(Message::kPasswordLength);
     TryPassword(refused);
   }
@@ -199,7 +210,8 @@ class PasswordTest : public SettingsRoomTest {
 };
 
 TEST_F(PasswordTest, LengthIsCheckedBeforeAnythingIsSent) {
-  for (const char* refused : {"", "abc", " abc ", "abcdefghijklm"}) {
+  for (const std::string& refused : {std::string(), std::string("abc"), std::string(" abc "),
+                                     std::string(65, 'x'), std::string("密碼密碼")}) {
     ExpectMessage(Message::kPasswordLength);
     Enter(refused);
   }
@@ -208,12 +220,14 @@ TEST_F(PasswordTest, LengthIsCheckedBeforeAnythingIsSent) {
 }
 
 TEST_F(PasswordTest, RightOneIsKeptForThisRunAndTheCheckStartsOver) {
-  machine.http.Route("p_getlogin.asp", "OK_4711");
+  machine.http.Route("p_getlogin.asp", WithToken("OK_4711"));
   app.gAccountNo = "47-1 1";
-  Enter(" abcdefghijkl ");
-  EXPECT_THAT(machine.http.Bodies("p_getlogin.asp"),
-              ElementsAre("key=zorbelquinter&pno=4711&password=abcdefghijkl&username=&email=&district="));
-  EXPECT_EQ(app.gAccountPassword, "abcdefghijkl");
+  Enter(" abc def&%=ghijkl ");
+  EXPECT_THAT(
+      machine.http.Bodies("p_getlogin.asp"),
+      ElementsAre("key=zorbelquinter&pno=4711&password=abc%20def%26%25=ghijkl&username=&email=&district="));
+  EXPECT_EQ(app.gAccountPassword, "abc def&%=ghijkl");
+  EXPECT_EQ(program.proof.TokenFor("http://server/p.asp", "4711"), kToken);
   EXPECT_EQ(frmMain.checks, 1);
   EXPECT_FALSE(app.gOpenPassword);
   EXPECT_EQ(Content(app.gSetupFile), std::nullopt);
@@ -238,12 +252,12 @@ TEST_F(PasswordTest, RefusalsHaveTheirMessagesAndTheWindowStays) {
   EXPECT_TRUE(app.gOpenPassword);
 }
 
-TEST_F(PasswordTest, KeysOtherThanLettersAndDigitsAreSwallowed) {
+TEST_F(PasswordTest, KeysThatNoPasswordHasAreSwallowed) {
   frmPassword->Show();
-  machine.user.Type(frmPassword->txtPassword, "a-B.c_ 1中");
-  EXPECT_EQ(frmPassword->txtPassword.Text(), "aBc1");
-  EXPECT_EQ(FilterPasswordKey('-', "", true), '-');
-  EXPECT_EQ(FilterPasswordKey(' ', "", true), ' ');
+  machine.user.Type(frmPassword->txtPassword, "a-B.c_ 1中\t%~");
+  EXPECT_EQ(frmPassword->txtPassword.Text(), "a-B.c_ 1%~");
+  EXPECT_EQ(FilterPasswordKey(' ', "", false), 0);
+  EXPECT_EQ(FilterPasswordKey('b', "UPPER", false), 'B');
   EXPECT_EQ(FilterPasswordKey(22, "", false), 22);
   machine.user.Press(frmPassword->txtPassword, kKeyEscape);
   EXPECT_FALSE(app.gOpenPassword);
@@ -256,7 +270,7 @@ TEST_F(PasswordTest, NewAccountOfTheRealServerIsKeptAndLogsIn) {
   frmPassword->Show();
   machine.user.Click(frmPassword->lblNewAccount);
   frmPassword->txtUserName.Text = "王小明 & co";
-  frmPassword->txtPassword.Text = "newpass1";
+  frmPassword->txtPassword.Text = "new&%$ =1";
   ExpectMessage(Message::kBadEmail);
   machine.user.Click(frmPassword->picButtons(0));
   frmPassword->txtEmail.Text = "ming@example.tw";
@@ -265,7 +279,7 @@ TEST_F(PasswordTest, NewAccountOfTheRealServerIsKeptAndLogsIn) {
   EXPECT_EQ(frmMain.checks, 1);
   EXPECT_EQ(app.gAccountNo.size(), 10U);
   EXPECT_EQ(Setup("Pno"), app.gAccountNo);
-  EXPECT_EQ(LoginWithPassword(program, app.gAccountNo, "newpass1"), "OK_" + app.gAccountNo);
+  EXPECT_EQ(LoginWithPassword(program, app.gAccountNo, "new&%$ =1"), "OK_" + app.gAccountNo);
   EXPECT_EQ(LoginWithPassword(program, app.gAccountNo, "newpass2"), "ERR_WRONG_PASSWORD");
 }
 

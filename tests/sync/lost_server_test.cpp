@@ -473,7 +473,7 @@ class UpdatedTest : public LostServerTest {
   /// The database of the server as it was before rows had ids.
   void MakeServerOlder() {
     pages_->Query("drop index sentence_uid");
-    for (const char* const table : {"gone", "server", "post"})
+    for (const char* const table : {"gone", "server", "post", "token"})
       pages_->Query(std::string("drop table ") + table);
     pages_->Query("alter table sentence drop column uid");
     pages_->Query("create table post (account text, id text, primary key (account, id)) without rowid");

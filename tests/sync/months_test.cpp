@@ -225,7 +225,16 @@ class Month {
     Of(computer).deleted.insert(row.substr(row.find('|') + 1));
   }
 
+  /// As the window does that asks for it.
+  void ProveOldAccount(Computer& computer) {
+    computer.App().gAccountPassword = SyncServer::kOldPassword;
+    EXPECT_THAT(CheckAccountPassword(computer.running->program, oldAccount_, SyncServer::kOldPassword),
+                ::testing::StartsWith("OK"));
+  }
+
   void Synchronise(Computer& computer) {
+    const bool isMerge = &Of(computer) == &learners_[0] && Draw(12) == 0;
+    if (isMerge) ProveOldAccount(computer);
     weather_ = Draw(2) == 0 ? Weather::kFine : static_cast<Weather>(1 + Draw(7));
     if (Draw(kCrashes) == 0) weather_ = Weather::kServerCrash;
     hasTwin_ = Draw(8) == 0;
@@ -233,7 +242,6 @@ class Month {
     if (kind == 0) computer.machine.databases.fault.KillAt(static_cast<int>(1 + Draw(60)));
     if (kind == 1) computer.machine.files.fault.KillAt(static_cast<int>(1 + Draw(12)));
     if (kind == 2) computer.machine.http.fault.KillAt(static_cast<int>(1 + Draw(8)));
-    const bool isMerge = &Of(computer) == &learners_[0] && Draw(12) == 0;
     const char* const mode = isMerge ? "" : Draw(3) == 0 ? "UPLOAD" : "NOMSG";
     computer.CloseMessages();
     if (!computer.Sync(mode, isMerge ? oldAccount_ : "")) ++tally_.kills;

@@ -101,10 +101,12 @@ class Network {
 
  private:
   base::HttpResponse Deliver(base::HttpRequest request) {
+    const std::string asked = request.url;
     const std::string name = "http://server/";
     request.url.replace(0, name.size(), school_.Root());
     const bool isProbe = request.url.ends_with("p_getconn.asp");
     base::HttpResponse response = curl_.Send(request);
+    response.url = asked;
     // The school lives on the same day as the computers, whatever the real one is.
     if (isProbe) response.body = "ONLINE " + base::ShownDay(base::DayOf(loop_.Now()));
     return response;

@@ -32,6 +32,19 @@ TEST_F(SyncLoginTest, AcceptsAnAccountWithItsPassword) {
   EXPECT_FALSE(frmSyncLogin.IsLoaded());
 }
 
+TEST_F(SyncLoginTest, KeepsTheProofOfTheOlderAccount) {
+  const std::string token(43, 'O');
+  home.machine.http.Route("p_getauthwithpw.asp", [&](const base::HttpRequest& request) {
+    return base::HttpResponse{200, "", "OK_", request.url, {{"Marovane-Token", token}}};
+  });
+  Enter("old.-account", "a&b %");
+  EXPECT_EQ(home.machine.http.Bodies("p_getauthwithpw.asp"),
+            std::vector<std::string>{"key=zorbelquinter&pno=old.account&pw=a%26b%20%25"});
+  const Proof& proof = home.running->program.proof;
+  EXPECT_EQ(proof.TokenFor("http://server/p.asp", SyncServer::kOldAccount), token);
+  EXPECT_EQ(proof.TokenFor("http://server/p.asp", app.gAccountNo), "");
+}
+
 TEST_F(SyncLoginTest, ReportsRefusalsAndStaysUntilItIsCancelled) {
   for (const Message* message : {&Message::kWrongAccount, &Message::kWrongPassword, &Message::kNetworkDown}) {
     ExpectMessage(home.machine.user, *message);

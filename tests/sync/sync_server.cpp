@@ -5,6 +5,8 @@
 
 #include <map>
 
+#include "base/sha256.h"
+#include "protocol/headers.h"
 #include "server/accounts/password.h"
 #include "server/store/store_database.h"
 
@@ -37,12 +39,38 @@ base::HttpResponse SyncPages::Answer(const base::HttpRequest& request) {
   const auto* page = server::FindPage(name, server::Page::Method::kPost);
   if (page == nullptr) return {404, "", "", request.url};
   const auto headers = [&](const std::string& wanted) {
-    std::string value;
-    for (const auto& [header, text] : request.headers) value = header == wanted ? text : value;
-    return value;
+    for (const auto& [header, text] : request.headers) {
+      if (header == wanted) return text;
+    }
+    return provesCallers ? ProofFor(wanted, request.body) : "";
   };
-  return {200, "text/html; charset=big5", server::Answer(*page, services_, request.body, "", headers).body,
-          request.url};
+  const auto reply = server::Answer(*page, services_, {request.body, "", "192.0.2.1", headers});
+  base::HttpResponse response{200, "text/html; charset=big5", reply.body, request.url};
+  if (!reply.token.empty()) response.headers = {{protocol::header::kToken, reply.token}};
+  return response;
+}
+
+std::string SyncPages::ProofFor(const std::string& header, const std::string& body) {
+  const bool isOld = header == protocol::header::kOldToken;
+  if (!isOld && header != protocol::header::kToken) return "";
+  const auto field = [&](const std::string& name) {  // account numbers need no decoding
+    const std::size_t at = body.find("&" + name + "=");
+    if (at == std::string::npos) return std::string();
+    const std::size_t begin = at + name.size() + 2;
+    return body.substr(begin, body.find('&', begin) - begin);
+  };
+  return TokenOf(field(isOld ? "frompno" : "pno"));
+}
+
+std::string SyncPages::TokenOf(const std::string& account) {
+  const auto hash = store_->PasswordHash(account);
+  if (!hash) return "";
+  const std::string token = "token of " + account;
+  base::Sha256 digest;
+  digest.Add(token);
+  const std::string tokenHash = digest.Digits();
+  if (!store_->UseToken(tokenHash, "2026-11-05")) store_->PutToken(account, *hash, tokenHash, "2026-11-05");
+  return token;
 }
 
 base::HttpRequest PostOf(const std::string& account, const std::string& from, const std::string& rows) {

@@ -29,11 +29,24 @@ class SyncPages {
   /// @param password of the new account
   void AddAccount(const std::string& number, const std::string& password);
   base::HttpResponse Answer(const base::HttpRequest& request);
+  /// A token that stands for the account; "" for an unknown one.
+  std::string TokenOf(const std::string& account);
+  /// Whether requests without tokens get those of the accounts that they name, as if these had logged in.
+  bool provesCallers = true;
+  /// From now on as a school that wants the tokens of logins.
+  void RequireTokens() {
+    settings_.requireToken = true;
+    provesCallers = false;
+  }
+  /// Ends all that logins have proved.
+  void RevokeTokens() { Query("delete from token"); }
   std::string today = "2026/11/5";  ///< the day that it names, which is that of the computers' clocks
   const std::filesystem::path& Database() const { return database_; }
   std::vector<std::string> Query(const std::string& sql) const { return ServerRows(database_, sql); }
 
  private:
+  std::string ProofFor(const std::string& header, const std::string& body);
+
   std::filesystem::path database_;
   server::ServerSettings settings_;
   server::SharedEngine engine_;

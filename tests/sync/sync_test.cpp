@@ -133,7 +133,8 @@ TEST_F(SyncTest, KeepsWhatDidNotArriveAndSendsItOnce) {
 }
 
 TEST_F(SyncTest, FeedbackThatWaitsGoesAlsoWhenNothingElseDoes) {
-  const std::string body = "key=zorbelquinter&pno=4711&errcode=AG01&sentence=He+go.&remarks=%A4%A4&email=";
+  const std::string body =
+      "key=zorbelquinter&pno=1234567890&errcode=AG01&sentence=He+go.&remarks=%A4%A4&email=";
   home.machine.http.RouteToNowhere("p_feedback.asp");
   ASSERT_EQ(SendFeedback(home.running->program, body), FeedbackFate::kKept);
   home.Sync("NOMSG");
@@ -156,6 +157,114 @@ TEST_F(SyncTest, AsksAgainForAStreamThatBreaksOff) {
   school.Sync("NOMSG");
   EXPECT_EQ(school.Contents(), home.Contents()) << "no row twice";
   EXPECT_EQ(Requests(school, kStream), 7U);
+}
+
+/// A school that wants the tokens of logins.
+class LoginTest : public SyncTest {
+ protected:
+  static constexpr const char* kLogin = "p_getauthwithpw.asp";
+
+  LoginTest() {
+    server.RequireTokens();
+    for (Computer* const each : {&home, &school}) each->App().gAccountPassword = SyncServer::kOldPassword;
+    home.AddOk("Mine.");
+  }
+  std::vector<std::string> Waiting() {
+    return home.machine.realFiles.List(OutboxFolder(home.running->program));
+  }
+  void Expect(const Message& message) { ExpectMessage(home.machine.user, message); }
+  void ProveOldAccount() {
+    EXPECT_THAT(
+        CheckAccountPassword(home.running->program, SyncServer::kOldAccount, SyncServer::kOldPassword),
+        StartsWith("OK"));
+  }
+};
+
+TEST_F(LoginTest, ARefusedLoginIsToldOnceAndEverythingWaits) {
+  home.App().gAccountPassword = "wrong";
+  const auto before = home.Contents();
+  Expect(Message::kWrongPassword);
+  for (const char* const mode : {"UPLOAD", "NOMSG", "DOWNLOAD"}) ASSERT_TRUE(home.Sync(mode));
+  EXPECT_EQ(home.Contents(), before);
+  EXPECT_THAT(home.Query("select upload from oksentence"), ElementsAre("N"));
+  EXPECT_EQ(Requests(home, kLogin), 1U) << "the server counts the tries";
+  home.App().gAccountPassword = SyncServer::kOldPassword;
+  ASSERT_TRUE(home.Sync("NOMSG"));
+  EXPECT_EQ(Stored(), "1");
+}
+
+TEST_F(LoginTest, TokensRevokedBeforeAnyPageLoseNothing) {
+  for (const char* const page : {kCompare, kUpload, kStream}) {
+    SCOPED_TRACE(page);
+    home.machine.http.Queue(page, [this](const base::HttpRequest& request) {
+      server.RevokeTokens();
+      return server.Answer(request);
+    });
+    home.AddErr(std::string("*At* ") + page, "AG01");
+    school.AddOk(std::string("Theirs at ") + page);
+    ASSERT_TRUE(school.Sync("UPLOAD"));
+    ASSERT_TRUE(home.Sync("NOMSG"));
+    EXPECT_EQ(Contents(server), home.Contents());
+  }
+  EXPECT_EQ(home.Contents().size(), 7U);
+}
+
+TEST_F(LoginTest, AStreamThatWantsALoginEndsTheReloadAtOnce) {
+  ASSERT_TRUE(home.Sync("NOMSG"));
+  school.AddOk("Theirs.");
+  ASSERT_TRUE(school.Sync("UPLOAD"));
+  const auto before = home.Contents();
+  home.machine.http.requests.clear();
+  home.machine.http.Queue(kStream, Forward());
+  home.machine.http.Route(kStream, "ERR_LOGIN");
+  const auto start = home.machine.loop.Elapsed();
+  ASSERT_TRUE(home.Sync("NOMSG"));
+  EXPECT_EQ(Requests(home, kStream), 3U) << "one page, and a stream that was asked for twice";
+  EXPECT_LT(home.machine.loop.Elapsed() - start, std::chrono::seconds{10});
+  EXPECT_EQ(home.Contents(), before);
+}
+
+TEST_F(LoginTest, AnUploadThatWantsALoginWaits) {
+  home.machine.http.Route(kUpload, "ERR_LOGIN");
+  ASSERT_TRUE(home.Sync("UPLOAD"));
+  EXPECT_THAT(Waiting(), SizeIs(1));
+  home.machine.http.Route(kUpload, Forward());
+  ASSERT_TRUE(home.Sync("UPLOAD"));
+  EXPECT_THAT(Waiting(), IsEmpty());
+  EXPECT_EQ(Stored(), "1");
+}
+
+TEST_F(LoginTest, AMergeProvesBothAccounts) {
+  ProveOldAccount();
+  home.machine.http.requests.clear();
+  Expect(Message::kMergeDone);
+  ASSERT_TRUE(home.Sync("", SyncServer::kOldAccount));
+  EXPECT_EQ(Stored(), "1");
+  ASSERT_GT(Requests(home, kStream), 0U);
+  for (const auto& request : home.machine.http.requests) {
+    const base::HttpResponse sent{200, "", "", "", request.headers};
+    const bool isMerge = request.body.find("frompno=old.account") != std::string::npos;
+    EXPECT_EQ(sent.Header("Marovane-Old-Token").empty(), !isMerge) << request.url;
+  }
+}
+
+TEST_F(LoginTest, AMergeWithoutTheOtherProofIsRefusedInWords) {
+  Expect(Message::kPasswordNeeded);
+  ASSERT_TRUE(home.Sync("", SyncServer::kOldAccount));
+  EXPECT_EQ(Stored(), "1") << "the learner's own rows";
+}
+
+TEST_F(LoginTest, APostWhoseOlderAccountIsNoLongerProvedGoesWithoutTheMerge) {
+  ProveOldAccount();
+  home.machine.http.RouteToNowhere(kUpload);
+  ASSERT_TRUE(home.Sync("UPLOAD", SyncServer::kOldAccount));
+  EXPECT_THAT(Waiting(), SizeIs(1));
+  server.RevokeTokens();
+  home.machine.http.Route(kUpload, Forward());
+  ASSERT_TRUE(home.Sync("UPLOAD"));
+  EXPECT_THAT(Waiting(), IsEmpty());
+  EXPECT_EQ(Stored(), "1");
+  EXPECT_THAT(home.machine.http.Bodies(kUpload).back(), HasSubstr("&frompno=1234567890&"));
 }
 
 TEST_F(SyncTest, GivesUpAStreamThatStaysEmptyAfterAMinute) {

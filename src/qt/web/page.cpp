@@ -1,7 +1,9 @@
 #include "qt/web/page.h"
 
 #include <QDir>
+#include <QTimer>
 #include <QWebEngineNewWindowRequest>
+#include <utility>
 
 #include "qt/web/profile.h"
 
@@ -13,12 +15,36 @@ bool IsCommand(const QUrl& url) { return url.scheme() == "cmd" || url.scheme() =
 
 }  // namespace
 
-void FileGuard::interceptRequest(QWebEngineUrlRequestInfo& request) {
+void RequestGuard::interceptRequest(QWebEngineUrlRequestInfo& request) {
+  KeepFiles(request);
+  Prove(request);
+}
+
+void RequestGuard::KeepFiles(QWebEngineUrlRequestInfo& request) const {
   if (request.requestUrl().scheme() != "file" || request.firstPartyUrl().scheme() != kWrittenPageScheme)
     return;
   const QString file = QDir::cleanPath(request.requestUrl().toLocalFile());
   request.block(request.resourceType() != QWebEngineUrlRequestInfo::ResourceTypeImage ||
                 !file.startsWith(QDir::cleanPath(pane_.rights.pictureFolder) + '/'));
+}
+
+void RequestGuard::Begin(const QUrl& url, const WebHeader& proof) {
+  url_ = url;
+  proof_ = proof;
+  hasProved_ = false;
+}
+
+// What a page begins has an initiator.
+void RequestGuard::Prove(QWebEngineUrlRequestInfo& request) {
+  const QUrl to = request.requestUrl();
+  const bool isThere = to.scheme() == url_.scheme() && to.authority() == url_.authority();
+  if (request.resourceType() != QWebEngineUrlRequestInfo::ResourceTypeMainFrame || !isThere ||
+      !request.initiator().isEmpty() || proof_.value.isEmpty()) {
+    return;
+  }
+  request.setHttpHeader(proof_.name, proof_.value);
+  proof_ = {};
+  hasProved_ = true;
 }
 
 WebPage::WebPage(const WebPane& pane, QObject* parent)
@@ -31,9 +57,16 @@ WebPage::WebPage(const WebPane& pane, QObject* parent)
   });
 }
 
-void WebPage::LoadQuietly(const QUrl& url) {
+void WebPage::LoadQuietly(const QUrl& url, const WebHeader& proof) {
   quiet_ = url;
+  goesThroughHistory_ = false;
+  guard_.Begin(url, proof);
   load(url);
+}
+
+void WebPage::GoThroughHistory(WebAction action) {
+  goesThroughHistory_ = true;
+  triggerAction(action);
 }
 
 bool WebPage::IsWritten() const { return url().scheme() == kWrittenPageScheme; }
@@ -61,12 +94,21 @@ bool WebPage::acceptNavigationRequest(const QUrl& url, NavigationType type, bool
     return false;  // only the program leads to its pages
   }
   if (!isMainFrame || url.scheme() == kWrittenPageScheme) return true;
+  if (type == NavigationTypeBackForward) {
+    const bool isPrograms = std::exchange(goesThroughHistory_, false);
+    guard_.Begin(url, isPrograms ? pane_.rights.proofFor(url.toString()) : WebHeader());
+  }
   if (url == quiet_) {
     quiet_.clear();
     return true;
   }
   if (LeadsAway(url, type)) return false;
-  return !pane_.events.beforeNavigate || pane_.events.beforeNavigate(url.toString());
+  if (pane_.events.beforeNavigate && !pane_.events.beforeNavigate(url.toString())) return false;
+  if (type != NavigationTypeRedirect || !guard_.HasProved()) return true;
+  // A redirected request keeps its headers, and the engine takes none away. So it ends here, and another one
+  // begins.
+  QTimer::singleShot(0, this, [this, url] { LoadQuietly(url); });
+  return false;
 }
 
 }  // namespace marovane

@@ -45,12 +45,12 @@ class Pane : public WebPane {
   void Write(const QString& html) override;
   void SubmitForm(int index) override;
   void SetChecked(const std::map<std::string, bool>& marks) override;
-  void GoBack() override { view_->back(); }
-  void GoForward() override { view_->forward(); }
+  void GoBack() override { page_->GoThroughHistory(QWebEnginePage::Back); }
+  void GoForward() override { page_->GoThroughHistory(QWebEnginePage::Forward); }
   void ReadInputs(std::function<void(const PageInputs&)> callback) override;
 
  private:
-  void Load(const QUrl& url);
+  void Load(const QUrl& url, const WebHeader& proof = {});
   void LoadAgain();
   void Loaded();
   void RunWhenLoaded(const QString& script);
@@ -85,14 +85,16 @@ Pane::~Pane() {
   delete view_;
 }
 
-void Pane::Navigate(const QString& url) { Load(QUrl::fromUserInput(QString(url).replace('\\', '/'))); }
+void Pane::Navigate(const QString& url) {
+  Load(QUrl::fromUserInput(QString(url).replace('\\', '/')), rights.proofFor(url));
+}
 
-void Pane::Load(const QUrl& url) {
+void Pane::Load(const QUrl& url, const WebHeader& proof) {
   waiting_.clear();
   isLoading_ = true;
   attempts_ = 0;
   wanted_ = url;
-  page_->LoadQuietly(url);
+  page_->LoadQuietly(url, proof);
 }
 
 // For a written page whose renderer has died. A load that ends in any other way is left as it is: a script
