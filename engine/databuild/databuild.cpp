@@ -7,6 +7,8 @@
 #include <stdexcept>
 #include <string_view>
 
+#include "engine/databuild/detector/detector_data.h"
+
 namespace {
 
 constexpr std::string_view kUsage =
@@ -16,9 +18,19 @@ constexpr std::string_view kUsage =
     "  databuild ngrams TAGGER_MODEL EWT_TAGGED MASC_TAGGED MODEL < TEXT\n"
     "  databuild ranker TABLES EWT_TAGGED MASC_TAGGED SENTENCES MODEL < TEXT\n"
     "  databuild tables MODEL_DIR COUNTS VERBS NAMES SCOWL_DIR WORDNET_DIR HUNSPELL_STEM TABLES RULES...\n"
-    "  databuild parser DICTIONARY_DIR SCOWL_DIR LEVEL TO_DIR\n";
+    "  databuild parser DICTIONARY_DIR SCOWL_DIR LEVEL TO_DIR\n"
+    "  databuild detector-vocabulary TABLES VOCABULARY TEXT[:WEIGHT]...\n"
+    "  databuild detector-examples TABLES VOCABULARY PART PARTS EXAMPLES TEXT[:WEIGHT]...\n"
+    "  databuild mistakes TABLES EACH < TEXT           show mistakes as the detector learns them\n";
 
 using tolvex::databuild::Sources;
+
+std::vector<tolvex::databuild::WeightedText> Texts(const std::vector<std::string>& args, std::size_t from) {
+  std::vector<tolvex::databuild::WeightedText> texts;
+  for (std::size_t i = from; i < args.size(); ++i)
+    texts.push_back(tolvex::databuild::ReadWeightedText(args[i]));
+  return texts;
+}
 
 int Run(const std::vector<std::string>& args) {
   const std::string step = args.empty() ? "" : args[0];
@@ -36,6 +48,13 @@ int Run(const std::vector<std::string>& args) {
     tolvex::databuild::CompileTables(sources, args[8]);
   } else if (step == "parser" && args.size() == 5) {
     tolvex::databuild::TrimParserDictionary(args[1], args[2], std::stoi(args[3]), args[4]);
+  } else if (step == "detector-vocabulary" && args.size() > 3) {
+    tolvex::databuild::MakeDetectorVocabulary(args[1], args[2], Texts(args, 3));
+  } else if (step == "detector-examples" && args.size() > 6) {
+    tolvex::databuild::MakeDetectorExamples(args[1], args[2], std::stoi(args[3]), std::stoi(args[4]), args[5],
+                                            Texts(args, 6));
+  } else if (step == "mistakes" && args.size() == 3) {
+    tolvex::databuild::ShowMistakes(args[1], std::stoi(args[2]));
   } else {
     throw std::invalid_argument(std::string(kUsage));
   }
