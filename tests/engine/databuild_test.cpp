@@ -88,6 +88,67 @@ TEST_F(DatabuildTest, NamesFileAndLineOfADamagedSource) {
   EXPECT_EQ(Build().status, 0) << "all is whole again";
 }
 
+class DetectorDataTest : public ::testing::Test {
+ protected:
+  void SetUp() override {
+    std::string text = "# source\n";
+    for (int i = 0; i < kSentences; ++i)
+      text += "Room " + std::to_string(i) + " of the house has a window that she opens.\n";
+    WriteFile(home_ / "text", text);
+    Run({"detector-vocabulary", kTables, "words", "text"});
+  }
+
+  base::RunResult Run(const std::vector<std::string>& arguments) const {
+    return marovane::RunProgram(
+        {.program = DATABUILD_PROGRAM, .arguments = arguments, .workingFolder = home_.Path()});
+  }
+
+  std::size_t Examples(int part, const std::string& text) const {
+    const auto run =
+        Run({"detector-examples", kTables, "words", std::to_string(part), "3", "examples", text});
+    EXPECT_EQ(run.status, 0) << run.errors;
+    return TableFile(home_ / "examples").Array<std::uint32_t>("examples.ends").size();
+  }
+
+  static constexpr int kSentences = 3000;
+  const std::string kTables = std::string(ENGINE_DATA) + "/tolvex.tables";
+  const TempFolder home_;
+};
+
+TEST_F(DetectorDataTest, EverySentenceIsInOnePartOfAPassOrHeldBack) {
+  const std::size_t heldBack = Examples(-1, "text");
+  EXPECT_GT(heldBack, 0U);
+  EXPECT_LT(heldBack, 20U);
+  const std::size_t once = Examples(0, "text") + Examples(1, "text") + Examples(2, "text");
+  EXPECT_EQ(once, kSentences - heldBack);
+  const std::size_t twice = Examples(0, "text:2") + Examples(1, "text:2") + Examples(2, "text:2");
+  EXPECT_EQ(twice, 2 * once);
+  const std::size_t half = Examples(0, "text:0.5") + Examples(1, "text:0.5") + Examples(2, "text:0.5");
+  EXPECT_NEAR(static_cast<double>(half), static_cast<double>(once) / 2, 150);
+}
+
+TEST_F(DetectorDataTest, APartIsTheSameEveryTimeAndTheNextPassHasOtherMistakes) {
+  Examples(1, "text");
+  const std::string first = ReadFile(home_ / "examples");
+  Examples(1, "text");
+  EXPECT_EQ(ReadFile(home_ / "examples"), first);
+  const std::size_t sentences = TableFile(home_ / "examples").Array<std::uint32_t>("examples.ends").size();
+  EXPECT_EQ(Examples(4, "text"), sentences);
+  EXPECT_NE(ReadFile(home_ / "examples"), first);
+}
+
+TEST_F(DetectorDataTest, SaysWhatIsWrongWithItsArguments) {
+  const std::vector<std::pair<std::string, std::string>> table = {{"none", "cannot read none"},
+                                                                  {"text:0", "not a weight above 0: text:0"},
+                                                                  {"text:x", "not a weight above 0: text:x"}};
+  for (const auto& [text, message] : table) {
+    const auto run = Run({"detector-examples", kTables, "words", "0", "3", "out", text});
+    EXPECT_EQ(run.status, 1) << message;
+    EXPECT_NE(run.errors.find(message), std::string::npos) << run.errors;
+    EXPECT_FALSE(fs::exists(home_ / "out"));
+  }
+}
+
 TEST(TableFiles, GiveBackWhatWasWrittenAndRefuseEveryCutAndEveryChangedByte) {
   const TempFolder folder;
   const fs::path path = folder / "tables";

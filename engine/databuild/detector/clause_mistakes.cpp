@@ -162,7 +162,6 @@ void MistakeFinder::FindConcession(int i) {
     Add(Lower(i) == "but" ? K::kButAfterAlthough : K::kSoAfterBecause, 0, -1,
         {Lower(i) == "but" ? "although" : "because"});
   }
-  const bool noun = IsDeterminer(At(i + 1)) || At(i + 1) == Tag::VBG;
   const int end = NounPhraseEnd(i + 1);
   const bool finite = end > i + 1 && IsFiniteVerb(At(end));
   if (s_.Is(i, {"although", "though"}) && finite && At(i) == Tag::IN)
@@ -174,7 +173,7 @@ void MistakeFinder::FindConcession(int i) {
   if (Lower(i) == "but" && main) Put(K::kWrongConcession, i, "however");
   if (Lower(i) == "even" && s_.Is(i + 1, {"though", "if"}) && At(i + 2) == Tag::PRP)
     Delete(K::kWrongConcession, i + 1);
-  if (Lower(i) == "because" && Lower(i + 1) == "of" && noun) Delete(K::kBecauseOf, i + 1);
+  if (Lower(i) == "because" && Lower(i + 1) == "of") Delete(K::kBecauseOf, i + 1);
   if (Lower(i) == "because" && finite) Insert(K::kBecauseOf, i + 1, "of");
   if (Lower(i) == "and" && s_.AnyOf(std::max(0, i - 3), i, {"both", "between"}) &&
       !s_.AnyOf(std::max(0, i - 3), i, {"of"}))

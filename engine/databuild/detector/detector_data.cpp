@@ -79,10 +79,10 @@ class Portion {
     const std::uint64_t pass = static_cast<std::uint64_t>(part_) / parts_;
     int times = 0;
     for (std::uint64_t copy = 0; static_cast<double>(copy) < weight; ++copy) {
-      const std::uint64_t dice = HashPair(HashPair(place, copy), pass);
+      const std::uint64_t own = HashPair(place, copy);
       const double share = weight - static_cast<double>(copy);
-      const bool taken = static_cast<double>(dice >> 40U) < share * (1U << 24U);
-      times += taken && dice % parts_ == static_cast<std::uint64_t>(part_) % parts_ ? 1 : 0;
+      const bool taken = static_cast<double>(HashPair(own, pass) >> 40U) < share * (1U << 24U);
+      times += taken && own % parts_ == static_cast<std::uint64_t>(part_) % parts_ ? 1 : 0;
     }
     return times;
   }

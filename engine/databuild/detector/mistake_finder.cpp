@@ -198,6 +198,13 @@ bool MistakeFinder::HasSingularSubject(int i) const {
          s_.Is(at, {"he", "she", "it", "this", "that", "everyone", "everybody", "someone", "nobody", "who"});
 }
 
+bool MistakeFinder::InRelativeClause(int verb) const {
+  const int before = SkipAdverbsBack(verb - 1);
+  if (At(before) == Tag::WDT || At(before) == Tag::WP) return true;
+  return s_.Is(NounPhraseStart(before) - 1,
+               {"who", "which", "that", "where", "because", "what", "how", "since"});
+}
+
 bool MistakeFinder::HasPastTime() const {
   for (int i = 0; i < s_.Size(); ++i) {
     if (s_.Is(i, {"yesterday", "ago"})) return true;

@@ -87,6 +87,7 @@ class MistakeFinder {
       int i) const;  // the auxiliary or other word before a verb, over adverbs and an inverted subject
   bool HasPluralSubject(int i) const;
   bool HasSingularSubject(int i) const;
+  bool InRelativeClause(int verb) const;  // or in another clause whose tense is free
   bool HasPastTime() const;
   bool IsQuestion() const;
   int CountTag(Tag tag) const;

@@ -39,6 +39,8 @@ std::vector<Token> PutIn(const std::vector<Token>& tokens, const Mistake& mistak
   if (mistake.first != 0 || made.empty() || !tokens[0].IsCapitalised()) return made;
   const bool pushedBack = mistake.last < 0 && !KeepsCapital(tokens[0]);
   if (pushedBack) made[mistake.words.size()].text = made[mistake.words.size()].lower;
+  if (mistake.last < 0) made[mistake.words.size()].spaceBefore = true;
+  made[0].spaceBefore = false;
   made[0].text = Capitalised(made[0].text);
   return made;
 }

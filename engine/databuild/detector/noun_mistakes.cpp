@@ -101,7 +101,7 @@ void MistakeFinder::FindArticleBeforeName(int i) {
   const bool sport =
       s_.Is(i, {"basketball", "tennis", "football", "baseball", "badminton", "chess"}) && s_.IsSign(i + 1);
   if (thisTime || name || pronoun || meal || sport || IsMonth(s_, i)) {
-    if (At(i) == Tag::NN || At(i) == Tag::NNP || At(i) == Tag::JJ || At(i) == Tag::DT)
+    if (sport || At(i) == Tag::NN || At(i) == Tag::NNP || At(i) == Tag::JJ || At(i) == Tag::DT)
       Insert(K::kTheAdded, i, "the");
   }
 }

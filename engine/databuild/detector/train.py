@@ -123,8 +123,9 @@ class Training:
         self.dense = torch.optim.Adam(self.network.dense_parameters(), lr=options.rate, betas=(.9, .99))
         self.step = self.tokens = self.part = self.done = 0  # `done` batches of the part
         self.warm = 0                                        # steps since the optimisers were fresh
-        self.seconds = 0.0
+        self.seconds = 0.0                                   # of earlier runs
         self.load()
+        self.begun = time.monotonic()
 
     def databuild(self, *arguments):
         subprocess.run([self.options.databuild, *map(str, arguments)], check=True)
@@ -144,10 +145,13 @@ class Training:
             self.network.load_state_dict(self.average)
             self.step, self.tokens, self.part = state["step"], state["tokens"], state["part"]
 
+    def all_seconds(self):
+        return self.seconds + time.monotonic() - self.begun
+
     def save(self):
         state = {"network": self.network.state_dict(), "average": self.average, "sparse": self.sparse.state_dict(),
                  "dense": self.dense.state_dict(),
-                 "place": (self.step, self.tokens, self.part, self.done, self.warm, self.seconds)}
+                 "place": (self.step, self.tokens, self.part, self.done, self.warm, self.all_seconds())}
         torch.save(state, self.folder / "checkpoint.part")
         os.replace(self.folder / "checkpoint.part", self.folder / "checkpoint.pt")
         small = {"average": {name: value.half() for name, value in self.average.items()},
@@ -191,7 +195,7 @@ class Training:
         recall = measure(self.network, held_back)
         self.network.load_state_dict(own)
         with open(self.folder / "curve.tsv", "a") as file:
-            print(self.tokens, round(self.seconds), *(f"{share:.4f}" for share in recall), sep="\t", file=file)
+            print(self.tokens, round(self.all_seconds()), *(f"{share:.4f}" for share in recall), sep="\t", file=file)
 
     def run(self):
         held_back = self.examples(-1)
@@ -208,7 +212,6 @@ class Training:
                 self.done += 1
                 now = time.monotonic()
                 if self.step % 100 == 0:
-                    self.seconds += now - before
                     print(f"step {self.step} tokens {self.tokens / 1e6:.2f} M loss {total / count:.4f} "
                           f"{count / (now - before):.0f} tokens/s", flush=True)
                     total = count = 0

@@ -132,7 +132,7 @@ void MistakeFinder::FindFormsAfterAuxiliary(int i) {
   }
   if (IsHave(governor) && Lower(i) == "been") Put(K::kPastAfterHave, i, Pick({"be", "was", "being"}));
   if (IsBe(governor) && IsFullVerb(i) && Lower(governor) != "'s") {
-    Put(K::kBaseInPassive, i, Lemma(i));
+    if (!CanFollowBe(i)) Put(K::kBaseInPassive, i, Lemma(i));
     Put(K::kPastInPassive, i, Form(i, kPast));
   }
 }
@@ -192,11 +192,7 @@ void MistakeFinder::FindTense(int i) {
   const bool singular = HasSingularSubject(i);
   if (At(i) == Tag::VBD && IsFullVerb(i) && Lemma(i) != Lower(i)) {
     const K kind = pastTime ? K::kPresentWithPastTime : K::kPresentBesidePast;
-    const int subject = NounPhraseStart(SkipAdverbsBack(i - 1));
-    const bool relative =
-        s_.Is(subject - 1, {"who", "which", "that", "where", "because", "what", "how", "since"}) ||
-        At(SkipAdverbsBack(i - 1)) == Tag::WDT || At(SkipAdverbsBack(i - 1)) == Tag::WP;
-    if (!reported && !relative && (pastTime || pasts > 1)) {
+    if (!reported && !InRelativeClause(i) && (pastTime || pasts > 1)) {
       Put(kind, i, singular && Pick({"t", "b"})[0] == 't' ? Form(i, kThird) : Lemma(i));
     }
     const int at = SkipAdverbsBack(i - 1);
@@ -204,7 +200,7 @@ void MistakeFinder::FindTense(int i) {
       Add(K::kPerfectWithPastTime, i, i, {singular ? "has" : "have", Form(i, kParticiple)}, {0});
   }
   if (s_.Is(i, {"was", "were"}) && (pastTime || (pasts > 1 && !reported)) &&
-      !Contains({"if", "wish", "though"})) {
+      !Contains({"if", "wish", "though"}) && !InRelativeClause(i)) {
     const std::string now = Lower(SkipAdverbsBack(i - 1)) == "i" ? "am" : Lower(i) == "was" ? "is" : "are";
     Put(pastTime ? K::kPresentWithPastTime : K::kPresentBesidePast, i, now);
   }
@@ -297,14 +293,14 @@ void MistakeFinder::FindBe(int i) {
 }
 
 void MistakeFinder::FindAuxiliary(int i) {
-  if (IsDo(i) && IsNot(i + 1) && At(i + 2) == Tag::VB && i > 0 && !IsQuestion() && !CanFollowBe(i + 2)) {
+  if (IsDo(i) && IsNot(i + 1) && At(i + 2) == Tag::VB && i > 0 && !IsQuestion()) {
     const bool past = Lower(i) == "did";
     const std::string be = Lower(i - 1) == "i"   ? (past ? "was" : "am")
                            : Lower(i) == "do"    ? "are"
                            : Lower(i) == "does"  ? "is"
                            : HasPluralSubject(i) ? "were"
                                                  : "was";
-    Add(K::kBeForDo, i, i + 1, {be, be == "am" ? "not" : Text(i + 1)}, {0});
+    if (!CanFollowBe(i + 2)) Add(K::kBeForDo, i, i + 1, {be, be == "am" ? "not" : Text(i + 1)}, {0});
     if (Lower(i + 1) == "n't" || Lower(i + 1) == "not") Add(K::kDoLostInNegation, i, i + 1, {"not"});
     if (IsFullVerb(i + 2) && Lower(i) == "does")
       Add(K::kDoLostInNegation, i, i + 2, {"not", Form(i + 2, kThird)}, {0});
