@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <bit>
 #include <cmath>
+#include <cstring>
 #include <stdexcept>
 
 namespace tolvex {
@@ -15,6 +16,20 @@ constexpr std::size_t kHeadSize = kInner / kAttentionHeads;
 constexpr int kFarthest = 40;  // distance between tokens that attention tells apart
 constexpr std::size_t kOutputs = 1 + kMistakeClassCount + kMendCount;
 constexpr std::size_t kTokensAtOnce = 4;
+constexpr std::size_t kTile = 8;  // outputs whose sums are taken together
+
+// Four sums in one register, which every machine that we build for has; each lane rounds as a float does.
+using Lanes [[gnu::vector_size(16)]] = float;
+constexpr std::size_t kLanes = 4;
+constexpr std::size_t kVectors = kTile / kLanes;
+
+Lanes Load(const float* from) {
+  Lanes lanes;
+  std::memcpy(&lanes, from, sizeof lanes);
+  return lanes;
+}
+
+void Store(Lanes lanes, float* to) { std::memcpy(to, &lanes, sizeof lanes); }
 
 std::span<const float> Floats(const TableFile& tables, const std::string& name, std::size_t count) {
   const auto floats = tables.Array<float>("detector." + name);
@@ -49,43 +64,44 @@ float PortableSigmoid(float x) { return 1.0F / (1.0F + PortableExp(-x)); }
 
 DenseLayer::DenseLayer(const TableFile& tables, const std::string& name, std::size_t inputs,
                        std::size_t outputs)
-    : inputs_(inputs), outputs_(outputs), weights_(inputs * outputs) {
+    : inputs_(inputs), outputs_(outputs), weights_((outputs + kTile - 1) / kTile * inputs * kTile) {
   const auto values = tables.Array<std::int8_t>("detector." + name);
   const auto scale = Floats(tables, name + ".scale", outputs);
-  if (values.size() != weights_.size()) throw std::runtime_error("damaged table detector." + name);
+  if (values.size() != inputs * outputs) throw std::runtime_error("damaged table detector." + name);
   for (std::size_t o = 0; o < outputs; ++o) {
+    float* const tile = weights_.data() + o / kTile * inputs * kTile + o % kTile;
     for (std::size_t i = 0; i < inputs; ++i)
-      weights_[i * outputs + o] = static_cast<float>(values[o * inputs + i]) * scale[o];
+      tile[i * kTile] = static_cast<float>(values[o * inputs + i]) * scale[o];
   }
 }
 
 void DenseLayer::AddProduct(const Activations& from, Activations& to) const {
   std::size_t t = 0;
-  for (; t + kTokensAtOnce <= from.Tokens(); t += kTokensAtOnce) {
-    float* const __restrict to0 = to.Row(t);
-    float* const __restrict to1 = to.Row(t + 1);
-    float* const __restrict to2 = to.Row(t + 2);
-    float* const __restrict to3 = to.Row(t + 3);
-    for (std::size_t i = 0; i < inputs_; ++i) {
-      const float* const __restrict weights = weights_.data() + i * outputs_;
-      const float x0 = from.Row(t)[i];
-      const float x1 = from.Row(t + 1)[i];
-      const float x2 = from.Row(t + 2)[i];
-      const float x3 = from.Row(t + 3)[i];
-      for (std::size_t o = 0; o < outputs_; ++o) {
-        to0[o] += x0 * weights[o];
-        to1[o] += x1 * weights[o];
-        to2[o] += x2 * weights[o];
-        to3[o] += x3 * weights[o];
+  for (; t + kTokensAtOnce <= from.Tokens(); t += kTokensAtOnce) AddTiles<kTokensAtOnce>(from, to, t);
+  for (; t < from.Tokens(); ++t) AddTiles<1>(from, to, t);
+}
+
+// The sums of a tile stay in registers while all inputs are added.
+template <std::size_t kTokens>
+void DenseLayer::AddTiles(const Activations& from, Activations& to, std::size_t first) const {
+  const float* weights = weights_.data();
+  for (std::size_t o = 0; o < outputs_; o += kTile) {
+    const std::size_t used = std::min(kTile, outputs_ - o);
+    float edge[kTile] = {};
+    Lanes sums[kTokens][kVectors];
+    for (std::size_t t = 0; t < kTokens; ++t) {
+      std::copy_n(to.Row(first + t) + o, used, edge);
+      for (std::size_t v = 0; v < kVectors; ++v) sums[t][v] = Load(edge + v * kLanes);
+    }
+    for (std::size_t i = 0; i < inputs_; ++i, weights += kTile) {
+      for (std::size_t t = 0; t < kTokens; ++t) {
+        const float x = from.Row(first + t)[i];
+        for (std::size_t v = 0; v < kVectors; ++v) sums[t][v] += x * Load(weights + v * kLanes);
       }
     }
-  }
-  for (; t < from.Tokens(); ++t) {
-    float* const __restrict row = to.Row(t);
-    for (std::size_t i = 0; i < inputs_; ++i) {
-      const float* const __restrict weights = weights_.data() + i * outputs_;
-      const float x = from.Row(t)[i];
-      for (std::size_t o = 0; o < outputs_; ++o) row[o] += x * weights[o];
+    for (std::size_t t = 0; t < kTokens; ++t) {
+      for (std::size_t v = 0; v < kVectors; ++v) Store(sums[t][v], edge + v * kLanes);
+      std::copy_n(edge, used, to.Row(first + t) + o);
     }
   }
 }

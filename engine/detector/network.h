@@ -35,7 +35,7 @@ class Activations {
   std::vector<float> values_;
 };
 
-/// A matrix of the file, rows of int8 with a factor each, as floats with the inputs in rows.
+/// A matrix of the file, rows of int8 with a factor each, as floats.
 class DenseLayer {
  public:
   DenseLayer(const TableFile& tables, const std::string& name, std::size_t inputs, std::size_t outputs);
@@ -45,9 +45,12 @@ class DenseLayer {
   void AddProduct(const Activations& from, Activations& to) const;
 
  private:
+  template <std::size_t kTokens>
+  void AddTiles(const Activations& from, Activations& to, std::size_t first) const;
+
   std::size_t inputs_;
   std::size_t outputs_;
-  std::vector<float> weights_;  // [input][output]
+  std::vector<float> weights_;  // [tile of outputs][input][output in the tile]
 };
 
 /// Scale and offset after a row is brought to mean 0 and variance 1.
